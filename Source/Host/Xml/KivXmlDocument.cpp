@@ -1,0 +1,100 @@
+#include "Host/Xml/KivXmlDocument.h"
+
+#include <algorithm>
+
+namespace kiv::xml {
+
+namespace {
+
+/// Blocks double up to this size, so that small documents stay small and large ones need few blocks.
+constexpr std::size_t largestBlockSize = std::size_t{1} << 20;
+
+} // namespace
+
+std::string_view Arena::getJoined(std::string_view kept, std::string_view more) {
+    const std::size_t size = kept.size() + more.size();
+    const bool isLast = kept.data() + kept.size() == at_;
+    if (isLast && more.size() <= getRoom()) {
+        at_ += more.copy(at_, more.size());
+        return {kept.data(), size};
+    }
+    if (size > getRoom())
+        vBlockAdd(2 * size);
+    char* const joined = at_;
+    at_ += kept.copy(at_, kept.size());
+    at_ += more.copy(at_, more.size());
+    return {joined, size};
+}
+
+char* Arena::pAllocateInNewBlock(std::size_t size) {
+    vBlockAdd(size);
+    return std::exchange(at_, at_ + size);
+}
+
+void Arena::vBlockAdd(std::size_t size) {
+    const std::size_t blockSize = std::max(size, nextBlockSize_);
+    blocks_.push_back(std::make_unique_for_overwrite<char[]>(blockSize));
+    at_ = blocks_.back().get();
+    end_ = at_ + blockSize;
+    nextBlockSize_ = std::min(2 * nextBlockSize_, largestBlockSize);
+}
+
+DocumentRecords::DocumentRecords() {
+    node.document = this;
+}
+
+ElementRecord& DocumentRecords::elementMake(const ElementRecord& parent, std::string_view name,
+                                            std::uint32_t line) {
+    auto& element = *arena.pMake<ElementRecord>();
+    element.kind = NodeKind::Element;
+    element.line = line;
+    element.text = arena.getCopy(name);
+    element.document = this;
+    element.depth = parent.depth + 1;
+    return element;
+}
+
+void DocumentRecords::vNodeAppend(ElementRecord& parent, NodeKind kind, std::string_view text,
+                                  std::uint32_t line) {
+    auto& child = *arena.pMake<NodeRecord>();
+    child.kind = kind;
+    child.line = line;
+    child.text = arena.getCopy(text);
+    vLink(parent, child);
+}
+
+void DocumentRecords::vAttributesReserve(ElementRecord& element, std::size_t count) {
+    if (count <= element.attributeCapacity)
+        return;
+    auto** const attributes = arena.pMakeArray<AttributeRecord*>(count);
+    std::copy_n(element.attributes, element.attributeCount, attributes);
+    element.attributes = attributes;
+    element.attributeCapacity = static_cast<std::uint32_t>(count);
+}
+
+AttributeRecord& DocumentRecords::attributeAppend(ElementRecord& element, std::string_view name,
+                                                  std::string_view value) {
+    if (element.attributeCount == element.attributeCapacity)
+        vAttributesReserve(element, std::max<std::size_t>(4, 2 * element.attributeCount));
+    auto& attribute = *arena.pMake<AttributeRecord>();
+    attribute.kind = NodeKind::Attribute;
+    attribute.line = element.line;
+    attribute.text = arena.getCopy(name);
+    attribute.value = arena.getCopy(value);
+    element.attributes[element.attributeCount++] = &attribute;
+    return attribute;
+}
+
+void DocumentRecords::vLink(ElementRecord& parent, NodeRecord& child) {
+    (parent.lastChild == nullptr ? parent.firstChild : parent.lastChild->next) = &child;
+    parent.lastChild = &child;
+}
+
+AttributeRecord* pAttribute(const ElementRecord& element, std::string_view name) {
+    for (std::uint32_t i = 0; i != element.attributeCount; ++i)
+        if (element.attributes[i]->text == name)
+            return element.attributes[i];
+    return nullptr;
+}
+
+} // namespace kiv::xml

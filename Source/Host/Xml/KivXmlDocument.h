@@ -1,0 +1,137 @@
+/// How a document is kept: plain records in an arena, linked by pointers.
+///
+/// Private to the XML library.
+///
+/// Ownership: the arena owns records and characters alike; they are freed together, without a walk.
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace kiv::xml {
+
+struct DocumentRecords;
+
+/// Memory that is handed out piece by piece and freed all at once.
+class Arena {
+public:
+    /// A record; its destructor never runs.
+    template <typename Record, typename... Arguments>
+    Record* pMake(Arguments&&... arguments) {
+        static_assert(std::is_trivially_destructible_v<Record> &&
+                      alignof(Record) <= alignof(std::max_align_t));
+        char* const place = pAllocate(sizeof(Record), alignof(Record));
+        return std::construct_at(reinterpret_cast<Record*>(place), std::forward<Arguments>(arguments)...);
+    }
+
+    /// Room for `count` values, filled with the default value.
+    template <typename Value>
+    Value* pMakeArray(std::size_t count) {
+        static_assert(std::is_trivially_destructible_v<Value> && alignof(Value) <= alignof(std::max_align_t));
+        auto* const values = reinterpret_cast<Value*>(pAllocate(count * sizeof(Value), alignof(Value)));
+        std::uninitialized_value_construct_n(values, count);
+        return values;
+    }
+
+    std::string_view getCopy(std::string_view text) {
+        char* const place = pAllocate(text.size(), 1);
+        text.copy(place, text.size());
+        return {place, text.size()};
+    }
+
+    /// `kept`, which lies in this arena, and `more` in one piece. Where `kept` was the last thing handed out
+    /// it grows in place, so that a text that comes in many pieces is copied a few times at most.
+    std::string_view getJoined(std::string_view kept, std::string_view more);
+
+private:
+    char* pAllocate(std::size_t size, std::size_t alignment) {
+        const std::size_t padding = (0 - reinterpret_cast<std::uintptr_t>(at_)) & (alignment - 1);
+        if (size + padding > getRoom())
+            return pAllocateInNewBlock(size);
+        return std::exchange(at_, at_ + padding + size) + padding;
+    }
+
+    char* pAllocateInNewBlock(std::size_t size);
+    void vBlockAdd(std::size_t size);
+    std::size_t getRoom() const { return static_cast<std::size_t>(end_ - at_); }
+
+    std::vector<std::unique_ptr<char[]>> blocks_;
+    char* at_ = nullptr;
+    char* end_ = nullptr;
+    std::size_t nextBlockSize_ = 8192;
+};
+
+enum class NodeKind : std::uint8_t { Document, Element, Attribute, Text, Comment, ProcessingInstruction };
+
+struct NodeRecord {
+    NodeKind kind = NodeKind::Document;
+    std::uint32_t line = 0;
+    /// The next sibling; null for an attribute.
+    NodeRecord* next = nullptr;
+    /// The name of an element or attribute, the characters of a text or comment, and target and data of a
+    /// processing instruction.
+    std::string_view text;
+};
+
+struct AttributeRecord : NodeRecord {
+    std::string_view value;
+};
+
+/// An element, or the document itself above its root element.
+struct ElementRecord : NodeRecord {
+    DocumentRecords* document = nullptr;
+    NodeRecord* firstChild = nullptr;
+    NodeRecord* lastChild = nullptr;
+    /// Pointers, so that an attribute stays where it is when others are added.
+    AttributeRecord** attributes = nullptr;
+    std::uint32_t attributeCount = 0;
+    std::uint32_t attributeCapacity = 0;
+    /// 0 for the document, 1 for the root element.
+    std::uint32_t depth = 0;
+};
+
+/// All that a document owns. What is appended here is taken as it is; the callers see to it that it is XML.
+struct DocumentRecords {
+    DocumentRecords();
+    DocumentRecords(const DocumentRecords&) = delete;
+    DocumentRecords& operator=(const DocumentRecords&) = delete;
+
+    /// An element one level below `parent` that hangs nowhere yet.
+    ElementRecord& elementMake(const ElementRecord& parent, std::string_view name, std::uint32_t line);
+    void vElementAppend(ElementRecord& parent, ElementRecord& element) { vLink(parent, element); }
+    /// Appends a comment or processing instruction.
+    void vNodeAppend(ElementRecord& parent, NodeKind kind, std::string_view text, std::uint32_t line);
+    /// Appends a text, or lets the text grow that is the last child; `getLine` is only asked for a new one.
+    template <std::invocable GetLine>
+    void vTextAppend(ElementRecord& parent, std::string_view text, GetLine getLine);
+
+    /// Makes room for `count` attributes in all.
+    void vAttributesReserve(ElementRecord& element, std::size_t count);
+    AttributeRecord& attributeAppend(ElementRecord& element, std::string_view name, std::string_view value);
+
+    Arena arena;
+    ElementRecord node;
+
+private:
+    static void vLink(ElementRecord& parent, NodeRecord& child);
+};
+
+/// The attribute of that name; null when there is none.
+AttributeRecord* pAttribute(const ElementRecord& element, std::string_view name);
+
+template <std::invocable GetLine>
+void DocumentRecords::vTextAppend(ElementRecord& parent, std::string_view text, GetLine getLine) {
+    if (parent.lastChild != nullptr && parent.lastChild->kind == NodeKind::Text) {
+        parent.lastChild->text = arena.getJoined(parent.lastChild->text, text);
+        return;
+    }
+    vNodeAppend(parent, NodeKind::Text, text, getLine());
+}
+
+} // namespace kiv::xml

@@ -1,0 +1,51 @@
+#include "Host/Xml/KivXmlLines.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace kiv::xml {
+
+namespace {
+
+/// Only saves memory from growing bit by bit.
+constexpr std::size_t usualLineSize = 32;
+
+} // namespace
+
+void LineCounter::vBlockAdd(std::string_view block) {
+    if (block.empty())
+        return;
+    starts_.erase(starts_.begin(), std::next(starts_.begin(), static_cast<std::ptrdiff_t>(next_)));
+    next_ = 0;
+    starts_.reserve(starts_.size() + block.size() / usualLineSize);
+    std::size_t from = 0;
+    if (isCarriageReturnOpen_) {
+        from = block.front() == '\n' ? 1 : 0;
+        starts_.push_back(size_ + from);
+    }
+    isCarriageReturnOpen_ = block.back() == '\r';
+    vStartsAdd(isCarriageReturnOpen_ ? block.substr(0, block.size() - 1) : block, from);
+    size_ += block.size();
+}
+
+void LineCounter::vStartsAdd(std::string_view block, std::size_t from) {
+    std::size_t lineFeed = block.find('\n', from);
+    std::size_t carriageReturn = block.find('\r', from);
+    while (lineFeed != carriageReturn) { // both are npos in the end
+        const std::size_t end =
+            carriageReturn + 1 == lineFeed ? lineFeed : std::min(lineFeed, carriageReturn);
+        starts_.push_back(size_ + end + 1);
+        if (lineFeed <= end)
+            lineFeed = block.find('\n', end + 1);
+        if (carriageReturn <= end)
+            carriageReturn = block.find('\r', end + 1);
+    }
+}
+
+std::uint32_t LineCounter::getLine(std::uint64_t index) {
+    for (; next_ != starts_.size() && starts_[next_] <= index; ++next_)
+        ++line_;
+    return line_;
+}
+
+} // namespace kiv::xml

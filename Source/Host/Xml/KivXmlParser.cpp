@@ -1,0 +1,310 @@
+#include "Host/Xml/KivXmlParser.h"
+
+#include "Host/Xml/KivXmlDocument.h"
+#include "Host/Xml/KivXmlLines.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <expat.h>
+#include <istream>
+#include <new>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace kiv::xml {
+
+namespace {
+
+static_assert(std::is_same_v<XML_Char, char>, "libexpat hands out UTF-8");
+
+/// Most documents fit into one block, and then the parser never has to note its place between two.
+constexpr std::size_t firstBlockSize = 31 * 1024;
+constexpr std::size_t largestBlockSize = std::size_t{64} << 20;
+
+/// A document type can give attributes to elements that do not name them: a few bytes that become many.
+constexpr std::size_t largestDefaultSize = std::size_t{16} << 20;
+
+/// Reads `size` bytes, or fewer at the end of the stream; absent when the stream fails.
+std::optional<std::string_view> read(std::istream& stream, char* buffer, std::size_t size) {
+    if (stream.fail())
+        return std::nullopt;
+    try {
+        stream.read(buffer, static_cast<std::streamsize>(size));
+    } catch (const std::exception&) { // a stream that is set to throw says so; its state tells the rest
+    }
+    if (stream.bad())
+        return std::nullopt;
+    return std::string_view(buffer, static_cast<std::size_t>(stream.gcount()));
+}
+
+/// UTF-16 shows in its first character, which is a byte order mark or ASCII.
+bool isUtf16(std::string_view start) {
+    return start.size() >= 2 && (start[0] == '\0' || start[1] == '\0' || start.substr(0, 2) == "\xFE\xFF" ||
+                                 start.substr(0, 2) == "\xFF\xFE");
+}
+
+/// One run of the parser over one stream.
+class Reader {
+public:
+    explicit Reader(std::istream& stream);
+
+    std::unique_ptr<DocumentRecords> pRead(ParseError& error);
+
+private:
+    /// Does something from within the parser, through whose C frames no exception may pass.
+    template <typename Action>
+    static void vGuard(void* reader, Action action) noexcept;
+    /// A handler for the parser that calls the member.
+    template <auto member, typename... Arguments>
+    static void XMLCALL vCall(void* reader, Arguments... arguments) noexcept;
+    static int XMLCALL onUnknownEncoding(void* reader, const XML_Char* name, XML_Encoding* encoding) noexcept;
+
+    void vHandlersSet();
+    void vElementStart(const XML_Char* name, const XML_Char** attributes);
+    void vElementEnd(const XML_Char* name);
+    void vCharacters(const XML_Char* text, int size);
+    void vComment(const XML_Char* text);
+    void vProcessingInstruction(const XML_Char* target, const XML_Char* data);
+    void vDocumentTypeStart(const XML_Char* name, const XML_Char* systemId, const XML_Char* publicId,
+                            int hasInternalSubset);
+    void vDocumentTypeToken(const XML_Char* token, int size);
+    void vDocumentTypeEnd();
+
+    void vAttributesAdd(ElementRecord& element, const XML_Char** attributes);
+    void vDefaultsCount(const XML_Char** attributes);
+    std::uint32_t getLine();
+    ElementRecord& getParent() { return *open_[depth_]; }
+
+    bool boParse();
+    /// Shorter than `blockSize_` at the end only; absent when the stream fails.
+    std::optional<std::string_view> readBlock();
+    void vBlockSizeAdapt(std::size_t readSize);
+    /// Notes the reason, unless there is one already, with the place at which the parser is.
+    void vFail(std::string reason);
+    void vRefuse(std::string reason);
+    void vStop();
+
+    std::istream& stream_;
+    std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
+    std::unique_ptr<DocumentRecords> records_;
+    LineCounter lines_;
+    std::size_t blockSize_ = firstBlockSize;
+    /// The bytes of all blocks but the last.
+    std::uint64_t readSize_ = 0;
+    bool isUtf16_ = false;
+    /// The document and the elements that are open, from the root element on.
+    std::array<ElementRecord*, maxElementDepth + 1> open_{};
+    std::size_t depth_ = 0;
+    std::size_t defaultSize_ = 0;
+    /// Set once nothing more is taken from the parser, which may still have something to say.
+    bool isStopped_ = false;
+    std::exception_ptr exception_;
+    std::optional<ParseError> error_;
+};
+
+template <typename Action>
+void Reader::vGuard(void* reader, Action action) noexcept {
+    auto& self = *static_cast<Reader*>(reader);
+    if (self.isStopped_)
+        return;
+    try {
+        action(self);
+    } catch (...) {
+        self.exception_ = std::current_exception();
+        self.vStop();
+    }
+}
+
+template <auto member, typename... Arguments>
+void XMLCALL Reader::vCall(void* reader, Arguments... arguments) noexcept {
+    vGuard(reader, [&](Reader& self) { (self.*member)(arguments...); });
+}
+
+int XMLCALL Reader::onUnknownEncoding(void* reader, const XML_Char* name, XML_Encoding*) noexcept {
+    vGuard(reader,
+           [&](Reader& self) { self.vFail("the encoding \"" + std::string(name) + "\" is not supported"); });
+    return XML_STATUS_ERROR;
+}
+
+Reader::Reader(std::istream& stream) :
+    stream_(stream),
+    parser_(XML_ParserCreate(nullptr), &XML_ParserFree),
+    records_(std::make_unique<DocumentRecords>()) {
+    if (parser_ == nullptr)
+        throw std::bad_alloc();
+    open_[0] = &records_->node;
+    vHandlersSet();
+}
+
+void Reader::vHandlersSet() {
+    XML_Parser parser = parser_.get();
+    XML_SetUserData(parser, this);
+    XML_SetElementHandler(parser, vCall<&Reader::vElementStart>, vCall<&Reader::vElementEnd>);
+    XML_SetCharacterDataHandler(parser, vCall<&Reader::vCharacters>);
+    XML_SetCommentHandler(parser, vCall<&Reader::vComment>);
+    XML_SetProcessingInstructionHandler(parser, vCall<&Reader::vProcessingInstruction>);
+    XML_SetDoctypeDeclHandler(parser, vCall<&Reader::vDocumentTypeStart>, vCall<&Reader::vDocumentTypeEnd>);
+    XML_SetUnknownEncodingHandler(parser, onUnknownEncoding, this);
+}
+
+std::unique_ptr<DocumentRecords> Reader::pRead(ParseError& error) {
+    const bool isRead = boParse();
+    if (exception_)
+        std::rethrow_exception(exception_);
+    if (isRead)
+        return std::move(records_);
+    error = std::move(*error_);
+    return nullptr;
+}
+
+bool Reader::boParse() {
+    std::optional<std::string_view> block = readBlock();
+    isUtf16_ = block && isUtf16(*block);
+    for (; block; block = readBlock()) {
+        if (!isUtf16_)
+            lines_.vBlockAdd(*block);
+        const bool isLast = block->size() < blockSize_;
+        if (XML_ParseBuffer(parser_.get(), static_cast<int>(block->size()), isLast) != XML_STATUS_OK)
+            break;
+        if (isLast)
+            return true;
+        vBlockSizeAdapt(block->size());
+    }
+    const XML_Error code = XML_GetErrorCode(parser_.get());
+    if (code == XML_ERROR_NO_MEMORY)
+        throw std::bad_alloc();
+    if (block)
+        vFail(XML_ErrorString(code));
+    else
+        error_ = ParseError{{}, "the stream failed while it was read"};
+    return false;
+}
+
+std::optional<std::string_view> Reader::readBlock() {
+    auto* const buffer = static_cast<char*>(XML_GetBuffer(parser_.get(), static_cast<int>(blockSize_)));
+    if (buffer == nullptr)
+        throw std::bad_alloc();
+    return read(stream_, buffer, blockSize_);
+}
+
+/// A token that is cut by the end of a block is looked at again from its start with the next one. Blocks grow
+/// with it, so that a very long token is not looked at over and over.
+void Reader::vBlockSizeAdapt(std::size_t readSize) {
+    readSize_ += readSize;
+    const XML_Index parsed = std::max<XML_Index>(XML_GetCurrentByteIndex(parser_.get()), 0);
+    if (readSize_ - static_cast<std::uint64_t>(parsed) > blockSize_ / 2)
+        blockSize_ = std::min(2 * blockSize_, largestBlockSize);
+}
+
+void Reader::vFail(std::string reason) {
+    if (!error_)
+        error_ = ParseError{{},
+                            std::move(reason),
+                            XML_GetCurrentLineNumber(parser_.get()),
+                            XML_GetCurrentColumnNumber(parser_.get()) + 1};
+}
+
+void Reader::vRefuse(std::string reason) {
+    vFail(std::move(reason));
+    vStop();
+}
+
+void Reader::vStop() {
+    isStopped_ = true;
+    XML_StopParser(parser_.get(), XML_FALSE);
+}
+
+std::uint32_t Reader::getLine() {
+    if (isUtf16_)
+        return static_cast<std::uint32_t>(XML_GetCurrentLineNumber(parser_.get()));
+    return lines_.getLine(static_cast<std::uint64_t>(XML_GetCurrentByteIndex(parser_.get())));
+}
+
+void Reader::vElementStart(const XML_Char* name, const XML_Char** attributes) {
+    if (depth_ == maxElementDepth) {
+        vRefuse("elements are nested deeper than " + std::to_string(maxElementDepth) + " levels");
+        return;
+    }
+    ElementRecord& element = records_->elementMake(getParent(), name, getLine());
+    records_->vElementAppend(getParent(), element);
+    open_[++depth_] = &element;
+    if (*attributes != nullptr)
+        vAttributesAdd(element, attributes);
+}
+
+/// `attributes` are names and values in turn, ended by null; those that the tag does not write come last.
+void Reader::vAttributesAdd(ElementRecord& element, const XML_Char** attributes) {
+    std::size_t count = 0;
+    while (attributes[2 * count] != nullptr)
+        ++count;
+    const auto written = static_cast<std::size_t>(XML_GetSpecifiedAttributeCount(parser_.get())) / 2;
+    if (written != count)
+        vDefaultsCount(attributes + 2 * written);
+    if (isStopped_)
+        return;
+    records_->vAttributesReserve(element, count);
+    for (std::size_t i = 0; i != count; ++i)
+        records_->attributeAppend(element, attributes[2 * i], attributes[2 * i + 1]);
+}
+
+void Reader::vDefaultsCount(const XML_Char** attributes) {
+    for (; attributes[0] != nullptr; attributes += 2)
+        defaultSize_ += sizeof(AttributeRecord) + std::string_view(attributes[0]).size() +
+                        std::string_view(attributes[1]).size();
+    if (defaultSize_ > largestDefaultSize)
+        vRefuse("default attribute values add more than " + std::to_string(largestDefaultSize >> 20) +
+                " MiB");
+}
+
+void Reader::vElementEnd(const XML_Char*) {
+    --depth_;
+}
+
+void Reader::vCharacters(const XML_Char* text, int size) {
+    records_->vTextAppend(getParent(), {text, static_cast<std::size_t>(size)}, [this] { return getLine(); });
+}
+
+void Reader::vComment(const XML_Char* text) {
+    if (depth_ != 0)
+        records_->vNodeAppend(getParent(), NodeKind::Comment, text, getLine());
+}
+
+void Reader::vProcessingInstruction(const XML_Char* target, const XML_Char* data) {
+    if (depth_ == 0)
+        return;
+    std::string text(target);
+    if (*data != '\0')
+        text.append(" ").append(data);
+    records_->vNodeAppend(getParent(), NodeKind::ProcessingInstruction, text, getLine());
+}
+
+void Reader::vDocumentTypeStart(const XML_Char*, const XML_Char* systemId, const XML_Char* publicId, int) {
+    if (systemId != nullptr || publicId != nullptr)
+        vRefuse("the document type names an external subset");
+    XML_SetDefaultHandler(parser_.get(), vCall<&Reader::vDocumentTypeToken>);
+}
+
+/// Every token of the document type passes here, because the parser tells of neither a parameter entity that
+/// is not declared, after which it ignores declarations, nor a declaration of "lt" and its like.
+void Reader::vDocumentTypeToken(const XML_Char* token, int size) {
+    const std::string_view text(token, static_cast<std::size_t>(size));
+    if (text == "<!ENTITY")
+        vRefuse("the document type declares an entity");
+    if (text.starts_with('%'))
+        vRefuse("the document type refers to a parameter entity");
+}
+
+void Reader::vDocumentTypeEnd() {
+    XML_SetDefaultHandlerExpand(parser_.get(), nullptr);
+}
+
+} // namespace
+
+std::unique_ptr<DocumentRecords> pDocumentRead(std::istream& stream, ParseError& error) {
+    return Reader(stream).pRead(error);
+}
+
+} // namespace kiv::xml

@@ -1,0 +1,54 @@
+#include "Host/Xml/KivXmlDocument.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace kiv::xml {
+namespace {
+
+TEST(KivXmlArena, CopiesStayWhereTheyAre) {
+    Arena arena;
+    const std::string_view first = arena.getCopy("first");
+    for (int i = 0; i != 10000; ++i)
+        arena.getCopy("some more text that needs another block sooner or later");
+    EXPECT_EQ(first, "first");
+}
+
+TEST(KivXmlArena, LastTextGrowsInPlace) {
+    Arena arena;
+    const std::string_view kept = arena.getCopy("ab");
+    const std::string_view joined = arena.getJoined(kept, "cd");
+    EXPECT_EQ(joined, "abcd");
+    EXPECT_EQ(joined.data(), kept.data());
+}
+
+TEST(KivXmlArena, OtherTextIsJoinedElsewhere) {
+    Arena arena;
+    const std::string_view kept = arena.getCopy("ab");
+    const std::string_view between = arena.getCopy("xy");
+    EXPECT_EQ(arena.getJoined(kept, "cd"), "abcd");
+    EXPECT_EQ(between, "xy");
+}
+
+TEST(KivXmlArena, TextGrowsBeyondABlock) {
+    Arena arena;
+    std::string expected = "start";
+    std::string_view text = arena.getCopy(expected);
+    for (int i = 0; i != 100000; ++i) {
+        text = arena.getJoined(text, "0123456789");
+        expected += "0123456789";
+    }
+    EXPECT_TRUE(text == expected);
+}
+
+TEST(KivXmlArena, RecordsAreAlignedBehindOddTexts) {
+    Arena arena;
+    for (int i = 0; i != 1000; ++i) {
+        arena.getCopy("odd");
+        const auto* const record = arena.pMake<NodeRecord>();
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(record) % alignof(NodeRecord), 0U);
+    }
+}
+
+} // namespace
+} // namespace kiv::xml

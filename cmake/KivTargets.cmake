@@ -1,0 +1,42 @@
+# Compile settings of every target, and the one way in which targets are made.
+
+# Flags that all of our own code is compiled with; never handed on to users of the installed package.
+add_library(KivFlags INTERFACE)
+target_compile_options(KivFlags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
+                                          $<$<BOOL:${KIV_WERROR}>:-Werror>)
+if(KIV_SANITIZE)
+    target_compile_options(KivFlags INTERFACE -fsanitize=${KIV_SANITIZE} -fno-omit-frame-pointer
+                                              -fno-sanitize-recover=all)
+    target_link_options(KivFlags INTERFACE -fsanitize=${KIV_SANITIZE})
+endif()
+
+# kiv_add_shared(NAME SOURCES... [LINK TARGETS...])
+#
+# The sources are compiled once, into the object library NAMEObjects; NAME is the shared library made of it.
+# Tests that look behind the exported classes link the objects instead of the library.
+function(kiv_add_shared name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK;LINK_PRIVATE")
+    add_library(${name}Objects OBJECT ${arg_UNPARSED_ARGUMENTS})
+    target_include_directories(${name}Objects PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>)
+    target_link_libraries(${name}Objects PUBLIC ${arg_LINK} PRIVATE KivFlags ${arg_LINK_PRIVATE})
+
+    add_library(${name} SHARED)
+    add_library(kiv::${name} ALIAS ${name})
+    target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>
+                                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kiv>)
+    target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE KivFlags ${arg_LINK_PRIVATE} ${name}Objects)
+    target_compile_features(${name} PUBLIC cxx_std_20)
+    set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+                                             INSTALL_RPATH "$ORIGIN")
+    set_property(GLOBAL APPEND PROPERTY KIV_SHARED_LIBRARIES ${name})
+endfunction()
+
+# kiv_add_test(NAME SOURCES... LINK TARGETS...): one GoogleTest program, each of its tests known to CTest.
+function(kiv_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK;DEFINITIONS")
+    add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+    target_link_libraries(${name} PRIVATE KivFlags ${arg_LINK} GTest::gmock GTest::gtest_main)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/Tests)
+    target_compile_definitions(${name} PRIVATE ${arg_DEFINITIONS})
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 600)
+endfunction()
