@@ -1,0 +1,334 @@
+/// Expression trees of WHERE rules: 14 node classes and the visitor that tells them apart.
+///
+///     struct NamePrinter : ExpressionVisitor { ... };
+///     rule.expression->accept(printer);
+///
+/// Ownership: every node owns its children; destroying a node destroys its subtree, however long its chains
+/// of
+///            operators are.
+/// Threads:   read-only once built.
+/// Errors:    none.
+#pragma once
+
+#include "Host/KivExport.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::ifc::def::schema {
+
+class ExpressionVisitor;
+
+/// Base of all nodes.
+class KIV_EXPORT Expression {
+public:
+    Expression() = default;
+    Expression(const Expression&) = delete;
+    Expression& operator=(const Expression&) = delete;
+    virtual ~Expression();
+
+    /// Calls the visitor's operation for this node's class.
+    virtual void accept(ExpressionVisitor& visitor) const = 0;
+
+protected:
+    /// Destroys the leftmost chain below a node one by one: it is as long as the text likes, too long to
+    /// recurse on.
+    static void vChainDestroy(std::unique_ptr<Expression> node);
+
+private:
+    /// Hands over the child that continues the leftmost chain; null in nodes that end it.
+    virtual std::unique_ptr<Expression> pChainTake();
+};
+
+using ExpressionPtr = std::unique_ptr<Expression>;
+
+enum class UnaryOperator : std::uint32_t { Plus = 0, Minus = 1, Not = 2 };
+
+/// OR and || are one operator in the tree.
+enum class BinaryOperator : std::uint32_t {
+    Add = 0,
+    Subtract = 1,
+    Multiply = 2,
+    Divide = 3,
+    And = 4,
+    Or = 5,
+    Xor = 6,
+    Mod = 7,
+    Power = 8,
+    Equal = 9,
+    NotEqual = 10,
+    InstanceEqual = 11,
+    InstanceNotEqual = 12,
+    Less = 13,
+    Greater = 14,
+    LessOrEqual = 15,
+    GreaterOrEqual = 16,
+    In = 17
+};
+
+enum class IntervalOperator : std::uint32_t { Less = 0, LessOrEqual = 1 };
+
+/// SELF, or "?" for the indeterminate value.
+enum class Constant : std::uint32_t { Self = 0, Indeterminate = 1 };
+
+enum class Logical : std::uint32_t { True = 0, False = 1, Unknown = 2 };
+
+/// What a `GetExpression` is: a name of its own, or what qualifies its base.
+enum class Qualifier : std::uint32_t { None = 0, Group = 1, Attribute = 2, Index = 3 };
+
+/// A prefix operator and its operand.
+class KIV_EXPORT UnaryExpression final : public Expression {
+public:
+    UnaryExpression(UnaryOperator op, ExpressionPtr operand);
+    ~UnaryExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    UnaryOperator getOperator() const { return operator_; }
+    const Expression& getOperand() const { return *operand_; }
+
+private:
+    UnaryOperator operator_;
+    ExpressionPtr operand_;
+};
+
+/// left operator right. Chains of operators grow to the left.
+class KIV_EXPORT BinaryExpression final : public Expression {
+public:
+    BinaryExpression(ExpressionPtr left, BinaryOperator op, ExpressionPtr right);
+    ~BinaryExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    const Expression& getLeft() const { return *left_; }
+    BinaryOperator getOperator() const { return operator_; }
+    const Expression& getRight() const { return *right_; }
+
+private:
+    ExpressionPtr pChainTake() override;
+
+    ExpressionPtr left_;
+    BinaryOperator operator_;
+    ExpressionPtr right_;
+};
+
+class KIV_EXPORT ConstantExpression final : public Expression {
+public:
+    explicit ConstantExpression(Constant constant);
+    ~ConstantExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    Constant getConstant() const { return constant_; }
+
+private:
+    Constant constant_;
+};
+
+/// name(arguments)
+class KIV_EXPORT FunctionCallExpression final : public Expression {
+public:
+    FunctionCallExpression(std::string name, std::vector<ExpressionPtr> arguments);
+    ~FunctionCallExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    std::string_view getName() const { return name_; }
+    const std::vector<ExpressionPtr>& getArguments() const { return arguments_; }
+
+private:
+    std::string name_;
+    std::vector<ExpressionPtr> arguments_;
+};
+
+/// {low operator item operator high}
+class KIV_EXPORT IntervalExpression final : public Expression {
+public:
+    IntervalExpression(ExpressionPtr low, IntervalOperator lowOperator, ExpressionPtr item,
+                       IntervalOperator highOperator, ExpressionPtr high);
+    ~IntervalExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    const Expression& getLow() const { return *low_; }
+    const Expression& getItem() const { return *item_; }
+    const Expression& getHigh() const { return *high_; }
+    IntervalOperator getLowOperator() const { return lowOperator_; }
+    IntervalOperator getHighOperator() const { return highOperator_; }
+
+private:
+    ExpressionPtr low_;
+    ExpressionPtr item_;
+    ExpressionPtr high_;
+    IntervalOperator lowOperator_;
+    IntervalOperator highOperator_;
+};
+
+/// [elements]
+class KIV_EXPORT AggregateInitializerExpression final : public Expression {
+public:
+    explicit AggregateInitializerExpression(std::vector<ExpressionPtr> elements);
+    ~AggregateInitializerExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    const std::vector<ExpressionPtr>& getElements() const { return elements_; }
+
+private:
+    std::vector<ExpressionPtr> elements_;
+};
+
+/// element : count, inside an aggregate initialiser
+class KIV_EXPORT RepetitionExpression final : public Expression {
+public:
+    RepetitionExpression(ExpressionPtr element, ExpressionPtr count);
+    ~RepetitionExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    const Expression& getElement() const { return *element_; }
+    const Expression& getCount() const { return *count_; }
+
+private:
+    ExpressionPtr element_;
+    ExpressionPtr count_;
+};
+
+class KIV_EXPORT IntegerValueExpression final : public Expression {
+public:
+    explicit IntegerValueExpression(int value);
+    ~IntegerValueExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    int getValue() const { return value_; }
+
+private:
+    int value_;
+};
+
+class KIV_EXPORT DoubleValueExpression final : public Expression {
+public:
+    explicit DoubleValueExpression(double value);
+    ~DoubleValueExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    double getValue() const { return value_; }
+
+private:
+    double value_;
+};
+
+/// A string literal, without its quotes.
+class KIV_EXPORT StringValueExpression final : public Expression {
+public:
+    explicit StringValueExpression(std::string value);
+    ~StringValueExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    std::string_view getValue() const { return value_; }
+
+private:
+    std::string value_;
+};
+
+class KIV_EXPORT LogicalValueExpression final : public Expression {
+public:
+    explicit LogicalValueExpression(Logical value);
+    ~LogicalValueExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    Logical getValue() const { return value_; }
+
+private:
+    Logical value_;
+};
+
+/// TypeName.ValueName
+class KIV_EXPORT EnumerationValueExpression final : public Expression {
+public:
+    EnumerationValueExpression(std::string typeName, std::string valueName);
+    ~EnumerationValueExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    std::string_view getTypeName() const { return typeName_; }
+    std::string_view getValueName() const { return valueName_; }
+
+private:
+    std::string typeName_;
+    std::string valueName_;
+};
+
+/// QUERY(variable <* source | condition)
+class KIV_EXPORT QueryExpression final : public Expression {
+public:
+    QueryExpression(std::string variable, ExpressionPtr source, ExpressionPtr condition);
+    ~QueryExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    std::string_view getVariable() const { return variable_; }
+    const Expression& getSource() const { return *source_; }
+    const Expression& getCondition() const { return *condition_; }
+
+private:
+    std::string variable_;
+    ExpressionPtr source_;
+    ExpressionPtr condition_;
+};
+
+/// A name, or a base qualified by "\name", ".name", "[index]" or "[index:indexEnd]". Chains grow to the left.
+class KIV_EXPORT GetExpression final : public Expression {
+public:
+    /// A plain reference to an attribute, a variable or a constant.
+    explicit GetExpression(std::string name);
+    /// A group or attribute qualifier.
+    GetExpression(Qualifier qualifier, std::string name, ExpressionPtr base);
+    /// An index; `indexEnd` may be null.
+    GetExpression(ExpressionPtr index, ExpressionPtr indexEnd, ExpressionPtr base);
+    ~GetExpression() override;
+    void accept(ExpressionVisitor& visitor) const override;
+
+    Qualifier getQualifier() const { return qualifier_; }
+    /// Empty for an index.
+    std::string_view getName() const { return name_; }
+    /// Null unless the qualifier is an index.
+    const Expression* pIndex() const { return index_.get(); }
+    /// Null unless the index has a part behind ':'.
+    const Expression* pIndexEnd() const { return indexEnd_.get(); }
+    /// What is qualified; null for a plain reference.
+    const Expression* pBase() const { return base_.get(); }
+
+private:
+    ExpressionPtr pChainTake() override;
+
+    Qualifier qualifier_;
+    std::string name_;
+    ExpressionPtr index_;
+    ExpressionPtr indexEnd_;
+    ExpressionPtr base_;
+};
+
+/// One operation per node class.
+class KIV_EXPORT ExpressionVisitor {
+public:
+    virtual ~ExpressionVisitor();
+
+    virtual void visit(const GetExpression& node) = 0;
+    virtual void visit(const QueryExpression& node) = 0;
+    virtual void visit(const EnumerationValueExpression& node) = 0;
+    virtual void visit(const LogicalValueExpression& node) = 0;
+    virtual void visit(const DoubleValueExpression& node) = 0;
+    virtual void visit(const IntegerValueExpression& node) = 0;
+    virtual void visit(const StringValueExpression& node) = 0;
+    virtual void visit(const RepetitionExpression& node) = 0;
+    virtual void visit(const AggregateInitializerExpression& node) = 0;
+    virtual void visit(const IntervalExpression& node) = 0;
+    virtual void visit(const FunctionCallExpression& node) = 0;
+    virtual void visit(const ConstantExpression& node) = 0;
+    virtual void visit(const BinaryExpression& node) = 0;
+    virtual void visit(const UnaryExpression& node) = 0;
+};
+
+/// A rule of a WHERE clause.
+struct ParsedRule {
+    std::string label;
+    ExpressionPtr expression;
+};
+
+} // namespace kiv::ifc::def::schema

@@ -1,0 +1,89 @@
+/// Parses the rules of a WHERE clause into expression trees.
+///
+///     ExpressTokenizer tokenizer("WR1 : SIZEOF(Items) >= 1;");
+///     ExpressParser parser(tokenizer, schema);
+///     std::vector<ParsedRule> rules;
+///     while (parser.boParseRule(rules)) {}
+///
+/// Ownership: refers to the tokenizer and the schema, which must outlive it; the trees are the caller's.
+/// Threads:   one parser, one thread.
+/// Errors:    `ExpressParser::SyntaxError` with the line and column of the place; what the tokenizer raises
+/// passes.
+#pragma once
+
+#include "Format/Ifc/Def/Schema/ExpressExpression.h"
+#include "Format/Ifc/Def/Schema/ExpressTokenizer.h"
+
+#include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::ifc::def::schema {
+
+class Schema;
+
+class KIV_EXPORT ExpressParser {
+public:
+    class KIV_EXPORT SyntaxError : public std::exception {
+    public:
+        explicit SyntaxError(std::string message);
+        SyntaxError(const SyntaxError& other);
+        SyntaxError& operator=(const SyntaxError& other);
+        ~SyntaxError() override;
+
+        const char* what() const noexcept override;
+
+    private:
+        std::string message_;
+    };
+
+    /// Reads the first token. The schema tells function calls and enumeration values apart from plain names.
+    ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema);
+
+    /// Appends the next rule; false, with nothing consumed, when the next token is no identifier.
+    bool boParseRule(std::vector<ParsedRule>& rules);
+
+    /// The next expression; never null.
+    ExpressionPtr parseExpression();
+
+    /// Raises a SyntaxError: the message, then " at ", the line, ":" and the column of the next token.
+    [[noreturn]] void vFail(const std::string& message) const;
+
+private:
+    class NestingGuard;
+
+    ExpressToken next();
+    bool isNext(ExpressTokenKind kind) const { return current_.kind == kind; }
+    bool boAccept(ExpressTokenKind kind);
+    ExpressToken expect(ExpressTokenKind kind);
+    std::string sExpectIdentifier();
+    bool isNextSchemaObject() const;
+
+    ExpressionPtr parseSimpleExpression();
+    ExpressionPtr parseTerm();
+    ExpressionPtr parseFactor();
+    ExpressionPtr parseSimpleFactor();
+    ExpressionPtr parseAggregateInitializer();
+    ExpressionPtr parseElement();
+    ExpressionPtr parseSchemaObject();
+    ExpressionPtr parseCall(std::string name);
+    ExpressionPtr parseInterval();
+    IntervalOperator parseIntervalOperator();
+    ExpressionPtr parseQuery();
+    ExpressionPtr parseParenthesised();
+    ExpressionPtr parseUnary(UnaryOperator op);
+    ExpressionPtr pParseLiteral();
+    ExpressionPtr parsePrimary();
+    ExpressionPtr parseQualifiers(ExpressionPtr base);
+    ExpressionPtr parseIndex(ExpressionPtr base);
+
+    ExpressTokenizer& tokenizer_;
+    const Schema& schema_;
+    // Read ahead, not consumed yet.
+    ExpressToken current_;
+    // How many expressions enclose the one being parsed.
+    std::size_t nesting_ = 0;
+};
+
+} // namespace kiv::ifc::def::schema

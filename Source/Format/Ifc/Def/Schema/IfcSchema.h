@@ -1,0 +1,143 @@
+/// Reads an IFC schema, written in EXPRESS (ISO 10303-11), into objects that are looked up by name. The
+/// folder holds the objects, their readers, and the parser of their rules.
+///
+///     std::unique_ptr<Schema> schema(pStepStreamRead(stream, [](auto& in, const auto& header, auto pos) {
+///         return new Schema(in, header, pos);
+///     }));
+///     const auto* wall = schema->pObjectFromName("IfcWall");
+///
+/// Ownership: a schema owns every object and data type it hands out; they live as long as it does.
+/// Threads:   built by one thread; look-ups may then run from any number of threads at once.
+/// Errors:    an unknown name is an answer (null), never an error; a stream that fails while the schema is
+/// read throws
+///            `kiv::exception` with an empty message, a rule with a literal out of range std::out_of_range.
+///            Names that the text leaves unresolved are reported to the host's assertion service.
+#pragma once
+
+#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::ifc::def::schema {
+
+class KIV_EXPORT Schema {
+public:
+    /// Reads the statements that follow the header line, up to END_SCHEMA or the end of the stream, and
+    /// resolves them. `schemaPos` is the byte offset of "SCHEMA" in the header line.
+    Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos);
+    virtual ~Schema();
+    Schema(const Schema&) = delete;
+    Schema& operator=(const Schema&) = delete;
+
+    /// The schema's name, such as IFC4: everything between SCHEMA and the ';', but for leading blanks.
+    std::string_view getName() const { return name_; }
+
+    /// The object of this name, in any letter case; null when there is none. Of two objects of one name, the
+    /// one read first. Names up to 64 bytes are looked up without an allocation; cost: the logarithm of the
+    /// objects.
+    const ObjectBase* pObjectFromName(std::string_view name) const;
+
+    /// The same for a key that is made already; nothing is allocated.
+    const ObjectBase* pObjectFromName(const ObjectName& name) const;
+
+    /// The explicit attribute that this entity itself declares, both names in any letter case; null when
+    /// there is none.
+    const Attribute* pAttributeGet(const std::string& entityName, const std::string& attributeName) const;
+
+    /// Every explicit attribute of this name, in any letter case; those of one entity in the order of its
+    /// declaration.
+    std::vector<std::reference_wrapper<const Attribute>>
+    attributesGet(const std::string& attributeName) const;
+
+    /// Every object, in the order of the text; objects whose name another object bears too are all there.
+    const std::vector<const ObjectBase*>& getObjects() const { return objectsAsRead_; }
+
+    /// The objects in the order of their upper-cased names, each name once: the one read first.
+    const std::vector<const ObjectBase*>& getObjectsByName() const { return objectsByName_; }
+
+    /// The data types that are not shared, in the order in which they were made.
+    const std::vector<std::unique_ptr<DataTypeBase>>& getDataTypes() const { return dataTypes_; }
+
+private:
+    friend class DataTypeBase;
+    friend class AggregateNesting;
+    friend class Entity;
+    friend class Type;
+
+    /// One line of the object table. The name and its hash are copied here so that a search touches no
+    /// object.
+    struct TableEntry {
+        std::uint32_t hash;
+        std::string_view upperName;
+        std::unique_ptr<ObjectBase> object;
+    };
+    static bool boTableLess(std::uint32_t hash, std::string_view name, std::uint32_t otherHash,
+                            std::string_view otherName);
+
+    /// One line of the index of attributes.
+    struct AttributeEntry {
+        std::string_view upperName;
+        const Attribute* attribute;
+    };
+    struct AttributeNameLess {
+        bool operator()(const AttributeEntry& left, const AttributeEntry& right) const {
+            return left.upperName < right.upperName;
+        }
+    };
+    std::span<const AttributeEntry> attributeRange(std::string_view upperName) const;
+
+    ObjectBase* pObjectFind(std::string_view name) const;
+    ObjectBase* pObjectFind(const ObjectName& name) const;
+
+    void vHeaderRead(const std::string& headerLine, std::size_t schemaPos);
+    void vStatementsRead(std::istream& stream);
+    std::unique_ptr<ObjectBase> pStatementRead(ReadLineHelper& line, std::istream& stream);
+    void vResolve();
+    void vObjectsByNameBuild();
+    void vTableSort();
+    void vAttributesSort();
+    void vInverseAndNumbersResolve();
+    static void vTreeNumber(Entity& root, std::uint16_t& counter);
+
+    void vAttributeAdd(const Attribute& attribute);
+    /// Throws std::logic_error once the schema is built: nothing is added to it any more.
+    void vBuildingCheck() const;
+
+    std::string name_;
+    // Declared in the reverse of the order in which they are destroyed: objects, shared data types, data
+    // types.
+    std::vector<std::unique_ptr<DataTypeBase>> dataTypes_;
+    std::array<std::unique_ptr<DataTypeBase>, 7> sharedTypes_;
+    std::vector<TableEntry> table_;
+    std::vector<const ObjectBase*> objectsAsRead_;
+    std::vector<const ObjectBase*> objectsByName_;
+    std::vector<AttributeEntry> attributes_;
+    std::size_t aggregateNesting_ = 0;
+    bool built_ = false;
+};
+
+/// Finds the line with "SCHEMA" outside a comment that starts its line, calls the factory with the stream,
+/// that line and the byte offset of "SCHEMA" in it, and returns what the factory made: whose ownership is the
+/// factory's to say.
+///
+/// The stream is read to its end: each further such line calls the factory again, and the last result is
+/// returned; a factory that gives up ownership of more than one schema must therefore keep the earlier ones
+/// itself. Null when there is no such line. A UTF-8 byte order mark at the start is skipped. Throws
+/// `kiv::exception` when the stream fails, and std::bad_function_call when a header is found and the factory
+/// is empty.
+KIV_EXPORT Schema*
+pStepStreamRead(std::istream& stream,
+                std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory);
+
+} // namespace kiv::ifc::def::schema

@@ -1,0 +1,455 @@
+#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+
+#include <algorithm>
+#include <limits>
+#include <tuple>
+#include <type_traits>
+#include <unordered_set>
+
+namespace kiv::ifc::def::schema {
+
+namespace {
+
+constexpr std::string_view File = "Source/Format/Ifc/Def/Schema/IfcSchemaDataType";
+
+/// An unsigned number as stream extraction reads it: leading white space and a sign are allowed (a negative
+/// number wraps around), the first byte that is no digit ends it, too large a number gives the largest, none
+/// gives 0.
+template <class Number>
+Number unsignedFromText(std::string_view text) {
+    constexpr auto largest = std::numeric_limits<Number>::max();
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+'))
+        text.remove_prefix(1);
+    Number value = 0;
+    for (const char byte : text) {
+        if (byte < '0' || byte > '9')
+            break;
+        const auto digit = static_cast<Number>(byte - '0');
+        if (value > (largest - digit) / 10)
+            return largest;
+        value = static_cast<Number>(value * 10 + digit);
+    }
+    return negative ? static_cast<Number>(Number{0} - value) : value;
+}
+
+Bound boundFromText(std::string_view text) {
+    if (text.starts_with('?'))
+        return {0, Bound::State::Unbounded};
+    if (text.empty())
+        return {};
+    return {unsignedFromText<std::uint32_t>(text), Bound::State::Given};
+}
+
+/// The width in a keyword such as "STRING(255)": what stands behind its first seven bytes.
+std::uint64_t widthFromKeyword(std::string_view keyword) {
+    constexpr std::size_t prefix = std::string_view("STRING(").size();
+    return keyword.size() >= prefix + 2 ? unsignedFromText<std::uint64_t>(keyword.substr(prefix)) : 0;
+}
+
+std::string sRestOfLine(const ReadLineHelper& line, std::size_t pos) {
+    return line.getLine().substr(std::min(pos, line.getLine().size()));
+}
+
+template <class NewType>
+std::unique_ptr<DataTypeBase> create() {
+    if constexpr (std::is_constructible_v<NewType, std::string, std::string>)
+        return std::make_unique<NewType>(std::string(), std::string());
+    else if constexpr (std::is_constructible_v<NewType, std::string>)
+        return std::make_unique<NewType>(std::string());
+    else
+        return std::make_unique<NewType>();
+}
+
+/// A data type of which a schema holds one, under its keyword.
+struct SharedType {
+    std::string_view keyword;
+    std::unique_ptr<DataTypeBase> (*create)();
+};
+
+constexpr SharedType SharedTypes[] = {{"REAL", &create<DataType<0>>},      {"BOOLEAN", &create<DataType<1>>},
+                                      {"INTEGER", &create<DataType<2>>},   {"NUMBER", &create<DataType<3>>},
+                                      {"STRING", &create<DataTypeString>}, {"LOGICAL", &create<DataType<5>>},
+                                      {"BINARY", &create<DataTypeBinary>}};
+
+/// The new, unshared data type for a keyword. `source` makes ENUMERATION, SELECT, the aggregates and a sized
+/// STRING, as these are built differently from a text and from the line of a declaration.
+template <class Source>
+std::unique_ptr<DataTypeBase> pNewType(const std::string& keyword, Source&& source) {
+    if (keyword.find("STRING") != std::string::npos)
+        return source.string(keyword);
+    if (keyword.find("BINARY") != std::string::npos)
+        return std::make_unique<DataTypeBinary>(keyword);
+    if (keyword == "ENUMERATION")
+        return source.template create<DataTypeEnum>();
+    if (keyword == "SELECT")
+        return source.template create<DataTypeSelect>();
+    if (keyword == "ARRAY")
+        return source.template create<DataTypeArray>();
+    if (keyword == "LIST")
+        return source.template create<DataTypeList>();
+    if (keyword == "SET")
+        return source.template create<DataTypeSet>();
+    return nullptr;
+}
+
+struct FromText {
+    const std::string& rest;
+
+    template <class NewType>
+    std::unique_ptr<DataTypeBase> create() const {
+        return std::make_unique<NewType>(rest);
+    }
+    std::unique_ptr<DataTypeBase> string(const std::string& keyword) const {
+        return std::make_unique<DataTypeString>(keyword, rest);
+    }
+};
+
+struct FromLine {
+    ReadLineHelper& line;
+    std::size_t pos;
+    std::istream& stream;
+
+    template <class NewType>
+    std::unique_ptr<DataTypeBase> create() const {
+        return std::make_unique<NewType>(line, pos, stream);
+    }
+    std::unique_ptr<DataTypeBase> string(const std::string& keyword) const {
+        return std::make_unique<DataTypeString>(keyword, line, pos, stream);
+    }
+};
+
+} // namespace
+
+/// Counts how deep aggregates are being built inside each other.
+class AggregateNesting {
+public:
+    explicit AggregateNesting(Schema& schema) : depth_(schema.aggregateNesting_) { ++depth_; }
+    ~AggregateNesting() { --depth_; }
+    AggregateNesting(const AggregateNesting&) = delete;
+    AggregateNesting& operator=(const AggregateNesting&) = delete;
+
+    bool isTooDeep() const { return depth_ > AggregateNestingMax; }
+
+private:
+    std::size_t& depth_;
+};
+
+DataTypeBase::DataTypeBase(DataTypeKind kind) : ObjectBase(ObjectBase::Type::DataType), dataTypeKind_(kind) {}
+
+DataTypeBase::~DataTypeBase() = default;
+
+const DataTypeBase* DataTypeBase::pFrom(const ObjectBase* object) {
+    const bool is = object && object->getKind() == ObjectBase::Type::DataType;
+    return is ? static_cast<const DataTypeBase*>(object) : nullptr;
+}
+
+const ObjectBase* DataTypeBase::pBaseType() const {
+    return this;
+}
+
+bool DataTypeBase::isConstructed() const {
+    return false;
+}
+
+DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, const std::string& text, bool update) {
+    const auto blank = text.find(' ');
+    const auto end = blank != std::string::npos ? blank : text.find(';');
+    return pTypeCreateOnSchema(schema, text.substr(0, end),
+                               blank == std::string::npos ? "" : text.substr(blank + 1), update);
+}
+
+DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string&& keyword, std::string&& rest,
+                                                bool update) {
+    if (auto* const shared = pSharedType(schema, keyword))
+        return shared;
+    auto* const type = pTypeAdd(schema, keyword, pNewType(keyword, FromText{rest}));
+    if (type && update)
+        type->vUpdate(schema);
+    return type;
+}
+
+DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, const std::string& keyword,
+                                                ReadLineHelper& line, std::size_t pos, std::istream& stream) {
+    if (auto* const shared = pSharedType(schema, keyword))
+        return shared;
+    return pTypeAdd(schema, keyword, pNewType(keyword, FromLine{line, pos, stream}));
+}
+
+DataTypeBase* DataTypeBase::pSharedType(Schema& schema, std::string_view keyword) {
+    static_assert(std::size(SharedTypes) == std::tuple_size_v<decltype(Schema::sharedTypes_)>);
+    const auto* const shared =
+        std::find_if(std::begin(SharedTypes), std::end(SharedTypes),
+                     [&](const SharedType& entry) { return entry.keyword == keyword; });
+    if (shared == std::end(SharedTypes))
+        return nullptr;
+    auto& slot = schema.sharedTypes_[static_cast<std::size_t>(shared - std::begin(SharedTypes))];
+    if (!slot) {
+        schema.vBuildingCheck();
+        slot = shared->create();
+        slot->vNameSet(keyword);
+    }
+    return slot.get();
+}
+
+DataTypeBase* DataTypeBase::pTypeAdd(Schema& schema, std::string_view keyword,
+                                     std::unique_ptr<DataTypeBase> type) {
+    if (!type)
+        return nullptr;
+    schema.vBuildingCheck();
+    type->vNameSet(keyword);
+    return schema.dataTypes_.emplace_back(std::move(type)).get();
+}
+
+template <std::uint32_t N>
+DataType<N>::DataType() : DataTypeBase(static_cast<DataTypeKind>(N)) {}
+
+template <std::uint32_t N>
+DataType<N>::~DataType() = default;
+
+template <std::uint32_t N>
+DataTypeWithSize<N>::DataTypeWithSize(const std::string& keyword) : width_(widthFromKeyword(keyword)) {}
+
+template <std::uint32_t N>
+DataTypeWithSize<N>::~DataTypeWithSize() = default;
+
+DataTypeString::DataTypeString(const std::string& keyword, const std::string&) :
+    DataTypeWithSize<4>(keyword), fixed_(false) {}
+
+DataTypeString::DataTypeString(const std::string& keyword, ReadLineHelper& line, std::size_t pos,
+                               std::istream&) :
+    DataTypeWithSize<4>(keyword), fixed_(line.getLine().find("FIXED", pos) != std::string::npos) {}
+
+DataTypeString::~DataTypeString() = default;
+
+DataTypeBinary::DataTypeBinary(const std::string& keyword) : DataTypeWithSize<6>(keyword) {}
+
+DataTypeBinary::~DataTypeBinary() = default;
+
+DataTypeEnum::DataTypeEnum(const std::string&) {}
+
+DataTypeEnum::DataTypeEnum(const std::vector<std::string>& items) : items_(items) {
+    vIndexBuild();
+}
+
+DataTypeEnum::DataTypeEnum(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
+    items_(line.getNamesInList(pos, stream)) {
+    vIndexBuild();
+}
+
+DataTypeEnum::~DataTypeEnum() = default;
+
+void DataTypeEnum::vIndexBuild() {
+    ordered_.reserve(items_.size());
+    for (const auto& item : items_)
+        ordered_.push_back(&item);
+    std::stable_sort(ordered_.begin(), ordered_.end(), [](const auto* a, const auto* b) { return *a < *b; });
+    const auto last =
+        std::unique(ordered_.begin(), ordered_.end(), [](const auto* a, const auto* b) { return *a == *b; });
+    ordered_.erase(last, ordered_.end());
+}
+
+bool DataTypeEnum::isConstructed() const {
+    return true;
+}
+
+bool DataTypeEnum::boContains(std::string_view item) const {
+    const auto found =
+        std::lower_bound(ordered_.begin(), ordered_.end(), item,
+                         [](const auto* entry, std::string_view wanted) { return *entry < wanted; });
+    return found != ordered_.end() && **found == item;
+}
+
+DataTypeSelect::DataTypeSelect(const std::string&) {}
+
+DataTypeSelect::DataTypeSelect(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
+    memberNames_(line.getNamesInList(pos, stream)) {}
+
+DataTypeSelect::~DataTypeSelect() = default;
+
+void DataTypeSelect::vUpdate(Schema& schema) {
+    allEntities_ = true;
+    members_.reserve(memberNames_.size());
+    for (const auto& name : memberNames_) {
+        const auto* const member = schema.pObjectFromName(name);
+        if (!member) {
+            vAssertReport("Object not found", "kiv::ifc::def::schema::DataTypeSelect::vUpdate", File, 453);
+            continue;
+        }
+        members_.push_back(member);
+        allEntities_ = allEntities_ && member->getKind() == ObjectBase::Type::Entity;
+    }
+}
+
+bool DataTypeSelect::isConstructed() const {
+    return true;
+}
+
+bool DataTypeSelect::isCompatible(const ObjectBase& object) const {
+    std::vector<const DataTypeSelect*> nested;
+    if (boMemberMatches(object, nested))
+        return true;
+    if (nested.empty())
+        return false;
+    // Each select is looked through once: they may name each other in circles, and reach one another on many
+    // ways.
+    std::unordered_set<const DataTypeSelect*> seen{this};
+    while (!nested.empty()) {
+        const auto* const select = nested.back();
+        nested.pop_back();
+        if (seen.insert(select).second && select->boMemberMatches(object, nested))
+            return true;
+    }
+    return false;
+}
+
+/// True when a member is the object or one of its supertypes; the selects among the members are appended to
+/// `nested`.
+bool DataTypeSelect::boMemberMatches(const ObjectBase& object,
+                                     std::vector<const DataTypeSelect*>& nested) const {
+    const auto* const entity = Entity::pFrom(&object);
+    for (const auto* const member : members_) {
+        if (member == &object)
+            return true;
+        const auto* const memberEntity = Entity::pFrom(member);
+        if (memberEntity && entity && entity->isSameOrSubtypeOf(*memberEntity))
+            return true;
+        const auto* const type = schema::Type::pFrom(member);
+        const bool isSelect =
+            type && type->pDataType() && type->pDataType()->getDataTypeKind() == DataTypeKind::Select;
+        if (isSelect)
+            nested.push_back(static_cast<const DataTypeSelect*>(type->pDataType()));
+    }
+    return false;
+}
+
+DataTypeListInterface::~DataTypeListInterface() = default;
+
+const DataTypeListInterface* DataTypeListInterface::pFrom(const ObjectBase* object) {
+    const auto* const type = DataTypeBase::pFrom(object);
+    if (!type)
+        return nullptr;
+    switch (type->getDataTypeKind()) {
+    case DataTypeKind::Array:
+        return static_cast<const DataTypeArray*>(type);
+    case DataTypeKind::List:
+        return static_cast<const DataTypeList*>(type);
+    case DataTypeKind::Set:
+        return static_cast<const DataTypeSet*>(type);
+    default:
+        return nullptr;
+    }
+}
+
+template <std::uint32_t N>
+DataTypeListBase<N>::DataTypeListBase(const std::string& text, bool* unique) {
+    vInit(text, unique);
+}
+
+template <std::uint32_t N>
+DataTypeListBase<N>::DataTypeListBase(ReadLineHelper& line, std::size_t pos, std::istream&, bool* unique) {
+    vInit(sRestOfLine(line, pos), unique);
+}
+
+template <std::uint32_t N>
+DataTypeListBase<N>::~DataTypeListBase() = default;
+
+template <std::uint32_t N>
+void DataTypeListBase<N>::vInit(std::string_view text, bool* unique) {
+    constexpr auto npos = std::string_view::npos;
+    const auto open = text.find('[');
+    const auto colon = open == npos ? npos : text.find(':', open);
+    const auto close = colon == npos ? npos : text.find(']', colon);
+    if (close != npos) {
+        lower_ = boundFromText(text.substr(open + 1, colon - open - 1));
+        upper_ = boundFromText(text.substr(colon + 1, close - colon - 1));
+        text.remove_prefix(close + 1);
+    }
+    if (unique)
+        *unique = false;
+    constexpr std::string_view of = "OF ";
+    const auto found = text.find(of);
+    if (found == npos)
+        return;
+    text.remove_prefix(found + of.size());
+    if (unique)
+        vUniqueRead(text, *unique);
+    elementText_ = text.substr(0, text.find(';'));
+}
+
+/// Takes UNIQUE off the text. Three bytes of the word are searched on purpose, and anywhere: "UNI" inside the
+/// name of the element counts too.
+template <std::uint32_t N>
+void DataTypeListBase<N>::vUniqueRead(std::string_view& text, bool& unique) {
+    const bool nested = text.starts_with("LIST ") || text.starts_with("ARRAY ") || text.starts_with("SET ");
+    const auto found = text.find("UNI");
+    if (nested || found == std::string_view::npos)
+        return;
+    unique = true;
+    text.remove_prefix(std::min(found + std::string_view("UNIQUE ").size(), text.size()));
+}
+
+template <std::uint32_t N>
+void DataTypeListBase<N>::vUpdate(Schema& schema) {
+    if (element_)
+        return;
+    const AggregateNesting nesting(schema);
+    element_ = schema.pObjectFromName(elementText_);
+    if (!element_ && !nesting.isTooDeep())
+        element_ = DataTypeBase::pTypeCreateOnSchema(schema, elementText_, true);
+    if (!element_)
+        vAssertReport("Type not found",
+                      "kiv::ifc::def::schema::DataTypeListBase<" + std::to_string(N) + ">::vUpdate", File,
+                      228);
+}
+
+template <std::uint32_t N>
+const ObjectBase* DataTypeListBase<N>::pBaseType() const {
+    const ObjectBase* element = element_;
+    while (const auto* const aggregate = DataTypeListInterface::pFrom(element))
+        element = aggregate->pElement();
+    return element;
+}
+
+DataTypeArray::DataTypeArray(const std::string& text) : DataTypeListBase<9>(text, nullptr) {}
+DataTypeArray::DataTypeArray(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
+    DataTypeListBase<9>(line, pos, stream, nullptr) {}
+DataTypeArray::~DataTypeArray() = default;
+
+DataTypeList::DataTypeList(const std::string& text) : DataTypeListBase<10>(text, &unique_) {}
+DataTypeList::DataTypeList(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
+    DataTypeListBase<10>(line, pos, stream, &unique_) {}
+DataTypeList::~DataTypeList() = default;
+
+DataTypeSet::DataTypeSet(const std::string& text) : DataTypeListBase<11>(text, nullptr) {}
+DataTypeSet::DataTypeSet(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
+    DataTypeListBase<11>(line, pos, stream, nullptr) {}
+DataTypeSet::~DataTypeSet() = default;
+
+template class DataType<0>;
+template class DataType<1>;
+template class DataType<2>;
+template class DataType<3>;
+template class DataType<4>;
+template class DataType<5>;
+template class DataType<6>;
+template class DataType<7>;
+template class DataType<8>;
+template class DataType<9>;
+template class DataType<10>;
+template class DataType<11>;
+template class DataTypeWithSize<4>;
+template class DataTypeWithSize<6>;
+template class DataTypeListBase<9>;
+template class DataTypeListBase<10>;
+template class DataTypeListBase<11>;
+
+} // namespace kiv::ifc::def::schema

@@ -1,0 +1,29 @@
+#include "Format/Ifc/Def/Schema/IfcSchemaDerive.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+
+namespace kiv::ifc::def::schema {
+
+DeriveValue::DeriveValue(std::string_view name, std::string_view rest) : name_(name), rest_(rest) {}
+
+void DeriveValue::update(const Entity& entity) {
+    const auto dot = name_.find('.');
+    if (dot == std::string::npos)
+        return;
+    redeclared_ = entity.pAttributeFromName(AttributeName(std::string_view(name_).substr(dot + 1)), true);
+    if (!redeclared_)
+        vAssertReport("Attribute not found", "kiv::ifc::def::schema::DeriveValue::update",
+                      "Source/Format/Ifc/Def/Schema/IfcSchemaDerive", 30);
+}
+
+void Derive::vDeriveAdd(std::string_view name, std::string_view rest) {
+    values_.emplace_back(name, rest);
+}
+
+void Derive::vUpdate(const Entity& entity) {
+    for (auto& value : values_)
+        value.update(entity);
+}
+
+} // namespace kiv::ifc::def::schema

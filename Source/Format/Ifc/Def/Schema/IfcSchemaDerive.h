@@ -1,0 +1,56 @@
+/// The DERIVE clause of an entity.
+///
+/// Ownership: belongs to its entity; the attributes it points at belong to theirs.
+/// Threads:   read-only once the schema is built.
+#pragma once
+
+#include "Host/KivExport.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::ifc::def::schema {
+
+class Attribute;
+class Entity;
+
+/// One derived attribute.
+class KIV_EXPORT DeriveValue {
+public:
+    DeriveValue(std::string_view name, std::string_view rest);
+
+    /// Finds the attribute that a name such as SELF\IfcNamedUnit.Dimensions redeclares, in the entity and
+    /// above.
+    void update(const Entity& entity);
+
+    /// The name as written.
+    std::string_view getName() const { return name_; }
+
+    /// Everything behind the colon: the type, ":=" and the expression, with the ';'.
+    std::string_view getRest() const { return rest_; }
+
+    /// The redeclared attribute; null for a plain derived attribute and when it was not found.
+    const Attribute* pRedeclared() const { return redeclared_; }
+
+private:
+    std::string name_;
+    std::string rest_;
+    const Attribute* redeclared_ = nullptr;
+};
+
+class KIV_EXPORT Derive {
+public:
+    void vDeriveAdd(std::string_view name, std::string_view rest);
+
+    /// Resolves every value, in order.
+    void vUpdate(const Entity& entity);
+
+    /// The derived attributes in the order of the declaration.
+    const std::vector<DeriveValue>& getValues() const { return values_; }
+
+private:
+    std::vector<DeriveValue> values_;
+};
+
+} // namespace kiv::ifc::def::schema

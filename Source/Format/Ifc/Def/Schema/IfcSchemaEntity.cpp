@@ -1,0 +1,365 @@
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+
+#include <istream>
+#include <utility>
+
+namespace kiv::ifc::def::schema {
+
+namespace {
+
+constexpr std::string_view Keyword = "ENTITY";
+constexpr auto npos = std::string_view::npos;
+
+void vEntityNotFoundReport(int line) {
+    vAssertReport("Entity not found", "kiv::ifc::def::schema::Entity::vUpdate",
+                  "Source/Format/Ifc/Def/Schema/IfcSchemaEntity", line);
+}
+
+std::size_t supertypeCount(const Entity& entity) {
+    std::size_t count = 0;
+    for (const auto* above = entity.pSupertype(); above; above = above->pSupertype())
+        ++count;
+    return count;
+}
+
+const Entity* pAncestor(const Entity* entity, std::size_t levels) {
+    for (; levels > 0; --levels)
+        entity = entity->pSupertype();
+    return entity;
+}
+
+} // namespace
+
+/// Reads one declaration, clause by clause. Each line is offered to the clauses in a fixed order; searches
+/// are by substring, and most look at the whole line, so that one line may serve several clauses.
+class Entity::Reader {
+public:
+    Reader(Entity& entity, Schema& schema, ReadLineHelper& line, std::istream& stream) :
+        entity_(entity), schema_(schema), line_(line), stream_(stream) {}
+
+    void vRead() {
+        while (line_.boNextLine(stream_)) {
+            if (line_.getLine().empty())
+                continue;
+            vLineRead();
+            if (ended_)
+                return;
+        }
+    }
+
+private:
+    enum class Clause { NotSeen, Open, Closed };
+    static constexpr std::string_view Colon = " : ";
+
+    void vLineRead() {
+        // The clauses of the header move this position along the line; all others look at the whole line.
+        std::size_t pos = 0;
+        vAbstractRead(pos);
+        if (!boSupertypeRead(pos) || !boSubtypeRead(pos))
+            return;
+        colon_ = line_.getLine().find(Colon);
+        if (boAttributeRead())
+            return;
+        vInverseRead();
+        vUniqueRead();
+        vDeriveRead();
+        vWhereRead();
+        ended_ = line_.getLine().find("END_ENTITY") != npos;
+    }
+
+    /// ABSTRACT counts on the first line behind the header only.
+    void vAbstractRead(std::size_t& pos) {
+        constexpr std::string_view word = "ABSTRACT";
+        if (!first_)
+            return;
+        first_ = false;
+        const auto found = line_.getLine().find(word);
+        if (found == npos)
+            return;
+        entity_.abstract_ = true;
+        pos = found + word.size();
+    }
+
+    /// False when the rest of the line is to be ignored.
+    bool boSupertypeRead(std::size_t& pos) {
+        constexpr std::string_view words = "SUPERTYPE OF (ONEOF";
+        if (supertype_ == Clause::NotSeen) {
+            const auto found = line_.getLine().find(words, pos);
+            if (found != npos) {
+                supertype_ = Clause::Open;
+                pos = found + words.size();
+            }
+        }
+        if (supertype_ != Clause::Open)
+            return true;
+        if (entity_.supertypeOfNames_.empty())
+            entity_.supertypeOfNames_ = line_.getNamesInList(pos, stream_);
+        pos = line_.getLine().find(')', pos);
+        if (pos == npos)
+            return false;
+        supertype_ = Clause::Closed;
+        return true;
+    }
+
+    /// False when the rest of the line is to be ignored.
+    bool boSubtypeRead(std::size_t pos) {
+        constexpr std::string_view words = "SUBTYPE OF ";
+        const std::string_view text = line_.getLine();
+        if (subtype_ == Clause::NotSeen) {
+            const auto found = text.find(words, pos);
+            if (found != npos) {
+                subtype_ = Clause::Open;
+                pos = found + words.size();
+            }
+        }
+        if (subtype_ != Clause::Open)
+            return true;
+        const auto paren = text.find('(', pos);
+        if (paren == npos)
+            return false;
+        const auto name = text.substr(paren + 1);
+        entity_.supertypeName_ = name.substr(0, name.find(");"));
+        subtype_ = Clause::Closed;
+        return true;
+    }
+
+    /// True when the line was an explicit attribute, which takes the whole line.
+    bool boAttributeRead() {
+        if (clauseBegun_ || colon_ == npos)
+            return false;
+        entity_.attributes_.emplace_back(entity_, sNameBeforeColon(), line_.getLine(), colon_ + Colon.size());
+        return true;
+    }
+
+    void vInverseRead() {
+        if (boOpens(inverse_, "INVERSE") || inverse_ != Clause::Open)
+            return;
+        if (colon_ == npos) {
+            inverse_ = Clause::Closed;
+            return;
+        }
+        constexpr std::string_view forWord = " FOR ";
+        const std::string_view text = line_.getLine();
+        const auto typePos = colon_ + Colon.size();
+        const auto forPos = text.find(forWord, typePos);
+        if (forPos == npos)
+            return;
+        const auto referred = text.substr(forPos + forWord.size());
+        entity_.attributesInverse_.emplace_back(entity_, sNameBeforeColon(),
+                                                std::string(text.substr(typePos, forPos - typePos)),
+                                                std::string(referred.substr(0, referred.find(';'))));
+    }
+
+    void vUniqueRead() {
+        if (boOpens(unique_, "UNIQUE")) {
+            entity_.unique_ = std::make_unique<Unique>();
+            return;
+        }
+        if (unique_ != Clause::Open)
+            return;
+        if (colon_ == npos) {
+            unique_ = Clause::Closed;
+            return;
+        }
+        entity_.unique_->vUniqueAdd(entity_, sLabelBeforeColon(), line_, colon_ + Colon.size());
+    }
+
+    void vDeriveRead() {
+        if (boOpens(derive_, "DERIVE")) {
+            entity_.derive_ = std::make_unique<Derive>();
+            return;
+        }
+        if (derive_ != Clause::Open)
+            return;
+        if (colon_ == npos) {
+            derive_ = Clause::Closed;
+            return;
+        }
+        vStatementJoin();
+        const std::string_view rest = line_.getLine();
+        entity_.derive_->vDeriveAdd(sLabelBeforeColon(), rest.substr(colon_ + Colon.size()));
+    }
+
+    /// Appends the following lines to the current one until it holds a ';'.
+    void vStatementJoin() {
+        std::size_t searched = 0;
+        while (line_.getLine().find(';', searched) == npos) {
+            searched = line_.getLine().size();
+            if (!line_.boNextLineAppend(stream_))
+                return;
+        }
+    }
+
+    void vWhereRead() {
+        constexpr std::string_view word = "WHERE";
+        const auto found = line_.getLine().find(word);
+        if (found == npos)
+            return;
+        clauseBegun_ = true;
+        entity_.where_ = std::make_unique<Where>(schema_, line_, found + word.size(), stream_);
+    }
+
+    /// True when this line opens the clause. What else stands on that line is no entry of it.
+    bool boOpens(Clause& clause, std::string_view word) {
+        if (clause != Clause::NotSeen || line_.getLine().find(word) == npos)
+            return false;
+        clause = Clause::Open;
+        clauseBegun_ = true;
+        return true;
+    }
+
+    std::string sNameBeforeColon() const {
+        return std::string(trimmed(std::string_view(line_.getLine()).substr(0, colon_), BlankAndTab));
+    }
+    std::string sLabelBeforeColon() const {
+        return std::string(trimmedLeft(std::string_view(line_.getLine()).substr(0, colon_), BlankAndTab));
+    }
+
+    Entity& entity_;
+    Schema& schema_;
+    ReadLineHelper& line_;
+    std::istream& stream_;
+    Clause supertype_ = Clause::NotSeen;
+    Clause subtype_ = Clause::NotSeen;
+    Clause inverse_ = Clause::NotSeen;
+    Clause unique_ = Clause::NotSeen;
+    Clause derive_ = Clause::NotSeen;
+    // INVERSE, UNIQUE, DERIVE or WHERE was met: no explicit attributes follow.
+    bool clauseBegun_ = false;
+    bool first_ = true;
+    bool ended_ = false;
+    // Where " : " stands in the current line.
+    std::size_t colon_ = npos;
+};
+
+Entity::Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream) :
+    Entity(line, keywordPos + Keyword.size(), std::size_t{}) {
+    Reader(*this, schema, line, stream).vRead();
+}
+
+Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
+    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd) {}
+
+Entity::~Entity() = default;
+
+const Entity* Entity::pFrom(const ObjectBase* object) {
+    const bool is = object && object->getKind() == ObjectBase::Type::Entity;
+    return is ? static_cast<const Entity*>(object) : nullptr;
+}
+
+void Entity::vUpdate(Schema& schema) {
+    vSupertypeResolve(schema);
+    vSubtypesResolve(schema);
+    for (auto& attribute : attributes_) {
+        attribute.vUpdate(schema);
+        schema.vAttributeAdd(attribute);
+    }
+    if (derive_) {
+        // Entities are resolved in no useful order; a redeclared attribute may stand anywhere above.
+        for (auto* above = supertype_; above; above = above->supertype_)
+            above->vSupertypeResolve(schema);
+        derive_->vUpdate(*this);
+    }
+    if (where_)
+        where_->parseRules(schema);
+}
+
+void Entity::vSupertypeResolve(const Schema& schema) {
+    if (supertypeName_.empty() || supertypeSearched_)
+        return;
+    supertypeSearched_ = true;
+    auto* const found = schema.pObjectFind(supertypeName_);
+    auto* const entity = pFrom(found) ? static_cast<Entity*>(found) : nullptr;
+    // An entity above itself would have no root, and walks along supertypes no end.
+    if (!entity || entity->getTopmost() == this) {
+        vEntityNotFoundReport(316);
+        return;
+    }
+    supertype_ = entity;
+    towardsTop_ = entity;
+}
+
+Entity* Entity::getTopmost() {
+    auto* top = this;
+    while (top->towardsTop_)
+        top = top->towardsTop_;
+    for (auto* entity = this; entity != top;)
+        entity = std::exchange(entity->towardsTop_, top);
+    return top;
+}
+
+void Entity::vSubtypesResolve(const Schema& schema) {
+    subtypes_.reserve(supertypeOfNames_.size());
+    for (const auto& name : supertypeOfNames_) {
+        if (const auto* subtype = pFrom(schema.pObjectFromName(name)))
+            subtypes_.push_back(subtype);
+        else
+            vEntityNotFoundReport(325);
+    }
+}
+
+void Entity::vUpdateInverse(Schema& schema) {
+    for (auto& attribute : attributesInverse_)
+        attribute.vUpdate(schema);
+}
+
+const Attribute* Entity::pAttributeFromName(const AttributeName& key, bool withSupertypes) const {
+    for (const auto* entity = this; entity; entity = withSupertypes ? entity->supertype_ : nullptr) {
+        for (const auto& attribute : entity->attributes_) {
+            if (key.boMatches(attribute))
+                return &attribute;
+        }
+    }
+    return nullptr;
+}
+
+const Attribute* Entity::pAttributeFromNameUpper(const std::string& upperName, bool withSupertypes) const {
+    for (const auto* entity = this; entity; entity = withSupertypes ? entity->supertype_ : nullptr) {
+        for (const auto& attribute : entity->attributes_) {
+            if (attribute.getNameUpper() == upperName)
+                return &attribute;
+        }
+    }
+    return nullptr;
+}
+
+const AttributeInverse* Entity::pAttributeInverseFromName(const std::string& name,
+                                                          bool withSupertypes) const {
+    return pAttributeInverseFromNameUpper(sUpper(name), withSupertypes);
+}
+
+const AttributeInverse* Entity::pAttributeInverseFromNameUpper(const std::string& upperName,
+                                                               bool withSupertypes) const {
+    for (const auto* entity = this; entity; entity = withSupertypes ? entity->supertype_ : nullptr) {
+        for (const auto& attribute : entity->attributesInverse_) {
+            if (attribute.getNameUpper() == upperName)
+                return &attribute;
+        }
+    }
+    return nullptr;
+}
+
+bool Entity::isSameOrSubtypeOf(const Entity& other) const {
+    const auto* entity = this;
+    while (entity && entity != &other)
+        entity = entity->supertype_;
+    return entity != nullptr;
+}
+
+const Entity* Entity::pCommonBaseGet(const Entity& a, const Entity& b) {
+    const auto countA = supertypeCount(a);
+    const auto countB = supertypeCount(b);
+    const auto* first = pAncestor(&a, countA > countB ? countA - countB : 0);
+    const auto* second = pAncestor(&b, countB > countA ? countB - countA : 0);
+    while (first != second) {
+        first = first->pSupertype();
+        second = second->pSupertype();
+    }
+    return first;
+}
+
+} // namespace kiv::ifc::def::schema

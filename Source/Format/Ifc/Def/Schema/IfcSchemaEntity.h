@@ -1,0 +1,114 @@
+/// An ENTITY of the schema: its place in the inheritance tree, its attributes and its rules.
+///
+///     const auto* wall = Entity::pFrom(schema.pObjectFromName("IfcWall"));
+///     for (const auto& attribute : wall->getAttributes())
+///         std::cout << attribute.getName() << " : " << attribute.getTypeText() << '\n';
+///
+/// Ownership: belongs to its schema and owns its attributes and clauses; supertype and subtypes belong to the
+/// schema. Threads:   read-only once the schema is built; readable from any number of threads. Errors: names
+/// that resolve to nothing are assertion reports; look-ups answer null.
+#pragma once
+
+#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaDerive.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaUnique.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaWhere.h"
+
+#include <cstdint>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::ifc::def::schema {
+
+class KIV_EXPORT Entity final : public ObjectBase {
+public:
+    /// Reads the declaration whose keyword stands at byte offset `keywordPos` of the current line, up to
+    /// END_ENTITY or the end of the stream.
+    Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream);
+    ~Entity() override;
+
+    /// The object as an entity; null for null and for everything else.
+    static const Entity* pFrom(const ObjectBase* object);
+
+    void vUpdate(Schema& schema) override;
+    /// Resolves the inverse attributes, in order.
+    void vUpdateInverse(Schema& schema);
+
+    /// The entity named in SUBTYPE OF; null for a root, and when it was not found or would be its own
+    /// ancestor.
+    const Entity* pSupertype() const { return supertype_; }
+    /// The text between the parentheses of SUBTYPE OF, as written; empty for a root.
+    std::string_view getSupertypeName() const { return supertypeName_; }
+    /// ABSTRACT stood on the first line behind the header.
+    bool isAbstract() const { return abstract_; }
+    /// The names listed in SUPERTYPE OF (ONEOF (...)), as written.
+    const std::vector<std::string>& getSupertypeOfNames() const { return supertypeOfNames_; }
+    /// The entities those names stand for, in the same order. A subtype that is not listed there is not among
+    /// them.
+    const std::vector<const Entity*>& getSubtypes() const { return subtypes_; }
+    /// The explicit attributes that the entity itself declares, in order.
+    const std::vector<Attribute>& getAttributes() const { return attributes_; }
+    /// The inverse attributes that the entity itself declares, in order.
+    const std::vector<AttributeInverse>& getAttributesInverse() const { return attributesInverse_; }
+    /// The clauses; null when the declaration has none.
+    const Where* pWhere() const { return where_.get(); }
+    const Unique* pUnique() const { return unique_.get(); }
+    const Derive* pDerive() const { return derive_.get(); }
+
+    /// The pre-order number in the tree of subtypes, from 1; 0 for an entity that no subtype list reaches.
+    std::uint16_t getFirstNumber() const { return firstNumber_; }
+    /// The highest first number below this entity.
+    std::uint16_t getLastNumber() const { return lastNumber_; }
+
+    /// The attribute of exactly this name, letter case included; null when there is none.
+    const Attribute* pAttributeFromName(const AttributeName& key, bool withSupertypes) const;
+    /// The attribute of this name, which must be upper-case already; null when there is none.
+    const Attribute* pAttributeFromNameUpper(const std::string& upperName, bool withSupertypes) const;
+    /// The inverse attribute of this name, in any letter case; null when there is none.
+    const AttributeInverse* pAttributeInverseFromName(const std::string& name, bool withSupertypes) const;
+    /// The inverse attribute of this name, which must be upper-case already; null when there is none.
+    const AttributeInverse* pAttributeInverseFromNameUpper(const std::string& upperName,
+                                                           bool withSupertypes) const;
+
+    /// True when this entity is the other one or has it among its supertypes.
+    bool isSameOrSubtypeOf(const Entity& other) const;
+
+    /// The deepest entity that is, or is a supertype of, both; null when their roots differ.
+    static const Entity* pCommonBaseGet(const Entity& a, const Entity& b);
+
+private:
+    friend class Schema;
+    class Reader;
+
+    Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd);
+
+    void vSupertypeResolve(const Schema& schema);
+    void vSubtypesResolve(const Schema& schema);
+    Entity* getTopmost();
+
+    Entity* supertype_ = nullptr;
+    bool abstract_ = false;
+    bool supertypeSearched_ = false;
+    // Met by the numbering already; the numbers alone cannot tell, as they wrap around.
+    bool numbered_ = false;
+    std::uint16_t firstNumber_ = 0;
+    std::uint16_t lastNumber_ = 0;
+    std::vector<std::string> supertypeOfNames_;
+    std::vector<const Entity*> subtypes_;
+    std::string supertypeName_;
+    std::vector<Attribute> attributes_;
+    std::vector<AttributeInverse> attributesInverse_;
+    std::unique_ptr<Where> where_;
+    std::unique_ptr<Unique> unique_;
+    std::unique_ptr<Derive> derive_;
+    // Leads to the topmost supertype on ever shorter ways; finds circles in the inheritance at hardly any
+    // cost.
+    Entity* towardsTop_ = nullptr;
+};
+
+} // namespace kiv::ifc::def::schema

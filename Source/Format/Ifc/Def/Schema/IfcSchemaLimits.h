@@ -1,0 +1,17 @@
+/// The limits that keep hostile schema text from exhausting the stack, each with its reason.
+#pragma once
+
+#include <cstddef>
+
+namespace kiv::ifc::def::schema {
+
+/// How deep an expression may nest: parentheses, unary operators, aggregate initialisers, calls, queries and
+/// indices together. Real rules stay below 20; the parser recurses once per level, and 256 levels fit any
+/// thread.
+inline constexpr std::size_t ExpressionNestingMax = 256;
+
+/// How many aggregates may stand inside each other (LIST OF LIST OF ...). Real schemas use two; each level
+/// keeps the text of what it holds, so that unlimited nesting would cost memory by the square of the text.
+inline constexpr std::size_t AggregateNestingMax = 256;
+
+} // namespace kiv::ifc::def::schema

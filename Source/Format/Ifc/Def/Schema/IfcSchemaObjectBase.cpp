@@ -1,0 +1,41 @@
+#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+
+#include <algorithm>
+
+namespace kiv::ifc::def::schema {
+
+ObjectBase::ObjectBase(ObjectBase::Type kind) :
+    kind_(kind), nameHash_(schema::nameHash({})), nameUpperHash_(nameHash_) {}
+
+ObjectBase::ObjectBase(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos,
+                       std::size_t& nameEnd) :
+    ObjectBase(kind) {
+    const std::string_view text = line.getLine();
+    const auto start = std::min(text.find_first_not_of(' ', namePos), text.size());
+    nameEnd = text.find(' ', start);
+    if (nameEnd == std::string_view::npos)
+        nameEnd = text.find(';', start);
+    vNameSet(text.substr(start, nameEnd == std::string_view::npos ? nameEnd : nameEnd - start));
+}
+
+ObjectBase::~ObjectBase() = default;
+
+void ObjectBase::vUpdate(Schema&) {}
+
+void ObjectBase::vNameSet(std::string_view name) {
+    name_ = name;
+    nameUpper_ = sUpper(name);
+    nameHash_ = schema::nameHash(name_);
+    nameUpperHash_ = schema::nameHash(nameUpper_);
+}
+
+ObjectName::ObjectName(const Entity& entity) :
+    upperName_(entity.getNameUpper()), hash_(entity.getNameUpperHash()) {}
+
+ObjectName::ObjectName(std::string_view upperName) : upperName_(upperName), hash_(nameHash(upperName)) {}
+
+} // namespace kiv::ifc::def::schema

@@ -1,0 +1,138 @@
+#include "Format/Ifc/Def/Schema/IfcSchemaDerive.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/SchemaTestTools.h"
+#include "Support/AssertCollector.h"
+#include "Support/SchemaFromText.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace {
+
+using namespace kiv::ifc::def::schema;
+using namespace kiv::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const kiv::assert::AssertRecord NotFound{0, "Attribute not found",
+                                         "kiv::ifc::def::schema::DeriveValue::update",
+                                         "Source/Format/Ifc/Def/Schema/IfcSchemaDerive", 30};
+
+constexpr std::string_view Family = "ENTITY Root\n SUPERTYPE OF (ONEOF (Mid));\n"
+                                    "  Name : STRING;\n"
+                                    "  Tag : STRING;\n"
+                                    "END_ENTITY;\n"
+                                    "ENTITY Mid\n SUPERTYPE OF (ONEOF (Leaf)) SUBTYPE OF (Root);\n"
+                                    "  Tag : REAL;\n"
+                                    "END_ENTITY;\n"
+                                    "ENTITY Leaf\n SUBTYPE OF (Mid);\n"
+                                    "  Own : REAL;\n"
+                                    "END_ENTITY;";
+
+/// The name of the entity that declares the attribute; "-" for null.
+std::string ownerOf(const Attribute* attribute) {
+    return std::string(attribute ? attribute->getEntity().getName() : "-");
+}
+
+struct UpdateRow {
+    std::string_view name;
+    std::string_view owner;
+    bool reported;
+};
+
+TEST(DeriveTest, NameWithAPointFindsTheAttributeInTheEntityAndAbove) {
+    const auto schema = schemaFromText(Family);
+    const UpdateRow rows[] = {
+        {"SELF\\Root.Name", "Root", false},
+        {"SELF\\Leaf.Own", "Leaf", false},
+        // The entity before the point is not looked at: the nearest attribute of the name is taken.
+        {"SELF\\Root.Tag", "Mid", false},
+        {"SELF\\Missing.Tag", "Mid", false},
+        {".Own", "Leaf", false},
+        // Attribute names are compared as written.
+        {"SELF\\Root.name", "-", true},
+        {"SELF\\Root.Missing", "-", true},
+        {"SELF\\Root.Name ", "-", true},
+        {"SELF\\Root.", "-", true},
+        // Without a point there is nothing to find.
+        {"Own", "-", false},
+        {"Name", "-", false},
+        {"SELF\\Root", "-", false},
+        {"", "-", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        AssertCollector reports;
+        DeriveValue value(row.name, "REAL := 1.0;");
+        EXPECT_EQ(value.pRedeclared(), nullptr);
+        value.update(entityOf(*schema, "Leaf"));
+        EXPECT_EQ(ownerOf(value.pRedeclared()), row.owner);
+        EXPECT_EQ(reports.getRecords(),
+                  row.reported ? std::vector{NotFound} : std::vector<kiv::assert::AssertRecord>{});
+    }
+}
+
+TEST(DeriveTest, AttributeOfASubtypeIsNotFound) {
+    const auto schema = schemaFromText(Family);
+    AssertCollector reports;
+    DeriveValue value("SELF\\Leaf.Own", "");
+    value.update(entityOf(*schema, "Mid"));
+    EXPECT_EQ(value.pRedeclared(), nullptr);
+    EXPECT_THAT(reports.getRecords(), ElementsAre(NotFound));
+}
+
+TEST(DeriveTest, KeepsNameAndRestAsTheyAreGiven) {
+    const DeriveValue value(" SELF\\A.B \t", " REAL := 1.0; ");
+    EXPECT_EQ(value.getName(), " SELF\\A.B \t");
+    EXPECT_EQ(value.getRest(), " REAL := 1.0; ");
+}
+
+TEST(DeriveTest, AppendsOneValueAfterTheOther) {
+    Derive derive;
+    EXPECT_THAT(derive.getValues(), IsEmpty());
+    derive.vDeriveAdd("B", "REAL := 1.0;");
+    derive.vDeriveAdd("A", "REAL := 2.0;");
+    derive.vDeriveAdd("B", "REAL := 3.0;");
+    ASSERT_EQ(derive.getValues().size(), 3U);
+    EXPECT_EQ(derive.getValues()[0].getName(), "B");
+    EXPECT_EQ(derive.getValues()[1].getName(), "A");
+    EXPECT_EQ(derive.getValues()[2].getRest(), "REAL := 3.0;");
+}
+
+TEST(DeriveTest, ClauseOfAnEntityIsResolvedWithTheEntity) {
+    AssertCollector reports;
+    const auto schema = schemaFromText("ENTITY Leaf\n SUBTYPE OF (Root);\n"
+                                       "  Own : REAL;\n"
+                                       " DERIVE\n"
+                                       "  SELF\\Root.Name : STRING := 'x';\n"
+                                       "  SELF\\Leaf.Own : REAL := 1.0;\n"
+                                       "  Plain : REAL := Own.x;\n"
+                                       "  SELF\\Root.Missing : REAL := 1.0;\n"
+                                       "END_ENTITY;\n"
+                                       "ENTITY Root;\n"
+                                       "  Name : STRING;\n"
+                                       "END_ENTITY;");
+    const auto* derive = entityOf(*schema, "Leaf").pDerive();
+    ASSERT_NE(derive, nullptr);
+    ASSERT_EQ(derive->getValues().size(), 4U);
+    EXPECT_EQ(derive->getValues()[0].pRedeclared(), &entityOf(*schema, "Root").getAttributes()[0]);
+    EXPECT_EQ(derive->getValues()[1].pRedeclared(), &entityOf(*schema, "Leaf").getAttributes()[0]);
+    EXPECT_EQ(derive->getValues()[2].pRedeclared(), nullptr);
+    EXPECT_EQ(derive->getValues()[3].pRedeclared(), nullptr);
+    EXPECT_THAT(reports.getRecords(), ElementsAre(NotFound));
+}
+
+TEST(DeriveTest, BlankBehindARedeclaredNameHidesItsAttribute) {
+    // Only what precedes the name is trimmed.
+    AssertCollector reports;
+    const auto schema =
+        schemaFromText("ENTITY A;\n  Own : REAL;\n DERIVE\n  SELF\\A.Own  : REAL := 1.0;\nEND_ENTITY;");
+    EXPECT_EQ(entityOf(*schema, "A").pDerive()->getValues()[0].getName(), "SELF\\A.Own ");
+    EXPECT_THAT(reports.getRecords(), ElementsAre(NotFound));
+}
+
+} // namespace
