@@ -1,0 +1,231 @@
+#include "Format/Ifc/Def/IfcDefBase.h"
+
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+
+#include <algorithm>
+#include <array>
+
+namespace kiv::ifc::def::xml {
+
+namespace {
+
+constexpr std::string_view GuidAttribute = "ifdguid";
+
+/// In the order of the enumerators.
+constexpr std::array<std::string_view, 10> TemplateTypeTexts = {
+    "PSET_TYPEDRIVENONLY",   "PSET_TYPEDRIVENOVERRIDE",
+    "PSET_OCCURRENCEDRIVEN", "PSET_PERFORMANCEDRIVEN",
+    "PSET_MATERIALDRIVEN",   "PSET_PROFILEDRIVEN",
+    "QTO_TYPEDRIVENONLY",    "QTO_TYPEDRIVENOVERRIDE",
+    "QTO_OCCURRENCEDRIVEN",  "NOTDEFINED"};
+static_assert(TemplateTypeTexts.size() == static_cast<std::size_t>(TemplateType::NOTDEFINED) + 1);
+
+kiv::Guid guidRead(const kiv::xml::const_Element& element, XmlSetErrors& errors) {
+    kiv::Guid guid;
+    const auto attribute = element.AttributeNodeGet(GuidAttribute);
+    if (attribute && !guid.boSet(attribute->getValueView()))
+        errors.vErrorAdd(ErrorKind::Error, attribute->getValue(), "Illegal ifdguid in xml file",
+                         element.getLine());
+    return guid;
+}
+
+TemplateType templateTypeRead(const kiv::xml::const_Element& element, XmlSetErrors& errors) {
+    const auto attribute = element.AttributeNodeGet("templatetype");
+    if (!attribute || attribute->getValueView().empty())
+        return TemplateType::NOTDEFINED;
+    const auto found =
+        std::find(TemplateTypeTexts.begin(), TemplateTypeTexts.end(), attribute->getValueView());
+    if (found != TemplateTypeTexts.end())
+        return static_cast<TemplateType>(found - TemplateTypeTexts.begin());
+    errors.vErrorAdd(ErrorKind::Error, attribute->getValue(), "Illegal templatetype used", element.getLine());
+    return TemplateType::NOTDEFINED;
+}
+
+/// True when the defined type is an enumeration with that item.
+bool boEnumerationHolds(const schema::Type& type, std::string_view item) {
+    const auto* enumeration = dynamic_cast<const schema::DataTypeEnum*>(type.pDataType());
+    return enumeration && enumeration->boContains(item);
+}
+
+} // namespace
+
+std::string_view templateTypeText(TemplateType type) {
+    return TemplateTypeTexts[static_cast<std::size_t>(type)];
+}
+
+DefBase::DefBase(const kiv::xml::const_Element& element, XmlSetErrors& errors) :
+    ifdGuid_(guidRead(element, errors)), line_(element.getLine()) {}
+
+DefBase::DefBase(std::string_view name) : name_(name) {}
+
+DefBase::~DefBase() = default;
+
+bool DefBase::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
+    if (tag == "Name") {
+        vTextTake(child, name_);
+        return true;
+    }
+    if (tag == "Definition") {
+        vTextTake(child, definition_);
+        return true;
+    }
+    return false;
+}
+
+void DefBase::vDefinitionAliasesAdd(const kiv::xml::const_Element& list, std::string_view itemTag) {
+    definitionAliases_.vAliasAdd(list, itemTag);
+}
+
+void DefBase::vTextsExport(kiv::xml::Element& element) const {
+    vTextElementAppend(element, "Name", name_);
+    vTextElementAppend(element, "Definition", definition_);
+}
+
+Def::Def(const SetDef* owner, std::string_view name) : DefBase(name), owner_(owner) {}
+
+Def::Def(const SetDef* owner, const kiv::xml::const_Element& element, XmlSetErrors& errors) :
+    DefBase(element, errors), owner_(owner) {}
+
+Def::~Def() = default;
+
+std::string Def::getConcept() const {
+    return owner_->getName() + "." + getName();
+}
+
+bool Def::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
+    if (DefBase::boCheck(tag, child))
+        return true;
+    if (tag == "NameAliases") {
+        nameAliases_.vAliasAdd(child, "NameAlias");
+        return true;
+    }
+    if (tag == "DefinitionAliases") {
+        vDefinitionAliasesAdd(child, "DefinitionAlias");
+        return true;
+    }
+    return false;
+}
+
+void Def::vExportCommon(kiv::xml::Element& element, const ExtraExportInfo* info) const {
+    vGuidExport(element, info);
+    vTextsExport(element);
+    // The small initials are meant: readers of written sets know these tags, although documents that are read
+    // here have "NameAliases" and "NameAlias".
+    nameAliases_.vExport(element, "nameAliases", "nameAlias");
+    getDefinitionAliases().vExport(element, "DefinitionAliases", "DefinitionAlias");
+}
+
+kiv::xml::Element Def::exportBegin(kiv::xml::Element& parent, std::string_view tag,
+                                   const ExtraExportInfo* info) const {
+    auto element = parent.ElementNodeAppend(tag);
+    if (info && info->hook)
+        info->hook(*this, element);
+    vExportCommon(element, info);
+    return element;
+}
+
+void Def::vGuidExport(kiv::xml::Element& element, const ExtraExportInfo* info) const {
+    if (!getIfdGuid().isNull())
+        element.vAttributeSet(GuidAttribute, getIfdGuid().toString(false));
+    else if (info && info->generateGuids)
+        element.vAttributeSet(GuidAttribute, kiv::Guid::generate().toString(false));
+}
+
+/// What is wrong with an applicable class, and whether it makes the check fail.
+struct SetDef::Finding {
+    std::string item;
+    const char* message;
+    bool fails;
+};
+
+SetDef::SetDef(const kiv::xml::const_Element& element, XmlSetErrors& errors) :
+    DefBase(element, errors), templateType_(templateTypeRead(element, errors)) {}
+
+SetDef::SetDef(std::string_view name) : DefBase(name) {}
+
+SetDef::~SetDef() = default;
+
+bool SetDef::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
+    if (DefBase::boCheck(tag, child))
+        return true;
+    if (tag == "IfcVersion")
+        return boAttributeTake(child, "version", ifcVersion_);
+    if (tag == "ApplicableClasses") {
+        vApplicableClassesRead(child);
+        return true;
+    }
+    if (tag == "ApplicableTypeValue") {
+        vTextTake(child, applicableTypeValue_);
+        return true;
+    }
+    return false;
+}
+
+void SetDef::vApplicableClassesRead(const kiv::xml::const_Element& list) {
+    for (const auto& child : ElementChildren(list)) {
+        if (!child.boNodeNameIs("ClassName"))
+            continue;
+        // Blanks only: a tab or a line break stays in the name, and the check then reports the class.
+        const auto text = schema::trimmed(firstChildText(child).value_or(std::string_view()), " ");
+        if (!text.empty())
+            applicableClasses_.emplace_back(std::string(text), child.getLine());
+    }
+}
+
+void SetDef::vExportCommon(kiv::xml::Element& element) const {
+    vTextsExport(element);
+    auto classes = element.ElementNodeAppend("ApplicableClasses");
+    for (const ApplicableClasses& applicable : applicableClasses_)
+        applicable.vExport(classes);
+    vTextElementAppend(element, "ApplicableTypeValue", applicableTypeValue_);
+}
+
+bool SetDef::checkForErrors(const schema::Schema& schema, XmlSetErrors& errors) const {
+    bool passes = true;
+    for (const ApplicableClasses& applicable : applicableClasses_) {
+        auto finding = findingOf(applicable, schema);
+        if (!finding)
+            continue;
+        // Each finding decides anew, so that the last one has the say.
+        passes = !finding->fails;
+        errors.vErrorAdd(ErrorKind::Error, std::move(finding->item), finding->message, applicable.getLine());
+    }
+    if (!errors.getRecords().empty())
+        errors.vSetNameSet(getName());
+    return passes;
+}
+
+std::optional<SetDef::Finding> SetDef::findingOf(const ApplicableClasses& applicable,
+                                                 const schema::Schema& schema) {
+    const auto* entity = schema::Entity::pFrom(schema.pObjectFromName(applicable.getClassName()));
+    if (!entity)
+        return Finding{applicable.getClassName(),
+                       "Applicable class in xml set is not defined in schema (contain spaces?)", false};
+    if (applicable.getPredefinedType().empty())
+        return std::nullopt;
+
+    const auto* attribute = entity->pAttributeFromNameUpper("PREDEFINEDTYPE", true);
+    if (!attribute)
+        return Finding{applicable.sCombined(),
+                       "Predefined type set on xml set, but no \"PredefinedType\" attribute found on entity",
+                       false};
+    const auto* type = schema::Type::pFrom(attribute->pFirstType());
+    if (!type)
+        return Finding{applicable.sCombined(), "Attribute predefinedType is doesnt exist on entity", true};
+    if (boEnumerationHolds(*type, applicable.getPredefinedType()))
+        return std::nullopt;
+    return Finding{applicable.getClassName(),
+                   "Predefined type set on xml set, but the value is illegal for this enumeration", false};
+}
+
+TypeBase::~TypeBase() = default;
+
+bool TypeBase::checkForErrors(const schema::Schema&, XmlSetErrors&) const {
+    return true;
+}
+
+} // namespace kiv::ifc::def::xml

@@ -1,0 +1,48 @@
+#include "Format/Ifc/Def/IfcDefErrors.h"
+
+#include <fstream>
+#include <string_view>
+#include <utility>
+
+namespace kiv::ifc::def::xml {
+
+namespace {
+
+std::string_view kindField(ErrorKind kind) {
+    switch (kind) {
+    case ErrorKind::Error:
+        return "Error;";
+    case ErrorKind::FatalError:
+        return "FatalError;";
+    }
+    return {};
+}
+
+} // namespace
+
+void XmlSetErrors::vErrorAdd(ErrorKind kind, std::string item, std::string message, std::size_t line) {
+    records_.push_back({kind, std::move(item), std::move(message), line});
+}
+
+void XmlSetErrors::vSetNameSet(std::string setName) {
+    setName_ = std::move(setName);
+}
+
+std::string XmlSetsErrors::getFormattedErrors() const {
+    std::string text;
+    for (const XmlSetErrors& set : sets) {
+        for (const ErrorRecord& record : set.getRecords()) {
+            text.append(set.getSetName()).append(1, ';').append(kindField(record.kind));
+            text.append(record.item).append(1, ';').append(record.message).append(1, '\n');
+        }
+    }
+    return text;
+}
+
+void XmlSetsErrors::vDump(const char* path) const {
+    std::ofstream file(path);
+    if (file)
+        file << getFormattedErrors();
+}
+
+} // namespace kiv::ifc::def::xml

@@ -1,0 +1,80 @@
+/// What was found wrong with set definitions, per set and all together, and the report about it.
+///
+///     XmlSetErrors errors;
+///     const pset::PropertySetDef set(root, errors);
+///     set.checkForErrors(schema, errors);
+///     XmlSetsErrors all;
+///     all.sets.insert(std::move(errors));
+///     all.vDump("errors.txt");
+///
+/// Ownership: values; a record copies what it tells.
+/// Threads:   one thread at a time while records are added; each set has a collector of its own, so sets can
+///            be read side by side.
+/// Errors:    none of its own; a problem in a document is a record here, never an exception.
+#pragma once
+
+#include "Host/KivExport.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace kiv::ifc::def::xml {
+
+enum class ErrorKind : std::int32_t { Error = 0, FatalError = 1 };
+
+/// One problem.
+struct ErrorRecord {
+    ErrorKind kind = ErrorKind::Error;
+    /// What it concerns: an attribute's value, a tag, a class name.
+    std::string item;
+    /// What is wrong, one of a fixed set of texts.
+    std::string message;
+    /// The line of the document it is about, counted from 1; 0 when none is known.
+    std::size_t line = 0;
+
+    friend bool operator==(const ErrorRecord&, const ErrorRecord&) = default;
+};
+
+/// The records of one set, in the order in which they were added. Nothing is merged or removed.
+class KIV_EXPORT XmlSetErrors {
+public:
+    void vErrorAdd(ErrorKind kind, std::string item, std::string message, std::size_t line);
+
+    /// Names the set that the records belong to; `SetDef::checkForErrors` does so once there is a record.
+    void vSetNameSet(std::string setName);
+
+    /// Empty until the set has been checked.
+    const std::string& getSetName() const { return setName_; }
+    const std::vector<ErrorRecord>& getRecords() const { return records_; }
+
+private:
+    std::string setName_;
+    std::vector<ErrorRecord> records_;
+};
+
+/// The collectors of many sets, and their report.
+class KIV_EXPORT XmlSetsErrors {
+public:
+    /// By set name, byte by byte.
+    struct SetNameLess {
+        bool operator()(const XmlSetErrors& left, const XmlSetErrors& right) const {
+            return left.getSetName() < right.getSetName();
+        }
+    };
+
+    /// One line a record: "SET;Error;ITEM;MESSAGE" and a line feed, "FatalError" for that kind. A ";" inside
+    /// a text is not escaped. The document's line is not told.
+    std::string getFormattedErrors() const;
+
+    /// Writes that text to a file, in place of what it held. A file that cannot be opened is passed over in
+    /// silence.
+    void vDump(const char* path) const;
+
+    /// Ordered by set name; collectors of one name stay in the order in which they were inserted.
+    std::multiset<XmlSetErrors, SetNameLess> sets;
+};
+
+} // namespace kiv::ifc::def::xml

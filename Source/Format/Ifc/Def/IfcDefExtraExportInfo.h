@@ -1,0 +1,35 @@
+/// What a host may ask for when definitions are written as XML.
+///
+///     ExtraExportInfo info;
+///     info.generateGuids = true;
+///     set.exportDef(parent, &info);
+///
+/// Ownership: refers to the schema, which must outlive its use.
+/// Threads:   may serve several exports at once when the hook may run in several threads.
+#pragma once
+
+#include "Host/KivExport.h"
+#include "Host/Xml/KivXml.h"
+
+#include <functional>
+
+namespace kiv::ifc::def::schema {
+class Schema;
+}
+
+namespace kiv::ifc::def::xml {
+
+class Def;
+
+struct KIV_EXPORT ExtraExportInfo {
+    /// When set, called for each property and quantity of a set with its new, empty element, before anything
+    /// is written into that.
+    std::function<void(const Def&, kiv::xml::Element&)> hook;
+    /// Write a new GUID for each definition that has none. The definition itself stays without.
+    bool generateGuids = false;
+    /// When given, the data types of properties are looked up here, and "basetype" tells what a defined type
+    /// is made of.
+    const schema::Schema* schemaForBaseTypes = nullptr;
+};
+
+} // namespace kiv::ifc::def::xml

@@ -1,0 +1,33 @@
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
+
+namespace kiv::ifc::def::xml {
+
+std::optional<std::string_view> firstChildText(const kiv::xml::const_Element& element) {
+    const auto child = element.FirstChildGet();
+    if (!child)
+        return std::nullopt;
+    return child->getNodeValueView();
+}
+
+void vTextTake(const kiv::xml::const_Element& element, std::string& target) {
+    if (const auto text = firstChildText(element))
+        target = *text;
+}
+
+bool boAttributeTake(const kiv::xml::const_Element& element, std::string_view name, std::string& target) {
+    const auto attribute = element.AttributeNodeGet(name);
+    if (!attribute)
+        return false;
+    target = attribute->getValueView();
+    return true;
+}
+
+void vUnknownNodeAdd(const kiv::xml::const_Element& child, XmlSetErrors& errors) {
+    errors.vErrorAdd(ErrorKind::Error, child.tagName(), "Unknown xml node", child.getLine());
+}
+
+void vTextElementAppend(kiv::xml::Element& parent, std::string_view tag, std::string_view text) {
+    parent.ElementNodeAppend(tag).boTextNodeAppend(text);
+}
+
+} // namespace kiv::ifc::def::xml

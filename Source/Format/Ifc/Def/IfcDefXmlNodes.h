@@ -1,0 +1,61 @@
+/// What reading and writing definitions ask of XML nodes, each once: walking the element children, taking
+/// texts and attributes, reporting a child that nobody understood, appending a text element.
+///
+/// Threads: free functions without state; a document is used by one thread at a time.
+#pragma once
+
+#include "Format/Ifc/Def/IfcDefErrors.h"
+#include "Host/Xml/KivXml.h"
+
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kiv::ifc::def::xml {
+
+/// The element children of an element, in document order, for a range-based for.
+class ElementChildren {
+public:
+    class Iterator {
+    public:
+        explicit Iterator(std::optional<kiv::xml::const_Element> child) : child_(child) {}
+
+        const kiv::xml::const_Element& operator*() const { return *child_; }
+        Iterator& operator++() {
+            child_ = child_->NextElementSiblingGet();
+            return *this;
+        }
+        friend bool operator==(const Iterator& position, std::default_sentinel_t) { return !position.child_; }
+
+    private:
+        std::optional<kiv::xml::const_Element> child_;
+    };
+
+    explicit ElementChildren(const kiv::xml::const_Element& parent) : parent_(parent) {}
+
+    Iterator begin() const { return Iterator(parent_.FirstElementChildGet()); }
+    std::default_sentinel_t end() const { return {}; }
+
+private:
+    kiv::xml::const_Element parent_;
+};
+
+/// The value of the first child node, whatever its kind; absent for an element without content. Lives as long
+/// as the document. Text behind a comment or an element is not seen.
+std::optional<std::string_view> firstChildText(const kiv::xml::const_Element& element);
+
+/// Puts that text into `target`; without one `target` stays as it is.
+void vTextTake(const kiv::xml::const_Element& element, std::string& target);
+
+/// Puts the attribute's value into `target`; false, and `target` stays as it is, when the attribute is
+/// absent.
+bool boAttributeTake(const kiv::xml::const_Element& element, std::string_view name, std::string& target);
+
+/// Records a child that nobody understood, with its tag as the item.
+void vUnknownNodeAdd(const kiv::xml::const_Element& child, XmlSetErrors& errors);
+
+/// Appends an element with that text to `parent`.
+void vTextElementAppend(kiv::xml::Element& parent, std::string_view tag, std::string_view text);
+
+} // namespace kiv::ifc::def::xml

@@ -1,0 +1,128 @@
+#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
+
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Host/Assert/KivAssert.h"
+
+#include <type_traits>
+#include <utility>
+
+namespace kiv::ifc::def::pset {
+
+namespace {
+
+constexpr std::string_view PropertyTag = "PropertyDef";
+constexpr std::string_view PropertiesTag = "PropertyDefs";
+constexpr std::string_view TypeTag = "PropertyType";
+constexpr std::string_view AliasesTag = "PsetDefinitionAliases";
+constexpr std::string_view AliasTag = "PsetDefinitionAlias";
+
+} // namespace
+
+// A set with many properties moves them while it grows; a move that may throw would be a copy, which there is
+// none of.
+static_assert(std::is_nothrow_move_constructible_v<PropertyDef>);
+
+PropertyDef::PropertyDef(const PropertySetDef* owner, const kiv::xml::const_Element& element,
+                         xml::XmlSetErrors& errors) :
+    Def(owner, element, errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        if (!boChildRead(child, errors))
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+PropertyDef::PropertyDef(const PropertySetDef& owner, std::string_view name,
+                         std::unique_ptr<PropertyType>&& type) :
+    Def(&owner, name), type_(std::move(type)) {}
+
+bool PropertyDef::boChildRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors) {
+    const auto tag = child.tagNameView();
+    if (boCheck(tag, child))
+        return true;
+    if (tag == TypeTag) {
+        type_ = PropertyType::pCreate(this, child, errors);
+        return true;
+    }
+    return tag == "ValueDef";
+}
+
+std::string PropertyDef::getEntityName() const {
+    return type_ ? type_->sEntityName() : std::string();
+}
+
+bool PropertyDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
+    if (!type_)
+        return true;
+    if (kiv::assert::Assert::isEnabled() &&
+        !schema::Entity::pFrom(schema.pObjectFromName(type_->sEntityName())))
+        schema::vAssertReport("Entity not found", "kiv::ifc::def::pset::PropertyDef::checkForErrors",
+                              "Source/Format/Ifc/Def/Pset/IfcPropertyDef", 83);
+    type_->checkForErrors(schema, errors);
+    return true;
+}
+
+void PropertyDef::vExport(kiv::xml::Element& parent, const xml::ExtraExportInfo* info) const {
+    auto element = exportBegin(parent, PropertyTag, info);
+    auto typeElement = element.ElementNodeAppend(TypeTag);
+    if (type_)
+        type_->vExport(typeElement, info);
+}
+
+PropertySetDef::PropertySetDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) :
+    SetDef(element, errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        if (!boChildRead(child, errors))
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+bool PropertySetDef::boChildRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors) {
+    const auto tag = child.tagNameView();
+    if (boCheck(tag, child))
+        return true;
+    if (tag == PropertiesTag) {
+        vPropertiesRead(child, errors);
+        return true;
+    }
+    if (tag == AliasesTag) {
+        vDefinitionAliasesAdd(child, AliasTag);
+        return true;
+    }
+    return tag == "Applicability";
+}
+
+void PropertySetDef::vPropertiesRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(list)) {
+        if (child.boNodeNameIs(PropertyTag))
+            properties_.emplace_back(this, child, errors);
+    }
+}
+
+bool PropertySetDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
+    if (!SetDef::checkForErrors(schema, errors))
+        return false;
+    for (const PropertyDef& property : properties_) {
+        if (!property.checkForErrors(schema, errors))
+            return false;
+    }
+    return true;
+}
+
+kiv::xml::Element PropertySetDef::exportDef(kiv::xml::Element& element,
+                                            const xml::ExtraExportInfo* info) const {
+    vExportCommon(element);
+    auto properties = element.ElementNodeAppend(PropertiesTag);
+    for (const PropertyDef& property : properties_)
+        property.vExport(properties, info);
+    getDefinitionAliases().vExport(element, AliasesTag, AliasTag);
+    return element;
+}
+
+const char* PropertySetDef::pXmlElementName() const {
+    return "PropertySetDef";
+}
+
+} // namespace kiv::ifc::def::pset

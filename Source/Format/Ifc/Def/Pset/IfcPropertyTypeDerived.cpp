@@ -1,0 +1,380 @@
+#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "Host/Assert/KivAssert.h"
+
+#include <algorithm>
+
+namespace kiv::ifc::def::pset {
+
+namespace {
+
+constexpr std::string_view SourcePath = "Source/Format/Ifc/Def/Pset/IfcPropertyTypeDerived";
+constexpr std::string_view WhiteSpace = " \t\n\v\f\r";
+
+constexpr std::string_view DataTypeTag = "DataType";
+constexpr std::string_view TypeAttribute = "type";
+constexpr std::string_view RangeTag = "ValueRangeDef";
+constexpr std::string_view LowerBoundTag = "LowerBoundValue";
+constexpr std::string_view UpperBoundTag = "UpperBoundValue";
+constexpr std::string_view BoundAttribute = "value";
+constexpr std::string_view EnumListTag = "EnumList";
+constexpr std::string_view NameAttribute = "name";
+constexpr std::string_view EnumerationPrefix = "PEnum_";
+constexpr std::string_view DefiningValueTag = "DefiningValue";
+constexpr std::string_view DefinedValueTag = "DefinedValue";
+constexpr std::string_view ListValueTag = "ListValue";
+
+/// Reports a name that the schema lacks; an empty one names nothing.
+void vNameExpect(const schema::Schema& schema, const std::string& name, std::string_view function, int line) {
+    if (!name.empty() && kiv::assert::Assert::isEnabled() && !schema.pObjectFromName(name))
+        schema::vAssertReport("Excpeted name to exist in schema", function, SourcePath, line);
+}
+
+kiv::xml::Element dataTypeExport(kiv::xml::Element& parent, std::string_view name) {
+    auto element = parent.ElementNodeAppend(DataTypeTag);
+    element.vAttributeSet(TypeAttribute, name);
+    return element;
+}
+
+/// Appends an element that holds a data type; nothing for an empty name.
+void vTypedValueExport(kiv::xml::Element& parent, std::string_view tag, std::string_view typeName) {
+    if (typeName.empty())
+        return;
+    auto element = parent.ElementNodeAppend(tag);
+    dataTypeExport(element, typeName);
+}
+
+/// Appends the value that `element` describes. The type named by its first element child becomes `typeName`.
+void vValueRead(const kiv::xml::const_Element& element, std::string& typeName,
+                std::vector<TypePropertyValue>& values, xml::XmlSetErrors& errors) {
+    if (const auto first = element.FirstElementChildGet())
+        xml::boAttributeTake(*first, TypeAttribute, typeName);
+    values.emplace_back(element, errors);
+}
+
+/// Checks all values, also behind one that fails.
+bool boAllPass(const std::vector<TypePropertyValue>& values, const schema::Schema& schema,
+               xml::XmlSetErrors& errors) {
+    bool passes = true;
+    for (const TypePropertyValue& value : values)
+        passes = value.checkForErrors(schema, errors) && passes;
+    return passes;
+}
+
+void vBoundExport(kiv::xml::Element& range, std::string_view tag, std::string_view bound) {
+    if (!bound.empty())
+        range.ElementNodeAppend(tag).vAttributeSet(BoundAttribute, bound);
+}
+
+} // namespace
+
+TypePropertyReferenceValue::TypePropertyReferenceValue(const kiv::xml::const_Element& element,
+                                                       xml::XmlSetErrors& errors) {
+    xml::boAttributeTake(element, "reftype", dataTypeName_);
+    for (const auto& child : xml::ElementChildren(element)) {
+        if (!boCheck(child.tagNameView(), child))
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+std::string TypePropertyReferenceValue::sEntityName() const {
+    return "IfcPropertyReferenceValue";
+}
+
+bool TypePropertyReferenceValue::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
+    if (tag != DataTypeTag)
+        return false;
+    xml::boAttributeTake(child, TypeAttribute, dataTypeName_);
+    return true;
+}
+
+bool TypePropertyReferenceValue::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors&) const {
+    vNameExpect(schema, dataTypeName_, "kiv::ifc::def::pset::TypePropertyReferenceValue::checkForErrors", 68);
+    return true;
+}
+
+void TypePropertyReferenceValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const {
+    element.ElementNodeAppend(ElementName);
+    // Beside the kind's element and not in it: so readers of written sets expect it of references.
+    vExportCommon(element, info);
+}
+
+void TypePropertyReferenceValue::vExportCommon(kiv::xml::Element& element,
+                                               const xml::ExtraExportInfo* info) const {
+    auto dataType = dataTypeExport(element, dataTypeName_);
+    if (!info || !info->schemaForBaseTypes)
+        return;
+    const auto* type = schema::Type::pFrom(info->schemaForBaseTypes->pObjectFromName(dataTypeName_));
+    if (type && type->pDataType())
+        dataType.vAttributeSet("basetype", type->pDataType()->getName());
+}
+
+TypePropertySingleValue::TypePropertySingleValue(const kiv::xml::const_Element& element,
+                                                 xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        if (!boCheck(child.tagNameView(), child))
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+std::string TypePropertySingleValue::sEntityName() const {
+    return "IfcPropertySingleValue";
+}
+
+bool TypePropertySingleValue::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
+    if (TypePropertyReferenceValue::boCheck(tag, child))
+        return true;
+    return tag == "UnitType" && boUnitTypeRead(child);
+}
+
+bool TypePropertySingleValue::boUnitTypeRead(const kiv::xml::const_Element& child) {
+    constexpr std::string_view function = "kiv::ifc::def::pset::TypePropertySingleValue::boCheck";
+    if (!xml::boAttributeTake(child, TypeAttribute, unitType_)) {
+        schema::vAssertReport("Could not find attribute", function, SourcePath, 149);
+        return false;
+    }
+    if (unitType_.ends_with(' '))
+        schema::vAssertReport("Name should not end with space", function, SourcePath, 145);
+    return true;
+}
+
+void TypePropertySingleValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const {
+    auto kindElement = element.ElementNodeAppend(ElementName);
+    vExportCommon(kindElement, info);
+}
+
+TypePropertyBoundedValue::TypePropertyBoundedValue(const kiv::xml::const_Element& element,
+                                                   xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        const auto tag = child.tagNameView();
+        if (boCheck(tag, child))
+            continue;
+        if (tag == RangeTag)
+            vRangeRead(child, errors);
+        else
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+void TypePropertyBoundedValue::vRangeRead(const kiv::xml::const_Element& range, xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(range)) {
+        const auto tag = child.tagNameView();
+        if (tag == LowerBoundTag)
+            xml::boAttributeTake(child, BoundAttribute, lowerBoundValue_);
+        else if (tag == UpperBoundTag)
+            xml::boAttributeTake(child, BoundAttribute, upperBoundValue_);
+        else
+            errors.vErrorAdd(xml::ErrorKind::Error, child.tagName(), "Unknown xml node in ValueRangeDef",
+                             child.getLine());
+    }
+}
+
+std::string TypePropertyBoundedValue::sEntityName() const {
+    return "IfcPropertyBoundedValue";
+}
+
+bool TypePropertyBoundedValue::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
+    constexpr std::string_view function = "kiv::ifc::def::pset::TypePropertyBoundedValue::checkForErrors";
+    if (!TypePropertySingleValue::checkForErrors(schema, errors))
+        return false;
+    vNameExpect(schema, lowerBoundValue_, function, 393);
+    vNameExpect(schema, upperBoundValue_, function, 399);
+    return true;
+}
+
+void TypePropertyBoundedValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const {
+    auto kindElement = element.ElementNodeAppend(ElementName);
+    vExportCommon(kindElement, info);
+    const auto& lower = lowerBoundValue_.empty() ? getDataTypeName() : lowerBoundValue_;
+    const auto& upper = upperBoundValue_.empty() ? getDataTypeName() : upperBoundValue_;
+    if (lower.empty() && upper.empty())
+        return;
+    auto range = kindElement.ElementNodeAppend(RangeTag);
+    vBoundExport(range, LowerBoundTag, lower);
+    vBoundExport(range, UpperBoundTag, upper);
+}
+
+TypePropertyValue::TypePropertyValue(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        const auto tag = child.tagNameView();
+        if (boCheck(tag, child))
+            continue;
+        if (tag == "Values")
+            xml::vTextTake(child, values_);
+        else
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+void TypePropertyValue::vExport(kiv::xml::Element&, const xml::ExtraExportInfo*) const {}
+
+ConstantDef::ConstantDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        if (!boChildRead(child))
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+bool ConstantDef::boChildRead(const kiv::xml::const_Element& child) {
+    const auto tag = child.tagNameView();
+    if (tag == "Name")
+        xml::vTextTake(child, name_);
+    else if (tag == "Definition")
+        xml::vTextTake(child, definition_);
+    else if (tag == "NameAliases")
+        nameAliases_.vAliasAdd(child, "NameAlias");
+    else if (tag == "DefinitionAliases")
+        definitionAliases_.vAliasAdd(child, "DefinitionAlias");
+    else
+        return false;
+    return true;
+}
+
+TypePropertyEnumeratedValue::TypePropertyEnumeratedValue(const PropertyDef* property,
+                                                         const kiv::xml::const_Element& element,
+                                                         xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        const auto tag = child.tagNameView();
+        if (tag == EnumListTag)
+            vEnumListRead(property, child);
+        else if (tag == "ConstantList")
+            vConstantListRead(child, errors);
+        else
+            xml::vUnknownNodeAdd(child, errors);
+    }
+    vConstantsOrder();
+}
+
+void TypePropertyEnumeratedValue::vEnumListRead(const PropertyDef* property,
+                                                const kiv::xml::const_Element& list) {
+    if (!xml::boAttributeTake(list, NameAttribute, enumerationName_))
+        enumerationName_ = property ? property->getName() : std::string();
+    else if (enumerationName_.starts_with(EnumerationPrefix))
+        enumerationName_.erase(0, EnumerationPrefix.size());
+    for (const auto& child : xml::ElementChildren(list)) {
+        const auto item =
+            schema::trimmed(xml::firstChildText(child).value_or(std::string_view()), WhiteSpace);
+        if (!item.empty())
+            items_.emplace_back(item);
+    }
+}
+
+void TypePropertyEnumeratedValue::vConstantListRead(const kiv::xml::const_Element& list,
+                                                    xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(list))
+        constants_.emplace_back(child, errors);
+}
+
+void TypePropertyEnumeratedValue::vConstantsOrder() {
+    constantsByName_.reserve(constants_.size());
+    for (const ConstantDef& constant : constants_)
+        constantsByName_.push_back(&constant);
+    // Stable, so that of several constants of one name the first of the document comes first and is kept.
+    std::stable_sort(
+        constantsByName_.begin(), constantsByName_.end(),
+        [](const ConstantDef* left, const ConstantDef* right) { return left->getName() < right->getName(); });
+    const auto repeated = std::unique(constantsByName_.begin(), constantsByName_.end(),
+                                      [](const ConstantDef* left, const ConstantDef* right) {
+                                          return left->getName() == right->getName();
+                                      });
+    constantsByName_.erase(repeated, constantsByName_.end());
+}
+
+std::string TypePropertyEnumeratedValue::sEntityName() const {
+    return "IfcPropertyEnumeratedValue";
+}
+
+void TypePropertyEnumeratedValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo*) const {
+    auto list = element.ElementNodeAppend(ElementName).ElementNodeAppend(EnumListTag);
+    list.vAttributeSet(NameAttribute, std::string(EnumerationPrefix) + enumerationName_);
+    for (const std::string& item : items_)
+        xml::vTextElementAppend(list, "EnumItem", item);
+}
+
+TypePropertyTableValue::TypePropertyTableValue(const kiv::xml::const_Element& element,
+                                               xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        const auto tag = child.tagNameView();
+        if (tag == "Expression")
+            xml::vTextTake(child, expression_);
+        else if (tag == DefiningValueTag)
+            vValueRead(child, definingTypeName_, definingValues_, errors);
+        else if (tag == DefinedValueTag)
+            vValueRead(child, definedTypeName_, definedValues_, errors);
+        else
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+std::string TypePropertyTableValue::sEntityName() const {
+    return "IfcPropertyTableValue";
+}
+
+bool TypePropertyTableValue::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
+    const bool definingPass = boAllPass(definingValues_, schema, errors);
+    return boAllPass(definedValues_, schema, errors) && definingPass;
+}
+
+void TypePropertyTableValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo*) const {
+    auto kindElement = element.ElementNodeAppend(ElementName);
+    vTypedValueExport(kindElement, DefiningValueTag, definingTypeName_);
+    vTypedValueExport(kindElement, DefinedValueTag, definedTypeName_);
+}
+
+TypePropertyListValue::TypePropertyListValue(const kiv::xml::const_Element& element,
+                                             xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        if (child.boNodeNameIs(ListValueTag))
+            vValueRead(child, listItemTypeName_, listValues_, errors);
+        else
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+std::string TypePropertyListValue::sEntityName() const {
+    return "IfcPropertyListValue";
+}
+
+bool TypePropertyListValue::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
+    return boAllPass(listValues_, schema, errors);
+}
+
+void TypePropertyListValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const {
+    auto kindElement = element.ElementNodeAppend(ElementName);
+    for (const TypePropertyValue& value : listValues_) {
+        auto valueElement = kindElement.ElementNodeAppend(ListValueTag);
+        value.vExportCommon(valueElement, info);
+    }
+    vTypedValueExport(kindElement, ListValueTag, listItemTypeName_);
+}
+
+TypeComplexProperty::TypeComplexProperty(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
+    xml::boAttributeTake(element, NameAttribute, name_);
+    for (const auto& child : xml::ElementChildren(element)) {
+        if (child.boNodeNameIs("PropertyDef"))
+            properties_.emplace_back(nullptr, child, errors);
+        else
+            schema::vAssertReport("Unknown node",
+                                  "kiv::ifc::def::pset::TypeComplexProperty::TypeComplexProperty", SourcePath,
+                                  583);
+    }
+}
+
+std::string TypeComplexProperty::sEntityName() const {
+    return "IfcComplexProperty";
+}
+
+bool TypeComplexProperty::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
+    for (const PropertyDef& property : properties_)
+        property.checkForErrors(schema, errors);
+    return true;
+}
+
+void TypeComplexProperty::vExport(kiv::xml::Element&, const xml::ExtraExportInfo*) const {}
+
+} // namespace kiv::ifc::def::pset

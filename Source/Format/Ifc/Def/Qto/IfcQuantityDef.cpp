@@ -1,0 +1,116 @@
+#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
+
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Host/Assert/KivAssert.h"
+
+#include <type_traits>
+#include <utility>
+
+namespace kiv::ifc::def::qto {
+
+namespace {
+
+constexpr std::string_view QuantityTag = "QtoDef";
+constexpr std::string_view QuantitiesTag = "QtoDefs";
+constexpr std::string_view TypeTag = "QtoType";
+constexpr std::string_view AliasesTag = "QtoDefinitionAliases";
+constexpr std::string_view AliasTag = "QtoDefinitionAlias";
+
+} // namespace
+
+// A set with many quantities moves them while it grows; a move that may throw would be a copy, which there is
+// none of.
+static_assert(std::is_nothrow_move_constructible_v<QuantityDef>);
+
+QuantityDef::QuantityDef(const QuantitySetDef& owner, const kiv::xml::const_Element& element,
+                         xml::XmlSetErrors& errors) :
+    Def(&owner, element, errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        if (!boChildRead(child))
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+QuantityDef::QuantityDef(const QuantitySetDef& owner, std::string_view name,
+                         std::unique_ptr<QuantityType>&& type) :
+    Def(&owner, name), type_(std::move(type)) {}
+
+bool QuantityDef::boChildRead(const kiv::xml::const_Element& child) {
+    const auto tag = child.tagNameView();
+    if (boCheck(tag, child))
+        return true;
+    if (tag != TypeTag)
+        return false;
+    type_ = QuantityType::pCreate(child);
+    return true;
+}
+
+std::string QuantityDef::getEntityName() const {
+    return type_ ? type_->sEntityName() : std::string();
+}
+
+bool QuantityDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
+    if (!type_)
+        return true;
+    if (kiv::assert::Assert::isEnabled() &&
+        !schema::Entity::pFrom(schema.pObjectFromName(type_->sEntityName())))
+        schema::vAssertReport("Entity not found", "kiv::ifc::def::qto::QuantityDef::checkForErrors",
+                              "Source/Format/Ifc/Def/Qto/IfcQuantityDef", 79);
+    type_->checkForErrors(schema, errors);
+    return true;
+}
+
+void QuantityDef::vExport(kiv::xml::Element& parent, const xml::ExtraExportInfo* info) const {
+    auto element = exportBegin(parent, QuantityTag, info);
+    xml::vTextElementAppend(element, TypeTag, type_ ? type_->pTypeCode() : "");
+}
+
+QuantitySetDef::QuantitySetDef(const kiv::xml::Element& element, xml::XmlSetErrors& errors) :
+    SetDef(element, errors) {
+    for (const auto& child : xml::ElementChildren(element)) {
+        if (!boChildRead(child, errors))
+            xml::vUnknownNodeAdd(child, errors);
+    }
+}
+
+bool QuantitySetDef::boChildRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors) {
+    const auto tag = child.tagNameView();
+    if (boCheck(tag, child))
+        return true;
+    if (tag == QuantitiesTag) {
+        vQuantitiesRead(child, errors);
+        return true;
+    }
+    if (tag == AliasesTag) {
+        vDefinitionAliasesAdd(child, AliasTag);
+        return true;
+    }
+    return tag == "Applicability";
+}
+
+void QuantitySetDef::vQuantitiesRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors) {
+    for (const auto& child : xml::ElementChildren(list)) {
+        if (child.boNodeNameIs(QuantityTag))
+            quantities_.emplace_back(*this, child, errors);
+    }
+}
+
+kiv::xml::Element QuantitySetDef::exportDef(kiv::xml::Element& element,
+                                            const xml::ExtraExportInfo* info) const {
+    auto setElement = element.ElementNodeAppend(pXmlElementName());
+    vExportCommon(setElement);
+    auto quantities = setElement.ElementNodeAppend(QuantitiesTag);
+    for (const QuantityDef& quantity : quantities_)
+        quantity.vExport(quantities, info);
+    getDefinitionAliases().vExport(setElement, AliasesTag, AliasTag);
+    return setElement;
+}
+
+const char* QuantitySetDef::pXmlElementName() const {
+    return "QtoSetDef";
+}
+
+} // namespace kiv::ifc::def::qto

@@ -1,0 +1,176 @@
+#include "Format/Ifc/Def/IfcDefErrors.h"
+
+#include "Support/ErrorRecords.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <utility>
+
+namespace kiv::test {
+
+namespace {
+
+using ifc::def::xml::ErrorKind;
+using ifc::def::xml::XmlSetErrors;
+using ifc::def::xml::XmlSetsErrors;
+
+/// A collector with one record.
+XmlSetErrors collectorOf(std::string setName, std::string item, ErrorKind kind = ErrorKind::Error) {
+    XmlSetErrors errors;
+    errors.vErrorAdd(kind, std::move(item), "message", 5);
+    errors.vSetNameSet(std::move(setName));
+    return errors;
+}
+
+std::string sReportOf(XmlSetErrors errors) {
+    XmlSetsErrors all;
+    all.sets.insert(std::move(errors));
+    return all.getFormattedErrors();
+}
+
+/// A folder of this test alone, removed with all that is in it at the end.
+class TemporaryFolder {
+public:
+    TemporaryFolder() :
+        path_(std::filesystem::path(testing::TempDir()) /
+              testing::UnitTest::GetInstance()->current_test_info()->name()) {
+        std::filesystem::remove_all(path_);
+        std::filesystem::create_directories(path_);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+
+    std::string sFile(const std::string& name) const { return (path_ / name).string(); }
+
+private:
+    std::filesystem::path path_;
+};
+
+std::string sFileContent(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+TEST(XmlSetErrors, IsEmptyAtFirst) {
+    const XmlSetErrors errors;
+    EXPECT_EQ(errors.getSetName(), "");
+    EXPECT_EQ(errors.getRecords(), Records());
+}
+
+TEST(XmlSetErrors, KeepsRecordsInTheOrderInWhichTheyWereAdded) {
+    XmlSetErrors errors;
+    errors.vErrorAdd(ErrorKind::FatalError, "b", "second letter", 2);
+    errors.vErrorAdd(ErrorKind::Error, "a", "first letter", 0);
+    EXPECT_EQ(errors.getRecords(),
+              (Records{{ErrorKind::FatalError, "b", "second letter", 2}, error("a", "first letter", 0)}));
+}
+
+TEST(XmlSetErrors, KeepsARecordTwiceWhenItIsAddedTwice) {
+    XmlSetErrors errors;
+    errors.vErrorAdd(ErrorKind::Error, "a", "message", 1);
+    errors.vErrorAdd(ErrorKind::Error, "a", "message", 1);
+    EXPECT_EQ(errors.getRecords(), (Records{error("a", "message", 1), error("a", "message", 1)}));
+}
+
+TEST(XmlSetErrors, KindsHaveTheirNumbers) {
+    EXPECT_EQ(static_cast<int>(ErrorKind::Error), 0);
+    EXPECT_EQ(static_cast<int>(ErrorKind::FatalError), 1);
+    static_assert(sizeof(ErrorKind) == 4);
+}
+
+TEST(XmlSetsErrors, ReportOfNothingIsEmpty) {
+    XmlSetsErrors all;
+    EXPECT_EQ(all.getFormattedErrors(), "");
+}
+
+TEST(XmlSetsErrors, ReportHasALineForEachRecordWithoutTheDocumentsLine) {
+    XmlSetErrors errors;
+    errors.vErrorAdd(ErrorKind::Error, "IfcWal",
+                     "Applicable class in xml set is not defined in schema (contain spaces?)", 7);
+    errors.vErrorAdd(ErrorKind::Error, "Extra", "Unknown xml node", 9);
+    errors.vSetNameSet("Pset_WallCommon");
+    EXPECT_EQ(sReportOf(errors),
+              "Pset_WallCommon;Error;IfcWal;Applicable class in xml set is not defined in schema (contain "
+              "spaces?)\nPset_WallCommon;Error;Extra;Unknown xml node\n");
+}
+
+TEST(XmlSetsErrors, LinesOfACollectorWithoutSetNameBeginWithTheSeparator) {
+    EXPECT_EQ(sReportOf(collectorOf("", "item")), ";Error;item;message\n");
+}
+
+TEST(XmlSetsErrors, FatalErrorIsNamedInTheSecondField) {
+    EXPECT_EQ(sReportOf(collectorOf("Set", "item", ErrorKind::FatalError)), "Set;FatalError;item;message\n");
+}
+
+TEST(XmlSetsErrors, KindOfAnyOtherNumberHasNoField) {
+    EXPECT_EQ(sReportOf(collectorOf("Set", "item", static_cast<ErrorKind>(2))), "Set;item;message\n");
+}
+
+TEST(XmlSetsErrors, SeparatorsInsideTextsAreNotEscaped) {
+    EXPECT_EQ(sReportOf(collectorOf("a;b", "c;d")), "a;b;Error;c;d;message\n");
+}
+
+TEST(XmlSetsErrors, SetsAreReportedByName) {
+    XmlSetsErrors all;
+    all.sets.insert(collectorOf("B", "1"));
+    all.sets.insert(collectorOf("A", "2"));
+    EXPECT_EQ(all.getFormattedErrors(), "A;Error;2;message\nB;Error;1;message\n");
+}
+
+TEST(XmlSetsErrors, NamesAreOrderedByTheirBytes) {
+    XmlSetsErrors all;
+    for (const char* name : {"\xC3\x84", "a", "AB", "A", "Z"})
+        all.sets.insert(collectorOf(name, ""));
+    EXPECT_EQ(all.getFormattedErrors(),
+              "A;Error;;message\nAB;Error;;message\nZ;Error;;message\na;Error;;message\n"
+              "\xC3\x84;Error;;message\n");
+}
+
+TEST(XmlSetsErrors, CollectorsOfOneNameStayInTheOrderOfTheirInsertion) {
+    XmlSetsErrors all;
+    for (const char* item : {"3", "1", "2"})
+        all.sets.insert(collectorOf("Same", item));
+    EXPECT_EQ(all.getFormattedErrors(), "Same;Error;3;message\nSame;Error;1;message\nSame;Error;2;message\n");
+}
+
+TEST(XmlSetsErrors, CollectorWithoutRecordsAddsNothingToTheReport) {
+    XmlSetErrors errors;
+    errors.vSetNameSet("Quiet");
+    EXPECT_EQ(sReportOf(errors), "");
+}
+
+TEST(XmlSetsErrors, DumpReplacesTheFileByTheReport) {
+    const TemporaryFolder folder;
+    const auto path = folder.sFile("report.txt");
+    std::ofstream(path) << "something much longer than what is to be written";
+    XmlSetsErrors all;
+    all.sets.insert(collectorOf("Set", "item"));
+    all.vDump(path.c_str());
+    EXPECT_EQ(sFileContent(path), "Set;Error;item;message\n");
+}
+
+TEST(XmlSetsErrors, DumpOfNothingMakesAnEmptyFile) {
+    const TemporaryFolder folder;
+    const auto path = folder.sFile("report.txt");
+    XmlSetsErrors().vDump(path.c_str());
+    EXPECT_TRUE(std::filesystem::exists(path));
+    EXPECT_EQ(sFileContent(path), "");
+}
+
+TEST(XmlSetsErrors, DumpIntoAFolderThatDoesNotExistDoesNothing) {
+    const TemporaryFolder folder;
+    const auto path = folder.sFile("missing/report.txt");
+    XmlSetsErrors all;
+    all.sets.insert(collectorOf("Set", "item"));
+    EXPECT_NO_THROW(all.vDump(path.c_str()));
+    EXPECT_FALSE(std::filesystem::exists(folder.sFile("missing")));
+}
+
+} // namespace
+
+} // namespace kiv::test
