@@ -1,0 +1,51 @@
+/// The forms in which a check is told: lines as compilers write them, the library's own report, JSON.
+///
+///     const auto report = pCheckReport(CheckFormat::Text, options);
+///     report->vDocumentAdd(std::move(document));
+///     report->vEnd(summary);
+#pragma once
+
+#include "kivifc/CheckSummary.h"
+#include "kivifc/Command.h"
+#include "kivifc/SchemaFile.h"
+#include "kivifc/SetDocument.h"
+
+#include <chrono>
+#include <memory>
+
+namespace kiv::kivifc {
+
+/// What all forms may need.
+struct CheckContext {
+    Console& console;
+    const SchemaFile& schema;
+    /// Of all documents up to now.
+    const CheckSummary& summary;
+    /// The records of all documents up to now.
+    const ifc::def::xml::XmlSetsErrors& errors;
+};
+
+class CheckReport {
+public:
+    CheckReport() = default;
+    CheckReport(const CheckReport&) = delete;
+    CheckReport& operator=(const CheckReport&) = delete;
+    virtual ~CheckReport();
+
+    /// Called for each document, in order.
+    virtual void vDocumentAdd(const SetDocument& document) = 0;
+
+    /// Called once, at the end.
+    virtual void vEnd(std::chrono::nanoseconds time) = 0;
+};
+
+/// One line a record, and one an assertion report when `showsWarnings`; then the summary.
+std::unique_ptr<CheckReport> pTextReport(const CheckContext& context, bool showsWarnings);
+
+/// The library's own report text and nothing else.
+std::unique_ptr<CheckReport> pFormattedReport(const CheckContext& context);
+
+/// Everything that was read, with records and assertions.
+std::unique_ptr<CheckReport> pJsonReport(const CheckContext& context);
+
+} // namespace kiv::kivifc

@@ -1,0 +1,14 @@
+/// Writes the report of a check to a file, and tells when that did not work.
+#pragma once
+
+#include "Format/Ifc/Def/IfcDefErrors.h"
+
+#include <string>
+
+namespace kiv::kivifc {
+
+/// Writes the report in place of what the file held. Gives the reason when it could not be written whole, and an
+/// empty text when it could.
+std::string sReportWrite(const ifc::def::xml::XmlSetsErrors& errors, const std::string& path);
+
+} // namespace kiv::kivifc

@@ -1,0 +1,128 @@
+#include "kivifc/SchemaCommand.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kivifc/InheritanceTree.h"
+#include "kivifc/NameSuggestion.h"
+#include "kivifc/OneLine.h"
+#include "kivifc/SchemaJson.h"
+#include "kivifc/SchemaSummary.h"
+#include "kivifc/TreeDrawing.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <fmt/format.h>
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+namespace kiv::kivifc {
+
+namespace {
+
+using ifc::def::schema::Entity;
+using ifc::def::schema::Schema;
+
+constexpr const char* Footer =
+    "Numbers: the data types are those that the schema does not share; a type that others are built on holds "
+    "its\n"
+    "WHERE rules once for each of them. Entities that no SUPERTYPE list names are in the tree all the same.\n"
+    "\n"
+    "Exit status: 0 the schema loads, 1 it loads and reports were made (--assertions lists them), 2 it does "
+    "not load.";
+
+/// A line of a rule's text. A tab becomes one blank, so that the columns that messages tell can be counted.
+std::string sRuleLine(std::string line) {
+    std::ranges::replace(line, '\t', ' ');
+    line.erase(line.find_last_not_of(' ') + 1);
+    return sOneLine(line);
+}
+
+/// The first line of the message as compilers write it; below it the others, which are the text of a rule.
+std::string sWarning(const std::string& path, const assert::AssertRecord& record) {
+    std::istringstream message(record.message);
+    std::string line;
+    std::getline(message, line);
+    auto text =
+        fmt::format("{}: warning: {} ({})\n", sOneLine(path), sOneLine(line), sOneLine(record.function));
+    while (std::getline(message, line)) {
+        if (!line.empty())
+            text += fmt::format("    {}\n", sRuleLine(line));
+    }
+    return text;
+}
+
+/// Why the schema has no such entity, with the name that was probably meant.
+std::string sNoEntity(const Schema& schema, const std::string& name) {
+    if (schema.pObjectFromName(name))
+        return fmt::format("\"{}\" is no entity", name);
+    std::vector<std::string_view> names;
+    for (const auto* object : schema.getObjectsByName()) {
+        if (Entity::pFrom(object))
+            names.push_back(object->getName());
+    }
+    const auto closest = sClosestName(name, names);
+    return fmt::format("no entity \"{}\"{}", name,
+                       closest.empty() ? "" : fmt::format("; did you mean \"{}\"?", closest));
+}
+
+} // namespace
+
+void SchemaCommand::vOptionsAdd(CLI::App& app) {
+    app.add_option("FILE", path_, "The schema file")->required();
+    auto* json = app.add_flag("--json", jsonAsked_, "Write the whole model as JSON");
+    auto* assertions = app.add_flag("--assertions", assertionsAsked_,
+                                    "List the reports that were made while the schema was read");
+    app.add_option_function<std::string>(
+           "--tree",
+           [this](const std::string& top) {
+               treeAsked_ = true;
+               treeTop_ = top;
+           },
+           "Draw the inheritance tree, of all entities or of one and those below it")
+        ->expected(0, 1)
+        ->type_name("[ENTITY]")
+        ->excludes(json)
+        ->excludes(assertions);
+    app.footer(Footer);
+}
+
+void SchemaCommand::vRun(Console& console) {
+    const auto file = schemaFileRead(path_, console.diagnostics);
+    if (!file)
+        return;
+    if (!file->assertions.empty())
+        console.diagnostics.vFinding();
+    if (treeAsked_)
+        return vTreeShow(*file, console);
+    if (jsonAsked_)
+        return vJsonWrite(schemaJson(*file), console.output);
+    vSummaryShow(*file, console);
+}
+
+void SchemaCommand::vTreeShow(const SchemaFile& file, Console& console) const {
+    const InheritanceTree tree(*file.schema);
+    if (treeTop_.empty()) {
+        for (const auto* root : tree.getRoots())
+            vTreeDraw(tree, *root, console.output);
+    } else if (const auto* top = Entity::pFrom(file.schema->pObjectFromName(treeTop_))) {
+        vTreeDraw(tree, *top, console.output);
+    } else {
+        console.diagnostics.vFail(file.path, sNoEntity(*file.schema, treeTop_));
+    }
+    // The tree does not show why the exit status is not 0.
+    if (!file.assertions.empty())
+        console.diagnostics.vNote(file.path,
+                                  fmt::format("reports made while it was read: {} (--assertions lists "
+                                              "them)",
+                                              file.assertions.size()));
+}
+
+void SchemaCommand::vSummaryShow(const SchemaFile& file, Console& console) const {
+    console.output.vWrite(sSchemaSummary(file, InheritanceTree(*file.schema)));
+    if (!assertionsAsked_)
+        return;
+    for (const auto& record : file.assertions)
+        console.output.vWrite(sWarning(file.path, record));
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,33 @@
+/// Schema files: opened, read, and everything said that kept them from being one.
+///
+///     if (const auto file = schemaFileRead("IFC4.exp", diagnostics))
+///         vShow(*file->schema, file->assertions);
+#pragma once
+
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Host/Assert/KivAssert.h"
+#include "kivifc/Diagnostics.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kiv::kivifc {
+
+/// A schema that was read.
+struct SchemaFile {
+    std::string path;
+    std::unique_ptr<ifc::def::schema::Schema> schema;
+    /// What was reported while this schema was read, in order.
+    std::vector<assert::AssertRecord> assertions;
+    /// From the opening of the file to the last name resolved.
+    std::chrono::nanoseconds time{};
+};
+
+/// Reads a schema file. Of several schemas in one file the last is taken, and a note says so. Absent when there is
+/// none to be had, which `diagnostics` then tells.
+std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics);
+
+} // namespace kiv::kivifc
