@@ -23,8 +23,8 @@ Json boundJson(const Bound& bound) {
 } // namespace
 
 DataTypesJson::DataTypesJson(const Schema& schema) : schema_(schema) {
-    for (const auto& dataType : schema.getDataTypes())
-        places_.emplace(dataType.get(), places_.size());
+    for (const auto* dataType : schema.getDataTypes())
+        places_.emplace(dataType, places_.size());
 }
 
 Json DataTypesJson::getReference(const ObjectBase* object) {
@@ -53,7 +53,7 @@ Json DataTypesJson::getChain(const ObjectBase* object) {
 
 Json DataTypesJson::getAll() {
     Json list = Json::array();
-    for (const auto& dataType : schema_.getDataTypes())
+    for (const auto* dataType : schema_.getDataTypes())
         list.push_back(getDescription(*dataType));
     return list;
 }

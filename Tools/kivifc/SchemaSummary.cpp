@@ -98,7 +98,7 @@ SchemaCounts schemaCounts(const SchemaFile& file, const InheritanceTree& tree) {
     SchemaCounts counts;
     for (const auto* object : file.schema->getObjects())
         vObjectCount(counts, *object);
-    for (const auto& dataType : file.schema->getDataTypes())
+    for (const auto* dataType : file.schema->getDataTypes())
         ++counts.dataTypes.at(dataTypeIndex(*dataType));
     counts.whereRulesFailed = countOf(file.assertions, isRuleFailure);
     counts.roots = tree.getRoots().size();

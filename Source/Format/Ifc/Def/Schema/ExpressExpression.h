@@ -4,8 +4,7 @@
 ///     rule.expression->accept(printer);
 ///
 /// Ownership: every node owns its children; destroying a node destroys its subtree, however long its chains
-/// of
-///            operators are.
+///            of operators are.
 /// Threads:   read-only once built.
 /// Errors:    none.
 #pragma once

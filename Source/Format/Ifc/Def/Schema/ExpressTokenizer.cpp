@@ -223,6 +223,8 @@ int integerFromText(std::string_view digits) {
     return value;
 }
 
+/// Numbers too small for full precision are taken as they come out; only what becomes no number at all is
+/// refused.
 double realFromText(std::string_view text) {
     double value = 0;
     if (std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc::result_out_of_range)
@@ -307,8 +309,9 @@ std::string_view ExpressTokenizer::consumeWhile(bool (*test)(char)) {
     return text_.substr(begin, pos_ - begin);
 }
 
-/// Moves back, counted from behind the look-ahead, so that the first of the characters is dropped and the others come
-/// back; at the end of the input, where there is no look-ahead, all of them come back. Tokens depend on this.
+/// Moves back, counted from behind the look-ahead, so that the first of the characters is dropped and the
+/// others come back; at the end of the input, where there is no look-ahead, all of them come back. Tokens
+/// depend on this.
 void ExpressTokenizer::vGiveBack(std::size_t count) {
     const auto behindLookAhead = std::min(pos_ + 1, text_.size());
     pos_ = behindLookAhead - count;

@@ -1,15 +1,13 @@
 /// Splits the text of EXPRESS expressions into tokens.
 ///
 ///     ExpressTokenizer tokenizer("a <= b");
-///     for (auto token = tokenizer.getToken(); token.kind != ExpressTokenKind::END_OF_FILE; token =
-///     tokenizer.getToken())
-///         ...
+///     for (auto token = tokenizer.getToken(); token.kind != ExpressTokenKind::END_OF_FILE;)
+///         token = tokenizer.getToken();
 ///
 /// Ownership: the tokenizer refers to the text it was given as a view; of a stream it keeps a copy.
 /// Threads:   one tokenizer, one thread.
 /// Errors:    a character that begins no token raises `ExpressParser::SyntaxError`; a number that fits no
-/// 32-bit integer
-///            or no double raises std::out_of_range.
+///            32-bit integer or no double raises std::out_of_range.
 #pragma once
 
 #include "Host/KivExport.h"
@@ -118,7 +116,7 @@ struct ExpressToken {
 
 class KIV_EXPORT ExpressTokenizer {
 public:
-    /// Reads the stream to its end at once.
+    /// Reads all that the stream's buffer gives, at once; its state flags are neither looked at nor set.
     explicit ExpressTokenizer(std::istream& stream);
     /// Over a text that outlives the tokenizer.
     explicit ExpressTokenizer(std::string_view text);

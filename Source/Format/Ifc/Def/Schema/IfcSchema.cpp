@@ -211,6 +211,31 @@ Schema::attributesGet(const std::string& attributeName) const {
     return attributes;
 }
 
+std::vector<const DataTypeBase*> Schema::getDataTypes() const {
+    std::vector<const DataTypeBase*> types;
+    types.reserve(dataTypes_.size());
+    for (const auto& type : dataTypes_)
+        types.push_back(type.get());
+    return types;
+}
+
+std::vector<const DataTypeBase*> Schema::getSharedDataTypes() const {
+    std::vector<const DataTypeBase*> types;
+    for (const auto& type : sharedTypes_) {
+        if (type)
+            types.push_back(type.get());
+    }
+    return types;
+}
+
+std::vector<std::reference_wrapper<const Attribute>> Schema::getAttributesByName() const {
+    std::vector<std::reference_wrapper<const Attribute>> attributes;
+    attributes.reserve(attributes_.size());
+    for (const auto& entry : attributes_)
+        attributes.emplace_back(*entry.attribute);
+    return attributes;
+}
+
 void Schema::vAttributeAdd(const Attribute& attribute) {
     vBuildingCheck();
     attributes_.push_back({attribute.getNameUpper(), &attribute});

@@ -1,17 +1,19 @@
 /// Reads an IFC schema, written in EXPRESS (ISO 10303-11), into objects that are looked up by name. The
 /// folder holds the objects, their readers, and the parser of their rules.
 ///
-///     std::unique_ptr<Schema> schema(pStepStreamRead(stream, [](auto& in, const auto& header, auto pos) {
-///         return new Schema(in, header, pos);
-///     }));
+///     std::unique_ptr<Schema> schema;
+///     pStepStreamRead(stream, [&](std::istream& in, const std::string& header, std::size_t pos) {
+///         schema = std::make_unique<Schema>(in, header, pos);
+///         return schema.get();
+///     });
 ///     const auto* wall = schema->pObjectFromName("IfcWall");
 ///
 /// Ownership: a schema owns every object and data type it hands out; they live as long as it does.
 /// Threads:   built by one thread; look-ups may then run from any number of threads at once.
-/// Errors:    an unknown name is an answer (null), never an error; a stream that fails while the schema is
-/// read throws
-///            `kiv::exception` with an empty message, a rule with a literal out of range std::out_of_range.
-///            Names that the text leaves unresolved are reported to the host's assertion service.
+/// Errors:    an unknown name is an answer (null), never an error. A stream that fails while the schema is
+///            read throws `kiv::exception` with an empty message, a rule with a literal out of range
+///            std::out_of_range. Names that the text leaves unresolved are reported to the host's assertion
+///            service.
 #pragma once
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
@@ -66,12 +68,22 @@ public:
     /// The objects in the order of their upper-cased names, each name once: the one read first.
     const std::vector<const ObjectBase*>& getObjectsByName() const { return objectsByName_; }
 
-    /// The data types that are not shared, in the order in which they were made.
-    const std::vector<std::unique_ptr<DataTypeBase>>& getDataTypes() const { return dataTypes_; }
+    /// The data types that are not shared, in the order in which they were made. Cost: a list of them.
+    std::vector<const DataTypeBase*> getDataTypes() const;
+
+    /// The data types of which the schema has one each, as far as it uses them, in the order of their kinds.
+    std::vector<const DataTypeBase*> getSharedDataTypes() const;
+
+    /// Every explicit attribute by its upper-cased name, equal names in the order in which `attributesGet`
+    /// has them.
+    std::vector<std::reference_wrapper<const Attribute>> getAttributesByName() const;
 
 private:
     friend class DataTypeBase;
     friend class AggregateNesting;
+    friend class DataTypeSelect;
+    template <std::uint32_t N>
+    friend class DataTypeListBase;
     friend class Entity;
     friend class Type;
 
@@ -127,15 +139,13 @@ private:
     bool built_ = false;
 };
 
-/// Finds the line with "SCHEMA" outside a comment that starts its line, calls the factory with the stream,
-/// that line and the byte offset of "SCHEMA" in it, and returns what the factory made: whose ownership is the
-/// factory's to say.
+/// Finds the line with "SCHEMA" outside a comment that starts its line, calls the factory with the stream, that
+/// line and the byte offset of "SCHEMA" in it, and returns what the factory made.
 ///
-/// The stream is read to its end: each further such line calls the factory again, and the last result is
-/// returned; a factory that gives up ownership of more than one schema must therefore keep the earlier ones
-/// itself. Null when there is no such line. A UTF-8 byte order mark at the start is skipped. Throws
-/// `kiv::exception` when the stream fails, and std::bad_function_call when a header is found and the factory
-/// is empty.
+/// The factory keeps what it makes owned: the stream is read to its end, each further header line calls it again
+/// and only the last result is returned, and none is when reading on fails. Null when there is no header line. A
+/// UTF-8 byte order mark at the start is skipped. Throws `kiv::exception` when the stream fails, and
+/// std::bad_function_call when a header is found and the factory is empty.
 KIV_EXPORT Schema*
 pStepStreamRead(std::istream& stream,
                 std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory);

@@ -6,8 +6,7 @@
 ///
 /// Ownership: attributes belong to their entity, by value; what they point at belongs to the schema.
 /// Threads:   read-only once the schema is built, but for the link to the XML configuration, which must not
-/// be set
-///            while others read it.
+///            be set while others read it.
 #pragma once
 
 #include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"

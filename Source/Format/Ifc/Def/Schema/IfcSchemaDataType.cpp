@@ -276,6 +276,7 @@ DataTypeSelect::DataTypeSelect(ReadLineHelper& line, std::size_t pos, std::istre
 DataTypeSelect::~DataTypeSelect() = default;
 
 void DataTypeSelect::vUpdate(Schema& schema) {
+    schema.vBuildingCheck();
     allEntities_ = true;
     members_.reserve(memberNames_.size());
     for (const auto& name : memberNames_) {
@@ -399,6 +400,7 @@ void DataTypeListBase<N>::vUniqueRead(std::string_view& text, bool& unique) {
 
 template <std::uint32_t N>
 void DataTypeListBase<N>::vUpdate(Schema& schema) {
+    schema.vBuildingCheck();
     if (element_)
         return;
     const AggregateNesting nesting(schema);
@@ -424,9 +426,12 @@ DataTypeArray::DataTypeArray(ReadLineHelper& line, std::size_t pos, std::istream
     DataTypeListBase<9>(line, pos, stream, nullptr) {}
 DataTypeArray::~DataTypeArray() = default;
 
-DataTypeList::DataTypeList(const std::string& text) : DataTypeListBase<10>(text, &unique_) {}
-DataTypeList::DataTypeList(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
-    DataTypeListBase<10>(line, pos, stream, &unique_) {}
+// The flag is set by the base, before there is a member to take it.
+DataTypeList::DataTypeList(const std::string& text) : DataTypeList(text, false) {}
+DataTypeList::DataTypeList(ReadLineHelper& line, std::size_t pos, std::istream&) :
+    DataTypeList(sRestOfLine(line, pos), false) {}
+DataTypeList::DataTypeList(const std::string& text, bool unique) :
+    DataTypeListBase<10>(text, &unique), unique_(unique) {}
 DataTypeList::~DataTypeList() = default;
 
 DataTypeSet::DataTypeSet(const std::string& text) : DataTypeListBase<11>(text, nullptr) {}

@@ -57,7 +57,8 @@ public:
 
     /// The data type of a whole type text, as written behind an attribute's colon: a shared simple type, or a
     /// new one that `schema` owns; null when the text begins with no keyword of a data type (with a name,
-    /// say). `update` resolves a new one at once.
+    /// say). `update` resolves a new one at once. Like the two below only for a schema that is being read: on one
+    /// that is built it throws std::logic_error, as nothing is added to that.
     static DataTypeBase* pTypeCreateOnSchema(Schema& schema, const std::string& text, bool update);
 
     /// The same from the keyword and the text behind it. The items of ENUMERATION and SELECT are not read
@@ -249,7 +250,8 @@ public:
     bool isUnique() const { return unique_; }
 
 private:
-    // Without an initialiser: the base's constructor has set it before this class's members begin.
+    DataTypeList(const std::string& text, bool unique);
+
     bool unique_;
 };
 

@@ -3,6 +3,8 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
+#include <algorithm>
+
 namespace kiv::ifc::def::schema {
 
 DeriveValue::DeriveValue(std::string_view name, std::string_view rest) : name_(name), rest_(rest) {}
@@ -15,6 +17,12 @@ void DeriveValue::update(const Entity& entity) {
     if (!redeclared_)
         vAssertReport("Attribute not found", "kiv::ifc::def::schema::DeriveValue::update",
                       "Source/Format/Ifc/Def/Schema/IfcSchemaDerive", 30);
+}
+
+bool Derive::boRedeclares() const {
+    return std::any_of(values_.begin(), values_.end(), [](const DeriveValue& value) {
+        return value.getName().find('.') != std::string_view::npos;
+    });
 }
 
 void Derive::vDeriveAdd(std::string_view name, std::string_view rest) {

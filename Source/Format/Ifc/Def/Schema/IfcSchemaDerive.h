@@ -43,6 +43,9 @@ class KIV_EXPORT Derive {
 public:
     void vDeriveAdd(std::string_view name, std::string_view rest);
 
+    /// True when a value has the name of a redeclaration, for which attributes are searched.
+    bool boRedeclares() const;
+
     /// Resolves every value, in order.
     void vUpdate(const Entity& entity);
 

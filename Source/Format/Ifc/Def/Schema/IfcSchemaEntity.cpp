@@ -59,7 +59,8 @@ private:
         // The clauses of the header move this position along the line; all others look at the whole line.
         std::size_t pos = 0;
         vAbstractRead(pos);
-        if (!boSupertypeRead(pos) || !boSubtypeRead(pos))
+        vSupertypeRead(pos);
+        if (!boSubtypeRead(pos))
             return;
         colon_ = line_.getLine().find(Colon);
         if (boAttributeRead())
@@ -84,25 +85,17 @@ private:
         pos = found + word.size();
     }
 
-    /// False when the rest of the line is to be ignored.
-    bool boSupertypeRead(std::size_t& pos) {
+    /// The list of names ends at a ')', possibly lines further down; there the clause ends too.
+    void vSupertypeRead(std::size_t& pos) {
         constexpr std::string_view words = "SUPERTYPE OF (ONEOF";
-        if (supertype_ == Clause::NotSeen) {
-            const auto found = line_.getLine().find(words, pos);
-            if (found != npos) {
-                supertype_ = Clause::Open;
-                pos = found + words.size();
-            }
-        }
-        if (supertype_ != Clause::Open)
-            return true;
-        if (entity_.supertypeOfNames_.empty())
-            entity_.supertypeOfNames_ = line_.getNamesInList(pos, stream_);
-        pos = line_.getLine().find(')', pos);
-        if (pos == npos)
-            return false;
-        supertype_ = Clause::Closed;
-        return true;
+        if (supertypeSeen_)
+            return;
+        const auto found = line_.getLine().find(words, pos);
+        if (found == npos)
+            return;
+        supertypeSeen_ = true;
+        pos = found + words.size();
+        entity_.supertypeOfNames_ = line_.getNamesInList(pos, stream_);
     }
 
     /// False when the rest of the line is to be ignored.
@@ -136,12 +129,8 @@ private:
     }
 
     void vInverseRead() {
-        if (boOpens(inverse_, "INVERSE") || inverse_ != Clause::Open)
+        if (!boEntryExpected(inverse_, "INVERSE"))
             return;
-        if (colon_ == npos) {
-            inverse_ = Clause::Closed;
-            return;
-        }
         constexpr std::string_view forWord = " FOR ";
         const std::string_view text = line_.getLine();
         const auto typePos = colon_ + Colon.size();
@@ -155,30 +144,21 @@ private:
     }
 
     void vUniqueRead() {
-        if (boOpens(unique_, "UNIQUE")) {
+        const bool entry = boEntryExpected(unique_, "UNIQUE");
+        if (unique_ != Clause::NotSeen && !entity_.unique_)
             entity_.unique_ = std::make_unique<Unique>();
-            return;
-        }
-        if (unique_ != Clause::Open)
-            return;
-        if (colon_ == npos) {
-            unique_ = Clause::Closed;
-            return;
-        }
-        entity_.unique_->vUniqueAdd(entity_, sLabelBeforeColon(), line_, colon_ + Colon.size());
+        if (entry)
+            entity_.unique_->vUniqueAdd(entity_, sLabelBeforeColon(), line_, colon_ + Colon.size());
     }
 
+    /// Unlike the others, this clause takes nothing from the line that opens it.
     void vDeriveRead() {
         if (boOpens(derive_, "DERIVE")) {
             entity_.derive_ = std::make_unique<Derive>();
             return;
         }
-        if (derive_ != Clause::Open)
+        if (!boEntryOrClose(derive_))
             return;
-        if (colon_ == npos) {
-            derive_ = Clause::Closed;
-            return;
-        }
         vStatementJoin();
         const std::string_view rest = line_.getLine();
         entity_.derive_->vDeriveAdd(sLabelBeforeColon(), rest.substr(colon_ + Colon.size()));
@@ -203,13 +183,28 @@ private:
         entity_.where_ = std::make_unique<Where>(schema_, line_, found + word.size(), stream_);
     }
 
-    /// True when this line opens the clause. What else stands on that line is no entry of it.
+    /// True when the clause is open and the line can be an entry of it. The line that opens the clause may be
+    /// one too, but does not close it.
+    bool boEntryExpected(Clause& clause, std::string_view word) {
+        return boOpens(clause, word) ? colon_ != npos : boEntryOrClose(clause);
+    }
+
+    /// True when this line opens the clause.
     bool boOpens(Clause& clause, std::string_view word) {
         if (clause != Clause::NotSeen || line_.getLine().find(word) == npos)
             return false;
         clause = Clause::Open;
         clauseBegun_ = true;
         return true;
+    }
+
+    /// True when the open clause has an entry here; a line that cannot be one closes it.
+    bool boEntryOrClose(Clause& clause) const {
+        if (clause != Clause::Open)
+            return false;
+        if (colon_ == npos)
+            clause = Clause::Closed;
+        return colon_ != npos;
     }
 
     std::string sNameBeforeColon() const {
@@ -223,7 +218,7 @@ private:
     Schema& schema_;
     ReadLineHelper& line_;
     std::istream& stream_;
-    Clause supertype_ = Clause::NotSeen;
+    bool supertypeSeen_ = false;
     Clause subtype_ = Clause::NotSeen;
     Clause inverse_ = Clause::NotSeen;
     Clause unique_ = Clause::NotSeen;
@@ -259,13 +254,22 @@ void Entity::vUpdate(Schema& schema) {
         schema.vAttributeAdd(attribute);
     }
     if (derive_) {
-        // Entities are resolved in no useful order; a redeclared attribute may stand anywhere above.
-        for (auto* above = supertype_; above; above = above->supertype_)
-            above->vSupertypeResolve(schema);
+        if (derive_->boRedeclares())
+            vLineResolve(schema);
         derive_->vUpdate(*this);
     }
     if (where_)
         where_->parseRules(schema);
+}
+
+/// Resolves the supertypes of all entities above, ahead of their turn: entities are resolved in the order of
+/// their hashes, and a redeclared attribute may stand anywhere above. Each entity is passed once, by
+/// whichever comes first.
+void Entity::vLineResolve(const Schema& schema) {
+    for (auto* entity = this; entity && !entity->lineResolved_; entity = entity->supertype_) {
+        entity->vSupertypeResolve(schema);
+        entity->lineResolved_ = true;
+    }
 }
 
 void Entity::vSupertypeResolve(const Schema& schema) {

@@ -4,9 +4,10 @@
 ///     for (const auto& attribute : wall->getAttributes())
 ///         std::cout << attribute.getName() << " : " << attribute.getTypeText() << '\n';
 ///
-/// Ownership: belongs to its schema and owns its attributes and clauses; supertype and subtypes belong to the
-/// schema. Threads:   read-only once the schema is built; readable from any number of threads. Errors: names
-/// that resolve to nothing are assertion reports; look-ups answer null.
+/// Ownership: belongs to its schema and owns its attributes and clauses; supertype and subtypes are the
+///            schema's.
+/// Threads:   read-only once the schema is built; readable from any number of threads.
+/// Errors:    names that resolve to nothing are assertion reports; look-ups answer null.
 #pragma once
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
@@ -44,7 +45,7 @@ public:
     const Entity* pSupertype() const { return supertype_; }
     /// The text between the parentheses of SUBTYPE OF, as written; empty for a root.
     std::string_view getSupertypeName() const { return supertypeName_; }
-    /// ABSTRACT stood on the first line behind the header.
+    /// ABSTRACT stood on the first line behind the header that is not empty.
     bool isAbstract() const { return abstract_; }
     /// The names listed in SUPERTYPE OF (ONEOF (...)), as written.
     const std::vector<std::string>& getSupertypeOfNames() const { return supertypeOfNames_; }
@@ -60,7 +61,8 @@ public:
     const Unique* pUnique() const { return unique_.get(); }
     const Derive* pDerive() const { return derive_.get(); }
 
-    /// The pre-order number in the tree of subtypes, from 1; 0 for an entity that no subtype list reaches.
+    /// The pre-order number in the tree of subtypes, from 1. 0 for an entity that has a supertype and stands
+    /// in no subtype list that a root leads to, and for the later of two entities of one name.
     std::uint16_t getFirstNumber() const { return firstNumber_; }
     /// The highest first number below this entity.
     std::uint16_t getLastNumber() const { return lastNumber_; }
@@ -87,6 +89,7 @@ private:
 
     Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd);
 
+    void vLineResolve(const Schema& schema);
     void vSupertypeResolve(const Schema& schema);
     void vSubtypesResolve(const Schema& schema);
     Entity* getTopmost();
@@ -94,6 +97,8 @@ private:
     Entity* supertype_ = nullptr;
     bool abstract_ = false;
     bool supertypeSearched_ = false;
+    // The supertypes of all entities above are searched too.
+    bool lineResolved_ = false;
     // Met by the numbering already; the numbers alone cannot tell, as they wrap around.
     bool numbered_ = false;
     std::uint16_t firstNumber_ = 0;

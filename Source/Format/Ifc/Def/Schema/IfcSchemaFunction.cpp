@@ -4,38 +4,34 @@
 
 namespace kiv::ifc::def::schema {
 
-namespace {
+BodyObject::BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos,
+                       std::size_t nameEnd) :
+    ObjectBase(kind, line, namePos, nameEnd) {}
 
-TextLines readBody(ReadLineHelper& line, std::istream& stream, std::string_view endMarker) {
-    TextLines body;
+BodyObject::BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos,
+                       std::string_view endMarker, std::istream& stream) :
+    BodyObject(kind, line, namePos, std::size_t{}) {
     while (line.boNextLine(stream)) {
         if (line.getLine().empty())
             continue;
         if (line.getLine().find(endMarker) != std::string::npos)
             break;
-        body.vLineAdd(line.getLine());
+        body_.vLineAdd(line.getLine());
     }
-    body.vFit();
-    return body;
+    body_.vFit();
 }
 
-} // namespace
+BodyObject::~BodyObject() = default;
 
-// The base is initialised first and reads the name; the body follows it in the stream.
 Function::Function(Schema&, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream) :
-    Function(line, keywordPos + std::string_view("FUNCTION").size(), std::size_t{}, stream) {}
-
-Function::Function(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd, std::istream& stream) :
-    ObjectBase(ObjectBase::Type::Function, line, namePos, nameEnd),
-    body_(readBody(line, stream, "END_FUNCTION")) {}
+    BodyObject(ObjectBase::Type::Function, line, keywordPos + std::string_view("FUNCTION").size(),
+               "END_FUNCTION", stream) {}
 
 Function::~Function() = default;
 
 Rule::Rule(Schema&, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream) :
-    Rule(line, keywordPos + std::string_view("RULE").size(), std::size_t{}, stream) {}
-
-Rule::Rule(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd, std::istream& stream) :
-    ObjectBase(ObjectBase::Type::Rule, line, namePos, nameEnd), body_(readBody(line, stream, "END_RULE")) {}
+    BodyObject(ObjectBase::Type::Rule, line, keywordPos + std::string_view("RULE").size(), "END_RULE",
+               stream) {}
 
 Rule::~Rule() = default;
 

@@ -14,37 +14,41 @@
 
 namespace kiv::ifc::def::schema {
 
-class KIV_EXPORT Function final : public ObjectBase {
+/// What functions and rules have in common.
+class KIV_EXPORT BodyObject : public ObjectBase {
 public:
-    /// Reads up to the first line that contains END_FUNCTION, wherever in the line, or to the end of the
-    /// stream.
-    Function(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream);
-    ~Function() override;
+    ~BodyObject() override;
 
     /// The non-empty lines between the header line and the end line, as read; they live as long as this
     /// object.
     std::vector<std::string_view> getBodyLines() const { return body_.getLines(); }
 
+protected:
+    /// Reads up to the first line that contains the end marker, wherever in the line, or to the end of the
+    /// stream.
+    BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos, std::string_view endMarker,
+               std::istream& stream);
+
 private:
-    Function(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd, std::istream& stream);
+    BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd);
 
     TextLines body_;
 };
 
-class KIV_EXPORT Rule final : public ObjectBase {
+class KIV_EXPORT Function final : public BodyObject {
 public:
-    /// Reads up to the first line that contains END_RULE, wherever in the line, or to the end of the stream.
+    /// Reads the declaration whose keyword stands at byte offset `keywordPos` of the current line, up to
+    /// END_FUNCTION.
+    Function(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream);
+    ~Function() override;
+};
+
+class KIV_EXPORT Rule final : public BodyObject {
+public:
+    /// Reads the declaration whose keyword stands at byte offset `keywordPos` of the current line, up to
+    /// END_RULE.
     Rule(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream);
     ~Rule() override;
-
-    /// The non-empty lines between the header line and the end line, as read; they live as long as this
-    /// object.
-    std::vector<std::string_view> getBodyLines() const { return body_.getLines(); }
-
-private:
-    Rule(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd, std::istream& stream);
-
-    TextLines body_;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -227,6 +227,8 @@ TEST(DataTypeTest, WidthOfAStringIsReadOutOfItsKeyword) {
         {"STRING(18446744073709551615);", Most},
         // A keyword of less than nine characters has no width, and a blank ends the keyword.
         {"STRING();", 0},
+        {"STRING12;", 0},
+        {"STRING(5", 0},
         {"STRING(;", 0},
         {"STRING (255);", 0},
         {"STRING( 255);", 0},
@@ -721,7 +723,7 @@ TEST(DataTypeTest, BaseTypeIsTheTypeOfOneValue) {
     const auto base = [](const std::string& text) {
         const Declared declared(InAttribute, text);
         const auto* type = declared.type->pBaseType();
-        return type ? type->getName() : "null";
+        return std::string(type ? type->getName() : "null");
     };
     EXPECT_EQ(base("REAL;"), "REAL");
     EXPECT_EQ(base("STRING(5);"), "STRING(5)");

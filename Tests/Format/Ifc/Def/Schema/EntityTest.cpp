@@ -125,6 +125,7 @@ TEST(EntityTest, AbstractSupertypeOnTheFirstLineIsAbstractWithItsSubtypes) {
         {" ABSTRACT SUPERTYPE OF (ONEOF\n\t(A\n\t,B));", true, {"A", "B"}, ""},
         {" ABSTRACT SUPERTYPE;", true, {}, ""},
         {" ABSTRACT;", true, {}, ""},
+        {"ABSTRACT SUPERTYPE;", true, {}, ""},
         {"\n\n ABSTRACT SUPERTYPE OF (ONEOF (A));", true, {"A"}, ""},
     });
 }
@@ -335,7 +336,20 @@ TEST(EntityTest, LineOfAnInverseAttributeMayOpenAnotherClause) {
     const Declared declared(" INVERSE\n I1 : LIST OF UNIQUE A FOR Other;\n I2 : B FOR Next;");
     EXPECT_THAT(declared.inversesOf(), ElementsAre("I1 : LIST OF UNIQUE A FOR Other", "I2 : B FOR Next"));
     ASSERT_NE(declared.entity.pUnique(), nullptr);
-    EXPECT_EQ(declared.uniquesOf().back(), "I2");
+    EXPECT_THAT(declared.uniquesOf(), ElementsAre("I1", "I2"));
+}
+
+TEST(EntityTest, LineThatOpensInverseOrUniqueMayBeItsFirstEntry) {
+    // A clause has begun already, so that the colon makes no explicit attribute of the line.
+    const Declared inverse(" UNIQUE\n x\n INVERSE I1 : A FOR Other;\n I2 : B FOR Next;");
+    EXPECT_THAT(inverse.inversesOf(), ElementsAre("INVERSE I1 : A FOR Other", "I2 : B FOR Next"));
+    const Declared unique(" INVERSE\n x\n UNIQUE U1 : A;\n U2 : B;");
+    EXPECT_THAT(unique.uniquesOf(), ElementsAre("UNIQUE U1", "U2"));
+}
+
+TEST(EntityTest, LineThatOpensDeriveIsNoEntryOfIt) {
+    const Declared declared(" INVERSE\n x\n DERIVE D1 : REAL := 1.0;\n D2 : REAL := 2.0;");
+    EXPECT_THAT(declared.derivesOf(), ElementsAre("D2 : REAL := 2.0;"));
 }
 
 // ---- Uniqueness rules
@@ -440,6 +454,14 @@ TEST(EntityTest, ClausesFollowOneAnotherInAnyOrder) {
         EXPECT_THAT(declared.uniquesOf(), ElementsAre("UR1"));
         EXPECT_THAT(declared.labelsOf(), ElementsAre("WR1"));
     }
+}
+
+TEST(EntityTest, LineMayServeSeveralClausesUniqueBeforeDerive) {
+    // Both clauses are open; the rule is taken from the line as it stands, the derivation from the joined one.
+    const Declared declared(" UNIQUE DERIVE\n X1 : A1,\n A2;");
+    EXPECT_THAT(declared.derivesOf(), ElementsAre("X1 : A1, A2;"));
+    EXPECT_THAT(declared.uniquesOf(), ElementsAre("X1"));
+    EXPECT_THAT(declared.entity.pUnique()->getRules()[0].attributeNames, ElementsAre("A1"));
 }
 
 TEST(EntityTest, LaterWhereReplacesAnEarlierOne) {

@@ -96,6 +96,17 @@ TEST(SchemaHostileTest, DeepestOf20000EntitiesFindsWhatTheRootDeclares) {
     EXPECT_FALSE(root.isSameOrSubtypeOf(deepest));
 }
 
+TEST(SchemaHostileTest, LineOf20000EntitiesThatEachDeriveIsReadSoon) {
+    std::string text = "ENTITY E0;\n  A : REAL;\nEND_ENTITY;\n";
+    for (int i = 1; i < 20000; ++i)
+        text += "ENTITY E" + std::to_string(i) + "\n SUBTYPE OF (E" + std::to_string(i - 1) +
+                ");\n DERIVE\n  D : REAL := 1.0;\nEND_ENTITY;\n";
+    const Stopwatch watch;
+    const auto schema = schemaFromText(text);
+    EXPECT_LT(watch.getSeconds(), Soon);
+    EXPECT_EQ(entityOf(*schema, "E19999").pDerive()->getValues().size(), 1U);
+}
+
 TEST(SchemaHostileTest, LineWithoutListsIsReadSoon) {
     std::string text = "ENTITY E0;\nEND_ENTITY;\n";
     for (std::size_t i = 1; i < 20000; ++i)

@@ -173,6 +173,13 @@ TEST(SchemaTest, OfTwoObjectsOfOneNameTheNameMapKeepsTheFirstRead) {
     EXPECT_EQ(schema->pObjectFromName("same"), schema->getObjects()[0]);
 }
 
+TEST(SchemaTest, OfManyObjectsOfOneNameTheFirstReadIsFound) {
+    const auto schema = schemaFromText(sEntities(Strings(100, "Same")) + sEntities(Strings(100, "SAME")));
+    EXPECT_EQ(schema->getObjects().size(), 200U);
+    EXPECT_EQ(schema->getObjectsByName(), std::vector{schema->getObjects()[0]});
+    EXPECT_EQ(schema->pObjectFromName("same"), schema->getObjects()[0]);
+}
+
 TEST(SchemaTest, ObjectsOfOneNameMayDifferInKind) {
     const auto schema = schemaFromText("TYPE Same = REAL;\nEND_TYPE;\nENTITY Same;\nEND_ENTITY;");
     EXPECT_EQ(schema->getObjects().size(), 2U);
@@ -266,6 +273,15 @@ TEST(SchemaTest, AttributesOfOneNameComeInTheOrderInWhichTheirEntitiesAreResolve
     const auto schema = schemaFromText(text);
     // By the hashes of the names: E C0, D C1, G C2, F C3, A C4, C C6, B C7, H CD.
     EXPECT_THAT(ownersOf(schema->attributesGet("Tag")), ElementsAre("E", "D", "G", "F", "A", "C", "B", "H"));
+}
+
+TEST(SchemaTest, EntitiesOfOneHashAreResolvedShorterNamesFirst) {
+    // Both names hash to 0x2BD6D9E8.
+    const auto schema = schemaFromText("ENTITY AER8ABWS;\n  Tag : REAL;\nEND_ENTITY;\n"
+                                       "ENTITY ZETM3;\n  Tag : REAL;\nEND_ENTITY;");
+    EXPECT_EQ(objectOf(*schema, "AER8ABWS").getNameUpperHash(), 0x2BD6D9E8U);
+    EXPECT_EQ(objectOf(*schema, "ZETM3").getNameUpperHash(), 0x2BD6D9E8U);
+    EXPECT_THAT(ownersOf(schema->attributesGet("Tag")), ElementsAre("ZETM3", "AER8ABWS"));
 }
 
 TEST(SchemaTest, AttributesOfOneNameAndOneEntityComeInTheOrderOfTheDeclaration) {
@@ -423,6 +439,28 @@ TEST(SchemaTest, LookUpsRunFromManyThreadsAtOnce) {
     for (auto& thread : threads)
         thread.join();
     EXPECT_THAT(misses, ElementsAre(0, 0, 0, 0));
+}
+
+TEST(SchemaTest, SharedDataTypesAreThoseInUseInTheOrderOfTheirKinds) {
+    const auto schema = schemaFromText("TYPE A = BINARY;\nEND_TYPE;\nTYPE B = REAL;\nEND_TYPE;\n"
+                                       "TYPE C = STRING(3);\nEND_TYPE;\nTYPE D = REAL;\nEND_TYPE;");
+    EXPECT_THAT(namesOf(schema->getSharedDataTypes()), ElementsAre("REAL", "BINARY"));
+    EXPECT_THAT(namesOf(schema->getDataTypes()), ElementsAre("STRING(3)"));
+}
+
+TEST(SchemaTest, AttributesByNameAreOrderedByUpperCasedName) {
+    const auto schema = schemaFromText("ENTITY X;\n  b : REAL;\n  C : REAL;\n  A : REAL;\nEND_ENTITY;");
+    Strings names;
+    for (const Attribute& attribute : schema->getAttributesByName())
+        names.emplace_back(attribute.getName());
+    EXPECT_THAT(names, ElementsAre("A", "b", "C"));
+}
+
+TEST(SchemaTest, BuiltSchemaTakesNothingMore) {
+    const auto schema = schemaFromText("ENTITY X;\nEND_ENTITY;");
+    EXPECT_THROW(DataTypeBase::pTypeCreateOnSchema(*schema, "LIST OF X", true), std::logic_error);
+    EXPECT_THROW(DataTypeBase::pTypeCreateOnSchema(*schema, "REAL", true), std::logic_error);
+    EXPECT_TRUE(schema->getDataTypes().empty());
 }
 
 } // namespace
