@@ -169,7 +169,7 @@ Json setJson(const SetDocument& document) {
     const auto& set = *document.pSet();
     auto json = headJson(set);
     json["ifcVersion"] = set.getIfcVersion();
-    json["templateType"] = defs::templateTypeText(set.getTemplateType());
+    json["templateType"] = defs::sTemplateTypeText(set.getTemplateType());
     json["applicableClasses"] = classesJson(set.getApplicableClasses());
     json["applicableTypeValue"] = set.getApplicableTypeValue();
     if (document.propertySet)

@@ -29,7 +29,8 @@ public:
     void vAliasAdd(const kiv::xml::const_Element& list, std::string_view itemTag);
 
     /// The text of the first entry in that language and country, else of the first in that language without a
-    /// country, else empty. One in another country of the language never stands in.
+    /// country, else empty. One in another country of the language never stands in. The language of an odd
+    /// tag such as "de-DE-AT" is itself split again, so that the text in "de-DE" is the one to stand in there.
     std::string sValueFromLanguage(const kiv::locale::Locale& locale) const;
 
     /// Appends an element `listTag` with the entries as `itemTag` elements; nothing when there are no

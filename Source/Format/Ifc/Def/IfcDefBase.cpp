@@ -2,12 +2,16 @@
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "Host/Assert/KivAssert.h"
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
+#include <utility>
 
 namespace kiv::ifc::def::xml {
 
@@ -53,7 +57,7 @@ bool boEnumerationHolds(const schema::Type& type, std::string_view item) {
 
 } // namespace
 
-std::string_view templateTypeText(TemplateType type) {
+std::string_view sTemplateTypeText(TemplateType type) {
     return TemplateTypeTexts[static_cast<std::size_t>(type)];
 }
 
@@ -65,11 +69,11 @@ DefBase::DefBase(std::string_view name) : name_(name) {}
 DefBase::~DefBase() = default;
 
 bool DefBase::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
-    if (tag == "Name") {
+    if (tag == NameTag) {
         vTextTake(child, name_);
         return true;
     }
-    if (tag == "Definition") {
+    if (tag == DefinitionTag) {
         vTextTake(child, definition_);
         return true;
     }
@@ -81,8 +85,8 @@ void DefBase::vDefinitionAliasesAdd(const kiv::xml::const_Element& list, std::st
 }
 
 void DefBase::vTextsExport(kiv::xml::Element& element) const {
-    vTextElementAppend(element, "Name", name_);
-    vTextElementAppend(element, "Definition", definition_);
+    vTextElementAppend(element, NameTag, name_);
+    vTextElementAppend(element, DefinitionTag, definition_);
 }
 
 Def::Def(const SetDef* owner, std::string_view name) : DefBase(name), owner_(owner) {}
@@ -99,12 +103,12 @@ std::string Def::getConcept() const {
 bool Def::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
     if (DefBase::boCheck(tag, child))
         return true;
-    if (tag == "NameAliases") {
-        nameAliases_.vAliasAdd(child, "NameAlias");
+    if (tag == NameAliasesTag) {
+        nameAliases_.vAliasAdd(child, NameAliasTag);
         return true;
     }
-    if (tag == "DefinitionAliases") {
-        vDefinitionAliasesAdd(child, "DefinitionAlias");
+    if (tag == DefinitionAliasesTag) {
+        vDefinitionAliasesAdd(child, DefinitionAliasTag);
         return true;
     }
     return false;
@@ -116,7 +120,7 @@ void Def::vExportCommon(kiv::xml::Element& element, const ExtraExportInfo* info)
     // The small initials are meant: readers of written sets know these tags, although documents that are read
     // here have "NameAliases" and "NameAlias".
     nameAliases_.vExport(element, "nameAliases", "nameAlias");
-    getDefinitionAliases().vExport(element, "DefinitionAliases", "DefinitionAlias");
+    getDefinitionAliases().vExport(element, DefinitionAliasesTag, DefinitionAliasTag);
 }
 
 kiv::xml::Element Def::exportBegin(kiv::xml::Element& parent, std::string_view tag,
@@ -126,6 +130,13 @@ kiv::xml::Element Def::exportBegin(kiv::xml::Element& parent, std::string_view t
         info->hook(*this, element);
     vExportCommon(element, info);
     return element;
+}
+
+void Def::vEntityExpect(const schema::Schema& schema, const TypeBase& type, std::string_view function,
+                        std::string_view file, int line) {
+    if (kiv::assert::Assert::isEnabled() &&
+        !schema::Entity::pFrom(schema.pObjectFromName(type.sEntityName())))
+        schema::vAssertReport("Entity not found", function, file, line);
 }
 
 void Def::vGuidExport(kiv::xml::Element& element, const ExtraExportInfo* info) const {
@@ -140,6 +151,31 @@ struct SetDef::Finding {
     std::string item;
     const char* message;
     bool fails;
+};
+
+/// The attribute for the predefined type of each entity asked for. A document may name one entity many times,
+/// and many of one line of supertypes; no entity of the line is searched again for that.
+class SetDef::PredefinedTypes {
+public:
+    /// Null when neither the entity nor a supertype declares it.
+    const schema::Attribute* pAttributeOf(const schema::Entity& entity) {
+        const schema::Attribute* attribute = nullptr;
+        std::vector<const schema::Entity*> passed;
+        for (const auto* current = &entity; current && !attribute; current = current->pSupertype()) {
+            if (const auto known = found_.find(current); known != found_.end()) {
+                attribute = known->second;
+                break;
+            }
+            passed.push_back(current);
+            attribute = current->pAttributeFromNameUpper("PREDEFINEDTYPE", false);
+        }
+        for (const auto* current : passed)
+            found_.emplace(current, attribute);
+        return attribute;
+    }
+
+private:
+    std::unordered_map<const schema::Entity*, const schema::Attribute*> found_;
 };
 
 SetDef::SetDef(const kiv::xml::const_Element& element, XmlSetErrors& errors) :
@@ -186,8 +222,9 @@ void SetDef::vExportCommon(kiv::xml::Element& element) const {
 
 bool SetDef::checkForErrors(const schema::Schema& schema, XmlSetErrors& errors) const {
     bool passes = true;
+    PredefinedTypes predefinedTypes;
     for (const ApplicableClasses& applicable : applicableClasses_) {
-        auto finding = findingOf(applicable, schema);
+        auto finding = findingOf(applicable, schema, predefinedTypes);
         if (!finding)
             continue;
         // Each finding decides anew, so that the last one has the say.
@@ -200,7 +237,8 @@ bool SetDef::checkForErrors(const schema::Schema& schema, XmlSetErrors& errors) 
 }
 
 std::optional<SetDef::Finding> SetDef::findingOf(const ApplicableClasses& applicable,
-                                                 const schema::Schema& schema) {
+                                                 const schema::Schema& schema,
+                                                 PredefinedTypes& predefinedTypes) {
     const auto* entity = schema::Entity::pFrom(schema.pObjectFromName(applicable.getClassName()));
     if (!entity)
         return Finding{applicable.getClassName(),
@@ -208,7 +246,7 @@ std::optional<SetDef::Finding> SetDef::findingOf(const ApplicableClasses& applic
     if (applicable.getPredefinedType().empty())
         return std::nullopt;
 
-    const auto* attribute = entity->pAttributeFromNameUpper("PREDEFINEDTYPE", true);
+    const auto* attribute = predefinedTypes.pAttributeOf(*entity);
     if (!attribute)
         return Finding{applicable.sCombined(),
                        "Predefined type set on xml set, but no \"PredefinedType\" attribute found on entity",

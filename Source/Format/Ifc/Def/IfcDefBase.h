@@ -49,7 +49,7 @@ enum class TemplateType : std::int32_t {
 };
 
 /// The text by which documents name a template type; `type` must be one of the enumerators.
-KIV_EXPORT std::string_view templateTypeText(TemplateType type);
+KIV_EXPORT std::string_view sTemplateTypeText(TemplateType type);
 
 /// What sets and their members have in common.
 class KIV_EXPORT DefBase {
@@ -89,6 +89,7 @@ private:
 };
 
 class SetDef;
+class TypeBase;
 
 /// A member of a set: a property or a quantity.
 class KIV_EXPORT Def : public DefBase {
@@ -122,6 +123,11 @@ protected:
     /// common.
     kiv::xml::Element exportBegin(kiv::xml::Element& parent, std::string_view tag,
                                   const ExtraExportInfo* info) const;
+
+    /// Reports a type whose IFC entity the schema lacks or has as something else. The caller's place is that
+    /// of the report.
+    static void vEntityExpect(const schema::Schema& schema, const TypeBase& type, std::string_view function,
+                              std::string_view file, int line);
 
 private:
     void vGuidExport(kiv::xml::Element& element, const ExtraExportInfo* info) const;
@@ -172,10 +178,11 @@ protected:
 
 private:
     struct Finding;
+    class PredefinedTypes;
 
     void vApplicableClassesRead(const kiv::xml::const_Element& list);
-    static std::optional<Finding> findingOf(const ApplicableClasses& applicable,
-                                            const schema::Schema& schema);
+    static std::optional<Finding> findingOf(const ApplicableClasses& applicable, const schema::Schema& schema,
+                                            PredefinedTypes& predefinedTypes);
 
     std::string ifcVersion_;
     TemplateType templateType_ = TemplateType::NOTDEFINED;

@@ -6,6 +6,7 @@
 ///
 /// Ownership: refers to the schema, which must outlive its use.
 /// Threads:   may serve several exports at once when the hook may run in several threads.
+/// Errors:    what the hook throws passes through the export.
 #pragma once
 
 #include "Host/KivExport.h"

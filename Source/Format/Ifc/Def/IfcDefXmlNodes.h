@@ -1,7 +1,15 @@
 /// What reading and writing definitions ask of XML nodes, each once: walking the element children, taking
-/// texts and attributes, reporting a child that nobody understood, appending a text element.
+/// texts and attributes, reporting a child that nobody understood, appending a text element, and the tags
+/// that several kinds of definitions have.
 ///
-/// Threads: free functions without state; a document is used by one thread at a time.
+///     for (const auto& child : ElementChildren(element)) {
+///         if (child.boNodeNameIs(NameTag))
+///             vTextTake(child, name);
+///     }
+///
+/// Ownership: keeps nothing; nodes and texts belong to their document.
+/// Threads:   free functions without state; a document is used by one thread at a time.
+/// Errors:    none of its own; an unknown child becomes a record.
 #pragma once
 
 #include "Format/Ifc/Def/IfcDefErrors.h"
@@ -13,6 +21,13 @@
 #include <string_view>
 
 namespace kiv::ifc::def::xml {
+
+inline constexpr std::string_view NameTag = "Name";
+inline constexpr std::string_view DefinitionTag = "Definition";
+inline constexpr std::string_view NameAliasesTag = "NameAliases";
+inline constexpr std::string_view NameAliasTag = "NameAlias";
+inline constexpr std::string_view DefinitionAliasesTag = "DefinitionAliases";
+inline constexpr std::string_view DefinitionAliasTag = "DefinitionAlias";
 
 /// The element children of an element, in document order, for a range-based for.
 class ElementChildren {

@@ -1,9 +1,11 @@
 #include "Format/Ifc/Def/IfcDefAliases.h"
 
+#include "Format/Ifc/Def/Growth.h"
 #include "Support/XmlFromText.h"
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -68,11 +70,18 @@ TEST(Aliases, AliasWhoseFirstChildIsNoTextIsEmpty) {
     EXPECT_EQ(entriesOf(aliasesOf("<l><Alias lang='de'><b>x</b></Alias></l>")), (Entries{{"de", ""}}));
 }
 
-TEST(Aliases, AHundredThousandAreRead) {
-    std::string xml = "<l>";
-    for (int i = 0; i != 100'000; ++i)
-        xml += "<Alias lang='de'>x</Alias>";
-    EXPECT_EQ(aliasesOf(xml + "</l>").getEntries().size(), 100'000U);
+TEST(Aliases, ReadingTwiceAsManyTakesAboutTwiceAsLong) {
+    const double growth = growthFrom(100'000, [](std::size_t count) {
+        std::string xml = "<l>";
+        for (std::size_t i = 0; i != count; ++i)
+            xml += "<Alias lang='de'>x</Alias>";
+        return [count, document = std::make_shared<XmlFromText>(xml + "</l>")] {
+            Aliases aliases;
+            aliases.vAliasAdd(document->root(), "Alias");
+            EXPECT_EQ(aliases.getEntries().size(), count);
+        };
+    });
+    EXPECT_LE(growth, ProportionalGrowth);
 }
 
 struct LookUpRow {
@@ -101,6 +110,12 @@ TEST(Aliases, BritishRequestFindsNeitherGermanNorAmerican) {
 TEST(Aliases, SwissRequestFindsTheGermanText) {
     const auto aliases = aliasesOf("<l><Alias lang='de'>Wand</Alias><Alias lang='en-US'>wall</Alias></l>");
     EXPECT_EQ(aliases.sValueFromLanguage(Locale::get("de", "CH")), "Wand");
+}
+
+TEST(Aliases, LanguageOfATagWithTwoCountriesIsSplitAgain) {
+    const auto aliases = aliasesOf("<l><Alias lang='de'>Wand</Alias><Alias lang='de-DE'>Mauer</Alias></l>");
+    EXPECT_EQ(aliases.sValueFromLanguage(Locale::get("de-DE-AT", nullptr)), "Mauer");
+    EXPECT_EQ(aliases.sValueFromLanguage(Locale::get("de-CH-AT", nullptr)), "");
 }
 
 TEST(Aliases, FirstOfEqualLocalesIsFound) {

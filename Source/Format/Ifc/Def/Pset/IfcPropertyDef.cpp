@@ -1,10 +1,6 @@
 #include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Host/Assert/KivAssert.h"
 
 #include <type_traits>
 #include <utility>
@@ -13,7 +9,6 @@ namespace kiv::ifc::def::pset {
 
 namespace {
 
-constexpr std::string_view PropertyTag = "PropertyDef";
 constexpr std::string_view PropertiesTag = "PropertyDefs";
 constexpr std::string_view TypeTag = "PropertyType";
 constexpr std::string_view AliasesTag = "PsetDefinitionAliases";
@@ -56,16 +51,14 @@ std::string PropertyDef::getEntityName() const {
 bool PropertyDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
     if (!type_)
         return true;
-    if (kiv::assert::Assert::isEnabled() &&
-        !schema::Entity::pFrom(schema.pObjectFromName(type_->sEntityName())))
-        schema::vAssertReport("Entity not found", "kiv::ifc::def::pset::PropertyDef::checkForErrors",
-                              "Source/Format/Ifc/Def/Pset/IfcPropertyDef", 83);
+    vEntityExpect(schema, *type_, "kiv::ifc::def::pset::PropertyDef::checkForErrors",
+                  "Source/Format/Ifc/Def/Pset/IfcPropertyDef", 83);
     type_->checkForErrors(schema, errors);
     return true;
 }
 
 void PropertyDef::vExport(kiv::xml::Element& parent, const xml::ExtraExportInfo* info) const {
-    auto element = exportBegin(parent, PropertyTag, info);
+    auto element = exportBegin(parent, ElementName, info);
     auto typeElement = element.ElementNodeAppend(TypeTag);
     if (type_)
         type_->vExport(typeElement, info);
@@ -96,7 +89,7 @@ bool PropertySetDef::boChildRead(const kiv::xml::const_Element& child, xml::XmlS
 
 void PropertySetDef::vPropertiesRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors) {
     for (const auto& child : xml::ElementChildren(list)) {
-        if (child.boNodeNameIs(PropertyTag))
+        if (child.boNodeNameIs(PropertyDef::ElementName))
             properties_.emplace_back(this, child, errors);
     }
 }

@@ -26,6 +26,8 @@ class PropertySetDef;
 /// A property of a property set, or a part of a complex property.
 class KIV_EXPORT PropertyDef final : public xml::Def {
 public:
+    static constexpr std::string_view ElementName = "PropertyDef";
+
     /// Reads a "PropertyDef" element. `owner` is null for a part of a complex property.
     PropertyDef(const PropertySetDef* owner, const kiv::xml::const_Element& element,
                 xml::XmlSetErrors& errors);

@@ -3,6 +3,8 @@
 #include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
 
+#include <type_traits>
+
 namespace kiv::ifc::def::pset {
 
 namespace {

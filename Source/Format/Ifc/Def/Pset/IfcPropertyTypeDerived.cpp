@@ -222,14 +222,14 @@ ConstantDef::ConstantDef(const kiv::xml::const_Element& element, xml::XmlSetErro
 
 bool ConstantDef::boChildRead(const kiv::xml::const_Element& child) {
     const auto tag = child.tagNameView();
-    if (tag == "Name")
+    if (tag == xml::NameTag)
         xml::vTextTake(child, name_);
-    else if (tag == "Definition")
+    else if (tag == xml::DefinitionTag)
         xml::vTextTake(child, definition_);
-    else if (tag == "NameAliases")
-        nameAliases_.vAliasAdd(child, "NameAlias");
-    else if (tag == "DefinitionAliases")
-        definitionAliases_.vAliasAdd(child, "DefinitionAlias");
+    else if (tag == xml::NameAliasesTag)
+        nameAliases_.vAliasAdd(child, xml::NameAliasTag);
+    else if (tag == xml::DefinitionAliasesTag)
+        definitionAliases_.vAliasAdd(child, xml::DefinitionAliasTag);
     else
         return false;
     return true;
@@ -356,7 +356,7 @@ void TypePropertyListValue::vExport(kiv::xml::Element& element, const xml::Extra
 TypeComplexProperty::TypeComplexProperty(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
     xml::boAttributeTake(element, NameAttribute, name_);
     for (const auto& child : xml::ElementChildren(element)) {
-        if (child.boNodeNameIs("PropertyDef"))
+        if (child.boNodeNameIs(PropertyDef::ElementName))
             properties_.emplace_back(nullptr, child, errors);
         else
             schema::vAssertReport("Unknown node",

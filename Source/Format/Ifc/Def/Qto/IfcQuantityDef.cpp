@@ -1,10 +1,6 @@
 #include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Host/Assert/KivAssert.h"
 
 #include <type_traits>
 #include <utility>
@@ -55,10 +51,8 @@ std::string QuantityDef::getEntityName() const {
 bool QuantityDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
     if (!type_)
         return true;
-    if (kiv::assert::Assert::isEnabled() &&
-        !schema::Entity::pFrom(schema.pObjectFromName(type_->sEntityName())))
-        schema::vAssertReport("Entity not found", "kiv::ifc::def::qto::QuantityDef::checkForErrors",
-                              "Source/Format/Ifc/Def/Qto/IfcQuantityDef", 79);
+    vEntityExpect(schema, *type_, "kiv::ifc::def::qto::QuantityDef::checkForErrors",
+                  "Source/Format/Ifc/Def/Qto/IfcQuantityDef", 79);
     type_->checkForErrors(schema, errors);
     return true;
 }

@@ -6,7 +6,7 @@
 /// Ownership: belongs to its quantity.
 /// Threads:   without state; may be used from any number of threads.
 /// Errors:    a type code that is missing or that nobody knows and a name that the schema lacks are assertion
-/// reports.
+///            reports.
 #pragma once
 
 #include "Format/Ifc/Def/IfcDefBase.h"

@@ -38,6 +38,22 @@ std::string sExport(const PropertyDef& property, const ExtraExportInfo* info = n
     return target.sText();
 }
 
+/// A type whose check finds something wrong.
+class FaultyType final : public PropertyType {
+public:
+    explicit FaultyType(bool passes) : passes_(passes) {}
+
+    std::string sEntityName() const override { return "IfcFaulty"; }
+    bool checkForErrors(const ifc::def::schema::Schema&, XmlSetErrors& errors) const override {
+        errors.vErrorAdd(ifc::def::xml::ErrorKind::Error, "type", "Faulty", 7);
+        return passes_;
+    }
+    void vExport(kiv::xml::Element&, const ExtraExportInfo*) const override {}
+
+private:
+    bool passes_;
+};
+
 constexpr std::string_view SingleValue = "<PropertyType><TypePropertySingleValue><DataType "
                                          "type='IfcLabel'/></TypePropertySingleValue></PropertyType>";
 constexpr std::string_view ListValue = "<PropertyType><TypePropertyListValue/></PropertyType>";
@@ -154,6 +170,16 @@ TEST(PropertyDef, HookSeesTheEmptyElementAndMayWriteIntoIt) {
               "<Definition/><PropertyType/></PropertyDef></PropertyDefs>");
 }
 
+TEST(PropertyDef, BaseTypeOfTheTypeIsWritten) {
+    const auto schema = schemaFromText("TYPE IfcLabel = STRING;\nEND_TYPE;\n");
+    ExtraExportInfo info;
+    info.schemaForBaseTypes = schema.get();
+    EXPECT_EQ(sExport(ReadProperty(sPropertyWith(SingleValue)).property, &info),
+              "<PropertyDefs><PropertyDef><Name/><Definition/><PropertyType><TypePropertySingleValue>"
+              "<DataType type=\"IfcLabel\" basetype=\"STRING\"/></TypePropertySingleValue></PropertyType>"
+              "</PropertyDef></PropertyDefs>");
+}
+
 const AssertRecord EntityNotFound{0, "Entity not found", "kiv::ifc::def::pset::PropertyDef::checkForErrors",
                                   "Source/Format/Ifc/Def/Pset/IfcPropertyDef", 83};
 
@@ -182,6 +208,19 @@ TEST(PropertyDef, CheckIsSilentWhenTheSchemaHasEverything) {
     AssertCollector reports;
     EXPECT_TRUE(read.property.checkForErrors(*schema, read.errors));
     EXPECT_EQ(reports.getRecords(), std::vector<AssertRecord>());
+}
+
+TEST(PropertyDef, CheckPassesWhateverTheTypeFinds) {
+    const auto schema = schemaFromText("ENTITY IfcFaulty;\nEND_ENTITY;\n");
+    XmlSetErrors none;
+    const PropertySetDef set(XmlFromText("<s/>").root(), none);
+    for (const bool typePasses : {false, true}) {
+        SCOPED_TRACE(typePasses);
+        const PropertyDef property(set, "P", std::make_unique<FaultyType>(typePasses));
+        XmlSetErrors errors;
+        EXPECT_TRUE(property.checkForErrors(*schema, errors));
+        EXPECT_EQ(errors.getRecords(), (Records{error("type", "Faulty", 7)}));
+    }
 }
 
 TEST(PropertyDef, CheckGoesOnToTheTypeBehindAMissingEntity) {

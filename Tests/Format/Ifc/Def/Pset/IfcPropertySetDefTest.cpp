@@ -159,6 +159,24 @@ TEST(PropertySetDef, HookIsCalledForEachProperty) {
     EXPECT_EQ(seen, (Texts{"A<PropertyDef/>", "B<PropertyDef/>"}));
 }
 
+TEST(PropertySetDef, BaseTypesAreWrittenOfEachProperty) {
+    const auto schema =
+        schemaFromText("TYPE IfcLabel = STRING;\nEND_TYPE;\nTYPE IfcReal = REAL;\nEND_TYPE;\n");
+    const ReadSet read(
+        "<s><PropertyDefs><PropertyDef><PropertyType><TypePropertySingleValue><DataType type='IfcLabel'/>"
+        "</TypePropertySingleValue></PropertyType></PropertyDef><PropertyDef><PropertyType>"
+        "<TypePropertyReferenceValue reftype='IfcReal'/></PropertyType></PropertyDef></PropertyDefs></s>");
+    ExtraExportInfo info;
+    info.schemaForBaseTypes = schema.get();
+    EXPECT_EQ(
+        sExport(read.set, &info),
+        "<Set><Name/><Definition/><ApplicableClasses/><ApplicableTypeValue/><PropertyDefs>"
+        "<PropertyDef><Name/><Definition/><PropertyType><TypePropertySingleValue>"
+        "<DataType type=\"IfcLabel\" basetype=\"STRING\"/></TypePropertySingleValue></PropertyType>"
+        "</PropertyDef><PropertyDef><Name/><Definition/><PropertyType><TypePropertyReferenceValue/>"
+        "<DataType type=\"IfcReal\" basetype=\"REAL\"/></PropertyType></PropertyDef></PropertyDefs></Set>");
+}
+
 TEST(PropertySetDef, IsNamedAfterItsElement) {
     const ReadSet read("<s/>");
     const SetDef& set = read.set;

@@ -6,6 +6,7 @@ namespace kiv::test {
 namespace {
 
 using ifc::def::pset::TypePropertyBoundedValue;
+using ifc::def::xml::ExtraExportInfo;
 using Read = ReadType<TypePropertyBoundedValue>;
 
 TEST(TypePropertyBoundedValue, ReadsDataTypeUnitTypeAndBounds) {
@@ -97,6 +98,19 @@ TEST(TypePropertyBoundedValue, LengthWithAnUpperBoundOnlyIsWrittenWithTheMeasure
               "<PropertyType><TypePropertyBoundedValue><DataType type=\"IfcLengthMeasure\"/><ValueRangeDef>"
               "<LowerBoundValue value=\"IfcLengthMeasure\"/><UpperBoundValue value=\"9\"/></ValueRangeDef>"
               "</TypePropertyBoundedValue></PropertyType>");
+}
+
+TEST(TypePropertyBoundedValue, BaseTypeIsWritten) {
+    const auto schema = schemaFromText("TYPE IfcLengthMeasure = REAL;\nEND_TYPE;\n");
+    ExtraExportInfo info;
+    info.schemaForBaseTypes = schema.get();
+    const Read read("<t><DataType type='IfcLengthMeasure'/></t>");
+    EXPECT_EQ(
+        sTypeExport(read.type, &info),
+        "<PropertyType><TypePropertyBoundedValue><DataType type=\"IfcLengthMeasure\" basetype=\"REAL\"/>"
+        "<ValueRangeDef><LowerBoundValue value=\"IfcLengthMeasure\"/>"
+        "<UpperBoundValue value=\"IfcLengthMeasure\"/></ValueRangeDef></TypePropertyBoundedValue>"
+        "</PropertyType>");
 }
 
 } // namespace

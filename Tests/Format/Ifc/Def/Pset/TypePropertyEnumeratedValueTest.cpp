@@ -1,3 +1,4 @@
+#include "Format/Ifc/Def/Growth.h"
 #include "Format/Ifc/Def/Pset/PropertyTypeReading.h"
 #include "Support/ErrorRecords.h"
 
@@ -130,21 +131,32 @@ TEST(TypePropertyEnumeratedValue, ConstantsKeepOrderAndRepetitionsAndAreOrderedB
     EXPECT_EQ(read.errors.getRecords(), Records());
 }
 
-TEST(TypePropertyEnumeratedValue, AHundredThousandItemsAndConstantsAreRead) {
-    constexpr int count = 100'000;
+constexpr std::size_t NumberBase = 1'000'000;
+
+/// That many items, and that many constants named by numbers of one length, the highest first.
+std::string sEnumerationOf(std::size_t count) {
     std::string items;
     std::string constants;
-    for (int i = 0; i != count; ++i) {
+    for (std::size_t i = 0; i != count; ++i) {
         items += "<EnumItem>A</EnumItem>";
-        constants += "<ConstantDef><Name>" + std::to_string(count - i) + "</Name></ConstantDef>";
+        constants += "<ConstantDef><Name>" + std::to_string(NumberBase + count - i) + "</Name></ConstantDef>";
     }
-    const Read read("<t><EnumList>" + items + "</EnumList><ConstantList>" + constants +
-                    "</ConstantList></t>");
-    EXPECT_EQ(read.type.getItems().size(), 100'000U);
-    EXPECT_EQ(read.type.getConstants().size(), 100'000U);
-    ASSERT_EQ(read.type.getConstantsByName().size(), 100'000U);
-    EXPECT_EQ(read.type.getConstantsByName().front()->getName(), "1");
-    EXPECT_EQ(read.type.getConstantsByName().back()->getName(), "99999");
+    return "<t><EnumList>" + items + "</EnumList><ConstantList>" + constants + "</ConstantList></t>";
+}
+
+TEST(TypePropertyEnumeratedValue, ReadingTwiceAsManyItemsAndConstantsTakesAboutTwiceAsLong) {
+    const double growth = growthFrom(50'000, [](std::size_t count) {
+        return [count, document = std::make_shared<XmlFromText>(sEnumerationOf(count))] {
+            XmlSetErrors errors;
+            const TypePropertyEnumeratedValue type(nullptr, document->root(), errors);
+            EXPECT_EQ(type.getItems().size(), count);
+            EXPECT_EQ(type.getConstants().size(), count);
+            ASSERT_EQ(type.getConstantsByName().size(), count);
+            EXPECT_EQ(type.getConstantsByName().front()->getName(), "1000001");
+            EXPECT_EQ(type.getConstantsByName().back()->getName(), std::to_string(NumberBase + count));
+        };
+    });
+    EXPECT_LE(growth, ProportionalGrowth);
 }
 
 TEST(TypePropertyEnumeratedValue, UnknownChildrenAreRecorded) {

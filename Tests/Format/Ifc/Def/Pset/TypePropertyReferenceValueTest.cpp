@@ -90,6 +90,15 @@ TEST(TypePropertyReferenceValue, BaseTypeIsWrittenForDefinedTypesOfTheSchema) {
     }
 }
 
+TEST(TypePropertyReferenceValue, BaseTypeIsWrittenWithTheDataTypeBesideTheElementOfTheKind) {
+    const auto schema = schemaFromText("TYPE IfcLabel = STRING(255);\nEND_TYPE;\n");
+    ExtraExportInfo info;
+    info.schemaForBaseTypes = schema.get();
+    EXPECT_EQ(sTypeExport(Read("<t reftype='IfcLabel'/>").type, &info),
+              "<PropertyType><TypePropertyReferenceValue/>"
+              "<DataType type=\"IfcLabel\" basetype=\"STRING(255)\"/></PropertyType>");
+}
+
 TEST(TypePropertyReferenceValue, BaseTypeIsNotWrittenWithoutASchema) {
     const ExtraExportInfo info;
     XmlTarget target("r");

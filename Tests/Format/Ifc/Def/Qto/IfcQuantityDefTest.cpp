@@ -38,6 +38,24 @@ std::string sExport(const QuantityDef& quantity, const ExtraExportInfo* info = n
     return target.sText();
 }
 
+/// A type whose check finds something wrong.
+class FaultyType final : public QuantityType {
+public:
+    explicit FaultyType(bool passes) : passes_(passes) {}
+
+    std::string sEntityName() const override { return "IfcFaulty"; }
+    bool checkForErrors(const ifc::def::schema::Schema&, XmlSetErrors& errors) const override {
+        errors.vErrorAdd(ifc::def::xml::ErrorKind::Error, "type", "Faulty", 7);
+        return passes_;
+    }
+    const char* pTypeCode() const override { return "Q_FAULTY"; }
+    std::string sValueAttributeName() const override { return "FaultyValue"; }
+    std::string sMeasureTypeName() const override { return "IfcFaultyMeasure"; }
+
+private:
+    bool passes_;
+};
+
 TEST(QuantityDef, ReadsTextsGuidAliasesAndType) {
     const ReadQuantity read(
         "\n<QtoDef ifdguid='e098e980d1bc11e1800000215ad4efdf'><Name>N</Name>"
@@ -123,6 +141,18 @@ TEST(QuantityDef, CheckGoesOnToTheType) {
     EXPECT_TRUE(read.quantity.checkForErrors(*schema, read.errors));
     ASSERT_EQ(reports.getRecords().size(), 1U);
     EXPECT_EQ(reports.getRecords()[0].function, "kiv::ifc::def::qto::QuantityTypeSimple::checkForErrors");
+}
+
+TEST(QuantityDef, CheckPassesWhateverTheTypeFinds) {
+    const auto schema = schemaFromText("ENTITY IfcFaulty;\nEND_ENTITY;\n");
+    const ReadQuantity read("<QtoDef/>");
+    for (const bool typePasses : {false, true}) {
+        SCOPED_TRACE(typePasses);
+        const QuantityDef quantity(read.set, "Q", std::make_unique<FaultyType>(typePasses));
+        XmlSetErrors errors;
+        EXPECT_TRUE(quantity.checkForErrors(*schema, errors));
+        EXPECT_EQ(errors.getRecords(), (Records{error("type", "Faulty", 7)}));
+    }
 }
 
 TEST(QuantityDef, CheckIsSilentWhenTheSchemaHasEverything) {

@@ -1,5 +1,6 @@
 #include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Support/AssertCollector.h"
 #include "Support/ErrorRecords.h"
 #include "Support/SchemaFromText.h"
@@ -17,6 +18,9 @@ namespace kiv::test {
 namespace {
 
 using ifc::def::qto::QuantitySetDef;
+using ifc::def::xml::Def;
+using ifc::def::xml::ElementChildren;
+using ifc::def::xml::ExtraExportInfo;
 using ifc::def::xml::SetDef;
 using ifc::def::xml::XmlSetErrors;
 using Texts = std::vector<std::string>;
@@ -36,9 +40,9 @@ Texts quantityNamesOf(const QuantitySetDef& set) {
     return names;
 }
 
-std::string sExport(const QuantitySetDef& set) {
+std::string sExport(const QuantitySetDef& set, const ExtraExportInfo* info = nullptr) {
     XmlTarget target("E");
-    set.exportDef(target.root(), nullptr);
+    set.exportDef(target.root(), info);
     return target.sText();
 }
 
@@ -118,6 +122,54 @@ TEST(QuantitySetDef, IsWrittenInFixedOrder) {
         "<QtoDef><Name>A</Name><Definition/><QtoType>Q_TIME</QtoType></QtoDef>"
         "<QtoDef><Name>B</Name><Definition/><QtoType/></QtoDef></QtoDefs><QtoDefinitionAliases>"
         "<QtoDefinitionAlias lang=\"de-DE\">d</QtoDefinitionAlias></QtoDefinitionAliases></QtoSetDef></E>");
+}
+
+TEST(QuantitySetDef, HookIsCalledForEachQuantity) {
+    const ReadSet read(
+        "<s><QtoDefs><QtoDef><Name>A</Name></QtoDef><QtoDef><Name>B</Name></QtoDef></QtoDefs></s>");
+    Texts seen;
+    ExtraExportInfo info;
+    info.hook = [&](const Def& def, kiv::xml::Element& element) {
+        seen.push_back(def.getName() + sXmlText(element));
+        element.ElementNodeAppend("Extra");
+    };
+    EXPECT_EQ(sExport(read.set, &info),
+              "<E><QtoSetDef><Name/><Definition/><ApplicableClasses/><ApplicableTypeValue/><QtoDefs>"
+              "<QtoDef><Extra/><Name>A</Name><Definition/><QtoType/></QtoDef>"
+              "<QtoDef><Extra/><Name>B</Name><Definition/><QtoType/></QtoDef></QtoDefs></QtoSetDef></E>");
+    EXPECT_EQ(seen, (Texts{"A<QtoDef/>", "B<QtoDef/>"}));
+}
+
+/// The "ifdguid" of each quantity of a written set; empty where there is none.
+Texts writtenGuidsOf(const kiv::xml::const_Element& set) {
+    Texts guids;
+    for (const auto& child : ElementChildren(set)) {
+        if (!child.boNodeNameIs("QtoDefs"))
+            continue;
+        for (const auto& quantity : ElementChildren(child))
+            ifc::def::xml::boAttributeTake(quantity, "ifdguid", guids.emplace_back());
+    }
+    return guids;
+}
+
+TEST(QuantitySetDef, GuidsAreGeneratedForTheQuantitiesThatHaveNone) {
+    const ReadSet read(
+        "<s><QtoDefs><QtoDef/><QtoDef ifdguid='e098e980d1bc11e1800000215ad4efdf'/><QtoDef/></QtoDefs></s>");
+    ExtraExportInfo info;
+    info.generateGuids = true;
+    XmlTarget target("E");
+    const kiv::xml::const_Element written = read.set.exportDef(target.root(), &info);
+    const auto guids = writtenGuidsOf(written);
+    ASSERT_EQ(guids.size(), 3U);
+    EXPECT_EQ(guids[1], "e098e980d1bc11e1800000215ad4efdf");
+    EXPECT_NE(guids[0], guids[2]);
+    for (const auto& text : guids) {
+        kiv::Guid guid;
+        EXPECT_TRUE(guid.boSet(text)) << text;
+        EXPECT_FALSE(guid.isNull());
+    }
+    EXPECT_FALSE(written.AttributeNodeGet("ifdguid"));
+    EXPECT_TRUE(read.set.getQuantities()[0].getIfdGuid().isNull());
 }
 
 TEST(QuantitySetDef, IsNamedAfterItsElement) {
