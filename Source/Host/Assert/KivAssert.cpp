@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <atomic>
 #include <condition_variable>
+#include <cstddef>
+#include <memory>
 #include <ostream>
 #include <utility>
 
@@ -47,8 +49,11 @@ private:
     std::uint64_t nextNumber_ = 1;
 };
 
+/// Never destroyed, because destructors of static objects may still report, and end installations, when
+/// everything made after those objects is gone.
 Registry& getRegistry() {
-    static Registry registry;
+    alignas(Registry) static std::byte place[sizeof(Registry)];
+    static Registry& registry = *std::construct_at(reinterpret_cast<Registry*>(place));
     return registry;
 }
 

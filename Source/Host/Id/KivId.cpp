@@ -1,5 +1,7 @@
 #include "Host/Id/KivId.h"
 
+#include "Host/KivAscii.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <optional>
@@ -22,7 +24,7 @@ constexpr std::size_t globalIdLength = 22;
 constexpr std::uint8_t notADigit = 0xFF;
 
 constexpr std::uint8_t getHexValue(char c) {
-    if (c >= '0' && c <= '9')
+    if (ascii::isDigit(c))
         return static_cast<std::uint8_t>(c - '0');
     if (c >= 'a' && c <= 'f')
         return static_cast<std::uint8_t>(c - 'a' + 10);

@@ -4,6 +4,9 @@
 ///     if (!guid.boSet("e098e980d1bc11e1800000215ad4efdf"))
 ///         vComplain();
 ///
+/// A host may link GUIDs of its own in place of these. It then supplies, besides `generate`, `toString`,
+/// `boSet`, comparison and copies, `isNull`, which the library calls to leave out what was not given.
+///
 /// Threads: a value; each thread has its own. `generate` may be called from any number of threads.
 #pragma once
 

@@ -1,5 +1,6 @@
 #include "Host/Xml/KivXml.h"
 
+#include "Host/KivAscii.h"
 #include "Host/Xml/KivXmlDocument.h"
 #include "Host/Xml/KivXmlParser.h"
 #include "Host/Xml/KivXmlSerializer.h"
@@ -18,6 +19,9 @@ constexpr bool isCheapHandle = sizeof(Handle) == sizeof(void*) && std::is_trivia
 static_assert(isCheapHandle<const_Node> && isCheapHandle<const_Element> && isCheapHandle<const_Attr> &&
               isCheapHandle<const_NodeList> && isCheapHandle<const_NamedNodeMap> && isCheapHandle<Node> &&
               isCheapHandle<Element>);
+
+/// What XML takes for white space.
+constexpr std::string_view whiteSpace = " \t\r\n";
 
 ElementRecord* pElement(NodeRecord* node) {
     return node->kind == NodeKind::Element ? static_cast<ElementRecord*>(node) : nullptr;
@@ -105,10 +109,10 @@ void const_Node::vWrite(std::ostream& stream, WriteStyle style) const {
 
 template <>
 std::optional<bool> const_Node::from_string<bool>(std::string_view text) {
-    const std::string_view trimmed = getTrimmed(text);
-    if (trimmed == "true" || trimmed == "1")
+    const std::string_view value = ascii::trimmed(text, whiteSpace);
+    if (value == "true" || value == "1")
         return true;
-    if (trimmed == "false" || trimmed == "0")
+    if (value == "false" || value == "0")
         return false;
     return std::nullopt;
 }
@@ -230,8 +234,15 @@ void Document::vWrite(std::ostream& stream, WriteStyle style) const {
 }
 
 File::File(errorhandler::ExceptionInterface*, VerboseLevel, ValidateLevel) {}
-File::File(File&& other) noexcept = default;
-File& File::operator=(File&& other) noexcept = default;
+File::File(File&& other) noexcept :
+    records_(std::move(other.records_)), error_(std::exchange(other.error_, std::nullopt)) {}
+
+File& File::operator=(File&& other) noexcept {
+    records_ = std::move(other.records_);
+    error_ = std::exchange(other.error_, std::nullopt);
+    return *this;
+}
+
 File::~File() = default;
 
 std::optional<Element> File::parse(std::istream& stream, const std::string& name,

@@ -8,6 +8,10 @@
 ///
 /// Every text handed out is UTF-8, whatever the encoding that was read.
 ///
+/// A host may link a document model of its own in place of this one. It then supplies, besides the operations
+/// of any such model, those that the library calls to save copies and to name places: `getNodeNameView`,
+/// `getNodeValueView`, `tagNameView`, `getValueView` and `getLine`.
+///
 /// Ownership: a `File` or a `Document` owns its nodes; handles only refer to them and are one pointer wide.
 /// Threads:   a document that nobody changes may be read from any number of threads.
 /// Errors:    what is missing is an absent optional; a text that cannot be read is told by `File::pError`.
@@ -38,6 +42,16 @@ struct DocumentRecords;
 
 /// The deepest level on which an element can stand; the root element stands on level 1.
 inline constexpr std::size_t maxElementDepth = 256;
+
+/// The most attributes that a document type can declare, counted over all element types and repetitions. The
+/// parser compares each declaration with those before it and looks at all of its element type for each
+/// element, so that without a limit a short text could keep it busy for hours.
+inline constexpr std::size_t maxDeclaredAttributes = 1000;
+
+/// The bytes that a tag, a comment or another single piece of markup can have; some more may pass, because it
+/// is only looked at between two blocks of a stream. The parser keeps such a piece whole, and its buffer
+/// cannot grow much beyond this. Text between tags has no limit.
+inline constexpr std::size_t maxTokenSize = std::size_t{256} << 20;
 
 /// How a document is laid out when it is written.
 enum class WriteStyle {
@@ -88,7 +102,7 @@ public:
     void vWrite(std::ostream& stream, WriteStyle style) const;
 
     /// Converts a text to a value; absent when it is none. Made for `bool`: "true", "false", "1" and "0",
-    /// white space around them allowed, as xs:boolean has it (XML Schema Part 2).
+    /// white space around them allowed, as in xs:boolean of XML Schema.
     template <typename Value>
     static std::optional<Value> from_string(std::string_view text);
 
@@ -183,7 +197,8 @@ private:
 class KIV_EXPORT Node : public const_Node {
 public:
     /// Appends an element behind the children there are. A second root element, and an element below level
-    /// `maxElementDepth`, is refused: the element returned then hangs nowhere and is never written.
+    /// `maxElementDepth`, is refused: the element returned then hangs nowhere and is never written with the
+    /// document.
     Element ElementNodeAppend(std::string_view tagName);
 
     /// Appends a text behind the children there are; a text that is already last grows instead, because two
@@ -221,7 +236,8 @@ private:
 ///     document.vWrite(stream, kiv::xml::WriteStyle::Indented);
 ///
 /// Ownership: owns its nodes; moving it keeps all handles valid. One that was moved from can only be assigned
-/// to. Threads:   one thread at a time while it is being built.
+///            to.
+/// Threads:   one thread at a time while it is being built.
 class KIV_EXPORT Document {
 public:
     Document();
@@ -271,7 +287,8 @@ struct ParseError {
 /// Read are UTF-8 with or without byte order mark, UTF-16, ISO-8859-1 and US-ASCII. Refused, besides what is
 /// not well-formed: other encodings; a document type declaration that names an external subset, declares an
 /// entity or refers to a parameter entity, because references could then vanish or multiply without a word;
-/// default attribute values that add more than 16 MiB; elements below level `maxElementDepth`. What stands
+/// more than `maxDeclaredAttributes` declared attributes; default attribute values that add more than 16 MiB;
+/// a piece of markup of more than `maxTokenSize` bytes; elements below level `maxElementDepth`. What stands
 /// outside the root element is checked and not kept.
 ///
 /// Ownership: the nodes live until the `File` is destroyed or `parse` is called again.

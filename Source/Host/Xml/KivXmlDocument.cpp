@@ -1,6 +1,7 @@
 #include "Host/Xml/KivXmlDocument.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace kiv::xml {
 
@@ -11,18 +12,21 @@ constexpr std::size_t largestBlockSize = std::size_t{1} << 20;
 
 } // namespace
 
-std::string_view Arena::getJoined(std::string_view kept, std::string_view more) {
+std::string_view Arena::getJoined(std::string_view kept, std::string_view more, bool& isRoomy) {
     const std::size_t size = kept.size() + more.size();
-    const bool isLast = kept.data() + kept.size() == at_;
+    if (isRoomy && size <= std::bit_ceil(kept.size())) {
+        more.copy(const_cast<char*>(kept.data()) + kept.size(), more.size()); // the arena's own memory
+        return {kept.data(), size};
+    }
+    const bool isLast = !isRoomy && kept.data() + kept.size() == at_;
     if (isLast && more.size() <= getRoom()) {
         at_ += more.copy(at_, more.size());
         return {kept.data(), size};
     }
-    if (size > getRoom())
-        vBlockAdd(2 * size);
-    char* const joined = at_;
-    at_ += kept.copy(at_, kept.size());
-    at_ += more.copy(at_, more.size());
+    char* const joined = pAllocate(std::bit_ceil(size), 1);
+    kept.copy(joined, kept.size());
+    more.copy(joined + kept.size(), more.size());
+    isRoomy = true;
     return {joined, size};
 }
 

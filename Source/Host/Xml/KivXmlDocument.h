@@ -46,8 +46,10 @@ public:
     }
 
     /// `kept`, which lies in this arena, and `more` in one piece. Where `kept` was the last thing handed out
-    /// it grows in place, so that a text that comes in many pieces is copied a few times at most.
-    std::string_view getJoined(std::string_view kept, std::string_view more);
+    /// it grows in place. Otherwise it moves to a place as large as the next power of two, and `isRoomy` is
+    /// set; handed in with `kept` the next time, it lets the text grow there. So a text that comes in many
+    /// pieces is copied a few times at most, whatever is made in between.
+    std::string_view getJoined(std::string_view kept, std::string_view more, bool& isRoomy);
 
 private:
     char* pAllocate(std::size_t size, std::size_t alignment) {
@@ -71,6 +73,8 @@ enum class NodeKind : std::uint8_t { Document, Element, Attribute, Text, Comment
 
 struct NodeRecord {
     NodeKind kind = NodeKind::Document;
+    /// Whether the text has grown into a place as large as the next power of two; see `Arena::getJoined`.
+    bool isTextRoomy = false;
     std::uint32_t line = 0;
     /// The next sibling; null for an attribute.
     NodeRecord* next = nullptr;
@@ -127,8 +131,9 @@ AttributeRecord* pAttribute(const ElementRecord& element, std::string_view name)
 
 template <std::invocable GetLine>
 void DocumentRecords::vTextAppend(ElementRecord& parent, std::string_view text, GetLine getLine) {
-    if (parent.lastChild != nullptr && parent.lastChild->kind == NodeKind::Text) {
-        parent.lastChild->text = arena.getJoined(parent.lastChild->text, text);
+    NodeRecord* const last = parent.lastChild;
+    if (last != nullptr && last->kind == NodeKind::Text) {
+        last->text = arena.getJoined(last->text, text, last->isTextRoomy);
         return;
     }
     vNodeAppend(parent, NodeKind::Text, text, getLine());

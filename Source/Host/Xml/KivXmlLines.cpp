@@ -7,7 +7,7 @@ namespace kiv::xml {
 
 namespace {
 
-/// Only saves memory from growing bit by bit.
+/// Only saves the first block, which holds all of most documents, from growing bit by bit.
 constexpr std::size_t usualLineSize = 32;
 
 } // namespace
@@ -17,7 +17,8 @@ void LineCounter::vBlockAdd(std::string_view block) {
         return;
     starts_.erase(starts_.begin(), std::next(starts_.begin(), static_cast<std::ptrdiff_t>(next_)));
     next_ = 0;
-    starts_.reserve(starts_.size() + block.size() / usualLineSize);
+    if (size_ == 0)
+        starts_.reserve(block.size() / usualLineSize);
     std::size_t from = 0;
     if (isCarriageReturnOpen_) {
         from = block.front() == '\n' ? 1 : 0;

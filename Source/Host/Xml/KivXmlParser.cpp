@@ -49,7 +49,7 @@ bool isUtf16(std::string_view start) {
 /// One run of the parser over one stream.
 class Reader {
 public:
-    explicit Reader(std::istream& stream);
+    Reader(std::istream& stream, std::size_t largestTokenSize);
 
     std::unique_ptr<DocumentRecords> pRead(ParseError& error);
 
@@ -71,7 +71,11 @@ private:
     void vDocumentTypeStart(const XML_Char* name, const XML_Char* systemId, const XML_Char* publicId,
                             int hasInternalSubset);
     void vDocumentTypeToken(const XML_Char* token, int size);
+    /// Whether the piece belongs to a quoted text, which the parser hands out with its quotes.
+    bool boQuotedPiece(std::string_view piece);
     void vDocumentTypeEnd();
+    void vAttributeDeclaration(const XML_Char* element, const XML_Char* name, const XML_Char* type,
+                               const XML_Char* value, int isRequired);
 
     void vAttributesAdd(ElementRecord& element, const XML_Char** attributes);
     void vDefaultsCount(const XML_Char** attributes);
@@ -81,13 +85,16 @@ private:
     bool boParse();
     /// Shorter than `blockSize_` at the end only; absent when the stream fails.
     std::optional<std::string_view> readBlock();
-    void vBlockSizeAdapt(std::size_t readSize);
+    /// Takes note of a block of `size` bytes that was parsed. False, with the reason noted, when the token
+    /// that it leaves open is too long.
+    bool boBlockNote(std::size_t size);
     /// Notes the reason, unless there is one already, with the place at which the parser is.
     void vFail(std::string reason);
     void vRefuse(std::string reason);
     void vStop();
 
     std::istream& stream_;
+    std::size_t largestTokenSize_;
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
     std::unique_ptr<DocumentRecords> records_;
     LineCounter lines_;
@@ -99,6 +106,10 @@ private:
     std::array<ElementRecord*, maxElementDepth + 1> open_{};
     std::size_t depth_ = 0;
     std::size_t defaultSize_ = 0;
+    std::size_t declaredAttributeCount_ = 0;
+    /// The quote that ends the quoted text which the last piece of the document type left open; absent
+    /// outside of one.
+    std::optional<char> openQuote_;
     /// Set once nothing more is taken from the parser, which may still have something to say.
     bool isStopped_ = false;
     std::exception_ptr exception_;
@@ -129,8 +140,9 @@ int XMLCALL Reader::onUnknownEncoding(void* reader, const XML_Char* name, XML_En
     return XML_STATUS_ERROR;
 }
 
-Reader::Reader(std::istream& stream) :
+Reader::Reader(std::istream& stream, std::size_t largestTokenSize) :
     stream_(stream),
+    largestTokenSize_(largestTokenSize),
     parser_(XML_ParserCreate(nullptr), &XML_ParserFree),
     records_(std::make_unique<DocumentRecords>()) {
     if (parser_ == nullptr)
@@ -147,6 +159,7 @@ void Reader::vHandlersSet() {
     XML_SetCommentHandler(parser, vCall<&Reader::vComment>);
     XML_SetProcessingInstructionHandler(parser, vCall<&Reader::vProcessingInstruction>);
     XML_SetDoctypeDeclHandler(parser, vCall<&Reader::vDocumentTypeStart>, vCall<&Reader::vDocumentTypeEnd>);
+    XML_SetAttlistDeclHandler(parser, vCall<&Reader::vAttributeDeclaration>);
     XML_SetUnknownEncodingHandler(parser, onUnknownEncoding, this);
 }
 
@@ -171,7 +184,8 @@ bool Reader::boParse() {
             break;
         if (isLast)
             return true;
-        vBlockSizeAdapt(block->size());
+        if (!boBlockNote(block->size()))
+            return false;
     }
     const XML_Error code = XML_GetErrorCode(parser_.get());
     if (code == XML_ERROR_NO_MEMORY)
@@ -192,11 +206,17 @@ std::optional<std::string_view> Reader::readBlock() {
 
 /// A token that is cut by the end of a block is looked at again from its start with the next one. Blocks grow
 /// with it, so that a very long token is not looked at over and over.
-void Reader::vBlockSizeAdapt(std::size_t readSize) {
-    readSize_ += readSize;
+bool Reader::boBlockNote(std::size_t size) {
+    readSize_ += size;
     const XML_Index parsed = std::max<XML_Index>(XML_GetCurrentByteIndex(parser_.get()), 0);
-    if (readSize_ - static_cast<std::uint64_t>(parsed) > blockSize_ / 2)
+    const std::uint64_t openSize = readSize_ - static_cast<std::uint64_t>(parsed);
+    if (openSize > largestTokenSize_) {
+        vFail("a piece of markup is longer than " + std::to_string(largestTokenSize_ >> 20) + " MiB");
+        return false;
+    }
+    if (openSize > blockSize_ / 2)
         blockSize_ = std::min(2 * blockSize_, largestBlockSize);
+    return true;
 }
 
 void Reader::vFail(std::string reason) {
@@ -287,24 +307,46 @@ void Reader::vDocumentTypeStart(const XML_Char*, const XML_Char* systemId, const
     XML_SetDefaultHandler(parser_.get(), vCall<&Reader::vDocumentTypeToken>);
 }
 
-/// Every token of the document type passes here, because the parser tells of neither a parameter entity that
-/// is not declared, after which it ignores declarations, nor a declaration of "lt" and its like.
+/// The tokens of the document type pass here, because no other handler is told of a reference to a parameter
+/// entity, after which the parser ignores declarations and drops references to what they would have declared,
+/// nor of a declaration of "lt" and its like. In an encoding that the parser converts, a long token comes in
+/// several pieces, of which only the first tells what it is.
 void Reader::vDocumentTypeToken(const XML_Char* token, int size) {
     const std::string_view text(token, static_cast<std::size_t>(size));
+    if (boQuotedPiece(text))
+        return;
     if (text == "<!ENTITY")
         vRefuse("the document type declares an entity");
     if (text.starts_with('%'))
         vRefuse("the document type refers to a parameter entity");
 }
 
+bool Reader::boQuotedPiece(std::string_view piece) {
+    const bool isFirst = !openQuote_;
+    if (isFirst && !piece.starts_with('"') && !piece.starts_with('\''))
+        return false;
+    if (isFirst)
+        openQuote_ = piece.front();
+    if (piece.find(*openQuote_, isFirst ? 1 : 0) != std::string_view::npos)
+        openQuote_.reset();
+    return true;
+}
+
 void Reader::vDocumentTypeEnd() {
     XML_SetDefaultHandlerExpand(parser_.get(), nullptr);
 }
 
+void Reader::vAttributeDeclaration(const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*, int) {
+    if (++declaredAttributeCount_ > maxDeclaredAttributes)
+        vRefuse("the document type declares more than " + std::to_string(maxDeclaredAttributes) +
+                " attributes");
+}
+
 } // namespace
 
-std::unique_ptr<DocumentRecords> pDocumentRead(std::istream& stream, ParseError& error) {
-    return Reader(stream).pRead(error);
+std::unique_ptr<DocumentRecords> pDocumentRead(std::istream& stream, ParseError& error,
+                                               std::size_t largestTokenSize) {
+    return Reader(stream, largestTokenSize).pRead(error);
 }
 
 } // namespace kiv::xml

@@ -5,13 +5,19 @@
 
 #include "Host/Xml/KivXml.h"
 
+#include <cstddef>
 #include <iosfwd>
 #include <memory>
 
 namespace kiv::xml {
 
 /// Reads the stream to its end. Null when it cannot be read as a document; `error` then has reason and place.
+///
+/// A tag, comment or the like of more than `largestTokenSize` bytes is refused. That is looked at between two
+/// blocks of the stream only, so a token that is longer by less than a block may pass.
+///
 /// Errors: `std::bad_alloc` is passed on.
-std::unique_ptr<DocumentRecords> pDocumentRead(std::istream& stream, ParseError& error);
+std::unique_ptr<DocumentRecords> pDocumentRead(std::istream& stream, ParseError& error,
+                                               std::size_t largestTokenSize = maxTokenSize);
 
 } // namespace kiv::xml

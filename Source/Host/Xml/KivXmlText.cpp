@@ -129,12 +129,4 @@ std::string sCarriableName(std::string_view name) {
     return carriable.empty() ? "_" : carriable;
 }
 
-std::string_view getTrimmed(std::string_view text) {
-    constexpr std::string_view whiteSpace = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(whiteSpace);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(whiteSpace) - first + 1);
-}
-
 } // namespace kiv::xml

@@ -15,7 +15,4 @@ std::string sCarriableText(std::string_view text);
 /// stands becomes "_", and an empty name becomes "_".
 std::string sCarriableName(std::string_view name);
 
-/// Removes the white space of XML from both ends.
-std::string_view getTrimmed(std::string_view text);
-
 } // namespace kiv::xml

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <latch>
 #include <optional>
@@ -283,6 +284,35 @@ TEST(KivAssert, SinksComeAndGoWhileOthersReport) {
         isDone = true;
     }
     EXPECT_EQ(always.getRecords().size(), reported + 2000U);
+}
+
+/// A static object that still reports in its destructor, and ends the process by what has come of it.
+class LateReporter {
+public:
+    ~LateReporter() {
+        if (!installed_)
+            return;
+        Assert::addAssert(getInfo("late"));
+        installed_.reset();
+        std::_Exit(getMessages(sink_) == Messages{"late"} && !Assert::isEnabled() ? 0 : 1);
+    }
+
+    void vInstall() { installed_.emplace(sink_); }
+
+private:
+    CollectingSink sink_;
+    std::optional<ScopedSink> installed_;
+};
+
+LateReporter lateReporter; // older than all that is made at the first report, so destroyed later
+
+TEST(KivAssertDeathTest, StaticObjectsCanReportWhileTheProcessEnds) {
+    EXPECT_EXIT(
+        {
+            lateReporter.vInstall();
+            std::exit(2);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -17,16 +17,33 @@ TEST(KivXmlArena, CopiesStayWhereTheyAre) {
 TEST(KivXmlArena, LastTextGrowsInPlace) {
     Arena arena;
     const std::string_view kept = arena.getCopy("ab");
-    const std::string_view joined = arena.getJoined(kept, "cd");
+    bool isRoomy = false;
+    const std::string_view joined = arena.getJoined(kept, "cd", isRoomy);
     EXPECT_EQ(joined, "abcd");
     EXPECT_EQ(joined.data(), kept.data());
+    EXPECT_FALSE(isRoomy) << "what lies behind it is not its own";
 }
 
 TEST(KivXmlArena, OtherTextIsJoinedElsewhere) {
     Arena arena;
     const std::string_view kept = arena.getCopy("ab");
     const std::string_view between = arena.getCopy("xy");
-    EXPECT_EQ(arena.getJoined(kept, "cd"), "abcd");
+    bool isRoomy = false;
+    EXPECT_EQ(arena.getJoined(kept, "cd", isRoomy), "abcd");
+    EXPECT_EQ(between, "xy");
+}
+
+TEST(KivXmlArena, JoinedTextGrowsInPlaceUpToTheNextPowerOfTwo) {
+    Arena arena;
+    bool isRoomy = false;
+    const std::string_view kept = arena.getCopy("ab");
+    arena.getCopy("xy");
+    const std::string_view joined = arena.getJoined(kept, "cde", isRoomy);
+    const std::string_view between = arena.getCopy("xy");
+    const std::string_view full = arena.getJoined(joined, "fgh", isRoomy);
+    EXPECT_EQ(full, "abcdefgh");
+    EXPECT_EQ(full.data(), joined.data());
+    EXPECT_EQ(arena.getJoined(full, "i", isRoomy), "abcdefghi");
     EXPECT_EQ(between, "xy");
 }
 
@@ -34,8 +51,9 @@ TEST(KivXmlArena, TextGrowsBeyondABlock) {
     Arena arena;
     std::string expected = "start";
     std::string_view text = arena.getCopy(expected);
+    bool isRoomy = false;
     for (int i = 0; i != 100000; ++i) {
-        text = arena.getJoined(text, "0123456789");
+        text = arena.getJoined(text, "0123456789", isRoomy);
         expected += "0123456789";
     }
     EXPECT_TRUE(text == expected);

@@ -217,6 +217,33 @@ TEST(KivXmlFile, RefusesDocumentTypesThatDeclareEntities) {
     });
 }
 
+/// What is quoted comes from the parser in pieces there, each of which may begin with any character.
+TEST(KivXmlFile, QuotedTextsOfDocumentTypesAreNotTakenForReferencesWhenTheEncodingIsConverted) {
+    const std::string latin1 = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+    for (std::size_t size = 1000; size != 1050; ++size) {
+        const std::string quoted = "'" + std::string(size, 'x') + "%p;\"" + std::string(size, 'x') + "%p;'";
+        const std::string notation = "<!DOCTYPE a [<!NOTATION n SYSTEM " + quoted + ">";
+        const std::string attribute = "<!DOCTYPE a [<!ATTLIST b c CDATA " + quoted + ">";
+        for (const std::string& type : {notation, attribute}) {
+            EXPECT_EQ(sDumpRead(latin1 + type + "]><a/>"), "a") << size;
+            EXPECT_EQ(sDumpRead("\xFF\xFE" + sUtf16(type + "]><a/>", false)), "a") << size;
+            EXPECT_EQ(sDumpRead(latin1 + type + "%p;]><a/>"),
+                      "! the document type refers to a parameter entity");
+            EXPECT_EQ(sDumpRead(latin1 + type + "<!ENTITY e 'v'>]><a/>"),
+                      "! the document type declares an entity");
+        }
+    }
+}
+
+TEST(KivXmlFile, EndOfAQuotedTextIsNotTakenForADeclaration) {
+    const std::string latin1 = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+    for (std::size_t size = 1000; size != 1050; ++size)
+        EXPECT_EQ(sDumpRead(latin1 + "<!DOCTYPE a [<!NOTATION n SYSTEM '" + std::string(size, 'x') +
+                            "<!ENTITY" + std::string(1016, ' ') + "%p;'>]><a/>"),
+                  "a")
+            << size;
+}
+
 TEST(KivXmlFile, RefusesDocumentTypesThatNameAnExternalSubset) {
     const std::string reason = "! the document type names an external subset";
     vExpectRead({
@@ -235,6 +262,28 @@ TEST(KivXmlFile, DefaultAttributesCannotMultiplyWithoutEnd) {
     EXPECT_TRUE(getFile().parse(few, "", nullptr));
     EXPECT_EQ(sDumpRead(type + "<r>" + sRepeated(16, "<e/>") + "</r>"),
               "! default attribute values add more than 16 MiB");
+}
+
+std::string sAttributeDeclarations(std::size_t count, std::string_view element) {
+    std::string declarations;
+    for (std::size_t i = 0; i != count; ++i)
+        declarations.append("<!ATTLIST ")
+            .append(element)
+            .append(" b" + std::to_string(i) + " CDATA #IMPLIED>");
+    return declarations;
+}
+
+TEST(KivXmlFile, DocumentTypeDeclaresSoManyAttributesOnly) {
+    const std::string reason = "! the document type declares more than 1000 attributes";
+    const std::string twice = sRepeated(500, "<!ATTLIST a b CDATA 'c' b CDATA #REQUIRED>");
+    vExpectRead({
+        {"<!DOCTYPE a [" + sAttributeDeclarations(1000, "a") + "]><a/>", "a"},
+        {"<!DOCTYPE a [" + sAttributeDeclarations(1001, "a") + "]><a/>", reason},
+        {"<!DOCTYPE a [" + sAttributeDeclarations(500, "a") + sAttributeDeclarations(501, "b") + "]><a/>",
+         reason},
+        {"<!DOCTYPE a [" + twice + "]><a/>", "a[b='c']"},
+        {"<!DOCTYPE a [" + twice + "<!ATTLIST a b ID #IMPLIED>]><a/>", reason},
+    });
 }
 
 TEST(KivXmlFile, ReadsElementsDownToTheDeepestLevelOnly) {
@@ -293,6 +342,20 @@ TEST(KivXmlFile, HasNoErrorBeforeReadingAndAfterSuccess) {
     std::istringstream good("<a/>");
     EXPECT_TRUE(file.parse(good, "", nullptr));
     EXPECT_EQ(file.pError(), nullptr);
+}
+
+TEST(KivXmlFile, ErrorMovesWithTheFile) {
+    std::istringstream stream("<a>");
+    File file = getFile();
+    EXPECT_FALSE(file.parse(stream, "walls.xml", nullptr));
+    File moved = std::move(file);
+    EXPECT_EQ(file.pError(), nullptr); // NOLINT(bugprone-use-after-move): what is left is the test
+    ASSERT_NE(moved.pError(), nullptr);
+    EXPECT_EQ(moved.pError()->document, "walls.xml");
+    file = std::move(moved);
+    EXPECT_EQ(moved.pError(), nullptr); // NOLINT(bugprone-use-after-move): what is left is the test
+    ASSERT_NE(file.pError(), nullptr);
+    EXPECT_EQ(file.pError()->document, "walls.xml");
 }
 
 TEST(KivXmlFile, TextsDoNotDependOnHowTheInputIsCut) {

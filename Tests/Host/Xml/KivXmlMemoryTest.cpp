@@ -1,4 +1,5 @@
 #include "Host/Xml/KivXml.h"
+#include "Host/Xml/KivXmlLines.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -9,12 +10,17 @@ namespace {
 
 /// How many more allocations succeed on this thread; negative for all.
 thread_local long allocationsLeft = -1;
+/// How often and how much was allocated on this thread up to now.
+thread_local std::size_t allocationCount = 0;
+thread_local std::size_t allocatedSize = 0;
 
 void* pAllocate(std::size_t size) {
     if (allocationsLeft == 0)
         throw std::bad_alloc();
     if (allocationsLeft > 0)
         --allocationsLeft;
+    ++allocationCount;
+    allocatedSize += size;
     if (void* const memory = std::malloc(size == 0 ? 1 : size))
         return memory;
     throw std::bad_alloc();
@@ -80,6 +86,35 @@ TEST(KivXmlMemory, LackOfItIsPassedOnFromEveryPlace) {
     vExpectNoMemoryUntil("<?xml version='1.0' encoding='an-encoding-with-a-long-name'?><a/>", Outcome::Error);
     vExpectNoMemoryUntil("<!DOCTYPE a [<!ENTITY e 'v'>]><a>&e;</a>", Outcome::Error);
     vExpectNoMemoryUntil("<a>", Outcome::Error);
+}
+
+TEST(KivXmlMemory, LinesOfALongTextAreNotedWithoutCopyingThemForEachBlock) {
+    const std::string block = std::string(63, 'x') + '\n';
+    LineCounter lines;
+    const std::size_t before = allocationCount;
+    for (int i = 0; i != 1000; ++i)
+        lines.vBlockAdd(block);
+    EXPECT_LT(allocationCount - before, 100U);
+    EXPECT_EQ(lines.getLine(63999), 1000U);
+}
+
+TEST(KivXmlMemory, TextsThatGrowInTurnsAreCopiedAFewTimesOnly) {
+    Document document;
+    Element root = document.getNode().ElementNodeAppend("r");
+    Element first = root.ElementNodeAppend("a");
+    Element second = root.ElementNodeAppend("b");
+    const std::size_t before = allocatedSize;
+    std::string digits;
+    std::string letters;
+    for (int i = 0; i != 10000; ++i) {
+        first.boTextNodeAppend("0123456789");
+        second.boTextNodeAppend("abcdefghij");
+        digits += "0123456789";
+        letters += "abcdefghij";
+    }
+    EXPECT_LT(allocatedSize - before, std::size_t{4} << 20);
+    EXPECT_TRUE(first.FirstChildGet()->getNodeValueView() == digits);
+    EXPECT_TRUE(second.FirstChildGet()->getNodeValueView() == letters);
 }
 
 } // namespace
