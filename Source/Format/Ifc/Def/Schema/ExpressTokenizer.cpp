@@ -14,6 +14,8 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
+using ascii::isDigit;
+using ascii::isLetter;
 using Kind = ExpressTokenKind;
 
 constexpr std::array<std::string_view, 75> KindNames = {"BEGIN",
@@ -154,12 +156,6 @@ constexpr auto KeywordStarts = [] {
     return starts;
 }();
 
-constexpr bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
-}
-constexpr bool isLetter(char byte) {
-    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-}
 constexpr bool isWordByte(char byte) {
     return isLetter(byte) || isDigit(byte) || byte == '_';
 }
@@ -168,7 +164,7 @@ bool boEqualsUpper(std::string_view text, std::string_view upper) {
     if (text.size() != upper.size())
         return false;
     for (std::size_t index = 0; index < text.size(); ++index) {
-        if (toUpper(text[index]) != upper[index])
+        if (ascii::getUpper(text[index]) != upper[index])
             return false;
     }
     return true;
@@ -176,7 +172,7 @@ bool boEqualsUpper(std::string_view text, std::string_view upper) {
 
 /// The keyword's kind, IDENTIFIER when the word is none.
 Kind kindOfWord(std::string_view word) {
-    const auto letter = static_cast<std::size_t>(toUpper(word.front()) - 'A');
+    const auto letter = static_cast<std::size_t>(ascii::getUpper(word.front()) - 'A');
     for (std::size_t index = KeywordStarts[letter]; index < KeywordStarts[letter + 1]; ++index) {
         if (boEqualsUpper(word, Keywords[index].word))
             return Keywords[index].kind;

@@ -6,18 +6,8 @@ namespace kiv::ifc::def::schema {
 
 std::string sUpper(std::string_view text) {
     std::string upper(text);
-    std::transform(upper.begin(), upper.end(), upper.begin(), toUpper);
+    std::transform(upper.begin(), upper.end(), upper.begin(), ascii::getUpper);
     return upper;
-}
-
-std::string_view trimmedLeft(std::string_view text, std::string_view bytes) {
-    const auto first = text.find_first_not_of(bytes);
-    return first == std::string_view::npos ? std::string_view{} : text.substr(first);
-}
-
-std::string_view trimmed(std::string_view text, std::string_view bytes) {
-    const auto rest = trimmedLeft(text, bytes);
-    return rest.substr(0, rest.find_last_not_of(bytes) + 1);
 }
 
 UpperCopy::UpperCopy(std::string_view name) {
@@ -26,7 +16,7 @@ UpperCopy::UpperCopy(std::string_view name) {
         view_ = large_;
         return;
     }
-    std::transform(name.begin(), name.end(), small_.begin(), toUpper);
+    std::transform(name.begin(), name.end(), small_.begin(), ascii::getUpper);
     view_ = {small_.data(), name.size()};
 }
 

@@ -1,10 +1,11 @@
-/// The text tools that every layer shares: the name hash, ASCII upper-casing, trimming.
+/// The text tools that every layer shares: the name hash, ASCII upper-casing, and those of `kiv::ascii`.
 ///
 /// They look at bytes only and never at a locale, so that a host's global locale changes nothing.
 ///
 /// Threads: free functions without state; safe from any number of threads.
 #pragma once
 
+#include "Host/KivAscii.h"
 #include "Host/KivExport.h"
 
 #include <array>
@@ -13,6 +14,9 @@
 #include <string_view>
 
 namespace kiv::ifc::def::schema {
+
+using ascii::trimmed;
+using ascii::trimmedLeft;
 
 /// Blank and tab: what is trimmed around the names of a declaration.
 inline constexpr std::string_view BlankAndTab = " \t";
@@ -30,19 +34,8 @@ constexpr std::uint32_t nameHash(std::string_view name) {
     return hash;
 }
 
-/// The byte with a to z made A to Z; every other byte as it is.
-constexpr char toUpper(char byte) {
-    return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - ('a' - 'A')) : byte;
-}
-
 /// The text upper-cased byte by byte.
 KIV_EXPORT std::string sUpper(std::string_view text);
-
-/// The text without the leading and trailing bytes that are among `bytes`.
-KIV_EXPORT std::string_view trimmed(std::string_view text, std::string_view bytes);
-
-/// The text without the leading bytes that are among `bytes`.
-KIV_EXPORT std::string_view trimmedLeft(std::string_view text, std::string_view bytes);
 
 /// An upper-cased copy of a name, for one look-up; names up to 64 bytes are copied without an allocation.
 class KIV_EXPORT UpperCopy {

@@ -61,7 +61,7 @@ TEST(UpperTest, ChangesTheLettersAToZAndNoOtherByte) {
     for (int value = 0; value < 256; ++value) {
         const auto byte = static_cast<char>(value);
         const auto expected = value >= 'a' && value <= 'z' ? static_cast<char>(value - 32) : byte;
-        EXPECT_EQ(toUpper(byte), expected) << value;
+        EXPECT_EQ(kiv::ascii::getUpper(byte), expected) << value;
     }
 }
 
