@@ -1,0 +1,42 @@
+#include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
+
+#include <algorithm>
+
+namespace kiv::ifc::def {
+
+SchemaContextAndPropertySetDefinitions::SchemaContextAndPropertySetDefinitions() = default;
+SchemaContextAndPropertySetDefinitions::~SchemaContextAndPropertySetDefinitions() = default;
+
+SchemaContextAndPropertySetDefinitions& SchemaContextAndPropertySetDefinitions::instance() {
+    static SchemaContextAndPropertySetDefinitions registry;
+    return registry;
+}
+
+void SchemaContextAndPropertySetDefinitions::addPropertySets(SchemaPropertySetDefinitionsContext&& context,
+                                                             SchemaPropertySetDefinitions&& definitions) {
+    auto owned = std::make_unique<const SchemaPropertySetDefinitions>(std::move(definitions));
+    contexts_.try_emplace(std::move(context), std::move(owned));
+}
+
+void SchemaContextAndPropertySetDefinitions::removePropertySets(const std::string& name) {
+    const auto found = std::find_if(contexts_.begin(), contexts_.end(),
+                                    [&](const auto& entry) { return entry.first.name == name; });
+    if (found != contexts_.end())
+        contexts_.erase(found);
+}
+
+const SchemaPropertySetDefinitions* SchemaContextAndPropertySetDefinitions::getPropertySetsFromContext(
+    const SchemaPropertySetDefinitionsContext& context) const {
+    const auto found = contexts_.find(context);
+    return found == contexts_.end() ? nullptr : found->second.get();
+}
+
+void SchemaContextAndPropertySetDefinitions::clear() {
+    contexts_.clear();
+}
+
+void SchemaContextAndPropertySetDefinitions::clear(const SchemaPropertySetDefinitionsContext& context) {
+    contexts_.erase(context);
+}
+
+} // namespace kiv::ifc::def

@@ -1,0 +1,96 @@
+/// One collection of set definitions that passed their check against one schema: the standard sets of a release, or those
+/// of a host's file. The classes beside it register collections by context and search them all.
+///
+///     SchemaPropertySetDefinitions sets;
+///     if (!sets.xmlSetAdd(schema, std::move(set), errors))
+///         refused(set, errors);
+///     const auto* common = sets.getXmlSetFromName("pset_wallcommon");
+///
+/// Ownership: owns its sets; what it hands out lives as long as it does, also when it is moved.
+/// Threads:   one thread while it is filled; then readable from any number of threads.
+/// Errors:    what is not there is null or empty.
+#pragma once
+
+#include "Format/Ifc/Def/IfcDefBase.h"
+#include "Host/Id/KivId.h"
+#include "Host/KivExport.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace kiv::ifc::def::schema {
+class Entity;
+class Schema;
+} // namespace kiv::ifc::def::schema
+
+namespace kiv::ifc::def {
+
+class KIV_EXPORT SchemaPropertySetDefinitions {
+public:
+    SchemaPropertySetDefinitions();
+    SchemaPropertySetDefinitions(SchemaPropertySetDefinitions&& other) noexcept;
+    SchemaPropertySetDefinitions& operator=(SchemaPropertySetDefinitions&& other) noexcept;
+    ~SchemaPropertySetDefinitions();
+
+    /// Checks the set against the schema and takes it. False only when the check failed; then the set stays with the
+    /// caller and `errors` says why. A set whose name is present already, in whatever letter case, is dropped: that is
+    /// true, and no error.
+    bool xmlSetAdd(const schema::Schema& schema, std::unique_ptr<xml::SetDef>&& set,
+                   xml::XmlSetErrors& errors);
+
+    /// The set of this name, in any letter case (ASCII); null when there is none.
+    const xml::SetDef* getXmlSetFromName(const std::string& name) const;
+
+    /// The same for a name that is upper-case already; in mixed case it finds nothing.
+    const xml::SetDef* getXmlSetFromNameUpper(std::string_view upperName) const;
+
+    /// The property or quantity with this GUID, the one added first of several; null when there is none. The null GUID
+    /// finds the first one without a GUID.
+    const xml::Def* getXmlDefFromIfd(const kiv::Guid& guid) const;
+
+    /// All sets, by upper-cased name.
+    std::vector<const xml::SetDef*> getXmlSets() const;
+
+    /// The sets that name this very entity among their applicable classes, by upper-cased name; with
+    /// `includeUnrestricted` those without applicable classes too. Cost: the length of the answer.
+    std::vector<const xml::SetDef*> getXmlSetsToEntity(const schema::Entity& entity,
+                                                       bool includeUnrestricted) const;
+
+    /// The same for the entity and all above it, from the topmost supertype down. Unrestricted sets come with the
+    /// topmost; a set that names several of the entities is there several times.
+    std::vector<const xml::SetDef*> getXmlSetsAllToEntity(const schema::Entity& entity,
+                                                          bool includeUnrestricted) const;
+
+private:
+    /// An applicable class, by the hash that it keeps itself. The hash takes part in the comparison: that of an empty
+    /// class is 0, so it is not the class of an entity without a name.
+    struct ClassName {
+        std::uint32_t hash;
+        std::string_view name;
+
+        friend bool operator==(const ClassName&, const ClassName&) = default;
+    };
+    struct ClassNameHash {
+        std::size_t operator()(const ClassName& key) const { return key.hash; }
+    };
+    /// Sets by upper-cased name; the names are those of the keys in `sets_`.
+    using SetsByName = std::map<std::string_view, const xml::SetDef*>;
+
+    void vDefsIndex(const xml::SetDef& set);
+    void vClassesIndex(std::string_view upperName, const xml::SetDef& set);
+    const SetsByName* pSetsToEntity(const schema::Entity& entity) const;
+    void vSetsToEntityAppend(const schema::Entity& entity, bool includeUnrestricted,
+                             std::vector<const xml::SetDef*>& sets) const;
+
+    std::map<std::string, std::unique_ptr<xml::SetDef>, std::less<>> sets_;
+    std::map<kiv::Guid, const xml::Def*> defsByIfd_;
+    std::unordered_map<ClassName, SetsByName, ClassNameHash> setsByClass_;
+    SetsByName unrestrictedSets_;
+};
+
+} // namespace kiv::ifc::def

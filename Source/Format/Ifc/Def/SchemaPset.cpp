@@ -1,0 +1,120 @@
+#include "Format/Ifc/Def/SchemaPset.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+
+namespace kiv::ifc::def {
+
+SchemaPset::SchemaPset(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) :
+    schema::Schema(stream, headerLine, schemaPos) {}
+
+SchemaPset::~SchemaPset() = default;
+
+std::unique_ptr<SchemaPset> SchemaPset::pStepStreamRead(std::istream& stream) {
+    std::unique_ptr<SchemaPset> result;
+    schema::pStepStreamRead(stream, [&](std::istream& in, const std::string& header, std::size_t pos) {
+        result = std::make_unique<SchemaPset>(in, header, pos);
+        return result.get();
+    });
+    return result;
+}
+
+const SchemaPropertySetDefinitions* SchemaPset::getStandardDefinitions() const {
+    return getDefinitionsFromContext({std::string(getName()), true});
+}
+
+const SchemaPropertySetDefinitions* SchemaPset::getDefinitionsFromContext(const Context& context) const {
+    return SchemaContextAndPropertySetDefinitions::instance().getPropertySetsFromContext(context);
+}
+
+bool SchemaPset::checkContextDefault(const Context& context) const {
+    return !context.isStandard || context.name == getName();
+}
+
+bool SchemaPset::checkContext(const Context& context, ContextFilter filter) const {
+    return isSearched(context, filter);
+}
+
+bool SchemaPset::isSearched(const Context& context, const ContextFilter& filter) const {
+    return checkContextDefault(context) && (!filter || filter(context));
+}
+
+/// Calls `visit` with each context that is searched and its collection, until it returns true.
+template <class Visit>
+void SchemaPset::vSearch(const ContextFilter& filter, Visit&& visit) const {
+    for (const auto& [context, definitions] :
+         SchemaContextAndPropertySetDefinitions::instance().getContexts()) {
+        if (isSearched(context, filter) && visit(context, *definitions))
+            return;
+    }
+}
+
+void SchemaPset::forEachDefinition(Visitor visitor, ContextFilter filter) const {
+    vSearch(filter, [&](const Context& context, const SchemaPropertySetDefinitions& definitions) {
+        visitor(context, definitions);
+        return false;
+    });
+}
+
+const xml::SetDef* SchemaPset::pSetFind(std::string_view upperName, const ContextFilter& filter) const {
+    const xml::SetDef* set = nullptr;
+    vSearch(filter, [&](const Context&, const SchemaPropertySetDefinitions& definitions) {
+        set = definitions.getXmlSetFromNameUpper(upperName);
+        return set != nullptr;
+    });
+    return set;
+}
+
+const xml::SetDef* SchemaPset::pXmlSetFromNameUpper(const std::string& upperName,
+                                                    ContextFilter filter) const {
+    return pSetFind(upperName, filter);
+}
+
+const xml::SetDef* SchemaPset::pXmlSetFromName(const std::string& name, ContextFilter filter) const {
+    return pSetFind(schema::UpperCopy(name).getView(), filter);
+}
+
+const xml::Def* SchemaPset::pXmlDefFromIfd(const kiv::Guid& guid) const {
+    const xml::Def* def = nullptr;
+    vSearch({}, [&](const Context&, const SchemaPropertySetDefinitions& definitions) {
+        def = definitions.getXmlDefFromIfd(guid);
+        return def != nullptr;
+    });
+    return def;
+}
+
+std::vector<const xml::SetDef*> SchemaPset::getXmlSetsToEntity(const schema::Entity& entity,
+                                                               bool includeUnrestricted,
+                                                               ContextFilter filter) const {
+    std::vector<const xml::SetDef*> sets;
+    vSearch(filter, [&](const Context&, const SchemaPropertySetDefinitions& definitions) {
+        const auto found = definitions.getXmlSetsToEntity(entity, includeUnrestricted);
+        sets.insert(sets.end(), found.begin(), found.end());
+        return false;
+    });
+    return sets;
+}
+
+std::vector<const xml::SetDef*> SchemaPset::getXmlSetsAllToEntity(const schema::Entity& entity,
+                                                                  bool includeUnrestricted,
+                                                                  ContextFilter filter) const {
+    std::vector<const xml::SetDef*> sets;
+    vSearch(filter, [&](const Context&, const SchemaPropertySetDefinitions& definitions) {
+        const auto found = definitions.getXmlSetsAllToEntity(entity, includeUnrestricted);
+        sets.insert(sets.end(), found.begin(), found.end());
+        return false;
+    });
+    return sets;
+}
+
+void SchemaPset::vXmlSchemaConfigInit(std::istream& stream) {
+    // The place is there before the configuration links attributes to its records.
+    xmlSchemaConfigs_.reserve(xmlSchemaConfigs_.size() + 1);
+    xmlSchemaConfigs_.push_back(std::make_unique<const xmlschema::Config>(*this, stream));
+}
+
+const xmlschema::Config* SchemaPset::pXmlSchemaConfig() const {
+    return xmlSchemaConfigs_.empty() ? nullptr : xmlSchemaConfigs_.back().get();
+}
+
+} // namespace kiv::ifc::def

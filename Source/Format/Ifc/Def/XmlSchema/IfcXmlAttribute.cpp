@@ -1,0 +1,75 @@
+#include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+
+#include <optional>
+
+namespace kiv::ifc::def::xmlschema {
+
+namespace {
+
+constexpr std::string_view Module = "Attribute";
+
+/// The name that the element is about; absent, and reported, when it has none.
+std::optional<std::string> selectOf(const kiv::xml::const_Element& element, const std::string& function) {
+    if (const auto select = element.AttributeNodeGet("select"))
+        return select->getValue();
+    vConfigReport("XML Attribute not found", function, Module);
+    return std::nullopt;
+}
+
+} // namespace
+
+Attribute::Attribute(const kiv::xml::const_Element& element) {
+    vElementRead(element, {"Attribute::{ctor}", Module},
+                 [this](std::string_view name, std::string_view value) {
+                     if (name == "exp-attribute")
+                         representation_ = expAttributeFromString(value);
+                     else if (name == "tagless")
+                         tagless_ = boFromText(value);
+                     else if (name == "keep")
+                         keep_ = boFromText(value);
+                     else
+                         return name == "select";
+                     return true;
+                 });
+}
+
+void Attribute::vRead(Config& config, SchemaPset&, const schema::Entity& entity,
+                      const kiv::xml::const_Element& element) {
+    const auto select = selectOf(element, "Attribute::vRead");
+    if (!select)
+        return;
+    const auto* const attribute = entity.pAttributeFromName(schema::AttributeName(*select), true);
+    if (!attribute) {
+        vConfigReport("Attribute not found", "Attribute::vRead", Module);
+        return;
+    }
+    config.vLink(*attribute, *config.pAttribute(Attribute(element)));
+}
+
+AttributeInverse::AttributeInverse(const kiv::xml::const_Element& element) {
+    vElementRead(element, {"AttributeInverse::{ctor}", Module},
+                 [this](std::string_view name, std::string_view value) {
+                     if (name != "exp-attribute")
+                         return name == "select";
+                     representation_ = expAttributeFromString(value);
+                     return true;
+                 });
+}
+
+void AttributeInverse::vRead(Config& config, SchemaPset&, const schema::Entity& entity,
+                             const kiv::xml::const_Element& element) {
+    const auto select = selectOf(element, "AttributeInverse::vRead");
+    if (!select)
+        return;
+    const auto* const attribute = entity.pAttributeInverseFromName(*select, true);
+    if (!attribute) {
+        vConfigReport("Attribute not found", "AttributeInverse::vRead", Module);
+        return;
+    }
+    config.vLink(*attribute, *config.pAttributeInverse(AttributeInverse(element)));
+}
+
+} // namespace kiv::ifc::def::xmlschema

@@ -1,0 +1,80 @@
+/// The IFC-XML configuration of a schema (ISO 10303-28): how its entities and attributes are written in IFC-XML.
+///
+///     schema.vXmlSchemaConfigInit(stream);
+///     const auto* attribute = wall->pAttributeFromName(schema::AttributeName("Name"), true);
+///     if (const auto* record = attribute->pXmlAttribute())
+///         use(record->getRepresentation());
+///
+/// Ownership: owns its records, to which the schema's attributes are linked: it must live as long as the schema.
+/// Threads:   nobody else may use the schema while it is read; then read-only.
+/// Errors:    whatever is wrong with the document is an assertion report, and what is wrong is skipped. A stream that is
+///            no well-formed XML gives the report "Illegal xml document" and an empty configuration.
+#pragma once
+
+#include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
+#include "Host/KivExport.h"
+
+#include <deque>
+#include <iosfwd>
+#include <utility>
+#include <vector>
+
+namespace kiv::ifc::def {
+class SchemaPset;
+}
+
+namespace kiv::ifc::def::schema {
+class Attribute;
+class AttributeInverse;
+} // namespace kiv::ifc::def::schema
+
+namespace kiv::ifc::def::xmlschema {
+
+class KIV_EXPORT Config {
+public:
+    /// Reads the stream and links the attributes of the schema to what it says of them.
+    Config(SchemaPset& schema, std::istream& stream);
+    ~Config();
+    Config(const Config&) = delete;
+    Config& operator=(const Config&) = delete;
+
+    /// Stores a copy of the record and returns it; it stays where it is.
+    const Attribute* pAttribute(const Attribute& record);
+    const AttributeInverse* pAttributeInverse(const AttributeInverse& record);
+
+    /// Links a schema attribute to a record of this configuration; the last record linked stays.
+    void vLink(const schema::Attribute& attribute, const Attribute& record);
+    void vLink(const schema::AttributeInverse& attribute, const AttributeInverse& record);
+
+    /// The records, in document order.
+    const std::deque<Attribute>& getAttributes() const { return attributes_; }
+    const std::deque<AttributeInverse>& getAttributesInverse() const { return attributesInverse_; }
+    const Namespace& getNamespace() const { return schema_.getNamespace(); }
+    const Option& getOption() const { return option_; }
+    const Schema& getSchema() const { return schema_; }
+    const UosElement& getUosElement() const { return uosElement_; }
+
+private:
+    template <class SchemaAttribute, class Record>
+    using Links = std::vector<std::pair<const SchemaAttribute*, const Record*>>;
+
+    void vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& root);
+    bool boChildRead(SchemaPset& schema, const kiv::xml::const_Element& child);
+    void vLinksApply() noexcept;
+
+    Option option_;
+    Schema schema_;
+    UosElement uosElement_;
+    std::deque<Attribute> attributes_;
+    std::deque<AttributeInverse> attributesInverse_;
+    // Links are made when all is read: a reading that is broken off leaves the schema as it was.
+    Links<schema::Attribute, Attribute> links_;
+    Links<schema::AttributeInverse, AttributeInverse> linksInverse_;
+    bool read_ = false;
+};
+
+} // namespace kiv::ifc::def::xmlschema

@@ -1,0 +1,18 @@
+#include "Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
+
+namespace kiv::ifc::def::xmlschema {
+
+void Namespace::vInit(const kiv::xml::const_Element& element) {
+    vElementRead(element, {"Namespace::vInit", "Namespace"},
+                 [this](std::string_view name, std::string_view value) {
+                     if (name == "prefix")
+                         prefix_ = value;
+                     else if (name == "alias")
+                         alias_ = value;
+                     else
+                         return false;
+                     return true;
+                 });
+}
+
+} // namespace kiv::ifc::def::xmlschema

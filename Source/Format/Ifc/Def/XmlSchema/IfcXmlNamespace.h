@@ -1,0 +1,27 @@
+/// A namespace of the target schema, "cnf:namespace".
+#pragma once
+
+#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "Host/KivExport.h"
+#include "Host/Xml/KivXml.h"
+
+#include <string>
+
+namespace kiv::ifc::def::xmlschema {
+
+class KIV_EXPORT Namespace {
+public:
+    /// Reads the element; what is unknown in it is reported.
+    void vInit(const kiv::xml::const_Element& element);
+
+    /// Empty when not given.
+    const std::string& getPrefix() const { return prefix_; }
+    /// The namespace that the prefix stands for; empty when not given.
+    const std::string& getAlias() const { return alias_; }
+
+private:
+    std::string prefix_;
+    std::string alias_;
+};
+
+} // namespace kiv::ifc::def::xmlschema

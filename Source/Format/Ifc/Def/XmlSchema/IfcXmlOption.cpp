@@ -1,0 +1,18 @@
+#include "Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
+
+namespace kiv::ifc::def::xmlschema {
+
+void Option::vInit(const kiv::xml::const_Element& element) {
+    vElementRead(element, {"Option::vInit", "Option"}, [this](std::string_view name, std::string_view value) {
+        if (name == "concrete-attribute")
+            concreteAttribute_ = expAttributeFromString(value);
+        else if (name == "entity-attribute")
+            entityAttribute_ = expAttributeFromString(value);
+        else
+            return boIsOneOf(name,
+                             {"inheritance", "exp-type", "tagless", "naming-convention", "generate-key"});
+        return true;
+    });
+}
+
+} // namespace kiv::ifc::def::xmlschema

@@ -1,0 +1,25 @@
+/// The options of a configuration that hold for all entities, "cnf:option".
+#pragma once
+
+#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "Host/KivExport.h"
+#include "Host/Xml/KivXml.h"
+
+namespace kiv::ifc::def::xmlschema {
+
+class KIV_EXPORT Option {
+public:
+    /// Reads the element; what is unknown in it is reported.
+    void vInit(const kiv::xml::const_Element& element);
+
+    /// How attributes of concrete types are written.
+    ExpAttribute getConcreteAttribute() const { return concreteAttribute_; }
+    /// How attributes that refer to entities are written.
+    ExpAttribute getEntityAttribute() const { return entityAttribute_; }
+
+private:
+    ExpAttribute concreteAttribute_ = ExpAttribute::NotGiven;
+    ExpAttribute entityAttribute_ = ExpAttribute::NotGiven;
+};
+
+} // namespace kiv::ifc::def::xmlschema

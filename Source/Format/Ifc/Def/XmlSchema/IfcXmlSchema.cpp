@@ -1,0 +1,24 @@
+#include "Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
+
+#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+
+namespace kiv::ifc::def::xmlschema {
+
+void Schema::vInit(const kiv::xml::const_Element& element) {
+    const auto boAttribute = [this](std::string_view name, std::string_view value) {
+        if (name != "targetNamespace")
+            return boIsOneOf(name, {"elementFormDefault", "attributeFormDefault", "embed-schema-items"});
+        targetNamespace_ = value;
+        return true;
+    };
+    const auto boChild = [&](const kiv::xml::const_Element& child) {
+        if (!child.boNodeNameIs("cnf:namespace"))
+            return false;
+        namespace_ = Namespace();
+        namespace_.vInit(child);
+        return true;
+    };
+    vElementRead(element, {"Schema::vInit", "Schema"}, boAttribute, boChild);
+}
+
+} // namespace kiv::ifc::def::xmlschema

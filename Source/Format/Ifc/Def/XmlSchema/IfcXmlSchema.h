@@ -1,0 +1,27 @@
+/// The target schema of a configuration, "cnf:schema", with its namespace.
+#pragma once
+
+#include "Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
+#include "Host/KivExport.h"
+#include "Host/Xml/KivXml.h"
+
+#include <string>
+
+namespace kiv::ifc::def::xmlschema {
+
+class KIV_EXPORT Schema {
+public:
+    /// Reads the element; what is unknown in it is reported.
+    void vInit(const kiv::xml::const_Element& element);
+
+    /// Empty when not given.
+    const std::string& getTargetNamespace() const { return targetNamespace_; }
+    /// The last one given.
+    const Namespace& getNamespace() const { return namespace_; }
+
+private:
+    std::string targetNamespace_;
+    Namespace namespace_;
+};
+
+} // namespace kiv::ifc::def::xmlschema

@@ -1,0 +1,13 @@
+#include "Format/Ifc/Def/XmlSchema/IfcXmlType.h"
+
+#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+
+namespace kiv::ifc::def::xmlschema {
+
+void Type::vRead(Config&, SchemaPset&, const kiv::xml::const_Element& element) {
+    vElementRead(element, {"Type::vRead", "Type"}, [](std::string_view name, std::string_view) {
+        return boIsOneOf(name, {"select", "map", "keep"});
+    });
+}
+
+} // namespace kiv::ifc::def::xmlschema

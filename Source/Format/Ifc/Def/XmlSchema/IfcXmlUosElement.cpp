@@ -1,0 +1,15 @@
+#include "Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
+
+namespace kiv::ifc::def::xmlschema {
+
+void UosElement::vInit(const kiv::xml::const_Element& element) {
+    vElementRead(element, {"UosElement::vInit", "UosElement"},
+                 [this](std::string_view name, std::string_view value) {
+                     if (name != "name")
+                         return false;
+                     name_ = value;
+                     return true;
+                 });
+}
+
+} // namespace kiv::ifc::def::xmlschema

@@ -1,0 +1,24 @@
+/// The element that encloses a unit of serialisation, "cnf:uosElement".
+#pragma once
+
+#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "Host/KivExport.h"
+#include "Host/Xml/KivXml.h"
+
+#include <string>
+
+namespace kiv::ifc::def::xmlschema {
+
+class KIV_EXPORT UosElement {
+public:
+    /// Reads the element; what is unknown in it is reported.
+    void vInit(const kiv::xml::const_Element& element);
+
+    /// Empty when not given.
+    const std::string& getName() const { return name_; }
+
+private:
+    std::string name_;
+};
+
+} // namespace kiv::ifc::def::xmlschema

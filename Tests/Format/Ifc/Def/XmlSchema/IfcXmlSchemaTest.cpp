@@ -1,0 +1,27 @@
+#include "Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
+
+#include "Format/Ifc/Def/XmlSchema/ConfigTools.h"
+
+namespace kiv::test {
+
+namespace {
+
+TEST(ConfigSchema, IsEmptyUntilItIsRead) {
+    const ReadConfig read("");
+    EXPECT_EQ(read.config.getSchema().getTargetNamespace(), "");
+    EXPECT_EQ(read.config.getSchema().getNamespace().getPrefix(), "");
+}
+
+TEST(ConfigSchema, ReadsTheTargetNamespaceAndItsNamespace) {
+    const ReadConfig read(
+        "<cnf:schema targetNamespace='urn:t' elementFormDefault='urn:e' attributeFormDefault='urn:a' "
+        "embed-schema-items='true'><cnf:namespace prefix='p' alias='urn:n'/></cnf:schema>");
+    EXPECT_EQ(read.config.getSchema().getTargetNamespace(), "urn:t");
+    EXPECT_EQ(read.config.getSchema().getNamespace().getPrefix(), "p");
+    EXPECT_EQ(read.config.getSchema().getNamespace().getAlias(), "urn:n");
+    EXPECT_EQ(read.reports.getRecords(), Reports());
+}
+
+} // namespace
+
+} // namespace kiv::test
