@@ -1,5 +1,6 @@
 #include "kivifc/TextFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
@@ -10,8 +11,8 @@ namespace kiv::kivifc {
 
 namespace {
 
-/// Large enough that a schema takes a handful of reads.
-constexpr std::size_t BlockSize = std::size_t{1} << 18U;
+/// Enough for most set documents; each further block is as large as all before it.
+constexpr std::size_t FirstBlockSize = std::size_t{1} << 15U;
 
 std::string sSystemReason() {
     return errno == 0 ? "it could not be read" : std::generic_category().message(errno);
@@ -20,13 +21,11 @@ std::string sSystemReason() {
 TextFile streamRead(std::FILE* stream) {
     TextFile file;
     std::size_t size = 0;
-    std::size_t taken = 0;
     errno = 0;
-    do {
-        file.text.resize(size + BlockSize);
-        taken = std::fread(file.text.data() + size, 1, BlockSize, stream);
-        size += taken;
-    } while (taken == BlockSize);
+    while (size == file.text.size()) {
+        file.text.resize(std::max(FirstBlockSize, 2 * size));
+        size += std::fread(file.text.data() + size, 1, file.text.size() - size, stream);
+    }
     file.text.resize(size);
     if (std::ferror(stream) != 0)
         return {{}, sSystemReason()};

@@ -137,11 +137,11 @@ TEST(SchemaCommand, LastOfSeveralSchemasIsUsed) {
 
 TEST(SchemaCommand, LineEndsAndByteOrderMarkChangeNothing) {
     const auto expected = kivifcRun({"schema", "Building.exp", "--json"});
-    auto text = sFileText(KIVIFC_SAMPLES "/Building.exp");
-    for (auto pos = text.find('\n'); pos != std::string::npos; pos = text.find('\n', pos + 2))
-        text.insert(pos, "\r");
+    std::string text = "\xEF\xBB\xBF";
+    for (const auto& line : linesOf(sFileText(KIVIFC_SAMPLES "/Building.exp")))
+        text += line + "\r\n";
     const TemporaryFolder folder;
-    const auto run = kivifcRun({"schema", folder.sWrite("dos.exp", "\xEF\xBB\xBF" + text), "--json"});
+    const auto run = kivifcRun({"schema", folder.sWrite("dos.exp", text), "--json"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, expected.out);
 }
