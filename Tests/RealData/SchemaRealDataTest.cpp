@@ -6,8 +6,9 @@
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
 
+#include <algorithm>
+#include <cctype>
 #include <map>
-#include <regex>
 #include <sstream>
 
 namespace kiv::test {
@@ -57,22 +58,39 @@ std::size_t countOf(const Schema& schema) {
     return count;
 }
 
+/// The word of letters, digits and "_" at the start of a text.
+std::string sWord(std::string_view text) {
+    const auto end =
+        std::find_if(text.begin(), text.end(), [](unsigned char c) { return !std::isalnum(c) && c != '_'; });
+    return {text.begin(), end};
+}
+
+/// The name that a line declares, when it begins a statement of this keyword; else what was there before.
+std::string sOwner(const std::string& line, std::string_view keyword, std::string before) {
+    return line.starts_with(keyword) ? sWord(std::string_view(line).substr(keyword.size())) : before;
+}
+
+/// The label of the rule that begins on the line; empty when none does.
+std::string sLabel(const std::string& line) {
+    const auto start = line.find_first_not_of(" \t");
+    if (start == 0 || start == std::string::npos)
+        return {};
+    const auto word = sWord(std::string_view(line).substr(start));
+    return !word.empty() && line.compare(start + word.size(), 3, " : ") == 0 ? word : std::string();
+}
+
 /// The labels of the rules in each WHERE clause, by owner, found by the layout that all real schemas share: a rule
 /// begins on a line with its label and " :", a clause ends with its statement.
 std::map<std::string, std::vector<std::string>> labelsByOwner(const std::string& text) {
-    static const std::regex owner("^(?:ENTITY|TYPE) (\\w+).*");
-    static const std::regex label("^\\s+(\\w+) : .*");
     std::map<std::string, std::vector<std::string>> labels;
     std::istringstream in(sWithLineEnd(text, "\n"));
-    std::string current;
+    std::string owner;
     bool inWhere = false;
     for (std::string line; std::getline(in, line);) {
-        std::smatch match;
-        if (std::regex_match(line, match, owner))
-            current = match[1];
-        inWhere = (inWhere || line.find(" WHERE") == 0) && line.find("END_") == std::string::npos;
-        if (inWhere && std::regex_match(line, match, label))
-            labels[current].push_back(match[1]);
+        owner = sOwner(line, "TYPE ", sOwner(line, "ENTITY ", owner));
+        inWhere = (inWhere || line.starts_with(" WHERE")) && line.find("END_") == std::string::npos;
+        if (inWhere && !sLabel(line).empty())
+            labels[owner].push_back(sLabel(line));
     }
     return labels;
 }

@@ -126,6 +126,22 @@ TEST(DeriveTest, ClauseOfAnEntityIsResolvedWithTheEntity) {
     EXPECT_THAT(reports.getRecords(), ElementsAre(NotFound));
 }
 
+TEST(DeriveTest, RedeclaredAttributeIsFoundHoweverFarUpWhateverTheNames) {
+    // Entities are resolved in the order of their names' hashes; twenty names put every level before every other.
+    for (int number = 0; number < 20; ++number) {
+        const auto suffix = std::to_string(number);
+        AssertCollector reports;
+        const auto schema = schemaFromText(
+            "ENTITY Leaf" + suffix + "\n SUBTYPE OF (Middle" + suffix +
+            ");\n DERIVE\n  SELF\\Root.Name : STRING := 'x';\nEND_ENTITY;\nENTITY Middle" + suffix +
+            "\n SUBTYPE OF (Upper" + suffix + ");\nEND_ENTITY;\nENTITY Upper" + suffix +
+            "\n SUBTYPE OF (Root);\nEND_ENTITY;\n" + "ENTITY Root;\n  Name : STRING;\nEND_ENTITY;");
+        const auto* derive = entityOf(*schema, "Leaf" + suffix).pDerive();
+        EXPECT_EQ(derive->getValues()[0].pRedeclared(), &entityOf(*schema, "Root").getAttributes()[0]);
+        EXPECT_THAT(reports.getRecords(), testing::IsEmpty());
+    }
+}
+
 TEST(DeriveTest, BlankBehindARedeclaredNameHidesItsAttribute) {
     // Only what precedes the name is trimmed.
     AssertCollector reports;
