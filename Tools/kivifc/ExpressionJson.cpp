@@ -1,9 +1,7 @@
 #include "kivifc/ExpressionJson.h"
 
-#include <array>
-#include <cstddef>
-#include <string>
-#include <string_view>
+#include "kivifc/ExpressionOperators.h"
+
 #include <utility>
 #include <vector>
 
@@ -12,14 +10,6 @@ namespace kiv::kivifc {
 namespace {
 
 using namespace ifc::def::schema;
-
-constexpr std::array<std::string_view, 3> UnaryOperators{"+", "-", "NOT"};
-constexpr std::array<std::string_view, 18> BinaryOperators{
-    "+", "-",  "*",   "/",    "AND", "OR", "XOR", "MOD", "**",
-    "=", "<>", ":=:", ":<>:", "<",   ">",  "<=",  ">=",  "IN"};
-constexpr std::array<std::string_view, 2> IntervalOperators{"<", "<="};
-constexpr std::array<std::string_view, 2> Constants{"SELF", "?"};
-constexpr std::array<std::string_view, 3> Logicals{"TRUE", "FALSE", "UNKNOWN"};
 
 /// Which operators make chains that grow to the left as long as the text likes. Relations and powers do so within
 /// parentheses only. Sums and products are one class, because OR and || are one operator in the tree, but one of
@@ -30,12 +20,6 @@ Chain chainOf(BinaryOperator op) {
     if (op == BinaryOperator::Power)
         return Chain::Power;
     return op < BinaryOperator::Power ? Chain::SumOrProduct : Chain::Relation;
-}
-
-/// The text of an enumerator.
-template <std::size_t Size, typename Enumerator>
-std::string sOf(const std::array<std::string_view, Size>& texts, Enumerator value) {
-    return std::string(texts.at(static_cast<std::size_t>(value)));
 }
 
 Json nodeJson(const char* name) {

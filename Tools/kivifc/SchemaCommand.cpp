@@ -2,7 +2,7 @@
 
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kivifc/InheritanceTree.h"
-#include "kivifc/NameSuggestion.h"
+#include "kivifc/MissingName.h"
 #include "kivifc/OneLine.h"
 #include "kivifc/SchemaJson.h"
 #include "kivifc/SchemaSummary.h"
@@ -20,7 +20,6 @@ namespace kiv::kivifc {
 namespace {
 
 using ifc::def::schema::Entity;
-using ifc::def::schema::Schema;
 
 constexpr const char* Footer =
     "Numbers: the data types are those that the schema does not share; a type that others are built on holds "
@@ -49,20 +48,6 @@ std::string sWarning(const std::string& path, const assert::AssertRecord& record
             text += fmt::format("    {}\n", sRuleLine(line));
     }
     return text;
-}
-
-/// Why the schema has no such entity, with the name that was probably meant.
-std::string sNoEntity(const Schema& schema, const std::string& name) {
-    if (schema.pObjectFromName(name))
-        return fmt::format("\"{}\" is no entity", name);
-    std::vector<std::string_view> names;
-    for (const auto* object : schema.getObjectsByName()) {
-        if (Entity::pFrom(object))
-            names.push_back(object->getName());
-    }
-    const auto closest = sClosestName(name, names);
-    return fmt::format("no entity \"{}\"{}", name,
-                       closest.empty() ? "" : fmt::format("; did you mean \"{}\"?", closest));
 }
 
 } // namespace

@@ -15,8 +15,8 @@ namespace kiv::kivifc {
 
 namespace {
 
-using ifc::def::schema::Schema;
-using Schemas = std::vector<std::unique_ptr<Schema>>;
+using ifc::def::SchemaPset;
+using Schemas = std::vector<std::unique_ptr<SchemaPset>>;
 
 /// What a file held: its schemas, and the reports that the last of them raised.
 struct Reading {
@@ -34,7 +34,7 @@ Reading textRead(std::string&& text) {
     ifc::def::schema::pStepStreamRead(
         stream, [&](std::istream& in, const std::string& header, std::size_t pos) {
             sink.vClear();
-            return reading.schemas.emplace_back(std::make_unique<Schema>(in, header, pos)).get();
+            return reading.schemas.emplace_back(std::make_unique<SchemaPset>(in, header, pos)).get();
         });
     reading.assertions = sink.takeRecords();
     return reading;

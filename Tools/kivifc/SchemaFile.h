@@ -4,7 +4,7 @@
 ///         vShow(*file->schema, file->assertions);
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/SchemaPset.h"
 #include "Host/Assert/KivAssert.h"
 #include "kivifc/Diagnostics.h"
 
@@ -19,7 +19,7 @@ namespace kiv::kivifc {
 /// A schema that was read.
 struct SchemaFile {
     std::string path;
-    std::unique_ptr<ifc::def::schema::Schema> schema;
+    std::unique_ptr<ifc::def::SchemaPset> schema;
     /// What was reported while this schema was read, in order.
     std::vector<assert::AssertRecord> assertions;
     /// From the opening of the file to the last name resolved.

@@ -1,6 +1,7 @@
 #include "kivifc/SetDocument.h"
 
 #include "Host/Xml/KivXml.h"
+#include "kivifc/ParseFailure.h"
 #include "kivifc/SetPaths.h"
 #include "kivifc/TextFile.h"
 
@@ -37,13 +38,6 @@ std::string_view localName(std::string_view tag) {
     return tag.substr(tag.find(':') + 1);
 }
 
-/// A document that is not well-formed, with its place as editors and compilers write it.
-Failure parseFailure(const std::string& path, const xml::ParseError& error) {
-    if (error.line == 0)
-        return {path, error.reason};
-    return {fmt::format("{}:{}:{}", path, error.line, error.column), error.reason};
-}
-
 void vSetRead(SetDocument& document, const xml::Element& root) {
     const auto tag = root.getNodeNameView();
     if (localName(tag) == "PropertySetDef")
@@ -57,7 +51,7 @@ void vSetRead(SetDocument& document, const xml::Element& root) {
                                         tag)};
 }
 
-void vTextRead(SetDocument& document, std::string&& text, const Schema& schema) {
+void vTextRead(SetDocument& document, std::string&& text, const Schema* schema) {
     std::istringstream stream(std::move(text));
     xml::File file(nullptr, xml::VerboseLevel::Quiet, xml::ValidateLevel::None);
     const auto root = file.parse(stream, document.path, nullptr);
@@ -68,11 +62,12 @@ void vTextRead(SetDocument& document, std::string&& text, const Schema& schema) 
     DocumentSink sink(document);
     const assert::ScopedSink installed(sink);
     vSetRead(document, *root);
-    if (const auto* set = document.pSet())
-        document.isRefused = !set->checkForErrors(schema, document.errors);
+    const auto* set = document.pSet();
+    if (set && schema)
+        document.isRefused = !set->checkForErrors(*schema, document.errors);
 }
 
-void vDocumentRead(SetDocument& document, const std::string& path, const Schema& schema) {
+void vDocumentRead(SetDocument& document, const std::string& path, const Schema* schema) {
     auto file = path == StandardInputPath ? standardInputRead() : textFileRead(path);
     if (!file.failure.empty())
         document.failure = {document.path, file.failure};
@@ -82,15 +77,8 @@ void vDocumentRead(SetDocument& document, const std::string& path, const Schema&
         vTextRead(document, std::move(file.text), schema);
 }
 
-} // namespace
-
-const ifc::def::xml::SetDef* SetDocument::pSet() const {
-    if (propertySet)
-        return propertySet.get();
-    return quantitySet.get();
-}
-
-SetDocument setDocumentCheck(const std::string& path, const Schema& schema) {
+/// With a schema the set is checked too.
+SetDocument documentRead(const std::string& path, const Schema* schema) {
     const auto shownPath = path == StandardInputPath ? std::string("<stdin>") : path;
     SetDocument document;
     document.path = shownPath;
@@ -102,6 +90,22 @@ SetDocument setDocumentCheck(const std::string& path, const Schema& schema) {
         document.failure = {shownPath, "not enough memory"};
     }
     return document;
+}
+
+} // namespace
+
+const ifc::def::xml::SetDef* SetDocument::pSet() const {
+    if (propertySet)
+        return propertySet.get();
+    return quantitySet.get();
+}
+
+SetDocument setDocumentRead(const std::string& path) {
+    return documentRead(path, nullptr);
+}
+
+SetDocument setDocumentCheck(const std::string& path, const Schema& schema) {
+    return documentRead(path, &schema);
 }
 
 } // namespace kiv::kivifc

@@ -48,7 +48,10 @@ struct SetDocument {
     const ifc::def::xml::SetDef* pSet() const;
 };
 
-/// Reads the document at a path (see `StandardInputPath`) and checks its set.
+/// Reads the document at a path (see `StandardInputPath`); its set is not checked.
+SetDocument setDocumentRead(const std::string& path);
+
+/// The same, and checks its set.
 SetDocument setDocumentCheck(const std::string& path, const ifc::def::schema::Schema& schema);
 
 } // namespace kiv::kivifc

@@ -130,10 +130,8 @@ Json propertyTypeJson(const pset::PropertyType* type) {
 
 Json propertiesJson(const std::vector<pset::PropertyDef>& properties) {
     Json list = Json::array();
-    for (const auto& property : properties) {
-        list.push_back(memberJson(property));
-        list.back()["type"] = propertyTypeJson(property.pType());
-    }
+    for (const auto& property : properties)
+        list.push_back(defJson(property));
     return list;
 }
 
@@ -147,10 +145,8 @@ Json quantityTypeJson(const qto::QuantityType* type) {
 
 Json quantitiesJson(const std::vector<qto::QuantityDef>& quantities) {
     Json list = Json::array();
-    for (const auto& quantity : quantities) {
-        list.push_back(memberJson(quantity));
-        list.back()["type"] = quantityTypeJson(quantity.pType());
-    }
+    for (const auto& quantity : quantities)
+        list.push_back(defJson(quantity));
     return list;
 }
 
@@ -163,20 +159,6 @@ Json classesJson(const std::vector<defs::ApplicableClasses>& classes) {
                         {"line", each.getLine()}});
     }
     return list;
-}
-
-Json setJson(const SetDocument& document) {
-    const auto& set = *document.pSet();
-    auto json = headJson(set);
-    json["ifcVersion"] = set.getIfcVersion();
-    json["templateType"] = defs::sTemplateTypeText(set.getTemplateType());
-    json["applicableClasses"] = classesJson(set.getApplicableClasses());
-    json["applicableTypeValue"] = set.getApplicableTypeValue();
-    if (document.propertySet)
-        json["properties"] = propertiesJson(document.propertySet->getProperties());
-    if (document.quantitySet)
-        json["quantities"] = quantitiesJson(document.quantitySet->getQuantities());
-    return json;
 }
 
 Json recordsJson(const defs::XmlSetErrors& errors) {
@@ -193,6 +175,28 @@ Json recordsJson(const defs::XmlSetErrors& errors) {
 
 } // namespace
 
+Json setJson(const defs::SetDef& set) {
+    auto json = headJson(set);
+    json["ifcVersion"] = set.getIfcVersion();
+    json["templateType"] = defs::sTemplateTypeText(set.getTemplateType());
+    json["applicableClasses"] = classesJson(set.getApplicableClasses());
+    json["applicableTypeValue"] = set.getApplicableTypeValue();
+    if (const auto* properties = dynamic_cast<const pset::PropertySetDef*>(&set))
+        json["properties"] = propertiesJson(properties->getProperties());
+    if (const auto* quantities = dynamic_cast<const qto::QuantitySetDef*>(&set))
+        json["quantities"] = quantitiesJson(quantities->getQuantities());
+    return json;
+}
+
+Json defJson(const defs::Def& def) {
+    auto json = memberJson(def);
+    if (const auto* property = dynamic_cast<const pset::PropertyDef*>(&def))
+        json["type"] = propertyTypeJson(property->pType());
+    if (const auto* quantity = dynamic_cast<const qto::QuantityDef*>(&def))
+        json["type"] = quantityTypeJson(quantity->pType());
+    return json;
+}
+
 Json setDocumentJson(const SetDocument& document) {
     std::vector<assert::AssertRecord> assertions;
     for (const auto& assertion : document.assertions)
@@ -200,7 +204,7 @@ Json setDocumentJson(const SetDocument& document) {
     return {{"path", document.path},
             {"kind", document.pSet()->pXmlElementName()},
             {"refused", document.isRefused},
-            {"set", setJson(document)},
+            {"set", setJson(*document.pSet())},
             {"records", recordsJson(document.errors)},
             {"assertions", assertionsJson(assertions)}};
 }

@@ -6,6 +6,12 @@
 
 namespace kiv::kivifc {
 
+/// A set with all its fields and members.
+Json setJson(const ifc::def::xml::SetDef& set);
+
+/// A property or a quantity.
+Json defJson(const ifc::def::xml::Def& def);
+
 /// The document must have a set.
 Json setDocumentJson(const SetDocument& document);
 

@@ -1,0 +1,32 @@
+/// IFC-XML configurations: read into a schema, with what was reported on the way.
+///
+///     if (const auto reports = configFileRead("config.xml", *file.schema, diagnostics))
+///         vShow(*file.schema->pXmlSchemaConfig(), *reports);
+#pragma once
+
+#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "Format/Ifc/Def/SchemaPset.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
+#include "Host/Assert/KivAssert.h"
+#include "kivifc/Diagnostics.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::kivifc {
+
+/// Reads the file and links the schema's attributes to it; gives the reports. Absent, with the schema as it was, when
+/// there is no well-formed XML to be had, which `diagnostics` then tells.
+std::optional<std::vector<assert::AssertRecord>>
+configFileRead(const std::string& path, ifc::def::SchemaPset& schema, Diagnostics& diagnostics);
+
+/// "attribute-tag" and so on; "not given" when nothing is said.
+std::string_view sRepresentation(ifc::def::xmlschema::ExpAttribute representation);
+
+/// How the configuration has the attribute written, "attribute-content, keep" perhaps; empty when it does not say.
+std::string sConfigured(const ifc::def::schema::Attribute& attribute);
+std::string sConfigured(const ifc::def::schema::AttributeInverse& attribute);
+
+} // namespace kiv::kivifc

@@ -1,0 +1,67 @@
+#include "kivifc/EntityCommand.h"
+
+#include "kivifc/ApplicableSets.h"
+#include "kivifc/ConfigFile.h"
+#include "kivifc/EntityPicture.h"
+#include "kivifc/MissingName.h"
+#include "kivifc/Store.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+namespace kiv::kivifc {
+
+namespace {
+
+constexpr const char* Footer =
+    "The last argument is the entity, in any letter case. Attributes, inverses and rules stand under the "
+    "entity\n"
+    "that declares them, from the topmost supertype down. Behind an attribute stands what its type resolves "
+    "to\n"
+    "and, in braces, how the configuration has it written. The sets are those that name the entity or one "
+    "of\n"
+    "its supertypes, by context in the order of the search.\n"
+    "\n"
+    "Exit status: 0 the entity is told, 1 there is no such entity, 2 a file could not be read.";
+
+} // namespace
+
+void EntityCommand::vOptionsAdd(CLI::App& app) {
+    app.add_option("FILE", schemaPath_, "The schema file")->required();
+    app.add_option("SETS... NAME", arguments_, SetsDescription)->required();
+    app.add_option("--config", configPath_, "An IFC-XML configuration to tell representations from")
+        ->type_name("CONFIG");
+    app.add_flag("--json", jsonAsked_, "Write the entity as JSON");
+    app.footer(Footer);
+}
+
+void EntityCommand::vRun(Console& console) {
+    const auto name = arguments_.back();
+    const auto store =
+        storeRead(schemaPath_, {arguments_.begin(), arguments_.end() - 1}, console.diagnostics);
+    if (!store)
+        return;
+    auto& schema = *store->schema.schema;
+    const auto* entity = ifc::def::schema::Entity::pFrom(schema.pObjectFromName(name));
+    if (!entity) {
+        console.diagnostics.vFinding();
+        return console.diagnostics.vNote(schemaPath_, sNoEntity(schema, name));
+    }
+    if (!configPath_.empty()) {
+        const auto reports = configFileRead(configPath_, schema, console.diagnostics);
+        if (reports && !reports->empty())
+            console.diagnostics.vNote(
+                configPath_, fmt::format("reports made while it was read: {} (kivifc config lists them)",
+                                         reports->size()));
+    }
+    const auto groups = applicableSets(schema, *entity, {});
+    if (jsonAsked_) {
+        auto json = entityPictureJson(*entity);
+        json["sets"] = applicableSetsJson(*store, groups);
+        return vJsonWrite(json, console.output);
+    }
+    console.output.vWrite(sEntityPicture(*entity));
+    console.output.vWrite(groups.empty() ? "sets: none\n" : "sets\n" + sApplicableSets(schema, groups, "  "));
+}
+
+} // namespace kiv::kivifc

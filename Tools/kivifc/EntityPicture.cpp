@@ -1,0 +1,184 @@
+#include "kivifc/EntityPicture.h"
+
+#include "kivifc/ConfigFile.h"
+#include "kivifc/ExpressionText.h"
+#include "kivifc/OneLine.h"
+#include "kivifc/TextTable.h"
+#include "kivifc/TypeText.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <utility>
+#include <vector>
+
+namespace kiv::kivifc {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+/// From the topmost supertype down to the entity itself.
+std::vector<const Entity*> lineOf(const Entity& entity) {
+    std::vector<const Entity*> line;
+    for (const auto* each = &entity; each; each = each->pSupertype())
+        line.push_back(each);
+    std::ranges::reverse(line);
+    return line;
+}
+
+std::string sNames(const std::vector<const Entity*>& entities, const char* separator) {
+    std::vector<std::string_view> names;
+    for (const auto* entity : entities)
+        names.push_back(entity->getName());
+    return fmt::format("{}", fmt::join(names, separator));
+}
+
+/// In braces; empty when the configuration does not say anything.
+template <class Attribute>
+std::string sRepresented(const Attribute& attribute) {
+    const auto text = sConfigured(attribute);
+    return text.empty() ? text : fmt::format("  {{{}}}", text);
+}
+
+/// As written; behind it what that resolves to, when that says more.
+std::string sTyped(const Attribute& attribute) {
+    const auto text = std::string(attribute.getTypeText());
+    const auto resolved = sTypeResolved(attribute.pFirstType());
+    if (resolved.starts_with(text))
+        return resolved;
+    return fmt::format("{} -> {}", text, resolved);
+}
+
+std::string sAttribute(const Attribute& attribute) {
+    return fmt::format("{} : {}{}{}", attribute.getName(), attribute.isOptional() ? "OPTIONAL " : "",
+                       sTyped(attribute), sRepresented(attribute));
+}
+
+/// The attribute that refers back, by the entity that declares it.
+std::string sReferred(const AttributeInverse& inverse) {
+    const auto* attribute = inverse.pReferredAttribute();
+    return attribute ? fmt::format("{}.{}", attribute->getEntity().getName(), attribute->getName()) : "?";
+}
+
+std::string sInverse(const AttributeInverse& inverse) {
+    return fmt::format("{} : {} FOR {} -> {}{}", inverse.getName(), inverse.getTypeText(),
+                       inverse.getForAttributeName(), sReferred(inverse), sRepresented(inverse));
+}
+
+using Lines = std::vector<std::string>;
+
+Lines attributeLines(const Entity& entity) {
+    Lines lines;
+    for (const auto& attribute : entity.getAttributes())
+        lines.push_back(sAttribute(attribute));
+    return lines;
+}
+
+Lines inverseLines(const Entity& entity) {
+    Lines lines;
+    for (const auto& inverse : entity.getAttributesInverse())
+        lines.push_back(sInverse(inverse));
+    return lines;
+}
+
+Lines uniqueLines(const Entity& entity) {
+    Lines lines;
+    if (entity.pUnique()) {
+        for (const auto& rule : entity.pUnique()->getRules())
+            lines.push_back(fmt::format("{} : {}", rule.label, fmt::join(rule.attributeNames, ", ")));
+    }
+    return lines;
+}
+
+Lines whereLines(const Entity& entity) {
+    Lines lines;
+    if (entity.pWhere()) {
+        for (const auto& rule : entity.pWhere()->getRules())
+            lines.push_back(fmt::format("{} : {}", rule.label, sExpression(*rule.expression)));
+    }
+    return lines;
+}
+
+/// What all entities of a line declare of one kind, each under its name; nothing when none does.
+std::string sSection(const char* title, const std::vector<const Entity*>& line,
+                     Lines (*linesOf)(const Entity&)) {
+    std::string text;
+    for (const auto* entity : line) {
+        const auto lines = linesOf(*entity);
+        if (!lines.empty())
+            text += fmt::format("  {}\n", entity->getName());
+        for (const auto& each : lines)
+            text += fmt::format("    {}\n", sOneLine(each));
+    }
+    return text.empty() ? text : fmt::format("{}\n{}", title, text);
+}
+
+template <class Attribute>
+Json attributeHeadJson(const Attribute& attribute) {
+    const auto configured = sConfigured(attribute);
+    return {{"entity", attribute.getEntity().getName()},
+            {"name", attribute.getName()},
+            {"type", attribute.getTypeText()},
+            {"representation", configured.empty() ? Json(nullptr) : Json(configured)}};
+}
+
+void vAttributesAdd(const Entity& entity, Json& json) {
+    for (const auto& attribute : entity.getAttributes()) {
+        auto head = attributeHeadJson(attribute);
+        head["optional"] = attribute.isOptional();
+        head["resolved"] = sTypeResolved(attribute.pFirstType());
+        json["attributes"].push_back(std::move(head));
+    }
+    for (const auto& inverse : entity.getAttributesInverse()) {
+        auto head = attributeHeadJson(inverse);
+        head["for"] = inverse.getForAttributeName();
+        head["refersTo"] = inverse.pReferredAttribute() ? Json(sReferred(inverse)) : Json(nullptr);
+        json["inverses"].push_back(std::move(head));
+    }
+}
+
+void vRulesAdd(const Entity& entity, Json& json) {
+    if (entity.pUnique()) {
+        for (const auto& rule : entity.pUnique()->getRules())
+            json["unique"].push_back(
+                {{"entity", entity.getName()}, {"label", rule.label}, {"attributes", rule.attributeNames}});
+    }
+    if (entity.pWhere()) {
+        for (const auto& rule : entity.pWhere()->getRules())
+            json["where"].push_back({{"entity", entity.getName()},
+                                     {"label", rule.label},
+                                     {"expression", sExpression(*rule.expression)}});
+    }
+}
+
+} // namespace
+
+std::string sEntityPicture(const Entity& entity) {
+    const auto line = lineOf(entity);
+    auto text =
+        sTableLine("entity", fmt::format("{}{}", entity.getName(), entity.isAbstract() ? " (abstract)" : ""));
+    text += sTableLine("line", sNames(line, " > "));
+    if (!entity.getSubtypes().empty())
+        text += sTableLine("subtypes", sNames(entity.getSubtypes(), ", "));
+    text += sSection("attributes", line, attributeLines);
+    text += sSection("inverses", line, inverseLines);
+    text += sSection("unique", line, uniqueLines);
+    return text + sSection("where", line, whereLines);
+}
+
+Json entityPictureJson(const Entity& entity) {
+    Json json{{"name", entity.getName()}, {"abstract", entity.isAbstract()}};
+    for (const char* list : {"line", "subtypes", "attributes", "inverses", "unique", "where"})
+        json[list] = Json::array();
+    for (const auto* subtype : entity.getSubtypes())
+        json["subtypes"].push_back(subtype->getName());
+    for (const auto* each : lineOf(entity)) {
+        json["line"].push_back(each->getName());
+        vAttributesAdd(*each, json);
+        vRulesAdd(*each, json);
+    }
+    return json;
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,18 @@
+/// One entity as a person wants to see it: with all that it inherits.
+///
+///     output.vWrite(sEntityPicture(wall));
+#pragma once
+
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kivifc/Json.h"
+
+#include <string>
+
+namespace kiv::kivifc {
+
+std::string sEntityPicture(const ifc::def::schema::Entity& entity);
+
+/// The same facts as JSON.
+Json entityPictureJson(const ifc::def::schema::Entity& entity);
+
+} // namespace kiv::kivifc

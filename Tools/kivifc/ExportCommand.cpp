@@ -1,0 +1,113 @@
+#include "kivifc/ExportCommand.h"
+
+#include "Host/Xml/KivXml.h"
+#include "kivifc/ExportFile.h"
+#include "kivifc/OneLine.h"
+#include "kivifc/Store.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <fmt/format.h>
+#include <sstream>
+#include <utility>
+
+namespace kiv::kivifc {
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace defs = ifc::def::xml;
+
+constexpr const char* Footer =
+    "A set is written to DIR/SET.xml, one of the context NAME of a host to DIR/NAME/SET.xml. In file names "
+    "each\n"
+    "control character, each of / \\ : * ? \" < > | % and a dot at the beginning becomes %XX, its number in\n"
+    "hexadecimal digits; an empty name becomes %.\n"
+    "\n"
+    "A file is replaced only when an export wrote it and nobody changed it since, which the comment at its "
+    "end\n"
+    "tells; any other one stays, unless --force is given. A file is there whole or not at all. What the "
+    "library\n"
+    "does not write, the GUID, template type and version of a set, is not in the files, and\n"
+    "the aliases of names come as nameAliases, which is not read again.\n"
+    "\n"
+    "Exit status: 0 all sets are written, 1 there is none, 2 a file could not be read, written or replaced.";
+
+std::string sDocument(const defs::SetDef& set, const defs::ExtraExportInfo& info) {
+    xml::Document document;
+    auto root = document.getNode().ElementNodeAppend(set.pXmlElementName());
+    std::ostringstream stream;
+    stream << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
+    // The element of the set is the root itself or one below it, as the kind of set has it.
+    set.exportDef(root, &info).vWrite(stream, xml::WriteStyle::Indented);
+    stream << '\n';
+    return stream.str();
+}
+
+/// Writes the sets and remembers which.
+class Exporter {
+public:
+    Exporter(Console& console, std::string folder, const defs::ExtraExportInfo& info, bool isForced) :
+        console_(console), folder_(std::move(folder)), info_(info), isForced_(isForced) {}
+
+    void vContextExport(const ifc::def::SchemaPset::Context& context,
+                        const ifc::def::SchemaPropertySetDefinitions& definitions) {
+        const auto folder =
+            context.isStandard ? fs::path(folder_) : fs::path(folder_) / sFileName(context.name);
+        for (const auto* set : definitions.getXmlSets())
+            vSetExport(context, folder / (sFileName(set->getName()) + ".xml"), *set);
+    }
+
+    const Json& getWritten() const { return written_; }
+
+private:
+    void vSetExport(const ifc::def::SchemaPset::Context& context, const fs::path& path,
+                    const defs::SetDef& set) {
+        if (const auto failure = sExportFileWrite(path, sDocument(set, info_), isForced_); !failure.empty())
+            return console_.diagnostics.vFail(path.string(), failure);
+        written_.push_back(
+            {{"set", set.getName()}, {"context", contextJson(context)}, {"path", path.string()}});
+    }
+
+    Console& console_;
+    std::string folder_;
+    const defs::ExtraExportInfo& info_;
+    bool isForced_;
+    Json written_ = Json::array();
+};
+
+} // namespace
+
+void ExportCommand::vOptionsAdd(CLI::App& app) {
+    app.add_option("FILE", schemaPath_, "The schema file")->required();
+    app.add_option("SETS", setPaths_, SetsDescription)->required();
+    app.add_option("--out", folder_, "The folder to write to; it is made when it is not there")
+        ->type_name("DIR")
+        ->required();
+    app.add_flag("--generate-guids", guidsAsked_, "Write a new GUID for each member that has none");
+    app.add_flag("--basetype", baseTypesAsked_, "Tell what the defined types of properties are made of");
+    app.add_flag("--force", isForced_, "Replace files that no export wrote as well");
+    app.add_flag("--json", jsonAsked_, "Write as JSON what was written");
+    app.footer(Footer);
+}
+
+void ExportCommand::vRun(Console& console) {
+    const auto store = storeRead(schemaPath_, setPaths_, console.diagnostics);
+    if (!store)
+        return;
+    defs::ExtraExportInfo info;
+    info.generateGuids = guidsAsked_;
+    info.schemaForBaseTypes = baseTypesAsked_ ? store->schema.schema.get() : nullptr;
+    Exporter exporter(console, folder_, info, isForced_);
+    store->schema.schema->forEachDefinition(
+        [&](const auto& context, const auto& definitions) { exporter.vContextExport(context, definitions); },
+        {});
+    if (exporter.getWritten().empty())
+        console.diagnostics.vFinding();
+    if (jsonAsked_)
+        return vJsonWrite(exporter.getWritten(), console.output);
+    for (const auto& file : exporter.getWritten())
+        console.output.vWrite(sOneLine(file["path"].get<std::string>()) + '\n');
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,133 @@
+#include "kivifc/FindCommand.h"
+
+#include "kivifc/MissingName.h"
+#include "kivifc/OneLine.h"
+#include "kivifc/SetJson.h"
+#include "kivifc/SetMembers.h"
+#include "kivifc/Store.h"
+#include "kivifc/TextTable.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <optional>
+
+namespace kiv::kivifc {
+
+namespace {
+
+using ifc::def::SchemaPset;
+using ifc::def::xml::Def;
+using ifc::def::xml::SetDef;
+
+constexpr const char* Footer = "The last argument is looked for, first as the name of a set (in any letter "
+                               "case), then as the GUID of a\n"
+                               "property or quantity: 32 hexadecimal digits, with hyphens and braces or "
+                               "without, or the 22 characters of\n"
+                               "a GlobalId. The search begins with the contexts of hosts.\n"
+                               "\n"
+                               "Exit status: 0 found, 1 not found, 2 a file could not be read.";
+
+/// What was found: a set, or a definition in it.
+struct Finding {
+    const SetDef* set = nullptr;
+    const Def* def = nullptr;
+};
+
+Finding find(const SchemaPset& schema, const std::string& text) {
+    if (const auto* set = schema.pXmlSetFromName(text, {}))
+        return {set, nullptr};
+    kiv::Guid guid;
+    const auto* def = guid.boSet(text) ? schema.pXmlDefFromIfd(guid) : nullptr;
+    return def ? Finding{def->pOwner(), def} : Finding{};
+}
+
+SchemaPset::Context contextOf(const SchemaPset& schema, const SetDef& set) {
+    SchemaPset::Context found;
+    schema.forEachDefinition(
+        [&](const auto& context, const auto& definitions) {
+            if (definitions.getXmlSetFromName(set.getName()) == &set)
+                found = context;
+        },
+        {});
+    return found;
+}
+
+/// Texts that are not given have no line.
+std::string sLine(std::string_view label, std::string_view text) {
+    return text.empty() ? std::string() : sTableLine(label, sOneLine(text));
+}
+
+std::string sGuid(const kiv::Guid& guid) {
+    return guid.isNull() ? std::string() : guid.toString(false);
+}
+
+std::string sMember(const Def& def) {
+    return fmt::format("  {}  {}\n", sOneLine(def.getName()),
+                       sOneLine(def.getEntityName().empty() ? "no type" : def.getEntityName()));
+}
+
+std::string sSet(const SetDef& set) {
+    auto text = sLine("guid", sGuid(set.getIfdGuid()));
+    text += sLine("definition", set.getDefinition());
+    text += sLine("template type", ifc::def::xml::sTemplateTypeText(set.getTemplateType()));
+    text += sLine("version", set.getIfcVersion());
+    text += sLine("applies to", sSetClasses(set));
+    const auto members = setMembers(set);
+    text += sLine("members", fmt::format("{}", members.size()));
+    for (const auto* member : members)
+        text += sMember(*member);
+    return text;
+}
+
+std::string sDef(const Def& def) {
+    auto text = sLine("member", def.getName());
+    text += sLine("guid", sGuid(def.getIfdGuid()));
+    text += sLine("definition", def.getDefinition());
+    text += sLine("becomes", def.getEntityName());
+    return text;
+}
+
+std::string sFinding(const Store& store, const Finding& finding) {
+    auto text = sLine("set", finding.set->getName());
+    text += sLine("context", sContext(contextOf(*store.schema.schema, *finding.set)));
+    text += sLine("document", store.paths.at(finding.set));
+    text += sLine("kind", pSetKind(*finding.set));
+    return text + (finding.def ? sDef(*finding.def) : sSet(*finding.set));
+}
+
+Json findingJson(const Store& store, const Finding& finding) {
+    Json json{{"set", finding.set->getName()},
+              {"context", contextJson(contextOf(*store.schema.schema, *finding.set))},
+              {"path", store.paths.at(finding.set)},
+              {"kind", finding.set->pXmlElementName()}};
+    json["definition"] = finding.def ? defJson(*finding.def) : setJson(*finding.set);
+    return json;
+}
+
+} // namespace
+
+void FindCommand::vOptionsAdd(CLI::App& app) {
+    app.add_option("FILE", schemaPath_, "The schema file")->required();
+    app.add_option("SETS... NAME-OR-GUID", arguments_, SetsDescription)->required();
+    app.add_flag("--json", jsonAsked_, "Write what is found as JSON");
+    app.footer(Footer);
+}
+
+void FindCommand::vRun(Console& console) {
+    const auto text = arguments_.back();
+    const auto store =
+        storeRead(schemaPath_, {arguments_.begin(), arguments_.end() - 1}, console.diagnostics);
+    if (!store)
+        return;
+    const auto finding = find(*store->schema.schema, text);
+    if (!finding.set) {
+        console.diagnostics.vFinding();
+        console.diagnostics.vNote("not found", sNoName("set or GUID", text, setNames(*store->schema.schema)));
+    }
+    if (jsonAsked_)
+        vJsonWrite(finding.set ? findingJson(*store, finding) : Json(nullptr), console.output);
+    else if (finding.set)
+        console.output.vWrite(sFinding(*store, finding));
+}
+
+} // namespace kiv::kivifc

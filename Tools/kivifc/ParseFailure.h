@@ -1,0 +1,15 @@
+/// XML documents that are not well-formed, told with the place as editors and compilers write it.
+///
+///     parseFailure("walls.xml", error).subject // "walls.xml:3:7"
+#pragma once
+
+#include "Host/Xml/KivXml.h"
+#include "kivifc/Diagnostics.h"
+
+#include <string>
+
+namespace kiv::kivifc {
+
+Failure parseFailure(const std::string& path, const xml::ParseError& error);
+
+} // namespace kiv::kivifc

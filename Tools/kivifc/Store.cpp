@@ -1,0 +1,119 @@
+#include "kivifc/Store.h"
+
+#include "kivifc/OneLine.h"
+#include "kivifc/SetDocument.h"
+#include "kivifc/SetPaths.h"
+
+#include <filesystem>
+#include <fmt/format.h>
+#include <map>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+namespace kiv::kivifc {
+
+namespace {
+
+using Context = ifc::def::SchemaPset::Context;
+using ifc::def::xml::SetDef;
+
+bool isPath(const std::string& argument) {
+    std::error_code error;
+    return argument == StandardInputPath || std::filesystem::exists(argument, error);
+}
+
+/// Where the name before "=" ends; npos when the argument is a path alone.
+std::size_t contextNameEnd(const std::string& argument) {
+    const auto end = isPath(argument) ? std::string::npos : argument.find('=');
+    return end == 0 ? std::string::npos : end;
+}
+
+std::unique_ptr<SetDef> pSetTake(SetDocument& document) {
+    if (document.propertySet)
+        return std::move(document.propertySet);
+    return std::move(document.quantitySet);
+}
+
+/// Why a set was refused: the record that decided it is the last one.
+std::string sRefusal(const SetDef& set, const ifc::def::xml::XmlSetErrors& errors) {
+    const auto& record = errors.getRecords().back();
+    return fmt::format("the set \"{}\" is refused: {}: {}", set.getName(), record.item, record.message);
+}
+
+/// Fills one collection.
+class Collection {
+public:
+    Collection(Store& store, Diagnostics& diagnostics) : store_(store), diagnostics_(diagnostics) {}
+
+    void vDocumentAdd(const std::string& path) {
+        auto document = setDocumentRead(path);
+        if (document.failure)
+            return diagnostics_.vFail(document.failure->subject, document.failure->reason);
+        vSetAdd(pSetTake(document), document);
+    }
+
+    ifc::def::SchemaPropertySetDefinitions&& takeDefinitions() { return std::move(definitions_); }
+
+private:
+    void vSetAdd(std::unique_ptr<SetDef> set, SetDocument& document) {
+        if (const auto* present = definitions_.getXmlSetFromName(set->getName())) {
+            return diagnostics_.vNote(document.path,
+                                      fmt::format("the set \"{}\" is left out: {} has one of that name",
+                                                  set->getName(), store_.paths.at(present)));
+        }
+        const auto* const added = set.get();
+        if (definitions_.xmlSetAdd(*store_.schema.schema, std::move(set), document.errors))
+            store_.paths.emplace(added, document.path);
+        else
+            diagnostics_.vNote(document.path, sRefusal(*added, document.errors));
+    }
+
+    Store& store_;
+    Diagnostics& diagnostics_;
+    ifc::def::SchemaPropertySetDefinitions definitions_;
+};
+
+std::map<Context, std::vector<std::string>> pathsByContext(const std::string& schemaName,
+                                                           const std::vector<std::string>& sets) {
+    std::map<Context, std::vector<std::string>> paths;
+    for (const auto& argument : sets) {
+        const auto end = contextNameEnd(argument);
+        const auto name = end == std::string::npos ? schemaName : argument.substr(0, end);
+        paths[{name, name == schemaName}].push_back(end == std::string::npos ? argument
+                                                                             : argument.substr(end + 1));
+    }
+    return paths;
+}
+
+} // namespace
+
+bool isSetsArgument(const std::string& argument) {
+    return isPath(argument) || contextNameEnd(argument) != std::string::npos;
+}
+
+std::optional<Store> storeRead(const std::string& schemaPath, const std::vector<std::string>& sets,
+                               Diagnostics& diagnostics) {
+    auto schema = schemaFileRead(schemaPath, diagnostics);
+    if (!schema)
+        return std::nullopt;
+    Store store{std::move(*schema), {}};
+    auto& registry = ifc::def::SchemaContextAndPropertySetDefinitions::instance();
+    for (auto& [context, paths] : pathsByContext(std::string(store.schema.schema->getName()), sets)) {
+        Collection collection(store, diagnostics);
+        for (const auto& path : setPathsCollect(paths, diagnostics))
+            collection.vDocumentAdd(path);
+        registry.addPropertySets(Context(context), collection.takeDefinitions());
+    }
+    return store;
+}
+
+std::string sContext(const Context& context) {
+    return fmt::format("{} ({})", sOneLine(context.name), context.isStandard ? "standard" : "host");
+}
+
+Json contextJson(const Context& context) {
+    return {{"name", context.name}, {"standard", context.isStandard}};
+}
+
+} // namespace kiv::kivifc
