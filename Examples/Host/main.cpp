@@ -74,33 +74,35 @@ int run(const fs::path& schemas, const std::string& name, const fs::path& setsFo
         const std::string& entityName, const std::string& question) {
     // The library does not know where schemas live: the host says how one is made, and it is made once.
     auto& loader = kiv::ifc::SchemaLoader::curr();
-    loader.newSchemaCallback = [&](const std::string& wanted) {
+    loader.newSchemaCallback = [schemas](const std::string& wanted) {
         std::ifstream text(schemas / (wanted + ".exp"), std::ios::binary);
         return text ? def::SchemaPset::pStepStreamRead(text).release() : nullptr;
     };
-    const auto* schema = loader.pSchemaFromName(name);
-    if (!schema) {
+    const def::SchemaPset* found = loader.pSchemaFromName(name);
+    if (!found) {
         std::cerr << name << ": no such schema\n";
         return 2;
     }
+    const auto& schema = *found;
+
     // Sets are read, checked and kept; what is wrong with them is in the report.
-    const auto report = setsRegister(*schema, setsFolder);
+    const auto report = setsRegister(schema, setsFolder);
 
     // From here on, any number of threads may ask.
-    const auto* entity = def::schema::Entity::pFrom(schema->pObjectFromName(entityName));
+    const auto* entity = def::schema::Entity::pFrom(schema.pObjectFromName(entityName));
     if (!entity) {
         std::cerr << entityName << ": no such entity\n";
         return 2;
     }
-    for (const auto* set : schema->getXmlSetsAllToEntity(*entity, true, {}))
+    for (const auto* set : schema.getXmlSetsAllToEntity(*entity, true, {}))
         std::cout << set->getName() << '\n';
-    const auto type = kiv::ifc::findPropertyTypeName(question, *schema);
+    const auto type = kiv::ifc::findPropertyTypeName(question, schema);
     std::cout << question << ": " << type.value_or("no single type") << '\n';
 
     // And back to XML, with the report beside it.
     fs::create_directories(out);
     report.vDump((out / "report.txt").c_str());
-    return boSetsExport(*schema, out) ? 0 : 2;
+    return boSetsExport(schema, out) ? 0 : 2;
 }
 
 } // namespace
