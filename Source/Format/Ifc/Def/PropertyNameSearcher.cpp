@@ -8,7 +8,10 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv::ifc {
 

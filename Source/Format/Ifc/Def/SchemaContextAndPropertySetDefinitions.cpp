@@ -1,6 +1,7 @@
 #include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kiv::ifc::def {
 
@@ -14,8 +15,12 @@ SchemaContextAndPropertySetDefinitions& SchemaContextAndPropertySetDefinitions::
 
 void SchemaContextAndPropertySetDefinitions::addPropertySets(SchemaPropertySetDefinitionsContext&& context,
                                                              SchemaPropertySetDefinitions&& definitions) {
-    auto owned = std::make_unique<const SchemaPropertySetDefinitions>(std::move(definitions));
-    contexts_.try_emplace(std::move(context), std::move(owned));
+    // The definitions are moved when nothing can fail any more, so that they are never lost.
+    auto owned = std::make_unique<SchemaPropertySetDefinitions>();
+    const auto [entry, isNew] = contexts_.try_emplace(std::move(context), nullptr);
+    *owned = std::move(definitions);
+    if (isNew)
+        entry->second = std::move(owned);
 }
 
 void SchemaContextAndPropertySetDefinitions::removePropertySets(const std::string& name) {

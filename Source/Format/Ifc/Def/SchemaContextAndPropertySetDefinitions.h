@@ -54,7 +54,7 @@ public:
     SchemaContextAndPropertySetDefinitions& operator=(const SchemaContextAndPropertySetDefinitions&) = delete;
 
     /// Registers a collection. A context that is registered already keeps its collection, and the new one is destroyed;
-    /// `clear` it first to replace it.
+    /// `clear` it first to replace it. When memory runs out, nothing is registered and both stay with the caller.
     void addPropertySets(SchemaPropertySetDefinitionsContext&& context,
                          SchemaPropertySetDefinitions&& definitions);
 

@@ -4,13 +4,14 @@
 ///     auto& loader = kiv::ifc::SchemaLoader::curr();
 ///     loader.newSchemaCallback = [](const std::string& name) {
 ///         std::ifstream text("schemas/" + name + ".exp");
-///         return kiv::ifc::def::SchemaPset::pStepStreamRead(text).release();
+///         return text ? kiv::ifc::def::SchemaPset::pStepStreamRead(text).release() : nullptr;
 ///     };
 ///     const auto* ifc4 = loader.pSchemaFromName("IFC4");
 ///
 /// Ownership: owns the schemas it hands out until it is destroyed; there is no other way to let one go.
-/// Threads:   `pSchemaFromName` from any number of threads, one schema being made at a time. `curr`, `vCurrFree` and
-///            setting the callback are for start-up and shut-down, when nobody else asks.
+/// Threads:   `pSchemaFromName` from any number of threads, one schema being made at a time; who asks meanwhile waits, for
+///            whatever name. `curr`, `vCurrFree` and setting the callback are for start-up and shut-down, when nobody else
+///            asks.
 /// Errors:    `kiv::exception` when a schema is to be made and there is no callback; std::system_error (resource deadlock
 ///            would occur) when a callback asks or frees the loader that is calling it; what the callback throws.
 #pragma once
@@ -29,10 +30,16 @@
 namespace kiv::ifc {
 
 class KIV_EXPORT SchemaLoader {
+    /// Held by `pCurr` alone, which makes all loaders.
+    struct Key {
+        explicit Key() = default;
+    };
+
 public:
     /// Makes the schema of a name and hands over its ownership; null when it cannot.
     using NewSchemaCallback = std::function<def::SchemaPset*(const std::string&)>;
 
+    explicit SchemaLoader(Key);
     ~SchemaLoader();
     SchemaLoader(const SchemaLoader&) = delete;
     SchemaLoader& operator=(const SchemaLoader&) = delete;
@@ -47,17 +54,20 @@ public:
     /// make it, and then the next request asks it again.
     def::SchemaPset* pSchemaFromName(const std::string& name);
 
-    /// What the callback makes for this name, past the cache and owned by the caller; with an empty callback the schema
-    /// of the current loader.
+    /// What the callback makes for this name, past the cache and owned by the caller. With an empty callback it is
+    /// `curr().pSchemaFromName(name)`: cached, owned by the loader and with the errors of that.
     static def::SchemaPset* pSchemaGet(NewSchemaCallback callback, const std::string& name);
 
-    /// The host sets it before the first request; it must not ask this loader for a schema.
+    /// The host sets it before the first request. It must not ask this loader for a schema, nor wait for a thread that
+    /// does: that one waits for it, and neither goes on. It may end the process.
     NewSchemaCallback newSchemaCallback;
 
 private:
     class Lock;
 
-    SchemaLoader();
+    /// The current loader; the pointer may be null.
+    static std::unique_ptr<SchemaLoader>& pCurrOrNull();
+    /// The same after making sure that there is one.
     static std::unique_ptr<SchemaLoader>& pCurr();
 
     std::map<std::string, std::shared_ptr<def::SchemaPset>> schemas_;

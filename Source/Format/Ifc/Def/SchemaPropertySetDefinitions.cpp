@@ -1,11 +1,23 @@
 #include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 
+#include "Format/Ifc/Def/IfcDefErrors.h"
 #include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
 namespace kiv::ifc::def {
+
+namespace {
+
+/// Most answers for an entity and all above it are no longer than that.
+constexpr std::size_t TypicalAnswer = 16;
+
+} // namespace
 
 SchemaPropertySetDefinitions::SchemaPropertySetDefinitions() = default;
 SchemaPropertySetDefinitions::SchemaPropertySetDefinitions(SchemaPropertySetDefinitions&&) noexcept = default;
@@ -17,33 +29,41 @@ bool SchemaPropertySetDefinitions::xmlSetAdd(const schema::Schema& schema, std::
                                              xml::XmlSetErrors& errors) {
     if (!set->checkForErrors(schema, errors))
         return false;
-    const auto [entry, isNew] = sets_.try_emplace(schema::sUpper(set->getName()), nullptr);
-    if (!isNew) {
+    auto upperName = schema::sUpper(set->getName());
+    const auto place = sets_.lower_bound(upperName);
+    if (place != sets_.end() && place->first == upperName) {
         set.reset();
         return true;
     }
-    entry->second = std::move(set);
-    vDefsIndex(*entry->second);
-    vClassesIndex(entry->first, *entry->second);
+    // What can fail is made beside the collection, so that it takes the set as a whole or not at all.
+    decltype(sets_) sets;
+    const std::string_view name = sets.try_emplace(std::move(upperName), nullptr).first->first;
+    auto defs = defsOf(*set);
+    auto classes = SetsByClass::classesOf(name, *set);
+    SetsByName unrestricted;
+    if (classes.empty())
+        unrestricted.emplace(name, set.get());
+    setsByClass_.vReserve(classes.size());
+
+    sets.begin()->second = std::move(set);
+    sets_.insert(place, sets.extract(sets.begin()));
+    defsByIfd_.merge(defs);
+    setsByClass_.vMerge(std::move(classes));
+    unrestrictedSets_.merge(unrestricted);
     return true;
 }
 
-void SchemaPropertySetDefinitions::vDefsIndex(const xml::SetDef& set) {
-    const auto index = [this](const auto& defs) {
+SchemaPropertySetDefinitions::DefsByIfd SchemaPropertySetDefinitions::defsOf(const xml::SetDef& set) {
+    DefsByIfd byIfd;
+    const auto index = [&byIfd](const auto& defs) {
         for (const auto& def : defs)
-            defsByIfd_.try_emplace(def.getIfdGuid(), &def);
+            byIfd.try_emplace(def.getIfdGuid(), &def);
     };
     if (const auto* const properties = dynamic_cast<const pset::PropertySetDef*>(&set))
         index(properties->getProperties());
     else if (const auto* const quantities = dynamic_cast<const qto::QuantitySetDef*>(&set))
         index(quantities->getQuantities());
-}
-
-void SchemaPropertySetDefinitions::vClassesIndex(std::string_view upperName, const xml::SetDef& set) {
-    if (set.getApplicableClasses().empty())
-        unrestrictedSets_.emplace(upperName, &set);
-    for (const auto& applicable : set.getApplicableClasses())
-        setsByClass_[{applicable.getClassNameHash(), applicable.getClassName()}].emplace(upperName, &set);
+    return byIfd;
 }
 
 const xml::SetDef* SchemaPropertySetDefinitions::getXmlSetFromName(const std::string& name) const {
@@ -68,16 +88,10 @@ std::vector<const xml::SetDef*> SchemaPropertySetDefinitions::getXmlSets() const
     return sets;
 }
 
-const SchemaPropertySetDefinitions::SetsByName*
-SchemaPropertySetDefinitions::pSetsToEntity(const schema::Entity& entity) const {
-    const auto found = setsByClass_.find({entity.getNameHash(), entity.getName()});
-    return found == setsByClass_.end() ? nullptr : &found->second;
-}
-
 void SchemaPropertySetDefinitions::vSetsToEntityAppend(const schema::Entity& entity, bool includeUnrestricted,
                                                        std::vector<const xml::SetDef*>& sets) const {
     static const SetsByName none;
-    const auto* const named = pSetsToEntity(entity);
+    const auto* const named = setsByClass_.pFind(entity.getNameHash(), entity.getName());
     const auto& restricted = named ? *named : none;
     const auto& unrestricted = includeUnrestricted ? unrestrictedSets_ : none;
     // Both are ordered by name, and no set is in both: one merge gives the order of the names.
@@ -101,12 +115,15 @@ SchemaPropertySetDefinitions::getXmlSetsToEntity(const schema::Entity& entity,
 std::vector<const xml::SetDef*>
 SchemaPropertySetDefinitions::getXmlSetsAllToEntity(const schema::Entity& entity,
                                                     bool includeUnrestricted) const {
-    std::vector<const schema::Entity*> line;
-    for (const auto* above = &entity; above; above = above->pSupertype())
-        line.push_back(above);
+    // The line is followed upwards and the sets of each entity are put down in reverse, to be turned round as a whole.
     std::vector<const xml::SetDef*> sets;
-    for (auto level = line.rbegin(); level != line.rend(); ++level)
-        vSetsToEntityAppend(**level, includeUnrestricted && level == line.rbegin(), sets);
+    sets.reserve(TypicalAnswer);
+    for (const auto* level = &entity; level; level = level->pSupertype()) {
+        const auto below = static_cast<std::ptrdiff_t>(sets.size());
+        vSetsToEntityAppend(*level, includeUnrestricted && !level->pSupertype(), sets);
+        std::reverse(sets.begin() + below, sets.end());
+    }
+    std::reverse(sets.begin(), sets.end());
     return sets;
 }
 

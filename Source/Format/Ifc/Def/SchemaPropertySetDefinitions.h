@@ -12,21 +12,25 @@
 #pragma once
 
 #include "Format/Ifc/Def/IfcDefBase.h"
+#include "Format/Ifc/Def/SchemaSetsByClass.h"
 #include "Host/Id/KivId.h"
 #include "Host/KivExport.h"
 
-#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace kiv::ifc::def::schema {
 class Entity;
 class Schema;
 } // namespace kiv::ifc::def::schema
+
+namespace kiv::ifc::def::xml {
+class XmlSetErrors;
+}
 
 namespace kiv::ifc::def {
 
@@ -37,9 +41,10 @@ public:
     SchemaPropertySetDefinitions& operator=(SchemaPropertySetDefinitions&& other) noexcept;
     ~SchemaPropertySetDefinitions();
 
-    /// Checks the set against the schema and takes it. False only when the check failed; then the set stays with the
-    /// caller and `errors` says why. A set whose name is present already, in whatever letter case, is dropped: that is
-    /// true, and no error.
+    /// Checks the set, which must not be null, against the schema and takes it. False only when the check failed; then
+    /// the set stays with the caller and `errors` says why. A set whose name is present already, in whatever letter case,
+    /// is checked all the same and then dropped: that is true, and no error. When memory runs out the collection is as it
+    /// was and the set still with the caller; `errors` may hold records of the check.
     bool xmlSetAdd(const schema::Schema& schema, std::unique_ptr<xml::SetDef>&& set,
                    xml::XmlSetErrors& errors);
 
@@ -67,29 +72,16 @@ public:
                                                           bool includeUnrestricted) const;
 
 private:
-    /// An applicable class, by the hash that it keeps itself. The hash takes part in the comparison: that of an empty
-    /// class is 0, so it is not the class of an entity without a name.
-    struct ClassName {
-        std::uint32_t hash;
-        std::string_view name;
+    using SetsByName = SetsByClass::SetsByName;
+    using DefsByIfd = std::map<kiv::Guid, const xml::Def*>;
 
-        friend bool operator==(const ClassName&, const ClassName&) = default;
-    };
-    struct ClassNameHash {
-        std::size_t operator()(const ClassName& key) const { return key.hash; }
-    };
-    /// Sets by upper-cased name; the names are those of the keys in `sets_`.
-    using SetsByName = std::map<std::string_view, const xml::SetDef*>;
-
-    void vDefsIndex(const xml::SetDef& set);
-    void vClassesIndex(std::string_view upperName, const xml::SetDef& set);
-    const SetsByName* pSetsToEntity(const schema::Entity& entity) const;
+    static DefsByIfd defsOf(const xml::SetDef& set);
     void vSetsToEntityAppend(const schema::Entity& entity, bool includeUnrestricted,
                              std::vector<const xml::SetDef*>& sets) const;
 
     std::map<std::string, std::unique_ptr<xml::SetDef>, std::less<>> sets_;
-    std::map<kiv::Guid, const xml::Def*> defsByIfd_;
-    std::unordered_map<ClassName, SetsByName, ClassNameHash> setsByClass_;
+    DefsByIfd defsByIfd_;
+    SetsByClass setsByClass_;
     SetsByName unrestrictedSets_;
 };
 

@@ -1,9 +1,25 @@
 #include "Format/Ifc/Def/SchemaPset.h"
 
 #include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
+#include <utility>
+
 namespace kiv::ifc::def {
+
+namespace {
+
+using SetList = std::vector<const xml::SetDef*>;
+
+void vAppend(SetList& sets, SetList&& found) {
+    if (sets.empty())
+        sets = std::move(found);
+    else
+        sets.insert(sets.end(), found.begin(), found.end());
+}
+
+} // namespace
 
 SchemaPset::SchemaPset(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) :
     schema::Schema(stream, headerLine, schemaPos) {}
@@ -88,8 +104,7 @@ std::vector<const xml::SetDef*> SchemaPset::getXmlSetsToEntity(const schema::Ent
                                                                ContextFilter filter) const {
     std::vector<const xml::SetDef*> sets;
     vSearch(filter, [&](const Context&, const SchemaPropertySetDefinitions& definitions) {
-        const auto found = definitions.getXmlSetsToEntity(entity, includeUnrestricted);
-        sets.insert(sets.end(), found.begin(), found.end());
+        vAppend(sets, definitions.getXmlSetsToEntity(entity, includeUnrestricted));
         return false;
     });
     return sets;
@@ -100,8 +115,7 @@ std::vector<const xml::SetDef*> SchemaPset::getXmlSetsAllToEntity(const schema::
                                                                   ContextFilter filter) const {
     std::vector<const xml::SetDef*> sets;
     vSearch(filter, [&](const Context&, const SchemaPropertySetDefinitions& definitions) {
-        const auto found = definitions.getXmlSetsAllToEntity(entity, includeUnrestricted);
-        sets.insert(sets.end(), found.begin(), found.end());
+        vAppend(sets, definitions.getXmlSetsAllToEntity(entity, includeUnrestricted));
         return false;
     });
     return sets;

@@ -18,12 +18,15 @@
 
 #include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
+#include "Host/Id/KivId.h"
 #include "Host/KivExport.h"
 
+#include <cstddef>
 #include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kiv::ifc::def::xmlschema {

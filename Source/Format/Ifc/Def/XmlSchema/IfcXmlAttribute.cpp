@@ -1,9 +1,14 @@
 #include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
 
+#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <optional>
+#include <string>
+#include <string_view>
 
 namespace kiv::ifc::def::xmlschema {
 
@@ -12,7 +17,7 @@ namespace {
 constexpr std::string_view Module = "Attribute";
 
 /// The name that the element is about; absent, and reported, when it has none.
-std::optional<std::string> selectOf(const kiv::xml::const_Element& element, const std::string& function) {
+std::optional<std::string> selectOf(const kiv::xml::const_Element& element, std::string_view function) {
     if (const auto select = element.AttributeNodeGet("select"))
         return select->getValue();
     vConfigReport("XML Attribute not found", function, Module);

@@ -1,8 +1,11 @@
 #include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Host/Assert/KivAssert.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string>
 
 namespace kiv::ifc::def::xmlschema {
 
@@ -20,26 +23,27 @@ bool boFromText(std::string_view text) {
     return kiv::xml::const_Node::from_string<bool>(text).value_or(false);
 }
 
-void vConfigReport(std::string_view message, const std::string& function, std::string_view module) {
-    schema::vAssertReport(message, "kiv::ifc::def::xmlschema::" + function,
-                          "Source/Format/Ifc/Def/XmlSchema/IfcXml" + std::string(module), 0);
+void vConfigReport(std::string_view message, std::string_view function, std::string_view module,
+                   std::string_view callable) {
+    if (!assert::Assert::isEnabled())
+        return;
+    const auto qualified = std::string("kiv::ifc::def::xmlschema::").append(function).append(callable);
+    const auto file = std::string("Source/Format/Ifc/Def/XmlSchema/IfcXml").append(module);
+    schema::vAssertReport(message, qualified, file, 0);
 }
 
 void vElementRead(const kiv::xml::const_Element& element, const ElementReader& reader,
                   const std::function<bool(std::string_view, std::string_view)>& boAttribute,
                   const std::function<bool(const kiv::xml::const_Element&)>& boChild) {
-    const auto vReport = [&reader](std::string_view message, const char* callable) {
-        vConfigReport(message, std::string(reader.function) + callable, reader.module);
-    };
     const auto attributes = element.AttributesGet();
     for (std::uint64_t index = 0; attributes && index < attributes->LengthGet(); ++index) {
         const auto attribute = attributes->ItemGet(index);
         if (!boAttribute(attribute.getNodeNameView(), attribute.getNodeValueView()))
-            vReport("Unknown attribute", "::<lambda_1>::operator ()");
+            vConfigReport("Unknown attribute", reader.function, reader.module, "::<lambda_1>::operator ()");
     }
     for (auto child = element.FirstElementChildGet(); child; child = child->NextElementSiblingGet()) {
         if (!boChild(*child))
-            vReport("Unknown element", "::<lambda_2>::operator ()");
+            vConfigReport("Unknown element", reader.function, reader.module, "::<lambda_2>::operator ()");
     }
 }
 

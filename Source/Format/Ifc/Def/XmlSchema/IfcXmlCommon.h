@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
-#include <string>
 #include <string_view>
 
 namespace kiv::ifc::def::xmlschema {
@@ -27,8 +26,10 @@ KIV_EXPORT ExpAttribute expAttributeFromString(std::string_view text);
 /// The truth value of an attribute's text (xs:boolean); false when it is none.
 bool boFromText(std::string_view text);
 
-/// Reports a problem of a configuration. `module` is the class's name as it ends the module's path.
-void vConfigReport(std::string_view message, const std::string& function, std::string_view module);
+/// Reports a problem of a configuration, when anybody listens. `function` is named without its namespace, `module` is the
+/// class's name as it ends the module's path; `callable` is what the function's name ends in when it is one inside it.
+void vConfigReport(std::string_view message, std::string_view function, std::string_view module,
+                   std::string_view callable = {});
 
 /// The reader of one element, as its reports name it.
 struct ElementReader {

@@ -6,6 +6,10 @@
 #include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlEntity.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlType.h"
+#include "Host/Xml/KivXml.h"
+
+#include <string>
+#include <string_view>
 
 namespace kiv::ifc::def::xmlschema {
 
@@ -62,15 +66,17 @@ const AttributeInverse* Config::pAttributeInverse(const AttributeInverse& record
 }
 
 void Config::vLink(const schema::Attribute& attribute, const Attribute& record) {
-    links_.emplace_back(&attribute, &record);
     if (read_)
-        vLinksApply();
+        attribute.vXmlAttributeSet(&record);
+    else
+        links_.emplace_back(&attribute, &record);
 }
 
 void Config::vLink(const schema::AttributeInverse& attribute, const AttributeInverse& record) {
-    linksInverse_.emplace_back(&attribute, &record);
     if (read_)
-        vLinksApply();
+        attribute.vXmlAttributeSet(&record);
+    else
+        linksInverse_.emplace_back(&attribute, &record);
 }
 
 void Config::vLinksApply() noexcept {

@@ -17,6 +17,7 @@
 #include "Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
 #include "Host/KivExport.h"
+#include "Host/Xml/KivXml.h"
 
 #include <deque>
 #include <iosfwd>
@@ -46,7 +47,8 @@ public:
     const Attribute* pAttribute(const Attribute& record);
     const AttributeInverse* pAttributeInverse(const AttributeInverse& record);
 
-    /// Links a schema attribute to a record of this configuration; the last record linked stays.
+    /// Links a schema attribute to a record of this configuration; the last record linked stays. It cannot fail but while
+    /// the configuration is still being read, and then nothing of that stays.
     void vLink(const schema::Attribute& attribute, const Attribute& record);
     void vLink(const schema::AttributeInverse& attribute, const AttributeInverse& record);
 

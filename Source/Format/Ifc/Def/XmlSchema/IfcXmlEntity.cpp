@@ -5,6 +5,8 @@
 #include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
+#include <string_view>
+
 namespace kiv::ifc::def::xmlschema {
 
 void Entity::vRead(Config& config, SchemaPset& schema, const kiv::xml::const_Element& element) {

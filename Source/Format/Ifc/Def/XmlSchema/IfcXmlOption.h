@@ -9,7 +9,7 @@ namespace kiv::ifc::def::xmlschema {
 
 class KIV_EXPORT Option {
 public:
-    /// Reads the element; what is unknown in it is reported.
+    /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an earlier one.
     void vInit(const kiv::xml::const_Element& element);
 
     /// How attributes of concrete types are written.

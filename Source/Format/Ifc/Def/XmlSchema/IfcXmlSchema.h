@@ -11,12 +11,13 @@ namespace kiv::ifc::def::xmlschema {
 
 class KIV_EXPORT Schema {
 public:
-    /// Reads the element; what is unknown in it is reported.
+    /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an earlier one; but
+    /// a namespace takes the place of an earlier one as a whole.
     void vInit(const kiv::xml::const_Element& element);
 
     /// Empty when not given.
     const std::string& getTargetNamespace() const { return targetNamespace_; }
-    /// The last one given.
+    /// The last one given, alone.
     const Namespace& getNamespace() const { return namespace_; }
 
 private:

@@ -2,6 +2,8 @@
 
 #include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
+#include <string_view>
+
 namespace kiv::ifc::def::xmlschema {
 
 void Type::vRead(Config&, SchemaPset&, const kiv::xml::const_Element& element) {

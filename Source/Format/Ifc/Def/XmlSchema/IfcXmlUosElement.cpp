@@ -1,5 +1,9 @@
 #include "Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
 
+#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+
+#include <string_view>
+
 namespace kiv::ifc::def::xmlschema {
 
 void UosElement::vInit(const kiv::xml::const_Element& element) {

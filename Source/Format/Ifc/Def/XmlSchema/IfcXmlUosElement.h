@@ -1,7 +1,6 @@
 /// The element that encloses a unit of serialisation, "cnf:uosElement".
 #pragma once
 
-#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 #include "Host/KivExport.h"
 #include "Host/Xml/KivXml.h"
 
@@ -11,7 +10,7 @@ namespace kiv::ifc::def::xmlschema {
 
 class KIV_EXPORT UosElement {
 public:
-    /// Reads the element; what is unknown in it is reported.
+    /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an earlier one.
     void vInit(const kiv::xml::const_Element& element);
 
     /// Empty when not given.

@@ -2,8 +2,13 @@
 
 #include "Format/Ifc/Def/DefDoubles.h"
 #include "Format/Ifc/Def/Store/StoreTools.h"
+#include "Support/Allocations.h"
 
+#include <memory>
+#include <string>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace kiv::test {
 
@@ -100,6 +105,24 @@ TEST_F(SchemaContextAndPropertySetDefinitionsTest, SecondCollectionUnderAnEqualC
     vAdd({"IFC4", true}, "Pset_Second");
     EXPECT_EQ(registry().getPropertySetsFromContext({"IFC4", true}), first);
     EXPECT_EQ(sSetIn({"IFC4", true}), "Pset_First");
+    EXPECT_EQ(alive, 1);
+}
+
+TEST_F(SchemaContextAndPropertySetDefinitionsTest, WhenMemoryRunsOutContextAndCollectionStayWithTheCaller) {
+    const std::string name(100, 'n');
+    Context context{name, false};
+    auto sets = collection("Pset_A");
+    const auto* const set = sets.getXmlSetFromName("Pset_A");
+    std::size_t count = 0;
+    while (!boRunWith(count, [&] { registry().addPropertySets(std::move(context), std::move(sets)); })) {
+        ++count;
+        EXPECT_EQ(context.name, name);
+        EXPECT_EQ(sets.getXmlSetFromName("Pset_A"), set);
+        EXPECT_EQ(contexts(), Texts());
+        ASSERT_EQ(alive, 1);
+    }
+    EXPECT_GE(count, 2U) << "the collection and its place";
+    EXPECT_EQ(sSetIn({name, false}), "Pset_A");
     EXPECT_EQ(alive, 1);
 }
 

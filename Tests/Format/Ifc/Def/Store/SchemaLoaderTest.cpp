@@ -2,10 +2,12 @@
 
 #include "Format/Ifc/Def/Store/StoreTools.h"
 #include "Host/KivException.h"
+#include "Support/Allocations.h"
 
 #include <array>
 #include <atomic>
 #include <barrier>
+#include <cstdlib>
 #include <functional>
 #include <map>
 #include <set>
@@ -23,6 +25,7 @@ using ifc::SchemaLoader;
 using ifc::def::SchemaPset;
 
 static_assert(!std::is_copy_constructible_v<SchemaLoader> && !std::is_copy_assignable_v<SchemaLoader>);
+static_assert(!std::is_default_constructible_v<SchemaLoader>, "there is one current one");
 
 /// An empty schema of this name, as a callback hands it over.
 SchemaPset* pNewSchema(const std::string& name) {
@@ -155,6 +158,13 @@ TEST_F(SchemaLoaderTest, VCurrFreeMayComeTwice) {
     EXPECT_EQ(sMessageWithoutCallback("IFC4"), "No schema new callback registered");
 }
 
+TEST_F(SchemaLoaderTest, VCurrFreeWithoutALoaderMakesNone) {
+    SchemaLoader::vCurrFree();
+    const auto before = allocationCount();
+    SchemaLoader::vCurrFree();
+    EXPECT_EQ(allocationCount(), before);
+}
+
 TEST_F(SchemaLoaderTest, PSchemaGetWithACallbackPassesTheCacheByAndLeavesItAsItWas) {
     vRequestsRecord();
     auto* const cached = loader.pSchemaFromName("IFC4");
@@ -171,6 +181,10 @@ TEST_F(SchemaLoaderTest, PSchemaGetHandsOnTheNullOfItsCallback) {
     vRequestsRecord();
     loader.pSchemaFromName("IFC4");
     EXPECT_EQ(SchemaLoader::pSchemaGet([](const std::string&) { return nullptr; }, "IFC4"), nullptr);
+}
+
+TEST_F(SchemaLoaderTest, PSchemaGetWithoutAnyCallbackThrowsAsTheLoaderDoes) {
+    EXPECT_THROW(SchemaLoader::pSchemaGet({}, "IFC4"), kiv::exception);
 }
 
 TEST_F(SchemaLoaderTest, PSchemaGetWithoutCallbackAsksTheCurrentLoader) {
@@ -241,6 +255,18 @@ TEST_F(SchemaLoaderTest, ACallbackThatCatchesTheErrorGoesOn) {
     const auto* const schema = loader.pSchemaFromName("IFC4");
     ASSERT_NE(schema, nullptr);
     EXPECT_EQ(loader.pSchemaFromName("IFC4"), schema);
+}
+
+TEST_F(SchemaLoaderTest, ACallbackMayEndTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            vRequestsRecord();
+            loader.pSchemaFromName("IFC4");
+            loader.newSchemaCallback = [](const std::string&) -> SchemaPset* { std::exit(7); };
+            loader.pSchemaFromName("IFC2X3");
+        },
+        ::testing::ExitedWithCode(7), "");
 }
 
 TEST_F(SchemaLoaderTest, ManyThreadsThatAskForAFewNamesCallTheCallbackOncePerName) {

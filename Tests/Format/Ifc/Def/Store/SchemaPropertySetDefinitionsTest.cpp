@@ -1,11 +1,23 @@
 #include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 
 #include "Format/Ifc/Def/DefDoubles.h"
+#include "Format/Ifc/Def/Growth.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 #include "Format/Ifc/Def/Store/StoreTools.h"
+#include "Support/Allocations.h"
 #include "Support/ErrorRecords.h"
 #include "Support/SchemaFromText.h"
+#include "Support/XmlFromText.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <random>
+#include <string>
 #include <type_traits>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace kiv::test {
 
@@ -103,6 +115,29 @@ TEST_F(SchemaPropertySetDefinitionsTest, SecondSetOfTheSameNameInAnotherCaseIsDr
     EXPECT_EQ(errors.getRecords(), Records());
     ASSERT_NE(sets.getXmlSetFromName("pset_a"), nullptr);
     EXPECT_EQ(sets.getXmlSetFromName("pset_a")->getName(), "Pset_A");
+    EXPECT_EQ(namesOf(sets.getXmlSets()), Texts{"Pset_A"});
+}
+
+TEST_F(SchemaPropertySetDefinitionsTest, ASecondSetOfTheSameNameIsCheckedBeforeItIsDropped) {
+    vSetsAdd(sets, *schema, {sPropertySet("Pset_A")});
+    auto second = setFromText(sPropertySet("PSET_A", {"IfcWal"}));
+    EXPECT_TRUE(sets.xmlSetAdd(*schema, std::move(second), errors));
+    EXPECT_EQ(second, nullptr);
+    EXPECT_EQ(errors.getSetName(), "PSET_A");
+    EXPECT_EQ(errors.getRecords(),
+              Records{error("IfcWal",
+                            "Applicable class in xml set is not defined in schema (contain spaces?)", 1)});
+    EXPECT_EQ(namesOf(sets.getXmlSets()), Texts{"Pset_A"});
+}
+
+TEST_F(SchemaPropertySetDefinitionsTest, ASecondSetOfTheSameNameThatFailsItsCheckStaysWithTheCaller) {
+    schema = schemaPsetFromText("ENTITY IfcOdd;\n  PredefinedType : STRING;\nEND_ENTITY;\n");
+    vSetsAdd(sets, *schema, {sPropertySet("Pset_A")});
+    auto second = setFromText(sPropertySet("PSET_A", {"IfcOdd/X"}));
+    const auto* const refused = second.get();
+    EXPECT_FALSE(sets.xmlSetAdd(*schema, std::move(second), errors));
+    EXPECT_EQ(second.get(), refused);
+    EXPECT_EQ(errors.getSetName(), "PSET_A");
     EXPECT_EQ(namesOf(sets.getXmlSets()), Texts{"Pset_A"});
 }
 
@@ -323,42 +358,64 @@ TEST_F(SchemaPropertySetDefinitionsTest, UnrestrictedSetsStandAmongThoseOfTheTop
     EXPECT_EQ(setsAllToEntity("IfcRoot", true), (Texts{"Pset_B", "Pset_C", "Pset_D"}));
 }
 
-/// Everything that a collection answers, before and after it is moved.
+/// Everything that a collection answers: for the names that the tests here give to sets, for GUIDs and for all entities of
+/// the schema.
 struct Answers {
-    Answers(const SchemaPropertySetDefinitions& sets, const ifc::def::schema::Entity& entity) :
-        set(sets.getXmlSetFromName("pset_a")),
-        def(sets.getXmlDefFromIfd(guidOf(1))),
-        all(sets.getXmlSets()),
-        toEntity(sets.getXmlSetsToEntity(entity, true)),
-        allToEntity(sets.getXmlSetsAllToEntity(entity, true)) {}
+    Answers(const SchemaPropertySetDefinitions& sets, const ifc::def::schema::Schema& schema) :
+        lists{sets.getXmlSets()} {
+        for (const auto* name : {"pset_a", "pset_b", "pset_c", "qto_a"})
+            named.push_back(sets.getXmlSetFromName(name));
+        for (std::uint8_t guid = 0; guid < 10; ++guid)
+            defs.push_back(sets.getXmlDefFromIfd(guidOf(guid)));
+        for (const auto* const name : {"IfcRoot", "IfcElement", "IfcWall", "IfcWallStandardCase"}) {
+            for (const bool includeUnrestricted : {false, true}) {
+                const auto& entity = entityOf(schema, name);
+                lists.push_back(sets.getXmlSetsToEntity(entity, includeUnrestricted));
+                lists.push_back(sets.getXmlSetsAllToEntity(entity, includeUnrestricted));
+            }
+        }
+    }
 
     bool operator==(const Answers&) const = default;
 
-    const SetDef* set;
-    const ifc::def::xml::Def* def;
-    std::vector<const SetDef*> all;
-    std::vector<const SetDef*> toEntity;
-    std::vector<const SetDef*> allToEntity;
+    /// The same as text, "-" for what is not found.
+    Texts names() const {
+        Texts names;
+        for (const auto* const set : named)
+            names.push_back(set ? set->getName() : "-");
+        for (const auto* const def : defs)
+            names.push_back(def ? def->getConcept() : "-");
+        for (const auto& list : lists) {
+            for (const auto* const set : list)
+                names.push_back(set->getName());
+            names.emplace_back("end of the list");
+        }
+        return names;
+    }
+
+    std::vector<const SetDef*> named;
+    std::vector<const ifc::def::xml::Def*> defs;
+    std::vector<std::vector<const SetDef*>> lists;
 };
 
 TEST_F(SchemaPropertySetDefinitionsTest, PointersStayValidWhenTheCollectionIsMoved) {
     vSetsAdd(sets, *schema,
              {sPropertySet("Pset_A", {"IfcWall"}, sProperty("P", "", sGuid(1))), sPropertySet("Pset_B"),
               sPropertySet("Pset_C", {"IfcElement"})});
-    const auto& wall = entity("IfcWall");
-    const Answers before(sets, wall);
-    ASSERT_NE(before.set, nullptr);
-    ASSERT_EQ(namesOf(before.toEntity), (Texts{"Pset_A", "Pset_B"}));
+    const Answers before(sets, *schema);
+    const auto* const def = sets.getXmlDefFromIfd(guidOf(1));
+    ASSERT_NE(def, nullptr);
+    ASSERT_EQ(setsToEntity("IfcWall", true), (Texts{"Pset_A", "Pset_B"}));
 
     SchemaPropertySetDefinitions constructed(std::move(sets));
-    EXPECT_TRUE(Answers(constructed, wall) == before);
-    EXPECT_EQ(before.def->getConcept(), "Pset_A.P");
+    EXPECT_TRUE(Answers(constructed, *schema) == before);
+    EXPECT_EQ(def->getConcept(), "Pset_A.P");
 
     auto assigned =
         collectionOf(*schema, {sPropertySet("Pset_A", {"IfcWall"}, sProperty("Old", "", sGuid(1)))});
     assigned = std::move(constructed);
-    EXPECT_TRUE(Answers(assigned, wall) == before);
-    EXPECT_EQ(before.def->getConcept(), "Pset_A.P");
+    EXPECT_TRUE(Answers(assigned, *schema) == before);
+    EXPECT_EQ(def->getConcept(), "Pset_A.P");
 }
 
 TEST_F(SchemaPropertySetDefinitionsTest, AMovedCollectionTakesFurtherSets) {
@@ -368,6 +425,158 @@ TEST_F(SchemaPropertySetDefinitionsTest, AMovedCollectionTakesFurtherSets) {
              {sPropertySet("Pset_A", {"IfcWall"}, sProperty("Q", "", sGuid(1))), sPropertySet("PSET_B")});
     EXPECT_EQ(namesOf(moved.getXmlSetsToEntity(entity("IfcWall"), true)), (Texts{"Pset_A", "Pset_B"}));
     EXPECT_EQ(moved.getXmlDefFromIfd(guidOf(1))->getName(), "P");
+}
+
+/// Adds the set with fewer allocations than it takes, one more each time; returns how often that failed. Whenever it does,
+/// the collection must answer as before, with the set still in the caller's hands.
+std::size_t failedAdditions(SchemaPropertySetDefinitions& sets, const ifc::def::schema::Schema& schema,
+                            const std::string& text) {
+    const Answers before(sets, schema);
+    for (std::size_t count = 0;; ++count) {
+        auto set = setFromText(text);
+        const auto* const given = set.get();
+        XmlSetErrors errors;
+        if (boRunWith(count, [&] { sets.xmlSetAdd(schema, std::move(set), errors); })) {
+            EXPECT_EQ(set, nullptr);
+            return count;
+        }
+        EXPECT_EQ(set.get(), given);
+        set.reset();
+        EXPECT_TRUE(Answers(sets, schema) == before) << count;
+    }
+}
+
+TEST_F(SchemaPropertySetDefinitionsTest, WhenMemoryRunsOutNothingHasChanged) {
+    const struct {
+        const char* what;
+        std::string text;
+        /// Of the key at least, and of each place in an index.
+        std::size_t allocations;
+    } rows[] = {
+        {"classes and GUIDs, old and new ones",
+         sPropertySet("Pset_C", {"IfcWall", "IfcRoot", "IfcElement/X", "IfcNowhere"},
+                      sProperty("Old", "", sGuid(1)) + sProperty("New", "", sGuid(2)) + sProperty("None")),
+         1 + 3 + 4},
+        {"no classes", sQuantitySet("Qto_A", {}, sQuantity("New", "", sGuid(3)) + sQuantity("None")),
+         1 + 2 + 1},
+        {"a long name", sPropertySet("Pset_" + std::string(100, 'x'), {"IfcWall"}), 2 + 1},
+        {"a name that is there already", sPropertySet("pset_" + std::string(100, 'Y'), {"IfcRoot"}), 1},
+    };
+    const Texts there{sPropertySet("Pset_A", {"IfcWall", "IfcRoot"}, sProperty("P", "", sGuid(1))),
+                      sPropertySet("Pset_B"), sPropertySet("Pset_" + std::string(100, 'y'))};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        auto filled = collectionOf(*schema, there);
+        EXPECT_GE(failedAdditions(filled, *schema, row.text), row.allocations);
+
+        auto atOnce = collectionOf(*schema, there);
+        vSetsAdd(atOnce, *schema, {row.text});
+        EXPECT_EQ(Answers(filled, *schema).names(), Answers(atOnce, *schema).names());
+    }
+}
+
+TEST_F(SchemaPropertySetDefinitionsTest, WhenMemoryRunsOutInAnEmptyCollectionItStaysEmpty) {
+    const auto text = sPropertySet("Pset_A", {"IfcWall"}, sProperty("P", "", sGuid(1)));
+    EXPECT_GE(failedAdditions(sets, *schema, text), 3U);
+    EXPECT_EQ(sDefOf(1), "Pset_A.P");
+    EXPECT_EQ(setsToEntity("IfcWall", false), Texts{"Pset_A"});
+}
+
+/// Names whose hashes are all the same. Each is put together of blocks; for each block there are two texts that lead from
+/// the same hash to the same hash.
+class CollidingNames {
+public:
+    explicit CollidingNames(std::size_t count) {
+        std::string begin;
+        for (std::size_t names = 1; names < count; names *= 2) {
+            pairs_.push_back(pairBehind(begin));
+            begin += pairs_.back().first;
+        }
+    }
+
+    std::string operator[](std::size_t index) const {
+        std::string name;
+        for (const auto& [first, second] : pairs_) {
+            name += index % 2 == 0 ? first : second;
+            index /= 2;
+        }
+        return name;
+    }
+
+private:
+    using Pair = std::pair<std::string, std::string>;
+
+    static Pair pairBehind(const std::string& begin) {
+        std::unordered_map<std::uint32_t, std::string> seen;
+        std::mt19937 random;
+        while (true) {
+            std::string block(8, ' ');
+            for (char& letter : block)
+                letter = static_cast<char>('a' + random() % 26);
+            const auto [other, isNew] = seen.try_emplace(ifc::def::schema::nameHash(begin + block), block);
+            if (!isNew && other->second != block)
+                return {other->second, block};
+        }
+    }
+
+    std::vector<Pair> pairs_;
+};
+
+TEST_F(SchemaPropertySetDefinitionsTest, ClassesWhoseHashesAreTheSameAreToldApart) {
+    constexpr std::size_t Count = 16;
+    const CollidingNames names(Count);
+    std::string statements;
+    for (std::size_t index = 0; index < Count; ++index) {
+        ASSERT_EQ(ifc::def::schema::nameHash(names[index]), ifc::def::schema::nameHash(names[0]));
+        statements += "ENTITY " + names[index] + ";\nEND_ENTITY;\n";
+    }
+    schema = schemaPsetFromText(statements);
+    // The last entity has no set.
+    for (std::size_t index = 0; index + 1 < Count; ++index)
+        vSetsAdd(sets, *schema, {sPropertySet("Pset_" + std::to_string(index), {names[index]})});
+    for (std::size_t index = 0; index + 1 < Count; ++index)
+        EXPECT_EQ(setsToEntity(names[index].c_str(), false), Texts{"Pset_" + std::to_string(index)});
+    EXPECT_EQ(setsToEntity(names[Count - 1].c_str(), false), Texts());
+}
+
+TEST_F(SchemaPropertySetDefinitionsTest, ManyClassesAreFoundEach) {
+    constexpr std::size_t Count = 300;
+    std::string statements;
+    for (std::size_t index = 0; index < Count; ++index)
+        statements += "ENTITY E" + std::to_string(index) + ";\nEND_ENTITY;\n";
+    schema = schemaPsetFromText(statements);
+    for (std::size_t index = 0; index < Count; ++index) {
+        const auto number = std::to_string(index);
+        vSetsAdd(sets, *schema, {sPropertySet("Pset_" + number, {"E" + number, "E0"})});
+    }
+    EXPECT_EQ(setsToEntity("E0", false).size(), Count);
+    for (std::size_t index = 1; index < Count; ++index) {
+        const auto number = std::to_string(index);
+        EXPECT_EQ(setsToEntity(("E" + number).c_str(), false), Texts{"Pset_" + number});
+    }
+}
+
+TEST_F(SchemaPropertySetDefinitionsTest, ClassesWhoseHashesAreTheSameCostNoMoreThanOthers) {
+    constexpr std::size_t Size = 4096;
+    const CollidingNames names(2 * Size);
+    const auto entities = schemaPsetFromText("ENTITY " + names[0] + ";\nEND_ENTITY;\n");
+    const auto& named = entityOf(*entities, names[0]);
+    const double growth = growthFrom(Size, [&](std::size_t count) {
+        Texts classes;
+        for (std::size_t index = 0; index < count; ++index)
+            classes.push_back(names[index]);
+        const auto document = std::make_shared<XmlFromText>(sPropertySet("Pset_A", classes));
+        return [this, count, document, &named] {
+            XmlSetErrors ignored;
+            SchemaPropertySetDefinitions collection;
+            collection.xmlSetAdd(*schema,
+                                 std::make_unique<ifc::def::pset::PropertySetDef>(document->root(), ignored),
+                                 ignored);
+            for (std::size_t question = 0; question < count; ++question)
+                ASSERT_EQ(collection.getXmlSetsToEntity(named, false).size(), 1U);
+        };
+    });
+    EXPECT_LE(growth, ProportionalGrowth);
 }
 
 } // namespace

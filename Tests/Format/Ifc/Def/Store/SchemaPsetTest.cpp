@@ -3,6 +3,7 @@
 #include "Format/Ifc/Def/Store/StoreTools.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "Host/KivException.h"
+#include "Support/Allocations.h"
 #include "Support/AssertCollector.h"
 #include "Support/FailingStream.h"
 #include "Support/SchemaFromText.h"
@@ -437,11 +438,20 @@ TEST_F(SchemaPsetConfigTest, AStreamThatFailsIsNoXml) {
     EXPECT_EQ(pRecord("IfcRoot", "Name"), nullptr);
 }
 
-TEST_F(SchemaPsetConfigTest, EndsWithItsSchema) {
-    vInit(sConfig("IfcRoot", "Name", "double-tag"));
-    vInit("");
+TEST_F(SchemaPsetConfigTest, AllEndWithTheirSchema) {
+    const auto config = sConfig("IfcRoot", "Name", "double-tag");
+    const auto allocationsLeftBehind = [this, &config] {
+        const auto before = allocationsHeld();
+        schema = schemaPsetFromText(StoreSchema);
+        vInit(config);
+        vInit(config);
+        EXPECT_GE(allocationsHeld() - before, 2) << "two configurations at least";
+        schema.reset();
+        return allocationsHeld() - before;
+    };
     schema.reset();
-    EXPECT_EQ(reports.getMessages(), Texts{"Illegal xml document"});
+    allocationsLeftBehind(); // What is made once in a process stays.
+    EXPECT_EQ(allocationsLeftBehind(), 0);
 }
 
 } // namespace

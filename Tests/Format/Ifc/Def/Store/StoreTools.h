@@ -30,7 +30,7 @@ namespace kiv::test {
 
 using Texts = std::vector<std::string>;
 
-/// Four entities, each below the one before it, and a defined type.
+/// Four entities, each below the one before it, and the two defined types of their attributes.
 inline constexpr std::string_view StoreSchema =
     "TYPE IfcLabel = STRING(255);\n"
     "END_TYPE;\n"

@@ -1,6 +1,7 @@
 #include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
 
 #include "Format/Ifc/Def/XmlSchema/ConfigTools.h"
+#include "Support/Allocations.h"
 #include "Support/XmlFromText.h"
 
 namespace kiv::test {
@@ -157,6 +158,28 @@ TEST(ConfigAttribute, OfSeveralRecordsTheLastIsLinkedAndAllAreKept) {
     EXPECT_EQ(read.pRecord("IfcRoot", "Name"), &read.config.getAttributes()[1]);
     ASSERT_EQ(read.config.getAttributesInverse().size(), 2U);
     EXPECT_EQ(read.pRecordInverse("IfcRoot", "OwnerOf"), &read.config.getAttributesInverse()[1]);
+}
+
+TEST(ConfigAttribute, WhenMemoryRunsOutThereIsNeitherRecordNorLink) {
+    ReadConfig read("");
+    const auto& wall = entityOf(*read.schema, "IfcWall");
+    const XmlFromText name("<any select='Name' exp-attribute='double-tag'/>");
+    const XmlFromText ownerOf("<any select='OwnerOf' exp-attribute='attribute-tag'/>");
+    // Some more records than one block holds, so that a new block is needed too.
+    for (std::size_t records = 1; records < 200; ++records) {
+        for (std::size_t count = 0;
+             !boRunWith(count, [&] { Attribute::vRead(read.config, *read.schema, wall, name.root()); });
+             ++count)
+            ASSERT_EQ(read.config.getAttributes().size(), records - 1);
+        ASSERT_EQ(read.config.getAttributes().size(), records);
+        ASSERT_EQ(read.pRecord("IfcRoot", "Name"), &read.config.getAttributes().back());
+        for (std::size_t count = 0; !boRunWith(
+                 count, [&] { AttributeInverse::vRead(read.config, *read.schema, wall, ownerOf.root()); });
+             ++count)
+            ASSERT_EQ(read.config.getAttributesInverse().size(), records - 1);
+        ASSERT_EQ(read.config.getAttributesInverse().size(), records);
+        ASSERT_EQ(read.pRecordInverse("IfcRoot", "OwnerOf"), &read.config.getAttributesInverse().back());
+    }
 }
 
 TEST(ConfigAttribute, IsReadIntoAConfigurationThatIsReadAlready) {

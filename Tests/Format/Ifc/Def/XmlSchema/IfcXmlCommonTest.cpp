@@ -1,6 +1,8 @@
 #include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include "Format/Ifc/Def/XmlSchema/ConfigTools.h"
+#include "Support/Allocations.h"
+#include "Support/XmlFromText.h"
 
 #include <algorithm>
 
@@ -32,6 +34,13 @@ TEST(ExpAttribute, AnyOtherTextIsReportedAndMeansContent) {
         EXPECT_EQ(reports.getRecords(),
                   Reports{report("Illegal string", "expAttributeFromString", "Common")});
     }
+}
+
+TEST(ExpAttribute, AnyOtherTextCostsNoMemoryWhenNobodyListens) {
+    const auto before = allocationCount();
+    const auto representation = expAttributeFromString("no-tag");
+    EXPECT_EQ(allocationCount(), before);
+    EXPECT_EQ(numberOf(representation), 2);
 }
 
 /// What one element may hold, and how its reader is named in reports.
@@ -171,6 +180,27 @@ TEST(ConfigElements, ReportEachUnknownOneAttributesFirst) {
         EXPECT_EQ(reportsOf(sElement(row, "x='1' y='2'", "<x/>text<!-- comment --><y><z/></y><x/>")),
                   (Reports{attribute, attribute, element, element, element}));
     }
+}
+
+/// How many allocations it takes to read an option with so many attributes and children that it does not know.
+std::size_t allocationsFor(std::size_t unknown) {
+    std::string attributes;
+    std::string children;
+    for (std::size_t index = 0; index < unknown; ++index) {
+        attributes += " x" + std::to_string(index) + "='1'";
+        children += "<x/>";
+    }
+    const XmlFromText document("<any" + attributes + ">" + children + "</any>");
+    ifc::def::xmlschema::Option option;
+    const auto before = allocationCount();
+    option.vInit(document.root());
+    return allocationCount() - before;
+}
+
+TEST(ConfigElements, WhatIsUnknownCostsNoMemoryWhenNobodyListens) {
+    EXPECT_EQ(allocationsFor(20), allocationsFor(0));
+    const AssertCollector reports;
+    EXPECT_GE(allocationsFor(20), allocationsFor(0) + 40) << "a report each";
 }
 
 TEST(ConfigElements, KnowNoTextAndNeedNone) {

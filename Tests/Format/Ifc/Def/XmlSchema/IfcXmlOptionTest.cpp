@@ -24,6 +24,14 @@ TEST(ConfigOption, ReadsTheRepresentations) {
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
+TEST(ConfigOption, OfSeveralEachAddsWhatItGives) {
+    const ReadConfig read("<cnf:option concrete-attribute='attribute-tag' entity-attribute='double-tag'/>"
+                          "<cnf:option entity-attribute='attribute-content'/>");
+    EXPECT_EQ(numberOf(read.config.getOption().getConcreteAttribute()), 1);
+    EXPECT_EQ(numberOf(read.config.getOption().getEntityAttribute()), 2);
+    EXPECT_EQ(read.reports.getRecords(), Reports());
+}
+
 TEST(ConfigOption, AnIllegalRepresentationIsReportedAndMeansContent) {
     const ReadConfig read("<cnf:option concrete-attribute='Attribute-Tag' entity-attribute=''/>");
     EXPECT_EQ(numberOf(read.config.getOption().getConcreteAttribute()), 2);

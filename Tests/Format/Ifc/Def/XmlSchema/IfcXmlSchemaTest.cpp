@@ -22,6 +22,28 @@ TEST(ConfigSchema, ReadsTheTargetNamespaceAndItsNamespace) {
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
+TEST(ConfigSchema, OfSeveralEachAddsWhatItGives) {
+    const ReadConfig read(
+        "<cnf:schema targetNamespace='urn:t'><cnf:namespace prefix='p' alias='urn:n'/></cnf:schema>"
+        "<cnf:schema/>");
+    EXPECT_EQ(read.config.getSchema().getTargetNamespace(), "urn:t");
+    EXPECT_EQ(read.config.getNamespace().getPrefix(), "p");
+    EXPECT_EQ(read.config.getNamespace().getAlias(), "urn:n");
+    EXPECT_EQ(ReadConfig("<cnf:schema targetNamespace='urn:t'/><cnf:schema targetNamespace='urn:u'/>")
+                  .config.getSchema()
+                  .getTargetNamespace(),
+              "urn:u");
+}
+
+TEST(ConfigSchema, TheNamespaceOfALaterOneTakesThePlaceOfTheEarlierAsAWhole) {
+    const ReadConfig read(
+        "<cnf:schema targetNamespace='urn:t'><cnf:namespace prefix='p' alias='urn:n'/></cnf:schema>"
+        "<cnf:schema><cnf:namespace alias='urn:m'/></cnf:schema>");
+    EXPECT_EQ(read.config.getSchema().getTargetNamespace(), "urn:t");
+    EXPECT_EQ(read.config.getNamespace().getPrefix(), "");
+    EXPECT_EQ(read.config.getNamespace().getAlias(), "urn:m");
+}
+
 } // namespace
 
 } // namespace kiv::test

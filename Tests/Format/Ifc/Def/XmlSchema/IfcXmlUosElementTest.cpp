@@ -17,6 +17,14 @@ TEST(ConfigUosElement, ReadsItsName) {
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
+TEST(ConfigUosElement, OfSeveralTheLastNameCounts) {
+    EXPECT_EQ(ReadConfig("<cnf:uosElement name='a'/><cnf:uosElement/>").config.getUosElement().getName(),
+              "a");
+    EXPECT_EQ(
+        ReadConfig("<cnf:uosElement name='a'/><cnf:uosElement name='b'/>").config.getUosElement().getName(),
+        "b");
+}
+
 } // namespace
 
 } // namespace kiv::test
