@@ -34,10 +34,14 @@ void RealDataTest::SetUp() {
     ASSERT_TRUE(fs::is_directory(root() / "schema")) << "KIV_TEST_DATA is " << root();
 }
 
-std::string RealDataTest::sText(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file) << path;
-    return {std::istreambuf_iterator<char>(file), {}};
+fs::path RealDataTest::path(std::string_view name) {
+    return root() / name;
+}
+
+std::string RealDataTest::sText(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    EXPECT_TRUE(stream) << file;
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 std::vector<fs::path> RealDataTest::schemaPaths() {

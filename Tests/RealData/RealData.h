@@ -15,8 +15,11 @@ class RealDataTest : public ::testing::Test {
 protected:
     void SetUp() override;
 
-    /// The text of a file below the folder.
-    static std::string sText(const std::filesystem::path& path);
+    /// The path of a file or folder below the folder.
+    static std::filesystem::path path(std::string_view name);
+
+    /// The text of a file.
+    static std::string sText(const std::filesystem::path& file);
 
     /// The schemas, ordered by path.
     static std::vector<std::filesystem::path> schemaPaths();

@@ -57,15 +57,21 @@ std::vector<Configured> configuredAttributes(const SchemaPset& schema) {
     return all;
 }
 
+/// A text as a line shows it.
+std::string sGiven(const std::string& text) {
+    return text.empty() ? std::string(sRepresentation(ifc::def::xmlschema::ExpAttribute::NotGiven))
+                        : sOneLine(text);
+}
+
 std::string sConfig(const SchemaPset& schema, const std::vector<assert::AssertRecord>& reports) {
     const auto& config = *schema.pXmlSchemaConfig();
     const auto attributes = configuredAttributes(schema);
-    auto text = sTableLine("target namespace", sOneLine(config.getSchema().getTargetNamespace()));
-    text += sTableLine("prefix", sOneLine(config.getNamespace().getPrefix()));
-    text += sTableLine("alias", sOneLine(config.getNamespace().getAlias()));
+    auto text = sTableLine("target namespace", sGiven(config.getSchema().getTargetNamespace()));
+    text += sTableLine("prefix", sGiven(config.getNamespace().getPrefix()));
+    text += sTableLine("alias", sGiven(config.getNamespace().getAlias()));
     text += sTableLine("concrete", sRepresentation(config.getOption().getConcreteAttribute()));
     text += sTableLine("entity", sRepresentation(config.getOption().getEntityAttribute()));
-    text += sTableLine("uos element", sOneLine(config.getUosElement().getName()));
+    text += sTableLine("uos element", sGiven(config.getUosElement().getName()));
     text +=
         sTableLine("records", fmt::format("{} of attributes, {} of inverses", config.getAttributes().size(),
                                           config.getAttributesInverse().size()));

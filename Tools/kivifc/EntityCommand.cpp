@@ -14,13 +14,13 @@ namespace kiv::kivifc {
 namespace {
 
 constexpr const char* Footer =
-    "The last argument is the entity, in any letter case. Attributes, inverses and rules stand under the "
-    "entity\n"
-    "that declares them, from the topmost supertype down. Behind an attribute stands what its type resolves "
-    "to\n"
-    "and, in braces, how the configuration has it written. The sets are those that name the entity or one "
-    "of\n"
-    "its supertypes, by context in the order of the search.\n"
+    "The last argument is the entity, in any letter case. Attributes, explicit, derived and inverse, and "
+    "rules\n"
+    "stand under the entity that declares them, from the topmost supertype down. Behind an attribute stands "
+    "what\n"
+    "its type resolves to and, in braces, how the configuration has it written. The sets are those that name "
+    "the\n"
+    "entity or one of its supertypes, by context in the order of the search.\n"
     "\n"
     "Exit status: 0 the entity is told, 1 there is no such entity, 2 a file could not be read.";
 

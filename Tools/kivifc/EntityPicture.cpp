@@ -1,5 +1,6 @@
 #include "kivifc/EntityPicture.h"
 
+#include "Host/KivAscii.h"
 #include "kivifc/ConfigFile.h"
 #include "kivifc/ExpressionText.h"
 #include "kivifc/OneLine.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -29,6 +31,7 @@ std::vector<const Entity*> lineOf(const Entity& entity) {
 
 std::string sNames(const std::vector<const Entity*>& entities, const char* separator) {
     std::vector<std::string_view> names;
+    names.reserve(entities.size());
     for (const auto* entity : entities)
         names.push_back(entity->getName());
     return fmt::format("{}", fmt::join(names, separator));
@@ -44,7 +47,7 @@ std::string sRepresented(const Attribute& attribute) {
 /// As written; behind it what that resolves to, when that says more.
 std::string sTyped(const Attribute& attribute) {
     const auto text = std::string(attribute.getTypeText());
-    const auto resolved = sTypeResolved(attribute.pFirstType());
+    auto resolved = sTypeResolved(attribute.pFirstType());
     if (resolved.starts_with(text))
         return resolved;
     return fmt::format("{} -> {}", text, resolved);
@@ -55,15 +58,59 @@ std::string sAttribute(const Attribute& attribute) {
                        sTyped(attribute), sRepresented(attribute));
 }
 
-/// The attribute that refers back, by the entity that declares it.
+/// An attribute by the entity that declares it; empty for null.
+std::string sDeclared(const Attribute* attribute) {
+    return attribute ? fmt::format("{}.{}", attribute->getEntity().getName(), attribute->getName())
+                     : std::string();
+}
+
+/// The attribute that refers back.
 std::string sReferred(const AttributeInverse& inverse) {
-    const auto* attribute = inverse.pReferredAttribute();
-    return attribute ? fmt::format("{}.{}", attribute->getEntity().getName(), attribute->getName()) : "?";
+    const auto declared = sDeclared(inverse.pReferredAttribute());
+    return declared.empty() ? "?" : declared;
 }
 
 std::string sInverse(const AttributeInverse& inverse) {
     return fmt::format("{} : {} FOR {} -> {}{}", inverse.getName(), inverse.getTypeText(),
                        inverse.getForAttributeName(), sReferred(inverse), sRepresented(inverse));
+}
+
+/// The text on one line: blanks and tabs in a row become one blank, but those in a literal stay.
+std::string sSpaced(std::string_view text) {
+    std::string line;
+    bool isLiteral = false;
+    for (const char byte : text) {
+        const bool isBlank = !isLiteral && (byte == ' ' || byte == '\t');
+        isLiteral ^= byte == '\'';
+        if (!isBlank)
+            line += byte;
+        else if (!line.empty() && line.back() != ' ')
+            line += ' ';
+    }
+    return line;
+}
+
+/// What a derived attribute is made of, as the schema writes it.
+struct Derivation {
+    explicit Derivation(const DeriveValue& value) {
+        constexpr std::string_view Assign = ":=";
+        const auto rest = value.getRest();
+        const auto end = std::min(rest.find(Assign), rest.size());
+        type = sPart(rest.substr(0, end));
+        expression = sPart(rest.substr(std::min(end + Assign.size(), rest.size())));
+    }
+
+    std::string type;
+    std::string expression;
+
+private:
+    static std::string sPart(std::string_view text) { return sSpaced(ascii::trimmed(text, " \t;")); }
+};
+
+std::string sDerived(const DeriveValue& value) {
+    const Derivation derivation(value);
+    return fmt::format("{} : {}{}{}", value.getName(), derivation.type,
+                       derivation.expression.empty() ? "" : " := ", derivation.expression);
 }
 
 using Lines = std::vector<std::string>;
@@ -72,6 +119,15 @@ Lines attributeLines(const Entity& entity) {
     Lines lines;
     for (const auto& attribute : entity.getAttributes())
         lines.push_back(sAttribute(attribute));
+    return lines;
+}
+
+Lines derivedLines(const Entity& entity) {
+    Lines lines;
+    if (entity.pDerive()) {
+        for (const auto& value : entity.pDerive()->getValues())
+            lines.push_back(sDerived(value));
+    }
     return lines;
 }
 
@@ -114,13 +170,30 @@ std::string sSection(const char* title, const std::vector<const Entity*>& line,
     return text.empty() ? text : fmt::format("{}\n{}", title, text);
 }
 
+/// The text, or null when there is none.
+Json textJson(const std::string& text) {
+    return text.empty() ? Json(nullptr) : Json(text);
+}
+
 template <class Attribute>
 Json attributeHeadJson(const Attribute& attribute) {
-    const auto configured = sConfigured(attribute);
     return {{"entity", attribute.getEntity().getName()},
             {"name", attribute.getName()},
             {"type", attribute.getTypeText()},
-            {"representation", configured.empty() ? Json(nullptr) : Json(configured)}};
+            {"representation", textJson(sConfigured(attribute))}};
+}
+
+void vDerivedAdd(const Entity& entity, Json& json) {
+    if (!entity.pDerive())
+        return;
+    for (const auto& value : entity.pDerive()->getValues()) {
+        const Derivation derivation(value);
+        json["derived"].push_back({{"entity", entity.getName()},
+                                   {"name", value.getName()},
+                                   {"type", derivation.type},
+                                   {"expression", derivation.expression},
+                                   {"redeclares", textJson(sDeclared(value.pRedeclared()))}});
+    }
 }
 
 void vAttributesAdd(const Entity& entity, Json& json) {
@@ -133,7 +206,7 @@ void vAttributesAdd(const Entity& entity, Json& json) {
     for (const auto& inverse : entity.getAttributesInverse()) {
         auto head = attributeHeadJson(inverse);
         head["for"] = inverse.getForAttributeName();
-        head["refersTo"] = inverse.pReferredAttribute() ? Json(sReferred(inverse)) : Json(nullptr);
+        head["refersTo"] = textJson(sDeclared(inverse.pReferredAttribute()));
         json["inverses"].push_back(std::move(head));
     }
 }
@@ -162,6 +235,7 @@ std::string sEntityPicture(const Entity& entity) {
     if (!entity.getSubtypes().empty())
         text += sTableLine("subtypes", sNames(entity.getSubtypes(), ", "));
     text += sSection("attributes", line, attributeLines);
+    text += sSection("derived", line, derivedLines);
     text += sSection("inverses", line, inverseLines);
     text += sSection("unique", line, uniqueLines);
     return text + sSection("where", line, whereLines);
@@ -169,13 +243,14 @@ std::string sEntityPicture(const Entity& entity) {
 
 Json entityPictureJson(const Entity& entity) {
     Json json{{"name", entity.getName()}, {"abstract", entity.isAbstract()}};
-    for (const char* list : {"line", "subtypes", "attributes", "inverses", "unique", "where"})
+    for (const char* list : {"line", "subtypes", "attributes", "derived", "inverses", "unique", "where"})
         json[list] = Json::array();
     for (const auto* subtype : entity.getSubtypes())
         json["subtypes"].push_back(subtype->getName());
     for (const auto* each : lineOf(entity)) {
         json["line"].push_back(each->getName());
         vAttributesAdd(*each, json);
+        vDerivedAdd(*each, json);
         vRulesAdd(*each, json);
     }
     return json;

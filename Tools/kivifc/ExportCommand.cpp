@@ -22,7 +22,9 @@ constexpr const char* Footer =
     "A set is written to DIR/SET.xml, one of the context NAME of a host to DIR/NAME/SET.xml. In file names "
     "each\n"
     "control character, each of / \\ : * ? \" < > | % and a dot at the beginning becomes %XX, its number in\n"
-    "hexadecimal digits; an empty name becomes %.\n"
+    "hexadecimal digits; an empty name becomes %. A name of more than 200 bytes is cut, and ends in %~ and "
+    "a\n"
+    "checksum.\n"
     "\n"
     "A file is replaced only when an export wrote it and nobody changed it since, which the comment at its "
     "end\n"
@@ -31,7 +33,9 @@ constexpr const char* Footer =
     "does not write, the GUID, template type and version of a set, is not in the files, and\n"
     "the aliases of names come as nameAliases, which is not read again.\n"
     "\n"
-    "Exit status: 0 all sets are written, 1 there is none, 2 a file could not be read, written or replaced.";
+    "Exit status: 0 all sets are written, 1 sets were refused or left out, or there is none, 2 a file could "
+    "not\n"
+    "be read, written or replaced.";
 
 std::string sDocument(const defs::SetDef& set, const defs::ExtraExportInfo& info) {
     xml::Document document;
@@ -48,7 +52,7 @@ std::string sDocument(const defs::SetDef& set, const defs::ExtraExportInfo& info
 class Exporter {
 public:
     Exporter(Console& console, std::string folder, const defs::ExtraExportInfo& info, bool isForced) :
-        console_(console), folder_(std::move(folder)), info_(info), isForced_(isForced) {}
+        console_(console), folder_(std::move(folder)), info_(info), files_(isForced) {}
 
     void vContextExport(const ifc::def::SchemaPset::Context& context,
                         const ifc::def::SchemaPropertySetDefinitions& definitions) {
@@ -63,7 +67,7 @@ public:
 private:
     void vSetExport(const ifc::def::SchemaPset::Context& context, const fs::path& path,
                     const defs::SetDef& set) {
-        if (const auto failure = sExportFileWrite(path, sDocument(set, info_), isForced_); !failure.empty())
+        if (const auto failure = files_.sWrite(path, sDocument(set, info_)); !failure.empty())
             return console_.diagnostics.vFail(path.string(), failure);
         written_.push_back(
             {{"set", set.getName()}, {"context", contextJson(context)}, {"path", path.string()}});
@@ -72,7 +76,7 @@ private:
     Console& console_;
     std::string folder_;
     const defs::ExtraExportInfo& info_;
-    bool isForced_;
+    ExportFiles files_;
     Json written_ = Json::array();
 };
 
@@ -83,7 +87,10 @@ void ExportCommand::vOptionsAdd(CLI::App& app) {
     app.add_option("SETS", setPaths_, SetsDescription)->required();
     app.add_option("--out", folder_, "The folder to write to; it is made when it is not there")
         ->type_name("DIR")
-        ->required();
+        ->required()
+        ->check([](const std::string& folder) {
+            return std::string(folder.empty() ? "no folder is named" : "");
+        });
     app.add_flag("--generate-guids", guidsAsked_, "Write a new GUID for each member that has none");
     app.add_flag("--basetype", baseTypesAsked_, "Tell what the defined types of properties are made of");
     app.add_flag("--force", isForced_, "Replace files that no export wrote as well");
@@ -102,7 +109,7 @@ void ExportCommand::vRun(Console& console) {
     store->schema.schema->forEachDefinition(
         [&](const auto& context, const auto& definitions) { exporter.vContextExport(context, definitions); },
         {});
-    if (exporter.getWritten().empty())
+    if (exporter.getWritten().empty() || store->setsUnused != 0)
         console.diagnostics.vFinding();
     if (jsonAsked_)
         return vJsonWrite(exporter.getWritten(), console.output);

@@ -103,7 +103,7 @@ void SchemaCommand::vTreeShow(const SchemaFile& file, Console& console) const {
 }
 
 void SchemaCommand::vSummaryShow(const SchemaFile& file, Console& console) const {
-    console.output.vWrite(sSchemaSummary(file, InheritanceTree(*file.schema)));
+    console.output.vWrite(sSchemaSummary(file, InheritanceTree(*file.schema), assertionsAsked_));
     if (!assertionsAsked_)
         return;
     for (const auto& record : file.assertions)

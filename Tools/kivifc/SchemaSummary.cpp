@@ -88,8 +88,8 @@ std::string sAttributes(const SchemaCounts& counts) {
                        counts.attributesRedeclared);
 }
 
-std::string sAssertions(std::size_t count) {
-    return fmt::format("{}{}", count, count == 0 ? "" : " (--assertions lists them)");
+std::string sAssertions(std::size_t count, bool areListed) {
+    return fmt::format("{}{}", count, count == 0 || areListed ? "" : " (--assertions lists them)");
 }
 
 } // namespace
@@ -106,7 +106,7 @@ SchemaCounts schemaCounts(const SchemaFile& file, const InheritanceTree& tree) {
     return counts;
 }
 
-std::string sSchemaSummary(const SchemaFile& file, const InheritanceTree& tree) {
+std::string sSchemaSummary(const SchemaFile& file, const InheritanceTree& tree, bool areAssertionsListed) {
     const auto counts = schemaCounts(file, tree);
     return sTableLine("schema", sOneLine(file.schema->getName())) +
            sTableLine("types", fmt::format("{}", counts.types)) +
@@ -117,7 +117,7 @@ std::string sSchemaSummary(const SchemaFile& file, const InheritanceTree& tree) 
            sTableLine("WHERE rules", sWhereRules(counts)) +
            sTableLine("UNIQUE rules", fmt::format("{}", counts.uniqueRules)) +
            sTableLine("tree", fmt::format("{} roots, {} levels", counts.roots, counts.depth)) +
-           sTableLine("assertions", sAssertions(file.assertions.size())) +
+           sTableLine("assertions", sAssertions(file.assertions.size(), areAssertionsListed)) +
            sTableLine("time", sMilliseconds(file.time));
 }
 

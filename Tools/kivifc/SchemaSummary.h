@@ -1,6 +1,6 @@
 /// What a schema holds, in numbers.
 ///
-///     output.vWrite(sSchemaSummary(file));
+///     output.vWrite(sSchemaSummary(file, InheritanceTree(*file.schema), false));
 #pragma once
 
 #include "Format/Ifc/Def/Schema/IfcSchema.h"
@@ -38,7 +38,7 @@ struct SchemaCounts {
 
 SchemaCounts schemaCounts(const SchemaFile& file, const InheritanceTree& tree);
 
-/// The numbers as lines of text.
-std::string sSchemaSummary(const SchemaFile& file, const InheritanceTree& tree);
+/// The numbers as lines of text; how to have the assertions listed is said when they are not.
+std::string sSchemaSummary(const SchemaFile& file, const InheritanceTree& tree, bool areAssertionsListed);
 
 } // namespace kiv::kivifc

@@ -58,15 +58,19 @@ public:
 private:
     void vSetAdd(std::unique_ptr<SetDef> set, SetDocument& document) {
         if (const auto* present = definitions_.getXmlSetFromName(set->getName())) {
-            return diagnostics_.vNote(document.path,
-                                      fmt::format("the set \"{}\" is left out: {} has one of that name",
-                                                  set->getName(), store_.paths.at(present)));
+            return vUnusedTell(document, fmt::format("the set \"{}\" is left out: {} has one of that name",
+                                                     set->getName(), store_.paths.at(present)));
         }
         const auto* const added = set.get();
         if (definitions_.xmlSetAdd(*store_.schema.schema, std::move(set), document.errors))
             store_.paths.emplace(added, document.path);
         else
-            diagnostics_.vNote(document.path, sRefusal(*added, document.errors));
+            vUnusedTell(document, sRefusal(*added, document.errors));
+    }
+
+    void vUnusedTell(const SetDocument& document, const std::string& reason) {
+        ++store_.setsUnused;
+        diagnostics_.vNote(document.path, reason);
     }
 
     Store& store_;
@@ -75,10 +79,15 @@ private:
 };
 
 std::map<Context, std::vector<std::string>> pathsByContext(const std::string& schemaName,
-                                                           const std::vector<std::string>& sets) {
+                                                           const std::vector<std::string>& sets,
+                                                           Diagnostics& diagnostics) {
     std::map<Context, std::vector<std::string>> paths;
     for (const auto& argument : sets) {
         const auto end = contextNameEnd(argument);
+        if (end != std::string::npos && end + 1 == argument.size()) {
+            diagnostics.vFail(argument, "no path behind the name of the context");
+            continue;
+        }
         const auto name = end == std::string::npos ? schemaName : argument.substr(0, end);
         paths[{name, name == schemaName}].push_back(end == std::string::npos ? argument
                                                                              : argument.substr(end + 1));
@@ -97,9 +106,10 @@ std::optional<Store> storeRead(const std::string& schemaPath, const std::vector<
     auto schema = schemaFileRead(schemaPath, diagnostics);
     if (!schema)
         return std::nullopt;
-    Store store{std::move(*schema), {}};
+    Store store{std::move(*schema), {}, 0};
     auto& registry = ifc::def::SchemaContextAndPropertySetDefinitions::instance();
-    for (auto& [context, paths] : pathsByContext(std::string(store.schema.schema->getName()), sets)) {
+    for (auto& [context, paths] :
+         pathsByContext(std::string(store.schema.schema->getName()), sets, diagnostics)) {
         Collection collection(store, diagnostics);
         for (const auto& path : setPathsCollect(paths, diagnostics))
             collection.vDocumentAdd(path);

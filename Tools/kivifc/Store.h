@@ -12,6 +12,7 @@
 #include "kivifc/Json.h"
 #include "kivifc/SchemaFile.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -28,6 +29,8 @@ struct Store {
     SchemaFile schema;
     /// The document of each set.
     std::unordered_map<const ifc::def::xml::SetDef*, std::string> paths;
+    /// How many sets were read and not taken: they were refused, or others of their names came first.
+    std::size_t setsUnused = 0;
 };
 
 /// Whether an argument stands for sets: a path that exists, or NAME=PATH.

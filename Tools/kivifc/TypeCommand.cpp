@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <fmt/format.h>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -28,17 +29,25 @@ constexpr const char* Footer =
     "is\n"
     "neither sets nor a question.";
 
-/// Paths that do not exist are told apart from questions: names have no strokes, and questions have a dot.
-bool isQuestion(const std::string& argument) {
-    return argument.find('.') != std::string::npos && argument.find('/') == std::string::npos;
+/// Paths that do not exist are told apart from questions: those have a dot, and a stroke only in what they ask of a
+/// set or an entity that is there.
+bool isQuestion(const std::string& argument, const SchemaPset& schema) {
+    const auto dot = argument.find('.');
+    if (dot == std::string::npos)
+        return false;
+    if (argument.find('/') == std::string::npos)
+        return true;
+    const auto owner = argument.substr(0, dot);
+    return schema.pXmlSetFromName(owner, {}) || schema.pObjectFromName(owner);
 }
 
 std::string sNoMember(const ifc::def::xml::SetDef& set, std::string_view member) {
     std::vector<std::string_view> names;
-    for (const auto* def : setMembers(set))
+    for (const auto* def : setMembers(set)) {
+        if (def->getName() == member)
+            return def->getEntityName().empty() ? "it has no type" : "what is of its kind has no single type";
         names.push_back(def->getName());
-    if (std::ranges::find(names, member) != names.end())
-        return "what is of its kind has no single type";
+    }
     return sNoName("member", member, names);
 }
 
@@ -67,6 +76,12 @@ std::string sNoValue(const SchemaPset& schema, const std::string& question) {
     return sNoName("set or entity", owner, names);
 }
 
+/// The line of an answer. The name of a type may be empty in a document, which is a value all the same.
+std::string sAnswer(const std::string& question, const std::optional<std::string>& type) {
+    const auto text = type && type->empty() ? R"("")" : sOneLine(type.value_or("no value"));
+    return fmt::format("{}  {}\n", sOneLine(question), text);
+}
+
 } // namespace
 
 void TypeCommand::vOptionsAdd(CLI::App& app) {
@@ -78,9 +93,9 @@ void TypeCommand::vOptionsAdd(CLI::App& app) {
 
 void TypeCommand::vRun(Console& console) {
     std::vector<std::string> questions = arguments_;
-    const auto middle = std::ranges::stable_partition(questions, isSetsArgument);
-    const std::vector<std::string> sets(questions.begin(), middle.begin());
-    questions.erase(questions.begin(), middle.begin());
+    const auto middle = std::stable_partition(questions.begin(), questions.end(), isSetsArgument);
+    const std::vector<std::string> sets(questions.begin(), middle);
+    questions.erase(questions.begin(), middle);
     if (questions.empty())
         return console.diagnostics.vFail("command line", "a question is missing; see kivifc type --help");
     const auto store = storeRead(schemaPath_, sets, console.diagnostics);
@@ -88,7 +103,7 @@ void TypeCommand::vRun(Console& console) {
         return;
     Json answers = Json::array();
     for (const auto& question : questions) {
-        if (!isQuestion(question)) {
+        if (!isQuestion(question, *store->schema.schema)) {
             console.diagnostics.vFail(question, "neither an existing path nor a question such as Set.Member");
             continue;
         }
@@ -96,8 +111,7 @@ void TypeCommand::vRun(Console& console) {
         if (jsonAsked_)
             answers.push_back({{"question", question}, {"type", type ? Json(*type) : Json(nullptr)}});
         else
-            console.output.vWrite(
-                fmt::format("{}  {}\n", sOneLine(question), sOneLine(type.value_or("no value"))));
+            console.output.vWrite(sAnswer(question, type));
         if (type)
             continue;
         console.diagnostics.vFinding();

@@ -1,8 +1,13 @@
 #include "KivifcRun.h"
 #include "TemporaryFolder.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace kiv::kivifc::test {
 
@@ -29,6 +34,12 @@ TEST(CommandLine, HelpNamesTheCommandsAndTheExitStatus) {
 TEST(CommandLine, EachCommandHasItsOwnHelp) {
     EXPECT_THAT(kivifcRun({"schema", "--help"}).out, HasSubstr("--tree"));
     EXPECT_THAT(kivifcRun({"check", "--help"}).out, HasSubstr("--warnings"));
+    EXPECT_THAT(kivifcRun({"type", "--help"}).out, HasSubstr("QUESTION"));
+    EXPECT_THAT(kivifcRun({"entity", "--help"}).out, HasSubstr("--config"));
+    EXPECT_THAT(kivifcRun({"sets", "--help"}).out, HasSubstr("--unrestricted"));
+    EXPECT_THAT(kivifcRun({"find", "--help"}).out, HasSubstr("GUID"));
+    EXPECT_THAT(kivifcRun({"export", "--help"}).out, HasSubstr("--generate-guids"));
+    EXPECT_THAT(kivifcRun({"config", "--help"}).out, HasSubstr("CONFIG"));
 }
 
 struct BadCommandLine {
@@ -65,6 +76,148 @@ INSTANTIATE_TEST_SUITE_P(
                     BadCommandLine{{"check", "Building.exp", "Sets", "--json", "--format", "report"},
                                    "--json"},
                     BadCommandLine{{"check", "Building.exp", "Sets", "--report"}, "--report"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    LookUps, BadCommandLines,
+    testing::Values(
+        BadCommandLine{{"type"}, "FILE"}, BadCommandLine{{"type", "Building.exp"}, "QUESTION"},
+        BadCommandLine{{"type", "Building.exp", "Sets"}, "a question is missing"},
+        BadCommandLine{{"type", "Building.exp", "BldWall.Name", "--frob"}, "--frob"},
+        BadCommandLine{{"entity"}, "FILE"}, BadCommandLine{{"entity", "Building.exp"}, "NAME"},
+        BadCommandLine{{"entity", "Building.exp", "BldWall", "--config"}, "--config"},
+        BadCommandLine{{"entity", "Building.exp", "BldWall", "--frob"}, "--frob"},
+        BadCommandLine{{"sets"}, "FILE"}, BadCommandLine{{"sets", "Building.exp"}, "SETS"},
+        BadCommandLine{{"sets", "Building.exp", "Sets"}, "--entity"},
+        BadCommandLine{{"sets", "Building.exp", "Sets", "--entity"}, "--entity"},
+        BadCommandLine{{"sets", "Building.exp", "Sets", "--entity", "BldWall", "--frob"}, "--frob"},
+        BadCommandLine{{"find"}, "FILE"}, BadCommandLine{{"find", "Building.exp"}, "NAME-OR-GUID"},
+        BadCommandLine{{"find", "Building.exp", "Sets", "Pset_BldWall", "--frob"}, "--frob"},
+        BadCommandLine{{"config"}, "FILE"}, BadCommandLine{{"config", "Building.exp"}, "CONFIG"},
+        BadCommandLine{{"config", "Building.exp", "a.xml", "b.xml"}, "b.xml"},
+        BadCommandLine{{"config", "Building.exp", "a.xml", "--frob"}, "--frob"},
+        BadCommandLine{{"export"}, "FILE"}, BadCommandLine{{"export", "Building.exp"}, "SETS"},
+        BadCommandLine{{"export", "Building.exp", "Sets"}, "--out"},
+        BadCommandLine{{"export", "Building.exp", "Sets", "--out"}, "--out"},
+        BadCommandLine{{"export", "Building.exp", "Sets", "--out", ""}, "no folder is named"},
+        BadCommandLine{{"export", "Building.exp", "Sets", "--out", "/dev/null", "--frob"}, "--frob"}));
+
+/// Arguments with which a command does its job. "OUT" stands for a folder of the test's own.
+using Arguments = std::vector<std::string>;
+
+/// The commands that take sets, which stand behind the schema.
+const std::vector<Arguments> SetLookUpArguments{{"type", "Building.exp", "Sets", "Pset_BldWall.Mark"},
+                                                {"entity", "Building.exp", "Sets", "BldWall"},
+                                                {"sets", "Building.exp", "Sets", "--entity", "BldWall"},
+                                                {"find", "Building.exp", "Sets", "Pset_BldWall"},
+                                                {"export", "Building.exp", "Sets", "--out", "OUT"}};
+
+const Arguments ConfigArguments{"config", "Building.exp",
+                                "../../Tests/Tools/kivifc/Data/Building.config.xml"};
+
+std::string sTestName(const testing::TestParamInfo<Arguments>& row) {
+    return row.param.front();
+}
+
+class LookUps : public testing::TestWithParam<Arguments> {
+protected:
+    /// The arguments with the folder that "OUT" stands for.
+    Arguments arguments() const {
+        auto words = GetParam();
+        std::ranges::replace(words, "OUT", folder_.sPath("out"));
+        return words;
+    }
+
+    /// The same with further sets.
+    Arguments argumentsWith(const std::string& sets) const {
+        auto words = arguments();
+        words.insert(words.begin() + 3, sets);
+        return words;
+    }
+
+    const TemporaryFolder folder_;
+};
+
+class SetLookUps : public LookUps {};
+
+TEST_P(LookUps, DoTheirJobAndAreSilentOnStandardError) {
+    const auto run = kivifcRun(arguments());
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.out, "");
+    EXPECT_EQ(run.err, "");
+}
+
+TEST_P(LookUps, SchemaThatCannotBeReadIsTheOnlyFailure) {
+    struct Row {
+        const char* path;
+        const char* reason;
+    };
+    const Row rows[] = {{"none.exp", "No such file or directory"},
+                        {"Sets", "Is a directory"},
+                        {"Sets/Qto_BldAny.xml", "not a schema: no line with SCHEMA"}};
+    for (const auto& row : rows) {
+        auto words = arguments();
+        words[1] = row.path;
+        const auto run = kivifcRun(words);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.err, std::string("kivifc: ") + row.path + ": " + row.reason + "\n");
+    }
+}
+
+TEST_P(LookUps, FullDiskIsAFailureOfOneLine) {
+    for (const bool jsonAsked : {false, true}) {
+        auto words = arguments();
+        if (jsonAsked)
+            words.emplace_back("--json");
+        const auto run = kivifcRun(words, {.outputPath = "/dev/full"});
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.err, "kivifc: standard output: No space left on device\n");
+    }
+}
+
+/// Sets that cannot be had among good ones: one line tells of them, and the good ones are used.
+TEST_P(SetLookUps, SetsThatCannotBeReadAreOneLineAndTheOthersAreUsed) {
+    std::filesystem::create_directory(folder_.sPath("empty"));
+    folder_.sWrite("mixed/text.txt", "no document");
+    const auto open = folder_.sWrite("mixed/open.xml", "<PropertySetDef>");
+    struct Row {
+        std::string argument;
+        std::string line;
+    };
+    const Row rows[] = {
+        {folder_.sPath("empty"), folder_.sPath("empty") + ": no document (*.xml) in this folder"},
+        {"office=" + folder_.sPath("empty"), folder_.sPath("empty") + ": no document (*.xml) in this folder"},
+        {folder_.sPath("mixed"), open + ":1:17: no element found"},
+        {"office=" + open, open + ":1:17: no element found"},
+        {"office=", "office=: no path behind the name of the context"},
+        {"office=Setz", "Setz: No such file or directory"},
+        {"a=b=c", "b=c: No such file or directory"},
+    };
+    const auto good = kivifcRun(arguments());
+    for (const auto& row : rows) {
+        const auto run = kivifcRun(argumentsWith(row.argument));
+        EXPECT_EQ(run.status, 2) << row.argument;
+        EXPECT_EQ(run.out, good.out) << row.argument;
+        EXPECT_EQ(run.err, "kivifc: " + row.line + "\n");
+    }
+}
+
+TEST_P(SetLookUps, PathsThatAreNotThereAreFailures) {
+    // An argument that is no path is a question to the command that takes several of them.
+    const bool areQuestions = GetParam().front() == "type";
+    for (const std::string path : {"Setz", "=Sets", ""}) {
+        const auto run = kivifcRun(argumentsWith(path));
+        EXPECT_EQ(run.status, 2) << path;
+        EXPECT_EQ(run.err,
+                  "kivifc: " + path +
+                      (areQuestions ? ": neither an existing path nor a question such as Set.Member\n"
+                                    : ": No such file or directory\n"));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(WithSets, LookUps, testing::ValuesIn(SetLookUpArguments), sTestName);
+INSTANTIATE_TEST_SUITE_P(WithConfig, LookUps, testing::Values(ConfigArguments), sTestName);
+INSTANTIATE_TEST_SUITE_P(All, SetLookUps, testing::ValuesIn(SetLookUpArguments), sTestName);
 
 TEST(StandardOutput, FullDiskIsAFailure) {
     for (const auto& arguments : std::vector<std::vector<std::string>>{{"schema", "Building.exp"},

@@ -43,6 +43,22 @@ TEST(ConfigCommand, TellsWhatTheConfigurationSays) {
                        "reports          0\n");
 }
 
+TEST(ConfigCommand, WhatIsNotGivenIsSaid) {
+    const TemporaryFolder folder;
+    const auto run =
+        kivifcRun({"config", "Building.exp", folder.sWrite("config.xml", "<configuration id='BUILDING1'/>")});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "target namespace not given\n"
+                       "prefix           not given\n"
+                       "alias            not given\n"
+                       "concrete         not given\n"
+                       "entity           not given\n"
+                       "uos element      not given\n"
+                       "records          0 of attributes, 0 of inverses\n"
+                       "attributes       0\n"
+                       "reports          0\n");
+}
+
 TEST(ConfigCommand, ReportsAreStatusOne) {
     const TemporaryFolder folder;
     const auto path = sConfigWrite(folder, "OTHER");

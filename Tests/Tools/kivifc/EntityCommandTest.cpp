@@ -31,6 +31,9 @@ TEST(EntityCommand, ShowsTheWholePicture) {
                        "    Level : INTEGER\n"
                        "    Elevation : OPTIONAL BldLengthMeasure = IfcLengthMeasure = REAL\n"
                        "    ClearHeight : BldPositiveLength = BldLengthMeasure = IfcLengthMeasure = REAL\n"
+                       "derived\n"
+                       "  BldStorey\n"
+                       "    Ceiling : BldLengthMeasure := NVL(Elevation, 0.0) + ClearHeight\n"
                        "inverses\n"
                        "  BldObject\n"
                        "    PartOf : SET [0:1] OF BldRelContains FOR Targets -> BldRelation.Targets\n"
@@ -52,6 +55,54 @@ TEST(EntityCommand, ShowsTheWholePicture) {
                        "sets\n"
                        "  BUILDING1 (standard)\n"
                        "    Pset_BldStorey  property set, members: 2, applies to BldStorey\n");
+}
+
+/// A schema with one entity that derives as these lines say.
+std::string sDerivingSchema(const std::string& lines) {
+    return "SCHEMA S;\nENTITY Deriving;\n\tLength : REAL;\n DERIVE\n" + lines + "END_ENTITY;\nEND_SCHEMA;\n";
+}
+
+TEST(EntityCommand, DerivedAttributesAreShownOnOneLineEach) {
+    struct Row {
+        const char* lines;
+        const char* shown;
+        const char* type;
+        const char* expression;
+        const char* redeclares;
+    };
+    const Row rows[] = {
+        {"\tA : REAL := Length;\n", "A : REAL := Length", "REAL", "Length", nullptr},
+        {"\tA : LIST [1:3] OF REAL  :=\n\t\t[Length,\n\t\t 2.0];\n",
+         "A : LIST [1:3] OF REAL := [Length, 2.0]", "LIST [1:3] OF REAL", "[Length, 2.0]", nullptr},
+        {"\tA : STRING := 'it''s  here ;';\n", "A : STRING := 'it''s  here ;'", "STRING", "'it''s  here ;'",
+         nullptr},
+        {"\tA : BOOLEAN := SELF :=: SELF;\n", "A : BOOLEAN := SELF :=: SELF", "BOOLEAN", "SELF :=: SELF",
+         nullptr},
+        {"\tSELF\\Deriving.Length : REAL := 1.0;\n", "SELF\\Deriving.Length : REAL := 1.0", "REAL", "1.0",
+         "Deriving.Length"},
+        {"\tA : REAL;\n", "A : REAL", "REAL", "", nullptr},
+    };
+    for (const auto& row : rows) {
+        const TemporaryFolder folder;
+        const auto path = folder.sWrite("s.exp", sDerivingSchema(row.lines));
+        EXPECT_THAT(kivifcRun({"entity", path, "Deriving"}).out,
+                    HasSubstr(std::string("derived\n  Deriving\n    ") + row.shown + "\n"));
+        const auto json =
+            nlohmann::json::parse(kivifcRun({"entity", path, "Deriving", "--json"}).out)["derived"];
+        ASSERT_EQ(json.size(), 1U) << row.lines;
+        EXPECT_EQ(json[0]["entity"], "Deriving");
+        EXPECT_EQ(json[0]["type"], row.type) << row.lines;
+        EXPECT_EQ(json[0]["expression"], row.expression) << row.lines;
+        EXPECT_EQ(json[0]["redeclares"],
+                  row.redeclares ? nlohmann::json(row.redeclares) : nlohmann::json(nullptr))
+            << row.lines;
+    }
+}
+
+TEST(EntityCommand, EntityThatDerivesNothingHasNoSuchSection) {
+    EXPECT_EQ(kivifcRun({"entity", "Building.exp", "BldUnit"}).out.find("derived"), std::string::npos);
+    const auto json = nlohmann::json::parse(kivifcRun({"entity", "Building.exp", "BldUnit", "--json"}).out);
+    EXPECT_EQ(json["derived"], nlohmann::json::array());
 }
 
 TEST(EntityCommand, ConfigurationAddsRepresentations) {

@@ -1,6 +1,5 @@
 #include "KivifcRun.h"
 #include "TemporaryFolder.h"
-#include "kivifc/ExportFile.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -83,8 +82,6 @@ TEST(ExportCommand, FolderInTheWayIsAFailureAndLeavesNothing) {
     EXPECT_EQ(run.status, 2);
     EXPECT_THAT(run.err, HasSubstr(": is a folder\n"));
     EXPECT_EQ(filesIn(folder.sPath("out")), 1U);
-    const auto file = folder.sWrite("file", "");
-    EXPECT_EQ(exportRun("Sets/Qto_BldAny.xml", file).status, 2);
 }
 
 TEST(ExportCommand, GuidsAndBaseTypesAreWrittenWhenAskedFor) {
@@ -100,16 +97,97 @@ TEST(ExportCommand, GuidsAndBaseTypesAreWrittenWhenAskedFor) {
     EXPECT_THAT(sExported({"--generate-guids"}), HasSubstr("ifdguid"));
 }
 
-TEST(ExportFile, NameBecomesOneThatNamesAFile) {
-    struct Row {
-        const char* name;
-        const char* file;
-    };
-    const Row rows[] = {{"Pset_Wall", "Pset_Wall"}, {"", "%"},         {".", "%2E"},         {"..", "%2E."},
-                        {"a/b", "a%2Fb"},           {"a\\b", "a%5Cb"}, {"a%2Fb", "a%252Fb"}, {"a.b", "a.b"},
-                        {"\n\x7F", "%0A%7F"},       {"Größe", "Größe"}};
-    for (const auto& row : rows)
-        EXPECT_EQ(sFileName(row.name), row.file);
+/// A property set of this name that applies to every class.
+std::string sSet(const std::string& name) {
+    return "<PropertySetDef><Name>" + name + "</Name></PropertySetDef>";
+}
+
+TEST(ExportCommand, NameOfASetCannotLeaveTheFolder) {
+    const TemporaryFolder folder;
+    folder.sWrite("sets/1.xml", sSet("../../x"));
+    folder.sWrite("sets/2.xml", sSet(".."));
+    folder.sWrite("sets/3.xml", sSet("/etc/x"));
+    folder.sWrite("sets/4.xml", sSet(""));
+    folder.sWrite("sets/5.xml", sSet(std::string(5000, 'x')));
+    const auto out = folder.sPath("out");
+    const auto run = exportRun(folder.sPath("sets"), out);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_THAT(linesOf(run.out),
+                testing::ElementsAre(out + "/%.xml", out + "/%2E..xml", out + "/%2E.%2F..%2Fx.xml",
+                                     out + "/%2Fetc%2Fx.xml", testing::StartsWith(out + "/xxx")));
+    EXPECT_EQ(filesIn(out), 5U);
+    EXPECT_EQ(filesIn(folder.sPath("")), 2U) << "the sets and the export";
+    EXPECT_THAT(kivifcRun({"check", "Building.exp", out}).out, HasSubstr("property sets    5\n"));
+}
+
+TEST(ExportCommand, ContextsWhoseFoldersAreOneAreToldAndTheFirstSetStays) {
+    const TemporaryFolder folder;
+    const auto out = folder.sPath("out");
+    std::filesystem::create_directories(out + "/OFFICE");
+    std::filesystem::create_directory_symlink("OFFICE", out + "/office");
+    const auto run = kivifcRun({"export", "Building.exp", "office=Sets/Qto_BldWall.xml",
+                                "OFFICE=Sets/Qto_BldWall.xml", "--out", out});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out, out + "/OFFICE/Qto_BldWall.xml\n");
+    EXPECT_EQ(run.err, "kivifc: " + out +
+                           "/office/Qto_BldWall.xml: was written just now, for a set whose name is the same "
+                           "to this file system\n");
+}
+
+TEST(ExportCommand, OutThatIsAFileIsAFailureForEachSetAndStays) {
+    const TemporaryFolder folder;
+    const auto out = folder.sWrite("out", "mine");
+    const auto run = exportRun("Sets/Qto_BldAny.xml", out, {"--force"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "kivifc: " + out + "/Qto_BldAny.xml: Not a directory\n");
+    EXPECT_EQ(sFileText(out), "mine");
+}
+
+TEST(ExportCommand, FileOfSomebodyElseIsLeftAndTheOthersAreWritten) {
+    const TemporaryFolder folder;
+    const auto out = folder.sPath("out");
+    folder.sWrite("out/Pset_BldWall.xml", "mine");
+    const auto run = exportRun("Sets", out);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(linesOf(run.out).size(), 9U);
+    EXPECT_EQ(run.err,
+              "kivifc: " + out +
+                  "/Pset_BldWall.xml: is there already and no unchanged export; --force replaces it\n");
+    EXPECT_EQ(sFileText(out + "/Pset_BldWall.xml"), "mine");
+}
+
+TEST(ExportCommand, SetThatIsNotWrittenIsAFinding) {
+    const TemporaryFolder folder;
+    const auto out = folder.sPath("out");
+    const auto refused =
+        kivifcRun({"export", "Building.exp", "Sets", "BrokenSets/Broken_Refused.xml", "--out", out});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(linesOf(refused.out).size(), 10U);
+    EXPECT_THAT(refused.err, HasSubstr("the set \"Pset_BrokenRefused\" is refused: "));
+    const auto repeated = kivifcRun(
+        {"export", "Building.exp", "Sets", folder.sWrite("z.xml", sSet("PSET_BLDWALL")), "--out", out});
+    EXPECT_EQ(repeated.status, 1);
+    EXPECT_EQ(linesOf(repeated.out).size(), 10U);
+    EXPECT_THAT(repeated.err, HasSubstr(" is left out: "));
+}
+
+TEST(ExportCommand, NoSetAtAllIsAFinding) {
+    const TemporaryFolder folder;
+    const auto run = exportRun("BrokenSets/Broken_Refused.xml", folder.sPath("out"), {"--json"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "[]\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.sPath("out")));
+}
+
+TEST(ExportCommand, ExportOfAnExportIsTheSameText) {
+    const TemporaryFolder folder;
+    const auto first = folder.sPath("first");
+    const auto second = folder.sPath("second");
+    exportRun("Sets/Pset_BldFlowPart.xml", first);
+    EXPECT_EQ(exportRun(first, second).status, 0);
+    EXPECT_EQ(sFileText(second + "/Pset_BldFlowPart.xml"), sFileText(first + "/Pset_BldFlowPart.xml"));
 }
 
 } // namespace

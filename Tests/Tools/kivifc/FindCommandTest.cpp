@@ -35,7 +35,8 @@ TEST(FindCommand, SetIsFoundByNameInAnyLetterCase) {
 }
 
 TEST(FindCommand, DefinitionIsFoundByGuidInEachOfItsForms) {
-    for (const auto* guid : {"a2c851be7790fb9fb2eef35896f4abca", "{A2C851BE-7790-FB9F-B2EE-F35896F4ABCA}"}) {
+    for (const auto* guid : {"a2c851be7790fb9fb2eef35896f4abca", "a2c851be-7790-fb9f-b2ee-f35896f4abca",
+                             "{A2C851BE-7790-FB9F-B2EE-F35896F4ABCA}", "2Yo56_Tv3xdxBkyrYMzAlA"}) {
         const auto run = findRun({guid});
         EXPECT_EQ(run.status, 0);
         EXPECT_EQ(run.out, "set              Qto_BldWall\n"
@@ -47,6 +48,25 @@ TEST(FindCommand, DefinitionIsFoundByGuidInEachOfItsForms) {
                            "definition       Length along the axis.\n"
                            "becomes          IfcQuantityLength\n");
     }
+}
+
+TEST(FindCommand, NullGuidFindsTheFirstDefinitionWithoutOne) {
+    EXPECT_THAT(findRun({"00000000000000000000000000000000"}).out,
+                HasSubstr("document         Sets/Pset_BldFlowPart.xml\n"
+                          "kind             property set\n"
+                          "member           Medium\n"
+                          "definition       What flows.\n"));
+}
+
+TEST(FindCommand, UnknownGuidIsStatusOneAndSuggestsNothing) {
+    const auto run = findRun({"a2c851be7790fb9fb2eef35896f4abcb"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "kivifc: not found: no set or GUID \"a2c851be7790fb9fb2eef35896f4abcb\"\n");
+}
+
+TEST(FindCommand, GuidOfASetIsNotLookedUp) {
+    EXPECT_EQ(findRun({"14fafcf30e160e477383a24adb6f66e9"}).status, 1);
 }
 
 TEST(FindCommand, HostsSetIsFoundBeforeTheStandardOne) {

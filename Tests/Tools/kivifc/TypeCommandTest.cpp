@@ -36,6 +36,8 @@ TEST(TypeCommand, NoValueIsStatusOneAndSaysWhy) {
         {"BldStandardWall.Heigt", R"(no attribute "Heigt"; did you mean "Height"?)"},
         {"Pset_BldStair.Landings", "what is of its kind has no single type"},
         {"Pset_BldSpace.Tenant", "what is of its kind has no single type"},
+        {"Pset_BldSubstance.Colour", "it has no type"},
+        {"Qto_BldStair.Effort", "it has no type"},
     };
     for (const auto& row : rows) {
         const auto run = kivifcRun({"type", "Building.exp", "Sets", row.question});
@@ -43,6 +45,12 @@ TEST(TypeCommand, NoValueIsStatusOneAndSaysWhy) {
         EXPECT_EQ(run.out, std::string(row.question) + "  no value\n");
         EXPECT_EQ(run.err, std::string("kivifc: ") + row.question + ": " + row.reason + "\n");
     }
+}
+
+TEST(TypeCommand, EmptyNameOfATypeIsAValueOneCanSee) {
+    const auto run = kivifcRun({"type", "Building.exp", "Sets", "Pset_BldSubstance.Origin"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "Pset_BldSubstance.Origin  \"\"\n");
 }
 
 TEST(TypeCommand, JsonHasNullForNoValue) {
@@ -81,6 +89,21 @@ TEST(TypeCommand, WhatIsNeitherSetsNorAQuestionIsAFailure) {
     }
     EXPECT_EQ(kivifcRun({"type", "Building.exp", "Sets"}).err,
               "kivifc: command line: a question is missing; see kivifc type --help\n");
+}
+
+TEST(TypeCommand, MemberMayHaveAStrokeInItsName) {
+    const TemporaryFolder folder;
+    const auto path = folder.sWrite(
+        "own.xml", "<PropertySetDef><Name>Own</Name><PropertyDefs><PropertyDef><Name>Width/Height</Name>"
+                   "<PropertyType><TypePropertySingleValue><DataType type='REAL'/></TypePropertySingleValue>"
+                   "</PropertyType></PropertyDef></PropertyDefs></PropertySetDef>");
+    EXPECT_EQ(kivifcRun({"type", "Building.exp", path, "own.Width/Height"}).out, "own.Width/Height  REAL\n");
+    for (const std::string argument : {"other.Width/Height", "./Setz", "../Setz/x.xml"}) {
+        const auto run = kivifcRun({"type", "Building.exp", path, argument});
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.err,
+                  "kivifc: " + argument + ": neither an existing path nor a question such as Set.Member\n");
+    }
 }
 
 TEST(TypeCommand, RefusedAndUnreadableSetsAreToldAndNotUsed) {
