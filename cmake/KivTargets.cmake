@@ -4,6 +4,8 @@
 add_library(KivFlags INTERFACE)
 target_compile_options(KivFlags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
                                           $<$<BOOL:${KIV_WERROR}>:-Werror>)
+# Nobody replaces single functions of our libraries by his own, so the compiler may inline exported ones.
+target_compile_options(KivFlags INTERFACE -fno-semantic-interposition)
 if(KIV_SANITIZE)
     target_compile_options(KivFlags INTERFACE -fsanitize=${KIV_SANITIZE} -fno-omit-frame-pointer
                                               -fno-sanitize-recover=all)

@@ -125,7 +125,7 @@ private:
         left_ = nullptr;
     }
 
-    void vListWrite(const std::vector<ExpressionPtr>& nodes) {
+    void vListWrite(const ExpressionList& nodes) {
         std::string_view separator;
         for (const auto& node : nodes) {
             text_ += separator;

@@ -26,7 +26,7 @@ Json nodeJson(const char* name) {
     return Json{{"node", name}};
 }
 
-Json listJson(const std::vector<ExpressionPtr>& expressions) {
+Json listJson(const ExpressionList& expressions) {
     Json list = Json::array();
     for (const auto& expression : expressions)
         list.push_back(expressionJson(*expression));

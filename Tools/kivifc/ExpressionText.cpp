@@ -52,7 +52,7 @@ std::string sWithin(const Expression& expression, Tightness asked) {
     return tightnessOf(expression) < asked ? '(' + text + ')' : text;
 }
 
-std::string sList(const std::vector<ExpressionPtr>& expressions) {
+std::string sList(const ExpressionList& expressions) {
     std::string text;
     for (const auto& expression : expressions)
         text.append(text.empty() ? "" : ", ").append(sExpression(*expression));

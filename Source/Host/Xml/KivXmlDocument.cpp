@@ -5,13 +5,6 @@
 
 namespace kiv::xml {
 
-namespace {
-
-/// Blocks double up to this size, so that small documents stay small and large ones need few blocks.
-constexpr std::size_t largestBlockSize = std::size_t{1} << 20;
-
-} // namespace
-
 std::string_view Arena::getJoined(std::string_view kept, std::string_view more, bool& isRoomy) {
     const std::size_t size = kept.size() + more.size();
     if (isRoomy && size <= std::bit_ceil(kept.size())) {
@@ -28,19 +21,6 @@ std::string_view Arena::getJoined(std::string_view kept, std::string_view more, 
     more.copy(joined + kept.size(), more.size());
     isRoomy = true;
     return {joined, size};
-}
-
-char* Arena::pAllocateInNewBlock(std::size_t size) {
-    vBlockAdd(size);
-    return std::exchange(at_, at_ + size);
-}
-
-void Arena::vBlockAdd(std::size_t size) {
-    const std::size_t blockSize = std::max(size, nextBlockSize_);
-    blocks_.push_back(std::make_unique_for_overwrite<char[]>(blockSize));
-    at_ = blocks_.back().get();
-    end_ = at_ + blockSize;
-    nextBlockSize_ = std::min(2 * nextBlockSize_, largestBlockSize);
 }
 
 DocumentRecords::DocumentRecords() {

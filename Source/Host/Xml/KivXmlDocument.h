@@ -5,68 +5,25 @@
 /// Ownership: the arena owns records and characters alike; they are freed together, without a walk.
 #pragma once
 
+#include "Host/KivArena.h"
+
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string_view>
-#include <type_traits>
-#include <utility>
-#include <vector>
 
 namespace kiv::xml {
 
 struct DocumentRecords;
 
-/// Memory that is handed out piece by piece and freed all at once.
-class Arena {
+/// The memory of one document.
+class Arena : public kiv::Arena {
 public:
-    /// A record; its destructor never runs.
-    template <typename Record, typename... Arguments>
-    Record* pMake(Arguments&&... arguments) {
-        static_assert(std::is_trivially_destructible_v<Record> &&
-                      alignof(Record) <= alignof(std::max_align_t));
-        char* const place = pAllocate(sizeof(Record), alignof(Record));
-        return std::construct_at(reinterpret_cast<Record*>(place), std::forward<Arguments>(arguments)...);
-    }
-
-    /// Room for `count` values, filled with the default value.
-    template <typename Value>
-    Value* pMakeArray(std::size_t count) {
-        static_assert(std::is_trivially_destructible_v<Value> && alignof(Value) <= alignof(std::max_align_t));
-        auto* const values = reinterpret_cast<Value*>(pAllocate(count * sizeof(Value), alignof(Value)));
-        std::uninitialized_value_construct_n(values, count);
-        return values;
-    }
-
-    std::string_view getCopy(std::string_view text) {
-        char* const place = pAllocate(text.size(), 1);
-        text.copy(place, text.size());
-        return {place, text.size()};
-    }
-
     /// `kept`, which lies in this arena, and `more` in one piece. Where `kept` was the last thing handed out
     /// it grows in place. Otherwise it moves to a place as large as the next power of two, and `isRoomy` is
     /// set; handed in with `kept` the next time, it lets the text grow there. So a text that comes in many
     /// pieces is copied a few times at most, whatever is made in between.
     std::string_view getJoined(std::string_view kept, std::string_view more, bool& isRoomy);
-
-private:
-    char* pAllocate(std::size_t size, std::size_t alignment) {
-        const std::size_t padding = (0 - reinterpret_cast<std::uintptr_t>(at_)) & (alignment - 1);
-        if (size + padding > getRoom())
-            return pAllocateInNewBlock(size);
-        return std::exchange(at_, at_ + padding + size) + padding;
-    }
-
-    char* pAllocateInNewBlock(std::size_t size);
-    void vBlockAdd(std::size_t size);
-    std::size_t getRoom() const { return static_cast<std::size_t>(end_ - at_); }
-
-    std::vector<std::unique_ptr<char[]>> blocks_;
-    char* at_ = nullptr;
-    char* end_ = nullptr;
-    std::size_t nextBlockSize_ = 8192;
 };
 
 enum class NodeKind : std::uint8_t { Document, Element, Attribute, Text, Comment, ProcessingInstruction };

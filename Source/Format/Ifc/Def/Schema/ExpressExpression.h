@@ -4,28 +4,40 @@
 ///     rule.expression->accept(printer);
 ///
 /// Ownership: every node owns its children; destroying a node destroys its subtree, however long its chains
-///            of operators are.
+///            of operators are. The trees of a schema lie in the schema's memory and are gone with it.
 /// Threads:   read-only once built.
 /// Errors:    none.
 #pragma once
 
 #include "Host/KivExport.h"
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
+
+namespace kiv {
+class Arena;
+}
 
 namespace kiv::ifc::def::schema {
 
+class Expression;
 class ExpressionVisitor;
 
-/// Base of all nodes.
+/// Destroys a tree that stands for itself; one that lies in an arena goes with the arena, without a walk.
+struct KIV_EXPORT ExpressionDelete {
+    void operator()(Expression* node) const noexcept;
+};
+
+using ExpressionPtr = std::unique_ptr<Expression, ExpressionDelete>;
+
+/// Base of all nodes. The constructors of nodes take the arena that the node is being made in, null when it stands for
+/// itself.
 class KIV_EXPORT Expression {
 public:
-    Expression() = default;
     Expression(const Expression&) = delete;
     Expression& operator=(const Expression&) = delete;
     virtual ~Expression();
@@ -34,16 +46,56 @@ public:
     virtual void accept(ExpressionVisitor& visitor) const = 0;
 
 protected:
+    explicit Expression(const Arena* arena) : isInArena_(arena != nullptr) {}
+
     /// Destroys the leftmost chain below a node one by one: it is as long as the text likes, too long to
     /// recurse on.
-    static void vChainDestroy(std::unique_ptr<Expression> node);
+    static void vChainDestroy(ExpressionPtr node);
 
 private:
+    friend struct ExpressionDelete;
+
     /// Hands over the child that continues the leftmost chain; null in nodes that end it.
-    virtual std::unique_ptr<Expression> pChainTake();
+    virtual ExpressionPtr pChainTake();
+
+    bool isInArena_;
 };
 
-using ExpressionPtr = std::unique_ptr<Expression>;
+inline void ExpressionDelete::operator()(Expression* node) const noexcept {
+    if (!node->isInArena_)
+        delete node;
+}
+
+/// The text of a node: its own, or in an arena that of the rule, which lives as long.
+class KIV_EXPORT ExpressionText {
+public:
+    ExpressionText(std::string_view text, const Arena* arena);
+
+    std::string_view getView() const { return view_; }
+
+private:
+    std::unique_ptr<char[]> own_;
+    std::string_view view_;
+};
+
+/// The children of a node that may have any number of them, none of them null.
+class KIV_EXPORT ExpressionList {
+public:
+    /// Takes the nodes.
+    ExpressionList(std::span<ExpressionPtr> nodes, Arena* arena);
+
+    std::size_t size() const { return nodes_.size(); }
+    bool empty() const { return nodes_.empty(); }
+    const ExpressionPtr* begin() const { return nodes_.data(); }
+    const ExpressionPtr* end() const { return nodes_.data() + nodes_.size(); }
+    const ExpressionPtr& operator[](std::size_t index) const { return nodes_[index]; }
+    /// Throws std::out_of_range when there is no such node.
+    const ExpressionPtr& at(std::size_t index) const;
+
+private:
+    std::unique_ptr<ExpressionPtr[]> own_;
+    std::span<const ExpressionPtr> nodes_;
+};
 
 enum class UnaryOperator : std::uint32_t { Plus = 0, Minus = 1, Not = 2 };
 
@@ -82,7 +134,7 @@ enum class Qualifier : std::uint32_t { None = 0, Group = 1, Attribute = 2, Index
 /// A prefix operator and its operand.
 class KIV_EXPORT UnaryExpression final : public Expression {
 public:
-    UnaryExpression(UnaryOperator op, ExpressionPtr operand);
+    UnaryExpression(UnaryOperator op, ExpressionPtr operand, Arena* arena);
     ~UnaryExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
@@ -97,7 +149,7 @@ private:
 /// left operator right. Chains of operators grow to the left.
 class KIV_EXPORT BinaryExpression final : public Expression {
 public:
-    BinaryExpression(ExpressionPtr left, BinaryOperator op, ExpressionPtr right);
+    BinaryExpression(ExpressionPtr left, BinaryOperator op, ExpressionPtr right, Arena* arena);
     ~BinaryExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
@@ -115,7 +167,7 @@ private:
 
 class KIV_EXPORT ConstantExpression final : public Expression {
 public:
-    explicit ConstantExpression(Constant constant);
+    ConstantExpression(Constant constant, Arena* arena);
     ~ConstantExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
@@ -128,23 +180,23 @@ private:
 /// name(arguments)
 class KIV_EXPORT FunctionCallExpression final : public Expression {
 public:
-    FunctionCallExpression(std::string name, std::vector<ExpressionPtr> arguments);
+    FunctionCallExpression(std::string_view name, std::span<ExpressionPtr> arguments, Arena* arena);
     ~FunctionCallExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
-    std::string_view getName() const { return name_; }
-    const std::vector<ExpressionPtr>& getArguments() const { return arguments_; }
+    std::string_view getName() const { return name_.getView(); }
+    const ExpressionList& getArguments() const { return arguments_; }
 
 private:
-    std::string name_;
-    std::vector<ExpressionPtr> arguments_;
+    ExpressionText name_;
+    ExpressionList arguments_;
 };
 
 /// {low operator item operator high}
 class KIV_EXPORT IntervalExpression final : public Expression {
 public:
     IntervalExpression(ExpressionPtr low, IntervalOperator lowOperator, ExpressionPtr item,
-                       IntervalOperator highOperator, ExpressionPtr high);
+                       IntervalOperator highOperator, ExpressionPtr high, Arena* arena);
     ~IntervalExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
@@ -165,20 +217,20 @@ private:
 /// [elements]
 class KIV_EXPORT AggregateInitializerExpression final : public Expression {
 public:
-    explicit AggregateInitializerExpression(std::vector<ExpressionPtr> elements);
+    AggregateInitializerExpression(std::span<ExpressionPtr> elements, Arena* arena);
     ~AggregateInitializerExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
-    const std::vector<ExpressionPtr>& getElements() const { return elements_; }
+    const ExpressionList& getElements() const { return elements_; }
 
 private:
-    std::vector<ExpressionPtr> elements_;
+    ExpressionList elements_;
 };
 
 /// element : count, inside an aggregate initialiser
 class KIV_EXPORT RepetitionExpression final : public Expression {
 public:
-    RepetitionExpression(ExpressionPtr element, ExpressionPtr count);
+    RepetitionExpression(ExpressionPtr element, ExpressionPtr count, Arena* arena);
     ~RepetitionExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
@@ -192,7 +244,7 @@ private:
 
 class KIV_EXPORT IntegerValueExpression final : public Expression {
 public:
-    explicit IntegerValueExpression(int value);
+    IntegerValueExpression(int value, Arena* arena);
     ~IntegerValueExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
@@ -204,7 +256,7 @@ private:
 
 class KIV_EXPORT DoubleValueExpression final : public Expression {
 public:
-    explicit DoubleValueExpression(double value);
+    DoubleValueExpression(double value, Arena* arena);
     ~DoubleValueExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
@@ -217,19 +269,19 @@ private:
 /// A string literal, without its quotes.
 class KIV_EXPORT StringValueExpression final : public Expression {
 public:
-    explicit StringValueExpression(std::string value);
+    StringValueExpression(std::string_view value, Arena* arena);
     ~StringValueExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
-    std::string_view getValue() const { return value_; }
+    std::string_view getValue() const { return value_.getView(); }
 
 private:
-    std::string value_;
+    ExpressionText value_;
 };
 
 class KIV_EXPORT LogicalValueExpression final : public Expression {
 public:
-    explicit LogicalValueExpression(Logical value);
+    LogicalValueExpression(Logical value, Arena* arena);
     ~LogicalValueExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
@@ -242,31 +294,31 @@ private:
 /// TypeName.ValueName
 class KIV_EXPORT EnumerationValueExpression final : public Expression {
 public:
-    EnumerationValueExpression(std::string typeName, std::string valueName);
+    EnumerationValueExpression(std::string_view typeName, std::string_view valueName, Arena* arena);
     ~EnumerationValueExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
-    std::string_view getTypeName() const { return typeName_; }
-    std::string_view getValueName() const { return valueName_; }
+    std::string_view getTypeName() const { return typeName_.getView(); }
+    std::string_view getValueName() const { return valueName_.getView(); }
 
 private:
-    std::string typeName_;
-    std::string valueName_;
+    ExpressionText typeName_;
+    ExpressionText valueName_;
 };
 
 /// QUERY(variable <* source | condition)
 class KIV_EXPORT QueryExpression final : public Expression {
 public:
-    QueryExpression(std::string variable, ExpressionPtr source, ExpressionPtr condition);
+    QueryExpression(std::string_view variable, ExpressionPtr source, ExpressionPtr condition, Arena* arena);
     ~QueryExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
-    std::string_view getVariable() const { return variable_; }
+    std::string_view getVariable() const { return variable_.getView(); }
     const Expression& getSource() const { return *source_; }
     const Expression& getCondition() const { return *condition_; }
 
 private:
-    std::string variable_;
+    ExpressionText variable_;
     ExpressionPtr source_;
     ExpressionPtr condition_;
 };
@@ -275,17 +327,17 @@ private:
 class KIV_EXPORT GetExpression final : public Expression {
 public:
     /// A plain reference to an attribute, a variable or a constant.
-    explicit GetExpression(std::string name);
+    GetExpression(std::string_view name, Arena* arena);
     /// A group or attribute qualifier.
-    GetExpression(Qualifier qualifier, std::string name, ExpressionPtr base);
+    GetExpression(Qualifier qualifier, std::string_view name, ExpressionPtr base, Arena* arena);
     /// An index; `indexEnd` may be null.
-    GetExpression(ExpressionPtr index, ExpressionPtr indexEnd, ExpressionPtr base);
+    GetExpression(ExpressionPtr index, ExpressionPtr indexEnd, ExpressionPtr base, Arena* arena);
     ~GetExpression() override;
     void accept(ExpressionVisitor& visitor) const override;
 
     Qualifier getQualifier() const { return qualifier_; }
     /// Empty for an index.
-    std::string_view getName() const { return name_; }
+    std::string_view getName() const { return name_.getView(); }
     /// Null unless the qualifier is an index.
     const Expression* pIndex() const { return index_.get(); }
     /// Null unless the index has a part behind ':'.
@@ -297,7 +349,7 @@ private:
     ExpressionPtr pChainTake() override;
 
     Qualifier qualifier_;
-    std::string name_;
+    ExpressionText name_;
     ExpressionPtr index_;
     ExpressionPtr indexEnd_;
     ExpressionPtr base_;

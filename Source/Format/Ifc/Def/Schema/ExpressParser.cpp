@@ -3,6 +3,12 @@
 #include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
 
+#include "Host/KivArena.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <span>
 #include <utility>
 
@@ -12,38 +18,52 @@ namespace {
 
 using Kind = ExpressTokenKind;
 
+/// What a token is between two operands.
 struct OperatorOfToken {
-    Kind token;
-    BinaryOperator op;
+    enum class Level : std::uint8_t { None, Relational, Addition, Multiplication, Power };
+
+    Level level = Level::None;
+    BinaryOperator op{};
 };
+using Level = OperatorOfToken::Level;
 
-constexpr OperatorOfToken RelationalOperators[] = {{Kind::LESS, BinaryOperator::Less},
-                                                   {Kind::GREATER, BinaryOperator::Greater},
-                                                   {Kind::LESS_OR_EQUAL, BinaryOperator::LessOrEqual},
-                                                   {Kind::GREATER_OR_EQUAL, BinaryOperator::GreaterOrEqual},
-                                                   {Kind::NOT_EQUAL, BinaryOperator::NotEqual},
-                                                   {Kind::EQUAL, BinaryOperator::Equal},
-                                                   {Kind::SEMI_NOT_EQUAL, BinaryOperator::InstanceNotEqual},
-                                                   {Kind::SEMI_EQUAL, BinaryOperator::InstanceEqual},
-                                                   {Kind::IN, BinaryOperator::In}};
+constexpr auto Operators = [] {
+    std::array<OperatorOfToken, static_cast<std::size_t>(Kind::END_OF_FILE) + 1> operators{};
+    const auto set = [&operators](Level level, Kind token, BinaryOperator op) {
+        operators[static_cast<std::size_t>(token)] = {level, op};
+    };
+    set(Level::Relational, Kind::LESS, BinaryOperator::Less);
+    set(Level::Relational, Kind::GREATER, BinaryOperator::Greater);
+    set(Level::Relational, Kind::LESS_OR_EQUAL, BinaryOperator::LessOrEqual);
+    set(Level::Relational, Kind::GREATER_OR_EQUAL, BinaryOperator::GreaterOrEqual);
+    set(Level::Relational, Kind::NOT_EQUAL, BinaryOperator::NotEqual);
+    set(Level::Relational, Kind::EQUAL, BinaryOperator::Equal);
+    set(Level::Relational, Kind::SEMI_NOT_EQUAL, BinaryOperator::InstanceNotEqual);
+    set(Level::Relational, Kind::SEMI_EQUAL, BinaryOperator::InstanceEqual);
+    set(Level::Relational, Kind::IN, BinaryOperator::In);
+    set(Level::Addition, Kind::ADD, BinaryOperator::Add);
+    set(Level::Addition, Kind::SUBTRACT, BinaryOperator::Subtract);
+    set(Level::Addition, Kind::OR, BinaryOperator::Or);
+    set(Level::Addition, Kind::XOR, BinaryOperator::Xor);
+    set(Level::Multiplication, Kind::ASTERISK, BinaryOperator::Multiply);
+    set(Level::Multiplication, Kind::SLASH, BinaryOperator::Divide);
+    set(Level::Multiplication, Kind::MOD, BinaryOperator::Mod);
+    set(Level::Multiplication, Kind::AND, BinaryOperator::And);
+    set(Level::Multiplication, Kind::OR_SIGN, BinaryOperator::Or);
+    set(Level::Power, Kind::POWER, BinaryOperator::Power);
+    return operators;
+}();
 
-constexpr OperatorOfToken AdditionOperators[] = {{Kind::ADD, BinaryOperator::Add},
-                                                 {Kind::SUBTRACT, BinaryOperator::Subtract},
-                                                 {Kind::OR, BinaryOperator::Or},
-                                                 {Kind::XOR, BinaryOperator::Xor}};
+/// True when what was read is a whole simple expression before this token.
+bool isSimpleExpressionEnd(Kind token) {
+    const auto level = Operators[static_cast<std::size_t>(token)].level;
+    return level == Level::None || level == Level::Relational;
+}
 
-constexpr OperatorOfToken MultiplicationOperators[] = {{Kind::ASTERISK, BinaryOperator::Multiply},
-                                                       {Kind::SLASH, BinaryOperator::Divide},
-                                                       {Kind::MOD, BinaryOperator::Mod},
-                                                       {Kind::AND, BinaryOperator::And},
-                                                       {Kind::OR_SIGN, BinaryOperator::Or}};
-
-const OperatorOfToken* pOperatorOf(Kind token, std::span<const OperatorOfToken> operators) {
-    for (const auto& entry : operators) {
-        if (entry.token == token)
-            return &entry;
-    }
-    return nullptr;
+/// The operator of this level that the token is; null when it is none.
+const OperatorOfToken* pOperatorOf(Kind token, Level level) {
+    const auto& entry = Operators[static_cast<std::size_t>(token)];
+    return entry.level == level ? &entry : nullptr;
 }
 
 } // namespace
@@ -73,48 +93,59 @@ private:
 };
 
 ExpressParser::ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema) :
-    tokenizer_(tokenizer), schema_(schema), current_(tokenizer.getToken()) {}
+    ExpressParser(tokenizer, schema, nullptr) {}
+
+ExpressParser::ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena& arena) :
+    ExpressParser(tokenizer, schema, &arena) {}
+
+ExpressParser::ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena* arena) :
+    tokenizer_(tokenizer), schema_(schema), arena_(arena) {
+    vNext();
+}
+
+template <class Node, class... Arguments>
+ExpressionPtr ExpressParser::pMake(Arguments&&... arguments) {
+    if (arena_)
+        return ExpressionPtr(std::construct_at(static_cast<Node*>(arena_->pAllocateFor<Node>(1)),
+                                               std::forward<Arguments>(arguments)..., arena_));
+    return ExpressionPtr(std::make_unique<Node>(std::forward<Arguments>(arguments)..., nullptr).release());
+}
 
 void ExpressParser::vFail(const std::string& message) const {
     throw SyntaxError(message + " at " + std::to_string(current_.line) + ":" +
                       std::to_string(current_.column));
 }
 
-ExpressToken ExpressParser::next() {
-    return std::exchange(current_, tokenizer_.getToken());
-}
-
 bool ExpressParser::boAccept(Kind kind) {
     if (!isNext(kind))
         return false;
-    next();
+    vNext();
     return true;
 }
 
-ExpressToken ExpressParser::expect(Kind kind) {
-    auto token = next();
-    if (token.kind != kind)
-        vFail("Expected token " + sTokenKindName(kind) + " but got " + sTokenKindName(token.kind));
-    return token;
-}
-
-std::string ExpressParser::sExpectIdentifier() {
-    return std::get<std::string>(expect(Kind::IDENTIFIER).value);
+/// The text of the token, which must be of this kind.
+std::string_view ExpressParser::expect(Kind kind) {
+    const auto got = current_.kind;
+    const auto text = current_.text;
+    vNext();
+    if (got != kind)
+        vFail("Expected token " + sTokenKindName(kind) + " but got " + sTokenKindName(got));
+    return text;
 }
 
 bool ExpressParser::isNextSchemaObject() const {
-    return isNext(Kind::IDENTIFIER) && schema_.pObjectFromName(std::get<std::string>(current_.value));
+    return schema_.pObjectFromName(current_.text) != nullptr;
 }
 
 // rule = IDENTIFIER ":" expression ";"
 bool ExpressParser::boParseRule(std::vector<ParsedRule>& rules) {
     if (!isNext(Kind::IDENTIFIER))
         return false;
-    auto label = sExpectIdentifier();
+    const auto label = expect(Kind::IDENTIFIER);
     expect(Kind::COLON);
     auto expression = parseExpression();
     expect(Kind::SEMICOLON);
-    rules.push_back({std::move(label), std::move(expression)});
+    rules.push_back({std::string(label), std::move(expression)});
     return true;
 }
 
@@ -122,61 +153,79 @@ bool ExpressParser::boParseRule(std::vector<ParsedRule>& rules) {
 // relational_operator = "<" | ">" | "<=" | ">=" | "<>" | "=" | ":<>:" | ":=:" | "IN"
 ExpressionPtr ExpressParser::parseExpression() {
     auto left = parseSimpleExpression();
-    const auto* const relational = pOperatorOf(current_.kind, RelationalOperators);
+    const auto* const relational = pOperatorOf(current_.kind, Level::Relational);
     if (!relational)
         return left;
-    next();
-    return std::make_unique<BinaryExpression>(std::move(left), relational->op, parseSimpleExpression());
+    vNext();
+    return pMake<BinaryExpression>(std::move(left), relational->op, parseSimpleExpression());
 }
 
 // simple_expression = term { ( "+" | "-" | "OR" | "XOR" ) term }
 ExpressionPtr ExpressParser::parseSimpleExpression() {
-    auto left = parseTerm();
-    while (const auto* const addition = pOperatorOf(current_.kind, AdditionOperators)) {
-        next();
-        left = std::make_unique<BinaryExpression>(std::move(left), addition->op, parseTerm());
+    auto left = parseSimpleFactor();
+    // Most expressions are a simple factor and nothing else.
+    if (isSimpleExpressionEnd(current_.kind))
+        return left;
+    left = parseTermRest(std::move(left));
+    while (const auto* const addition = pOperatorOf(current_.kind, Level::Addition)) {
+        vNext();
+        left = pMake<BinaryExpression>(std::move(left), addition->op, parseTermRest(parseSimpleFactor()));
     }
     return left;
 }
 
 // term = factor { ( "*" | "/" | "MOD" | "AND" | "||" ) factor }
-ExpressionPtr ExpressParser::parseTerm() {
-    auto left = parseFactor();
-    while (const auto* const multiplication = pOperatorOf(current_.kind, MultiplicationOperators)) {
-        next();
-        left = std::make_unique<BinaryExpression>(std::move(left), multiplication->op, parseFactor());
+// Its first simple factor is read already, as is that of a factor below.
+ExpressionPtr ExpressParser::parseTermRest(ExpressionPtr first) {
+    auto left = parseFactorRest(std::move(first));
+    while (const auto* const multiplication = pOperatorOf(current_.kind, Level::Multiplication)) {
+        vNext();
+        left = pMake<BinaryExpression>(std::move(left), multiplication->op,
+                                       parseFactorRest(parseSimpleFactor()));
     }
     return left;
 }
 
 // factor = simple_factor [ "**" simple_factor ]
-ExpressionPtr ExpressParser::parseFactor() {
-    auto base = parseSimpleFactor();
-    if (!boAccept(Kind::POWER))
+ExpressionPtr ExpressParser::parseFactorRest(ExpressionPtr base) {
+    const auto* const power = pOperatorOf(current_.kind, Level::Power);
+    if (!power)
         return base;
-    return std::make_unique<BinaryExpression>(std::move(base), BinaryOperator::Power, parseSimpleFactor());
+    vNext();
+    return pMake<BinaryExpression>(std::move(base), power->op, parseSimpleFactor());
 }
 
 // simple_factor = aggregate_initializer | schema_object | interval | query | "(" expression ")"
 //               | ( "+" | "-" | "NOT" ) simple_factor | literal | primary
 ExpressionPtr ExpressParser::parseSimpleFactor() {
     const NestingGuard guard(*this);
-    if (boAccept(Kind::LEFT_BRACKET))
+    switch (current_.kind) {
+    case Kind::IDENTIFIER:
+        return isNextSchemaObject() ? parseSchemaObject() : parsePrimary();
+    case Kind::LEFT_BRACKET:
+        vNext();
         return parseAggregateInitializer();
-    if (isNextSchemaObject())
-        return parseSchemaObject();
-    if (boAccept(Kind::LEFT_BRACE))
+    case Kind::LEFT_BRACE:
+        vNext();
         return parseInterval();
-    if (boAccept(Kind::QUERY))
+    case Kind::QUERY:
+        vNext();
         return parseQuery();
-    if (boAccept(Kind::LEFT_PAREN))
+    case Kind::LEFT_PAREN:
+        vNext();
         return parseParenthesised();
-    if (boAccept(Kind::ADD))
+    case Kind::ADD:
+        vNext();
         return parseUnary(UnaryOperator::Plus);
-    if (boAccept(Kind::SUBTRACT))
+    case Kind::SUBTRACT:
+        vNext();
         return parseUnary(UnaryOperator::Minus);
-    if (boAccept(Kind::NOT))
+    case Kind::NOT:
+        vNext();
         return parseUnary(UnaryOperator::Not);
+    default:
+        break;
+    }
     if (auto literal = pParseLiteral())
         return literal;
     return parsePrimary();
@@ -184,14 +233,16 @@ ExpressionPtr ExpressParser::parseSimpleFactor() {
 
 // aggregate_initializer = "[" [ element { "," element } ] "]"
 ExpressionPtr ExpressParser::parseAggregateInitializer() {
-    std::vector<ExpressionPtr> elements;
-    if (boAccept(Kind::RIGHT_BRACKET))
-        return std::make_unique<AggregateInitializerExpression>(std::move(elements));
-    do {
-        elements.push_back(parseElement());
-    } while (boAccept(Kind::COMMA));
-    expect(Kind::RIGHT_BRACKET);
-    return std::make_unique<AggregateInitializerExpression>(std::move(elements));
+    const auto first = pending_.size();
+    if (!boAccept(Kind::RIGHT_BRACKET)) {
+        do {
+            pending_.push_back(parseElement());
+        } while (boAccept(Kind::COMMA));
+        expect(Kind::RIGHT_BRACKET);
+    }
+    auto node = pMake<AggregateInitializerExpression>(std::span(pending_).subspan(first));
+    pending_.resize(first);
+    return node;
 }
 
 // element = expression [ ":" simple_expression ]
@@ -199,31 +250,32 @@ ExpressionPtr ExpressParser::parseElement() {
     auto element = parseExpression();
     if (!boAccept(Kind::COLON))
         return element;
-    return std::make_unique<RepetitionExpression>(std::move(element), parseSimpleExpression());
+    return pMake<RepetitionExpression>(std::move(element), parseSimpleExpression());
 }
 
 // schema_object = IDENTIFIER arguments | IDENTIFIER "." IDENTIFIER, where the first names an object of the
 // schema
 ExpressionPtr ExpressParser::parseSchemaObject() {
-    auto name = next();
+    const auto name = expect(Kind::IDENTIFIER);
     if (isNext(Kind::LEFT_PAREN))
-        return parseCall(std::get<std::string>(std::move(name.value)));
+        return parseCall(name);
     expect(Kind::DOT);
-    return std::make_unique<EnumerationValueExpression>(std::get<std::string>(std::move(name.value)),
-                                                        sExpectIdentifier());
+    return pMake<EnumerationValueExpression>(name, expect(Kind::IDENTIFIER));
 }
 
 // arguments = "(" [ expression { "," expression } ] ")"
-ExpressionPtr ExpressParser::parseCall(std::string name) {
+ExpressionPtr ExpressParser::parseCall(std::string_view name) {
     expect(Kind::LEFT_PAREN);
-    std::vector<ExpressionPtr> arguments;
+    const auto first = pending_.size();
     if (!boAccept(Kind::RIGHT_PAREN)) {
         do {
-            arguments.push_back(parseExpression());
+            pending_.push_back(parseExpression());
         } while (boAccept(Kind::COMMA));
         expect(Kind::RIGHT_PAREN);
     }
-    return std::make_unique<FunctionCallExpression>(std::move(name), std::move(arguments));
+    auto node = pMake<FunctionCallExpression>(name, std::span(pending_).subspan(first));
+    pending_.resize(first);
+    return node;
 }
 
 // interval = "{" simple_expression interval_operator simple_expression interval_operator simple_expression
@@ -235,8 +287,8 @@ ExpressionPtr ExpressParser::parseInterval() {
     const auto highOperator = parseIntervalOperator();
     auto high = parseSimpleExpression();
     expect(Kind::RIGHT_BRACE);
-    return std::make_unique<IntervalExpression>(std::move(low), lowOperator, std::move(item), highOperator,
-                                                std::move(high));
+    return pMake<IntervalExpression>(std::move(low), lowOperator, std::move(item), highOperator,
+                                     std::move(high));
 }
 
 // interval_operator = "<" | "<="
@@ -251,13 +303,13 @@ IntervalOperator ExpressParser::parseIntervalOperator() {
 // query = "QUERY" "(" IDENTIFIER "<*" simple_expression "|" expression ")"
 ExpressionPtr ExpressParser::parseQuery() {
     expect(Kind::LEFT_PAREN);
-    auto variable = sExpectIdentifier();
+    const auto variable = expect(Kind::IDENTIFIER);
     expect(Kind::QUERY_OPERATOR);
     auto source = parseSimpleExpression();
     expect(Kind::BITWISE_OR);
     auto condition = parseExpression();
     expect(Kind::RIGHT_PAREN);
-    return std::make_unique<QueryExpression>(std::move(variable), std::move(source), std::move(condition));
+    return pMake<QueryExpression>(variable, std::move(source), std::move(condition));
 }
 
 ExpressionPtr ExpressParser::parseParenthesised() {
@@ -267,27 +319,32 @@ ExpressionPtr ExpressParser::parseParenthesised() {
 }
 
 ExpressionPtr ExpressParser::parseUnary(UnaryOperator op) {
-    return std::make_unique<UnaryExpression>(op, parseSimpleFactor());
+    return pMake<UnaryExpression>(op, parseSimpleFactor());
 }
 
 // literal = "TRUE" | "FALSE" | "UNKNOWN" | INTEGER_LITERAL | REAL_LITERAL | STRING_LITERAL
 ExpressionPtr ExpressParser::pParseLiteral() {
+    auto literal = pLiteral();
+    if (literal)
+        vNext();
+    return literal;
+}
+
+/// The next token as a literal, not consumed yet; null when it is none.
+ExpressionPtr ExpressParser::pLiteral() {
     switch (current_.kind) {
     case Kind::TRUE:
-        next();
-        return std::make_unique<LogicalValueExpression>(Logical::True);
+        return pMake<LogicalValueExpression>(Logical::True);
     case Kind::FALSE:
-        next();
-        return std::make_unique<LogicalValueExpression>(Logical::False);
+        return pMake<LogicalValueExpression>(Logical::False);
     case Kind::UNKNOWN:
-        next();
-        return std::make_unique<LogicalValueExpression>(Logical::Unknown);
+        return pMake<LogicalValueExpression>(Logical::Unknown);
     case Kind::INTEGER_LITERAL:
-        return std::make_unique<IntegerValueExpression>(std::get<int>(next().value));
+        return pMake<IntegerValueExpression>(current_.integer);
     case Kind::REAL_LITERAL:
-        return std::make_unique<DoubleValueExpression>(std::get<double>(next().value));
+        return pMake<DoubleValueExpression>(current_.real);
     case Kind::STRING_LITERAL:
-        return std::make_unique<StringValueExpression>(std::get<std::string>(next().value));
+        return pMake<StringValueExpression>(current_.text);
     default:
         return nullptr;
     }
@@ -296,25 +353,24 @@ ExpressionPtr ExpressParser::pParseLiteral() {
 // primary = ( "SELF" | "?" | IDENTIFIER arguments | IDENTIFIER ) { qualifier }
 ExpressionPtr ExpressParser::parsePrimary() {
     if (boAccept(Kind::SELF))
-        return parseQualifiers(std::make_unique<ConstantExpression>(Constant::Self));
+        return parseQualifiers(pMake<ConstantExpression>(Constant::Self));
     if (boAccept(Kind::QUESTION))
-        return parseQualifiers(std::make_unique<ConstantExpression>(Constant::Indeterminate));
+        return parseQualifiers(pMake<ConstantExpression>(Constant::Indeterminate));
     if (!isNext(Kind::IDENTIFIER))
         vFail("Unexpected token");
-    auto name = sExpectIdentifier();
+    const auto name = expect(Kind::IDENTIFIER);
     if (isNext(Kind::LEFT_PAREN))
-        return parseQualifiers(parseCall(std::move(name)));
-    return parseQualifiers(std::make_unique<GetExpression>(std::move(name)));
+        return parseQualifiers(parseCall(name));
+    return parseQualifiers(pMake<GetExpression>(name));
 }
 
 // qualifier = "\" IDENTIFIER | "." IDENTIFIER | "[" simple_expression [ ":" simple_expression ] "]"
 ExpressionPtr ExpressParser::parseQualifiers(ExpressionPtr base) {
     for (;;) {
         if (boAccept(Kind::BACKSLASH))
-            base = std::make_unique<GetExpression>(Qualifier::Group, sExpectIdentifier(), std::move(base));
+            base = pMake<GetExpression>(Qualifier::Group, expect(Kind::IDENTIFIER), std::move(base));
         else if (boAccept(Kind::DOT))
-            base =
-                std::make_unique<GetExpression>(Qualifier::Attribute, sExpectIdentifier(), std::move(base));
+            base = pMake<GetExpression>(Qualifier::Attribute, expect(Kind::IDENTIFIER), std::move(base));
         else if (boAccept(Kind::LEFT_BRACKET))
             base = parseIndex(std::move(base));
         else
@@ -328,7 +384,7 @@ ExpressionPtr ExpressParser::parseIndex(ExpressionPtr base) {
     if (boAccept(Kind::COLON))
         indexEnd = parseSimpleExpression();
     expect(Kind::RIGHT_BRACKET);
-    return std::make_unique<GetExpression>(std::move(index), std::move(indexEnd), std::move(base));
+    return pMake<GetExpression>(std::move(index), std::move(indexEnd), std::move(base));
 }
 
 } // namespace kiv::ifc::def::schema

@@ -5,7 +5,8 @@
 ///     std::vector<ParsedRule> rules;
 ///     while (parser.boParseRule(rules)) {}
 ///
-/// Ownership: refers to the tokenizer and the schema, which must outlive it; the trees are the caller's.
+/// Ownership: refers to the tokenizer and the schema, which must outlive it; the trees are the caller's, unless they are
+///            made in an arena.
 /// Threads:   one parser, one thread.
 /// Errors:    `ExpressParser::SyntaxError` with the line and column of the place; what the tokenizer raises
 /// passes.
@@ -41,6 +42,9 @@ public:
     /// Reads the first token. The schema tells function calls and enumeration values apart from plain names.
     ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema);
 
+    /// The same for trees that are made in an arena; the tokenizer's text lives as long as that.
+    ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena& arena);
+
     /// Appends the next rule; false, with nothing consumed, when the next token is no identifier.
     bool boParseRule(std::vector<ParsedRule>& rules);
 
@@ -53,35 +57,45 @@ public:
 private:
     class NestingGuard;
 
-    ExpressToken next();
+    ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena* arena);
+
+    /// Makes a node where this parser makes them.
+    template <class Node, class... Arguments>
+    ExpressionPtr pMake(Arguments&&... arguments);
+
+    void vNext() { tokenizer_.vTokenRead(current_); }
     bool isNext(ExpressTokenKind kind) const { return current_.kind == kind; }
     bool boAccept(ExpressTokenKind kind);
-    ExpressToken expect(ExpressTokenKind kind);
-    std::string sExpectIdentifier();
+    std::string_view expect(ExpressTokenKind kind);
     bool isNextSchemaObject() const;
 
     ExpressionPtr parseSimpleExpression();
-    ExpressionPtr parseTerm();
-    ExpressionPtr parseFactor();
+    ExpressionPtr parseTermRest(ExpressionPtr first);
+    ExpressionPtr parseFactorRest(ExpressionPtr base);
     ExpressionPtr parseSimpleFactor();
     ExpressionPtr parseAggregateInitializer();
     ExpressionPtr parseElement();
     ExpressionPtr parseSchemaObject();
-    ExpressionPtr parseCall(std::string name);
+    ExpressionPtr parseCall(std::string_view name);
     ExpressionPtr parseInterval();
     IntervalOperator parseIntervalOperator();
     ExpressionPtr parseQuery();
     ExpressionPtr parseParenthesised();
     ExpressionPtr parseUnary(UnaryOperator op);
     ExpressionPtr pParseLiteral();
+    ExpressionPtr pLiteral();
     ExpressionPtr parsePrimary();
     ExpressionPtr parseQualifiers(ExpressionPtr base);
     ExpressionPtr parseIndex(ExpressionPtr base);
 
     ExpressTokenizer& tokenizer_;
     const Schema& schema_;
+    // Null when nodes stand for themselves.
+    Arena* arena_;
     // Read ahead, not consumed yet.
-    ExpressToken current_;
+    ExpressTokenView current_;
+    // The arguments and elements of the lists that are being read, those of the innermost list last.
+    std::vector<ExpressionPtr> pending_;
     // How many expressions enclose the one being parsed.
     std::size_t nesting_ = 0;
 };

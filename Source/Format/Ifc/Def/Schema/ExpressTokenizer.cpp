@@ -160,55 +160,32 @@ constexpr bool isWordByte(char byte) {
     return isLetter(byte) || isDigit(byte) || byte == '_';
 }
 
-bool boEqualsUpper(std::string_view text, std::string_view upper) {
-    if (text.size() != upper.size())
-        return false;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        if (ascii::getUpper(text[index]) != upper[index])
-            return false;
-    }
-    return true;
-}
+/// The bytes of words, looked up instead of compared: words are most of the text.
+constexpr auto WordBytes = [] {
+    std::array<bool, 256> bytes{};
+    for (std::size_t byte = 0; byte < bytes.size(); ++byte)
+        bytes[byte] = isWordByte(static_cast<char>(static_cast<unsigned char>(byte)));
+    return bytes;
+}();
+
+/// For each first letter, a bit for each length that a keyword has; tells most words at one glance to be none.
+constexpr auto KeywordLengths = [] {
+    std::array<std::uint32_t, 26> lengths{};
+    for (const auto& keyword : Keywords)
+        lengths[static_cast<std::size_t>(keyword.word[0] - 'A')] |= 1U << keyword.word.size();
+    return lengths;
+}();
 
 /// The keyword's kind, IDENTIFIER when the word is none.
 Kind kindOfWord(std::string_view word) {
     const auto letter = static_cast<std::size_t>(ascii::getUpper(word.front()) - 'A');
+    if (word.size() >= 32 || (KeywordLengths[letter] >> word.size() & 1) == 0)
+        return Kind::IDENTIFIER;
     for (std::size_t index = KeywordStarts[letter]; index < KeywordStarts[letter + 1]; ++index) {
-        if (boEqualsUpper(word, Keywords[index].word))
+        if (compareUpper(word, Keywords[index].word) == 0)
             return Keywords[index].kind;
     }
     return Kind::IDENTIFIER;
-}
-
-/// Behind the end of what a comment or literal that begins at `begin` needs to be closed; npos when a zero
-/// byte or the end of the text comes first.
-std::size_t closedEnd(std::string_view text, std::size_t begin, std::string_view closer) {
-    const auto found = text.find(closer, begin);
-    const auto zero = text.substr(0, found).find('\0', begin);
-    return found == std::string_view::npos || zero != std::string_view::npos ? std::string_view::npos
-                                                                             : found + closer.size();
-}
-
-/// The text up to the first comment or literal that is never closed.
-std::string_view closedText(std::string_view text) {
-    std::size_t pos = 0;
-    while (pos < text.size()) {
-        const char byte = text[pos];
-        const char next = pos + 1 < text.size() ? text[pos + 1] : '\0';
-        auto end = pos + 1;
-        if (byte == '\0')
-            break;
-        if (byte == '\'')
-            end = closedEnd(text, pos + 1, "'");
-        else if (byte == '(' && next == '*')
-            end = closedEnd(text, pos + 2, "*)");
-        else if (byte == '-' && next == '-')
-            end = closedEnd(text, pos + 2, "\n");
-        if (end == std::string_view::npos)
-            return text.substr(0, pos);
-        pos = end;
-    }
-    return text;
 }
 
 int integerFromText(std::string_view digits) {
@@ -272,36 +249,36 @@ std::string sTokenKindName(ExpressTokenKind kind) {
 }
 
 ExpressTokenizer::ExpressTokenizer(std::istream& stream) :
-    owned_(std::istreambuf_iterator<char>(stream), {}), text_(closedText(owned_)) {}
+    owned_(std::istreambuf_iterator<char>(stream), {}), text_(owned_) {}
 
-ExpressTokenizer::ExpressTokenizer(std::string_view text) : text_(closedText(text)) {}
+ExpressTokenizer::ExpressTokenizer(std::string_view text) : text_(text) {}
 
 char ExpressTokenizer::lookAhead() const {
     return pos_ < text_.size() ? text_[pos_] : '\0';
 }
 
 char ExpressTokenizer::consume() {
-    ++count_;
     const char consumed = lookAhead();
     // A zero byte ends the input: nothing is read any more.
     if (consumed != '\0')
         ++pos_;
+    else
+        ++uncounted_;
     return consumed;
 }
 
 bool ExpressTokenizer::boMatch(char wanted) {
-    if (lookAhead() != wanted)
+    if (!boNext(wanted))
         return false;
     consume();
     return true;
 }
 
-/// Consumes the bytes that satisfy the test.
-std::string_view ExpressTokenizer::consumeWhile(bool (*test)(char)) {
+/// Consumes digits.
+std::string_view ExpressTokenizer::digitsConsume() {
     const auto begin = pos_;
-    while (pos_ < text_.size() && test(text_[pos_]))
+    while (pos_ < text_.size() && isDigit(text_[pos_]))
         ++pos_;
-    count_ += pos_ - begin;
     return text_.substr(begin, pos_ - begin);
 }
 
@@ -310,136 +287,200 @@ std::string_view ExpressTokenizer::consumeWhile(bool (*test)(char)) {
 /// depend on this.
 void ExpressTokenizer::vGiveBack(std::size_t count) {
     const auto behindLookAhead = std::min(pos_ + 1, text_.size());
-    pos_ = behindLookAhead - count;
     // The look-ahead is counted again.
-    count_ = count_ - count + 1;
-}
-
-ExpressToken ExpressTokenizer::token(Kind kind) const {
-    return {kind, line_, count_ - lineStart_, {}};
+    const auto counted = getCount() - count + 1;
+    pos_ = behindLookAhead - count;
+    uncounted_ = counted - pos_;
 }
 
 ExpressToken ExpressTokenizer::getToken() {
+    ExpressTokenView view;
+    vTokenRead(view);
+    ExpressToken token{view.kind, view.line, view.column, {}};
+    switch (view.kind) {
+    case Kind::IDENTIFIER:
+    case Kind::STRING_LITERAL:
+        token.value = std::string(view.text);
+        break;
+    case Kind::INTEGER_LITERAL:
+        token.value = view.integer;
+        break;
+    case Kind::REAL_LITERAL:
+        token.value = view.real;
+        break;
+    default:
+        break;
+    }
+    return token;
+}
+
+void ExpressTokenizer::vTokenRead(ExpressTokenView& token) {
+    token.kind = kindRead(token);
+    token.line = line_;
+    token.column = getCount() - lineStart_;
+}
+
+ExpressTokenKind ExpressTokenizer::kindRead(ExpressTokenView& token) {
     for (;;) {
         const char byte = consume();
         switch (byte) {
         case '\0':
-            return token(Kind::END_OF_FILE);
+            return Kind::END_OF_FILE;
         case '\t':
         case '\r':
         case ' ':
+            vBlanksSkip();
             continue;
         case '\n':
             vNewLineCount();
             continue;
         case '(':
-            if (!boMatch('*'))
-                return token(Kind::LEFT_PAREN);
-            vBlockCommentSkip();
+            if (!boNext('*'))
+                return Kind::LEFT_PAREN;
+            if (!boBlockCommentSkip())
+                return Kind::END_OF_FILE;
             continue;
         case '-':
-            if (!boMatch('-'))
-                return token(Kind::SUBTRACT);
-            vLineCommentSkip();
+            if (!boNext('-'))
+                return Kind::SUBTRACT;
             // A line comment ends a rule just as ';' does.
-            return token(Kind::SEMICOLON);
+            return boLineCommentSkip() ? Kind::SEMICOLON : Kind::END_OF_FILE;
         case '\'':
-            return stringLiteral();
+            return stringLiteralRead(token);
         case '*':
-            return token(boMatch('*') ? Kind::POWER : Kind::ASTERISK);
+            return boMatch('*') ? Kind::POWER : Kind::ASTERISK;
         case '|':
-            return token(boMatch('|') ? Kind::OR_SIGN : Kind::BITWISE_OR);
+            return boMatch('|') ? Kind::OR_SIGN : Kind::BITWISE_OR;
         case '>':
-            return token(boMatch('=') ? Kind::GREATER_OR_EQUAL : Kind::GREATER);
+            return boMatch('=') ? Kind::GREATER_OR_EQUAL : Kind::GREATER;
         case '<':
-            return lessToken();
+            return lessRead();
         case ':':
-            return colonToken();
+            return colonRead();
         default:
             if (isLetter(byte))
-                return identifierOrKeyword();
+                return wordRead(token);
             if (isDigit(byte))
-                return number();
-            return token(kindOfSingle(byte));
+                return numberRead(token);
+            return kindOfSingle(byte);
         }
     }
 }
 
+void ExpressTokenizer::vBlanksSkip() {
+    const auto* const begin = text_.data() + pos_;
+    const auto* const textEnd = text_.data() + text_.size();
+    const auto* end = begin;
+    while (end != textEnd && (*end == ' ' || *end == '\t'))
+        ++end;
+    pos_ += static_cast<std::size_t>(end - begin);
+}
+
 void ExpressTokenizer::vNewLineCount() {
     ++line_;
-    lineStart_ = count_;
+    lineStart_ = getCount();
 }
 
-ExpressToken ExpressTokenizer::lessToken() {
+ExpressTokenKind ExpressTokenizer::lessRead() {
     if (boMatch('*'))
-        return token(Kind::QUERY_OPERATOR);
+        return Kind::QUERY_OPERATOR;
     if (boMatch('='))
-        return token(Kind::LESS_OR_EQUAL);
-    return token(boMatch('>') ? Kind::NOT_EQUAL : Kind::LESS);
+        return Kind::LESS_OR_EQUAL;
+    return boMatch('>') ? Kind::NOT_EQUAL : Kind::LESS;
 }
 
-ExpressToken ExpressTokenizer::colonToken() {
+ExpressTokenKind ExpressTokenizer::colonRead() {
     if (boMatch('='))
-        return token(boMatch(':') ? Kind::SEMI_EQUAL : Kind::ASSIGN);
+        return boMatch(':') ? Kind::SEMI_EQUAL : Kind::ASSIGN;
     if (!boMatch('<'))
-        return token(Kind::COLON);
+        return Kind::COLON;
     if (!boMatch('>')) {
         vGiveBack(1);
-        return token(Kind::COLON);
+        return Kind::COLON;
     }
     if (boMatch(':'))
-        return token(Kind::SEMI_NOT_EQUAL);
+        return Kind::SEMI_NOT_EQUAL;
     vGiveBack(2);
-    return token(Kind::COLON);
+    return Kind::COLON;
 }
 
-void ExpressTokenizer::vBlockCommentSkip() {
-    for (;;) {
-        const char byte = consume();
-        if (byte == '\n')
-            vNewLineCount();
-        if (byte == '*' && boMatch(')'))
-            return;
+/// Where what closes a comment or literal stands; npos when a zero byte or the end of the text comes first.
+std::size_t ExpressTokenizer::closerFind(std::string_view closer, std::size_t pos) const {
+    const auto found = text_.find(closer, pos);
+    if (found == std::string_view::npos)
+        return found;
+    const auto isCut = text_.substr(pos, found - pos).find('\0') != std::string_view::npos;
+    return isCut ? std::string_view::npos : found;
+}
+
+/// Makes the input end where what is never closed begins, whose first byte was consumed already.
+void ExpressTokenizer::vInputEnd() {
+    --pos_;
+    ++uncounted_;
+    text_ = text_.substr(0, pos_);
+}
+
+/// False when the comment is never closed.
+bool ExpressTokenizer::boBlockCommentSkip() {
+    constexpr std::string_view closer = "*)";
+    const auto close = closerFind(closer, pos_ + 1);
+    if (close == std::string_view::npos) {
+        vInputEnd();
+        return false;
     }
+    for (++pos_; pos_ < close;) {
+        if (text_[pos_++] == '\n')
+            vNewLineCount();
+    }
+    pos_ = close + closer.size();
+    return true;
 }
 
-void ExpressTokenizer::vLineCommentSkip() {
-    consumeWhile([](char byte) { return byte != '\n'; });
+/// False when the comment is never closed.
+bool ExpressTokenizer::boLineCommentSkip() {
+    const auto close = closerFind("\n", pos_ + 1);
+    if (close == std::string_view::npos) {
+        vInputEnd();
+        return false;
+    }
+    pos_ = close;
+    return true;
 }
 
-ExpressToken ExpressTokenizer::stringLiteral() {
-    std::string text(consumeWhile([](char byte) { return byte != '\''; }));
-    consume();
-    auto result = token(Kind::STRING_LITERAL);
-    result.value = std::move(text);
-    return result;
+ExpressTokenKind ExpressTokenizer::stringLiteralRead(ExpressTokenView& token) {
+    const auto close = closerFind("'", pos_);
+    if (close == std::string_view::npos) {
+        vInputEnd();
+        return Kind::END_OF_FILE;
+    }
+    token.text = text_.substr(pos_, close - pos_);
+    pos_ = close + 1;
+    return Kind::STRING_LITERAL;
 }
 
-ExpressToken ExpressTokenizer::identifierOrKeyword() {
+ExpressTokenKind ExpressTokenizer::wordRead(ExpressTokenView& token) {
+    const auto* const begin = text_.data() + pos_ - 1;
+    const auto* const textEnd = text_.data() + text_.size();
+    const auto* end = begin + 1;
+    while (end != textEnd && WordBytes[static_cast<unsigned char>(*end)])
+        ++end;
+    token.text = {begin, static_cast<std::size_t>(end - begin)};
+    pos_ += token.text.size() - 1;
+    return kindOfWord(token.text);
+}
+
+ExpressTokenKind ExpressTokenizer::numberRead(ExpressTokenView& token) {
     const auto begin = pos_ - 1;
-    consumeWhile(isWordByte);
-    const auto word = text_.substr(begin, pos_ - begin);
-    auto result = token(kindOfWord(word));
-    if (result.kind == Kind::IDENTIFIER)
-        result.value = std::string(word);
-    return result;
-}
-
-ExpressToken ExpressTokenizer::number() {
-    const auto begin = pos_ - 1;
-    consumeWhile(isDigit);
-    const bool isReal = boMatch('.');
-    if (isReal)
-        consumeWhile(isDigit);
+    digitsConsume();
+    if (!boMatch('.')) {
+        token.integer = integerFromText(text_.substr(begin, pos_ - begin));
+        return Kind::INTEGER_LITERAL;
+    }
+    digitsConsume();
     std::string text(text_.substr(begin, pos_ - begin));
-    if (isReal)
-        vExponentCollect(text);
-    auto result = token(isReal ? Kind::REAL_LITERAL : Kind::INTEGER_LITERAL);
-    if (isReal)
-        result.value = realFromText(text);
-    else
-        result.value = integerFromText(text);
-    return result;
+    vExponentCollect(text);
+    token.real = realFromText(text);
+    return Kind::REAL_LITERAL;
 }
 
 /// An exponent needs a digit; without one the number ends before it.
@@ -456,7 +497,7 @@ void ExpressTokenizer::vExponentCollect(std::string& text) {
     // The conversion wants no plus sign.
     if (sign == '-')
         text += sign;
-    text += consumeWhile(isDigit);
+    text += digitsConsume();
 }
 
 } // namespace kiv::ifc::def::schema

@@ -114,6 +114,20 @@ struct ExpressToken {
     std::variant<std::monostate, std::string, int, double> value;
 };
 
+/// One token whose text is a view of what the tokenizer reads.
+struct ExpressTokenView {
+    ExpressTokenKind kind = ExpressTokenKind::END_OF_FILE;
+    /// As in `ExpressToken`.
+    std::uint64_t line = 0;
+    std::uint64_t column = 0;
+    /// Of an identifier, or between the quotes of a string literal.
+    std::string_view text;
+    /// Of an integer literal.
+    int integer = 0;
+    /// Of a real literal.
+    double real = 0;
+};
+
 class KIV_EXPORT ExpressTokenizer {
 public:
     /// Reads all that the stream's buffer gives, at once; its state flags are neither looked at nor set.
@@ -129,29 +143,40 @@ public:
     /// where it begins, as skipping it would never end.
     ExpressToken getToken();
 
+    /// The same without a copy of the token's text.
+    void vTokenRead(ExpressTokenView& token);
+
 private:
     char consume();
     bool boMatch(char wanted);
-    std::string_view consumeWhile(bool (*test)(char));
+    bool boNext(char wanted) const { return lookAhead() == wanted; }
+    std::string_view digitsConsume();
     void vGiveBack(std::size_t count);
     char lookAhead() const;
 
-    ExpressToken token(ExpressTokenKind kind) const;
-    ExpressToken colonToken();
-    ExpressToken lessToken();
-    ExpressToken identifierOrKeyword();
-    ExpressToken number();
-    ExpressToken stringLiteral();
+    /// What a token is, with its value where it has one; the position is the caller's to add.
+    ExpressTokenKind kindRead(ExpressTokenView& token);
+    ExpressTokenKind colonRead();
+    ExpressTokenKind lessRead();
+    ExpressTokenKind wordRead(ExpressTokenView& token);
+    ExpressTokenKind numberRead(ExpressTokenView& token);
+    ExpressTokenKind stringLiteralRead(ExpressTokenView& token);
+    void vInputEnd();
     void vExponentCollect(std::string& text);
-    void vBlockCommentSkip();
-    void vLineCommentSkip();
+    bool boBlockCommentSkip();
+    bool boLineCommentSkip();
+    std::size_t closerFind(std::string_view closer, std::size_t pos) const;
     void vNewLineCount();
+    void vBlanksSkip();
+    std::uint64_t getCount() const { return pos_ + uncounted_; }
 
     std::string owned_;
     std::string_view text_;
     // Of the look-ahead, the next character that is not consumed.
     std::size_t pos_ = 0;
-    std::uint64_t count_ = 1;
+    // How many characters more than `pos_` count as consumed: the one that reading begins with, those consumed at the end of
+    // the input, where there are none, and those counted again when they were given back.
+    std::uint64_t uncounted_ = 1;
     std::uint64_t line_ = 1;
     std::uint64_t lineStart_ = 0;
 };

@@ -5,6 +5,7 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "Host/KivArena.h"
 
 #include <algorithm>
 #include <istream>
@@ -24,19 +25,52 @@ std::unique_ptr<ObjectBase> pRead(Schema& schema, ReadLineHelper& line, std::siz
 }
 
 struct Statement {
-    std::string_view keyword;
+    Keyword keyword;
     std::unique_ptr<ObjectBase> (*read)(Schema&, ReadLineHelper&, std::size_t, std::istream&);
 };
 
 /// The first keyword in this order that a line contains decides, wherever it stands.
-constexpr Statement Statements[] = {{"TYPE", &pRead<Type>},
-                                    {"ENTITY", &pRead<Entity>},
-                                    {"FUNCTION", &pRead<Function>},
-                                    {"RULE", &pRead<Rule>}};
+constexpr Statement Statements[] = {{{"TYPE", 1}, &pRead<Type>},
+                                    {{"ENTITY", 5}, &pRead<Entity>},
+                                    {{"FUNCTION", 1}, &pRead<Function>},
+                                    {{"RULE", 1}, &pRead<Rule>}};
+
+/// Leaves a stream behind the line that was read last, also when reading is broken off.
+class AheadGuard {
+public:
+    AheadGuard(ReadLineHelper& line, std::istream& stream) : line_(line), stream_(stream) {}
+    ~AheadGuard() { line_.vAheadGiveBack(stream_); }
+    AheadGuard(const AheadGuard&) = delete;
+    AheadGuard& operator=(const AheadGuard&) = delete;
+
+private:
+    ReadLineHelper& line_;
+    std::istream& stream_;
+};
+
+/// A stable sort for what is in long runs sorted already, as the declarations of a schema are.
+template <class Value, class Less>
+void vSortRuns(std::vector<Value>& values, Less less) {
+    std::vector<std::size_t> starts;
+    for (std::size_t index = 0; index < values.size(); ++index) {
+        if (index == 0 || less(values[index], values[index - 1]))
+            starts.push_back(index);
+    }
+    const auto at = [&](std::size_t run) {
+        return values.begin() +
+               static_cast<std::ptrdiff_t>(run < starts.size() ? starts[run] : values.size());
+    };
+    // Neighbours are merged until one run is left.
+    for (std::size_t width = 1; width < starts.size(); width *= 2) {
+        for (std::size_t run = 0; run + width < starts.size(); run += 2 * width)
+            std::inplace_merge(at(run), at(run + width), at(run + 2 * width), less);
+    }
+}
 
 } // namespace
 
-Schema::Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) {
+Schema::Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) :
+    arena_(std::make_unique<Arena>()) {
     vHeaderRead(headerLine, schemaPos);
     vStatementsRead(stream);
     vResolve();
@@ -54,14 +88,16 @@ void Schema::vHeaderRead(const std::string& headerLine, std::size_t schemaPos) {
 }
 
 void Schema::vStatementsRead(std::istream& stream) {
-    ReadLineHelper line;
+    constexpr Keyword end("END_SCHEMA", 3);
+    ReadLineHelper line(*arena_);
+    const AheadGuard guard(line, stream);
     while (line.boNextLine(stream)) {
         if (auto object = pStatementRead(line, stream)) {
             objectsAsRead_.push_back(object.get());
-            table_.push_back({object->getNameUpperHash(), object->getNameUpper(), std::move(object)});
+            objects_.push_back(std::move(object));
             continue;
         }
-        if (line.getLine().find("END_SCHEMA") != std::string::npos)
+        if (end.isIn(line.getLine()))
             return;
     }
 }
@@ -70,7 +106,7 @@ std::unique_ptr<ObjectBase> Schema::pStatementRead(ReadLineHelper& line, std::is
     if (line.getLine().empty())
         return nullptr;
     for (const auto& statement : Statements) {
-        const auto pos = line.getLine().find(statement.keyword);
+        const auto pos = statement.keyword.findIn(line.getLine());
         if (pos != std::string::npos)
             return statement.read(*this, line, pos, stream);
     }
@@ -79,20 +115,20 @@ std::unique_ptr<ObjectBase> Schema::pStatementRead(ReadLineHelper& line, std::is
 
 void Schema::vResolve() {
     vObjectsByNameBuild();
-    vTableSort();
+    vDirectoryBuild();
     // Resolving one may make further ones, which are resolved at once.
     const auto dataTypeCount = dataTypes_.size();
     for (std::size_t index = 0; index < dataTypeCount; ++index)
         dataTypes_[index]->vUpdate(*this);
-    for (const auto& entry : table_)
-        entry.object->vUpdate(*this);
-    vAttributesSort();
+    for (auto* const object : objectsByHash())
+        object->vUpdate(*this);
+    vAttributesDirectoryBuild();
     vInverseAndNumbersResolve();
 }
 
 void Schema::vObjectsByNameBuild() {
     objectsByName_ = objectsAsRead_;
-    std::stable_sort(objectsByName_.begin(), objectsByName_.end(), [](const auto* left, const auto* right) {
+    vSortRuns(objectsByName_, [](const auto* left, const auto* right) {
         return left->getNameUpper() < right->getNameUpper();
     });
     const auto isSameName = [](const auto* left, const auto* right) {
@@ -102,23 +138,45 @@ void Schema::vObjectsByNameBuild() {
                          objectsByName_.end());
 }
 
-bool Schema::boTableLess(std::uint32_t hash, std::string_view name, std::uint32_t otherHash,
-                         std::string_view otherName) {
-    if (hash != otherHash)
-        return hash < otherHash;
-    if (name.size() != otherName.size())
-        return name.size() < otherName.size();
-    return name < otherName;
+void Schema::vDirectoryBuild() {
+    objectsDirectory_.vReserve(objects_.size());
+    for (const auto& object : objects_)
+        objectsDirectory_.vAdd(object.get());
+    objectsDirectory_.vBuild();
 }
 
-void Schema::vTableSort() {
-    std::stable_sort(table_.begin(), table_.end(), [](const TableEntry& left, const TableEntry& right) {
-        return boTableLess(left.hash, left.upperName, right.hash, right.upperName);
+/// The order in which objects are resolved, and so the order of the reports about them: by the hash of the upper-cased
+/// name, its length, and its bytes.
+std::vector<ObjectBase*> Schema::objectsByHash() const {
+    struct Key {
+        std::uint32_t hash;
+        std::uint32_t index;
+    };
+    std::vector<Key> keys;
+    keys.reserve(objects_.size());
+    for (const auto& object : objects_)
+        keys.push_back({object->getNameUpperHash(), static_cast<std::uint32_t>(keys.size())});
+    std::sort(keys.begin(), keys.end(), [this](const Key& left, const Key& right) {
+        if (left.hash != right.hash)
+            return left.hash < right.hash;
+        const auto leftName = objects_[left.index]->getNameUpper();
+        const auto rightName = objects_[right.index]->getNameUpper();
+        if (leftName.size() != rightName.size())
+            return leftName.size() < rightName.size();
+        return leftName != rightName ? leftName < rightName : left.index < right.index;
     });
+    std::vector<ObjectBase*> objects;
+    objects.reserve(keys.size());
+    for (const auto& key : keys)
+        objects.push_back(objects_[key.index].get());
+    return objects;
 }
 
-void Schema::vAttributesSort() {
-    std::stable_sort(attributes_.begin(), attributes_.end(), AttributeNameLess());
+void Schema::vAttributesDirectoryBuild() {
+    attributesDirectory_.vReserve(attributes_.size());
+    for (const auto* const attribute : attributes_)
+        attributesDirectory_.vAdd(attribute);
+    attributesDirectory_.vBuild();
 }
 
 void Schema::vInverseAndNumbersResolve() {
@@ -160,54 +218,31 @@ void Schema::vTreeNumber(Entity& root, std::uint16_t& counter) {
     }
 }
 
-ObjectBase* Schema::pObjectFind(const ObjectName& name) const {
-    const auto found = std::lower_bound(
-        table_.begin(), table_.end(), name, [](const TableEntry& entry, const ObjectName& wanted) {
-            return boTableLess(entry.hash, entry.upperName, wanted.getHash(), wanted.getView());
-        });
-    const bool equal =
-        found != table_.end() && found->hash == name.getHash() && found->upperName == name.getView();
-    return equal ? found->object.get() : nullptr;
-}
-
-ObjectBase* Schema::pObjectFind(std::string_view name) const {
-    const UpperCopy upper(name);
-    return pObjectFind(ObjectName(upper.getView()));
-}
-
 const ObjectBase* Schema::pObjectFromName(std::string_view name) const {
     return pObjectFind(name);
 }
 
 const ObjectBase* Schema::pObjectFromName(const ObjectName& name) const {
-    return pObjectFind(name);
-}
-
-std::span<const Schema::AttributeEntry> Schema::attributeRange(std::string_view upperName) const {
-    const auto [first, last] = std::equal_range(attributes_.begin(), attributes_.end(),
-                                                AttributeEntry{upperName, nullptr}, AttributeNameLess());
-    return {first, last};
+    const auto* const object = pObjectFind(name.getView());
+    return object && object->getNameUpper() == name.getView() ? object : nullptr;
 }
 
 const Attribute* Schema::pAttributeGet(const std::string& entityName,
                                        const std::string& attributeName) const {
-    const UpperCopy upperEntity(entityName);
-    const UpperCopy upperAttribute(attributeName);
-    for (const auto& entry : attributeRange(upperAttribute.getView())) {
-        if (entry.attribute->getEntity().getNameUpper() == upperEntity.getView())
-            return entry.attribute;
+    for (const auto& entry : attributesDirectory_.find(attributeName)) {
+        if (compareUpper(entityName, entry.value->getEntity().getNameUpper()) == 0)
+            return entry.value;
     }
     return nullptr;
 }
 
 std::vector<std::reference_wrapper<const Attribute>>
 Schema::attributesGet(const std::string& attributeName) const {
-    const UpperCopy upper(attributeName);
-    const auto range = attributeRange(upper.getView());
+    const auto found = attributesDirectory_.find(attributeName);
     std::vector<std::reference_wrapper<const Attribute>> attributes;
-    attributes.reserve(range.size());
-    for (const auto& entry : range)
-        attributes.emplace_back(*entry.attribute);
+    attributes.reserve(found.size());
+    for (const auto& entry : found)
+        attributes.emplace_back(*entry.value);
     return attributes;
 }
 
@@ -231,14 +266,17 @@ std::vector<const DataTypeBase*> Schema::getSharedDataTypes() const {
 std::vector<std::reference_wrapper<const Attribute>> Schema::getAttributesByName() const {
     std::vector<std::reference_wrapper<const Attribute>> attributes;
     attributes.reserve(attributes_.size());
-    for (const auto& entry : attributes_)
-        attributes.emplace_back(*entry.attribute);
+    for (const auto* const attribute : attributes_)
+        attributes.emplace_back(*attribute);
+    std::stable_sort(attributes.begin(), attributes.end(), [](const Attribute& left, const Attribute& right) {
+        return left.getNameUpper() < right.getNameUpper();
+    });
     return attributes;
 }
 
 void Schema::vAttributeAdd(const Attribute& attribute) {
     vBuildingCheck();
-    attributes_.push_back({attribute.getNameUpper(), &attribute});
+    attributes_.push_back(&attribute);
 }
 
 void Schema::vBuildingCheck() const {
@@ -254,7 +292,7 @@ Schema* pStepStreamRead(std::istream& stream,
     for (bool first = true; line.boNextLine(stream); first = false) {
         if (first)
             line.vByteOrderMarkRemove();
-        const std::string& text = line.getLine();
+        const auto text = line.getLine();
         // Comments are recognised at the start of a line only; one that opens and closes on its line is not
         // skipped.
         if (!inComment && text.starts_with("(*"))
@@ -263,7 +301,7 @@ Schema* pStepStreamRead(std::istream& stream,
             inComment = false;
         const auto pos = inComment ? std::string::npos : text.find(SchemaKeyword);
         if (pos != std::string::npos)
-            result = factory(stream, text, pos);
+            result = factory(stream, std::string(text), pos);
     }
     return result;
 }

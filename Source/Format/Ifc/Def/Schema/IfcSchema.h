@@ -18,6 +18,7 @@
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaNameDirectory.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
 #include <array>
@@ -46,11 +47,10 @@ public:
     std::string_view getName() const { return name_; }
 
     /// The object of this name, in any letter case; null when there is none. Of two objects of one name, the
-    /// one read first. Names up to 64 bytes are looked up without an allocation; cost: the logarithm of the
-    /// objects.
+    /// one read first. Nothing is allocated; cost: that of looking at the name once.
     const ObjectBase* pObjectFromName(std::string_view name) const;
 
-    /// The same for a key that is made already; nothing is allocated.
+    /// The same for a key that is made already.
     const ObjectBase* pObjectFromName(const ObjectName& name) const;
 
     /// The explicit attribute that this entity itself declares, both names in any letter case; null when
@@ -75,10 +75,11 @@ public:
     std::vector<const DataTypeBase*> getSharedDataTypes() const;
 
     /// Every explicit attribute by its upper-cased name, equal names in the order in which `attributesGet`
-    /// has them.
+    /// has them. Cost: a sorted list of them.
     std::vector<std::reference_wrapper<const Attribute>> getAttributesByName() const;
 
 private:
+    friend class AttributeBase;
     friend class DataTypeBase;
     friend class AggregateNesting;
     friend class DataTypeSelect;
@@ -86,39 +87,18 @@ private:
     friend class DataTypeListBase;
     friend class Entity;
     friend class Type;
+    friend class Where;
 
-    /// One line of the object table. The name and its hash are copied here so that a search touches no
-    /// object.
-    struct TableEntry {
-        std::uint32_t hash;
-        std::string_view upperName;
-        std::unique_ptr<ObjectBase> object;
-    };
-    static bool boTableLess(std::uint32_t hash, std::string_view name, std::uint32_t otherHash,
-                            std::string_view otherName);
-
-    /// One line of the index of attributes.
-    struct AttributeEntry {
-        std::string_view upperName;
-        const Attribute* attribute;
-    };
-    struct AttributeNameLess {
-        bool operator()(const AttributeEntry& left, const AttributeEntry& right) const {
-            return left.upperName < right.upperName;
-        }
-    };
-    std::span<const AttributeEntry> attributeRange(std::string_view upperName) const;
-
-    ObjectBase* pObjectFind(std::string_view name) const;
-    ObjectBase* pObjectFind(const ObjectName& name) const;
+    ObjectBase* pObjectFind(std::string_view name) const { return objectsDirectory_.pFind(name); }
 
     void vHeaderRead(const std::string& headerLine, std::size_t schemaPos);
     void vStatementsRead(std::istream& stream);
     std::unique_ptr<ObjectBase> pStatementRead(ReadLineHelper& line, std::istream& stream);
     void vResolve();
     void vObjectsByNameBuild();
-    void vTableSort();
-    void vAttributesSort();
+    void vDirectoryBuild();
+    std::vector<ObjectBase*> objectsByHash() const;
+    void vAttributesDirectoryBuild();
     void vInverseAndNumbersResolve();
     static void vTreeNumber(Entity& root, std::uint16_t& counter);
 
@@ -128,13 +108,17 @@ private:
 
     std::string name_;
     // Declared in the reverse of the order in which they are destroyed: objects, shared data types, data
-    // types.
+    // types, and last the texts and trees of all of them.
+    std::unique_ptr<Arena> arena_;
     std::vector<std::unique_ptr<DataTypeBase>> dataTypes_;
     std::array<std::unique_ptr<DataTypeBase>, 7> sharedTypes_;
-    std::vector<TableEntry> table_;
+    std::vector<std::unique_ptr<ObjectBase>> objects_;
     std::vector<const ObjectBase*> objectsAsRead_;
     std::vector<const ObjectBase*> objectsByName_;
-    std::vector<AttributeEntry> attributes_;
+    NameDirectory<ObjectBase> objectsDirectory_;
+    // In the order in which their entities were resolved.
+    std::vector<const Attribute*> attributes_;
+    NameDirectory<const Attribute> attributesDirectory_;
     std::size_t aggregateNesting_ = 0;
     bool built_ = false;
 };

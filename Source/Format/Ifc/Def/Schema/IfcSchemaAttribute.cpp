@@ -1,44 +1,60 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 
 #include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Host/KivArena.h"
 
 namespace kiv::ifc::def::schema {
 
-AttributeBase::AttributeBase(Entity& entity, std::string&& name) :
-    entity_(entity), name_(std::move(name)), nameUpper_(sUpper(name_)), nameHash_(schema::nameHash(name_)) {}
+namespace {
 
-AttributeBase::AttributeBase(Entity& entity, std::string&& name, const std::string& line, std::size_t pos) :
-    AttributeBase(entity, std::move(name)) {
-    constexpr std::string_view optionalWord = "OPTIONAL";
-    std::string_view text = std::string_view(line).substr(pos);
-    if (const auto found = text.find(optionalWord); found != std::string_view::npos) {
+/// What the elements of an aggregate are; null for everything else.
+const ObjectBase* pElementOf(const ObjectBase* type) {
+    const auto* const aggregate = DataTypeListInterface::pFrom(type);
+    return aggregate ? aggregate->pElement() : nullptr;
+}
+
+} // namespace
+
+AttributeBase::AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name) :
+    entity_(entity), name_(line.getKept(name)), nameUpper_(upperIn(line.getArena(), name_)) {}
+
+AttributeBase::AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name,
+                             std::string_view rest) :
+    AttributeBase(entity, line, name) {
+    constexpr Keyword optionalWord("OPTIONAL", 1);
+    if (const auto found = optionalWord.findIn(rest); found != std::string_view::npos) {
         optional_ = true;
-        text.remove_prefix(found + optionalWord.size());
+        rest.remove_prefix(found + optionalWord.size());
     }
-    text = trimmedLeft(text, BlankAndTab);
-    typeText_ = text.substr(0, text.find(';'));
+    rest = trimmedLeft(rest, BlankAndTab);
+    typeText_ = line.getKept(rest.substr(0, rest.find(';')));
 }
 
 void AttributeBase::vUpdate(Schema& schema) {
     if (!resolvedTypes_.empty())
         return;
-    if (const auto* named = schema.pObjectFromName(typeText_)) {
-        resolvedTypes_.push_back(named);
-        return;
-    }
+    const ObjectBase* first = schema.pObjectFromName(typeText_);
+    if (!first)
+        first = DataTypeBase::pTypeCreateOnSchema(schema, typeText_, true);
     // Each aggregate has resolved its own element when it was built; the chain only follows them.
-    const ObjectBase* next = DataTypeBase::pTypeCreateOnSchema(schema, typeText_, true);
-    while (next) {
-        resolvedTypes_.push_back(next);
-        const auto* aggregate = DataTypeListInterface::pFrom(next);
-        next = aggregate ? aggregate->pElement() : nullptr;
-    }
+    std::size_t count = 0;
+    for (const auto* type = first; type; type = pElementOf(type))
+        ++count;
+    auto** const types = schema.arena_->pMakeArray<const ObjectBase*>(count);
+    count = 0;
+    for (const auto* type = first; type; type = pElementOf(type))
+        types[count++] = type;
+    resolvedTypes_ = {types, count};
 }
 
-AttributeName::AttributeName(const Attribute& attribute) :
-    name_(attribute.getName()), hash_(attribute.getNameHash()) {}
+std::uint32_t AttributeBase::getNameHash() const {
+    return schema::nameHash(name_);
+}
 
-AttributeName::AttributeName(std::string_view name) : name_(name), hash_(nameHash(name)) {}
+std::uint32_t AttributeName::getHash() const {
+    return nameHash(name_);
+}
 
 } // namespace kiv::ifc::def::schema

@@ -10,12 +10,11 @@
 #pragma once
 
 #include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace kiv::ifc::def::xmlschema {
 class Attribute;
@@ -25,10 +24,10 @@ namespace kiv::ifc::def::schema {
 
 class KIV_EXPORT AttributeBase {
 public:
-    /// An explicit attribute; `line` from byte offset `pos` is what stands behind the colon.
-    AttributeBase(Entity& entity, std::string&& name, const std::string& line, std::size_t pos);
-    /// An inverse attribute.
-    AttributeBase(Entity& entity, std::string&& name);
+    /// An explicit attribute; `rest` is what stands behind the colon. Both are parts of the current line.
+    AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name, std::string_view rest);
+    /// An inverse attribute, whose name is a part of the current line.
+    AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name);
 
     /// The entity that declares the attribute.
     const Entity& getEntity() const { return entity_; }
@@ -36,8 +35,8 @@ public:
     std::string_view getName() const { return name_; }
     /// The name with a to z made A to Z.
     std::string_view getNameUpper() const { return nameUpper_; }
-    /// `nameHash` of the name as written.
-    std::uint32_t getNameHash() const { return nameHash_; }
+    /// `nameHash` of the name as written; made anew each time, as look-ups do without it.
+    std::uint32_t getNameHash() const;
     bool isOptional() const { return optional_; }
     /// The type as written, without OPTIONAL, up to the ';'.
     std::string_view getTypeText() const { return typeText_; }
@@ -54,16 +53,15 @@ protected:
     AttributeBase(AttributeBase&&) = default;
 
     void vUpdate(Schema& schema);
-    void vTypeTextSet(std::string&& text) { typeText_ = std::move(text); }
+    void vTypeTextSet(std::string_view text) { typeText_ = text; }
 
 private:
     Entity& entity_;
-    std::string name_;
-    std::string nameUpper_;
-    std::uint32_t nameHash_;
+    std::string_view name_;
+    std::string_view nameUpper_;
     bool optional_ = false;
-    std::string typeText_;
-    std::vector<const ObjectBase*> resolvedTypes_;
+    std::string_view typeText_;
+    std::span<const ObjectBase* const> resolvedTypes_;
 };
 
 class KIV_EXPORT Attribute final : public AttributeBase {
@@ -83,25 +81,23 @@ private:
     mutable const xmlschema::Attribute* xmlAttribute_ = nullptr;
 };
 
-/// A look-up key for an attribute: its name as written and that name's hash.
+/// A look-up key for an attribute: its name as written.
 ///
 /// Ownership: refers to the name it was made from, which must outlive it.
 class KIV_EXPORT AttributeName {
 public:
-    explicit AttributeName(const Attribute& attribute);
-    explicit AttributeName(std::string_view name);
+    explicit AttributeName(const Attribute& attribute) : name_(attribute.getName()) {}
+    explicit AttributeName(std::string_view name) : name_(name) {}
 
     /// True when the attribute bears exactly this name.
-    bool boMatches(const AttributeBase& attribute) const {
-        return attribute.getNameHash() == hash_ && attribute.getName() == name_;
-    }
+    bool boMatches(const AttributeBase& attribute) const { return isSameText(attribute.getName(), name_); }
 
     std::string_view getView() const { return name_; }
-    std::uint32_t getHash() const { return hash_; }
+    /// `nameHash` of the name.
+    std::uint32_t getHash() const;
 
 private:
     std::string_view name_;
-    std::uint32_t hash_;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -3,13 +3,14 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 namespace kiv::ifc::def::schema {
 
-AttributeInverse::AttributeInverse(Entity& entity, std::string&& name, std::string&& typeText,
-                                   std::string&& forAttribute) :
-    AttributeBase(entity, std::move(name)), forAttributeName_(std::move(forAttribute)) {
-    vTypeTextSet(std::move(typeText));
+AttributeInverse::AttributeInverse(Entity& entity, ReadLineHelper& line, std::string_view name,
+                                   std::string_view typeText, std::string_view forAttribute) :
+    AttributeBase(entity, line, name), forAttributeName_(line.getKept(forAttribute)) {
+    vTypeTextSet(line.getKept(typeText));
 }
 
 void AttributeInverse::vUpdate(Schema& schema) {

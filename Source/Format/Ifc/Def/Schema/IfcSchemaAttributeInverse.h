@@ -14,7 +14,9 @@ namespace kiv::ifc::def::schema {
 
 class KIV_EXPORT AttributeInverse final : public AttributeBase {
 public:
-    AttributeInverse(Entity& entity, std::string&& name, std::string&& typeText, std::string&& forAttribute);
+    /// The texts are parts of the current line.
+    AttributeInverse(Entity& entity, ReadLineHelper& line, std::string_view name, std::string_view typeText,
+                     std::string_view forAttribute);
 
     /// Resolves the type, the entity and the attribute; runs after all entities were resolved.
     void vUpdate(Schema& schema);
@@ -38,7 +40,7 @@ public:
 
 private:
     mutable const xmlschema::AttributeInverse* xmlAttribute_ = nullptr;
-    std::string forAttributeName_;
+    std::string_view forAttributeName_;
     const Entity* referredEntity_ = nullptr;
     const Attribute* referredAttribute_ = nullptr;
 };

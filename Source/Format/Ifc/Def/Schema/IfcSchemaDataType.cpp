@@ -55,16 +55,18 @@ std::uint64_t widthFromKeyword(std::string_view keyword) {
     return keyword.size() >= prefix + 2 ? unsignedFromText<std::uint64_t>(keyword.substr(prefix)) : 0;
 }
 
-std::string sRestOfLine(const ReadLineHelper& line, std::size_t pos) {
-    return line.getLine().substr(std::min(pos, line.getLine().size()));
+/// The rest of the current line, kept for as long as what is read out of the schema.
+std::string_view restOfLine(ReadLineHelper& line, std::size_t pos) {
+    const auto text = line.getLine();
+    return line.getKept(text.substr(std::min(pos, text.size())));
 }
 
 template <class NewType>
 std::unique_ptr<DataTypeBase> create() {
-    if constexpr (std::is_constructible_v<NewType, std::string, std::string>)
-        return std::make_unique<NewType>(std::string(), std::string());
-    else if constexpr (std::is_constructible_v<NewType, std::string>)
-        return std::make_unique<NewType>(std::string());
+    if constexpr (std::is_constructible_v<NewType, std::string_view, std::string_view>)
+        return std::make_unique<NewType>(std::string_view(), std::string_view());
+    else if constexpr (std::is_constructible_v<NewType, std::string_view>)
+        return std::make_unique<NewType>(std::string_view());
     else
         return std::make_unique<NewType>();
 }
@@ -83,10 +85,10 @@ constexpr SharedType SharedTypes[] = {{"REAL", &create<DataType<0>>},      {"BOO
 /// The new, unshared data type for a keyword. `source` makes ENUMERATION, SELECT, the aggregates and a sized
 /// STRING, as these are built differently from a text and from the line of a declaration.
 template <class Source>
-std::unique_ptr<DataTypeBase> pNewType(const std::string& keyword, Source&& source) {
-    if (keyword.find("STRING") != std::string::npos)
+std::unique_ptr<DataTypeBase> pNewType(std::string_view keyword, Source&& source) {
+    if (keyword.find("STRING") != std::string_view::npos)
         return source.string(keyword);
-    if (keyword.find("BINARY") != std::string::npos)
+    if (keyword.find("BINARY") != std::string_view::npos)
         return std::make_unique<DataTypeBinary>(keyword);
     if (keyword == "ENUMERATION")
         return source.template create<DataTypeEnum>();
@@ -102,13 +104,13 @@ std::unique_ptr<DataTypeBase> pNewType(const std::string& keyword, Source&& sour
 }
 
 struct FromText {
-    const std::string& rest;
+    std::string_view rest;
 
     template <class NewType>
     std::unique_ptr<DataTypeBase> create() const {
         return std::make_unique<NewType>(rest);
     }
-    std::unique_ptr<DataTypeBase> string(const std::string& keyword) const {
+    std::unique_ptr<DataTypeBase> string(std::string_view keyword) const {
         return std::make_unique<DataTypeString>(keyword, rest);
     }
 };
@@ -122,7 +124,7 @@ struct FromLine {
     std::unique_ptr<DataTypeBase> create() const {
         return std::make_unique<NewType>(line, pos, stream);
     }
-    std::unique_ptr<DataTypeBase> string(const std::string& keyword) const {
+    std::unique_ptr<DataTypeBase> string(std::string_view keyword) const {
         return std::make_unique<DataTypeString>(keyword, line, pos, stream);
     }
 };
@@ -160,15 +162,16 @@ bool DataTypeBase::isConstructed() const {
     return false;
 }
 
-DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, const std::string& text, bool update) {
+DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string_view text, bool update) {
+    constexpr auto npos = std::string_view::npos;
     const auto blank = text.find(' ');
-    const auto end = blank != std::string::npos ? blank : text.find(';');
-    return pTypeCreateOnSchema(schema, text.substr(0, end),
-                               blank == std::string::npos ? "" : text.substr(blank + 1), update);
+    const auto end = blank != npos ? blank : text.find(';');
+    const auto rest = blank != npos ? text.substr(blank + 1) : std::string_view();
+    return pTypeCreateOnSchema(schema, text.substr(0, end), rest, update);
 }
 
-DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string&& keyword, std::string&& rest,
-                                                bool update) {
+DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string_view keyword,
+                                                std::string_view rest, bool update) {
     if (auto* const shared = pSharedType(schema, keyword))
         return shared;
     auto* const type = pTypeAdd(schema, keyword, pNewType(keyword, FromText{rest}));
@@ -177,7 +180,7 @@ DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string&& ke
     return type;
 }
 
-DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, const std::string& keyword,
+DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string_view keyword,
                                                 ReadLineHelper& line, std::size_t pos, std::istream& stream) {
     if (auto* const shared = pSharedType(schema, keyword))
         return shared;
@@ -195,7 +198,7 @@ DataTypeBase* DataTypeBase::pSharedType(Schema& schema, std::string_view keyword
     if (!slot) {
         schema.vBuildingCheck();
         slot = shared->create();
-        slot->vNameSet(keyword);
+        slot->vNameSet(shared->keyword, *schema.arena_);
     }
     return slot.get();
 }
@@ -205,7 +208,7 @@ DataTypeBase* DataTypeBase::pTypeAdd(Schema& schema, std::string_view keyword,
     if (!type)
         return nullptr;
     schema.vBuildingCheck();
-    type->vNameSet(keyword);
+    type->vNameSet(keyword, *schema.arena_);
     return schema.dataTypes_.emplace_back(std::move(type)).get();
 }
 
@@ -216,25 +219,25 @@ template <std::uint32_t N>
 DataType<N>::~DataType() = default;
 
 template <std::uint32_t N>
-DataTypeWithSize<N>::DataTypeWithSize(const std::string& keyword) : width_(widthFromKeyword(keyword)) {}
+DataTypeWithSize<N>::DataTypeWithSize(std::string_view keyword) : width_(widthFromKeyword(keyword)) {}
 
 template <std::uint32_t N>
 DataTypeWithSize<N>::~DataTypeWithSize() = default;
 
-DataTypeString::DataTypeString(const std::string& keyword, const std::string&) :
+DataTypeString::DataTypeString(std::string_view keyword, std::string_view) :
     DataTypeWithSize<4>(keyword), fixed_(false) {}
 
-DataTypeString::DataTypeString(const std::string& keyword, ReadLineHelper& line, std::size_t pos,
+DataTypeString::DataTypeString(std::string_view keyword, ReadLineHelper& line, std::size_t pos,
                                std::istream&) :
     DataTypeWithSize<4>(keyword), fixed_(line.getLine().find("FIXED", pos) != std::string::npos) {}
 
 DataTypeString::~DataTypeString() = default;
 
-DataTypeBinary::DataTypeBinary(const std::string& keyword) : DataTypeWithSize<6>(keyword) {}
+DataTypeBinary::DataTypeBinary(std::string_view keyword) : DataTypeWithSize<6>(keyword) {}
 
 DataTypeBinary::~DataTypeBinary() = default;
 
-DataTypeEnum::DataTypeEnum(const std::string&) {}
+DataTypeEnum::DataTypeEnum(std::string_view) {}
 
 DataTypeEnum::DataTypeEnum(const std::vector<std::string>& items) : items_(items) {
     vIndexBuild();
@@ -251,7 +254,11 @@ void DataTypeEnum::vIndexBuild() {
     ordered_.reserve(items_.size());
     for (const auto& item : items_)
         ordered_.push_back(&item);
-    std::stable_sort(ordered_.begin(), ordered_.end(), [](const auto* a, const auto* b) { return *a < *b; });
+    // Of equal items the one that was read first is kept: they lie in that order.
+    std::sort(ordered_.begin(), ordered_.end(), [](const auto* a, const auto* b) {
+        const auto order = a->compare(*b);
+        return order != 0 ? order < 0 : a < b;
+    });
     const auto last =
         std::unique(ordered_.begin(), ordered_.end(), [](const auto* a, const auto* b) { return *a == *b; });
     ordered_.erase(last, ordered_.end());
@@ -268,10 +275,10 @@ bool DataTypeEnum::boContains(std::string_view item) const {
     return found != ordered_.end() && **found == item;
 }
 
-DataTypeSelect::DataTypeSelect(const std::string&) {}
+DataTypeSelect::DataTypeSelect(std::string_view) {}
 
 DataTypeSelect::DataTypeSelect(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
-    memberNames_(line.getNamesInList(pos, stream)) {}
+    memberNames_(line.getNameViewsInList(pos, stream)) {}
 
 DataTypeSelect::~DataTypeSelect() = default;
 
@@ -351,13 +358,13 @@ const DataTypeListInterface* DataTypeListInterface::pFrom(const ObjectBase* obje
 }
 
 template <std::uint32_t N>
-DataTypeListBase<N>::DataTypeListBase(const std::string& text, bool* unique) {
+DataTypeListBase<N>::DataTypeListBase(std::string_view text, bool* unique) {
     vInit(text, unique);
 }
 
 template <std::uint32_t N>
 DataTypeListBase<N>::DataTypeListBase(ReadLineHelper& line, std::size_t pos, std::istream&, bool* unique) {
-    vInit(sRestOfLine(line, pos), unique);
+    vInit(restOfLine(line, pos), unique);
 }
 
 template <std::uint32_t N>
@@ -421,20 +428,20 @@ const ObjectBase* DataTypeListBase<N>::pBaseType() const {
     return element;
 }
 
-DataTypeArray::DataTypeArray(const std::string& text) : DataTypeListBase<9>(text, nullptr) {}
+DataTypeArray::DataTypeArray(std::string_view text) : DataTypeListBase<9>(text, nullptr) {}
 DataTypeArray::DataTypeArray(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
     DataTypeListBase<9>(line, pos, stream, nullptr) {}
 DataTypeArray::~DataTypeArray() = default;
 
 // The flag is set by the base, before there is a member to take it.
-DataTypeList::DataTypeList(const std::string& text) : DataTypeList(text, false) {}
+DataTypeList::DataTypeList(std::string_view text) : DataTypeList(text, false) {}
 DataTypeList::DataTypeList(ReadLineHelper& line, std::size_t pos, std::istream&) :
-    DataTypeList(sRestOfLine(line, pos), false) {}
-DataTypeList::DataTypeList(const std::string& text, bool unique) :
+    DataTypeList(restOfLine(line, pos), false) {}
+DataTypeList::DataTypeList(std::string_view text, bool unique) :
     DataTypeListBase<10>(text, &unique), unique_(unique) {}
 DataTypeList::~DataTypeList() = default;
 
-DataTypeSet::DataTypeSet(const std::string& text) : DataTypeListBase<11>(text, nullptr) {}
+DataTypeSet::DataTypeSet(std::string_view text) : DataTypeListBase<11>(text, nullptr) {}
 DataTypeSet::DataTypeSet(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
     DataTypeListBase<11>(line, pos, stream, nullptr) {}
 DataTypeSet::~DataTypeSet() = default;

@@ -57,18 +57,18 @@ public:
 
     /// The data type of a whole type text, as written behind an attribute's colon: a shared simple type, or a
     /// new one that `schema` owns; null when the text begins with no keyword of a data type (with a name,
-    /// say). `update` resolves a new one at once. Like the two below only for a schema that is being read: on one
+    /// say). `update` resolves a new one at once. The text outlives the schema. Like the two below only for a schema that is being read: on one
     /// that is built it throws std::logic_error, as nothing is added to that.
-    static DataTypeBase* pTypeCreateOnSchema(Schema& schema, const std::string& text, bool update);
+    static DataTypeBase* pTypeCreateOnSchema(Schema& schema, std::string_view text, bool update);
 
     /// The same from the keyword and the text behind it. The items of ENUMERATION and SELECT are not read
     /// here.
-    static DataTypeBase* pTypeCreateOnSchema(Schema& schema, std::string&& keyword, std::string&& rest,
+    static DataTypeBase* pTypeCreateOnSchema(Schema& schema, std::string_view keyword, std::string_view rest,
                                              bool update);
 
     /// The same from the keyword of a TYPE declaration and the current line from `pos`; the lists of
     /// ENUMERATION and SELECT are read, also across lines.
-    static DataTypeBase* pTypeCreateOnSchema(Schema& schema, const std::string& keyword, ReadLineHelper& line,
+    static DataTypeBase* pTypeCreateOnSchema(Schema& schema, std::string_view keyword, ReadLineHelper& line,
                                              std::size_t pos, std::istream& stream);
 
 private:
@@ -92,7 +92,7 @@ template <std::uint32_t N>
 class KIV_EXPORT DataTypeWithSize : public DataType<N> {
 public:
     /// Reads the width out of the keyword, as in "STRING(255)".
-    explicit DataTypeWithSize(const std::string& keyword);
+    explicit DataTypeWithSize(std::string_view keyword);
     ~DataTypeWithSize() override;
 
     /// In characters for STRING, in bits for BINARY; 0 when none was given.
@@ -105,8 +105,8 @@ private:
 class KIV_EXPORT DataTypeString final : public DataTypeWithSize<4> {
 public:
     /// `rest` is the text behind the keyword; it is not looked at.
-    DataTypeString(const std::string& keyword, const std::string& rest);
-    DataTypeString(const std::string& keyword, ReadLineHelper& line, std::size_t pos, std::istream& stream);
+    DataTypeString(std::string_view keyword, std::string_view rest);
+    DataTypeString(std::string_view keyword, ReadLineHelper& line, std::size_t pos, std::istream& stream);
     ~DataTypeString() override;
 
     /// FIXED was written behind the width; known for TYPE declarations only.
@@ -118,14 +118,14 @@ private:
 
 class KIV_EXPORT DataTypeBinary final : public DataTypeWithSize<6> {
 public:
-    explicit DataTypeBinary(const std::string& keyword);
+    explicit DataTypeBinary(std::string_view keyword);
     ~DataTypeBinary() override;
 };
 
 class KIV_EXPORT DataTypeEnum final : public DataType<7> {
 public:
     /// Without items: the text of an attribute's type is not searched for them.
-    explicit DataTypeEnum(const std::string& rest);
+    explicit DataTypeEnum(std::string_view rest);
     explicit DataTypeEnum(const std::vector<std::string>& items);
     DataTypeEnum(ReadLineHelper& line, std::size_t pos, std::istream& stream);
     ~DataTypeEnum() override;
@@ -151,7 +151,7 @@ private:
 class KIV_EXPORT DataTypeSelect final : public DataType<8> {
 public:
     /// Without members: the text of an attribute's type is not searched for them.
-    explicit DataTypeSelect(const std::string& rest);
+    explicit DataTypeSelect(std::string_view rest);
     DataTypeSelect(ReadLineHelper& line, std::size_t pos, std::istream& stream);
     ~DataTypeSelect() override;
 
@@ -159,7 +159,7 @@ public:
     bool isConstructed() const override;
 
     /// The names as written, in the order of the declaration.
-    const std::vector<std::string>& getMemberNames() const { return memberNames_; }
+    const std::vector<std::string_view>& getMemberNames() const { return memberNames_; }
 
     /// What the names were resolved to, in the same order; names that nothing bears are left out.
     const std::vector<const ObjectBase*>& getMembers() const { return members_; }
@@ -175,7 +175,7 @@ public:
 private:
     bool boMemberMatches(const ObjectBase& object, std::vector<const DataTypeSelect*>& nested) const;
 
-    std::vector<std::string> memberNames_;
+    std::vector<std::string_view> memberNames_;
     std::vector<const ObjectBase*> members_;
     bool allEntities_ = false;
 };
@@ -210,8 +210,8 @@ public:
 template <std::uint32_t N>
 class KIV_EXPORT DataTypeListBase : public DataType<N>, public DataTypeListInterface {
 public:
-    /// `unique`, when given, receives whether the elements are declared UNIQUE.
-    DataTypeListBase(const std::string& text, bool* unique);
+    /// `unique`, when given, receives whether the elements are declared UNIQUE. The text outlives the type.
+    DataTypeListBase(std::string_view text, bool* unique);
     DataTypeListBase(ReadLineHelper& line, std::size_t pos, std::istream& stream, bool* unique);
     ~DataTypeListBase() override;
 
@@ -229,20 +229,20 @@ private:
 
     Bound lower_;
     Bound upper_;
-    std::string elementText_;
+    std::string_view elementText_;
     const ObjectBase* element_ = nullptr;
 };
 
 class KIV_EXPORT DataTypeArray final : public DataTypeListBase<9> {
 public:
-    explicit DataTypeArray(const std::string& text);
+    explicit DataTypeArray(std::string_view text);
     DataTypeArray(ReadLineHelper& line, std::size_t pos, std::istream& stream);
     ~DataTypeArray() override;
 };
 
 class KIV_EXPORT DataTypeList final : public DataTypeListBase<10> {
 public:
-    explicit DataTypeList(const std::string& text);
+    explicit DataTypeList(std::string_view text);
     DataTypeList(ReadLineHelper& line, std::size_t pos, std::istream& stream);
     ~DataTypeList() override;
 
@@ -250,14 +250,14 @@ public:
     bool isUnique() const { return unique_; }
 
 private:
-    DataTypeList(const std::string& text, bool unique);
+    DataTypeList(std::string_view text, bool unique);
 
     bool unique_;
 };
 
 class KIV_EXPORT DataTypeSet final : public DataTypeListBase<11> {
 public:
-    explicit DataTypeSet(const std::string& text);
+    explicit DataTypeSet(std::string_view text);
     DataTypeSet(ReadLineHelper& line, std::size_t pos, std::istream& stream);
     ~DataTypeSet() override;
 };

@@ -11,9 +11,9 @@ DeriveValue::DeriveValue(std::string_view name, std::string_view rest) : name_(n
 
 void DeriveValue::update(const Entity& entity) {
     const auto dot = name_.find('.');
-    if (dot == std::string::npos)
+    if (dot == std::string_view::npos)
         return;
-    redeclared_ = entity.pAttributeFromName(AttributeName(std::string_view(name_).substr(dot + 1)), true);
+    redeclared_ = entity.pAttributeFromName(AttributeName(name_.substr(dot + 1)), true);
     if (!redeclared_)
         vAssertReport("Attribute not found", "kiv::ifc::def::schema::DeriveValue::update",
                       "Source/Format/Ifc/Def/Schema/IfcSchemaDerive", 30);

@@ -6,7 +6,6 @@
 
 #include "Host/KivExport.h"
 
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -18,6 +17,7 @@ class Entity;
 /// One derived attribute.
 class KIV_EXPORT DeriveValue {
 public:
+    /// The texts outlive the value.
     DeriveValue(std::string_view name, std::string_view rest);
 
     /// Finds the attribute that a name such as SELF\IfcNamedUnit.Dimensions redeclares, in the entity and
@@ -34,13 +34,14 @@ public:
     const Attribute* pRedeclared() const { return redeclared_; }
 
 private:
-    std::string name_;
-    std::string rest_;
+    std::string_view name_;
+    std::string_view rest_;
     const Attribute* redeclared_ = nullptr;
 };
 
 class KIV_EXPORT Derive {
 public:
+    /// The texts outlive the clause.
     void vDeriveAdd(std::string_view name, std::string_view rest);
 
     /// True when a value has the name of a redeclaration, for which attributes are searched.

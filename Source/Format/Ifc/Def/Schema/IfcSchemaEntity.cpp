@@ -11,7 +11,7 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-constexpr std::string_view Keyword = "ENTITY";
+constexpr std::string_view HeaderWord = "ENTITY";
 constexpr auto npos = std::string_view::npos;
 
 void vEntityNotFoundReport(int line) {
@@ -53,7 +53,9 @@ public:
 
 private:
     enum class Clause { NotSeen, Open, Closed };
-    static constexpr std::string_view Colon = " : ";
+    static constexpr Keyword Colon{" : ", 1};
+    /// Most entities that declare attributes declare no more.
+    static constexpr std::size_t FewAttributes = 4;
 
     void vLineRead() {
         // The clauses of the header move this position along the line; all others look at the whole line.
@@ -62,23 +64,23 @@ private:
         vSupertypeRead(pos);
         if (!boSubtypeRead(pos))
             return;
-        colon_ = line_.getLine().find(Colon);
+        colon_ = Colon.findIn(line_.getLine());
         if (boAttributeRead())
             return;
         vInverseRead();
         vUniqueRead();
         vDeriveRead();
         vWhereRead();
-        ended_ = line_.getLine().find("END_ENTITY") != npos;
+        ended_ = Keyword("END_ENTITY", 3).isIn(line_.getLine());
     }
 
     /// ABSTRACT counts on the first line behind the header only.
     void vAbstractRead(std::size_t& pos) {
-        constexpr std::string_view word = "ABSTRACT";
+        constexpr Keyword word("ABSTRACT", 1);
         if (!first_)
             return;
         first_ = false;
-        const auto found = line_.getLine().find(word);
+        const auto found = word.findIn(line_.getLine());
         if (found == npos)
             return;
         entity_.abstract_ = true;
@@ -87,23 +89,23 @@ private:
 
     /// The list of names ends at a ')', possibly lines further down; there the clause ends too.
     void vSupertypeRead(std::size_t& pos) {
-        constexpr std::string_view words = "SUPERTYPE OF (ONEOF";
+        constexpr Keyword words("SUPERTYPE OF (ONEOF", 13);
         if (supertypeSeen_)
             return;
-        const auto found = line_.getLine().find(words, pos);
+        const auto found = words.findIn(line_.getLine(), pos);
         if (found == npos)
             return;
         supertypeSeen_ = true;
         pos = found + words.size();
-        entity_.supertypeOfNames_ = line_.getNamesInList(pos, stream_);
+        entity_.supertypeOfNames_ = line_.getNameViewsInList(pos, stream_);
     }
 
     /// False when the rest of the line is to be ignored.
     bool boSubtypeRead(std::size_t pos) {
-        constexpr std::string_view words = "SUBTYPE OF ";
-        const std::string_view text = line_.getLine();
+        constexpr Keyword words("SUBTYPE OF ", 2);
+        const auto text = line_.getLine();
         if (subtype_ == Clause::NotSeen) {
-            const auto found = text.find(words, pos);
+            const auto found = words.findIn(text, pos);
             if (found != npos) {
                 subtype_ = Clause::Open;
                 pos = found + words.size();
@@ -115,7 +117,7 @@ private:
         if (paren == npos)
             return false;
         const auto name = text.substr(paren + 1);
-        entity_.supertypeName_ = name.substr(0, name.find(");"));
+        entity_.supertypeName_ = line_.getKept(name.substr(0, name.find(");")));
         subtype_ = Clause::Closed;
         return true;
     }
@@ -124,44 +126,46 @@ private:
     bool boAttributeRead() {
         if (clauseBegun_ || colon_ == npos)
             return false;
-        entity_.attributes_.emplace_back(entity_, sNameBeforeColon(), line_.getLine(), colon_ + Colon.size());
+        if (entity_.attributes_.empty())
+            entity_.attributes_.reserve(FewAttributes);
+        entity_.attributes_.emplace_back(entity_, line_, nameBeforeColon(), textBehindColon());
         return true;
     }
 
     void vInverseRead() {
-        if (!boEntryExpected(inverse_, "INVERSE"))
+        if (!boEntryExpected(inverse_, Keyword("INVERSE", 2)))
             return;
         constexpr std::string_view forWord = " FOR ";
-        const std::string_view text = line_.getLine();
+        const auto text = line_.getLine();
         const auto typePos = colon_ + Colon.size();
         const auto forPos = text.find(forWord, typePos);
         if (forPos == npos)
             return;
         const auto referred = text.substr(forPos + forWord.size());
-        entity_.attributesInverse_.emplace_back(entity_, sNameBeforeColon(),
-                                                std::string(text.substr(typePos, forPos - typePos)),
-                                                std::string(referred.substr(0, referred.find(';'))));
+        entity_.attributesInverse_.emplace_back(entity_, line_, nameBeforeColon(),
+                                                text.substr(typePos, forPos - typePos),
+                                                referred.substr(0, referred.find(';')));
     }
 
     void vUniqueRead() {
-        const bool entry = boEntryExpected(unique_, "UNIQUE");
+        const bool entry = boEntryExpected(unique_, Keyword("UNIQUE", 3));
         if (unique_ != Clause::NotSeen && !entity_.unique_)
             entity_.unique_ = std::make_unique<Unique>();
         if (entry)
-            entity_.unique_->vUniqueAdd(entity_, sLabelBeforeColon(), line_, colon_ + Colon.size());
+            entity_.unique_->vUniqueAdd(entity_, std::string(labelBeforeColon()), line_,
+                                        colon_ + Colon.size());
     }
 
     /// Unlike the others, this clause takes nothing from the line that opens it.
     void vDeriveRead() {
-        if (boOpens(derive_, "DERIVE")) {
+        if (boOpens(derive_, Keyword("DERIVE", 4))) {
             entity_.derive_ = std::make_unique<Derive>();
             return;
         }
         if (!boEntryOrClose(derive_))
             return;
         vStatementJoin();
-        const std::string_view rest = line_.getLine();
-        entity_.derive_->vDeriveAdd(sLabelBeforeColon(), rest.substr(colon_ + Colon.size()));
+        entity_.derive_->vDeriveAdd(line_.getKept(labelBeforeColon()), line_.getKept(textBehindColon()));
     }
 
     /// Appends the following lines to the current one until it holds a ';'.
@@ -175,23 +179,23 @@ private:
     }
 
     void vWhereRead() {
-        constexpr std::string_view word = "WHERE";
-        const auto found = line_.getLine().find(word);
+        constexpr Keyword word("WHERE", 0);
+        const auto found = word.findIn(line_.getLine());
         if (found == npos)
             return;
         clauseBegun_ = true;
-        entity_.where_ = std::make_unique<Where>(schema_, line_, found + word.size(), stream_);
+        entity_.where_.emplace(schema_, line_, found + word.size(), stream_);
     }
 
     /// True when the clause is open and the line can be an entry of it. The line that opens the clause may be
     /// one too, but does not close it.
-    bool boEntryExpected(Clause& clause, std::string_view word) {
+    bool boEntryExpected(Clause& clause, const Keyword& word) {
         return boOpens(clause, word) ? colon_ != npos : boEntryOrClose(clause);
     }
 
     /// True when this line opens the clause.
-    bool boOpens(Clause& clause, std::string_view word) {
-        if (clause != Clause::NotSeen || line_.getLine().find(word) == npos)
+    bool boOpens(Clause& clause, const Keyword& word) {
+        if (clause != Clause::NotSeen || !word.isIn(line_.getLine()))
             return false;
         clause = Clause::Open;
         clauseBegun_ = true;
@@ -207,12 +211,10 @@ private:
         return colon_ != npos;
     }
 
-    std::string sNameBeforeColon() const {
-        return std::string(trimmed(std::string_view(line_.getLine()).substr(0, colon_), BlankAndTab));
-    }
-    std::string sLabelBeforeColon() const {
-        return std::string(trimmedLeft(std::string_view(line_.getLine()).substr(0, colon_), BlankAndTab));
-    }
+    std::string_view nameBeforeColon() const { return trimmed(textBeforeColon(), BlankAndTab); }
+    std::string_view labelBeforeColon() const { return trimmedLeft(textBeforeColon(), BlankAndTab); }
+    std::string_view textBeforeColon() const { return line_.getLine().substr(0, colon_); }
+    std::string_view textBehindColon() const { return line_.getLine().substr(colon_ + Colon.size()); }
 
     Entity& entity_;
     Schema& schema_;
@@ -232,7 +234,7 @@ private:
 };
 
 Entity::Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream) :
-    Entity(line, keywordPos + Keyword.size(), std::size_t{}) {
+    Entity(line, keywordPos + HeaderWord.size(), std::size_t{}) {
     Reader(*this, schema, line, stream).vRead();
 }
 

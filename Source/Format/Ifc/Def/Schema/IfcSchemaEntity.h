@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,7 +49,7 @@ public:
     /// ABSTRACT stood on the first line behind the header that is not empty.
     bool isAbstract() const { return abstract_; }
     /// The names listed in SUPERTYPE OF (ONEOF (...)), as written.
-    const std::vector<std::string>& getSupertypeOfNames() const { return supertypeOfNames_; }
+    const std::vector<std::string_view>& getSupertypeOfNames() const { return supertypeOfNames_; }
     /// The entities those names stand for, in the same order. A subtype that is not listed there is not among
     /// them.
     const std::vector<const Entity*>& getSubtypes() const { return subtypes_; }
@@ -57,7 +58,7 @@ public:
     /// The inverse attributes that the entity itself declares, in order.
     const std::vector<AttributeInverse>& getAttributesInverse() const { return attributesInverse_; }
     /// The clauses; null when the declaration has none.
-    const Where* pWhere() const { return where_.get(); }
+    const Where* pWhere() const { return where_ ? &*where_ : nullptr; }
     const Unique* pUnique() const { return unique_.get(); }
     const Derive* pDerive() const { return derive_.get(); }
 
@@ -103,12 +104,12 @@ private:
     bool numbered_ = false;
     std::uint16_t firstNumber_ = 0;
     std::uint16_t lastNumber_ = 0;
-    std::vector<std::string> supertypeOfNames_;
+    std::vector<std::string_view> supertypeOfNames_;
     std::vector<const Entity*> subtypes_;
-    std::string supertypeName_;
+    std::string_view supertypeName_;
     std::vector<Attribute> attributes_;
     std::vector<AttributeInverse> attributesInverse_;
-    std::unique_ptr<Where> where_;
+    std::optional<Where> where_;
     std::unique_ptr<Unique> unique_;
     std::unique_ptr<Derive> derive_;
     // Leads to the topmost supertype on ever shorter ways; finds circles in the inheritance at hardly any

@@ -1,5 +1,7 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+
 #include <istream>
 
 namespace kiv::ifc::def::schema {
@@ -11,14 +13,16 @@ BodyObject::BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t 
 BodyObject::BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos,
                        std::string_view endMarker, std::istream& stream) :
     BodyObject(kind, line, namePos, std::size_t{}) {
+    const Keyword end(endMarker, std::string_view("END").size());
+    auto& body = line.getEmptyLines();
     while (line.boNextLine(stream)) {
         if (line.getLine().empty())
             continue;
-        if (line.getLine().find(endMarker) != std::string::npos)
+        if (end.isIn(line.getLine()))
             break;
-        body_.vLineAdd(line.getLine());
+        line.vLineAddTo(body);
     }
-    body_.vFit();
+    body_ = line.getKept(body);
 }
 
 BodyObject::~BodyObject() = default;

@@ -21,7 +21,7 @@ public:
 
     /// The non-empty lines between the header line and the end line, as read; they live as long as this
     /// object.
-    std::vector<std::string_view> getBodyLines() const { return body_.getLines(); }
+    std::vector<std::string_view> getBodyLines() const { return linesOfText(body_); }
 
 protected:
     /// Reads up to the first line that contains the end marker, wherever in the line, or to the end of the
@@ -32,7 +32,7 @@ protected:
 private:
     BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd);
 
-    TextLines body_;
+    std::string_view body_;
 };
 
 class KIV_EXPORT Function final : public BodyObject {

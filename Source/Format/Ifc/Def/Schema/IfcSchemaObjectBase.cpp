@@ -19,18 +19,21 @@ ObjectBase::ObjectBase(ObjectBase::Type kind, ReadLineHelper& line, std::size_t 
     nameEnd = text.find(' ', start);
     if (nameEnd == std::string_view::npos)
         nameEnd = text.find(';', start);
-    vNameSet(text.substr(start, nameEnd == std::string_view::npos ? nameEnd : nameEnd - start));
+    auto& arena = line.getArena();
+    vNameSet(line.getKept(text.substr(start, nameEnd == std::string_view::npos ? nameEnd : nameEnd - start)),
+             arena);
 }
 
 ObjectBase::~ObjectBase() = default;
 
 void ObjectBase::vUpdate(Schema&) {}
 
-void ObjectBase::vNameSet(std::string_view name) {
+void ObjectBase::vNameSet(std::string_view name, Arena& arena) {
     name_ = name;
-    nameUpper_ = sUpper(name);
-    nameHash_ = schema::nameHash(name_);
-    nameUpperHash_ = schema::nameHash(nameUpper_);
+    nameUpper_ = upperIn(arena, name);
+    const auto hashes = nameHashes(name_, nameUpper_);
+    nameHash_ = hashes[0];
+    nameUpperHash_ = hashes[1];
 }
 
 ObjectName::ObjectName(const Entity& entity) :

@@ -12,8 +12,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
+
+namespace kiv {
+class Arena;
+}
 
 namespace kiv::ifc::def::schema {
 
@@ -33,7 +36,8 @@ public:
     /// Takes the name from the current line. `namePos` is the byte offset behind the statement's keyword;
     /// `nameEnd` receives the offset at which the name ended, npos when it ran to the end of the line.
     ///
-    /// A name ends at the first blank, else at the first ';': in "ENTITY A; x" the name is "A;".
+    /// A name ends at the first blank, else at the first ';': in "ENTITY A; x" the name is "A;". It is kept in
+    /// the arena of `line`.
     ObjectBase(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos, std::size_t& nameEnd);
 
     ObjectBase(const ObjectBase&) = delete;
@@ -54,12 +58,13 @@ public:
     std::uint32_t getNameUpperHash() const { return nameUpperHash_; }
 
 protected:
-    void vNameSet(std::string_view name);
+    /// Takes a name that outlives the object.
+    void vNameSet(std::string_view name, Arena& arena);
 
 private:
     ObjectBase::Type kind_;
-    std::string name_;
-    std::string nameUpper_;
+    std::string_view name_;
+    std::string_view nameUpper_;
     std::uint32_t nameHash_;
     std::uint32_t nameUpperHash_;
 };

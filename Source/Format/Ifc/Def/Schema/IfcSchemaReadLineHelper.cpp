@@ -3,43 +3,153 @@
 #include "Host/KivException.h"
 
 #include <algorithm>
+#include <array>
 #include <istream>
+#include <streambuf>
+#include <utility>
 
 namespace kiv::ifc::def::schema {
 
 namespace {
 
-/// std::getline that tells a failing stream from one at its end, and drops one carriage return.
-bool boLineRead(std::istream& stream, std::string& line) {
-    // A stream already at its end leaves the string as it was.
-    line.clear();
-    std::getline(stream, line, '\n');
-    if (stream.fail()) {
-        if (!stream.eof())
-            throw exception();
-        return false;
+/// How much is read ahead at most, in bytes: much enough to make the calls cheap, little enough to give back.
+constexpr std::streamsize AheadMax = 1 << 16;
+
+/// The bytes that end a name of a list, looked up instead of compared.
+constexpr auto NameEnds = [] {
+    std::array<bool, 256> ends{};
+    for (const unsigned char byte : {'\t', ' ', ',', ')'})
+        ends[byte] = true;
+    return ends;
+}();
+
+/// A stream that failed is told from one at its end.
+void vStreamCheck(const std::istream& stream) {
+    if (stream.fail() && !stream.eof())
+        throw exception();
+}
+
+/// Calls an operation of the stream's buffer; what that throws becomes the state of the stream, as in all reading
+/// operations of streams.
+template <class Operation>
+void vBufferUse(std::istream& stream, Operation&& operation) {
+    try {
+        operation(*stream.rdbuf());
+    } catch (...) {
+        const bool isPassedOn = (stream.exceptions() & std::ios::badbit) != 0;
+        if (isPassedOn)
+            throw;
+        stream.setstate(std::ios::badbit);
     }
-    if (line.ends_with('\r'))
-        line.pop_back();
-    return true;
 }
 
 } // namespace
 
+ReadLineHelper::ReadLineHelper() : own_(std::make_unique<Arena>()), arena_(*own_), isReadingAhead_(false) {}
+
+ReadLineHelper::ReadLineHelper(Arena& arena) : arena_(arena), isReadingAhead_(true) {}
+
+ReadLineHelper::~ReadLineHelper() = default;
+
 bool ReadLineHelper::boNextLine(std::istream& stream) {
-    return boLineRead(stream, line_);
+    const auto end = ahead_.find('\n');
+    if (end == std::string_view::npos)
+        return isReadingAhead_ ? boLineAcrossBlocks(stream) : boLineOfStream(stream);
+    vLineSet(ahead_.substr(0, end), true);
+    ahead_.remove_prefix(end + 1);
+    return true;
+}
+
+bool ReadLineHelper::boLineOfStream(std::istream& stream) {
+    // A stream already at its end leaves the string as it was.
+    text_.clear();
+    std::getline(stream, text_, '\n');
+    vStreamCheck(stream);
+    vLineSet(text_, false);
+    return !stream.fail();
+}
+
+/// Reads a line that begins with what is left of one block and ends in another.
+bool ReadLineHelper::boLineAcrossBlocks(std::istream& stream) {
+    text_ = ahead_;
+    ahead_ = {};
+    auto end = std::string_view::npos;
+    while (end == std::string_view::npos && boBlockRead(stream)) {
+        end = ahead_.find('\n');
+        text_ += ahead_.substr(0, end);
+        ahead_.remove_prefix(std::min(end, ahead_.size() - 1) + 1);
+    }
+    const bool isRead = end != std::string_view::npos || !text_.empty();
+    vLineSet(text_, false);
+    if (!isRead)
+        stream.setstate(std::ios::failbit);
+    return isRead;
+}
+
+/// Takes from the stream what it has at hand, and at least a byte; false when it is at its end.
+bool ReadLineHelper::boBlockRead(std::istream& stream) {
+    const std::istream::sentry sentry(stream, true);
+    std::streamsize size = 0;
+    if (sentry) {
+        vBufferUse(stream, [&](std::streambuf& buffer) {
+            if (!std::char_traits<char>::eq_int_type(buffer.sgetc(), std::char_traits<char>::eof()))
+                size = std::clamp<std::streamsize>(buffer.in_avail(), 1, AheadMax);
+        });
+    }
+    vStreamCheck(stream);
+    if (size == 0) {
+        stream.setstate(std::ios::eofbit);
+        return false;
+    }
+    auto* const block = static_cast<char*>(arena_.pAllocateFor<char>(static_cast<std::size_t>(size)));
+    vBufferUse(stream, [&](std::streambuf& buffer) { size = buffer.sgetn(block, size); });
+    vStreamCheck(stream);
+    ahead_ = {block, static_cast<std::size_t>(size)};
+    return true;
+}
+
+void ReadLineHelper::vLineSet(std::string_view line, bool isKept) {
+    isLineCut_ = line.ends_with('\r');
+    if (isLineCut_)
+        line.remove_suffix(1);
+    line_ = line;
+    isLineKept_ = isKept;
+    isLineJoined_ = false;
 }
 
 bool ReadLineHelper::boNextLineAppend(std::istream& stream) {
-    std::string next;
-    const bool read = boLineRead(stream, next);
-    line_ += next;
-    return read;
+    // Lines without number may be appended: only the new one is copied.
+    if (!isLineJoined_)
+        joined_ = line_;
+    const bool isRead = boNextLine(stream);
+    joined_ += line_;
+    line_ = joined_;
+    isLineJoined_ = true;
+    isLineKept_ = false;
+    return isRead;
+}
+
+void ReadLineHelper::vLineAddTo(TextLines& lines) const {
+    if (isLineKept_ && !isLineCut_)
+        lines.vKeptLineAdd(line_);
+    else
+        lines.vLineAdd(line_);
+}
+
+void ReadLineHelper::vAheadGiveBack(std::istream& stream) noexcept {
+    try {
+        for (auto count = ahead_.size(); count > 0; --count)
+            stream.rdbuf()->sungetc();
+    } catch (...) {
+        // What the stream does not take back is lost to whoever reads on behind the schema.
+    }
+    ahead_ = {};
 }
 
 void ReadLineHelper::vByteOrderMarkRemove() {
-    if (line_.starts_with("\xEF\xBB\xBF"))
-        line_.erase(0, 3);
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    if (line_.starts_with(mark))
+        line_.remove_prefix(mark.size());
 }
 
 void ReadLineHelper::vNextLineOfList(std::istream& stream) {
@@ -48,26 +158,46 @@ void ReadLineHelper::vNextLineOfList(std::istream& stream) {
 }
 
 std::vector<std::string> ReadLineHelper::getNamesInList(std::size_t& pos, std::istream& stream) {
-    while ((pos = line_.find('(', pos)) == std::string::npos) {
+    const auto& names = getNameViewsInList(pos, stream);
+    return {names.begin(), names.end()};
+}
+
+const std::vector<std::string_view>& ReadLineHelper::getNameViewsInList(std::size_t& pos,
+                                                                        std::istream& stream) {
+    while ((pos = line_.find('(', pos)) == std::string_view::npos) {
         vNextLineOfList(stream);
         pos = 0;
     }
     ++pos;
-
-    std::vector<std::string> names;
-    for (;;) {
-        pos = line_.find_first_not_of("\t ,", pos);
-        if (pos == std::string::npos) {
-            vNextLineOfList(stream);
-            pos = 0;
-            continue;
-        }
-        if (line_[pos] == ')')
-            return names;
-        const auto end = std::min(line_.find_first_of("\t ,)", pos), line_.size());
-        names.emplace_back(line_, pos, end - pos);
-        pos = end;
+    names_.clear();
+    while (!boNamesOfLineRead(pos)) {
+        vNextLineOfList(stream);
+        pos = 0;
     }
+    return names_;
+}
+
+/// Reads the names of the current line from `pos` on; true when the list ends in it, and then `pos` is where.
+bool ReadLineHelper::boNamesOfLineRead(std::size_t& pos) {
+    const auto line = line_;
+    auto at = pos;
+    for (;;) {
+        while (at < line.size() && NameEnds[static_cast<unsigned char>(line[at])] && line[at] != ')')
+            ++at;
+        pos = at;
+        if (at == line.size())
+            return false;
+        if (line[at] == ')')
+            return true;
+        while (at < line.size() && !NameEnds[static_cast<unsigned char>(line[at])])
+            ++at;
+        names_.push_back(getKept(line.substr(pos, at - pos)));
+    }
+}
+
+TextLines& ReadLineHelper::getEmptyLines() {
+    lines_.vClear();
+    return lines_;
 }
 
 std::vector<std::string> sListFromStringCommaSep(const std::string& text, std::size_t pos) {
@@ -87,13 +217,27 @@ std::vector<std::string> sListFromStringCommaSep(const std::string& text, std::s
 }
 
 void TextLines::vLineAdd(std::string_view line) {
-    text_ += line;
-    text_ += '\n';
+    if (copied_.empty())
+        copied_ = joined_;
+    copied_ += line;
+    copied_ += '\n';
 }
 
-std::vector<std::string_view> TextLines::getLines() const {
+void TextLines::vKeptLineAdd(std::string_view line) {
+    const auto* const joinedEnd = joined_.data() + joined_.size();
+    if (!copied_.empty() || (!joined_.empty() && line.data() != joinedEnd))
+        return vLineAdd(line);
+    joined_ = {joined_.empty() ? line.data() : joined_.data(), joined_.size() + line.size() + 1};
+}
+
+void TextLines::vClear() {
+    joined_ = {};
+    copied_.clear();
+}
+
+std::vector<std::string_view> linesOfText(std::string_view text) {
     std::vector<std::string_view> lines;
-    for (std::string_view rest = text_; !rest.empty();) {
+    for (auto rest = text; !rest.empty();) {
         const auto end = rest.find('\n');
         lines.push_back(rest.substr(0, end));
         rest.remove_prefix(end + 1);

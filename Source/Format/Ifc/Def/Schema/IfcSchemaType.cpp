@@ -2,6 +2,7 @@
 
 #include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 
 #include <algorithm>
 #include <istream>
@@ -10,13 +11,12 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-constexpr std::string_view Keyword = "TYPE";
-constexpr std::string_view WhereKeyword = "WHERE";
+constexpr std::string_view HeaderWord = "TYPE";
 
 } // namespace
 
 Type::Type(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream) :
-    Type(line, keywordPos + Keyword.size(), std::size_t{}, schema, stream) {}
+    Type(line, keywordPos + HeaderWord.size(), std::size_t{}, schema, stream) {}
 
 Type::Type(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd, Schema& schema,
            std::istream& stream) :
@@ -37,21 +37,21 @@ void Type::vUnderlyingRead(Schema& schema, ReadLineHelper& line, std::size_t nam
     if (nameEnd == std::string_view::npos || header.find('=', nameEnd) == std::string_view::npos)
         return;
     const auto start = std::min(header.find_first_not_of(" =", header.find('=', nameEnd)), header.size());
-    const auto text = header.substr(start, header.substr(start).find(';'));
-    underlyingText_ = text;
-    underlyingKeyword_ = text.substr(0, text.find(' '));
-    // Reads on in the stream when a list follows, which ends the life of the header's views.
+    underlyingText_ = line.getKept(header.substr(start, header.substr(start).find(';')));
+    underlyingKeyword_ = underlyingText_.substr(0, underlyingText_.find(' '));
     dataType_ = DataTypeBase::pTypeCreateOnSchema(schema, underlyingKeyword_, line,
                                                   start + underlyingKeyword_.size(), stream);
     underlying_ = dataType_;
 }
 
 void Type::vStatementRead(Schema& schema, ReadLineHelper& line, std::istream& stream) {
+    constexpr Keyword where("WHERE", 0);
+    constexpr Keyword end("END_TYPE", 3);
     while (line.boNextLine(stream)) {
-        const auto where = line.getLine().find(WhereKeyword);
-        if (where != std::string::npos)
-            where_ = std::make_unique<Where>(schema, line, where + WhereKeyword.size(), stream);
-        if (line.getLine().find("END_TYPE") != std::string::npos)
+        const auto found = where.findIn(line.getLine());
+        if (found != std::string_view::npos)
+            where_.emplace(schema, line, found + where.size(), stream);
+        if (end.isIn(line.getLine()))
             return;
     }
 }
@@ -68,7 +68,10 @@ Type* Type::pUnderlyingTypeFind(const Schema& schema) {
 
 void Type::vUpdate(Schema& schema) {
     // Down the chain of types that are not resolved yet, then back up: a chain is as long as the text likes.
-    std::vector<Type*> chain{this};
+    auto* const first = pUnderlyingTypeFind(schema);
+    if (!first)
+        return vUpdateSelf(schema);
+    std::vector<Type*> chain{this, first};
     while (auto* const underlying = chain.back()->pUnderlyingTypeFind(schema))
         chain.push_back(underlying);
     chain.back()->vUpdateSelf(schema);

@@ -14,6 +14,7 @@
 
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,7 +44,7 @@ public:
     /// The data type at the end of the chain of defined types; null when the chain does not end in one.
     const DataTypeBase* pDataType() const { return dataType_; }
     /// Null when the declaration has none.
-    const Where* pWhere() const { return where_.get(); }
+    const Where* pWhere() const { return where_ ? &*where_ : nullptr; }
     /// The types whose underlying type names this one, in the order in which they were resolved.
     const std::vector<const Type*>& getDerivedTypes() const { return derivedTypes_; }
 
@@ -56,11 +57,11 @@ private:
     Type* pUnderlyingTypeFind(const Schema& schema);
     void vUpdateSelf(Schema& schema);
 
-    std::string underlyingText_;
-    std::string underlyingKeyword_;
+    std::string_view underlyingText_;
+    std::string_view underlyingKeyword_;
     const ObjectBase* underlying_ = nullptr;
     const DataTypeBase* dataType_ = nullptr;
-    std::unique_ptr<Where> where_;
+    std::optional<Where> where_;
     std::vector<const Type*> derivedTypes_;
 };
 

@@ -11,7 +11,7 @@ namespace kiv::ifc::def::schema {
 void Unique::vUniqueAdd(const Entity&, std::string&& label, ReadLineHelper& line, std::size_t pos) {
     // What stands behind the ';' is no part of the rule.
     const auto end = std::min(line.getLine().find(';', pos), line.getLine().size());
-    auto names = sListFromStringCommaSep(line.getLine().substr(0, end + 1), pos);
+    auto names = sListFromStringCommaSep(std::string(line.getLine().substr(0, end + 1)), pos);
     // The split keeps blanks behind an item; a name has none.
     for (auto& name : names)
         name = std::string(trimmed(name, BlankAndTab));

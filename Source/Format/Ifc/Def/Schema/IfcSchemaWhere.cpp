@@ -1,25 +1,36 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 #include "Host/Assert/KivAssert.h"
 
 #include <istream>
 
 namespace kiv::ifc::def::schema {
 
+namespace {
+
+/// Most clauses have no more rules.
+constexpr std::size_t FewRules = 2;
+
+} // namespace
+
 Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) {
+    auto& lines = line.getEmptyLines();
+    constexpr Keyword end("END_", 3);
     bool open = false;
     while (line.boNextLine(stream)) {
         const std::string_view text = line.getLine();
         open = open || text.find(':') != std::string_view::npos;
         if (open) {
-            lines_.vLineAdd(text);
+            line.vLineAddTo(lines);
             open = text.find(';') == std::string_view::npos;
         }
-        if (text.find("END_") != std::string_view::npos)
+        if (end.isIn(text))
             break;
     }
-    lines_.vFit();
+    text_ = line.getKept(lines);
 }
 
 void Where::parseRules(Schema& schema) {
@@ -28,17 +39,19 @@ void Where::parseRules(Schema& schema) {
     } catch (const ExpressParser::SyntaxError& error) {
         if (!assert::Assert::isEnabled())
             return;
-        const auto message = std::string("Got SyntaxError when parsing an express rule: ") + error.what() +
-                             "\n\nRule: " + lines_.getText();
+        auto message =
+            std::string("Got SyntaxError when parsing an express rule: ") + error.what() + "\n\nRule: ";
+        message += text_;
         vAssertReport(message, "kiv::ifc::def::schema::Where::parseRules",
                       "Source/Format/Ifc/Def/Schema/IfcSchemaWhere", 0);
     }
 }
 
-void Where::vRulesParse(const Schema& schema) {
-    ExpressTokenizer tokenizer(std::string_view(lines_.getText()));
-    ExpressParser parser(tokenizer, schema);
+void Where::vRulesParse(Schema& schema) {
+    ExpressTokenizer tokenizer(text_);
+    ExpressParser parser(tokenizer, schema, *schema.arena_);
     const auto before = rules_.size();
+    rules_.reserve(before + FewRules);
     while (parser.boParseRule(rules_)) {
     }
     if (rules_.size() == before)

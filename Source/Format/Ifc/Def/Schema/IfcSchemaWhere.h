@@ -33,18 +33,18 @@ public:
     void parseRules(Schema& schema);
 
     /// The lines that belong to rules, as read; they live as long as this object.
-    std::vector<std::string_view> getLines() const { return lines_.getLines(); }
+    std::vector<std::string_view> getLines() const { return linesOfText(text_); }
 
     /// The same lines, each followed by a line feed.
-    std::string_view getText() const { return lines_.getText(); }
+    std::string_view getText() const { return text_; }
 
     /// The parsed rules in the order of the text.
     const std::vector<ParsedRule>& getRules() const { return rules_; }
 
 private:
-    void vRulesParse(const Schema& schema);
+    void vRulesParse(Schema& schema);
 
-    TextLines lines_;
+    std::string_view text_;
     std::vector<ParsedRule> rules_;
 };
 

@@ -99,7 +99,7 @@ void vTreeCheck(std::initializer_list<TreeRow> rows) {
         SCOPED_TRACE(row.lines);
         const Declared declared(row.lines);
         EXPECT_EQ(declared.entity.isAbstract(), row.abstract);
-        EXPECT_EQ(declared.entity.getSupertypeOfNames(), row.subtypes);
+        EXPECT_EQ(stringsOf(declared.entity.getSupertypeOfNames()), row.subtypes);
         EXPECT_EQ(declared.entity.getSupertypeName(), row.supertype);
     }
 }

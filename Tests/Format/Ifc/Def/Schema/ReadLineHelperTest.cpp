@@ -22,7 +22,7 @@ Strings linesOf(std::string_view text) {
     ReadLineHelper line;
     Strings lines;
     while (line.boNextLine(stream))
-        lines.push_back(line.getLine());
+        lines.emplace_back(line.getLine());
     EXPECT_EQ(line.getLine(), "");
     EXPECT_TRUE(stream.eof());
     return lines;
@@ -269,7 +269,6 @@ TEST(TextLinesTest, KeepsEachLineFollowedByALineFeed) {
     lines.vLineAdd(" a");
     lines.vLineAdd("");
     lines.vLineAdd("b ");
-    lines.vFit();
     EXPECT_EQ(lines.getText(), " a\n\nb \n");
     EXPECT_EQ(stringsOf(lines.getLines()), (Strings{" a", "", "b "}));
 }
