@@ -86,8 +86,8 @@ std::optional<std::string> findPropertyTypeName(const std::string& name, const d
     const auto dot = name.find('.');
     if (dot == std::string::npos)
         return std::nullopt;
+    const auto setName = std::string_view(name).substr(0, dot);
     const auto memberName = std::string_view(name).substr(dot + 1);
-    const auto setName = name.substr(0, dot);
     if (const auto* const set = schema.pXmlSetFromName(setName, {}))
         return typeNameInSet(*set, memberName);
     return typeNameInEntity(schema.pObjectFromName(setName), memberName);

@@ -43,10 +43,16 @@ bool SchemaPropertySetDefinitions::xmlSetAdd(const schema::Schema& schema, std::
     SetsByName unrestricted;
     if (classes.empty())
         unrestricted.emplace(name, set.get());
+    SetsByUpperName byName;
+    byName.emplace(name, set.get());
     setsByClass_.vReserve(classes.size());
+    vPlaceReserve(setsByName_, byName.size());
+    vPlaceReserve(defsByIfd_, defs.size());
 
     sets.begin()->second = std::move(set);
     sets_.insert(place, sets.extract(sets.begin()));
+    // With places reserved, nodes only change hands.
+    setsByName_.merge(byName);
     defsByIfd_.merge(defs);
     setsByClass_.vMerge(std::move(classes));
     unrestrictedSets_.merge(unrestricted);
@@ -66,13 +72,13 @@ SchemaPropertySetDefinitions::DefsByIfd SchemaPropertySetDefinitions::defsOf(con
     return byIfd;
 }
 
-const xml::SetDef* SchemaPropertySetDefinitions::getXmlSetFromName(const std::string& name) const {
+const xml::SetDef* SchemaPropertySetDefinitions::getXmlSetFromName(std::string_view name) const {
     return getXmlSetFromNameUpper(schema::UpperCopy(name).getView());
 }
 
 const xml::SetDef* SchemaPropertySetDefinitions::getXmlSetFromNameUpper(std::string_view upperName) const {
-    const auto found = sets_.find(upperName);
-    return found == sets_.end() ? nullptr : found->second.get();
+    const auto found = setsByName_.find(upperName);
+    return found == setsByName_.end() ? nullptr : found->second;
 }
 
 const xml::Def* SchemaPropertySetDefinitions::getXmlDefFromIfd(const kiv::Guid& guid) const {

@@ -12,6 +12,7 @@
 #pragma once
 
 #include "Format/Ifc/Def/IfcDefBase.h"
+#include "Format/Ifc/Def/SchemaHashes.h"
 #include "Format/Ifc/Def/SchemaSetsByClass.h"
 #include "Host/Id/KivId.h"
 #include "Host/KivExport.h"
@@ -21,6 +22,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace kiv::ifc::def::schema {
@@ -49,7 +51,7 @@ public:
                    xml::XmlSetErrors& errors);
 
     /// The set of this name, in any letter case (ASCII); null when there is none.
-    const xml::SetDef* getXmlSetFromName(const std::string& name) const;
+    const xml::SetDef* getXmlSetFromName(std::string_view name) const;
 
     /// The same for a name that is upper-case already; in mixed case it finds nothing.
     const xml::SetDef* getXmlSetFromNameUpper(std::string_view upperName) const;
@@ -73,13 +75,16 @@ public:
 
 private:
     using SetsByName = SetsByClass::SetsByName;
-    using DefsByIfd = std::map<kiv::Guid, const xml::Def*>;
+    using SetsByUpperName = std::unordered_map<std::string_view, const xml::SetDef*, TextHash>;
+    using DefsByIfd = std::unordered_map<kiv::Guid, const xml::Def*, GuidHash>;
 
     static DefsByIfd defsOf(const xml::SetDef& set);
     void vSetsToEntityAppend(const schema::Entity& entity, bool includeUnrestricted,
                              std::vector<const xml::SetDef*>& sets) const;
 
+    // In the order in which they are told; looked up by `setsByName_`, whose keys are its keys.
     std::map<std::string, std::unique_ptr<xml::SetDef>, std::less<>> sets_;
+    SetsByUpperName setsByName_;
     DefsByIfd defsByIfd_;
     SetsByClass setsByClass_;
     SetsByName unrestrictedSets_;

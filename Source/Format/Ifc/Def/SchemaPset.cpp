@@ -81,12 +81,11 @@ const xml::SetDef* SchemaPset::pSetFind(std::string_view upperName, const Contex
     return set;
 }
 
-const xml::SetDef* SchemaPset::pXmlSetFromNameUpper(const std::string& upperName,
-                                                    ContextFilter filter) const {
+const xml::SetDef* SchemaPset::pXmlSetFromNameUpper(std::string_view upperName, ContextFilter filter) const {
     return pSetFind(upperName, filter);
 }
 
-const xml::SetDef* SchemaPset::pXmlSetFromName(const std::string& name, ContextFilter filter) const {
+const xml::SetDef* SchemaPset::pXmlSetFromName(std::string_view name, ContextFilter filter) const {
     return pSetFind(schema::UpperCopy(name).getView(), filter);
 }
 

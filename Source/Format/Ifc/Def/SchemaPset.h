@@ -62,9 +62,9 @@ public:
     void forEachDefinition(Visitor visitor, ContextFilter filter) const;
 
     /// The first set of this name, which must be upper-case already; null when there is none.
-    const xml::SetDef* pXmlSetFromNameUpper(const std::string& upperName, ContextFilter filter) const;
+    const xml::SetDef* pXmlSetFromNameUpper(std::string_view upperName, ContextFilter filter) const;
     /// The first set of this name, in any letter case (ASCII); null when there is none.
-    const xml::SetDef* pXmlSetFromName(const std::string& name, ContextFilter filter) const;
+    const xml::SetDef* pXmlSetFromName(std::string_view name, ContextFilter filter) const;
     /// The first property or quantity with this GUID; null when there is none.
     const xml::Def* pXmlDefFromIfd(const kiv::Guid& guid) const;
 

@@ -18,7 +18,10 @@ const ObjectBase* pElementOf(const ObjectBase* type) {
 } // namespace
 
 AttributeBase::AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name) :
-    entity_(entity), name_(line.getKept(name)), nameUpper_(upperIn(line.getArena(), name_)) {}
+    entity_(entity),
+    name_(line.getKept(name)),
+    nameEnd_(getLastBytes8(name_)),
+    nameUpper_(upperIn(line.getArena(), name_)) {}
 
 AttributeBase::AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name,
                              std::string_view rest) :

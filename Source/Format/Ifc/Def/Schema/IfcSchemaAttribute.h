@@ -56,8 +56,12 @@ protected:
     void vTypeTextSet(std::string_view text) { typeText_ = text; }
 
 private:
+    friend class AttributeName;
+
     Entity& entity_;
     std::string_view name_;
+    // Tells most other names apart without a look at the text.
+    std::uint64_t nameEnd_;
     std::string_view nameUpper_;
     bool optional_ = false;
     std::string_view typeText_;
@@ -86,11 +90,13 @@ private:
 /// Ownership: refers to the name it was made from, which must outlive it.
 class KIV_EXPORT AttributeName {
 public:
-    explicit AttributeName(const Attribute& attribute) : name_(attribute.getName()) {}
-    explicit AttributeName(std::string_view name) : name_(name) {}
+    explicit AttributeName(const Attribute& attribute) : AttributeName(attribute.getName()) {}
+    explicit AttributeName(std::string_view name) : name_(name), nameEnd_(getLastBytes8(name)) {}
 
     /// True when the attribute bears exactly this name.
-    bool boMatches(const AttributeBase& attribute) const { return isSameText(attribute.getName(), name_); }
+    bool boMatches(const AttributeBase& attribute) const {
+        return attribute.nameEnd_ == nameEnd_ && isSameText(attribute.name_, name_);
+    }
 
     std::string_view getView() const { return name_; }
     /// `nameHash` of the name.
@@ -98,6 +104,7 @@ public:
 
 private:
     std::string_view name_;
+    std::uint64_t nameEnd_;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -63,7 +63,9 @@ public:
     const Derive* pDerive() const { return derive_.get(); }
 
     /// The pre-order number in the tree of subtypes, from 1. 0 for an entity that has a supertype and stands
-    /// in no subtype list that a root leads to, and for the later of two entities of one name.
+    /// in no subtype list that a root leads to, and for the later of two entities of one name. Numbers have 16 bits:
+    /// behind the 65,535th entity they begin again with 0, so that entities share them. Supertypes, subtypes and all
+    /// look-ups stay right then; nothing in the library relies on the numbers.
     std::uint16_t getFirstNumber() const { return firstNumber_; }
     /// The highest first number below this entity.
     std::uint16_t getLastNumber() const { return lastNumber_; }

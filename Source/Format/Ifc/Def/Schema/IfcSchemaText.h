@@ -119,19 +119,28 @@ constexpr std::size_t lastBytes8(std::string_view text) {
     return text.size() < sizeof(std::uint64_t) ? 0 : text.size() - sizeof(std::uint64_t);
 }
 
-/// A hash for look-ups, the same for a name in every letter case. Faster than `nameHash`, and seen by nobody. It drops the
-/// bit that tells the cases of a letter apart, whatever else that bit means elsewhere.
-inline std::uint64_t upperHash(std::string_view name) {
+inline std::uint64_t getLastBytes8(std::string_view text) {
+    return getBytes8(text, lastBytes8(text));
+}
+
+/// A hash of a text for look-ups, eight bytes at a time, each of them first combined with `mask`. Faster than `nameHash`, and
+/// seen by nobody. With a seed that nobody knows, nobody can choose texts that have the same.
+inline std::uint64_t textHash(std::string_view text, std::uint64_t mask, std::uint64_t seed = 0) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;
-    constexpr std::uint64_t caseless = 0xDFDFDFDFDFDFDFDFU;
-    const auto last = lastBytes8(name);
-    auto hash = name.size() * factor;
+    const auto last = lastBytes8(text);
+    auto hash = seed ^ (text.size() * factor);
     for (std::size_t pos = 0;; pos = std::min(pos + sizeof(hash), last)) {
-        hash = (hash ^ (getBytes8(name, pos) & caseless)) * factor;
+        hash = (hash ^ (getBytes8(text, pos) & mask)) * factor;
         hash ^= hash >> 32;
         if (pos == last)
             return hash * factor;
     }
+}
+
+/// The same for a name in every letter case: it drops the bit that tells the cases of a letter apart, whatever that bit
+/// means elsewhere.
+inline std::uint64_t upperHash(std::string_view name) {
+    return textHash(name, 0xDFDFDFDFDFDFDFDFU);
 }
 
 /// Whether both texts have the same bytes; for names, which are short, quicker than a call of memcmp.
