@@ -129,10 +129,10 @@ void Schema::vResolve() {
 void Schema::vObjectsByNameBuild() {
     objectsByName_ = objectsAsRead_;
     vSortRuns(objectsByName_, [](const auto* left, const auto* right) {
-        return left->getNameUpper() < right->getNameUpper();
+        return boLessText(left->getNameUpper(), right->getNameUpper());
     });
     const auto isSameName = [](const auto* left, const auto* right) {
-        return left->getNameUpper() == right->getNameUpper();
+        return isSameText(left->getNameUpper(), right->getNameUpper());
     };
     objectsByName_.erase(std::unique(objectsByName_.begin(), objectsByName_.end(), isSameName),
                          objectsByName_.end());

@@ -5,6 +5,7 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
@@ -255,10 +256,8 @@ void DataTypeEnum::vIndexBuild() {
     for (const auto& item : items_)
         ordered_.push_back(&item);
     // Of equal items the one that was read first is kept: they lie in that order.
-    std::sort(ordered_.begin(), ordered_.end(), [](const auto* a, const auto* b) {
-        const auto order = a->compare(*b);
-        return order != 0 ? order < 0 : a < b;
-    });
+    std::sort(ordered_.begin(), ordered_.end(),
+              [](const auto* a, const auto* b) { return boLessText(*a, *b) || (a < b && *a == *b); });
     const auto last =
         std::unique(ordered_.begin(), ordered_.end(), [](const auto* a, const auto* b) { return *a == *b; });
     ordered_.erase(last, ordered_.end());

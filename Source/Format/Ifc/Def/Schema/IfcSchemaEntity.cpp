@@ -60,6 +60,11 @@ private:
     void vLineRead() {
         // The clauses of the header move this position along the line; all others look at the whole line.
         std::size_t pos = 0;
+        // Most declarations end in a line like this, which can be nothing else then.
+        if (subtype_ != Clause::Open && line_.getLine() == "END_ENTITY;") {
+            ended_ = true;
+            return;
+        }
         vAbstractRead(pos);
         vSupertypeRead(pos);
         if (!boSubtypeRead(pos))

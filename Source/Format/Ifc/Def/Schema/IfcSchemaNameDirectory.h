@@ -31,16 +31,14 @@ class NameDirectory {
 public:
     struct Entry {
         std::uint64_t hash;
-        std::string_view upperName;
+        std::string_view name;
         Value* value;
     };
 
     void vReserve(std::size_t count) { entries_.reserve(count); }
 
     /// Adds an entry under its name.
-    void vAdd(Value* value) {
-        entries_.push_back({upperHash(value->getName()), value->getNameUpper(), value});
-    }
+    void vAdd(Value* value) { entries_.push_back({upperHash(value->getName()), value->getName(), value}); }
 
     /// Makes the entries findable, once all are added.
     void vBuild() {
@@ -62,7 +60,7 @@ public:
     /// The entries of this name, in the order in which they were added. Cost: their number.
     std::span<const Entry> find(std::string_view name) const {
         const auto bucket = search(name);
-        auto count = std::size_t{0};
+        auto count = std::min<std::size_t>(bucket.size(), 1);
         while (count < bucket.size() && isOf(bucket[count], name))
             ++count;
         return bucket.first(count);
@@ -71,7 +69,7 @@ public:
     /// What was added first under this name; null when nothing was.
     Value* pFind(std::string_view name) const {
         const auto bucket = search(name);
-        return !bucket.empty() && isOf(bucket.front(), name) ? bucket.front().value : nullptr;
+        return bucket.empty() ? nullptr : bucket.front().value;
     }
 
     std::size_t getSize() const { return entries_.size(); }
@@ -80,14 +78,15 @@ private:
     static bool boLess(const Entry& left, const Entry& right) {
         if (left.hash != right.hash)
             return left.hash < right.hash;
-        return compareUpper(left.upperName, right.upperName) < 0;
+        return compareUpper(left.value->getNameUpper(), right.value->getNameUpper()) < 0;
     }
 
     static bool isOf(const Entry& entry, std::string_view name) {
-        return compareUpper(name, entry.upperName) == 0;
+        // Most names are asked for as they are written.
+        return isSameText(name, entry.name) || compareUpper(name, entry.value->getNameUpper()) == 0;
     }
 
-    /// The rest of a bucket from the place on where the entries of this name are, if there are any.
+    /// The rest of a bucket from the first entry of this name on; empty when there is none.
     std::span<const Entry> search(std::string_view name) const {
         if (starts_.empty())
             return {};
@@ -96,13 +95,16 @@ private:
         const auto* const end = entries_.data() + starts_[bucket + 1];
         const auto* first = std::partition_point(entries_.data() + starts_[bucket], end,
                                                  [hash](const Entry& entry) { return entry.hash < hash; });
-        if (first == end || first->hash != hash || isOf(*first, name))
+        if (first == end || first->hash != hash)
+            return {};
+        if (isOf(*first, name))
             return {first, end};
         // Names of one hash.
         first = std::partition_point(first, end, [&](const Entry& entry) {
-            return entry.hash == hash && compareUpper(name, entry.upperName) > 0;
+            return entry.hash == hash && compareUpper(name, entry.value->getNameUpper()) > 0;
         });
-        return {first, end};
+        const bool isFound = first != end && first->hash == hash && isOf(*first, name);
+        return isFound ? std::span<const Entry>(first, end) : std::span<const Entry>();
     }
 
     std::size_t bucketOf(std::uint64_t hash) const { return static_cast<std::size_t>(hash >> shift_); }

@@ -103,6 +103,9 @@ bool ReadLineHelper::boBlockRead(std::istream& stream) {
     }
     auto* const block = static_cast<char*>(arena_.pAllocateFor<char>(static_cast<std::size_t>(size)));
     vBufferUse(stream, [&](std::streambuf& buffer) { size = buffer.sgetn(block, size); });
+    // A buffer that has bytes but does not hand them out would never come to an end.
+    if (size <= 0)
+        stream.setstate(std::ios::badbit);
     vStreamCheck(stream);
     ahead_ = {block, static_cast<std::size_t>(size)};
     return true;

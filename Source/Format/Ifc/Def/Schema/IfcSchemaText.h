@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -141,6 +142,19 @@ inline std::uint64_t textHash(std::string_view text, std::uint64_t mask, std::ui
 /// means elsewhere.
 inline std::uint64_t upperHash(std::string_view name) {
     return textHash(name, 0xDFDFDFDFDFDFDFDFU);
+}
+
+/// The order of texts byte by byte, as that of std::string_view, decided by the first eight bytes where these differ.
+inline bool boLessText(std::string_view left, std::string_view right) {
+    if (std::endian::native == std::endian::little &&
+        std::min(left.size(), right.size()) >= sizeof(std::uint64_t)) {
+        const auto different = getBytes8(left, 0) ^ getBytes8(right, 0);
+        if (different != 0) {
+            const auto byte = static_cast<std::size_t>(std::countr_zero(different)) / 8;
+            return static_cast<unsigned char>(left[byte]) < static_cast<unsigned char>(right[byte]);
+        }
+    }
+    return left < right;
 }
 
 /// Whether both texts have the same bytes; for names, which are short, quicker than a call of memcmp.
