@@ -47,6 +47,7 @@ public:
     template <typename Object>
     void* pAllocateFor(std::size_t count) {
         static_assert(alignof(Object) <= alignof(std::max_align_t));
+        // Pointers are kept too. NOLINTNEXTLINE(bugprone-sizeof-expression)
         return pAllocate(count * sizeof(Object), alignof(Object));
     }
 

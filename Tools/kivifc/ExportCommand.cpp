@@ -41,6 +41,8 @@ std::string sDocument(const defs::SetDef& set, const defs::ExtraExportInfo& info
     xml::Document document;
     auto root = document.getNode().ElementNodeAppend(set.pXmlElementName());
     std::ostringstream stream;
+    // Else a lack of memory would be a state of the stream only, and the text one that ends somewhere.
+    stream.exceptions(std::ios::badbit);
     stream << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
     // The element of the set is the root itself or one below it, as the kind of set has it.
     set.exportDef(root, &info).vWrite(stream, xml::WriteStyle::Indented);

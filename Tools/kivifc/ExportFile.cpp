@@ -97,22 +97,6 @@ std::string sTextWrite(File file, const std::string& text) {
     return failure;
 }
 
-std::string sReplace(const fs::path& path, const std::string& text) {
-    fs::path temporary;
-    auto file = temporaryOpen(path, temporary);
-    if (!file)
-        return sSystemReason();
-    auto failure = sTextWrite(std::move(file), text);
-    std::error_code error;
-    if (failure.empty()) {
-        fs::rename(temporary, path, error);
-        failure = error ? error.message() : std::string();
-    }
-    if (!failure.empty())
-        fs::remove(temporary, error);
-    return failure;
-}
-
 std::string sFileByte(char byte, bool isFirst) {
     const auto number = static_cast<unsigned char>(byte);
     const bool isControl = number < 0x20 || number == 0x7F;
@@ -132,6 +116,22 @@ std::string sShortened(const std::string& text, std::string_view name) {
 
 } // namespace
 
+std::string sFileReplace(const fs::path& path, const std::string& text) {
+    fs::path temporary;
+    auto file = temporaryOpen(path, temporary);
+    if (!file)
+        return sSystemReason();
+    auto failure = sTextWrite(std::move(file), text);
+    std::error_code error;
+    if (failure.empty()) {
+        fs::rename(temporary, path, error);
+        failure = error ? error.message() : std::string();
+    }
+    if (!failure.empty())
+        fs::remove(temporary, error);
+    return failure;
+}
+
 std::string sFileName(std::string_view name) {
     if (name.empty())
         return "%";
@@ -148,7 +148,7 @@ std::string ExportFiles::sWrite(const fs::path& path, const std::string& text) {
         return error.message();
     auto failure = sKeepReason(path);
     if (failure.empty())
-        failure = sReplace(path, text + sMark(text));
+        failure = sFileReplace(path, text + sMark(text));
     if (failure.empty())
         written_.emplace(sCaseKey(path), path);
     return failure;

@@ -14,6 +14,10 @@
 
 namespace kiv::kivifc {
 
+/// Writes a file under another name first, beside the path, and then gives it its own: it is there whole or, as whatever
+/// was there before, not at all. Gives the reason when that was not possible, and an empty text when all is written.
+std::string sFileReplace(const std::filesystem::path& path, const std::string& text);
+
 /// A name that names a file in every folder; different names stay different. Bytes that file names cannot hold, "%" and
 /// a dot at the beginning become "%XX"; an empty name becomes "%". Of a name that is too long for a file the beginning
 /// is kept, and behind it stand "%~" and a checksum of the whole name.

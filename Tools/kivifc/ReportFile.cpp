@@ -1,5 +1,6 @@
 #include "kivifc/ReportFile.h"
 
+#include "kivifc/ExportFile.h"
 #include "kivifc/Output.h"
 
 #include <cerrno>
@@ -16,35 +17,22 @@ namespace fs = std::filesystem;
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-File fileOpen(const std::string& path, const char* mode) {
+/// Pipes and devices cannot be replaced and may be opened only once.
+std::string sStreamWrite(const std::string& text, const std::string& path) {
     errno = 0;
-    return {std::fopen(path.c_str(), mode), &std::fclose};
-}
-
-std::string sOpenFailure() {
-    return errno == 0 ? "it cannot be opened" : std::generic_category().message(errno);
-}
-
-/// Pipes and devices cannot be looked at afterwards and may be opened only once.
-std::string sStreamWrite(const ifc::def::xml::XmlSetsErrors& errors, const std::string& path) {
-    const auto file = fileOpen(path, "w");
+    const File file(std::fopen(path.c_str(), "w"), &std::fclose);
     if (!file)
-        return sOpenFailure();
+        return errno == 0 ? "it cannot be opened" : std::generic_category().message(errno);
     Output output(file.get());
-    output.vWrite(errors.getFormattedErrors());
+    output.vWrite(text);
     return output.sFinish();
 }
 
-/// The dump is silent about failures, so the file is opened before and measured afterwards.
-std::string sFileWrite(const ifc::def::xml::XmlSetsErrors& errors, const std::string& path) {
-    if (!fileOpen(path, "a"))
-        return sOpenFailure();
-    errors.vDump(path.c_str());
+/// Where a link leads to is replaced, not the link.
+std::string sFileWrite(const std::string& text, const std::string& path) {
     std::error_code error;
-    const auto size = fs::file_size(path, error);
-    if (error)
-        return error.message();
-    return size == errors.getFormattedErrors().size() ? std::string() : "it could not be written whole";
+    const auto target = fs::canonical(path, error);
+    return sFileReplace(error ? fs::path(path) : target, text);
 }
 
 } // namespace
@@ -52,7 +40,8 @@ std::string sFileWrite(const ifc::def::xml::XmlSetsErrors& errors, const std::st
 std::string sReportWrite(const ifc::def::xml::XmlSetsErrors& errors, const std::string& path) {
     std::error_code error;
     const bool isStream = fs::exists(path, error) && !fs::is_regular_file(path, error);
-    return isStream ? sStreamWrite(errors, path) : sFileWrite(errors, path);
+    const auto text = errors.getFormattedErrors();
+    return isStream ? sStreamWrite(text, path) : sFileWrite(text, path);
 }
 
 } // namespace kiv::kivifc

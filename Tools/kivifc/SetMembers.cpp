@@ -15,6 +15,7 @@ using ifc::def::xml::SetDef;
 template <class Member>
 std::vector<const Def*> pointersTo(const std::vector<Member>& members) {
     std::vector<const Def*> pointers;
+    pointers.reserve(members.size());
     for (const auto& member : members)
         pointers.push_back(&member);
     return pointers;

@@ -59,7 +59,7 @@ void DocumentRecords::vAttributesReserve(ElementRecord& element, std::size_t cou
 AttributeRecord& DocumentRecords::attributeAppend(ElementRecord& element, std::string_view name,
                                                   std::string_view value) {
     if (element.attributeCount == element.attributeCapacity)
-        vAttributesReserve(element, std::max<std::size_t>(4, 2 * element.attributeCount));
+        vAttributesReserve(element, std::max(std::size_t{4}, 2 * std::size_t{element.attributeCount}));
     auto& attribute = *arena.pMake<AttributeRecord>();
     attribute.kind = NodeKind::Attribute;
     attribute.line = element.line;

@@ -21,7 +21,7 @@ namespace {
 static_assert(std::is_same_v<XML_Char, char>, "libexpat hands out UTF-8");
 
 /// Most documents fit into one block, and then the parser never has to note its place between two.
-constexpr std::size_t firstBlockSize = 31 * 1024;
+constexpr std::size_t firstBlockSize = std::size_t{31} * 1024;
 constexpr std::size_t largestBlockSize = std::size_t{64} << 20;
 
 /// A document type can give attributes to elements that do not name them: a few bytes that become many.
@@ -33,6 +33,8 @@ std::optional<std::string_view> read(std::istream& stream, char* buffer, std::si
         return std::nullopt;
     try {
         stream.read(buffer, static_cast<std::streamsize>(size));
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception&) { // a stream that is set to throw says so; its state tells the rest
     }
     if (stream.bad())

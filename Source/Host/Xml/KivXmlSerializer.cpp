@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t indentSize = 4;
 
 /// Small enough to stay in the cache, large enough to make calls to the stream rare.
-constexpr std::size_t flushSize = 16 * 1024;
+constexpr std::size_t flushSize = std::size_t{16} * 1024;
 
 /// A carriage return is escaped everywhere, and all white space in attributes, because a reader changes them.
 constexpr std::string_view escapedInText = "&<>\r";

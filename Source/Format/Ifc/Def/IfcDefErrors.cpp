@@ -1,5 +1,6 @@
 #include "Format/Ifc/Def/IfcDefErrors.h"
 
+#include <array>
 #include <fstream>
 #include <string_view>
 #include <utility>
@@ -40,9 +41,14 @@ std::string XmlSetsErrors::getFormattedErrors() const {
 }
 
 void XmlSetsErrors::vDump(const char* path) const {
-    std::ofstream file(path);
+    // All that takes memory comes before the file is opened, which empties it.
+    const auto text = getFormattedErrors();
+    std::array<char, 4096> buffer;
+    std::ofstream file;
+    file.rdbuf()->pubsetbuf(buffer.data(), buffer.size());
+    file.open(path);
     if (file)
-        file << getFormattedErrors();
+        file << text;
 }
 
 } // namespace kiv::ifc::def::xml

@@ -70,7 +70,7 @@ public:
     std::string getFormattedErrors() const;
 
     /// Writes that text to a file, in place of what it held. A file that cannot be opened is passed over in
-    /// silence.
+    /// silence. When memory runs out the file is as it was.
     void vDump(const char* path) const;
 
     /// Ordered by set name; collectors of one name stay in the order in which they were inserted.

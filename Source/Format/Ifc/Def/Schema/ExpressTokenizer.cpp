@@ -207,8 +207,6 @@ double realFromText(std::string_view text) {
 
 Kind kindOfSingle(char byte) {
     switch (byte) {
-    case '(':
-        return Kind::LEFT_PAREN;
     case ')':
         return Kind::RIGHT_PAREN;
     case '+':

@@ -18,8 +18,8 @@ constexpr std::streamsize AheadMax = 1 << 16;
 /// The bytes that end a name of a list, looked up instead of compared.
 constexpr auto NameEnds = [] {
     std::array<bool, 256> ends{};
-    for (const unsigned char byte : {'\t', ' ', ',', ')'})
-        ends[byte] = true;
+    for (const char byte : std::string_view("\t ,)"))
+        ends[static_cast<unsigned char>(byte)] = true;
     return ends;
 }();
 
@@ -37,9 +37,12 @@ void vBufferUse(std::istream& stream, Operation&& operation) {
         operation(*stream.rdbuf());
     } catch (...) {
         const bool isPassedOn = (stream.exceptions() & std::ios::badbit) != 0;
+        try {
+            stream.setstate(std::ios::badbit);
+        } catch (const std::ios::failure&) { // what the buffer threw tells more
+        }
         if (isPassedOn)
             throw;
-        stream.setstate(std::ios::badbit);
     }
 }
 
@@ -60,13 +63,28 @@ bool ReadLineHelper::boNextLine(std::istream& stream) {
     return true;
 }
 
+/// Takes the line byte by byte and nothing behind it. Not by std::getline, which makes a failed stream of a lack of memory.
 bool ReadLineHelper::boLineOfStream(std::istream& stream) {
-    // A stream already at its end leaves the string as it was.
+    using Traits = std::char_traits<char>;
     text_.clear();
-    std::getline(stream, text_, '\n');
+    auto byte = Traits::to_int_type('\n');
+    const std::istream::sentry sentry(stream, true);
+    bool isRead = false;
+    while (sentry) {
+        vBufferUse(stream, [&byte](std::streambuf& buffer) { byte = buffer.sbumpc(); });
+        vStreamCheck(stream);
+        if (Traits::eq_int_type(byte, Traits::eof()))
+            break;
+        isRead = true;
+        if (byte == '\n')
+            break;
+        text_ += Traits::to_char_type(byte);
+    }
     vStreamCheck(stream);
     vLineSet(text_, false);
-    return !stream.fail();
+    if (Traits::eq_int_type(byte, Traits::eof()))
+        stream.setstate(isRead ? std::ios::eofbit : std::ios::eofbit | std::ios::failbit);
+    return isRead;
 }
 
 /// Reads a line that begins with what is left of one block and ends in another.

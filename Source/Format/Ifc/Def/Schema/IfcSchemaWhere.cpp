@@ -51,7 +51,8 @@ void Where::vRulesParse(Schema& schema) {
     ExpressTokenizer tokenizer(text_);
     ExpressParser parser(tokenizer, schema, *schema.arena_);
     const auto before = rules_.size();
-    rules_.reserve(before + FewRules);
+    if (rules_.empty())
+        rules_.reserve(FewRules);
     while (parser.boParseRule(rules_)) {
     }
     if (rules_.size() == before)
