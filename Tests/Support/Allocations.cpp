@@ -8,14 +8,21 @@ namespace {
 constexpr std::size_t NoLimit = std::numeric_limits<std::size_t>::max();
 
 thread_local std::size_t allocationsLeft = NoLimit;
+thread_local bool isRefusedOnce = false;
+thread_local bool wasRefused = false;
+thread_local bool hasThrown = false;
 thread_local std::size_t count = 0;
 thread_local std::size_t size = 0;
 thread_local std::ptrdiff_t held = 0;
 
 /// Null when there is no memory or none is left to this thread.
 void* pAllocateOrNull(std::size_t bytes) noexcept {
-    if (allocationsLeft == 0)
+    if (allocationsLeft == 0) {
+        wasRefused = true;
+        if (isRefusedOnce)
+            allocationsLeft = NoLimit;
         return nullptr;
+    }
     if (allocationsLeft != NoLimit)
         --allocationsLeft;
     void* const memory = std::malloc(bytes == 0 ? 1 : bytes);
@@ -30,6 +37,7 @@ void* pAllocateOrNull(std::size_t bytes) noexcept {
 void* pAllocate(std::size_t bytes) {
     if (void* const memory = pAllocateOrNull(bytes))
         return memory;
+    hasThrown = true;
     throw std::bad_alloc();
 }
 
@@ -89,12 +97,23 @@ std::ptrdiff_t allocationsHeld() {
     return held;
 }
 
-AllocationLimit::AllocationLimit(std::size_t allocations) {
+AllocationLimit::AllocationLimit(std::size_t allocations, Refusal refusal) {
     allocationsLeft = allocations;
+    isRefusedOnce = refusal == Refusal::Once;
+    wasRefused = false;
+    hasThrown = false;
 }
 
 AllocationLimit::~AllocationLimit() {
     allocationsLeft = NoLimit;
+}
+
+bool AllocationLimit::boRefused() const {
+    return wasRefused;
+}
+
+bool AllocationLimit::boThrew() const {
+    return hasThrown;
 }
 
 } // namespace kiv::test

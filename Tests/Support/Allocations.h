@@ -20,20 +20,27 @@ std::size_t allocatedSize();
 /// How many allocations were not given back up to now.
 std::ptrdiff_t allocationsHeld();
 
+/// Which allocations fail once a limit is reached.
+enum class Refusal { FromThenOn, Once };
+
 /// While it lives, only so many further allocations succeed; the next one is std::bad_alloc.
 class AllocationLimit {
 public:
-    explicit AllocationLimit(std::size_t allocations);
+    explicit AllocationLimit(std::size_t allocations, Refusal refusal = Refusal::FromThenOn);
     AllocationLimit(const AllocationLimit&) = delete;
     AllocationLimit& operator=(const AllocationLimit&) = delete;
     ~AllocationLimit();
+
+    /// Whether it refused an allocation, and whether one that then threw. Others ask for null, and have another way.
+    bool boRefused() const;
+    bool boThrew() const;
 };
 
 /// Runs it with so many allocations; false when they were too few and std::bad_alloc came out of it.
 template <class Run>
-bool boRunWith(std::size_t allocations, const Run& run) {
+bool boRunWith(std::size_t allocations, const Run& run, Refusal refusal = Refusal::FromThenOn) {
     try {
-        const AllocationLimit limit(allocations);
+        const AllocationLimit limit(allocations, refusal);
         run();
         return true;
     } catch (const std::bad_alloc&) {

@@ -24,8 +24,12 @@ double secondsOf(const Run& run) {
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-/// How many times as long twice the size takes, each by the best of three runs. `prepare` makes what is
-/// measured for a size, and its own time does not count.
+/// What is done sooner says nothing: the clock and the memory that comes from the system are as large. What grows with the
+/// square takes longer than that at all sizes that are measured here.
+inline constexpr double JudgedSeconds = 0.01;
+
+/// How many times as long twice the size takes, each by the best of three runs; 1 when neither takes long enough to tell.
+/// `prepare` makes what is measured for a size, and its own time does not count.
 template <typename Prepare>
 double growthFrom(std::size_t size, const Prepare& prepare) {
     const auto single = prepare(size);
@@ -36,7 +40,7 @@ double growthFrom(std::size_t size, const Prepare& prepare) {
         singleBest = std::min(singleBest, secondsOf(single));
         twiceBest = std::min(twiceBest, secondsOf(twice));
     }
-    return twiceBest / singleBest;
+    return twiceBest < JudgedSeconds ? 1.0 : twiceBest / singleBest;
 }
 
 } // namespace kiv::test

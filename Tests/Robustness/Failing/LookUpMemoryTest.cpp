@@ -1,0 +1,175 @@
+#include "Format/Ifc/Def/PropertyNameSearcher.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "MemoryFailures.h"
+#include "Support/SampleStore.h"
+#include "Support/StoreAnswers.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kiv::test {
+
+namespace {
+
+using namespace ifc::def;
+namespace defs = ifc::def::xml;
+
+/// A look-up with its answer as text.
+struct Question {
+    const char* name;
+    std::function<std::string(const SchemaPset&)> ask;
+    std::string answer;
+};
+
+struct Answer {
+    std::string text;
+};
+
+/// Names beyond 64 bytes have no room on the stack.
+std::string sLong(const std::string& name) {
+    return name + std::string(100, '_');
+}
+
+std::string sNames(const std::vector<const defs::SetDef*>& sets) {
+    std::string names;
+    for (const auto* const set : sets)
+        names += set->getName() + ' ';
+    return names;
+}
+
+const schema::Entity& wallOf(const SchemaPset& schema) {
+    return *schema::Entity::pFrom(schema.pObjectFromName("BldWall"));
+}
+
+SchemaPset::ContextFilter standardOnly() {
+    // So large that the function must allocate to hold it.
+    struct Filter {
+        std::string name = sLong("filter");
+        bool operator()(const SchemaPset::Context& context) const {
+            return context.isStandard && !name.empty();
+        }
+    };
+    return Filter();
+}
+
+std::string sWhether(bool isSo) {
+    return isSo ? "yes" : "no";
+}
+
+/// The answers are those that the sample's documents and schema give.
+const std::vector<Question> Questions{
+    {"an object",
+     [](const auto& schema) { return std::string(schema.pObjectFromName("bldwall")->getName()); }, "BldWall"},
+    {"no object", [](const auto& schema) { return sWhether(schema.pObjectFromName(sLong("Bld"))); }, "no"},
+    {"an attribute",
+     [](const auto& schema) {
+         return std::string(schema.pAttributeGet(std::string("bldroot"), std::string("NAME"))->getName());
+     },
+     "Name"},
+    {"no attribute",
+     [](const auto& schema) { return sWhether(schema.pAttributeGet(sLong("BldRoot"), sLong("Name"))); },
+     "no"},
+    {"attributes", [](const auto& schema) { return sWhether(!schema.attributesGet("name").empty()); }, "yes"},
+    {"all attributes", [](const auto& schema) { return sWhether(!schema.getAttributesByName().empty()); },
+     "yes"},
+    {"data types", [](const auto& schema) { return sWhether(!schema.getDataTypes().empty()); }, "yes"},
+    {"shared data types", [](const auto& schema) { return sWhether(!schema.getSharedDataTypes().empty()); },
+     "yes"},
+    {"an inherited attribute",
+     [](const auto& schema) {
+         return std::string(
+             wallOf(schema).pAttributeFromName(schema::AttributeName("Name"), true)->getName());
+     },
+     "Name"},
+    {"an inverse attribute",
+     [](const auto& schema) {
+         return std::string(wallOf(schema).pAttributeInverseFromName("onlayer", true)->getName());
+     },
+     "OnLayer"},
+    {"no inverse attribute",
+     [](const auto& schema) {
+         return sWhether(wallOf(schema).pAttributeInverseFromName(sLong("OnLayer"), true));
+     },
+     "no"},
+    {"the standard sets", [](const auto& schema) { return sWhether(schema.getStandardDefinitions()); },
+     "yes"},
+    {"the sets of a context",
+     [](const auto& schema) {
+         return sWhether(schema.getDefinitionsFromContext({"a host with a long name", false}));
+     },
+     "yes"},
+    {"a context",
+     [](const auto& schema) {
+         return sWhether(schema.checkContext({"x", false}, standardOnly()));
+     },
+     "no"},
+    {"each collection",
+     [](const auto& schema) {
+         std::string names;
+         schema.forEachDefinition([&](const auto& context, const auto&) { names += context.name + ' '; },
+                                  standardOnly());
+         return names;
+     },
+     "BUILDING1 "},
+    {"a set", [](const auto& schema) { return schema.pXmlSetFromName("pset_bldwall", {})->getName(); },
+     "Pset_BldWall"},
+    {"a set of a context",
+     [](const auto& schema) { return schema.pXmlSetFromName("pset_bldwall", standardOnly())->getName(); },
+     "Pset_BldWall"},
+    {"no set", [](const auto& schema) { return sWhether(schema.pXmlSetFromName(sLong("Pset"), {})); }, "no"},
+    {"a set by its key",
+     [](const auto& schema) {
+         return schema.pXmlSetFromNameUpper("PSET_BLDWALL", standardOnly())->getName();
+     },
+     "Pset_BldWall"},
+    {"a property by its GUID",
+     [](const auto& schema) {
+         kiv::Guid guid;
+         guid.boSet("ce3184ebc6c495923f57790b777179e3");
+         return schema.pXmlDefFromIfd(guid)->getConcept();
+     },
+     "Pset_BldStair.TreadByRiser"},
+    {"the sets of an entity",
+     [](const auto& schema) {
+         return sNames(schema.getXmlSetsToEntity(wallOf(schema), false, standardOnly()));
+     },
+     "Pset_BldWall Qto_BldWall "},
+    {"all sets of an entity",
+     [](const auto& schema) {
+         return sWhether(!schema.getXmlSetsAllToEntity(wallOf(schema), true, {}).empty());
+     },
+     "yes"},
+    {"the type of an attribute",
+     [](const auto& schema) { return ifc::findPropertyTypeName("BldRoot.Name", schema).value(); }, "BldName"},
+    {"no type",
+     [](const auto& schema) {
+         return sWhether(ifc::findPropertyTypeName(sLong("Pset") + '.' + sLong("Name"), schema).has_value());
+     },
+     "no"},
+    {"the type of a quantity",
+     [](const auto& schema) { return ifc::findPropertyTypeName("Qto_BldWall.GrossVolume", schema).value(); },
+     "IfcVolumeMeasure"},
+};
+
+TEST(LookUpMemory, EveryLookUpPassesOnThatThereIsNone) {
+    const SampleStore store;
+    const auto& schema = store.schema();
+    const auto before = sAnswers(schema);
+    std::size_t failures = 0;
+    for (const auto& question : Questions) {
+        SCOPED_TRACE(question.name);
+        const Operation<Answer> operation{.prepare = [] { return Answer(); },
+                                          .run = [&](Answer& answer) { answer.text = question.ask(schema); },
+                                          .answers = [](const Answer& answer) { return answer.text; }};
+        failures += failuresOf(operation);
+        EXPECT_EQ(question.ask(schema), question.answer);
+    }
+    EXPECT_GT(failures, Questions.size() / 2);
+    EXPECT_EQ(sAnswers(schema), before);
+}
+
+} // namespace
+
+} // namespace kiv::test

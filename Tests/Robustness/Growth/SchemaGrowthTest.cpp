@@ -1,0 +1,419 @@
+// Schema texts of every hostile shape that comes to mind, each at two sizes; what comes of such texts is tested in
+// Format/Ifc/Def/Schema/SchemaHostileTest.cpp, here only their cost counts. Where each family is:
+//
+//     long lines, long names, nested aggregates                              LongLines
+//     entities, types, attributes, items, lists, rules, clauses, schemas     ManyOfOneKind
+//     names that repeat or differ in letter case only                        EqualNames
+//     inheritance, defined types, selects, diamonds of lists and selects     Chains
+//     SUBTYPE OF, ONEOF, TYPE, SELECT, attributes of the own entity          Circles
+//     operators, signs, powers, qualifiers, lists, derived values            Rules
+//     brackets, comments, literals and statements without an end             WhatNeverEnds
+//     aliases, records, classes, members and markup of documents             DocumentGrowthTest.cpp
+
+#include "Robustness/Growth/GrowthRow.h"
+#include "Support/AssertCollector.h"
+#include "Support/SchemaFromText.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace kiv::test {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+std::string sNumbered(std::string_view name, std::size_t number) {
+    return std::string(name) + std::to_string(number);
+}
+
+/// Reads the schema and asks for each of its names, and for what walks along chains once.
+void vSchemaRead(const std::string& statements) {
+    const AssertCollector reports;
+    const auto schema = schemaFromText(statements);
+    ASSERT_FALSE(schema->getObjects().empty());
+    const auto& first = *schema->getObjects().front();
+    const auto& last = *schema->getObjects().back();
+    for (const auto* object : schema->getObjects())
+        ASSERT_NE(schema->pObjectFromName(object->getName()), nullptr);
+    const auto* entity = Entity::pFrom(&first);
+    const auto* other = Entity::pFrom(&last);
+    if (entity && other) {
+        EXPECT_EQ(Entity::pCommonBaseGet(*entity, *other), Entity::pCommonBaseGet(*other, *entity));
+    }
+    const auto* type = Type::pFrom(&first);
+    const auto* select = type ? dynamic_cast<const DataTypeSelect*>(type->pDataType()) : nullptr;
+    if (select)
+        select->isCompatible(last);
+}
+
+/// An entity with these lines.
+std::string sEntity(const std::string& name, const std::string& lines = {}) {
+    return "ENTITY " + name + "\n" + lines + "\nEND_ENTITY;\n";
+}
+
+/// An entity with this expression as its only rule.
+std::string sRule(const std::string& expression) {
+    return sEntity("X", " WHERE\n  WR1 : " + expression + ";");
+}
+
+std::string sSubtypeOf(std::string_view name, std::size_t number) {
+    return " SUBTYPE OF (" + sNumbered(name, number) + ");";
+}
+
+std::string sSupertypeOf(const std::string& names) {
+    return " SUPERTYPE OF (ONEOF (" + names + "))";
+}
+
+std::string sType(const std::string& name, const std::string& underlying) {
+    return "TYPE " + name + " = " + underlying + ";\nEND_TYPE;\n";
+}
+
+/// A numbered name for each line.
+std::string sNames(std::string_view name, std::size_t count) {
+    return sJoined(count, [&](std::size_t i) { return (i == 0 ? "" : "\n,") + sNumbered(name, i); });
+}
+
+TEST(SchemaGrowthTest, LongLines) {
+    constexpr std::size_t Megabyte = 1'000'000;
+    vGrowthExpect(
+        {{"name", Megabyte, [](std::size_t size) { return sEntity(std::string(size, 'x')); }},
+         {"attribute", Megabyte,
+          [](std::size_t size) {
+              const std::string mega(size, 'x');
+              return sEntity("X", mega + " : " + mega + ";");
+          }},
+         {"type", Megabyte, [](std::size_t size) { return sType("X", std::string(size, 'x')); }},
+         {"list", Megabyte,
+          [](std::size_t size) { return sType("X", "SELECT (" + std::string(size, 'x') + ")"); }},
+         {"rule", Megabyte, [](std::size_t size) { return sRule(std::string(size, 'x')); }},
+         {"nothing known", Megabyte,
+          [](std::size_t size) { return std::string(size, 'x') + "\n" + sEntity("X"); }},
+         {"beginnings of keywords", Megabyte,
+          [](std::size_t size) { return sTimes("ENTIT", size / 5) + "\n" + sEntity("X"); }},
+         {"blanks", Megabyte, [](std::size_t size) { return sType("X", std::string(size, ' ')); }},
+         {"aggregates in each other", 100'000,
+          [](std::size_t count) { return sType("X", sTimes("LIST OF ", count) + "REAL"); }},
+         {"items in one line", 100'000,
+          [](std::size_t count) { return sType("X", "ENUMERATION OF (" + sTimes("A, ", count) + "A)"); }}},
+        vSchemaRead);
+}
+
+TEST(SchemaGrowthTest, ManyOfOneKind) {
+    // The larger of the two sizes is a hundred thousand.
+    constexpr std::size_t Many = 50'000;
+    vGrowthExpect(
+        {{"entities", Many,
+          [](std::size_t count) {
+              return sJoined(count, [](std::size_t i) { return sEntity(sNumbered("E", i)); });
+          }},
+         {"types", Many,
+          [](std::size_t count) {
+              return sJoined(count, [](std::size_t i) { return sType(sNumbered("T", i), "REAL"); });
+          }},
+         {"functions", Many,
+          [](std::size_t count) {
+              return sJoined(
+                  count, [](std::size_t i) { return sNumbered("FUNCTION F", i) + "\n;\nEND_FUNCTION;\n"; });
+          }},
+         {"attributes", Many,
+          [](std::size_t count) {
+              return sEntity("X",
+                             sJoined(count, [](std::size_t i) { return sNumbered("A", i) + " : REAL;\n"; }));
+          }},
+         {"attributes of types that are not shared", Many / 2,
+          [](std::size_t count) { return sEntity("X", sTimes("A : LIST [1:?] OF SET OF REAL;\n", count)); }},
+         {"attributes with 256 aggregates", 100,
+          [](std::size_t count) {
+              return sEntity("X", sTimes("A : " + sTimes("LIST OF ", 256) + "REAL;\n", count));
+          }},
+         {"enumeration items", Many,
+          [](std::size_t count) { return sType("X", "ENUMERATION OF (" + sNames("I", count) + ")"); }},
+         {"select items that nothing bears", Many,
+          [](std::size_t count) { return sType("X", "SELECT (" + sNames("I", count) + ")"); }},
+         {"select items", Many / 2,
+          [](std::size_t count) {
+              return sType("X", "SELECT (" + sNames("E", count) + ")") +
+                     sJoined(count, [](std::size_t i) { return sEntity(sNumbered("E", i)); });
+          }},
+         {"subtypes", Many / 2,
+          [](std::size_t count) {
+              return sEntity("X", sSupertypeOf(sNames("E", count))) + sJoined(count, [](std::size_t i) {
+                         return sEntity(sNumbered("E", i), " SUBTYPE OF (X);");
+                     });
+          }},
+         {"uniqueness rules", Many,
+          [](std::size_t count) { return sEntity("X", " UNIQUE\n" + sTimes("  UR1 : A, B;\n", count)); }},
+         {"names in a uniqueness rule", Many,
+          [](std::size_t count) { return sEntity("X", " UNIQUE\n  UR1 : A" + sTimes(", A", count) + ";"); }},
+         {"inverse attributes", Many,
+          [](std::size_t count) {
+              return sEntity("X", "A : X;\n INVERSE\n" + sTimes("  I : SET OF X FOR A;\n", count));
+          }},
+         {"derived attributes", Many,
+          [](std::size_t count) {
+              return sEntity("X", "A : REAL;\n DERIVE\n" + sTimes("  SELF\\X.A : REAL := 1.0;\n", count));
+          }},
+         {"rules", Many,
+          [](std::size_t count) { return sEntity("X", " WHERE\n" + sTimes("  WR1 : A > 1;\n", count)); }},
+         {"clauses of rules in one entity", Many,
+          [](std::size_t count) { return sEntity("X", sTimes(" WHERE\n  WR1 : A > 1;\n--END_\n", count)); }},
+         {"lines of a body", Many,
+          [](std::size_t count) { return "FUNCTION X\n" + sTimes("x := 1;\n", count) + "END_FUNCTION;"; }},
+         {"schemas", 10'000,
+          [](std::size_t count) {
+              return sEntity("X") + sTimes("END_SCHEMA;\nSCHEMA B;\n" + sEntity("X"), count);
+          }},
+         {"empty lines", 10 * Many,
+          [](std::size_t count) { return sEntity("X", std::string(count, '\n')); }}},
+        vSchemaRead);
+}
+
+TEST(SchemaGrowthTest, EqualNames) {
+    constexpr std::size_t Many = 50'000;
+    vGrowthExpect(
+        {{"entities", Many, [](std::size_t count) { return sTimes(sEntity("X"), count); }},
+         {"types", Many, [](std::size_t count) { return sTimes(sType("X", "REAL"), count); }},
+         {"types of their own name", Many, [](std::size_t count) { return sTimes(sType("X", "X"), count); }},
+         {"entities below their own name", Many,
+          [](std::size_t count) {
+              return sTimes(sEntity("X", sSupertypeOf("X") + "\n SUBTYPE OF (X);"), count);
+          }},
+         {"names that differ in letter case", 1U << 14,
+          [](std::size_t count) {
+              return sJoined(count, [](std::size_t i) {
+                  std::string name = "aaaaaaaaaaaaaaaa";
+                  for (std::size_t bit = 0; bit != name.size(); ++bit)
+                      name[bit] = ((i >> bit) & 1U) != 0 ? 'A' : 'a';
+                  return sEntity(name);
+              });
+          }},
+         {"attributes", Many, [](std::size_t count) { return sEntity("X", sTimes("A : REAL;\n", count)); }},
+         {"attributes of many entities", Many,
+          [](std::size_t count) {
+              return sJoined(count, [](std::size_t i) { return sEntity(sNumbered("E", i), "A : REAL;"); });
+          }},
+         {"enumeration items", Many,
+          [](std::size_t count) { return sType("X", "ENUMERATION OF (A" + sTimes("\n,A", count) + ")"); }},
+         {"select items", Many,
+          [](std::size_t count) { return sType("X", "SELECT (X" + sTimes("\n,X", count) + ")"); }},
+         {"subtypes", Many,
+          [](std::size_t count) { return sEntity("X", sSupertypeOf("X" + sTimes("\n,X", count))); }}},
+        vSchemaRead);
+}
+
+TEST(SchemaGrowthTest, Chains) {
+    constexpr std::size_t Long = 20'000;
+    const auto below = [](std::size_t count, const std::string& lines) {
+        return sEntity("E0", "A : REAL;") + sJoined(count, [&](std::size_t i) {
+                   return sEntity(sNumbered("E", i + 1), sSubtypeOf("E", i) + "\n" + lines);
+               });
+    };
+    vGrowthExpect(
+        {{"supertypes", Long, [=](std::size_t count) { return below(count, ""); }},
+         {"supertypes and subtypes", Long,
+          [](std::size_t count) {
+              return sJoined(count, [](std::size_t i) {
+                  return sEntity(sNumbered("E", i + 1),
+                                 sSupertypeOf(sNumbered("E", i + 2)) + "\n" + sSubtypeOf("E", i));
+              });
+          }},
+         {"supertypes from the bottom to the top", Long,
+          [](std::size_t count) {
+              return sJoined(count, [count](std::size_t i) {
+                  return sEntity(sNumbered("E", count - i), sSubtypeOf("E", count - i - 1));
+              });
+          }},
+         {"supertypes that derive", Long,
+          [=](std::size_t count) { return below(count, " DERIVE\n  D : REAL := 1.0;"); }},
+         {"types", Long,
+          [](std::size_t count) {
+              return sJoined(count,
+                             [](std::size_t i) { return sType(sNumbered("T", i), sNumbered("T", i + 1)); });
+          }},
+         {"selects of selects", Long,
+          [](std::size_t count) {
+              return sJoined(count, [](std::size_t i) {
+                  return sType(sNumbered("S", i), "SELECT (" + sNumbered("S", i + 1) + ")");
+              });
+          }},
+         {"selects of two selects each", Long / 2,
+          [](std::size_t count) {
+              return sJoined(count, [](std::size_t i) {
+                  const auto next = "SELECT (" + sNumbered("A", i + 1) + ", " + sNumbered("B", i + 1) + ")";
+                  return sType(sNumbered("A", i), next) + sType(sNumbered("B", i), next);
+              });
+          }},
+         {"subtype lists of two entities each", Long / 2,
+          [](std::size_t count) {
+              return sJoined(count, [](std::size_t i) {
+                  const auto next = sSupertypeOf(sNumbered("A", i + 1) + ", " + sNumbered("B", i + 1)) +
+                                    "\n" + (i == 0 ? "" : sSubtypeOf("A", i - 1));
+                  return sEntity(sNumbered("A", i), next) + sEntity(sNumbered("B", i), next);
+              });
+          }}},
+        vSchemaRead);
+}
+
+TEST(SchemaGrowthTest, Circles) {
+    constexpr std::size_t Long = 20'000;
+    vGrowthExpect({{"supertypes", Long,
+                    [](std::size_t count) {
+                        return sJoined(count, [count](std::size_t i) {
+                            return sEntity(sNumbered("E", i), sSubtypeOf("E", (i + 1) % count));
+                        });
+                    }},
+                   {"subtypes", Long,
+                    [](std::size_t count) {
+                        return sJoined(count, [count](std::size_t i) {
+                            return sEntity(sNumbered("E", i), sSupertypeOf(sNumbered("E", (i + 1) % count)));
+                        });
+                    }},
+                   {"types", Long,
+                    [](std::size_t count) {
+                        return sJoined(count, [count](std::size_t i) {
+                            return sType(sNumbered("T", i), sNumbered("T", (i + 1) % count));
+                        });
+                    }},
+                   {"selects", Long,
+                    [](std::size_t count) {
+                        return sJoined(count, [count](std::size_t i) {
+                            return sType(sNumbered("S", i),
+                                         "SELECT (" + sNumbered("S", (i + 1) % count) + ")");
+                        });
+                    }},
+                   {"attributes of the own entity", Long,
+                    [](std::size_t count) {
+                        return sJoined(count, [](std::size_t i) {
+                            const auto name = sNumbered("E", i);
+                            return sEntity(name, "A : LIST OF " + name + ";\n INVERSE\n  I : SET OF " + name +
+                                                     " FOR A;");
+                        });
+                    }}},
+                  vSchemaRead);
+}
+
+TEST(SchemaGrowthTest, Rules) {
+    constexpr std::size_t Long = 50'000;
+    const auto chain = [](std::string_view link) {
+        return [=](std::size_t count) { return sRule("a" + sTimes(link, count)); };
+    };
+    vGrowthExpect(
+        {{"operators", Long, chain(" + a")},
+         {"operators of two levels", Long, chain(" + a * a")},
+         {"operators, one a line", Long, chain("\n OR a")},
+         {"powers", Long, chain(" ** a")},
+         {"powers in a chain", Long, chain(" * a ** a")},
+         {"relations", Long, chain(" < a")},
+         {"signs in a chain", Long, chain(" + -a")},
+         {"attributes", Long, chain(".a")},
+         {"groups", Long, chain("\\a")},
+         {"indices", Long, chain("[1]")},
+         {"index ranges", Long, chain("[1:a]")},
+         {"exponents without digits", Long, chain("+1.0E-a")},
+         {"signs", Long, [](std::size_t count) { return sRule(sTimes("+ ", count)); }},
+         {"negations", Long, [](std::size_t count) { return sRule(sTimes("NOT ", count)); }},
+         {"elements", Long, [](std::size_t count) { return sRule("[a" + sTimes(", a", count) + "]"); }},
+         {"elements with a dropped sign", Long,
+          [](std::size_t count) { return sRule("[a" + sTimes(", a :<b", count) + "]"); }},
+         {"arguments", Long, [](std::size_t count) { return sRule("f(a" + sTimes(", a", count) + ")"); }},
+         {"calls", Long, [](std::size_t count) { return sRule("f()" + sTimes("+ f(a)", count)); }},
+         {"brackets side by side", Long, chain("+ (a) + [a][1] + X.a")},
+         {"digits", Long, [](std::size_t count) { return sRule("1." + std::string(10 * count, '1')); }},
+         {"a derived value", Long,
+          [](std::size_t count) {
+              return sEntity("X", " DERIVE\n  D : REAL := 1.0" + sTimes("\n + 1.0", count) + ";");
+          }}},
+        vSchemaRead);
+}
+
+TEST(SchemaGrowthTest, WhatNeverEnds) {
+    constexpr std::size_t Long = 1'000'000;
+    std::vector<GrowthRow> rows;
+    for (const std::string_view open : {"(", "[", "{", "f(", "QUERY(", ")", "]", "}", "(*", "'", "--", ";",
+                                        ":", "(* ", "' ", "-- x\n", "(*\n", "'\n"}) {
+        const auto many = [=](std::size_t size) { return sTimes(open, size / open.size()); };
+        rows.push_back(
+            {"rule of " + std::string(open), Long, [=](std::size_t size) { return sRule(many(size)); }});
+        rows.push_back({"rule that ends in " + std::string(open), Long,
+                        [=](std::size_t size) { return sRule("a + " + many(size)); }});
+        rows.push_back({"statements behind " + std::string(open), Long,
+                        [=](std::size_t size) { return sEntity("X") + many(size); }});
+    }
+    for (const std::string_view statement : {"TYPE", "ENTITY X\n", "ENTITY X\n WHERE\n WR1 : a",
+                                             "ENTITY X\n DERIVE\n D : a\n", "FUNCTION X\n", "RULE X\n"})
+        rows.push_back({std::string(statement), Long,
+                        [=](std::size_t size) { return std::string(statement) + sTimes("\n x", size / 3); }});
+    vGrowthExpect(rows, vSchemaRead);
+}
+
+// ---- What grows faster, still
+
+// The rules of a type are parsed once more for each type that is resolved through it, and kept each time; that is wanted.
+// So a clause and the derived types of its type, each half of a text, cost by the square of it. The derived types alone
+// need not.
+TEST(SchemaGrowthTest, TypesOfOneTypeThatHasRules) {
+    vGrowthExpect({{"derived types", 10'000,
+                    [](std::size_t count) {
+                        return "TYPE T = REAL;\n WHERE\n  WR1 : SELF > 0;\nEND_TYPE;\n" +
+                               sJoined(count, [](std::size_t i) { return sType(sNumbered("D", i), "T"); });
+                    }}},
+                  vSchemaRead);
+}
+
+// Each looks through the attributes of an entity, and then of all above it, from the first on.
+TEST(SchemaGrowthTest, DISABLED_RedeclaredAndInverseAttributesOfLongLinesAndEntities) {
+    constexpr std::size_t Long = 5'000;
+    const auto line = [](std::size_t count, const std::string& lines) {
+        return sEntity("E0", "A : REAL;") + sJoined(count, [&](std::size_t i) {
+                   return sEntity(sNumbered("E", i + 1), sSubtypeOf("E", i) + "\n" + lines);
+               });
+    };
+    const auto attributes = [](std::size_t count) {
+        return sJoined(count, [](std::size_t i) { return sNumbered("A", i) + " : X;\n"; });
+    };
+    vGrowthExpect(
+        {{"redeclared from the root", Long,
+          [=](std::size_t count) { return line(count, " DERIVE\n  SELF\\E0.A : REAL := 1;"); }},
+         {"redeclared from nowhere", Long,
+          [=](std::size_t count) { return line(count, " DERIVE\n  SELF\\E0.B : REAL := 1;"); }},
+         {"inverse to nowhere", Long,
+          [=](std::size_t count) {
+              return line(count, "") +
+                     sEntity("X",
+                             " INVERSE\n" + sTimes("  I : " + sNumbered("E", count) + " FOR B;\n", count));
+          }},
+         {"redeclared from the own entity", Long,
+          [=](std::size_t count) {
+              return sEntity("X", attributes(count) + " DERIVE\n" + sJoined(count, [](std::size_t i) {
+                                      return sNumbered("  SELF\\X.A", i) + " : X := 1;\n";
+                                  }));
+          }},
+         {"inverse to one entity", Long,
+          [=](std::size_t count) {
+              return sEntity("X", attributes(count) + " INVERSE\n" + sJoined(count, [](std::size_t i) {
+                                      return "  I : SET OF X FOR " + sNumbered("A", i) + ";\n";
+                                  }));
+          }}},
+        vSchemaRead);
+}
+
+// For each member that is an entity the supertypes of the object are looked through.
+TEST(SchemaGrowthTest, DISABLED_SelectOfManyEntitiesAskedForTheEndOfALongLine) {
+    vGrowthExpect({{"members and supertypes", 5'000,
+                    [](std::size_t count) {
+                        return sType("S", "SELECT (" + sNames("M", count) + ")") +
+                               sJoined(count, [](std::size_t i) { return sEntity(sNumbered("M", i)); }) +
+                               sEntity("E0") + sJoined(count, [](std::size_t i) {
+                                   return sEntity(sNumbered("E", i + 1), sSubtypeOf("E", i));
+                               });
+                    }}},
+                  vSchemaRead);
+}
+
+} // namespace
+
+} // namespace kiv::test

@@ -1,0 +1,74 @@
+/// A schema with sets from the sample data in the registry of the process, gone with it when it ends.
+///
+///     const SampleStore store;
+///     EXPECT_EQ(sAnswers(store.schema()), expected);
+///
+/// Threads: one that makes and ends it; meanwhile as `SchemaPset`.
+#pragma once
+
+#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
+#include "Format/Ifc/Def/SchemaPset.h"
+#include "Support/SampleData.h"
+#include "Support/SchemaPsetFromText.h"
+#include "Support/XmlFromText.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kiv::test {
+
+/// The set below a root element, of the kind that its tag names.
+inline std::unique_ptr<ifc::def::xml::SetDef> pSetFromElement(const kiv::xml::Element& root,
+                                                              ifc::def::xml::XmlSetErrors& errors) {
+    if (root.boNodeNameIs("QtoSetDef"))
+        return std::make_unique<ifc::def::qto::QuantitySetDef>(root, errors);
+    return std::make_unique<ifc::def::pset::PropertySetDef>(root, errors);
+}
+
+inline std::unique_ptr<ifc::def::xml::SetDef> pSetFromText(const std::string& text) {
+    const XmlFromText document(text);
+    ifc::def::xml::XmlSetErrors errors;
+    return pSetFromElement(document.root(), errors);
+}
+
+/// The documents as a collection.
+inline ifc::def::SchemaPropertySetDefinitions setsFromPaths(const ifc::def::schema::Schema& schema,
+                                                            const std::vector<std::string>& paths) {
+    ifc::def::SchemaPropertySetDefinitions sets;
+    for (const auto& path : paths) {
+        ifc::def::xml::XmlSetErrors errors;
+        sets.xmlSetAdd(schema, pSetFromText(sSampleText(path)), errors);
+    }
+    return sets;
+}
+
+class SampleStore {
+public:
+    /// All sets without faults stand in the standard context; one of each kind in one of a host, too.
+    SampleStore() : schema_(schemaPsetFromWholeText(sSampleText("Building.exp"))) {
+        registry().clear();
+        registry().addPropertySets({std::string(schema_->getName()), true},
+                                   setsFromPaths(*schema_, sampleSetPaths()));
+        registry().addPropertySets(
+            {"a host with a long name", false},
+            setsFromPaths(*schema_, {"Sets/Pset_BldWall.xml", "Sets/Qto_BldWall.xml"}));
+    }
+    SampleStore(const SampleStore&) = delete;
+    SampleStore& operator=(const SampleStore&) = delete;
+    ~SampleStore() { registry().clear(); }
+
+    ifc::def::SchemaPset& schema() const { return *schema_; }
+
+    static ifc::def::SchemaContextAndPropertySetDefinitions& registry() {
+        return ifc::def::SchemaContextAndPropertySetDefinitions::instance();
+    }
+
+private:
+    std::unique_ptr<ifc::def::SchemaPset> schema_;
+};
+
+} // namespace kiv::test
