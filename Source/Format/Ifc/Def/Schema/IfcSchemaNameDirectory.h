@@ -31,14 +31,16 @@ class NameDirectory {
 public:
     struct Entry {
         std::uint64_t hash;
-        std::string_view name;
+        std::string_view upperName;
         Value* value;
     };
 
     void vReserve(std::size_t count) { entries_.reserve(count); }
 
     /// Adds an entry under its name.
-    void vAdd(Value* value) { entries_.push_back({upperHash(value->getName()), value->getName(), value}); }
+    void vAdd(Value* value) {
+        entries_.push_back({upperHash(value->getName()), value->getNameUpper(), value});
+    }
 
     /// Makes the entries findable, once all are added.
     void vBuild() {
@@ -78,12 +80,11 @@ private:
     static bool boLess(const Entry& left, const Entry& right) {
         if (left.hash != right.hash)
             return left.hash < right.hash;
-        return compareUpper(left.value->getNameUpper(), right.value->getNameUpper()) < 0;
+        return compareUpper(left.upperName, right.upperName) < 0;
     }
 
     static bool isOf(const Entry& entry, std::string_view name) {
-        // Most names are asked for as they are written.
-        return isSameText(name, entry.name) || compareUpper(name, entry.value->getNameUpper()) == 0;
+        return compareUpper(name, entry.upperName) == 0;
     }
 
     /// The rest of a bucket from the first entry of this name on; empty when there is none.
@@ -101,7 +102,7 @@ private:
             return {first, end};
         // Names of one hash.
         first = std::partition_point(first, end, [&](const Entry& entry) {
-            return entry.hash == hash && compareUpper(name, entry.value->getNameUpper()) > 0;
+            return entry.hash == hash && compareUpper(name, entry.upperName) > 0;
         });
         const bool isFound = first != end && first->hash == hash && isOf(*first, name);
         return isFound ? std::span<const Entry>(first, end) : std::span<const Entry>();
