@@ -1,16 +1,15 @@
 #include "kivifc/ExportFile.h"
 
+#include "Support/FileSizeLimit.h"
 #include "TemporaryFolder.h"
 
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
 #include <string_view>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <vector>
 
@@ -163,26 +162,6 @@ TEST(ExportFiles, NamesOfTemporaryFilesThatAreTakenAreLeftAlone) {
                 testing::ElementsAre(".kivifc-export-0", ".kivifc-export-1", "x.xml"));
 }
 
-/// Files of this process cannot grow beyond a size while one of these lives.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{size, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
-
 TEST(ExportFiles, WriteThatFailsLeavesTheOldFileAndNoOther) {
     const TemporaryFolder folder;
     const auto path = folder.sPath("x.xml");
@@ -192,7 +171,7 @@ TEST(ExportFiles, WriteThatFailsLeavesTheOldFileAndNoOther) {
     for (const std::size_t size : {1000000U, 1500U}) {
         std::string failure;
         {
-            const FileSizeLimit limit(1000);
+            const kiv::test::FileSizeLimit limit(1000);
             failure = sWritten(path, std::string(size, 'x'));
         }
         EXPECT_EQ(failure, "File too large");
