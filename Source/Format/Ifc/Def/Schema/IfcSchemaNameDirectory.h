@@ -74,8 +74,6 @@ public:
         return bucket.empty() ? nullptr : bucket.front().value;
     }
 
-    std::size_t getSize() const { return entries_.size(); }
-
 private:
     static bool boLess(const Entry& left, const Entry& right) {
         if (left.hash != right.hash)

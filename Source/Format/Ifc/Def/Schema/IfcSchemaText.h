@@ -64,7 +64,8 @@ constexpr std::uint64_t getUpper8(std::uint64_t bytes) {
     return bytes - (lower >> 2);
 }
 
-/// The eight bytes from `pos`, as many as fit below 8 bytes of text.
+/// The eight bytes from `pos` on, which the text must have. Of a text shorter than eight bytes all of it, whatever `pos` is,
+/// put together so that texts of one length give the same only when they are the same.
 inline std::uint64_t getBytes8(std::string_view text, std::size_t pos) {
     std::uint64_t bytes = 0;
     if (text.size() >= sizeof(bytes)) {
@@ -120,6 +121,7 @@ constexpr std::size_t lastBytes8(std::string_view text) {
     return text.size() < sizeof(std::uint64_t) ? 0 : text.size() - sizeof(std::uint64_t);
 }
 
+/// What two texts of one length must have in common to be the same.
 inline std::uint64_t getLastBytes8(std::string_view text) {
     return getBytes8(text, lastBytes8(text));
 }

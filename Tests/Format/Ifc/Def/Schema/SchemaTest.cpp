@@ -140,6 +140,18 @@ TEST(SchemaTest, KeyOfOneSchemaFindsTheEntityOfAnother) {
               &entityOf(*second, "IfcWall"));
 }
 
+// In ASCII the brackets and the backslash stand as far from the braces and the stroke as upper-case letters from lower-case
+// ones; they are other bytes all the same.
+TEST(SchemaTest, NamesThatDifferInOtherBytesThanLettersAreNotMixedUp) {
+    const auto schema = schemaFromText(sEntities({"x{", "X[", "X]", "x}", "X\\"}));
+    EXPECT_EQ(schema->getObjectsByName().size(), 5U);
+    for (const std::string_view name : {"x{", "X[", "X]", "x}", "X\\"}) {
+        EXPECT_EQ(entityOf(*schema, name).getName(), name);
+        EXPECT_EQ(entityOf(*schema, sUpper(name)).getName(), name);
+    }
+    EXPECT_EQ(schema->pObjectFromName("X|"), nullptr);
+}
+
 // ---- Two objects of one name
 
 constexpr std::string_view TwoOfOneName = "ENTITY Same;\n"
