@@ -1,4 +1,4 @@
-/// A stream that breaks, as a file on a failing disk does: it is bad, not at its end.
+/// Streams that break, as a file on a failing disk does: it is bad, not at its end.
 ///
 ///     kiv::test::FailingStream stream("SCHEMA A;\nEND_SCHEMA;\n", 5); // "SCHEM", then badbit
 #pragma once
@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <istream>
 #include <limits>
+#include <new>
 #include <stdexcept>
 #include <streambuf>
 #include <string>
@@ -53,6 +54,20 @@ private:
 
         std::string text_;
         std::size_t blockSize_;
+    };
+
+    Buffer buffer_;
+};
+
+/// A stream whose buffer needs memory of its own and gets none.
+class NoMemoryStream : public std::istream {
+public:
+    NoMemoryStream() : std::istream(nullptr) { rdbuf(&buffer_); }
+
+private:
+    class Buffer : public std::streambuf {
+    protected:
+        int_type underflow() override { throw std::bad_alloc(); }
     };
 
     Buffer buffer_;

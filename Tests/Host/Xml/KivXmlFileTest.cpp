@@ -1,14 +1,13 @@
 #include "Host/Xml/KivXml.h"
 #include "Host/Xml/XmlDump.h"
+#include "Support/FailingStream.h"
+#include "Support/SmallStack.h"
 
 #include <algorithm>
 #include <fstream>
-#include <functional>
 #include <gtest/gtest.h>
-#include <pthread.h>
+#include <new>
 #include <sstream>
-#include <stdexcept>
-#include <streambuf>
 
 namespace kiv::xml {
 namespace {
@@ -392,20 +391,6 @@ TEST(KivXmlFile, ReadsVeryLongTokens) {
     EXPECT_EQ(const_Element(*root).FirstElementChildGet()->getLine(), 2U);
 }
 
-/// Gives some text and then fails, as a disk or a network may.
-class FailingBuffer : public std::streambuf {
-public:
-    explicit FailingBuffer(std::string text) : text_(std::move(text)) {
-        setg(text_.data(), text_.data(), text_.data() + text_.size());
-    }
-
-protected:
-    int_type underflow() override { throw std::runtime_error("the disk is gone"); }
-
-private:
-    std::string text_;
-};
-
 void vExpectStreamFailure(std::istream& stream) {
     File file = getFile();
     EXPECT_FALSE(file.parse(stream, "gone.xml", nullptr));
@@ -418,17 +403,23 @@ void vExpectStreamFailure(std::istream& stream) {
 
 TEST(KivXmlFile, StreamThatFailsGivesNoDocument) {
     for (const std::string& text : {""s, "<a>"s, "<a/>"s, "<a>" + std::string(100000, 'x')}) {
-        FailingBuffer buffer(text);
-        std::istream stream(&buffer);
+        kiv::test::FailingStream stream(text, text.size());
         vExpectStreamFailure(stream);
     }
 }
 
 TEST(KivXmlFile, StreamThatThrowsGivesNoDocumentAndNoException) {
-    FailingBuffer buffer("<a>");
-    std::istream stream(&buffer);
+    kiv::test::FailingStream stream("<a>", 3);
     stream.exceptions(std::ios::badbit | std::ios::failbit);
     vExpectStreamFailure(stream);
+}
+
+TEST(KivXmlFile, LackOfMemoryInAStreamIsPassedOnByStreamsThatDoSo) {
+    kiv::test::NoMemoryStream stream;
+    vExpectStreamFailure(stream);
+    stream.clear();
+    stream.exceptions(std::ios::badbit);
+    EXPECT_THROW(getFile().parse(stream, "", nullptr), std::bad_alloc);
 }
 
 TEST(KivXmlFile, StreamThatWasNeverOpenedGivesNoDocument) {
@@ -464,26 +455,10 @@ TEST(KivXmlFile, WhatWasReadCanBeChanged) {
     EXPECT_EQ(test::sDump(root), "a[b='2' c='3']('xy' d)");
 }
 
-/// Runs something where deep recursion would end the process.
-void vRunOnSmallStack(std::function<void()> action) {
-    constexpr std::size_t stackSize = std::size_t{256} << 10;
-    pthread_attr_t attributes;
-    ASSERT_EQ(pthread_attr_init(&attributes), 0);
-    ASSERT_EQ(pthread_attr_setstacksize(&attributes, stackSize), 0);
-    pthread_t thread{};
-    const auto run = [](void* context) -> void* {
-        (*static_cast<std::function<void()>*>(context))();
-        return nullptr;
-    };
-    ASSERT_EQ(pthread_create(&thread, &attributes, run, &action), 0);
-    EXPECT_EQ(pthread_join(thread, nullptr), 0);
-    pthread_attr_destroy(&attributes);
-}
-
 TEST(KivXmlFile, WideAndDeepDocumentsNeedLittleStack) {
     const std::string text = "<r>" + sNested(255) + sRepeated(300000, "<e a='1'>x</e>") + "</r>";
     bool isSame = false;
-    vRunOnSmallStack([&] {
+    kiv::test::onSmallStack([&] {
         std::istringstream stream(text);
         File file = getFile();
         const auto root = file.parse(stream, "", nullptr);

@@ -1,7 +1,7 @@
 #include "Robustness/Growth/GrowthRow.h"
 
 #include "Format/Ifc/Def/Growth.h"
-#include "Robustness/Sanitized.h"
+#include "Support/Sanitized.h"
 
 #include <gtest/gtest.h>
 

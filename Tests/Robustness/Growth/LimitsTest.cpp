@@ -10,7 +10,7 @@
 #include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "Host/Xml/KivXmlDocument.h"
 #include "Robustness/Growth/GrowthRow.h"
-#include "Robustness/Growth/SmallStack.h"
+#include "Support/SmallStack.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
 #include "Support/XmlFromText.h"

@@ -5,7 +5,7 @@
 #include "Robustness/Input/Mutation.h"
 #include "Robustness/Input/Reading.h"
 #include "Robustness/Input/Samples.h"
-#include "Robustness/Sanitized.h"
+#include "Support/Sanitized.h"
 
 #include <gtest/gtest.h>
 

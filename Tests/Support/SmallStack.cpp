@@ -1,6 +1,6 @@
-#include "Robustness/Growth/SmallStack.h"
+#include "Support/SmallStack.h"
 
-#include "Robustness/Sanitized.h"
+#include "Support/Sanitized.h"
 
 #include <gtest/gtest.h>
 
