@@ -87,8 +87,10 @@ bool isNameToParser(std::string_view name) {
     if (parser == nullptr)
         throw std::bad_alloc();
     const std::string element = std::string("<").append(name).append("/>");
-    return XML_Parse(parser.get(), element.data(), static_cast<int>(element.size()), XML_TRUE) ==
-           XML_STATUS_OK;
+    const auto status = XML_Parse(parser.get(), element.data(), static_cast<int>(element.size()), XML_TRUE);
+    if (status != XML_STATUS_OK && XML_GetErrorCode(parser.get()) == XML_ERROR_NO_MEMORY)
+        throw std::bad_alloc();
+    return status == XML_STATUS_OK;
 }
 
 /// Whether the character may stand first in a name, or further on.

@@ -42,6 +42,21 @@ TEST(KivXmlMemory, LackOfItIsPassedOnFromEveryPlace) {
     vExpectNoMemoryUntil("<a>", Outcome::Error);
 }
 
+TEST(KivXmlMemory, LackOfItIsPassedOnFromNamesOutsideAscii) {
+    const std::string name = "caf\xC3\xA9";
+    Document document;
+    Element root = document.getNode().ElementNodeAppend("r");
+    std::size_t allocations = 0;
+    while (!test::boRunWith(allocations, [&] { root.ElementNodeAppend(name); }))
+        ++allocations;
+    EXPECT_GT(allocations, 3U);
+    // What failed has left no element behind.
+    const auto child = const_Element(root).FirstElementChildGet();
+    ASSERT_TRUE(child);
+    EXPECT_EQ(child->tagNameView(), name);
+    EXPECT_FALSE(child->NextElementSiblingGet());
+}
+
 TEST(KivXmlMemory, LinesOfALongTextAreNotedWithoutCopyingThemForEachBlock) {
     const std::string block = std::string(63, 'x') + '\n';
     LineCounter lines;
