@@ -48,6 +48,10 @@ inline constexpr std::size_t maxElementDepth = 256;
 /// element, so that without a limit a short text could keep it busy for hours.
 inline constexpr std::size_t maxDeclaredAttributes = 1000;
 
+/// The most bytes that attributes with a default value can add to elements that do not write them: their names, their
+/// values and what it takes to keep them. A document type can declare one in a few bytes that become many.
+inline constexpr std::size_t maxDefaultAttributeSize = std::size_t{16} << 20;
+
 /// The bytes that a tag, a comment or another single piece of markup can have; some more may pass, because it
 /// is only looked at between two blocks of a stream. The parser keeps such a piece whole, and its buffer
 /// cannot grow much beyond this. Text between tags has no limit.
@@ -287,9 +291,9 @@ struct ParseError {
 /// Read are UTF-8 with or without byte order mark, UTF-16, ISO-8859-1 and US-ASCII. Refused, besides what is
 /// not well-formed: other encodings; a document type declaration that names an external subset, declares an
 /// entity or refers to a parameter entity, because references could then vanish or multiply without a word;
-/// more than `maxDeclaredAttributes` declared attributes; default attribute values that add more than 16 MiB;
-/// a piece of markup of more than `maxTokenSize` bytes; elements below level `maxElementDepth`. What stands
-/// outside the root element is checked and not kept.
+/// more than `maxDeclaredAttributes` declared attributes; default attribute values that add more than
+/// `maxDefaultAttributeSize` bytes; a piece of markup of more than `maxTokenSize` bytes; elements below level
+/// `maxElementDepth`. What stands outside the root element is checked and not kept.
 ///
 /// Ownership: the nodes live until the `File` is destroyed or `parse` is called again.
 /// Threads:   one thread at a time; different objects share nothing.

@@ -24,9 +24,6 @@ static_assert(std::is_same_v<XML_Char, char>, "libexpat hands out UTF-8");
 constexpr std::size_t firstBlockSize = std::size_t{31} * 1024;
 constexpr std::size_t largestBlockSize = std::size_t{64} << 20;
 
-/// A document type can give attributes to elements that do not name them: a few bytes that become many.
-constexpr std::size_t largestDefaultSize = std::size_t{16} << 20;
-
 /// Reads `size` bytes, or fewer at the end of the stream; absent when the stream fails.
 std::optional<std::string_view> read(std::istream& stream, char* buffer, std::size_t size) {
     if (stream.fail())
@@ -276,8 +273,8 @@ void Reader::vDefaultsCount(const XML_Char** attributes) {
     for (; attributes[0] != nullptr; attributes += 2)
         defaultSize_ += sizeof(AttributeRecord) + std::string_view(attributes[0]).size() +
                         std::string_view(attributes[1]).size();
-    if (defaultSize_ > largestDefaultSize)
-        vRefuse("default attribute values add more than " + std::to_string(largestDefaultSize >> 20) +
+    if (defaultSize_ > maxDefaultAttributeSize)
+        vRefuse("default attribute values add more than " + std::to_string(maxDefaultAttributeSize >> 20) +
                 " MiB");
 }
 

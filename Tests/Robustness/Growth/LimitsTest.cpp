@@ -10,9 +10,9 @@
 #include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "Host/Xml/KivXmlDocument.h"
 #include "Robustness/Growth/GrowthRow.h"
-#include "Support/SmallStack.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
+#include "Support/SmallStack.h"
 #include "Support/XmlFromText.h"
 
 #include <gtest/gtest.h>
@@ -207,10 +207,16 @@ std::string sLevelsWritten(std::size_t levels) {
     return std::to_string(count);
 }
 
-/// An attribute for "e" that none writes, so that each "<e/>" adds as many bytes.
-std::string sDefaults(std::size_t bytesEach, std::size_t count) {
-    const auto value = std::string(bytesEach - sizeof(kiv::xml::AttributeRecord) - 1, 'x');
-    return "<!DOCTYPE r [<!ATTLIST e b CDATA '" + value + "'>]><r>" + sTimes("<e/>", count) + "</r>";
+/// Sixteen elements, to which an attribute that they do not write adds about a sixteenth of so many bytes each, and one to
+/// which another attribute adds the rest.
+std::string sDefaults(std::size_t bytes) {
+    constexpr std::size_t Count = 16;
+    const auto value = [](std::size_t size) {
+        return std::string(size - sizeof(kiv::xml::AttributeRecord) - 1, 'x');
+    };
+    const auto bytesEach = bytes / (Count + 1);
+    return "<!DOCTYPE r [<!ATTLIST e b CDATA '" + value(bytesEach) + "'><!ATTLIST f b CDATA '" +
+           value(bytes - Count * bytesEach) + "'>]><r>" + sTimes("<e/>", Count) + "<f/></r>";
 }
 
 std::size_t levelsOf(const pset::PropertyDef& property) {
@@ -243,7 +249,6 @@ std::string sComplexProperties(std::size_t levels) {
 }
 
 void vXmlRowsAdd(Rows& rows) {
-    constexpr std::size_t MiB = std::size_t{1} << 20;
     const std::string tooDeep = "elements are nested deeper than 256 levels";
     rows.push_back({"elements", [] { return sXmlRead(sNested("<e>", "", "</e>", maxElementDepth)); }, "read",
                     [] { return sXmlRead(sNested("<e>", "", "</e>", maxElementDepth + 1)); }, tooDeep});
@@ -255,8 +260,8 @@ void vXmlRowsAdd(Rows& rows) {
     rows.push_back({"declared attributes", [=] { return declared(maxDeclaredAttributes); }, "read",
                     [=] { return declared(maxDeclaredAttributes + 1); },
                     "the document type declares more than 1000 attributes"});
-    rows.push_back({"default attribute values", [] { return sXmlRead(sDefaults(MiB, 16)); }, "read",
-                    [] { return sXmlRead(sDefaults(MiB + 1, 16)); },
+    rows.push_back({"default attribute values", [] { return sXmlRead(sDefaults(maxDefaultAttributeSize)); },
+                    "read", [] { return sXmlRead(sDefaults(maxDefaultAttributeSize + 1)); },
                     "default attribute values add more than 16 MiB"});
     rows.push_back({"complex properties", [] { return sComplexProperties(ComplexPropertyNestingMax); },
                     "84 levels", [] { return sComplexProperties(ComplexPropertyNestingMax + 1); }, tooDeep});

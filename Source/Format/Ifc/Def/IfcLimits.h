@@ -54,6 +54,9 @@ using kiv::xml::maxElementDepth;
 /// A document that declares more is refused.
 using kiv::xml::maxDeclaredAttributes;
 
+/// A document whose default attribute values add more bytes is refused.
+using kiv::xml::maxDefaultAttributeSize;
+
 /// A document with a longer piece of markup is refused.
 using kiv::xml::maxTokenSize;
 
