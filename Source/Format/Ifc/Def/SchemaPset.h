@@ -45,7 +45,8 @@ public:
     SchemaPset(std::istream& stream, const std::string& headerLine, std::size_t schemaPos);
     ~SchemaPset() override;
 
-    /// Reads the text of one schema; null when the stream holds none. Of several the last counts. Errors as `Schema`.
+    /// Reads the text of one schema; null when the stream holds none. Of several the last counts. Errors as
+    /// `Schema`; a stream that is set to throw at its end always does, and then there is no schema.
     static std::unique_ptr<SchemaPset> pStepStreamRead(std::istream& stream);
 
     /// The standard definitions of this schema; null when none are registered.

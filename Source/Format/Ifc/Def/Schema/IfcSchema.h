@@ -12,8 +12,9 @@
 /// Threads:   built by one thread; look-ups may then run from any number of threads at once.
 /// Errors:    an unknown name is an answer (null), never an error. A stream that fails while the schema is
 ///            read throws `kiv::exception` with an empty message, a rule with a literal out of range
-///            std::out_of_range. Names that the text leaves unresolved are reported to the host's assertion
-///            service.
+///            std::out_of_range. What the stream itself is set to throw comes out too, as from std::getline: with
+///            badbit among its `exceptions()` what its buffer throws, with failbit or eofbit std::ios::failure at
+///            its end. Names that the text leaves unresolved are reported to the host's assertion service.
 #pragma once
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
@@ -129,7 +130,8 @@ private:
 /// The factory keeps what it makes owned: the stream is read to its end, each further header line calls it again
 /// and only the last result is returned, and none is when reading on fails. Null when there is no header line. A
 /// UTF-8 byte order mark at the start is skipped. Throws `kiv::exception` when the stream fails, and
-/// std::bad_function_call when a header is found and the factory is empty.
+/// std::bad_function_call when a header is found and the factory is empty. As the stream is read to its end, one that
+/// is set to throw there always does, after the factory was called.
 KIV_EXPORT Schema*
 pStepStreamRead(std::istream& stream,
                 std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory);

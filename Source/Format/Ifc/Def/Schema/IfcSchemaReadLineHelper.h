@@ -55,7 +55,8 @@ private:
 ///
 /// Ownership: what readers build out of lines refers to the arena; so that lives as long as they do.
 /// Threads:   one reader, one thread.
-/// Errors:    a stream that fails without being at its end throws `kiv::exception` with an empty message.
+/// Errors:    a stream that fails without being at its end throws `kiv::exception` with an empty message; one that is set
+///            to throw at its end std::ios::failure there.
 class KIV_EXPORT ReadLineHelper {
 public:
     /// With an arena of its own; takes no more from the stream than the lines that it hands out.

@@ -1,14 +1,21 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
+#include "Host/KivArena.h"
 #include "Host/KivException.h"
 #include "Support/FailingStream.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <ios>
+#include <istream>
 #include <sstream>
+#include <streambuf>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -86,6 +93,89 @@ TEST(ReadLineHelperTest, AStreamThatIsBadFromTheStartIsAnException) {
     stream.setstate(std::ios::badbit);
     ReadLineHelper line;
     EXPECT_THROW(line.boNextLine(stream), kiv::exception);
+}
+
+TEST(ReadLineHelperTest, AStreamThatPassesOnWhatItsBufferThrowsThrowsThatAndIsBad) {
+    FailingStream stream("ab\nc", 4);
+    stream.exceptions(std::ios::badbit);
+    ReadLineHelper line;
+    ASSERT_TRUE(line.boNextLine(stream));
+    EXPECT_THROW(line.boNextLine(stream), DeviceIsGone);
+    EXPECT_TRUE(stream.bad());
+}
+
+TEST(ReadLineHelperTest, AStreamThatIsToThrowAtItsEndDoesSo) {
+    std::istringstream stream("a\n");
+    stream.exceptions(std::ios::failbit);
+    ReadLineHelper line;
+    ASSERT_TRUE(line.boNextLine(stream));
+    EXPECT_THROW(line.boNextLine(stream), std::ios::failure);
+    EXPECT_TRUE(stream.eof());
+}
+
+/// Tells how many bytes it has, hands out so many of them at once, and takes none back.
+class OneWayBuffer : public std::streambuf {
+public:
+    OneWayBuffer(std::string_view text, std::size_t atOnce) : text_(text), atOnce_(atOnce) {}
+
+protected:
+    std::streamsize showmanyc() override { return static_cast<std::streamsize>(text_.size()); }
+    int_type underflow() override {
+        return text_.empty() ? traits_type::eof() : traits_type::to_int_type(text_.front());
+    }
+    std::streamsize xsgetn(char* place, std::streamsize size) override {
+        const auto taken = text_.copy(place, std::min(static_cast<std::size_t>(size), atOnce_));
+        text_.remove_prefix(taken);
+        return static_cast<std::streamsize>(taken);
+    }
+    int_type pbackfail(int_type) override { throw DeviceIsGone(); }
+
+private:
+    std::string_view text_;
+    std::size_t atOnce_;
+};
+
+TEST(ReadLineHelperTest, ReadingAheadTakesLinesInWhateverPiecesTheyCome) {
+    for (const std::size_t atOnce : {1U, 2U, 3U, 100U}) {
+        OneWayBuffer buffer("ab\n\ncd", atOnce);
+        std::istream stream(&buffer);
+        kiv::Arena arena;
+        ReadLineHelper line(arena);
+        Strings lines;
+        while (line.boNextLine(stream))
+            lines.emplace_back(line.getLine());
+        EXPECT_EQ(lines, (Strings{"ab", "", "cd"})) << atOnce;
+    }
+}
+
+TEST(ReadLineHelperTest, ABufferThatDoesNotHandOutTheBytesItHasIsAnException) {
+    OneWayBuffer buffer("a\n", 0);
+    std::istream stream(&buffer);
+    kiv::Arena arena;
+    ReadLineHelper line(arena);
+    EXPECT_THROW(line.boNextLine(stream), kiv::exception);
+}
+
+TEST(ReadLineHelperTest, WhatAStreamDoesNotTakeBackIsLost) {
+    OneWayBuffer buffer("a\nb\n", 100);
+    std::istream stream(&buffer);
+    kiv::Arena arena;
+    ReadLineHelper line(arena);
+    ASSERT_TRUE(line.boNextLine(stream));
+    line.vAheadGiveBack(stream);
+    EXPECT_EQ(line.getLine(), "a");
+    EXPECT_FALSE(line.boNextLine(stream));
+}
+
+TEST(ReadLineHelperTest, WhatAStreamTakesBackIsReadAgain) {
+    std::istringstream stream("a\nb\n");
+    kiv::Arena arena;
+    ReadLineHelper line(arena);
+    ASSERT_TRUE(line.boNextLine(stream));
+    line.vAheadGiveBack(stream);
+    std::string next;
+    EXPECT_TRUE(std::getline(stream, next));
+    EXPECT_EQ(next, "b");
 }
 
 TEST(ReadLineHelperTest, AppendsTheNextLineWithNothingBetween) {

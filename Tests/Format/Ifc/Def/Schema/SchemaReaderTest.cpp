@@ -15,9 +15,12 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ios>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -436,17 +439,50 @@ TEST(SchemaReaderTest, StreamThatFailsAtAnyByteIsAnExceptionWithAnEmptyMessage) 
     }
 }
 
+/// A factory that makes the schema and leaves it with its caller.
+std::function<Schema*(std::istream&, const std::string&, std::size_t)>
+factoryFor(std::unique_ptr<Schema>& schema) {
+    return [&schema](std::istream& in, const std::string& line, std::size_t pos) {
+        schema = std::make_unique<Schema>(in, line, pos);
+        return schema.get();
+    };
+}
+
 TEST(SchemaReaderTest, StreamThatFailsAfterTheSchemaWasBuiltLosesNothing) {
     FailingStream stream("SCHEMA A;\nEND_SCHEMA;\nmore\n", 24);
     std::unique_ptr<Schema> schema;
-    EXPECT_THROW(pStepStreamRead(stream,
-                                 [&](std::istream& in, const std::string& line, std::size_t pos) {
-                                     schema = std::make_unique<Schema>(in, line, pos);
-                                     return schema.get();
-                                 }),
-                 kiv::exception);
+    EXPECT_THROW(pStepStreamRead(stream, factoryFor(schema)), kiv::exception);
     ASSERT_NE(schema, nullptr);
     EXPECT_EQ(schema->getName(), "A");
+}
+
+/// As std::getline does.
+TEST(SchemaReaderTest, StreamThatIsToThrowAtItsEndDoesSoAndLosesNothing) {
+    for (const auto mask : {std::ios::failbit, std::ios::eofbit}) {
+        std::istringstream stream("SCHEMA A;\nEND_SCHEMA;\nmore\n");
+        stream.exceptions(mask);
+        std::unique_ptr<Schema> schema;
+        EXPECT_THROW(pStepStreamRead(stream, factoryFor(schema)), std::ios::failure);
+        ASSERT_NE(schema, nullptr);
+        EXPECT_EQ(schema->getName(), "A");
+    }
+}
+
+TEST(SchemaReaderTest, StreamThatIsToThrowAtItsEndDoesSoInsideASchemaThatHasNone) {
+    const std::pair<std::string, bool> rows[] = {
+        {"ENTITY X;\nEND_ENTITY;\n", true},
+        {"ENTITY X;\nEND_ENTITY;\nEND_SCHEMA;\nmore\n", false},
+    };
+    for (const auto& [text, isThrown] : rows) {
+        SCOPED_TRACE(text);
+        std::istringstream stream(text);
+        stream.exceptions(std::ios::failbit);
+        if (isThrown) {
+            EXPECT_THROW(Schema(stream, "SCHEMA A;", 0), std::ios::failure);
+        } else {
+            EXPECT_EQ(Schema(stream, "SCHEMA A;", 0).getObjects().size(), 1U);
+        }
+    }
 }
 
 TEST(SchemaReaderTest, StreamThatFailsRightBehindTheHeaderIsAnException) {
