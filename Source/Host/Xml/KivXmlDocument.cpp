@@ -48,8 +48,6 @@ void DocumentRecords::vNodeAppend(ElementRecord& parent, NodeKind kind, std::str
 }
 
 void DocumentRecords::vAttributesReserve(ElementRecord& element, std::size_t count) {
-    if (count <= element.attributeCapacity)
-        return;
     auto** const attributes = arena.pMakeArray<AttributeRecord*>(count);
     std::copy_n(element.attributes, element.attributeCount, attributes);
     element.attributes = attributes;

@@ -72,7 +72,7 @@ struct DocumentRecords {
     template <std::invocable GetLine>
     void vTextAppend(ElementRecord& parent, std::string_view text, GetLine getLine);
 
-    /// Makes room for `count` attributes in all.
+    /// Makes room for `count` attributes in all, more than there is room for.
     void vAttributesReserve(ElementRecord& element, std::size_t count);
     AttributeRecord& attributeAppend(ElementRecord& element, std::string_view name, std::string_view value);
 

@@ -77,6 +77,18 @@ TEST(KivAssert, CollectingSinkKeepsCopiesOfAllFields) {
               (std::vector<AssertRecord>{{-7, "Type not found", "function", "file", 123}}));
 }
 
+TEST(KivAssert, RecordsAreEqualWhenAllTheirFieldsAre) {
+    const AssertRecord record{1, "message", "function", "file", 2};
+    EXPECT_EQ(record, (AssertRecord{1, "message", "function", "file", 2}));
+    const AssertRecord others[] = {{0, "message", "function", "file", 2},
+                                   {1, "Message", "function", "file", 2},
+                                   {1, "message", "", "file", 2},
+                                   {1, "message", "function", "files", 2},
+                                   {1, "message", "function", "file", 3}};
+    for (const AssertRecord& other : others)
+        EXPECT_NE(record, other) << &other - others;
+}
+
 TEST(KivAssert, CollectingSinkKeepsTheOrderAndGivesAwayWhatItHas) {
     CollectingSink sink;
     const ScopedSink installed(sink);

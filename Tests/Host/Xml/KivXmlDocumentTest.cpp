@@ -225,6 +225,7 @@ TEST(KivXmlElement, CharactersThatXmlCannotCarryAreReplaced) {
         {"\xC0\x80", replacement + replacement},
         {"\xE2\x82", replacement + replacement},
         {"\xED\xA0\x80", replacement + replacement + replacement}, // half of a surrogate pair
+        {"\xF5\x80\x80\x80", replacement + replacement + replacement + replacement}, // begins nothing
         {"\xF4\x90\x80\x80", replacement + replacement + replacement + replacement},
         {"\xEF\xBF\xBE", replacement}, // U+FFFE is one character
         {"\xEF\xBF\xBF", replacement},

@@ -15,6 +15,7 @@ namespace kiv::test {
 namespace {
 
 using ifc::def::xml::ErrorKind;
+using ifc::def::xml::ErrorRecord;
 using ifc::def::xml::XmlSetErrors;
 using ifc::def::xml::XmlSetsErrors;
 
@@ -75,6 +76,17 @@ TEST(XmlSetErrors, KeepsARecordTwiceWhenItIsAddedTwice) {
     errors.vErrorAdd(ErrorKind::Error, "a", "message", 1);
     errors.vErrorAdd(ErrorKind::Error, "a", "message", 1);
     EXPECT_EQ(errors.getRecords(), (Records{error("a", "message", 1), error("a", "message", 1)}));
+}
+
+TEST(ErrorRecord, IsEqualToOneWithTheSameFieldsOnly) {
+    const ErrorRecord record{ErrorKind::Error, "item", "message", 1};
+    EXPECT_EQ(record, (ErrorRecord{ErrorKind::Error, "item", "message", 1}));
+    const Records others{{ErrorKind::FatalError, "item", "message", 1},
+                         {ErrorKind::Error, "Item", "message", 1},
+                         {ErrorKind::Error, "item", "", 1},
+                         {ErrorKind::Error, "item", "message", 2}};
+    for (const auto& other : others)
+        EXPECT_NE(record, other) << &other - others.data();
 }
 
 TEST(XmlSetErrors, KindsHaveTheirNumbers) {

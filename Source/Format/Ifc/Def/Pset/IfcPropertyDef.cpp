@@ -2,6 +2,7 @@
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
 
+#include <algorithm>
 #include <type_traits>
 #include <utility>
 
@@ -95,13 +96,8 @@ void PropertySetDef::vPropertiesRead(const kiv::xml::const_Element& list, xml::X
 }
 
 bool PropertySetDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
-    if (!SetDef::checkForErrors(schema, errors))
-        return false;
-    for (const PropertyDef& property : properties_) {
-        if (!property.checkForErrors(schema, errors))
-            return false;
-    }
-    return true;
+    const auto passes = [&](const PropertyDef& property) { return property.checkForErrors(schema, errors); };
+    return SetDef::checkForErrors(schema, errors) && std::ranges::all_of(properties_, passes);
 }
 
 kiv::xml::Element PropertySetDef::exportDef(kiv::xml::Element& element,

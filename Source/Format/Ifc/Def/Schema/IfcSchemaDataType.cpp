@@ -407,8 +407,6 @@ void DataTypeListBase<N>::vUniqueRead(std::string_view& text, bool& unique) {
 template <std::uint32_t N>
 void DataTypeListBase<N>::vUpdate(Schema& schema) {
     schema.vBuildingCheck();
-    if (element_)
-        return;
     const AggregateNesting nesting(schema);
     element_ = schema.pObjectFromName(elementText_);
     if (!element_ && !nesting.isTooDeep())

@@ -145,6 +145,19 @@ TEST(AttributeInverseTest, MayReferToItsOwnEntity) {
     EXPECT_THAT(reports.getRecords(), IsEmpty());
 }
 
+TEST(AttributeInverseTest, ResolvingItAgainChangesNothing) {
+    const Declared declared("SET [0:1] OF Rel FOR Target;");
+    const auto* const type = declared.inverse.pFirstType();
+    const auto* const attribute = declared.inverse.pReferredAttribute();
+    ASSERT_NE(attribute, nullptr);
+    const AssertCollector reports;
+    // A schema hands out its entities as const; they are not.
+    const_cast<Entity&>(entityOf(*declared.schema, "X")).vUpdateInverse(*declared.schema);
+    EXPECT_EQ(declared.inverse.pFirstType(), type);
+    EXPECT_EQ(declared.inverse.pReferredAttribute(), attribute);
+    EXPECT_THAT(reports.getRecords(), IsEmpty());
+}
+
 TEST(AttributeInverseTest, LinkToTheXmlConfigurationIsReplacedByALaterOne) {
     const Declared declared("Rel FOR Target;");
     EXPECT_EQ(declared.inverse.pXmlAttribute(), nullptr);

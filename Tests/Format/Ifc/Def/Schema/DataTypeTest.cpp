@@ -426,6 +426,14 @@ TEST(DataTypeSelectTest, IsCompatibleWithSubtypesOfItsMembers) {
     EXPECT_TRUE(selected.isCompatible("Unlisted"));
 }
 
+TEST(DataTypeSelectTest, MemberWithoutADataTypeStandsForItselfOnly) {
+    const AssertCollector reports;
+    const Selected selected("TYPE S = SELECT (T, A);\nEND_TYPE;\nTYPE T;\nEND_TYPE;");
+    EXPECT_TRUE(selected.isCompatible("T"));
+    EXPECT_TRUE(selected.isCompatible("A"));
+    EXPECT_FALSE(selected.isCompatible("Label"));
+}
+
 TEST(DataTypeSelectTest, IsNotCompatibleWithOthers) {
     const Selected selected("TYPE S = SELECT (A, Label);\nEND_TYPE;");
     // A supertype, a sibling, another root, a type made of a member, the select's own type, a function.

@@ -695,6 +695,16 @@ TEST_F(ExpressParserTest, EachNodeCallsTheVisitorForItsOwnClassOnce) {
     EXPECT_EQ(noter.sClassOf(*aggregate->getElements().at(0)), "Repetition");
 }
 
+TEST_F(ExpressParserTest, ListHasNoNodeBehindItsLast) {
+    const auto rules = rulesOf("w : [a, b];");
+    const auto* aggregate = pAs<AggregateInitializerExpression>(rules.at(0).expression);
+    ASSERT_NE(aggregate, nullptr);
+    const auto& elements = aggregate->getElements();
+    ASSERT_EQ(elements.size(), 2U);
+    EXPECT_EQ(sExpressionText(*elements.at(1)), "b");
+    EXPECT_THROW(elements.at(2), std::out_of_range);
+}
+
 // ---- Nesting and length
 
 struct NestingRow {

@@ -152,6 +152,21 @@ TEST(SchemaTest, NamesThatDifferInOtherBytesThanLettersAreNotMixedUp) {
     EXPECT_EQ(schema->pObjectFromName("X|"), nullptr);
 }
 
+TEST(SchemaTest, AttributesWhoseNamesDifferInOtherBytesThanLettersAreNotMixedUp) {
+    const Strings names{"x{", "X[", "X]", "x}", "X\\", "x{y", "X[y"};
+    std::string attributes;
+    for (const auto& name : names)
+        attributes += "  " + name + " : REAL;\n";
+    const auto schema = schemaFromText("ENTITY E;\n" + attributes + "END_ENTITY;");
+    for (const auto& name : names) {
+        const auto found = schema->attributesGet(sUpper(name));
+        ASSERT_EQ(found.size(), 1U) << name;
+        EXPECT_EQ(found.front().get().getName(), name);
+    }
+    EXPECT_TRUE(schema->attributesGet("X|").empty());
+    EXPECT_TRUE(schema->attributesGet("X]Y").empty());
+}
+
 // ---- Two objects of one name
 
 constexpr std::string_view TwoOfOneName = "ENTITY Same;\n"
