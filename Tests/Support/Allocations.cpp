@@ -38,6 +38,9 @@ void* pAllocate(std::size_t bytes) {
     if (void* const memory = pAllocateOrNull(bytes))
         return memory;
     hasThrown = true;
+    // It may free memory, which would change nothing here, or throw by itself.
+    if (const auto handler = std::get_new_handler())
+        handler();
     throw std::bad_alloc();
 }
 

@@ -17,9 +17,9 @@ void Diagnostics::vNote(std::string_view subject, std::string_view reason) {
 }
 
 void Diagnostics::vFail(std::string_view subject, std::string_view reason) {
-    vNote(subject, reason);
-    failures_.push_back({std::string(subject), std::string(reason)});
     status_ = ExitStatus::Failed;
+    failures_.push_back({std::string(subject), std::string(reason)});
+    vNote(subject, reason);
 }
 
 void Diagnostics::vFinding() {

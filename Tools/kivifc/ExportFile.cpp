@@ -97,6 +97,24 @@ std::string sTextWrite(File file, const std::string& text) {
     return failure;
 }
 
+/// Removes a file at the end of its scope, however that is left.
+class Removal {
+public:
+    explicit Removal(const fs::path& path) : path_(&path) {}
+    Removal(const Removal&) = delete;
+    Removal& operator=(const Removal&) = delete;
+    ~Removal() {
+        std::error_code error;
+        if (path_ != nullptr)
+            fs::remove(*path_, error);
+    }
+
+    void vCancel() { path_ = nullptr; }
+
+private:
+    const fs::path* path_;
+};
+
 std::string sFileByte(char byte, bool isFirst) {
     const auto number = static_cast<unsigned char>(byte);
     const bool isControl = number < 0x20 || number == 0x7F;
@@ -121,15 +139,15 @@ std::string sFileReplace(const fs::path& path, const std::string& text) {
     auto file = temporaryOpen(path, temporary);
     if (!file)
         return sSystemReason();
-    auto failure = sTextWrite(std::move(file), text);
+    Removal removal(temporary);
+    if (auto failure = sTextWrite(std::move(file), text); !failure.empty())
+        return failure;
     std::error_code error;
-    if (failure.empty()) {
-        fs::rename(temporary, path, error);
-        failure = error ? error.message() : std::string();
-    }
-    if (!failure.empty())
-        fs::remove(temporary, error);
-    return failure;
+    fs::rename(temporary, path, error);
+    if (error)
+        return error.message();
+    removal.vCancel();
+    return {};
 }
 
 std::string sFileName(std::string_view name) {

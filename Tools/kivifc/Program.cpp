@@ -1,9 +1,12 @@
+#include "kivifc/Program.h"
+
 #include "kivifc/Command.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <fmt/format.h>
 #include <memory>
@@ -13,9 +16,9 @@
 #include <utility>
 #include <vector>
 
-namespace {
+namespace kiv::kivifc {
 
-using namespace kiv::kivifc;
+namespace {
 
 constexpr const char* Description =
     "kivifc reads IFC schemas and the property and quantity sets defined for them.";
@@ -52,7 +55,7 @@ void vRun(Command& command, Console& console) {
     try {
         command.vRun(console);
     } catch (const std::bad_alloc&) {
-        console.diagnostics.vFail("this job", "not enough memory");
+        throw;
     } catch (const std::exception& error) {
         console.diagnostics.vFail("this job", error.what());
     }
@@ -91,16 +94,53 @@ void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
     vRun(*chosen->command, console);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    // A reader that goes away is met as a failing write, which is told, instead of a silent end.
-    std::signal(SIGPIPE, SIG_IGN);
+ExitStatus allRun(int argc, char** argv) {
     Output output(stdout);
     Diagnostics diagnostics(output, stderr);
     Console console{output, diagnostics};
     vParseAndRun(argumentsOf(argc, argv), console);
     if (const auto failure = output.sFinish(); !failure.empty())
         diagnostics.vFail("standard output", failure);
-    return static_cast<int>(diagnostics.getStatus());
+    return diagnostics.getStatus();
 }
+
+/// Without any memory, as there is none.
+ExitStatus memoryFailureTell() {
+    std::fputs("kivifc: this job: not enough memory\n", stderr);
+    return ExitStatus::Failed;
+}
+
+/// Whether an allocation ever failed. Streams keep that to themselves, and what they are to hold then ends somewhere.
+bool wasMemoryShort = false;
+
+void onMemoryShort() {
+    wasMemoryShort = true;
+    throw std::bad_alloc();
+}
+
+std::terminate_handler onOtherEnd = nullptr;
+
+/// Taking a JSON value apart needs memory, in a destructor, from which no exception can come; and so may an exception.
+[[noreturn]] void onEnd() {
+    if (wasMemoryShort)
+        std::_Exit(static_cast<int>(memoryFailureTell()));
+    onOtherEnd();
+    std::abort();
+}
+
+} // namespace
+
+ExitStatus programRun(int argc, char** argv) {
+    // A reader that goes away is met as a failing write, which is told, instead of a silent end.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::set_new_handler(onMemoryShort);
+    onOtherEnd = std::set_terminate(onEnd);
+    try {
+        const auto status = allRun(argc, argv);
+        return wasMemoryShort && status != ExitStatus::Failed ? memoryFailureTell() : status;
+    } catch (const std::bad_alloc&) {
+        return memoryFailureTell();
+    }
+}
+
+} // namespace kiv::kivifc

@@ -45,13 +45,14 @@ public:
         posix_spawn_file_actions_adddup2(&actions_, writingEnd_, descriptor);
     }
 
-    pid_t start(const std::vector<std::string>& arguments) {
+    pid_t start(const std::string& program, const std::vector<std::string>& arguments) {
         std::vector<char*> words;
         for (const auto& argument : arguments)
             words.push_back(const_cast<char*>(argument.c_str()));
         words.push_back(nullptr);
         pid_t process = 0;
-        const auto failure = posix_spawn(&process, KIVIFC_PROGRAM, &actions_, nullptr, words.data(), environ);
+        const auto failure =
+            posix_spawn(&process, program.c_str(), &actions_, nullptr, words.data(), environ);
         if (writingEnd_ >= 0)
             close(writingEnd_);
         vCheck(failure == 0, "the program cannot be started");
@@ -87,7 +88,8 @@ Run kivifcRun(const std::vector<std::string>& arguments, const RunOptions& optio
     std::vector<std::string> words{"kivifc"};
     words.insert(words.end(), arguments.begin(), arguments.end());
     Run run;
-    run.status = exitStatusOf(actions.start(words));
+    run.status =
+        exitStatusOf(actions.start(options.program.empty() ? KIVIFC_PROGRAM : options.program, words));
     if (options.outputPath.empty() && !options.isOutputClosed)
         run.out = sFileText(outputPath);
     run.err = sFileText(folder.sPath("err"));

@@ -28,6 +28,8 @@ struct RunOptions {
     std::string outputPath = {};
     /// Its standard output is a pipe that nobody reads.
     bool isOutputClosed = false;
+    /// Another program, run in its place.
+    std::string program = {};
 };
 
 /// The program runs in the folder of the sample data, so that paths in its output are short.

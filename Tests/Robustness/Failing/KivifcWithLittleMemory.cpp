@@ -1,0 +1,23 @@
+// kivifc, to which only so many allocations are given.
+//
+//     kivifc_with_little_memory 100 once schema Building.exp
+//
+// The first argument is how many of them succeed, the second whether "all" behind them fail or the next one "once". The
+// others are those of kivifc.
+
+#include "Support/Allocations.h"
+#include "kivifc/Program.h"
+
+#include <cstdlib>
+#include <string_view>
+
+int main(int argc, char** argv) {
+    using kiv::test::Refusal;
+    constexpr int OwnArguments = 2;
+    if (argc <= OwnArguments)
+        return EXIT_FAILURE;
+    const kiv::test::AllocationLimit limit(std::strtoull(argv[1], nullptr, 10),
+                                           std::string_view(argv[2]) == "once" ? Refusal::Once
+                                                                               : Refusal::FromThenOn);
+    return static_cast<int>(kiv::kivifc::programRun(argc - OwnArguments, argv + OwnArguments));
+}
