@@ -2,11 +2,11 @@
 // is equal to itself when it is written, in either style, and read back.
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
-#include "SetText.h"
 
 #include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "Host/Assert/KivAssert.h"
+#include "Support/SetText.h"
 
 #include <optional>
 #include <sstream>
@@ -66,8 +66,8 @@ void vReadsBack(const Set& set, const xml::ExtraExportInfo& info, kiv::xml::Writ
     vLaw(again.root.has_value(), "what is written is XML");
     xml::XmlSetErrors errors;
     const Set readBack(*again.root, errors);
-    vLaw(kiv::fuzz::sSet(readBack, kiv::fuzz::After::Reading) ==
-             kiv::fuzz::sSet(set, kiv::fuzz::After::ReadingBack),
+    using kiv::test::After;
+    vLaw(kiv::test::sSetText(readBack, After::Reading) == kiv::test::sSetText(set, After::ReadingBack),
          "what is written reads back equal");
 }
 

@@ -6,6 +6,7 @@
 #include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaPsetFromText.h"
+#include "Support/SetFromText.h"
 #include "Support/XmlFromText.h"
 
 #include <gmock/gmock.h>
@@ -52,19 +53,12 @@ void vConfigRead(const std::string& text) {
     sampleSchema()->vXmlSchemaConfigInit(stream);
 }
 
-std::unique_ptr<xml::SetDef> pSetRead(const XmlFromText& document, xml::XmlSetErrors& errors) {
-    kiv::xml::Element root = document.root();
-    if (root.boNodeNameIs("QtoSetDef"))
-        return std::make_unique<qto::QuantitySetDef>(root, errors);
-    return std::make_unique<pset::PropertySetDef>(root, errors);
-}
-
 /// Checks the set and all that is in it; gives the records.
 Messages recordsOf(const std::string& text) {
     const auto schema = sampleSchema();
     const XmlFromText document(text);
     xml::XmlSetErrors errors;
-    const auto set = pSetRead(document, errors);
+    const auto set = pSetFromElement(document.root(), errors);
     set->checkForErrors(*schema, errors);
     if (const auto* quantities = dynamic_cast<const qto::QuantitySetDef*>(set.get())) {
         for (const auto& quantity : quantities->getQuantities())
@@ -80,7 +74,7 @@ void vTypeNameAsk(const std::string& text) {
     const auto schema = sampleSchema();
     xml::XmlSetErrors errors;
     ifc::def::SchemaPropertySetDefinitions sets;
-    sets.xmlSetAdd(*schema, pSetRead(XmlFromText(text), errors), errors);
+    sets.xmlSetAdd(*schema, pSetFromElement(XmlFromText(text).root(), errors), errors);
     auto& registry = ifc::def::SchemaContextAndPropertySetDefinitions::instance();
     registry.addPropertySets({"host", false}, std::move(sets));
     ifc::findPropertyTypeName("S.M", *schema);

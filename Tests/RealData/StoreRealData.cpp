@@ -3,8 +3,7 @@
 #include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "Format/Ifc/Def/SchemaLoader.h"
-#include "RealData/SetReadBack.h"
-#include "Support/XmlFromText.h"
+#include "Support/SetFromText.h"
 
 #include <sstream>
 #include <typeinfo>
@@ -53,20 +52,14 @@ const std::vector<std::string>& StoreRealDataTest::setFolders(const std::string&
     return folders.at(name);
 }
 
-std::unique_ptr<defs::SetDef> StoreRealDataTest::readSet(const std::string& text) {
-    const XmlFromText document(text);
-    defs::XmlSetErrors errors;
-    return test::readSet(document.root(), errors);
-}
-
 void StoreRealDataTest::vStandardAdd(const std::string& name) {
     ifc::def::SchemaPropertySetDefinitions standard;
     for (const auto& folder : setFolders(name)) {
         for (const auto& setPath : setPaths(folder)) {
             const auto text = sText(setPath);
             defs::XmlSetErrors errors;
-            EXPECT_TRUE(standard.xmlSetAdd(schema(name), readSet(text), errors)) << setPath;
-            sets_[name].push_back(readSet(text));
+            EXPECT_TRUE(standard.xmlSetAdd(schema(name), pSetFromText(text), errors)) << setPath;
+            sets_[name].push_back(pSetFromText(text));
         }
     }
     registry().addPropertySets({name, true}, std::move(standard));

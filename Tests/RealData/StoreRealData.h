@@ -42,8 +42,6 @@ protected:
     /// The configuration of IFC4.
     static std::filesystem::path configPath() { return path("config/IFC4_ADD1_config.xml"); }
 
-    static std::unique_ptr<ifc::def::xml::SetDef> readSet(const std::string& text);
-
 private:
     static void vStandardAdd(const std::string& name);
 

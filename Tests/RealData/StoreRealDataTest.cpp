@@ -7,6 +7,7 @@
 #include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
+#include "Support/SetFromText.h"
 #include "Support/XmlFromText.h"
 
 #include <algorithm>
@@ -307,7 +308,7 @@ TEST_F(StoreRealDataTest, ASetOfAHostHidesTheStandardOneWhileItIsRegistered) {
     defs::XmlSetErrors errors;
     own.xmlSetAdd(
         ifc4,
-        readSet(
+        pSetFromText(
             "<PropertySetDef><Name>PSET_WALLCOMMON</Name><ApplicableClasses><ClassName>IfcWall</ClassName>"
             "</ApplicableClasses><PropertyDefs><PropertyDef><Name>IsExternal</Name><PropertyType>"
             "<TypePropertySingleValue><DataType type='IfcLogical'/></TypePropertySingleValue>"

@@ -17,12 +17,17 @@
 
 namespace kiv::test {
 
+/// What a file holds, wherever it is.
+inline std::string sFileText(const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream)
+        throw std::runtime_error("cannot read " + path.string());
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
 /// What the file of this path below the folder holds.
 inline std::string sSampleText(const std::string& path) {
-    std::ifstream stream(std::string(KIV_SAMPLES) + '/' + path, std::ios::binary);
-    if (!stream)
-        throw std::runtime_error("cannot read " + path);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    return sFileText(std::filesystem::path(KIV_SAMPLES) / path);
 }
 
 /// The paths of the documents in a folder of the samples, by name.

@@ -6,13 +6,11 @@
 /// Threads: one that makes and ends it; meanwhile as `SchemaPset`.
 #pragma once
 
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
 #include "Format/Ifc/Def/SchemaPset.h"
 #include "Support/SampleData.h"
 #include "Support/SchemaPsetFromText.h"
-#include "Support/XmlFromText.h"
+#include "Support/SetFromText.h"
 
 #include <memory>
 #include <string>
@@ -20,20 +18,6 @@
 #include <vector>
 
 namespace kiv::test {
-
-/// The set below a root element, of the kind that its tag names.
-inline std::unique_ptr<ifc::def::xml::SetDef> pSetFromElement(const kiv::xml::Element& root,
-                                                              ifc::def::xml::XmlSetErrors& errors) {
-    if (root.boNodeNameIs("QtoSetDef"))
-        return std::make_unique<ifc::def::qto::QuantitySetDef>(root, errors);
-    return std::make_unique<ifc::def::pset::PropertySetDef>(root, errors);
-}
-
-inline std::unique_ptr<ifc::def::xml::SetDef> pSetFromText(const std::string& text) {
-    const XmlFromText document(text);
-    ifc::def::xml::XmlSetErrors errors;
-    return pSetFromElement(document.root(), errors);
-}
 
 /// The documents as a collection.
 inline ifc::def::SchemaPropertySetDefinitions setsFromPaths(const ifc::def::schema::Schema& schema,

@@ -4,14 +4,13 @@
 // IfcDefSetDefTest.cpp, constants in Pset/TypePropertyEnumeratedValueTest.cpp, sets whose classes have one hash in
 // Store/SchemaPropertySetDefinitionsTest.cpp.
 
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "Robustness/Growth/GrowthRow.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaPsetFromText.h"
+#include "Support/SetFromText.h"
 #include "Support/XmlFromText.h"
 
 #include <gtest/gtest.h>
@@ -33,13 +32,6 @@ std::string sNumbered(std::string_view name, std::size_t number) {
     return std::string(name) + std::to_string(number);
 }
 
-std::unique_ptr<ifc::def::xml::SetDef> setOf(const kiv::xml::Element& root,
-                                             ifc::def::xml::XmlSetErrors& errors) {
-    if (root.boNodeNameIs("QtoSetDef"))
-        return std::make_unique<qto::QuantitySetDef>(root, errors);
-    return std::make_unique<pset::PropertySetDef>(root, errors);
-}
-
 /// Reads a set, writes it back, checks and collects it, and asks for it.
 void vSetRead(const std::string& text) {
     const AssertCollector reports;
@@ -51,7 +43,7 @@ void vSetRead(const std::string& text) {
     if (!root)
         return;
     ifc::def::xml::XmlSetErrors errors;
-    auto set = setOf(*root, errors);
+    auto set = pSetFromElement(*root, errors);
     XmlTarget target("Sets");
     set->exportDef(target.root(), nullptr);
     EXPECT_NE(target.sText(), "");

@@ -5,6 +5,7 @@
 #include "Robustness/Input/Mutation.h"
 #include "Robustness/Input/Reading.h"
 #include "Robustness/Input/Samples.h"
+#include "Support/SampleData.h"
 #include "Support/Sanitized.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +30,7 @@ constexpr std::size_t fewer(std::size_t count) {
 class DamagedSampleTest : public ::testing::TestWithParam<fs::path> {
 protected:
     std::string text_ = sFileText(GetParam());
-    Reading reading_{sFileText(sampleSchemaPath())};
+    Reading reading_{sSampleText("Building.exp")};
 };
 
 INSTANTIATE_TEST_SUITE_P(Samples, DamagedSampleTest, ::testing::ValuesIn(samplePaths()),

@@ -1,15 +1,15 @@
 // Hosts that have set a global locale get the same models, look-ups, reports and documents, byte for byte.
 
 #include "Format/Ifc/Def/PropertyNameSearcher.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "Format/Ifc/Def/Schema/ModelText.h"
 #include "Format/Ifc/Def/Schema/SampleText.h"
 #include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 #include "Robustness/Input/Samples.h"
 #include "Support/AssertCollector.h"
+#include "Support/SampleData.h"
 #include "Support/SchemaPsetFromText.h"
+#include "Support/SetFromText.h"
 #include "Support/XmlFromText.h"
 
 #include <gtest/gtest.h>
@@ -131,8 +131,8 @@ struct Outcome {
 
 void vSchemasRead(Outcome& outcome) {
     const AssertCollector reports;
-    for (const auto& text : {std::string(SampleText), sNumbersAndNames(), sFileText(sampleSchemaPath()),
-                             sFileText(sampleSchemaPath().parent_path() / "Broken.exp")})
+    for (const auto& text : {std::string(SampleText), sNumbersAndNames(), sSampleText("Building.exp"),
+                             sSampleText("Broken.exp")})
         outcome.schemas.push_back(schemaPsetFromWholeText(text));
     for (const auto& message : reports.getMessages())
         outcome.texts.push_back(message);
@@ -145,13 +145,6 @@ void vNamesAsk(Outcome& outcome) {
     for (const auto* name : {"ISINDIVIDUAL", "isindividual", "pixi"})
         outcome.texts.emplace_back(numbers.pAttributeGet("ifcTITLE", name) ? "found" : "not found");
     outcome.texts.push_back(ifc::findPropertyTypeName("ifctitle.isIndividual", numbers).value_or("none"));
-}
-
-std::unique_ptr<ifc::def::xml::SetDef> setOf(const kiv::xml::Element& root,
-                                             ifc::def::xml::XmlSetErrors& errors) {
-    if (root.boNodeNameIs("QtoSetDef"))
-        return std::make_unique<qto::QuantitySetDef>(root, errors);
-    return std::make_unique<pset::PropertySetDef>(root, errors);
 }
 
 void vSetsExport(Outcome& outcome) {
@@ -167,7 +160,7 @@ void vSetsExport(Outcome& outcome) {
             continue;
         }
         ifc::def::xml::XmlSetErrors errors;
-        auto set = setOf(*root, errors);
+        auto set = pSetFromElement(*root, errors);
         XmlTarget target("Sets");
         set->exportDef(target.root(), nullptr);
         outcome.texts.push_back(target.sText());

@@ -1,9 +1,6 @@
 #include "Robustness/Input/Samples.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 
 namespace kiv::test {
 
@@ -17,17 +14,6 @@ std::vector<fs::path> samplePaths() {
                 paths.push_back(entry.path());
     std::sort(paths.begin(), paths.end());
     return paths;
-}
-
-fs::path sampleSchemaPath() {
-    return fs::path(KIV_SAMPLES) / "Building.exp";
-}
-
-std::string sFileText(const fs::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream)
-        throw std::runtime_error("no file " + path.string());
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 std::string sTestName(const fs::path& path) {

@@ -67,7 +67,7 @@ TEST_F(SchemaPropertySetDefinitionsTest, EmptyFindsNothing) {
 }
 
 TEST_F(SchemaPropertySetDefinitionsTest, ASetThatPassesIsTaken) {
-    auto set = setFromText(sPropertySet("Pset_A"));
+    auto set = pSetFromText(sPropertySet("Pset_A"));
     const auto* const taken = set.get();
     EXPECT_TRUE(sets.xmlSetAdd(*schema, std::move(set), errors));
     EXPECT_EQ(set, nullptr);
@@ -76,7 +76,7 @@ TEST_F(SchemaPropertySetDefinitionsTest, ASetThatPassesIsTaken) {
 }
 
 TEST_F(SchemaPropertySetDefinitionsTest, ASetWithRecordsThatIsNotRefusedIsTaken) {
-    EXPECT_TRUE(sets.xmlSetAdd(*schema, setFromText(sPropertySet("Pset_A", {"IfcWal"})), errors));
+    EXPECT_TRUE(sets.xmlSetAdd(*schema, pSetFromText(sPropertySet("Pset_A", {"IfcWal"})), errors));
     EXPECT_NE(sets.getXmlSetFromName("Pset_A"), nullptr);
     EXPECT_EQ(errors.getSetName(), "Pset_A");
     EXPECT_EQ(errors.getRecords(),
@@ -87,7 +87,7 @@ TEST_F(SchemaPropertySetDefinitionsTest, ASetWithRecordsThatIsNotRefusedIsTaken)
 /// An attribute PredefinedType that is of no defined type is what makes a check fail.
 TEST_F(SchemaPropertySetDefinitionsTest, ASetThatFailsItsCheckStaysWithTheCallerAndNothingOfItIsIndexed) {
     schema = schemaPsetFromText("ENTITY IfcOdd;\n  PredefinedType : STRING;\nEND_ENTITY;\n");
-    auto set = setFromText(sPropertySet("Pset_A", {"IfcOdd/X"}, sProperty("P", "", sGuid(1))));
+    auto set = pSetFromText(sPropertySet("Pset_A", {"IfcOdd/X"}, sProperty("P", "", sGuid(1))));
     const auto* const refused = set.get();
     EXPECT_FALSE(sets.xmlSetAdd(*schema, std::move(set), errors));
     EXPECT_EQ(set.get(), refused);
@@ -102,14 +102,14 @@ TEST_F(SchemaPropertySetDefinitionsTest, ASetThatFailsItsCheckStaysWithTheCaller
 
 TEST_F(SchemaPropertySetDefinitionsTest, TheNameOfARefusedSetStaysFree) {
     schema = schemaPsetFromText("ENTITY IfcOdd;\n  PredefinedType : STRING;\nEND_ENTITY;\n");
-    EXPECT_FALSE(sets.xmlSetAdd(*schema, setFromText(sPropertySet("Pset_A", {"IfcOdd/X"})), errors));
+    EXPECT_FALSE(sets.xmlSetAdd(*schema, pSetFromText(sPropertySet("Pset_A", {"IfcOdd/X"})), errors));
     vSetsAdd(sets, *schema, {sPropertySet("PSET_A")});
     EXPECT_EQ(namesOf(sets.getXmlSets()), Texts{"PSET_A"});
 }
 
 TEST_F(SchemaPropertySetDefinitionsTest, SecondSetOfTheSameNameInAnotherCaseIsDropped) {
-    EXPECT_TRUE(sets.xmlSetAdd(*schema, setFromText(sPropertySet("Pset_A")), errors));
-    auto second = setFromText(sPropertySet("PSET_A"));
+    EXPECT_TRUE(sets.xmlSetAdd(*schema, pSetFromText(sPropertySet("Pset_A")), errors));
+    auto second = pSetFromText(sPropertySet("PSET_A"));
     EXPECT_TRUE(sets.xmlSetAdd(*schema, std::move(second), errors));
     EXPECT_EQ(second, nullptr);
     EXPECT_EQ(errors.getRecords(), Records());
@@ -120,7 +120,7 @@ TEST_F(SchemaPropertySetDefinitionsTest, SecondSetOfTheSameNameInAnotherCaseIsDr
 
 TEST_F(SchemaPropertySetDefinitionsTest, ASecondSetOfTheSameNameIsCheckedBeforeItIsDropped) {
     vSetsAdd(sets, *schema, {sPropertySet("Pset_A")});
-    auto second = setFromText(sPropertySet("PSET_A", {"IfcWal"}));
+    auto second = pSetFromText(sPropertySet("PSET_A", {"IfcWal"}));
     EXPECT_TRUE(sets.xmlSetAdd(*schema, std::move(second), errors));
     EXPECT_EQ(second, nullptr);
     EXPECT_EQ(errors.getSetName(), "PSET_A");
@@ -133,7 +133,7 @@ TEST_F(SchemaPropertySetDefinitionsTest, ASecondSetOfTheSameNameIsCheckedBeforeI
 TEST_F(SchemaPropertySetDefinitionsTest, ASecondSetOfTheSameNameThatFailsItsCheckStaysWithTheCaller) {
     schema = schemaPsetFromText("ENTITY IfcOdd;\n  PredefinedType : STRING;\nEND_ENTITY;\n");
     vSetsAdd(sets, *schema, {sPropertySet("Pset_A")});
-    auto second = setFromText(sPropertySet("PSET_A", {"IfcOdd/X"}));
+    auto second = pSetFromText(sPropertySet("PSET_A", {"IfcOdd/X"}));
     const auto* const refused = second.get();
     EXPECT_FALSE(sets.xmlSetAdd(*schema, std::move(second), errors));
     EXPECT_EQ(second.get(), refused);
@@ -433,7 +433,7 @@ std::size_t failedAdditions(SchemaPropertySetDefinitions& sets, const ifc::def::
                             const std::string& text) {
     const Answers before(sets, schema);
     for (std::size_t count = 0;; ++count) {
-        auto set = setFromText(text);
+        auto set = pSetFromText(text);
         const auto* const given = set.get();
         XmlSetErrors errors;
         if (boRunWith(count, [&] { sets.xmlSetAdd(schema, std::move(set), errors); })) {

@@ -15,7 +15,7 @@
 #include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
 #include "Format/Ifc/Def/SchemaLoader.h"
 #include "Support/SchemaPsetFromText.h"
-#include "Support/XmlFromText.h"
+#include "Support/SetFromText.h"
 
 #include <gtest/gtest.h>
 
@@ -102,21 +102,12 @@ inline std::string sQuantitySet(const std::string& name, const Texts& classes = 
     return sSet("QtoSetDef", "QtoDefs", name, classes, members);
 }
 
-/// The set of a text, of the kind that its element names.
-inline std::unique_ptr<ifc::def::xml::SetDef> setFromText(const std::string& xml) {
-    const XmlFromText document(xml);
-    ifc::def::xml::XmlSetErrors errors;
-    if (document.root().boNodeNameIs("QtoSetDef"))
-        return std::make_unique<ifc::def::qto::QuantitySetDef>(document.root(), errors);
-    return std::make_unique<ifc::def::pset::PropertySetDef>(document.root(), errors);
-}
-
 /// Adds the sets one after the other.
 inline void vSetsAdd(ifc::def::SchemaPropertySetDefinitions& sets, const ifc::def::schema::Schema& schema,
                      const Texts& texts) {
     for (const auto& text : texts) {
         ifc::def::xml::XmlSetErrors errors;
-        if (!sets.xmlSetAdd(schema, setFromText(text), errors))
+        if (!sets.xmlSetAdd(schema, pSetFromText(text), errors))
             throw std::logic_error("refused: " + text);
     }
 }

@@ -1,4 +1,4 @@
-#include "SetText.h"
+#include "Support/SetText.h"
 
 #include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-namespace kiv::fuzz {
+namespace kiv::test {
 
 namespace {
 
@@ -140,10 +140,10 @@ private:
 
 } // namespace
 
-std::string sSet(const xml::SetDef& set, After after) {
+std::string sSetText(const xml::SetDef& set, After after) {
     Writer writer(after);
     writer.vSet(set);
     return writer.takeText();
 }
 
-} // namespace kiv::fuzz
+} // namespace kiv::test

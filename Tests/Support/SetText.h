@@ -1,13 +1,13 @@
 /// Sets as text, one item a line, to compare what was written and read back with what it was made from.
 ///
-///     sSet(readBack, After::Reading) == sSet(original, After::ReadingBack)
+///     EXPECT_EQ(sSetText(readBack, After::Reading), sSetText(original, After::ReadingBack));
 #pragma once
 
 #include "Format/Ifc/Def/IfcDefBase.h"
 
 #include <string>
 
-namespace kiv::fuzz {
+namespace kiv::test {
 
 enum class After {
     /// As the set is.
@@ -21,6 +21,6 @@ enum class After {
 /// know, the data type of a reference where reading does not look, a bound that is not given as the data type, and the
 /// item type of a list as one more value. An alias without text is written without one and not read again, and blanks at
 /// the end of a class go.
-std::string sSet(const ifc::def::xml::SetDef& set, After after);
+std::string sSetText(const ifc::def::xml::SetDef& set, After after);
 
-} // namespace kiv::fuzz
+} // namespace kiv::test
