@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <ostream>
@@ -105,6 +106,18 @@ TEST(SetMemory, EveryKindOfSetIsRead) {
     }
 }
 
+/// The sum of what is counted for the text of each document that is one.
+std::size_t sumOverSets(const std::function<std::size_t(const std::string& text)>& count) {
+    std::size_t sum = 0;
+    for (const auto& path : allSetPaths()) {
+        if (path == "BrokenSets/Broken_NotXml.xml")
+            continue;
+        SCOPED_TRACE(path);
+        sum += count(sSampleText(path));
+    }
+    return sum;
+}
+
 struct SetChecking {
     std::unique_ptr<defs::SetDef> set;
     std::string records;
@@ -112,12 +125,7 @@ struct SetChecking {
 
 TEST(SetMemory, EveryKindOfSetIsChecked) {
     const SampleStore store;
-    std::size_t failures = 0;
-    for (const auto& path : allSetPaths()) {
-        if (path == "BrokenSets/Broken_NotXml.xml")
-            continue;
-        SCOPED_TRACE(path);
-        const auto text = sSampleText(path);
+    const auto failures = sumOverSets([&](const std::string& text) {
         const Operation<SetChecking> operation{
             .prepare =
                 [&] {
@@ -133,8 +141,8 @@ TEST(SetMemory, EveryKindOfSetIsChecked) {
                 [](const SetChecking& checking) {
                     return checking.records + sExport(*checking.set, nullptr);
                 }};
-        failures += failuresOf(operation);
-    }
+        return failuresOf(operation);
+    });
     EXPECT_GT(failures, 100U);
 }
 
@@ -147,12 +155,7 @@ struct Adding {
 TEST(SetMemory, EveryKindOfSetIsAdded) {
     const SampleStore store;
     const auto& schema = store.schema();
-    std::size_t failures = 0;
-    for (const auto& path : allSetPaths()) {
-        if (path == "BrokenSets/Broken_NotXml.xml")
-            continue;
-        SCOPED_TRACE(path);
-        const auto text = sSampleText(path);
+    const auto failures = sumOverSets([&](const std::string& text) {
         const Operation<Adding> operation{
             .prepare =
                 [&] {
@@ -170,8 +173,8 @@ TEST(SetMemory, EveryKindOfSetIsAdded) {
                            (adding.set ? "with the caller: " + adding.set->getName() : "taken");
                 }};
         // One of a short name that is there already takes no memory at all.
-        failures += failuresOf(operation);
-    }
+        return failuresOf(operation);
+    });
     EXPECT_GT(failures, 100U);
 }
 
