@@ -27,25 +27,22 @@ constexpr const char* Footer =
 } // namespace
 
 void EntityCommand::vOptionsAdd(CLI::App& app) {
-    app.add_option("FILE", schemaPath_, "The schema file")->required();
-    app.add_option("SETS... NAME", arguments_, SetsDescription)->required();
+    arguments_.vOptionsAdd(app, "SETS... NAME", "Write the entity as JSON");
     app.add_option("--config", configPath_, "An IFC-XML configuration to tell representations from")
         ->type_name("CONFIG");
-    app.add_flag("--json", jsonAsked_, "Write the entity as JSON");
     app.footer(Footer);
 }
 
 void EntityCommand::vRun(Console& console) {
-    const auto name = arguments_.back();
-    const auto store =
-        storeRead(schemaPath_, {arguments_.begin(), arguments_.end() - 1}, console.diagnostics);
+    const auto& name = arguments_.words.back();
+    const auto store = storeRead(arguments_.schemaPath, arguments_.getSets(), console.diagnostics);
     if (!store)
         return;
     auto& schema = *store->schema.schema;
     const auto* entity = ifc::def::schema::Entity::pFrom(schema.pObjectFromName(name));
     if (!entity) {
         console.diagnostics.vFinding();
-        return console.diagnostics.vNote(schemaPath_, sNoEntity(schema, name));
+        return console.diagnostics.vNote(arguments_.schemaPath, sNoEntity(schema, name));
     }
     if (!configPath_.empty()) {
         const auto reports = configFileRead(configPath_, schema, console.diagnostics);
@@ -55,7 +52,7 @@ void EntityCommand::vRun(Console& console) {
                                          reports->size()));
     }
     const auto groups = applicableSets(schema, *entity, {});
-    if (jsonAsked_) {
+    if (arguments_.isJsonAsked) {
         auto json = entityPictureJson(*entity);
         json["sets"] = applicableSetsJson(*store, groups);
         return vJsonWrite(json, console.output);

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "kivifc/Command.h"
+#include "kivifc/LookUpArguments.h"
 
 #include <string>
-#include <vector>
 
 namespace kiv::kivifc {
 
@@ -14,11 +14,9 @@ public:
     void vRun(Console& console) override;
 
 private:
-    std::string schemaPath_;
     /// Sets, and the name of the entity at the end.
-    std::vector<std::string> arguments_;
+    LookUpArguments arguments_;
     std::string configPath_;
-    bool jsonAsked_ = false;
 };
 
 } // namespace kiv::kivifc

@@ -107,16 +107,13 @@ Json findingJson(const Store& store, const Finding& finding) {
 } // namespace
 
 void FindCommand::vOptionsAdd(CLI::App& app) {
-    app.add_option("FILE", schemaPath_, "The schema file")->required();
-    app.add_option("SETS... NAME-OR-GUID", arguments_, SetsDescription)->required();
-    app.add_flag("--json", jsonAsked_, "Write what is found as JSON");
+    arguments_.vOptionsAdd(app, "SETS... NAME-OR-GUID", "Write what is found as JSON");
     app.footer(Footer);
 }
 
 void FindCommand::vRun(Console& console) {
-    const auto text = arguments_.back();
-    const auto store =
-        storeRead(schemaPath_, {arguments_.begin(), arguments_.end() - 1}, console.diagnostics);
+    const auto& text = arguments_.words.back();
+    const auto store = storeRead(arguments_.schemaPath, arguments_.getSets(), console.diagnostics);
     if (!store)
         return;
     const auto finding = find(*store->schema.schema, text);
@@ -124,7 +121,7 @@ void FindCommand::vRun(Console& console) {
         console.diagnostics.vFinding();
         console.diagnostics.vNote("not found", sNoName("set or GUID", text, setNames(*store->schema.schema)));
     }
-    if (jsonAsked_)
+    if (arguments_.isJsonAsked)
         vJsonWrite(finding.set ? findingJson(*store, finding) : Json(nullptr), console.output);
     else if (finding.set)
         console.output.vWrite(sFinding(*store, finding));

@@ -2,9 +2,7 @@
 #pragma once
 
 #include "kivifc/Command.h"
-
-#include <string>
-#include <vector>
+#include "kivifc/LookUpArguments.h"
 
 namespace kiv::kivifc {
 
@@ -14,10 +12,8 @@ public:
     void vRun(Console& console) override;
 
 private:
-    std::string schemaPath_;
     /// Sets, and what is looked for at the end.
-    std::vector<std::string> arguments_;
-    bool jsonAsked_ = false;
+    LookUpArguments arguments_;
 };
 
 } // namespace kiv::kivifc

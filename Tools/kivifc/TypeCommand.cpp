@@ -85,20 +85,18 @@ std::string sAnswer(const std::string& question, const std::optional<std::string
 } // namespace
 
 void TypeCommand::vOptionsAdd(CLI::App& app) {
-    app.add_option("FILE", schemaPath_, "The schema file")->required();
-    app.add_option("SETS... QUESTION", arguments_, SetsDescription)->required();
-    app.add_flag("--json", jsonAsked_, "Write the answers as JSON");
+    arguments_.vOptionsAdd(app, "SETS... QUESTION", "Write the answers as JSON");
     app.footer(Footer);
 }
 
 void TypeCommand::vRun(Console& console) {
-    std::vector<std::string> questions = arguments_;
+    std::vector<std::string> questions = arguments_.words;
     const auto middle = std::stable_partition(questions.begin(), questions.end(), isSetsArgument);
     const std::vector<std::string> sets(questions.begin(), middle);
     questions.erase(questions.begin(), middle);
     if (questions.empty())
         return console.diagnostics.vFail("command line", "a question is missing; see kivifc type --help");
-    const auto store = storeRead(schemaPath_, sets, console.diagnostics);
+    const auto store = storeRead(arguments_.schemaPath, sets, console.diagnostics);
     if (!store)
         return;
     Json answers = Json::array();
@@ -108,7 +106,7 @@ void TypeCommand::vRun(Console& console) {
             continue;
         }
         const auto type = ifc::findPropertyTypeName(question, *store->schema.schema);
-        if (jsonAsked_)
+        if (arguments_.isJsonAsked)
             answers.push_back({{"question", question}, {"type", type ? Json(*type) : Json(nullptr)}});
         else
             console.output.vWrite(sAnswer(question, type));
@@ -117,7 +115,7 @@ void TypeCommand::vRun(Console& console) {
         console.diagnostics.vFinding();
         console.diagnostics.vNote(question, sNoValue(*store->schema.schema, question));
     }
-    if (jsonAsked_)
+    if (arguments_.isJsonAsked)
         vJsonWrite(answers, console.output);
 }
 
