@@ -113,55 +113,50 @@ std::string sDerived(const DeriveValue& value) {
                        derivation.expression.empty() ? "" : " := ", derivation.expression);
 }
 
+std::string sUnique(const UniqueRule& rule) {
+    return fmt::format("{} : {}", rule.label, fmt::join(rule.attributeNames, ", "));
+}
+
+std::string sWhere(const ParsedRule& rule) {
+    return fmt::format("{} : {}", rule.label, sExpression(*rule.expression));
+}
+
 using Lines = std::vector<std::string>;
 
-Lines attributeLines(const Entity& entity) {
+template <class Item>
+Lines linesOf(const std::vector<Item>& items, std::string (*sLine)(const Item&)) {
     Lines lines;
-    for (const auto& attribute : entity.getAttributes())
-        lines.push_back(sAttribute(attribute));
+    for (const auto& item : items)
+        lines.push_back(sLine(item));
     return lines;
+}
+
+Lines attributeLines(const Entity& entity) {
+    return linesOf(entity.getAttributes(), sAttribute);
 }
 
 Lines derivedLines(const Entity& entity) {
-    Lines lines;
-    if (entity.pDerive()) {
-        for (const auto& value : entity.pDerive()->getValues())
-            lines.push_back(sDerived(value));
-    }
-    return lines;
+    return entity.pDerive() ? linesOf(entity.pDerive()->getValues(), sDerived) : Lines();
 }
 
 Lines inverseLines(const Entity& entity) {
-    Lines lines;
-    for (const auto& inverse : entity.getAttributesInverse())
-        lines.push_back(sInverse(inverse));
-    return lines;
+    return linesOf(entity.getAttributesInverse(), sInverse);
 }
 
 Lines uniqueLines(const Entity& entity) {
-    Lines lines;
-    if (entity.pUnique()) {
-        for (const auto& rule : entity.pUnique()->getRules())
-            lines.push_back(fmt::format("{} : {}", rule.label, fmt::join(rule.attributeNames, ", ")));
-    }
-    return lines;
+    return entity.pUnique() ? linesOf(entity.pUnique()->getRules(), sUnique) : Lines();
 }
 
 Lines whereLines(const Entity& entity) {
-    Lines lines;
-    if (entity.pWhere()) {
-        for (const auto& rule : entity.pWhere()->getRules())
-            lines.push_back(fmt::format("{} : {}", rule.label, sExpression(*rule.expression)));
-    }
-    return lines;
+    return entity.pWhere() ? linesOf(entity.pWhere()->getRules(), sWhere) : Lines();
 }
 
 /// What all entities of a line declare of one kind, each under its name; nothing when none does.
 std::string sSection(const char* title, const std::vector<const Entity*>& line,
-                     Lines (*linesOf)(const Entity&)) {
+                     Lines (*declared)(const Entity&)) {
     std::string text;
     for (const auto* entity : line) {
-        const auto lines = linesOf(*entity);
+        const auto lines = declared(*entity);
         if (!lines.empty())
             text += fmt::format("  {}\n", entity->getName());
         for (const auto& each : lines)
