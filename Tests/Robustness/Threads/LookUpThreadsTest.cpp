@@ -1,6 +1,4 @@
 #include "Format/Ifc/Def/IfcDefExtraExportInfo.h"
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "ManyThreads.h"
 #include "Support/SampleStore.h"
 #include "Support/StoreAnswers.h"
@@ -8,9 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <atomic>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -88,19 +84,6 @@ TEST(LookUpThreads, OneSetIsExportedAndCheckedByManyThreads) {
             wrong += sExport() == expected ? 0 : 1;
     });
     EXPECT_EQ(wrong, 0);
-}
-
-TEST(LookUpThreads, GuidsThatManyThreadsMakeDiffer) {
-    constexpr std::size_t PerThread = 200;
-    std::array<std::vector<kiv::Guid>, ThreadCount> made;
-    vOnManyThreads([&](std::size_t thread) {
-        for (std::size_t count = 0; count < PerThread; ++count)
-            made[thread].push_back(kiv::Guid::generate());
-    });
-    std::set<kiv::Guid> all;
-    for (const auto& guids : made)
-        all.insert(guids.begin(), guids.end());
-    EXPECT_EQ(all.size(), ThreadCount * PerThread);
 }
 
 } // namespace
