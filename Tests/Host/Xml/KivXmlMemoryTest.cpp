@@ -10,26 +10,29 @@ namespace {
 
 enum class Outcome { Document, Error, NoMemory };
 
-/// What comes of reading when only so many allocations succeed.
-Outcome getOutcome(const std::string& text, std::size_t allocations) {
+/// What comes of reading when only so many allocations succeed, or when all but the one behind them do.
+Outcome getOutcome(const std::string& text, std::size_t allocations, test::Refusal refusal) {
     std::istringstream stream(text);
     File file(nullptr, VerboseLevel::Quiet, ValidateLevel::None);
     bool isRead = false;
     const auto read = [&] {
         isRead = file.parse(stream, "a name that needs memory of its own", nullptr).has_value();
     };
-    if (!test::boRunWith(allocations, read))
+    if (!test::boRunWith(allocations, read, refusal))
         return Outcome::NoMemory;
     return isRead ? Outcome::Document : Outcome::Error;
 }
 
-/// Every allocation fails once; nothing but the lack of memory may come of it until all succeed.
+/// Every allocation fails, with all that follow and alone; nothing but the lack of memory may come of it until all succeed.
 void vExpectNoMemoryUntil(const std::string& text, Outcome last) {
+    SCOPED_TRACE(text.substr(0, 60));
     std::size_t allocations = 0;
-    while (getOutcome(text, allocations) == Outcome::NoMemory)
+    while (getOutcome(text, allocations, test::Refusal::FromThenOn) == Outcome::NoMemory) {
+        EXPECT_EQ(getOutcome(text, allocations, test::Refusal::Once), Outcome::NoMemory) << allocations;
         ++allocations;
-    EXPECT_GT(allocations, 3U) << text.substr(0, 60);
-    EXPECT_EQ(getOutcome(text, allocations), last) << text.substr(0, 60);
+    }
+    EXPECT_GT(allocations, 3U);
+    EXPECT_EQ(getOutcome(text, allocations, test::Refusal::FromThenOn), last);
 }
 
 TEST(KivXmlMemory, LackOfItIsPassedOnFromEveryPlace) {
