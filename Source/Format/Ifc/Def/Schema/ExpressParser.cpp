@@ -229,7 +229,8 @@ ExpressionPtr ExpressParser::parseSimpleFactor() {
     if (auto literal = pParseLiteral())
         return literal;
     return parsePrimary();
-}
+    // The analyzer takes nodes that the deleter of their pointers deletes for lost.
+} // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 
 // aggregate_initializer = "[" [ element { "," element } ] "]"
 ExpressionPtr ExpressParser::parseAggregateInitializer() {
