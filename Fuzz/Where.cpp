@@ -87,9 +87,9 @@ std::string sJoined(const std::vector<std::string_view>& lines) {
 
 /// A new one now and then: the trees of all clauses stay in the memory of the schema that they are parsed for.
 kiv::ifc::def::SchemaPset& sharedSchema() {
-    static std::unique_ptr<kiv::ifc::def::SchemaPset> schema;
+    static auto schema = kiv::fuzz::sampleSchema();
     static std::size_t uses = 0;
-    if (uses++ % 256 == 0)
+    if (++uses % 256 == 0)
         schema = kiv::fuzz::sampleSchema();
     return *schema;
 }
