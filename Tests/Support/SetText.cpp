@@ -109,9 +109,12 @@ private:
     void vList(const pset::TypePropertyListValue& list) {
         for (const auto& value : list.getListValues())
             vItem("value", value.getDataTypeName());
-        const auto& itemType = list.getListItemTypeName();
+        auto itemType = list.getListItemTypeName();
         if (isReadBack_ && !itemType.empty())
             vItem("value", itemType);
+        // No value more is written then, and the last one tells the type.
+        else if (isReadBack_ && !list.getListValues().empty())
+            itemType = list.getListValues().back().getDataTypeName();
         vItem("item type", itemType);
     }
 

@@ -56,6 +56,14 @@ TEST(TypePropertyListValue, UntypedValueIsWrittenWithAnEmptyDataType) {
               "</TypePropertyListValue></PropertyType>");
 }
 
+TEST(TypePropertyListValue, TypeThatIsNotFirstIsOfTheValueOnlyAndIsFirstWhenWritten) {
+    const Read read("<t><ListValue><Odd/><DataType type='A'/></ListValue></t>");
+    EXPECT_EQ(read.type.getListItemTypeName(), "");
+    EXPECT_EQ(sTypeExport(read.type),
+              "<PropertyType><TypePropertyListValue><ListValue><DataType type=\"A\"/></ListValue>"
+              "</TypePropertyListValue></PropertyType>");
+}
+
 TEST(TypePropertyListValue, EmptyListIsWrittenEmpty) {
     EXPECT_EQ(sTypeExport(Read("<t/>").type), "<PropertyType><TypePropertyListValue/></PropertyType>");
 }
