@@ -5,7 +5,7 @@ install(TARGETS ${kivSharedLibraries} EXPORT KivIfcSchemaPsetTargets)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/Source/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kiv
         FILES_MATCHING PATTERN "*.h"
         # Parts of their modules that no public header includes.
-        REGEX "/(KivXml(Document|Lines|Parser|Serializer|Text)|IfcDefXmlNodes)\\.h$" EXCLUDE)
+        REGEX "/(KivXml(Document|Lines|Parser|Serializer|Text)|IfcDefXmlNodes|IfcSchemaAttributeSearch)\\.h$" EXCLUDE)
 install(EXPORT KivIfcSchemaPsetTargets NAMESPACE kiv:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/KivIfcSchemaPset
         FILE KivIfcSchemaPsetTargets.cmake)
 

@@ -1,5 +1,6 @@
 #include "Format/Ifc/Def/Schema/IfcSchema.h"
 
+#include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
@@ -70,10 +71,11 @@ void vSortRuns(std::vector<Value>& values, Less less) {
 } // namespace
 
 Schema::Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) :
-    arena_(std::make_unique<Arena>()) {
+    arena_(std::make_unique<Arena>()), attributeSearch_(std::make_unique<AttributeSearch<Attribute>>()) {
     vHeaderRead(headerLine, schemaPos);
     vStatementsRead(stream);
     vResolve();
+    attributeSearch_.reset();
     built_ = true;
 }
 
@@ -277,6 +279,11 @@ std::vector<std::reference_wrapper<const Attribute>> Schema::getAttributesByName
 void Schema::vAttributeAdd(const Attribute& attribute) {
     vBuildingCheck();
     attributes_.push_back(&attribute);
+}
+
+AttributeSearch<Attribute>& Schema::getAttributeSearch() {
+    vBuildingCheck();
+    return *attributeSearch_;
 }
 
 void Schema::vBuildingCheck() const {

@@ -35,6 +35,9 @@
 
 namespace kiv::ifc::def::schema {
 
+template <class Kind>
+class AttributeSearch;
+
 class KIV_EXPORT Schema {
 public:
     /// Reads the statements that follow the header line, up to END_SCHEMA or the end of the stream, and
@@ -81,6 +84,7 @@ public:
 
 private:
     friend class AttributeBase;
+    friend class AttributeInverse;
     friend class DataTypeBase;
     friend class AggregateNesting;
     friend class DataTypeSelect;
@@ -104,6 +108,8 @@ private:
     static void vTreeNumber(Entity& root, std::uint16_t& counter);
 
     void vAttributeAdd(const Attribute& attribute);
+    /// For what is resolved; throws as `vBuildingCheck`.
+    AttributeSearch<Attribute>& getAttributeSearch();
     /// Throws std::logic_error once the schema is built: nothing is added to it any more.
     void vBuildingCheck() const;
 
@@ -120,6 +126,8 @@ private:
     // In the order in which their entities were resolved.
     std::vector<const Attribute*> attributes_;
     NameDirectory<const Attribute> attributesDirectory_;
+    // While the schema is built.
+    std::unique_ptr<AttributeSearch<Attribute>> attributeSearch_;
     std::size_t aggregateNesting_ = 0;
     bool built_ = false;
 };

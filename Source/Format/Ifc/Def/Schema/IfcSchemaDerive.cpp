@@ -1,7 +1,7 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaDerive.h"
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 
 #include <algorithm>
 
@@ -10,10 +10,15 @@ namespace kiv::ifc::def::schema {
 DeriveValue::DeriveValue(std::string_view name, std::string_view rest) : name_(name), rest_(rest) {}
 
 void DeriveValue::update(const Entity& entity) {
+    AttributeSearch<Attribute> search;
+    update(entity, search);
+}
+
+void DeriveValue::update(const Entity& entity, AttributeSearch<Attribute>& search) {
     const auto dot = name_.find('.');
     if (dot == std::string_view::npos)
         return;
-    redeclared_ = entity.pAttributeFromName(AttributeName(name_.substr(dot + 1)), true);
+    redeclared_ = search.pFind(entity, AttributeName(name_.substr(dot + 1)));
     if (!redeclared_)
         vAssertReport("Attribute not found", "kiv::ifc::def::schema::DeriveValue::update",
                       "Source/Format/Ifc/Def/Schema/IfcSchemaDerive", 30);
@@ -29,9 +34,9 @@ void Derive::vDeriveAdd(std::string_view name, std::string_view rest) {
     values_.emplace_back(name, rest);
 }
 
-void Derive::vUpdate(const Entity& entity) {
+void Derive::vUpdate(const Entity& entity, AttributeSearch<Attribute>& search) {
     for (auto& value : values_)
-        value.update(entity);
+        value.update(entity, search);
 }
 
 } // namespace kiv::ifc::def::schema

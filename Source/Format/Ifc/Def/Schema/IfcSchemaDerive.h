@@ -13,6 +13,8 @@ namespace kiv::ifc::def::schema {
 
 class Attribute;
 class Entity;
+template <class Kind>
+class AttributeSearch;
 
 /// One derived attribute.
 class KIV_EXPORT DeriveValue {
@@ -34,6 +36,10 @@ public:
     const Attribute* pRedeclared() const { return redeclared_; }
 
 private:
+    friend class Derive;
+
+    void update(const Entity& entity, AttributeSearch<Attribute>& search);
+
     std::string_view name_;
     std::string_view rest_;
     const Attribute* redeclared_ = nullptr;
@@ -47,13 +53,15 @@ public:
     /// True when a value has the name of a redeclaration, for which attributes are searched.
     bool boRedeclares() const;
 
-    /// Resolves every value, in order.
-    void vUpdate(const Entity& entity);
-
     /// The derived attributes in the order of the declaration.
     const std::vector<DeriveValue>& getValues() const { return values_; }
 
 private:
+    friend class Entity;
+
+    /// Resolves every value, in order.
+    void vUpdate(const Entity& entity, AttributeSearch<Attribute>& search);
+
     std::vector<DeriveValue> values_;
 };
 

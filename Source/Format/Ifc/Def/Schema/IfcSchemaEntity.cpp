@@ -260,10 +260,9 @@ void Entity::vUpdate(Schema& schema) {
         attribute.vUpdate(schema);
         schema.vAttributeAdd(attribute);
     }
-    if (derive_) {
-        if (derive_->boRedeclares())
-            vLineResolve(schema);
-        derive_->vUpdate(*this);
+    if (derive_ && derive_->boRedeclares()) {
+        vLineResolve(schema);
+        derive_->vUpdate(*this, schema.getAttributeSearch());
     }
     if (where_)
         where_->parseRules(schema);

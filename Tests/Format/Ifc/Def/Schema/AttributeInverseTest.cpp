@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -133,6 +134,65 @@ TEST(AttributeInverseTest, AreResolvedOneByOneInTheOrderOfTheDeclaration) {
     EXPECT_EQ(inverses[1].pReferredAttribute(), &attributes[0]);
     EXPECT_EQ(inverses[2].pReferredAttribute(), &attributes[1]);
     EXPECT_THAT(reports.getRecords(), ElementsAre(NotFound));
+}
+
+TEST(AttributeInverseTest, ReferToTheNearestAttributeOfALineOfHundredsOfSupertypes) {
+    // More steps than are walked: some are answered by walks, others by the table.
+    AssertCollector reports;
+    constexpr int Count = 800;
+    std::string text = "ENTITY E0;\n  A : E0;\n  B : E0;\n  A : E0;\nEND_ENTITY;\n";
+    std::string inverses;
+    for (int number = 1; number <= Count; ++number) {
+        const auto name = "E" + std::to_string(number);
+        text += "ENTITY " + name + "\n SUBTYPE OF (E" + std::to_string(number - 1) + ");\n" +
+                (number == 400 ? "  A : E0;\n" : "") + "END_ENTITY;\n";
+        inverses += "  IA : " + name + " FOR A;\n  IB : SET OF " + name + " FOR B;\n";
+    }
+    const auto schema = schemaFromText(text + "ENTITY X;\n INVERSE\n" + inverses + "END_ENTITY;");
+    const auto& found = entityOf(*schema, "X").getAttributesInverse();
+    ASSERT_EQ(found.size(), 2U * Count);
+    for (std::size_t number = 1; number <= Count; ++number) {
+        SCOPED_TRACE(number);
+        EXPECT_EQ(found[2 * number - 2].pReferredAttribute(),
+                  &entityOf(*schema, number < 400 ? "E0" : "E400").getAttributes()[0]);
+        EXPECT_EQ(found[2 * number - 1].pReferredAttribute(), &entityOf(*schema, "E0").getAttributes()[1]);
+    }
+    EXPECT_THAT(reports.getRecords(), IsEmpty());
+}
+
+TEST(AttributeInverseTest, ReferToAttributesOfAnEntityThatHasHundreds) {
+    AssertCollector reports;
+    constexpr int Count = 500;
+    std::string attributes;
+    std::string inverses;
+    for (int number = 0; number < Count; ++number) {
+        attributes += "  A" + std::to_string(number) + " : X;\n";
+        inverses += "  I : X FOR A" + std::to_string(Count - 1 - number) + ";\n";
+    }
+    const auto schema = schemaFromText("ENTITY X;\n" + attributes + " INVERSE\n" + inverses + "END_ENTITY;");
+    const auto& entity = entityOf(*schema, "X");
+    for (std::size_t number = 0; number < Count; ++number)
+        EXPECT_EQ(entity.getAttributesInverse()[number].pReferredAttribute(),
+                  &entity.getAttributes()[Count - 1 - number]);
+    EXPECT_THAT(reports.getRecords(), IsEmpty());
+}
+
+TEST(AttributeInverseTest, WhatIsMissingInALineOfHundredsOfSupertypesIsReportedInTurn) {
+    AssertCollector reports;
+    std::string text = "ENTITY E0;\n  A : E0;\nEND_ENTITY;\n";
+    constexpr int Count = 400;
+    std::string inverses;
+    std::vector<std::string> expected;
+    for (int number = 1; number <= Count; ++number) {
+        text += "ENTITY E" + std::to_string(number) + "\n SUBTYPE OF (E" + std::to_string(number - 1) +
+                ");\nEND_ENTITY;\n";
+        inverses += "  I : E400 FOR a;\n  I : SET OF E400 FOR A;\n  I : SET OF Missing FOR A;\n";
+        expected.insert(expected.end(), {"Entity not found", "Type not found", "Entity not found"});
+    }
+    const auto schema = schemaFromText(text + "ENTITY X;\n INVERSE\n" + inverses + "END_ENTITY;");
+    EXPECT_EQ(reports.getMessages(), expected);
+    EXPECT_EQ(entityOf(*schema, "X").getAttributesInverse()[3 * Count - 2].pReferredAttribute(),
+              &entityOf(*schema, "E0").getAttributes()[0]);
 }
 
 TEST(AttributeInverseTest, MayReferToItsOwnEntity) {

@@ -8,8 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -140,6 +142,87 @@ TEST(DeriveTest, RedeclaredAttributeIsFoundHoweverFarUpWhateverTheNames) {
         EXPECT_EQ(derive->getValues()[0].pRedeclared(), &entityOf(*schema, "Root").getAttributes()[0]);
         EXPECT_THAT(reports.getRecords(), testing::IsEmpty());
     }
+}
+
+/// Entities E0 to E<count>, each but the first a subtype of the one before it.
+std::string sLine(int count, const std::string& rootLines, const std::string& lines) {
+    std::string text = "ENTITY E0" + rootLines + "\nEND_ENTITY;\n";
+    for (int number = 1; number <= count; ++number)
+        text += "ENTITY E" + std::to_string(number) + "\n SUBTYPE OF (E" + std::to_string(number - 1) +
+                ");\n" + lines + "END_ENTITY;\n";
+    return text;
+}
+
+TEST(DeriveTest, OfALineOfHundredsOfSupertypesTheNearestAttributeIsRedeclared) {
+    // More steps than are walked: some are answered by walks, others by the table.
+    AssertCollector reports;
+    constexpr int Count = 800;
+    auto text = sLine(Count, "\n  A : REAL;\n  B : REAL;\n  A : REAL;",
+                      " DERIVE\n  SELF\\E0.A : REAL := 1;\n  SELF\\E0.B : REAL := 1;\n");
+    const auto middle = text.find(" DERIVE", text.find("ENTITY E400\n"));
+    text.insert(middle, "  A : REAL;\n");
+    const auto schema = schemaFromText(text);
+    const auto* const root = &entityOf(*schema, "E0");
+    const auto* const nearer = &entityOf(*schema, "E400");
+    for (int number = 1; number <= Count; ++number) {
+        SCOPED_TRACE(number);
+        const auto& values = entityOf(*schema, "E" + std::to_string(number)).pDerive()->getValues();
+        EXPECT_EQ(values[0].pRedeclared(), &(number < 400 ? root : nearer)->getAttributes()[0]);
+        EXPECT_EQ(values[1].pRedeclared(), &root->getAttributes()[1]);
+    }
+    EXPECT_THAT(reports.getRecords(), IsEmpty());
+}
+
+TEST(DeriveTest, OfALineOfHundredsOfSupertypesWhatIsMissingIsReportedInTurn) {
+    AssertCollector reports;
+    constexpr int Count = 500;
+    schemaFromText(sLine(Count, "\n  A : REAL;",
+                         "  B : LIST OF Missing;\n DERIVE\n  SELF\\E0.a : REAL := 1;\n"
+                         "  SELF\\E0.A : REAL := 1;\n WHERE\n  WR1 : );\n"));
+    std::vector<std::string> expected;
+    for (int number = 1; number <= Count; ++number)
+        expected.insert(expected.end(), {"Type not found", "Attribute not found",
+                                         "Got SyntaxError when parsing an express rule"});
+    auto messages = reports.getMessages();
+    for (auto& message : messages)
+        message.resize(std::min(message.find(':'), message.size()));
+    EXPECT_EQ(messages, expected);
+}
+
+TEST(DeriveTest, OfALineOfHundredsOfSupertypesThatIsACircleItIsLookedForUpToTheCut) {
+    AssertCollector reports;
+    constexpr int Count = 500;
+    const auto schema = schemaFromText(
+        sLine(Count, "\n SUBTYPE OF (E500);\n  A : REAL;", " DERIVE\n  SELF\\E0.A : REAL := 1;\n"));
+    // From the cut down to the end of the line nobody is below E0.
+    std::size_t found = 0;
+    for (int number = 1; number <= Count; ++number) {
+        SCOPED_TRACE(number);
+        const auto& entity = entityOf(*schema, "E" + std::to_string(number));
+        const auto* const redeclared = entity.pDerive()->getValues()[0].pRedeclared();
+        EXPECT_EQ(redeclared != nullptr, entity.isSameOrSubtypeOf(entityOf(*schema, "E0")));
+        found += redeclared ? 1U : 0U;
+    }
+    const auto messages = reports.getMessages();
+    EXPECT_EQ(std::count(messages.begin(), messages.end(), "Entity not found"), 1);
+    EXPECT_EQ(messages.size(), 1 + Count - found);
+}
+
+TEST(DeriveTest, AttributesOfTheOwnEntityAreFoundAmongHundreds) {
+    AssertCollector reports;
+    constexpr int Count = 500;
+    std::string attributes;
+    std::string derived;
+    for (int number = 0; number < Count; ++number) {
+        attributes += "  A" + std::to_string(number) + " : REAL;\n";
+        derived += "  SELF\\X.A" + std::to_string(Count - 1 - number) + " : REAL := 1;\n";
+    }
+    const auto schema = schemaFromText("ENTITY X;\n" + attributes + " DERIVE\n" + derived + "END_ENTITY;");
+    const auto& entity = entityOf(*schema, "X");
+    for (std::size_t number = 0; number < Count; ++number)
+        EXPECT_EQ(entity.pDerive()->getValues()[number].pRedeclared(),
+                  &entity.getAttributes()[Count - 1 - number]);
+    EXPECT_THAT(reports.getRecords(), IsEmpty());
 }
 
 TEST(DeriveTest, BlankBehindARedeclaredNameHidesItsAttribute) {

@@ -1,0 +1,159 @@
+#include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace kiv::ifc::def::schema {
+
+namespace {
+
+std::string_view viewOf(const AttributeName& key) {
+    return key.getView();
+}
+
+std::string_view viewOf(const std::string& upperName) {
+    return upperName;
+}
+
+/// What a key must equal.
+std::string_view nameOf(const Attribute& attribute) {
+    return attribute.getName();
+}
+
+std::string_view nameOf(const AttributeInverse& attribute) {
+    return attribute.getNameUpper();
+}
+
+template <class Kind>
+const std::vector<Kind>& attributesOf(const Entity& entity) {
+    if constexpr (std::is_same_v<Kind, Attribute>)
+        return entity.getAttributes();
+    else
+        return entity.getAttributesInverse();
+}
+
+const Attribute* pDeclared(const Entity& entity, const AttributeName& key) {
+    return entity.pAttributeFromName(key, false);
+}
+
+const AttributeInverse* pDeclared(const Entity& entity, const std::string& upperName) {
+    return entity.pAttributeInverseFromNameUpper(upperName, false);
+}
+
+} // namespace
+
+/// What each name stands for in each entity that was asked about, and in all above it.
+///
+/// Names are numbered as they are met. The scope of an entity is a binary tree with the attributes of all numbers at its
+/// leaves; a number's bits lead there, the highest first. A tree is never changed: that of a subtype shares with that of its
+/// supertype all that is the same, and is a few new nodes for each attribute of its own.
+template <class Kind>
+class AttributeSearch<Kind>::Table {
+public:
+    const Kind* pFind(const Entity& entity, std::string_view name) {
+        const auto scope = scopeOf(entity);
+        const auto number = numbers_.find(name);
+        return number == numbers_.end() ? nullptr : attributes_[indexIn(scope, number->second)];
+    }
+
+private:
+    /// The root of a tree and the levels of nodes in it; without any the root is a leaf.
+    struct Scope {
+        std::size_t root = 0;
+        unsigned levels = 0;
+    };
+    using Node = std::array<std::size_t, 2>;
+
+    Scope scopeOf(const Entity& entity) {
+        std::vector<const Entity*> line;
+        const auto* above = &entity;
+        for (; above && !scopes_.contains(above); above = above->pSupertype())
+            line.push_back(above);
+        auto scope = above ? scopes_.at(above) : Scope();
+        for (; !line.empty(); line.pop_back()) {
+            vAttributesEnter(scope, *line.back());
+            scopes_.emplace(line.back(), scope);
+        }
+        return scope;
+    }
+
+    /// Backwards, as what is entered later counts: of equal names in one entity that is the first.
+    void vAttributesEnter(Scope& scope, const Entity& entity) {
+        const auto& attributes = attributesOf<Kind>(entity);
+        std::for_each(attributes.rbegin(), attributes.rend(),
+                      [&](const Kind& attribute) { vEnter(scope, attribute); });
+    }
+
+    void vEnter(Scope& scope, const Kind& attribute) {
+        const auto number = numbers_.try_emplace(nameOf(attribute), numbers_.size()).first->second;
+        for (; !isWithin(scope, number); ++scope.levels) {
+            nodes_.push_back({scope.root, Nothing});
+            scope.root = nodes_.size() - 1;
+        }
+        vLeafSet(scope, number, attributes_.size());
+        attributes_.push_back(&attribute);
+    }
+
+    /// Copies the nodes that lead to the number; each copy lies behind the one that leads to it.
+    void vLeafSet(Scope& scope, std::size_t number, std::size_t leaf) {
+        auto replaced = std::exchange(scope.root, scope.levels == 0 ? leaf : nodes_.size());
+        for (auto level = scope.levels; level-- > 0;) {
+            auto node = nodes_[replaced];
+            replaced = std::exchange(node[branch(number, level)], level == 0 ? leaf : nodes_.size() + 1);
+            nodes_.push_back(node);
+        }
+    }
+
+    std::size_t indexIn(const Scope& scope, std::size_t number) const {
+        if (!isWithin(scope, number))
+            return Nothing;
+        auto index = scope.root;
+        for (auto level = scope.levels; level-- > 0;)
+            index = nodes_[index][branch(number, level)];
+        return index;
+    }
+
+    static bool isWithin(const Scope& scope, std::size_t number) { return number >> scope.levels == 0; }
+    static std::size_t branch(std::size_t number, unsigned level) { return number >> level & 1U; }
+
+    // The empty tree of any height, and the leaf without an attribute.
+    static constexpr std::size_t Nothing = 0;
+
+    std::map<std::string_view, std::size_t> numbers_;
+    std::vector<Node> nodes_{Node{Nothing, Nothing}};
+    std::vector<const Kind*> attributes_{nullptr};
+    std::unordered_map<const Entity*, Scope> scopes_;
+};
+
+template <class Kind>
+AttributeSearch<Kind>::AttributeSearch(std::size_t stepsMax) : stepsLeft_(stepsMax) {}
+
+template <class Kind>
+AttributeSearch<Kind>::~AttributeSearch() = default;
+
+template <class Kind>
+const Kind* AttributeSearch<Kind>::pFind(const Entity& entity, const Key& key) {
+    const auto* above = &entity;
+    for (; above && stepsLeft_ > 0; above = above->pSupertype()) {
+        stepsLeft_ -= std::min(stepsLeft_, 1 + attributesOf<Kind>(*above).size());
+        if (const auto* const attribute = pDeclared(*above, key))
+            return attribute;
+    }
+    if (!above)
+        return nullptr;
+    if (!table_)
+        table_ = std::make_unique<Table>();
+    return table_->pFind(*above, viewOf(key));
+}
+
+template class AttributeSearch<Attribute>;
+template class AttributeSearch<AttributeInverse>;
+
+} // namespace kiv::ifc::def::schema
