@@ -2,7 +2,6 @@
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
@@ -46,7 +45,7 @@ void Attribute::vRead(Config& config, SchemaPset&, const schema::Entity& entity,
     const auto select = selectOf(element, "Attribute::vRead");
     if (!select)
         return;
-    const auto* const attribute = entity.pAttributeFromName(schema::AttributeName(*select), true);
+    const auto* const attribute = config.pAttributeFind(entity, *select);
     if (!attribute) {
         vConfigReport("Attribute not found", "Attribute::vRead", Module);
         return;
@@ -69,7 +68,7 @@ void AttributeInverse::vRead(Config& config, SchemaPset&, const schema::Entity& 
     const auto select = selectOf(element, "AttributeInverse::vRead");
     if (!select)
         return;
-    const auto* const attribute = entity.pAttributeInverseFromName(*select, true);
+    const auto* const attribute = config.pAttributeInverseFind(entity, *select);
     if (!attribute) {
         vConfigReport("Attribute not found", "AttributeInverse::vRead", Module);
         return;

@@ -2,6 +2,9 @@
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 #include "Format/Ifc/Def/SchemaPset.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlEntity.h"
@@ -10,6 +13,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace kiv::ifc::def::xmlschema {
 
@@ -19,7 +24,19 @@ constexpr std::string_view Module = "Config";
 
 } // namespace
 
-Config::Config(SchemaPset& schema, std::istream& stream) {
+/// What is there while the document is read only.
+struct Config::Reading {
+    template <class SchemaAttribute, class Record>
+    using Links = std::vector<std::pair<const SchemaAttribute*, const Record*>>;
+
+    schema::AttributeSearch<schema::Attribute> search;
+    schema::AttributeSearch<schema::AttributeInverse> searchInverse;
+    // Links are made when all is read: a reading that is broken off leaves the schema as it was.
+    Links<schema::Attribute, Attribute> links;
+    Links<schema::AttributeInverse, AttributeInverse> linksInverse;
+};
+
+Config::Config(SchemaPset& schema, std::istream& stream) : reading_(std::make_unique<Reading>()) {
     kiv::xml::File file(nullptr, kiv::xml::VerboseLevel::Quiet, kiv::xml::ValidateLevel::None);
     if (const auto root = file.parse(stream, std::string(), nullptr))
         vDocumentRead(schema, *root);
@@ -65,28 +82,37 @@ const AttributeInverse* Config::pAttributeInverse(const AttributeInverse& record
     return &attributesInverse_.emplace_back(record);
 }
 
+const schema::Attribute* Config::pAttributeFind(const schema::Entity& entity, const std::string& name) {
+    const schema::AttributeName key(name);
+    return reading_ ? reading_->search.pFind(entity, key) : entity.pAttributeFromName(key, true);
+}
+
+const schema::AttributeInverse* Config::pAttributeInverseFind(const schema::Entity& entity,
+                                                              const std::string& name) {
+    return reading_ ? reading_->searchInverse.pFind(entity, schema::sUpper(name))
+                    : entity.pAttributeInverseFromName(name, true);
+}
+
 void Config::vLink(const schema::Attribute& attribute, const Attribute& record) {
-    if (read_)
-        attribute.vXmlAttributeSet(&record);
+    if (reading_)
+        reading_->links.emplace_back(&attribute, &record);
     else
-        links_.emplace_back(&attribute, &record);
+        attribute.vXmlAttributeSet(&record);
 }
 
 void Config::vLink(const schema::AttributeInverse& attribute, const AttributeInverse& record) {
-    if (read_)
-        attribute.vXmlAttributeSet(&record);
+    if (reading_)
+        reading_->linksInverse.emplace_back(&attribute, &record);
     else
-        linksInverse_.emplace_back(&attribute, &record);
+        attribute.vXmlAttributeSet(&record);
 }
 
 void Config::vLinksApply() noexcept {
-    for (const auto& [attribute, record] : links_)
+    for (const auto& [attribute, record] : reading_->links)
         attribute->vXmlAttributeSet(record);
-    for (const auto& [attribute, record] : linksInverse_)
+    for (const auto& [attribute, record] : reading_->linksInverse)
         attribute->vXmlAttributeSet(record);
-    links_.clear();
-    linksInverse_.clear();
-    read_ = true;
+    reading_.reset();
 }
 
 } // namespace kiv::ifc::def::xmlschema

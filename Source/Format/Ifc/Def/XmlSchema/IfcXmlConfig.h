@@ -21,8 +21,8 @@
 
 #include <deque>
 #include <iosfwd>
-#include <utility>
-#include <vector>
+#include <memory>
+#include <string>
 
 namespace kiv::ifc::def {
 class SchemaPset;
@@ -31,6 +31,7 @@ class SchemaPset;
 namespace kiv::ifc::def::schema {
 class Attribute;
 class AttributeInverse;
+class Entity;
 } // namespace kiv::ifc::def::schema
 
 namespace kiv::ifc::def::xmlschema {
@@ -47,6 +48,12 @@ public:
     const Attribute* pAttribute(const Attribute& record);
     const AttributeInverse* pAttributeInverse(const AttributeInverse& record);
 
+    /// The explicit attribute of this name as written, of the entity or above; null when there is none.
+    const schema::Attribute* pAttributeFind(const schema::Entity& entity, const std::string& name);
+    /// The inverse attribute of this name, in any letter case, of the entity or above; null when there is none.
+    const schema::AttributeInverse* pAttributeInverseFind(const schema::Entity& entity,
+                                                          const std::string& name);
+
     /// Links a schema attribute to a record of this configuration; the last record linked stays. It cannot fail but while
     /// the configuration is still being read, and then nothing of that stays.
     void vLink(const schema::Attribute& attribute, const Attribute& record);
@@ -61,8 +68,7 @@ public:
     const UosElement& getUosElement() const { return uosElement_; }
 
 private:
-    template <class SchemaAttribute, class Record>
-    using Links = std::vector<std::pair<const SchemaAttribute*, const Record*>>;
+    struct Reading;
 
     void vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& root);
     bool boChildRead(SchemaPset& schema, const kiv::xml::const_Element& child);
@@ -73,10 +79,8 @@ private:
     UosElement uosElement_;
     std::deque<Attribute> attributes_;
     std::deque<AttributeInverse> attributesInverse_;
-    // Links are made when all is read: a reading that is broken off leaves the schema as it was.
-    Links<schema::Attribute, Attribute> links_;
-    Links<schema::AttributeInverse, AttributeInverse> linksInverse_;
-    bool read_ = false;
+    // Null once all is read.
+    std::unique_ptr<Reading> reading_;
 };
 
 } // namespace kiv::ifc::def::xmlschema

@@ -4,12 +4,17 @@
 #include "Support/Allocations.h"
 #include "Support/XmlFromText.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <deque>
+
 namespace kiv::test {
 
 namespace {
 
 using ifc::def::xmlschema::Attribute;
 using ifc::def::xmlschema::AttributeInverse;
+using ifc::def::xmlschema::Config;
 using ifc::def::xmlschema::ExpAttribute;
 
 std::string sEntity(const std::string& children, const std::string& name = "IfcRoot") {
@@ -158,6 +163,47 @@ TEST(ConfigAttribute, OfSeveralRecordsTheLastIsLinkedAndAllAreKept) {
     EXPECT_EQ(read.pRecord("IfcRoot", "Name"), &read.config.getAttributes()[1]);
     ASSERT_EQ(read.config.getAttributesInverse().size(), 2U);
     EXPECT_EQ(read.pRecordInverse("IfcRoot", "OwnerOf"), &read.config.getAttributesInverse()[1]);
+}
+
+/// Where the record lies among those of a configuration; negative when there is none.
+template <class Record>
+std::ptrdiff_t indexOf(const Record* record, const std::deque<Record>& records) {
+    const auto found = std::find_if(records.begin(), records.end(),
+                                    [record](const Record& other) { return &other == record; });
+    return found == records.end() ? -1 : found - records.begin();
+}
+
+TEST(ConfigAttribute, IsLinkedAmongHundredsOfOneEntity) {
+    // More steps than are walked: some are answered by walks, others by the table.
+    constexpr int Count = 500;
+    std::string attributes;
+    std::string inverses;
+    std::string records;
+    Reports expected;
+    for (int number = 0; number != Count; ++number) {
+        const auto name = std::to_string(number);
+        attributes += "  A" + name + " : E;\n";
+        inverses += "  I" + name + " : E FOR A0;\n";
+        const auto fromBehind = std::to_string(Count - 1 - number);
+        records += sAttribute("select='A" + fromBehind + "'") + sInverse("select='i" + fromBehind + "'") +
+                   sAttribute("select='a" + name + "'") + sInverse("select='A" + name + "'");
+        expected.push_back(report("Attribute not found", "Attribute::vRead", "Attribute"));
+        expected.push_back(report("Attribute not found", "AttributeInverse::vRead", "Attribute"));
+    }
+    const auto schema = schemaPsetFromText("ENTITY E;\n" + attributes + " INVERSE\n" + inverses +
+                                           "END_ENTITY;\nENTITY F\n SUBTYPE OF (E);\nEND_ENTITY;");
+    const AssertCollector reports;
+    std::istringstream stream(sConfigText(sEntity(records, "F")));
+    const Config config(*schema, stream);
+    EXPECT_EQ(reports.getRecords(), expected);
+    const auto& entity = entityOf(*schema, "E");
+    for (std::size_t number = 0; number != Count; ++number) {
+        EXPECT_EQ(indexOf(entity.getAttributes()[number].pXmlAttribute(), config.getAttributes()),
+                  static_cast<std::ptrdiff_t>(Count - 1 - number));
+        EXPECT_EQ(
+            indexOf(entity.getAttributesInverse()[number].pXmlAttribute(), config.getAttributesInverse()),
+            static_cast<std::ptrdiff_t>(Count - 1 - number));
+    }
 }
 
 TEST(ConfigAttribute, WhenMemoryRunsOutThereIsNeitherRecordNorLink) {
