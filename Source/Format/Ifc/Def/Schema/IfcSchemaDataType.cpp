@@ -300,9 +300,44 @@ bool DataTypeSelect::isConstructed() const {
     return true;
 }
 
+/// The object that is asked about, and for each member whether it is that or a subtype of it.
+class DataTypeSelect::Candidate {
+public:
+    explicit Candidate(const ObjectBase& object) : object_(object), entity_(Entity::pFrom(&object)) {}
+
+    bool boIsOrIsBelow(const ObjectBase& member) {
+        if (&member == &object_)
+            return true;
+        const auto* const memberEntity = entity_ ? Entity::pFrom(&member) : nullptr;
+        if (!memberEntity)
+            return false;
+        if (++asked_ <= WalksMax)
+            return entity_->isSameOrSubtypeOf(*memberEntity);
+        if (line_.empty())
+            vLineKeep();
+        return line_.contains(memberEntity);
+    }
+
+private:
+    void vLineKeep() {
+        for (const auto* above = entity_; above; above = above->pSupertype())
+            line_.insert(above);
+    }
+
+    // A walk along the supertypes for each member costs least for as many as people write, but thousands times thousands
+    // for somebody who wants that.
+    static constexpr std::size_t WalksMax = 64;
+
+    const ObjectBase& object_;
+    const Entity* entity_;
+    std::size_t asked_ = 0;
+    std::unordered_set<const Entity*> line_;
+};
+
 bool DataTypeSelect::isCompatible(const ObjectBase& object) const {
+    Candidate candidate(object);
     std::vector<const DataTypeSelect*> nested;
-    if (boMemberMatches(object, nested))
+    if (boMemberMatches(candidate, nested))
         return true;
     if (nested.empty())
         return false;
@@ -312,7 +347,7 @@ bool DataTypeSelect::isCompatible(const ObjectBase& object) const {
     while (!nested.empty()) {
         const auto* const select = nested.back();
         nested.pop_back();
-        if (seen.insert(select).second && select->boMemberMatches(object, nested))
+        if (seen.insert(select).second && select->boMemberMatches(candidate, nested))
             return true;
     }
     return false;
@@ -320,14 +355,9 @@ bool DataTypeSelect::isCompatible(const ObjectBase& object) const {
 
 /// True when a member is the object or one of its supertypes; the selects among the members are appended to
 /// `nested`.
-bool DataTypeSelect::boMemberMatches(const ObjectBase& object,
-                                     std::vector<const DataTypeSelect*>& nested) const {
-    const auto* const entity = Entity::pFrom(&object);
+bool DataTypeSelect::boMemberMatches(Candidate& candidate, std::vector<const DataTypeSelect*>& nested) const {
     for (const auto* const member : members_) {
-        if (member == &object)
-            return true;
-        const auto* const memberEntity = Entity::pFrom(member);
-        if (memberEntity && entity && entity->isSameOrSubtypeOf(*memberEntity))
+        if (candidate.boIsOrIsBelow(*member))
             return true;
         const auto* const type = schema::Type::pFrom(member);
         const bool isSelect =

@@ -173,7 +173,9 @@ public:
     bool isCompatible(const ObjectBase& object) const;
 
 private:
-    bool boMemberMatches(const ObjectBase& object, std::vector<const DataTypeSelect*>& nested) const;
+    class Candidate;
+
+    bool boMemberMatches(Candidate& candidate, std::vector<const DataTypeSelect*>& nested) const;
 
     std::vector<std::string_view> memberNames_;
     std::vector<const ObjectBase*> members_;

@@ -460,6 +460,26 @@ TEST(DataTypeSelectTest, IsCompatibleWithWhatASelectAmongItsMembersIsCompatibleW
         EXPECT_FALSE(selected.isCompatible(name)) << name;
 }
 
+TEST(DataTypeSelectTest, OfHundredsOfEntitiesIsCompatibleWithThemAndTheirSubtypesOnly) {
+    std::string others;
+    std::string names;
+    for (int number = 0; number < 300; ++number) {
+        others += "ENTITY O" + std::to_string(number) + ";\nEND_ENTITY;\n";
+        names += "O" + std::to_string(number) + ", ";
+    }
+    // Few before A are asked about one by one, many are looked up.
+    for (const auto& members : {"A, " + names + "Label", names + "A, Label", names + "Label, T"}) {
+        SCOPED_TRACE(members.substr(0, 8));
+        const Selected selected("TYPE S = SELECT (" + members +
+                                ");\nEND_TYPE;\nTYPE T = SELECT (A);\nEND_TYPE;\n" + others +
+                                "ENTITY P\n SUBTYPE OF (O299);\nEND_ENTITY;");
+        for (const auto* name : {"A", "A1", "Unlisted", "O0", "O63", "O64", "O299", "P", "Label"})
+            EXPECT_TRUE(selected.isCompatible(name)) << name;
+        for (const auto* name : {"Root", "B", "Other", "ShortLabel", "Fun"})
+            EXPECT_FALSE(selected.isCompatible(name)) << name;
+    }
+}
+
 TEST(DataTypeSelectTest, SelectsThatSelectEachOtherEnd) {
     const Selected selected("TYPE S = SELECT (S, T, B);\nEND_TYPE;\n"
                             "TYPE T = SELECT (S, U);\nEND_TYPE;\n"
