@@ -11,8 +11,9 @@ namespace kiv::ifc::def::schema {
 inline constexpr std::size_t ExpressionNestingMax = 256;
 
 /// How many aggregates may stand inside each other (LIST OF LIST OF ...) and find their elements. The element of
-/// one deeper is not looked for and is reported as not found. Real schemas use two; each level keeps the text of
-/// what it holds, so that unlimited nesting would cost memory by the square of the text.
+/// one deeper is not looked for and is reported as not found. Real schemas use two; each level searches the text of
+/// all that it holds and is resolved inside the one around it, so that unlimited nesting would cost time by the square
+/// of the text, and the stack.
 inline constexpr std::size_t AggregateNestingMax = 256;
 
 } // namespace kiv::ifc::def::schema
