@@ -242,17 +242,47 @@ TEST(DocumentGrowthTest, Configurations) {
         vConfigRead);
 }
 
-// Grows faster, still: each record is looked for among the attributes of its entity, from the first on.
-TEST(DocumentGrowthTest, DISABLED_ConfigurationOfAnEntityWithManyAttributes) {
+// Each record is looked for among the attributes of its entity, and of those above it.
+TEST(DocumentGrowthTest, ConfigurationsOfManyAttributes) {
+    constexpr std::size_t Many = 5'000;
+    const auto records = [](std::size_t count, const std::string& entity, const std::string& record) {
+        return '\0' + ("<cnf:entity select='" + entity + "'>") +
+               sJoined(count, [&](std::size_t i) { return sNumbered(record, i) + "'/>"; }) + "</cnf:entity>";
+    };
+    const auto attributes = [](std::size_t count) {
+        return "ENTITY E;\n" + sJoined(count, [](std::size_t i) { return sNumbered("A", i) + " : E;\n"; }) +
+               "END_ENTITY;\n";
+    };
+    const auto inverses = [](std::size_t count) {
+        return "ENTITY E;\n INVERSE\n" +
+               sJoined(count, [](std::size_t i) { return sNumbered("I", i) + " : E FOR A;\n"; }) +
+               "END_ENTITY;\n";
+    };
+    const auto line = [](std::size_t count) {
+        return "ENTITY E0;\nEND_ENTITY;\n" + sJoined(count, [](std::size_t i) {
+                   return sNumbered("ENTITY E", i + 1) + "\n SUBTYPE OF (" + sNumbered("E", i) + ");\n" +
+                          sNumbered("A", i) + " : E0;\n INVERSE\n" + sNumbered("I", i) +
+                          " : E0 FOR A;\nEND_ENTITY;\n";
+               });
+    };
     vGrowthExpect(
-        {{"attributes", 20'000,
-          [](std::size_t count) {
-              return "ENTITY E;\n" +
-                     sJoined(count, [](std::size_t i) { return sNumbered("A", i) + " : E;\n"; }) +
-                     "END_ENTITY;" + '\0' + "<cnf:entity select='E'>" +
-                     sJoined(count,
-                             [](std::size_t i) { return sNumbered("<cnf:attribute select='A", i) + "'/>"; }) +
-                     "</cnf:entity>";
+        {{"attributes", Many,
+          [=](std::size_t count) {
+              return attributes(count) + records(count, "E", "<cnf:attribute select='A");
+          }},
+         {"attributes that are not there", Many,
+          [=](std::size_t count) {
+              return attributes(count) + records(count, "E", "<cnf:attribute select='a");
+          }},
+         {"inverse attributes", Many,
+          [=](std::size_t count) { return inverses(count) + records(count, "E", "<cnf:inverse select='i"); }},
+         {"attributes of a line of supertypes", Many,
+          [=](std::size_t count) {
+              return line(count) + records(count, sNumbered("E", count), "<cnf:attribute select='A");
+          }},
+         {"inverse attributes of a line of supertypes", Many,
+          [=](std::size_t count) {
+              return line(count) + records(count, sNumbered("E", count), "<cnf:inverse select='I");
           }}},
         vConfigRead);
 }

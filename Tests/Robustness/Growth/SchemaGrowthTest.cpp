@@ -6,6 +6,8 @@
 //     names that repeat or differ in letter case only                        EqualNames
 //     inheritance, defined types, selects, diamonds of lists and selects     Chains
 //     SUBTYPE OF, ONEOF, TYPE, SELECT, attributes of the own entity          Circles
+//     attributes that are looked for along lines of supertypes               RedeclaredAttributes, InverseAttributes
+//     supertypes that are looked for in lists                                SelectsOfManyEntitiesAsked...
 //     operators, signs, powers, qualifiers, lists, derived values            Rules
 //     brackets, comments, literals and statements without an end             WhatNeverEnds
 //     aliases, records, classes, members and markup of documents             DocumentGrowthTest.cpp
@@ -17,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -28,6 +31,14 @@ using namespace ifc::def::schema;
 
 std::string sNumbered(std::string_view name, std::size_t number) {
     return std::string(name) + std::to_string(number);
+}
+
+/// One name, in another letter case for each number.
+std::string sLetterCase(std::size_t number) {
+    std::string name = "aaaaaaaaaaaaaaaa";
+    for (std::size_t bit = 0; bit != name.size(); ++bit)
+        name[bit] = ((number >> bit) & 1U) != 0 ? 'A' : 'a';
+    return name;
 }
 
 /// Reads the schema and asks for each of its names, and for what walks along chains once.
@@ -184,12 +195,7 @@ TEST(SchemaGrowthTest, EqualNames) {
           }},
          {"names that differ in letter case", 1U << 14,
           [](std::size_t count) {
-              return sJoined(count, [](std::size_t i) {
-                  std::string name = "aaaaaaaaaaaaaaaa";
-                  for (std::size_t bit = 0; bit != name.size(); ++bit)
-                      name[bit] = ((i >> bit) & 1U) != 0 ? 'A' : 'a';
-                  return sEntity(name);
-              });
+              return sJoined(count, [](std::size_t i) { return sEntity(sLetterCase(i)); });
           }},
          {"attributes", Many, [](std::size_t count) { return sEntity("X", sTimes("A : REAL;\n", count)); }},
          {"attributes of many entities", Many,
@@ -350,7 +356,137 @@ TEST(SchemaGrowthTest, WhatNeverEnds) {
     vGrowthExpect(rows, vSchemaRead);
 }
 
-// ---- What grows faster, still
+// Each attribute is looked for in an entity and then in all above it, the nearest first.
+TEST(SchemaGrowthTest, RedeclaredAttributes) {
+    constexpr std::size_t Long = 5'000;
+    const auto below = [](std::size_t number, const std::string& lines) {
+        return sEntity(sNumbered("E", number + 1), sSubtypeOf("E", number) + "\n" + lines);
+    };
+    const auto line = [=](std::size_t count, const std::string& lines) {
+        return sEntity("E0", "A : REAL;") + sJoined(count, [&](std::size_t i) { return below(i, lines); });
+    };
+    const auto redeclared = [](const std::string& name) { return "  SELF\\X." + name + " : REAL := 1;\n"; };
+    const auto derive = [=](const std::string& name) { return " DERIVE\n" + redeclared(name); };
+    const auto entity = [=](std::size_t count, const std::function<std::string(std::size_t)>& name) {
+        return sEntity("X", sJoined(count, [&](std::size_t i) { return name(i) + " : REAL;\n"; }) +
+                                " DERIVE\n" +
+                                sJoined(count, [&](std::size_t i) { return redeclared(name(i)); }));
+    };
+    vGrowthExpect(
+        {{"from the root", Long, [=](std::size_t count) { return line(count, derive("A")); }},
+         {"from nowhere", Long, [=](std::size_t count) { return line(count, derive("B")); }},
+         {"from entities of the same name", Long,
+          [=](std::size_t count) { return sTimes(sEntity("X", " SUBTYPE OF (X);\n" + derive("A")), count); }},
+         {"that each entity declares", Long,
+          [=](std::size_t count) { return line(count, "A : REAL;\n" + derive("A")); }},
+         {"that the upper half declares", Long,
+          [=](std::size_t count) {
+              return line(count / 2, "A : REAL;") +
+                     sJoined(count / 2, [&](std::size_t i) { return below(count / 2 + i, derive("A")); });
+          }},
+         {"of other names each", Long,
+          [=](std::size_t count) {
+              return sEntity("E0") + sJoined(count, [&](std::size_t i) {
+                         return below(i, sNumbered("A", i) + " : REAL;\n" + derive(sNumbered("A", i / 2)));
+                     });
+          }},
+         {"by many that are side by side below a line", Long,
+          [=](std::size_t count) {
+              return line(count, "") + sJoined(count, [&](std::size_t i) {
+                         return sEntity(sNumbered("F", i), sSubtypeOf("E", count) + "\n" + derive("A"));
+                     });
+          }},
+         {"of an entity that has as many subtypes", Long,
+          [=](std::size_t count) {
+              return sEntity("X",
+                             sJoined(count, [](std::size_t i) { return sNumbered("A", i) + " : REAL;\n"; })) +
+                     sJoined(count, [&](std::size_t i) {
+                         return sEntity(sNumbered("E", i), " SUBTYPE OF (X);\n" + derive(sNumbered("A", i)));
+                     });
+          }},
+         {"of a circle", Long,
+          [=](std::size_t count) {
+              return sJoined(count, [=](std::size_t i) {
+                  return sEntity(sNumbered("E", i), sSubtypeOf("E", (i + 1) % count) + "\n" + derive("A"));
+              });
+          }},
+         {"of the own entity", Long,
+          [=](std::size_t count) { return entity(count, [](std::size_t i) { return sNumbered("A", i); }); }},
+         {"of the own entity, all of one name", Long,
+          [=](std::size_t count) { return entity(count, [](std::size_t) { return std::string("A"); }); }},
+         {"of the own entity, in other letter case each", 1U << 13,
+          [=](std::size_t count) { return entity(count, sLetterCase); }},
+         {"of the own entity, with long names that differ in the middle", 500,
+          [=](std::size_t count) {
+              return entity(count, [](std::size_t i) {
+                  const std::string half(500, 'x');
+                  return half + std::to_string(i) + half;
+              });
+          }}},
+        vSchemaRead);
+}
+
+TEST(SchemaGrowthTest, InverseAttributes) {
+    constexpr std::size_t Long = 5'000;
+    const auto line = [](std::size_t count, const std::string& lines) {
+        return sEntity("E0", "A : X;") + sJoined(count, [&](std::size_t i) {
+                   return sEntity(sNumbered("E", i + 1), sSubtypeOf("E", i) + "\n" + lines);
+               });
+    };
+    const auto inverse = [](std::size_t count, const std::function<std::string(std::size_t)>& referred) {
+        return sEntity("X", " INVERSE\n" + sJoined(count, [&](std::size_t i) {
+                                return "  I : " + referred(i) + ";\n";
+                            }));
+    };
+    const auto entity = [=](std::size_t count, const std::function<std::string(std::size_t)>& name) {
+        return sEntity("E", sJoined(count, [&](std::size_t i) { return name(i) + " : X;\n"; })) +
+               inverse(count, [&](std::size_t i) { return "SET OF E FOR " + name(i); });
+    };
+    vGrowthExpect(
+        {{"to nowhere", Long,
+          [=](std::size_t count) {
+              return line(count, "") +
+                     inverse(count, [&](std::size_t) { return sNumbered("E", count) + " FOR B"; });
+          }},
+         {"to the root of a line", Long,
+          [=](std::size_t count) {
+              return line(count, "") +
+                     inverse(count, [](std::size_t i) { return sNumbered("E", i) + " FOR A"; });
+          }},
+         {"to a line of one name", Long,
+          [=](std::size_t count) {
+              return line(count, "A : X;") +
+                     inverse(count, [](std::size_t i) { return sNumbered("E", i) + " FOR A"; });
+          }},
+         {"to one entity", Long,
+          [=](std::size_t count) { return entity(count, [](std::size_t i) { return sNumbered("A", i); }); }},
+         {"to one entity, in other letter case each", 1U << 13,
+          [=](std::size_t count) { return entity(count, sLetterCase); }}},
+        vSchemaRead);
+}
+
+// Each member that is an entity may be one of the supertypes of the object.
+TEST(SchemaGrowthTest, SelectsOfManyEntitiesAskedForTheEndOfALongLine) {
+    constexpr std::size_t Long = 5'000;
+    const auto line = [](std::size_t count) {
+        return sJoined(count, [](std::size_t i) { return sEntity(sNumbered("M", i)); }) + sEntity("E0") +
+               sJoined(count,
+                       [](std::size_t i) { return sEntity(sNumbered("E", i + 1), sSubtypeOf("E", i)); });
+    };
+    vGrowthExpect(
+        {{"members", Long,
+          [=](std::size_t count) { return sType("S", "SELECT (" + sNames("M", count) + ")") + line(count); }},
+         {"members of selects among the members", Long,
+          [=](std::size_t count) {
+              return sType("S", "SELECT (" + sNames("T", count) + ")") +
+                     sJoined(count,
+                             [](std::size_t i) {
+                                 return sType(sNumbered("T", i), "SELECT (" + sNumbered("M", i) + ")");
+                             }) +
+                     line(count);
+          }}},
+        vSchemaRead);
+}
 
 // The rules of a type are parsed once more for each type that is resolved through it, and kept each time; that is wanted.
 // So a clause and the derived types of its type, each half of a text, cost by the square of it. The derived types alone
@@ -360,56 +496,6 @@ TEST(SchemaGrowthTest, TypesOfOneTypeThatHasRules) {
                     [](std::size_t count) {
                         return "TYPE T = REAL;\n WHERE\n  WR1 : SELF > 0;\nEND_TYPE;\n" +
                                sJoined(count, [](std::size_t i) { return sType(sNumbered("D", i), "T"); });
-                    }}},
-                  vSchemaRead);
-}
-
-// Each looks through the attributes of an entity, and then of all above it, from the first on.
-TEST(SchemaGrowthTest, DISABLED_RedeclaredAndInverseAttributesOfLongLinesAndEntities) {
-    constexpr std::size_t Long = 5'000;
-    const auto line = [](std::size_t count, const std::string& lines) {
-        return sEntity("E0", "A : REAL;") + sJoined(count, [&](std::size_t i) {
-                   return sEntity(sNumbered("E", i + 1), sSubtypeOf("E", i) + "\n" + lines);
-               });
-    };
-    const auto attributes = [](std::size_t count) {
-        return sJoined(count, [](std::size_t i) { return sNumbered("A", i) + " : X;\n"; });
-    };
-    vGrowthExpect(
-        {{"redeclared from the root", Long,
-          [=](std::size_t count) { return line(count, " DERIVE\n  SELF\\E0.A : REAL := 1;"); }},
-         {"redeclared from nowhere", Long,
-          [=](std::size_t count) { return line(count, " DERIVE\n  SELF\\E0.B : REAL := 1;"); }},
-         {"inverse to nowhere", Long,
-          [=](std::size_t count) {
-              return line(count, "") +
-                     sEntity("X",
-                             " INVERSE\n" + sTimes("  I : " + sNumbered("E", count) + " FOR B;\n", count));
-          }},
-         {"redeclared from the own entity", Long,
-          [=](std::size_t count) {
-              return sEntity("X", attributes(count) + " DERIVE\n" + sJoined(count, [](std::size_t i) {
-                                      return sNumbered("  SELF\\X.A", i) + " : X := 1;\n";
-                                  }));
-          }},
-         {"inverse to one entity", Long,
-          [=](std::size_t count) {
-              return sEntity("X", attributes(count) + " INVERSE\n" + sJoined(count, [](std::size_t i) {
-                                      return "  I : SET OF X FOR " + sNumbered("A", i) + ";\n";
-                                  }));
-          }}},
-        vSchemaRead);
-}
-
-// For each member that is an entity the supertypes of the object are looked through.
-TEST(SchemaGrowthTest, DISABLED_SelectOfManyEntitiesAskedForTheEndOfALongLine) {
-    vGrowthExpect({{"members and supertypes", 5'000,
-                    [](std::size_t count) {
-                        return sType("S", "SELECT (" + sNames("M", count) + ")") +
-                               sJoined(count, [](std::size_t i) { return sEntity(sNumbered("M", i)); }) +
-                               sEntity("E0") + sJoined(count, [](std::size_t i) {
-                                   return sEntity(sNumbered("E", i + 1), sSubtypeOf("E", i));
-                               });
                     }}},
                   vSchemaRead);
 }
