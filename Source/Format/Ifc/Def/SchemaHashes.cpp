@@ -14,9 +14,9 @@ std::uint64_t hashSeed() {
     return seed;
 }
 
-std::size_t GuidHash::operator()(const kiv::Guid& guid) const noexcept {
+std::uint64_t GuidHash::operator()(const kiv::Guid& guid) const noexcept {
     const auto bytes = std::bit_cast<std::array<char, sizeof(guid)>>(guid);
-    return static_cast<std::size_t>(schema::textHash({bytes.data(), bytes.size()}, ~std::uint64_t{0}, seed));
+    return schema::textHash({bytes.data(), bytes.size()}, ~std::uint64_t{0}, seed);
 }
 
 } // namespace kiv::ifc::def

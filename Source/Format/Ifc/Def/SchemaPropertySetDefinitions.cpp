@@ -17,6 +17,21 @@ namespace {
 /// Most answers for an entity and all above it are no longer than that.
 constexpr std::size_t TypicalAnswer = 16;
 
+/// The properties or quantities of a set.
+std::vector<const xml::Def*> defsOf(const xml::SetDef& set) {
+    std::vector<const xml::Def*> result;
+    const auto take = [&result](const auto& defs) {
+        result.reserve(defs.size());
+        for (const auto& def : defs)
+            result.push_back(&def);
+    };
+    if (const auto* const properties = dynamic_cast<const pset::PropertySetDef*>(&set))
+        take(properties->getProperties());
+    else if (const auto* const quantities = dynamic_cast<const qto::QuantitySetDef*>(&set))
+        take(quantities->getQuantities());
+    return result;
+}
+
 } // namespace
 
 SchemaPropertySetDefinitions::SchemaPropertySetDefinitions() = default;
@@ -38,38 +53,24 @@ bool SchemaPropertySetDefinitions::xmlSetAdd(const schema::Schema& schema, std::
     // What can fail is made beside the collection, so that it takes the set as a whole or not at all.
     decltype(sets_) sets;
     const std::string_view name = sets.try_emplace(std::move(upperName), nullptr).first->first;
-    auto defs = defsOf(*set);
+    const auto defs = defsOf(*set);
     auto classes = SetsByClass::classesOf(name, *set);
     SetsByName unrestricted;
     if (classes.empty())
         unrestricted.emplace(name, set.get());
-    SetsByUpperName byName;
-    byName.emplace(name, set.get());
     setsByClass_.vReserve(classes.size());
-    vPlaceReserve(setsByName_, byName.size());
-    vPlaceReserve(defsByIfd_, defs.size());
+    setsByName_.vReserve(1);
+    defsByIfd_.vReserve(defs.size());
 
+    setsByName_.vAdd(name, *set);
+    for (const auto* const def : defs)
+        defsByIfd_.vAdd(def->getIfdGuid(), *def);
     sets.begin()->second = std::move(set);
-    sets_.insert(place, sets.extract(sets.begin()));
     // With places reserved, nodes only change hands.
-    setsByName_.merge(byName);
-    defsByIfd_.merge(defs);
+    sets_.insert(place, sets.extract(sets.begin()));
     setsByClass_.vMerge(std::move(classes));
     unrestrictedSets_.merge(unrestricted);
     return true;
-}
-
-SchemaPropertySetDefinitions::DefsByIfd SchemaPropertySetDefinitions::defsOf(const xml::SetDef& set) {
-    DefsByIfd byIfd;
-    const auto index = [&byIfd](const auto& defs) {
-        for (const auto& def : defs)
-            byIfd.try_emplace(def.getIfdGuid(), &def);
-    };
-    if (const auto* const properties = dynamic_cast<const pset::PropertySetDef*>(&set))
-        index(properties->getProperties());
-    else if (const auto* const quantities = dynamic_cast<const qto::QuantitySetDef*>(&set))
-        index(quantities->getQuantities());
-    return byIfd;
 }
 
 const xml::SetDef* SchemaPropertySetDefinitions::getXmlSetFromName(std::string_view name) const {
@@ -77,13 +78,11 @@ const xml::SetDef* SchemaPropertySetDefinitions::getXmlSetFromName(std::string_v
 }
 
 const xml::SetDef* SchemaPropertySetDefinitions::getXmlSetFromNameUpper(std::string_view upperName) const {
-    const auto found = setsByName_.find(upperName);
-    return found == setsByName_.end() ? nullptr : found->second;
+    return setsByName_.pFind(upperName);
 }
 
 const xml::Def* SchemaPropertySetDefinitions::getXmlDefFromIfd(const kiv::Guid& guid) const {
-    const auto found = defsByIfd_.find(guid);
-    return found == defsByIfd_.end() ? nullptr : found->second;
+    return defsByIfd_.pFind(guid);
 }
 
 std::vector<const xml::SetDef*> SchemaPropertySetDefinitions::getXmlSets() const {

@@ -12,6 +12,7 @@
 #pragma once
 
 #include "Format/Ifc/Def/IfcDefBase.h"
+#include "Format/Ifc/Def/SchemaHashTable.h"
 #include "Format/Ifc/Def/SchemaHashes.h"
 #include "Format/Ifc/Def/SchemaSetsByClass.h"
 #include "Host/Id/KivId.h"
@@ -22,7 +23,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace kiv::ifc::def::schema {
@@ -75,17 +75,13 @@ public:
 
 private:
     using SetsByName = SetsByClass::SetsByName;
-    using SetsByUpperName = std::unordered_map<std::string_view, const xml::SetDef*, TextHash>;
-    using DefsByIfd = std::unordered_map<kiv::Guid, const xml::Def*, GuidHash>;
-
-    static DefsByIfd defsOf(const xml::SetDef& set);
     void vSetsToEntityAppend(const schema::Entity& entity, bool includeUnrestricted,
                              std::vector<const xml::SetDef*>& sets) const;
 
     // In the order in which they are told; looked up by `setsByName_`, whose keys are its keys.
     std::map<std::string, std::unique_ptr<xml::SetDef>, std::less<>> sets_;
-    SetsByUpperName setsByName_;
-    DefsByIfd defsByIfd_;
+    HashTable<std::string_view, xml::SetDef, TextHash> setsByName_;
+    HashTable<kiv::Guid, xml::Def, GuidHash> defsByIfd_;
     SetsByClass setsByClass_;
     SetsByName unrestrictedSets_;
 };
