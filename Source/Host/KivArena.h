@@ -3,8 +3,10 @@
 ///     Arena arena;
 ///     const std::string_view name = arena.getCopy(line.substr(7, 10));
 ///     auto* const record = arena.pMake<Record>(name);
+///     ArenaVector<std::string_view> names(arena);
 ///
-/// Ownership: owns all that it hands out; nothing of it is given back before the arena is destroyed.
+/// Ownership: owns all that it hands out; nothing of it is given back before the arena is destroyed. What a container
+///            outgrows stays too: reserve, where the size is known.
 /// Threads:   one thread at a time.
 /// Errors:    std::bad_alloc; what was handed out before stays as it is.
 #pragma once
@@ -20,9 +22,22 @@
 
 namespace kiv {
 
+/// Destroys an object whose memory is an arena's.
+struct ArenaDelete {
+    template <typename Object>
+    void operator()(Object* object) const noexcept {
+        std::destroy_at(object);
+    }
+};
+
+/// Owns an object in an arena, which must outlive it.
+template <typename Object>
+using ArenaPtr = std::unique_ptr<Object, ArenaDelete>;
+
 class Arena {
 public:
-    Arena() = default;
+    /// The first block of memory, in bytes, is taken with the first piece; those behind it are larger and larger.
+    explicit Arena(std::size_t firstBlockSize = 8192) : nextBlockSize_(firstBlockSize) {}
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
 
@@ -32,6 +47,13 @@ public:
         static_assert(std::is_trivially_destructible_v<Record>);
         return std::construct_at(static_cast<Record*>(pAllocateFor<Record>(1)),
                                  std::forward<Arguments>(arguments)...);
+    }
+
+    /// An object, which is destroyed with what comes back.
+    template <typename Object, typename... Arguments>
+    ArenaPtr<Object> pMakeOwned(Arguments&&... arguments) {
+        return ArenaPtr<Object>(std::construct_at(static_cast<Object*>(pAllocateFor<Object>(1)),
+                                                  std::forward<Arguments>(arguments)...));
     }
 
     /// Room for `count` values, filled with the default value.
@@ -60,7 +82,7 @@ public:
 protected:
     char* pAllocate(std::size_t size, std::size_t alignment) {
         const std::size_t padding = (0 - reinterpret_cast<std::uintptr_t>(at_)) & (alignment - 1);
-        if (size + padding > getRoom())
+        if (size + padding > getRoom()) [[unlikely]]
             return pAllocateInNewBlock(size);
         return std::exchange(at_, at_ + padding + size) + padding;
     }
@@ -72,20 +94,60 @@ protected:
 
 private:
     /// Blocks double up to this size, so that small models stay small and large ones need few blocks.
-    static constexpr std::size_t LargestBlockSize = std::size_t{1} << 20;
+    static constexpr std::size_t LargestBlockSize = std::size_t{1} << 18;
 
     char* pAllocateInNewBlock(std::size_t size) {
-        const std::size_t blockSize = std::max(size, nextBlockSize_);
-        blocks_.push_back(std::make_unique_for_overwrite<char[]>(blockSize));
-        at_ = blocks_.back().get();
-        end_ = at_ + blockSize;
+        // What is large has a block of its own, so that no large rest of the last block stays empty.
+        if (size > nextBlockSize_ / 4)
+            return pNewBlock(size);
+        at_ = pNewBlock(nextBlockSize_);
+        end_ = at_ + nextBlockSize_;
         nextBlockSize_ = std::min(2 * nextBlockSize_, LargestBlockSize);
         return std::exchange(at_, at_ + size);
     }
 
+    char* pNewBlock(std::size_t size) {
+        blocks_.push_back(std::make_unique_for_overwrite<char[]>(size));
+        return blocks_.back().get();
+    }
+
     std::vector<std::unique_ptr<char[]>> blocks_;
     char* end_ = nullptr;
-    std::size_t nextBlockSize_ = 8192;
+    std::size_t nextBlockSize_;
 };
+
+/// Takes the memory of a container from an arena, or by itself when it is made without one. Does not touch the arena when the
+/// container is destroyed, so that this may happen after the arena's own end.
+template <typename Value>
+class ArenaAllocator {
+public:
+    using value_type = Value;
+
+    ArenaAllocator() = default;
+    // A container takes an arena where it takes an allocator. NOLINTNEXTLINE(google-explicit-constructor)
+    ArenaAllocator(Arena& arena) : arena_(&arena) {}
+    template <typename Other>
+    // Containers convert allocators to those of their parts. NOLINTNEXTLINE(google-explicit-constructor)
+    ArenaAllocator(const ArenaAllocator<Other>& other) : arena_(other.pArena()) {}
+
+    Value* allocate(std::size_t count) {
+        return arena_ ? static_cast<Value*>(arena_->pAllocateFor<Value>(count))
+                      : std::allocator<Value>().allocate(count);
+    }
+    void deallocate(Value* values, std::size_t count) {
+        if (!arena_)
+            std::allocator<Value>().deallocate(values, count);
+    }
+
+    Arena* pArena() const { return arena_; }
+
+    friend bool operator==(const ArenaAllocator&, const ArenaAllocator&) = default;
+
+private:
+    Arena* arena_ = nullptr;
+};
+
+template <typename Value>
+using ArenaVector = std::vector<Value, ArenaAllocator<Value>>;
 
 } // namespace kiv

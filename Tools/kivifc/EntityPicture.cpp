@@ -123,8 +123,8 @@ std::string sWhere(const ParsedRule& rule) {
 
 using Lines = std::vector<std::string>;
 
-template <class Item>
-Lines linesOf(const std::vector<Item>& items, std::string (*sLine)(const Item&)) {
+template <class Items>
+Lines linesOf(const Items& items, std::string (*sLine)(const typename Items::value_type&)) {
     Lines lines;
     for (const auto& item : items)
         lines.push_back(sLine(item));

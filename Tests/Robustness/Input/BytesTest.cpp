@@ -112,7 +112,7 @@ TEST(BytesTest, NamesKeepThem) {
         EXPECT_EQ(inverse->pReferredAttribute(), length);
         EXPECT_EQ(wall.pUnique()->getRules().at(0).label, with("U", "R"));
         const auto& items = dynamic_cast<const DataTypeEnum&>(*kind.pDataType());
-        EXPECT_EQ(items.getItems(), (std::vector<std::string>{with("SO", "LID"), "HOLLOW"}));
+        EXPECT_THAT(items.getItems(), ::testing::ElementsAre(with("SO", "LID"), "HOLLOW"));
         EXPECT_TRUE(items.boContains(with("SO", "LID")));
         EXPECT_TRUE(
             dynamic_cast<const DataTypeSelect&>(*typeOf(*schema, "Some").pDataType()).isCompatible(door));

@@ -94,98 +94,100 @@ constexpr std::array<std::string_view, 75> KindNames = {"BEGIN",
                                                         "EQUAL",
                                                         "END_OF_FILE"};
 
-struct Keyword {
+struct ScannerKeyword {
+    constexpr ScannerKeyword(std::string_view wordText, Kind wordKind) :
+        word(wordText), bytes(word.size() < LongText ? getShortText(word) : 0), kind(wordKind) {}
+
+    /// Whether the word, which has as many letters, is this one. `shortText` is that of the word in upper case.
+    bool isWord(std::string_view other, std::uint64_t shortText) const {
+        return word.size() < LongText ? shortText == bytes : isUpperOf(other, word);
+    }
+
     std::string_view word;
+    std::uint64_t bytes;
     Kind kind;
 };
 
-/// The keywords as the scanner knows them, by first letter. Two are off on purpose, as they have always been:
+/// The keywords as the scanner knows them, by first letter and length. Two are off on purpose, as they have always been:
 /// INTEGER and STRING are identifiers, while IINTEGER is LIST and SRING is STRING.
-constexpr Keyword Keywords[] = {{"AND", Kind::AND},
-                                {"ARRAY", Kind::ARRAY},
-                                {"BEGIN", Kind::BEGIN},
-                                {"BINARY", Kind::BINARY},
-                                {"BOOLEAN", Kind::BOOLEAN},
-                                {"CASE", Kind::CASE},
-                                {"END", Kind::END},
-                                {"END_CASE", Kind::END_CASE},
-                                {"END_IF", Kind::END_IF},
-                                {"END_REPEAT", Kind::END_REPEAT},
-                                {"ENUMERATION", Kind::ENUMERATION},
-                                {"ESCAPE", Kind::ESCAPE},
-                                {"FALSE", Kind::FALSE},
-                                {"FIXED", Kind::FIXED},
-                                {"FOR", Kind::FOR},
-                                {"GENERIC", Kind::GENERIC},
-                                {"IF", Kind::IF},
-                                {"IINTEGER", Kind::LIST},
-                                {"IN", Kind::IN},
-                                {"LIST", Kind::LIST},
-                                {"LOCAL", Kind::LOCAL},
-                                {"LOGICAL", Kind::LOGICAL},
-                                {"MOD", Kind::MOD},
-                                {"NOT", Kind::NOT},
-                                {"NUMBER", Kind::NUMBER},
-                                {"OF", Kind::OF},
-                                {"OR", Kind::OR},
-                                {"OTHERWISE", Kind::OTHERWISE},
-                                {"QUERY", Kind::QUERY},
-                                {"REAL", Kind::REAL},
-                                {"REPEAT", Kind::REPEAT},
-                                {"RETURN", Kind::RETURN},
-                                {"SELECT", Kind::SELECT},
-                                {"SELF", Kind::SELF},
-                                {"SET", Kind::SET},
-                                {"SRING", Kind::STRING},
-                                {"THEN", Kind::THEN},
-                                {"TO", Kind::TO},
-                                {"TRUE", Kind::TRUE},
-                                {"UNKNOWN", Kind::UNKNOWN},
-                                {"XOR", Kind::XOR}};
+constexpr ScannerKeyword Keywords[] = {{"AND", Kind::AND},
+                                       {"ARRAY", Kind::ARRAY},
+                                       {"BEGIN", Kind::BEGIN},
+                                       {"BINARY", Kind::BINARY},
+                                       {"BOOLEAN", Kind::BOOLEAN},
+                                       {"CASE", Kind::CASE},
+                                       {"END", Kind::END},
+                                       {"END_IF", Kind::END_IF},
+                                       {"ESCAPE", Kind::ESCAPE},
+                                       {"END_CASE", Kind::END_CASE},
+                                       {"END_REPEAT", Kind::END_REPEAT},
+                                       {"ENUMERATION", Kind::ENUMERATION},
+                                       {"FOR", Kind::FOR},
+                                       {"FALSE", Kind::FALSE},
+                                       {"FIXED", Kind::FIXED},
+                                       {"GENERIC", Kind::GENERIC},
+                                       {"IF", Kind::IF},
+                                       {"IN", Kind::IN},
+                                       {"IINTEGER", Kind::LIST},
+                                       {"LIST", Kind::LIST},
+                                       {"LOCAL", Kind::LOCAL},
+                                       {"LOGICAL", Kind::LOGICAL},
+                                       {"MOD", Kind::MOD},
+                                       {"NOT", Kind::NOT},
+                                       {"NUMBER", Kind::NUMBER},
+                                       {"OF", Kind::OF},
+                                       {"OR", Kind::OR},
+                                       {"OTHERWISE", Kind::OTHERWISE},
+                                       {"QUERY", Kind::QUERY},
+                                       {"REAL", Kind::REAL},
+                                       {"REPEAT", Kind::REPEAT},
+                                       {"RETURN", Kind::RETURN},
+                                       {"SET", Kind::SET},
+                                       {"SELF", Kind::SELF},
+                                       {"SRING", Kind::STRING},
+                                       {"SELECT", Kind::SELECT},
+                                       {"TO", Kind::TO},
+                                       {"THEN", Kind::THEN},
+                                       {"TRUE", Kind::TRUE},
+                                       {"UNKNOWN", Kind::UNKNOWN},
+                                       {"XOR", Kind::XOR}};
 
-/// Where the keywords of each first letter begin; the entry behind Z is the number of keywords.
-constexpr auto KeywordStarts = [] {
-    std::array<std::uint8_t, 27> starts{};
-    for (std::size_t letter = 0; letter < starts.size(); ++letter) {
-        std::uint8_t before = 0;
-        for (const auto& keyword : Keywords)
-            before = static_cast<std::uint8_t>(before +
-                                               (static_cast<std::size_t>(keyword.word[0] - 'A') < letter));
-        starts[letter] = before;
-    }
-    return starts;
-}();
+static_assert(std::is_sorted(std::begin(Keywords), std::end(Keywords),
+                             [](const ScannerKeyword& left, const ScannerKeyword& right) {
+                                 return std::pair(left.word[0], left.word.size()) <
+                                        std::pair(right.word[0], right.word.size());
+                             }));
 
-constexpr bool isWordByte(char byte) {
-    return isLetter(byte) || isDigit(byte) || byte == '_';
+constexpr std::size_t LongestKeyword = 11;
+
+/// The place of words of a first letter and a length among all such places, in the order of the table.
+constexpr std::size_t keywordPlace(char upperLetter, std::size_t size) {
+    return static_cast<std::size_t>(upperLetter - 'A') * (LongestKeyword + 1) + size;
 }
 
-/// The bytes of words, looked up instead of compared: words are most of the text.
-constexpr auto WordBytes = [] {
-    std::array<bool, 256> bytes{};
-    for (std::size_t byte = 0; byte < bytes.size(); ++byte)
-        bytes[byte] = isWordByte(static_cast<char>(static_cast<unsigned char>(byte)));
-    return bytes;
-}();
-
-/// For each first letter, a bit for each length that a keyword has; tells most words at one glance to be none.
-constexpr auto KeywordLengths = [] {
-    std::array<std::uint32_t, 26> lengths{};
+/// Where the keywords of each place begin; the entry behind the last place is the number of keywords.
+constexpr auto KeywordStarts = [] {
+    std::array<std::uint8_t, keywordPlace('Z', LongestKeyword) + 2> starts{};
     for (const auto& keyword : Keywords)
-        lengths[static_cast<std::size_t>(keyword.word[0] - 'A')] |= 1U << keyword.word.size();
-    return lengths;
+        ++starts[keywordPlace(keyword.word[0], keyword.word.size()) + 1];
+    for (std::size_t place = 1; place < starts.size(); ++place)
+        starts[place] = static_cast<std::uint8_t>(starts[place] + starts[place - 1]);
+    return starts;
 }();
 
 /// The keyword's kind, IDENTIFIER when the word is none.
 Kind kindOfWord(std::string_view word) {
-    const auto letter = static_cast<std::size_t>(ascii::getUpper(word.front()) - 'A');
-    if (word.size() >= 32 || (KeywordLengths[letter] >> word.size() & 1) == 0)
+    if (word.size() > LongestKeyword)
         return Kind::IDENTIFIER;
-    for (std::size_t index = KeywordStarts[letter]; index < KeywordStarts[letter + 1]; ++index) {
-        if (compareUpper(word, Keywords[index].word) == 0)
-            return Keywords[index].kind;
-    }
-    return Kind::IDENTIFIER;
+    const auto place = keywordPlace(ascii::getUpper(word.front()), word.size());
+    const std::size_t end = KeywordStarts[place + 1];
+    std::size_t index = KeywordStarts[place];
+    if (index == end)
+        return Kind::IDENTIFIER;
+    const auto shortText = word.size() < LongText ? getUpper8(getShortText(word)) : 0;
+    while (index != end && !Keywords[index].isWord(word, shortText))
+        ++index;
+    return index != end ? Keywords[index].kind : Kind::IDENTIFIER;
 }
 
 int integerFromText(std::string_view digits) {
@@ -205,39 +207,26 @@ double realFromText(std::string_view text) {
     return value;
 }
 
-Kind kindOfSingle(char byte) {
-    switch (byte) {
-    case ')':
-        return Kind::RIGHT_PAREN;
-    case '+':
-        return Kind::ADD;
-    case ',':
-        return Kind::COMMA;
-    case '.':
-        return Kind::DOT;
-    case '/':
-        return Kind::SLASH;
-    case ';':
-        return Kind::SEMICOLON;
-    case '=':
-        return Kind::EQUAL;
-    case '?':
-        return Kind::QUESTION;
-    case '[':
-        return Kind::LEFT_BRACKET;
-    case '\\':
-        return Kind::BACKSLASH;
-    case ']':
-        return Kind::RIGHT_BRACKET;
-    case '{':
-        return Kind::LEFT_BRACE;
-    case '}':
-        return Kind::RIGHT_BRACE;
-    default:
-        throw ExpressParser::SyntaxError(std::string("ExpressTokenizer didn't expect the character ") + byte +
-                                         " here...");
-    }
-}
+/// The bytes that are a token of their own whatever follows; END_OF_FILE stands for all others.
+constexpr auto SingleKinds = [] {
+    std::array<Kind, 256> kinds{};
+    kinds.fill(Kind::END_OF_FILE);
+    const auto set = [&kinds](char byte, Kind kind) { kinds[static_cast<unsigned char>(byte)] = kind; };
+    set(')', Kind::RIGHT_PAREN);
+    set('+', Kind::ADD);
+    set(',', Kind::COMMA);
+    set('.', Kind::DOT);
+    set('/', Kind::SLASH);
+    set(';', Kind::SEMICOLON);
+    set('=', Kind::EQUAL);
+    set('?', Kind::QUESTION);
+    set('[', Kind::LEFT_BRACKET);
+    set('\\', Kind::BACKSLASH);
+    set(']', Kind::RIGHT_BRACKET);
+    set('{', Kind::LEFT_BRACE);
+    set('}', Kind::RIGHT_BRACE);
+    return kinds;
+}();
 
 } // namespace
 
@@ -320,18 +309,16 @@ void ExpressTokenizer::vTokenRead(ExpressTokenView& token) {
 
 ExpressTokenKind ExpressTokenizer::kindRead(ExpressTokenView& token) {
     for (;;) {
+        vBlanksSkip();
         const char byte = consume();
+        if (isLetter(byte))
+            return wordRead(token);
+        const auto single = SingleKinds[static_cast<unsigned char>(byte)];
+        if (single != Kind::END_OF_FILE)
+            return single;
         switch (byte) {
         case '\0':
             return Kind::END_OF_FILE;
-        case '\t':
-        case '\r':
-        case ' ':
-            vBlanksSkip();
-            continue;
-        case '\n':
-            vNewLineCount();
-            continue;
         case '(':
             if (!boNext('*'))
                 return Kind::LEFT_PAREN;
@@ -356,22 +343,19 @@ ExpressTokenKind ExpressTokenizer::kindRead(ExpressTokenView& token) {
         case ':':
             return colonRead();
         default:
-            if (isLetter(byte))
-                return wordRead(token);
             if (isDigit(byte))
                 return numberRead(token);
-            return kindOfSingle(byte);
+            throw ExpressParser::SyntaxError(std::string("ExpressTokenizer didn't expect the character ") +
+                                             byte + " here...");
         }
     }
 }
 
 void ExpressTokenizer::vBlanksSkip() {
-    const auto* const begin = text_.data() + pos_;
-    const auto* const textEnd = text_.data() + text_.size();
-    const auto* end = begin;
-    while (end != textEnd && (*end == ' ' || *end == '\t'))
-        ++end;
-    pos_ += static_cast<std::size_t>(end - begin);
+    while (pos_ < text_.size() && ascii::isOneOf(text_[pos_], " \n\t\r")) {
+        if (text_[pos_++] == '\n')
+            vNewLineCount();
+    }
 }
 
 void ExpressTokenizer::vNewLineCount() {
@@ -458,13 +442,11 @@ ExpressTokenKind ExpressTokenizer::stringLiteralRead(ExpressTokenView& token) {
 
 ExpressTokenKind ExpressTokenizer::wordRead(ExpressTokenView& token) {
     const auto* const begin = text_.data() + pos_ - 1;
-    const auto* const textEnd = text_.data() + text_.size();
-    const auto* end = begin + 1;
-    while (end != textEnd && WordBytes[static_cast<unsigned char>(*end)])
-        ++end;
-    token.text = {begin, static_cast<std::size_t>(end - begin)};
-    pos_ += token.text.size() - 1;
-    return kindOfWord(token.text);
+    const std::string_view word(
+        begin, static_cast<std::size_t>(pWordEnd(begin, text_.data() + text_.size()) - begin));
+    pos_ += word.size() - 1;
+    token.text = word;
+    return kindOfWord(word);
 }
 
 ExpressTokenKind ExpressTokenizer::numberRead(ExpressTokenView& token) {

@@ -120,7 +120,7 @@ struct ExpressTokenView {
     /// As in `ExpressToken`.
     std::uint64_t line = 0;
     std::uint64_t column = 0;
-    /// Of an identifier, or between the quotes of a string literal.
+    /// Of a word, or between the quotes of a string literal.
     std::string_view text;
     /// Of an integer literal.
     int integer = 0;

@@ -3,6 +3,7 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaHashSort.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaType.h"
@@ -19,15 +20,17 @@ namespace {
 
 constexpr std::string_view SchemaKeyword = "SCHEMA";
 
+/// Little, as a text may hold thousands of schemas of a line each.
+constexpr std::size_t FirstBlockSize = 1024;
+
 template <class Object>
-std::unique_ptr<ObjectBase> pRead(Schema& schema, ReadLineHelper& line, std::size_t pos,
-                                  std::istream& stream) {
-    return std::make_unique<Object>(schema, line, pos, stream);
+ArenaPtr<ObjectBase> pRead(Schema& schema, ReadLineHelper& line, std::size_t pos, std::istream& stream) {
+    return line.getArena().pMakeOwned<Object>(schema, line, pos, stream);
 }
 
 struct Statement {
     Keyword keyword;
-    std::unique_ptr<ObjectBase> (*read)(Schema&, ReadLineHelper&, std::size_t, std::istream&);
+    ArenaPtr<ObjectBase> (*read)(Schema&, ReadLineHelper&, std::size_t, std::istream&);
 };
 
 /// The first keyword in this order that a line contains decides, wherever it stands.
@@ -71,7 +74,8 @@ void vSortRuns(std::vector<Value>& values, Less less) {
 } // namespace
 
 Schema::Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) :
-    arena_(std::make_unique<Arena>()), attributeSearch_(std::make_unique<AttributeSearch<Attribute>>()) {
+    arena_(std::make_unique<Arena>(FirstBlockSize)),
+    attributeSearch_(std::make_unique<AttributeSearch<Attribute>>()) {
     vHeaderRead(headerLine, schemaPos);
     vStatementsRead(stream);
     vResolve();
@@ -104,7 +108,7 @@ void Schema::vStatementsRead(std::istream& stream) {
     }
 }
 
-std::unique_ptr<ObjectBase> Schema::pStatementRead(ReadLineHelper& line, std::istream& stream) {
+ArenaPtr<ObjectBase> Schema::pStatementRead(ReadLineHelper& line, std::istream& stream) {
     if (line.getLine().empty())
         return nullptr;
     for (const auto& statement : Statements) {
@@ -158,7 +162,7 @@ std::vector<ObjectBase*> Schema::objectsByHash() const {
     keys.reserve(objects_.size());
     for (const auto& object : objects_)
         keys.push_back({object->getNameUpperHash(), static_cast<std::uint32_t>(keys.size())});
-    std::sort(keys.begin(), keys.end(), [this](const Key& left, const Key& right) {
+    sortedByHash(keys, [this](const Key& left, const Key& right) {
         if (left.hash != right.hash)
             return left.hash < right.hash;
         const auto leftName = objects_[left.index]->getNameUpper();
@@ -232,7 +236,7 @@ const ObjectBase* Schema::pObjectFromName(const ObjectName& name) const {
 const Attribute* Schema::pAttributeGet(const std::string& entityName,
                                        const std::string& attributeName) const {
     for (const auto& entry : attributesDirectory_.find(attributeName)) {
-        if (compareUpper(entityName, entry.value->getEntity().getNameUpper()) == 0)
+        if (isUpperOf(entityName, entry.value->getEntity().getNameUpper()))
             return entry.value;
     }
     return nullptr;
@@ -281,9 +285,8 @@ void Schema::vAttributeAdd(const Attribute& attribute) {
     attributes_.push_back(&attribute);
 }
 
-AttributeSearch<Attribute>& Schema::getAttributeSearch() {
-    vBuildingCheck();
-    return *attributeSearch_;
+const Attribute* Schema::pAttributeSearch(const Entity& entity, const AttributeName& key) {
+    return attributeSearch_ ? attributeSearch_->pFind(entity, key) : entity.pAttributeFromName(key, true);
 }
 
 void Schema::vBuildingCheck() const {

@@ -21,6 +21,7 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaNameDirectory.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "Host/KivArena.h"
 
 #include <array>
 #include <cstddef>
@@ -85,6 +86,7 @@ public:
 private:
     friend class AttributeBase;
     friend class AttributeInverse;
+    friend class DeriveValue;
     friend class DataTypeBase;
     friend class AggregateNesting;
     friend class DataTypeSelect;
@@ -98,7 +100,7 @@ private:
 
     void vHeaderRead(const std::string& headerLine, std::size_t schemaPos);
     void vStatementsRead(std::istream& stream);
-    std::unique_ptr<ObjectBase> pStatementRead(ReadLineHelper& line, std::istream& stream);
+    ArenaPtr<ObjectBase> pStatementRead(ReadLineHelper& line, std::istream& stream);
     void vResolve();
     void vObjectsByNameBuild();
     void vDirectoryBuild();
@@ -108,8 +110,8 @@ private:
     static void vTreeNumber(Entity& root, std::uint16_t& counter);
 
     void vAttributeAdd(const Attribute& attribute);
-    /// For what is resolved; throws as `vBuildingCheck`.
-    AttributeSearch<Attribute>& getAttributeSearch();
+    /// Finds an attribute in an entity and above; quick for many questions while the schema is built.
+    const Attribute* pAttributeSearch(const Entity& entity, const AttributeName& key);
     /// Throws std::logic_error once the schema is built: nothing is added to it any more.
     void vBuildingCheck() const;
 
@@ -117,9 +119,9 @@ private:
     // Declared in the reverse of the order in which they are destroyed: objects, shared data types, data
     // types, and last the texts and trees of all of them.
     std::unique_ptr<Arena> arena_;
-    std::vector<std::unique_ptr<DataTypeBase>> dataTypes_;
-    std::array<std::unique_ptr<DataTypeBase>, 7> sharedTypes_;
-    std::vector<std::unique_ptr<ObjectBase>> objects_;
+    std::vector<ArenaPtr<DataTypeBase>> dataTypes_;
+    std::array<ArenaPtr<DataTypeBase>, 7> sharedTypes_;
+    std::vector<ArenaPtr<ObjectBase>> objects_;
     std::vector<const ObjectBase*> objectsAsRead_;
     std::vector<const ObjectBase*> objectsByName_;
     NameDirectory<ObjectBase> objectsDirectory_;

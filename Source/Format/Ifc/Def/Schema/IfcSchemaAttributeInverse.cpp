@@ -2,7 +2,6 @@
 
 #include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
@@ -22,8 +21,7 @@ void AttributeInverse::vUpdate(Schema& schema) {
     const auto* aggregate = DataTypeListInterface::pFrom(pFirstType());
     referredEntity_ = Entity::pFrom(aggregate ? aggregate->pElement() : pFirstType());
     if (referredEntity_)
-        referredAttribute_ =
-            schema.getAttributeSearch().pFind(*referredEntity_, AttributeName(forAttributeName_));
+        referredAttribute_ = schema.pAttributeSearch(*referredEntity_, AttributeName(forAttributeName_));
     if (!referredAttribute_)
         vAssertReport("Entity not found", "kiv::ifc::def::schema::AttributeInverse::vUpdate",
                       "Source/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse", 0);

@@ -32,7 +32,7 @@ std::string_view nameOf(const AttributeInverse& attribute) {
 }
 
 template <class Kind>
-const std::vector<Kind>& attributesOf(const Entity& entity) {
+const ArenaVector<Kind>& attributesOf(const Entity& entity) {
     if constexpr (std::is_same_v<Kind, Attribute>)
         return entity.getAttributes();
     else

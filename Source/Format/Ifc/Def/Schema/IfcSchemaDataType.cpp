@@ -62,20 +62,26 @@ std::string_view restOfLine(ReadLineHelper& line, std::size_t pos) {
     return line.getKept(text.substr(std::min(pos, text.size())));
 }
 
+/// A list of names, kept for as long.
+ArenaVector<std::string_view> namesInList(ReadLineHelper& line, std::size_t pos, std::istream& stream) {
+    const auto& names = line.getNameViewsInList(pos, stream);
+    return {names.begin(), names.end(), line.getArena()};
+}
+
 template <class NewType>
-std::unique_ptr<DataTypeBase> create() {
+ArenaPtr<DataTypeBase> create(Arena& arena) {
     if constexpr (std::is_constructible_v<NewType, std::string_view, std::string_view>)
-        return std::make_unique<NewType>(std::string_view(), std::string_view());
+        return arena.pMakeOwned<NewType>(std::string_view(), std::string_view());
     else if constexpr (std::is_constructible_v<NewType, std::string_view>)
-        return std::make_unique<NewType>(std::string_view());
+        return arena.pMakeOwned<NewType>(std::string_view());
     else
-        return std::make_unique<NewType>();
+        return arena.pMakeOwned<NewType>();
 }
 
 /// A data type of which a schema holds one, under its keyword.
 struct SharedType {
     std::string_view keyword;
-    std::unique_ptr<DataTypeBase> (*create)();
+    ArenaPtr<DataTypeBase> (*create)(Arena&);
 };
 
 constexpr SharedType SharedTypes[] = {{"REAL", &create<DataType<0>>},      {"BOOLEAN", &create<DataType<1>>},
@@ -86,21 +92,21 @@ constexpr SharedType SharedTypes[] = {{"REAL", &create<DataType<0>>},      {"BOO
 /// The new, unshared data type for a keyword. `source` makes ENUMERATION, SELECT, the aggregates and a sized
 /// STRING, as these are built differently from a text and from the line of a declaration.
 template <class Source>
-std::unique_ptr<DataTypeBase> pNewType(std::string_view keyword, Source&& source) {
+ArenaPtr<DataTypeBase> pNewType(Arena& arena, std::string_view keyword, Source&& source) {
     if (keyword.find("STRING") != std::string_view::npos)
-        return source.string(keyword);
+        return source.string(arena, keyword);
     if (keyword.find("BINARY") != std::string_view::npos)
-        return std::make_unique<DataTypeBinary>(keyword);
+        return arena.pMakeOwned<DataTypeBinary>(keyword);
     if (keyword == "ENUMERATION")
-        return source.template create<DataTypeEnum>();
+        return source.template create<DataTypeEnum>(arena);
     if (keyword == "SELECT")
-        return source.template create<DataTypeSelect>();
+        return source.template create<DataTypeSelect>(arena);
     if (keyword == "ARRAY")
-        return source.template create<DataTypeArray>();
+        return source.template create<DataTypeArray>(arena);
     if (keyword == "LIST")
-        return source.template create<DataTypeList>();
+        return source.template create<DataTypeList>(arena);
     if (keyword == "SET")
-        return source.template create<DataTypeSet>();
+        return source.template create<DataTypeSet>(arena);
     return nullptr;
 }
 
@@ -108,11 +114,11 @@ struct FromText {
     std::string_view rest;
 
     template <class NewType>
-    std::unique_ptr<DataTypeBase> create() const {
-        return std::make_unique<NewType>(rest);
+    ArenaPtr<DataTypeBase> create(Arena& arena) const {
+        return arena.pMakeOwned<NewType>(rest);
     }
-    std::unique_ptr<DataTypeBase> string(std::string_view keyword) const {
-        return std::make_unique<DataTypeString>(keyword, rest);
+    ArenaPtr<DataTypeBase> string(Arena& arena, std::string_view keyword) const {
+        return arena.pMakeOwned<DataTypeString>(keyword, rest);
     }
 };
 
@@ -122,11 +128,11 @@ struct FromLine {
     std::istream& stream;
 
     template <class NewType>
-    std::unique_ptr<DataTypeBase> create() const {
-        return std::make_unique<NewType>(line, pos, stream);
+    ArenaPtr<DataTypeBase> create(Arena& arena) const {
+        return arena.pMakeOwned<NewType>(line, pos, stream);
     }
-    std::unique_ptr<DataTypeBase> string(std::string_view keyword) const {
-        return std::make_unique<DataTypeString>(keyword, line, pos, stream);
+    ArenaPtr<DataTypeBase> string(Arena& arena, std::string_view keyword) const {
+        return arena.pMakeOwned<DataTypeString>(keyword, line, pos, stream);
     }
 };
 
@@ -175,7 +181,7 @@ DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string_view
                                                 std::string_view rest, bool update) {
     if (auto* const shared = pSharedType(schema, keyword))
         return shared;
-    auto* const type = pTypeAdd(schema, keyword, pNewType(keyword, FromText{rest}));
+    auto* const type = pTypeAdd(schema, keyword, pNewType(*schema.arena_, keyword, FromText{rest}));
     if (type && update)
         type->vUpdate(schema);
     return type;
@@ -185,7 +191,7 @@ DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string_view
                                                 ReadLineHelper& line, std::size_t pos, std::istream& stream) {
     if (auto* const shared = pSharedType(schema, keyword))
         return shared;
-    return pTypeAdd(schema, keyword, pNewType(keyword, FromLine{line, pos, stream}));
+    return pTypeAdd(schema, keyword, pNewType(*schema.arena_, keyword, FromLine{line, pos, stream}));
 }
 
 DataTypeBase* DataTypeBase::pSharedType(Schema& schema, std::string_view keyword) {
@@ -198,14 +204,13 @@ DataTypeBase* DataTypeBase::pSharedType(Schema& schema, std::string_view keyword
     auto& slot = schema.sharedTypes_[static_cast<std::size_t>(shared - std::begin(SharedTypes))];
     if (!slot) {
         schema.vBuildingCheck();
-        slot = shared->create();
+        slot = shared->create(*schema.arena_);
         slot->vNameSet(shared->keyword, *schema.arena_);
     }
     return slot.get();
 }
 
-DataTypeBase* DataTypeBase::pTypeAdd(Schema& schema, std::string_view keyword,
-                                     std::unique_ptr<DataTypeBase> type) {
+DataTypeBase* DataTypeBase::pTypeAdd(Schema& schema, std::string_view keyword, ArenaPtr<DataTypeBase> type) {
     if (!type)
         return nullptr;
     schema.vBuildingCheck();
@@ -240,12 +245,13 @@ DataTypeBinary::~DataTypeBinary() = default;
 
 DataTypeEnum::DataTypeEnum(std::string_view) {}
 
-DataTypeEnum::DataTypeEnum(const std::vector<std::string>& items) : items_(items) {
+DataTypeEnum::DataTypeEnum(const std::vector<std::string>& items) :
+    copies_(items), items_(copies_.begin(), copies_.end()) {
     vIndexBuild();
 }
 
 DataTypeEnum::DataTypeEnum(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
-    items_(line.getNamesInList(pos, stream)) {
+    items_(namesInList(line, pos, stream)), ordered_(line.getArena()) {
     vIndexBuild();
 }
 
@@ -256,10 +262,15 @@ void DataTypeEnum::vIndexBuild() {
     for (const auto& item : items_)
         ordered_.push_back(&item);
     // Of equal items the one that was read first is kept: they lie in that order.
-    std::sort(ordered_.begin(), ordered_.end(),
-              [](const auto* a, const auto* b) { return boLessText(*a, *b) || (a < b && *a == *b); });
-    const auto last =
-        std::unique(ordered_.begin(), ordered_.end(), [](const auto* a, const auto* b) { return *a == *b; });
+    const auto isBefore = [](const auto* a, const auto* b) {
+        return boLessText(*a, *b) || (a < b && *a == *b);
+    };
+    // Most enumerations are in order but for the last items.
+    const auto sortedEnd = std::is_sorted_until(ordered_.begin(), ordered_.end(), isBefore);
+    std::sort(sortedEnd, ordered_.end(), isBefore);
+    std::inplace_merge(ordered_.begin(), sortedEnd, ordered_.end(), isBefore);
+    const auto last = std::unique(ordered_.begin(), ordered_.end(),
+                                  [](const auto* a, const auto* b) { return isSameText(*a, *b); });
     ordered_.erase(last, ordered_.end());
 }
 
@@ -277,7 +288,7 @@ bool DataTypeEnum::boContains(std::string_view item) const {
 DataTypeSelect::DataTypeSelect(std::string_view) {}
 
 DataTypeSelect::DataTypeSelect(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
-    memberNames_(line.getNameViewsInList(pos, stream)) {}
+    memberNames_(namesInList(line, pos, stream)) {}
 
 DataTypeSelect::~DataTypeSelect() = default;
 

@@ -10,10 +10,10 @@
 #pragma once
 
 #include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "Host/KivArena.h"
 
 #include <cstdint>
 #include <iosfwd>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,8 +73,7 @@ public:
 
 private:
     static DataTypeBase* pSharedType(Schema& schema, std::string_view keyword);
-    static DataTypeBase* pTypeAdd(Schema& schema, std::string_view keyword,
-                                  std::unique_ptr<DataTypeBase> type);
+    static DataTypeBase* pTypeAdd(Schema& schema, std::string_view keyword, ArenaPtr<DataTypeBase> type);
 
     DataTypeKind dataTypeKind_;
 };
@@ -133,10 +132,10 @@ public:
     bool isConstructed() const override;
 
     /// The items as written, in the order of the declaration.
-    const std::vector<std::string>& getItems() const { return items_; }
+    const ArenaVector<std::string_view>& getItems() const { return items_; }
 
     /// The distinct items, ordered byte by byte; they point into `getItems`.
-    const std::vector<const std::string*>& getItemsOrdered() const { return ordered_; }
+    const ArenaVector<const std::string_view*>& getItemsOrdered() const { return ordered_; }
 
     /// True when an item equals the text exactly, letter case included. Cost: the logarithm of the items.
     bool boContains(std::string_view item) const;
@@ -144,8 +143,10 @@ public:
 private:
     void vIndexBuild();
 
-    std::vector<std::string> items_;
-    std::vector<const std::string*> ordered_;
+    // Of items that a caller gave; those of a declaration lie where its schema keeps them.
+    std::vector<std::string> copies_;
+    ArenaVector<std::string_view> items_;
+    ArenaVector<const std::string_view*> ordered_;
 };
 
 class KIV_EXPORT DataTypeSelect final : public DataType<8> {
@@ -159,7 +160,7 @@ public:
     bool isConstructed() const override;
 
     /// The names as written, in the order of the declaration.
-    const std::vector<std::string_view>& getMemberNames() const { return memberNames_; }
+    const ArenaVector<std::string_view>& getMemberNames() const { return memberNames_; }
 
     /// What the names were resolved to, in the same order; names that nothing bears are left out.
     const std::vector<const ObjectBase*>& getMembers() const { return members_; }
@@ -177,7 +178,7 @@ private:
 
     bool boMemberMatches(Candidate& candidate, std::vector<const DataTypeSelect*>& nested) const;
 
-    std::vector<std::string_view> memberNames_;
+    ArenaVector<std::string_view> memberNames_;
     std::vector<const ObjectBase*> members_;
     bool allEntities_ = false;
 };

@@ -1,7 +1,8 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaDerive.h"
 
+#include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <algorithm>
 
@@ -10,16 +11,26 @@ namespace kiv::ifc::def::schema {
 DeriveValue::DeriveValue(std::string_view name, std::string_view rest) : name_(name), rest_(rest) {}
 
 void DeriveValue::update(const Entity& entity) {
-    AttributeSearch<Attribute> search;
-    update(entity, search);
+    if (const auto key = redeclaredName())
+        vRedeclaredSet(entity.pAttributeFromName(*key, true));
 }
 
-void DeriveValue::update(const Entity& entity, AttributeSearch<Attribute>& search) {
+void DeriveValue::update(const Entity& entity, Schema& schema) {
+    if (const auto key = redeclaredName())
+        vRedeclaredSet(schema.pAttributeSearch(entity, *key));
+}
+
+/// What stands behind the dot; a plain derived attribute has none.
+std::optional<AttributeName> DeriveValue::redeclaredName() const {
     const auto dot = name_.find('.');
     if (dot == std::string_view::npos)
-        return;
-    redeclared_ = search.pFind(entity, AttributeName(name_.substr(dot + 1)));
-    if (!redeclared_)
+        return std::nullopt;
+    return AttributeName(name_.substr(dot + 1));
+}
+
+void DeriveValue::vRedeclaredSet(const Attribute* attribute) {
+    redeclared_ = attribute;
+    if (!attribute)
         vAssertReport("Attribute not found", "kiv::ifc::def::schema::DeriveValue::update",
                       "Source/Format/Ifc/Def/Schema/IfcSchemaDerive", 30);
 }
@@ -34,9 +45,9 @@ void Derive::vDeriveAdd(std::string_view name, std::string_view rest) {
     values_.emplace_back(name, rest);
 }
 
-void Derive::vUpdate(const Entity& entity, AttributeSearch<Attribute>& search) {
+void Derive::vUpdate(const Entity& entity, Schema& schema) {
     for (auto& value : values_)
-        value.update(entity, search);
+        value.update(entity, schema);
 }
 
 } // namespace kiv::ifc::def::schema

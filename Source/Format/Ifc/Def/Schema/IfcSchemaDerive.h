@@ -4,17 +4,17 @@
 /// Threads:   read-only once the schema is built.
 #pragma once
 
+#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "Host/KivExport.h"
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
 namespace kiv::ifc::def::schema {
 
-class Attribute;
 class Entity;
-template <class Kind>
-class AttributeSearch;
+class Schema;
 
 /// One derived attribute.
 class KIV_EXPORT DeriveValue {
@@ -38,7 +38,9 @@ public:
 private:
     friend class Derive;
 
-    void update(const Entity& entity, AttributeSearch<Attribute>& search);
+    void update(const Entity& entity, Schema& schema);
+    std::optional<AttributeName> redeclaredName() const;
+    void vRedeclaredSet(const Attribute* attribute);
 
     std::string_view name_;
     std::string_view rest_;
@@ -60,7 +62,7 @@ private:
     friend class Entity;
 
     /// Resolves every value, in order.
-    void vUpdate(const Entity& entity, AttributeSearch<Attribute>& search);
+    void vUpdate(const Entity& entity, Schema& schema);
 
     std::vector<DeriveValue> values_;
 };

@@ -102,7 +102,8 @@ private:
             return;
         supertypeSeen_ = true;
         pos = found + words.size();
-        entity_.supertypeOfNames_ = line_.getNameViewsInList(pos, stream_);
+        const auto& names = line_.getNameViewsInList(pos, stream_);
+        entity_.supertypeOfNames_.assign(names.begin(), names.end());
     }
 
     /// False when the rest of the line is to be ignored.
@@ -244,7 +245,10 @@ Entity::Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std
 }
 
 Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
-    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd) {}
+    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd),
+    supertypeOfNames_(line.getArena()),
+    attributes_(line.getArena()),
+    attributesInverse_(line.getArena()) {}
 
 Entity::~Entity() = default;
 
@@ -262,7 +266,7 @@ void Entity::vUpdate(Schema& schema) {
     }
     if (derive_ && derive_->boRedeclares()) {
         vLineResolve(schema);
-        derive_->vUpdate(*this, schema.getAttributeSearch());
+        derive_->vUpdate(*this, schema);
     }
     if (where_)
         where_->parseRules(schema);

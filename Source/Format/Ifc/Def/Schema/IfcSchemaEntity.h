@@ -5,7 +5,7 @@
 ///         std::cout << attribute.getName() << " : " << attribute.getTypeText() << '\n';
 ///
 /// Ownership: belongs to its schema and owns its attributes and clauses; supertype and subtypes are the
-///            schema's.
+///            schema's. One that a host reads by itself refers to its ReadLineHelper until it is destroyed.
 /// Threads:   read-only once the schema is built; readable from any number of threads.
 /// Errors:    names that resolve to nothing are assertion reports; look-ups answer null.
 #pragma once
@@ -16,6 +16,7 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaUnique.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaWhere.h"
+#include "Host/KivArena.h"
 
 #include <cstdint>
 #include <iosfwd>
@@ -49,14 +50,14 @@ public:
     /// ABSTRACT stood on the first line behind the header that is not empty.
     bool isAbstract() const { return abstract_; }
     /// The names listed in SUPERTYPE OF (ONEOF (...)), as written.
-    const std::vector<std::string_view>& getSupertypeOfNames() const { return supertypeOfNames_; }
+    const ArenaVector<std::string_view>& getSupertypeOfNames() const { return supertypeOfNames_; }
     /// The entities those names stand for, in the same order. A subtype that is not listed there is not among
     /// them.
     const std::vector<const Entity*>& getSubtypes() const { return subtypes_; }
     /// The explicit attributes that the entity itself declares, in order.
-    const std::vector<Attribute>& getAttributes() const { return attributes_; }
+    const ArenaVector<Attribute>& getAttributes() const { return attributes_; }
     /// The inverse attributes that the entity itself declares, in order.
-    const std::vector<AttributeInverse>& getAttributesInverse() const { return attributesInverse_; }
+    const ArenaVector<AttributeInverse>& getAttributesInverse() const { return attributesInverse_; }
     /// The clauses; null when the declaration has none.
     const Where* pWhere() const { return where_ ? &*where_ : nullptr; }
     const Unique* pUnique() const { return unique_.get(); }
@@ -106,11 +107,11 @@ private:
     bool numbered_ = false;
     std::uint16_t firstNumber_ = 0;
     std::uint16_t lastNumber_ = 0;
-    std::vector<std::string_view> supertypeOfNames_;
+    ArenaVector<std::string_view> supertypeOfNames_;
     std::vector<const Entity*> subtypes_;
     std::string_view supertypeName_;
-    std::vector<Attribute> attributes_;
-    std::vector<AttributeInverse> attributesInverse_;
+    ArenaVector<Attribute> attributes_;
+    ArenaVector<AttributeInverse> attributesInverse_;
     std::optional<Where> where_;
     std::unique_ptr<Unique> unique_;
     std::unique_ptr<Derive> derive_;

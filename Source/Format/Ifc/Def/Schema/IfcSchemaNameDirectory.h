@@ -13,15 +13,15 @@
 /// Errors:    what is not there is an empty range.
 #pragma once
 
+#include "Format/Ifc/Def/Schema/IfcSchemaHashSort.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 
 #include <algorithm>
-#include <bit>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace kiv::ifc::def::schema {
@@ -44,19 +44,10 @@ public:
 
     /// Makes the entries findable, once all are added.
     void vBuild() {
-        const auto bucketCount = std::bit_ceil(std::max<std::size_t>(entries_.size(), 2));
-        shift_ = static_cast<unsigned>(64 - std::countr_zero(bucketCount));
-        starts_.assign(bucketCount + 1, 0);
+        starts_ = sortedByHash(entries_, boLess);
+        shift_ = bucketShift<std::uint64_t>(starts_.size() - 1);
         for (const auto& entry : entries_)
-            ++starts_[bucketOf(entry.hash) + 1];
-        for (std::size_t bucket = 0; bucket < bucketCount; ++bucket)
-            starts_[bucket + 1] += starts_[bucket];
-        vDistribute();
-        for (std::size_t bucket = 0; bucket < bucketCount; ++bucket) {
-            if (starts_[bucket + 1] - starts_[bucket] > 1)
-                vBucketSort(
-                    std::span(entries_).subspan(starts_[bucket], starts_[bucket + 1] - starts_[bucket]));
-        }
+            lengths_[firstOf(entry.upperName)] |= lengthBit(entry.upperName);
     }
 
     /// The entries of this name, in the order in which they were added. Cost: their number.
@@ -81,51 +72,50 @@ private:
         return compareUpper(left.upperName, right.upperName) < 0;
     }
 
-    static bool isOf(const Entry& entry, std::string_view name) {
-        return compareUpper(name, entry.upperName) == 0;
-    }
+    static bool isOf(const Entry& entry, std::string_view name) { return isUpperOf(name, entry.upperName); }
 
     /// The rest of a bucket from the first entry of this name on; empty when there is none.
     std::span<const Entry> search(std::string_view name) const {
-        if (starts_.empty())
+        if ((lengths_[firstOf(name)] & lengthBit(name)) == 0)
             return {};
         const auto hash = upperHash(name);
         const auto bucket = bucketOf(hash);
+        const auto* first = entries_.data() + starts_[bucket];
         const auto* const end = entries_.data() + starts_[bucket + 1];
-        const auto* first = std::partition_point(entries_.data() + starts_[bucket], end,
-                                                 [hash](const Entry& entry) { return entry.hash < hash; });
+        if (static_cast<std::size_t>(end - first) > FewInBucket)
+            first =
+                std::partition_point(first, end, [hash](const Entry& entry) { return entry.hash < hash; });
+        while (first != end && first->hash < hash)
+            ++first;
         if (first == end || first->hash != hash)
             return {};
         if (isOf(*first, name))
             return {first, end};
-        // Names of one hash.
-        first = std::partition_point(first, end, [&](const Entry& entry) {
+        return searchSameHash(name, {first, end});
+    }
+
+    /// The same among entries the first of which have the hash of the name.
+    static std::span<const Entry> searchSameHash(std::string_view name, std::span<const Entry> entries) {
+        const auto hash = entries.front().hash;
+        const auto* const end = entries.data() + entries.size();
+        const auto* const first = std::partition_point(entries.data(), end, [&](const Entry& entry) {
             return entry.hash == hash && compareUpper(name, entry.upperName) > 0;
         });
         const bool isFound = first != end && first->hash == hash && isOf(*first, name);
         return isFound ? std::span<const Entry>(first, end) : std::span<const Entry>();
     }
 
+    /// Of the first byte of a name what is the same for both cases of a letter and different for most letters.
+    static std::size_t firstOf(std::string_view name) {
+        return name.empty() ? 0 : static_cast<unsigned char>(name.front()) & 0x1FU;
+    }
+
+    static std::uint64_t lengthBit(std::string_view name) { return std::uint64_t{1} << (name.size() % 64); }
+
     std::size_t bucketOf(std::uint64_t hash) const { return static_cast<std::size_t>(hash >> shift_); }
 
-    /// By insertion for the few entries that a bucket has unless somebody chose the names for that.
-    static void vBucketSort(std::span<Entry> bucket) {
-        constexpr std::size_t few = 16;
-        if (bucket.size() > few)
-            return std::stable_sort(bucket.begin(), bucket.end(), boLess);
-        for (auto entry = bucket.begin(); entry != bucket.end(); ++entry)
-            std::rotate(std::upper_bound(bucket.begin(), entry, *entry, boLess), entry, entry + 1);
-    }
-
-    /// Puts the entries into the order of their buckets; those of one bucket stay in their order.
-    void vDistribute() {
-        std::vector<Entry> ordered(entries_.size());
-        auto next = starts_;
-        for (const auto& entry : entries_)
-            ordered[next[bucketOf(entry.hash)]++] = entry;
-        entries_ = std::move(ordered);
-    }
-
+    // For each first byte, the lengths of names that begin so: most texts that are no name are told by these.
+    std::array<std::uint64_t, 32> lengths_{};
     std::vector<Entry> entries_;
     // Where each bucket begins, and where the last one ends.
     std::vector<std::uint32_t> starts_;

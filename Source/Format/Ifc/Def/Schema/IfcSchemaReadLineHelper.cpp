@@ -1,9 +1,10 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
+#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 #include "Host/KivException.h"
 
 #include <algorithm>
-#include <array>
+#include <cstring>
 #include <istream>
 #include <streambuf>
 #include <utility>
@@ -12,16 +13,14 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-/// How much is read ahead at most, in bytes: much enough to make the calls cheap, little enough to give back.
+/// How much is read ahead at most, in bytes: little at first, as a text may hold thousands of schemas of a line each; then more
+/// and more, so that calls are few.
+constexpr std::streamsize AheadFirst = 1 << 10;
 constexpr std::streamsize AheadMax = 1 << 16;
 
-/// The bytes that end a name of a list, looked up instead of compared.
-constexpr auto NameEnds = [] {
-    std::array<bool, 256> ends{};
-    for (const char byte : std::string_view("\t ,)"))
-        ends[static_cast<unsigned char>(byte)] = true;
-    return ends;
-}();
+bool isNameEnd(char byte) {
+    return ascii::isOneOf(byte, "\t ,)");
+}
 
 /// A stream that failed is told from one at its end.
 void vStreamCheck(const std::istream& stream) {
@@ -48,18 +47,21 @@ void vBufferUse(std::istream& stream, Operation&& operation) {
 
 } // namespace
 
-ReadLineHelper::ReadLineHelper() : own_(std::make_unique<Arena>()), arena_(*own_), isReadingAhead_(false) {}
+ReadLineHelper::ReadLineHelper() :
+    own_(std::make_unique<Arena>()), arena_(*own_), isReadingAhead_(false), aheadMax_(0) {}
 
-ReadLineHelper::ReadLineHelper(Arena& arena) : arena_(arena), isReadingAhead_(true) {}
+ReadLineHelper::ReadLineHelper(Arena& arena) : arena_(arena), isReadingAhead_(true), aheadMax_(AheadFirst) {}
 
 ReadLineHelper::~ReadLineHelper() = default;
 
 bool ReadLineHelper::boNextLine(std::istream& stream) {
-    const auto end = ahead_.find('\n');
-    if (end == std::string_view::npos)
+    const auto* const end =
+        static_cast<const char*>(ahead_.empty() ? nullptr : std::memchr(ahead_.data(), '\n', ahead_.size()));
+    if (!end)
         return isReadingAhead_ ? boLineAcrossBlocks(stream) : boLineOfStream(stream);
-    vLineSet(ahead_.substr(0, end), true);
-    ahead_.remove_prefix(end + 1);
+    const auto size = static_cast<std::size_t>(end - ahead_.data());
+    vLineSet({ahead_.data(), size}, true);
+    ahead_.remove_prefix(size + 1);
     return true;
 }
 
@@ -111,7 +113,7 @@ bool ReadLineHelper::boBlockRead(std::istream& stream) {
     if (sentry) {
         vBufferUse(stream, [&](std::streambuf& buffer) {
             if (!std::char_traits<char>::eq_int_type(buffer.sgetc(), std::char_traits<char>::eof()))
-                size = std::clamp<std::streamsize>(buffer.in_avail(), 1, AheadMax);
+                size = std::clamp<std::streamsize>(buffer.in_avail(), 1, aheadMax_);
         });
     }
     vStreamCheck(stream);
@@ -126,6 +128,7 @@ bool ReadLineHelper::boBlockRead(std::istream& stream) {
         stream.setstate(std::ios::badbit);
     vStreamCheck(stream);
     ahead_ = {block, static_cast<std::size_t>(size)};
+    aheadMax_ = std::min(2 * aheadMax_, AheadMax);
     return true;
 }
 
@@ -200,19 +203,23 @@ const std::vector<std::string_view>& ReadLineHelper::getNameViewsInList(std::siz
 
 /// Reads the names of the current line from `pos` on; true when the list ends in it, and then `pos` is where.
 bool ReadLineHelper::boNamesOfLineRead(std::size_t& pos) {
-    const auto line = line_;
-    auto at = pos;
+    const auto* const begin = line_.data();
+    const auto* const end = begin + line_.size();
+    const auto* at = begin + pos;
     for (;;) {
-        while (at < line.size() && NameEnds[static_cast<unsigned char>(line[at])] && line[at] != ')')
+        while (at != end && isNameEnd(*at) && *at != ')')
             ++at;
-        pos = at;
-        if (at == line.size())
+        pos = static_cast<std::size_t>(at - begin);
+        if (at == end)
             return false;
-        if (line[at] == ')')
+        if (*at == ')')
             return true;
-        while (at < line.size() && !NameEnds[static_cast<unsigned char>(line[at])])
+        const auto* const name = at;
+        // Most names are words and nothing else.
+        at = pWordEnd(at, end);
+        while (at != end && !isNameEnd(*at))
             ++at;
-        names_.push_back(getKept(line.substr(pos, at - pos)));
+        names_.push_back(getKept({name, static_cast<std::size_t>(at - name)}));
     }
 }
 

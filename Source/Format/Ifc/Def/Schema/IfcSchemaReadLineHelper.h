@@ -9,6 +9,7 @@
 #include "Host/KivExport.h"
 
 #include <cstddef>
+#include <ios>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -120,6 +121,8 @@ private:
     std::unique_ptr<Arena> own_;
     Arena& arena_;
     bool isReadingAhead_;
+    // How much the next block holds at most.
+    std::streamsize aheadMax_;
     std::string_view line_;
     // The line lies in the arena; else in `joined_` when lines were appended to it, and in `text_` when not.
     bool isLineKept_ = false;

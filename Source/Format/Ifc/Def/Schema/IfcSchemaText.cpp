@@ -7,14 +7,10 @@ namespace kiv::ifc::def::schema {
 namespace {
 
 bool isUpperCased(std::string_view text) {
-    const auto last = lastBytes8(text);
-    for (std::size_t pos = 0;; pos = std::min(pos + sizeof(std::uint64_t), last)) {
-        const auto bytes = getBytes8(text, pos);
-        if (getUpper8(bytes) != bytes)
-            return false;
-        if (pos == last)
-            return true;
-    }
+    const auto isUpper = [](std::uint64_t bytes) { return getUpper8(bytes) == bytes; };
+    if (text.size() < LongText)
+        return isUpper(getShortText(text));
+    return boEach8(text.size(), [&](std::size_t pos) { return isUpper(getBytes8(text.data() + pos)); });
 }
 
 } // namespace
@@ -23,17 +19,15 @@ std::string_view upperIn(Arena& arena, std::string_view text) {
     if (isUpperCased(text))
         return text;
     auto* const upper = static_cast<char*>(arena.pAllocateFor<char>(text.size()));
-    const auto last = lastBytes8(text);
-    if (text.size() < sizeof(std::uint64_t)) {
+    if (text.size() < LongText)
         std::transform(text.begin(), text.end(), upper, ascii::getUpper);
-        return {upper, text.size()};
-    }
-    for (std::size_t pos = 0;; pos = std::min(pos + sizeof(std::uint64_t), last)) {
-        const auto bytes = getUpper8(getBytes8(text, pos));
-        std::memcpy(upper + pos, &bytes, sizeof(bytes));
-        if (pos == last)
-            return {upper, text.size()};
-    }
+    else
+        boEach8(text.size(), [&](std::size_t pos) {
+            const auto bytes = getUpper8(getBytes8(text.data() + pos));
+            std::memcpy(upper + pos, &bytes, sizeof(bytes));
+            return true;
+        });
+    return {upper, text.size()};
 }
 
 std::string sUpper(std::string_view text) {

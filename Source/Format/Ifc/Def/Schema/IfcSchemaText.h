@@ -64,25 +64,69 @@ constexpr std::uint64_t getUpper8(std::uint64_t bytes) {
     return bytes - (lower >> 2);
 }
 
-/// The eight bytes from `pos` on, which the text must have. Of a text shorter than eight bytes all of it, whatever `pos` is,
-/// put together so that texts of one length give the same only when they are the same.
-inline std::uint64_t getBytes8(std::string_view text, std::size_t pos) {
-    std::uint64_t bytes = 0;
-    if (text.size() >= sizeof(bytes)) {
-        std::memcpy(&bytes, text.data() + pos, sizeof(bytes));
-        return bytes;
+/// How long a text is at least that is looked at eight bytes at a time.
+inline constexpr std::size_t LongText = sizeof(std::uint64_t);
+
+/// Eight bytes of memory.
+inline std::uint64_t getBytes8(const char* bytes) {
+    std::uint64_t value = 0;
+    std::memcpy(&value, bytes, sizeof(value));
+    return value;
+}
+
+/// Of eight bytes, the highest bit of each that is an ASCII letter, a digit or an underscore.
+constexpr std::uint64_t getWordBits8(std::uint64_t bytes) {
+    constexpr std::uint64_t every = 0x0101010101010101U;
+    const auto low = bytes & (0x7F * every);
+    const auto lower = low | (0x20 * every);
+    const auto letters = (lower + (0x80 - 'a') * every) & ~(lower + (0x7F - 'z') * every);
+    const auto digits = (low + (0x80 - '0') * every) & ~(low + (0x7F - '9') * every);
+    const auto underscores = 0x80 * every - (low ^ '_' * every);
+    return (letters | digits | underscores) & ~bytes & (0x80 * every);
+}
+
+/// Where the word ends that begins at a byte, at `end` at the latest: at the first byte that is no ASCII letter, no digit and no
+/// underscore. Looks at eight bytes at once: a loop over single bytes ends where the processor cannot predict it, at every word.
+inline const char* pWordEnd(const char* at, const char* end) {
+    for (; static_cast<std::size_t>(end - at) >= LongText; at += LongText) {
+        const auto others = getWordBits8(getBytes8(at)) ^ 0x8080808080808080U;
+        if (others != 0)
+            return at + (std::endian::native == std::endian::little ? std::countr_zero(others)
+                                                                    : std::countl_zero(others)) /
+                            8;
     }
-    if (text.size() < sizeof(std::uint32_t)) {
-        for (const char byte : text)
-            bytes = bytes << 8 | static_cast<unsigned char>(byte);
-        return bytes;
-    }
+    while (at != end && (ascii::isLetter(*at) || ascii::isDigit(*at) || *at == '_'))
+        ++at;
+    return at;
+}
+
+/// Four bytes of a text from `pos` on, which it has.
+constexpr std::uint32_t getBytes4(std::string_view text, std::size_t pos) {
+    return std::bit_cast<std::uint32_t>(std::array{text[pos], text[pos + 1], text[pos + 2], text[pos + 3]});
+}
+
+/// All bytes of a text shorter than eight, put together so that texts of one length give the same only when they are the same.
+constexpr std::uint64_t getShortText(std::string_view text) {
     // The first and the last four; in the middle some may be told twice.
-    std::uint32_t half = 0;
-    std::memcpy(&half, text.data(), sizeof(half));
-    bytes = std::uint64_t{half} << 32;
-    std::memcpy(&half, text.data() + text.size() - sizeof(half), sizeof(half));
-    return bytes | half;
+    constexpr std::size_t half = sizeof(std::uint32_t);
+    if (text.size() >= half)
+        return std::uint64_t{getBytes4(text, 0)} << 32 | getBytes4(text, text.size() - half);
+    std::uint64_t bytes = 0;
+    for (const char byte : text)
+        bytes = bytes << 8 | static_cast<unsigned char>(byte);
+    return bytes;
+}
+
+/// Goes over a text of eight bytes or more by eight bytes from 0, 8, 16, ... on, and last over its last eight, as long as `step` is true for
+/// where they begin. True when it was for all of them.
+template <class Step>
+bool boEach8(std::size_t size, Step step) {
+    const auto last = size - LongText;
+    for (std::size_t pos = 0; pos < last; pos += LongText) {
+        if (!step(pos))
+            return false;
+    }
+    return step(last);
 }
 
 /// A keyword that is searched in lines. `rare` is the offset of a byte in it that few lines hold.
@@ -116,28 +160,26 @@ private:
     std::size_t rare_;
 };
 
-/// Where the last eight bytes of a text begin; 0 for a shorter text.
-constexpr std::size_t lastBytes8(std::string_view text) {
-    return text.size() < sizeof(std::uint64_t) ? 0 : text.size() - sizeof(std::uint64_t);
-}
-
 /// What two texts of one length must have in common to be the same.
 inline std::uint64_t getLastBytes8(std::string_view text) {
-    return getBytes8(text, lastBytes8(text));
+    return text.size() < LongText ? getShortText(text) : getBytes8(text.data() + text.size() - LongText);
 }
 
 /// A hash of a text for look-ups, eight bytes at a time, each of them first combined with `mask`. Faster than `nameHash`, and
 /// seen by nobody. With a seed that nobody knows, nobody can choose texts that have the same.
 inline std::uint64_t textHash(std::string_view text, std::uint64_t mask, std::uint64_t seed = 0) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;
-    const auto last = lastBytes8(text);
+    const auto step = [mask](std::uint64_t hash, std::uint64_t bytes) {
+        hash = (hash ^ (bytes & mask)) * factor;
+        return hash ^ (hash >> 32);
+    };
     auto hash = seed ^ (text.size() * factor);
-    for (std::size_t pos = 0;; pos = std::min(pos + sizeof(hash), last)) {
-        hash = (hash ^ (getBytes8(text, pos) & mask)) * factor;
-        hash ^= hash >> 32;
-        if (pos == last)
-            return hash * factor;
-    }
+    if (text.size() < LongText)
+        return step(hash, getShortText(text)) * factor;
+    const auto last = text.size() - LongText;
+    for (std::size_t pos = 0; pos < last; pos += LongText)
+        hash = step(hash, getBytes8(text.data() + pos));
+    return step(hash, getBytes8(text.data() + last)) * factor;
 }
 
 /// The same for a name in every letter case: it drops the bit that tells the cases of a letter apart, whatever that bit
@@ -148,9 +190,8 @@ inline std::uint64_t upperHash(std::string_view name) {
 
 /// The order of texts byte by byte, as that of std::string_view, decided by the first eight bytes where these differ.
 inline bool boLessText(std::string_view left, std::string_view right) {
-    if (std::endian::native == std::endian::little &&
-        std::min(left.size(), right.size()) >= sizeof(std::uint64_t)) {
-        const auto different = getBytes8(left, 0) ^ getBytes8(right, 0);
+    if (std::endian::native == std::endian::little && std::min(left.size(), right.size()) >= LongText) {
+        const auto different = getBytes8(left.data()) ^ getBytes8(right.data());
         if (different != 0) {
             const auto byte = static_cast<std::size_t>(std::countr_zero(different)) / 8;
             return static_cast<unsigned char>(left[byte]) < static_cast<unsigned char>(right[byte]);
@@ -163,13 +204,25 @@ inline bool boLessText(std::string_view left, std::string_view right) {
 inline bool isSameText(std::string_view left, std::string_view right) {
     if (left.size() != right.size())
         return false;
-    const auto last = lastBytes8(left);
-    for (std::size_t pos = 0;; pos = std::min(pos + sizeof(std::uint64_t), last)) {
-        if (getBytes8(left, pos) != getBytes8(right, pos))
-            return false;
-        if (pos == last)
-            return true;
-    }
+    if (left.size() < LongText)
+        return getShortText(left) == getShortText(right);
+    return boEach8(left.size(), [&](std::size_t pos) {
+        return getBytes8(left.data() + pos) == getBytes8(right.data() + pos);
+    });
+}
+
+/// Whether the upper-cased name is the one that is upper-case already. Most names that are asked about it are, so all their
+/// bytes are compared and the one branch is the last.
+inline bool isUpperOf(std::string_view name, std::string_view upperName) {
+    if (name.size() != upperName.size())
+        return false;
+    if (name.size() < LongText)
+        return getUpper8(getShortText(name)) == getShortText(upperName);
+    const auto last = name.size() - LongText;
+    auto different = getUpper8(getBytes8(name.data() + last)) ^ getBytes8(upperName.data() + last);
+    for (std::size_t pos = 0; pos < last; pos += LongText)
+        different |= getUpper8(getBytes8(name.data() + pos)) ^ getBytes8(upperName.data() + pos);
+    return different == 0;
 }
 
 /// 0 when the upper-cased name is the one that is upper-case already; else negative or positive, by an order that is of
@@ -177,15 +230,20 @@ inline bool isSameText(std::string_view left, std::string_view right) {
 inline int compareUpper(std::string_view name, std::string_view upperName) {
     if (name.size() != upperName.size())
         return name.size() < upperName.size() ? -1 : 1;
-    const auto last = lastBytes8(name);
-    for (std::size_t pos = 0;; pos = std::min(pos + sizeof(std::uint64_t), last)) {
-        const auto bytes = getUpper8(getBytes8(name, pos));
-        const auto wanted = getBytes8(upperName, pos);
+    int order = 0;
+    const auto compare = [&order](std::uint64_t bytes, std::uint64_t wanted) {
+        bytes = getUpper8(bytes);
         if (bytes != wanted)
-            return bytes < wanted ? -1 : 1;
-        if (pos == last)
-            return 0;
-    }
+            order = bytes < wanted ? -1 : 1;
+        return bytes == wanted;
+    };
+    if (name.size() < LongText)
+        compare(getShortText(name), getShortText(upperName));
+    else
+        boEach8(name.size(), [&](std::size_t pos) {
+            return compare(getBytes8(name.data() + pos), getBytes8(upperName.data() + pos));
+        });
+    return order;
 }
 
 /// The text upper-cased byte by byte, in the arena; the text itself when that has no lower-case letter.

@@ -25,7 +25,8 @@ Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) {
         open = open || text.find(':') != std::string_view::npos;
         if (open) {
             line.vLineAddTo(lines);
-            open = text.find(';') == std::string_view::npos;
+            // Nearly all rules end where their line does.
+            open = !text.ends_with(';') && text.find(';') == std::string_view::npos;
         }
         if (end.isIn(text))
             break;

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <random>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,17 +50,17 @@ constexpr std::string_view Family = "ENTITY Root;\n"
 
 /// The entity and the place of an attribute among its attributes, as "Root 0"; "-" for null.
 template <class Kind>
-std::string placeOf(const Kind* attribute, const std::vector<Kind>& attributes) {
+std::string placeOf(const Kind* attribute, std::span<const Kind> attributes) {
     return std::string(attribute->getEntity().getName()) + ' ' +
            std::to_string(attribute - attributes.data());
 }
 
 std::string placeOf(const Attribute* attribute) {
-    return attribute ? placeOf(attribute, attribute->getEntity().getAttributes()) : "-";
+    return attribute ? placeOf<Attribute>(attribute, attribute->getEntity().getAttributes()) : "-";
 }
 
 std::string placeOf(const AttributeInverse* attribute) {
-    return attribute ? placeOf(attribute, attribute->getEntity().getAttributesInverse()) : "-";
+    return attribute ? placeOf<AttributeInverse>(attribute, attribute->getEntity().getAttributesInverse()) : "-";
 }
 
 struct Row {

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -295,10 +296,10 @@ TEST(DataTypeTest, FixedBeforeTheKeywordOrOnAnotherLineDoesNotCount) {
 
 // ---- Enumerations
 
-Strings itemsOf(const std::vector<const std::string*>& items) {
+Strings itemsOf(std::span<const std::string_view* const> items) {
     Strings result;
     for (const auto* item : items)
-        result.push_back(*item);
+        result.emplace_back(*item);
     return result;
 }
 

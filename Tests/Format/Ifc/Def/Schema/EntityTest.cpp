@@ -12,6 +12,7 @@
 
 #include <array>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -770,6 +771,36 @@ TEST(EntityTest, PointerOfAnotherKindIsNoEntity) {
     EXPECT_EQ(Entity::pFrom(schema->pObjectFromName("E")), schema->pObjectFromName("E"));
     // INTEGER is number 2 among the data types, as an entity is among the objects.
     EXPECT_EQ(Entity::pFrom(typeOf(*schema, "T").pDataType()), nullptr);
+}
+
+TEST(EntityTest, EntityThatAHostReadsByItselfIsResolvedOnABuiltSchema) {
+    const auto schema = schemaFromText("ENTITY A;\n  B : REAL;\nEND_ENTITY;");
+    std::istringstream text("ENTITY X\n SUBTYPE OF (A);\n"
+                            " INVERSE\n  I : A FOR B;\n"
+                            " DERIVE\n  SELF\\A.B : REAL := 1;\n"
+                            "END_ENTITY;\n");
+    ReadLineHelper line;
+    ASSERT_TRUE(line.boNextLine(text));
+    Entity entity(*schema, line, 0, text);
+    entity.vUpdate(*schema);
+    entity.vUpdateInverse(*schema);
+    const auto* const attribute = &entityOf(*schema, "A").getAttributes().at(0);
+    EXPECT_EQ(entity.getAttributesInverse().at(0).pReferredAttribute(), attribute);
+    EXPECT_EQ(entity.pDerive()->getValues().at(0).pRedeclared(), attribute);
+}
+
+TEST(EntityTest, EntityThatAHostReadsByItselfMayBeDestroyedBehindItsLineHelper) {
+    const auto schema = schemaFromText("");
+    std::istringstream text("ENTITY X\n SUPERTYPE OF (ONEOF (Y, Z));\n  A : REAL;\n"
+                            " INVERSE\n  I : X FOR A;\n WHERE\n  W : A > 0;\nEND_ENTITY;\n");
+    auto line = std::make_unique<ReadLineHelper>();
+    ASSERT_TRUE(line->boNextLine(text));
+    auto entity = std::make_unique<Entity>(*schema, *line, 0, text);
+    EXPECT_THAT(entity->getSupertypeOfNames(), ElementsAre("Y", "Z"));
+    EXPECT_EQ(entity->getAttributes().size(), 1U);
+    EXPECT_EQ(entity->getAttributesInverse().size(), 1U);
+    line.reset();
+    entity.reset(); // what it did wrong would be told by a sanitizer
 }
 
 } // namespace

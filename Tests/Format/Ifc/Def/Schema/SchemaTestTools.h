@@ -7,6 +7,7 @@
 #include <ctime>
 #include <initializer_list>
 #include <sstream>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,7 +32,7 @@ std::vector<std::string> namesOf(const Objects& objects) {
 }
 
 /// The views as strings, which live on their own and are printed when a test fails.
-inline std::vector<std::string> stringsOf(const std::vector<std::string_view>& views) {
+inline std::vector<std::string> stringsOf(std::span<const std::string_view> views) {
     return {views.begin(), views.end()};
 }
 
