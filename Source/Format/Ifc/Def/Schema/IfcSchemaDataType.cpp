@@ -447,6 +447,8 @@ void DataTypeListBase<N>::vUniqueRead(std::string_view& text, bool& unique) {
 
 template <std::uint32_t N>
 void DataTypeListBase<N>::vUpdate(Schema& schema) {
+    if (element_)
+        return;
     schema.vBuildingCheck();
     const AggregateNesting nesting(schema);
     element_ = schema.pObjectFromName(elementText_);

@@ -805,4 +805,14 @@ TEST(DataTypeTest, NestingIsCountedAnewForEachType) {
     EXPECT_THAT(reports.getRecords(), ElementsAre(elementNotFound(10)));
 }
 
+TEST(DataTypeTest, AggregateWhoseElementIsResolvedStaysAsItIs) {
+    Declared declared(InType, "LIST OF SET OF REAL;");
+    const auto& list = declared.as<DataTypeList>();
+    const auto* const element = list.pElement();
+    const auto typeCount = declared.schema->getDataTypes().size();
+    const_cast<DataTypeList&>(list).vUpdate(*declared.schema);
+    EXPECT_EQ(list.pElement(), element);
+    EXPECT_EQ(declared.schema->getDataTypes().size(), typeCount);
+}
+
 } // namespace
