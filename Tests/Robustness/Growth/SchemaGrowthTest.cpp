@@ -1,14 +1,15 @@
 // Schema texts of every hostile shape that comes to mind, each at two sizes; what comes of such texts is tested in
 // Format/Ifc/Def/Schema/SchemaHostileTest.cpp, here only their cost counts. Where each family is:
 //
-//     long lines, long names, nested aggregates                              LongLines
+//     long lines, long names, nested aggregates                              LongLines, LongHeaders
 //     entities, types, attributes, items, lists, rules, clauses, schemas     ManyOfOneKind
 //     names that repeat or differ in letter case only                        EqualNames
 //     inheritance, defined types, selects, diamonds of lists and selects     Chains
-//     SUBTYPE OF, ONEOF, TYPE, SELECT, attributes of the own entity          Circles
+//     SUBTYPE OF, ONEOF, TYPE, SELECT, LIST, attributes of the own entity    Circles
 //     attributes that are looked for along lines of supertypes               RedeclaredAttributes, InverseAttributes
 //     supertypes that are looked for in lists                                SelectsOfManyEntitiesAsked...
-//     operators, signs, powers, qualifiers, lists, derived values            Rules
+//     operators, signs, powers, qualifiers, lists, brackets                  Rules
+//     what the grammar of rules has no place for                             RulesThatAreRefused
 //     brackets, comments, literals and statements without an end             WhatNeverEnds
 //     aliases, records, classes, members and markup of documents             DocumentGrowthTest.cpp
 
@@ -22,6 +23,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv::test {
 
@@ -35,7 +37,7 @@ std::string sNumbered(std::string_view name, std::size_t number) {
 
 /// One name, in another letter case for each number.
 std::string sLetterCase(std::size_t number) {
-    std::string name = "aaaaaaaaaaaaaaaa";
+    std::string name = "aaaaaaaaaaaaaaaaaaaaaaaa";
     for (std::size_t bit = 0; bit != name.size(); ++bit)
         name[bit] = ((number >> bit) & 1U) != 0 ? 'A' : 'a';
     return name;
@@ -97,6 +99,32 @@ TEST(SchemaGrowthTest, LongLines) {
               const std::string mega(size, 'x');
               return sEntity("X", mega + " : " + mega + ";");
           }},
+         {"inverse attribute", Megabyte,
+          [](std::size_t size) {
+              const std::string mega(size, 'x');
+              return sEntity("X", " INVERSE\n  " + mega + " : SET OF " + mega + " FOR " + mega + ";");
+          }},
+         {"uniqueness rule", Megabyte,
+          [](std::size_t size) {
+              const std::string mega(size, 'x');
+              return sEntity("X", " UNIQUE\n  " + mega + " : " + mega + ", " + mega + ";");
+          }},
+         {"derived attribute", Megabyte,
+          [](std::size_t size) {
+              const std::string mega(size, 'x');
+              return sEntity("X", " DERIVE\n  " + mega + " : " + mega + " := " + mega + ";");
+          }},
+         {"redeclared attribute", Megabyte,
+          [](std::size_t size) {
+              const std::string mega(size, 'x');
+              return sEntity("X", mega + " : REAL;\n DERIVE\n  SELF\\" + mega + "." + mega + " : REAL := 1;");
+          }},
+         {"subtype", Megabyte,
+          [](std::size_t size) { return sEntity("X", sSupertypeOf(std::string(size, 'x'))); }},
+         {"subtypes in one line", Megabyte,
+          [](std::size_t size) { return sEntity("X", sSupertypeOf("A" + sTimes(", A", size / 3))); }},
+         {"supertype", Megabyte,
+          [](std::size_t size) { return sEntity("X", " SUBTYPE OF (" + std::string(size, 'x') + ");"); }},
          {"type", Megabyte, [](std::size_t size) { return sType("X", std::string(size, 'x')); }},
          {"list", Megabyte,
           [](std::size_t size) { return sType("X", "SELECT (" + std::string(size, 'x') + ")"); }},
@@ -111,6 +139,19 @@ TEST(SchemaGrowthTest, LongLines) {
          {"items in one line", 100'000,
           [](std::size_t count) { return sType("X", "ENUMERATION OF (" + sTimes("A, ", count) + "A)"); }}},
         vSchemaRead);
+}
+
+TEST(SchemaGrowthTest, LongHeaders) {
+    constexpr std::size_t Megabyte = 1'000'000;
+    vGrowthExpect({{"name", Megabyte,
+                    [](std::size_t size) { return "SCHEMA " + std::string(size, 'x') + ";\nEND_SCHEMA;\n"; }},
+                   {"blanks", Megabyte,
+                    [](std::size_t size) { return "SCHEMA" + std::string(size, ' ') + "X;\nEND_SCHEMA;\n"; }},
+                   {"line before it", Megabyte,
+                    [](std::size_t size) { return sTimes("SCHEM", size / 5) + "\nSCHEMA X;\n"; }},
+                   {"comment before it", Megabyte,
+                    [](std::size_t size) { return "(*" + sTimes("\n*", size / 2) + "\n*)\nSCHEMA X;\n"; }}},
+                  [](const std::string& text) { ASSERT_NE(schemaFromWholeText(text), nullptr); });
 }
 
 TEST(SchemaGrowthTest, ManyOfOneKind) {
@@ -145,12 +186,12 @@ TEST(SchemaGrowthTest, ManyOfOneKind) {
           [](std::size_t count) { return sType("X", "ENUMERATION OF (" + sNames("I", count) + ")"); }},
          {"select items that nothing bears", Many,
           [](std::size_t count) { return sType("X", "SELECT (" + sNames("I", count) + ")"); }},
-         {"select items", Many / 2,
+         {"select items", Many,
           [](std::size_t count) {
               return sType("X", "SELECT (" + sNames("E", count) + ")") +
                      sJoined(count, [](std::size_t i) { return sEntity(sNumbered("E", i)); });
           }},
-         {"subtypes", Many / 2,
+         {"subtypes", Many,
           [](std::size_t count) {
               return sEntity("X", sSupertypeOf(sNames("E", count))) + sJoined(count, [](std::size_t i) {
                          return sEntity(sNumbered("E", i), " SUBTYPE OF (X);");
@@ -172,6 +213,10 @@ TEST(SchemaGrowthTest, ManyOfOneKind) {
           [](std::size_t count) { return sEntity("X", " WHERE\n" + sTimes("  WR1 : A > 1;\n", count)); }},
          {"clauses of rules in one entity", Many,
           [](std::size_t count) { return sEntity("X", sTimes(" WHERE\n  WR1 : A > 1;\n--END_\n", count)); }},
+         {"lines of a derived value", Many,
+          [](std::size_t count) {
+              return sEntity("X", " DERIVE\n  D : REAL := 1.0" + sTimes("\n + 1.0", count) + ";");
+          }},
          {"lines of a body", Many,
           [](std::size_t count) { return "FUNCTION X\n" + sTimes("x := 1;\n", count) + "END_FUNCTION;"; }},
          {"schemas", 10'000,
@@ -291,6 +336,33 @@ TEST(SchemaGrowthTest, Circles) {
                                          "SELECT (" + sNumbered("S", (i + 1) % count) + ")");
                         });
                     }},
+                   {"lists", Long,
+                    [](std::size_t count) {
+                        return sJoined(count, [count](std::size_t i) {
+                            return sType(sNumbered("L", i), "LIST OF " + sNumbered("L", (i + 1) % count));
+                        });
+                    }},
+                   {"lists of their own type", Long,
+                    [](std::size_t count) {
+                        return sJoined(count, [](std::size_t i) {
+                            return sType(sNumbered("L", i), "LIST OF " + sNumbered("L", i));
+                        });
+                    }},
+                   {"selects of their own type", Long,
+                    [](std::size_t count) {
+                        return sJoined(count, [](std::size_t i) {
+                            return sType(sNumbered("S", i), "SELECT (" + sNumbered("S", i) + ")");
+                        });
+                    }},
+                   {"types, selects and lists", Long,
+                    [](std::size_t count) {
+                        return sJoined(count, [count](std::size_t i) {
+                            return sType(sNumbered("S", i),
+                                         "SELECT (" + sNumbered("T", i) + ", " + sNumbered("L", i) + ")") +
+                                   sType(sNumbered("L", i), "LIST OF " + sNumbered("T", i)) +
+                                   sType(sNumbered("T", i), sNumbered("S", (i + 1) % count));
+                        });
+                    }},
                    {"attributes of the own entity", Long,
                     [](std::size_t count) {
                         return sJoined(count, [](std::size_t i) {
@@ -302,6 +374,14 @@ TEST(SchemaGrowthTest, Circles) {
                   vSchemaRead);
 }
 
+/// How many rules of the entity were read, and how many reports that took.
+void vRulesExpect(const std::string& statements, std::size_t rules, std::size_t reported) {
+    const AssertCollector reports;
+    const auto schema = schemaFromText(statements);
+    EXPECT_EQ(entityOf(*schema, "X").pWhere()->getRules().size(), rules);
+    EXPECT_EQ(reports.getMessages().size(), reported);
+}
+
 TEST(SchemaGrowthTest, Rules) {
     constexpr std::size_t Long = 50'000;
     const auto chain = [](std::string_view link) {
@@ -311,44 +391,67 @@ TEST(SchemaGrowthTest, Rules) {
         {{"operators", Long, chain(" + a")},
          {"operators of two levels", Long, chain(" + a * a")},
          {"operators, one a line", Long, chain("\n OR a")},
-         {"powers", Long, chain(" ** a")},
-         {"powers in a chain", Long, chain(" * a ** a")},
-         {"relations", Long, chain(" < a")},
-         {"signs in a chain", Long, chain(" + -a")},
+         {"powers", Long, chain(" * a ** a")},
+         {"powers in parentheses", Long, chain(" + (a ** a)")},
+         {"relations in parentheses", Long, chain(" AND (a < a)")},
+         {"relations as arguments", Long,
+          [](std::size_t count) { return sRule("f(a < a" + sTimes(", a IN a", count) + ")"); }},
+         {"signs", Long, chain(" + -a")},
+         {"signs of parentheses", Long, chain(" - (+a)")},
+         {"negations", Long, chain(" AND NOT a")},
          {"attributes", Long, chain(".a")},
          {"groups", Long, chain("\\a")},
          {"indices", Long, chain("[1]")},
          {"index ranges", Long, chain("[1:a]")},
          {"exponents without digits", Long, chain("+1.0E-a")},
-         {"signs", Long, [](std::size_t count) { return sRule(sTimes("+ ", count)); }},
-         {"negations", Long, [](std::size_t count) { return sRule(sTimes("NOT ", count)); }},
          {"elements", Long, [](std::size_t count) { return sRule("[a" + sTimes(", a", count) + "]"); }},
          {"elements with a dropped sign", Long,
           [](std::size_t count) { return sRule("[a" + sTimes(", a :<b", count) + "]"); }},
          {"arguments", Long, [](std::size_t count) { return sRule("f(a" + sTimes(", a", count) + ")"); }},
          {"calls", Long, [](std::size_t count) { return sRule("f()" + sTimes("+ f(a)", count)); }},
-         {"brackets side by side", Long, chain("+ (a) + [a][1] + X.a")},
-         {"digits", Long, [](std::size_t count) { return sRule("1." + std::string(10 * count, '1')); }},
-         {"a derived value", Long,
-          [](std::size_t count) {
-              return sEntity("X", " DERIVE\n  D : REAL := 1.0" + sTimes("\n + 1.0", count) + ";");
-          }}},
-        vSchemaRead);
+         {"queries", Long / 2, chain(" + SIZEOF(QUERY(b <* a | b = a))")},
+         {"intervals", Long, chain(" OR {a < a <= a}")},
+         {"literals", Long, chain(" + 'a'")},
+         {"brackets side by side", Long / 2, chain(" + (a) + [a] + a[1] + X.a")},
+         {"mixed brackets", Long / 2, chain(" + f([(a), X(a[1])], {a < (a) < [a]})")},
+         {"digits", Long, [](std::size_t count) { return sRule("1." + std::string(10 * count, '1')); }}},
+        [](const std::string& text) { vRulesExpect(text, 1, 0); });
+}
+
+// They end at the second operator, and at the level that is one too deep.
+TEST(SchemaGrowthTest, RulesThatAreRefused) {
+    constexpr std::size_t Long = 50'000;
+    std::vector<GrowthRow> rows;
+    for (const std::string_view piece : {"a ** ", "a < ", "a IN ", "+ ", "NOT ", "[a][1] + ", "'a' "})
+        rows.push_back({std::string(piece) + "again and again", Long,
+                        [=](std::size_t count) { return sRule(sTimes(piece, count) + "a"); }});
+    vGrowthExpect(rows, [](const std::string& text) { vRulesExpect(text, 0, 1); });
 }
 
 TEST(SchemaGrowthTest, WhatNeverEnds) {
     constexpr std::size_t Long = 1'000'000;
     std::vector<GrowthRow> rows;
-    for (const std::string_view open : {"(", "[", "{", "f(", "QUERY(", ")", "]", "}", "(*", "'", "--", ";",
-                                        ":", "(* ", "' ", "-- x\n", "(*\n", "'\n"}) {
-        const auto many = [=](std::size_t size) { return sTimes(open, size / open.size()); };
+    const auto rowsAdd = [&](const std::string& name, const std::function<std::string(std::size_t)>& text) {
+        rows.push_back({"rule of " + name, Long, [=](std::size_t size) { return sRule(text(size)); }});
+        rows.push_back({"rule that ends in " + name, Long,
+                        [=](std::size_t size) { return sRule("a + " + text(size)); }});
         rows.push_back(
-            {"rule of " + std::string(open), Long, [=](std::size_t size) { return sRule(many(size)); }});
-        rows.push_back({"rule that ends in " + std::string(open), Long,
-                        [=](std::size_t size) { return sRule("a + " + many(size)); }});
-        rows.push_back({"statements behind " + std::string(open), Long,
-                        [=](std::size_t size) { return sEntity("X") + many(size); }});
-    }
+            {"statements behind " + name, Long, [=](std::size_t size) { return sEntity("X") + text(size); }});
+    };
+    for (const std::string_view open :
+         {"(", "[", "{", "f(", "QUERY(", "QUERY(a <* b | ", "([{", "(f([a, {a < a[", ")", "]", "}", "([)]",
+          "(*", "--", ";", ":", "(* ", "-- x\n", "(*\n"})
+        rowsAdd(std::string(open), [=](std::size_t size) { return sTimes(open, size / open.size()); });
+    // One quote more than are in pairs, so that the last literal has no end.
+    for (const std::string_view closed : {"", "'x' + ", "'x'\n + "})
+        for (const std::string_view inside : {"x", "x\n", " ;\n"})
+            rowsAdd("literals " + std::string(closed) + "'" + std::string(inside), [=](std::size_t size) {
+                return sTimes(closed, size / 16) + "'" + sTimes(inside, size / 4);
+            });
+    for (const std::string_view list : {"(a", "[a, a", "f(a, a", "{a < a", "QUERY(a <* b | a"})
+        rowsAdd("a long " + std::string(list), [=](std::size_t size) {
+            return std::string(list) + sTimes(list.find(',') < list.size() ? ", a" : " + a", size / 4);
+        });
     for (const std::string_view statement : {"TYPE", "ENTITY X\n", "ENTITY X\n WHERE\n WR1 : a",
                                              "ENTITY X\n DERIVE\n D : a\n", "FUNCTION X\n", "RULE X\n"})
         rows.push_back({std::string(statement), Long,

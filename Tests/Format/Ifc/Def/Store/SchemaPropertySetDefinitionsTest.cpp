@@ -558,7 +558,7 @@ TEST_F(SchemaPropertySetDefinitionsTest, ManyClassesAreFoundEach) {
 
 TEST_F(SchemaPropertySetDefinitionsTest, ClassesWhoseHashesAreTheSameCostNoMoreThanOthers) {
     constexpr std::size_t Size = 4096;
-    const CollidingNames names(2 * Size);
+    const CollidingNames names(64 * Size);
     const auto entities = schemaPsetFromText("ENTITY " + names[0] + ";\nEND_ENTITY;\n");
     const auto& named = entityOf(*entities, names[0]);
     const double growth = growthFrom(Size, [&](std::size_t count) {
