@@ -1,11 +1,14 @@
 #include "Format/Ifc/Def/PropertyNameSearcher.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "MemoryFailures.h"
+#include "Support/NestedSelects.h"
 #include "Support/SampleStore.h"
 #include "Support/StoreAnswers.h"
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -168,6 +171,67 @@ TEST(LookUpMemory, EveryLookUpPassesOnThatThereIsNone) {
     }
     EXPECT_GT(failures, Questions.size() / 2);
     EXPECT_EQ(sAnswers(schema), before);
+}
+
+TEST(LookUpMemory, SelectPassesOnThatThereIsNone) {
+    const NestedSelects selects;
+    const Operation<Answer> operation{.prepare = [] { return Answer(); },
+                                      .run = [&](Answer& answer) { answer.text = selects.sAnswers(); },
+                                      .answers = [](const Answer& answer) { return answer.text; }};
+    // What is kept of a line of two supertypes, and of three selects, for each question.
+    EXPECT_GT(failuresOf(operation), 10U);
+    EXPECT_EQ(selects.sAnswers(), NestedSelects::Expected);
+}
+
+/// A line of entities whose attributes repeat one another.
+constexpr const char* Line =
+    "ENTITY Top;\n  A : REAL;\n  B : REAL;\n INVERSE\n  I : Top FOR A;\nEND_ENTITY;\n"
+    "ENTITY Middle\n SUBTYPE OF (Top);\n  B : REAL;\n  C : REAL;\n  C : REAL;\n"
+    " INVERSE\n  J : Top FOR B;\nEND_ENTITY;\n"
+    "ENTITY Bottom\n SUBTYPE OF (Middle);\n  A : REAL;\n  D : REAL;\n"
+    " INVERSE\n  I : Top FOR D;\nEND_ENTITY;\n";
+
+/// A search that makes its table at once, or goes on with it.
+template <class Kind>
+struct Search {
+    std::unique_ptr<schema::AttributeSearch<Kind>> search =
+        std::make_unique<schema::AttributeSearch<Kind>>(std::size_t{0});
+
+    /// For each entity and name the entity that has the attribute.
+    std::string sFound(const schema::Schema& line, const std::vector<std::string>& names) const {
+        std::string found;
+        for (const auto* const entity : {"Middle", "Bottom", "Top"}) {
+            for (const auto& name : names) {
+                const auto* const attribute =
+                    search->pFind(entityOf(line, entity), typename schema::AttributeSearch<Kind>::Key(name));
+                found += attribute ? std::string(attribute->getEntity().getName()) + ' ' : "none ";
+            }
+        }
+        return found;
+    }
+};
+
+template <class Kind>
+void vSearchExpect(const std::vector<std::string>& names, const std::string& expected) {
+    const auto line = schemaFromText(Line);
+    const Operation<Search<Kind>> operation{
+        .prepare = [] { return Search<Kind>(); },
+        .run = [&](Search<Kind>& search) { search.sFound(*line, names); },
+        .answers = [&](const Search<Kind>& search) { return search.sFound(*line, names); }};
+    EXPECT_GT(failuresOf(operation), 10U);
+    EXPECT_EQ(Search<Kind>().sFound(*line, names), expected);
+}
+
+TEST(LookUpMemory, TableOfASearchForAttributesIsMadeOrGoneOnWith) {
+    vSearchExpect<schema::Attribute>({"A", "B", "C", "D", "E"}, "Top Middle Middle none none "
+                                                                "Bottom Middle Middle Bottom none "
+                                                                "Top Top none none none ");
+}
+
+TEST(LookUpMemory, TableOfASearchForInverseAttributesIsMadeOrGoneOnWith) {
+    vSearchExpect<schema::AttributeInverse>({"I", "J", "K"}, "Top Middle none "
+                                                             "Bottom Middle none "
+                                                             "Top none none ");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "Format/Ifc/Def/IfcDefExtraExportInfo.h"
 #include "ManyThreads.h"
+#include "Support/NestedSelects.h"
 #include "Support/SampleStore.h"
 #include "Support/StoreAnswers.h"
 
@@ -39,6 +40,16 @@ TEST(LookUpThreads, SchemasAreReadWhileAnotherOneIsAsked) {
             wrong += sAnswers(store.schema()) == expected ? 0 : 1;
         else
             wrong += sAnswers(*schemaPsetFromWholeText(text)) == expected ? 0 : 1;
+    });
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST(LookUpThreads, OneSelectIsAskedByManyThreads) {
+    const NestedSelects selects;
+    std::atomic<int> wrong = 0;
+    vOnManyThreads([&](std::size_t) {
+        for (int round = 0; round < 200; ++round)
+            wrong += selects.sAnswers() == NestedSelects::Expected ? 0 : 1;
     });
     EXPECT_EQ(wrong, 0);
 }
