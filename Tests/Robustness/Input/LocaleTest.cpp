@@ -1,10 +1,14 @@
-// Hosts that have set a global locale get the same models, look-ups, reports and documents, byte for byte.
+// Hosts that have set a global locale get the same models, look-ups, reports, documents, configurations, GUIDs and languages,
+// byte for byte.
 
 #include "Format/Ifc/Def/PropertyNameSearcher.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "Format/Ifc/Def/Schema/ModelText.h"
 #include "Format/Ifc/Def/Schema/SampleText.h"
 #include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "Host/Id/KivId.h"
+#include "Host/Locale/KivLocale.h"
 #include "Robustness/Input/Samples.h"
 #include "Support/AssertCollector.h"
 #include "Support/SampleData.h"
@@ -172,12 +176,71 @@ void vSetsExport(Outcome& outcome) {
     outcome.texts.push_back(report.getFormattedErrors());
 }
 
+/// How an attribute is written, in digits.
+template <class Record>
+std::string sRecord(const Record& record) {
+    return std::to_string(static_cast<int>(record.getRepresentation()));
+}
+
+/// The records, and which attributes they were linked to; and a configuration of another schema, which is reported.
+void vConfigRead(Outcome& outcome) {
+    const AssertCollector reports;
+    auto& building = *outcome.schemas[2];
+    std::istringstream other("<cnf:configuration id='building\xFD' xmlns:cnf='c'/>");
+    building.vXmlSchemaConfigInit(other);
+    std::istringstream stream(SampleConfig);
+    building.vXmlSchemaConfigInit(stream);
+    const auto& config = *building.pXmlSchemaConfig();
+    outcome.texts.insert(outcome.texts.end(),
+                         {config.getUosElement().getName(), config.getNamespace().getPrefix(),
+                          config.getNamespace().getAlias(), config.getSchema().getTargetNamespace()});
+    outcome.texts.push_back(std::to_string(static_cast<int>(config.getOption().getConcreteAttribute())));
+    outcome.texts.push_back(std::to_string(static_cast<int>(config.getOption().getEntityAttribute())));
+    for (const auto& record : config.getAttributes())
+        outcome.texts.push_back(sRecord(record) + (record.isTagless() ? " tagless" : "") +
+                                (record.isKeep() ? " keep" : ""));
+    for (const auto& record : config.getAttributesInverse())
+        outcome.texts.push_back(sRecord(record));
+    for (const schema::Attribute& attribute : building.getAttributesByName())
+        outcome.texts.push_back(attribute.pXmlAttribute() ? sRecord(*attribute.pXmlAttribute()) : "none");
+    for (const auto& message : reports.getMessages())
+        outcome.texts.push_back(message);
+}
+
+/// Each form, among them a GlobalId whose characters are white space elsewhere or letters with other capitals, and texts
+/// that would be GUIDs if white space did not count.
+void vGuidsRead(Outcome& outcome) {
+    for (const auto* text :
+         {"e098e980d1bc11e1800000215ad4efdf", "E098E980D1BC11E1800000215AD4EFDF",
+          "{e098e980-d1bc-11e1-8000-00215ad4efdf}", "3IiTt_5$aBcDeFgHiJkLmN", "3IiTt_5$aBcDeFgHiJkLm\xA0",
+          "\xA0"
+          "e098e980d1bc11e1800000215ad4efdf",
+          "4IiTt_5$aBcDeFgHiJkLmN"}) {
+        kiv::Guid guid;
+        outcome.texts.emplace_back(guid.boSet(text) ? "read" : "not read");
+        outcome.texts.push_back(guid.toString(false) + guid.toString(true));
+    }
+}
+
+void vLanguagesRead(Outcome& outcome) {
+    using kiv::locale::Locale;
+    for (const auto* text : {"it-IT", "IT_it", "tr-TR", "es-419", "zh_Hans_CN", "5_5", "i", "en-\xFDI"}) {
+        const auto locale = Locale::get(text, nullptr);
+        outcome.texts.insert(outcome.texts.end(),
+                             {locale.getLanguage(), locale.getCountry(), locale.getCombined()});
+        outcome.texts.emplace_back(locale == Locale::get("IT", "IT") ? "Italian" : "other");
+    }
+}
+
 Outcome outcomeUnder(const std::locale& locale) {
     const GlobalLocale global(locale);
     Outcome outcome;
     vSchemasRead(outcome);
     vNamesAsk(outcome);
     vSetsExport(outcome);
+    vConfigRead(outcome);
+    vGuidsRead(outcome);
+    vLanguagesRead(outcome);
     return outcome;
 }
 
@@ -234,6 +297,19 @@ TEST(LocaleTest, TheLocaleOfTheTestIsOneThatWouldChangeMuch) {
     in >> first >> second;
     EXPECT_EQ(first, 1000);
     EXPECT_EQ(second, 25) << "\"_\" is white space";
+}
+
+TEST(LocaleTest, GuidsAndLanguagesAreReadAsInTheClassicLocale) {
+    const GlobalLocale global(ownLocale());
+    kiv::Guid guid;
+    ASSERT_TRUE(guid.boSet("{E098E980-D1BC-11E1-8000-00215AD4EFDF}"));
+    EXPECT_EQ(guid.toString(false), "e098e980d1bc11e1800000215ad4efdf");
+    EXPECT_FALSE(guid.boSet("\xA0"
+                            "e098e980d1bc11e1800000215ad4efdf"));
+    const auto italian = kiv::locale::Locale::get("it-IT", nullptr);
+    EXPECT_STREQ(italian.getLanguage(), "it");
+    EXPECT_STREQ(italian.getCountry(), "IT");
+    EXPECT_EQ(italian, kiv::locale::Locale::get("IT-it", nullptr));
 }
 
 TEST(LocaleTest, NumbersAreReadAsInTheClassicLocale) {
