@@ -149,6 +149,22 @@ TEST(BytesTest, HashesOfNamesExtendTheSignOfEachByte) {
     EXPECT_EQ(ifc::def::xml::ApplicableClasses("\x80").getClassNameHash(), 0x04F3B29FU);
 }
 
+TEST(BytesTest, HashesOfAttributesExtendTheSignOfEachByte) {
+    // "L": 0x811C9DC5 XOR 0x4C is 0x811C9D89; 403 times that is 0x400BFEAB, to which 0x89000000 is added: 0xC90BFEAB.
+    // Behind it: XOR 0xFFFFFFE9 is 0x36F40142; 403 times that is 0x821DFAE6, to which 0x42000000 is added: 0xC41DFAE6.
+    const auto schema =
+        schemaFromText("ENTITY X;\n  \xE9 : REAL;\n  L\xE9 : REAL;\n INVERSE\n  \x80 : X FOR \xE9;\n"
+                       "END_ENTITY;");
+    const auto& entity = entityOf(*schema, "X");
+    ASSERT_EQ(entity.getAttributes().size(), 2U);
+    EXPECT_EQ(entity.getAttributes()[0].getNameHash(), 0xEBF38B44U) << "as the entity of this name";
+    EXPECT_EQ(AttributeName("\xE9").getHash(), 0xEBF38B44U);
+    EXPECT_EQ(entity.getAttributes()[1].getNameHash(), 0xC41DFAE6U);
+    EXPECT_EQ(AttributeName("L\xE9").getHash(), 0xC41DFAE6U);
+    ASSERT_EQ(entity.getAttributesInverse().size(), 1U);
+    EXPECT_EQ(entity.getAttributesInverse()[0].getNameHash(), 0x04F3B29FU);
+}
+
 } // namespace
 
 } // namespace kiv::test
