@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 namespace kiv::xml {
 namespace {
@@ -25,6 +26,39 @@ TEST(KivXmlParser, TokenThatIsTooLongIsRefused) {
     EXPECT_EQ(sReasonWithinAMegabyte("<a b='" + beyond + "'/>"), reason);
     EXPECT_EQ(sReasonWithinAMegabyte("<a>" + beyond + "</a>"), "") << "a text is no token";
     EXPECT_EQ(sReasonWithinAMegabyte("<!--" + beyond), reason) << "also when it never ends";
+}
+
+/// Whether a comment that begins the text and has so many bytes is too long; it has no end.
+bool isTooLong(std::size_t size, std::size_t limit) {
+    constexpr std::string_view Open = "<!--";
+    std::istringstream stream(std::string(Open) + std::string(size - Open.size(), 'x'));
+    ParseError error;
+    pDocumentRead(stream, error, limit);
+    return error.reason.starts_with("a piece of markup is longer than");
+}
+
+TEST(KivXmlParser, TokenOfTheLimitPassesAndTheNextByteDoesNotWhereABlockEnds) {
+    // Where blocks end is no promise: it is found as the last size of such a text for which a limit was looked at.
+    constexpr std::size_t Size = std::size_t{1} << 20;
+    std::size_t passes = Size;
+    for (std::size_t refused = 4; passes - refused > 1;) {
+        const auto middle = (passes + refused) / 2;
+        (isTooLong(Size, middle) ? refused : passes) = middle;
+    }
+    ASSERT_LT(passes, Size);
+    EXPECT_FALSE(isTooLong(passes, passes));
+    EXPECT_FALSE(isTooLong(passes - 1, passes - 1));
+    EXPECT_TRUE(isTooLong(passes, passes - 1));
+}
+
+TEST(KivXmlParser, TokensOfExactlyTheLimitAreRead) {
+    constexpr std::size_t Limit = std::size_t{1} << 20;
+    const std::string_view rows[][2] = {{"<!--", "-->"}, {"<a b='", "'/>"}, {"<?b ", "?>"}, {"<a ", "/>"}};
+    for (const auto& [open, close] : rows) {
+        const auto filled = Limit - open.size() - close.size();
+        const auto token = std::string(open).append(filled, open == "<a " ? ' ' : 'x').append(close);
+        EXPECT_EQ(sReasonWithinAMegabyte("<a>" + token + "</a>"), "") << open;
+    }
 }
 
 } // namespace

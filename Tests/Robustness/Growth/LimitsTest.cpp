@@ -1,8 +1,8 @@
 // Every limit at the last value that passes and at the first that does not, on a usual stack and on a small one. All that
 // is read is destroyed there too.
 //
-// `maxTokenSize` is looked at between two blocks only and has no exact last value; it is tested with a smaller one in
-// Host/Xml/KivXmlParserTest.cpp.
+// `maxTokenSize` is looked at between two blocks only and its last value is exact where one ends; it is tested with smaller
+// ones in Host/Xml/KivXmlParserTest.cpp.
 
 #include "Format/Ifc/Def/IfcLimits.h"
 
