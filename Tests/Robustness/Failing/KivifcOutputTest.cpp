@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include <unistd.h>
+
 namespace kiv::kivifc::test {
 
 namespace {
@@ -123,6 +125,33 @@ TEST(KivifcFiles, ReportThatDoesNotFitLeavesNoFile) {
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.err, "kivifc: " + folder.sPath("report.txt") + ": File too large\n");
     EXPECT_THAT(namesIn(folder.sPath("")), IsEmpty());
+}
+
+TEST(KivifcFiles, ReportToAFullDeviceIsOneLineAndStatus2) {
+    const auto run =
+        kivifcRun({"check", "Building.exp", "BrokenSets/Broken_UnknownNodes.xml", "--report", "/dev/full"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.err, "kivifc: /dev/full: No space left on device\n");
+}
+
+/// Root may write there, too.
+TEST(KivifcFiles, ReadOnlyFolderIsOneLineForEachFileAndNothingIsLeft) {
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "left out: root may write to a read-only folder";
+    const TemporaryFolder folder;
+    const fs::path closed = folder.sPath("closed");
+    fs::create_directory(closed);
+    fs::permissions(closed, fs::perms::owner_read | fs::perms::owner_exec);
+    const auto exported =
+        kivifcRun({"export", "Building.exp", "Sets/Qto_BldWall.xml", "--out", closed.native()});
+    const auto checked = kivifcRun(
+        {"check", "Building.exp", "BrokenSets/Broken_Refused.xml", "--report", (closed / "report").native()});
+    fs::permissions(closed, fs::perms::owner_all);
+    EXPECT_EQ(exported.status, 2);
+    EXPECT_THAT(linesOf(exported.err), ElementsAre(EndsWith("Qto_BldWall.xml: Permission denied")));
+    EXPECT_EQ(checked.status, 2);
+    EXPECT_EQ(checked.err, "kivifc: " + (closed / "report").native() + ": Permission denied\n");
+    EXPECT_THAT(namesIn(closed.native()), IsEmpty());
 }
 
 TEST(KivifcFiles, ReportThatDoesNotFitLeavesTheFormerOne) {
