@@ -1,3 +1,4 @@
+#include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 #include "Format/Ifc/Def/Schema/ModelText.h"
 #include "Format/Ifc/Def/SchemaLoader.h"
 #include "Host/Assert/KivAssert.h"
@@ -82,6 +83,20 @@ TEST(SchemaMemory, TextWithLongLinesBeforeItsHeader) {
                                      "ENTITY Wall;\nEND_ENTITY;\nEND_SCHEMA;\n"
                                      "(* and one behind it that is no shorter *)\n")),
               5U);
+}
+
+/// Looking for so many attributes among so many takes more steps than a schema is walked through.
+TEST(SchemaMemory, StatementsWhoseAttributesAreFoundInATable) {
+    constexpr std::size_t Attributes = 130;
+    static_assert(Attributes * Attributes > ifc::def::schema::AttributeStepsMax);
+    std::string text = "SCHEMA TABLE;\nENTITY E;\n";
+    for (std::size_t i = 0; i != Attributes; ++i)
+        text += "A" + std::to_string(i) + " : E;\n";
+    text += "END_ENTITY;\nENTITY F\n SUBTYPE OF (E);\n DERIVE\n";
+    for (std::size_t i = 0; i != Attributes; ++i)
+        text += "SELF\\E.B : E := 1;\n";
+    text += "SELF\\E.A1 : E := 1;\nEND_ENTITY;\nEND_SCHEMA;\n";
+    EXPECT_GT(failuresOf(statementsReading(text)), Attributes);
 }
 
 TEST(SchemaMemory, WholeSample) {
