@@ -87,7 +87,8 @@ std::string sType(const std::string& name, const std::string& underlying) {
 
 /// A numbered name for each line.
 std::string sNames(std::string_view name, std::size_t count) {
-    return sJoined(count, [&](std::size_t i) { return (i == 0 ? "" : "\n,") + sNumbered(name, i); });
+    return sJoined(
+        count, [&](std::size_t i) { return std::string(i == 0 ? "" : "\n,").append(sNumbered(name, i)); });
 }
 
 TEST(SchemaGrowthTest, LongLines) {
