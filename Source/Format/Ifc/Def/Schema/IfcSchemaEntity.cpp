@@ -246,8 +246,8 @@ Entity::Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std
 
 Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
     ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd),
-    supertypeOfNames_(line.getArena()),
     attributes_(line.getArena()),
+    supertypeOfNames_(line.getArena()),
     attributesInverse_(line.getArena()) {}
 
 Entity::~Entity() = default;

@@ -98,7 +98,9 @@ private:
     void vSubtypesResolve(const Schema& schema);
     Entity* getTopmost();
 
+    // Side by side: a look-up of an attribute goes along the supertypes and looks at nothing else of them.
     Entity* supertype_ = nullptr;
+    ArenaVector<Attribute> attributes_;
     bool abstract_ = false;
     bool supertypeSearched_ = false;
     // The supertypes of all entities above are searched too.
@@ -110,7 +112,6 @@ private:
     ArenaVector<std::string_view> supertypeOfNames_;
     std::vector<const Entity*> subtypes_;
     std::string_view supertypeName_;
-    ArenaVector<Attribute> attributes_;
     ArenaVector<AttributeInverse> attributesInverse_;
     std::optional<Where> where_;
     std::unique_ptr<Unique> unique_;
