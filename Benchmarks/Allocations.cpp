@@ -74,4 +74,14 @@ Allocations allocationsOf(const std::function<void()>& work) {
     return counted;
 }
 
+void vFreedMemoryKeep() {
+    constexpr int enough = 1 << 30;
+    vRequire(mallopt(M_TRIM_THRESHOLD, enough) == 1 && mallopt(M_MMAP_THRESHOLD, enough) == 1,
+             "the C library does not let memory be kept");
+}
+
+void vFreedMemoryHandBack() {
+    malloc_trim(0);
+}
+
 } // namespace kiv::bench

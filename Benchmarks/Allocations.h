@@ -25,4 +25,11 @@ struct Allocations {
 /// What the work allocates.
 Allocations allocationsOf(const std::function<void()>& work);
 
+/// From now on the process keeps memory that is given back, so that no figure depends on whether the C library has just handed
+/// it to the system.
+void vFreedMemoryKeep();
+
+/// Hands all memory that was given back to the system: what is allocated next has to be fetched from there.
+void vFreedMemoryHandBack();
+
 } // namespace kiv::bench

@@ -1,4 +1,5 @@
 /// kiv_bench: measures the library and ends with one table.
+#include "Allocations.h"
 #include "Require.h"
 #include "Sections.h"
 
@@ -106,5 +107,6 @@ void vRun(const Request& request) {
 } // namespace kiv::bench
 
 int main(int count, char** arguments) {
+    kiv::bench::vFreedMemoryKeep();
     kiv::bench::vRun(kiv::bench::requestOf(count, arguments));
 }
