@@ -117,8 +117,8 @@ constexpr std::uint64_t getShortText(std::string_view text) {
     return bytes;
 }
 
-/// Goes over a text of eight bytes or more by eight bytes from 0, 8, 16, ... on, and last over its last eight, as long as `step` is true for
-/// where they begin. True when it was for all of them.
+/// Goes over a text of eight bytes or more by eight bytes from 0, 8, 16, ... on, and last over its last eight, as long as
+/// `step` is true for where they begin. True when it was for all of them.
 template <class Step>
 bool boEach8(std::size_t size, Step step) {
     const auto last = size - LongText;
@@ -166,7 +166,8 @@ inline std::uint64_t getLastBytes8(std::string_view text) {
 }
 
 /// A hash of a text for look-ups, eight bytes at a time, each of them first combined with `mask`. Faster than `nameHash`, and
-/// seen by nobody. With a seed that nobody knows, nobody can choose texts that have the same.
+/// seen by nobody. With a seed that nobody knows, texts cannot be chosen so that a large part of many has the same; it is no
+/// cryptographic hash, and a few that have the same can be chosen.
 inline std::uint64_t textHash(std::string_view text, std::uint64_t mask, std::uint64_t seed = 0) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;
     const auto step = [mask](std::uint64_t hash, std::uint64_t bytes) {
