@@ -1,35 +1,24 @@
-/// Hashes for tables whose keys come from documents.
+/// The hash of tables whose keys are GUIDs of documents.
 ///
-/// They begin with a number that is drawn once per process, so that nobody can choose keys that all meet in one bucket.
+///     HashTable<kiv::Guid, xml::Def, GuidHash> defs;
+///
+/// Nobody can choose GUIDs that all meet in one place: it begins with numbers that are drawn once per process.
 ///
 /// Threads: any number of threads.
 /// Errors:  the first use of all passes on what std::random_device throws when the system has no random source.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaHashKeys.h"
 #include "Host/Id/KivId.h"
 
 #include <cstdint>
-#include <string_view>
 
 namespace kiv::ifc::def {
-
-/// The number that is drawn.
-std::uint64_t hashSeed();
-
-/// Of a text, byte by byte.
-struct TextHash {
-    std::uint64_t operator()(std::string_view text) const noexcept {
-        return schema::textHash(text, ~std::uint64_t{0}, seed);
-    }
-
-    std::uint64_t seed = hashSeed();
-};
 
 struct GuidHash {
     std::uint64_t operator()(const kiv::Guid& guid) const noexcept;
 
-    std::uint64_t seed = hashSeed();
+    schema::HashKeys keys = schema::hashKeys();
 };
 
 } // namespace kiv::ifc::def

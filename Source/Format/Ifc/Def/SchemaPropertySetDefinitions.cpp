@@ -54,27 +54,28 @@ bool SchemaPropertySetDefinitions::xmlSetAdd(const schema::Schema& schema, std::
     decltype(sets_) sets;
     const std::string_view name = sets.try_emplace(std::move(upperName), nullptr).first->first;
     const auto defs = defsOf(*set);
-    auto classes = SetsByClass::classesOf(name, *set);
-    SetsByName unrestricted;
-    if (classes.empty())
-        unrestricted.emplace(name, set.get());
-    setsByClass_.vReserve(classes.size());
+    const bool isUnrestricted = set->getApplicableClasses().empty();
+    const auto classes = SetsByClass::classesOf(*set);
+    setsByClass_.vReserve(name, classes);
+    if (isUnrestricted)
+        unrestrictedSets_.vReserve(name);
     setsByName_.vReserve(1);
     defsByIfd_.vReserve(defs.size());
 
     setsByName_.vAdd(name, *set);
     for (const auto* const def : defs)
         defsByIfd_.vAdd(def->getIfdGuid(), *def);
+    setsByClass_.vAdd(name, *set, classes);
+    if (isUnrestricted)
+        unrestrictedSets_.vAdd(name, *set);
     sets.begin()->second = std::move(set);
-    // With places reserved, nodes only change hands.
+    // The node only changes hands.
     sets_.insert(place, sets.extract(sets.begin()));
-    setsByClass_.vMerge(std::move(classes));
-    unrestrictedSets_.merge(unrestricted);
     return true;
 }
 
 const xml::SetDef* SchemaPropertySetDefinitions::getXmlSetFromName(std::string_view name) const {
-    return getXmlSetFromNameUpper(schema::UpperCopy(name).getView());
+    return setsByName_.pFindUpper(name);
 }
 
 const xml::SetDef* SchemaPropertySetDefinitions::getXmlSetFromNameUpper(std::string_view upperName) const {
@@ -95,18 +96,12 @@ std::vector<const xml::SetDef*> SchemaPropertySetDefinitions::getXmlSets() const
 
 void SchemaPropertySetDefinitions::vSetsToEntityAppend(const schema::Entity& entity, bool includeUnrestricted,
                                                        std::vector<const xml::SetDef*>& sets) const {
-    static const SetsByName none;
+    static const OrderedSets none;
     const auto* const named = setsByClass_.pFind(entity.getNameHash(), entity.getName());
-    const auto& restricted = named ? *named : none;
-    const auto& unrestricted = includeUnrestricted ? unrestrictedSets_ : none;
-    // Both are ordered by name, and no set is in both: one merge gives the order of the names.
-    auto first = restricted.begin();
-    auto second = unrestricted.begin();
-    while (first != restricted.end() || second != unrestricted.end()) {
-        const bool takeFirst =
-            second == unrestricted.end() || (first != restricted.end() && first->first < second->first);
-        sets.push_back(takeFirst ? (first++)->second : (second++)->second);
-    }
+    // No set is in both.
+    if (named || includeUnrestricted)
+        OrderedSets::vMergedAppend(named ? *named : none, includeUnrestricted ? unrestrictedSets_ : none,
+                                   sets);
 }
 
 std::vector<const xml::SetDef*>

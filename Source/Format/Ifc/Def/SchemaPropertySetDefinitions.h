@@ -12,8 +12,10 @@
 #pragma once
 
 #include "Format/Ifc/Def/IfcDefBase.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaNameTable.h"
 #include "Format/Ifc/Def/SchemaHashTable.h"
 #include "Format/Ifc/Def/SchemaHashes.h"
+#include "Format/Ifc/Def/SchemaOrderedSets.h"
 #include "Format/Ifc/Def/SchemaSetsByClass.h"
 #include "Host/Id/KivId.h"
 #include "Host/KivExport.h"
@@ -74,16 +76,15 @@ public:
                                                           bool includeUnrestricted) const;
 
 private:
-    using SetsByName = SetsByClass::SetsByName;
     void vSetsToEntityAppend(const schema::Entity& entity, bool includeUnrestricted,
                              std::vector<const xml::SetDef*>& sets) const;
 
     // In the order in which they are told; looked up by `setsByName_`, whose keys are its keys.
     std::map<std::string, std::unique_ptr<xml::SetDef>, std::less<>> sets_;
-    HashTable<std::string_view, xml::SetDef, TextHash> setsByName_;
+    schema::NameTable<const xml::SetDef> setsByName_;
     HashTable<kiv::Guid, xml::Def, GuidHash> defsByIfd_;
     SetsByClass setsByClass_;
-    SetsByName unrestrictedSets_;
+    OrderedSets unrestrictedSets_;
 };
 
 } // namespace kiv::ifc::def

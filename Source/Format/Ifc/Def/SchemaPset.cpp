@@ -1,6 +1,5 @@
 #include "Format/Ifc/Def/SchemaPset.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 #include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
@@ -72,21 +71,27 @@ void SchemaPset::forEachDefinition(Visitor visitor, ContextFilter filter) const 
     });
 }
 
-const xml::SetDef* SchemaPset::pSetFind(std::string_view upperName, const ContextFilter& filter) const {
+/// The first set that `find` finds in a collection.
+template <class Find>
+const xml::SetDef* SchemaPset::pSetFind(const ContextFilter& filter, Find find) const {
     const xml::SetDef* set = nullptr;
     vSearch(filter, [&](const Context&, const SchemaPropertySetDefinitions& definitions) {
-        set = definitions.getXmlSetFromNameUpper(upperName);
+        set = find(definitions);
         return set != nullptr;
     });
     return set;
 }
 
 const xml::SetDef* SchemaPset::pXmlSetFromNameUpper(std::string_view upperName, ContextFilter filter) const {
-    return pSetFind(upperName, filter);
+    return pSetFind(filter, [upperName](const SchemaPropertySetDefinitions& definitions) {
+        return definitions.getXmlSetFromNameUpper(upperName);
+    });
 }
 
 const xml::SetDef* SchemaPset::pXmlSetFromName(std::string_view name, ContextFilter filter) const {
-    return pSetFind(schema::UpperCopy(name).getView(), filter);
+    return pSetFind(filter, [name](const SchemaPropertySetDefinitions& definitions) {
+        return definitions.getXmlSetFromName(name);
+    });
 }
 
 const xml::Def* SchemaPset::pXmlDefFromIfd(const kiv::Guid& guid) const {

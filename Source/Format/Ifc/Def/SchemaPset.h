@@ -87,7 +87,8 @@ private:
     template <class Visit>
     void vSearch(const ContextFilter& filter, Visit&& visit) const;
     bool isSearched(const Context& context, const ContextFilter& filter) const;
-    const xml::SetDef* pSetFind(std::string_view upperName, const ContextFilter& filter) const;
+    template <class Find>
+    const xml::SetDef* pSetFind(const ContextFilter& filter, Find find) const;
 
     std::vector<std::unique_ptr<const xmlschema::Config>> xmlSchemaConfigs_;
 };

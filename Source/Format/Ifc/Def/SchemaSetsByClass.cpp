@@ -1,48 +1,95 @@
 #include "Format/Ifc/Def/SchemaSetsByClass.h"
 
+#include <algorithm>
 #include <bit>
 #include <utility>
 
 namespace kiv::ifc::def {
 
-SetsByClass::Classes SetsByClass::classesOf(std::string_view upperName, const xml::SetDef& set) {
-    Classes classes;
-    for (const auto& applicable : set.getApplicableClasses())
-        classes[{applicable.getClassNameHash(), applicable.getClassName()}].emplace(upperName, &set);
+namespace {
+
+constexpr std::size_t WordBits = 64;
+/// How many bits of the filter there are for a class.
+constexpr std::size_t BitsPerClass = 16;
+
+} // namespace
+
+std::vector<SetsByClass::ClassName> SetsByClass::classesOf(const xml::SetDef& set) {
+    std::vector<ClassName> classes;
+    for (const auto& applicable : set.getApplicableClasses()) {
+        if (!applicable.getClassName().empty())
+            classes.push_back({applicable.getClassNameHash(), applicable.getClassName()});
+    }
+    const auto isBefore = [](const ClassName& left, const ClassName& right) {
+        return left.name < right.name;
+    };
+    const auto isSame = [](const ClassName& left, const ClassName& right) { return left.name == right.name; };
+    std::sort(classes.begin(), classes.end(), isBefore);
+    classes.erase(std::unique(classes.begin(), classes.end(), isSame), classes.end());
     return classes;
 }
 
-void SetsByClass::vReserve(std::size_t count) {
-    const auto bucketCount = std::bit_ceil(size_ + count);
-    if (bucketCount <= buckets_.size())
-        return;
-    std::vector<Classes> former(bucketCount);
-    former.swap(buckets_);
-    for (auto& bucket : former) {
-        while (!bucket.empty()) {
-            auto entry = bucket.extract(bucket.begin());
-            buckets_[bucketOf(entry.key().hash)].insert(std::move(entry));
+void SetsByClass::vReserve(std::string_view upperName, const std::vector<ClassName>& classes) {
+    std::size_t newCount = 0;
+    for (const auto& [hash, name] : classes) {
+        if (auto* const known = table_.pFind(name)) {
+            known->sets.vReserve(upperName);
+            continue;
         }
+        // One may be left from when memory ran out.
+        if (newCount == prepared_.size())
+            prepared_.push_back(std::make_unique<Class>());
+        prepared_[newCount++]->sets.vReserve(upperName);
+    }
+    // As many at once as there are, so that they are moved a few times only.
+    if (classes_.capacity() < classes_.size() + newCount)
+        classes_.reserve(std::max(2 * classes_.size(), classes_.size() + newCount));
+    table_.vReserve(newCount);
+    vFilterReserve(classes_.size() + newCount);
+}
+
+void SetsByClass::vAdd(std::string_view upperName, const xml::SetDef& set,
+                       const std::vector<ClassName>& classes) noexcept {
+    for (const auto& [hash, name] : classes) {
+        auto* found = table_.pFind(name);
+        if (!found) {
+            found = prepared_.back().get();
+            found->hash = hash;
+            classes_.push_back(std::move(prepared_.back()));
+            prepared_.pop_back();
+            table_.vAdd(name, *found);
+            vFilterSet(hash);
+        }
+        found->sets.vAdd(upperName, set);
     }
 }
 
-void SetsByClass::vMerge(Classes&& classes) noexcept {
-    while (!classes.empty()) {
-        auto entry = classes.extract(classes.begin());
-        auto placed = buckets_[bucketOf(entry.key().hash)].insert(std::move(entry));
-        if (placed.inserted)
-            ++size_;
-        else
-            placed.position->second.merge(placed.node.mapped());
-    }
-}
-
-const SetsByClass::SetsByName* SetsByClass::pFind(std::uint32_t hash, std::string_view name) const {
-    if (buckets_.empty())
+const OrderedSets* SetsByClass::pFind(std::uint32_t hash, std::string_view name) const {
+    if (filter_.empty())
         return nullptr;
-    const auto& bucket = buckets_[bucketOf(hash)];
-    const auto found = bucket.find({hash, name});
-    return found == bucket.end() ? nullptr : &found->second;
+    const auto bit = filterBitOf(hash);
+    if ((filter_[bit / WordBits] >> bit % WordBits & 1U) == 0)
+        return nullptr;
+    const auto* const found = table_.pFind(name);
+    return found ? &found->sets : nullptr;
+}
+
+void SetsByClass::vFilterReserve(std::size_t classCount) {
+    const auto wordCount = std::bit_ceil(std::max(classCount * BitsPerClass / WordBits, std::size_t{1}));
+    if (wordCount <= filter_.size())
+        return;
+    filter_.assign(wordCount, 0);
+    for (const auto& known : classes_)
+        vFilterSet(known->hash);
+}
+
+void SetsByClass::vFilterSet(std::uint32_t hash) noexcept {
+    const auto bit = filterBitOf(hash);
+    filter_[bit / WordBits] |= std::uint64_t{1} << bit % WordBits;
+}
+
+std::size_t SetsByClass::filterBitOf(std::uint32_t hash) const {
+    return (hash ^ hash >> 16) & (filter_.size() * WordBits - 1);
 }
 
 } // namespace kiv::ifc::def

@@ -1,8 +1,8 @@
 /// The sets of a collection by applicable class: the index behind the sets of an entity.
 ///
-///     auto classes = SetsByClass::classesOf("PSET_A", set);
-///     index.vReserve(classes.size());
-///     index.vMerge(std::move(classes)); // cannot fail
+///     const auto classes = SetsByClass::classesOf(set);
+///     index.vReserve("PSET_A", classes);  // all that can fail
+///     index.vAdd("PSET_A", set, classes); // cannot
 ///     const auto* sets = index.pFind(entity.getNameHash(), entity.getName());
 ///
 /// Ownership: refers to the sets, to the texts of their classes and to their upper-cased names, which must outlive it.
@@ -11,11 +11,12 @@
 #pragma once
 
 #include "Format/Ifc/Def/IfcDefBase.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaNameTable.h"
+#include "Format/Ifc/Def/SchemaOrderedSets.h"
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -23,37 +24,48 @@ namespace kiv::ifc::def {
 
 class SetsByClass {
 public:
-    /// Sets by upper-cased name.
-    using SetsByName = std::map<std::string_view, const xml::SetDef*>;
-    /// An applicable class, by the hash that it keeps itself. The hash takes part in the comparison: that of an empty
-    /// class is 0, so it is not the class of an entity without a name.
+    /// An applicable class, with the hash that it keeps itself.
     struct ClassName {
         std::uint32_t hash;
         std::string_view name;
-
-        friend auto operator<=>(const ClassName&, const ClassName&) = default;
     };
-    using Classes = std::map<ClassName, SetsByName>;
 
-    /// The classes of one set.
-    static Classes classesOf(std::string_view upperName, const xml::SetDef& set);
+    /// The classes of one set, each once. An empty class is the name of no entity, not even of one without a name, and left
+    /// out.
+    static std::vector<ClassName> classesOf(const xml::SetDef& set);
 
-    /// Makes place for so many more classes. When it throws, nothing has changed.
-    void vReserve(std::size_t count);
+    SetsByClass() = default;
+    SetsByClass(SetsByClass&&) noexcept = default;
+    SetsByClass& operator=(SetsByClass&&) noexcept = default;
+    ~SetsByClass() = default;
 
-    /// Adds the classes, for which there must be place.
-    void vMerge(Classes&& classes) noexcept;
+    /// Makes place for a set of this name that applies to these classes. When it throws, nothing that is found has changed.
+    void vReserve(std::string_view upperName, const std::vector<ClassName>& classes);
+
+    /// Adds a set, for which place was made last; none of this name must be there.
+    void vAdd(std::string_view upperName, const xml::SetDef& set,
+              const std::vector<ClassName>& classes) noexcept;
 
     /// The sets that name this class; null when there are none.
-    const SetsByName* pFind(std::uint32_t hash, std::string_view name) const;
+    const OrderedSets* pFind(std::uint32_t hash, std::string_view name) const;
 
 private:
-    std::size_t bucketOf(std::uint32_t hash) const { return (hash ^ hash >> 16) & (buckets_.size() - 1); }
+    struct Class {
+        std::uint32_t hash;
+        OrderedSets sets;
+    };
 
-    // A power of two of buckets, or none, at least as many as classes. Names come from documents, which may choose them so
-    // that they all meet in one bucket: so each is ordered, and searching it never means walking through it.
-    std::vector<Classes> buckets_;
-    std::size_t size_ = 0;
+    void vFilterReserve(std::size_t classCount);
+    void vFilterSet(std::uint32_t hash) noexcept;
+    std::size_t filterBitOf(std::uint32_t hash) const;
+
+    schema::NameTable<Class> table_;
+    std::vector<std::unique_ptr<Class>> classes_;
+    // Made for classes that are about to be added.
+    std::vector<std::unique_ptr<Class>> prepared_;
+    // A bit for the hash of each class, among many more: most entities are no class of any set, and this tells soonest. A
+    // power of two of words, or none.
+    std::vector<std::uint64_t> filter_;
 };
 
 } // namespace kiv::ifc::def

@@ -121,7 +121,7 @@ ArenaPtr<ObjectBase> Schema::pStatementRead(ReadLineHelper& line, std::istream& 
 
 void Schema::vResolve() {
     vObjectsByNameBuild();
-    vDirectoryBuild();
+    vObjectTableBuild();
     // Resolving one may make further ones, which are resolved at once.
     const auto dataTypeCount = dataTypes_.size();
     for (std::size_t index = 0; index < dataTypeCount; ++index)
@@ -144,11 +144,10 @@ void Schema::vObjectsByNameBuild() {
                          objectsByName_.end());
 }
 
-void Schema::vDirectoryBuild() {
-    objectsDirectory_.vReserve(objects_.size());
+void Schema::vObjectTableBuild() {
+    objectTable_.vReserve(objects_.size());
     for (const auto& object : objects_)
-        objectsDirectory_.vAdd(object.get());
-    objectsDirectory_.vBuild();
+        objectTable_.vAdd(object->getNameUpper(), *object);
 }
 
 /// The order in which objects are resolved, and so the order of the reports about them: by the hash of the upper-cased

@@ -20,6 +20,7 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaNameDirectory.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaNameTable.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 #include "Host/KivArena.h"
 
@@ -96,14 +97,14 @@ private:
     friend class Type;
     friend class Where;
 
-    ObjectBase* pObjectFind(std::string_view name) const { return objectsDirectory_.pFind(name); }
+    ObjectBase* pObjectFind(std::string_view name) const { return objectTable_.pFindUpper(name); }
 
     void vHeaderRead(const std::string& headerLine, std::size_t schemaPos);
     void vStatementsRead(std::istream& stream);
     ArenaPtr<ObjectBase> pStatementRead(ReadLineHelper& line, std::istream& stream);
     void vResolve();
     void vObjectsByNameBuild();
-    void vDirectoryBuild();
+    void vObjectTableBuild();
     std::vector<ObjectBase*> objectsByHash() const;
     void vAttributesDirectoryBuild();
     void vInverseAndNumbersResolve();
@@ -124,7 +125,8 @@ private:
     std::vector<ArenaPtr<ObjectBase>> objects_;
     std::vector<const ObjectBase*> objectsAsRead_;
     std::vector<const ObjectBase*> objectsByName_;
-    NameDirectory<ObjectBase> objectsDirectory_;
+    // By upper-cased name.
+    NameTable<ObjectBase> objectTable_;
     // In the order in which their entities were resolved.
     std::vector<const Attribute*> attributes_;
     NameDirectory<const Attribute> attributesDirectory_;

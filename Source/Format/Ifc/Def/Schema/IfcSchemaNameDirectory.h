@@ -1,9 +1,9 @@
-/// Finds what bears a name, in any letter case: entries in buckets by the hash of their upper-cased names.
+/// Finds all that bear a name, in any letter case: entries in buckets by the hash of their upper-cased names.
 ///
-///     NameDirectory<const ObjectBase> directory;
-///     directory.vAdd(wall);
+///     NameDirectory<const Attribute> directory;
+///     directory.vAdd(name);
 ///     directory.vBuild();
-///     for (const auto& entry : directory.find("IfcWall")) use(*entry.value);
+///     for (const auto& entry : directory.find("Name")) use(*entry.value);
 ///
 /// Within a bucket the entries are sorted, so that names chosen to meet in one bucket cost the logarithm of their number
 /// and not more. Nothing is allocated by a search.
@@ -17,7 +17,6 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -46,8 +45,6 @@ public:
     void vBuild() {
         starts_ = sortedByHash(entries_, boLess);
         shift_ = bucketShift<std::uint64_t>(starts_.size() - 1);
-        for (const auto& entry : entries_)
-            lengths_[firstOf(entry.upperName)] |= lengthBit(entry.upperName);
     }
 
     /// The entries of this name, in the order in which they were added. Cost: their number.
@@ -57,12 +54,6 @@ public:
         while (count < bucket.size() && isOf(bucket[count], name))
             ++count;
         return bucket.first(count);
-    }
-
-    /// What was added first under this name; null when nothing was.
-    Value* pFind(std::string_view name) const {
-        const auto bucket = search(name);
-        return bucket.empty() ? nullptr : bucket.front().value;
     }
 
 private:
@@ -76,7 +67,7 @@ private:
 
     /// The rest of a bucket from the first entry of this name on; empty when there is none.
     std::span<const Entry> search(std::string_view name) const {
-        if ((lengths_[firstOf(name)] & lengthBit(name)) == 0)
+        if (starts_.empty())
             return {};
         const auto hash = upperHash(name);
         const auto bucket = bucketOf(hash);
@@ -105,17 +96,8 @@ private:
         return isFound ? std::span<const Entry>(first, end) : std::span<const Entry>();
     }
 
-    /// Of the first byte of a name what is the same for both cases of a letter and different for most letters.
-    static std::size_t firstOf(std::string_view name) {
-        return name.empty() ? 0 : static_cast<unsigned char>(name.front()) & 0x1FU;
-    }
-
-    static std::uint64_t lengthBit(std::string_view name) { return std::uint64_t{1} << (name.size() % 64); }
-
     std::size_t bucketOf(std::uint64_t hash) const { return static_cast<std::size_t>(hash >> shift_); }
 
-    // For each first byte, the lengths of names that begin so: most texts that are no name are told by these.
-    std::array<std::uint64_t, 32> lengths_{};
     std::vector<Entry> entries_;
     // Where each bucket begins, and where the last one ends.
     std::vector<std::uint32_t> starts_;

@@ -36,14 +36,4 @@ std::string sUpper(std::string_view text) {
     return upper;
 }
 
-UpperCopy::UpperCopy(std::string_view name) {
-    if (name.size() > small_.size()) {
-        large_ = sUpper(name);
-        view_ = large_;
-        return;
-    }
-    std::transform(name.begin(), name.end(), small_.begin(), ascii::getUpper);
-    view_ = {small_.data(), name.size()};
-}
-
 } // namespace kiv::ifc::def::schema

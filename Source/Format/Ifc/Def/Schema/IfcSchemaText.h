@@ -165,28 +165,22 @@ inline std::uint64_t getLastBytes8(std::string_view text) {
     return text.size() < LongText ? getShortText(text) : getBytes8(text.data() + text.size() - LongText);
 }
 
-/// A hash of a text for look-ups, eight bytes at a time, each of them first combined with `mask`. Faster than `nameHash`, and
-/// seen by nobody. With a seed that nobody knows, texts cannot be chosen so that a large part of many has the same; it is no
-/// cryptographic hash, and a few that have the same can be chosen.
-inline std::uint64_t textHash(std::string_view text, std::uint64_t mask, std::uint64_t seed = 0) {
+/// A hash of a name in every letter case, for look-ups: it drops the bit that tells the cases of a letter apart, whatever that
+/// bit means elsewhere. Faster than `nameHash`; names can be chosen so that many have the same.
+inline std::uint64_t upperHash(std::string_view name) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;
-    const auto step = [mask](std::uint64_t hash, std::uint64_t bytes) {
-        hash = (hash ^ (bytes & mask)) * factor;
+    constexpr std::uint64_t caseless = 0xDFDFDFDFDFDFDFDFU;
+    const auto step = [](std::uint64_t hash, std::uint64_t bytes) {
+        hash = (hash ^ (bytes & caseless)) * factor;
         return hash ^ (hash >> 32);
     };
-    auto hash = seed ^ (text.size() * factor);
-    if (text.size() < LongText)
-        return step(hash, getShortText(text)) * factor;
-    const auto last = text.size() - LongText;
+    auto hash = name.size() * factor;
+    if (name.size() < LongText)
+        return step(hash, getShortText(name)) * factor;
+    const auto last = name.size() - LongText;
     for (std::size_t pos = 0; pos < last; pos += LongText)
-        hash = step(hash, getBytes8(text.data() + pos));
-    return step(hash, getBytes8(text.data() + last)) * factor;
-}
-
-/// The same for a name in every letter case: it drops the bit that tells the cases of a letter apart, whatever that bit
-/// means elsewhere.
-inline std::uint64_t upperHash(std::string_view name) {
-    return textHash(name, 0xDFDFDFDFDFDFDFDFU);
+        hash = step(hash, getBytes8(name.data() + pos));
+    return step(hash, getBytes8(name.data() + last)) * factor;
 }
 
 /// The order of texts byte by byte, as that of std::string_view, decided by the first eight bytes where these differ.
@@ -252,21 +246,5 @@ KIV_EXPORT std::string_view upperIn(Arena& arena, std::string_view text);
 
 /// The text upper-cased byte by byte.
 KIV_EXPORT std::string sUpper(std::string_view text);
-
-/// An upper-cased copy of a name, for one look-up; names up to 64 bytes are copied without an allocation.
-class KIV_EXPORT UpperCopy {
-public:
-    explicit UpperCopy(std::string_view name);
-    UpperCopy(const UpperCopy&) = delete;
-    UpperCopy& operator=(const UpperCopy&) = delete;
-
-    /// The upper-cased name; lives as long as this object.
-    std::string_view getView() const { return view_; }
-
-private:
-    std::array<char, 64> small_;
-    std::string large_;
-    std::string_view view_;
-};
 
 } // namespace kiv::ifc::def::schema

@@ -106,20 +106,6 @@ TEST(TrimTest, TakesAnySetOfBytes) {
     EXPECT_EQ(trimmed(" a ", ""), " a ");
 }
 
-TEST(UpperCopyTest, HoldsTheUpperCasedNameWhateverItsLength) {
-    for (const std::size_t length : {0U, 1U, 63U, 64U, 65U, 1000U}) {
-        const UpperCopy copy(std::string(length, 'q'));
-        EXPECT_EQ(copy.getView(), std::string(length, 'Q')) << length;
-    }
-}
-
-TEST(UpperCopyTest, OutlivesTheNameItWasMadeFrom) {
-    std::string name = "IfcWall";
-    const UpperCopy copy(name);
-    name.assign("xxxxxxx");
-    EXPECT_EQ(copy.getView(), "IFCWALL");
-}
-
 char byteOf(int value) {
     return static_cast<char>(static_cast<unsigned char>(value));
 }

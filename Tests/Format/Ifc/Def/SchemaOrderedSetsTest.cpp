@@ -1,0 +1,110 @@
+#include "Format/Ifc/Def/SchemaOrderedSets.h"
+
+#include "Format/Ifc/Def/DefDoubles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace kiv::ifc::def {
+namespace {
+
+using Sets = std::vector<const xml::SetDef*>;
+
+/// Sets that are told apart by their addresses, which is all that is looked at of them.
+const xml::SetDef& setNumber(std::size_t number) {
+    static std::deque<kiv::test::PlainSet> all;
+    while (all.size() <= number)
+        all.emplace_back("");
+    return all[number];
+}
+
+void vAdd(OrderedSets& sets, const std::string& name, std::size_t number) {
+    sets.vReserve(name);
+    sets.vAdd(name, setNumber(number));
+}
+
+Sets setsOf(const OrderedSets& sets) {
+    Sets all;
+    sets.vAppend(all);
+    return all;
+}
+
+Sets mergedOf(const OrderedSets& left, const OrderedSets& right) {
+    Sets all;
+    OrderedSets::vMergedAppend(left, right, all);
+    return all;
+}
+
+TEST(SchemaOrderedSetsTest, WithoutSetsThereAreNone) {
+    const OrderedSets none;
+    EXPECT_TRUE(none.isEmpty());
+    EXPECT_EQ(setsOf(none), Sets());
+    EXPECT_EQ(mergedOf(none, none), Sets());
+}
+
+TEST(SchemaOrderedSetsTest, SetsAreAppendedInTheOrderOfTheirNames) {
+    OrderedSets sets;
+    vAdd(sets, "B", 1);
+    vAdd(sets, "C", 2);
+    vAdd(sets, "A", 0);
+    EXPECT_FALSE(sets.isEmpty());
+    Sets all{&setNumber(9)};
+    sets.vAppend(all);
+    EXPECT_EQ(all, (Sets{&setNumber(9), &setNumber(0), &setNumber(1), &setNumber(2)}));
+}
+
+/// So many that blocks are split, whether they are added at the end, at the front or in between.
+TEST(SchemaOrderedSetsTest, ManySetsAreInOrderHoweverTheyAreAdded) {
+    constexpr std::size_t count = 1000;
+    std::vector<std::string> names;
+    Sets expected;
+    for (std::size_t number = 0; number < count; ++number) {
+        names.push_back(std::to_string(count + number));
+        expected.push_back(&setNumber(number));
+    }
+    for (const std::size_t step : {1U, 999U, 387U}) {
+        OrderedSets sets;
+        for (std::size_t index = 0; index < count; ++index)
+            vAdd(sets, names[index * step % count], index * step % count);
+        EXPECT_EQ(setsOf(sets), expected) << step;
+    }
+}
+
+TEST(SchemaOrderedSetsTest, OfTwoTheNamesDecideWhichComesFirst) {
+    OrderedSets left;
+    OrderedSets right;
+    OrderedSets none;
+    vAdd(left, "B", 1);
+    vAdd(left, "D", 3);
+    vAdd(right, "A", 0);
+    vAdd(right, "C", 2);
+    vAdd(right, "E", 4);
+    const Sets expected{&setNumber(0), &setNumber(1), &setNumber(2), &setNumber(3), &setNumber(4)};
+    EXPECT_EQ(mergedOf(left, right), expected);
+    EXPECT_EQ(mergedOf(right, left), expected);
+    EXPECT_EQ(mergedOf(left, none), setsOf(left));
+    EXPECT_EQ(mergedOf(none, left), setsOf(left));
+}
+
+TEST(SchemaOrderedSetsTest, ManyOfTwoAreMerged) {
+    constexpr std::size_t count = 1000;
+    std::vector<std::string> names;
+    Sets expected;
+    for (std::size_t number = 0; number < count; ++number) {
+        names.push_back(std::to_string(count + number));
+        expected.push_back(&setNumber(number));
+    }
+    OrderedSets left;
+    OrderedSets right;
+    for (std::size_t number = 0; number < count; ++number)
+        vAdd(number % 3 == 0 ? left : right, names[number], number);
+    EXPECT_EQ(mergedOf(left, right), expected);
+    EXPECT_EQ(mergedOf(right, left), expected);
+}
+
+} // namespace
+} // namespace kiv::ifc::def
