@@ -98,6 +98,9 @@ public:
         return attribute.nameEnd_ == nameEnd_ && isSameText(attribute.name_, name_);
     }
 
+    /// One of 64 bits, the same for equal names: whoever keeps those of many names knows which are not among them.
+    std::uint64_t getBit() const { return std::uint64_t{1} << (nameEnd_ * 0x9E3779B97F4A7C15U >> 58); }
+
     std::string_view getView() const { return name_; }
     /// `nameHash` of the name.
     std::uint32_t getHash() const;

@@ -14,6 +14,9 @@ namespace {
 constexpr std::string_view HeaderWord = "ENTITY";
 constexpr auto npos = std::string_view::npos;
 
+/// Most entities that declare attributes declare no more.
+constexpr std::size_t FewAttributes = 4;
+
 void vEntityNotFoundReport(int line) {
     vAssertReport("Entity not found", "kiv::ifc::def::schema::Entity::vUpdate",
                   "Source/Format/Ifc/Def/Schema/IfcSchemaEntity", line);
@@ -54,8 +57,6 @@ public:
 private:
     enum class Clause { NotSeen, Open, Closed };
     static constexpr Keyword Colon{" : ", 1};
-    /// Most entities that declare attributes declare no more.
-    static constexpr std::size_t FewAttributes = 4;
 
     void vLineRead() {
         // The clauses of the header move this position along the line; all others look at the whole line.
@@ -132,9 +133,7 @@ private:
     bool boAttributeRead() {
         if (clauseBegun_ || colon_ == npos)
             return false;
-        if (entity_.attributes_.empty())
-            entity_.attributes_.reserve(FewAttributes);
-        entity_.attributes_.emplace_back(entity_, line_, nameBeforeColon(), textBehindColon());
+        entity_.vAttributeAdd(line_, nameBeforeColon(), textBehindColon());
         return true;
     }
 
@@ -252,6 +251,13 @@ Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
 
 Entity::~Entity() = default;
 
+void Entity::vAttributeAdd(ReadLineHelper& line, std::string_view name, std::string_view rest) {
+    if (attributes_.empty())
+        attributes_.reserve(FewAttributes);
+    const auto& attribute = attributes_.emplace_back(*this, line, name, rest);
+    attributeBits_ |= AttributeName(attribute).getBit();
+}
+
 const Entity* Entity::pFrom(const ObjectBase* object) {
     const bool is = object && object->getKind() == ObjectBase::Type::Entity;
     return is ? static_cast<const Entity*>(object) : nullptr;
@@ -322,7 +328,10 @@ void Entity::vUpdateInverse(Schema& schema) {
 }
 
 const Attribute* Entity::pAttributeFromName(const AttributeName& key, bool withSupertypes) const {
+    const auto bit = key.getBit();
     for (const auto* entity = this; entity; entity = withSupertypes ? entity->supertype_ : nullptr) {
+        if ((entity->attributeBits_ & bit) == 0)
+            continue;
         for (const auto& attribute : entity->attributes_) {
             if (key.boMatches(attribute))
                 return &attribute;

@@ -97,9 +97,12 @@ private:
     void vSupertypeResolve(const Schema& schema);
     void vSubtypesResolve(const Schema& schema);
     Entity* getTopmost();
+    void vAttributeAdd(ReadLineHelper& line, std::string_view name, std::string_view rest);
 
-    // Side by side: a look-up of an attribute goes along the supertypes and looks at nothing else of them.
+    // Side by side: a look-up of an attribute goes along the supertypes and looks at nothing else of most of them.
     Entity* supertype_ = nullptr;
+    // The bits of the names of all explicit attributes.
+    std::uint64_t attributeBits_ = 0;
     ArenaVector<Attribute> attributes_;
     bool abstract_ = false;
     bool supertypeSearched_ = false;
