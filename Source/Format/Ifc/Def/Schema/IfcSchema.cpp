@@ -228,8 +228,7 @@ const ObjectBase* Schema::pObjectFromName(std::string_view name) const {
 }
 
 const ObjectBase* Schema::pObjectFromName(const ObjectName& name) const {
-    const auto* const object = pObjectFind(name.getView());
-    return object && object->getNameUpper() == name.getView() ? object : nullptr;
+    return objectTable_.pFind(name.getView());
 }
 
 const Attribute* Schema::pAttributeGet(const std::string& entityName,

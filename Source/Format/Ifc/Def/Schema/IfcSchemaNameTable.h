@@ -80,10 +80,14 @@ class NameTable {
 public:
     NameTable() : keys_(hashKeys()) {}
     NameTable(NameTable&& other) noexcept :
-        keys_(other.keys_), slots_(std::exchange(other.slots_, {})), size_(std::exchange(other.size_, 0)) {}
+        keys_(other.keys_),
+        slots_(std::exchange(other.slots_, {})),
+        size_(std::exchange(other.size_, 0)),
+        lengths_(std::exchange(other.lengths_, {})) {}
     NameTable& operator=(NameTable&& other) noexcept {
         slots_ = std::exchange(other.slots_, {});
         size_ = std::exchange(other.size_, 0);
+        lengths_ = std::exchange(other.lengths_, {});
         return *this;
     }
     ~NameTable() = default;
@@ -110,6 +114,7 @@ public:
         if (slot.value)
             return;
         slot = {words.getWords(), name, &value};
+        lengths_[firstOf(name)] |= lengthBit(name);
         ++size_;
     }
 
@@ -119,10 +124,12 @@ public:
                      [&](std::string_view other) { return isSameText(name, other); });
     }
 
-    /// What bears this name made upper-case; null when nothing does.
+    /// What bears this name made upper-case; null when nothing does, which most texts that are no name show by their first letter
+    /// and their length.
     Value* pFindUpper(std::string_view name) const {
-        return pFind(NameWords(name, getUpper8),
-                     [&](std::string_view other) { return isUpperOf(name, other); });
+        if ((lengths_[firstOf(name)] & lengthBit(name)) == 0)
+            return nullptr;
+        return pFind(NameWords(name, getUpper8), [&](std::string_view other) { return isUpperOf(name, other); });
     }
 
 private:
@@ -134,6 +141,12 @@ private:
     };
 
     static constexpr std::uint64_t unchanged(std::uint64_t bytes) { return bytes; }
+
+    /// Of the first byte of a name what is the same for both cases of a letter and different for most letters.
+    static std::size_t firstOf(std::string_view name) {
+        return name.empty() ? 0 : static_cast<unsigned char>(name.front()) & 0x1FU;
+    }
+    static std::uint64_t lengthBit(std::string_view name) { return std::uint64_t{1} << (name.size() % 64); }
 
     template <class IsName>
     Value* pFind(const NameWords& words, IsName isName) const {
@@ -161,6 +174,8 @@ private:
     // None, or a power of two.
     std::vector<Slot> slots_;
     std::size_t size_ = 0;
+    // For each first byte, the lengths of names that begin so.
+    std::array<std::uint64_t, 32> lengths_{};
 };
 
 } // namespace kiv::ifc::def::schema
