@@ -49,7 +49,7 @@ void OrderedSets::vReserve(std::string_view upperName) {
 
 /// Puts the second half of a full block into a new one; either has place then.
 void OrderedSets::vSplit(std::size_t index) {
-    Block second;
+    Block second(first_.get_allocator());
     second.reserve(BlockMax);
     further_.reserve(further_.size() + 1);
     auto& block = getBlock(index);

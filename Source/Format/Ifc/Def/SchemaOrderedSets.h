@@ -8,12 +8,13 @@
 /// They lie in blocks, side by side and in order, so that to tell them all means to copy them; blocks are short enough to add
 /// one anywhere at hardly any cost, however many there are.
 ///
-/// Ownership: refers to the sets and to the texts of the names, which must outlive it.
+/// Ownership: refers to the sets, to the texts of the names and to the arena, if there is one, which must outlive it.
 /// Threads:   one thread while it is filled; then readable from any number of threads.
 /// Errors:    none but std::bad_alloc, where told.
 #pragma once
 
 #include "Format/Ifc/Def/IfcDefBase.h"
+#include "Host/KivArena.h"
 
 #include <cstddef>
 #include <string_view>
@@ -23,6 +24,10 @@ namespace kiv::ifc::def {
 
 class OrderedSets {
 public:
+    OrderedSets() = default;
+    /// Keeps its blocks in an arena.
+    explicit OrderedSets(Arena& arena) : first_(arena) {}
+
     /// Makes place for a set of this name. When it throws, nothing has changed.
     void vReserve(std::string_view upperName);
 
@@ -43,7 +48,7 @@ private:
         std::string_view upperName;
         const xml::SetDef* set;
     };
-    using Block = std::vector<Entry>;
+    using Block = ArenaVector<Entry>;
     class Walk;
 
     /// A block is split when it has so many entries.

@@ -38,7 +38,7 @@ void SetsByClass::vReserve(std::string_view upperName, const std::vector<ClassNa
         }
         // One may be left from when memory ran out.
         if (newCount == prepared_.size())
-            prepared_.push_back(std::make_unique<Class>());
+            prepared_.push_back(pMake());
         prepared_[newCount++]->sets.vReserve(upperName);
     }
     // As many at once as there are, so that they are moved a few times only.
@@ -46,6 +46,12 @@ void SetsByClass::vReserve(std::string_view upperName, const std::vector<ClassNa
         classes_.reserve(std::max(2 * classes_.size(), classes_.size() + newCount));
     table_.vReserve(newCount);
     vFilterReserve(classes_.size() + newCount);
+}
+
+ArenaPtr<SetsByClass::Class> SetsByClass::pMake() {
+    if (!arena_)
+        arena_ = std::make_unique<Arena>();
+    return arena_->pMakeOwned<Class>(*arena_);
 }
 
 void SetsByClass::vAdd(std::string_view upperName, const xml::SetDef& set,

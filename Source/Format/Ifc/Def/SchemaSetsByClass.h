@@ -13,6 +13,7 @@
 #include "Format/Ifc/Def/IfcDefBase.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaNameTable.h"
 #include "Format/Ifc/Def/SchemaOrderedSets.h"
+#include "Host/KivArena.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -51,7 +52,9 @@ public:
 
 private:
     struct Class {
-        std::uint32_t hash;
+        explicit Class(Arena& arena) : sets(arena) {}
+
+        std::uint32_t hash = 0;
         OrderedSets sets;
     };
 
@@ -59,10 +62,14 @@ private:
     void vFilterSet(std::uint32_t hash) noexcept;
     std::size_t filterBitOf(std::uint32_t hash) const;
 
+    ArenaPtr<Class> pMake();
+
     schema::NameTable<Class> table_;
-    std::vector<std::unique_ptr<Class>> classes_;
+    // Holds the classes and their sets, so that they lie beside each other; null as long as there are none.
+    std::unique_ptr<Arena> arena_;
+    std::vector<ArenaPtr<Class>> classes_;
     // Made for classes that are about to be added.
-    std::vector<std::unique_ptr<Class>> prepared_;
+    std::vector<ArenaPtr<Class>> prepared_;
     // A bit for the hash of each class, among many more: most entities are no class of any set, and this tells soonest. A
     // power of two of words, or none.
     std::vector<std::uint64_t> filter_;
