@@ -16,13 +16,14 @@ namespace def = ifc::def;
 using def::schema::Entity;
 using Random = std::mt19937;
 
-/// Like std::shuffle, which each standard library may do in its own way.
+/// Like std::shuffle, which each standard library may do in its own way. What comes back are copies: their texts lie in memory
+/// in the order in which they are asked, so that what is timed waits for the answers and not for the questions.
 template <class Question>
 std::vector<Question> shuffled(std::vector<Question> questions) {
     Random random;
     for (auto left = questions.size(); left > 1; --left)
         std::swap(questions[left - 1], questions[random() % left]);
-    return questions;
+    return {questions.begin(), questions.end()};
 }
 
 /// Turns some of the letters into the other case.
