@@ -20,6 +20,9 @@ namespace {
 
 constexpr std::string_view File = "Source/Format/Ifc/Def/Schema/IfcSchemaDataType";
 
+/// So many items of an enumeration, behind those that are in order, are put in their places one by one.
+constexpr std::ptrdiff_t FewUnordered = 8;
+
 /// An unsigned number as stream extraction reads it: leading white space and a sign are allowed (a negative
 /// number wraps around), the first byte that is no digit ends it, too large a number gives the largest, none
 /// gives 0.
@@ -266,9 +269,14 @@ void DataTypeEnum::vIndexBuild() {
         return boLessText(*a, *b) || (a < b && *a == *b);
     };
     // Most enumerations are in order but for the last items.
-    const auto sortedEnd = std::is_sorted_until(ordered_.begin(), ordered_.end(), isBefore);
-    std::sort(sortedEnd, ordered_.end(), isBefore);
-    std::inplace_merge(ordered_.begin(), sortedEnd, ordered_.end(), isBefore);
+    auto sortedEnd = std::is_sorted_until(ordered_.begin(), ordered_.end(), isBefore);
+    if (ordered_.end() - sortedEnd > FewUnordered) {
+        std::sort(ordered_.begin(), ordered_.end(), isBefore);
+        sortedEnd = ordered_.end();
+    }
+    for (; sortedEnd != ordered_.end(); ++sortedEnd)
+        std::rotate(std::upper_bound(ordered_.begin(), sortedEnd, *sortedEnd, isBefore), sortedEnd,
+                    sortedEnd + 1);
     const auto last = std::unique(ordered_.begin(), ordered_.end(),
                                   [](const auto* a, const auto* b) { return isSameText(*a, *b); });
     ordered_.erase(last, ordered_.end());
