@@ -17,8 +17,8 @@ using namespace kiv::ifc::def::schema;
 using kiv::fuzz::vLaw;
 
 /// The rules before the first error.
-std::vector<ParsedRule> rulesOf(std::string_view text, const Schema& schema) {
-    std::vector<ParsedRule> rules;
+kiv::ArenaVector<ParsedRule> rulesOf(std::string_view text, const Schema& schema) {
+    kiv::ArenaVector<ParsedRule> rules;
     try {
         ExpressTokenizer tokenizer(text);
         ExpressParser parser(tokenizer, schema);
@@ -41,12 +41,12 @@ bool boNestsFarFromLimit(const std::string& text) {
 }
 
 void vReadsBack(const ParsedRule& rule, const Schema& schema) {
-    const auto text = rule.label + " : " + kiv::kivifc::sExpression(*rule.expression) + ";\n";
+    const auto text = std::string(rule.label) + " : " + kiv::kivifc::sExpression(*rule.expression) + ";\n";
     if (!boNestsFarFromLimit(text))
         return;
     const auto again = rulesOf(text, schema);
     vLaw(again.size() == 1, "a printed rule is one rule");
-    vLaw(again.front().label == rule.label, "of the same label");
+    vLaw(again.front().label == rule.label.getView(), "of the same label");
     vLaw(kiv::kivifc::expressionJson(*again.front().expression) ==
              kiv::kivifc::expressionJson(*rule.expression),
          "with an equal tree");

@@ -111,7 +111,7 @@ void kiv::fuzz::vRun(std::string_view input) {
     std::string error;
     ExpressTokenizer tokenizer(where.getText());
     try {
-        std::vector<ParsedRule> rules;
+        kiv::ArenaVector<ParsedRule> rules;
         ExpressParser parser(tokenizer, schema);
         while (parser.boParseRule(rules)) {
         }

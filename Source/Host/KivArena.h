@@ -124,6 +124,8 @@ public:
     using value_type = Value;
 
     ArenaAllocator() = default;
+    /// Null for none. A container takes it where it takes an allocator. NOLINTNEXTLINE(google-explicit-constructor)
+    ArenaAllocator(Arena* arena) : arena_(arena) {}
     // A container takes an arena where it takes an allocator. NOLINTNEXTLINE(google-explicit-constructor)
     ArenaAllocator(Arena& arena) : arena_(&arena) {}
     template <typename Other>

@@ -142,7 +142,7 @@ void vExpectPicture(const json& picture, const express::Entity& entity) {
                   if (!each.pWhere())
                       return;
                   for (const auto& rule : each.pWhere()->getRules())
-                      all.push_back(rule.label);
+                      all.emplace_back(rule.label);
               }));
 }
 

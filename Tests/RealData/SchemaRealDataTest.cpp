@@ -112,7 +112,7 @@ std::size_t timesResolved(const ObjectBase& object) {
 std::vector<std::string> labelsOf(const Where& where) {
     std::vector<std::string> labels;
     for (const auto& rule : where.getRules())
-        labels.push_back(rule.label);
+        labels.emplace_back(rule.label);
     return labels;
 }
 

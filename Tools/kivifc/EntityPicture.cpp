@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -29,7 +30,7 @@ std::vector<const Entity*> lineOf(const Entity& entity) {
     return line;
 }
 
-std::string sNames(const std::vector<const Entity*>& entities, const char* separator) {
+std::string sNames(std::span<const Entity* const> entities, const char* separator) {
     std::vector<std::string_view> names;
     names.reserve(entities.size());
     for (const auto* entity : entities)
@@ -118,7 +119,7 @@ std::string sUnique(const UniqueRule& rule) {
 }
 
 std::string sWhere(const ParsedRule& rule) {
-    return fmt::format("{} : {}", rule.label, sExpression(*rule.expression));
+    return fmt::format("{} : {}", rule.label.getView(), sExpression(*rule.expression));
 }
 
 using Lines = std::vector<std::string>;
@@ -215,7 +216,7 @@ void vRulesAdd(const Entity& entity, Json& json) {
     if (entity.pWhere()) {
         for (const auto& rule : entity.pWhere()->getRules())
             json["where"].push_back({{"entity", entity.getName()},
-                                     {"label", rule.label},
+                                     {"label", rule.label.getView()},
                                      {"expression", sExpression(*rule.expression)}});
     }
 }

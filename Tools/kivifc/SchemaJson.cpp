@@ -29,8 +29,8 @@ Json nameOf(const ObjectBase* object) {
 }
 
 /// The names of the objects, in order.
-template <typename Class>
-Json namesJson(const std::vector<const Class*>& objects) {
+template <typename Objects>
+Json namesJson(const Objects& objects) {
     Json names = Json::array();
     for (const auto* object : objects)
         names.push_back(object->getName());
@@ -53,7 +53,7 @@ Json whereJson(const Where* where) {
         return nullptr;
     Json rules = Json::array();
     for (const auto& rule : where->getRules())
-        rules.push_back({{"label", rule.label}, {"expression", expressionJson(*rule.expression)}});
+        rules.push_back({{"label", rule.label.getView()}, {"expression", expressionJson(*rule.expression)}});
     return {{"lines", linesJson(where->getLines())}, {"rules", std::move(rules)}};
 }
 

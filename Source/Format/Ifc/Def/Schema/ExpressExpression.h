@@ -66,12 +66,16 @@ inline void ExpressionDelete::operator()(Expression* node) const noexcept {
         delete node;
 }
 
-/// The text of a node: its own, or in an arena that of the rule, which lives as long.
+/// The text of a node or the label of a rule: its own, or in an arena that of the rule, which lives as long.
 class KIV_EXPORT ExpressionText {
 public:
     ExpressionText(std::string_view text, const Arena* arena);
 
     std::string_view getView() const { return view_; }
+    // A text is used where a view is. NOLINTNEXTLINE(google-explicit-constructor)
+    operator std::string_view() const { return view_; }
+
+    friend bool operator==(const ExpressionText& text, std::string_view other) { return text.view_ == other; }
 
 private:
     std::unique_ptr<char[]> own_;
@@ -378,7 +382,8 @@ public:
 
 /// A rule of a WHERE clause.
 struct ParsedRule {
-    std::string label;
+    /// Lives as long as the rule.
+    ExpressionText label;
     ExpressionPtr expression;
 };
 

@@ -3,8 +3,6 @@
 #include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
 
-#include "Host/KivArena.h"
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -99,7 +97,7 @@ ExpressParser::ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, 
     ExpressParser(tokenizer, schema, &arena) {}
 
 ExpressParser::ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena* arena) :
-    tokenizer_(tokenizer), schema_(schema), arena_(arena) {
+    tokenizer_(tokenizer), schema_(schema), arena_(arena), pending_(arena) {
     vNext();
 }
 
@@ -138,14 +136,14 @@ bool ExpressParser::isNextSchemaObject() const {
 }
 
 // rule = IDENTIFIER ":" expression ";"
-bool ExpressParser::boParseRule(std::vector<ParsedRule>& rules) {
+bool ExpressParser::boParseRule(ArenaVector<ParsedRule>& rules) {
     if (!isNext(Kind::IDENTIFIER))
         return false;
     const auto label = expect(Kind::IDENTIFIER);
     expect(Kind::COLON);
     auto expression = parseExpression();
     expect(Kind::SEMICOLON);
-    rules.push_back({std::string(label), std::move(expression)});
+    rules.push_back({ExpressionText(label, arena_), std::move(expression)});
     return true;
 }
 

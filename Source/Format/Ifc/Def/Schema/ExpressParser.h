@@ -2,7 +2,7 @@
 ///
 ///     ExpressTokenizer tokenizer("WR1 : SIZEOF(Items) >= 1;");
 ///     ExpressParser parser(tokenizer, schema);
-///     std::vector<ParsedRule> rules;
+///     ArenaVector<ParsedRule> rules;
 ///     while (parser.boParseRule(rules)) {}
 ///
 /// Ownership: refers to the tokenizer and the schema, which must outlive it; the trees are the caller's, unless they are
@@ -14,6 +14,7 @@
 
 #include "Format/Ifc/Def/Schema/ExpressExpression.h"
 #include "Format/Ifc/Def/Schema/ExpressTokenizer.h"
+#include "Host/KivArena.h"
 
 #include <exception>
 #include <string>
@@ -46,7 +47,7 @@ public:
     ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena& arena);
 
     /// Appends the next rule; false, with nothing consumed, when the next token is no identifier.
-    bool boParseRule(std::vector<ParsedRule>& rules);
+    bool boParseRule(ArenaVector<ParsedRule>& rules);
 
     /// The next expression; never null.
     ExpressionPtr parseExpression();
@@ -95,7 +96,7 @@ private:
     // Read ahead, not consumed yet.
     ExpressTokenView current_;
     // The arguments and elements of the lists that are being read, those of the innermost list last.
-    std::vector<ExpressionPtr> pending_;
+    ArenaVector<ExpressionPtr> pending_;
     // How many expressions enclose the one being parsed.
     std::size_t nesting_ = 0;
 };

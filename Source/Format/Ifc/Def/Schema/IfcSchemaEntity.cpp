@@ -247,6 +247,7 @@ Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
     ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd),
     attributes_(line.getArena()),
     supertypeOfNames_(line.getArena()),
+    subtypes_(line.getArena()),
     attributesInverse_(line.getArena()) {}
 
 Entity::~Entity() = default;

@@ -53,7 +53,7 @@ public:
     const ArenaVector<std::string_view>& getSupertypeOfNames() const { return supertypeOfNames_; }
     /// The entities those names stand for, in the same order. A subtype that is not listed there is not among
     /// them.
-    const std::vector<const Entity*>& getSubtypes() const { return subtypes_; }
+    const ArenaVector<const Entity*>& getSubtypes() const { return subtypes_; }
     /// The explicit attributes that the entity itself declares, in order.
     const ArenaVector<Attribute>& getAttributes() const { return attributes_; }
     /// The inverse attributes that the entity itself declares, in order.
@@ -113,7 +113,7 @@ private:
     std::uint16_t firstNumber_ = 0;
     std::uint16_t lastNumber_ = 0;
     ArenaVector<std::string_view> supertypeOfNames_;
-    std::vector<const Entity*> subtypes_;
+    ArenaVector<const Entity*> subtypes_;
     std::string_view supertypeName_;
     ArenaVector<AttributeInverse> attributesInverse_;
     std::optional<Where> where_;

@@ -129,7 +129,8 @@ public:
     Value* pFindUpper(std::string_view name) const {
         if ((lengths_[firstOf(name)] & lengthBit(name)) == 0)
             return nullptr;
-        return pFind(NameWords(name, getUpper8), [&](std::string_view other) { return isUpperOf(name, other); });
+        return pFind(NameWords(name, getUpper8),
+                     [&](std::string_view other) { return isUpperOf(name, other); });
     }
 
 private:

@@ -16,7 +16,7 @@ constexpr std::size_t FewRules = 2;
 
 } // namespace
 
-Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) {
+Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) : rules_(line.getArena()) {
     auto& lines = line.getEmptyLines();
     constexpr Keyword end("END_", 3);
     bool open = false;

@@ -39,13 +39,13 @@ public:
     std::string_view getText() const { return text_; }
 
     /// The parsed rules in the order of the text.
-    const std::vector<ParsedRule>& getRules() const { return rules_; }
+    const ArenaVector<ParsedRule>& getRules() const { return rules_; }
 
 private:
     void vRulesParse(Schema& schema);
 
     std::string_view text_;
-    std::vector<ParsedRule> rules_;
+    ArenaVector<ParsedRule> rules_;
 };
 
 } // namespace kiv::ifc::def::schema

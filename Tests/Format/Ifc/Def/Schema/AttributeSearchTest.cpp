@@ -60,7 +60,8 @@ std::string placeOf(const Attribute* attribute) {
 }
 
 std::string placeOf(const AttributeInverse* attribute) {
-    return attribute ? placeOf<AttributeInverse>(attribute, attribute->getEntity().getAttributesInverse()) : "-";
+    return attribute ? placeOf<AttributeInverse>(attribute, attribute->getEntity().getAttributesInverse())
+                     : "-";
 }
 
 struct Row {

@@ -62,7 +62,7 @@ struct Declared {
         Strings result;
         if (entity.pUnique())
             for (const auto& rule : entity.pUnique()->getRules())
-                result.push_back(rule.label);
+                result.emplace_back(rule.label);
         return result;
     }
 
@@ -78,7 +78,7 @@ struct Declared {
         Strings result;
         if (entity.pWhere())
             for (const auto& rule : entity.pWhere()->getRules())
-                result.push_back(rule.label);
+                result.emplace_back(rule.label);
         return result;
     }
 

@@ -66,7 +66,7 @@ void vWhereWrite(std::ostream& out, const Where* where) {
         return;
     out << "  where\n" << where->getText();
     for (const auto& rule : where->getRules())
-        out << "  rule " << rule.label << ": " << sExpressionText(*rule.expression) << '\n';
+        out << "  rule " << rule.label.getView() << ": " << sExpressionText(*rule.expression) << '\n';
 }
 
 void vTypeWrite(std::ostream& out, const Type& type) {

@@ -421,7 +421,7 @@ TEST(SchemaTest, EntityThatIsListedTwiceKeepsItsFirstNumbers) {
     EXPECT_EQ(numbersOf(*schema, "A"), Numbers(2, 3));
     EXPECT_EQ(numbersOf(*schema, "C"), Numbers(3, 3));
     EXPECT_EQ(entityOf(*schema, "B").getFirstNumber(), 4);
-    EXPECT_EQ(entityOf(*schema, "B").getSubtypes(), std::vector{&entityOf(*schema, "C")});
+    EXPECT_THAT(entityOf(*schema, "B").getSubtypes(), testing::ElementsAre(&entityOf(*schema, "C")));
 }
 
 TEST(SchemaTest, EntityThatIsListedAndARootKeepsItsFirstNumbers) {

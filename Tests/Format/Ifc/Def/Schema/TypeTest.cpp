@@ -28,7 +28,7 @@ Strings labelsOf(const Type& type) {
     Strings labels;
     if (type.pWhere())
         for (const auto& rule : type.pWhere()->getRules())
-            labels.push_back(rule.label);
+            labels.emplace_back(rule.label);
     return labels;
 }
 

@@ -37,7 +37,7 @@ struct Clause {
     Strings rulesOf() const {
         Strings rules;
         for (const auto& rule : where.getRules())
-            rules.push_back(rule.label + " : " + sExpressionText(*rule.expression));
+            rules.push_back(std::string(rule.label) + " : " + sExpressionText(*rule.expression));
         return rules;
     }
 
