@@ -29,6 +29,16 @@ std::vector<SetsByClass::ClassName> SetsByClass::classesOf(const xml::SetDef& se
     return classes;
 }
 
+SetsByClass& SetsByClass::operator=(SetsByClass&& other) noexcept {
+    // The former classes go before the arena that they lie in.
+    prepared_ = std::move(other.prepared_);
+    classes_ = std::move(other.classes_);
+    arena_ = std::move(other.arena_);
+    table_ = std::move(other.table_);
+    filter_ = std::move(other.filter_);
+    return *this;
+}
+
 void SetsByClass::vReserve(std::string_view upperName, const std::vector<ClassName>& classes) {
     std::size_t newCount = 0;
     for (const auto& [hash, name] : classes) {

@@ -37,7 +37,7 @@ public:
 
     SetsByClass() = default;
     SetsByClass(SetsByClass&&) noexcept = default;
-    SetsByClass& operator=(SetsByClass&&) noexcept = default;
+    SetsByClass& operator=(SetsByClass&& other) noexcept;
     ~SetsByClass() = default;
 
     /// Makes place for a set of this name that applies to these classes. When it throws, nothing that is found has changed.

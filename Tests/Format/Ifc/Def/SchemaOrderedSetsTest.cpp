@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <deque>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kiv::ifc::def {
@@ -22,7 +23,7 @@ const xml::SetDef& setNumber(std::size_t number) {
     return all[number];
 }
 
-void vAdd(OrderedSets& sets, const std::string& name, std::size_t number) {
+void vAdd(OrderedSets& sets, std::string_view name, std::size_t number) {
     sets.vReserve(name);
     sets.vAdd(name, setNumber(number));
 }
