@@ -8,12 +8,13 @@
 /// Keys lie in the table itself, side by side: in a large collection a question waits for one place in memory, where a table
 /// of nodes would wait for three.
 ///
-/// Ownership: refers to what bears the keys and, where keys are views, to their texts, which must outlive it.
+/// Ownership: refers to what bears the keys, which must outlive it.
 /// Threads:   one thread while it is filled; then readable from any number of threads.
 /// Errors:    a key that is not there is null.
 #pragma once
 
-#include <algorithm>
+#include "Format/Ifc/Def/Schema/IfcSchemaHashKeys.h"
+
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -39,8 +40,7 @@ public:
 
     /// Makes place for so many more keys. When it throws, nothing has changed.
     void vReserve(std::size_t count) {
-        // A third of the slots or more stays empty, so that a key stands near the slot where its search begins.
-        const auto slotCount = std::bit_ceil(std::max<std::size_t>((size_ + count) + (size_ + count) / 2, 4));
+        const auto slotCount = schema::slotCountFor(size_ + count);
         if (slotCount <= slots_.size())
             return;
         std::vector<Slot> former(slotCount);

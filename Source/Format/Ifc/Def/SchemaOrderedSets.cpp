@@ -51,7 +51,8 @@ void OrderedSets::vReserve(std::string_view upperName) {
 void OrderedSets::vSplit(std::size_t index) {
     Block second(first_.get_allocator());
     second.reserve(BlockMax);
-    further_.reserve(further_.size() + 1);
+    if (further_.size() == further_.capacity())
+        further_.reserve(std::max<std::size_t>(1, 2 * further_.size()));
     auto& block = getBlock(index);
     const auto middle = block.begin() + BlockMax / 2;
     second.assign(middle, block.end());

@@ -46,11 +46,13 @@ void SetsByClass::vReserve(std::string_view upperName, const std::vector<ClassNa
             known->sets.vReserve(upperName);
             continue;
         }
-        // One may be left from when memory ran out.
-        if (newCount == prepared_.size())
-            prepared_.push_back(pMake());
-        prepared_[newCount++]->sets.vReserve(upperName);
+        ++newCount;
     }
+    // Some may be left from when memory ran out; the last ones are taken.
+    while (prepared_.size() < newCount)
+        prepared_.push_back(pMake());
+    for (auto index = prepared_.size() - newCount; index < prepared_.size(); ++index)
+        prepared_[index]->sets.vReserve(upperName);
     // As many at once as there are, so that they are moved a few times only.
     if (classes_.capacity() < classes_.size() + newCount)
         classes_.reserve(std::max(2 * classes_.size(), classes_.size() + newCount));

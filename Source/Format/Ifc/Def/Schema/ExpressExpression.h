@@ -15,7 +15,6 @@
 #include <cstdint>
 #include <memory>
 #include <span>
-#include <string>
 #include <string_view>
 
 namespace kiv {
@@ -75,6 +74,9 @@ public:
     // A text is used where a view is. NOLINTNEXTLINE(google-explicit-constructor)
     operator std::string_view() const { return view_; }
 
+    friend bool operator==(const ExpressionText& left, const ExpressionText& right) {
+        return left.view_ == right.view_;
+    }
     friend bool operator==(const ExpressionText& text, std::string_view other) { return text.view_ == other; }
 
 private:

@@ -14,7 +14,8 @@
 ///            read throws `kiv::exception` with an empty message, a rule with a literal out of range
 ///            std::out_of_range. What the stream itself is set to throw comes out too, as from std::getline: with
 ///            badbit among its `exceptions()` what its buffer throws, with failbit or eofbit std::ios::failure at
-///            its end. Names that the text leaves unresolved are reported to the host's assertion service.
+///            its end. The first schema of a process passes on what std::random_device throws when the system has no
+///            random source. Names that the text leaves unresolved are reported to the host's assertion service.
 #pragma once
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
@@ -30,7 +31,6 @@
 #include <functional>
 #include <iosfwd>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -63,9 +63,10 @@ private:
     /// Apart, so that the way of all other names stays short.
     template <class Change>
     [[gnu::noinline]] static std::uint64_t getRestHash(std::string_view name, Change change) {
+        const auto& keys = hashKeys();
         std::uint64_t hash = 0;
         for (auto pos = WholeMax - LongText; pos + LongText < name.size(); pos += LongText)
-            hash = getFolded(hash ^ change(getBytes8(name.data() + pos)), hashKeys().front());
+            hash = getFolded(hash ^ keys[0], change(getBytes8(name.data() + pos)) ^ keys[1]);
         return hash;
     }
 
@@ -94,8 +95,7 @@ public:
 
     /// Makes place for so many more names. When it throws, nothing has changed.
     void vReserve(std::size_t count) {
-        // A third of the slots or more stays empty, so that a name stands near the slot where its search begins.
-        const auto slotCount = std::bit_ceil(std::max<std::size_t>((size_ + count) + (size_ + count) / 2, 4));
+        const auto slotCount = slotCountFor(size_ + count);
         if (slotCount <= slots_.size())
             return;
         std::vector<Slot> former(slotCount);

@@ -1,7 +1,7 @@
 /// The WHERE clause of an entity or a defined type: its text and its rules as expression trees.
 ///
 ///     for (const auto& rule : wall.pWhere()->getRules())
-///         std::cout << rule.label;
+///         std::cout << rule.label.getView();
 ///
 /// Ownership: belongs to its entity or type and owns the trees.
 /// Threads:   read-only once the schema is built.
@@ -13,7 +13,6 @@
 
 #include <cstddef>
 #include <iosfwd>
-#include <string>
 #include <string_view>
 #include <vector>
 

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -93,6 +95,20 @@ TEST(NameTableTest, BytesBeyondAsciiAndNullBytesAreOfTheName) {
         vAdd(table, name);
     for (const auto& name : names)
         EXPECT_EQ(table.pFind(name), &name);
+}
+
+/// What a product makes of bytes that are all 0 or all 1 does not depend on what it is multiplied by, unless they are hidden.
+TEST(NameTableTest, LongNamesOfZerosAndOnesHaveDifferentHashes) {
+    constexpr unsigned Chunks = 10;
+    std::set<std::uint64_t> hashes;
+    for (unsigned bits = 0; bits < 1U << Chunks; ++bits) {
+        std::string name(32, 'A');
+        for (unsigned chunk = 0; chunk < Chunks; ++chunk)
+            name.append(8, (bits >> chunk & 1U) != 0 ? '\xFF' : '\0');
+        name.append(8, 'B');
+        hashes.insert(NameWords(name, [](std::uint64_t bytes) { return bytes; }).getHash(hashKeys()));
+    }
+    EXPECT_EQ(hashes.size(), 1U << Chunks);
 }
 
 TEST(NameTableTest, TheFirstOfANameStays) {
