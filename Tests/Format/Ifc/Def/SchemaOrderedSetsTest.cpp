@@ -40,6 +40,21 @@ Sets mergedOf(const OrderedSets& left, const OrderedSets& right) {
     return all;
 }
 
+/// So many sets that they lie in several blocks, in the order of their names.
+struct ManySets {
+    static constexpr std::size_t Count = 1000;
+
+    ManySets() {
+        for (std::size_t number = 0; number < Count; ++number) {
+            names.push_back(std::to_string(Count + number));
+            sets.push_back(&setNumber(number));
+        }
+    }
+
+    std::vector<std::string> names;
+    Sets sets;
+};
+
 TEST(SchemaOrderedSetsTest, WithoutSetsThereAreNone) {
     const OrderedSets none;
     EXPECT_TRUE(none.isEmpty());
@@ -60,18 +75,12 @@ TEST(SchemaOrderedSetsTest, SetsAreAppendedInTheOrderOfTheirNames) {
 
 /// So many that blocks are split, whether they are added at the end, at the front or in between.
 TEST(SchemaOrderedSetsTest, ManySetsAreInOrderHoweverTheyAreAdded) {
-    constexpr std::size_t count = 1000;
-    std::vector<std::string> names;
-    Sets expected;
-    for (std::size_t number = 0; number < count; ++number) {
-        names.push_back(std::to_string(count + number));
-        expected.push_back(&setNumber(number));
-    }
+    const ManySets many;
     for (const std::size_t step : {1U, 999U, 387U}) {
         OrderedSets sets;
-        for (std::size_t index = 0; index < count; ++index)
-            vAdd(sets, names[index * step % count], index * step % count);
-        EXPECT_EQ(setsOf(sets), expected) << step;
+        for (std::size_t index = 0; index < ManySets::Count; ++index)
+            vAdd(sets, many.names[index * step % ManySets::Count], index * step % ManySets::Count);
+        EXPECT_EQ(setsOf(sets), many.sets) << step;
     }
 }
 
@@ -92,19 +101,13 @@ TEST(SchemaOrderedSetsTest, OfTwoTheNamesDecideWhichComesFirst) {
 }
 
 TEST(SchemaOrderedSetsTest, ManyOfTwoAreMerged) {
-    constexpr std::size_t count = 1000;
-    std::vector<std::string> names;
-    Sets expected;
-    for (std::size_t number = 0; number < count; ++number) {
-        names.push_back(std::to_string(count + number));
-        expected.push_back(&setNumber(number));
-    }
+    const ManySets many;
     OrderedSets left;
     OrderedSets right;
-    for (std::size_t number = 0; number < count; ++number)
-        vAdd(number % 3 == 0 ? left : right, names[number], number);
-    EXPECT_EQ(mergedOf(left, right), expected);
-    EXPECT_EQ(mergedOf(right, left), expected);
+    for (std::size_t number = 0; number < ManySets::Count; ++number)
+        vAdd(number % 3 == 0 ? left : right, many.names[number], number);
+    EXPECT_EQ(mergedOf(left, right), many.sets);
+    EXPECT_EQ(mergedOf(right, left), many.sets);
 }
 
 } // namespace
