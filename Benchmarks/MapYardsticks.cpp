@@ -1,6 +1,6 @@
 #include "MapYardsticks.h"
 
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 #include "Allocations.h"
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
 #include "Questions.h"
 #include "Reading.h"
 #include "Require.h"
 #include "Sections.h"
 #include "Store.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "Questions.h"
 
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
 #include <algorithm>
 #include <random>

@@ -5,9 +5,9 @@
 /// Ownership: questions refer to the schema they were made for.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/SchemaPset.h"
-#include "Host/Id/KivId.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Host/Id/KivId.h"
 
 #include <cstddef>
 #include <functional>

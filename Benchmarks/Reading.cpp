@@ -1,8 +1,8 @@
 #include "Reading.h"
 
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "Require.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
 #include <utility>
 

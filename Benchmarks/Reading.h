@@ -7,9 +7,9 @@
 /// Errors: what cannot be read ends the program, see `vRequire`.
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
-#include "Format/Ifc/Def/SchemaPset.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <functional>
 #include <istream>

@@ -1,7 +1,7 @@
 #include "Scaling.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
+#include "Base/UpperCase.h"
 #include "Reading.h"
 #include "Require.h"
 
@@ -82,7 +82,7 @@ void SchemaCopies::vNamesMark(NumberedText& numbered, std::string_view text, std
         const auto nameBegin = place;
         while (place < end && isNameCharacter(text[place]))
             ++place;
-        if (upperNames_.contains(ifc::def::schema::sUpper(text.substr(nameBegin, place - nameBegin))))
+        if (upperNames_.contains(kiv::sUpper(text.substr(nameBegin, place - nameBegin))))
             numbered.vPlaceAdd(place);
         if (place == nameBegin)
             ++place;

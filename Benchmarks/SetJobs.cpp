@@ -1,8 +1,8 @@
-#include "Format/Ifc/Def/IfcDefBase.h"
 #include "Reading.h"
 #include "Require.h"
 #include "Sections.h"
 #include "Timing.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
 
 #include <expat.h>
 

@@ -1,7 +1,7 @@
 #include "Store.h"
 
-#include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
 #include "Reading.h"
+#include "kiv/Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
 
 namespace kiv::bench {
 

@@ -3,8 +3,8 @@
 /// Ownership: takes its sets out of the registry at its end. One at a time.
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPset.h"
 #include "Input.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <memory>
 

@@ -3,9 +3,9 @@
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
-#include "Host/Assert/KivAssert.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <algorithm>
 #include <sstream>

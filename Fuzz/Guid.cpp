@@ -1,7 +1,7 @@
 // GUIDs: a text is refused and changes nothing, or it is read and both ways of writing it read back equal.
 #include "FuzzTarget.h"
 
-#include "Host/Id/KivId.h"
+#include "kiv/Host/Id/KivId.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // rest the country.
 #include "FuzzTarget.h"
 
-#include "Host/Locale/KivLocale.h"
+#include "kiv/Host/Locale/KivLocale.h"
 
 #include <string>
 

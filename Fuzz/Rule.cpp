@@ -2,8 +2,8 @@
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
 
-#include "Format/Ifc/Def/Schema/ExpressParser.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 #include "kivifc/ExpressionJson.h"
 #include "kivifc/ExpressionText.h"
 

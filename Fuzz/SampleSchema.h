@@ -3,7 +3,7 @@
 ///     const auto schema = sampleSchema();
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <memory>
 #include <sstream>

@@ -2,11 +2,11 @@
 // or one of the same name, and what is linked leads to an end.
 #include "FuzzTarget.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "Format/Ifc/Def/SchemaPset.h"
-#include "Host/Assert/KivAssert.h"
-#include "Host/KivException.h"
+#include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <algorithm>
 #include <cstddef>

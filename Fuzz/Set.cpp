@@ -3,10 +3,10 @@
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
 
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "Host/Assert/KivAssert.h"
 #include "Support/SetText.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <optional>
 #include <sstream>

@@ -3,11 +3,11 @@
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
 
-#include "Format/Ifc/Def/Schema/ExpressParser.h"
-#include "Format/Ifc/Def/Schema/ExpressTokenizer.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaWhere.h"
-#include "Host/Assert/KivAssert.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressTokenizer.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <cstddef>
 #include <cstdint>

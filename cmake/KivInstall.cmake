@@ -2,10 +2,13 @@
 
 get_property(kivSharedLibraries GLOBAL PROPERTY KIV_SHARED_LIBRARIES)
 install(TARGETS ${kivSharedLibraries} EXPORT KivIfcSchemaPsetTargets)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/Source/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kiv
-        FILES_MATCHING PATTERN "*.h"
-        # Parts of their modules that no public header includes.
-        REGEX "/(KivXml(Document|Lines|Parser|Serializer|Text)|IfcDefXmlNodes|IfcSchemaAttributeSearch)\\.h$" EXCLUDE)
+add_library(KivHeaders INTERFACE)
+target_sources(KivHeaders INTERFACE FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/Source ${PROJECT_BINARY_DIR}/generated)
+foreach(header IN LISTS kivPublicHeaders)
+    target_sources(KivHeaders INTERFACE FILE_SET HEADERS FILES ${PROJECT_SOURCE_DIR}/Source/${header})
+endforeach()
+target_sources(KivHeaders INTERFACE FILE_SET HEADERS FILES ${PROJECT_BINARY_DIR}/generated/Base/Export.h)
+install(TARGETS KivHeaders FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kiv)
 install(EXPORT KivIfcSchemaPsetTargets NAMESPACE kiv:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/KivIfcSchemaPset
         FILE KivIfcSchemaPsetTargets.cmake)
 

@@ -24,13 +24,15 @@ endif()
 function(kiv_add_shared name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK;LINK_PRIVATE")
     add_library(${name}Objects OBJECT ${arg_UNPARSED_ARGUMENTS})
-    target_include_directories(${name}Objects PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>)
+    target_include_directories(${name}Objects PUBLIC $<BUILD_INTERFACE:${kivIncludeFolder}>
+                                                     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>)
     target_link_libraries(${name}Objects PUBLIC ${arg_LINK} PRIVATE KivFlags ${arg_LINK_PRIVATE})
 
     add_library(${name} SHARED)
     add_library(kiv::${name} ALIAS ${name})
-    target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>
-                                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kiv>)
+    target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${kivIncludeFolder}>
+                                              $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>
+                                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE KivFlags ${arg_LINK_PRIVATE} ${name}Objects)
     target_compile_features(${name} PUBLIC cxx_std_20)
     set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}

@@ -5,12 +5,12 @@
 //
 // Reads SCHEMA-FOLDER/SCHEMA.exp and the documents of SETS-FOLDER, says which sets apply to the entity and what type the
 // member's values have, and leaves the sets and the report of what was wrong with them in OUT-FOLDER.
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/SchemaLoader.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/SchemaLoader.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <exception>
 #include <filesystem>

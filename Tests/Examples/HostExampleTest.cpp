@@ -1,5 +1,5 @@
-#include "Format/Ifc/Def/IfcDefErrors.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Format/Ifc/Def/IfcDefErrors.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,13 @@
 #include "Messages/MessageTable.h"
 #include "Messages/SourceMessages.h"
 
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaPsetFromText.h"
 #include "Support/SetFromText.h"
 #include "Support/XmlFromText.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

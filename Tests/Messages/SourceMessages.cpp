@@ -1,6 +1,6 @@
 #include "Messages/SourceMessages.h"
 
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,4 @@
 // The program on real schemas and sets: what it prints is what the library answers.
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "RealData/StoreRealData.h"
 #include "Support/ErrorRecords.h"
 #include "Support/SetFromText.h"
@@ -11,6 +6,11 @@
 #include "Support/XmlFromText.h"
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/TemporaryFolder.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,10 +1,10 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "Format/Ifc/Def/Schema/ModelText.h"
 #include "RealData/RealData.h"
 #include "Support/AssertCollector.h"
+#include "Support/ModelText.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
 #include <cctype>

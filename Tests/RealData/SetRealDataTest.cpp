@@ -1,11 +1,11 @@
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "RealData/RealData.h"
 #include "Support/SchemaFromText.h"
 #include "Support/SetFromText.h"
 #include "Support/SetText.h"
 #include "Support/XmlFromText.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
 namespace kiv::test {
 

@@ -1,9 +1,9 @@
 #include "RealData/StoreRealData.h"
 
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "Format/Ifc/Def/SchemaLoader.h"
 #include "Support/SetFromText.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/SchemaLoader.h"
 
 #include <sstream>
 #include <typeinfo>

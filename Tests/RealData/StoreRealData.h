@@ -4,10 +4,10 @@
 ///     const auto* const set = schema("IFC4").pXmlSetFromName("Pset_WallCommon", {});
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
-#include "Format/Ifc/Def/SchemaPset.h"
 #include "RealData/RealData.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <array>
 #include <map>

@@ -1,14 +1,14 @@
 #include "RealData/StoreRealData.h"
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityType.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
 #include "Support/SetFromText.h"
 #include "Support/XmlFromText.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityType.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <algorithm>
 #include <array>

@@ -7,7 +7,7 @@
 /// Threads: as `kiv::assert::CollectingSink`.
 #pragma once
 
-#include "Host/Assert/KivAssert.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <ostream>
 #include <string>

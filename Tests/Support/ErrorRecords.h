@@ -3,7 +3,7 @@
 ///     EXPECT_EQ(errors.getRecords(), (Records{error("Extra", "Unknown xml node", 3)}));
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefErrors.h"
+#include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 
 #include <cstddef>
 #include <ostream>

@@ -8,7 +8,7 @@
 /// Threads: a free function without state.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/ExpressExpression.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 
 #include <string>
 

@@ -6,11 +6,11 @@
 /// Threads: one that makes and ends it; meanwhile as `SchemaPset`.
 #pragma once
 
-#include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
-#include "Format/Ifc/Def/SchemaPset.h"
 #include "Support/SampleData.h"
 #include "Support/SchemaPsetFromText.h"
 #include "Support/SetFromText.h"
+#include "kiv/Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <memory>
 #include <string>

@@ -7,7 +7,7 @@
 /// Errors:    whatever reading raises passes.
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <memory>
 #include <sstream>

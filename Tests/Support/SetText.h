@@ -3,7 +3,7 @@
 ///     EXPECT_EQ(sSetText(readBack, After::Reading), sSetText(original, After::ReadingBack));
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
 
 #include <string>
 

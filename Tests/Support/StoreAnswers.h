@@ -6,8 +6,8 @@
 ///     EXPECT_EQ(sAnswers(schema), before);
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
-#include "Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <string>
 

@@ -10,7 +10,7 @@
 /// Errors: a text that is not XML is std::logic_error, which fails the test.
 #pragma once
 
-#include "Host/Xml/KivXml.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <sstream>
 #include <stdexcept>

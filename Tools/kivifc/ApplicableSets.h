@@ -5,7 +5,7 @@
 ///             ...
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kivifc/Store.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #include "kivifc/ConfigCommand.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "kivifc/ConfigFile.h"
 #include "kivifc/Json.h"
 #include "kivifc/OneLine.h"

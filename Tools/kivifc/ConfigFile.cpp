@@ -1,7 +1,7 @@
 #include "kivifc/ConfigFile.h"
 
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kiv/Host/Xml/KivXml.h"
 #include "kivifc/ParseFailure.h"
 #include "kivifc/TextFile.h"
 

@@ -4,10 +4,10 @@
 ///         vShow(*file.schema->pXmlSchemaConfig(), *reports);
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
-#include "Format/Ifc/Def/SchemaPset.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
-#include "Host/Assert/KivAssert.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
+#include "kiv/Host/Assert/KivAssert.h"
 #include "kivifc/Diagnostics.h"
 
 #include <optional>

@@ -12,8 +12,8 @@
 /// Ownership: refers to the schema, which must outlive it.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kivifc/Json.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 /// The EXPRESS keywords of the kinds of data types.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 
 #include <array>
 #include <string_view>

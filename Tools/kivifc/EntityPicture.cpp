@@ -1,6 +1,6 @@
 #include "kivifc/EntityPicture.h"
 
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
 #include "kivifc/ConfigFile.h"
 #include "kivifc/ExpressionText.h"
 #include "kivifc/OneLine.h"

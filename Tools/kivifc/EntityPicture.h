@@ -3,7 +3,7 @@
 ///     output.vWrite(sEntityPicture(wall));
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kivifc/Json.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "kivifc/ExportCommand.h"
 
-#include "Host/Xml/KivXml.h"
+#include "kiv/Host/Xml/KivXml.h"
 #include "kivifc/ExportFile.h"
 #include "kivifc/OneLine.h"
 #include "kivifc/Store.h"

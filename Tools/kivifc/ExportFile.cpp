@@ -1,6 +1,6 @@
 #include "kivifc/ExportFile.h"
 
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
 #include "kivifc/Output.h"
 #include "kivifc/TextFile.h"
 

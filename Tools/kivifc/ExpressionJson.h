@@ -10,7 +10,7 @@
 /// a - b * c is [a, b * c] with ["-"]. The qualifiers of a GetExpression follow one another.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/ExpressExpression.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 #include "kivifc/Json.h"
 
 namespace kiv::kivifc {

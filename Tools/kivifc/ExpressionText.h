@@ -6,7 +6,7 @@
 /// are one operator in the tree and written as OR.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/ExpressExpression.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 
 #include <string>
 

@@ -4,7 +4,7 @@
 ///     vJsonWrite(json, output);
 #pragma once
 
-#include "Host/Assert/KivAssert.h"
+#include "kiv/Host/Assert/KivAssert.h"
 #include "kivifc/Output.h"
 
 #include <nlohmann/json.hpp>

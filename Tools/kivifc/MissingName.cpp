@@ -1,6 +1,6 @@
 #include "kivifc/MissingName.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kivifc/NameSuggestion.h"
 
 #include <fmt/format.h>

@@ -3,7 +3,7 @@
 ///     sNoEntity(schema, "BldWal") // no entity "BldWal"; did you mean "BldWall"?
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <string>
 #include <string_view>

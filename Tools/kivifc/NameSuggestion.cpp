@@ -1,6 +1,6 @@
 #include "kivifc/NameSuggestion.h"
 
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -3,7 +3,7 @@
 ///     parseFailure("walls.xml", error).subject // "walls.xml:3:7"
 #pragma once
 
-#include "Host/Xml/KivXml.h"
+#include "kiv/Host/Xml/KivXml.h"
 #include "kivifc/Diagnostics.h"
 
 #include <string>

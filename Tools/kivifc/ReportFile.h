@@ -1,7 +1,7 @@
 /// Writes the report of a check to a file, and tells when that did not work.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefErrors.h"
+#include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "kivifc/SchemaCommand.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kivifc/InheritanceTree.h"
 #include "kivifc/MissingName.h"
 #include "kivifc/OneLine.h"

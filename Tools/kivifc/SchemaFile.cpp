@@ -1,7 +1,7 @@
 #include "kivifc/SchemaFile.h"
 
-#include "Host/KivAscii.h"
-#include "Host/KivException.h"
+#include "Base/Ascii.h"
+#include "kiv/Base/Exception.h"
 #include "kivifc/TextFile.h"
 
 #include <fmt/format.h>

@@ -4,8 +4,8 @@
 ///         vShow(*file->schema, file->assertions);
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPset.h"
-#include "Host/Assert/KivAssert.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Host/Assert/KivAssert.h"
 #include "kivifc/Diagnostics.h"
 
 #include <chrono>

@@ -1,8 +1,8 @@
 #include "kivifc/SchemaJson.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "kivifc/DataTypeJson.h"
 #include "kivifc/ExpressionJson.h"
 

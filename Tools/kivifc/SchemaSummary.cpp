@@ -1,6 +1,6 @@
 #include "kivifc/SchemaSummary.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "kivifc/DataTypeKinds.h"
 #include "kivifc/OneLine.h"
 #include "kivifc/TextTable.h"

@@ -3,7 +3,7 @@
 ///     output.vWrite(sSchemaSummary(file, InheritanceTree(*file.schema), false));
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kivifc/InheritanceTree.h"
 #include "kivifc/SchemaFile.h"
 

@@ -1,6 +1,6 @@
 #include "kivifc/SetDocument.h"
 
-#include "Host/Xml/KivXml.h"
+#include "kiv/Host/Xml/KivXml.h"
 #include "kivifc/ParseFailure.h"
 #include "kivifc/SetPaths.h"
 #include "kivifc/TextFile.h"

@@ -8,11 +8,11 @@
 /// Errors: nothing is thrown but what the memory does not hold; a document that cannot be read has a failure.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefErrors.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Host/Assert/KivAssert.h"
+#include "kiv/Format/Ifc/Def/IfcDefErrors.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Host/Assert/KivAssert.h"
 #include "kivifc/Diagnostics.h"
 
 #include <cstddef>

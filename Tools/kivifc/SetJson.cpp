@@ -1,6 +1,6 @@
 #include "kivifc/SetJson.h"
 
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 
 #include <string>
 #include <utility>

@@ -4,7 +4,7 @@
 ///         use(def->getName());
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
 
 #include <string>
 #include <vector>

@@ -8,7 +8,7 @@
 /// Errors:    what cannot be read, is refused or is there already is told, and the rest is used.
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 #include "kivifc/Json.h"
 #include "kivifc/SchemaFile.h"
 

@@ -1,7 +1,7 @@
 #include "kivifc/TypeCommand.h"
 
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kivifc/MissingName.h"
 #include "kivifc/OneLine.h"
 #include "kivifc/SetMembers.h"

@@ -1,7 +1,7 @@
 #include "kivifc/TypeText.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "kivifc/DataTypeKinds.h"
 
 #include <fmt/format.h>

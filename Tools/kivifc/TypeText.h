@@ -3,7 +3,7 @@
 ///     sTypeResolved(attribute.pFirstType()) // "BldName = BldLabel = STRING(80)"
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
 #include <string>
 

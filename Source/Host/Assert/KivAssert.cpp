@@ -1,4 +1,4 @@
-#include "Host/Assert/KivAssert.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <algorithm>
 #include <atomic>

@@ -14,7 +14,7 @@
 /// Errors:  a report never throws and never ends the process; what a sink throws is dropped with the report.
 #pragma once
 
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
 
 #include <cstdint>
 #include <iosfwd>

@@ -1,6 +1,6 @@
-#include "Host/Id/KivId.h"
+#include "kiv/Host/Id/KivId.h"
 
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
 
 #include <algorithm>
 #include <cstddef>

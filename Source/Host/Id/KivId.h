@@ -10,7 +10,7 @@
 /// Threads: a value; each thread has its own. `generate` may be called from any number of threads.
 #pragma once
 
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
 
 #include <array>
 #include <compare>

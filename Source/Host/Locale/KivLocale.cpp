@@ -1,6 +1,6 @@
-#include "Host/Locale/KivLocale.h"
+#include "kiv/Host/Locale/KivLocale.h"
 
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
 
 #include <algorithm>
 #include <utility>

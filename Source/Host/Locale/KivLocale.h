@@ -6,7 +6,7 @@
 /// Threads: a value; each thread has its own. Nothing here looks at the locale of the process.
 #pragma once
 
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
 
 #include <array>
 #include <string>

@@ -1,8 +1,8 @@
-#include "Host/Xml/KivXml.h"
+#include "kiv/Host/Xml/KivXml.h"
 
-#include "Host/KivAscii.h"
-#include "Host/Xml/KivXmlDocument.h"
+#include "Base/Ascii.h"
 #include "Host/Xml/KivXmlParser.h"
+#include "Host/Xml/KivXmlRecords.h"
 #include "Host/Xml/KivXmlSerializer.h"
 #include "Host/Xml/KivXmlText.h"
 

@@ -17,7 +17,7 @@
 /// Errors:    what is missing is an absent optional; a text that cannot be read is told by `File::pError`.
 #pragma once
 
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
 
 #include <cstddef>
 #include <cstdint>

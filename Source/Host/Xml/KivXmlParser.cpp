@@ -1,7 +1,7 @@
 #include "Host/Xml/KivXmlParser.h"
 
-#include "Host/Xml/KivXmlDocument.h"
 #include "Host/Xml/KivXmlLines.h"
+#include "Host/Xml/KivXmlRecords.h"
 
 #include <algorithm>
 #include <array>

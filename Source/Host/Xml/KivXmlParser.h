@@ -3,7 +3,7 @@
 /// Private to the XML library.
 #pragma once
 
-#include "Host/Xml/KivXml.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <cstddef>
 #include <iosfwd>

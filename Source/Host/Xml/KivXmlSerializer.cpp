@@ -1,6 +1,6 @@
 #include "Host/Xml/KivXmlSerializer.h"
 
-#include "Host/Xml/KivXmlDocument.h"
+#include "Host/Xml/KivXmlRecords.h"
 
 #include <ostream>
 #include <string>

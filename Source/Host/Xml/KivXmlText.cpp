@@ -1,6 +1,6 @@
 #include "Host/Xml/KivXmlText.h"
 
-#include "Host/KivAscii.h"
+#include "Base/Ascii.h"
 
 #include <algorithm>
 #include <cstddef>

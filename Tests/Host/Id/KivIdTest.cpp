@@ -1,4 +1,4 @@
-#include "Host/Id/KivId.h"
+#include "kiv/Host/Id/KivId.h"
 
 #include <gtest/gtest.h>
 #include <ostream>

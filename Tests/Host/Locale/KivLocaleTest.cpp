@@ -1,4 +1,4 @@
-#include "Host/Locale/KivLocale.h"
+#include "kiv/Host/Locale/KivLocale.h"
 
 #include <gtest/gtest.h>
 #include <ostream>

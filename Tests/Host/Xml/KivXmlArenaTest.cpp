@@ -1,4 +1,4 @@
-#include "Host/Xml/KivXmlDocument.h"
+#include "Host/Xml/KivXmlRecords.h"
 
 #include <gtest/gtest.h>
 #include <string>

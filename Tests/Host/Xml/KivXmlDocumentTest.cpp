@@ -1,5 +1,5 @@
-#include "Host/Xml/KivXml.h"
 #include "Host/Xml/XmlDump.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <gtest/gtest.h>
 #include <random>

@@ -1,7 +1,7 @@
-#include "Host/Xml/KivXml.h"
 #include "Host/Xml/XmlDump.h"
 #include "Support/FailingStream.h"
 #include "Support/SmallStack.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,6 +1,6 @@
-#include "Host/Xml/KivXml.h"
 #include "Host/Xml/KivXmlLines.h"
 #include "Support/Allocations.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

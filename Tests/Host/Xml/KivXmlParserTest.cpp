@@ -1,6 +1,6 @@
 #include "Host/Xml/KivXmlParser.h"
 
-#include "Host/Xml/KivXmlDocument.h"
+#include "Host/Xml/KivXmlRecords.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

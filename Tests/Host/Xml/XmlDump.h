@@ -1,7 +1,7 @@
 /// Trees as short texts, for tests to compare.
 #pragma once
 
-#include "Host/Xml/KivXml.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <string>
 #include <string_view>

@@ -1,10 +1,10 @@
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "MemoryFailures.h"
 #include "Support/NestedSelects.h"
 #include "Support/SampleStore.h"
 #include "Support/StoreAnswers.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <cstddef>
 #include <functional>

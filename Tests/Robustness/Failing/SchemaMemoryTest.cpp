@@ -1,11 +1,11 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
-#include "Format/Ifc/Def/Schema/ModelText.h"
-#include "Format/Ifc/Def/SchemaLoader.h"
-#include "Host/Assert/KivAssert.h"
-#include "Host/KivException.h"
 #include "MemoryFailures.h"
+#include "Support/ModelText.h"
 #include "Support/SampleData.h"
 #include "Support/SampleStore.h"
+#include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/SchemaLoader.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,11 +1,11 @@
-#include "Format/Ifc/Def/IfcDefErrors.h"
-#include "Format/Ifc/Def/IfcDefExtraExportInfo.h"
-#include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "MemoryFailures.h"
 #include "Support/AssertCollector.h"
 #include "Support/SampleStore.h"
 #include "Support/StoreAnswers.h"
+#include "kiv/Format/Ifc/Def/IfcDefErrors.h"
+#include "kiv/Format/Ifc/Def/IfcDefExtraExportInfo.h"
+#include "kiv/Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <array>
 #include <cstddef>

@@ -1,12 +1,12 @@
-#include "Format/Ifc/Def/SchemaLoader.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
-#include "Host/KivException.h"
 #include "Support/Allocations.h"
 #include "Support/AssertCollector.h"
 #include "Support/FailingStream.h"
 #include "Support/SampleStore.h"
 #include "Support/Sanitized.h"
 #include "Support/StoreAnswers.h"
+#include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/SchemaLoader.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <gtest/gtest.h>
 

@@ -4,14 +4,14 @@
 // IfcDefSetDefTest.cpp, constants in Pset/TypePropertyEnumeratedValueTest.cpp, sets whose classes have one hash in
 // Store/SchemaPropertySetDefinitionsTest.cpp.
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "Robustness/Growth/GrowthRow.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaPsetFromText.h"
 #include "Support/SetFromText.h"
 #include "Support/XmlFromText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <gtest/gtest.h>
 

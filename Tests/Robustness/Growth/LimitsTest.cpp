@@ -4,16 +4,16 @@
 // `maxTokenSize` is looked at between two blocks only and its last value is exact where one ends; it is tested with smaller
 // ones in Host/Xml/KivXmlParserTest.cpp.
 
-#include "Format/Ifc/Def/IfcLimits.h"
+#include "kiv/Format/Ifc/Def/IfcLimits.h"
 
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
-#include "Host/Xml/KivXmlDocument.h"
+#include "Host/Xml/KivXmlRecords.h"
 #include "Robustness/Growth/GrowthRow.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
 #include "Support/SmallStack.h"
 #include "Support/XmlFromText.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 
 #include <gtest/gtest.h>
 

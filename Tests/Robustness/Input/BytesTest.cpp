@@ -1,12 +1,12 @@
 // Bytes that no schema text should hold: it is read all the same, and what was read keeps them.
 
-#include "Format/Ifc/Def/IfcDefApplicableClasses.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 #include "Format/Ifc/Def/Schema/SampleText.h"
 #include "Robustness/Input/Mutation.h"
 #include "Robustness/Input/Reading.h"
 #include "Support/ExpressionText.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Format/Ifc/Def/IfcDefApplicableClasses.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 
 #include <gtest/gtest.h>
 

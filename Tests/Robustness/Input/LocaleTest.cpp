@@ -1,20 +1,20 @@
 // Hosts that have set a global locale get the same models, look-ups, reports, documents, configurations, GUIDs and languages,
 // byte for byte.
 
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "Format/Ifc/Def/Schema/ModelText.h"
 #include "Format/Ifc/Def/Schema/SampleText.h"
-#include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
-#include "Host/Id/KivId.h"
-#include "Host/Locale/KivLocale.h"
 #include "Robustness/Input/Samples.h"
 #include "Support/AssertCollector.h"
+#include "Support/ModelText.h"
 #include "Support/SampleData.h"
 #include "Support/SchemaPsetFromText.h"
 #include "Support/SetFromText.h"
 #include "Support/XmlFromText.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kiv/Host/Id/KivId.h"
+#include "kiv/Host/Locale/KivLocale.h"
 
 #include <gtest/gtest.h>
 

@@ -1,16 +1,16 @@
 #include "Robustness/Input/Reading.h"
 
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "Format/Ifc/Def/Schema/ModelText.h"
-#include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
-#include "Host/KivException.h"
-#include "Host/Xml/KivXml.h"
+#include "Support/ModelText.h"
 #include "Support/SchemaPsetFromText.h"
 #include "Support/XmlFromText.h"
+#include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <algorithm>
 #include <exception>

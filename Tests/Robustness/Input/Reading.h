@@ -6,7 +6,7 @@
 /// Errors: none; what is not as promised is the answer, and an empty answer is a good one.
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
-#include "Host/Assert/KivAssert.h"
 #include "ManyThreads.h"
 #include "Support/SampleData.h"
 #include "Support/SampleStore.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "ManyThreads.h"
 #include "Support/SampleStore.h"
 #include "Support/StoreAnswers.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "Format/Ifc/Def/SchemaLoader.h"
-#include "Host/KivException.h"
 #include "ManyThreads.h"
 #include "Support/SampleStore.h"
 #include "Support/StoreAnswers.h"
+#include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/SchemaLoader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "Format/Ifc/Def/IfcDefExtraExportInfo.h"
 #include "ManyThreads.h"
 #include "Support/NestedSelects.h"
 #include "Support/SampleStore.h"
 #include "Support/StoreAnswers.h"
+#include "kiv/Format/Ifc/Def/IfcDefExtraExportInfo.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

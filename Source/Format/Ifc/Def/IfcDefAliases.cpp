@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/IfcDefAliases.h"
+#include "kiv/Format/Ifc/Def/IfcDefAliases.h"
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
 

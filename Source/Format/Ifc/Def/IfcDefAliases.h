@@ -7,9 +7,9 @@
 /// Errors:    an entry without language or text is left out in silence; no translation is the empty text.
 #pragma once
 
-#include "Host/KivExport.h"
-#include "Host/Locale/KivLocale.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Host/Locale/KivLocale.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
-#include "Format/Ifc/Def/IfcDefApplicableClasses.h"
+#include "kiv/Format/Ifc/Def/IfcDefApplicableClasses.h"
 
+#include "Base/NameHash.h"
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
 
 #include <utility>
 
@@ -19,7 +19,7 @@ ApplicableClasses::ApplicableClasses(std::string&& text, std::size_t line) :
         predefinedType_ = className_.substr(mark + 1);
         className_.resize(mark);
     }
-    classNameHash_ = className_.empty() ? 0 : schema::nameHash(className_);
+    classNameHash_ = className_.empty() ? 0 : nameHash(className_);
 }
 
 void ApplicableClasses::vExport(kiv::xml::Element& parent) const {

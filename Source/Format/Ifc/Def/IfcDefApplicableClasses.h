@@ -5,8 +5,8 @@
 /// Errors:    none; whether the class exists is for `SetDef::checkForErrors` to say.
 #pragma once
 
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -27,7 +27,7 @@ public:
 
     /// The name of an entity, such as IfcWall.
     const std::string& getClassName() const { return className_; }
-    /// The hash by which entities are compared with it (`schema::nameHash`); 0 for an empty name.
+    /// The hash by which entities are compared with it (`nameHash`); 0 for an empty name.
     std::uint32_t getClassNameHash() const { return classNameHash_; }
     /// All that stood behind the first "/", such as SOLIDWALL; empty when there was none.
     const std::string& getPredefinedType() const { return predefinedType_; }

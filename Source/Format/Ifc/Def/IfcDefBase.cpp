@@ -1,12 +1,12 @@
-#include "Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
 
+#include "Base/Ascii.h"
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "Host/Assert/KivAssert.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <algorithm>
 #include <array>
@@ -136,7 +136,7 @@ void Def::vEntityExpect(const schema::Schema& schema, const TypeBase& type, std:
                         std::string_view file, int line) {
     if (kiv::assert::Assert::isEnabled() &&
         !schema::Entity::pFrom(schema.pObjectFromName(type.sEntityName())))
-        schema::vAssertReport("Entity not found", function, file, line);
+        vAssertReport("Entity not found", function, file, line);
 }
 
 void Def::vGuidExport(kiv::xml::Element& element, const ExtraExportInfo* info) const {
@@ -206,7 +206,7 @@ void SetDef::vApplicableClassesRead(const kiv::xml::const_Element& list) {
         if (!child.boNodeNameIs("ClassName"))
             continue;
         // Blanks only: a tab or a line break stays in the name, and the check then reports the class.
-        const auto text = schema::trimmed(firstChildText(child).value_or(std::string_view()), " ");
+        const auto text = ascii::trimmed(firstChildText(child).value_or(std::string_view()), " ");
         if (!text.empty())
             applicableClasses_.emplace_back(std::string(text), child.getLine());
     }

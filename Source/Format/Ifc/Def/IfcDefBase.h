@@ -13,13 +13,13 @@
 /// Errors:    a problem in a document becomes a record in the `XmlSetErrors`, and reading goes on.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefAliases.h"
-#include "Format/Ifc/Def/IfcDefApplicableClasses.h"
-#include "Format/Ifc/Def/IfcDefErrors.h"
-#include "Format/Ifc/Def/IfcDefExtraExportInfo.h"
-#include "Host/Id/KivId.h"
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/IfcDefAliases.h"
+#include "kiv/Format/Ifc/Def/IfcDefApplicableClasses.h"
+#include "kiv/Format/Ifc/Def/IfcDefErrors.h"
+#include "kiv/Format/Ifc/Def/IfcDefExtraExportInfo.h"
+#include "kiv/Host/Id/KivId.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/IfcDefErrors.h"
+#include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 
 #include <array>
 #include <fstream>

@@ -13,7 +13,7 @@
 /// Errors:    none of its own; a problem in a document is a record here, never an exception.
 #pragma once
 
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -9,8 +9,8 @@
 /// Errors:    what the hook throws passes through the export.
 #pragma once
 
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <functional>
 

@@ -12,8 +12,8 @@
 /// Errors:    none of its own; an unknown child becomes a record.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefErrors.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Format/Ifc/Def/IfcDefErrors.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <iterator>
 #include <optional>

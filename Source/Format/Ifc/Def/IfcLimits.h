@@ -9,10 +9,10 @@
 /// Errors: what is beyond a limit is skipped or refused as it says there, and what stands beside it is still read.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,11 +1,11 @@
-#include "Format/Ifc/Def/PropertyNameSearcher.h"
+#include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
 
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityType.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <algorithm>
 #include <optional>
@@ -20,8 +20,8 @@ namespace {
 using TypeName = std::optional<std::string>;
 
 TypeName notImplemented(int line) {
-    def::schema::vAssertReport("Not implemented", "kiv::ifc::findPropertyTypeName",
-                               "Source/Format/Ifc/Def/PropertyNameSearcher", line);
+    def::vAssertReport("Not implemented", "kiv::ifc::findPropertyTypeName",
+                       "Source/Format/Ifc/Def/PropertyNameSearcher", line);
     return std::nullopt;
 }
 

@@ -4,8 +4,8 @@
 ///     findPropertyTypeName("IfcWall.Name", schema);               // IfcLabel
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPset.h"
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <optional>
 #include <string>

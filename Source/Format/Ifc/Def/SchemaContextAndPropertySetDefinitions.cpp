@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
 
 #include <algorithm>
 #include <utility>

@@ -9,8 +9,8 @@
 /// Errors:    what is not there is null; removing what is not there does nothing.
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 
 #include <compare>
 #include <functional>

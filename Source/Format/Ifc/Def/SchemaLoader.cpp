@@ -1,6 +1,6 @@
-#include "Format/Ifc/Def/SchemaLoader.h"
+#include "kiv/Format/Ifc/Def/SchemaLoader.h"
 
-#include "Host/KivException.h"
+#include "kiv/Base/Exception.h"
 
 #include <functional>
 #include <memory>

@@ -16,8 +16,8 @@
 ///            would occur) when a callback asks or frees the loader that is calling it; what the callback throws.
 #pragma once
 
-#include "Format/Ifc/Def/SchemaPset.h"
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include <atomic>
 #include <functional>

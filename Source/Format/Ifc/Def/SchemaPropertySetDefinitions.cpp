@@ -1,10 +1,10 @@
-#include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 
-#include "Format/Ifc/Def/IfcDefErrors.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Base/UpperCase.h"
+#include "kiv/Format/Ifc/Def/IfcDefErrors.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -44,7 +44,7 @@ bool SchemaPropertySetDefinitions::xmlSetAdd(const schema::Schema& schema, std::
                                              xml::XmlSetErrors& errors) {
     if (!set->checkForErrors(schema, errors))
         return false;
-    auto upperName = schema::sUpper(set->getName());
+    auto upperName = sUpper(set->getName());
     const auto place = sets_.lower_bound(upperName);
     if (place != sets_.end() && place->first == upperName) {
         set.reset();

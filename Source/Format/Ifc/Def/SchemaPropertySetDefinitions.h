@@ -11,14 +11,14 @@
 /// Errors:    what is not there is null or empty.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefBase.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaNameTable.h"
-#include "Format/Ifc/Def/SchemaHashTable.h"
-#include "Format/Ifc/Def/SchemaHashes.h"
-#include "Format/Ifc/Def/SchemaOrderedSets.h"
-#include "Format/Ifc/Def/SchemaSetsByClass.h"
-#include "Host/Id/KivId.h"
-#include "Host/KivExport.h"
+#include "Base/HashTable.h"
+#include "Base/NameTable.h"
+#include "Format/Ifc/Def/Store/GuidHash.h"
+#include "Format/Ifc/Def/Store/OrderedSets.h"
+#include "Format/Ifc/Def/Store/SetsByClass.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Host/Id/KivId.h"
 
 #include <functional>
 #include <map>
@@ -81,7 +81,7 @@ private:
 
     // In the order in which they are told; looked up by `setsByName_`, whose keys are its keys.
     std::map<std::string, std::unique_ptr<xml::SetDef>, std::less<>> sets_;
-    schema::NameTable<const xml::SetDef> setsByName_;
+    NameTable<const xml::SetDef> setsByName_;
     HashTable<kiv::Guid, xml::Def, GuidHash> defsByIfd_;
     SetsByClass setsByClass_;
     OrderedSets unrestrictedSets_;

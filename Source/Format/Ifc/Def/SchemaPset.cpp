@@ -1,7 +1,7 @@
-#include "Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
 
-#include "Format/Ifc/Def/SchemaPropertySetDefinitions.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <utility>
 

@@ -16,10 +16,10 @@
 /// Errors:    what is not found is null or empty; what a filter or visitor throws is passed on.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
-#include "Host/Id/KivId.h"
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
+#include "kiv/Host/Id/KivId.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,8 +1,8 @@
 /// The smallest set, member and type there can be, to test the bases by themselves.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefBase.h"
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
-#include "Format/Ifc/Def/IfcDefApplicableClasses.h"
+#include "kiv/Format/Ifc/Def/IfcDefApplicableClasses.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Base/NameHash.h"
 #include "Support/XmlFromText.h"
 
 #include <gtest/gtest.h>
@@ -75,7 +75,7 @@ TEST(ApplicableClasses, HashWidensBytesAsSignedChars) {
 }
 
 TEST(ApplicableClasses, HashIsTheOneThatEntitiesKeep) {
-    EXPECT_EQ(ApplicableClasses("IfcBeam/JOIST").getClassNameHash(), ifc::def::schema::nameHash("IfcBeam"));
+    EXPECT_EQ(ApplicableClasses("IfcBeam/JOIST").getClassNameHash(), kiv::nameHash("IfcBeam"));
 }
 
 TEST(ApplicableClasses, KeepTheirLine) {

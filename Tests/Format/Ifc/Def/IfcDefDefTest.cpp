@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
 
 #include "Format/Ifc/Def/DefDoubles.h"
 #include "Support/ErrorRecords.h"

@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
 

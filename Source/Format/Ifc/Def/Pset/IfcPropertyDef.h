@@ -11,8 +11,8 @@
 /// Errors:    an element that nobody knows becomes a record, and reading goes on.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefBase.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyType.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyType.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
-#include "Format/Ifc/Def/Pset/IfcPropertyType.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyType.h"
 
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 
 #include <type_traits>
 
@@ -42,8 +42,8 @@ std::unique_ptr<PropertyType> PropertyType::pCreate(const PropertyDef* property,
                              TypePropertyTableValue, TypePropertyReferenceValue, TypePropertyListValue,
                              TypeComplexProperty>(property, *child, errors);
     if (!type && !child->boNodeNameIs("TypeSimpleProperty"))
-        schema::vAssertReport("Unknown node", "kiv::ifc::def::pset::PropertyType::pCreate",
-                              "Source/Format/Ifc/Def/Pset/IfcPropertyType", 46);
+        vAssertReport("Unknown node", "kiv::ifc::def::pset::PropertyType::pCreate",
+                      "Source/Format/Ifc/Def/Pset/IfcPropertyType", 46);
     return type;
 }
 

@@ -9,7 +9,7 @@
 ///            lacks an assertion report.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
 
 #include <memory>
 

@@ -1,11 +1,11 @@
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 
+#include "Base/Ascii.h"
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "Host/Assert/KivAssert.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <algorithm>
 
@@ -32,7 +32,7 @@ constexpr std::string_view ListValueTag = "ListValue";
 /// Reports a name that the schema lacks; an empty one names nothing.
 void vNameExpect(const schema::Schema& schema, const std::string& name, std::string_view function, int line) {
     if (!name.empty() && kiv::assert::Assert::isEnabled() && !schema.pObjectFromName(name))
-        schema::vAssertReport("Excpeted name to exist in schema", function, SourcePath, line);
+        vAssertReport("Excpeted name to exist in schema", function, SourcePath, line);
 }
 
 kiv::xml::Element dataTypeExport(kiv::xml::Element& parent, std::string_view name) {
@@ -135,11 +135,11 @@ bool TypePropertySingleValue::boCheck(std::string_view tag, const kiv::xml::cons
 bool TypePropertySingleValue::boUnitTypeRead(const kiv::xml::const_Element& child) {
     constexpr std::string_view function = "kiv::ifc::def::pset::TypePropertySingleValue::boCheck";
     if (!xml::boAttributeTake(child, TypeAttribute, unitType_)) {
-        schema::vAssertReport("Could not find attribute", function, SourcePath, 149);
+        vAssertReport("Could not find attribute", function, SourcePath, 149);
         return false;
     }
     if (unitType_.ends_with(' '))
-        schema::vAssertReport("Name should not end with space", function, SourcePath, 145);
+        vAssertReport("Name should not end with space", function, SourcePath, 145);
     return true;
 }
 
@@ -257,8 +257,7 @@ void TypePropertyEnumeratedValue::vEnumListRead(const PropertyDef* property,
     else if (enumerationName_.starts_with(EnumerationPrefix))
         enumerationName_.erase(0, EnumerationPrefix.size());
     for (const auto& child : xml::ElementChildren(list)) {
-        const auto item =
-            schema::trimmed(xml::firstChildText(child).value_or(std::string_view()), WhiteSpace);
+        const auto item = ascii::trimmed(xml::firstChildText(child).value_or(std::string_view()), WhiteSpace);
         if (!item.empty())
             items_.emplace_back(item);
     }
@@ -359,9 +358,8 @@ TypeComplexProperty::TypeComplexProperty(const kiv::xml::const_Element& element,
         if (child.boNodeNameIs(PropertyDef::ElementName))
             properties_.emplace_back(nullptr, child, errors);
         else
-            schema::vAssertReport("Unknown node",
-                                  "kiv::ifc::def::pset::TypeComplexProperty::TypeComplexProperty", SourcePath,
-                                  583);
+            vAssertReport("Unknown node", "kiv::ifc::def::pset::TypeComplexProperty::TypeComplexProperty",
+                          SourcePath, 583);
     }
 }
 

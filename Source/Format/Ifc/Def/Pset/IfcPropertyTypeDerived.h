@@ -13,8 +13,8 @@
 ///            reports and never make a check fail.
 #pragma once
 
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "Format/Ifc/Def/Pset/IfcPropertyType.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyType.h"
 
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
 

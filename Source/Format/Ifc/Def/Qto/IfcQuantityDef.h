@@ -11,8 +11,8 @@
 /// Errors:    an element that nobody knows becomes a record, and reading goes on.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefBase.h"
-#include "Format/Ifc/Def/Qto/IfcQuantityType.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityType.h"
 
 #include <memory>
 #include <string>

@@ -1,9 +1,9 @@
-#include "Format/Ifc/Def/Qto/IfcQuantityType.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityType.h"
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Host/Assert/KivAssert.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 namespace kiv::ifc::def::qto {
 
@@ -25,20 +25,20 @@ std::unique_ptr<QuantityType> QuantityType::pCreate(const kiv::xml::const_Elemen
     constexpr std::string_view function = "kiv::ifc::def::qto::QuantityType::pCreate";
     const auto code = xml::firstChildText(element);
     if (!code) {
-        schema::vAssertReport("Child not found", function, SourcePath, 42);
+        vAssertReport("Child not found", function, SourcePath, 42);
         return nullptr;
     }
     auto type = pCreateAnyOf<QuantityTypeCount, QuantityTypeWeight, QuantityTypeLength, QuantityTypeArea,
                              QuantityTypeVolume, QuantityTypeTime>(*code);
     if (!type)
-        schema::vAssertReport("Unknown node", function, SourcePath, 38);
+        vAssertReport("Unknown node", function, SourcePath, 38);
     return type;
 }
 
 bool QuantityTypeSimple::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors&) const {
     if (kiv::assert::Assert::isEnabled() && !schema.pObjectFromName(sMeasureTypeName()))
-        schema::vAssertReport("Entity not found", "kiv::ifc::def::qto::QuantityTypeSimple::checkForErrors",
-                              SourcePath, 54);
+        vAssertReport("Entity not found", "kiv::ifc::def::qto::QuantityTypeSimple::checkForErrors",
+                      SourcePath, 54);
     return true;
 }
 

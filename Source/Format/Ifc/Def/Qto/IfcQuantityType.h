@@ -9,7 +9,7 @@
 ///            reports.
 #pragma once
 
-#include "Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
 
 #include <memory>
 #include <string>

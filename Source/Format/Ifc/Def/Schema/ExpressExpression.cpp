@@ -1,6 +1,6 @@
-#include "Format/Ifc/Def/Schema/ExpressExpression.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 
-#include "Host/KivArena.h"
+#include "Base/Arena.h"
 
 #include <stdexcept>
 #include <utility>

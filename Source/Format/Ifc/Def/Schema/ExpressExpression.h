@@ -9,7 +9,7 @@
 /// Errors:    none.
 #pragma once
 
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
 
 #include <cstddef>
 #include <cstdint>

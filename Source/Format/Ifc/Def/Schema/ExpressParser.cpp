@@ -1,7 +1,7 @@
-#include "Format/Ifc/Def/Schema/ExpressParser.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include <array>
 #include <cstddef>

@@ -12,9 +12,9 @@
 /// passes.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/ExpressExpression.h"
-#include "Format/Ifc/Def/Schema/ExpressTokenizer.h"
-#include "Host/KivArena.h"
+#include "Base/Arena.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressTokenizer.h"
 
 #include <exception>
 #include <string>

@@ -1,7 +1,7 @@
-#include "Format/Ifc/Def/Schema/ExpressTokenizer.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressTokenizer.h"
 
-#include "Format/Ifc/Def/Schema/ExpressParser.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Base/Words8.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 
 #include <algorithm>
 #include <array>

@@ -10,7 +10,7 @@
 ///            32-bit integer or no double raises std::out_of_range.
 #pragma once
 
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,13 +1,14 @@
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
+#include "Base/Arena.h"
+#include "Base/HashSort.h"
+#include "Base/Words8.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaHashSort.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "Host/KivArena.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
 #include <istream>

@@ -18,12 +18,12 @@
 ///            random source. Names that the text leaves unresolved are reported to the host's assertion service.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaNameDirectory.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaNameTable.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
-#include "Host/KivArena.h"
+#include "Base/Arena.h"
+#include "Base/NameDirectory.h"
+#include "Base/NameTable.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
 #include <array>
 #include <cstddef>

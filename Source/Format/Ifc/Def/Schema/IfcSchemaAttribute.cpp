@@ -1,9 +1,13 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
-#include "Host/KivArena.h"
+#include "Base/Arena.h"
+#include "Base/Ascii.h"
+#include "Base/NameHash.h"
+#include "Base/UpperCase.h"
+#include "Base/Words8.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 namespace kiv::ifc::def::schema {
 
@@ -31,7 +35,7 @@ AttributeBase::AttributeBase(Entity& entity, ReadLineHelper& line, std::string_v
         optional_ = true;
         rest.remove_prefix(found + optionalWord.size());
     }
-    rest = trimmedLeft(rest, BlankAndTab);
+    rest = ascii::trimmedLeft(rest, BlankAndTab);
     typeText_ = line.getKept(rest.substr(0, rest.find(';')));
 }
 
@@ -53,7 +57,7 @@ void AttributeBase::vUpdate(Schema& schema) {
 }
 
 std::uint32_t AttributeBase::getNameHash() const {
-    return schema::nameHash(name_);
+    return nameHash(name_);
 }
 
 std::uint32_t AttributeName::getHash() const {

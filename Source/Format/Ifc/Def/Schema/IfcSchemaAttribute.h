@@ -9,8 +9,8 @@
 ///            be set while others read it.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Base/Words8.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
 #include <cstdint>
 #include <span>

@@ -1,10 +1,10 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 namespace kiv::ifc::def::schema {
 

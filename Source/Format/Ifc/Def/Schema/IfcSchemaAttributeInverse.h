@@ -4,7 +4,7 @@
 /// Threads:   as `Attribute`.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 
 namespace kiv::ifc::def::xmlschema {
 class AttributeInverse;

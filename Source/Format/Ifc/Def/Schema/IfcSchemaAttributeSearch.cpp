@@ -1,6 +1,6 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <algorithm>
 #include <array>

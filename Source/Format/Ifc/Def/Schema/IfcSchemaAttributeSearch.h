@@ -12,8 +12,8 @@
 /// Errors:    what is not there is null.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 
 #include <cstddef>
 #include <memory>

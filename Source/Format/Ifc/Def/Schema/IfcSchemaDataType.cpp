@@ -1,12 +1,12 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Base/Words8.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
 #include <limits>

@@ -9,8 +9,8 @@
 /// Errors:    names that a type cannot resolve are assertion reports; the pointer stays null.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
-#include "Host/KivArena.h"
+#include "Base/Arena.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
 #include <cstdint>
 #include <iosfwd>

@@ -1,8 +1,8 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaDerive.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDerive.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <algorithm>
 

@@ -4,8 +4,8 @@
 /// Threads:   read-only once the schema is built.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 
 #include <optional>
 #include <string_view>

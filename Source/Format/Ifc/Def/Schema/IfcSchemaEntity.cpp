@@ -1,8 +1,10 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Base/Ascii.h"
+#include "Base/UpperCase.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include <istream>
 #include <utility>
@@ -216,8 +218,8 @@ private:
         return colon_ != npos;
     }
 
-    std::string_view nameBeforeColon() const { return trimmed(textBeforeColon(), BlankAndTab); }
-    std::string_view labelBeforeColon() const { return trimmedLeft(textBeforeColon(), BlankAndTab); }
+    std::string_view nameBeforeColon() const { return ascii::trimmed(textBeforeColon(), BlankAndTab); }
+    std::string_view labelBeforeColon() const { return ascii::trimmedLeft(textBeforeColon(), BlankAndTab); }
     std::string_view textBeforeColon() const { return line_.getLine().substr(0, colon_); }
     std::string_view textBehindColon() const { return line_.getLine().substr(colon_ + Colon.size()); }
 

@@ -10,13 +10,13 @@
 /// Errors:    names that resolve to nothing are assertion reports; look-ups answer null.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaDerive.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaUnique.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaWhere.h"
-#include "Host/KivArena.h"
+#include "Base/Arena.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDerive.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaUnique.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 
 #include <cstdint>
 #include <iosfwd>

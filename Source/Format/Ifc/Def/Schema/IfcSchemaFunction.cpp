@@ -1,6 +1,6 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
 
 #include <istream>
 

@@ -4,8 +4,8 @@
 /// Threads:   read-only once the schema is built.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <cstddef>
 #include <iosfwd>

@@ -1,15 +1,16 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Base/NameHash.h"
+#include "Base/UpperCase.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>
 
 namespace kiv::ifc::def::schema {
 
 ObjectBase::ObjectBase(ObjectBase::Type kind) :
-    kind_(kind), nameHash_(schema::nameHash({})), nameUpperHash_(nameHash_) {}
+    kind_(kind), nameHash_(nameHash({})), nameUpperHash_(nameHash_) {}
 
 ObjectBase::ObjectBase(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos,
                        std::size_t& nameEnd) :

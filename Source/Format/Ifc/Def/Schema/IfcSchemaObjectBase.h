@@ -8,7 +8,7 @@
 /// Errors:    none.
 #pragma once
 
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
 
 #include <cstddef>
 #include <cstdint>

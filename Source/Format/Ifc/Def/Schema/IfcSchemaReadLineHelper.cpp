@@ -1,7 +1,7 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
-#include "Host/KivException.h"
+#include "Base/Words8.h"
+#include "kiv/Base/Exception.h"
 
 #include <algorithm>
 #include <cstring>

@@ -5,8 +5,8 @@
 ///         use(line.getLine());
 #pragma once
 
-#include "Host/KivArena.h"
-#include "Host/KivExport.h"
+#include "Base/Arena.h"
+#include "kiv/Base/Export.h"
 
 #include <cstddef>
 #include <ios>

@@ -1,8 +1,8 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include <algorithm>
 #include <istream>

@@ -8,9 +8,9 @@
 /// Errors:    an underlying type that names no type is an assertion report; both pointers stay null.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaWhere.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 
 #include <iosfwd>
 #include <memory>

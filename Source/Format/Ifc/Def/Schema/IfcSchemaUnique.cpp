@@ -1,7 +1,8 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaUnique.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaUnique.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
+#include "Base/Ascii.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,7 +15,7 @@ void Unique::vUniqueAdd(const Entity&, std::string&& label, ReadLineHelper& line
     auto names = sListFromStringCommaSep(std::string(line.getLine().substr(0, end + 1)), pos);
     // The split keeps blanks behind an item; a name has none.
     for (auto& name : names)
-        name = std::string(trimmed(name, BlankAndTab));
+        name = std::string(ascii::trimmed(name, BlankAndTab));
     rules_.push_back({std::move(label), std::move(names)});
 }
 

@@ -4,7 +4,7 @@
 /// Threads:   read-only once the schema is built.
 #pragma once
 
-#include "Host/KivExport.h"
+#include "kiv/Base/Export.h"
 
 #include <cstddef>
 #include <string>

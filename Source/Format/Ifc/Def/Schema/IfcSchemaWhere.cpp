@@ -1,9 +1,9 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaWhere.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
-#include "Host/Assert/KivAssert.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <istream>
 

@@ -8,8 +8,8 @@
 /// Errors:    a rule that cannot be parsed is an assertion report; the rules before it are kept.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/ExpressParser.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <cstddef>
 #include <iosfwd>

@@ -1,9 +1,9 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <optional>
 #include <string>

@@ -5,9 +5,9 @@
 /// Errors:    what is wrong with an element is an assertion report, and the element is skipped.
 #pragma once
 
-#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 namespace kiv::ifc::def {
 class SchemaPset;

@@ -1,7 +1,7 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaAssert.h"
-#include "Host/Assert/KivAssert.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "kiv/Host/Assert/KivAssert.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -29,7 +29,7 @@ void vConfigReport(std::string_view message, std::string_view function, std::str
         return;
     const auto qualified = std::string("kiv::ifc::def::xmlschema::").append(function).append(callable);
     const auto file = std::string("Source/Format/Ifc/Def/XmlSchema/IfcXml").append(module);
-    schema::vAssertReport(message, qualified, file, 0);
+    vAssertReport(message, qualified, file, 0);
 }
 
 void vElementRead(const kiv::xml::const_Element& element, const ElementReader& reader,

@@ -2,8 +2,8 @@
 /// is read and what is unknown in it reported.
 #pragma once
 
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <cstdint>
 #include <functional>

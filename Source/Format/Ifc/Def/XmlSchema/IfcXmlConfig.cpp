@@ -1,15 +1,15 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaText.h"
-#include "Format/Ifc/Def/SchemaPset.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlEntity.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlType.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlEntity.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlType.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <string>
 #include <string_view>
@@ -89,7 +89,7 @@ const schema::Attribute* Config::pAttributeFind(const schema::Entity& entity, co
 
 const schema::AttributeInverse* Config::pAttributeInverseFind(const schema::Entity& entity,
                                                               const std::string& name) {
-    return reading_ ? reading_->searchInverse.pFind(entity, schema::sUpper(name))
+    return reading_ ? reading_->searchInverse.pFind(entity, sUpper(name))
                     : entity.pAttributeInverseFromName(name, true);
 }
 

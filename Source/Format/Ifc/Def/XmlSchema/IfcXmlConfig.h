@@ -11,13 +11,13 @@
 ///            no well-formed XML gives the report "Illegal xml document" and an empty configuration.
 #pragma once
 
-#include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <deque>
 #include <iosfwd>

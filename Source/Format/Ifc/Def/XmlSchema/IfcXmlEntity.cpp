@@ -1,9 +1,9 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlEntity.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlEntity.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
-#include "Format/Ifc/Def/SchemaPset.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
-#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include <string_view>
 

@@ -1,8 +1,8 @@
 /// A namespace of the target schema, "cnf:namespace".
 #pragma once
 
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <string>
 

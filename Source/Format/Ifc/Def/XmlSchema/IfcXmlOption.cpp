@@ -1,6 +1,6 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
 
-#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include <string_view>
 

@@ -1,9 +1,9 @@
 /// The options of a configuration that hold for all entities, "cnf:option".
 #pragma once
 
-#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 namespace kiv::ifc::def::xmlschema {
 

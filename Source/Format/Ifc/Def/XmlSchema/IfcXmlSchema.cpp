@@ -1,6 +1,6 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
 
-#include "Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include <string_view>
 

@@ -1,9 +1,9 @@
 /// The target schema of a configuration, "cnf:schema", with its namespace.
 #pragma once
 
-#include "Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <string>
 

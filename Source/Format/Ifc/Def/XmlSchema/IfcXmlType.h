@@ -1,8 +1,8 @@
 /// Reader of "cnf:type". What it says is known, and nothing of it is kept.
 #pragma once
 
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 namespace kiv::ifc::def {
 class SchemaPset;

@@ -1,8 +1,8 @@
 /// The element that encloses a unit of serialisation, "cnf:uosElement".
 #pragma once
 
-#include "Host/KivExport.h"
-#include "Host/Xml/KivXml.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <string>
 

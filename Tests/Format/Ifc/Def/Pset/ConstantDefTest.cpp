@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 
 #include "Support/ErrorRecords.h"
 #include "Support/XmlFromText.h"

@@ -1,10 +1,10 @@
-#include "Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "Support/AssertCollector.h"
 #include "Support/ErrorRecords.h"
 #include "Support/SchemaFromText.h"
 #include "Support/XmlFromText.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/Pset/IfcPropertyType.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyType.h"
 
 #include "Format/Ifc/Def/Pset/PropertyTypeReading.h"
 #include "Support/ErrorRecords.h"

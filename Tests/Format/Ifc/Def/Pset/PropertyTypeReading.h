@@ -1,10 +1,10 @@
 /// Reads, checks and writes property types, for the tests of their kinds.
 #pragma once
 
-#include "Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
 #include "Support/XmlFromText.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 
 #include <gtest/gtest.h>
 

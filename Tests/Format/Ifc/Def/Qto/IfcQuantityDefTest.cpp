@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
 #include "Support/AssertCollector.h"
 #include "Support/ErrorRecords.h"

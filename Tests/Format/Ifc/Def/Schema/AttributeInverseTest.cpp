@@ -1,9 +1,9 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

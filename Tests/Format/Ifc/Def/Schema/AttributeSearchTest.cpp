@@ -1,8 +1,8 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include <gtest/gtest.h>
 

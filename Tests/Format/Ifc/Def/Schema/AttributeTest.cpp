@@ -1,10 +1,10 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

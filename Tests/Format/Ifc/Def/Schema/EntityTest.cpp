@@ -1,11 +1,11 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
-#include "Host/KivException.h"
 #include "Support/AssertCollector.h"
 #include "Support/FailingStream.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

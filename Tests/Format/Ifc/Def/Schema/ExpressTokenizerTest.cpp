@@ -1,7 +1,7 @@
-#include "Format/Ifc/Def/Schema/ExpressTokenizer.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressTokenizer.h"
 
-#include "Format/Ifc/Def/Schema/ExpressParser.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

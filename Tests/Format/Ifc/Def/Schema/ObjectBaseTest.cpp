@@ -1,8 +1,8 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
+#include "Base/Arena.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
-#include "Host/KivArena.h"
-#include "Host/KivException.h"
 #include "Support/FailingStream.h"
+#include "kiv/Base/Exception.h"
 
 #include <gtest/gtest.h>
 

@@ -1,15 +1,15 @@
 // Texts that nobody would write but somebody may send: deep, long, circular, cut and broken ones.
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
-#include "Format/Ifc/Def/Schema/ModelText.h"
 #include "Format/Ifc/Def/Schema/SampleText.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
-#include "Host/KivException.h"
 #include "Support/AssertCollector.h"
 #include "Support/ExpressionText.h"
+#include "Support/ModelText.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,15 +1,15 @@
 // How the text is found and framed: pStepStreamRead and the statement loop of Schema.
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaFunction.h"
-#include "Format/Ifc/Def/Schema/ModelText.h"
 #include "Format/Ifc/Def/Schema/SampleText.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
-#include "Host/KivException.h"
 #include "Support/AssertCollector.h"
 #include "Support/FailingStream.h"
+#include "Support/ModelText.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
 #include "Support/AssertCollector.h"

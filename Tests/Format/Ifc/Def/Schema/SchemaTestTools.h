@@ -1,13 +1,13 @@
 /// What the tests of the schema reader share beside Tests/Support.
 #pragma once
 
-#include "Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <ctime>
 #include <initializer_list>
-#include <sstream>
 #include <span>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>

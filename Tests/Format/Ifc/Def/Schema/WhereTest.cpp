@@ -1,12 +1,12 @@
-#include "Format/Ifc/Def/Schema/IfcSchemaWhere.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchema.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
-#include "Host/KivException.h"
 #include "Support/AssertCollector.h"
 #include "Support/ExpressionText.h"
 #include "Support/FailingStream.h"
 #include "Support/SchemaFromText.h"
+#include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -5,10 +5,10 @@
 ///     EXPECT_EQ(read.reports.getRecords(), Reports());
 #pragma once
 
-#include "Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
 #include "Support/SchemaPsetFromText.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
 
 #include "Format/Ifc/Def/XmlSchema/ConfigTools.h"
 #include "Support/Allocations.h"

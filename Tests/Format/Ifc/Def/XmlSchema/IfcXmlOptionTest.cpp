@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
 
 #include "Format/Ifc/Def/XmlSchema/ConfigTools.h"
 

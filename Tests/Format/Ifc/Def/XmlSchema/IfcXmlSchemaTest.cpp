@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
 
 #include "Format/Ifc/Def/XmlSchema/ConfigTools.h"
 

@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlType.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlType.h"
 
 #include "Format/Ifc/Def/XmlSchema/ConfigTools.h"
 #include "Support/XmlFromText.h"

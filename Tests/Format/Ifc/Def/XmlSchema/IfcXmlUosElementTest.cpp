@@ -1,4 +1,4 @@
-#include "Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
 
 #include "Format/Ifc/Def/XmlSchema/ConfigTools.h"
 
