@@ -14,7 +14,7 @@ dev_tidy() {
     # Both run to their end, so that one run shows all.
     xargs -P "$(nproc)" -n 2 clang-tidy -p build/dev --quiet <<<"$files" || failed=1
     cppcheck --std=c++20 --language=c++ --enable=warning,performance,portability --inline-suppr --quiet \
-        -j "$(nproc)" --error-exitcode=1 --suppressions-list=.cppcheck -I Source -I Tools -I Fuzz \
+        -j "$(nproc)" --error-exitcode=1 --suppressions-list=.cppcheck -I build/dev/include -I Source -I Tools -I Fuzz \
         --file-list=- <<<"$files" || failed=1
     [ $failed -ne 0 ] || echo "tidy: nothing found in $(wc -l <<<"$files") files"
     return $failed
