@@ -1,5 +1,6 @@
-// Counts the work of the whole program for Growth.h: what compilers call at each basic block, and functions of the C library
-// and of libexpat, which are called here first, by shared libraries too, and then where they are.
+// Counts the work of the whole program for Growth.h: what compilers call at each basic block, and functions
+// of the C library and of libexpat, which are called here first, by shared libraries too, and then where they
+// are.
 
 #include "Support/Growth.h"
 
@@ -45,8 +46,8 @@ int compared(const void* left, const void* right, std::size_t size) {
     return at == size ? 0 : leftBytes[at] - rightBytes[at];
 }
 
-/// The text that libexpat has been given and looks at once more, from the beginning of a piece of markup that was not
-/// complete, when more comes.
+/// The text that libexpat has been given and looks at once more, from the beginning of a piece of markup that
+/// was not complete, when more comes.
 struct OpenMarkup {
     XML_Parser parser;
     int size;
@@ -61,8 +62,8 @@ int openSizeOf(XML_Parser parser) {
 
 } // namespace
 
-// Declared under names of our own, so that the compiler does not take them for the functions that it knows. Exported, so
-// that shared libraries find them.
+// Declared under names of our own, so that the compiler does not take them for the functions that it knows.
+// Exported, so that shared libraries find them.
 #pragma GCC visibility push(default)
 extern "C" {
 

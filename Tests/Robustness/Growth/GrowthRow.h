@@ -1,5 +1,5 @@
-/// Families of hostile input, and the law that holds for them: the work to read a text is in proportion to its size.
-/// Support/Growth.h says how that is judged, and what is done where it cannot be.
+/// Families of hostile input, and the law that holds for them: the work to read a text is in proportion to
+/// its size. Support/Growth.h says how that is judged, and what is done where it cannot be.
 ///
 ///     vGrowthExpect({{"entities", 50'000, [](std::size_t count) { return sEntities(count); }}}, vSchemaRead);
 #pragma once
@@ -14,7 +14,8 @@ namespace kiv::test {
 
 struct GrowthRow {
     std::string name;
-    /// Work is judged at a tenth and at a fifth of it, which takes moments. A sanitizer sees a text of the whole size.
+    /// Work is judged at a tenth and at a fifth of it, which takes moments. A sanitizer sees a text of the
+    /// whole size.
     std::size_t size;
     std::function<std::string(std::size_t)> text;
 };
