@@ -100,6 +100,11 @@ const std::vector<MessageRow> Rows{
      "<LowerBoundValue value='A'/></ValueRangeDef></TypePropertyBoundedValue></PropertyType></PropertyDef>"
      "</PropertyDefs></PropertySetDef>",
      "Excpeted name to exist in schema", "kiv::ifc::def::pset::TypePropertyBoundedValue::checkForErrors"},
+    {Set,
+     "<PropertySetDef><PropertyDefs><PropertyDef><PropertyType><TypePropertyBoundedValue><ValueRangeDef>"
+     "<UpperBoundValue value='A'/></ValueRangeDef></TypePropertyBoundedValue></PropertyType></PropertyDef>"
+     "</PropertyDefs></PropertySetDef>",
+     "Excpeted name to exist in schema", "kiv::ifc::def::pset::TypePropertyBoundedValue::checkForErrors"},
     {Set, "<QtoSetDef><QtoDefs><QtoDef><QtoType/></QtoDef></QtoDefs></QtoSetDef>", "Child not found",
      "kiv::ifc::def::qto::QuantityType::pCreate"},
     {Set, "<QtoSetDef><QtoDefs><QtoDef><QtoType>A</QtoType></QtoDef></QtoDefs></QtoSetDef>", "Unknown node",

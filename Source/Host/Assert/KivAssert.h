@@ -35,7 +35,8 @@ struct AssertInfo {
     std::string_view function;
     /// The source path of the module that reports, without extension.
     std::string_view file;
-    /// The line of the check in that source, counted from 1.
+    /// The number by which hosts filter the checks of that module; it never changes and is no position in
+    /// today's source. 0 when a check has none.
     std::int32_t line = 0;
 };
 

@@ -32,8 +32,7 @@ kiv::Guid guidRead(const kiv::xml::const_Element& element, XmlSetErrors& errors)
     kiv::Guid guid;
     const auto attribute = element.AttributeNodeGet(GuidAttribute);
     if (attribute && !guid.boSet(attribute->getValueView()))
-        errors.vErrorAdd(ErrorKind::Error, attribute->getValue(), "Illegal ifdguid in xml file",
-                         element.getLine());
+        vRecordAdd(errors, RecordMessage::IllegalGuid, attribute->getValue(), element.getLine());
     return guid;
 }
 
@@ -45,7 +44,7 @@ TemplateType templateTypeRead(const kiv::xml::const_Element& element, XmlSetErro
         std::find(TemplateTypeTexts.begin(), TemplateTypeTexts.end(), attribute->getValueView());
     if (found != TemplateTypeTexts.end())
         return static_cast<TemplateType>(found - TemplateTypeTexts.begin());
-    errors.vErrorAdd(ErrorKind::Error, attribute->getValue(), "Illegal templatetype used", element.getLine());
+    vRecordAdd(errors, RecordMessage::IllegalTemplateType, attribute->getValue(), element.getLine());
     return TemplateType::NOTDEFINED;
 }
 
@@ -132,11 +131,10 @@ kiv::xml::Element Def::exportBegin(kiv::xml::Element& parent, std::string_view t
     return element;
 }
 
-void Def::vEntityExpect(const schema::Schema& schema, const TypeBase& type, std::string_view function,
-                        std::string_view file, int line) {
+void Def::vEntityExpect(const schema::Schema& schema, const TypeBase& type, Report report) {
     if (kiv::assert::Assert::isEnabled() &&
         !schema::Entity::pFrom(schema.pObjectFromName(type.sEntityName())))
-        vAssertReport("Entity not found", function, file, line);
+        vReport(report);
 }
 
 void Def::vGuidExport(kiv::xml::Element& element, const ExtraExportInfo* info) const {
@@ -149,7 +147,7 @@ void Def::vGuidExport(kiv::xml::Element& element, const ExtraExportInfo* info) c
 /// What is wrong with an applicable class, and whether it makes the check fail.
 struct SetDef::Finding {
     std::string item;
-    const char* message;
+    RecordMessage message;
     bool fails;
 };
 
@@ -229,7 +227,7 @@ bool SetDef::checkForErrors(const schema::Schema& schema, XmlSetErrors& errors) 
             continue;
         // Each finding decides anew, so that the last one has the say.
         passes = !finding->fails;
-        errors.vErrorAdd(ErrorKind::Error, std::move(finding->item), finding->message, applicable.getLine());
+        vRecordAdd(errors, finding->message, std::move(finding->item), applicable.getLine());
     }
     if (!errors.getRecords().empty())
         errors.vSetNameSet(getName());
@@ -241,23 +239,19 @@ std::optional<SetDef::Finding> SetDef::findingOf(const ApplicableClasses& applic
                                                  PredefinedTypes& predefinedTypes) {
     const auto* entity = schema::Entity::pFrom(schema.pObjectFromName(applicable.getClassName()));
     if (!entity)
-        return Finding{applicable.getClassName(),
-                       "Applicable class in xml set is not defined in schema (contain spaces?)", false};
+        return Finding{applicable.getClassName(), RecordMessage::ClassNotFound, false};
     if (applicable.getPredefinedType().empty())
         return std::nullopt;
 
     const auto* attribute = predefinedTypes.pAttributeOf(*entity);
     if (!attribute)
-        return Finding{applicable.sCombined(),
-                       "Predefined type set on xml set, but no \"PredefinedType\" attribute found on entity",
-                       false};
+        return Finding{applicable.sCombined(), RecordMessage::PredefinedTypeNotDeclared, false};
     const auto* type = schema::Type::pFrom(attribute->pFirstType());
     if (!type)
-        return Finding{applicable.sCombined(), "Attribute predefinedType is doesnt exist on entity", true};
+        return Finding{applicable.sCombined(), RecordMessage::PredefinedTypeNotDefinedType, true};
     if (boEnumerationHolds(*type, applicable.getPredefinedType()))
         return std::nullopt;
-    return Finding{applicable.getClassName(),
-                   "Predefined type set on xml set, but the value is illegal for this enumeration", false};
+    return Finding{applicable.getClassName(), RecordMessage::PredefinedTypeIllegal, false};
 }
 
 TypeBase::~TypeBase() = default;

@@ -28,6 +28,10 @@
 #include <string_view>
 #include <vector>
 
+namespace kiv::ifc::def {
+enum class Report : std::uint8_t;
+}
+
 namespace kiv::ifc::def::schema {
 class Schema;
 }
@@ -124,10 +128,8 @@ protected:
     kiv::xml::Element exportBegin(kiv::xml::Element& parent, std::string_view tag,
                                   const ExtraExportInfo* info) const;
 
-    /// Reports a type whose IFC entity the schema lacks or has as something else. The caller's place is that
-    /// of the report.
-    static void vEntityExpect(const schema::Schema& schema, const TypeBase& type, std::string_view function,
-                              std::string_view file, int line);
+    /// Reports a type whose IFC entity the schema lacks or has as something else.
+    static void vEntityExpect(const schema::Schema& schema, const TypeBase& type, Report report);
 
 private:
     void vGuidExport(kiv::xml::Element& element, const ExtraExportInfo* info) const;

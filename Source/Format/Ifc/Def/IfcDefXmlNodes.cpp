@@ -1,5 +1,7 @@
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
 
+#include <utility>
+
 namespace kiv::ifc::def::xml {
 
 std::optional<std::string_view> firstChildText(const kiv::xml::const_Element& element) {
@@ -22,8 +24,12 @@ bool boAttributeTake(const kiv::xml::const_Element& element, std::string_view na
     return true;
 }
 
+void vRecordAdd(XmlSetErrors& errors, RecordMessage message, std::string item, std::size_t line) {
+    errors.vErrorAdd(ErrorKind::Error, std::move(item), std::string(textOf(message)), line);
+}
+
 void vUnknownNodeAdd(const kiv::xml::const_Element& child, XmlSetErrors& errors) {
-    errors.vErrorAdd(ErrorKind::Error, child.tagName(), "Unknown xml node", child.getLine());
+    vRecordAdd(errors, RecordMessage::UnknownNode, child.tagName(), child.getLine());
 }
 
 void vTextElementAppend(kiv::xml::Element& parent, std::string_view tag, std::string_view text) {

@@ -12,9 +12,11 @@
 /// Errors:    none of its own; an unknown child becomes a record.
 #pragma once
 
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 #include "kiv/Host/Xml/KivXml.h"
 
+#include <cstddef>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -66,6 +68,9 @@ void vTextTake(const kiv::xml::const_Element& element, std::string& target);
 /// Puts the attribute's value into `target`; false, and `target` stays as it is, when the attribute is
 /// absent.
 bool boAttributeTake(const kiv::xml::const_Element& element, std::string_view name, std::string& target);
+
+/// Appends an error record; `item` is what it concerns and `line` where that is in the document.
+void vRecordAdd(XmlSetErrors& errors, RecordMessage message, std::string item, std::size_t line);
 
 /// Records a child that nobody understood, with its tag as the item.
 void vUnknownNodeAdd(const kiv::xml::const_Element& child, XmlSetErrors& errors);

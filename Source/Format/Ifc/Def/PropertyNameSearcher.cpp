@@ -19,9 +19,8 @@ namespace {
 
 using TypeName = std::optional<std::string>;
 
-TypeName notImplemented(int line) {
-    def::vAssertReport("Not implemented", "kiv::ifc::findPropertyTypeName",
-                       "Source/Format/Ifc/Def/PropertyNameSearcher", line);
+TypeName notKnown(def::Report report) {
+    def::vReport(report);
     return std::nullopt;
 }
 
@@ -41,13 +40,13 @@ TypeName typeNameOfProperty(const def::pset::PropertyType* type) {
     if (pAs<TypePropertyTableValue>(type) || pAs<TypePropertyListValue>(type) ||
         pAs<TypeComplexProperty>(type))
         return std::nullopt;
-    return notImplemented(44);
+    return notKnown(def::Report::PropertyTypeNameNotKnown);
 }
 
 TypeName typeNameOfQuantity(const def::qto::QuantityType* type) {
     if (const auto* const simple = pAs<def::qto::QuantityTypeSimple>(type))
         return simple->sMeasureTypeName();
-    return notImplemented(64);
+    return notKnown(def::Report::QuantityTypeNameNotKnown);
 }
 
 /// The first member of that name; null when there is none.

@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 
 #include <algorithm>
 #include <type_traits>
@@ -52,8 +53,7 @@ std::string PropertyDef::getEntityName() const {
 bool PropertyDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
     if (!type_)
         return true;
-    vEntityExpect(schema, *type_, "kiv::ifc::def::pset::PropertyDef::checkForErrors",
-                  "Source/Format/Ifc/Def/Pset/IfcPropertyDef", 83);
+    vEntityExpect(schema, *type_, Report::PropertyEntityNotFound);
     type_->checkForErrors(schema, errors);
     return true;
 }

@@ -42,8 +42,7 @@ std::unique_ptr<PropertyType> PropertyType::pCreate(const PropertyDef* property,
                              TypePropertyTableValue, TypePropertyReferenceValue, TypePropertyListValue,
                              TypeComplexProperty>(property, *child, errors);
     if (!type && !child->boNodeNameIs("TypeSimpleProperty"))
-        vAssertReport("Unknown node", "kiv::ifc::def::pset::PropertyType::pCreate",
-                      "Source/Format/Ifc/Def/Pset/IfcPropertyType", 46);
+        vReport(Report::PropertyTypeUnknown);
     return type;
 }
 

@@ -13,7 +13,6 @@ namespace kiv::ifc::def::pset {
 
 namespace {
 
-constexpr std::string_view SourcePath = "Source/Format/Ifc/Def/Pset/IfcPropertyTypeDerived";
 constexpr std::string_view WhiteSpace = " \t\n\v\f\r";
 
 constexpr std::string_view DataTypeTag = "DataType";
@@ -30,9 +29,9 @@ constexpr std::string_view DefinedValueTag = "DefinedValue";
 constexpr std::string_view ListValueTag = "ListValue";
 
 /// Reports a name that the schema lacks; an empty one names nothing.
-void vNameExpect(const schema::Schema& schema, const std::string& name, std::string_view function, int line) {
+void vNameExpect(const schema::Schema& schema, const std::string& name, Report report) {
     if (!name.empty() && kiv::assert::Assert::isEnabled() && !schema.pObjectFromName(name))
-        vAssertReport("Excpeted name to exist in schema", function, SourcePath, line);
+        vReport(report);
 }
 
 kiv::xml::Element dataTypeExport(kiv::xml::Element& parent, std::string_view name) {
@@ -94,7 +93,7 @@ bool TypePropertyReferenceValue::boCheck(std::string_view tag, const kiv::xml::c
 }
 
 bool TypePropertyReferenceValue::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors&) const {
-    vNameExpect(schema, dataTypeName_, "kiv::ifc::def::pset::TypePropertyReferenceValue::checkForErrors", 68);
+    vNameExpect(schema, dataTypeName_, Report::DataTypeNotFound);
     return true;
 }
 
@@ -133,13 +132,12 @@ bool TypePropertySingleValue::boCheck(std::string_view tag, const kiv::xml::cons
 }
 
 bool TypePropertySingleValue::boUnitTypeRead(const kiv::xml::const_Element& child) {
-    constexpr std::string_view function = "kiv::ifc::def::pset::TypePropertySingleValue::boCheck";
     if (!xml::boAttributeTake(child, TypeAttribute, unitType_)) {
-        vAssertReport("Could not find attribute", function, SourcePath, 149);
+        vReport(Report::UnitTypeNotGiven);
         return false;
     }
     if (unitType_.ends_with(' '))
-        vAssertReport("Name should not end with space", function, SourcePath, 145);
+        vReport(Report::UnitTypeEndsWithBlank);
     return true;
 }
 
@@ -169,8 +167,7 @@ void TypePropertyBoundedValue::vRangeRead(const kiv::xml::const_Element& range, 
         else if (tag == UpperBoundTag)
             xml::boAttributeTake(child, BoundAttribute, upperBoundValue_);
         else
-            errors.vErrorAdd(xml::ErrorKind::Error, child.tagName(), "Unknown xml node in ValueRangeDef",
-                             child.getLine());
+            xml::vRecordAdd(errors, RecordMessage::UnknownNodeInRange, child.tagName(), child.getLine());
     }
 }
 
@@ -179,11 +176,10 @@ std::string TypePropertyBoundedValue::sEntityName() const {
 }
 
 bool TypePropertyBoundedValue::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
-    constexpr std::string_view function = "kiv::ifc::def::pset::TypePropertyBoundedValue::checkForErrors";
     if (!TypePropertySingleValue::checkForErrors(schema, errors))
         return false;
-    vNameExpect(schema, lowerBoundValue_, function, 393);
-    vNameExpect(schema, upperBoundValue_, function, 399);
+    vNameExpect(schema, lowerBoundValue_, Report::LowerBoundNotFound);
+    vNameExpect(schema, upperBoundValue_, Report::UpperBoundNotFound);
     return true;
 }
 
@@ -358,8 +354,7 @@ TypeComplexProperty::TypeComplexProperty(const kiv::xml::const_Element& element,
         if (child.boNodeNameIs(PropertyDef::ElementName))
             properties_.emplace_back(nullptr, child, errors);
         else
-            vAssertReport("Unknown node", "kiv::ifc::def::pset::TypeComplexProperty::TypeComplexProperty",
-                          SourcePath, 583);
+            vReport(Report::ComplexPropertyChildUnknown);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 
 #include <type_traits>
 #include <utility>
@@ -51,8 +52,7 @@ std::string QuantityDef::getEntityName() const {
 bool QuantityDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
     if (!type_)
         return true;
-    vEntityExpect(schema, *type_, "kiv::ifc::def::qto::QuantityDef::checkForErrors",
-                  "Source/Format/Ifc/Def/Qto/IfcQuantityDef", 79);
+    vEntityExpect(schema, *type_, Report::QuantityEntityNotFound);
     type_->checkForErrors(schema, errors);
     return true;
 }

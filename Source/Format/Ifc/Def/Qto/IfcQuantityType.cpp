@@ -9,8 +9,6 @@ namespace kiv::ifc::def::qto {
 
 namespace {
 
-constexpr std::string_view SourcePath = "Source/Format/Ifc/Def/Qto/IfcQuantityType";
-
 /// Makes the first of the kinds that has that code; null when none has.
 template <typename... Kinds>
 std::unique_ptr<QuantityType> pCreateAnyOf(std::string_view code) {
@@ -22,23 +20,21 @@ std::unique_ptr<QuantityType> pCreateAnyOf(std::string_view code) {
 } // namespace
 
 std::unique_ptr<QuantityType> QuantityType::pCreate(const kiv::xml::const_Element& element) {
-    constexpr std::string_view function = "kiv::ifc::def::qto::QuantityType::pCreate";
     const auto code = xml::firstChildText(element);
     if (!code) {
-        vAssertReport("Child not found", function, SourcePath, 42);
+        vReport(Report::QuantityTypeNotGiven);
         return nullptr;
     }
     auto type = pCreateAnyOf<QuantityTypeCount, QuantityTypeWeight, QuantityTypeLength, QuantityTypeArea,
                              QuantityTypeVolume, QuantityTypeTime>(*code);
     if (!type)
-        vAssertReport("Unknown node", function, SourcePath, 38);
+        vReport(Report::QuantityTypeUnknown);
     return type;
 }
 
 bool QuantityTypeSimple::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors&) const {
     if (kiv::assert::Assert::isEnabled() && !schema.pObjectFromName(sMeasureTypeName()))
-        vAssertReport("Entity not found", "kiv::ifc::def::qto::QuantityTypeSimple::checkForErrors",
-                      SourcePath, 54);
+        vReport(Report::MeasureTypeNotFound);
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
@@ -79,7 +80,7 @@ class ExpressParser::NestingGuard {
 public:
     explicit NestingGuard(ExpressParser& parser) : nesting_(parser.nesting_) {
         if (nesting_ > ExpressionNestingMax)
-            parser.vFail("Unexpected token");
+            parser.vFail(std::string(textOf(SyntaxMessage::UnexpectedToken)));
         ++nesting_;
     }
     ~NestingGuard() { --nesting_; }
@@ -127,7 +128,8 @@ std::string_view ExpressParser::expect(Kind kind) {
     const auto text = current_.text;
     vNext();
     if (got != kind)
-        vFail("Expected token " + sTokenKindName(kind) + " but got " + sTokenKindName(got));
+        vFail(std::string(textOf(SyntaxMessage::OtherTokenExpected)) + sTokenKindName(kind) + " but got " +
+              sTokenKindName(got));
     return text;
 }
 
@@ -296,7 +298,7 @@ IntervalOperator ExpressParser::parseIntervalOperator() {
         return IntervalOperator::Less;
     if (boAccept(Kind::LESS_OR_EQUAL))
         return IntervalOperator::LessOrEqual;
-    vFail("Expected a interval operator");
+    vFail(std::string(textOf(SyntaxMessage::IntervalOperatorExpected)));
 }
 
 // query = "QUERY" "(" IDENTIFIER "<*" simple_expression "|" expression ")"
@@ -356,7 +358,7 @@ ExpressionPtr ExpressParser::parsePrimary() {
     if (boAccept(Kind::QUESTION))
         return parseQualifiers(pMake<ConstantExpression>(Constant::Indeterminate));
     if (!isNext(Kind::IDENTIFIER))
-        vFail("Unexpected token");
+        vFail(std::string(textOf(SyntaxMessage::UnexpectedToken)));
     const auto name = expect(Kind::IDENTIFIER);
     if (isNext(Kind::LEFT_PAREN))
         return parseQualifiers(parseCall(name));

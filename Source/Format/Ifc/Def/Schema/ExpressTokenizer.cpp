@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/Schema/ExpressTokenizer.h"
 
 #include "Base/Words8.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 
 #include <algorithm>
@@ -345,8 +346,8 @@ ExpressTokenKind ExpressTokenizer::kindRead(ExpressTokenView& token) {
         default:
             if (isDigit(byte))
                 return numberRead(token);
-            throw ExpressParser::SyntaxError(std::string("ExpressTokenizer didn't expect the character ") +
-                                             byte + " here...");
+            throw ExpressParser::SyntaxError(std::string(textOf(SyntaxMessage::UnexpectedCharacter)) + byte +
+                                             " here...");
         }
     }
 }

@@ -23,8 +23,7 @@ void AttributeInverse::vUpdate(Schema& schema) {
     if (referredEntity_)
         referredAttribute_ = schema.pAttributeSearch(*referredEntity_, AttributeName(forAttributeName_));
     if (!referredAttribute_)
-        vAssertReport("Entity not found", "kiv::ifc::def::schema::AttributeInverse::vUpdate",
-                      "Source/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse", 0);
+        vReport(Report::InverseNotFound);
 }
 
 } // namespace kiv::ifc::def::schema

@@ -18,8 +18,6 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-constexpr std::string_view File = "Source/Format/Ifc/Def/Schema/IfcSchemaDataType";
-
 /// So many items of an enumeration, behind those that are in order, are put in their places one by one.
 constexpr std::ptrdiff_t FewUnordered = 8;
 
@@ -307,7 +305,7 @@ void DataTypeSelect::vUpdate(Schema& schema) {
     for (const auto& name : memberNames_) {
         const auto* const member = schema.pObjectFromName(name);
         if (!member) {
-            vAssertReport("Object not found", "kiv::ifc::def::schema::DataTypeSelect::vUpdate", File, 453);
+            vReport(Report::SelectMemberNotFound);
             continue;
         }
         members_.push_back(member);
@@ -453,6 +451,17 @@ void DataTypeListBase<N>::vUniqueRead(std::string_view& text, bool& unique) {
     text.remove_prefix(std::min(found + std::string_view("UNIQUE ").size(), text.size()));
 }
 
+namespace {
+
+/// The report of an aggregate whose element the schema lacks.
+constexpr Report elementNotFound(std::uint32_t kind) {
+    if (kind == 9)
+        return Report::ArrayElementNotFound;
+    return kind == 10 ? Report::ListElementNotFound : Report::SetElementNotFound;
+}
+
+} // namespace
+
 template <std::uint32_t N>
 void DataTypeListBase<N>::vUpdate(Schema& schema) {
     if (element_)
@@ -463,9 +472,7 @@ void DataTypeListBase<N>::vUpdate(Schema& schema) {
     if (!element_ && !nesting.isTooDeep())
         element_ = DataTypeBase::pTypeCreateOnSchema(schema, elementText_, true);
     if (!element_)
-        vAssertReport("Type not found",
-                      "kiv::ifc::def::schema::DataTypeListBase<" + std::to_string(N) + ">::vUpdate", File,
-                      228);
+        vReport(elementNotFound(N));
 }
 
 template <std::uint32_t N>

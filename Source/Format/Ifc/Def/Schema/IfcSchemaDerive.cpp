@@ -31,8 +31,7 @@ std::optional<AttributeName> DeriveValue::redeclaredName() const {
 void DeriveValue::vRedeclaredSet(const Attribute* attribute) {
     redeclared_ = attribute;
     if (!attribute)
-        vAssertReport("Attribute not found", "kiv::ifc::def::schema::DeriveValue::update",
-                      "Source/Format/Ifc/Def/Schema/IfcSchemaDerive", 30);
+        vReport(Report::DerivedNotFound);
 }
 
 bool Derive::boRedeclares() const {

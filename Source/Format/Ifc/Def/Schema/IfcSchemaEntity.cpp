@@ -19,11 +19,6 @@ constexpr auto npos = std::string_view::npos;
 /// Most entities that declare attributes declare no more.
 constexpr std::size_t FewAttributes = 4;
 
-void vEntityNotFoundReport(int line) {
-    vAssertReport("Entity not found", "kiv::ifc::def::schema::Entity::vUpdate",
-                  "Source/Format/Ifc/Def/Schema/IfcSchemaEntity", line);
-}
-
 std::size_t supertypeCount(const Entity& entity) {
     std::size_t count = 0;
     for (const auto* above = entity.pSupertype(); above; above = above->pSupertype())
@@ -299,7 +294,7 @@ void Entity::vSupertypeResolve(const Schema& schema) {
     auto* const entity = pFrom(found) ? static_cast<Entity*>(found) : nullptr;
     // An entity above itself would have no root, and walks along supertypes no end.
     if (!entity || entity->getTopmost() == this) {
-        vEntityNotFoundReport(316);
+        vReport(Report::SupertypeNotFound);
         return;
     }
     supertype_ = entity;
@@ -321,7 +316,7 @@ void Entity::vSubtypesResolve(const Schema& schema) {
         if (const auto* subtype = pFrom(schema.pObjectFromName(name)))
             subtypes_.push_back(subtype);
         else
-            vEntityNotFoundReport(325);
+            vReport(Report::SubtypeNotFound);
     }
 }
 

@@ -86,8 +86,7 @@ void Type::vUpdate(Schema& schema) {
 
 void Type::vUpdateSelf(Schema& schema) {
     if (!underlying_)
-        vAssertReport("Not type found", "kiv::ifc::def::schema::Type::vUpdate",
-                      "Source/Format/Ifc/Def/Schema/IfcSchemaType", 85);
+        vReport(Report::TypeNotFound);
     if (where_)
         where_->parseRules(schema);
 }

@@ -40,11 +40,9 @@ void Where::parseRules(Schema& schema) {
     } catch (const ExpressParser::SyntaxError& error) {
         if (!assert::Assert::isEnabled())
             return;
-        auto message =
-            std::string("Got SyntaxError when parsing an express rule: ") + error.what() + "\n\nRule: ";
-        message += text_;
-        vAssertReport(message, "kiv::ifc::def::schema::Where::parseRules",
-                      "Source/Format/Ifc/Def/Schema/IfcSchemaWhere", 0);
+        std::string message(placeOf(Report::RuleRefused).message);
+        message.append(error.what()).append("\n\nRule: ").append(text_);
+        vReport(Report::RuleRefused, message);
     }
 }
 
@@ -57,7 +55,7 @@ void Where::vRulesParse(Schema& schema) {
     while (parser.boParseRule(rules_)) {
     }
     if (rules_.size() == before)
-        parser.vFail("Expected at least one rule in where clause");
+        parser.vFail(std::string(textOf(SyntaxMessage::RuleExpected)));
 }
 
 } // namespace kiv::ifc::def::schema

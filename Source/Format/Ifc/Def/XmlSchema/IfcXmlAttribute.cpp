@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
 
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
@@ -13,20 +14,18 @@ namespace kiv::ifc::def::xmlschema {
 
 namespace {
 
-constexpr std::string_view Module = "Attribute";
-
 /// The name that the element is about; absent, and reported, when it has none.
-std::optional<std::string> selectOf(const kiv::xml::const_Element& element, std::string_view function) {
+std::optional<std::string> selectOf(const kiv::xml::const_Element& element, Report report) {
     if (const auto select = element.AttributeNodeGet("select"))
         return select->getValue();
-    vConfigReport("XML Attribute not found", function, Module);
+    vReport(report);
     return std::nullopt;
 }
 
 } // namespace
 
 Attribute::Attribute(const kiv::xml::const_Element& element) {
-    vElementRead(element, {"Attribute::{ctor}", Module},
+    vElementRead(element, {Report::AttributeAttributeUnknown, Report::AttributeChildUnknown},
                  [this](std::string_view name, std::string_view value) {
                      if (name == "exp-attribute")
                          representation_ = expAttributeFromString(value);
@@ -42,19 +41,19 @@ Attribute::Attribute(const kiv::xml::const_Element& element) {
 
 void Attribute::vRead(Config& config, SchemaPset&, const schema::Entity& entity,
                       const kiv::xml::const_Element& element) {
-    const auto select = selectOf(element, "Attribute::vRead");
+    const auto select = selectOf(element, Report::AttributeSelectNotGiven);
     if (!select)
         return;
     const auto* const attribute = config.pAttributeFind(entity, *select);
     if (!attribute) {
-        vConfigReport("Attribute not found", "Attribute::vRead", Module);
+        vReport(Report::AttributeNotFound);
         return;
     }
     config.vLink(*attribute, *config.pAttribute(Attribute(element)));
 }
 
 AttributeInverse::AttributeInverse(const kiv::xml::const_Element& element) {
-    vElementRead(element, {"AttributeInverse::{ctor}", Module},
+    vElementRead(element, {Report::InverseAttributeUnknown, Report::InverseChildUnknown},
                  [this](std::string_view name, std::string_view value) {
                      if (name != "exp-attribute")
                          return name == "select";
@@ -65,12 +64,12 @@ AttributeInverse::AttributeInverse(const kiv::xml::const_Element& element) {
 
 void AttributeInverse::vRead(Config& config, SchemaPset&, const schema::Entity& entity,
                              const kiv::xml::const_Element& element) {
-    const auto select = selectOf(element, "AttributeInverse::vRead");
+    const auto select = selectOf(element, Report::InverseSelectNotGiven);
     if (!select)
         return;
     const auto* const attribute = config.pAttributeInverseFind(entity, *select);
     if (!attribute) {
-        vConfigReport("Attribute not found", "AttributeInverse::vRead", Module);
+        vReport(Report::InverseSelectNotFound);
         return;
     }
     config.vLink(*attribute, *config.pAttributeInverse(AttributeInverse(element)));

@@ -10,6 +10,10 @@
 #include <initializer_list>
 #include <string_view>
 
+namespace kiv::ifc::def {
+enum class Report : std::uint8_t;
+}
+
 namespace kiv::ifc::def::xmlschema {
 
 /// How an attribute is written in IFC-XML. The numbers are part of the interface.
@@ -26,27 +30,20 @@ KIV_EXPORT ExpAttribute expAttributeFromString(std::string_view text);
 /// The truth value of an attribute's text (xs:boolean); false when it is none.
 bool boFromText(std::string_view text);
 
-/// Reports a problem of a configuration, when anybody listens. `function` is named without its namespace, `module` is the
-/// class's name as it ends the module's path; `callable` is what the function's name ends in when it is one inside it.
-void vConfigReport(std::string_view message, std::string_view function, std::string_view module,
-                   std::string_view callable = {});
-
-/// The reader of one element, as its reports name it.
-struct ElementReader {
-    /// Without the namespace: "Option::vInit".
-    std::string_view function;
-    /// "Option".
-    std::string_view module;
+/// How the reader of one element reports what it does not know.
+struct ElementReports {
+    Report unknownAttribute;
+    Report unknownChild;
 };
 
 /// Offers each attribute of the element, by name and value, and then each element child; what `boAttribute` or `boChild`
-/// refuses is reported as "Unknown attribute" or "Unknown element".
-void vElementRead(const kiv::xml::const_Element& element, const ElementReader& reader,
+/// refuses is reported.
+void vElementRead(const kiv::xml::const_Element& element, const ElementReports& reports,
                   const std::function<bool(std::string_view name, std::string_view value)>& boAttribute,
                   const std::function<bool(const kiv::xml::const_Element&)>& boChild);
 
 /// The same for an element that has no child elements.
-void vElementRead(const kiv::xml::const_Element& element, const ElementReader& reader,
+void vElementRead(const kiv::xml::const_Element& element, const ElementReports& reports,
                   const std::function<bool(std::string_view name, std::string_view value)>& boAttribute);
 
 /// True when the name is among those that are known and not kept.

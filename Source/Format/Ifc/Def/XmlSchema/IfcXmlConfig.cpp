@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include "Base/UpperCase.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
@@ -17,12 +18,6 @@
 #include <vector>
 
 namespace kiv::ifc::def::xmlschema {
-
-namespace {
-
-constexpr std::string_view Module = "Config";
-
-} // namespace
 
 /// What is there while the document is read only.
 struct Config::Reading {
@@ -41,7 +36,7 @@ Config::Config(SchemaPset& schema, std::istream& stream) : reading_(std::make_un
     if (const auto root = file.parse(stream, std::string(), nullptr))
         vDocumentRead(schema, *root);
     else
-        vConfigReport("Illegal xml document", "Config::Config", Module);
+        vReport(Report::ConfigNotWellFormed);
     vLinksApply();
 }
 
@@ -50,10 +45,10 @@ Config::~Config() = default;
 void Config::vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& root) {
     const auto id = root.AttributeNodeGet("id");
     if ((id ? id->getValueView() : std::string_view()) != schema.getName())
-        vConfigReport("Illegal ifc version", "Config::Config", Module);
+        vReport(Report::ConfigOfOtherSchema);
     for (auto child = root.FirstElementChildGet(); child; child = child->NextElementSiblingGet()) {
         if (!boChildRead(schema, *child))
-            vConfigReport("Unknown nodename", "Config::{ctor}::<lambda_1>::operator ()", Module);
+            vReport(Report::ConfigChildUnknown);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlEntity.h"
 
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
@@ -27,7 +28,7 @@ void Entity::vRead(Config& config, SchemaPset& schema, const kiv::xml::const_Ele
             AttributeInverse::vRead(config, schema, *entity, child);
         return true;
     };
-    vElementRead(element, {"Entity::vRead", "Entity"}, boAttribute, boChild);
+    vElementRead(element, {Report::EntityAttributeUnknown, Report::EntityChildUnknown}, boAttribute, boChild);
 }
 
 } // namespace kiv::ifc::def::xmlschema

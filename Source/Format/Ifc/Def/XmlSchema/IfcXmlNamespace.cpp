@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
 
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include <string_view>
@@ -7,7 +8,7 @@
 namespace kiv::ifc::def::xmlschema {
 
 void Namespace::vInit(const kiv::xml::const_Element& element) {
-    vElementRead(element, {"Namespace::vInit", "Namespace"},
+    vElementRead(element, {Report::NamespaceAttributeUnknown, Report::NamespaceChildUnknown},
                  [this](std::string_view name, std::string_view value) {
                      if (name == "prefix")
                          prefix_ = value;

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
 
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include <string_view>
@@ -7,16 +8,17 @@
 namespace kiv::ifc::def::xmlschema {
 
 void Option::vInit(const kiv::xml::const_Element& element) {
-    vElementRead(element, {"Option::vInit", "Option"}, [this](std::string_view name, std::string_view value) {
-        if (name == "concrete-attribute")
-            concreteAttribute_ = expAttributeFromString(value);
-        else if (name == "entity-attribute")
-            entityAttribute_ = expAttributeFromString(value);
-        else
-            return boIsOneOf(name,
-                             {"inheritance", "exp-type", "tagless", "naming-convention", "generate-key"});
-        return true;
-    });
+    vElementRead(element, {Report::OptionAttributeUnknown, Report::OptionChildUnknown},
+                 [this](std::string_view name, std::string_view value) {
+                     if (name == "concrete-attribute")
+                         concreteAttribute_ = expAttributeFromString(value);
+                     else if (name == "entity-attribute")
+                         entityAttribute_ = expAttributeFromString(value);
+                     else
+                         return boIsOneOf(name, {"inheritance", "exp-type", "tagless", "naming-convention",
+                                                 "generate-key"});
+                     return true;
+                 });
 }
 
 } // namespace kiv::ifc::def::xmlschema

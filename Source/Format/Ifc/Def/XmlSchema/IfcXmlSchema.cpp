@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlSchema.h"
 
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include <string_view>
@@ -20,7 +21,7 @@ void Schema::vInit(const kiv::xml::const_Element& element) {
         namespace_.vInit(child);
         return true;
     };
-    vElementRead(element, {"Schema::vInit", "Schema"}, boAttribute, boChild);
+    vElementRead(element, {Report::SchemaAttributeUnknown, Report::SchemaChildUnknown}, boAttribute, boChild);
 }
 
 } // namespace kiv::ifc::def::xmlschema

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlType.h"
 
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include <string_view>
@@ -7,9 +8,10 @@
 namespace kiv::ifc::def::xmlschema {
 
 void Type::vRead(Config&, SchemaPset&, const kiv::xml::const_Element& element) {
-    vElementRead(element, {"Type::vRead", "Type"}, [](std::string_view name, std::string_view) {
-        return boIsOneOf(name, {"select", "map", "keep"});
-    });
+    vElementRead(element, {Report::TypeAttributeUnknown, Report::TypeChildUnknown},
+                 [](std::string_view name, std::string_view) {
+                     return boIsOneOf(name, {"select", "map", "keep"});
+                 });
 }
 
 } // namespace kiv::ifc::def::xmlschema

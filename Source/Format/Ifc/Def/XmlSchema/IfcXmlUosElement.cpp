@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
 
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include <string_view>
@@ -7,7 +8,7 @@
 namespace kiv::ifc::def::xmlschema {
 
 void UosElement::vInit(const kiv::xml::const_Element& element) {
-    vElementRead(element, {"UosElement::vInit", "UosElement"},
+    vElementRead(element, {Report::UosElementAttributeUnknown, Report::UosElementChildUnknown},
                  [this](std::string_view name, std::string_view value) {
                      if (name != "name")
                          return false;
