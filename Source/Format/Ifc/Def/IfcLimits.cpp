@@ -1,0 +1,40 @@
+// The list of limits repeats numbers, so that it includes nothing. Each is compared here with the code that keeps it.
+
+#include "kiv/Format/Ifc/Def/IfcLimits.h"
+
+#include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressTokenizer.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Host/Xml/KivXml.h"
+
+#include <limits>
+#include <utility>
+#include <variant>
+
+namespace kiv::ifc::def::limits {
+
+namespace {
+
+template <class Number>
+constexpr std::uint64_t Largest = std::numeric_limits<Number>::max();
+
+using EntityNumber = decltype(std::declval<const schema::Entity&>().getFirstNumber());
+using IntegerLiteral = std::variant_alternative_t<2, decltype(schema::ExpressToken::value)>;
+using Width = decltype(std::declval<const schema::DataTypeString&>().getWidth());
+
+} // namespace
+
+static_assert(ExpressionNestingMax == schema::ExpressionNestingMax);
+static_assert(AggregateNestingMax == schema::AggregateNestingMax);
+static_assert(EntityNumberMax == Largest<EntityNumber>);
+static_assert(BoundMax == Largest<decltype(schema::Bound::value)>);
+static_assert(WidthMax == Largest<Width>);
+static_assert(IntegerLiteralMax == Largest<IntegerLiteral>);
+
+static_assert(maxElementDepth == kiv::xml::maxElementDepth);
+static_assert(maxDeclaredAttributes == kiv::xml::maxDeclaredAttributes);
+static_assert(maxDefaultAttributeSize == kiv::xml::maxDefaultAttributeSize);
+static_assert(maxTokenSize == kiv::xml::maxTokenSize);
+
+} // namespace kiv::ifc::def::limits
