@@ -75,6 +75,25 @@ void vRecordAdd(XmlSetErrors& errors, RecordMessage message, std::string item, s
 /// Records a child that nobody understood, with its tag as the item.
 void vUnknownNodeAdd(const kiv::xml::const_Element& child, XmlSetErrors& errors);
 
+/// Offers each element child of `element`, in document order, to `boTake`, and hands those that it refuses to
+/// `vRefuse`.
+template <class Take, class Refuse>
+void vChildrenOffer(const kiv::xml::const_Element& element, const Take& boTake, const Refuse& vRefuse) {
+    for (const auto& child : ElementChildren(element)) {
+        if (!boTake(child))
+            vRefuse(child);
+    }
+}
+
+/// The same for the children of a definition: `boTake` gets the tag and the child, and what it refuses is
+/// recorded as unknown.
+template <class Take>
+void vChildrenRead(const kiv::xml::const_Element& element, XmlSetErrors& errors, const Take& boTake) {
+    vChildrenOffer(
+        element, [&](const kiv::xml::const_Element& child) { return boTake(child.tagNameView(), child); },
+        [&](const kiv::xml::const_Element& child) { vUnknownNodeAdd(child, errors); });
+}
+
 /// Appends an element with that text to `parent`.
 void vTextElementAppend(kiv::xml::Element& parent, std::string_view tag, std::string_view text);
 

@@ -25,18 +25,17 @@ static_assert(std::is_nothrow_move_constructible_v<PropertyDef>);
 PropertyDef::PropertyDef(const PropertySetDef* owner, const kiv::xml::const_Element& element,
                          xml::XmlSetErrors& errors) :
     Def(owner, element, errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        if (!boChildRead(child, errors))
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        return boChildRead(tag, child, errors);
+    });
 }
 
 PropertyDef::PropertyDef(const PropertySetDef& owner, std::string_view name,
                          std::unique_ptr<PropertyType>&& type) :
     Def(&owner, name), type_(std::move(type)) {}
 
-bool PropertyDef::boChildRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors) {
-    const auto tag = child.tagNameView();
+bool PropertyDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child,
+                              xml::XmlSetErrors& errors) {
     if (boCheck(tag, child))
         return true;
     if (tag == TypeTag) {
@@ -67,14 +66,13 @@ void PropertyDef::vExport(kiv::xml::Element& parent, const xml::ExtraExportInfo*
 
 PropertySetDef::PropertySetDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) :
     SetDef(element, errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        if (!boChildRead(child, errors))
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        return boChildRead(tag, child, errors);
+    });
 }
 
-bool PropertySetDef::boChildRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors) {
-    const auto tag = child.tagNameView();
+bool PropertySetDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child,
+                                 xml::XmlSetErrors& errors) {
     if (boCheck(tag, child))
         return true;
     if (tag == PropertiesTag) {

@@ -46,7 +46,7 @@ public:
     const PropertyType* pType() const { return type_.get(); }
 
 private:
-    bool boChildRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
+    bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
 
     std::unique_ptr<PropertyType> type_;
 };
@@ -70,7 +70,7 @@ public:
     const std::vector<PropertyDef>& getProperties() const { return properties_; }
 
 private:
-    bool boChildRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
+    bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
     void vPropertiesRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors);
 
     std::vector<PropertyDef> properties_;

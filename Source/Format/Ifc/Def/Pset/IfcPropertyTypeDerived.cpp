@@ -75,10 +75,9 @@ void vBoundExport(kiv::xml::Element& range, std::string_view tag, std::string_vi
 TypePropertyReferenceValue::TypePropertyReferenceValue(const kiv::xml::const_Element& element,
                                                        xml::XmlSetErrors& errors) {
     xml::boAttributeTake(element, "reftype", dataTypeName_);
-    for (const auto& child : xml::ElementChildren(element)) {
-        if (!boCheck(child.tagNameView(), child))
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        return boCheck(tag, child);
+    });
 }
 
 std::string TypePropertyReferenceValue::sEntityName() const {
@@ -115,10 +114,9 @@ void TypePropertyReferenceValue::vExportCommon(kiv::xml::Element& element,
 
 TypePropertySingleValue::TypePropertySingleValue(const kiv::xml::const_Element& element,
                                                  xml::XmlSetErrors& errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        if (!boCheck(child.tagNameView(), child))
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        return boCheck(tag, child);
+    });
 }
 
 std::string TypePropertySingleValue::sEntityName() const {
@@ -148,27 +146,25 @@ void TypePropertySingleValue::vExport(kiv::xml::Element& element, const xml::Ext
 
 TypePropertyBoundedValue::TypePropertyBoundedValue(const kiv::xml::const_Element& element,
                                                    xml::XmlSetErrors& errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        const auto tag = child.tagNameView();
-        if (boCheck(tag, child))
-            continue;
-        if (tag == RangeTag)
-            vRangeRead(child, errors);
-        else
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        if (tag != RangeTag)
+            return boCheck(tag, child);
+        vRangeRead(child, errors);
+        return true;
+    });
 }
 
 void TypePropertyBoundedValue::vRangeRead(const kiv::xml::const_Element& range, xml::XmlSetErrors& errors) {
-    for (const auto& child : xml::ElementChildren(range)) {
-        const auto tag = child.tagNameView();
-        if (tag == LowerBoundTag)
-            xml::boAttributeTake(child, BoundAttribute, lowerBoundValue_);
-        else if (tag == UpperBoundTag)
-            xml::boAttributeTake(child, BoundAttribute, upperBoundValue_);
-        else
-            xml::vRecordAdd(errors, RecordMessage::UnknownNodeInRange, child.tagName(), child.getLine());
-    }
+    const auto boTake = [&](const kiv::xml::const_Element& child) {
+        const bool isLower = child.boNodeNameIs(LowerBoundTag);
+        if (!isLower && !child.boNodeNameIs(UpperBoundTag))
+            return false;
+        xml::boAttributeTake(child, BoundAttribute, isLower ? lowerBoundValue_ : upperBoundValue_);
+        return true;
+    };
+    xml::vChildrenOffer(range, boTake, [&](const kiv::xml::const_Element& child) {
+        xml::vRecordAdd(errors, RecordMessage::UnknownNodeInRange, child.tagName(), child.getLine());
+    });
 }
 
 std::string TypePropertyBoundedValue::sEntityName() const {
@@ -196,28 +192,23 @@ void TypePropertyBoundedValue::vExport(kiv::xml::Element& element, const xml::Ex
 }
 
 TypePropertyValue::TypePropertyValue(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        const auto tag = child.tagNameView();
-        if (boCheck(tag, child))
-            continue;
-        if (tag == "Values")
-            xml::vTextTake(child, values_);
-        else
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        if (tag != "Values")
+            return boCheck(tag, child);
+        xml::vTextTake(child, values_);
+        return true;
+    });
 }
 
 void TypePropertyValue::vExport(kiv::xml::Element&, const xml::ExtraExportInfo*) const {}
 
 ConstantDef::ConstantDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        if (!boChildRead(child))
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        return boChildRead(tag, child);
+    });
 }
 
-bool ConstantDef::boChildRead(const kiv::xml::const_Element& child) {
-    const auto tag = child.tagNameView();
+bool ConstantDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child) {
     if (tag == xml::NameTag)
         xml::vTextTake(child, name_);
     else if (tag == xml::DefinitionTag)
@@ -234,15 +225,15 @@ bool ConstantDef::boChildRead(const kiv::xml::const_Element& child) {
 TypePropertyEnumeratedValue::TypePropertyEnumeratedValue(const PropertyDef* property,
                                                          const kiv::xml::const_Element& element,
                                                          xml::XmlSetErrors& errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        const auto tag = child.tagNameView();
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
         if (tag == EnumListTag)
             vEnumListRead(property, child);
         else if (tag == "ConstantList")
             vConstantListRead(child, errors);
         else
-            xml::vUnknownNodeAdd(child, errors);
-    }
+            return false;
+        return true;
+    });
     vConstantsOrder();
 }
 
@@ -293,8 +284,7 @@ void TypePropertyEnumeratedValue::vExport(kiv::xml::Element& element, const xml:
 
 TypePropertyTableValue::TypePropertyTableValue(const kiv::xml::const_Element& element,
                                                xml::XmlSetErrors& errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        const auto tag = child.tagNameView();
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
         if (tag == "Expression")
             xml::vTextTake(child, expression_);
         else if (tag == DefiningValueTag)
@@ -302,8 +292,9 @@ TypePropertyTableValue::TypePropertyTableValue(const kiv::xml::const_Element& el
         else if (tag == DefinedValueTag)
             vValueRead(child, definedTypeName_, definedValues_, errors);
         else
-            xml::vUnknownNodeAdd(child, errors);
-    }
+            return false;
+        return true;
+    });
 }
 
 std::string TypePropertyTableValue::sEntityName() const {
@@ -323,12 +314,12 @@ void TypePropertyTableValue::vExport(kiv::xml::Element& element, const xml::Extr
 
 TypePropertyListValue::TypePropertyListValue(const kiv::xml::const_Element& element,
                                              xml::XmlSetErrors& errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        if (child.boNodeNameIs(ListValueTag))
-            vValueRead(child, listItemTypeName_, listValues_, errors);
-        else
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        if (tag != ListValueTag)
+            return false;
+        vValueRead(child, listItemTypeName_, listValues_, errors);
+        return true;
+    });
 }
 
 std::string TypePropertyListValue::sEntityName() const {
@@ -350,12 +341,14 @@ void TypePropertyListValue::vExport(kiv::xml::Element& element, const xml::Extra
 
 TypeComplexProperty::TypeComplexProperty(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
     xml::boAttributeTake(element, NameAttribute, name_);
-    for (const auto& child : xml::ElementChildren(element)) {
-        if (child.boNodeNameIs(PropertyDef::ElementName))
-            properties_.emplace_back(nullptr, child, errors);
-        else
-            vReport(Report::ComplexPropertyChildUnknown);
-    }
+    const auto boTake = [&](const kiv::xml::const_Element& child) {
+        if (!child.boNodeNameIs(PropertyDef::ElementName))
+            return false;
+        properties_.emplace_back(nullptr, child, errors);
+        return true;
+    };
+    xml::vChildrenOffer(element, boTake,
+                        [](const kiv::xml::const_Element&) { vReport(Report::ComplexPropertyChildUnknown); });
 }
 
 std::string TypeComplexProperty::sEntityName() const {

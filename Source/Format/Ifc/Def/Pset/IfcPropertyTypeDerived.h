@@ -126,7 +126,7 @@ public:
     const xml::Aliases& getDefinitionAliases() const { return definitionAliases_; }
 
 private:
-    bool boChildRead(const kiv::xml::const_Element& child);
+    bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child);
 
     std::string name_;
     std::string definition_;

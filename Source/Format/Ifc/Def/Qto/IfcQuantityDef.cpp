@@ -25,18 +25,16 @@ static_assert(std::is_nothrow_move_constructible_v<QuantityDef>);
 QuantityDef::QuantityDef(const QuantitySetDef& owner, const kiv::xml::const_Element& element,
                          xml::XmlSetErrors& errors) :
     Def(&owner, element, errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        if (!boChildRead(child))
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        return boChildRead(tag, child);
+    });
 }
 
 QuantityDef::QuantityDef(const QuantitySetDef& owner, std::string_view name,
                          std::unique_ptr<QuantityType>&& type) :
     Def(&owner, name), type_(std::move(type)) {}
 
-bool QuantityDef::boChildRead(const kiv::xml::const_Element& child) {
-    const auto tag = child.tagNameView();
+bool QuantityDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child) {
     if (boCheck(tag, child))
         return true;
     if (tag != TypeTag)
@@ -64,14 +62,13 @@ void QuantityDef::vExport(kiv::xml::Element& parent, const xml::ExtraExportInfo*
 
 QuantitySetDef::QuantitySetDef(const kiv::xml::Element& element, xml::XmlSetErrors& errors) :
     SetDef(element, errors) {
-    for (const auto& child : xml::ElementChildren(element)) {
-        if (!boChildRead(child, errors))
-            xml::vUnknownNodeAdd(child, errors);
-    }
+    xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
+        return boChildRead(tag, child, errors);
+    });
 }
 
-bool QuantitySetDef::boChildRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors) {
-    const auto tag = child.tagNameView();
+bool QuantitySetDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child,
+                                 xml::XmlSetErrors& errors) {
     if (boCheck(tag, child))
         return true;
     if (tag == QuantitiesTag) {

@@ -44,7 +44,7 @@ public:
     const QuantityType* pType() const { return type_.get(); }
 
 private:
-    bool boChildRead(const kiv::xml::const_Element& child);
+    bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child);
 
     std::unique_ptr<QuantityType> type_;
 };
@@ -65,7 +65,7 @@ public:
     const std::vector<QuantityDef>& getQuantities() const { return quantities_; }
 
 private:
-    bool boChildRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
+    bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
     void vQuantitiesRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors);
 
     std::vector<QuantityDef> quantities_;

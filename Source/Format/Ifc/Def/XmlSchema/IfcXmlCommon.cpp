@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 
 #include <algorithm>
@@ -30,10 +31,8 @@ void vElementRead(const kiv::xml::const_Element& element, const ElementReports& 
         if (!boAttribute(attribute.getNodeNameView(), attribute.getNodeValueView()))
             vReport(reports.unknownAttribute);
     }
-    for (auto child = element.FirstElementChildGet(); child; child = child->NextElementSiblingGet()) {
-        if (!boChild(*child))
-            vReport(reports.unknownChild);
-    }
+    xml::vChildrenOffer(element, boChild,
+                        [&](const kiv::xml::const_Element&) { vReport(reports.unknownChild); });
 }
 
 void vElementRead(const kiv::xml::const_Element& element, const ElementReports& reports,

@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include "Base/UpperCase.h"
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
@@ -46,10 +47,9 @@ void Config::vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& ro
     const auto id = root.AttributeNodeGet("id");
     if ((id ? id->getValueView() : std::string_view()) != schema.getName())
         vReport(Report::ConfigOfOtherSchema);
-    for (auto child = root.FirstElementChildGet(); child; child = child->NextElementSiblingGet()) {
-        if (!boChildRead(schema, *child))
-            vReport(Report::ConfigChildUnknown);
-    }
+    xml::vChildrenOffer(
+        root, [&](const kiv::xml::const_Element& child) { return boChildRead(schema, child); },
+        [](const kiv::xml::const_Element&) { vReport(Report::ConfigChildUnknown); });
 }
 
 bool Config::boChildRead(SchemaPset& schema, const kiv::xml::const_Element& child) {
