@@ -3,32 +3,39 @@
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 
+#include <string_view>
 #include <type_traits>
 
 namespace kiv::ifc::def::pset {
 
 namespace {
 
-/// Makes the type when the element is of that kind; null otherwise.
-template <typename Kind>
-std::unique_ptr<PropertyType> pCreateOf(const PropertyDef* property, const kiv::xml::const_Element& element,
-                                        xml::XmlSetErrors& errors) {
-    if (!element.boNodeNameIs(Kind::ElementName))
-        return nullptr;
+struct Factory {
+    std::string_view elementName;
+    std::unique_ptr<PropertyType> (*pMake)(const PropertyDef*, const kiv::xml::const_Element&,
+                                           xml::XmlSetErrors&);
+};
+
+/// Enumerations may be named after their property; the other kinds do not look at it.
+template <class Kind>
+std::unique_ptr<PropertyType> pMakeOf(const PropertyDef* property, const kiv::xml::const_Element& element,
+                                      xml::XmlSetErrors& errors) {
     if constexpr (std::is_same_v<Kind, TypePropertyEnumeratedValue>)
         return std::make_unique<Kind>(property, element, errors);
     else
         return std::make_unique<Kind>(element, errors);
 }
 
-/// Makes the first of the kinds that the element is of; null when it is of none.
-template <typename... Kinds>
-std::unique_ptr<PropertyType>
-pCreateAnyOf(const PropertyDef* property, const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
-    std::unique_ptr<PropertyType> type;
-    static_cast<void>(((type = pCreateOf<Kinds>(property, element, errors)) || ...));
-    return type;
+template <class Kind>
+constexpr Factory factoryOf() {
+    return {Kind::ElementName, pMakeOf<Kind>};
 }
+
+constexpr Factory Factories[] = {
+    factoryOf<TypePropertySingleValue>(),    factoryOf<TypePropertyEnumeratedValue>(),
+    factoryOf<TypePropertyBoundedValue>(),   factoryOf<TypePropertyTableValue>(),
+    factoryOf<TypePropertyReferenceValue>(), factoryOf<TypePropertyListValue>(),
+    factoryOf<TypeComplexProperty>()};
 
 } // namespace
 
@@ -38,12 +45,14 @@ std::unique_ptr<PropertyType> PropertyType::pCreate(const PropertyDef* property,
     const auto child = element.FirstElementChildGet();
     if (!child)
         return nullptr;
-    auto type = pCreateAnyOf<TypePropertySingleValue, TypePropertyEnumeratedValue, TypePropertyBoundedValue,
-                             TypePropertyTableValue, TypePropertyReferenceValue, TypePropertyListValue,
-                             TypeComplexProperty>(property, *child, errors);
-    if (!type && !child->boNodeNameIs("TypeSimpleProperty"))
+    const auto tag = child->tagNameView();
+    for (const Factory& factory : Factories) {
+        if (factory.elementName == tag)
+            return factory.pMake(property, *child, errors);
+    }
+    if (tag != "TypeSimpleProperty")
         vReport(Report::PropertyTypeUnknown);
-    return type;
+    return nullptr;
 }
 
 } // namespace kiv::ifc::def::pset

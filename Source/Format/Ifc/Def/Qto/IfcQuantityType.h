@@ -1,12 +1,12 @@
-/// The type of a quantity, one of six kinds, fully told by its class.
+/// @file
+/// The type of a quantity: one of six kinds, each a class without any state.
 ///
 ///     if (quantity.pType())
 ///         std::cout << quantity.pType()->sMeasureTypeName(); // IfcAreaMeasure
 ///
 /// Ownership: belongs to its quantity.
 /// Threads:   without state; may be used from any number of threads.
-/// Errors:    a type code that is missing or that nobody knows and a name that the schema lacks are assertion
-///            reports.
+/// Errors:    a missing or unknown type code and a name that is not in the schema are assertion reports.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"
@@ -38,64 +38,43 @@ public:
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const override;
 };
 
-class KIV_EXPORT QuantityTypeCount final : public QuantityTypeSimple {
-public:
-    static constexpr const char* TypeCode = "Q_COUNT";
-
-    std::string sEntityName() const override;
-    const char* pTypeCode() const override;
-    std::string sValueAttributeName() const override;
-    std::string sMeasureTypeName() const override;
+/// What a kind of quantity is called, in documents and in IFC.
+struct QuantityKind {
+    const char* typeCode;
+    const char* entityName;
+    const char* valueAttributeName;
+    const char* measureTypeName;
 };
 
-class KIV_EXPORT QuantityTypeWeight final : public QuantityTypeSimple {
-public:
-    static constexpr const char* TypeCode = "Q_WEIGHT";
+namespace kinds {
 
-    std::string sEntityName() const override;
-    const char* pTypeCode() const override;
-    std::string sValueAttributeName() const override;
-    std::string sMeasureTypeName() const override;
+inline constexpr QuantityKind Count{"Q_COUNT", "IfcQuantityCount", "CountValue", "IfcCountMeasure"};
+// IFC has no measure of weights.
+inline constexpr QuantityKind Weight{"Q_WEIGHT", "IfcQuantityWeight", "WeightValue", "IfcMassMeasure"};
+inline constexpr QuantityKind Length{"Q_LENGTH", "IfcQuantityLength", "LengthValue", "IfcLengthMeasure"};
+inline constexpr QuantityKind Area{"Q_AREA", "IfcQuantityArea", "AreaValue", "IfcAreaMeasure"};
+inline constexpr QuantityKind Volume{"Q_VOLUME", "IfcQuantityVolume", "VolumeValue", "IfcVolumeMeasure"};
+inline constexpr QuantityKind Time{"Q_TIME", "IfcQuantityTime", "TimeValue", "IfcTimeMeasure"};
+
+} // namespace kinds
+
+/// What the kinds have in common, each with its own names.
+template <const QuantityKind& Kind>
+class KIV_EXPORT QuantityTypeOf : public QuantityTypeSimple {
+public:
+    static constexpr const char* TypeCode = Kind.typeCode;
+
+    std::string sEntityName() const override { return Kind.entityName; }
+    const char* pTypeCode() const override { return Kind.typeCode; }
+    std::string sValueAttributeName() const override { return Kind.valueAttributeName; }
+    std::string sMeasureTypeName() const override { return Kind.measureTypeName; }
 };
 
-class KIV_EXPORT QuantityTypeLength final : public QuantityTypeSimple {
-public:
-    static constexpr const char* TypeCode = "Q_LENGTH";
-
-    std::string sEntityName() const override;
-    const char* pTypeCode() const override;
-    std::string sValueAttributeName() const override;
-    std::string sMeasureTypeName() const override;
-};
-
-class KIV_EXPORT QuantityTypeArea final : public QuantityTypeSimple {
-public:
-    static constexpr const char* TypeCode = "Q_AREA";
-
-    std::string sEntityName() const override;
-    const char* pTypeCode() const override;
-    std::string sValueAttributeName() const override;
-    std::string sMeasureTypeName() const override;
-};
-
-class KIV_EXPORT QuantityTypeVolume final : public QuantityTypeSimple {
-public:
-    static constexpr const char* TypeCode = "Q_VOLUME";
-
-    std::string sEntityName() const override;
-    const char* pTypeCode() const override;
-    std::string sValueAttributeName() const override;
-    std::string sMeasureTypeName() const override;
-};
-
-class KIV_EXPORT QuantityTypeTime final : public QuantityTypeSimple {
-public:
-    static constexpr const char* TypeCode = "Q_TIME";
-
-    std::string sEntityName() const override;
-    const char* pTypeCode() const override;
-    std::string sValueAttributeName() const override;
-    std::string sMeasureTypeName() const override;
-};
+class KIV_EXPORT QuantityTypeCount final : public QuantityTypeOf<kinds::Count> {};
+class KIV_EXPORT QuantityTypeWeight final : public QuantityTypeOf<kinds::Weight> {};
+class KIV_EXPORT QuantityTypeLength final : public QuantityTypeOf<kinds::Length> {};
+class KIV_EXPORT QuantityTypeArea final : public QuantityTypeOf<kinds::Area> {};
+class KIV_EXPORT QuantityTypeVolume final : public QuantityTypeOf<kinds::Volume> {};
+class KIV_EXPORT QuantityTypeTime final : public QuantityTypeOf<kinds::Time> {};
 
 } // namespace kiv::ifc::def::qto
