@@ -1,4 +1,6 @@
-/// Every assertion message and every error record that the library can give, each with the smallest input that gives it.
+/// @file
+/// Every assertion message and every error record that the library can give, each with the smallest input
+/// that gives it.
 ///
 ///     for (const auto& row : messageTable())
 ///         EXPECT_THAT(messagesOf(row.kind, row.input), Contains(Message{row.message, row.function}));
@@ -14,7 +16,7 @@ namespace kiv::test {
 enum class InputKind {
     /// Statements of a schema, which are read.
     Schema,
-    /// A set, told apart by its root element, which is read and checked with all its members.
+    /// A set, of the kind that its root element names, which is read and checked with all its members.
     Set,
     /// The children of a configuration's root, which is read.
     Config,

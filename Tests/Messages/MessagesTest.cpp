@@ -132,7 +132,7 @@ Answer answerOfAll() {
     return all;
 }
 
-/// Whether a report is the one of the library's table; what differs from input to input may follow the message.
+/// Whether a report is that of the library's table. What differs from input to input may follow the message.
 bool isOf(const ifc::def::ReportPlace& place, const kiv::assert::AssertRecord& report) {
     const bool isRule = place.report == ifc::def::Report::RuleRefused;
     const auto begins = std::string_view(report.message).starts_with(place.message);

@@ -1,10 +1,11 @@
+/// @file
 /// The translations of a name or of a definition text.
 ///
 ///     property.getNameAliases().sValueFromLanguage(kiv::locale::Locale::get("de-AT", nullptr));
 ///
 /// Ownership: a value.
 /// Threads:   what is const may be called from any number of threads.
-/// Errors:    an entry without language or text is left out in silence; no translation is the empty text.
+/// Errors:    an entry without language or text is left out silently; a missing translation is an empty text.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -29,8 +30,8 @@ public:
     void vAliasAdd(const kiv::xml::const_Element& list, std::string_view itemTag);
 
     /// The text of the first entry in that language and country, else of the first in that language without a
-    /// country, else empty. One in another country of the language never stands in. The language of an odd
-    /// tag such as "de-DE-AT" is itself split again, so that the text in "de-DE" is the one to stand in there.
+    /// country, else empty. One in another country of the language is never used instead. The language of
+    /// an odd tag such as "de-DE-AT" is itself split again, so that the text in "de-DE" is used for it.
     std::string sValueFromLanguage(const kiv::locale::Locale& locale) const;
 
     /// Appends an element `listTag` with the entries as `itemTag` elements; nothing when there are no

@@ -116,8 +116,8 @@ bool Def::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
 void Def::vExportCommon(kiv::xml::Element& element, const ExtraExportInfo* info) const {
     vGuidExport(element, info);
     vTextsExport(element);
-    // The small initials are meant: readers of written sets know these tags, although documents that are read
-    // here have "NameAliases" and "NameAlias".
+    // The lower-case initials are deliberate: readers of exported sets look for these tags, although the
+    // documents that are read here have "NameAliases" and "NameAlias".
     nameAliases_.vExport(element, "nameAliases", "nameAlias");
     getDefinitionAliases().vExport(element, DefinitionAliasesTag, DefinitionAliasTag);
 }
@@ -151,8 +151,8 @@ struct SetDef::Finding {
     bool fails;
 };
 
-/// The attribute for the predefined type of each entity asked for. A document may name one entity many times,
-/// and many of one line of supertypes; no entity of the line is searched again for that.
+/// Finds the attribute for the predefined type of an entity, and remembers it for the entity and for all its
+/// supertypes that were searched: a document may list one entity, or the entities of one line, many times.
 class SetDef::PredefinedTypes {
 public:
     /// Null when neither the entity nor a supertype declares it.
@@ -203,7 +203,7 @@ void SetDef::vApplicableClassesRead(const kiv::xml::const_Element& list) {
     for (const auto& child : ElementChildren(list)) {
         if (!child.boNodeNameIs("ClassName"))
             continue;
-        // Blanks only: a tab or a line break stays in the name, and the check then reports the class.
+        // Blanks only: a tab or a line break stays in the name, so that the check reports the class.
         const auto text = ascii::trimmed(firstChildText(child).value_or(std::string_view()), " ");
         if (!text.empty())
             applicableClasses_.emplace_back(std::string(text), child.getLine());
@@ -225,7 +225,7 @@ bool SetDef::checkForErrors(const schema::Schema& schema, XmlSetErrors& errors) 
         auto finding = findingOf(applicable, schema, predefinedTypes);
         if (!finding)
             continue;
-        // Each finding decides anew, so that the last one has the say.
+        // Each finding overrides those before it: hosts expect the last one to decide.
         passes = !finding->fails;
         vRecordAdd(errors, finding->message, std::move(finding->item), applicable.getLine());
     }

@@ -1,3 +1,4 @@
+/// @file
 /// The vocabulary that all set definitions share: names, texts, GUIDs and aliases, the classes a set applies
 /// to, and the bases of sets, of their members and of their members' types. Folder `Pset` holds the property
 /// sets, `Qto` the quantity sets.
@@ -52,7 +53,7 @@ enum class TemplateType : std::int32_t {
     NOTDEFINED = 9
 };
 
-/// The text by which documents name a template type; `type` must be one of the enumerators.
+/// The text that documents have for a template type; `type` must be one of the enumerators.
 KIV_EXPORT std::string_view sTemplateTypeText(TemplateType type);
 
 /// What sets and their members have in common.
@@ -149,12 +150,13 @@ public:
     /// Checks the set against the schema and adds a record for each applicable class that does not fit. When
     /// there are records then, of reading or of checking, the collector is named after the set.
     ///
-    /// False when the set is to be refused. That takes more than records: only a predefined type on an entity
-    /// whose attribute for it is of no defined type does it, and only when no later class adds a record.
+    /// False when the set is to be refused. Most records do not cause that: the only one that does is a
+    /// predefined type on an entity whose attribute for it is of no defined type, and only when no later
+    /// class adds a record.
     virtual bool checkForErrors(const schema::Schema& schema, XmlSetErrors& errors) const;
 
-    /// Writes the set and returns the element that holds it: `element` itself or one appended to it, as the
-    /// kind of set has it.
+    /// Writes the set and returns the element that holds it: `element` itself for a property set, one
+    /// appended to it for a quantity set.
     virtual kiv::xml::Element exportDef(kiv::xml::Element& element, const ExtraExportInfo* info) const = 0;
 
     /// The tag of the kind of set.
@@ -200,7 +202,7 @@ public:
     /// The IFC entity that a value of this type becomes.
     virtual std::string sEntityName() const = 0;
 
-    /// Checks the type against the schema. Here there is nothing to check: true.
+    /// Checks the type against the schema; false when it does not fit. The base has nothing to check: true.
     virtual bool checkForErrors(const schema::Schema& schema, XmlSetErrors& errors) const;
 
 protected:

@@ -41,7 +41,7 @@ std::string XmlSetsErrors::getFormattedErrors() const {
 }
 
 void XmlSetsErrors::vDump(const char* path) const {
-    // All that takes memory comes before the file is opened, which empties it.
+    // Opening the file empties it, so everything that needs memory comes first.
     const auto text = getFormattedErrors();
     std::array<char, 4096> buffer;
     std::ofstream file;

@@ -1,3 +1,4 @@
+/// @file
 /// What was found wrong with set definitions, per set and all together, and the report about it.
 ///
 ///     XmlSetErrors errors;
@@ -7,7 +8,7 @@
 ///     all.sets.insert(std::move(errors));
 ///     all.vDump("errors.txt");
 ///
-/// Ownership: values; a record copies what it tells.
+/// Ownership: values; a record copies its texts.
 /// Threads:   one thread at a time while records are added; each set has a collector of its own, so sets can
 ///            be read side by side.
 /// Errors:    none of its own; a problem in a document is a record here, never an exception.
@@ -65,12 +66,12 @@ public:
         }
     };
 
-    /// One line a record: "SET;Error;ITEM;MESSAGE" and a line feed, "FatalError" for that kind. A ";" inside
-    /// a text is not escaped. The document's line is not told.
+    /// One line per record: "SET;Error;ITEM;MESSAGE" and a line feed, with "FatalError" for that kind. A ";"
+    /// inside a text is not escaped. The line in the document is not part of it.
     std::string getFormattedErrors() const;
 
-    /// Writes that text to a file, in place of what it held. A file that cannot be opened is passed over in
-    /// silence. When memory runs out the file is as it was.
+    /// Replaces the contents of a file with that text. A file that cannot be opened is ignored silently. When
+    /// memory runs out, the file keeps its old contents.
     void vDump(const char* path) const;
 
     /// Ordered by set name; collectors of one name stay in the order in which they were inserted.

@@ -1,5 +1,6 @@
+/// @file
 /// What reading and writing definitions ask of XML nodes, each once: walking the element children, taking
-/// texts and attributes, reporting a child that nobody understood, appending a text element, and the tags
+/// texts and attributes, recording a child that nobody understood, appending a text element, and the tags
 /// that several kinds of definitions have.
 ///
 ///     for (const auto& child : ElementChildren(element)) {
@@ -59,7 +60,7 @@ private:
 };
 
 /// The value of the first child node, whatever its kind; absent for an element without content. Lives as long
-/// as the document. Text behind a comment or an element is not seen.
+/// as the document. Text after a comment or an element is not seen.
 std::optional<std::string_view> firstChildText(const kiv::xml::const_Element& element);
 
 /// Puts that text into `target`; without one `target` stays as it is.

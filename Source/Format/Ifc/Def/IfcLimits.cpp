@@ -1,4 +1,5 @@
-// The list of limits repeats numbers, so that it includes nothing. Each is compared here with the code that keeps it.
+// The list of limits repeats numbers, so that it needs no other header. Each is compared here with the code
+// that keeps it.
 
 #include "kiv/Format/Ifc/Def/IfcLimits.h"
 

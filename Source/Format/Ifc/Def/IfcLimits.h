@@ -4,8 +4,8 @@
 ///     if (depth > kiv::ifc::def::limits::maxElementDepth) ...
 ///
 /// What is not here has no limit but memory: the length of a line, a name, a list or a text, the number of
-/// statements and of records, the links of an operator chain, of defined types and of supertypes. All of these
-/// are read, walked and destroyed in loops, on any stack, in a time that is in proportion to their length.
+/// statements and of records, the links of an operator chain, of defined types and of supertypes. All of
+/// these are read, walked and destroyed in loops, on any stack, in a time proportional to their length.
 ///
 /// Ownership: constants.
 /// Threads:   may be used from any number of threads.

@@ -18,8 +18,8 @@ constexpr std::string_view AliasTag = "PsetDefinitionAlias";
 
 } // namespace
 
-// A set with many properties moves them while it grows; a move that may throw would be a copy, which there is
-// none of.
+// A growing set moves its properties. If the move could throw, std::vector would copy them instead, and they
+// cannot be copied.
 static_assert(std::is_nothrow_move_constructible_v<PropertyDef>);
 
 PropertyDef::PropertyDef(const PropertySetDef* owner, const kiv::xml::const_Element& element,

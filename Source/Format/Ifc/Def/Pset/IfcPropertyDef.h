@@ -1,3 +1,4 @@
+/// @file
 /// Property sets and their properties.
 ///
 ///     xml::XmlSetErrors errors;

@@ -1,3 +1,4 @@
+/// @file
 /// The type of a property: what its values are, and which IFC property entity it becomes.
 ///
 ///     if (const auto* single = dynamic_cast<const TypePropertySingleValue*>(property.pType()))
@@ -5,8 +6,8 @@
 ///
 /// Ownership: belongs to its property.
 /// Threads:   unchanged once read; what is const may be called from any number of threads.
-/// Errors:    a problem in a document becomes a record, a kind that nobody knows and a name that the schema
-///            lacks an assertion report.
+/// Errors:    a problem in a document becomes a record; an unknown kind, or a name that is not in the schema,
+///            an assertion report.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"
@@ -17,7 +18,7 @@ namespace kiv::ifc::def::pset {
 
 class PropertyDef;
 
-/// Base of the kinds of property types, which stand in IfcPropertyTypeDerived.h.
+/// Base of the kinds of property types, which are in IfcPropertyTypeDerived.h.
 class KIV_EXPORT PropertyType : public xml::TypeBase {
 public:
     /// Reads the type from the first element child of a "PropertyType" element; null when there is none, when

@@ -1,3 +1,4 @@
+/// @file
 /// The kinds of property types, and the constants of enumerations.
 ///
 ///     if (const auto* enumerated = dynamic_cast<const TypePropertyEnumeratedValue*>(property.pType()))
@@ -9,8 +10,8 @@
 ///
 /// Ownership: a type owns all it hands out.
 /// Threads:   unchanged once read; what is const may be called from any number of threads.
-/// Errors:    a child that a kind does not know becomes a record; names that the schema lacks are assertion
-///            reports and never make a check fail.
+/// Errors:    a child that a kind does not know becomes a record; names that are not in the schema are
+///            assertion reports and never make a check fail.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"

@@ -18,8 +18,8 @@ constexpr std::string_view AliasTag = "QtoDefinitionAlias";
 
 } // namespace
 
-// A set with many quantities moves them while it grows; a move that may throw would be a copy, which there is
-// none of.
+// A growing set moves its quantities. If the move could throw, std::vector would copy them instead, and they
+// cannot be copied.
 static_assert(std::is_nothrow_move_constructible_v<QuantityDef>);
 
 QuantityDef::QuantityDef(const QuantitySetDef& owner, const kiv::xml::const_Element& element,

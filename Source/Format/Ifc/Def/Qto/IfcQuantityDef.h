@@ -1,4 +1,6 @@
-/// Quantity sets and their quantities. They mirror the property sets; where they differ, they are meant to.
+/// @file
+/// Quantity sets and their quantities. They mirror the property sets; each difference is deliberate and
+/// described where it is.
 ///
 ///     xml::XmlSetErrors errors;
 ///     const QuantitySetDef set(root, errors);
