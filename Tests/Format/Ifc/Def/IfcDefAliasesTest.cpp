@@ -48,7 +48,7 @@ TEST(Aliases, SeveralListsAreJoined) {
     EXPECT_EQ(entriesOf(aliases), (Entries{{"de", "eins"}, {"de", "eins"}}));
 }
 
-TEST(Aliases, TextIsKeptAsItStands) {
+TEST(Aliases, TextIsKeptUnchanged) {
     EXPECT_EQ(entriesOf(aliasesOf("<l><Alias lang='ja-JP'> \xE5\xA3\x81\n</Alias></l>")),
               (Entries{{"ja-JP", " \xE5\xA3\x81\n"}}));
 }

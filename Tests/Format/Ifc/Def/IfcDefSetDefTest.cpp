@@ -122,7 +122,7 @@ TEST(SetDef, VersionWithoutItsAttributeIsLeftToTheDerivedClass) {
     EXPECT_EQ(set.refusedTags, Texts{"IfcVersion"});
 }
 
-TEST(SetDef, ApplicableTypeValueIsTakenAsItStands) {
+TEST(SetDef, ApplicableTypeValueIsKeptUnchanged) {
     XmlSetErrors errors;
     const auto set =
         setOf("<s><ApplicableTypeValue> IfcWall </ApplicableTypeValue><ApplicableTypeValue/></s>", errors);

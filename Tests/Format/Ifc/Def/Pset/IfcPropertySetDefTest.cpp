@@ -206,7 +206,7 @@ TEST(PropertySetDef, CheckLooksAtEveryPropertyAndPasses) {
     EXPECT_EQ(read.errors.getSetName(), "");
 }
 
-TEST(PropertySetDef, CheckOfPropertiesGoesOnBehindRecordsThatDoNotFail) {
+TEST(PropertySetDef, CheckOfPropertiesGoesOnAfterRecordsThatDoNotFail) {
     const auto schema = schemaFromText(Schema);
     ReadSet read(sSetFor("IfcWal"));
     AssertCollector reports;

@@ -70,7 +70,7 @@ std::size_t depthOf(const PropertyDef& property) {
 }
 
 TEST(TypeComplexProperty, NestsAsDeepAsElementsCan) {
-    // The set and its list stand above; each level has a property, its type and the complex property.
+    // The set and its list are above; each level has a property, its type and the complex property.
     constexpr std::size_t levels = (kiv::xml::maxElementDepth - 2) / 3;
     std::string opened = "<PropertySetDef><PropertyDefs>";
     std::string closed = "</PropertyDefs></PropertySetDef>";

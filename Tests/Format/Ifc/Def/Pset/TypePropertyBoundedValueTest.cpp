@@ -64,7 +64,7 @@ struct BoundRow {
     const char* dataType;
     const char* lower;
     const char* upper;
-    /// What stands behind the data type in the element of the kind.
+    /// What follows the data type in the element of the kind.
     const char* written;
 };
 

@@ -68,7 +68,7 @@ TEST(QuantityType, KindIsTheOneOfTheCode) {
 const kiv::assert::AssertRecord UnknownNode{0, "Unknown node", "kiv::ifc::def::qto::QuantityType::pCreate",
                                             SourcePath, 38};
 
-TEST(QuantityType, CodeBehindABlankMakesNoneAndIsReported) {
+TEST(QuantityType, CodeAfterABlankMakesNoneAndIsReported) {
     const AssertCollector reports;
     EXPECT_EQ(pTypeOf("<QtoType> Q_AREA</QtoType>"), nullptr);
     EXPECT_EQ(reports.getRecords(), Reports{UnknownNode});
@@ -95,7 +95,7 @@ TEST(QuantityType, EmptyElementMakesNoneAndIsReported) {
     }
 }
 
-TEST(QuantityType, TextBehindTheCodesNodeIsNotSeen) {
+TEST(QuantityType, TextAfterTheCodesNodeIsNotSeen) {
     const auto type = pTypeOf("<QtoType>Q_AREA<!-- c -->X</QtoType>");
     ASSERT_NE(type, nullptr);
     EXPECT_STREQ(type->pTypeCode(), "Q_AREA");
