@@ -1,5 +1,6 @@
 #include "Base/NameDirectory.h"
 
+#include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
 
 #include <gtest/gtest.h>

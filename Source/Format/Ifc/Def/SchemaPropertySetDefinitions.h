@@ -11,9 +11,8 @@
 /// Errors:    what is not there is null or empty.
 #pragma once
 
-#include "Base/HashTable.h"
 #include "Base/NameTable.h"
-#include "Format/Ifc/Def/Store/GuidHash.h"
+#include "Format/Ifc/Def/Store/GuidTable.h"
 #include "Format/Ifc/Def/Store/OrderedSets.h"
 #include "Format/Ifc/Def/Store/SetsByClass.h"
 #include "kiv/Base/Export.h"
@@ -82,7 +81,7 @@ private:
     // In the order in which they are told; looked up by `setsByName_`, whose keys are its keys.
     std::map<std::string, std::unique_ptr<xml::SetDef>, std::less<>> sets_;
     NameTable<const xml::SetDef> setsByName_;
-    HashTable<kiv::Guid, xml::Def, GuidHash> defsByIfd_;
+    GuidTable<const xml::Def> defsByIfd_;
     SetsByClass setsByClass_;
     OrderedSets unrestrictedSets_;
 };

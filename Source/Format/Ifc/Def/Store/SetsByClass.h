@@ -11,6 +11,7 @@
 #pragma once
 
 #include "Base/Arena.h"
+#include "Base/BloomBits.h"
 #include "Base/NameTable.h"
 #include "Format/Ifc/Def/Store/OrderedSets.h"
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"
@@ -59,9 +60,6 @@ private:
     };
 
     void vFilterReserve(std::size_t classCount);
-    void vFilterSet(std::uint32_t hash) noexcept;
-    std::size_t filterBitOf(std::uint32_t hash) const;
-
     ArenaPtr<Class> pMake();
 
     NameTable<Class> table_;
@@ -70,9 +68,8 @@ private:
     std::vector<ArenaPtr<Class>> classes_;
     // Made for classes that are about to be added.
     std::vector<ArenaPtr<Class>> prepared_;
-    // A bit for the hash of each class, among many more: most entities are no class of any set, and this tells soonest. A
-    // power of two of words, or none.
-    std::vector<std::uint64_t> filter_;
+    // Of the hashes of the classes: most entities are no class of any set, and this shows it soonest.
+    BloomBits<std::vector<std::uint64_t>> filter_;
 };
 
 } // namespace kiv::ifc::def
