@@ -1,3 +1,4 @@
+/// @file
 /// One collection of set definitions that passed their check against one schema: the standard sets of a release, or those
 /// of a host's file. The classes beside it register collections by context and search them all.
 ///
@@ -11,18 +12,11 @@
 /// Errors:    what is not there is null or empty.
 #pragma once
 
-#include "Base/NameTable.h"
-#include "Format/Ifc/Def/Store/GuidTable.h"
-#include "Format/Ifc/Def/Store/OrderedSets.h"
-#include "Format/Ifc/Def/Store/SetsByClass.h"
 #include "kiv/Base/Export.h"
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"
 #include "kiv/Host/Id/KivId.h"
 
-#include <functional>
-#include <map>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -75,15 +69,10 @@ public:
                                                           bool includeUnrestricted) const;
 
 private:
-    void vSetsToEntityAppend(const schema::Entity& entity, bool includeUnrestricted,
-                             std::vector<const xml::SetDef*>& sets) const;
+    struct Index;
 
-    // In the order in which they are told; looked up by `setsByName_`, whose keys are its keys.
-    std::map<std::string, std::unique_ptr<xml::SetDef>, std::less<>> sets_;
-    NameTable<const xml::SetDef> setsByName_;
-    GuidTable<const xml::Def> defsByIfd_;
-    SetsByClass setsByClass_;
-    OrderedSets unrestrictedSets_;
+    // Null as long as no set was added, and after a move.
+    std::unique_ptr<Index> index_;
 };
 
 } // namespace kiv::ifc::def

@@ -427,6 +427,21 @@ TEST_F(SchemaPropertySetDefinitionsTest, AMovedCollectionTakesFurtherSets) {
     EXPECT_EQ(moved.getXmlDefFromIfd(guidOf(1))->getName(), "P");
 }
 
+TEST_F(SchemaPropertySetDefinitionsTest, AMovedFromCollectionIsEmptyAndTakesSetsAgain) {
+    vSetsAdd(sets, *schema, {sPropertySet("Pset_A", {"IfcWall"}, sProperty("P", "", sGuid(1)))});
+    const auto moved = std::move(sets);
+    EXPECT_EQ(sets.getXmlSetFromName("Pset_A"),
+              nullptr); // NOLINT(bugprone-use-after-move): that is what is tested
+    EXPECT_EQ(sets.getXmlSetFromNameUpper("PSET_A"), nullptr);
+    EXPECT_EQ(sets.getXmlDefFromIfd(guidOf(1)), nullptr);
+    EXPECT_TRUE(sets.getXmlSets().empty());
+    EXPECT_TRUE(sets.getXmlSetsToEntity(entity("IfcWall"), true).empty());
+    EXPECT_TRUE(sets.getXmlSetsAllToEntity(entity("IfcWall"), true).empty());
+    vSetsAdd(sets, *schema, {sPropertySet("Pset_B", {"IfcWall"})});
+    EXPECT_EQ(namesOf(sets.getXmlSets()), Texts{"Pset_B"});
+    EXPECT_EQ(namesOf(moved.getXmlSets()), Texts{"Pset_A"});
+}
+
 /// Adds the set with fewer allocations than it takes, one more each time; returns how often that failed. Whenever it does,
 /// the collection must answer as before, with the set still in the caller's hands.
 std::size_t failedAdditions(SchemaPropertySetDefinitions& sets, const ifc::def::schema::Schema& schema,
