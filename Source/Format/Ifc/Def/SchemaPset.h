@@ -90,7 +90,9 @@ private:
     template <class Find>
     const xml::SetDef* pSetFind(const ContextFilter& filter, Find find) const;
 
-    std::vector<std::unique_ptr<const xmlschema::Config>> xmlSchemaConfigs_;
+    // Shared pointers destroy what they were made for without this class knowing it: configurations know the schema
+    // and not the other way round.
+    std::vector<std::shared_ptr<const xmlschema::Config>> xmlSchemaConfigs_;
 };
 
 } // namespace kiv::ifc::def
