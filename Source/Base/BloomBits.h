@@ -1,12 +1,13 @@
 /// @file
-/// A filter before a table: one bit for each number that was added, to answer most questions for others at once.
+/// A filter before a table: one bit for each number that was added, to answer most questions for others at
+/// once.
 ///
 ///     BloomBits<std::array<std::uint64_t, 32>> lengths;
 ///     lengths.vAdd(name.size());
 ///     if (!lengths.isPossible(other.size())) return nullptr; // there is no name of this length
 ///
-/// Numbers that are the same modulo the count of bits share a bit; so a number that was never added may be possible,
-/// while one that was added always is.
+/// Numbers that are the same modulo the count of bits share a bit; so a number that was never added may be
+/// possible, while one that was added always is.
 ///
 /// Ownership: a value.
 /// Threads:   one thread while it is filled; then readable from any number of threads.
@@ -20,12 +21,13 @@
 
 namespace kiv {
 
-/// `Words` is an array of words, as many as a power of two, or a vector of them, which `boReserve` makes longer.
+/// `Words` is an array of words, as many as a power of two, or a vector of them, which `boReserve` makes
+/// longer.
 template <class Words>
 class BloomBits {
 public:
-    /// Makes the vector hold at least that many bits. True when it has grown: then all its bits are 0, and what was
-    /// added has to be added again. When it throws, nothing has changed.
+    /// Makes the vector hold at least that many bits. True when it has grown: then all its bits are 0, and
+    /// what was added has to be added again. When it throws, nothing has changed.
     bool boReserve(std::size_t bitCount) {
         const auto wordCount = std::bit_ceil(std::max<std::size_t>(bitCount / WordBits, 1));
         if (wordCount <= words_.size())

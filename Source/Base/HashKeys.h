@@ -1,13 +1,18 @@
+/// @file
 /// Hashes that nobody outside can foresee: for tables whose keys come from documents.
 ///
 ///     const HashKeys keys = hashKeys();
-///     const auto hash = getFolded(first ^ keys[0], second ^ keys[1]) ^ getFolded(third ^ keys[2], fourth ^ keys[3]);
+///     const auto hash = getFolded(first ^ keys[0], second ^ keys[1]) ^
+///                       getFolded(third ^ keys[2], fourth ^ keys[3]);
 ///
-/// Each pair of words is hidden by two keys and multiplied to 128 bits, of which the halves are combined. Whoever chooses words
-/// without knowing the keys, which are drawn once per process, cannot choose them so that many have the same hash.
+/// Each pair of words is hidden by two keys and multiplied to 128 bits, whose halves are combined. Whoever
+/// chooses words without knowing the keys, which are drawn once per process, cannot choose many that have the
+/// same hash.
 ///
-/// Threads: any number of threads.
-/// Errors:  the first use of `hashKeys` passes on what std::random_device throws when the system has no random source.
+/// Ownership: none.
+/// Threads:   any number of threads.
+/// Errors:    the first use of `hashKeys` passes on what std::random_device throws when the system has no
+///          random source.
 #pragma once
 
 #include <array>

@@ -6,9 +6,9 @@
 ///     objects.vAdd("IFCWALL", *wall);        // cannot
 ///     auto* found = objects.pFindUpper("IfcWall");
 ///
-/// The bytes of most names lie in the table itself, each name in a cache line of its own: in a large collection a
-/// look-up waits for one place in memory. A name is compared by a few words that are always looked at, without a
-/// branch for its length.
+/// The bytes of most names lie in the table itself, each name in a cache line of its own: in a large
+/// collection a look-up waits for one place in memory. A name is compared by a few words that are always
+/// looked at, without a branch for its length.
 ///
 /// Ownership: refers to the owners of the names and to the texts of the names, which must outlive it.
 /// Threads:   one thread while it is filled; then readable from any number of threads.
@@ -28,8 +28,9 @@
 
 namespace kiv {
 
-/// The words of a name: its bytes 0 to 31 and its last eight. Where it is shorter a word is that of the last eight
-/// bytes, or of all; so names of one length that have the same words are the same, up to `WholeMax` bytes.
+/// The words of a name: its bytes 0 to 31 and its last eight. Where it is shorter a word is that of the last
+/// eight bytes, or of all; so names of one length that have the same words are the same, up to `WholeMax`
+/// bytes.
 class NameWords {
 public:
     static constexpr std::size_t Count = 5;
@@ -144,8 +145,8 @@ public:
     /// The owner of exactly this name; null when there is none.
     Value* pFind(std::string_view name) const { return table_.pFind(NameKey<Unchanged>(name, keys_)); }
 
-    /// The owner of this name made upper-case; null when there is none, which for most texts that are no name shows
-    /// in their first letter and their length.
+    /// The owner of this name made upper-case; null when there is none, which for most texts that are no name
+    /// shows in their first letter and their length.
     Value* pFindUpper(std::string_view name) const {
         return beginnings_.isPossible(beginningOf(name)) ? table_.pFind(NameKey<UpperCased>(name, keys_))
                                                          : nullptr;

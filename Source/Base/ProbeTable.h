@@ -1,17 +1,18 @@
 /// @file
-/// A hash table with linear probing that only grows; what lies in a slot, and what it is found by, is a policy.
+/// A hash table with linear probing that only grows; what lies in a slot, and what it is found by, is a
+/// policy.
 ///
 ///     ProbeTable<NameSlot<Object>> objects;
 ///     objects.vReserve(1);                            // all that can fail
 ///     objects.boAdd(NameKey<Unchanged>(...), object); // cannot
 ///     Object* found = objects.pFind(NameKey<Upper>(...));
 ///
-/// A slot holds its key itself, so that a look-up waits for one place in memory, where a table of nodes would wait
-/// for three. The policy:
-///   - `Slot` has a pointer `value`, null in an empty slot, is made of a key and a value, and gives its key with
-///     `getKey()`;
-///   - a key has `getHash()`, 64 bits of which the highest are the best, and `isOf(slot)`. Keys of several types may
-///     ask one table.
+/// A slot holds its key itself, so that a look-up waits for one place in memory, where a table of nodes would
+/// wait for three. The policy:
+///   - `Slot` has a pointer `value`, null in an empty slot, is made of a key and a value, and gives its key
+///     with `getKey()`;
+///   - a key has `getHash()`, 64 bits of which the highest are the best, and `isOf(slot)`. Keys of several
+///     types may ask one table.
 ///
 /// Ownership: refers to the values, which must outlive it.
 /// Threads:   one thread while it is filled; then readable from any number of threads.

@@ -76,7 +76,8 @@ TEST(ArenaTest, EveryPieceIsAlignedWhateverLiesBeforeIt) {
     }
 }
 
-/// A block that ends at an odd place has bytes left that are enough for the piece, but not once it is aligned.
+/// A block that ends at an odd place has bytes left that are enough for the piece, but not once it is
+/// aligned.
 TEST(ArenaTest, APieceThatFitsOnlyWithoutItsPaddingGoesToANewBlock) {
     constexpr std::size_t blockSize = 61;
     for (std::size_t used = 1; used <= blockSize; ++used) {

@@ -40,7 +40,8 @@ TEST(HashKeysTest, KeysAreDrawnOncePerProcess) {
     EXPECT_EQ(hashKeys(), keys);
 }
 
-/// All are drawn, in both halves: that two numbers are the same by chance happens about once in fifty million runs.
+/// All are drawn, in both halves: that two numbers are the same by chance happens about once in fifty million
+/// runs.
 TEST(HashKeysTest, NoTwoKeysAreAlike) {
     std::set<std::uint32_t> halves;
     for (const auto key : hashKeys()) {

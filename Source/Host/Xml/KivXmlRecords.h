@@ -1,8 +1,11 @@
+/// @file
 /// How a document is kept: plain records in an arena, linked by pointers.
 ///
 /// Private to the XML library.
 ///
 /// Ownership: the arena owns records and characters alike; they are freed together, without a walk.
+/// Threads:   one thread while it is built; then readable from any number of threads.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "Base/Arena.h"
@@ -30,7 +33,8 @@ enum class NodeKind : std::uint8_t { Document, Element, Attribute, Text, Comment
 
 struct NodeRecord {
     NodeKind kind = NodeKind::Document;
-    /// Whether the text has grown into a place as large as the next power of two; see `DocumentArena::getJoined`.
+    /// Whether the text has grown into a place as large as the next power of two; see
+    /// `DocumentArena::getJoined`.
     bool isTextRoomy = false;
     std::uint32_t line = 0;
     /// The next sibling; null for an attribute.

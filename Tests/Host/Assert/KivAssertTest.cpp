@@ -279,7 +279,8 @@ TEST(KivAssertTest, RemovingWaitsUntilNoReportIsUsingTheSink) {
     EXPECT_FALSE(wasRemovedTooEarly);
 }
 
-/// The removal has begun and waits for the first report; the second one must pass the sink by, although it is still there.
+/// The removal has begun and waits for the first report; the second one must pass the sink by, although it is
+/// still there.
 TEST(KivAssertTest, SinkWhoseRemovalHasBegunGetsNoFurtherReport) {
     std::latch isInSink(1);
     std::latch mayLeave(1);

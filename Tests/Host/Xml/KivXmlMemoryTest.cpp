@@ -23,7 +23,8 @@ Outcome getOutcome(const std::string& text, std::size_t allocations, test::Refus
     return isRead ? Outcome::Document : Outcome::Error;
 }
 
-/// Every allocation fails, with all that follow and alone; nothing but the lack of memory may come of it until all succeed.
+/// Every allocation fails, with all that follow and alone; nothing but the lack of memory may come of it
+/// until all succeed.
 void vExpectNoMemoryUntil(const std::string& text, Outcome last) {
     SCOPED_TRACE(text.substr(0, 60));
     std::size_t allocations = 0;

@@ -38,7 +38,8 @@ bool isTooLong(std::size_t size, std::size_t limit) {
 }
 
 TEST(KivXmlParserTest, TokenOfTheLimitPassesAndTheNextByteDoesNotWhereABlockEnds) {
-    // Where blocks end is no promise: it is found as the last size of such a text for which a limit was looked at.
+    // Where blocks end is no promise: it is found as the last size of such a text for which a limit was
+    // looked at.
     constexpr std::size_t Size = std::size_t{1} << 20;
     std::size_t passes = Size;
     for (std::size_t refused = 4; passes - refused > 1;) {

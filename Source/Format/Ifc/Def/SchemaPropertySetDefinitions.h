@@ -1,6 +1,7 @@
 /// @file
-/// One collection of set definitions that passed their check against one schema: the standard sets of a release, or those
-/// of a host's file. The classes beside it register collections by context and search them all.
+/// One collection of set definitions that passed their check against one schema: the standard sets of a
+/// release, or those of a host's file. The classes beside it register collections by context and search them
+/// all.
 ///
 ///     SchemaPropertySetDefinitions sets;
 ///     if (!sets.xmlSetAdd(schema, std::move(set), errors))
@@ -38,10 +39,11 @@ public:
     SchemaPropertySetDefinitions& operator=(SchemaPropertySetDefinitions&& other) noexcept;
     ~SchemaPropertySetDefinitions();
 
-    /// Checks the set, which must not be null, against the schema and takes it. False only when the check failed; then
-    /// the set stays with the caller and `errors` says why. A set whose name is present already, in whatever letter case,
-    /// is checked all the same and then dropped: that is true, and no error. When memory runs out the collection is as it
-    /// was and the set still with the caller; `errors` may hold records of the check.
+    /// Checks the set, which must not be null, against the schema and takes it. False only when the check
+    /// failed; then the set stays with the caller and `errors` says why. A set whose name is present already,
+    /// in whatever letter case, is checked all the same and then dropped: that is true, and no error. When
+    /// memory runs out the collection is as it was and the set still with the caller; `errors` may hold
+    /// records of the check.
     bool xmlSetAdd(const schema::Schema& schema, std::unique_ptr<xml::SetDef>&& set,
                    xml::XmlSetErrors& errors);
 
@@ -51,8 +53,8 @@ public:
     /// The same for a name that is upper-case already; in mixed case it finds nothing.
     const xml::SetDef* getXmlSetFromNameUpper(std::string_view upperName) const;
 
-    /// The property or quantity with this GUID, the one added first of several; null when there is none. The null GUID
-    /// finds the first one without a GUID.
+    /// The property or quantity with this GUID, the one added first of several; null when there is none. The
+    /// null GUID finds the first one without a GUID.
     const xml::Def* getXmlDefFromIfd(const kiv::Guid& guid) const;
 
     /// All sets, by upper-cased name.
@@ -63,8 +65,8 @@ public:
     std::vector<const xml::SetDef*> getXmlSetsToEntity(const schema::Entity& entity,
                                                        bool includeUnrestricted) const;
 
-    /// The same for the entity and all above it, from the topmost supertype down. Unrestricted sets come with the
-    /// topmost; a set that names several of the entities is there several times.
+    /// The same for the entity and all above it, from the topmost supertype down. Unrestricted sets come with
+    /// the topmost; a set that names several of the entities is there several times.
     std::vector<const xml::SetDef*> getXmlSetsAllToEntity(const schema::Entity& entity,
                                                           bool includeUnrestricted) const;
 

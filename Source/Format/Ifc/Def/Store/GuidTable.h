@@ -6,7 +6,8 @@
 ///     defs.vAdd(guid, def);  // cannot
 ///     const auto* def = defs.pFind(guid);
 ///
-/// Nobody can choose GUIDs that all meet in one place: the hashes begin with numbers that are drawn once per process.
+/// Nobody can choose GUIDs that all meet in one place: the hashes begin with numbers that are drawn once per
+/// process.
 ///
 /// Ownership: refers to the owners of the GUIDs, which must outlive it.
 /// Threads:   one thread while it is filled; then readable from any number of threads.

@@ -10,7 +10,8 @@ namespace {
 /// How many bits the filter has for each class.
 constexpr std::size_t BitsPerClass = 16;
 
-/// The number by which the filter knows a class. Both halves of the hash count, as the filter looks at the lowest bits.
+/// The number by which the filter knows a class. Both halves of the hash count, as the filter looks at the
+/// lowest bits.
 std::size_t filterNumberOf(std::uint32_t hash) {
     return hash ^ hash >> 16;
 }

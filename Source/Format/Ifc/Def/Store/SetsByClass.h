@@ -1,13 +1,15 @@
-/// The sets of a collection by applicable class: the index behind the sets of an entity.
+/// @file
+/// The sets of a collection by applicable class: what the sets of an entity are found by.
 ///
 ///     const auto classes = SetsByClass::classesOf(set);
 ///     index.vReserve("PSET_A", classes);  // all that can fail
 ///     index.vAdd("PSET_A", set, classes); // cannot
 ///     const auto* sets = index.pFind(entity.getNameHash(), entity.getName());
 ///
-/// Ownership: refers to the sets, to the texts of their classes and to their upper-cased names, which must outlive it.
+/// Ownership: refers to the sets, to the texts of their classes and to their upper-cased names, which must
+///            outlive it.
 /// Threads:   one thread while it is filled; then readable from any number of threads.
-/// Errors:    a class that is not there is null.
+/// Errors:    std::bad_alloc from `classesOf` and `vReserve`. A class that is not there is null.
 #pragma once
 
 #include "Base/Arena.h"
@@ -32,8 +34,8 @@ public:
         std::string_view name;
     };
 
-    /// The classes of one set, each once. An empty class is the name of no entity, not even of one without a name, and left
-    /// out.
+    /// The classes of one set, each once. An empty class is the name of no entity, not even of one without a
+    /// name, and left out.
     static std::vector<ClassName> classesOf(const xml::SetDef& set);
 
     SetsByClass() = default;
@@ -41,7 +43,8 @@ public:
     SetsByClass& operator=(SetsByClass&& other) noexcept;
     ~SetsByClass() = default;
 
-    /// Makes place for a set of this name that applies to these classes. When it throws, nothing that is found has changed.
+    /// Makes place for a set of this name that applies to these classes. When it throws, nothing that is
+    /// found has changed.
     void vReserve(std::string_view upperName, const std::vector<ClassName>& classes);
 
     /// Adds a set, for which place was made last; none of this name must be there.

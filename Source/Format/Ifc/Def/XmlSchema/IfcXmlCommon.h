@@ -1,5 +1,10 @@
-/// What the readers of an IFC-XML configuration (ISO 10303-28) share: representations, and the one way in which an element
-/// is read and what is unknown in it reported.
+/// @file
+/// What the readers of an IFC-XML configuration (ISO 10303-28) share: representations, and the one way in
+/// which an element is read and what is unknown in it reported.
+///
+/// Ownership: none.
+/// Threads:   free functions without state; safe from any number of threads.
+/// Errors:    what is wrong with an element is an assertion report, and reading goes on.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -20,14 +25,16 @@ enum class ExpAttribute : std::uint32_t {
     DoubleTag = 3
 };
 
-/// "attribute-tag", "attribute-content" or "double-tag"; any other text is an assertion report and `AttributeContent`.
+/// "attribute-tag", "attribute-content" or "double-tag"; any other text is an assertion report and
+/// `AttributeContent`.
 KIV_EXPORT ExpAttribute expAttributeFromString(std::string_view text);
 
 /// The truth value of an attribute's text (xs:boolean); false when it is none.
 bool boFromText(std::string_view text);
 
-/// Reports a problem of a configuration, when anybody listens. `function` is named without its namespace, `module` is the
-/// class's name as it ends the module's path; `callable` is what the function's name ends in when it is one inside it.
+/// Reports a problem of a configuration, when anybody listens. `function` is named without its namespace,
+/// `module` is the class's name as it ends the module's path; `callable` is what the function's name ends in
+/// when it is one inside it.
 void vConfigReport(std::string_view message, std::string_view function, std::string_view module,
                    std::string_view callable = {});
 
@@ -39,8 +46,8 @@ struct ElementReader {
     std::string_view module;
 };
 
-/// Offers each attribute of the element, by name and value, and then each element child; what `boAttribute` or `boChild`
-/// refuses is reported as "Unknown attribute" or "Unknown element".
+/// Offers each attribute of the element, by name and value, and then each element child; what `boAttribute`
+/// or `boChild` refuses is reported as "Unknown attribute" or "Unknown element".
 void vElementRead(const kiv::xml::const_Element& element, const ElementReader& reader,
                   const std::function<bool(std::string_view name, std::string_view value)>& boAttribute,
                   const std::function<bool(const kiv::xml::const_Element&)>& boChild);

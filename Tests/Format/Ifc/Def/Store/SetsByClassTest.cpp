@@ -118,8 +118,9 @@ TEST_F(SetsByClassTest, ClassesOfASetAreThereOnceEachAndNoneIsEmpty) {
     EXPECT_EQ(classes[1].hash, nameHash("IfcWall"));
 }
 
-/// Places prepared for classes are left over when memory runs out between them. The next set takes places that were
-/// prepared for its own name: adding it takes no memory, however many are left and however full the arena is.
+/// Places prepared for classes are left over when memory runs out between them. The next set takes places
+/// that were prepared for its own name: adding it takes no memory, however many are left and however full the
+/// arena is.
 TEST_F(SetsByClassTest, LeftOverPlacesAreNotTakenUnprepared) {
     std::deque<std::string> names;
     for (int number = 0; number < 200; ++number)

@@ -182,7 +182,8 @@ TEST(ConfigElementsTest, ReportEachUnknownOneAttributesFirst) {
     }
 }
 
-/// How many allocations it takes to read an option with so many attributes and children that it does not know.
+/// How many allocations it takes to read an option with so many attributes and children that it does not
+/// know.
 std::size_t allocationsFor(std::size_t unknown) {
     std::string attributes;
     std::string children;
