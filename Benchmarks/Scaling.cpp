@@ -1,10 +1,10 @@
 #include "Scaling.h"
 
 #include "Base/Ascii.h"
-#include "Base/UpperCase.h"
 #include "Reading.h"
 #include "Require.h"
 
+#include <algorithm>
 #include <random>
 
 namespace kiv::bench {
@@ -82,7 +82,9 @@ void SchemaCopies::vNamesMark(NumberedText& numbered, std::string_view text, std
         const auto nameBegin = place;
         while (place < end && isNameCharacter(text[place]))
             ++place;
-        if (upperNames_.contains(kiv::sUpper(text.substr(nameBegin, place - nameBegin))))
+        std::string name(text.substr(nameBegin, place - nameBegin));
+        std::transform(name.begin(), name.end(), name.begin(), ascii::getUpper);
+        if (upperNames_.contains(name))
             numbered.vPlaceAdd(place);
         if (place == nameBegin)
             ++place;

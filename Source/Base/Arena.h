@@ -1,12 +1,14 @@
-/// Memory that is handed out piece by piece and freed all at once: for models that are built once and then only read.
+/// @file
+/// Memory that is handed out piece by piece and freed all at once: for models that are built once and then
+/// only read.
 ///
 ///     Arena arena;
 ///     const std::string_view name = arena.getCopy(line.substr(7, 10));
 ///     auto* const record = arena.pMake<Record>(name);
 ///     ArenaVector<std::string_view> names(arena);
 ///
-/// Ownership: owns all that it hands out; nothing of it is given back before the arena is destroyed. What a container
-///            outgrows stays too: reserve, where the size is known.
+/// Ownership: owns all that it hands out; nothing of it is given back before the arena is destroyed. What a
+///            container outgrows stays too: reserve, where the size is known.
 /// Threads:   one thread at a time.
 /// Errors:    std::bad_alloc; what was handed out before stays as it is.
 #pragma once
@@ -36,7 +38,8 @@ using ArenaPtr = std::unique_ptr<Object, ArenaDelete>;
 
 class Arena {
 public:
-    /// The first block of memory, in bytes, is taken with the first piece; those behind it are larger and larger.
+    /// The first block of memory, in bytes, is taken with the first piece; later blocks are larger and
+    /// larger.
     explicit Arena(std::size_t firstBlockSize = 8192) : nextBlockSize_(firstBlockSize) {}
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
@@ -116,15 +119,16 @@ private:
     std::size_t nextBlockSize_;
 };
 
-/// Takes the memory of a container from an arena, or by itself when it is made without one. Does not touch the arena when the
-/// container is destroyed, so that this may happen after the arena's own end.
+/// Takes the memory of a container from an arena, or from the heap when it is made without one. Does not
+/// touch the arena when the container is destroyed, so that this may happen after the arena's own end.
 template <typename Value>
 class ArenaAllocator {
 public:
     using value_type = Value;
 
     ArenaAllocator() = default;
-    /// Null for none. A container takes it where it takes an allocator. NOLINTNEXTLINE(google-explicit-constructor)
+    /// Null for none.
+    // A container takes an arena where it takes an allocator. NOLINTNEXTLINE(google-explicit-constructor)
     ArenaAllocator(Arena* arena) : arena_(arena) {}
     // A container takes an arena where it takes an allocator. NOLINTNEXTLINE(google-explicit-constructor)
     ArenaAllocator(Arena& arena) : arena_(&arena) {}

@@ -1,4 +1,11 @@
+/// @file
 /// Tests and changes of single bytes and of texts that look at ASCII alone, whatever the locale is.
+///
+///     const auto name = ascii::trimmed(line, " \t");
+///
+/// Ownership: none; a trimmed text is a part of the text it was made from.
+/// Threads:   free functions without state; safe from any number of threads.
+/// Errors:    none.
 #pragma once
 
 #include <algorithm>

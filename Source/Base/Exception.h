@@ -1,4 +1,7 @@
+/// @file
 /// The exception type of the library.
+///
+///     catch (const kiv::exception& failure) { vShow(failure.what()); }
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -12,7 +15,9 @@ namespace kiv {
 /// although nothing was said about how to make one. Everything else that can go wrong is an answer, a record
 /// or an assertion report.
 ///
-/// Threads: a value; each thread has its own.
+/// Ownership: a value; keeps its message.
+/// Threads:   each thread has its own.
+/// Errors:    std::bad_alloc while it is made or copied.
 class KIV_EXPORT exception : public std::exception {
 public:
     exception();

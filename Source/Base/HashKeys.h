@@ -1,19 +1,21 @@
+/// @file
 /// Hashes that nobody outside can foresee: for tables whose keys come from documents.
 ///
 ///     const HashKeys keys = hashKeys();
-///     const auto hash = getFolded(first ^ keys[0], second ^ keys[1]) ^ getFolded(third ^ keys[2], fourth ^ keys[3]);
+///     const auto hash = getFolded(first ^ keys[0], second ^ keys[1]) ^
+///                       getFolded(third ^ keys[2], fourth ^ keys[3]);
 ///
-/// Each pair of words is hidden by two keys and multiplied to 128 bits, of which the halves are combined. Whoever chooses words
-/// without knowing the keys, which are drawn once per process, cannot choose them so that many have the same hash.
+/// Each pair of words is hidden by two keys and multiplied to 128 bits, whose halves are combined. Whoever
+/// chooses words without knowing the keys, which are drawn once per process, cannot choose many that have the
+/// same hash.
 ///
-/// Threads: any number of threads.
-/// Errors:  the first use of `hashKeys` passes on what std::random_device throws when the system has no random source.
+/// Ownership: none.
+/// Threads:   any number of threads.
+/// Errors:    the first use of `hashKeys` passes on what std::random_device throws when the system has no
+///          random source.
 #pragma once
 
-#include <algorithm>
 #include <array>
-#include <bit>
-#include <cstddef>
 #include <cstdint>
 
 namespace kiv {
@@ -28,12 +30,6 @@ constexpr std::uint64_t getFolded(std::uint64_t left, std::uint64_t right) {
     __extension__ using Product = unsigned __int128;
     const auto product = static_cast<Product>(left) * right;
     return static_cast<std::uint64_t>(product >> 64) ^ static_cast<std::uint64_t>(product);
-}
-
-/// How many slots a table has for so many keys, each of which stands in the slot that its hash leads to or soon behind it: a power
-/// of two, of which a quarter or more stay empty.
-constexpr std::size_t slotCountFor(std::size_t keys) {
-    return std::bit_ceil(std::max<std::size_t>(keys + keys / 2, 4));
 }
 
 } // namespace kiv

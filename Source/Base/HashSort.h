@@ -1,12 +1,15 @@
+/// @file
 /// Sorts what has a hash: into buckets by its highest bits first, then each bucket.
 ///
-///     const auto starts = sortedByHash(entries, [](const Entry& a, const Entry& b) { return a.hash < b.hash; });
+///     const auto starts =
+///         sortedByHash(entries, [](const Entry& a, const Entry& b) { return a.hash < b.hash; });
 ///
-/// Quicker than a sort by comparisons alone, as most buckets hold one entry or none; and no slower, by more than a little, when
+/// Quicker than a sort by comparisons alone, as most buckets hold one entry or none; and hardly slower when
 /// somebody chose the hashes so that all meet in one bucket.
 ///
-/// Threads: one at a time for the entries that are being sorted.
-/// Errors:  std::bad_alloc; the entries are as they were then.
+/// Ownership: none.
+/// Threads:   one at a time for the entries that are being sorted.
+/// Errors:    std::bad_alloc; the entries are as they were then.
 #pragma once
 
 #include <algorithm>
@@ -19,10 +22,12 @@
 
 namespace kiv {
 
-/// As many entries as a bucket has unless somebody chose their hashes; so many are sorted, and searched, one by one.
+/// Buckets up to this size use insertion sort and linear search; larger ones occur only if hashes were chosen
+/// to collide.
 inline constexpr std::size_t FewInBucket = 16;
 
-/// By how many bits a hash is shifted to give its bucket, one of `bucketCount`, which is a power of two and not 1.
+/// By how many bits a hash is shifted to give its bucket, one of `bucketCount`, which is a power of two and
+/// not 1.
 template <class Hash>
 unsigned bucketShift(std::size_t bucketCount) {
     return static_cast<unsigned>(8 * sizeof(Hash)) - static_cast<unsigned>(std::countr_zero(bucketCount));
@@ -42,8 +47,8 @@ void vBucketSort(std::span<Entry> bucket, Less less) {
     }
 }
 
-/// Sorts entries, which have a member `hash`, by an order in which smaller hashes come first; entries that are equal stay in
-/// their order. What comes back is where each bucket begins, and where the last one ends.
+/// Sorts entries, which have a member `hash`, by an order in which smaller hashes come first; entries that
+/// are equal stay in their order. What comes back is where each bucket begins, and where the last one ends.
 template <class Entry, class Less>
 std::vector<std::uint32_t> sortedByHash(std::vector<Entry>& entries, Less less) {
     const auto bucketCount = std::bit_ceil(std::max<std::size_t>(entries.size(), 2));

@@ -1,14 +1,15 @@
-/// Finds all that bear a name, in any letter case: entries in buckets by the hash of their upper-cased names.
+/// @file
+/// Finds everything of a name, in any letter case: entries in buckets by the hash of their upper-cased names.
 ///
 ///     NameDirectory<const Attribute> directory;
 ///     directory.vAdd(name);
 ///     directory.vBuild();
 ///     for (const auto& entry : directory.find("Name")) use(*entry.value);
 ///
-/// Within a bucket the entries are sorted, so that names chosen to meet in one bucket cost the logarithm of their number
-/// and not more. Nothing is allocated by a search.
+/// Within a bucket the entries are sorted, so that even names chosen to meet in one bucket cost no more than
+/// the logarithm of their number. A search allocates nothing.
 ///
-/// Ownership: refers to what bears the names, which has getName and getNameUpper.
+/// Ownership: refers to the owners of the names, which have getName and getNameUpper, and must outlive it.
 /// Threads:   one while it is filled and built; then searched from any number of threads.
 /// Errors:    what is not there is an empty range.
 #pragma once

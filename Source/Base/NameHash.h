@@ -1,9 +1,11 @@
+/// @file
 /// The hash of names that hosts can ask for: 32-bit FNV-1a.
 ///
 ///     static_assert(nameHash("") == 0x811C9DC5U);
 ///
-/// Threads: free functions without state; safe from any number of threads.
-/// Errors:  none.
+/// Ownership: none.
+/// Threads:   free functions without state; safe from any number of threads.
+/// Errors:    none.
 #pragma once
 
 #include <array>

@@ -1,34 +1,36 @@
-/// A table from names to what bears them, which only grows: the objects of a schema, the sets of a collection.
+/// @file
+/// A table from names to their owners, which only grows: the objects of a schema, the sets of a collection.
 ///
 ///     NameTable<ObjectBase> objects;
 ///     objects.vReserve(1);                   // all that can fail
 ///     objects.vAdd("IFCWALL", *wall);        // cannot
 ///     auto* found = objects.pFindUpper("IfcWall");
 ///
-/// The bytes of most names lie in the table itself, each name in a cache line of its own: in a large collection a question
-/// waits for one place in memory. A name is compared by a few words that are always looked at, without a branch for its length.
+/// The bytes of most names lie in the table itself, each name in a cache line of its own: in a large
+/// collection a look-up waits for one place in memory. A name is compared by a few words that are always
+/// looked at, without a branch for its length.
 ///
-/// Ownership: refers to what bears the names and to their texts, which must outlive it.
+/// Ownership: refers to the owners of the names and to the texts of the names, which must outlive it.
 /// Threads:   one thread while it is filled; then readable from any number of threads.
-/// Errors:    a name that is not there is null.
+/// Errors:    std::bad_alloc from `vReserve` alone. A name that is not there is null.
 #pragma once
 
+#include "Base/BloomBits.h"
 #include "Base/HashKeys.h"
+#include "Base/ProbeTable.h"
 #include "Base/Words8.h"
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace kiv {
 
-/// The words of a name: its bytes 0 to 31 and its last eight. Where it is shorter a word is that of the last eight bytes, or of
-/// all; so names of one length that have the same words are the same, up to `WholeMax` bytes.
+/// The words of a name: its bytes 0 to 31 and its last eight. Where it is shorter a word is that of the last
+/// eight bytes, or of all; so names of one length that have the same words are the same, up to `WholeMax`
+/// bytes.
 class NameWords {
 public:
     static constexpr std::size_t Count = 5;
@@ -60,7 +62,7 @@ public:
     }
 
 private:
-    /// Apart, so that the way of all other names stays short.
+    /// A function of its own, so that the code for all other names stays short.
     template <class Change>
     [[gnu::noinline]] static std::uint64_t getRestHash(std::string_view name, Change change) {
         const auto& keys = hashKeys();
@@ -77,106 +79,95 @@ private:
 };
 
 template <class Value>
-class NameTable {
+struct NameSlot;
+
+/// The changes that a key makes to each eight bytes of its name.
+struct Unchanged {
+    constexpr std::uint64_t operator()(std::uint64_t bytes) const { return bytes; }
+};
+struct UpperCased {
+    constexpr std::uint64_t operator()(std::uint64_t bytes) const { return getUpper8(bytes); }
+};
+
+/// A name to be looked for in a `ProbeTable`, changed by `Change`.
+template <class Change>
+class NameKey {
 public:
-    NameTable() : keys_(hashKeys()) {}
-    NameTable(NameTable&& other) noexcept :
-        keys_(other.keys_),
-        slots_(std::exchange(other.slots_, {})),
-        size_(std::exchange(other.size_, 0)),
-        lengths_(std::exchange(other.lengths_, {})) {}
-    NameTable& operator=(NameTable&& other) noexcept {
-        slots_ = std::exchange(other.slots_, {});
-        size_ = std::exchange(other.size_, 0);
-        lengths_ = std::exchange(other.lengths_, {});
-        return *this;
-    }
-    ~NameTable() = default;
+    NameKey(std::string_view name, const HashKeys& keys) :
+        words_(name, Change()), name_(name), hash_(words_.getHash(keys)) {}
 
-    /// Makes place for so many more names. When it throws, nothing has changed.
-    void vReserve(std::size_t count) {
-        const auto slotCount = slotCountFor(size_ + count);
-        if (slotCount <= slots_.size())
-            return;
-        std::vector<Slot> former(slotCount);
-        former.swap(slots_);
-        size_ = 0;
-        for (const auto& slot : former) {
-            if (slot.value)
-                vAdd(slot.name, *slot.value);
-        }
-    }
+    std::uint64_t getHash() const { return hash_; }
+    std::string_view getName() const { return name_; }
+    const NameWords::Words& getWords() const { return words_.getWords(); }
 
-    /// Adds what bears a name, for which there must be place; the first of a name stays.
-    void vAdd(std::string_view name, Value& value) noexcept {
-        const NameWords words(name, unchanged);
-        auto& slot = slots_[indexOf(words, [&](std::string_view other) { return isSameText(name, other); })];
-        if (slot.value)
-            return;
-        slot = {words.getWords(), name, &value};
-        lengths_[firstOf(name)] |= lengthBit(name);
-        ++size_;
-    }
-
-    /// What bears exactly this name; null when nothing does.
-    Value* pFind(std::string_view name) const {
-        return pFind(NameWords(name, unchanged),
-                     [&](std::string_view other) { return isSameText(name, other); });
-    }
-
-    /// What bears this name made upper-case; null when nothing does, which most texts that are no name show by their first letter
-    /// and their length.
-    Value* pFindUpper(std::string_view name) const {
-        if ((lengths_[firstOf(name)] & lengthBit(name)) == 0)
-            return nullptr;
-        return pFind(NameWords(name, getUpper8),
-                     [&](std::string_view other) { return isUpperOf(name, other); });
+    template <class Value>
+    bool isOf(const NameSlot<Value>& slot) const {
+        std::uint64_t different = slot.name.size() ^ words_.getSize();
+        for (std::size_t index = 0; index < NameWords::Count; ++index)
+            different |= slot.words[index] ^ words_.getWords()[index];
+        return different == 0 &&
+               (words_.getSize() <= NameWords::WholeMax || isSameChanged(name_, slot.name, Change()));
     }
 
 private:
-    struct alignas(64) Slot {
-        NameWords::Words words{};
-        std::string_view name;
-        // Null in an empty slot.
-        Value* value = nullptr;
-    };
+    NameWords words_;
+    std::string_view name_;
+    std::uint64_t hash_;
+};
 
-    static constexpr std::uint64_t unchanged(std::uint64_t bytes) { return bytes; }
+/// The slot of a name in a `ProbeTable`: one cache line.
+template <class Value>
+struct alignas(64) NameSlot {
+    NameSlot() = default;
+    NameSlot(const NameKey<Unchanged>& key, Value* owner) :
+        words(key.getWords()), name(key.getName()), value(owner) {}
 
-    /// Of the first byte of a name what is the same for both cases of a letter and different for most letters.
-    static std::size_t firstOf(std::string_view name) {
-        return name.empty() ? 0 : static_cast<unsigned char>(name.front()) & 0x1FU;
-    }
-    static std::uint64_t lengthBit(std::string_view name) { return std::uint64_t{1} << (name.size() % 64); }
+    NameKey<Unchanged> getKey() const { return {name, hashKeys()}; }
 
-    template <class IsName>
-    Value* pFind(const NameWords& words, IsName isName) const {
-        return slots_.empty() ? nullptr : slots_[indexOf(words, isName)].value;
-    }
+    NameWords::Words words{};
+    std::string_view name;
+    // Null in an empty slot.
+    Value* value = nullptr;
+};
 
-    /// The slot of the name, or the empty one where it belongs.
-    template <class IsName>
-    std::size_t indexOf(const NameWords& words, IsName isName) const {
-        auto index = static_cast<std::size_t>(words.getHash(keys_) >> (64 - std::countr_zero(slots_.size())));
-        while (slots_[index].value && !boHas(slots_[index], words, isName))
-            index = (index + 1) & (slots_.size() - 1);
-        return index;
-    }
+template <class Value>
+class NameTable {
+public:
+    /// Makes place for that many more names. When it throws, nothing has changed.
+    void vReserve(std::size_t count) { table_.vReserve(count); }
 
-    template <class IsName>
-    static bool boHas(const Slot& slot, const NameWords& words, IsName isName) {
-        std::uint64_t different = slot.name.size() ^ words.getSize();
-        for (std::size_t index = 0; index < NameWords::Count; ++index)
-            different |= slot.words[index] ^ words.getWords()[index];
-        return different == 0 && (words.getSize() <= NameWords::WholeMax || isName(slot.name));
+    /// Adds the owner of a name, for which there must be place; the first owner of a name stays.
+    void vAdd(std::string_view name, Value& value) noexcept {
+        table_.boAdd(NameKey<Unchanged>(name, keys_), &value);
+        beginnings_.vAdd(beginningOf(name));
     }
 
-    HashKeys keys_;
-    // None, or a power of two.
-    std::vector<Slot> slots_;
-    std::size_t size_ = 0;
-    // For each first byte, the lengths of names that begin so.
-    std::array<std::uint64_t, 32> lengths_{};
+    /// The owner of exactly this name; null when there is none.
+    Value* pFind(std::string_view name) const { return table_.pFind(NameKey<Unchanged>(name, keys_)); }
+
+    /// The owner of this name made upper-case; null when there is none, which for most texts that are no name
+    /// shows in their first letter and their length.
+    Value* pFindUpper(std::string_view name) const {
+        return beginnings_.isPossible(beginningOf(name)) ? table_.pFind(NameKey<UpperCased>(name, keys_))
+                                                         : nullptr;
+    }
+
+private:
+    static constexpr std::size_t FirstBytes = 32;
+    static constexpr std::size_t Lengths = 64;
+
+    /// A number for the length of a name and for what its first byte has in common with the other case of the
+    /// same letter.
+    static std::size_t beginningOf(std::string_view name) {
+        const auto first = name.empty() ? 0U : static_cast<unsigned char>(name.front()) % FirstBytes;
+        return first * Lengths + name.size() % Lengths;
+    }
+
+    // A copy: the shared ones are only reached through a check whether they are drawn already.
+    HashKeys keys_ = hashKeys();
+    ProbeTable<NameSlot<Value>> table_;
+    // A table that was moved from keeps them, and finds nothing all the same.
+    BloomBits<std::array<std::uint64_t, FirstBytes * Lengths / 64>> beginnings_;
 };
 
 } // namespace kiv

@@ -1,9 +1,11 @@
+/// @file
 /// Texts made upper-case, in ASCII alone: a to z become A to Z and every other byte is kept.
 ///
 ///     const auto key = sUpper("Pset_WallCommon"); // PSET_WALLCOMMON
 ///
-/// Threads: free functions without state; an arena is used by one thread at a time.
-/// Errors:  std::bad_alloc.
+/// Ownership: what is made in an arena belongs to it.
+/// Threads:   free functions without state; an arena is used by one thread at a time.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "Base/Arena.h"

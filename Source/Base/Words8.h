@@ -1,11 +1,14 @@
-/// Short texts looked at eight bytes at a time: upper-casing, hashing, comparing, and finding the end of a word.
+/// @file
+/// Short texts looked at eight bytes at a time: upper-casing, hashing, comparing, and finding the end of a
+/// word.
 ///
 ///     if (isUpperOf("IfcWall", "IFCWALL")) ...
 ///
 /// They look at bytes only and never at a locale, so that a host's global locale changes nothing.
 ///
-/// Threads: free functions without state; safe from any number of threads.
-/// Errors:  none.
+/// Ownership: none.
+/// Threads:   free functions without state; safe from any number of threads.
+/// Errors:    none.
 #pragma once
 
 #include "Base/Ascii.h"
@@ -23,7 +26,7 @@ namespace kiv {
 /// Eight bytes, each of a to z made A to Z. Names are hashed and compared in this many bytes at once.
 constexpr std::uint64_t getUpper8(std::uint64_t bytes) {
     constexpr std::uint64_t every = 0x0101010101010101U;
-    // The highest bit of a byte tells: no ASCII above; from here on, at or behind 'a'; behind 'z'.
+    // In each of these, the highest bit of a byte says: not ASCII; at or after 'a'; after 'z'.
     const auto low = bytes & (0x7F * every);
     const auto fromA = low + (0x80 - 'a') * every;
     const auto behindZ = low + (0x7F - 'z') * every;
@@ -31,7 +34,7 @@ constexpr std::uint64_t getUpper8(std::uint64_t bytes) {
     return bytes - (lower >> 2);
 }
 
-/// How long a text is at least that is looked at eight bytes at a time.
+/// The shortest text that is looked at eight bytes at a time.
 inline constexpr std::size_t LongText = sizeof(std::uint64_t);
 
 /// Eight bytes of memory.
@@ -52,8 +55,9 @@ constexpr std::uint64_t getWordBits8(std::uint64_t bytes) {
     return (letters | digits | underscores) & ~bytes & (0x80 * every);
 }
 
-/// Where the word ends that begins at a byte, at `end` at the latest: at the first byte that is no ASCII letter, no digit and no
-/// underscore. Looks at eight bytes at once: a loop over single bytes ends where the processor cannot predict it, at every word.
+/// The end of the word that begins at `at`: the first byte that is no ASCII letter, no digit and no
+/// underscore, or `end`. Looks at eight bytes at once: a loop over single bytes ends where the processor
+/// cannot predict it, at every word.
 inline const char* pWordEnd(const char* at, const char* end) {
     for (; static_cast<std::size_t>(end - at) >= LongText; at += LongText) {
         const auto others = getWordBits8(getBytes8(at)) ^ 0x8080808080808080U;
@@ -72,9 +76,10 @@ constexpr std::uint32_t getBytes4(std::string_view text, std::size_t pos) {
     return std::bit_cast<std::uint32_t>(std::array{text[pos], text[pos + 1], text[pos + 2], text[pos + 3]});
 }
 
-/// All bytes of a text shorter than eight, put together so that texts of one length give the same only when they are the same.
+/// All bytes of a text shorter than eight, in one word; texts of one length have the same word only when they
+/// are the same.
 constexpr std::uint64_t getShortText(std::string_view text) {
-    // The first and the last four; in the middle some may be told twice.
+    // The first and the last four; some in the middle may count twice.
     constexpr std::size_t half = sizeof(std::uint32_t);
     if (text.size() >= half)
         return std::uint64_t{getBytes4(text, 0)} << 32 | getBytes4(text, text.size() - half);
@@ -84,8 +89,8 @@ constexpr std::uint64_t getShortText(std::string_view text) {
     return bytes;
 }
 
-/// Goes over a text of eight bytes or more by eight bytes from 0, 8, 16, ... on, and last over its last eight, as long as
-/// `step` is true for where they begin. True when it was for all of them.
+/// Goes over a text of eight bytes or more by eight bytes from 0, 8, 16, ... on, and last over its last
+/// eight, as long as `step` is true for where they begin. True when it was for all of them.
 template <class Step>
 bool boEach8(std::size_t size, Step step) {
     const auto last = size - LongText;
@@ -101,8 +106,9 @@ inline std::uint64_t getLastBytes8(std::string_view text) {
     return text.size() < LongText ? getShortText(text) : getBytes8(text.data() + text.size() - LongText);
 }
 
-/// A hash of a name in every letter case, for look-ups: it drops the bit that tells the cases of a letter apart, whatever that
-/// bit means elsewhere. Faster than `nameHash`; names can be chosen so that many have the same.
+/// A hash of a name in every letter case, for look-ups: it drops the bit in which the cases of a letter
+/// differ, whatever that bit means in other bytes. Faster than `nameHash`; names can be chosen so that many
+/// have the same.
 inline std::uint64_t upperHash(std::string_view name) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;
     constexpr std::uint64_t caseless = 0xDFDFDFDFDFDFDFDFU;
@@ -119,7 +125,8 @@ inline std::uint64_t upperHash(std::string_view name) {
     return step(hash, getBytes8(name.data() + last)) * factor;
 }
 
-/// The order of texts byte by byte, as that of std::string_view, decided by the first eight bytes where these differ.
+/// The order of texts byte by byte, as that of std::string_view, decided by the first eight bytes where these
+/// differ.
 inline bool boLessText(std::string_view left, std::string_view right) {
     if (std::endian::native == std::endian::little && std::min(left.size(), right.size()) >= LongText) {
         const auto different = getBytes8(left.data()) ^ getBytes8(right.data());
@@ -131,8 +138,8 @@ inline bool boLessText(std::string_view left, std::string_view right) {
     return left < right;
 }
 
-/// Whether the texts are the same when `change` was made to each eight bytes of the left one. Most texts that are compared by
-/// this are the same, so all their bytes are compared and the one branch is the last.
+/// Whether the texts are the same when `change` was made to each eight bytes of the left one. Most texts that
+/// are compared by this are the same, so all their bytes are compared and the one branch is the last.
 template <class Change>
 bool isSameChanged(std::string_view left, std::string_view right, Change change) {
     if (left.size() != right.size())
@@ -156,8 +163,8 @@ inline bool isUpperOf(std::string_view name, std::string_view upperName) {
     return isSameChanged(name, upperName, [](std::uint64_t bytes) { return getUpper8(bytes); });
 }
 
-/// 0 when the upper-cased name is the one that is upper-case already; else negative or positive, by an order that is of
-/// use for searching only.
+/// 0 when the upper-cased name is the one that is upper-case already; else negative or positive, by an order
+/// that is of use for searching only.
 inline int compareUpper(std::string_view name, std::string_view upperName) {
     if (name.size() != upperName.size())
         return name.size() < upperName.size() ? -1 : 1;

@@ -5,7 +5,7 @@
 namespace kiv::ascii {
 namespace {
 
-TEST(KivAscii, ChangesTheCaseOfAsciiLettersOnly) {
+TEST(AsciiTest, ChangesTheCaseOfAsciiLettersOnly) {
     struct Row {
         char upper;
         char lower;
@@ -23,7 +23,7 @@ TEST(KivAscii, ChangesTheCaseOfAsciiLettersOnly) {
     }
 }
 
-TEST(KivAscii, TrimsTheGivenBytesOnly) {
+TEST(AsciiTest, TrimsTheGivenBytesOnly) {
     constexpr std::string_view bytes = " \t\r\n";
     struct Row {
         std::string_view text;
@@ -44,7 +44,7 @@ TEST(KivAscii, TrimsTheGivenBytesOnly) {
     EXPECT_EQ(trimmed(" a ", ""), " a ");
 }
 
-TEST(KivAscii, WhatIsTrimmedLiesInTheText) {
+TEST(AsciiTest, WhatIsTrimmedLiesInTheText) {
     constexpr std::string_view text = "  ";
     EXPECT_EQ(trimmedLeft(text, " ").data(), text.data() + 2);
     EXPECT_EQ(trimmed(text, " ").data(), text.data());
@@ -68,17 +68,17 @@ constexpr TrimRow Trims[] = {
     {"\na\v", "\na\v", "\na\v"},
 };
 
-TEST(TrimTest, RemovesTheGivenBytesOnBothSides) {
+TEST(AsciiTest, RemovesTheGivenBytesOnBothSides) {
     for (const auto& row : Trims)
         EXPECT_EQ(trimmed(row.text, " \t"), row.bothSides) << '"' << row.text << '"';
 }
 
-TEST(TrimTest, RemovesTheGivenBytesOnTheLeftOnly) {
+TEST(AsciiTest, RemovesTheGivenBytesOnTheLeftOnly) {
     for (const auto& row : Trims)
         EXPECT_EQ(trimmedLeft(row.text, " \t"), row.leftOnly) << '"' << row.text << '"';
 }
 
-TEST(TrimTest, TakesAnySetOfBytes) {
+TEST(AsciiTest, TakesAnySetOfBytes) {
     EXPECT_EQ(trimmed("xyaxyx", "xy"), "a");
     EXPECT_EQ(trimmed(" a ", ""), " a ");
 }

@@ -5,16 +5,16 @@
 
 namespace {
 
-TEST(KivException, HasAnEmptyMessageByDefault) {
+TEST(ExceptionTest, HasAnEmptyMessageByDefault) {
     EXPECT_STREQ(kiv::exception().what(), "");
 }
 
-TEST(KivException, KeepsItsMessage) {
+TEST(ExceptionTest, KeepsItsMessage) {
     EXPECT_STREQ(kiv::exception("No schema new callback registered").what(),
                  "No schema new callback registered");
 }
 
-TEST(KivException, IsCopiedWithItsMessage) {
+TEST(ExceptionTest, IsCopiedWithItsMessage) {
     const kiv::exception original("message");
     const kiv::exception copy(
         original); // NOLINT(performance-unnecessary-copy-initialization): the copy is the test
@@ -22,13 +22,13 @@ TEST(KivException, IsCopiedWithItsMessage) {
     EXPECT_NE(copy.what(), original.what());
 }
 
-TEST(KivException, IsAssignedWithItsMessage) {
+TEST(ExceptionTest, IsAssignedWithItsMessage) {
     kiv::exception changed("before");
     changed = kiv::exception("after");
     EXPECT_STREQ(changed.what(), "after");
 }
 
-TEST(KivException, IsCaughtAsStandardException) {
+TEST(ExceptionTest, IsCaughtAsStandardException) {
     try {
         throw kiv::exception("thrown");
     } catch (const std::exception& caught) {

@@ -1,6 +1,7 @@
 #include "Base/NameDirectory.h"
 #include "Base/UpperCase.h"
 
+#include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
 
 #include <gtest/gtest.h>
@@ -72,8 +73,8 @@ TEST(NameDirectoryTest, FindsAllOfANameInTheOrderInWhichTheyWereAdded) {
     EXPECT_EQ(things.placesOf("d"), Places());
 }
 
-/// The hash does not see the bit in which lower-case letters differ from upper-case ones, in no byte; so names that differ
-/// in it between other bytes than letters have one hash.
+/// The hash does not see the bit in which lower-case letters differ from upper-case ones, in no byte; so
+/// names that differ in it between other bytes than letters have one hash.
 TEST(NameDirectoryTest, NamesOfOneHashAreToldApart) {
     const Things things({"x{", "X[", "x{", "X[", "x["});
     ASSERT_EQ(upperHash("x{"), upperHash("X["));

@@ -30,7 +30,8 @@ TEST(NameHashTest, OfTheEmptyNameIsTheStartValue) {
     EXPECT_EQ(nameHash({}), 2166136261U);
 }
 
-// 0x811C9DC5 ^ 0xFFFFFF80 = 0x7EE36245, times 0x01000193 = 0x04F3B29F; unsigned widening would give 0x850B939F.
+// 0x811C9DC5 ^ 0xFFFFFF80 = 0x7EE36245, times 0x01000193 = 0x04F3B29F; unsigned widening would give
+// 0x850B939F.
 constexpr HashRow SignedHashes[] = {
     {"\x80", 0x04F3B29FU},
     {"\xFF", 0xF9F3A14EU},

@@ -20,7 +20,8 @@ void vAdd(Table& table, const std::string& name) {
     table.vAdd(name, name);
 }
 
-/// Names that are told apart by one byte each, at every place of a name of each length up to beyond what a table keeps of it.
+/// Names that are told apart by one byte each, at every place of a name of each length up to beyond what a
+/// table keeps of it.
 std::deque<std::string> namesOfEachLength() {
     std::deque<std::string> names;
     for (std::size_t length = 0; length <= 60; ++length) {
@@ -97,7 +98,8 @@ TEST(NameTableTest, BytesBeyondAsciiAndNullBytesAreOfTheName) {
         EXPECT_EQ(table.pFind(name), &name);
 }
 
-/// What a product makes of bytes that are all 0 or all 1 does not depend on what it is multiplied by, unless they are hidden.
+/// What a product makes of bytes that are all 0 or all 1 does not depend on what it is multiplied by, unless
+/// they are hidden.
 TEST(NameTableTest, LongNamesOfZerosAndOnesHaveDifferentHashes) {
     constexpr unsigned Chunks = 10;
     std::set<std::uint64_t> hashes;

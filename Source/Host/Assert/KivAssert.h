@@ -1,3 +1,4 @@
+/// @file
 /// The assertion service: where reports of broken promises and impossible states go.
 ///
 ///     kiv::assert::CollectingSink sink;
@@ -33,10 +34,10 @@ struct AssertInfo {
     std::string_view message;
     /// The full name of the operation that reports.
     std::string_view function;
-    /// The source path of the module that reports, without extension.
+    /// The module that reports, as a source path without extension.
     std::string_view file;
-    /// The number by which hosts filter the checks of that module; it never changes and is no position in
-    /// today's source. 0 when a check has none.
+    /// The number of the check within that module. Hosts filter reports by function, module and this number,
+    /// which never changes and is no position in today's sources. 0 when a check has none.
     std::int32_t line = 0;
 };
 
@@ -69,7 +70,7 @@ protected:
 
 /// Keeps a sink installed for as long as it lives.
 ///
-/// Ownership: refers to the sink, which must outlive it. A sink that is installed twice is told twice.
+/// Ownership: refers to the sink, which must outlive it. Installed twice, a sink receives each report twice.
 /// Threads:   may be destroyed on another thread than the one that made it. Its end waits until no report is
 ///            using the sink any more, except one by which the sink itself is ending it.
 class KIV_EXPORT ScopedSink {

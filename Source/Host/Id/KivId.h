@@ -1,3 +1,4 @@
+/// @file
 /// Globally unique identifiers.
 ///
 ///     kiv::Guid guid;
@@ -7,7 +8,9 @@
 /// A host may link GUIDs of its own in place of these. It then supplies, besides `generate`, `toString`,
 /// `boSet`, comparison and copies, `isNull`, which the library calls to leave out what was not given.
 ///
-/// Threads: a value; each thread has its own. `generate` may be called from any number of threads.
+/// Ownership: a value.
+/// Threads:   each thread has its own. `generate` may be called from any number of threads.
+/// Errors:    a text that is no GUID is false; std::random_device may throw from `generate`.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -21,7 +24,7 @@
 namespace kiv {
 
 /// A GUID of 16 bytes: one part of 32 bits, two of 16 bits and eight single bytes. All zero is the null GUID,
-/// which stands for "none".
+/// which means "none".
 ///
 /// Ordered part by part from the first to the last, each compared unsigned.
 class KIV_EXPORT Guid {

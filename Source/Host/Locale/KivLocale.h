@@ -1,9 +1,12 @@
+/// @file
 /// Languages, with a country or without.
 ///
 ///     const auto locale = kiv::locale::Locale::get("de-AT", nullptr);
 ///     // locale.getLanguage() is "de", locale.getCountry() is "AT"
 ///
-/// Threads: a value; each thread has its own. Nothing here looks at the locale of the process.
+/// Ownership: a value.
+/// Threads:   each thread has its own. Nothing here looks at the locale of the process.
+/// Errors:    none; every text makes a locale.
 #pragma once
 
 #include "kiv/Base/Export.h"

@@ -1,3 +1,4 @@
+/// @file
 /// The XML document model: documents read from streams, and documents built and written by a host.
 ///
 ///     kiv::xml::File file(nullptr, kiv::xml::VerboseLevel::Quiet, kiv::xml::ValidateLevel::None);
@@ -14,7 +15,8 @@
 ///
 /// Ownership: a `File` or a `Document` owns its nodes; handles only refer to them and are one pointer wide.
 /// Threads:   a document that nobody changes may be read from any number of threads.
-/// Errors:    what is missing is an absent optional; a text that cannot be read is told by `File::pError`.
+/// Errors:    what is missing is an absent optional; a text that cannot be read is explained by
+///            `File::pError`.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -40,7 +42,7 @@ struct NodeRecord;
 struct ElementRecord;
 struct DocumentRecords;
 
-/// The deepest level on which an element can stand; the root element stands on level 1.
+/// The deepest level of an element; the root element is on level 1.
 inline constexpr std::size_t maxElementDepth = 256;
 
 /// The most attributes that a document type can declare, counted over all element types and repetitions. The
@@ -48,8 +50,9 @@ inline constexpr std::size_t maxElementDepth = 256;
 /// element, so that without a limit a short text could keep it busy for hours.
 inline constexpr std::size_t maxDeclaredAttributes = 1000;
 
-/// The most bytes that attributes with a default value can add to elements that do not write them: their names, their
-/// values and what it takes to keep them. A document type can declare one in a few bytes that become many.
+/// The most bytes that attributes with a default value can add to elements that do not write them: their
+/// names, their values and what it takes to keep them. A document type can declare one in a few bytes that
+/// become many.
 inline constexpr std::size_t maxDefaultAttributeSize = std::size_t{16} << 20;
 
 /// The bytes that a tag, a comment or another single piece of markup can have; some more may pass, because it
@@ -61,7 +64,7 @@ inline constexpr std::size_t maxTokenSize = std::size_t{256} << 20;
 enum class WriteStyle {
     /// Nothing is added: what is written reads back to exactly the same tree.
     Compact,
-    /// Each child stands on a line of its own, four spaces deeper than its parent, except below an element
+    /// Each child is on a line of its own, four spaces deeper than its parent, except below an element
     /// that has text of its own, which is written as in `Compact`. What is written reads back to the same
     /// tree but for text of white space alone between elements. White space that was read is text, so a
     /// document that was read with its line breaks is written with those.
@@ -196,16 +199,16 @@ private:
 ///
 /// The tree never holds what XML cannot carry, so that what is written always reads back: in texts and values
 /// each character outside the range of XML 1.0 and each byte that is not UTF-8 becomes U+FFFD; in names each
-/// character that may not stand where it stands becomes "_", and an empty name becomes "_". A name outside
+/// character that is not allowed in its place becomes "_", and an empty name becomes "_". A name outside
 /// ASCII costs a run of the parser for each of its other characters.
 class KIV_EXPORT Node : public const_Node {
 public:
-    /// Appends an element behind the children there are. A second root element, and an element below level
+    /// Appends an element after the children there are. A second root element, and an element below level
     /// `maxElementDepth`, is refused: the element returned then hangs nowhere and is never written with the
     /// document.
     Element ElementNodeAppend(std::string_view tagName);
 
-    /// Appends a text behind the children there are; a text that is already last grows instead, because two
+    /// Appends a text after the children there are; a text that is already last grows instead, because two
     /// texts that touch would read back as one. An empty text appends nothing, and that is done too.
     /// False for a document, which carries no text outside its root element.
     bool boTextNodeAppend(std::string_view text);
@@ -263,12 +266,12 @@ private:
 };
 
 namespace errorhandler {
-/// Names for what a host might one day pass to be told of errors and of progress; nothing is ever called.
+/// Names for what a host might one day pass to hear of errors and of progress; nothing is ever called.
 class ExceptionInterface;
 class ParseInterface;
 } // namespace errorhandler
 
-/// How much is told to the error interface. Nothing is, whatever the level.
+/// How much the error interface receives: nothing, whatever the level.
 enum class VerboseLevel : std::int32_t { Quiet = 4 };
 
 /// How far a document is checked against a grammar. It is not, whatever the level.
@@ -293,7 +296,7 @@ struct ParseError {
 /// entity or refers to a parameter entity, because references could then vanish or multiply without a word;
 /// more than `maxDeclaredAttributes` declared attributes; default attribute values that add more than
 /// `maxDefaultAttributeSize` bytes; a piece of markup of more than `maxTokenSize` bytes; elements below level
-/// `maxElementDepth`. What stands outside the root element is checked and not kept.
+/// `maxElementDepth`. What is outside the root element is checked and not kept.
 ///
 /// Ownership: the nodes live until the `File` is destroyed or `parse` is called again.
 /// Threads:   one thread at a time; different objects share nothing.

@@ -1,7 +1,8 @@
+/// @file
 /// The lines of a text that is read block by block.
 ///
-/// Private to the XML library. The parser could tell the line as well, but only by looking at every byte of
-/// every token once more; looking for line ends alone costs a small part of that.
+/// Private to the XML library. The parser knows the line as well, but finds it only by looking at every byte
+/// of every token once more; looking for line ends alone costs a small part of that.
 #pragma once
 
 #include <cstddef>
@@ -11,9 +12,11 @@
 
 namespace kiv::xml {
 
-/// Tells the line of a place in a text in which each line end (LF, CR or CR LF) is single bytes.
+/// Finds the line of a place in a text in which each line end (LF, CR or CR LF) is single bytes.
 ///
-/// Threads: one thread at a time.
+/// Ownership: a value.
+/// Threads:   one thread at a time.
+/// Errors:    std::bad_alloc.
 class LineCounter {
 public:
     /// Takes the next block of the text.
@@ -24,7 +27,7 @@ public:
     std::uint32_t getLine(std::uint64_t index);
 
 private:
-    /// Notes the lines that begin in the block behind a line end at `from` or further on.
+    /// Notes the lines that begin in the block after a line end at `from` or further on.
     void vStartsAdd(std::string_view block, std::size_t from);
 
     /// Where lines begin that were not asked for yet, ascending, from `next_` on.

@@ -32,7 +32,7 @@ std::optional<std::string_view> read(std::istream& stream, char* buffer, std::si
         stream.read(buffer, static_cast<std::streamsize>(size));
     } catch (const std::bad_alloc&) {
         throw;
-    } catch (const std::exception&) { // a stream that is set to throw says so; its state tells the rest
+    } catch (const std::exception&) { // a stream that is set to throw says so; its state says the rest
     }
     if (stream.bad())
         return std::nullopt;
@@ -306,10 +306,10 @@ void Reader::vDocumentTypeStart(const XML_Char*, const XML_Char* systemId, const
     XML_SetDefaultHandler(parser_.get(), vCall<&Reader::vDocumentTypeToken>);
 }
 
-/// The tokens of the document type pass here, because no other handler is told of a reference to a parameter
+/// The tokens of the document type pass here, because no other handler receives a reference to a parameter
 /// entity, after which the parser ignores declarations and drops references to what they would have declared,
 /// nor of a declaration of "lt" and its like. In an encoding that the parser converts, a long token comes in
-/// several pieces, of which only the first tells what it is.
+/// several pieces, of which only the first shows what it is.
 void Reader::vDocumentTypeToken(const XML_Char* token, int size) {
     const std::string_view text(token, static_cast<std::size_t>(size));
     if (boQuotedPiece(text))

@@ -1,6 +1,11 @@
+/// @file
 /// From a stream to a document, by way of libexpat.
 ///
 /// Private to the XML library.
+///
+/// Ownership: the caller owns the document.
+/// Threads:   one at a time for a stream.
+/// Errors:    a text that cannot be read is null and a `ParseError`; std::bad_alloc is passed on.
 #pragma once
 
 #include "kiv/Host/Xml/KivXml.h"

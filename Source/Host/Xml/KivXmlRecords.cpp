@@ -5,7 +5,7 @@
 
 namespace kiv::xml {
 
-std::string_view Arena::getJoined(std::string_view kept, std::string_view more, bool& isRoomy) {
+std::string_view DocumentArena::getJoined(std::string_view kept, std::string_view more, bool& isRoomy) {
     const std::size_t size = kept.size() + more.size();
     if (isRoomy && size <= std::bit_ceil(kept.size())) {
         more.copy(const_cast<char*>(kept.data()) + kept.size(), more.size()); // the arena's own memory

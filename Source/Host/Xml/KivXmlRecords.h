@@ -1,8 +1,11 @@
+/// @file
 /// How a document is kept: plain records in an arena, linked by pointers.
 ///
 /// Private to the XML library.
 ///
 /// Ownership: the arena owns records and characters alike; they are freed together, without a walk.
+/// Threads:   one thread while it is built; then readable from any number of threads.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "Base/Arena.h"
@@ -17,7 +20,7 @@ namespace kiv::xml {
 struct DocumentRecords;
 
 /// The memory of one document.
-class Arena : public kiv::Arena {
+class DocumentArena : public Arena {
 public:
     /// `kept`, which lies in this arena, and `more` in one piece. Where `kept` was the last thing handed out
     /// it grows in place. Otherwise it moves to a place as large as the next power of two, and `isRoomy` is
@@ -30,7 +33,8 @@ enum class NodeKind : std::uint8_t { Document, Element, Attribute, Text, Comment
 
 struct NodeRecord {
     NodeKind kind = NodeKind::Document;
-    /// Whether the text has grown into a place as large as the next power of two; see `Arena::getJoined`.
+    /// Whether the text has grown into a place as large as the next power of two; see
+    /// `DocumentArena::getJoined`.
     bool isTextRoomy = false;
     std::uint32_t line = 0;
     /// The next sibling; null for an attribute.
@@ -76,7 +80,7 @@ struct DocumentRecords {
     void vAttributesReserve(ElementRecord& element, std::size_t count);
     AttributeRecord& attributeAppend(ElementRecord& element, std::string_view name, std::string_view value);
 
-    Arena arena;
+    DocumentArena arena;
     ElementRecord node;
 
 private:

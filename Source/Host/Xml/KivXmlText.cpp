@@ -80,7 +80,7 @@ constexpr bool isAsciiNamePart(char c) {
 }
 
 /// Asks the parser, which must take the name in the end and holds the tables of letters of all scripts. The
-/// name holds nothing of ASCII but what may stand in a name.
+/// name holds nothing of ASCII but what is allowed in a name.
 bool isNameToParser(std::string_view name) {
     const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(XML_ParserCreate("UTF-8"),
                                                                               &XML_ParserFree);
@@ -93,7 +93,7 @@ bool isNameToParser(std::string_view name) {
     return status == XML_STATUS_OK;
 }
 
-/// Whether the character may stand first in a name, or further on.
+/// Whether the character is allowed as the first of a name, or further on.
 bool isNameCharacter(std::string_view character, bool isFirst) {
     if (ascii::isAscii(character.front()))
         return isFirst ? isAsciiNameStart(character.front()) : isAsciiNamePart(character.front());

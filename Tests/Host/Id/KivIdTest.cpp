@@ -18,7 +18,7 @@ namespace {
 
 constexpr Guid sample(0xE098E980, 0xD1BC, 0x11E1, {0x80, 0x00, 0x00, 0x21, 0x5A, 0xD4, 0xEF, 0xDF});
 
-TEST(KivId, DefaultIsNull) {
+TEST(KivIdTest, DefaultIsNull) {
     const Guid guid;
     EXPECT_TRUE(guid.isNull());
     EXPECT_EQ(guid, Guid(0, 0, 0, {}));
@@ -27,15 +27,15 @@ TEST(KivId, DefaultIsNull) {
     EXPECT_FALSE(Guid(0, 0, 0, {0, 0, 0, 0, 0, 0, 0, 1}).isNull());
 }
 
-TEST(KivId, TextIsThirtyTwoLowerCaseDigits) {
+TEST(KivIdTest, TextIsThirtyTwoLowerCaseDigits) {
     EXPECT_EQ(sample.toString(false), "e098e980d1bc11e1800000215ad4efdf");
 }
 
-TEST(KivId, BracedTextIsHyphenated) {
+TEST(KivIdTest, BracedTextIsHyphenated) {
     EXPECT_EQ(sample.toString(true), "{e098e980-d1bc-11e1-8000-00215ad4efdf}");
 }
 
-TEST(KivId, PartsAreTakenFromTheTextInOrder) {
+TEST(KivIdTest, PartsAreTakenFromTheTextInOrder) {
     Guid guid;
     ASSERT_TRUE(guid.boSet("0123456789abcdeffedcba9876543210"));
     EXPECT_EQ(guid.getPart1(), 0x01234567U);
@@ -49,7 +49,7 @@ struct FormRow {
     std::string_view digits;
 };
 
-TEST(KivId, ReadsEveryForm) {
+TEST(KivIdTest, ReadsEveryForm) {
     constexpr std::string_view digits = "e098e980d1bc11e1800000215ad4efdf";
     const FormRow rows[] = {
         {"e098e980d1bc11e1800000215ad4efdf", digits},
@@ -73,7 +73,7 @@ TEST(KivId, ReadsEveryForm) {
     }
 }
 
-TEST(KivId, RefusesEverythingElseAndChangesNothing) {
+TEST(KivIdTest, RefusesEverythingElseAndChangesNothing) {
     const std::string_view texts[] = {
         "",
         "abc",
@@ -109,7 +109,7 @@ TEST(KivId, RefusesEverythingElseAndChangesNothing) {
     }
 }
 
-TEST(KivId, EveryTextItWritesIsReadBack) {
+TEST(KivIdTest, EveryTextItWritesIsReadBack) {
     std::mt19937_64 random(1);
     for (int i = 0; i != 1000; ++i) {
         std::array<std::uint8_t, 8> part4{};
@@ -125,14 +125,14 @@ TEST(KivId, EveryTextItWritesIsReadBack) {
     }
 }
 
-TEST(KivId, LastByteIsOrderedUnsigned) {
+TEST(KivIdTest, LastByteIsOrderedUnsigned) {
     const Guid low(1, 2, 3, {0, 0, 0, 0, 0, 0, 0, 0x7F});
     const Guid high(1, 2, 3, {0, 0, 0, 0, 0, 0, 0, 0x80});
     EXPECT_LT(low, high);
     EXPECT_NE(low, high);
 }
 
-TEST(KivId, OrderedPartByPartUnsigned) {
+TEST(KivIdTest, OrderedPartByPartUnsigned) {
     const Guid ascending[] = {
         Guid(),
         Guid(0, 0, 0, {0, 0, 0, 0, 0, 0, 0, 0xFF}),
@@ -151,7 +151,7 @@ TEST(KivId, OrderedPartByPartUnsigned) {
             EXPECT_EQ(ascending[left] <=> ascending[right], left <=> right) << left << " and " << right;
 }
 
-TEST(KivId, GeneratedAreRandomOnesOfVersionFour) {
+TEST(KivIdTest, GeneratedAreRandomOnesOfVersionFour) {
     for (int i = 0; i != 100; ++i) {
         const Guid guid = Guid::generate();
         EXPECT_EQ(guid.getPart3() >> 12, 4) << guid.toString(true);
@@ -160,7 +160,7 @@ TEST(KivId, GeneratedAreRandomOnesOfVersionFour) {
     }
 }
 
-TEST(KivId, GeneratedAreAllDifferentOnSeveralThreads) {
+TEST(KivIdTest, GeneratedAreAllDifferentOnSeveralThreads) {
     constexpr std::size_t perThread = 2000;
     std::vector<std::vector<Guid>> made(4);
     {

@@ -15,14 +15,14 @@ void PrintTo(const Locale& locale, std::ostream* stream) {
 
 namespace {
 
-TEST(KivLocale, CountryOfALanguageAloneIsEmptyNotNull) {
+TEST(KivLocaleTest, CountryOfALanguageAloneIsEmptyNotNull) {
     const Locale locale = Locale::get("de", nullptr);
     ASSERT_NE(locale.getCountry(), nullptr);
     EXPECT_STREQ(locale.getCountry(), "");
     EXPECT_STREQ(locale.getLanguage(), "de");
 }
 
-TEST(KivLocale, NullLanguageIsAnEmptyText) {
+TEST(KivLocaleTest, NullLanguageIsAnEmptyText) {
     const Locale locale = Locale::get(nullptr, nullptr);
     EXPECT_STREQ(locale.getLanguage(), "");
     EXPECT_STREQ(locale.getCountry(), "");
@@ -37,7 +37,7 @@ struct SplitRow {
     const char* combined;
 };
 
-TEST(KivLocale, SplitsATextIntoLanguageAndCountry) {
+TEST(KivLocaleTest, SplitsATextIntoLanguageAndCountry) {
     const SplitRow rows[] = {
         {"de", "de", "", "de"},
         {"de-DE", "de", "DE", "de-DE"},
@@ -81,7 +81,7 @@ struct PairRow {
     const char* same;
 };
 
-TEST(KivLocale, CountryThatIsGivenIsOnePartMoreOfTheText) {
+TEST(KivLocaleTest, CountryThatIsGivenIsOnePartMoreOfTheText) {
     const PairRow rows[] = {
         {"de", "DE", "de-DE"},       {"de", "", "de"},
         {"de-DE", "", "de-DE"},      {"zh-Hans", "CN", "zh-Hans-CN"},
@@ -108,7 +108,7 @@ std::vector<std::string> getTexts(std::size_t length) {
     return texts;
 }
 
-TEST(KivLocale, CombinedTextReadsBackToAnEqualLocale) {
+TEST(KivLocaleTest, CombinedTextReadsBackToAnEqualLocale) {
     for (const std::string& text : getTexts(6)) {
         const Locale locale = Locale::get(text.c_str(), nullptr);
         const Locale read = Locale::get(locale.getCombined().c_str(), nullptr);
@@ -117,12 +117,12 @@ TEST(KivLocale, CombinedTextReadsBackToAnEqualLocale) {
     }
 }
 
-TEST(KivLocale, LanguageOfALocaleGivesTheLocaleWithoutCountry) {
+TEST(KivLocaleTest, LanguageOfALocaleGivesTheLocaleWithoutCountry) {
     const Locale full = Locale::get("zh-Hans-CN", nullptr);
     EXPECT_EQ(Locale::get(full.getLanguage(), nullptr), Locale::get("zh-Hans", nullptr));
 }
 
-TEST(KivLocale, ComparedByLanguageAndCountryWithoutRegardToCase) {
+TEST(KivLocaleTest, ComparedByLanguageAndCountryWithoutRegardToCase) {
     struct Row {
         const char* left;
         const char* right;
@@ -146,7 +146,7 @@ TEST(KivLocale, ComparedByLanguageAndCountryWithoutRegardToCase) {
             << row.left << " and " << row.right;
 }
 
-TEST(KivLocale, IsAValue) {
+TEST(KivLocaleTest, IsAValue) {
     Locale locale = Locale::get("a-very-long-language-that-needs-memory-of-its-own-DE", nullptr);
     const Locale copy = locale;
     EXPECT_EQ(copy, locale);

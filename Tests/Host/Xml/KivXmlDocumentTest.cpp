@@ -28,7 +28,7 @@ struct Root {
     Element element = document.getNode().ElementNodeAppend("r");
 };
 
-TEST(KivXmlDocument, CompactOutputAddsNothing) {
+TEST(KivXmlDocumentTest, CompactOutputAddsNothing) {
     Root root;
     root.element.ElementNodeAppend("Name").boTextNodeAppend("Pset_WallCommon");
     root.element.ElementNodeAppend("Empty").vAttributeSet("lang", "de");
@@ -36,7 +36,7 @@ TEST(KivXmlDocument, CompactOutputAddsNothing) {
               std::string(declaration) + R"(<r><Name>Pset_WallCommon</Name><Empty lang="de"/></r>)");
 }
 
-TEST(KivXmlDocument, IndentedOutputGivesEachChildALine) {
+TEST(KivXmlDocumentTest, IndentedOutputGivesEachChildALine) {
     Root root;
     auto set = root.element.ElementNodeAppend("Set");
     set.ElementNodeAppend("Name").boTextNodeAppend("Pset");
@@ -51,7 +51,7 @@ TEST(KivXmlDocument, IndentedOutputGivesEachChildALine) {
                                                                          "</r>\n");
 }
 
-TEST(KivXmlDocument, IndentedOutputAddsNothingBelowAnElementWithText) {
+TEST(KivXmlDocumentTest, IndentedOutputAddsNothingBelowAnElementWithText) {
     Root root;
     auto mixed = root.element.ElementNodeAppend("m");
     mixed.ElementNodeAppend("a").ElementNodeAppend("b");
@@ -59,26 +59,26 @@ TEST(KivXmlDocument, IndentedOutputAddsNothingBelowAnElementWithText) {
     EXPECT_EQ(sWritten(root.element, WriteStyle::Indented), "<r>\n    <m><a><b/></a> </m>\n</r>");
 }
 
-TEST(KivXmlDocument, WithoutRootElementWritesNothing) {
+TEST(KivXmlDocumentTest, WithoutRootElementWritesNothing) {
     Document document;
     EXPECT_FALSE(document.DocumentElementGet());
     EXPECT_EQ(sWrittenDocument(document, WriteStyle::Compact), "");
     EXPECT_EQ(sWrittenDocument(document, WriteStyle::Indented), "");
 }
 
-TEST(KivXmlDocument, ItsNodeIsWrittenLikeTheDocument) {
+TEST(KivXmlDocumentTest, ItsNodeIsWrittenLikeTheDocument) {
     Root root;
     EXPECT_EQ(sWritten(root.document.getNode()), sWrittenDocument(root.document, WriteStyle::Compact));
     EXPECT_EQ(root.document.getNode().getNodeName(), "#document");
     EXPECT_EQ(root.document.getNode().FirstChildGet(), root.element);
 }
 
-TEST(KivXmlDocument, KnowsItsRootElement) {
+TEST(KivXmlDocumentTest, KnowsItsRootElement) {
     Root root;
     EXPECT_EQ(root.document.DocumentElementGet(), const_Element(root.element));
 }
 
-TEST(KivXmlDocument, SecondRootElementIsRefusedAndHangsNowhere) {
+TEST(KivXmlDocumentTest, SecondRootElementIsRefusedAndHangsNowhere) {
     Root root;
     auto second = root.document.getNode().ElementNodeAppend("second");
     second.vAttributeSet("a", "1");
@@ -87,14 +87,14 @@ TEST(KivXmlDocument, SecondRootElementIsRefusedAndHangsNowhere) {
     EXPECT_EQ(sDump(root.document.getNode()), "#document(r)");
 }
 
-TEST(KivXmlDocument, TextOutsideTheRootElementIsRefused) {
+TEST(KivXmlDocumentTest, TextOutsideTheRootElementIsRefused) {
     Root root;
     EXPECT_FALSE(root.document.getNode().boTextNodeAppend("text"));
     EXPECT_FALSE(root.document.getNode().boTextNodeAppend(""));
     EXPECT_EQ(sDump(root.document.getNode()), "#document(r)");
 }
 
-TEST(KivXmlDocument, ElementBelowTheDeepestLevelIsRefused) {
+TEST(KivXmlDocumentTest, ElementBelowTheDeepestLevelIsRefused) {
     Root root;
     Element deepest = root.element;
     for (std::size_t level = 2; level <= maxElementDepth; ++level)
@@ -106,7 +106,7 @@ TEST(KivXmlDocument, ElementBelowTheDeepestLevelIsRefused) {
     EXPECT_EQ(sDumpRead(sWrittenDocument(root.document, WriteStyle::Compact)), sDump(root.element));
 }
 
-TEST(KivXmlDocument, HandlesStayValidWhenItIsMoved) {
+TEST(KivXmlDocumentTest, HandlesStayValidWhenItIsMoved) {
     Root root;
     Document moved = std::move(root.document);
     root.element.ElementNodeAppend("later");
@@ -117,7 +117,7 @@ TEST(KivXmlDocument, HandlesStayValidWhenItIsMoved) {
     EXPECT_EQ(sDump(*assigned.DocumentElementGet()), "r(later still)");
 }
 
-TEST(KivXmlElement, ChildrenAreAppendedBehindThoseThatAreThere) {
+TEST(KivXmlElementTest, ChildrenAreAppendedBehindThoseThatAreThere) {
     Root root;
     root.element.ElementNodeAppend("a");
     EXPECT_TRUE(root.element.boTextNodeAppend("text"));
@@ -125,7 +125,7 @@ TEST(KivXmlElement, ChildrenAreAppendedBehindThoseThatAreThere) {
     EXPECT_EQ(sDump(root.element), "r(a 'text' b)");
 }
 
-TEST(KivXmlElement, TextsThatTouchBecomeOne) {
+TEST(KivXmlElementTest, TextsThatTouchBecomeOne) {
     Root root;
     root.element.boTextNodeAppend("1");
     root.element.boTextNodeAppend("2");
@@ -137,13 +137,13 @@ TEST(KivXmlElement, TextsThatTouchBecomeOne) {
     EXPECT_EQ(sDump(root.element), "r('12' a('inner more') '34')");
 }
 
-TEST(KivXmlElement, EmptyTextAppendsNothing) {
+TEST(KivXmlElementTest, EmptyTextAppendsNothing) {
     Root root;
     EXPECT_TRUE(root.element.boTextNodeAppend(""));
     EXPECT_FALSE(root.element.FirstChildGet());
 }
 
-TEST(KivXmlElement, AttributeSetAgainIsReplacedInItsPlace) {
+TEST(KivXmlElementTest, AttributeSetAgainIsReplacedInItsPlace) {
     Root root;
     root.element.vAttributeSet("a", "1");
     root.element.vAttributeSet("b", "2");
@@ -151,7 +151,7 @@ TEST(KivXmlElement, AttributeSetAgainIsReplacedInItsPlace) {
     EXPECT_EQ(sDump(root.element), "r[a='other' b='2']");
 }
 
-TEST(KivXmlElement, TakesManyAttributesAndKeepsHandlesToThem) {
+TEST(KivXmlElementTest, TakesManyAttributesAndKeepsHandlesToThem) {
     Root root;
     root.element.vAttributeSet("a0", "0");
     const const_Attr first = *const_Element(root.element).AttributeNodeGet("a0");
@@ -170,7 +170,7 @@ struct ReplaceRow {
     std::string kept;
 };
 
-TEST(KivXmlElement, NamesThatAreNoXmlNamesAreMadeSome) {
+TEST(KivXmlElementTest, NamesThatAreNoXmlNamesAreMadeSome) {
     const ReplaceRow rows[] = {
         {"Name", "Name"},
         {"a:b", "a:b"},
@@ -205,7 +205,7 @@ TEST(KivXmlElement, NamesThatAreNoXmlNamesAreMadeSome) {
     }
 }
 
-TEST(KivXmlElement, AttributeNamesThatBecomeTheSameAreTheSame) {
+TEST(KivXmlElementTest, AttributeNamesThatBecomeTheSameAreTheSame) {
     Root root;
     root.element.vAttributeSet("a b", "1");
     root.element.vAttributeSet("a_b", "2");
@@ -213,7 +213,7 @@ TEST(KivXmlElement, AttributeNamesThatBecomeTheSameAreTheSame) {
     EXPECT_EQ(sDump(root.element), "r[a_b='3']");
 }
 
-TEST(KivXmlElement, CharactersThatXmlCannotCarryAreReplaced) {
+TEST(KivXmlElementTest, CharactersThatXmlCannotCarryAreReplaced) {
     const std::string replacement = "\xEF\xBF\xBD";
     const ReplaceRow rows[] = {
         {"plain", "plain"},
@@ -243,7 +243,7 @@ TEST(KivXmlElement, CharactersThatXmlCannotCarryAreReplaced) {
     }
 }
 
-TEST(KivXmlElement, EscapesWhatAReaderWouldTakeForMarkupOrChange) {
+TEST(KivXmlElementTest, EscapesWhatAReaderWouldTakeForMarkupOrChange) {
     Root root;
     root.element.vAttributeSet("a", "<&>\"'\t\n\r");
     root.element.boTextNodeAppend("<&>\"'\t\n\r]]>");
@@ -251,7 +251,7 @@ TEST(KivXmlElement, EscapesWhatAReaderWouldTakeForMarkupOrChange) {
                                       "&lt;&amp;&gt;\"'\t\n&#13;]]&gt;</r>");
 }
 
-TEST(KivXmlNode, WritesEachKindByItself) {
+TEST(KivXmlNodeTest, WritesEachKindByItself) {
     std::istringstream stream("<a x='1'>t&amp;<!-- c --><?p  d ?><?q?></a>");
     File file(nullptr, VerboseLevel::Quiet, ValidateLevel::None);
     const const_Element root = *file.parse(stream, "", nullptr);
@@ -261,7 +261,7 @@ TEST(KivXmlNode, WritesEachKindByItself) {
     EXPECT_EQ(written, (std::vector<std::string>{"", "t&amp;", "<!-- c -->", "<?p d ?>", "<?q?>"}));
 }
 
-TEST(KivXmlNode, WhatWasReadIsWrittenAndReadsBackTheSame) {
+TEST(KivXmlNodeTest, WhatWasReadIsWrittenAndReadsBackTheSame) {
     const std::string texts[] = {
         "<a/>",
         "<a> <b x='1' y='&lt;&#10;&quot;'/>\n\t<!-- c --><?p d?>text<![CDATA[<]]>&#13;<c>]]&gt;</c></a>",
@@ -276,7 +276,7 @@ TEST(KivXmlNode, WhatWasReadIsWrittenAndReadsBackTheSame) {
     }
 }
 
-TEST(KivXmlNode, CommentsAreIndentedLikeElements) {
+TEST(KivXmlNodeTest, CommentsAreIndentedLikeElements) {
     std::istringstream stream("<a><!--c--><b/><?p?></a>");
     File file(nullptr, VerboseLevel::Quiet, ValidateLevel::None);
     EXPECT_EQ(sWritten(*file.parse(stream, "", nullptr), WriteStyle::Indented),
@@ -303,7 +303,7 @@ bool isXmlCharacter(std::uint32_t codePoint) {
            codePoint >= 0x10000;
 }
 
-TEST(KivXmlDocument, EveryCharacterReadsBackOrWasReplaced) {
+TEST(KivXmlDocumentTest, EveryCharacterReadsBackOrWasReplaced) {
     Root root;
     std::string all;
     std::string carried;
@@ -323,7 +323,7 @@ TEST(KivXmlDocument, EveryCharacterReadsBackOrWasReplaced) {
     EXPECT_TRUE(read->AttributesGet()->ItemGet(0).getNodeValueView() == carried);
 }
 
-TEST(KivXmlDocument, EveryNameReadsBack) {
+TEST(KivXmlDocumentTest, EveryNameReadsBack) {
     Root root;
     for (std::uint32_t codePoint = 0; codePoint <= 0xFFFF; codePoint += codePoint < 0x800 ? 1 : 101) {
         const std::string character = sEncoded(codePoint);
@@ -377,7 +377,7 @@ std::string sDumpWithoutIndent(const const_Node& node) {
     return dump + ")";
 }
 
-TEST(KivXmlDocument, CompactOutputReadsBackToTheSameTree) {
+TEST(KivXmlDocumentTest, CompactOutputReadsBackToTheSameTree) {
     for (unsigned seed = 0; seed != 500; ++seed) {
         const RandomTree tree(seed);
         const std::string written = sWrittenDocument(tree.root.document, WriteStyle::Compact);
@@ -385,7 +385,7 @@ TEST(KivXmlDocument, CompactOutputReadsBackToTheSameTree) {
     }
 }
 
-TEST(KivXmlDocument, IndentedOutputReadsBackToTheSameTreeButForWhiteSpace) {
+TEST(KivXmlDocumentTest, IndentedOutputReadsBackToTheSameTreeButForWhiteSpace) {
     const auto sStripped = [](const const_Node& node) {
         std::string dump = sDumpWithoutIndent(node);
         for (std::size_t at = dump.find(",,"); at != std::string::npos; at = dump.find(",,"))

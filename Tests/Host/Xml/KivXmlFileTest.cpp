@@ -48,7 +48,7 @@ void vExpectRead(const std::vector<ReadRow>& rows) {
         EXPECT_EQ(sDumpRead(row.text), row.dump) << row.text;
 }
 
-TEST(KivXmlFile, ReadsElementsAttributesAndTexts) {
+TEST(KivXmlFileTest, ReadsElementsAttributesAndTexts) {
     vExpectRead({
         {"<a/>", "a"},
         {"<a></a>", "a"},
@@ -64,7 +64,7 @@ TEST(KivXmlFile, ReadsElementsAttributesAndTexts) {
     });
 }
 
-TEST(KivXmlFile, KeepsWhiteSpaceAndMakesLineFeedsOfLineEnds) {
+TEST(KivXmlFileTest, KeepsWhiteSpaceAndMakesLineFeedsOfLineEnds) {
     vExpectRead({
         {"<a> </a>", "a(' ')"},
         {"<a>\n\t<b/>\n</a>\n", "a('\\n\\t' b '\\n')"},
@@ -73,7 +73,7 @@ TEST(KivXmlFile, KeepsWhiteSpaceAndMakesLineFeedsOfLineEnds) {
     });
 }
 
-TEST(KivXmlFile, JoinsTextsAndCharacterDataThatTouch) {
+TEST(KivXmlFileTest, JoinsTextsAndCharacterDataThatTouch) {
     vExpectRead({
         {"<a>1<![CDATA[2]]>3</a>", "a('123')"},
         {"<a><![CDATA[<b>&amp;]]></a>", "a('<b>&amp;')"},
@@ -84,7 +84,7 @@ TEST(KivXmlFile, JoinsTextsAndCharacterDataThatTouch) {
     });
 }
 
-TEST(KivXmlFile, CommentsAndProcessingInstructionsSplitTexts) {
+TEST(KivXmlFileTest, CommentsAndProcessingInstructionsSplitTexts) {
     vExpectRead({
         {"<a>1<!--c-->2</a>", "a('1' #comment '2')"},
         {"<a>1<?p d?>2</a>", "a('1' #processing-instruction '2')"},
@@ -92,14 +92,14 @@ TEST(KivXmlFile, CommentsAndProcessingInstructionsSplitTexts) {
     });
 }
 
-TEST(KivXmlFile, DropsWhatStandsOutsideTheRootElement) {
+TEST(KivXmlFileTest, DropsWhatStandsOutsideTheRootElement) {
     vExpectRead({
         {"<?xml version='1.0'?><!--c--><?p?>\n<a/>\n<!--c--><?p?>\n", "a"},
         {"<?xml version='1.0' standalone='yes'?><a/>", "a"},
     });
 }
 
-TEST(KivXmlFile, AcceptsPlainDocumentTypes) {
+TEST(KivXmlFileTest, AcceptsPlainDocumentTypes) {
     vExpectRead({
         {"<!DOCTYPE a><a/>", "a"},
         {"<!DOCTYPE a []><a/>", "a"},
@@ -111,7 +111,7 @@ TEST(KivXmlFile, AcceptsPlainDocumentTypes) {
     });
 }
 
-TEST(KivXmlFile, ReadsUtf8) {
+TEST(KivXmlFileTest, ReadsUtf8) {
     vExpectRead({
         {"<a>\xC3\xA4</a>", "a('\xC3\xA4')"},
         {"\xEF\xBB\xBF<a>\xC3\xA4</a>", "a('\xC3\xA4')"},
@@ -124,7 +124,7 @@ TEST(KivXmlFile, ReadsUtf8) {
     });
 }
 
-TEST(KivXmlFile, ReadsUtf16) {
+TEST(KivXmlFileTest, ReadsUtf16) {
     const std::string text = "<a b='1'>x</a>";
     const std::string declared = "<?xml version='1.0' encoding='UTF-16'?>" + text;
     const std::string dump = "a[b='1']('x')";
@@ -140,7 +140,7 @@ TEST(KivXmlFile, ReadsUtf16) {
     });
 }
 
-TEST(KivXmlFile, ReadsLatin1AndAscii) {
+TEST(KivXmlFileTest, ReadsLatin1AndAscii) {
     vExpectRead({
         {"<?xml version='1.0' encoding='ISO-8859-1'?><a b='\xE4'>\xFF</a>", "a[b='\xC3\xA4']('\xC3\xBF')"},
         {"<?xml version='1.0' encoding='iso-8859-1'?><\xE4/>", "\xC3\xA4"},
@@ -148,7 +148,7 @@ TEST(KivXmlFile, ReadsLatin1AndAscii) {
     });
 }
 
-TEST(KivXmlFile, RefusesWhatIsNotWellFormed) {
+TEST(KivXmlFileTest, RefusesWhatIsNotWellFormed) {
     vExpectRead({
         {"", "! no element found"},
         {" \n", "! no element found"},
@@ -175,7 +175,7 @@ TEST(KivXmlFile, RefusesWhatIsNotWellFormed) {
     });
 }
 
-TEST(KivXmlFile, RefusesBytesThatAreNotOfTheEncoding) {
+TEST(KivXmlFileTest, RefusesBytesThatAreNotOfTheEncoding) {
     vExpectRead({
         {"<a>\xE4</a>", "! not well-formed (invalid token)"},
         {"<a>\xC0\x80</a>", "! not well-formed (invalid token)"},
@@ -187,13 +187,13 @@ TEST(KivXmlFile, RefusesBytesThatAreNotOfTheEncoding) {
     });
 }
 
-TEST(KivXmlFile, NamesTheEncodingThatItDoesNotRead) {
+TEST(KivXmlFileTest, NamesTheEncodingThatItDoesNotRead) {
     for (const std::string encoding : {"windows-1252", "ISO-8859-15", "Shift_JIS", "UTF-7", "x"})
         EXPECT_EQ(sDumpRead("<?xml version='1.0' encoding='" + encoding + "'?><a/>"),
                   "! the encoding \"" + encoding + "\" is not supported");
 }
 
-TEST(KivXmlFile, RefusesDocumentTypesThatDeclareEntities) {
+TEST(KivXmlFileTest, RefusesDocumentTypesThatDeclareEntities) {
     const std::string declares = "! the document type declares an entity";
     const std::string refers = "! the document type refers to a parameter entity";
     vExpectRead({
@@ -217,7 +217,7 @@ TEST(KivXmlFile, RefusesDocumentTypesThatDeclareEntities) {
 }
 
 /// What is quoted comes from the parser in pieces there, each of which may begin with any character.
-TEST(KivXmlFile, QuotedTextsOfDocumentTypesAreNotTakenForReferencesWhenTheEncodingIsConverted) {
+TEST(KivXmlFileTest, QuotedTextsOfDocumentTypesAreNotTakenForReferencesWhenTheEncodingIsConverted) {
     const std::string latin1 = "<?xml version='1.0' encoding='ISO-8859-1'?>";
     for (std::size_t size = 1000; size != 1050; ++size) {
         const std::string quoted = "'" + std::string(size, 'x') + "%p;\"" + std::string(size, 'x') + "%p;'";
@@ -234,7 +234,7 @@ TEST(KivXmlFile, QuotedTextsOfDocumentTypesAreNotTakenForReferencesWhenTheEncodi
     }
 }
 
-TEST(KivXmlFile, EndOfAQuotedTextIsNotTakenForADeclaration) {
+TEST(KivXmlFileTest, EndOfAQuotedTextIsNotTakenForADeclaration) {
     const std::string latin1 = "<?xml version='1.0' encoding='ISO-8859-1'?>";
     for (std::size_t size = 1000; size != 1050; ++size)
         EXPECT_EQ(sDumpRead(latin1 + "<!DOCTYPE a [<!NOTATION n SYSTEM '" + std::string(size, 'x') +
@@ -243,7 +243,7 @@ TEST(KivXmlFile, EndOfAQuotedTextIsNotTakenForADeclaration) {
             << size;
 }
 
-TEST(KivXmlFile, RefusesDocumentTypesThatNameAnExternalSubset) {
+TEST(KivXmlFileTest, RefusesDocumentTypesThatNameAnExternalSubset) {
     const std::string reason = "! the document type names an external subset";
     vExpectRead({
         {"<!DOCTYPE a SYSTEM 'a.dtd'><a/>", reason},
@@ -254,7 +254,7 @@ TEST(KivXmlFile, RefusesDocumentTypesThatNameAnExternalSubset) {
     });
 }
 
-TEST(KivXmlFile, DefaultAttributesCannotMultiplyWithoutEnd) {
+TEST(KivXmlFileTest, DefaultAttributesCannotMultiplyWithoutEnd) {
     const std::string type =
         "<!DOCTYPE r [<!ATTLIST e b CDATA '" + std::string(std::size_t{1} << 20, 'x') + "'>]>";
     std::istringstream few(type + "<r>" + sRepeated(15, "<e/>") + "</r>");
@@ -272,7 +272,7 @@ std::string sAttributeDeclarations(std::size_t count, std::string_view element) 
     return declarations;
 }
 
-TEST(KivXmlFile, DocumentTypeDeclaresSoManyAttributesOnly) {
+TEST(KivXmlFileTest, DocumentTypeDeclaresSoManyAttributesOnly) {
     const std::string reason = "! the document type declares more than 1000 attributes";
     const std::string twice = sRepeated(500, "<!ATTLIST a b CDATA 'c' b CDATA #REQUIRED>");
     vExpectRead({
@@ -285,7 +285,7 @@ TEST(KivXmlFile, DocumentTypeDeclaresSoManyAttributesOnly) {
     });
 }
 
-TEST(KivXmlFile, ReadsElementsDownToTheDeepestLevelOnly) {
+TEST(KivXmlFileTest, ReadsElementsDownToTheDeepestLevelOnly) {
     std::istringstream deepest(sNested(256));
     EXPECT_TRUE(getFile().parse(deepest, "", nullptr));
     EXPECT_EQ(sDumpRead(sNested(257)), "! elements are nested deeper than 256 levels");
@@ -300,7 +300,7 @@ struct PlaceRow {
     std::size_t column;
 };
 
-TEST(KivXmlFile, TellsWhereReadingFailed) {
+TEST(KivXmlFileTest, TellsWhereReadingFailed) {
     const PlaceRow rows[] = {
         {"", 1, 1},
         {"<a>", 1, 4},
@@ -325,14 +325,14 @@ TEST(KivXmlFile, TellsWhereReadingFailed) {
     }
 }
 
-TEST(KivXmlFile, TheErrorNamesTheDocument) {
+TEST(KivXmlFileTest, TheErrorNamesTheDocument) {
     std::istringstream stream("<a>");
     File file = getFile();
     EXPECT_FALSE(file.parse(stream, "sets/walls.xml", nullptr));
     EXPECT_EQ(file.pError()->document, "sets/walls.xml");
 }
 
-TEST(KivXmlFile, HasNoErrorBeforeReadingAndAfterSuccess) {
+TEST(KivXmlFileTest, HasNoErrorBeforeReadingAndAfterSuccess) {
     File file = getFile();
     EXPECT_EQ(file.pError(), nullptr);
     std::istringstream bad("<a>");
@@ -343,7 +343,7 @@ TEST(KivXmlFile, HasNoErrorBeforeReadingAndAfterSuccess) {
     EXPECT_EQ(file.pError(), nullptr);
 }
 
-TEST(KivXmlFile, ErrorMovesWithTheFile) {
+TEST(KivXmlFileTest, ErrorMovesWithTheFile) {
     std::istringstream stream("<a>");
     File file = getFile();
     EXPECT_FALSE(file.parse(stream, "walls.xml", nullptr));
@@ -357,7 +357,7 @@ TEST(KivXmlFile, ErrorMovesWithTheFile) {
     EXPECT_EQ(file.pError()->document, "walls.xml");
 }
 
-TEST(KivXmlFile, TextsDoNotDependOnHowTheInputIsCut) {
+TEST(KivXmlFileTest, TextsDoNotDependOnHowTheInputIsCut) {
     const std::string piece = "\xE2\x82\xAC\r\n&amp;";
     const std::string expected = "\xE2\x82\xAC\n&";
     for (std::size_t shift = 0; shift != piece.size(); ++shift) {
@@ -371,7 +371,7 @@ TEST(KivXmlFile, TextsDoNotDependOnHowTheInputIsCut) {
     }
 }
 
-TEST(KivXmlFile, ReadsDocumentsWhoseLengthIsAWholeNumberOfBlocks) {
+TEST(KivXmlFileTest, ReadsDocumentsWhoseLengthIsAWholeNumberOfBlocks) {
     for (std::size_t size = 1024; size <= 64 * 1024; size += 1024) {
         std::istringstream stream("<a>" + std::string(size - 7, 'x') + "</a>");
         File file = getFile();
@@ -381,7 +381,7 @@ TEST(KivXmlFile, ReadsDocumentsWhoseLengthIsAWholeNumberOfBlocks) {
     }
 }
 
-TEST(KivXmlFile, ReadsVeryLongTokens) {
+TEST(KivXmlFileTest, ReadsVeryLongTokens) {
     const std::string value(std::size_t{8} << 20, 'v');
     std::istringstream stream("<a b='" + value + "'><!--" + value + "-->\n<c/></a>");
     File file = getFile();
@@ -401,20 +401,20 @@ void vExpectStreamFailure(std::istream& stream) {
     EXPECT_EQ(file.pError()->column, 0U);
 }
 
-TEST(KivXmlFile, StreamThatFailsGivesNoDocument) {
+TEST(KivXmlFileTest, StreamThatFailsGivesNoDocument) {
     for (const std::string& text : {""s, "<a>"s, "<a/>"s, "<a>" + std::string(100000, 'x')}) {
         kiv::test::FailingStream stream(text, text.size());
         vExpectStreamFailure(stream);
     }
 }
 
-TEST(KivXmlFile, StreamThatThrowsGivesNoDocumentAndNoException) {
+TEST(KivXmlFileTest, StreamThatThrowsGivesNoDocumentAndNoException) {
     kiv::test::FailingStream stream("<a>", 3);
     stream.exceptions(std::ios::badbit | std::ios::failbit);
     vExpectStreamFailure(stream);
 }
 
-TEST(KivXmlFile, LackOfMemoryInAStreamIsPassedOnByStreamsThatDoSo) {
+TEST(KivXmlFileTest, LackOfMemoryInAStreamIsPassedOnByStreamsThatDoSo) {
     kiv::test::NoMemoryStream stream;
     vExpectStreamFailure(stream);
     stream.clear();
@@ -422,12 +422,12 @@ TEST(KivXmlFile, LackOfMemoryInAStreamIsPassedOnByStreamsThatDoSo) {
     EXPECT_THROW(getFile().parse(stream, "", nullptr), std::bad_alloc);
 }
 
-TEST(KivXmlFile, StreamThatWasNeverOpenedGivesNoDocument) {
+TEST(KivXmlFileTest, StreamThatWasNeverOpenedGivesNoDocument) {
     std::ifstream stream("there/is/no/such/file.xml");
     vExpectStreamFailure(stream);
 }
 
-TEST(KivXmlFile, StreamThatThrowsAtItsEndIsRead) {
+TEST(KivXmlFileTest, StreamThatThrowsAtItsEndIsRead) {
     std::istringstream stream("<a>x</a>");
     stream.exceptions(std::ios::badbit | std::ios::failbit | std::ios::eofbit);
     File file = getFile();
@@ -436,7 +436,7 @@ TEST(KivXmlFile, StreamThatThrowsAtItsEndIsRead) {
     EXPECT_EQ(test::sDump(*root), "a('x')");
 }
 
-TEST(KivXmlFile, HandlesStayValidWhenTheFileIsMoved) {
+TEST(KivXmlFileTest, HandlesStayValidWhenTheFileIsMoved) {
     std::istringstream stream("<a>x</a>");
     File file = getFile();
     const auto root = file.parse(stream, "", nullptr);
@@ -444,7 +444,7 @@ TEST(KivXmlFile, HandlesStayValidWhenTheFileIsMoved) {
     EXPECT_EQ(test::sDump(*root), "a('x')");
 }
 
-TEST(KivXmlFile, WhatWasReadCanBeChanged) {
+TEST(KivXmlFileTest, WhatWasReadCanBeChanged) {
     std::istringstream stream("<a b='1'>x</a>");
     File file = getFile();
     auto root = *file.parse(stream, "", nullptr);
@@ -455,7 +455,7 @@ TEST(KivXmlFile, WhatWasReadCanBeChanged) {
     EXPECT_EQ(test::sDump(root), "a[b='2' c='3']('xy' d)");
 }
 
-TEST(KivXmlFile, WideAndDeepDocumentsNeedLittleStack) {
+TEST(KivXmlFileTest, WideAndDeepDocumentsNeedLittleStack) {
     const std::string text = "<r>" + sNested(255) + sRepeated(300000, "<e a='1'>x</e>") + "</r>";
     bool isSame = false;
     kiv::test::onSmallStack([&] {

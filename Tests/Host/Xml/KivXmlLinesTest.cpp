@@ -20,7 +20,7 @@ std::vector<std::uint32_t> getLines(std::string_view text, std::size_t blockSize
     return lines;
 }
 
-TEST(KivXmlLines, CountsEachKindOfLineEndOnceHoweverTheTextIsCut) {
+TEST(KivXmlLinesTest, CountsEachKindOfLineEndOnceHoweverTheTextIsCut) {
     using Lines = std::vector<std::uint32_t>;
     struct Row {
         std::string text;
@@ -37,7 +37,7 @@ TEST(KivXmlLines, CountsEachKindOfLineEndOnceHoweverTheTextIsCut) {
             EXPECT_EQ(getLines(row.text, blockSize), row.lines) << row.text << " in blocks of " << blockSize;
 }
 
-TEST(KivXmlLines, NotEveryLineNeedsToBeAskedFor) {
+TEST(KivXmlLinesTest, NotEveryLineNeedsToBeAskedFor) {
     LineCounter counter;
     counter.vBlockAdd("\n\n\n");
     counter.vBlockAdd("\n\na");

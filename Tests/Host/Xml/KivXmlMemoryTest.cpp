@@ -23,7 +23,8 @@ Outcome getOutcome(const std::string& text, std::size_t allocations, test::Refus
     return isRead ? Outcome::Document : Outcome::Error;
 }
 
-/// Every allocation fails, with all that follow and alone; nothing but the lack of memory may come of it until all succeed.
+/// Every allocation fails, with all that follow and alone; nothing but the lack of memory may come of it
+/// until all succeed.
 void vExpectNoMemoryUntil(const std::string& text, Outcome last) {
     SCOPED_TRACE(text.substr(0, 60));
     std::size_t allocations = 0;
@@ -35,7 +36,7 @@ void vExpectNoMemoryUntil(const std::string& text, Outcome last) {
     EXPECT_EQ(getOutcome(text, allocations, test::Refusal::FromThenOn), last);
 }
 
-TEST(KivXmlMemory, LackOfItIsPassedOnFromEveryPlace) {
+TEST(KivXmlMemoryTest, LackOfItIsPassedOnFromEveryPlace) {
     std::string large = "<r><?a-target-of-some-length and its data?>";
     for (int i = 0; i != 2000; ++i)
         large += "<e a='1'>text<!-- comment --></e>\n";
@@ -45,7 +46,7 @@ TEST(KivXmlMemory, LackOfItIsPassedOnFromEveryPlace) {
     vExpectNoMemoryUntil("<a>", Outcome::Error);
 }
 
-TEST(KivXmlMemory, LackOfItIsPassedOnFromNamesOutsideAscii) {
+TEST(KivXmlMemoryTest, LackOfItIsPassedOnFromNamesOutsideAscii) {
     const std::string name = "caf\xC3\xA9";
     Document document;
     Element root = document.getNode().ElementNodeAppend("r");
@@ -60,7 +61,7 @@ TEST(KivXmlMemory, LackOfItIsPassedOnFromNamesOutsideAscii) {
     EXPECT_FALSE(child->NextElementSiblingGet());
 }
 
-TEST(KivXmlMemory, LinesOfALongTextAreNotedWithoutCopyingThemForEachBlock) {
+TEST(KivXmlMemoryTest, LinesOfALongTextAreNotedWithoutCopyingThemForEachBlock) {
     const std::string block = std::string(63, 'x') + '\n';
     LineCounter lines;
     const std::size_t before = test::allocationCount();
@@ -70,7 +71,7 @@ TEST(KivXmlMemory, LinesOfALongTextAreNotedWithoutCopyingThemForEachBlock) {
     EXPECT_EQ(lines.getLine(63999), 1000U);
 }
 
-TEST(KivXmlMemory, TextsThatGrowInTurnsAreCopiedAFewTimesOnly) {
+TEST(KivXmlMemoryTest, TextsThatGrowInTurnsAreCopiedAFewTimesOnly) {
     Document document;
     Element root = document.getNode().ElementNodeAppend("r");
     Element first = root.ElementNodeAppend("a");

@@ -24,12 +24,12 @@ private:
     std::optional<Element> root_;
 };
 
-TEST(KivXmlElement, WithoutElementChildrenHasNoFirstElementChild) {
+TEST(KivXmlElementTest, WithoutElementChildrenHasNoFirstElementChild) {
     const Parsed document("<a>text<!-- comment -->more<?target data?></a>");
     EXPECT_FALSE(document.getRoot().FirstElementChildGet());
 }
 
-TEST(KivXmlElement, ElementChildrenAreWalkedInDocumentOrder) {
+TEST(KivXmlElementTest, ElementChildrenAreWalkedInDocumentOrder) {
     const Parsed document("<r> <a/>text<b><x/></b><!-- c --><?p?><c/> </r>");
     std::string tags;
     for (auto child = document.getRoot().FirstElementChildGet(); child;
@@ -38,14 +38,14 @@ TEST(KivXmlElement, ElementChildrenAreWalkedInDocumentOrder) {
     EXPECT_EQ(tags, "a b c ");
 }
 
-TEST(KivXmlElement, TagIsAsWrittenWithPrefixAndCase) {
+TEST(KivXmlElementTest, TagIsAsWrittenWithPrefixAndCase) {
     const Parsed document("<Pre:taG xmlns:Pre='u'/>");
     EXPECT_EQ(document.getRoot().tagName(), "Pre:taG");
     EXPECT_EQ(document.getRoot().tagNameView(), "Pre:taG");
     EXPECT_EQ(document.getRoot().getNodeName(), "Pre:taG");
 }
 
-TEST(KivXmlElement, AttributeIsFoundByItsExactNameOnly) {
+TEST(KivXmlElementTest, AttributeIsFoundByItsExactNameOnly) {
     const Parsed document("<a lang='de' xml:lang='en'/>");
     EXPECT_EQ(document.getRoot().AttributeNodeGet("lang")->getValue(), "de");
     EXPECT_EQ(document.getRoot().AttributeNodeGet("xml:lang")->getValueView(), "en");
@@ -54,13 +54,13 @@ TEST(KivXmlElement, AttributeIsFoundByItsExactNameOnly) {
     EXPECT_FALSE(document.getRoot().AttributeNodeGet(""));
 }
 
-TEST(KivXmlElement, RootHasNoSiblings) {
+TEST(KivXmlElementTest, RootHasNoSiblings) {
     const Parsed document("<!-- before --><a/><!-- after --><?after?>");
     EXPECT_FALSE(document.getRoot().NextSiblingGet());
     EXPECT_FALSE(document.getRoot().NextElementSiblingGet());
 }
 
-TEST(KivXmlElement, WrapperIsAbsentForEveryOtherKind) {
+TEST(KivXmlElementTest, WrapperIsAbsentForEveryOtherKind) {
     const Parsed document("<a x='1'>text<!--c--><?p?><b/></a>");
     std::vector<bool> isElement;
     for (auto child = document.getRoot().FirstChildGet(); child; child = child->NextSiblingGet())
@@ -69,14 +69,14 @@ TEST(KivXmlElement, WrapperIsAbsentForEveryOtherKind) {
     EXPECT_FALSE(const_Element::toWrapper(*document.getRoot().AttributeNodeGet("x")));
 }
 
-TEST(KivXmlElement, WrapperIsTheSameNode) {
+TEST(KivXmlElementTest, WrapperIsTheSameNode) {
     const Parsed document("<a><b/></a>");
     const const_Node child = *document.getRoot().FirstChildGet();
     EXPECT_EQ(*const_Element::toWrapper(child), child);
     EXPECT_FALSE(document.getRoot() == child);
 }
 
-TEST(KivXmlAttr, WrapperIsAbsentForEveryOtherKind) {
+TEST(KivXmlAttrTest, WrapperIsAbsentForEveryOtherKind) {
     const Parsed document("<a x='1'>text<!--c--><?p?><b/></a>");
     for (auto child = document.getRoot().FirstChildGet(); child; child = child->NextSiblingGet())
         EXPECT_FALSE(const_Attr::toWrapper(*child)) << child->getNodeName();
@@ -84,7 +84,7 @@ TEST(KivXmlAttr, WrapperIsAbsentForEveryOtherKind) {
     EXPECT_EQ(const_Attr::toWrapper(document.getRoot().AttributesGet()->ItemGet(0))->getValue(), "1");
 }
 
-TEST(KivXmlAttr, HasNameAndValueButNoChildrenNorSiblings) {
+TEST(KivXmlAttrTest, HasNameAndValueButNoChildrenNorSiblings) {
     const Parsed document("<a x='1' y='2'/>");
     const const_Attr attribute = *document.getRoot().AttributeNodeGet("x");
     EXPECT_EQ(attribute.getNodeName(), "x");
@@ -94,7 +94,7 @@ TEST(KivXmlAttr, HasNameAndValueButNoChildrenNorSiblings) {
     EXPECT_FALSE(attribute.AttributesGet());
 }
 
-TEST(KivXmlNode, NameIsComparedExactly) {
+TEST(KivXmlNodeTest, NameIsComparedExactly) {
     const Parsed document("<Name/>");
     EXPECT_TRUE(document.getRoot().boNodeNameIs("Name"));
     EXPECT_TRUE(document.getRoot().boNodeNameIs(std::string("Name")));
@@ -103,14 +103,14 @@ TEST(KivXmlNode, NameIsComparedExactly) {
     EXPECT_FALSE(document.getRoot().boNodeNameIs(""));
 }
 
-TEST(KivXmlNode, ProcessingInstructionIsNeverTakenForAnElementOfItsTarget) {
+TEST(KivXmlNodeTest, ProcessingInstructionIsNeverTakenForAnElementOfItsTarget) {
     const Parsed document("<a><?Name data?></a>");
     const const_Node child = *document.getRoot().FirstChildGet();
     EXPECT_FALSE(child.boNodeNameIs("Name"));
     EXPECT_EQ(child.getNodeName(), "#processing-instruction");
 }
 
-TEST(KivXmlNode, OnlyTextsAndAttributesHaveValues) {
+TEST(KivXmlNodeTest, OnlyTextsAndAttributesHaveValues) {
     const Parsed document("<a x='v'>text<!--comment--><?target data?><b>inner</b></a>");
     std::vector<std::string> values;
     for (auto child = document.getRoot().FirstChildGet(); child; child = child->NextSiblingGet())
@@ -119,12 +119,12 @@ TEST(KivXmlNode, OnlyTextsAndAttributesHaveValues) {
     EXPECT_EQ(document.getRoot().getNodeValueView(), "");
 }
 
-TEST(KivXmlNode, EmptyTagAndEmptyElementHaveNoFirstChild) {
+TEST(KivXmlNodeTest, EmptyTagAndEmptyElementHaveNoFirstChild) {
     for (const char* text : {"<a/>", "<a></a>", "<a><![CDATA[]]></a>"})
         EXPECT_FALSE(Parsed(text).getRoot().FirstChildGet()) << text;
 }
 
-TEST(KivXmlNode, CommentInFrontOfTheTextIsTheFirstChild) {
+TEST(KivXmlNodeTest, CommentInFrontOfTheTextIsTheFirstChild) {
     const Parsed document("<a><!-- c -->text</a>");
     const auto first = document.getRoot().FirstChildGet();
     EXPECT_EQ(first->getNodeName(), "#comment");
@@ -132,7 +132,7 @@ TEST(KivXmlNode, CommentInFrontOfTheTextIsTheFirstChild) {
     EXPECT_EQ(first->NextSiblingGet()->getNodeValue(), "text");
 }
 
-TEST(KivXmlNode, ChildListStartsTheWalkOverTheChildren) {
+TEST(KivXmlNodeTest, ChildListStartsTheWalkOverTheChildren) {
     const Parsed document("<a>1<b/>2</a>");
     std::string dump;
     for (auto node = document.getRoot().ChildNodesGet().FirstItemGet(); node; node = node->NextSiblingGet())
@@ -142,13 +142,13 @@ TEST(KivXmlNode, ChildListStartsTheWalkOverTheChildren) {
         << "a text has no children";
 }
 
-TEST(KivXmlNode, AttributesAreAbsentForTextsAndEmptyForBareElements) {
+TEST(KivXmlNodeTest, AttributesAreAbsentForTextsAndEmptyForBareElements) {
     const Parsed document("<a>text</a>");
     EXPECT_FALSE(document.getRoot().FirstChildGet()->AttributesGet());
     EXPECT_EQ(document.getRoot().AttributesGet()->LengthGet(), 0U);
 }
 
-TEST(KivXmlNode, AttributesKeepTheirOrder) {
+TEST(KivXmlNodeTest, AttributesKeepTheirOrder) {
     const Parsed document("<a z='1' b='2' m='3'/>");
     const const_NamedNodeMap attributes = *document.getRoot().AttributesGet();
     ASSERT_EQ(attributes.LengthGet(), 3U);
@@ -157,7 +157,7 @@ TEST(KivXmlNode, AttributesKeepTheirOrder) {
     EXPECT_EQ(attributes.ItemGet(2).getNodeName(), "m");
 }
 
-TEST(KivXmlNode, ConvertsBooleanTexts) {
+TEST(KivXmlNodeTest, ConvertsBooleanTexts) {
     struct Row {
         std::string_view text;
         std::optional<bool> value;
@@ -191,7 +191,7 @@ std::string sWithLineEnds(const std::string& text, std::string_view lineEnd) {
     return changed;
 }
 
-TEST(KivXmlNode, KnowsTheLineOnWhichItBegan) {
+TEST(KivXmlNodeTest, KnowsTheLineOnWhichItBegan) {
     const std::string text = "<?xml version='1.0'?>\n"  // 1
                              "<!-- two\n"               // 2
                              "lines -->\n"              // 3
@@ -214,7 +214,7 @@ TEST(KivXmlNode, KnowsTheLineOnWhichItBegan) {
             << "line ends of " << lineEnd.size() << " bytes";
 }
 
-TEST(KivXmlNode, KnowsItsLineInEveryEncoding) {
+TEST(KivXmlNodeTest, KnowsItsLineInEveryEncoding) {
     const std::string text = "<a>\n\n<b/>\r\n<c/></a>";
     std::string utf16("\xFF\xFE");
     for (const char c : text)
@@ -224,7 +224,7 @@ TEST(KivXmlNode, KnowsItsLineInEveryEncoding) {
         EXPECT_EQ(sLines(Parsed(encoded).getRoot()), "a:1 #text:1 b:3 #text:3 c:4") << encoded;
 }
 
-TEST(KivXmlNode, KnowsItsLineInLongDocuments) {
+TEST(KivXmlNodeTest, KnowsItsLineInLongDocuments) {
     for (const std::string lineEnd : {"\n", "\r\n", "\r"}) {
         std::string text = "<r>" + lineEnd; // so the element with number i is on line i
         for (int i = 2; i != 20000; ++i)
@@ -237,7 +237,7 @@ TEST(KivXmlNode, KnowsItsLineInLongDocuments) {
     }
 }
 
-TEST(KivXmlNode, MadeByAProgramHasNoLine) {
+TEST(KivXmlNodeTest, MadeByAProgramHasNoLine) {
     Document document;
     auto root = document.getNode().ElementNodeAppend("a");
     root.vAttributeSet("x", "1");

@@ -17,7 +17,7 @@ std::string sReasonWithinAMegabyte(const std::string& text) {
     return pDocumentRead(stream, error, std::size_t{1} << 20) == nullptr ? error.reason : "";
 }
 
-TEST(KivXmlParser, TokenThatIsTooLongIsRefused) {
+TEST(KivXmlParserTest, TokenThatIsTooLongIsRefused) {
     const std::string within(1000 * 1000, 'x');
     const std::string beyond(std::size_t{4} << 20, 'x');
     const std::string reason = "a piece of markup is longer than 1 MiB";
@@ -37,8 +37,9 @@ bool isTooLong(std::size_t size, std::size_t limit) {
     return error.reason.starts_with("a piece of markup is longer than");
 }
 
-TEST(KivXmlParser, TokenOfTheLimitPassesAndTheNextByteDoesNotWhereABlockEnds) {
-    // Where blocks end is no promise: it is found as the last size of such a text for which a limit was looked at.
+TEST(KivXmlParserTest, TokenOfTheLimitPassesAndTheNextByteDoesNotWhereABlockEnds) {
+    // Where blocks end is no promise: it is found as the last size of such a text for which a limit was
+    // looked at.
     constexpr std::size_t Size = std::size_t{1} << 20;
     std::size_t passes = Size;
     for (std::size_t refused = 4; passes - refused > 1;) {
@@ -51,7 +52,7 @@ TEST(KivXmlParser, TokenOfTheLimitPassesAndTheNextByteDoesNotWhereABlockEnds) {
     EXPECT_TRUE(isTooLong(passes, passes - 1));
 }
 
-TEST(KivXmlParser, TokensOfExactlyTheLimitAreRead) {
+TEST(KivXmlParserTest, TokensOfExactlyTheLimitAreRead) {
     constexpr std::size_t Limit = std::size_t{1} << 20;
     const std::string_view rows[][2] = {{"<!--", "-->"}, {"<a b='", "'/>"}, {"<?b ", "?>"}, {"<a ", "/>"}};
     for (const auto& [open, close] : rows) {

@@ -1,3 +1,4 @@
+/// @file
 /// The registry of all set-definition collections of the process, each under the context it came from.
 ///
 ///     auto& registry = SchemaContextAndPropertySetDefinitions::instance();
@@ -5,7 +6,8 @@
 ///     registry.addPropertySets({"office.xml", false}, std::move(officeSets));
 ///
 /// Ownership: owns the collections; what was found in one dies when its context is removed.
-/// Threads:   made safely by whichever thread comes first; then, not to be changed while another thread searches it.
+/// Threads:   made safely by whichever thread comes first; then, not to be changed while another thread
+///            searches it.
 /// Errors:    what is not there is null; removing what is not there does nothing.
 #pragma once
 
@@ -29,8 +31,8 @@ struct SchemaPropertySetDefinitionsContext {
 
     friend bool operator==(const SchemaPropertySetDefinitionsContext&,
                            const SchemaPropertySetDefinitionsContext&) = default;
-    /// Contexts that are not standard first, then by name: a search that stops at the first hit prefers a host's own
-    /// definitions.
+    /// Contexts that are not standard first, then by name: a search that stops at the first hit prefers a
+    /// host's own definitions.
     friend std::strong_ordering operator<=>(const SchemaPropertySetDefinitionsContext& left,
                                             const SchemaPropertySetDefinitionsContext& right) {
         if (left.isStandard != right.isStandard)
@@ -53,8 +55,9 @@ public:
     SchemaContextAndPropertySetDefinitions(const SchemaContextAndPropertySetDefinitions&) = delete;
     SchemaContextAndPropertySetDefinitions& operator=(const SchemaContextAndPropertySetDefinitions&) = delete;
 
-    /// Registers a collection. A context that is registered already keeps its collection, and the new one is destroyed;
-    /// `clear` it first to replace it. When memory runs out, nothing is registered and both stay with the caller.
+    /// Registers a collection. A context that is registered already keeps its collection, and the new one is
+    /// destroyed; `clear` it first to replace it. When memory runs out, nothing is registered and both stay
+    /// with the caller.
     void addPropertySets(SchemaPropertySetDefinitionsContext&& context,
                          SchemaPropertySetDefinitions&& definitions);
 

@@ -12,8 +12,8 @@
 
 namespace kiv::ifc {
 
-/// Holds the mutex; a thread that holds it already gets the error that the best of mutexes give, unless it takes over
-/// what it holds.
+/// Holds the mutex; a thread that holds it already gets the error that the best of mutexes give, unless it
+/// takes over what it holds.
 class SchemaLoader::Lock {
 public:
     explicit Lock(SchemaLoader& loader) : loader_(loader) {
@@ -41,7 +41,8 @@ private:
 SchemaLoader::SchemaLoader(Key) {}
 
 SchemaLoader::~SchemaLoader() {
-    // Held already when a callback ends the process: it never returns, and what it was called under is given back here.
+    // Held already when a callback ends the process: it never returns, and what it was called under is given
+    // back here.
     const auto lock = Lock::isHeldHere(*this) ? Lock(*this, std::adopt_lock) : Lock(*this);
     newSchemaCallback = nullptr;
     std::exchange(schemas_, {}).clear();
@@ -68,7 +69,8 @@ void SchemaLoader::vCurrFree() {
     if (!current)
         return;
     {
-        // A callback that frees the loader which is calling it gets its error here; the destructor cannot give one.
+        // A callback that frees the loader which is calling it gets its error here; the destructor cannot
+        // give one.
         const Lock notCalling(*current);
     }
     current.reset();

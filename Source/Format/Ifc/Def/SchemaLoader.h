@@ -1,5 +1,6 @@
-/// The process-wide cache of schemas by name. The library does not know where schema texts live; the host says how one is
-/// made.
+/// @file
+/// The process-wide cache of schemas by name. The library does not know where schema texts live; the host
+/// says how one is made.
 ///
 ///     auto& loader = kiv::ifc::SchemaLoader::curr();
 ///     loader.newSchemaCallback = [](const std::string& name) {
@@ -9,11 +10,12 @@
 ///     const auto* ifc4 = loader.pSchemaFromName("IFC4");
 ///
 /// Ownership: owns the schemas it hands out until it is destroyed; there is no other way to let one go.
-/// Threads:   `pSchemaFromName` from any number of threads, one schema being made at a time; who asks meanwhile waits, for
-///            whatever name. `curr`, `vCurrFree` and setting the callback are for start-up and shut-down, when nobody else
-///            asks.
-/// Errors:    `kiv::exception` when a schema is to be made and there is no callback; std::system_error (resource deadlock
-///            would occur) when a callback asks or frees the loader that is calling it; what the callback throws.
+/// Threads:   `pSchemaFromName` from any number of threads, one schema being made at a time; who asks
+///            meanwhile waits, for whatever name. `curr`, `vCurrFree` and setting the callback are for
+///            start-up and shut-down, when nobody else asks.
+/// Errors:    `kiv::exception` when a schema is to be made and there is no callback; std::system_error
+///            (resource deadlock would occur) when a callback asks or frees the loader that is calling it;
+///            what the callback throws.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -47,19 +49,20 @@ public:
     /// The current loader; a new, empty one when there is none.
     static SchemaLoader& curr();
 
-    /// Destroys the current loader, its callback first and then all its schemas. The next one is new and empty.
+    /// Destroys the current loader, its callback first and then all its schemas. The next one is new and
+    /// empty.
     static void vCurrFree();
 
-    /// The schema of exactly this name, letter case included, made on the first request; null when the callback cannot
-    /// make it, and then the next request asks it again.
+    /// The schema of exactly this name, letter case included, made on the first request; null when the
+    /// callback cannot make it, and then the next request asks it again.
     def::SchemaPset* pSchemaFromName(const std::string& name);
 
-    /// What the callback makes for this name, past the cache and owned by the caller. With an empty callback it is
-    /// `curr().pSchemaFromName(name)`: cached, owned by the loader and with the errors of that.
+    /// What the callback makes for this name, past the cache and owned by the caller. With an empty callback
+    /// it is `curr().pSchemaFromName(name)`: cached, owned by the loader and with the errors of that.
     static def::SchemaPset* pSchemaGet(NewSchemaCallback callback, const std::string& name);
 
-    /// The host sets it before the first request. It must not ask this loader for a schema, nor wait for a thread that
-    /// does: that one waits for it, and neither goes on. It may end the process.
+    /// The host sets it before the first request. It must not ask this loader for a schema, nor wait for a
+    /// thread that does: that one waits for it, and neither goes on. It may end the process.
     NewSchemaCallback newSchemaCallback;
 
 private:

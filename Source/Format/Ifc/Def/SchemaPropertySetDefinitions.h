@@ -1,5 +1,7 @@
-/// One collection of set definitions that passed their check against one schema: the standard sets of a release, or those
-/// of a host's file. The classes beside it register collections by context and search them all.
+/// @file
+/// One collection of set definitions that passed their check against one schema: the standard sets of a
+/// release, or those of a host's file. The classes beside it register collections by context and search them
+/// all.
 ///
 ///     SchemaPropertySetDefinitions sets;
 ///     if (!sets.xmlSetAdd(schema, std::move(set), errors))
@@ -11,19 +13,11 @@
 /// Errors:    what is not there is null or empty.
 #pragma once
 
-#include "Base/HashTable.h"
-#include "Base/NameTable.h"
-#include "Format/Ifc/Def/Store/GuidHash.h"
-#include "Format/Ifc/Def/Store/OrderedSets.h"
-#include "Format/Ifc/Def/Store/SetsByClass.h"
 #include "kiv/Base/Export.h"
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"
 #include "kiv/Host/Id/KivId.h"
 
-#include <functional>
-#include <map>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -45,10 +39,11 @@ public:
     SchemaPropertySetDefinitions& operator=(SchemaPropertySetDefinitions&& other) noexcept;
     ~SchemaPropertySetDefinitions();
 
-    /// Checks the set, which must not be null, against the schema and takes it. False only when the check failed; then
-    /// the set stays with the caller and `errors` says why. A set whose name is present already, in whatever letter case,
-    /// is checked all the same and then dropped: that is true, and no error. When memory runs out the collection is as it
-    /// was and the set still with the caller; `errors` may hold records of the check.
+    /// Checks the set, which must not be null, against the schema and takes it. False only when the check
+    /// failed; then the set stays with the caller and `errors` says why. A set whose name is present already,
+    /// in whatever letter case, is checked all the same and then dropped: that is true, and no error. When
+    /// memory runs out the collection is as it was and the set still with the caller; `errors` may hold
+    /// records of the check.
     bool xmlSetAdd(const schema::Schema& schema, std::unique_ptr<xml::SetDef>&& set,
                    xml::XmlSetErrors& errors);
 
@@ -58,8 +53,8 @@ public:
     /// The same for a name that is upper-case already; in mixed case it finds nothing.
     const xml::SetDef* getXmlSetFromNameUpper(std::string_view upperName) const;
 
-    /// The property or quantity with this GUID, the one added first of several; null when there is none. The null GUID
-    /// finds the first one without a GUID.
+    /// The property or quantity with this GUID, the one added first of several; null when there is none. The
+    /// null GUID finds the first one without a GUID.
     const xml::Def* getXmlDefFromIfd(const kiv::Guid& guid) const;
 
     /// All sets, by upper-cased name.
@@ -70,21 +65,16 @@ public:
     std::vector<const xml::SetDef*> getXmlSetsToEntity(const schema::Entity& entity,
                                                        bool includeUnrestricted) const;
 
-    /// The same for the entity and all above it, from the topmost supertype down. Unrestricted sets come with the
-    /// topmost; a set that names several of the entities is there several times.
+    /// The same for the entity and all above it, from the topmost supertype down. Unrestricted sets come with
+    /// the topmost; a set that names several of the entities is there several times.
     std::vector<const xml::SetDef*> getXmlSetsAllToEntity(const schema::Entity& entity,
                                                           bool includeUnrestricted) const;
 
 private:
-    void vSetsToEntityAppend(const schema::Entity& entity, bool includeUnrestricted,
-                             std::vector<const xml::SetDef*>& sets) const;
+    struct Index;
 
-    // In the order in which they are told; looked up by `setsByName_`, whose keys are its keys.
-    std::map<std::string, std::unique_ptr<xml::SetDef>, std::less<>> sets_;
-    NameTable<const xml::SetDef> setsByName_;
-    HashTable<kiv::Guid, xml::Def, GuidHash> defsByIfd_;
-    SetsByClass setsByClass_;
-    OrderedSets unrestrictedSets_;
+    // Null as long as no set was added, and after a move.
+    std::unique_ptr<Index> index_;
 };
 
 } // namespace kiv::ifc::def

@@ -1,7 +1,6 @@
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
 
 #include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
-#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <utility>
 
@@ -123,12 +122,6 @@ std::vector<const xml::SetDef*> SchemaPset::getXmlSetsAllToEntity(const schema::
         return false;
     });
     return sets;
-}
-
-void SchemaPset::vXmlSchemaConfigInit(std::istream& stream) {
-    // The place is there before the configuration links attributes to its records.
-    xmlSchemaConfigs_.reserve(xmlSchemaConfigs_.size() + 1);
-    xmlSchemaConfigs_.push_back(std::make_unique<const xmlschema::Config>(*this, stream));
 }
 
 const xmlschema::Config* SchemaPset::pXmlSchemaConfig() const {

@@ -1,18 +1,19 @@
-/// The object a host works with: a schema together with the set definitions that apply to it and, if the host gives one,
-/// its IFC-XML configuration.
+/// @file
+/// The object a host works with: a schema together with the set definitions that apply to it and, if the host
+/// gives one, its IFC-XML configuration.
 ///
 ///     std::unique_ptr<SchemaPset> ifc(SchemaPset::pStepStreamRead(stream));
 ///     const auto* wall = schema::Entity::pFrom(ifc->pObjectFromName("IfcWall"));
 ///     for (const auto* set : ifc->getXmlSetsAllToEntity(*wall, true, {}))
 ///         std::cout << set->getName() << '\n';
 ///
-/// It searches the registry's contexts in the registry's order: those of hosts first, then the standard one that bears
-/// the schema's own name. So a host's set hides a standard one of the same name.
+/// It searches the registry's contexts in the registry's order: those of hosts first, then the standard one
+/// that has the schema's own name. So a host's set hides a standard one of the same name.
 ///
-/// Ownership: owns its schema objects and every configuration it was given; the definitions belong to the registry and
-///            live as long as their context is registered.
-/// Threads:   as `Schema` and the registry: searches from any number of threads while neither is changed; not while a
-///            configuration is read.
+/// Ownership: owns its schema objects and every configuration it was given; the definitions belong to the
+///            registry and live as long as their context is registered.
+/// Threads:   as `Schema` and the registry: searches from any number of threads while neither is changed; not
+///            while a configuration is read.
 /// Errors:    what is not found is null or empty; what a filter or visitor throws is passed on.
 #pragma once
 
@@ -51,10 +52,11 @@ public:
 
     /// The standard definitions of this schema; null when none are registered.
     const SchemaPropertySetDefinitions* getStandardDefinitions() const;
-    /// The definitions of exactly this context, whatever schema they are made for; null when none are registered.
+    /// The definitions of exactly this context, whatever schema they are made for; null when none are
+    /// registered.
     const SchemaPropertySetDefinitions* getDefinitionsFromContext(const Context& context) const;
 
-    /// True for every context of a host, and for the standard one that bears the schema's name.
+    /// True for every context of a host, and for the standard one of the schema's name.
     bool checkContextDefault(const Context& context) const;
     /// The same, narrowed by the filter.
     bool checkContext(const Context& context, ContextFilter filter) const;
@@ -69,16 +71,17 @@ public:
     /// The first property or quantity with this GUID; null when there is none.
     const xml::Def* pXmlDefFromIfd(const kiv::Guid& guid) const;
 
-    /// The sets of each context for this very entity, joined in the order of the search. A name that several contexts
-    /// have is there several times.
+    /// The sets of each context for this very entity, joined in the order of the search. A name that several
+    /// contexts have is there several times.
     std::vector<const xml::SetDef*> getXmlSetsToEntity(const schema::Entity& entity, bool includeUnrestricted,
                                                        ContextFilter filter) const;
     /// The same for the entity and all above it.
     std::vector<const xml::SetDef*>
     getXmlSetsAllToEntity(const schema::Entity& entity, bool includeUnrestricted, ContextFilter filter) const;
 
-    /// Reads an IFC-XML configuration (ISO 10303-28) and links it to the attributes. A later one takes the place of an
-    /// earlier one; attributes that only the earlier one knows stay linked to it, so it is kept too.
+    /// Reads an IFC-XML configuration (ISO 10303-28) and links it to the attributes. A later one takes the
+    /// place of an earlier one; attributes that only the earlier one knows stay linked to it, so it is kept
+    /// too.
     void vXmlSchemaConfigInit(std::istream& stream);
     /// The configuration read last; null when none was.
     const xmlschema::Config* pXmlSchemaConfig() const;
@@ -90,7 +93,9 @@ private:
     template <class Find>
     const xml::SetDef* pSetFind(const ContextFilter& filter, Find find) const;
 
-    std::vector<std::unique_ptr<const xmlschema::Config>> xmlSchemaConfigs_;
+    // Shared pointers destroy what they were made for without this class knowing it: configurations know the
+    // schema and not the other way round.
+    std::vector<std::shared_ptr<const xmlschema::Config>> xmlSchemaConfigs_;
 };
 
 } // namespace kiv::ifc::def

@@ -358,8 +358,8 @@ TEST_F(SchemaPropertySetDefinitionsTest, UnrestrictedSetsStandAmongThoseOfTheTop
     EXPECT_EQ(setsAllToEntity("IfcRoot", true), (Texts{"Pset_B", "Pset_C", "Pset_D"}));
 }
 
-/// Everything that a collection answers: for the names that the tests here give to sets, for GUIDs and for all entities of
-/// the schema.
+/// Everything that a collection answers: for the names that the tests here give to sets, for GUIDs and for
+/// all entities of the schema.
 struct Answers {
     Answers(const SchemaPropertySetDefinitions& sets, const ifc::def::schema::Schema& schema) :
         lists{sets.getXmlSets()} {
@@ -427,8 +427,23 @@ TEST_F(SchemaPropertySetDefinitionsTest, AMovedCollectionTakesFurtherSets) {
     EXPECT_EQ(moved.getXmlDefFromIfd(guidOf(1))->getName(), "P");
 }
 
-/// Adds the set with fewer allocations than it takes, one more each time; returns how often that failed. Whenever it does,
-/// the collection must answer as before, with the set still in the caller's hands.
+TEST_F(SchemaPropertySetDefinitionsTest, AMovedFromCollectionIsEmptyAndTakesSetsAgain) {
+    vSetsAdd(sets, *schema, {sPropertySet("Pset_A", {"IfcWall"}, sProperty("P", "", sGuid(1)))});
+    const auto moved = std::move(sets);
+    EXPECT_EQ(sets.getXmlSetFromName("Pset_A"),
+              nullptr); // NOLINT(bugprone-use-after-move): that is what is tested
+    EXPECT_EQ(sets.getXmlSetFromNameUpper("PSET_A"), nullptr);
+    EXPECT_EQ(sets.getXmlDefFromIfd(guidOf(1)), nullptr);
+    EXPECT_TRUE(sets.getXmlSets().empty());
+    EXPECT_TRUE(sets.getXmlSetsToEntity(entity("IfcWall"), true).empty());
+    EXPECT_TRUE(sets.getXmlSetsAllToEntity(entity("IfcWall"), true).empty());
+    vSetsAdd(sets, *schema, {sPropertySet("Pset_B", {"IfcWall"})});
+    EXPECT_EQ(namesOf(sets.getXmlSets()), Texts{"Pset_B"});
+    EXPECT_EQ(namesOf(moved.getXmlSets()), Texts{"Pset_A"});
+}
+
+/// Adds the set with fewer allocations than it takes, one more each time; returns how often that failed.
+/// Whenever it does, the collection must answer as before, with the set still in the caller's hands.
 std::size_t failedAdditions(SchemaPropertySetDefinitions& sets, const ifc::def::schema::Schema& schema,
                             const std::string& text) {
     const Answers before(sets, schema);
@@ -450,7 +465,8 @@ TEST_F(SchemaPropertySetDefinitionsTest, WhenMemoryRunsOutNothingHasChanged) {
     const struct {
         const char* what;
         std::string text;
-        /// Of the key at least, of the list of members, and of each place in the index of classes or of sets without any.
+        /// Of the key at least, of the list of members, and of each place in the index of classes or of sets
+        /// without any.
         std::size_t allocations;
     } rows[] = {
         {"classes and GUIDs, old and new ones",
@@ -482,8 +498,8 @@ TEST_F(SchemaPropertySetDefinitionsTest, WhenMemoryRunsOutInAnEmptyCollectionItS
     EXPECT_EQ(setsToEntity("IfcWall", false), Texts{"Pset_A"});
 }
 
-/// Names whose hashes are all the same. Each is put together of blocks; for each block there are two texts that lead from
-/// the same hash to the same hash.
+/// Names whose hashes are all the same. Each is put together of blocks; for each block there are two texts
+/// that lead from the same hash to the same hash.
 class CollidingNames {
 public:
     explicit CollidingNames(std::size_t count) {

@@ -32,7 +32,8 @@ Filter allBut(const Context& refused) {
     return [refused](const Context& context) { return context != refused; };
 }
 
-/// The schema TEST and two host contexts "a" and "b", the standard context of TEST and one of a foreign schema.
+/// The schema TEST and two host contexts "a" and "b", the standard context of TEST and one of a foreign
+/// schema.
 class SchemaPsetTest : public StoreTest {
 protected:
     SchemaPsetTest() {

@@ -10,7 +10,7 @@ class OrderedSets::Walk {
 public:
     explicit Walk(const OrderedSets& sets) : sets_(sets) {}
 
-    /// Null behind the last.
+    /// Null after the last.
     const Entry* pEntry() const {
         const auto& block = sets_.getBlock(block_);
         return index_ < block.size() ? &block[index_] : nullptr;
@@ -32,10 +32,10 @@ private:
 
 /// The last block that begins with this name or one before it, else the first.
 std::size_t OrderedSets::blockOf(std::string_view upperName) const {
-    const auto behind = std::upper_bound(
+    const auto after = std::upper_bound(
         further_.begin(), further_.end(), upperName,
         [](std::string_view name, const Block& block) { return name < block.front().upperName; });
-    return static_cast<std::size_t>(behind - further_.begin());
+    return static_cast<std::size_t>(after - further_.begin());
 }
 
 void OrderedSets::vReserve(std::string_view upperName) {

@@ -1,3 +1,4 @@
+/// @file
 /// Sets in the order of their upper-cased names.
 ///
 ///     OrderedSets sets;
@@ -5,12 +6,13 @@
 ///     sets.vAdd("PSET_A", set); // cannot
 ///     OrderedSets::vMergedAppend(sets, others, answer);
 ///
-/// They lie in blocks, side by side and in order, so that to tell them all means to copy them; blocks are short enough to add
-/// one anywhere at hardly any cost, however many there are.
+/// They lie in blocks, side by side and in order, so listing them all is a plain copy; blocks are short
+/// enough to add one anywhere at hardly any cost, however many there are.
 ///
-/// Ownership: refers to the sets, to the texts of the names and to the arena, if there is one, which must outlive it.
+/// Ownership: refers to the sets, to the texts of the names and to the arena, if there is one, which must
+///            outlive it.
 /// Threads:   one thread while it is filled; then readable from any number of threads.
-/// Errors:    none but std::bad_alloc, where told.
+/// Errors:    std::bad_alloc from `vReserve`, and from the lists that are appended to.
 #pragma once
 
 #include "Base/Arena.h"
@@ -51,7 +53,7 @@ private:
     using Block = ArenaVector<Entry>;
     class Walk;
 
-    /// A block is split when it has so many entries.
+    /// A block with this many entries is split before another one is added.
     static constexpr std::size_t BlockMax = 64;
 
     Block& getBlock(std::size_t index) { return index == 0 ? first_ : further_[index - 1]; }

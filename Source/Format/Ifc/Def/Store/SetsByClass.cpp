@@ -1,16 +1,20 @@
 #include "Format/Ifc/Def/Store/SetsByClass.h"
 
 #include <algorithm>
-#include <bit>
 #include <utility>
 
 namespace kiv::ifc::def {
 
 namespace {
 
-constexpr std::size_t WordBits = 64;
-/// How many bits of the filter there are for a class.
+/// How many bits the filter has for each class.
 constexpr std::size_t BitsPerClass = 16;
+
+/// The number by which the filter knows a class. Both halves of the hash count, as the filter looks at the
+/// lowest bits.
+std::size_t filterNumberOf(std::uint32_t hash) {
+    return hash ^ hash >> 16;
+}
 
 } // namespace
 
@@ -76,38 +80,24 @@ void SetsByClass::vAdd(std::string_view upperName, const xml::SetDef& set,
             classes_.push_back(std::move(prepared_.back()));
             prepared_.pop_back();
             table_.vAdd(name, *found);
-            vFilterSet(hash);
+            filter_.vAdd(filterNumberOf(hash));
         }
         found->sets.vAdd(upperName, set);
     }
 }
 
 const OrderedSets* SetsByClass::pFind(std::uint32_t hash, std::string_view name) const {
-    if (filter_.empty())
-        return nullptr;
-    const auto bit = filterBitOf(hash);
-    if ((filter_[bit / WordBits] >> bit % WordBits & 1U) == 0)
+    if (!filter_.isPossible(filterNumberOf(hash)))
         return nullptr;
     const auto* const found = table_.pFind(name);
     return found ? &found->sets : nullptr;
 }
 
 void SetsByClass::vFilterReserve(std::size_t classCount) {
-    const auto wordCount = std::bit_ceil(std::max(classCount * BitsPerClass / WordBits, std::size_t{1}));
-    if (wordCount <= filter_.size())
+    if (!filter_.boReserve(classCount * BitsPerClass))
         return;
-    filter_.assign(wordCount, 0);
     for (const auto& known : classes_)
-        vFilterSet(known->hash);
-}
-
-void SetsByClass::vFilterSet(std::uint32_t hash) noexcept {
-    const auto bit = filterBitOf(hash);
-    filter_[bit / WordBits] |= std::uint64_t{1} << bit % WordBits;
-}
-
-std::size_t SetsByClass::filterBitOf(std::uint32_t hash) const {
-    return (hash ^ hash >> 16) & (filter_.size() * WordBits - 1);
+        filter_.vAdd(filterNumberOf(known->hash));
 }
 
 } // namespace kiv::ifc::def

@@ -1,16 +1,19 @@
-/// The sets of a collection by applicable class: the index behind the sets of an entity.
+/// @file
+/// The sets of a collection by applicable class: what the sets of an entity are found by.
 ///
 ///     const auto classes = SetsByClass::classesOf(set);
 ///     index.vReserve("PSET_A", classes);  // all that can fail
 ///     index.vAdd("PSET_A", set, classes); // cannot
 ///     const auto* sets = index.pFind(entity.getNameHash(), entity.getName());
 ///
-/// Ownership: refers to the sets, to the texts of their classes and to their upper-cased names, which must outlive it.
+/// Ownership: refers to the sets, to the texts of their classes and to their upper-cased names, which must
+///            outlive it.
 /// Threads:   one thread while it is filled; then readable from any number of threads.
-/// Errors:    a class that is not there is null.
+/// Errors:    std::bad_alloc from `classesOf` and `vReserve`. A class that is not there is null.
 #pragma once
 
 #include "Base/Arena.h"
+#include "Base/BloomBits.h"
 #include "Base/NameTable.h"
 #include "Format/Ifc/Def/Store/OrderedSets.h"
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"
@@ -31,8 +34,8 @@ public:
         std::string_view name;
     };
 
-    /// The classes of one set, each once. An empty class is the name of no entity, not even of one without a name, and left
-    /// out.
+    /// The classes of one set, each once. An empty class is the name of no entity, not even of one without a
+    /// name, and left out.
     static std::vector<ClassName> classesOf(const xml::SetDef& set);
 
     SetsByClass() = default;
@@ -40,7 +43,8 @@ public:
     SetsByClass& operator=(SetsByClass&& other) noexcept;
     ~SetsByClass() = default;
 
-    /// Makes place for a set of this name that applies to these classes. When it throws, nothing that is found has changed.
+    /// Makes place for a set of this name that applies to these classes. When it throws, nothing that is
+    /// found has changed.
     void vReserve(std::string_view upperName, const std::vector<ClassName>& classes);
 
     /// Adds a set, for which place was made last; none of this name must be there.
@@ -59,9 +63,6 @@ private:
     };
 
     void vFilterReserve(std::size_t classCount);
-    void vFilterSet(std::uint32_t hash) noexcept;
-    std::size_t filterBitOf(std::uint32_t hash) const;
-
     ArenaPtr<Class> pMake();
 
     NameTable<Class> table_;
@@ -70,9 +71,8 @@ private:
     std::vector<ArenaPtr<Class>> classes_;
     // Made for classes that are about to be added.
     std::vector<ArenaPtr<Class>> prepared_;
-    // A bit for the hash of each class, among many more: most entities are no class of any set, and this tells soonest. A
-    // power of two of words, or none.
-    std::vector<std::uint64_t> filter_;
+    // Of the hashes of the classes: most entities are no class of any set, and this shows it soonest.
+    BloomBits<std::vector<std::uint64_t>> filter_;
 };
 
 } // namespace kiv::ifc::def

@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
 
 #include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlElementRead.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"

@@ -1,3 +1,4 @@
+/// @file
 /// How one attribute of an entity is written in IFC-XML: the records of "cnf:attribute" and "cnf:inverse".
 ///
 /// Ownership: records are values; those that schema attributes are linked to belong to their `Config`.
@@ -25,8 +26,8 @@ class KIV_EXPORT Attribute {
 public:
     explicit Attribute(const kiv::xml::const_Element& element);
 
-    /// Reads the element into a record of the configuration and links it to the attribute that "select" names, letter
-    /// case included, of the entity or one of its supertypes.
+    /// Reads the element into a record of the configuration and links it to the attribute that "select"
+    /// names, letter case included, of the entity or one of its supertypes.
     static void vRead(Config& config, SchemaPset& schema, const schema::Entity& entity,
                       const kiv::xml::const_Element& element);
 
@@ -44,8 +45,8 @@ class KIV_EXPORT AttributeInverse {
 public:
     explicit AttributeInverse(const kiv::xml::const_Element& element);
 
-    /// Reads the element into a record of the configuration and links it to the inverse attribute that "select" names,
-    /// in any letter case, of the entity or one of its supertypes.
+    /// Reads the element into a record of the configuration and links it to the inverse attribute that
+    /// "select" names, in any letter case, of the entity or one of its supertypes.
     static void vRead(Config& config, SchemaPset& schema, const schema::Entity& entity,
                       const kiv::xml::const_Element& element);
 

@@ -13,6 +13,7 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlType.h"
 #include "kiv/Host/Xml/KivXml.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -111,3 +112,14 @@ void Config::vLinksApply() noexcept {
 }
 
 } // namespace kiv::ifc::def::xmlschema
+
+namespace kiv::ifc::def {
+
+// Here and not beside the other members: so SchemaPset needs no include of configurations, which include it.
+void SchemaPset::vXmlSchemaConfigInit(std::istream& stream) {
+    // The place is there before the configuration links attributes to its records.
+    xmlSchemaConfigs_.reserve(xmlSchemaConfigs_.size() + 1);
+    xmlSchemaConfigs_.push_back(std::make_shared<const xmlschema::Config>(*this, stream));
+}
+
+} // namespace kiv::ifc::def

@@ -1,14 +1,18 @@
-/// The IFC-XML configuration of a schema (ISO 10303-28): how its entities and attributes are written in IFC-XML.
+/// @file
+/// The IFC-XML configuration of a schema (ISO 10303-28): how its entities and attributes are written in
+/// IFC-XML.
 ///
 ///     schema.vXmlSchemaConfigInit(stream);
 ///     const auto* attribute = wall->pAttributeFromName(schema::AttributeName("Name"), true);
 ///     if (const auto* record = attribute->pXmlAttribute())
 ///         use(record->getRepresentation());
 ///
-/// Ownership: owns its records, to which the schema's attributes are linked: it must live as long as the schema.
+/// Ownership: owns its records, to which the schema's attributes are linked: it must live as long as the
+///            schema.
 /// Threads:   nobody else may use the schema while it is read; then read-only.
-/// Errors:    whatever is wrong with the document is an assertion report, and what is wrong is skipped. A stream that is
-///            no well-formed XML gives the report "Illegal xml document" and an empty configuration.
+/// Errors:    whatever is wrong with the document is an assertion report, and what is wrong is skipped. A
+///            stream that is no well-formed XML gives the report "Illegal xml document" and an empty
+///            configuration.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -50,12 +54,13 @@ public:
 
     /// The explicit attribute of this name as written, of the entity or above; null when there is none.
     const schema::Attribute* pAttributeFind(const schema::Entity& entity, const std::string& name);
-    /// The inverse attribute of this name, in any letter case, of the entity or above; null when there is none.
+    /// The inverse attribute of this name, in any letter case, of the entity or above; null when there is
+    /// none.
     const schema::AttributeInverse* pAttributeInverseFind(const schema::Entity& entity,
                                                           const std::string& name);
 
-    /// Links a schema attribute to a record of this configuration; the last record linked stays. It cannot fail but while
-    /// the configuration is still being read, and then nothing of that stays.
+    /// Links a schema attribute to a record of this configuration; the last record linked stays. It cannot
+    /// fail but while the configuration is still being read, and then nothing of that stays.
     void vLink(const schema::Attribute& attribute, const Attribute& record);
     void vLink(const schema::AttributeInverse& attribute, const AttributeInverse& record);
 

@@ -1,10 +1,10 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlEntity.h"
 
 #include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlElementRead.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
-#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
 #include <string_view>
 

@@ -1,7 +1,7 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
 
 #include "Format/Ifc/Def/Reports/IfcReports.h"
-#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
+#include "Format/Ifc/Def/XmlSchema/IfcXmlElementRead.h"
 
 #include <string_view>
 

@@ -1,4 +1,11 @@
+/// @file
 /// A namespace of the target schema, "cnf:namespace".
+///
+///     settings.getPrefix(); // "ifc"
+///
+/// Ownership: a value.
+/// Threads:   a value; read-only once the configuration is read.
+/// Errors:    what is unknown in an element is an assertion report, and reading goes on.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -10,12 +17,13 @@ namespace kiv::ifc::def::xmlschema {
 
 class KIV_EXPORT Namespace {
 public:
-    /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an earlier one.
+    /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an
+    /// earlier one.
     void vInit(const kiv::xml::const_Element& element);
 
     /// Empty when not given.
     const std::string& getPrefix() const { return prefix_; }
-    /// The namespace that the prefix stands for; empty when not given.
+    /// The namespace that the prefix abbreviates; empty when not given.
     const std::string& getAlias() const { return alias_; }
 
 private:

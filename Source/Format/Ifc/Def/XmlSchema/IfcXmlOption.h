@@ -1,4 +1,11 @@
+/// @file
 /// The options of a configuration that hold for all entities, "cnf:option".
+///
+///     if (option.getConcreteAttribute() == ExpAttribute::DoubleTag) ...
+///
+/// Ownership: a value.
+/// Threads:   a value; read-only once the configuration is read.
+/// Errors:    what is unknown in an element is an assertion report, and reading goes on.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -9,7 +16,8 @@ namespace kiv::ifc::def::xmlschema {
 
 class KIV_EXPORT Option {
 public:
-    /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an earlier one.
+    /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an
+    /// earlier one.
     void vInit(const kiv::xml::const_Element& element);
 
     /// How attributes of concrete types are written.

@@ -1,4 +1,11 @@
+/// @file
 /// The target schema of a configuration, "cnf:schema", with its namespace.
+///
+///     config.getSchema().getTargetNamespace();
+///
+/// Ownership: a value.
+/// Threads:   a value; read-only once the configuration is read.
+/// Errors:    what is unknown in an element is an assertion report, and reading goes on.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -11,8 +18,8 @@ namespace kiv::ifc::def::xmlschema {
 
 class KIV_EXPORT Schema {
 public:
-    /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an earlier one; but
-    /// a namespace takes the place of an earlier one as a whole.
+    /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an
+    /// earlier one; but a namespace takes the place of an earlier one as a whole.
     void vInit(const kiv::xml::const_Element& element);
 
     /// Empty when not given.

@@ -1,4 +1,11 @@
+/// @file
 /// Reader of "cnf:type". What it says is known, and nothing of it is kept.
+///
+///     Type::vRead(config, schema, element);
+///
+/// Ownership: nothing.
+/// Threads:   as `Config`.
+/// Errors:    what is unknown in an element is an assertion report, and reading goes on.
 #pragma once
 
 #include "kiv/Base/Export.h"

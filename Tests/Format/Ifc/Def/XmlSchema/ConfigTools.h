@@ -69,7 +69,8 @@ public:
     ifc::def::xmlschema::Config config;
 };
 
-/// A report of a configuration: `function` without its namespace, `module` as the class ends its module's path.
+/// A report of a configuration: `function` without its namespace, `module` as the class ends its module's
+/// path.
 inline kiv::assert::AssertRecord report(const std::string& message, const std::string& function,
                                         const std::string& module) {
     return {0, message, "kiv::ifc::def::xmlschema::" + function,

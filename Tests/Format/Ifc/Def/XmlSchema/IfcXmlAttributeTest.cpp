@@ -29,7 +29,7 @@ std::string sInverse(const std::string& attributes) {
     return "<cnf:inverse " + attributes + "/>";
 }
 
-TEST(ConfigAttribute, WithoutSettingsHasTheirDefaultsAndNoReport) {
+TEST(ConfigAttributeTest, WithoutSettingsHasTheirDefaultsAndNoReport) {
     const ReadConfig read(sEntity(sAttribute("select='Name'")));
     ASSERT_EQ(read.config.getAttributes().size(), 1U);
     const auto& record = read.config.getAttributes().front();
@@ -39,7 +39,7 @@ TEST(ConfigAttribute, WithoutSettingsHasTheirDefaultsAndNoReport) {
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
-TEST(ConfigAttribute, ReadsItsRepresentation) {
+TEST(ConfigAttributeTest, ReadsItsRepresentation) {
     const struct {
         const char* text;
         int number;
@@ -55,7 +55,7 @@ TEST(ConfigAttribute, ReadsItsRepresentation) {
     }
 }
 
-TEST(ConfigAttribute, ARepresentationInAnotherCaseIsReportedAndMeansContent) {
+TEST(ConfigAttributeTest, ARepresentationInAnotherCaseIsReportedAndMeansContent) {
     const ReadConfig read(sEntity(sAttribute("select='Name' exp-attribute='DOUBLE-TAG'") +
                                   sInverse("select='OwnerOf' exp-attribute='Attribute-Tag'")));
     EXPECT_EQ(read.pRecord("IfcRoot", "Name")->getRepresentation(), ExpAttribute::AttributeContent);
@@ -64,7 +64,7 @@ TEST(ConfigAttribute, ARepresentationInAnotherCaseIsReportedAndMeansContent) {
     EXPECT_EQ(read.reports.getRecords(), (Reports{illegal, illegal}));
 }
 
-TEST(ConfigAttribute, TruthValuesAreThoseOfXmlAndElseFalse) {
+TEST(ConfigAttributeTest, TruthValuesAreThoseOfXmlAndElseFalse) {
     const struct {
         const char* text;
         bool value;
@@ -83,7 +83,7 @@ TEST(ConfigAttribute, TruthValuesAreThoseOfXmlAndElseFalse) {
     }
 }
 
-TEST(ConfigAttribute, IsMadeOfAnElementAlone) {
+TEST(ConfigAttributeTest, IsMadeOfAnElementAlone) {
     const XmlFromText document("<any select='x' exp-attribute='double-tag' tagless='1' keep='1'/>");
     const AssertCollector reports;
     const Attribute attribute{document.root()};
@@ -96,7 +96,7 @@ TEST(ConfigAttribute, IsMadeOfAnElementAlone) {
     EXPECT_EQ(reports.getMessages(), (Texts{"Unknown attribute", "Unknown attribute"}));
 }
 
-TEST(ConfigAttribute, WithoutSelectIsReportedAndMakesNoRecord) {
+TEST(ConfigAttributeTest, WithoutSelectIsReportedAndMakesNoRecord) {
     const ReadConfig read(
         sEntity(sAttribute("exp-attribute='no' x='1'") + sInverse("exp-attribute='no' x='1'")));
     EXPECT_EQ(read.config.getAttributes().size(), 0U);
@@ -106,7 +106,7 @@ TEST(ConfigAttribute, WithoutSelectIsReportedAndMakesNoRecord) {
                        report("XML Attribute not found", "AttributeInverse::vRead", "Attribute")}));
 }
 
-TEST(ConfigAttribute, AnUnknownOneIsReportedAndMakesNoRecord) {
+TEST(ConfigAttributeTest, AnUnknownOneIsReportedAndMakesNoRecord) {
     const auto notFound = report("Attribute not found", "Attribute::vRead", "Attribute");
     // An inverse attribute, a subtype's attribute and a name in another case are none of the entity's.
     for (const auto* select : {"Nowhere", "OwnerOf", "Tag", "name", "NAME", ""}) {
@@ -120,7 +120,7 @@ TEST(ConfigAttribute, AnUnknownOneIsReportedAndMakesNoRecord) {
     }
 }
 
-TEST(ConfigAttribute, AnUnknownInverseIsReportedAndMakesNoRecord) {
+TEST(ConfigAttributeTest, AnUnknownInverseIsReportedAndMakesNoRecord) {
     const auto notFound = report("Attribute not found", "AttributeInverse::vRead", "Attribute");
     for (const auto* select : {"Nowhere", "Name", "OwnerO", ""}) {
         SCOPED_TRACE(select);
@@ -131,7 +131,7 @@ TEST(ConfigAttribute, AnUnknownInverseIsReportedAndMakesNoRecord) {
     }
 }
 
-TEST(ConfigAttribute, AnInverseIsSelectedInAnyCase) {
+TEST(ConfigAttributeTest, AnInverseIsSelectedInAnyCase) {
     for (const auto* select : {"OwnerOf", "ownerof", "OWNEROF"}) {
         SCOPED_TRACE(select);
         const ReadConfig read(sEntity(sInverse("select='" + std::string(select) + "'")));
@@ -141,7 +141,7 @@ TEST(ConfigAttribute, AnInverseIsSelectedInAnyCase) {
     }
 }
 
-TEST(ConfigAttribute, IsLinkedToTheAttributeOfTheSupertypeThatDeclaresIt) {
+TEST(ConfigAttributeTest, IsLinkedToTheAttributeOfTheSupertypeThatDeclaresIt) {
     const ReadConfig read(sEntity(
         sAttribute("select='Name'") + sAttribute("select='Tag'") + sInverse("select='OwnerOf'"), "IfcWall"));
     ASSERT_EQ(read.config.getAttributes().size(), 2U);
@@ -152,7 +152,7 @@ TEST(ConfigAttribute, IsLinkedToTheAttributeOfTheSupertypeThatDeclaresIt) {
     EXPECT_EQ(read.pRecordInverse("IfcRoot", "OwnerOf"), &read.config.getAttributesInverse().front());
 }
 
-TEST(ConfigAttribute, OfSeveralRecordsTheLastIsLinkedAndAllAreKept) {
+TEST(ConfigAttributeTest, OfSeveralRecordsTheLastIsLinkedAndAllAreKept) {
     const ReadConfig read(sEntity(sAttribute("select='Name' exp-attribute='double-tag'")) +
                           sEntity(sAttribute("select='Name' exp-attribute='attribute-tag'") +
                                       sInverse("select='OwnerOf' exp-attribute='double-tag'"),
@@ -173,7 +173,7 @@ std::ptrdiff_t indexOf(const Record* record, const std::deque<Record>& records) 
     return found == records.end() ? -1 : found - records.begin();
 }
 
-TEST(ConfigAttribute, IsLinkedAmongHundredsOfOneEntity) {
+TEST(ConfigAttributeTest, IsLinkedAmongHundredsOfOneEntity) {
     // More steps than are walked: some are answered by walks, others by the table.
     constexpr int Count = 500;
     std::string attributes;
@@ -206,7 +206,7 @@ TEST(ConfigAttribute, IsLinkedAmongHundredsOfOneEntity) {
     }
 }
 
-TEST(ConfigAttribute, WhenMemoryRunsOutThereIsNeitherRecordNorLink) {
+TEST(ConfigAttributeTest, WhenMemoryRunsOutThereIsNeitherRecordNorLink) {
     ReadConfig read("");
     const auto& wall = entityOf(*read.schema, "IfcWall");
     const XmlFromText name("<any select='Name' exp-attribute='double-tag'/>");
@@ -228,7 +228,7 @@ TEST(ConfigAttribute, WhenMemoryRunsOutThereIsNeitherRecordNorLink) {
     }
 }
 
-TEST(ConfigAttribute, IsReadIntoAConfigurationThatIsReadAlready) {
+TEST(ConfigAttributeTest, IsReadIntoAConfigurationThatIsReadAlready) {
     ReadConfig read("");
     const auto& wall = entityOf(*read.schema, "IfcWall");
     const XmlFromText name("<any select='Name' exp-attribute='double-tag'/>");

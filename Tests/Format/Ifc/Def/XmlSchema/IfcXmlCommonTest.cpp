@@ -12,7 +12,7 @@ namespace {
 
 using ifc::def::xmlschema::expAttributeFromString;
 
-TEST(ExpAttribute, IsReadFromItsText) {
+TEST(ExpAttributeTest, IsReadFromItsText) {
     const struct {
         const char* text;
         int number;
@@ -25,7 +25,7 @@ TEST(ExpAttribute, IsReadFromItsText) {
     EXPECT_EQ(reports.getRecords(), Reports());
 }
 
-TEST(ExpAttribute, AnyOtherTextIsReportedAndMeansContent) {
+TEST(ExpAttributeTest, AnyOtherTextIsReportedAndMeansContent) {
     for (const auto* text : {"", "ATTRIBUTE-TAG", "Double-Tag", "Attribute-Content", " double-tag",
                              "double-tag ", "no-tag", "3"}) {
         SCOPED_TRACE(text);
@@ -36,7 +36,7 @@ TEST(ExpAttribute, AnyOtherTextIsReportedAndMeansContent) {
     }
 }
 
-TEST(ExpAttribute, AnyOtherTextCostsNoMemoryWhenNobodyListens) {
+TEST(ExpAttributeTest, AnyOtherTextCostsNoMemoryWhenNobodyListens) {
     const auto before = allocationCount();
     const auto representation = expAttributeFromString("no-tag");
     EXPECT_EQ(allocationCount(), before);
@@ -132,7 +132,7 @@ Reports reportsOf(const std::string& children) {
     return ReadConfig(children).reports.getRecords();
 }
 
-TEST(ConfigElements, KnowTheirAttributesAndReportAllOthers) {
+TEST(ConfigElementsTest, KnowTheirAttributesAndReportAllOthers) {
     const auto names = allNames(&ElementRow::attributes, {"Select", "SELECT", "cnf:select", "expattribute",
                                                           "generate-keys", "id", "xmlns:x", "Name"});
     ASSERT_EQ(names.size(), 18U + 8U);
@@ -151,7 +151,7 @@ TEST(ConfigElements, KnowTheirAttributesAndReportAllOthers) {
     }
 }
 
-TEST(ConfigElements, KnowTheirChildrenAndReportAllOthers) {
+TEST(ConfigElementsTest, KnowTheirChildrenAndReportAllOthers) {
     const auto names = allNames(&ElementRow::children,
                                 {"cnf:Attribute", "attribute", "other:attribute", "cnf:entity", "cnf:type",
                                  "cnf:schema", "cnf:option", "cnf:uosElement", "namespace"});
@@ -170,7 +170,7 @@ TEST(ConfigElements, KnowTheirChildrenAndReportAllOthers) {
     }
 }
 
-TEST(ConfigElements, ReportEachUnknownOneAttributesFirst) {
+TEST(ConfigElementsTest, ReportEachUnknownOneAttributesFirst) {
     for (const auto& row : elementRows()) {
         SCOPED_TRACE(row.tag);
         const auto attribute =
@@ -182,7 +182,8 @@ TEST(ConfigElements, ReportEachUnknownOneAttributesFirst) {
     }
 }
 
-/// How many allocations it takes to read an option with so many attributes and children that it does not know.
+/// How many allocations it takes to read an option with so many attributes and children that it does not
+/// know.
 std::size_t allocationsFor(std::size_t unknown) {
     std::string attributes;
     std::string children;
@@ -197,13 +198,13 @@ std::size_t allocationsFor(std::size_t unknown) {
     return allocationCount() - before;
 }
 
-TEST(ConfigElements, WhatIsUnknownCostsNoMemoryWhenNobodyListens) {
+TEST(ConfigElementsTest, WhatIsUnknownCostsNoMemoryWhenNobodyListens) {
     EXPECT_EQ(allocationsFor(20), allocationsFor(0));
     const AssertCollector reports;
     EXPECT_GE(allocationsFor(20), allocationsFor(0) + 40) << "a report each";
 }
 
-TEST(ConfigElements, KnowNoTextAndNeedNone) {
+TEST(ConfigElementsTest, KnowNoTextAndNeedNone) {
     for (const auto& row : elementRows()) {
         SCOPED_TRACE(row.tag);
         EXPECT_EQ(reportsOf(sElement(row, "", "text <!-- comment --> <?target data?> <![CDATA[<x/>]]>")),

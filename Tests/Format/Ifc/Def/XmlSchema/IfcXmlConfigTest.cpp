@@ -36,13 +36,13 @@ void vExpectAllElements(const ReadConfig& read) {
     EXPECT_EQ(numberOf(read.config.getOption().getConcreteAttribute()), 1);
 }
 
-TEST(Config, ReadsEveryKindOfElement) {
+TEST(ConfigTest, ReadsEveryKindOfElement) {
     const ReadConfig read(AllElements);
     vExpectAllElements(read);
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
-TEST(Config, WithAnotherIdIsReportedOnceAndReadAllTheSame) {
+TEST(ConfigTest, WithAnotherIdIsReportedOnceAndReadAllTheSame) {
     for (const auto* rootAttributes :
          {"id='IFC4'", "id='test'", "id='TEST '", "id=''", "", "ID='TEST'", "cnf:id='TEST'"}) {
         SCOPED_TRACE(rootAttributes);
@@ -53,7 +53,7 @@ TEST(Config, WithAnotherIdIsReportedOnceAndReadAllTheSame) {
     }
 }
 
-TEST(Config, WithoutIdFitsASchemaWithoutName) {
+TEST(ConfigTest, WithoutIdFitsASchemaWithoutName) {
     const auto schema = schemaPsetFromText("", "");
     ASSERT_EQ(schema->getName(), "");
     const AssertCollector reports;
@@ -62,7 +62,7 @@ TEST(Config, WithoutIdFitsASchemaWithoutName) {
     EXPECT_EQ(reports.getRecords(), Reports());
 }
 
-TEST(Config, OfTheRootNothingButItsIdIsLookedAt) {
+TEST(ConfigTest, OfTheRootNothingButItsIdIsLookedAt) {
     const auto schema = schemaPsetFromText("");
     const AssertCollector reports;
     std::istringstream stream(
@@ -72,7 +72,7 @@ TEST(Config, OfTheRootNothingButItsIdIsLookedAt) {
     EXPECT_EQ(config.getUosElement().getName(), "uos");
 }
 
-TEST(Config, AnUnknownElementIsReportedAndReadingGoesOn) {
+TEST(ConfigTest, AnUnknownElementIsReportedAndReadingGoesOn) {
     const auto unknown = report("Unknown nodename", "Config::{ctor}::<lambda_1>::operator ()", "Config");
     for (const auto* tag :
          {"cnf:other", "cnf:Entity", "cnf:ENTITY", "entity", "other:entity", "cnf:attribute", "cnf:inverse",
@@ -84,14 +84,14 @@ TEST(Config, AnUnknownElementIsReportedAndReadingGoesOn) {
     }
 }
 
-TEST(Config, WhatIsNoElementIsIgnoredAmongTheChildrenOfTheRoot) {
+TEST(ConfigTest, WhatIsNoElementIsIgnoredAmongTheChildrenOfTheRoot) {
     const ReadConfig read("text<!-- comment --><?target data?><![CDATA[<cnf:other/>]]>" +
                           std::string(AllElements) + "<!-- <cnf:other/> -->\n");
     vExpectAllElements(read);
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
-TEST(Config, WhatIsUnknownIsReportedInDocumentOrder) {
+TEST(ConfigTest, WhatIsUnknownIsReportedInDocumentOrder) {
     const ReadConfig read(
         "<cnf:type x='1'/><x/><cnf:entity select='IfcRoot'><cnf:attribute/></cnf:entity><cnf:option y='1'/>",
         "");
@@ -100,7 +100,7 @@ TEST(Config, WhatIsUnknownIsReportedInDocumentOrder) {
                      "XML Attribute not found", "Unknown attribute"}));
 }
 
-TEST(Config, NeedsNobodyWhoListens) {
+TEST(ConfigTest, NeedsNobodyWhoListens) {
     const auto schema = schemaPsetFromText(ConfigSchema);
     std::istringstream stream(
         sConfigText("<x/><cnf:entity y='1' select='IfcRoot'><cnf:attribute/><cnf:attribute select='Nowhere'/>"
@@ -111,14 +111,14 @@ TEST(Config, NeedsNobodyWhoListens) {
     EXPECT_EQ(numberOf(config.getAttributes().front().getRepresentation()), 2);
 }
 
-TEST(Config, WithoutChildrenIsEmpty) {
+TEST(ConfigTest, WithoutChildrenIsEmpty) {
     const ReadConfig read("");
     EXPECT_EQ(read.config.getAttributes().size(), 0U);
     EXPECT_EQ(read.config.getAttributesInverse().size(), 0U);
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
-TEST(Config, WhatIsNotWellFormedIsReportedAndLeavesTheConfigurationEmptyAndTheSchemaAsItWas) {
+TEST(ConfigTest, WhatIsNotWellFormedIsReportedAndLeavesTheConfigurationEmptyAndTheSchemaAsItWas) {
     const auto whole = sConfigText(AllElements);
     for (const auto& text :
          {std::string(), std::string("no xml"), whole + "<second/>", whole + "text",
@@ -136,7 +136,7 @@ TEST(Config, WhatIsNotWellFormedIsReportedAndLeavesTheConfigurationEmptyAndTheSc
     }
 }
 
-TEST(Config, StoresCopiesOfRecordsInOrderWhichStayWhereTheyAre) {
+TEST(ConfigTest, StoresCopiesOfRecordsInOrderWhichStayWhereTheyAre) {
     ReadConfig read("");
     const XmlFromText document("<any exp-attribute='double-tag'/>");
     const Attribute attribute{document.root()};
@@ -157,7 +157,7 @@ TEST(Config, StoresCopiesOfRecordsInOrderWhichStayWhereTheyAre) {
     EXPECT_EQ(read.config.getAttributesInverse().size(), 1001U);
 }
 
-TEST(Config, ALinkMadeLaterLeavesTheOtherAttributesAlone) {
+TEST(ConfigTest, ALinkMadeLaterLeavesTheOtherAttributesAlone) {
     ReadConfig older(AllElements);
     const XmlFromText document("<any/>");
     const auto& root = entityOf(*older.schema, "IfcRoot");

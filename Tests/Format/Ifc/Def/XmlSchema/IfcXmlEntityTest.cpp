@@ -14,7 +14,7 @@ std::string sEntity(const std::string& attributes, const std::string& children =
     return "<cnf:entity " + attributes + ">" + children + "</cnf:entity>";
 }
 
-TEST(ConfigEntity, IsSelectedInAnyCase) {
+TEST(ConfigEntityTest, IsSelectedInAnyCase) {
     for (const auto* select : {"IfcRoot", "ifcroot", "IFCROOT"}) {
         SCOPED_TRACE(select);
         const ReadConfig read(sEntity("select='" + std::string(select) + "'"));
@@ -24,7 +24,7 @@ TEST(ConfigEntity, IsSelectedInAnyCase) {
     }
 }
 
-TEST(ConfigEntity, WhatIsNoEntityIsSkippedWithItsChildrenAndNoReport) {
+TEST(ConfigEntityTest, WhatIsNoEntityIsSkippedWithItsChildrenAndNoReport) {
     for (const auto* attributes :
          {"select='IfcNowhere'", "select='IfcLabel'", "select=''", "select=' IfcRoot'", ""}) {
         SCOPED_TRACE(attributes);
@@ -37,14 +37,14 @@ TEST(ConfigEntity, WhatIsNoEntityIsSkippedWithItsChildrenAndNoReport) {
     }
 }
 
-TEST(ConfigEntity, WhatIsUnknownInAnUnknownEntityIsReported) {
+TEST(ConfigEntityTest, WhatIsUnknownInAnUnknownEntityIsReported) {
     const ReadConfig read(sEntity("select='IfcNowhere' x='1'", "<cnf:other/>"));
     EXPECT_EQ(read.reports.getRecords(),
               (Reports{report("Unknown attribute", "Entity::vRead::<lambda_1>::operator ()", "Entity"),
                        report("Unknown element", "Entity::vRead::<lambda_2>::operator ()", "Entity")}));
 }
 
-TEST(ConfigEntity, ChildrenAreReadInOrderAroundUnknownOnes) {
+TEST(ConfigEntityTest, ChildrenAreReadInOrderAroundUnknownOnes) {
     const ReadConfig read(sEntity("select='IfcWall'",
                                   "<cnf:attribute select='Tag' exp-attribute='double-tag'/><x/>"
                                   "<cnf:attribute select='Name' exp-attribute='attribute-tag'/>"));
@@ -54,7 +54,7 @@ TEST(ConfigEntity, ChildrenAreReadInOrderAroundUnknownOnes) {
     EXPECT_EQ(read.reports.getMessages(), Texts{"Unknown element"});
 }
 
-TEST(ConfigEntity, IsReadFromAnElementAlone) {
+TEST(ConfigEntityTest, IsReadFromAnElementAlone) {
     ReadConfig read("");
     const XmlFromText document("<any select='IfcRoot'><cnf:attribute xmlns:cnf='c' select='Name'/></any>");
     ifc::def::xmlschema::Entity::vRead(read.config, *read.schema, document.root());

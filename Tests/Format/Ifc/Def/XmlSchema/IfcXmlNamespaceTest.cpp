@@ -9,13 +9,13 @@ namespace {
 
 using ifc::def::xmlschema::Namespace;
 
-TEST(ConfigNamespace, IsEmptyUntilItIsRead) {
+TEST(ConfigNamespaceTest, IsEmptyUntilItIsRead) {
     const Namespace none;
     EXPECT_EQ(none.getPrefix(), "");
     EXPECT_EQ(none.getAlias(), "");
 }
 
-TEST(ConfigNamespace, ReadsPrefixAndAliasAsWritten) {
+TEST(ConfigNamespaceTest, ReadsPrefixAndAliasAsWritten) {
     const XmlFromText document("<any prefix=' ifc' alias='http://a?b=1&amp;c=2'/>");
     const AssertCollector reports;
     Namespace read;
@@ -25,7 +25,7 @@ TEST(ConfigNamespace, ReadsPrefixAndAliasAsWritten) {
     EXPECT_EQ(reports.getRecords(), Reports());
 }
 
-TEST(ConfigNamespace, OfSeveralTheLastCountsAsAWhole) {
+TEST(ConfigNamespaceTest, OfSeveralTheLastCountsAsAWhole) {
     const ReadConfig read(
         "<cnf:schema><cnf:namespace prefix='a' alias='x'/><cnf:namespace prefix='b'/></cnf:schema>");
     EXPECT_EQ(read.config.getNamespace().getPrefix(), "b");

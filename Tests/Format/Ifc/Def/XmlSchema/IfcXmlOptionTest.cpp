@@ -6,7 +6,7 @@ namespace kiv::test {
 
 namespace {
 
-TEST(ConfigOption, WithoutSettingsGivesNothing) {
+TEST(ConfigOptionTest, WithoutSettingsGivesNothing) {
     for (const auto* children :
          {"", "<cnf:option/>", "<cnf:option inheritance='true' tagless='x' exp-type='double-tag'/>"}) {
         SCOPED_TRACE(children);
@@ -17,14 +17,14 @@ TEST(ConfigOption, WithoutSettingsGivesNothing) {
     }
 }
 
-TEST(ConfigOption, ReadsTheRepresentations) {
+TEST(ConfigOptionTest, ReadsTheRepresentations) {
     const ReadConfig read("<cnf:option concrete-attribute='attribute-tag' entity-attribute='double-tag'/>");
     EXPECT_EQ(numberOf(read.config.getOption().getConcreteAttribute()), 1);
     EXPECT_EQ(numberOf(read.config.getOption().getEntityAttribute()), 3);
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
-TEST(ConfigOption, OfSeveralEachAddsWhatItGives) {
+TEST(ConfigOptionTest, OfSeveralEachAddsWhatItGives) {
     const ReadConfig read("<cnf:option concrete-attribute='attribute-tag' entity-attribute='double-tag'/>"
                           "<cnf:option entity-attribute='attribute-content'/>");
     EXPECT_EQ(numberOf(read.config.getOption().getConcreteAttribute()), 1);
@@ -32,7 +32,7 @@ TEST(ConfigOption, OfSeveralEachAddsWhatItGives) {
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
-TEST(ConfigOption, AnIllegalRepresentationIsReportedAndMeansContent) {
+TEST(ConfigOptionTest, AnIllegalRepresentationIsReportedAndMeansContent) {
     const ReadConfig read("<cnf:option concrete-attribute='Attribute-Tag' entity-attribute=''/>");
     EXPECT_EQ(numberOf(read.config.getOption().getConcreteAttribute()), 2);
     EXPECT_EQ(numberOf(read.config.getOption().getEntityAttribute()), 2);

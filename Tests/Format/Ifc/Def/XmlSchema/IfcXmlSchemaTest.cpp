@@ -6,13 +6,13 @@ namespace kiv::test {
 
 namespace {
 
-TEST(ConfigSchema, IsEmptyUntilItIsRead) {
+TEST(ConfigSchemaTest, IsEmptyUntilItIsRead) {
     const ReadConfig read("");
     EXPECT_EQ(read.config.getSchema().getTargetNamespace(), "");
     EXPECT_EQ(read.config.getSchema().getNamespace().getPrefix(), "");
 }
 
-TEST(ConfigSchema, ReadsTheTargetNamespaceAndItsNamespace) {
+TEST(ConfigSchemaTest, ReadsTheTargetNamespaceAndItsNamespace) {
     const ReadConfig read(
         "<cnf:schema targetNamespace='urn:t' elementFormDefault='urn:e' attributeFormDefault='urn:a' "
         "embed-schema-items='true'><cnf:namespace prefix='p' alias='urn:n'/></cnf:schema>");
@@ -22,7 +22,7 @@ TEST(ConfigSchema, ReadsTheTargetNamespaceAndItsNamespace) {
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
-TEST(ConfigSchema, OfSeveralEachAddsWhatItGives) {
+TEST(ConfigSchemaTest, OfSeveralEachAddsWhatItGives) {
     const ReadConfig read(
         "<cnf:schema targetNamespace='urn:t'><cnf:namespace prefix='p' alias='urn:n'/></cnf:schema>"
         "<cnf:schema/>");
@@ -35,7 +35,7 @@ TEST(ConfigSchema, OfSeveralEachAddsWhatItGives) {
               "urn:u");
 }
 
-TEST(ConfigSchema, TheNamespaceOfALaterOneTakesThePlaceOfTheEarlierAsAWhole) {
+TEST(ConfigSchemaTest, TheNamespaceOfALaterOneTakesThePlaceOfTheEarlierAsAWhole) {
     const ReadConfig read(
         "<cnf:schema targetNamespace='urn:t'><cnf:namespace prefix='p' alias='urn:n'/></cnf:schema>"
         "<cnf:schema><cnf:namespace alias='urn:m'/></cnf:schema>");

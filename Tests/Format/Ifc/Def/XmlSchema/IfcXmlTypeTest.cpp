@@ -7,14 +7,14 @@ namespace kiv::test {
 
 namespace {
 
-TEST(ConfigType, LooksNothingUp) {
+TEST(ConfigTypeTest, LooksNothingUp) {
     const ReadConfig read("<cnf:type select='IfcNowhere' map='xs:nothing' keep='perhaps'/><cnf:type/>"
                           "<cnf:type select='IfcLabel' map='xs:string' keep='false'/>");
     EXPECT_EQ(read.reports.getRecords(), Reports());
     EXPECT_EQ(read.config.getAttributes().size(), 0U);
 }
 
-TEST(ConfigType, IsReadFromAnElementAlone) {
+TEST(ConfigTypeTest, IsReadFromAnElementAlone) {
     ReadConfig read("");
     const XmlFromText document("<any select='IfcLabel' x='1'/>");
     ifc::def::xmlschema::Type::vRead(read.config, *read.schema, document.root());

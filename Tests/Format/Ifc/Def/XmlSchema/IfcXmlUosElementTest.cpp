@@ -6,18 +6,18 @@ namespace kiv::test {
 
 namespace {
 
-TEST(ConfigUosElement, IsEmptyUntilItIsRead) {
+TEST(ConfigUosElementTest, IsEmptyUntilItIsRead) {
     EXPECT_EQ(ReadConfig("").config.getUosElement().getName(), "");
     EXPECT_EQ(ReadConfig("<cnf:uosElement/>").config.getUosElement().getName(), "");
 }
 
-TEST(ConfigUosElement, ReadsItsName) {
+TEST(ConfigUosElementTest, ReadsItsName) {
     const ReadConfig read("<cnf:uosElement name='ifcXML'/>");
     EXPECT_EQ(read.config.getUosElement().getName(), "ifcXML");
     EXPECT_EQ(read.reports.getRecords(), Reports());
 }
 
-TEST(ConfigUosElement, OfSeveralTheLastNameCounts) {
+TEST(ConfigUosElementTest, OfSeveralTheLastNameCounts) {
     EXPECT_EQ(ReadConfig("<cnf:uosElement name='a'/><cnf:uosElement/>").config.getUosElement().getName(),
               "a");
     EXPECT_EQ(

@@ -6,16 +6,16 @@
 namespace kiv::xml {
 namespace {
 
-TEST(KivXmlArena, CopiesStayWhereTheyAre) {
-    Arena arena;
+TEST(KivXmlRecordsTest, CopiesStayWhereTheyAre) {
+    DocumentArena arena;
     const std::string_view first = arena.getCopy("first");
     for (int i = 0; i != 10000; ++i)
         arena.getCopy("some more text that needs another block sooner or later");
     EXPECT_EQ(first, "first");
 }
 
-TEST(KivXmlArena, LastTextGrowsInPlace) {
-    Arena arena;
+TEST(KivXmlRecordsTest, LastTextGrowsInPlace) {
+    DocumentArena arena;
     const std::string_view kept = arena.getCopy("ab");
     bool isRoomy = false;
     const std::string_view joined = arena.getJoined(kept, "cd", isRoomy);
@@ -24,8 +24,8 @@ TEST(KivXmlArena, LastTextGrowsInPlace) {
     EXPECT_FALSE(isRoomy) << "what lies behind it is not its own";
 }
 
-TEST(KivXmlArena, OtherTextIsJoinedElsewhere) {
-    Arena arena;
+TEST(KivXmlRecordsTest, OtherTextIsJoinedElsewhere) {
+    DocumentArena arena;
     const std::string_view kept = arena.getCopy("ab");
     const std::string_view between = arena.getCopy("xy");
     bool isRoomy = false;
@@ -33,8 +33,8 @@ TEST(KivXmlArena, OtherTextIsJoinedElsewhere) {
     EXPECT_EQ(between, "xy");
 }
 
-TEST(KivXmlArena, JoinedTextGrowsInPlaceUpToTheNextPowerOfTwo) {
-    Arena arena;
+TEST(KivXmlRecordsTest, JoinedTextGrowsInPlaceUpToTheNextPowerOfTwo) {
+    DocumentArena arena;
     bool isRoomy = false;
     const std::string_view kept = arena.getCopy("ab");
     arena.getCopy("xy");
@@ -47,8 +47,8 @@ TEST(KivXmlArena, JoinedTextGrowsInPlaceUpToTheNextPowerOfTwo) {
     EXPECT_EQ(between, "xy");
 }
 
-TEST(KivXmlArena, TextGrowsBeyondABlock) {
-    Arena arena;
+TEST(KivXmlRecordsTest, TextGrowsBeyondABlock) {
+    DocumentArena arena;
     std::string expected = "start";
     std::string_view text = arena.getCopy(expected);
     bool isRoomy = false;
@@ -59,8 +59,8 @@ TEST(KivXmlArena, TextGrowsBeyondABlock) {
     EXPECT_TRUE(text == expected);
 }
 
-TEST(KivXmlArena, RecordsAreAlignedBehindOddTexts) {
-    Arena arena;
+TEST(KivXmlRecordsTest, RecordsAreAlignedBehindOddTexts) {
+    DocumentArena arena;
     for (int i = 0; i != 1000; ++i) {
         arena.getCopy("odd");
         const auto* const record = arena.pMake<NodeRecord>();
