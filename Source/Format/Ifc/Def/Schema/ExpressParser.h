@@ -2,7 +2,7 @@
 ///
 ///     ExpressTokenizer tokenizer("WR1 : SIZEOF(Items) >= 1;");
 ///     ExpressParser parser(tokenizer, schema);
-///     ArenaVector<ParsedRule> rules;
+///     std::vector<ParsedRule> rules;
 ///     while (parser.boParseRule(rules)) {}
 ///
 /// Ownership: refers to the tokenizer and the schema, which must outlive it; the trees are the caller's, unless they are
@@ -12,13 +12,14 @@
 /// passes.
 #pragma once
 
-#include "Base/Arena.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressTokenizer.h"
 
 #include <exception>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv::ifc::def::schema {
 
@@ -46,7 +47,10 @@ public:
     ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena& arena);
 
     /// Appends the next rule; false, with nothing consumed, when the next token is no identifier.
-    bool boParseRule(ArenaVector<ParsedRule>& rules);
+    bool boParseRule(std::vector<ParsedRule>& rules);
+
+    /// The next rule; nothing, with nothing consumed, when the next token is no identifier.
+    std::optional<ParsedRule> parseRule();
 
     /// The next expression; never null.
     ExpressionPtr parseExpression();
@@ -94,8 +98,6 @@ private:
     Arena* arena_;
     // Read ahead, not consumed yet.
     ExpressTokenView current_;
-    // The arguments and elements of the lists that are being read, those of the innermost list last.
-    ArenaVector<ExpressionPtr> pending_;
     // How many expressions enclose the one being parsed.
     std::size_t nesting_ = 0;
 };

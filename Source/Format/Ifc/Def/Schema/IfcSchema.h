@@ -18,16 +18,11 @@
 ///            random source. Names that the text leaves unresolved are reported to the host's assertion service.
 #pragma once
 
-#include "Base/Arena.h"
-#include "Base/NameDirectory.h"
-#include "Base/NameTable.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -37,8 +32,7 @@
 
 namespace kiv::ifc::def::schema {
 
-template <class Kind>
-class AttributeSearch;
+class SchemaBuilder;
 
 class KIV_EXPORT Schema {
 public:
@@ -50,7 +44,7 @@ public:
     Schema& operator=(const Schema&) = delete;
 
     /// The schema's name, such as IFC4: everything between SCHEMA and the ';', but for leading blanks.
-    std::string_view getName() const { return name_; }
+    std::string_view getName() const;
 
     /// The object of this name, in any letter case; null when there is none. Of two objects of one name, the
     /// one read first. Nothing is allocated; cost: that of looking at the name once.
@@ -69,10 +63,10 @@ public:
     attributesGet(const std::string& attributeName) const;
 
     /// Every object, in the order of the text; objects whose name another object bears too are all there.
-    const std::vector<const ObjectBase*>& getObjects() const { return objectsAsRead_; }
+    const std::vector<const ObjectBase*>& getObjects() const;
 
     /// The objects in the order of their upper-cased names, each name once: the one read first.
-    const std::vector<const ObjectBase*>& getObjectsByName() const { return objectsByName_; }
+    const std::vector<const ObjectBase*>& getObjectsByName() const;
 
     /// The data types that are not shared, in the order in which they were made. Cost: a list of them.
     std::vector<const DataTypeBase*> getDataTypes() const;
@@ -85,55 +79,12 @@ public:
     std::vector<std::reference_wrapper<const Attribute>> getAttributesByName() const;
 
 private:
-    friend class AttributeBase;
-    friend class AttributeInverse;
-    friend class DeriveValue;
-    friend class DataTypeBase;
-    friend class AggregateNesting;
-    friend class DataTypeSelect;
-    template <std::uint32_t N>
-    friend class DataTypeListBase;
-    friend class Entity;
-    friend class Type;
-    friend class Where;
+    friend class SchemaBuilder;
 
-    ObjectBase* pObjectFind(std::string_view name) const { return objectTable_.pFindUpper(name); }
-
-    void vHeaderRead(const std::string& headerLine, std::size_t schemaPos);
-    void vStatementsRead(std::istream& stream);
-    ArenaPtr<ObjectBase> pStatementRead(ReadLineHelper& line, std::istream& stream);
-    void vResolve();
-    void vObjectsByNameBuild();
-    void vObjectTableBuild();
-    std::vector<ObjectBase*> objectsByHash() const;
-    void vAttributesDirectoryBuild();
-    void vInverseAndNumbersResolve();
-    static void vTreeNumber(Entity& root, std::uint16_t& counter);
-
-    void vAttributeAdd(const Attribute& attribute);
-    /// Finds an attribute in an entity and above; quick for many questions while the schema is built.
-    const Attribute* pAttributeSearch(const Entity& entity, const AttributeName& key);
-    /// Throws std::logic_error once the schema is built: nothing is added to it any more.
-    void vBuildingCheck() const;
-
-    std::string name_;
-    // Declared in the reverse of the order in which they are destroyed: objects, shared data types, data
-    // types, and last the texts and trees of all of them.
-    std::unique_ptr<Arena> arena_;
-    std::vector<ArenaPtr<DataTypeBase>> dataTypes_;
-    std::array<ArenaPtr<DataTypeBase>, 7> sharedTypes_;
-    std::vector<ArenaPtr<ObjectBase>> objects_;
-    std::vector<const ObjectBase*> objectsAsRead_;
-    std::vector<const ObjectBase*> objectsByName_;
-    // By upper-cased name.
-    NameTable<ObjectBase> objectTable_;
-    // In the order in which their entities were resolved.
-    std::vector<const Attribute*> attributes_;
-    NameDirectory<const Attribute> attributesDirectory_;
-    // While the schema is built.
-    std::unique_ptr<AttributeSearch<Attribute>> attributeSearch_;
-    std::size_t aggregateNesting_ = 0;
-    bool built_ = false;
+    struct Model;
+    std::unique_ptr<Model> model_;
+    // Null once the schema is built.
+    SchemaBuilder* pBuilder_ = nullptr;
 };
 
 /// Finds the line with "SCHEMA" outside a comment that starts its line, calls the factory with the stream, that

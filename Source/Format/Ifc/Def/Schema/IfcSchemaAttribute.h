@@ -9,7 +9,6 @@
 ///            be set while others read it.
 #pragma once
 
-#include "Base/Words8.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
 #include <cstdint>
@@ -91,11 +90,11 @@ private:
 class KIV_EXPORT AttributeName {
 public:
     explicit AttributeName(const Attribute& attribute) : AttributeName(attribute.getName()) {}
-    explicit AttributeName(std::string_view name) : name_(name), nameEnd_(getLastBytes8(name)) {}
+    explicit AttributeName(std::string_view name);
 
     /// True when the attribute bears exactly this name.
     bool boMatches(const AttributeBase& attribute) const {
-        return attribute.nameEnd_ == nameEnd_ && isSameText(attribute.name_, name_);
+        return attribute.nameEnd_ == nameEnd_ && isSameName(attribute);
     }
 
     /// One of 64 bits, the same for equal names: whoever keeps those of many names knows which are not among them.
@@ -106,6 +105,8 @@ public:
     std::uint32_t getHash() const;
 
 private:
+    bool isSameName(const AttributeBase& attribute) const;
+
     std::string_view name_;
     std::uint64_t nameEnd_;
 };

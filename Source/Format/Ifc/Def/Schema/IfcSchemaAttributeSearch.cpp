@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <span>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -32,7 +33,7 @@ std::string_view nameOf(const AttributeInverse& attribute) {
 }
 
 template <class Kind>
-const ArenaVector<Kind>& attributesOf(const Entity& entity) {
+std::span<const Kind> attributesOf(const Entity& entity) {
     if constexpr (std::is_same_v<Kind, Attribute>)
         return entity.getAttributes();
     else
@@ -86,7 +87,7 @@ private:
 
     /// Backwards, as what is entered later counts: of equal names in one entity that is the first.
     void vAttributesEnter(Scope& scope, const Entity& entity) {
-        const auto& attributes = attributesOf<Kind>(entity);
+        const auto attributes = attributesOf<Kind>(entity);
         std::for_each(attributes.rbegin(), attributes.rend(),
                       [&](const Kind& attribute) { vEnter(scope, attribute); });
     }

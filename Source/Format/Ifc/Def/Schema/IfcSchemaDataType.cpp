@@ -1,9 +1,9 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 
+#include "Base/Arena.h"
 #include "Base/Words8.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
-#include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
@@ -65,12 +65,6 @@ std::string_view restOfLine(ReadLineHelper& line, std::size_t pos) {
     return line.getKept(text.substr(std::min(pos, text.size())));
 }
 
-/// A list of names, kept for as long.
-ArenaVector<std::string_view> namesInList(ReadLineHelper& line, std::size_t pos, std::istream& stream) {
-    const auto& names = line.getNameViewsInList(pos, stream);
-    return {names.begin(), names.end(), line.getArena()};
-}
-
 template <class NewType>
 ArenaPtr<DataTypeBase> create(Arena& arena) {
     if constexpr (std::is_constructible_v<NewType, std::string_view, std::string_view>)
@@ -84,7 +78,7 @@ ArenaPtr<DataTypeBase> create(Arena& arena) {
 /// A data type of which a schema holds one, under its keyword.
 struct SharedType {
     std::string_view keyword;
-    ArenaPtr<DataTypeBase> (*create)(Arena&);
+    SchemaBuilder::TypeMaker create;
 };
 
 constexpr SharedType SharedTypes[] = {{"REAL", &create<DataType<0>>},      {"BOOLEAN", &create<DataType<1>>},
@@ -139,21 +133,27 @@ struct FromLine {
     }
 };
 
+/// Null when the keyword is none of a shared data type.
+DataTypeBase* pSharedType(Schema& schema, std::string_view keyword) {
+    static_assert(std::size(SharedTypes) == SchemaBuilder::SharedTypeCount);
+    const auto* const shared =
+        std::find_if(std::begin(SharedTypes), std::end(SharedTypes),
+                     [&](const SharedType& entry) { return entry.keyword == keyword; });
+    if (shared == std::end(SharedTypes))
+        return nullptr;
+    const auto index = static_cast<std::size_t>(shared - std::begin(SharedTypes));
+    return &SchemaBuilder::sharedType(schema, index, shared->keyword, shared->create);
+}
+
+/// The new data type that `source` makes for the keyword, added to the schema; null when the keyword is none of a data
+/// type.
+template <class Source>
+DataTypeBase* pTypeAdd(Schema& schema, std::string_view keyword, Source&& source) {
+    auto type = pNewType(SchemaBuilder::arenaOf(schema), keyword, std::forward<Source>(source));
+    return type ? &SchemaBuilder::of(schema).typeAdd(keyword, std::move(type)) : nullptr;
+}
+
 } // namespace
-
-/// Counts how deep aggregates are being built inside each other.
-class AggregateNesting {
-public:
-    explicit AggregateNesting(Schema& schema) : depth_(schema.aggregateNesting_) { ++depth_; }
-    ~AggregateNesting() { --depth_; }
-    AggregateNesting(const AggregateNesting&) = delete;
-    AggregateNesting& operator=(const AggregateNesting&) = delete;
-
-    bool isTooDeep() const { return depth_ > AggregateNestingMax; }
-
-private:
-    std::size_t& depth_;
-};
 
 DataTypeBase::DataTypeBase(DataTypeKind kind) : ObjectBase(ObjectBase::Type::DataType), dataTypeKind_(kind) {}
 
@@ -184,7 +184,7 @@ DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string_view
                                                 std::string_view rest, bool update) {
     if (auto* const shared = pSharedType(schema, keyword))
         return shared;
-    auto* const type = pTypeAdd(schema, keyword, pNewType(*schema.arena_, keyword, FromText{rest}));
+    auto* const type = pTypeAdd(schema, keyword, FromText{rest});
     if (type && update)
         type->vUpdate(schema);
     return type;
@@ -194,31 +194,7 @@ DataTypeBase* DataTypeBase::pTypeCreateOnSchema(Schema& schema, std::string_view
                                                 ReadLineHelper& line, std::size_t pos, std::istream& stream) {
     if (auto* const shared = pSharedType(schema, keyword))
         return shared;
-    return pTypeAdd(schema, keyword, pNewType(*schema.arena_, keyword, FromLine{line, pos, stream}));
-}
-
-DataTypeBase* DataTypeBase::pSharedType(Schema& schema, std::string_view keyword) {
-    static_assert(std::size(SharedTypes) == std::tuple_size_v<decltype(Schema::sharedTypes_)>);
-    const auto* const shared =
-        std::find_if(std::begin(SharedTypes), std::end(SharedTypes),
-                     [&](const SharedType& entry) { return entry.keyword == keyword; });
-    if (shared == std::end(SharedTypes))
-        return nullptr;
-    auto& slot = schema.sharedTypes_[static_cast<std::size_t>(shared - std::begin(SharedTypes))];
-    if (!slot) {
-        schema.vBuildingCheck();
-        slot = shared->create(*schema.arena_);
-        slot->vNameSet(shared->keyword, *schema.arena_);
-    }
-    return slot.get();
-}
-
-DataTypeBase* DataTypeBase::pTypeAdd(Schema& schema, std::string_view keyword, ArenaPtr<DataTypeBase> type) {
-    if (!type)
-        return nullptr;
-    schema.vBuildingCheck();
-    type->vNameSet(keyword, *schema.arena_);
-    return schema.dataTypes_.emplace_back(std::move(type)).get();
+    return pTypeAdd(schema, keyword, FromLine{line, pos, stream});
 }
 
 template <std::uint32_t N>
@@ -246,40 +222,49 @@ DataTypeBinary::DataTypeBinary(std::string_view keyword) : DataTypeWithSize<6>(k
 
 DataTypeBinary::~DataTypeBinary() = default;
 
+/// The items that a caller gave, and what else lies in the memory of the type itself.
+struct DataTypeEnum::Copies {
+    explicit Copies(const std::vector<std::string>& given) :
+        texts(given), items(texts.begin(), texts.end()), ordered(items.size()) {}
+
+    std::vector<std::string> texts;
+    std::vector<std::string_view> items;
+    std::vector<const std::string_view*> ordered;
+};
+
 DataTypeEnum::DataTypeEnum(std::string_view) {}
 
 DataTypeEnum::DataTypeEnum(const std::vector<std::string>& items) :
-    copies_(items), items_(copies_.begin(), copies_.end()) {
-    vIndexBuild();
+    copies_(std::make_unique<Copies>(items)), items_(copies_->items) {
+    vIndexBuild(copies_->ordered);
 }
 
 DataTypeEnum::DataTypeEnum(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
-    items_(namesInList(line, pos, stream)), ordered_(line.getArena()) {
-    vIndexBuild();
+    items_(line.getNamesKept(pos, stream)) {
+    vIndexBuild({line.getArena().pMakeArray<const std::string_view*>(items_.size()), items_.size()});
 }
 
 DataTypeEnum::~DataTypeEnum() = default;
 
-void DataTypeEnum::vIndexBuild() {
-    ordered_.reserve(items_.size());
-    for (const auto& item : items_)
-        ordered_.push_back(&item);
+/// Orders the items in `places`, of which there is one for each item.
+void DataTypeEnum::vIndexBuild(std::span<const std::string_view*> places) {
+    std::transform(items_.begin(), items_.end(), places.begin(), [](const auto& item) { return &item; });
     // Of equal items the one that was read first is kept: they lie in that order.
     const auto isBefore = [](const auto* a, const auto* b) {
         return boLessText(*a, *b) || (a < b && *a == *b);
     };
     // Most enumerations are in order but for the last items.
-    auto sortedEnd = std::is_sorted_until(ordered_.begin(), ordered_.end(), isBefore);
-    if (ordered_.end() - sortedEnd > FewUnordered) {
-        std::sort(ordered_.begin(), ordered_.end(), isBefore);
-        sortedEnd = ordered_.end();
+    auto sortedEnd = std::is_sorted_until(places.begin(), places.end(), isBefore);
+    if (places.end() - sortedEnd > FewUnordered) {
+        std::sort(places.begin(), places.end(), isBefore);
+        sortedEnd = places.end();
     }
-    for (; sortedEnd != ordered_.end(); ++sortedEnd)
-        std::rotate(std::upper_bound(ordered_.begin(), sortedEnd, *sortedEnd, isBefore), sortedEnd,
+    for (; sortedEnd != places.end(); ++sortedEnd)
+        std::rotate(std::upper_bound(places.begin(), sortedEnd, *sortedEnd, isBefore), sortedEnd,
                     sortedEnd + 1);
-    const auto last = std::unique(ordered_.begin(), ordered_.end(),
+    const auto last = std::unique(places.begin(), places.end(),
                                   [](const auto* a, const auto* b) { return isSameText(*a, *b); });
-    ordered_.erase(last, ordered_.end());
+    ordered_ = places.first(static_cast<std::size_t>(last - places.begin()));
 }
 
 bool DataTypeEnum::isConstructed() const {
@@ -296,12 +281,12 @@ bool DataTypeEnum::boContains(std::string_view item) const {
 DataTypeSelect::DataTypeSelect(std::string_view) {}
 
 DataTypeSelect::DataTypeSelect(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
-    memberNames_(namesInList(line, pos, stream)) {}
+    memberNames_(line.getNamesKept(pos, stream)) {}
 
 DataTypeSelect::~DataTypeSelect() = default;
 
 void DataTypeSelect::vUpdate(Schema& schema) {
-    schema.vBuildingCheck();
+    SchemaBuilder::of(schema); // throws when the schema is built
     allEntities_ = true;
     members_.reserve(memberNames_.size());
     for (const auto& name : memberNames_) {
@@ -457,8 +442,7 @@ template <std::uint32_t N>
 void DataTypeListBase<N>::vUpdate(Schema& schema) {
     if (element_)
         return;
-    schema.vBuildingCheck();
-    const AggregateNesting nesting(schema);
+    const SchemaBuilder::AggregateNesting nesting(SchemaBuilder::of(schema));
     element_ = schema.pObjectFromName(elementText_);
     if (!element_ && !nesting.isTooDeep())
         element_ = DataTypeBase::pTypeCreateOnSchema(schema, elementText_, true);

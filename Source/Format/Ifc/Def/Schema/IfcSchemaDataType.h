@@ -9,11 +9,12 @@
 /// Errors:    names that a type cannot resolve are assertion reports; the pointer stays null.
 #pragma once
 
-#include "Base/Arena.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
 #include <cstdint>
 #include <iosfwd>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -72,9 +73,6 @@ public:
                                              std::size_t pos, std::istream& stream);
 
 private:
-    static DataTypeBase* pSharedType(Schema& schema, std::string_view keyword);
-    static DataTypeBase* pTypeAdd(Schema& schema, std::string_view keyword, ArenaPtr<DataTypeBase> type);
-
     DataTypeKind dataTypeKind_;
 };
 
@@ -132,21 +130,23 @@ public:
     bool isConstructed() const override;
 
     /// The items as written, in the order of the declaration.
-    const ArenaVector<std::string_view>& getItems() const { return items_; }
+    std::span<const std::string_view> getItems() const { return items_; }
 
     /// The distinct items, ordered byte by byte; they point into `getItems`.
-    const ArenaVector<const std::string_view*>& getItemsOrdered() const { return ordered_; }
+    std::span<const std::string_view* const> getItemsOrdered() const { return ordered_; }
 
     /// True when an item equals the text exactly, letter case included. Cost: the logarithm of the items.
     bool boContains(std::string_view item) const;
 
 private:
-    void vIndexBuild();
+    struct Copies;
+
+    void vIndexBuild(std::span<const std::string_view*> places);
 
     // Of items that a caller gave; those of a declaration lie where its schema keeps them.
-    std::vector<std::string> copies_;
-    ArenaVector<std::string_view> items_;
-    ArenaVector<const std::string_view*> ordered_;
+    std::unique_ptr<Copies> copies_;
+    std::span<const std::string_view> items_;
+    std::span<const std::string_view* const> ordered_;
 };
 
 class KIV_EXPORT DataTypeSelect final : public DataType<8> {
@@ -160,7 +160,7 @@ public:
     bool isConstructed() const override;
 
     /// The names as written, in the order of the declaration.
-    const ArenaVector<std::string_view>& getMemberNames() const { return memberNames_; }
+    std::span<const std::string_view> getMemberNames() const { return memberNames_; }
 
     /// What the names were resolved to, in the same order; names that nothing bears are left out.
     const std::vector<const ObjectBase*>& getMembers() const { return members_; }
@@ -178,7 +178,7 @@ private:
 
     bool boMemberMatches(Candidate& candidate, std::vector<const DataTypeSelect*>& nested) const;
 
-    ArenaVector<std::string_view> memberNames_;
+    std::span<const std::string_view> memberNames_;
     std::vector<const ObjectBase*> members_;
     bool allEntities_ = false;
 };

@@ -1,12 +1,16 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
+#include "Base/Arena.h"
 #include "Base/Ascii.h"
 #include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <istream>
+#include <span>
+#include <type_traits>
 #include <utility>
 
 namespace kiv::ifc::def::schema {
@@ -22,6 +26,12 @@ constexpr std::size_t FewAttributes = 4;
 void vEntityNotFoundReport(int line) {
     vAssertReport("Entity not found", "kiv::ifc::def::schema::Entity::vUpdate",
                   "Source/Format/Ifc/Def/Schema/IfcSchemaEntity", line);
+}
+
+/// The entity of this name, to be changed; null when there is none.
+Entity* pEntity(Schema& schema, std::string_view name) {
+    auto* const found = SchemaBuilder::pObject(schema, name);
+    return Entity::pFrom(found) ? static_cast<Entity*>(found) : nullptr;
 }
 
 std::size_t supertypeCount(const Entity& entity) {
@@ -44,9 +54,31 @@ const Entity* pAncestor(const Entity* entity, std::size_t levels) {
 class Entity::Reader {
 public:
     Reader(Entity& entity, Schema& schema, ReadLineHelper& line, std::istream& stream) :
-        entity_(entity), schema_(schema), line_(line), stream_(stream) {}
+        entity_(entity),
+        schema_(schema),
+        line_(line),
+        stream_(stream),
+        attributes_(line.getArena()),
+        attributesInverse_(line.getArena()) {}
 
     void vRead() {
+        vLinesRead();
+        entity_.attributes_ = kept(attributes_);
+        entity_.attributesInverse_ = kept(attributesInverse_);
+    }
+
+private:
+    enum class Clause { NotSeen, Open, Closed };
+    static constexpr Keyword Colon{" : ", 1};
+
+    /// What lies in the arena stays there when the vector ends.
+    template <class Values>
+    static std::span<typename Values::value_type> kept(Values& values) {
+        static_assert(std::is_trivially_destructible_v<typename Values::value_type>);
+        return values;
+    }
+
+    void vLinesRead() {
         while (line_.boNextLine(stream_)) {
             if (line_.getLine().empty())
                 continue;
@@ -55,10 +87,6 @@ public:
                 return;
         }
     }
-
-private:
-    enum class Clause { NotSeen, Open, Closed };
-    static constexpr Keyword Colon{" : ", 1};
 
     void vLineRead() {
         // The clauses of the header move this position along the line; all others look at the whole line.
@@ -105,8 +133,7 @@ private:
             return;
         supertypeSeen_ = true;
         pos = found + words.size();
-        const auto& names = line_.getNameViewsInList(pos, stream_);
-        entity_.supertypeOfNames_.assign(names.begin(), names.end());
+        entity_.supertypeOfNames_ = line_.getNamesKept(pos, stream_);
     }
 
     /// False when the rest of the line is to be ignored.
@@ -135,7 +162,11 @@ private:
     bool boAttributeRead() {
         if (clauseBegun_ || colon_ == npos)
             return false;
-        entity_.vAttributeAdd(line_, nameBeforeColon(), textBehindColon());
+        if (attributes_.empty())
+            attributes_.reserve(FewAttributes);
+        const auto& attribute =
+            attributes_.emplace_back(entity_, line_, nameBeforeColon(), textBehindColon());
+        entity_.attributeBits_ |= AttributeName(attribute).getBit();
         return true;
     }
 
@@ -149,9 +180,9 @@ private:
         if (forPos == npos)
             return;
         const auto referred = text.substr(forPos + forWord.size());
-        entity_.attributesInverse_.emplace_back(entity_, line_, nameBeforeColon(),
-                                                text.substr(typePos, forPos - typePos),
-                                                referred.substr(0, referred.find(';')));
+        attributesInverse_.emplace_back(entity_, line_, nameBeforeColon(),
+                                        text.substr(typePos, forPos - typePos),
+                                        referred.substr(0, referred.find(';')));
     }
 
     void vUniqueRead() {
@@ -227,6 +258,8 @@ private:
     Schema& schema_;
     ReadLineHelper& line_;
     std::istream& stream_;
+    ArenaVector<Attribute> attributes_;
+    ArenaVector<AttributeInverse> attributesInverse_;
     bool supertypeSeen_ = false;
     Clause subtype_ = Clause::NotSeen;
     Clause inverse_ = Clause::NotSeen;
@@ -246,20 +279,9 @@ Entity::Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std
 }
 
 Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
-    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd),
-    attributes_(line.getArena()),
-    supertypeOfNames_(line.getArena()),
-    subtypes_(line.getArena()),
-    attributesInverse_(line.getArena()) {}
+    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd) {}
 
 Entity::~Entity() = default;
-
-void Entity::vAttributeAdd(ReadLineHelper& line, std::string_view name, std::string_view rest) {
-    if (attributes_.empty())
-        attributes_.reserve(FewAttributes);
-    const auto& attribute = attributes_.emplace_back(*this, line, name, rest);
-    attributeBits_ |= AttributeName(attribute).getBit();
-}
 
 const Entity* Entity::pFrom(const ObjectBase* object) {
     const bool is = object && object->getKind() == ObjectBase::Type::Entity;
@@ -271,7 +293,7 @@ void Entity::vUpdate(Schema& schema) {
     vSubtypesResolve(schema);
     for (auto& attribute : attributes_) {
         attribute.vUpdate(schema);
-        schema.vAttributeAdd(attribute);
+        SchemaBuilder::of(schema).vAttributeAdd(attribute);
     }
     if (derive_ && derive_->boRedeclares()) {
         vLineResolve(schema);
@@ -284,19 +306,18 @@ void Entity::vUpdate(Schema& schema) {
 /// Resolves the supertypes of all entities above, ahead of their turn: entities are resolved in the order of
 /// their hashes, and a redeclared attribute may stand anywhere above. Each entity is passed once, by
 /// whichever comes first.
-void Entity::vLineResolve(const Schema& schema) {
+void Entity::vLineResolve(Schema& schema) {
     for (auto* entity = this; entity && !entity->lineResolved_; entity = entity->supertype_) {
         entity->vSupertypeResolve(schema);
         entity->lineResolved_ = true;
     }
 }
 
-void Entity::vSupertypeResolve(const Schema& schema) {
+void Entity::vSupertypeResolve(Schema& schema) {
     if (supertypeName_.empty() || supertypeSearched_)
         return;
     supertypeSearched_ = true;
-    auto* const found = schema.pObjectFind(supertypeName_);
-    auto* const entity = pFrom(found) ? static_cast<Entity*>(found) : nullptr;
+    auto* const entity = pEntity(schema, supertypeName_);
     // An entity above itself would have no root, and walks along supertypes no end.
     if (!entity || entity->getTopmost() == this) {
         vEntityNotFoundReport(316);
@@ -315,14 +336,16 @@ Entity* Entity::getTopmost() {
     return top;
 }
 
-void Entity::vSubtypesResolve(const Schema& schema) {
-    subtypes_.reserve(supertypeOfNames_.size());
+void Entity::vSubtypesResolve(Schema& schema) {
+    auto** const subtypes = SchemaBuilder::arenaOf(schema).pMakeArray<Entity*>(supertypeOfNames_.size());
+    std::size_t count = 0;
     for (const auto& name : supertypeOfNames_) {
-        if (const auto* subtype = pFrom(schema.pObjectFromName(name)))
-            subtypes_.push_back(subtype);
+        if (auto* const subtype = pEntity(schema, name))
+            subtypes[count++] = subtype;
         else
             vEntityNotFoundReport(325);
     }
+    subtypes_ = {subtypes, count};
 }
 
 void Entity::vUpdateInverse(Schema& schema) {

@@ -10,7 +10,6 @@
 /// Errors:    names that resolve to nothing are assertion reports; look-ups answer null.
 #pragma once
 
-#include "Base/Arena.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDerive.h"
@@ -22,9 +21,9 @@
 #include <iosfwd>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace kiv::ifc::def::schema {
 
@@ -50,14 +49,14 @@ public:
     /// ABSTRACT stood on the first line behind the header that is not empty.
     bool isAbstract() const { return abstract_; }
     /// The names listed in SUPERTYPE OF (ONEOF (...)), as written.
-    const ArenaVector<std::string_view>& getSupertypeOfNames() const { return supertypeOfNames_; }
+    std::span<const std::string_view> getSupertypeOfNames() const { return supertypeOfNames_; }
     /// The entities those names stand for, in the same order. A subtype that is not listed there is not among
     /// them.
-    const ArenaVector<const Entity*>& getSubtypes() const { return subtypes_; }
+    std::span<const Entity* const> getSubtypes() const { return {subtypes_.data(), subtypes_.size()}; }
     /// The explicit attributes that the entity itself declares, in order.
-    const ArenaVector<Attribute>& getAttributes() const { return attributes_; }
+    std::span<const Attribute> getAttributes() const { return attributes_; }
     /// The inverse attributes that the entity itself declares, in order.
-    const ArenaVector<AttributeInverse>& getAttributesInverse() const { return attributesInverse_; }
+    std::span<const AttributeInverse> getAttributesInverse() const { return attributesInverse_; }
     /// The clauses; null when the declaration has none.
     const Where* pWhere() const { return where_ ? &*where_ : nullptr; }
     const Unique* pUnique() const { return unique_.get(); }
@@ -88,22 +87,22 @@ public:
     static const Entity* pCommonBaseGet(const Entity& a, const Entity& b);
 
 private:
-    friend class Schema;
+    friend class SchemaBuilder;
     class Reader;
 
     Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd);
 
-    void vLineResolve(const Schema& schema);
-    void vSupertypeResolve(const Schema& schema);
-    void vSubtypesResolve(const Schema& schema);
+    void vLineResolve(Schema& schema);
+    void vSupertypeResolve(Schema& schema);
+    void vSubtypesResolve(Schema& schema);
     Entity* getTopmost();
-    void vAttributeAdd(ReadLineHelper& line, std::string_view name, std::string_view rest);
 
+    // The lists lie in the arena of the line helper that the entity was read with, or of the schema.
     // Side by side: a look-up of an attribute goes along the supertypes and looks at nothing else of most of them.
     Entity* supertype_ = nullptr;
     // The bits of the names of all explicit attributes.
     std::uint64_t attributeBits_ = 0;
-    ArenaVector<Attribute> attributes_;
+    std::span<Attribute> attributes_;
     bool abstract_ = false;
     bool supertypeSearched_ = false;
     // The supertypes of all entities above are searched too.
@@ -112,10 +111,10 @@ private:
     bool numbered_ = false;
     std::uint16_t firstNumber_ = 0;
     std::uint16_t lastNumber_ = 0;
-    ArenaVector<std::string_view> supertypeOfNames_;
-    ArenaVector<const Entity*> subtypes_;
+    std::span<const std::string_view> supertypeOfNames_;
+    std::span<Entity*> subtypes_;
     std::string_view supertypeName_;
-    ArenaVector<AttributeInverse> attributesInverse_;
+    std::span<AttributeInverse> attributesInverse_;
     std::optional<Where> where_;
     std::unique_ptr<Unique> unique_;
     std::unique_ptr<Derive> derive_;

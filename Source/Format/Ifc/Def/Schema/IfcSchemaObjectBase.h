@@ -62,6 +62,8 @@ protected:
     void vNameSet(std::string_view name, Arena& arena);
 
 private:
+    friend class SchemaBuilder;
+
     ObjectBase::Type kind_;
     std::string_view name_;
     std::string_view nameUpper_;

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
+#include "Base/Arena.h"
 #include "Base/Words8.h"
 #include "kiv/Base/Exception.h"
 
@@ -182,12 +183,22 @@ void ReadLineHelper::vNextLineOfList(std::istream& stream) {
 }
 
 std::vector<std::string> ReadLineHelper::getNamesInList(std::size_t& pos, std::istream& stream) {
-    const auto& names = getNameViewsInList(pos, stream);
-    return {names.begin(), names.end()};
+    vNamesRead(pos, stream);
+    return {names_.begin(), names_.end()};
 }
 
-const std::vector<std::string_view>& ReadLineHelper::getNameViewsInList(std::size_t& pos,
-                                                                        std::istream& stream) {
+std::span<const std::string_view> ReadLineHelper::getNamesKept(std::size_t& pos, std::istream& stream) {
+    vNamesRead(pos, stream);
+    auto* const names = static_cast<std::string_view*>(arena_.pAllocateFor<std::string_view>(names_.size()));
+    std::uninitialized_copy(names_.begin(), names_.end(), names);
+    return {names, names_.size()};
+}
+
+std::string_view ReadLineHelper::getCopy(std::string_view text) {
+    return arena_.getCopy(text);
+}
+
+void ReadLineHelper::vNamesRead(std::size_t& pos, std::istream& stream) {
     while ((pos = line_.find('(', pos)) == std::string_view::npos) {
         vNextLineOfList(stream);
         pos = 0;
@@ -198,7 +209,6 @@ const std::vector<std::string_view>& ReadLineHelper::getNameViewsInList(std::siz
         vNextLineOfList(stream);
         pos = 0;
     }
-    return names_;
 }
 
 /// Reads the names of the current line from `pos` on; true when the list ends in it, and then `pos` is where.

@@ -5,16 +5,20 @@
 ///         use(line.getLine());
 #pragma once
 
-#include "Base/Arena.h"
 #include "kiv/Base/Export.h"
 
 #include <cstddef>
 #include <ios>
 #include <iosfwd>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+namespace kiv {
+class Arena;
+}
 
 namespace kiv::ifc::def::schema {
 
@@ -79,14 +83,14 @@ public:
     std::string_view getLine() const { return line_; }
 
     /// A part of the current line, in the arena.
-    std::string_view getKept(std::string_view part) { return isLineKept_ ? part : arena_.getCopy(part); }
+    std::string_view getKept(std::string_view part) { return isLineKept_ ? part : getCopy(part); }
 
     /// Adds the current line to others.
     void vLineAddTo(TextLines& lines) const;
 
     /// The text of lines, in the arena.
     std::string_view getKept(const TextLines& lines) {
-        return lines.isKept() ? lines.getText() : arena_.getCopy(lines.getText());
+        return lines.isKept() ? lines.getText() : getCopy(lines.getText());
     }
 
     /// Puts what was read ahead back into the stream, which then stands behind the current line again.
@@ -101,8 +105,8 @@ public:
     /// open throws `kiv::exception`.
     std::vector<std::string> getNamesInList(std::size_t& pos, std::istream& stream);
 
-    /// The same names in the arena; valid until the next list is read, but each name as long as the arena.
-    const std::vector<std::string_view>& getNameViewsInList(std::size_t& pos, std::istream& stream);
+    /// The same names, kept in the arena.
+    std::span<const std::string_view> getNamesKept(std::size_t& pos, std::istream& stream);
 
     /// Where readers keep what is no part of a line; it lives as long as this object, or longer.
     Arena& getArena() { return arena_; }
@@ -115,6 +119,8 @@ private:
     bool boLineAcrossBlocks(std::istream& stream);
     bool boBlockRead(std::istream& stream);
     void vLineSet(std::string_view line, bool isKept);
+    std::string_view getCopy(std::string_view text);
+    void vNamesRead(std::size_t& pos, std::istream& stream);
     void vNextLineOfList(std::istream& stream);
     bool boNamesOfLineRead(std::size_t& pos);
 

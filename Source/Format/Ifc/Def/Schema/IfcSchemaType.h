@@ -54,7 +54,7 @@ private:
 
     void vUnderlyingRead(Schema& schema, ReadLineHelper& line, std::size_t nameEnd, std::istream& stream);
     void vStatementRead(Schema& schema, ReadLineHelper& line, std::istream& stream);
-    Type* pUnderlyingTypeFind(const Schema& schema);
+    Type* pUnderlyingTypeFind(Schema& schema);
     void vUpdateSelf(Schema& schema);
 
     std::string_view underlyingText_;

@@ -29,7 +29,7 @@ struct Declared {
                               "TYPE Label = STRING;\nEND_TYPE;\n"
                               "TYPE Labels = LIST OF Label;\nEND_TYPE;\n"
                               "FUNCTION Fun : REAL;\nEND_FUNCTION;")),
-        attribute(entityOf(*schema, "X").getAttributes().at(0)) {}
+        attribute(entityOf(*schema, "X").getAttributes()[0]) {}
 
     std::unique_ptr<Schema> schema;
     const Attribute& attribute;
@@ -39,7 +39,7 @@ struct Declared {
 
 TEST(AttributeTest, KnowsItsEntityItsNamesAndItsHash) {
     const auto schema = schemaFromText("ENTITY X;\n  IfcWall : REAL;\nEND_ENTITY;");
-    const auto& attribute = entityOf(*schema, "X").getAttributes().at(0);
+    const auto& attribute = entityOf(*schema, "X").getAttributes()[0];
     EXPECT_EQ(&attribute.getEntity(), &entityOf(*schema, "X"));
     EXPECT_EQ(attribute.getName(), "IfcWall");
     EXPECT_EQ(attribute.getNameUpper(), "IFCWALL");

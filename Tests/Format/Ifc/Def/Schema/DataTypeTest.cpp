@@ -44,7 +44,7 @@ struct Declared {
                                                        : "TYPE X = " + text + "\nEND_TYPE;") +
                               std::string(Others))),
         type(form == Form::Attribute
-                 ? DataTypeBase::pFrom(entityOf(*schema, "X").getAttributes().at(0).pFirstType())
+                 ? DataTypeBase::pFrom(entityOf(*schema, "X").getAttributes()[0].pFirstType())
                  : typeOf(*schema, "X").pDataType()) {}
 
     /// The data type as this class; an error, which fails the test, when it is of another.

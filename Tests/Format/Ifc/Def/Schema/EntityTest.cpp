@@ -784,8 +784,8 @@ TEST(EntityTest, EntityThatAHostReadsByItselfIsResolvedOnABuiltSchema) {
     Entity entity(*schema, line, 0, text);
     entity.vUpdate(*schema);
     entity.vUpdateInverse(*schema);
-    const auto* const attribute = &entityOf(*schema, "A").getAttributes().at(0);
-    EXPECT_EQ(entity.getAttributesInverse().at(0).pReferredAttribute(), attribute);
+    const auto* const attribute = &entityOf(*schema, "A").getAttributes()[0];
+    EXPECT_EQ(entity.getAttributesInverse()[0].pReferredAttribute(), attribute);
     EXPECT_EQ(entity.pDerive()->getValues().at(0).pRedeclared(), attribute);
 }
 

@@ -379,8 +379,8 @@ TEST(SchemaHostileTest, ZeroBytesAreBytesLikeOthers) {
                        ";\nEND_ENTITY;\n" + zero + "\nFUNCTION F : REAL;\n" + zero + "\nEND_FUNCTION;");
     EXPECT_THAT(namesOf(schema->getObjects()), ElementsAre("A" + zero + "B", "F"));
     const auto& entity = entityOf(*schema, "a" + zero + "b");
-    EXPECT_EQ(entity.getAttributes().at(0).getName(), "C" + zero);
-    EXPECT_EQ(entity.getAttributes().at(0).getTypeText(), "D" + zero);
+    EXPECT_EQ(entity.getAttributes()[0].getName(), "C" + zero);
+    EXPECT_EQ(entity.getAttributes()[0].getTypeText(), "D" + zero);
     EXPECT_EQ(schema->pObjectFromName("A"), nullptr);
     EXPECT_EQ(dynamic_cast<const Function&>(objectOf(*schema, "F")).getBodyLines().at(0), zero);
 }

@@ -1,6 +1,7 @@
 #include "Base/UpperCase.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
+#include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
 #include "Support/AssertCollector.h"
 #include "Support/SchemaFromText.h"
