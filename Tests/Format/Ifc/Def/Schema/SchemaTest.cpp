@@ -443,6 +443,21 @@ TEST(SchemaTest, OfTwoEntitiesOfOneNameOnlyTheFirstIsNumbered) {
     EXPECT_EQ(second->getLastNumber(), 0);
 }
 
+TEST(SchemaTest, LastNumberIsBelowTheFirstWhereNumbersWrap) {
+    // 65,533 roots come before Z by name, which has 65,534 then; there are two more numbers before 0.
+    std::string text;
+    for (int number = 0; number < 65533; ++number)
+        text += "ENTITY A" + std::to_string(number) + ";\nEND_ENTITY;\n";
+    const auto schema = schemaFromText(text + "ENTITY Z\n SUPERTYPE OF (ONEOF (Z1, Z2));\nEND_ENTITY;\n"
+                                              "ENTITY Z1\n SUBTYPE OF (Z);\nEND_ENTITY;\n"
+                                              "ENTITY Z2\n SUPERTYPE OF (ONEOF (Z3)) SUBTYPE OF (Z);\nEND_ENTITY;\n"
+                                              "ENTITY Z3\n SUBTYPE OF (Z2);\nEND_ENTITY;");
+    EXPECT_EQ(numbersOf(*schema, "Z"), std::pair(65534, 1));
+    EXPECT_EQ(numbersOf(*schema, "Z1"), std::pair(65535, 65535));
+    EXPECT_EQ(numbersOf(*schema, "Z2"), std::pair(0, 1));
+    EXPECT_EQ(numbersOf(*schema, "Z3"), std::pair(1, 1));
+}
+
 // ---- The object itself
 
 TEST(SchemaTest, IsNeitherCopiedNorChanged) {
