@@ -17,8 +17,8 @@ using namespace kiv::ifc::def::schema;
 using kiv::fuzz::vLaw;
 
 /// The rules before the first error.
-kiv::ArenaVector<ParsedRule> rulesOf(std::string_view text, const Schema& schema) {
-    kiv::ArenaVector<ParsedRule> rules;
+std::vector<ParsedRule> rulesOf(std::string_view text, const Schema& schema) {
+    std::vector<ParsedRule> rules;
     try {
         ExpressTokenizer tokenizer(text);
         ExpressParser parser(tokenizer, schema);

@@ -111,7 +111,7 @@ void kiv::fuzz::vRun(std::string_view input) {
     std::string error;
     ExpressTokenizer tokenizer(where.getText());
     try {
-        kiv::ArenaVector<ParsedRule> rules;
+        std::vector<ParsedRule> rules;
         ExpressParser parser(tokenizer, schema);
         while (parser.boParseRule(rules)) {
         }

@@ -23,14 +23,19 @@ set(kivPublicHeaders
     Format/Ifc/Def/Schema/ExpressParser.h
     Format/Ifc/Def/Schema/ExpressTokenizer.h
     Format/Ifc/Def/Schema/IfcSchema.h
+    Format/Ifc/Def/Schema/IfcSchemaAggregate.h
     Format/Ifc/Def/Schema/IfcSchemaAttribute.h
     Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h
     Format/Ifc/Def/Schema/IfcSchemaDataType.h
+    Format/Ifc/Def/Schema/IfcSchemaDataTypeBase.h
     Format/Ifc/Def/Schema/IfcSchemaDerive.h
     Format/Ifc/Def/Schema/IfcSchemaEntity.h
+    Format/Ifc/Def/Schema/IfcSchemaEnumeration.h
     Format/Ifc/Def/Schema/IfcSchemaFunction.h
     Format/Ifc/Def/Schema/IfcSchemaObjectBase.h
     Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h
+    Format/Ifc/Def/Schema/IfcSchemaSelect.h
+    Format/Ifc/Def/Schema/IfcSchemaSimpleType.h
     Format/Ifc/Def/Schema/IfcSchemaType.h
     Format/Ifc/Def/Schema/IfcSchemaUnique.h
     Format/Ifc/Def/Schema/IfcSchemaWhere.h

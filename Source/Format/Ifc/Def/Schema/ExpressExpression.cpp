@@ -48,118 +48,69 @@ const ExpressionPtr& ExpressionList::at(std::size_t index) const {
 }
 
 UnaryExpression::UnaryExpression(UnaryOperator op, ExpressionPtr operand, Arena* arena) :
-    Expression(arena), operator_(op), operand_(std::move(operand)) {}
-UnaryExpression::~UnaryExpression() = default;
-void UnaryExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+    ExpressionOf(arena), operator_(op), operand_(std::move(operand)) {}
 
 BinaryExpression::BinaryExpression(ExpressionPtr left, BinaryOperator op, ExpressionPtr right, Arena* arena) :
-    Expression(arena), left_(std::move(left)), operator_(op), right_(std::move(right)) {}
+    ExpressionOf(arena), left_(std::move(left)), operator_(op), right_(std::move(right)) {}
 BinaryExpression::~BinaryExpression() {
     vChainDestroy(std::move(left_));
-}
-void BinaryExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
 }
 ExpressionPtr BinaryExpression::pChainTake() {
     return std::move(left_);
 }
 
 ConstantExpression::ConstantExpression(Constant constant, Arena* arena) :
-    Expression(arena), constant_(constant) {}
-ConstantExpression::~ConstantExpression() = default;
-void ConstantExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+    ExpressionOf(arena), constant_(constant) {}
 
 FunctionCallExpression::FunctionCallExpression(std::string_view name, std::span<ExpressionPtr> arguments,
                                                Arena* arena) :
-    Expression(arena), name_(name, arena), arguments_(arguments, arena) {}
-FunctionCallExpression::~FunctionCallExpression() = default;
-void FunctionCallExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+    ExpressionOf(arena), name_(name, arena), arguments_(arguments, arena) {}
 
 IntervalExpression::IntervalExpression(ExpressionPtr low, IntervalOperator lowOperator, ExpressionPtr item,
                                        IntervalOperator highOperator, ExpressionPtr high, Arena* arena) :
-    Expression(arena),
+    ExpressionOf(arena),
     low_(std::move(low)),
     item_(std::move(item)),
     high_(std::move(high)),
     lowOperator_(lowOperator),
     highOperator_(highOperator) {}
-IntervalExpression::~IntervalExpression() = default;
-void IntervalExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
 
 AggregateInitializerExpression::AggregateInitializerExpression(std::span<ExpressionPtr> elements,
                                                                Arena* arena) :
-    Expression(arena), elements_(elements, arena) {}
-AggregateInitializerExpression::~AggregateInitializerExpression() = default;
-void AggregateInitializerExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+    ExpressionOf(arena), elements_(elements, arena) {}
 
 RepetitionExpression::RepetitionExpression(ExpressionPtr element, ExpressionPtr count, Arena* arena) :
-    Expression(arena), element_(std::move(element)), count_(std::move(count)) {}
-RepetitionExpression::~RepetitionExpression() = default;
-void RepetitionExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+    ExpressionOf(arena), element_(std::move(element)), count_(std::move(count)) {}
 
-IntegerValueExpression::IntegerValueExpression(int value, Arena* arena) : Expression(arena), value_(value) {}
-IntegerValueExpression::~IntegerValueExpression() = default;
-void IntegerValueExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+IntegerValueExpression::IntegerValueExpression(int value, Arena* arena) :
+    ExpressionOf(arena), value_(value) {}
 
-DoubleValueExpression::DoubleValueExpression(double value, Arena* arena) : Expression(arena), value_(value) {}
-DoubleValueExpression::~DoubleValueExpression() = default;
-void DoubleValueExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+DoubleValueExpression::DoubleValueExpression(double value, Arena* arena) :
+    ExpressionOf(arena), value_(value) {}
 
 StringValueExpression::StringValueExpression(std::string_view value, Arena* arena) :
-    Expression(arena), value_(value, arena) {}
-StringValueExpression::~StringValueExpression() = default;
-void StringValueExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+    ExpressionOf(arena), value_(value, arena) {}
 
 LogicalValueExpression::LogicalValueExpression(Logical value, Arena* arena) :
-    Expression(arena), value_(value) {}
-LogicalValueExpression::~LogicalValueExpression() = default;
-void LogicalValueExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+    ExpressionOf(arena), value_(value) {}
 
 EnumerationValueExpression::EnumerationValueExpression(std::string_view typeName, std::string_view valueName,
                                                        Arena* arena) :
-    Expression(arena), typeName_(typeName, arena), valueName_(valueName, arena) {}
-EnumerationValueExpression::~EnumerationValueExpression() = default;
-void EnumerationValueExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
+    ExpressionOf(arena), typeName_(typeName, arena), valueName_(valueName, arena) {}
 
 QueryExpression::QueryExpression(std::string_view variable, ExpressionPtr source, ExpressionPtr condition,
                                  Arena* arena) :
-    Expression(arena),
+    ExpressionOf(arena),
     variable_(variable, arena),
     source_(std::move(source)),
     condition_(std::move(condition)) {}
-QueryExpression::~QueryExpression() = default;
-void QueryExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
-}
 
 GetExpression::GetExpression(std::string_view name, Arena* arena) :
     GetExpression(Qualifier::None, name, nullptr, arena) {}
 GetExpression::GetExpression(Qualifier qualifier, std::string_view name, ExpressionPtr base, Arena* arena) :
-    Expression(arena), qualifier_(qualifier), name_(name, arena), base_(std::move(base)) {}
+    ExpressionOf(arena), qualifier_(qualifier), name_(name, arena), base_(std::move(base)) {}
 GetExpression::GetExpression(ExpressionPtr index, ExpressionPtr indexEnd, ExpressionPtr base, Arena* arena) :
-    Expression(arena),
+    ExpressionOf(arena),
     qualifier_(Qualifier::Index),
     name_({}, arena),
     index_(std::move(index)),
@@ -167,9 +118,6 @@ GetExpression::GetExpression(ExpressionPtr index, ExpressionPtr indexEnd, Expres
     base_(std::move(base)) {}
 GetExpression::~GetExpression() {
     vChainDestroy(std::move(base_));
-}
-void GetExpression::accept(ExpressionVisitor& visitor) const {
-    visitor.visit(*this);
 }
 ExpressionPtr GetExpression::pChainTake() {
     return std::move(base_);

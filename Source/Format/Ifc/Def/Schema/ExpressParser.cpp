@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 
+#include "Base/Arena.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
@@ -7,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <span>
 #include <utility>
@@ -65,6 +67,31 @@ const OperatorOfToken* pOperatorOf(Kind token, Level level) {
     return entry.level == level ? &entry : nullptr;
 }
 
+/// The arguments of a call or the elements of an aggregate, while they are read.
+class ExpressionCollector {
+public:
+    void vAdd(ExpressionPtr node) {
+        if (many_.empty() && fewCount_ < few_.size()) {
+            few_[fewCount_++] = std::move(node);
+            return;
+        }
+        if (many_.empty())
+            many_.assign(std::make_move_iterator(few_.begin()), std::make_move_iterator(few_.end()));
+        many_.push_back(std::move(node));
+    }
+
+    std::span<ExpressionPtr> getNodes() {
+        return many_.empty() ? std::span<ExpressionPtr>(few_.data(), fewCount_)
+                             : std::span<ExpressionPtr>(many_);
+    }
+
+private:
+    // Most lists are no longer and need no memory.
+    std::array<ExpressionPtr, 4> few_;
+    std::size_t fewCount_ = 0;
+    std::vector<ExpressionPtr> many_;
+};
+
 } // namespace
 
 ExpressParser::SyntaxError::SyntaxError(std::string message) : message_(std::move(message)) {}
@@ -98,7 +125,7 @@ ExpressParser::ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, 
     ExpressParser(tokenizer, schema, &arena) {}
 
 ExpressParser::ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena* arena) :
-    tokenizer_(tokenizer), schema_(schema), arena_(arena), pending_(arena) {
+    tokenizer_(tokenizer), schema_(schema), arena_(arena) {
     vNext();
 }
 
@@ -138,15 +165,21 @@ bool ExpressParser::isNextSchemaObject() const {
 }
 
 // rule = IDENTIFIER ":" expression ";"
-bool ExpressParser::boParseRule(ArenaVector<ParsedRule>& rules) {
+std::optional<ParsedRule> ExpressParser::parseRule() {
     if (!isNext(Kind::IDENTIFIER))
-        return false;
+        return std::nullopt;
     const auto label = expect(Kind::IDENTIFIER);
     expect(Kind::COLON);
     auto expression = parseExpression();
     expect(Kind::SEMICOLON);
-    rules.push_back({ExpressionText(label, arena_), std::move(expression)});
-    return true;
+    return ParsedRule{ExpressionText(label, arena_), std::move(expression)};
+}
+
+bool ExpressParser::boParseRule(std::vector<ParsedRule>& rules) {
+    auto rule = parseRule();
+    if (rule)
+        rules.push_back(std::move(*rule));
+    return rule.has_value();
 }
 
 // expression = simple_expression [ relational_operator simple_expression ]
@@ -234,16 +267,14 @@ ExpressionPtr ExpressParser::parseSimpleFactor() {
 
 // aggregate_initializer = "[" [ element { "," element } ] "]"
 ExpressionPtr ExpressParser::parseAggregateInitializer() {
-    const auto first = pending_.size();
+    ExpressionCollector nodes;
     if (!boAccept(Kind::RIGHT_BRACKET)) {
         do {
-            pending_.push_back(parseElement());
+            nodes.vAdd(parseElement());
         } while (boAccept(Kind::COMMA));
         expect(Kind::RIGHT_BRACKET);
     }
-    auto node = pMake<AggregateInitializerExpression>(std::span(pending_).subspan(first));
-    pending_.resize(first);
-    return node;
+    return pMake<AggregateInitializerExpression>(nodes.getNodes());
 }
 
 // element = expression [ ":" simple_expression ]
@@ -267,16 +298,14 @@ ExpressionPtr ExpressParser::parseSchemaObject() {
 // arguments = "(" [ expression { "," expression } ] ")"
 ExpressionPtr ExpressParser::parseCall(std::string_view name) {
     expect(Kind::LEFT_PAREN);
-    const auto first = pending_.size();
+    ExpressionCollector nodes;
     if (!boAccept(Kind::RIGHT_PAREN)) {
         do {
-            pending_.push_back(parseExpression());
+            nodes.vAdd(parseExpression());
         } while (boAccept(Kind::COMMA));
         expect(Kind::RIGHT_PAREN);
     }
-    auto node = pMake<FunctionCallExpression>(name, std::span(pending_).subspan(first));
-    pending_.resize(first);
-    return node;
+    return pMake<FunctionCallExpression>(name, nodes.getNodes());
 }
 
 // interval = "{" simple_expression interval_operator simple_expression interval_operator simple_expression

@@ -1,24 +1,26 @@
+/// @file
 /// Parses the rules of a WHERE clause into expression trees.
 ///
 ///     ExpressTokenizer tokenizer("WR1 : SIZEOF(Items) >= 1;");
 ///     ExpressParser parser(tokenizer, schema);
-///     ArenaVector<ParsedRule> rules;
+///     std::vector<ParsedRule> rules;
 ///     while (parser.boParseRule(rules)) {}
 ///
-/// Ownership: refers to the tokenizer and the schema, which must outlive it; the trees are the caller's, unless they are
-///            made in an arena.
+/// Ownership: refers to the tokenizer and the schema, which must outlive it; the trees are the caller's,
+///            unless they are made in an arena.
 /// Threads:   one parser, one thread.
 /// Errors:    `ExpressParser::SyntaxError` with the line and column of the place; what the tokenizer raises
-/// passes.
+///            passes.
 #pragma once
 
-#include "Base/Arena.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressTokenizer.h"
 
 #include <exception>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv::ifc::def::schema {
 
@@ -39,14 +41,18 @@ public:
         std::string message_;
     };
 
-    /// Reads the first token. The schema tells function calls and enumeration values apart from plain names.
+    /// Reads the first token. By the schema, function calls and enumeration values are distinguished from
+    /// plain names.
     ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema);
 
     /// The same for trees that are made in an arena; the tokenizer's text lives as long as that.
     ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena& arena);
 
     /// Appends the next rule; false, with nothing consumed, when the next token is no identifier.
-    bool boParseRule(ArenaVector<ParsedRule>& rules);
+    bool boParseRule(std::vector<ParsedRule>& rules);
+
+    /// The next rule; nothing, with nothing consumed, when the next token is no identifier.
+    std::optional<ParsedRule> parseRule();
 
     /// The next expression; never null.
     ExpressionPtr parseExpression();
@@ -90,12 +96,10 @@ private:
 
     ExpressTokenizer& tokenizer_;
     const Schema& schema_;
-    // Null when nodes stand for themselves.
+    // Null when nodes are on their own.
     Arena* arena_;
     // Read ahead, not consumed yet.
     ExpressTokenView current_;
-    // The arguments and elements of the lists that are being read, those of the innermost list last.
-    ArenaVector<ExpressionPtr> pending_;
     // How many expressions enclose the one being parsed.
     std::size_t nesting_ = 0;
 };

@@ -1,3 +1,4 @@
+/// @file
 /// Reads an IFC schema, written in EXPRESS (ISO 10303-11), into objects that are looked up by name. The
 /// folder holds the objects, their readers, and the parser of their rules.
 ///
@@ -12,22 +13,18 @@
 /// Threads:   built by one thread; look-ups may then run from any number of threads at once.
 /// Errors:    an unknown name is an answer (null), never an error. A stream that fails while the schema is
 ///            read throws `kiv::exception` with an empty message, a rule with a literal out of range
-///            std::out_of_range. What the stream itself is set to throw comes out too, as from std::getline: with
-///            badbit among its `exceptions()` what its buffer throws, with failbit or eofbit std::ios::failure at
-///            its end. The first schema of a process passes on what std::random_device throws when the system has no
-///            random source. Names that the text leaves unresolved are reported to the host's assertion service.
+///            std::out_of_range. What the stream itself is set to throw comes out too, as from std::getline:
+///            with badbit among its `exceptions()` what its buffer throws, with failbit or eofbit
+///            std::ios::failure at its end. The first schema of a process passes on what std::random_device
+///            throws when the system has no random source. Names that the text leaves unresolved are reported
+///            to the host's assertion service.
 #pragma once
 
-#include "Base/Arena.h"
-#include "Base/NameDirectory.h"
-#include "Base/NameTable.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -37,8 +34,7 @@
 
 namespace kiv::ifc::def::schema {
 
-template <class Kind>
-class AttributeSearch;
+class SchemaBuilder;
 
 class KIV_EXPORT Schema {
 public:
@@ -50,7 +46,7 @@ public:
     Schema& operator=(const Schema&) = delete;
 
     /// The schema's name, such as IFC4: everything between SCHEMA and the ';', but for leading blanks.
-    std::string_view getName() const { return name_; }
+    std::string_view getName() const;
 
     /// The object of this name, in any letter case; null when there is none. Of two objects of one name, the
     /// one read first. Nothing is allocated; cost: that of looking at the name once.
@@ -68,11 +64,11 @@ public:
     std::vector<std::reference_wrapper<const Attribute>>
     attributesGet(const std::string& attributeName) const;
 
-    /// Every object, in the order of the text; objects whose name another object bears too are all there.
-    const std::vector<const ObjectBase*>& getObjects() const { return objectsAsRead_; }
+    /// Every object, in the order of the text; objects of the same name are all there.
+    const std::vector<const ObjectBase*>& getObjects() const;
 
     /// The objects in the order of their upper-cased names, each name once: the one read first.
-    const std::vector<const ObjectBase*>& getObjectsByName() const { return objectsByName_; }
+    const std::vector<const ObjectBase*>& getObjectsByName() const;
 
     /// The data types that are not shared, in the order in which they were made. Cost: a list of them.
     std::vector<const DataTypeBase*> getDataTypes() const;
@@ -85,65 +81,22 @@ public:
     std::vector<std::reference_wrapper<const Attribute>> getAttributesByName() const;
 
 private:
-    friend class AttributeBase;
-    friend class AttributeInverse;
-    friend class DeriveValue;
-    friend class DataTypeBase;
-    friend class AggregateNesting;
-    friend class DataTypeSelect;
-    template <std::uint32_t N>
-    friend class DataTypeListBase;
-    friend class Entity;
-    friend class Type;
-    friend class Where;
+    friend class SchemaBuilder;
 
-    ObjectBase* pObjectFind(std::string_view name) const { return objectTable_.pFindUpper(name); }
-
-    void vHeaderRead(const std::string& headerLine, std::size_t schemaPos);
-    void vStatementsRead(std::istream& stream);
-    ArenaPtr<ObjectBase> pStatementRead(ReadLineHelper& line, std::istream& stream);
-    void vResolve();
-    void vObjectsByNameBuild();
-    void vObjectTableBuild();
-    std::vector<ObjectBase*> objectsByHash() const;
-    void vAttributesDirectoryBuild();
-    void vInverseAndNumbersResolve();
-    static void vTreeNumber(Entity& root, std::uint16_t& counter);
-
-    void vAttributeAdd(const Attribute& attribute);
-    /// Finds an attribute in an entity and above; quick for many questions while the schema is built.
-    const Attribute* pAttributeSearch(const Entity& entity, const AttributeName& key);
-    /// Throws std::logic_error once the schema is built: nothing is added to it any more.
-    void vBuildingCheck() const;
-
-    std::string name_;
-    // Declared in the reverse of the order in which they are destroyed: objects, shared data types, data
-    // types, and last the texts and trees of all of them.
-    std::unique_ptr<Arena> arena_;
-    std::vector<ArenaPtr<DataTypeBase>> dataTypes_;
-    std::array<ArenaPtr<DataTypeBase>, 7> sharedTypes_;
-    std::vector<ArenaPtr<ObjectBase>> objects_;
-    std::vector<const ObjectBase*> objectsAsRead_;
-    std::vector<const ObjectBase*> objectsByName_;
-    // By upper-cased name.
-    NameTable<ObjectBase> objectTable_;
-    // In the order in which their entities were resolved.
-    std::vector<const Attribute*> attributes_;
-    NameDirectory<const Attribute> attributesDirectory_;
-    // While the schema is built.
-    std::unique_ptr<AttributeSearch<Attribute>> attributeSearch_;
-    std::size_t aggregateNesting_ = 0;
-    bool built_ = false;
+    struct Model;
+    std::unique_ptr<Model> model_;
+    // Null once the schema is built.
+    SchemaBuilder* pBuilder_ = nullptr;
 };
 
-/// Finds the line with "SCHEMA" outside a comment that starts its line, calls the factory with the stream, that
-/// line and the byte offset of "SCHEMA" in it, and returns what the factory made.
+/// Finds the line with "SCHEMA" outside a comment that starts its line, calls the factory with the stream,
+/// that line and the byte offset of "SCHEMA" in it, and returns what the factory made.
 ///
-/// The factory keeps what it makes owned: the stream is read to its end, each further header line calls it again
-/// and only the last result is returned, and none is when reading on fails. Null when there is no header line. A
-/// UTF-8 byte order mark at the start is skipped. Throws `kiv::exception` when the stream fails, and
-/// std::bad_function_call when a header is found and the factory is empty. As the stream is read to its end, one that
-/// is set to throw there always does, after the factory was called.
+/// The factory keeps what it makes owned: the stream is read to its end, each further header line calls it
+/// again and only the last result is returned, and none is when reading on fails. Null when there is no
+/// header line. A UTF-8 byte order mark at the start is skipped. Throws `kiv::exception` when the stream
+/// fails, and std::bad_function_call when a header is found and the factory is empty. A stream with eofbit in
+/// `exceptions()` therefore always throws, after the factory was called.
 KIV_EXPORT Schema*
 pStepStreamRead(std::istream& stream,
                 std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory);

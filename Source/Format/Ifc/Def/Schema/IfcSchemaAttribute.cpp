@@ -5,8 +5,8 @@
 #include "Base/NameHash.h"
 #include "Base/UpperCase.h"
 #include "Base/Words8.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 namespace kiv::ifc::def::schema {
@@ -49,7 +49,7 @@ void AttributeBase::vUpdate(Schema& schema) {
     std::size_t count = 0;
     for (const auto* type = first; type; type = pElementOf(type))
         ++count;
-    auto** const types = schema.arena_->pMakeArray<const ObjectBase*>(count);
+    auto** const types = SchemaBuilder::arenaOf(schema).pMakeArray<const ObjectBase*>(count);
     count = 0;
     for (const auto* type = first; type; type = pElementOf(type))
         types[count++] = type;
@@ -58,6 +58,12 @@ void AttributeBase::vUpdate(Schema& schema) {
 
 std::uint32_t AttributeBase::getNameHash() const {
     return nameHash(name_);
+}
+
+AttributeName::AttributeName(std::string_view name) : name_(name), nameEnd_(getLastBytes8(name)) {}
+
+bool AttributeName::isSameName(const AttributeBase& attribute) const {
+    return isSameText(attribute.name_, name_);
 }
 
 std::uint32_t AttributeName::getHash() const {

@@ -1,7 +1,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 
 #include "Format/Ifc/Def/Reports/IfcReports.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
@@ -21,7 +21,8 @@ void AttributeInverse::vUpdate(Schema& schema) {
     const auto* aggregate = DataTypeListInterface::pFrom(pFirstType());
     referredEntity_ = Entity::pFrom(aggregate ? aggregate->pElement() : pFirstType());
     if (referredEntity_)
-        referredAttribute_ = schema.pAttributeSearch(*referredEntity_, AttributeName(forAttributeName_));
+        referredAttribute_ =
+            SchemaBuilder::pAttribute(schema, *referredEntity_, AttributeName(forAttributeName_));
     if (!referredAttribute_)
         vReport(Report::InverseNotFound);
 }

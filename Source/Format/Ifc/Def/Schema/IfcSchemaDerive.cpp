@@ -1,7 +1,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDerive.h"
 
 #include "Format/Ifc/Def/Reports/IfcReports.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <algorithm>
@@ -17,10 +17,10 @@ void DeriveValue::update(const Entity& entity) {
 
 void DeriveValue::update(const Entity& entity, Schema& schema) {
     if (const auto key = redeclaredName())
-        vRedeclaredSet(schema.pAttributeSearch(entity, *key));
+        vRedeclaredSet(SchemaBuilder::pAttribute(schema, entity, *key));
 }
 
-/// What stands behind the dot; a plain derived attribute has none.
+/// What follows the dot; a plain derived attribute has none.
 std::optional<AttributeName> DeriveValue::redeclaredName() const {
     const auto dot = name_.find('.');
     if (dot == std::string_view::npos)

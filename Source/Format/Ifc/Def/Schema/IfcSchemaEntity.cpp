@@ -1,12 +1,16 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
+#include "Base/Arena.h"
 #include "Base/Ascii.h"
 #include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <istream>
+#include <span>
+#include <type_traits>
 #include <utility>
 
 namespace kiv::ifc::def::schema {
@@ -18,6 +22,12 @@ constexpr auto npos = std::string_view::npos;
 
 /// Most entities that declare attributes declare no more.
 constexpr std::size_t FewAttributes = 4;
+
+/// The entity of this name, to be changed; null when there is none.
+Entity* pEntity(Schema& schema, std::string_view name) {
+    auto* const found = SchemaBuilder::pObject(schema, name);
+    return Entity::pFrom(found) ? static_cast<Entity*>(found) : nullptr;
+}
 
 std::size_t supertypeCount(const Entity& entity) {
     std::size_t count = 0;
@@ -39,9 +49,31 @@ const Entity* pAncestor(const Entity* entity, std::size_t levels) {
 class Entity::Reader {
 public:
     Reader(Entity& entity, Schema& schema, ReadLineHelper& line, std::istream& stream) :
-        entity_(entity), schema_(schema), line_(line), stream_(stream) {}
+        entity_(entity),
+        schema_(schema),
+        line_(line),
+        stream_(stream),
+        attributes_(line.getArena()),
+        attributesInverse_(line.getArena()) {}
 
     void vRead() {
+        vLinesRead();
+        entity_.attributes_ = kept(attributes_);
+        entity_.attributesInverse_ = kept(attributesInverse_);
+    }
+
+private:
+    enum class Clause { NotSeen, Open, Closed };
+    static constexpr Keyword Colon{" : ", 1};
+
+    /// What lies in the arena stays there when the vector ends.
+    template <class Values>
+    static std::span<typename Values::value_type> kept(Values& values) {
+        static_assert(std::is_trivially_destructible_v<typename Values::value_type>);
+        return values;
+    }
+
+    void vLinesRead() {
         while (line_.boNextLine(stream_)) {
             if (line_.getLine().empty())
                 continue;
@@ -50,10 +82,6 @@ public:
                 return;
         }
     }
-
-private:
-    enum class Clause { NotSeen, Open, Closed };
-    static constexpr Keyword Colon{" : ", 1};
 
     void vLineRead() {
         // The clauses of the header move this position along the line; all others look at the whole line.
@@ -77,7 +105,7 @@ private:
         ended_ = Keyword("END_ENTITY", 3).isIn(line_.getLine());
     }
 
-    /// ABSTRACT counts on the first line behind the header only.
+    /// ABSTRACT counts on the first line after the header only.
     void vAbstractRead(std::size_t& pos) {
         constexpr Keyword word("ABSTRACT", 1);
         if (!first_)
@@ -100,8 +128,7 @@ private:
             return;
         supertypeSeen_ = true;
         pos = found + words.size();
-        const auto& names = line_.getNameViewsInList(pos, stream_);
-        entity_.supertypeOfNames_.assign(names.begin(), names.end());
+        entity_.supertypeOfNames_ = line_.getNamesKept(pos, stream_);
     }
 
     /// False when the rest of the line is to be ignored.
@@ -130,7 +157,10 @@ private:
     bool boAttributeRead() {
         if (clauseBegun_ || colon_ == npos)
             return false;
-        entity_.vAttributeAdd(line_, nameBeforeColon(), textBehindColon());
+        if (attributes_.empty())
+            attributes_.reserve(FewAttributes);
+        const auto& attribute = attributes_.emplace_back(entity_, line_, nameBeforeColon(), textAfterColon());
+        entity_.attributeBits_ |= AttributeName(attribute).getBit();
         return true;
     }
 
@@ -144,9 +174,9 @@ private:
         if (forPos == npos)
             return;
         const auto referred = text.substr(forPos + forWord.size());
-        entity_.attributesInverse_.emplace_back(entity_, line_, nameBeforeColon(),
-                                                text.substr(typePos, forPos - typePos),
-                                                referred.substr(0, referred.find(';')));
+        attributesInverse_.emplace_back(entity_, line_, nameBeforeColon(),
+                                        text.substr(typePos, forPos - typePos),
+                                        referred.substr(0, referred.find(';')));
     }
 
     void vUniqueRead() {
@@ -167,7 +197,7 @@ private:
         if (!boEntryOrClose(derive_))
             return;
         vStatementJoin();
-        entity_.derive_->vDeriveAdd(line_.getKept(labelBeforeColon()), line_.getKept(textBehindColon()));
+        entity_.derive_->vDeriveAdd(line_.getKept(labelBeforeColon()), line_.getKept(textAfterColon()));
     }
 
     /// Appends the following lines to the current one until it holds a ';'.
@@ -216,12 +246,14 @@ private:
     std::string_view nameBeforeColon() const { return ascii::trimmed(textBeforeColon(), BlankAndTab); }
     std::string_view labelBeforeColon() const { return ascii::trimmedLeft(textBeforeColon(), BlankAndTab); }
     std::string_view textBeforeColon() const { return line_.getLine().substr(0, colon_); }
-    std::string_view textBehindColon() const { return line_.getLine().substr(colon_ + Colon.size()); }
+    std::string_view textAfterColon() const { return line_.getLine().substr(colon_ + Colon.size()); }
 
     Entity& entity_;
     Schema& schema_;
     ReadLineHelper& line_;
     std::istream& stream_;
+    ArenaVector<Attribute> attributes_;
+    ArenaVector<AttributeInverse> attributesInverse_;
     bool supertypeSeen_ = false;
     Clause subtype_ = Clause::NotSeen;
     Clause inverse_ = Clause::NotSeen;
@@ -231,7 +263,7 @@ private:
     bool clauseBegun_ = false;
     bool first_ = true;
     bool ended_ = false;
-    // Where " : " stands in the current line.
+    // The position of " : " in the current line.
     std::size_t colon_ = npos;
 };
 
@@ -241,20 +273,9 @@ Entity::Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std
 }
 
 Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
-    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd),
-    attributes_(line.getArena()),
-    supertypeOfNames_(line.getArena()),
-    subtypes_(line.getArena()),
-    attributesInverse_(line.getArena()) {}
+    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd) {}
 
 Entity::~Entity() = default;
-
-void Entity::vAttributeAdd(ReadLineHelper& line, std::string_view name, std::string_view rest) {
-    if (attributes_.empty())
-        attributes_.reserve(FewAttributes);
-    const auto& attribute = attributes_.emplace_back(*this, line, name, rest);
-    attributeBits_ |= AttributeName(attribute).getBit();
-}
 
 const Entity* Entity::pFrom(const ObjectBase* object) {
     const bool is = object && object->getKind() == ObjectBase::Type::Entity;
@@ -266,7 +287,7 @@ void Entity::vUpdate(Schema& schema) {
     vSubtypesResolve(schema);
     for (auto& attribute : attributes_) {
         attribute.vUpdate(schema);
-        schema.vAttributeAdd(attribute);
+        SchemaBuilder::of(schema).vAttributeAdd(attribute);
     }
     if (derive_ && derive_->boRedeclares()) {
         vLineResolve(schema);
@@ -277,21 +298,20 @@ void Entity::vUpdate(Schema& schema) {
 }
 
 /// Resolves the supertypes of all entities above, ahead of their turn: entities are resolved in the order of
-/// their hashes, and a redeclared attribute may stand anywhere above. Each entity is passed once, by
+/// their hashes, and a redeclared attribute may be declared anywhere above. Each entity is passed once, by
 /// whichever comes first.
-void Entity::vLineResolve(const Schema& schema) {
+void Entity::vLineResolve(Schema& schema) {
     for (auto* entity = this; entity && !entity->lineResolved_; entity = entity->supertype_) {
         entity->vSupertypeResolve(schema);
         entity->lineResolved_ = true;
     }
 }
 
-void Entity::vSupertypeResolve(const Schema& schema) {
+void Entity::vSupertypeResolve(Schema& schema) {
     if (supertypeName_.empty() || supertypeSearched_)
         return;
     supertypeSearched_ = true;
-    auto* const found = schema.pObjectFind(supertypeName_);
-    auto* const entity = pFrom(found) ? static_cast<Entity*>(found) : nullptr;
+    auto* const entity = pEntity(schema, supertypeName_);
     // An entity above itself would have no root, and walks along supertypes no end.
     if (!entity || entity->getTopmost() == this) {
         vReport(Report::SupertypeNotFound);
@@ -310,14 +330,16 @@ Entity* Entity::getTopmost() {
     return top;
 }
 
-void Entity::vSubtypesResolve(const Schema& schema) {
-    subtypes_.reserve(supertypeOfNames_.size());
+void Entity::vSubtypesResolve(Schema& schema) {
+    auto** const subtypes = SchemaBuilder::arenaOf(schema).pMakeArray<Entity*>(supertypeOfNames_.size());
+    std::size_t count = 0;
     for (const auto& name : supertypeOfNames_) {
-        if (const auto* subtype = pFrom(schema.pObjectFromName(name)))
-            subtypes_.push_back(subtype);
+        if (auto* const subtype = pEntity(schema, name))
+            subtypes[count++] = subtype;
         else
             vReport(Report::SubtypeNotFound);
     }
+    subtypes_ = {subtypes, count};
 }
 
 void Entity::vUpdateInverse(Schema& schema) {

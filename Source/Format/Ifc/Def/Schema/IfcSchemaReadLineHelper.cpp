@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
+#include "Base/Arena.h"
 #include "Base/Words8.h"
 #include "kiv/Base/Exception.h"
 
@@ -13,8 +14,8 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-/// How much is read ahead at most, in bytes: little at first, as a text may hold thousands of schemas of a line each; then more
-/// and more, so that calls are few.
+/// How much is read ahead at most, in bytes: little at first, as a text may hold thousands of schemas of a
+/// line each; then more and more, so that calls are few.
 constexpr std::streamsize AheadFirst = 1 << 10;
 constexpr std::streamsize AheadMax = 1 << 16;
 
@@ -22,14 +23,14 @@ bool isNameEnd(char byte) {
     return ascii::isOneOf(byte, "\t ,)");
 }
 
-/// A stream that failed is told from one at its end.
+/// A stream that failed is an error, one at its end is not.
 void vStreamCheck(const std::istream& stream) {
     if (stream.fail() && !stream.eof())
         throw exception();
 }
 
-/// Calls an operation of the stream's buffer; what that throws becomes the state of the stream, as in all reading
-/// operations of streams.
+/// Calls an operation of the stream's buffer; what that throws becomes the state of the stream, as in all
+/// reading operations of streams.
 template <class Operation>
 void vBufferUse(std::istream& stream, Operation&& operation) {
     try {
@@ -38,7 +39,7 @@ void vBufferUse(std::istream& stream, Operation&& operation) {
         const bool isPassedOn = (stream.exceptions() & std::ios::badbit) != 0;
         try {
             stream.setstate(std::ios::badbit);
-        } catch (const std::ios::failure&) { // what the buffer threw tells more
+        } catch (const std::ios::failure&) { // what the buffer threw says more
         }
         if (isPassedOn)
             throw;
@@ -65,7 +66,8 @@ bool ReadLineHelper::boNextLine(std::istream& stream) {
     return true;
 }
 
-/// Takes the line byte by byte and nothing behind it. Not by std::getline, which makes a failed stream of a lack of memory.
+/// Takes the line byte by byte and nothing after it. Not by std::getline, which reports a lack of memory as a
+/// failed stream.
 bool ReadLineHelper::boLineOfStream(std::istream& stream) {
     using Traits = std::char_traits<char>;
     text_.clear();
@@ -165,7 +167,7 @@ void ReadLineHelper::vAheadGiveBack(std::istream& stream) noexcept {
         for (auto count = ahead_.size(); count > 0; --count)
             stream.rdbuf()->sungetc();
     } catch (...) {
-        // What the stream does not take back is lost to whoever reads on behind the schema.
+        // What the stream does not take back is lost to whoever reads on after the schema.
     }
     ahead_ = {};
 }
@@ -182,12 +184,22 @@ void ReadLineHelper::vNextLineOfList(std::istream& stream) {
 }
 
 std::vector<std::string> ReadLineHelper::getNamesInList(std::size_t& pos, std::istream& stream) {
-    const auto& names = getNameViewsInList(pos, stream);
-    return {names.begin(), names.end()};
+    vNamesRead(pos, stream);
+    return {names_.begin(), names_.end()};
 }
 
-const std::vector<std::string_view>& ReadLineHelper::getNameViewsInList(std::size_t& pos,
-                                                                        std::istream& stream) {
+std::span<const std::string_view> ReadLineHelper::getNamesKept(std::size_t& pos, std::istream& stream) {
+    vNamesRead(pos, stream);
+    auto* const names = static_cast<std::string_view*>(arena_.pAllocateFor<std::string_view>(names_.size()));
+    std::uninitialized_copy(names_.begin(), names_.end(), names);
+    return {names, names_.size()};
+}
+
+std::string_view ReadLineHelper::getCopy(std::string_view text) {
+    return arena_.getCopy(text);
+}
+
+void ReadLineHelper::vNamesRead(std::size_t& pos, std::istream& stream) {
     while ((pos = line_.find('(', pos)) == std::string_view::npos) {
         vNextLineOfList(stream);
         pos = 0;
@@ -198,7 +210,6 @@ const std::vector<std::string_view>& ReadLineHelper::getNameViewsInList(std::siz
         vNextLineOfList(stream);
         pos = 0;
     }
-    return names_;
 }
 
 /// Reads the names of the current line from `pos` on; true when the list ends in it, and then `pos` is where.

@@ -1,24 +1,34 @@
+/// @file
 /// The line tools that all readers of schema text share.
 ///
 ///     ReadLineHelper line;
 ///     while (line.boNextLine(stream))
 ///         use(line.getLine());
+///
+/// Ownership: what readers build out of lines refers to the arena of the helper.
+/// Threads:   not thread-safe.
+/// Errors:    a stream that fails without being at its end throws `kiv::exception` with an empty message.
 #pragma once
 
-#include "Base/Arena.h"
 #include "kiv/Base/Export.h"
 
 #include <cstddef>
 #include <ios>
 #include <iosfwd>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+namespace kiv {
+class Arena;
+}
+
 namespace kiv::ifc::def::schema {
 
-/// The lines of a text, each without its line feed, which follows every one of them. Views that live as long as the text.
+/// The lines of a text, each without its line feed, which follows every one of them. Views that live as long
+/// as the text.
 KIV_EXPORT std::vector<std::string_view> linesOfText(std::string_view text);
 
 /// Lines kept as one text, each followed by a line feed.
@@ -30,7 +40,7 @@ public:
     /// Adds a line, which is copied.
     void vLineAdd(std::string_view line);
 
-    /// Adds a line that outlives the text and has a line feed behind it.
+    /// Adds a line that outlives the text and is followed by a line feed.
     void vKeptLineAdd(std::string_view line);
 
     /// Forgets all lines, but keeps their memory for the next ones.
@@ -51,19 +61,19 @@ private:
     std::string copied_;
 };
 
-/// Holds the current line of a schema text, and the arena in which readers keep what they need of it. The position within
-/// the line is the callers' own.
+/// Holds the current line of a schema text, and the arena in which readers keep what they need of it. The
+/// position within the line is the callers' own.
 ///
 /// Ownership: what readers build out of lines refers to the arena; so that lives as long as they do.
-/// Threads:   one reader, one thread.
-/// Errors:    a stream that fails without being at its end throws `kiv::exception` with an empty message; one that is set
-///            to throw at its end std::ios::failure there.
+/// Threads:   not thread-safe.
+/// Errors:    a stream that fails without being at its end throws `kiv::exception` with an empty message; one
+///            that is set to throw at its end std::ios::failure there.
 class KIV_EXPORT ReadLineHelper {
 public:
     /// With an arena of its own; takes no more from the stream than the lines that it hands out.
     ReadLineHelper();
-    /// With an arena that outlives this object; reads ahead in the one stream that it is used with, as far as that has
-    /// bytes at hand, until `vAheadGiveBack`.
+    /// With an arena that outlives this object; reads ahead in the one stream that it is used with, as far as
+    /// that has bytes at hand, until `vAheadGiveBack`.
     explicit ReadLineHelper(Arena& arena);
     ~ReadLineHelper();
 
@@ -79,17 +89,17 @@ public:
     std::string_view getLine() const { return line_; }
 
     /// A part of the current line, in the arena.
-    std::string_view getKept(std::string_view part) { return isLineKept_ ? part : arena_.getCopy(part); }
+    std::string_view getKept(std::string_view part) { return isLineKept_ ? part : getCopy(part); }
 
     /// Adds the current line to others.
     void vLineAddTo(TextLines& lines) const;
 
     /// The text of lines, in the arena.
     std::string_view getKept(const TextLines& lines) {
-        return lines.isKept() ? lines.getText() : arena_.getCopy(lines.getText());
+        return lines.isKept() ? lines.getText() : getCopy(lines.getText());
     }
 
-    /// Puts what was read ahead back into the stream, which then stands behind the current line again.
+    /// Puts what was read ahead back into the stream, which is then after the current line again.
     void vAheadGiveBack(std::istream& stream) noexcept;
 
     /// Removes a leading UTF-8 byte order mark from the current line, which is the first of its stream.
@@ -97,12 +107,12 @@ public:
 
     /// Reads a parenthesised list of names, following it across lines; names as written, separated by tabs,
     /// blanks and commas. `pos` is a byte offset in the current line: where the search for '(' starts, and,
-    /// on return, where the ')' stands in what is then the current line. A list that the stream's end leaves
+    /// on return, where the ')' is in what is then the current line. A list that the stream's end leaves
     /// open throws `kiv::exception`.
     std::vector<std::string> getNamesInList(std::size_t& pos, std::istream& stream);
 
-    /// The same names in the arena; valid until the next list is read, but each name as long as the arena.
-    const std::vector<std::string_view>& getNameViewsInList(std::size_t& pos, std::istream& stream);
+    /// The same names, kept in the arena.
+    std::span<const std::string_view> getNamesKept(std::size_t& pos, std::istream& stream);
 
     /// Where readers keep what is no part of a line; it lives as long as this object, or longer.
     Arena& getArena() { return arena_; }
@@ -115,6 +125,8 @@ private:
     bool boLineAcrossBlocks(std::istream& stream);
     bool boBlockRead(std::istream& stream);
     void vLineSet(std::string_view line, bool isKept);
+    std::string_view getCopy(std::string_view text);
+    void vNamesRead(std::size_t& pos, std::istream& stream);
     void vNextLineOfList(std::istream& stream);
     bool boNamesOfLineRead(std::size_t& pos);
 
@@ -139,7 +151,7 @@ private:
 };
 
 /// Splits the rest of one line, from byte offset `pos`, at commas. Blanks before an item are skipped, blanks
-/// behind it are kept; the last item ends at the first ';', else at the first blank, else with the text.
+/// after it are kept; the last item ends at the first ';', else at the first blank, else with the text.
 KIV_EXPORT std::vector<std::string> sListFromStringCommaSep(const std::string& text, std::size_t pos);
 
 } // namespace kiv::ifc::def::schema

@@ -1,8 +1,9 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>
 #include <istream>
@@ -56,10 +57,10 @@ void Type::vStatementRead(Schema& schema, ReadLineHelper& line, std::istream& st
     }
 }
 
-Type* Type::pUnderlyingTypeFind(const Schema& schema) {
+Type* Type::pUnderlyingTypeFind(Schema& schema) {
     if (underlying_)
         return nullptr;
-    auto* const found = schema.pObjectFind(underlyingKeyword_);
+    auto* const found = SchemaBuilder::pObject(schema, underlyingKeyword_);
     if (!found || found->getKind() != ObjectBase::Type::Type)
         return nullptr;
     underlying_ = found;

@@ -1,11 +1,18 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 
+#include "Base/Arena.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 #include "kiv/Host/Assert/KivAssert.h"
 
+#include <algorithm>
 #include <istream>
+#include <memory>
+#include <string>
+#include <utility>
 
 namespace kiv::ifc::def::schema {
 
@@ -16,7 +23,7 @@ constexpr std::size_t FewRules = 2;
 
 } // namespace
 
-Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) : rules_(line.getArena()) {
+Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) {
     auto& lines = line.getEmptyLines();
     constexpr Keyword end("END_", 3);
     bool open = false;
@@ -34,6 +41,10 @@ Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) :
     text_ = line.getKept(lines);
 }
 
+std::vector<std::string_view> Where::getLines() const {
+    return linesOfText(text_);
+}
+
 void Where::parseRules(Schema& schema) {
     try {
         vRulesParse(schema);
@@ -48,14 +59,25 @@ void Where::parseRules(Schema& schema) {
 
 void Where::vRulesParse(Schema& schema) {
     ExpressTokenizer tokenizer(text_);
-    ExpressParser parser(tokenizer, schema, *schema.arena_);
-    const auto before = rules_.size();
-    if (rules_.empty())
-        rules_.reserve(FewRules);
-    while (parser.boParseRule(rules_)) {
-    }
-    if (rules_.size() == before)
+    auto& arena = SchemaBuilder::arenaOf(schema);
+    ExpressParser parser(tokenizer, schema, arena);
+    const auto before = count_;
+    while (auto rule = parser.parseRule())
+        vRuleAdd(std::move(*rule), arena);
+    if (count_ == before)
         parser.vFail(std::string(textOf(SyntaxMessage::RuleExpected)));
+}
+
+void Where::vRuleAdd(ParsedRule&& rule, Arena& arena) {
+    if (count_ == room_) {
+        const auto room = std::max(FewRules, 2 * room_);
+        auto* const rules = static_cast<ParsedRule*>(arena.pAllocateFor<ParsedRule>(room));
+        std::uninitialized_move_n(rules_, count_, rules);
+        rules_ = rules;
+        room_ = room;
+    }
+    std::construct_at(rules_ + count_, std::move(rule));
+    ++count_;
 }
 
 } // namespace kiv::ifc::def::schema

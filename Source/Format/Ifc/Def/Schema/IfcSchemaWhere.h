@@ -1,3 +1,4 @@
+/// @file
 /// The WHERE clause of an entity or a defined type: its text and its rules as expression trees.
 ///
 ///     for (const auto& rule : wall.pWhere()->getRules())
@@ -8,43 +9,104 @@
 /// Errors:    a rule that cannot be parsed is an assertion report; the rules before it are kept.
 #pragma once
 
-#include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 
 #include <cstddef>
 #include <iosfwd>
+#include <iterator>
 #include <string_view>
 #include <vector>
 
+namespace kiv {
+class Arena;
+}
+
 namespace kiv::ifc::def::schema {
 
+class ReadLineHelper;
 class Schema;
+
+/// The rules of a clause, in the order of the text: a list that is looked at, not changed.
+class ParsedRules {
+public:
+    class Iterator {
+    public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = ParsedRule;
+        using difference_type = std::ptrdiff_t;
+        using pointer = const ParsedRule*;
+        using reference = const ParsedRule&;
+
+        Iterator() = default;
+        explicit Iterator(const ParsedRule* rule) : rule_(rule) {}
+
+        const ParsedRule& operator*() const { return *rule_; }
+        const ParsedRule* operator->() const { return rule_; }
+        Iterator& operator++() {
+            ++rule_;
+            return *this;
+        }
+        Iterator operator++(int) {
+            auto before = *this;
+            ++*this;
+            return before;
+        }
+        friend bool operator==(const Iterator&, const Iterator&) = default;
+
+    private:
+        const ParsedRule* rule_ = nullptr;
+    };
+    using value_type = ParsedRule;
+    using iterator = Iterator;
+    using const_iterator = Iterator;
+
+    ParsedRules(const ParsedRule* rules, std::size_t count) : rules_(rules), count_(count) {}
+
+    std::size_t size() const { return count_; }
+    bool empty() const { return count_ == 0; }
+    Iterator begin() const { return Iterator(rules_); }
+    Iterator end() const { return Iterator(rules_ + count_); }
+    /// The index is below the size.
+    const ParsedRule& operator[](std::size_t index) const { return rules_[index]; }
+
+private:
+    const ParsedRule* rules_;
+    std::size_t count_;
+};
 
 class KIV_EXPORT Where {
 public:
     /// Reads the lines that follow the current one, up to the line that contains "END_", which is left as the
-    /// current line, or up to the end of the stream. `pos`, the byte offset behind WHERE, and the schema are
+    /// current line, or up to the end of the stream. `pos`, the byte offset after WHERE, and the schema are
     /// not looked at: the line of the keyword itself is no part of the clause.
     Where(Schema& schema, ReadLineHelper& line, std::size_t pos, std::istream& stream);
+
+    Where(const Where&) = delete;
+    Where& operator=(const Where&) = delete;
 
     /// Parses the text and appends its rules; a clause that is resolved twice holds its rules twice.
     /// A literal out of range leaves this as std::out_of_range.
     void parseRules(Schema& schema);
 
     /// The lines that belong to rules, as read; they live as long as this object.
-    std::vector<std::string_view> getLines() const { return linesOfText(text_); }
+    std::vector<std::string_view> getLines() const;
 
     /// The same lines, each followed by a line feed.
     std::string_view getText() const { return text_; }
 
     /// The parsed rules in the order of the text.
-    const ArenaVector<ParsedRule>& getRules() const { return rules_; }
+    ParsedRules getRules() const { return {rules_, count_}; }
 
 private:
     void vRulesParse(Schema& schema);
+    void vRuleAdd(ParsedRule&& rule, Arena& arena);
 
     std::string_view text_;
-    ArenaVector<ParsedRule> rules_;
+    // Lie in the arena of the schema, as their trees do, and are gone with it.
+    ParsedRule* rules_ = nullptr;
+    std::size_t count_ = 0;
+    std::size_t room_ = 0;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -39,7 +39,7 @@ struct Declared {
                               "END_ENTITY;\n"
                               "TYPE Rels = SET OF Rel;\nEND_TYPE;\n"
                               "FUNCTION Fun : REAL;\nEND_FUNCTION;")),
-        inverse(entityOf(*schema, "X").getAttributesInverse().at(0)) {}
+        inverse(entityOf(*schema, "X").getAttributesInverse()[0]) {}
 
     std::unique_ptr<Schema> schema;
     const AttributeInverse& inverse;

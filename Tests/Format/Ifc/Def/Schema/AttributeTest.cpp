@@ -29,7 +29,7 @@ struct Declared {
                               "TYPE Label = STRING;\nEND_TYPE;\n"
                               "TYPE Labels = LIST OF Label;\nEND_TYPE;\n"
                               "FUNCTION Fun : REAL;\nEND_FUNCTION;")),
-        attribute(entityOf(*schema, "X").getAttributes().at(0)) {}
+        attribute(entityOf(*schema, "X").getAttributes()[0]) {}
 
     std::unique_ptr<Schema> schema;
     const Attribute& attribute;
@@ -39,7 +39,7 @@ struct Declared {
 
 TEST(AttributeTest, KnowsItsEntityItsNamesAndItsHash) {
     const auto schema = schemaFromText("ENTITY X;\n  IfcWall : REAL;\nEND_ENTITY;");
-    const auto& attribute = entityOf(*schema, "X").getAttributes().at(0);
+    const auto& attribute = entityOf(*schema, "X").getAttributes()[0];
     EXPECT_EQ(&attribute.getEntity(), &entityOf(*schema, "X"));
     EXPECT_EQ(attribute.getName(), "IfcWall");
     EXPECT_EQ(attribute.getNameUpper(), "IFCWALL");
@@ -120,7 +120,7 @@ TEST(AttributeTest, ResolvedTypesListTheTypeFromOutsideIn) {
         {"SET OF REAL;", {"SET", "REAL"}},
         {"LIST [1:?] OF LIST [2:3] OF Ent;", {"LIST", "LIST", "Ent"}},
         {"ARRAY [1:2] OF SET OF LIST OF STRING(5);", {"ARRAY", "SET", "LIST", "STRING(5)"}},
-        // The chain ends at a named object, whatever that stands for.
+        // The chain ends at a named object, whatever that is.
         {"Labels;", {"Labels"}},
         {"LIST OF Labels;", {"LIST", "Labels"}},
         {"ENUMERATION OF (A, B);", {"ENUMERATION"}},

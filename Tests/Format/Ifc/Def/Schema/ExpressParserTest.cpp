@@ -32,10 +32,10 @@ constexpr std::string_view Names = "TYPE Kind = ENUMERATION OF (SOLID, HOLLOW);\
 class ExpressParserTest : public testing::Test {
 protected:
     /// All rules of the text.
-    kiv::ArenaVector<ParsedRule> rulesOf(std::string_view text) const {
+    std::vector<ParsedRule> rulesOf(std::string_view text) const {
         ExpressTokenizer tokenizer(text);
         ExpressParser parser(tokenizer, *schema_);
-        kiv::ArenaVector<ParsedRule> rules;
+        std::vector<ParsedRule> rules;
         while (parser.boParseRule(rules)) {
         }
         return rules;
@@ -277,7 +277,7 @@ TEST_F(ExpressParserTest, QualifiersFollowPrimaries) {
         {"f(a).b", "f(a).b"},
         {"f(a)[1].b", "f(a)[1].b"},
         {"f()\\g", "f()\\g"},
-        // Behind a qualifier any identifier is a name, that of a type as well.
+        // After a qualifier any identifier is a name, that of a type as well.
         {"a.Kind", "a.Kind"},
         {"a\\Kind", "a\\Kind"},
         {"a . b [ 1 ]", "a.b[1]"},
@@ -452,7 +452,7 @@ TEST_F(ExpressParserTest, RuleWithoutALabelEndsTheRulesAtOnce) {
          {"1 : a;", "(a) = b;", "'w' : a;", "SELF : a;", "list : a;", "; a : b;", ": a;"}) {
         ExpressTokenizer tokenizer(text);
         ExpressParser parser(tokenizer, *schema_);
-        kiv::ArenaVector<ParsedRule> rules;
+        std::vector<ParsedRule> rules;
         EXPECT_FALSE(parser.boParseRule(rules)) << text;
         EXPECT_FALSE(parser.boParseRule(rules)) << text;
         EXPECT_TRUE(rules.empty()) << text;
@@ -462,7 +462,7 @@ TEST_F(ExpressParserTest, RuleWithoutALabelEndsTheRulesAtOnce) {
 TEST_F(ExpressParserTest, WhereThereIsNoRuleNothingIsConsumed) {
     ExpressTokenizer tokenizer("(a)");
     ExpressParser parser(tokenizer, *schema_);
-    kiv::ArenaVector<ParsedRule> rules;
+    std::vector<ParsedRule> rules;
     ASSERT_FALSE(parser.boParseRule(rules));
     EXPECT_EQ(sExpressionText(*parser.parseExpression()), "a");
 }
@@ -481,7 +481,7 @@ TEST_F(ExpressParserTest, LineCommentEndsARule) {
 TEST_F(ExpressParserTest, RulesBeforeAnErrorAreKept) {
     ExpressTokenizer tokenizer("a : 1; b : 2; c : ; d : 4;");
     ExpressParser parser(tokenizer, *schema_);
-    kiv::ArenaVector<ParsedRule> rules;
+    std::vector<ParsedRule> rules;
     EXPECT_TRUE(parser.boParseRule(rules));
     EXPECT_TRUE(parser.boParseRule(rules));
     EXPECT_THROW(parser.boParseRule(rules), ExpressParser::SyntaxError);
@@ -493,7 +493,7 @@ TEST_F(ExpressParserTest, RuleIsLostWhenTheTokenBehindItsEndIsAnError) {
     // The parser reads one token ahead: the ';' is not consumed before the next token is known.
     ExpressTokenizer tokenizer("a : 1; % : 2;");
     ExpressParser parser(tokenizer, *schema_);
-    kiv::ArenaVector<ParsedRule> rules;
+    std::vector<ParsedRule> rules;
     EXPECT_THROW(parser.boParseRule(rules), ExpressParser::SyntaxError);
     EXPECT_TRUE(rules.empty());
 }

@@ -2,9 +2,8 @@
 
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
 #include "Support/AssertCollector.h"
-#include "Support/FailingStream.h"
+#include "Support/FailingStreamCheck.h"
 #include "Support/SchemaFromText.h"
-#include "kiv/Base/Exception.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include <gmock/gmock.h>
@@ -111,12 +110,11 @@ TEST(FunctionTest, NothingInABodyIsResolvedOrReported) {
 TEST(FunctionTest, StreamThatFailsInsideTheBodyIsAnException) {
     const std::string_view text = "FUNCTION F : REAL;\n  a\n\n  b\nEND_FUNCTION;\n";
     const auto schema = schemaFromText("");
-    for (std::size_t bytes = 19; bytes < text.size(); ++bytes) {
-        FailingStream stream(text, bytes);
+    vFailingStreamCheck(text, 19, [&](std::istream& stream) {
         ReadLineHelper line;
         ASSERT_TRUE(line.boNextLine(stream));
-        EXPECT_THROW(Function(*schema, line, 0, stream), kiv::exception) << bytes;
-    }
+        const Function function(*schema, line, 0, stream);
+    });
 }
 
 TEST(RuleTest, KeepsTheLinesOfItsBody) {
@@ -151,12 +149,11 @@ TEST(RuleTest, StreamThatEndsInsideTheBodyEndsTheRule) {
 TEST(RuleTest, StreamThatFailsInsideTheBodyIsAnException) {
     const std::string_view text = "RULE R FOR (A);\n  a\nEND_RULE;\n";
     const auto schema = schemaFromText("");
-    for (std::size_t bytes = 16; bytes < text.size(); ++bytes) {
-        FailingStream stream(text, bytes);
+    vFailingStreamCheck(text, 16, [&](std::istream& stream) {
         ReadLineHelper line;
         ASSERT_TRUE(line.boNextLine(stream));
-        EXPECT_THROW(Rule(*schema, line, 0, stream), kiv::exception) << bytes;
-    }
+        const Rule rule(*schema, line, 0, stream);
+    });
 }
 
 } // namespace

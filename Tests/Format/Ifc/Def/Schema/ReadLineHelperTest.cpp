@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <initializer_list>
 #include <ios>
 #include <istream>
 #include <sstream>
@@ -113,7 +114,7 @@ TEST(ReadLineHelperTest, AStreamThatIsToThrowAtItsEndDoesSo) {
     EXPECT_TRUE(stream.eof());
 }
 
-/// Tells how many bytes it has, hands out so many of them at once, and takes none back.
+/// Says how many bytes it has, hands out at most `atOnce` of them at once, and takes none back.
 class OneWayBuffer : public std::streambuf {
 public:
     OneWayBuffer(std::string_view text, std::size_t atOnce) : text_(text), atOnce_(atOnce) {}
@@ -214,13 +215,24 @@ struct ListRow {
     std::string_view text;
     std::size_t pos;
     Strings names;
-    /// The line that is current afterwards, and where its ')' stands.
+    /// The line that is current afterwards, and where its ')' is.
     std::string_view lastLine;
     std::size_t end;
 };
 
+void vListsCheck(std::initializer_list<ListRow> rows) {
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        LineAndStream text(row.text);
+        std::size_t pos = row.pos;
+        EXPECT_EQ(text.line.getNamesInList(pos, text.stream), row.names);
+        EXPECT_EQ(text.line.getLine(), row.lastLine);
+        EXPECT_EQ(pos, row.end);
+    }
+}
+
 TEST(NamesInListTest, ReadsTheNamesBetweenTheParentheses) {
-    const ListRow rows[] = {
+    vListsCheck({
         {"(IfcA)", 0, {"IfcA"}, "(IfcA)", 5},
         {"(IfcA, IfcB)", 0, {"IfcA", "IfcB"}, "(IfcA, IfcB)", 11},
         {"(A,B,C);", 0, {"A", "B", "C"}, "(A,B,C);", 6},
@@ -234,15 +246,7 @@ TEST(NamesInListTest, ReadsTheNamesBetweenTheParentheses) {
         {"ENUMERATION OF (A,B);", 11, {"A", "B"}, "ENUMERATION OF (A,B);", 19},
         {"(no) (yes)", 1, {"yes"}, "(no) (yes)", 9},
         {"(A)) SUBTYPE OF (B);", 0, {"A"}, "(A)) SUBTYPE OF (B);", 2},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text);
-        LineAndStream text(row.text);
-        std::size_t pos = row.pos;
-        EXPECT_EQ(text.line.getNamesInList(pos, text.stream), row.names);
-        EXPECT_EQ(text.line.getLine(), row.lastLine);
-        EXPECT_EQ(pos, row.end);
-    }
+    });
 }
 
 TEST(NamesInListTest, ListThatEndsOnTheNextLineYieldsAllItsNames) {
@@ -254,7 +258,7 @@ TEST(NamesInListTest, ListThatEndsOnTheNextLineYieldsAllItsNames) {
 }
 
 TEST(NamesInListTest, FollowsTheListAcrossAnyNumberOfLines) {
-    const ListRow rows[] = {
+    vListsCheck({
         {"SELECT\n\t(A\n\t,B\n\n   \n,C\n)\n", 6, {"A", "B", "C"}, ")", 0},
         // The search for '(' starts anew at the start of each line.
         {"SELECT\nx (A)", 6, {"A"}, "x (A)", 4},
@@ -263,15 +267,7 @@ TEST(NamesInListTest, FollowsTheListAcrossAnyNumberOfLines) {
         // A name never spans lines.
         {"(Ifc\nA)", 0, {"Ifc", "A"}, "A)", 1},
         {"(A\r\n,B\r\n)\r\n", 0, {"A", "B"}, ")", 0},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text);
-        LineAndStream text(row.text);
-        std::size_t pos = row.pos;
-        EXPECT_EQ(text.line.getNamesInList(pos, text.stream), row.names);
-        EXPECT_EQ(text.line.getLine(), row.lastLine);
-        EXPECT_EQ(pos, row.end);
-    }
+    });
 }
 
 TEST(NamesInListTest, StartsBehindTheEndOfTheLineToo) {

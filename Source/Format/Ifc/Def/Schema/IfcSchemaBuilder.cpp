@@ -1,0 +1,257 @@
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
+
+#include "Base/HashSort.h"
+#include "Base/Words8.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+
+#include <algorithm>
+#include <istream>
+#include <stdexcept>
+#include <utility>
+
+namespace kiv::ifc::def::schema {
+
+namespace {
+
+template <class Object>
+ArenaPtr<ObjectBase> pRead(Schema& schema, ReadLineHelper& line, std::size_t pos, std::istream& stream) {
+    return line.getArena().pMakeOwned<Object>(schema, line, pos, stream);
+}
+
+struct Statement {
+    Keyword keyword;
+    ArenaPtr<ObjectBase> (*read)(Schema&, ReadLineHelper&, std::size_t, std::istream&);
+};
+
+/// The first keyword in this order that a line contains decides, wherever it is in the line.
+constexpr Statement Statements[] = {{{"TYPE", 1}, &pRead<Type>},
+                                    {{"ENTITY", 5}, &pRead<Entity>},
+                                    {{"FUNCTION", 1}, &pRead<Function>},
+                                    {{"RULE", 1}, &pRead<Rule>}};
+
+/// Leaves a stream after the line that was read last, also when reading is broken off.
+class AheadGuard {
+public:
+    AheadGuard(ReadLineHelper& line, std::istream& stream) : line_(line), stream_(stream) {}
+    ~AheadGuard() { line_.vAheadGiveBack(stream_); }
+    AheadGuard(const AheadGuard&) = delete;
+    AheadGuard& operator=(const AheadGuard&) = delete;
+
+private:
+    ReadLineHelper& line_;
+    std::istream& stream_;
+};
+
+/// A stable sort for what is in long runs sorted already, as the declarations of a schema are.
+template <class Value, class Less>
+void vSortRuns(std::vector<Value>& values, Less less) {
+    std::vector<std::size_t> starts;
+    for (std::size_t index = 0; index < values.size(); ++index) {
+        if (index == 0 || less(values[index], values[index - 1]))
+            starts.push_back(index);
+    }
+    const auto at = [&](std::size_t run) {
+        return values.begin() +
+               static_cast<std::ptrdiff_t>(run < starts.size() ? starts[run] : values.size());
+    };
+    // Neighbours are merged until one run is left.
+    for (std::size_t width = 1; width < starts.size(); width *= 2) {
+        for (std::size_t run = 0; run + width < starts.size(); run += 2 * width)
+            std::inplace_merge(at(run), at(run + width), at(run + 2 * width), less);
+    }
+}
+
+} // namespace
+
+SchemaBuilder::SchemaBuilder(Schema& schema) : schema_(schema), model_(*schema.model_) {
+    schema.pBuilder_ = this;
+}
+
+SchemaBuilder::~SchemaBuilder() {
+    schema_.pBuilder_ = nullptr;
+}
+
+void SchemaBuilder::vBuild(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) {
+    vHeaderRead(headerLine, schemaPos);
+    vStatementsRead(stream);
+    vResolve();
+}
+
+SchemaBuilder& SchemaBuilder::of(Schema& schema) {
+    if (!schema.pBuilder_)
+        throw std::logic_error("a schema that is built cannot be changed");
+    return *schema.pBuilder_;
+}
+
+const Attribute* SchemaBuilder::pAttribute(Schema& schema, const Entity& entity, const AttributeName& key) {
+    // An entity that a host resolves on a built schema asks only a few questions.
+    return schema.pBuilder_ ? schema.pBuilder_->attributeSearch_.pFind(entity, key)
+                            : entity.pAttributeFromName(key, true);
+}
+
+DataTypeBase& SchemaBuilder::sharedType(Schema& schema, std::size_t index, std::string_view keyword,
+                                        TypeMaker make) {
+    auto& slot = schema.model_->sharedTypes[index];
+    if (!slot) {
+        auto& arena = of(schema).model_.arena;
+        slot = make(arena);
+        slot->vNameSet(keyword, arena);
+    }
+    return *slot;
+}
+
+DataTypeBase& SchemaBuilder::typeAdd(std::string_view keyword, ArenaPtr<DataTypeBase> type) {
+    type->vNameSet(keyword, model_.arena);
+    return *model_.dataTypes.emplace_back(std::move(type));
+}
+
+bool SchemaBuilder::AggregateNesting::isTooDeep() const {
+    return depth_ > AggregateNestingMax;
+}
+
+void SchemaBuilder::vHeaderRead(const std::string& headerLine, std::size_t schemaPos) {
+    constexpr std::string_view keyword = "SCHEMA";
+    const std::string_view header = headerLine;
+    const auto start = header.find_first_not_of(' ', schemaPos + keyword.size());
+    if (start == std::string_view::npos)
+        return;
+    model_.name = header.substr(start, header.substr(start).find(';'));
+}
+
+void SchemaBuilder::vStatementsRead(std::istream& stream) {
+    constexpr Keyword end("END_SCHEMA", 3);
+    ReadLineHelper line(model_.arena);
+    const AheadGuard guard(line, stream);
+    while (line.boNextLine(stream)) {
+        if (auto object = pStatementRead(line, stream)) {
+            model_.objectsAsRead.push_back(object.get());
+            model_.objects.push_back(std::move(object));
+            continue;
+        }
+        if (end.isIn(line.getLine()))
+            return;
+    }
+}
+
+ArenaPtr<ObjectBase> SchemaBuilder::pStatementRead(ReadLineHelper& line, std::istream& stream) {
+    if (line.getLine().empty())
+        return nullptr;
+    for (const auto& statement : Statements) {
+        const auto pos = statement.keyword.findIn(line.getLine());
+        if (pos != std::string::npos)
+            return statement.read(schema_, line, pos, stream);
+    }
+    return nullptr;
+}
+
+void SchemaBuilder::vResolve() {
+    vObjectsByNameBuild();
+    vObjectTableBuild();
+    // Resolving one may make further ones, which are resolved at once.
+    const auto dataTypeCount = model_.dataTypes.size();
+    for (std::size_t index = 0; index < dataTypeCount; ++index)
+        model_.dataTypes[index]->vUpdate(schema_);
+    for (auto* const object : objectsByHash())
+        object->vUpdate(schema_);
+    vAttributesDirectoryBuild();
+    vInverseAndNumbersResolve();
+}
+
+void SchemaBuilder::vObjectsByNameBuild() {
+    objectsByName_.reserve(model_.objects.size());
+    for (const auto& object : model_.objects)
+        objectsByName_.push_back(object.get());
+    vSortRuns(objectsByName_, [](const auto* left, const auto* right) {
+        return boLessText(left->getNameUpper(), right->getNameUpper());
+    });
+    const auto isSameName = [](const auto* left, const auto* right) {
+        return isSameText(left->getNameUpper(), right->getNameUpper());
+    };
+    objectsByName_.erase(std::unique(objectsByName_.begin(), objectsByName_.end(), isSameName),
+                         objectsByName_.end());
+    model_.objectsByName.assign(objectsByName_.begin(), objectsByName_.end());
+}
+
+void SchemaBuilder::vObjectTableBuild() {
+    model_.objectTable.vReserve(model_.objects.size());
+    for (const auto& object : model_.objects)
+        model_.objectTable.vAdd(object->getNameUpper(), *object);
+}
+
+/// The order in which objects are resolved, and so the order of the reports about them: by the hash of the
+/// upper-cased name, its length, and its bytes.
+std::vector<ObjectBase*> SchemaBuilder::objectsByHash() const {
+    struct Key {
+        std::uint32_t hash;
+        std::uint32_t index;
+    };
+    std::vector<Key> keys;
+    keys.reserve(model_.objects.size());
+    for (const auto& object : model_.objects)
+        keys.push_back({object->getNameUpperHash(), static_cast<std::uint32_t>(keys.size())});
+    sortedByHash(keys, [this](const Key& left, const Key& right) {
+        if (left.hash != right.hash)
+            return left.hash < right.hash;
+        const auto leftName = model_.objects[left.index]->getNameUpper();
+        const auto rightName = model_.objects[right.index]->getNameUpper();
+        if (leftName.size() != rightName.size())
+            return leftName.size() < rightName.size();
+        return leftName != rightName ? leftName < rightName : left.index < right.index;
+    });
+    std::vector<ObjectBase*> objects;
+    objects.reserve(keys.size());
+    for (const auto& key : keys)
+        objects.push_back(model_.objects[key.index].get());
+    return objects;
+}
+
+void SchemaBuilder::vAttributesDirectoryBuild() {
+    model_.attributesDirectory.vReserve(model_.attributes.size());
+    for (const auto* const attribute : model_.attributes)
+        model_.attributesDirectory.vAdd(attribute);
+    model_.attributesDirectory.vBuild();
+}
+
+void SchemaBuilder::vInverseAndNumbersResolve() {
+    for (auto* const object : objectsByName_) {
+        if (object->getKind() != ObjectBase::Type::Entity)
+            continue;
+        auto& entity = static_cast<Entity&>(*object);
+        entity.vUpdateInverse(schema_);
+        if (!entity.pSupertype())
+            vTreeNumber(entity);
+    }
+}
+
+void SchemaBuilder::vTreeNumber(Entity& root) {
+    struct Level {
+        Entity& entity;
+        std::size_t nextSubtype = 0;
+    };
+    std::vector<Level> levels;
+    // Entities that were met before keep their numbers, so that subtype lists that form a circle or share an
+    // entity end.
+    const auto enter = [&](Entity& entity) {
+        if (std::exchange(entity.numbered_, true))
+            return;
+        entity.firstNumber_ = ++entityNumber_;
+        levels.push_back({entity});
+    };
+    enter(root);
+    while (!levels.empty()) {
+        auto& level = levels.back();
+        if (level.nextSubtype < level.entity.subtypes_.size()) {
+            enter(*level.entity.subtypes_[level.nextSubtype++]);
+            continue;
+        }
+        level.entity.lastNumber_ = entityNumber_;
+        levels.pop_back();
+    }
+}
+
+} // namespace kiv::ifc::def::schema
