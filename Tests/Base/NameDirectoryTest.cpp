@@ -1,4 +1,5 @@
 #include "Base/NameDirectory.h"
+#include "Base/UpperCase.h"
 
 #include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"

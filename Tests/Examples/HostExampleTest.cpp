@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <sys/wait.h>
 #include <vector>
@@ -25,10 +26,17 @@ std::string sQuoted(const fs::path& path) {
     return '\'' + path.string() + '\'';
 }
 
+/// A new folder, which no other run of the test has.
+fs::path temporaryFolder() {
+    auto pattern = (fs::temp_directory_path() / "kiv-host-example-XXXXXX").native();
+    if (!mkdtemp(pattern.data()))
+        throw std::runtime_error("no temporary folder could be made");
+    return pattern;
+}
+
 /// Runs the example host in a folder of its own.
 class HostExample : public testing::Test {
 protected:
-    HostExample() { fs::create_directories(out_.parent_path()); }
     ~HostExample() override { fs::remove_all(folder_); }
 
     int run(const char* schema, const char* sets, const char* entity, const char* question) {
@@ -51,9 +59,7 @@ protected:
         return names;
     }
 
-    fs::path folder_ =
-        fs::temp_directory_path() /
-        ("kiv-host-example-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
+    fs::path folder_ = temporaryFolder();
     fs::path out_ = folder_ / "out";
 };
 

@@ -2,17 +2,23 @@
 
 #include <fmt/format.h>
 #include <unistd.h>
+#include <utility>
 
 namespace kiv::kivifc {
 
 namespace {
 
+constexpr std::chrono::milliseconds Delay(500);
 constexpr std::chrono::milliseconds Interval(100);
 
 } // namespace
 
-Progress::Progress(std::FILE* stream, std::size_t total, std::chrono::milliseconds delay) :
-    stream_(stream), total_(total), isTerminal_(isatty(fileno(stream)) == 1), next_(Clock::now() + delay) {}
+Progress::Progress(std::FILE* stream, std::size_t total, std::function<Clock::time_point()> now) :
+    stream_(stream),
+    total_(total),
+    isTerminal_(isatty(fileno(stream)) == 1),
+    now_(std::move(now)),
+    next_(now_() + Delay) {}
 
 Progress::~Progress() {
     vHide();
@@ -21,7 +27,7 @@ Progress::~Progress() {
 void Progress::vShow(std::size_t done) {
     if (!isTerminal_)
         return;
-    const auto now = Clock::now();
+    const auto now = now_();
     if (now < next_)
         return;
     next_ = now + Interval;

@@ -14,14 +14,16 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
+#include <functional>
 
 namespace kiv::kivifc {
 
 class Progress {
 public:
-    /// A job that is done within `delay` shows nothing.
-    Progress(std::FILE* stream, std::size_t total,
-             std::chrono::milliseconds delay = std::chrono::milliseconds(500));
+    using Clock = std::chrono::steady_clock;
+
+    /// A job that is done within half a second shows nothing. `now` answers the time; tests have one of their own.
+    Progress(std::FILE* stream, std::size_t total, std::function<Clock::time_point()> now = Clock::now);
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
     /// Leaves a clean line.
@@ -34,12 +36,11 @@ public:
     void vHide();
 
 private:
-    using Clock = std::chrono::steady_clock;
-
     std::FILE* stream_;
     std::size_t total_;
     bool isTerminal_;
     bool isShown_ = false;
+    std::function<Clock::time_point()> now_;
     Clock::time_point next_;
 };
 

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -19,6 +20,7 @@
 #include <streambuf>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -250,10 +252,10 @@ TEST(SetMemory, ReportThatCannotBeMadeLeavesTheOldOne) {
                      "a message of some length that takes memory", 1);
     defs::XmlSetsErrors all;
     all.sets.insert(errors);
-    const auto path =
-        (std::filesystem::path(testing::TempDir()) /
-         ("kiv-report-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name())))
-            .string();
+    auto path = testing::TempDir() + "kiv-report-XXXXXX";
+    const int file = mkstemp(path.data());
+    ASSERT_NE(file, -1);
+    close(file);
     const Operation<Reporting> operation{
         .prepare =
             [&] {

@@ -186,7 +186,7 @@ TEST(DocumentGrowthTest, Markup) {
           [](std::size_t count) {
               return sSet(sJoined(count, [](std::size_t i) { return "<" + sNumbered("e", i) + "/>"; }));
           }},
-         {"declared attributes", 2'000,
+         {"declared attributes", 10'000,
           [](std::size_t count) {
               return "<!DOCTYPE e [<!ATTLIST e" +
                      sJoined(1000, [](std::size_t i) { return sNumbered(" a", i) + " CDATA #IMPLIED"; }) +
@@ -244,7 +244,7 @@ TEST(DocumentGrowthTest, Configurations) {
 
 // Each record is looked for among the attributes of its entity, and of those above it.
 TEST(DocumentGrowthTest, ConfigurationsOfManyAttributes) {
-    constexpr std::size_t Many = 5'000;
+    constexpr std::size_t Many = 20'000;
     const auto records = [](std::size_t count, const std::string& entity, const std::string& record) {
         return '\0' + ("<cnf:entity select='" + entity + "'>") +
                sJoined(count, [&](std::size_t i) { return sNumbered(record, i) + "'/>"; }) + "</cnf:entity>";

@@ -1,10 +1,7 @@
-/// Families of hostile input, and the law that holds for them: twice the size costs three times as much at most. It is
-/// judged at the first size, the given one or one above it, whose double takes ten milliseconds to read, and where it seems
-/// to fail at two larger sizes too; texts end at 64 MiB. Format/Ifc/Def/Growth.h has the reasons.
+/// Families of hostile input, and the law that holds for them: the work to read a text is in proportion to
+/// its size. Support/Growth.h says how that is judged, and what is done where it cannot be.
 ///
-///     vGrowthExpect({{"entities", 100'000, [](std::size_t count) { return sEntities(count); }}}, vSchemaRead);
-///
-/// Under sanitizers, where times tell nothing, each is only read.
+///     vGrowthExpect({{"entities", 50'000, [](std::size_t count) { return sEntities(count); }}}, vSchemaRead);
 #pragma once
 
 #include <cstddef>
@@ -17,12 +14,13 @@ namespace kiv::test {
 
 struct GrowthRow {
     std::string name;
-    /// Where measuring begins; the other size is twice as much.
+    /// Work is judged at a tenth and at a fifth of it, which takes moments. A sanitizer sees a text of the
+    /// whole size.
     std::size_t size;
     std::function<std::string(std::size_t)> text;
 };
 
-/// Has each text read at both sizes; the row whose text costs too much is told.
+/// Has each text read at both sizes; a failure names the row whose text costs too much.
 void vGrowthExpect(const std::vector<GrowthRow>& rows, const std::function<void(const std::string&)>& read);
 
 /// A piece of text for each number below `count`, one behind the other.

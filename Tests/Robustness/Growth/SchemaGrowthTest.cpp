@@ -156,7 +156,6 @@ TEST(SchemaGrowthTest, LongHeaders) {
 }
 
 TEST(SchemaGrowthTest, ManyOfOneKind) {
-    // The larger of the two sizes is a hundred thousand.
     constexpr std::size_t Many = 50'000;
     vGrowthExpect(
         {{"entities", Many,
@@ -179,7 +178,7 @@ TEST(SchemaGrowthTest, ManyOfOneKind) {
           }},
          {"attributes of types that are not shared", Many / 2,
           [](std::size_t count) { return sEntity("X", sTimes("A : LIST [1:?] OF SET OF REAL;\n", count)); }},
-         {"attributes with 256 aggregates", 100,
+         {"attributes with 256 aggregates", 1'000,
           [](std::size_t count) {
               return sEntity("X", sTimes("A : " + sTimes("LIST OF ", 256) + "REAL;\n", count));
           }},
@@ -220,7 +219,7 @@ TEST(SchemaGrowthTest, ManyOfOneKind) {
           }},
          {"lines of a body", Many,
           [](std::size_t count) { return "FUNCTION X\n" + sTimes("x := 1;\n", count) + "END_FUNCTION;"; }},
-         {"schemas", 10'000,
+         {"schemas", 20'000,
           [](std::size_t count) {
               return sEntity("X") + sTimes("END_SCHEMA;\nSCHEMA B;\n" + sEntity("X"), count);
           }},
@@ -239,7 +238,7 @@ TEST(SchemaGrowthTest, EqualNames) {
           [](std::size_t count) {
               return sTimes(sEntity("X", sSupertypeOf("X") + "\n SUBTYPE OF (X);"), count);
           }},
-         {"names that differ in letter case", 1U << 14,
+         {"names that differ in letter case", 1U << 15,
           [](std::size_t count) {
               return sJoined(count, [](std::size_t i) { return sEntity(sLetterCase(i)); });
           }},
@@ -462,7 +461,7 @@ TEST(SchemaGrowthTest, WhatNeverEnds) {
 
 // Each attribute is looked for in an entity and then in all above it, the nearest first.
 TEST(SchemaGrowthTest, RedeclaredAttributes) {
-    constexpr std::size_t Long = 5'000;
+    constexpr std::size_t Long = 20'000;
     const auto below = [](std::size_t number, const std::string& lines) {
         return sEntity(sNumbered("E", number + 1), sSubtypeOf("E", number) + "\n" + lines);
     };
@@ -518,9 +517,9 @@ TEST(SchemaGrowthTest, RedeclaredAttributes) {
           [=](std::size_t count) { return entity(count, [](std::size_t i) { return sNumbered("A", i); }); }},
          {"of the own entity, all of one name", Long,
           [=](std::size_t count) { return entity(count, [](std::size_t) { return std::string("A"); }); }},
-         {"of the own entity, in other letter case each", 1U << 13,
+         {"of the own entity, in other letter case each", 1U << 15,
           [=](std::size_t count) { return entity(count, sLetterCase); }},
-         {"of the own entity, with long names that differ in the middle", 500,
+         {"of the own entity, with long names that differ in the middle", 5'000,
           [=](std::size_t count) {
               return entity(count, [](std::size_t i) {
                   const std::string half(500, 'x');
@@ -531,7 +530,7 @@ TEST(SchemaGrowthTest, RedeclaredAttributes) {
 }
 
 TEST(SchemaGrowthTest, InverseAttributes) {
-    constexpr std::size_t Long = 5'000;
+    constexpr std::size_t Long = 20'000;
     const auto line = [](std::size_t count, const std::string& lines) {
         return sEntity("E0", "A : X;") + sJoined(count, [&](std::size_t i) {
                    return sEntity(sNumbered("E", i + 1), sSubtypeOf("E", i) + "\n" + lines);
@@ -564,14 +563,14 @@ TEST(SchemaGrowthTest, InverseAttributes) {
           }},
          {"to one entity", Long,
           [=](std::size_t count) { return entity(count, [](std::size_t i) { return sNumbered("A", i); }); }},
-         {"to one entity, in other letter case each", 1U << 13,
+         {"to one entity, in other letter case each", 1U << 15,
           [=](std::size_t count) { return entity(count, sLetterCase); }}},
         vSchemaRead);
 }
 
 // Each member that is an entity may be one of the supertypes of the object.
 TEST(SchemaGrowthTest, SelectsOfManyEntitiesAskedForTheEndOfALongLine) {
-    constexpr std::size_t Long = 5'000;
+    constexpr std::size_t Long = 20'000;
     const auto line = [](std::size_t count) {
         return sJoined(count, [](std::size_t i) { return sEntity(sNumbered("M", i)); }) + sEntity("E0") +
                sJoined(count,
@@ -596,7 +595,7 @@ TEST(SchemaGrowthTest, SelectsOfManyEntitiesAskedForTheEndOfALongLine) {
 // So a clause and the derived types of its type, each half of a text, cost by the square of it. The derived types alone
 // need not.
 TEST(SchemaGrowthTest, TypesOfOneTypeThatHasRules) {
-    vGrowthExpect({{"derived types", 10'000,
+    vGrowthExpect({{"derived types", 20'000,
                     [](std::size_t count) {
                         return "TYPE T = REAL;\n WHERE\n  WR1 : SELF > 0;\nEND_TYPE;\n" +
                                sJoined(count, [](std::size_t i) { return sType(sNumbered("D", i), "T"); });

@@ -1,8 +1,8 @@
 #include "kivifc/Progress.h"
 
-#include <array>
+#include <chrono>
 #include <cstdio>
-#include <fcntl.h>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <pty.h>
@@ -25,7 +25,6 @@ public:
         int slave = -1;
         if (openpty(&master_, &slave, nullptr, nullptr, nullptr) != 0)
             throw std::runtime_error("no terminal");
-        fcntl(master_, F_SETFL, O_NONBLOCK);
         stream_.reset(fdopen(slave, "w"));
     }
     Terminal(const Terminal&) = delete;
@@ -34,21 +33,43 @@ public:
 
     std::FILE* pStream() { return stream_.get(); }
 
+    /// What was written since the last time. A terminal hands that on when it likes, so a mark is written after it and
+    /// waited for.
     std::string sTaken() const {
-        std::array<char, 1024> buffer{};
-        const auto size = read(master_, buffer.data(), buffer.size());
-        return size < 0 ? std::string() : std::string(buffer.data(), static_cast<std::size_t>(size));
+        std::fputc(Mark, stream_.get());
+        std::fflush(stream_.get());
+        std::string text;
+        for (char byte = 0; read(master_, &byte, 1) == 1 && byte != Mark;)
+            text += byte;
+        return text;
     }
 
 private:
+    static constexpr char Mark = '\a';
+
     int master_ = -1;
     File stream_;
 };
 
+/// A time that passes when the test says so.
+class Time {
+public:
+    void vPass(std::chrono::milliseconds time) { *now_ += time; }
+
+    std::function<Progress::Clock::time_point()> now() const {
+        return [now = now_] { return *now; };
+    }
+
+private:
+    std::shared_ptr<Progress::Clock::time_point> now_ = std::make_shared<Progress::Clock::time_point>();
+};
+
 TEST(Progress, IsShownOnATerminalAndTakenAway) {
     Terminal terminal;
+    Time time;
     {
-        Progress progress(terminal.pStream(), 12, 0ms);
+        Progress progress(terminal.pStream(), 12, time.now());
+        time.vPass(500ms);
         progress.vShow(3);
         EXPECT_EQ(terminal.sTaken(), "\r\033[Kkivifc: 3 of 12 documents");
         progress.vHide();
@@ -61,33 +82,45 @@ TEST(Progress, IsShownOnATerminalAndTakenAway) {
 
 TEST(Progress, EndLeavesACleanLine) {
     Terminal terminal;
+    Time time;
     {
-        Progress progress(terminal.pStream(), 12, 0ms);
+        Progress progress(terminal.pStream(), 12, time.now());
+        time.vPass(500ms);
         progress.vShow(3);
         terminal.sTaken();
     }
     EXPECT_EQ(terminal.sTaken(), "\r\033[K");
 }
 
-TEST(Progress, IsShownSeldom) {
+TEST(Progress, IsShownTenTimesASecondAtMost) {
     Terminal terminal;
-    Progress progress(terminal.pStream(), 12, 0ms);
+    Time time;
+    Progress progress(terminal.pStream(), 12, time.now());
+    time.vPass(500ms);
     progress.vShow(3);
     terminal.sTaken();
-    progress.vShow(4); // within a tenth of a second
+    time.vPass(99ms);
+    progress.vShow(4);
     EXPECT_EQ(terminal.sTaken(), "");
+    time.vPass(1ms);
+    progress.vShow(5);
+    EXPECT_EQ(terminal.sTaken(), "\r\033[Kkivifc: 5 of 12 documents");
 }
 
 TEST(Progress, ShortJobShowsNothing) {
     Terminal terminal;
-    Progress progress(terminal.pStream(), 12, 1h);
+    Time time;
+    Progress progress(terminal.pStream(), 12, time.now());
+    time.vPass(499ms);
     progress.vShow(3);
     EXPECT_EQ(terminal.sTaken(), "");
 }
 
 TEST(Progress, FileSeesNothing) {
     const File file(std::tmpfile(), &std::fclose);
-    Progress progress(file.get(), 12, 0ms);
+    Time time;
+    Progress progress(file.get(), 12, time.now());
+    time.vPass(500ms);
     progress.vShow(3);
     progress.vHide();
     EXPECT_EQ(std::ftell(file.get()), 0);

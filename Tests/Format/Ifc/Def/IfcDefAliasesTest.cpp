@@ -1,6 +1,6 @@
 #include "kiv/Format/Ifc/Def/IfcDefAliases.h"
 
-#include "Format/Ifc/Def/Growth.h"
+#include "Support/Growth.h"
 #include "Support/XmlFromText.h"
 
 #include <gtest/gtest.h>

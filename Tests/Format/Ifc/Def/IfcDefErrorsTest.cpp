@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -36,11 +38,11 @@ std::string sReportOf(XmlSetErrors errors) {
 /// A folder of this test alone, removed with all that is in it at the end.
 class TemporaryFolder {
 public:
-    TemporaryFolder() :
-        path_(std::filesystem::path(testing::TempDir()) /
-              testing::UnitTest::GetInstance()->current_test_info()->name()) {
-        std::filesystem::remove_all(path_);
-        std::filesystem::create_directories(path_);
+    TemporaryFolder() {
+        auto pattern = testing::TempDir() + "kiv-errors-XXXXXX";
+        if (!mkdtemp(pattern.data()))
+            throw std::runtime_error("no temporary folder could be made");
+        path_ = pattern;
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;

@@ -1,8 +1,8 @@
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"
 
 #include "Format/Ifc/Def/DefDoubles.h"
-#include "Format/Ifc/Def/Growth.h"
 #include "Support/ErrorRecords.h"
+#include "Support/Growth.h"
 #include "Support/SchemaFromText.h"
 #include "Support/XmlFromText.h"
 

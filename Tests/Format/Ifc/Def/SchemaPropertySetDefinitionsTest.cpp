@@ -2,10 +2,10 @@
 
 #include "Base/NameHash.h"
 #include "Format/Ifc/Def/DefDoubles.h"
-#include "Format/Ifc/Def/Growth.h"
 #include "Format/Ifc/Def/StoreTools.h"
 #include "Support/Allocations.h"
 #include "Support/ErrorRecords.h"
+#include "Support/Growth.h"
 #include "Support/SchemaFromText.h"
 #include "Support/XmlFromText.h"
 

@@ -1,6 +1,6 @@
-#include "Format/Ifc/Def/Growth.h"
 #include "Format/Ifc/Def/Pset/PropertyTypeReading.h"
 #include "Support/ErrorRecords.h"
+#include "Support/Growth.h"
 
 namespace kiv::test {
 

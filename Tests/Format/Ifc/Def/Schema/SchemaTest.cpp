@@ -1,3 +1,4 @@
+#include "Base/UpperCase.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include "Format/Ifc/Def/Schema/SchemaTestTools.h"
@@ -147,7 +148,7 @@ TEST(SchemaTest, NamesThatDifferInOtherBytesThanLettersAreNotMixedUp) {
     EXPECT_EQ(schema->getObjectsByName().size(), 5U);
     for (const std::string_view name : {"x{", "X[", "X]", "x}", "X\\"}) {
         EXPECT_EQ(entityOf(*schema, name).getName(), name);
-        EXPECT_EQ(entityOf(*schema, sUpper(name)).getName(), name);
+        EXPECT_EQ(entityOf(*schema, kiv::sUpper(name)).getName(), name);
     }
     EXPECT_EQ(schema->pObjectFromName("X|"), nullptr);
 }
@@ -159,7 +160,7 @@ TEST(SchemaTest, AttributesWhoseNamesDifferInOtherBytesThanLettersAreNotMixedUp)
         attributes += "  " + name + " : REAL;\n";
     const auto schema = schemaFromText("ENTITY E;\n" + attributes + "END_ENTITY;");
     for (const auto& name : names) {
-        const auto found = schema->attributesGet(sUpper(name));
+        const auto found = schema->attributesGet(kiv::sUpper(name));
         ASSERT_EQ(found.size(), 1U) << name;
         EXPECT_EQ(found.front().get().getName(), name);
     }

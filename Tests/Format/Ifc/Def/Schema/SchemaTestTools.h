@@ -4,7 +4,6 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
-#include <ctime>
 #include <initializer_list>
 #include <span>
 #include <sstream>
@@ -46,17 +45,5 @@ inline std::string repeated(std::string_view text, std::size_t times) {
         result += text;
     return result;
 }
-
-/// Tells how much processor time was used since it was made; what else the machine does is not counted. The bounds in
-/// tests are far above what is needed: they find what grows with the square of the text or worse, under sanitizers too.
-class Stopwatch {
-public:
-    double getSeconds() const {
-        return static_cast<double>(std::clock() - start_) / static_cast<double>(CLOCKS_PER_SEC);
-    }
-
-private:
-    std::clock_t start_ = std::clock();
-};
 
 } // namespace kiv::test

@@ -1,0 +1,100 @@
+# shellcheck shell=bash
+# What the commands of ./dev share; sourced by it, in the top folder of the checkout.
+
+packages=(
+    g++ cmake ninja-build libexpat1-dev libcli11-dev libfmt-dev nlohmann-json3-dev libgtest-dev libgmock-dev
+)
+
+fail() {
+    progress ''
+    echo "dev: $*" >&2
+    exit 1
+}
+
+# One line that says what is going on, for who waits at a terminal. The next one takes its place, an empty one
+# clears it.
+progress() {
+    [ ! -t 2 ] || printf '\r\e[K%s' "${1:0:${COLUMNS:-80}}" >&2
+}
+
+# quietly COMMAND...: shows what it printed only when it fails.
+quietly() {
+    local output status=0
+    output=$("$@" 2>&1) || status=$?
+    [ $status -eq 0 ] || printf '%s\n' "$output" >&2
+    return $status
+}
+
+# Installs the Debian packages that are missing; does nothing where all are there.
+need() {
+    local missing=() sudo=() package
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || fail "to install as root first: ${missing[*]}"
+        sudo=(sudo)
+    fi
+    progress "installing ${missing[*]}"
+    quietly "${sudo[@]}" apt-get -o Acquire::Retries=3 update -qq
+    quietly "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get -o Acquire::Retries=3 install -y -qq --no-install-recommends "${missing[@]}"
+    progress ''
+}
+
+# configure PRESET [CMAKE OPTIONS...]
+configure() {
+    local preset=$1 log=build/$1/build.log werror=OFF
+    need "${packages[@]}"
+    [ -z "${CI:-}" ] || werror=ON
+    mkdir -p "build/$preset"
+    cmake --preset "$preset" -DKIV_WERROR=$werror "${@:2}" >"$log" 2>&1 || {
+        cat "$log" >&2
+        fail "CMake failed for $preset; log: $log"
+    }
+}
+
+# compile PRESET [TARGETS...], after configure
+compile() {
+    local preset=$1 log=build/$1/build.log targets=()
+    [ $# -eq 1 ] || targets=(--target "${@:2}")
+    progress "building $preset; log: $log"
+    cmake --build "build/$preset" "${targets[@]}" >>"$log" 2>&1 || {
+        progress ''
+        compile_failures "$log" >&2
+        fail "the build of $preset failed; log: $log"
+    }
+    progress ''
+}
+
+# What Ninja printed for the steps that failed, without their long command lines; the end of the log where no
+# step did.
+compile_failures() {
+    awk '
+        /^\[[0-9]+\/[0-9]+\]/ { failed = 0 }
+        /^FAILED: / { failed = found = 1; print; getline; next }
+        failed { print }
+        END { exit !found }' "$1" || tail -n 40 "$1"
+}
+
+# build PRESET [CMAKE OPTIONS...]: everything
+build() {
+    configure "$@"
+    compile "$1"
+}
+
+# Git as the owner of the checkout would run it, also where that is somebody else.
+own_git() {
+    need git
+    git -c safe.directory='*' "$@"
+}
+
+# sources NAME-PATTERNS...: our files of these names, without Git, which is not always there.
+sources() {
+    local names=() pattern
+    for pattern in "$@"; do
+        names+=(-o -name "$pattern")
+    done
+    find Benchmarks Examples Fuzz Source Tests Tools -type f \( "${names[@]:1}" \) | LC_ALL=C sort
+}
