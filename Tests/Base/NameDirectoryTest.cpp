@@ -16,7 +16,7 @@ namespace {
 using namespace kiv;
 using namespace kiv::test;
 
-/// What bears a name.
+/// The owner of a name.
 class Thing {
 public:
     explicit Thing(std::string_view name) : name_(name), upper_(sUpper(name)) {}
@@ -75,7 +75,7 @@ TEST(NameDirectoryTest, FindsAllOfANameInTheOrderInWhichTheyWereAdded) {
 
 /// The hash does not see the bit in which lower-case letters differ from upper-case ones, in no byte; so
 /// names that differ in it between other bytes than letters have one hash.
-TEST(NameDirectoryTest, NamesOfOneHashAreToldApart) {
+TEST(NameDirectoryTest, NamesOfOneHashAreDistinguished) {
     const Things things({"x{", "X[", "x{", "X[", "x["});
     ASSERT_EQ(upperHash("x{"), upperHash("X["));
     ASSERT_EQ(upperHash("X|"), upperHash("X\\"));
@@ -86,7 +86,7 @@ TEST(NameDirectoryTest, NamesOfOneHashAreToldApart) {
 }
 
 /// More names of one hash than are put in order one by one.
-TEST(NameDirectoryTest, ManyNamesOfOneHashAreToldApart) {
+TEST(NameDirectoryTest, ManyNamesOfOneHashAreDistinguished) {
     Strings names;
     for (std::size_t number = 0; number < 64; ++number) {
         std::string name;

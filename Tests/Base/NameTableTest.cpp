@@ -14,13 +14,13 @@ namespace {
 
 using Table = NameTable<const std::string>;
 
-/// The text is what bears the name, and the name of itself.
+/// The text is the owner of the name, and the name itself.
 void vAdd(Table& table, const std::string& name) {
     table.vReserve(1);
     table.vAdd(name, name);
 }
 
-/// Names that are told apart by one byte each, at every place of a name of each length up to beyond what a
+/// Names that differ in one byte each, at every place of a name of each length up to beyond what a
 /// table keeps of it.
 std::deque<std::string> namesOfEachLength() {
     std::deque<std::string> names;

@@ -14,7 +14,7 @@ char byteOf(int value) {
     return static_cast<char>(static_cast<unsigned char>(value));
 }
 
-// Long enough for a place in each of the eight bytes that are looked at together, and behind them.
+// Long enough for a place in each of the eight bytes that are looked at together, and after them.
 constexpr std::size_t Places = 18;
 
 TEST(Words8Test, WordEndsAtTheFirstByteThatIsNoLetterNoDigitAndNoUnderscore) {

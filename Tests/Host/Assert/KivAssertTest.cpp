@@ -113,7 +113,7 @@ TEST(KivAssertTest, PrintingSinkWritesALineForEachReport) {
                             "Source/X:7: Unknown node (f)\n");
 }
 
-TEST(KivAssertTest, EverySinkIsToldInTheOrderOfInstallation) {
+TEST(KivAssertTest, EverySinkReceivesReportsInTheOrderOfInstallation) {
     std::string order;
     ActionSink a([&](const AssertInfo&) { order += 'a'; });
     ActionSink b([&](const AssertInfo&) { order += 'b'; });
@@ -124,7 +124,7 @@ TEST(KivAssertTest, EverySinkIsToldInTheOrderOfInstallation) {
     EXPECT_EQ(order, "bab");
 }
 
-TEST(KivAssertTest, RemovedSinkIsToldNoMore) {
+TEST(KivAssertTest, RemovedSinkReceivesNoMoreReports) {
     CollectingSink removed;
     CollectingSink kept;
     std::optional<ScopedSink> first(std::in_place, removed);
@@ -158,7 +158,7 @@ TEST(KivAssertTest, ReportThatASinkMakesIsDropped) {
     EXPECT_EQ(getMessages(sink), (Messages{"1", "2"}));
 }
 
-TEST(KivAssertTest, SinkInstalledByASinkIsToldOfLaterReportsOnly) {
+TEST(KivAssertTest, SinkInstalledByASinkReceivesLaterReportsOnly) {
     CollectingSink added;
     std::optional<ScopedSink> installed;
     ActionSink installer([&](const AssertInfo&) {
@@ -178,13 +178,13 @@ TEST(KivAssertTest, SinkCanEndItself) {
         ++reports;
         installed.reset();
     });
-    CollectingSink behind;
+    CollectingSink later;
     installed.emplace(once);
-    const ScopedSink scope(behind);
+    const ScopedSink scope(later);
     Assert::addAssert(getInfo("1"));
     Assert::addAssert(getInfo("2"));
     EXPECT_EQ(reports, 1);
-    EXPECT_EQ(getMessages(behind), (Messages{"1", "2"}));
+    EXPECT_EQ(getMessages(later), (Messages{"1", "2"}));
 }
 
 TEST(KivAssertTest, SinkCanRemoveTheNextOne) {

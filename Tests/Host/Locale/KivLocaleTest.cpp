@@ -60,7 +60,7 @@ TEST(KivLocaleTest, SplitsATextIntoLanguageAndCountry) {
         {"419", "419", "", "419"},
         {"", "", "", ""},
         {"-", "-", "", "-"},
-        {"_DE", "-DE", "", "-DE"}, // nothing stands before it
+        {"_DE", "-DE", "", "-DE"}, // nothing is before it
         {"de-", "de-", "", "de-"},
         {"de--DE", "de-", "DE", "de--DE"},
         {"--DE", "-", "DE", "--DE"},

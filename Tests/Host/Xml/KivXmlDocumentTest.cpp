@@ -189,8 +189,8 @@ TEST(KivXmlElementTest, NamesThatAreNoXmlNamesAreMadeSome) {
          "e"},
         {"\xE5\x90\x8D\xE5\x89\x8D", "\xE5\x90\x8D\xE5\x89\x8D"}, // ideographs
         {"a\xC2\xA0z", "a_z"},                                    // a space that does not break
-        {"\xCC\x81z", "_z"},                                      // an accent cannot stand first,
-        {"e\xCC\x81", "e\xCC\x81"},                               // but behind a letter
+        {"\xCC\x81z", "_z"},                                      // an accent cannot be first,
+        {"e\xCC\x81", "e\xCC\x81"},                               // but after a letter
         {"a\xE4z", "a_z"},                                        // not UTF-8
         {"a\xE2\x82", "a__"},                                     // not UTF-8, two bytes
         {"\xF0\x9F\x98\x80", "_"},

@@ -10,7 +10,7 @@ namespace {
 
 enum class Outcome { Document, Error, NoMemory };
 
-/// What comes of reading when only so many allocations succeed, or when all but the one behind them do.
+/// What comes of reading when only that many allocations succeed, or when all but the one after them do.
 Outcome getOutcome(const std::string& text, std::size_t allocations, test::Refusal refusal) {
     std::istringstream stream(text);
     File file(nullptr, VerboseLevel::Quiet, ValidateLevel::None);
@@ -54,7 +54,7 @@ TEST(KivXmlMemoryTest, LackOfItIsPassedOnFromNamesOutsideAscii) {
     while (!test::boRunWith(allocations, [&] { root.ElementNodeAppend(name); }))
         ++allocations;
     EXPECT_GT(allocations, 3U);
-    // What failed has left no element behind.
+    // What failed has left no element.
     const auto child = const_Element(root).FirstElementChildGet();
     ASSERT_TRUE(child);
     EXPECT_EQ(child->tagNameView(), name);

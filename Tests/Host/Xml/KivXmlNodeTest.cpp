@@ -173,7 +173,7 @@ TEST(KivXmlNodeTest, ConvertsBooleanTexts) {
         EXPECT_EQ(const_Node::from_string<bool>(row.text), row.value) << "\"" << row.text << "\"";
 }
 
-/// The lines of all nodes in document order, attributes behind their element.
+/// The lines of all nodes in document order, attributes after their element.
 std::string sLines(const const_Node& node) {
     std::string lines = node.getNodeName() + ":" + std::to_string(node.getLine());
     if (const auto attributes = node.AttributesGet())

@@ -28,7 +28,7 @@ TEST(KivXmlParserTest, TokenThatIsTooLongIsRefused) {
     EXPECT_EQ(sReasonWithinAMegabyte("<!--" + beyond), reason) << "also when it never ends";
 }
 
-/// Whether a comment that begins the text and has so many bytes is too long; it has no end.
+/// Whether a comment that begins the text and has this many bytes is too long; it has no end.
 bool isTooLong(std::size_t size, std::size_t limit) {
     constexpr std::string_view Open = "<!--";
     std::istringstream stream(std::string(Open) + std::string(size - Open.size(), 'x'));

@@ -21,7 +21,7 @@ TEST(KivXmlRecordsTest, LastTextGrowsInPlace) {
     const std::string_view joined = arena.getJoined(kept, "cd", isRoomy);
     EXPECT_EQ(joined, "abcd");
     EXPECT_EQ(joined.data(), kept.data());
-    EXPECT_FALSE(isRoomy) << "what lies behind it is not its own";
+    EXPECT_FALSE(isRoomy) << "what lies after it is not its own";
 }
 
 TEST(KivXmlRecordsTest, OtherTextIsJoinedElsewhere) {

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Before each block stands its size, in as much room as keeps the block aligned.
+/// Before each block lies its size, in as much room as keeps the block aligned.
 constexpr std::size_t SizeRoom = alignof(std::max_align_t);
 static_assert(SizeRoom >= sizeof(std::size_t));
 

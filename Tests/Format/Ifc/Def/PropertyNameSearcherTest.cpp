@@ -232,7 +232,7 @@ TEST_F(PropertyNameSearcherTest, TheSetOfAHostHidesTheStandardOneWithAllItsPrope
     EXPECT_EQ(find("Pset_Wall.Bounded"), std::nullopt);
 }
 
-TEST_F(PropertyNameSearcherTest, ASetThatBearsTheNameOfAnEntityHidesIt) {
+TEST_F(PropertyNameSearcherTest, ASetWithTheNameOfAnEntityHidesIt) {
     EXPECT_EQ(find("IfcWall.Name"), "IfcLabel");
     vAdd({"host", false}, {sPropertySet("ifcwall")});
     EXPECT_EQ(find("IfcWall.Name"), std::nullopt);

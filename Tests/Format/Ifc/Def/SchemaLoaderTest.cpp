@@ -95,7 +95,7 @@ TEST_F(SchemaLoaderTest, AnyBytesAreAName) {
     EXPECT_EQ(requests, names);
 }
 
-TEST_F(SchemaLoaderTest, ASchemaNeedNotBearTheNameItIsAskedBy) {
+TEST_F(SchemaLoaderTest, ASchemaNeedNotHaveTheNameItIsAskedBy) {
     loader.newSchemaCallback = [](const std::string&) { return pNewSchema("IFC4"); };
     const auto* const schema = loader.pSchemaFromName("IFC4X1");
     ASSERT_NE(schema, nullptr);

@@ -538,7 +538,7 @@ private:
     std::vector<Pair> pairs_;
 };
 
-TEST_F(SchemaPropertySetDefinitionsTest, ClassesWhoseHashesAreTheSameAreToldApart) {
+TEST_F(SchemaPropertySetDefinitionsTest, ClassesWhoseHashesAreTheSameAreDistinguished) {
     constexpr std::size_t Count = 16;
     const CollidingNames names(Count);
     std::string statements;

@@ -15,7 +15,7 @@ namespace {
 
 using Sets = std::vector<const xml::SetDef*>;
 
-/// Sets that are told apart by their addresses, which is all that is looked at of them.
+/// Sets whose addresses distinguish them; nothing else of them is looked at.
 const xml::SetDef& setNumber(std::size_t number) {
     static std::deque<kiv::test::PlainSet> all;
     while (all.size() <= number)
@@ -40,7 +40,7 @@ Sets mergedOf(const OrderedSets& left, const OrderedSets& right) {
     return all;
 }
 
-/// So many sets that they lie in several blocks, in the order of their names.
+/// Enough sets for several blocks, in the order of their names.
 struct ManySets {
     static constexpr std::size_t Count = 1000;
 
@@ -73,7 +73,7 @@ TEST(OrderedSetsTest, SetsAreAppendedInTheOrderOfTheirNames) {
     EXPECT_EQ(all, (Sets{&setNumber(9), &setNumber(0), &setNumber(1), &setNumber(2)}));
 }
 
-/// So many that blocks are split, whether they are added at the end, at the front or in between.
+/// Enough for blocks to be split, whether they are added at the end, at the front or in between.
 TEST(OrderedSetsTest, ManySetsAreInOrderHoweverTheyAreAdded) {
     const ManySets many;
     for (const std::size_t step : {1U, 999U, 387U}) {

@@ -81,7 +81,7 @@ TEST_F(SetsByClassTest, ClassesOfOneHashAreDistinguishedByTheirNames) {
     EXPECT_EQ(index.pFind(7, "IfcSlab"), nullptr);
 }
 
-/// So many that the filter and the table grow several times.
+/// Enough for the filter and the table to grow several times.
 TEST_F(SetsByClassTest, ManyClassesAreFoundEach) {
     std::deque<std::string> names;
     for (int number = 0; number < 1000; ++number) {
