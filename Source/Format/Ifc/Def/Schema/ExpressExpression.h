@@ -1,4 +1,5 @@
-/// Expression trees of WHERE rules: 14 node classes and the visitor that tells them apart.
+/// @file
+/// Expression trees of WHERE rules: 14 node classes and the visitor that has an operation for each.
 ///
 ///     struct NamePrinter : ExpressionVisitor { ... };
 ///     rule.expression->accept(printer);
@@ -26,15 +27,15 @@ namespace kiv::ifc::def::schema {
 class Expression;
 class ExpressionVisitor;
 
-/// Destroys a tree that stands for itself; one that lies in an arena goes with the arena, without a walk.
+/// Destroys a tree that is on its own; one that lies in an arena goes with the arena, without a walk.
 struct KIV_EXPORT ExpressionDelete {
     void operator()(Expression* node) const noexcept;
 };
 
 using ExpressionPtr = std::unique_ptr<Expression, ExpressionDelete>;
 
-/// Base of all nodes. The constructors of nodes take the arena that the node is being made in, null when it stands for
-/// itself.
+/// Base of all nodes. The constructors of nodes take the arena that the node is being made in, null when it
+/// is on its own.
 class KIV_EXPORT Expression {
 public:
     Expression(const Expression&) = delete;
@@ -366,7 +367,7 @@ public:
     std::string_view getName() const { return name_.getView(); }
     /// Null unless the qualifier is an index.
     const Expression* pIndex() const { return index_.get(); }
-    /// Null unless the index has a part behind ':'.
+    /// Null unless the index has a part after ':'.
     const Expression* pIndexEnd() const { return indexEnd_.get(); }
     /// What is qualified; null for a plain reference.
     const Expression* pBase() const { return base_.get(); }

@@ -1,3 +1,4 @@
+/// @file
 /// Parses the rules of a WHERE clause into expression trees.
 ///
 ///     ExpressTokenizer tokenizer("WR1 : SIZEOF(Items) >= 1;");
@@ -5,11 +6,11 @@
 ///     std::vector<ParsedRule> rules;
 ///     while (parser.boParseRule(rules)) {}
 ///
-/// Ownership: refers to the tokenizer and the schema, which must outlive it; the trees are the caller's, unless they are
-///            made in an arena.
+/// Ownership: refers to the tokenizer and the schema, which must outlive it; the trees are the caller's,
+///            unless they are made in an arena.
 /// Threads:   one parser, one thread.
 /// Errors:    `ExpressParser::SyntaxError` with the line and column of the place; what the tokenizer raises
-/// passes.
+///            passes.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
@@ -40,7 +41,8 @@ public:
         std::string message_;
     };
 
-    /// Reads the first token. The schema tells function calls and enumeration values apart from plain names.
+    /// Reads the first token. By the schema, function calls and enumeration values are distinguished from
+    /// plain names.
     ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema);
 
     /// The same for trees that are made in an arena; the tokenizer's text lives as long as that.
@@ -94,7 +96,7 @@ private:
 
     ExpressTokenizer& tokenizer_;
     const Schema& schema_;
-    // Null when nodes stand for themselves.
+    // Null when nodes are on their own.
     Arena* arena_;
     // Read ahead, not consumed yet.
     ExpressTokenView current_;

@@ -98,7 +98,8 @@ struct ScannerKeyword {
     constexpr ScannerKeyword(std::string_view wordText, Kind wordKind) :
         word(wordText), bytes(word.size() < LongText ? getShortText(word) : 0), kind(wordKind) {}
 
-    /// Whether the word, which has as many letters, is this one. `shortText` is that of the word in upper case.
+    /// Whether the word, which has as many letters, is this one. `shortText` is that of the word in upper
+    /// case.
     bool isWord(std::string_view other, std::uint64_t shortText) const {
         return word.size() < LongText ? shortText == bytes : isUpperOf(other, word);
     }
@@ -108,8 +109,9 @@ struct ScannerKeyword {
     Kind kind;
 };
 
-/// The keywords as the scanner knows them, by first letter and length. Two are off on purpose, as they have always been:
-/// INTEGER and STRING are identifiers, while IINTEGER is LIST and SRING is STRING.
+/// The keywords as the scanner knows them, by first letter and length. Hosts compare these tokens with those
+/// of the rules they keep, so two words stay misspelt: INTEGER and STRING are identifiers here, IINTEGER is
+/// LIST and SRING is STRING.
 constexpr ScannerKeyword Keywords[] = {{"AND", Kind::AND},
                                        {"ARRAY", Kind::ARRAY},
                                        {"BEGIN", Kind::BEGIN},
@@ -165,7 +167,7 @@ constexpr std::size_t keywordPlace(char upperLetter, std::size_t size) {
     return static_cast<std::size_t>(upperLetter - 'A') * (LongestKeyword + 1) + size;
 }
 
-/// Where the keywords of each place begin; the entry behind the last place is the number of keywords.
+/// Where the keywords of each place begin; the entry after the last place is the number of keywords.
 constexpr auto KeywordStarts = [] {
     std::array<std::uint8_t, keywordPlace('Z', LongestKeyword) + 2> starts{};
     for (const auto& keyword : Keywords)
@@ -207,7 +209,7 @@ double realFromText(std::string_view text) {
     return value;
 }
 
-/// The bytes that are a token of their own whatever follows; END_OF_FILE stands for all others.
+/// The bytes that are a token of their own whatever follows; END_OF_FILE for all others.
 constexpr auto SingleKinds = [] {
     std::array<Kind, 256> kinds{};
     kinds.fill(Kind::END_OF_FILE);
@@ -269,14 +271,14 @@ std::string_view ExpressTokenizer::digitsConsume() {
     return text_.substr(begin, pos_ - begin);
 }
 
-/// Moves back, counted from behind the look-ahead, so that the first of the characters is dropped and the
-/// others come back; at the end of the input, where there is no look-ahead, all of them come back. Tokens
-/// depend on this.
+/// Moves back, counted from after the look-ahead, so that the first of the characters is dropped and the
+/// others come back; at the end of the input, where there is no look-ahead, all of them come back. The
+/// columns that hosts are given, and the tokens after an incomplete operator or exponent, depend on this.
 void ExpressTokenizer::vGiveBack(std::size_t count) {
-    const auto behindLookAhead = std::min(pos_ + 1, text_.size());
+    const auto afterLookAhead = std::min(pos_ + 1, text_.size());
     // The look-ahead is counted again.
     const auto counted = getCount() - count + 1;
-    pos_ = behindLookAhead - count;
+    pos_ = afterLookAhead - count;
     uncounted_ = counted - pos_;
 }
 
@@ -386,7 +388,8 @@ ExpressTokenKind ExpressTokenizer::colonRead() {
     return Kind::COLON;
 }
 
-/// Where what closes a comment or literal stands; npos when a zero byte or the end of the text comes first.
+/// The position of what closes a comment or literal; npos when a zero byte or the end of the text comes
+/// first.
 std::size_t ExpressTokenizer::closerFind(std::string_view closer, std::size_t pos) const {
     const auto found = text_.find(closer, pos);
     if (found == std::string_view::npos)

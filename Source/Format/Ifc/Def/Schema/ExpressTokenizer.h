@@ -1,3 +1,4 @@
+/// @file
 /// Splits the text of EXPRESS expressions into tokens.
 ///
 ///     ExpressTokenizer tokenizer("a <= b");
@@ -137,7 +138,7 @@ public:
     ExpressTokenizer(const ExpressTokenizer&) = delete;
     ExpressTokenizer& operator=(const ExpressTokenizer&) = delete;
 
-    /// The next token; END_OF_FILE again and again behind the last one.
+    /// The next token; END_OF_FILE again and again after the last one.
     ///
     /// A zero byte ends the input. So does a comment or a string literal that is never closed: the input ends
     /// where it begins, as skipping it would never end.
@@ -174,8 +175,9 @@ private:
     std::string_view text_;
     // Of the look-ahead, the next character that is not consumed.
     std::size_t pos_ = 0;
-    // How many characters more than `pos_` count as consumed: the one that reading begins with, those consumed at the end of
-    // the input, where there are none, and those counted again when they were given back.
+    // How many characters more than `pos_` count as consumed: the one that reading begins with, those
+    // consumed at the end of the input, where there are none, and those counted again when they were given
+    // back.
     std::uint64_t uncounted_ = 1;
     std::uint64_t line_ = 1;
     std::uint64_t lineStart_ = 0;

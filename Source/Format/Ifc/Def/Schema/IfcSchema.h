@@ -1,3 +1,4 @@
+/// @file
 /// Reads an IFC schema, written in EXPRESS (ISO 10303-11), into objects that are looked up by name. The
 /// folder holds the objects, their readers, and the parser of their rules.
 ///
@@ -12,10 +13,11 @@
 /// Threads:   built by one thread; look-ups may then run from any number of threads at once.
 /// Errors:    an unknown name is an answer (null), never an error. A stream that fails while the schema is
 ///            read throws `kiv::exception` with an empty message, a rule with a literal out of range
-///            std::out_of_range. What the stream itself is set to throw comes out too, as from std::getline: with
-///            badbit among its `exceptions()` what its buffer throws, with failbit or eofbit std::ios::failure at
-///            its end. The first schema of a process passes on what std::random_device throws when the system has no
-///            random source. Names that the text leaves unresolved are reported to the host's assertion service.
+///            std::out_of_range. What the stream itself is set to throw comes out too, as from std::getline:
+///            with badbit among its `exceptions()` what its buffer throws, with failbit or eofbit
+///            std::ios::failure at its end. The first schema of a process passes on what std::random_device
+///            throws when the system has no random source. Names that the text leaves unresolved are reported
+///            to the host's assertion service.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
@@ -62,7 +64,7 @@ public:
     std::vector<std::reference_wrapper<const Attribute>>
     attributesGet(const std::string& attributeName) const;
 
-    /// Every object, in the order of the text; objects whose name another object bears too are all there.
+    /// Every object, in the order of the text; objects of the same name are all there.
     const std::vector<const ObjectBase*>& getObjects() const;
 
     /// The objects in the order of their upper-cased names, each name once: the one read first.
@@ -87,14 +89,14 @@ private:
     SchemaBuilder* pBuilder_ = nullptr;
 };
 
-/// Finds the line with "SCHEMA" outside a comment that starts its line, calls the factory with the stream, that
-/// line and the byte offset of "SCHEMA" in it, and returns what the factory made.
+/// Finds the line with "SCHEMA" outside a comment that starts its line, calls the factory with the stream,
+/// that line and the byte offset of "SCHEMA" in it, and returns what the factory made.
 ///
-/// The factory keeps what it makes owned: the stream is read to its end, each further header line calls it again
-/// and only the last result is returned, and none is when reading on fails. Null when there is no header line. A
-/// UTF-8 byte order mark at the start is skipped. Throws `kiv::exception` when the stream fails, and
-/// std::bad_function_call when a header is found and the factory is empty. As the stream is read to its end, one that
-/// is set to throw there always does, after the factory was called.
+/// The factory keeps what it makes owned: the stream is read to its end, each further header line calls it
+/// again and only the last result is returned, and none is when reading on fails. Null when there is no
+/// header line. A UTF-8 byte order mark at the start is skipped. Throws `kiv::exception` when the stream
+/// fails, and std::bad_function_call when a header is found and the factory is empty. A stream with eofbit in
+/// `exceptions()` therefore always throws, after the factory was called.
 KIV_EXPORT Schema*
 pStepStreamRead(std::istream& stream,
                 std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory);

@@ -38,7 +38,7 @@ public:
     virtual Bound getLowerBound() const = 0;
     virtual Bound getUpperBound() const = 0;
 
-    /// The text behind OF, as written.
+    /// The text after OF, as written.
     virtual std::string_view getElementText() const = 0;
 
     /// What the element text names or describes; null when it was not found.
@@ -84,7 +84,7 @@ public:
     DataTypeList(ReadLineHelper& line, std::size_t pos, std::istream& stream);
     ~DataTypeList() override;
 
-    /// "UNI" stood behind OF, in whatever word, unless a nested aggregate follows OF at once.
+    /// "UNI" follows OF somewhere, in whatever word, unless a nested aggregate follows OF at once.
     bool isUnique() const { return unique_; }
 
 private:

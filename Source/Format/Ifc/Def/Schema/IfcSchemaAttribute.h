@@ -1,3 +1,4 @@
+/// @file
 /// The attributes of an entity: what explicit and inverse attributes share, and the explicit attribute
 /// itself.
 ///
@@ -7,6 +8,7 @@
 /// Ownership: attributes belong to their entity, by value; what they point at belongs to the schema.
 /// Threads:   read-only once the schema is built, but for the link to the XML configuration, which must not
 ///            be set while others read it.
+/// Errors:    a type text that names nothing gives an attribute without resolved types.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
@@ -23,7 +25,7 @@ namespace kiv::ifc::def::schema {
 
 class KIV_EXPORT AttributeBase {
 public:
-    /// An explicit attribute; `rest` is what stands behind the colon. Both are parts of the current line.
+    /// An explicit attribute; `rest` is what follows the colon. Both are parts of the current line.
     AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name, std::string_view rest);
     /// An inverse attribute, whose name is a part of the current line.
     AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name);
@@ -59,7 +61,7 @@ private:
 
     Entity& entity_;
     std::string_view name_;
-    // Tells most other names apart without a look at the text.
+    // Differs for most other names, so that their texts need not be compared.
     std::uint64_t nameEnd_;
     std::string_view nameUpper_;
     bool optional_ = false;
@@ -92,12 +94,13 @@ public:
     explicit AttributeName(const Attribute& attribute) : AttributeName(attribute.getName()) {}
     explicit AttributeName(std::string_view name);
 
-    /// True when the attribute bears exactly this name.
+    /// True when this is exactly the name of the attribute.
     bool boMatches(const AttributeBase& attribute) const {
         return attribute.nameEnd_ == nameEnd_ && isSameName(attribute);
     }
 
-    /// One of 64 bits, the same for equal names: whoever keeps those of many names knows which are not among them.
+    /// One of 64 bits, the same for equal names: whoever keeps those of many names knows which are not among
+    /// them.
     std::uint64_t getBit() const { return std::uint64_t{1} << (nameEnd_ * 0x9E3779B97F4A7C15U >> 58); }
 
     std::string_view getView() const { return name_; }

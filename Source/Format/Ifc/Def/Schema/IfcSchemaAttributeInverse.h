@@ -1,7 +1,12 @@
+/// @file
 /// An INVERSE attribute: which attribute of which entity refers to its owner.
+///
+///     if (const auto* attribute = inverse.pReferredAttribute())
+///         std::cout << attribute->getEntity().getName();
 ///
 /// Ownership: belongs to its entity, by value; what it points at belongs to the schema.
 /// Threads:   as `Attribute`.
+/// Errors:    an entity or attribute that is not found is an assertion report; the pointer stays null.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
@@ -21,7 +26,7 @@ public:
     /// Resolves the type, the entity and the attribute; runs after all entities were resolved.
     void vUpdate(Schema& schema);
 
-    /// The name behind FOR, as written.
+    /// The name after FOR, as written.
     std::string_view getForAttributeName() const { return forAttributeName_; }
 
     /// The entity that the inverse refers to; null when its type is none. It is kept when only the attribute

@@ -50,11 +50,12 @@ const AttributeInverse* pDeclared(const Entity& entity, const std::string& upper
 
 } // namespace
 
-/// What each name stands for in each entity that was asked about, and in all above it.
+/// The attribute of each name in each entity that was asked about, and in all above it.
 ///
-/// Names are numbered as they are met. The scope of an entity is a binary tree with the attributes of all numbers at its
-/// leaves; a number's bits lead there, the highest first. A tree is never changed: that of a subtype shares with that of its
-/// supertype all that is the same, and is a few new nodes for each attribute of its own.
+/// Names are numbered as they are met. The scope of an entity is a binary tree with the attributes of all
+/// numbers at its leaves; a number's bits lead there, the highest first. A tree is never changed: that of a
+/// subtype shares with that of its supertype all that is the same, and is a few new nodes for each attribute
+/// of its own.
 template <class Kind>
 class AttributeSearch<Kind>::Table {
 public:
@@ -102,7 +103,7 @@ private:
         attributes_.push_back(&attribute);
     }
 
-    /// Copies the nodes that lead to the number; each copy lies behind the one that leads to it.
+    /// Copies the nodes that lead to the number; each copy follows the one that leads to it.
     void vLeafSet(Scope& scope, std::size_t number, std::size_t leaf) {
         auto replaced = std::exchange(scope.root, scope.levels == 0 ? leaf : nodes_.size());
         for (auto level = scope.levels; level-- > 0;) {

@@ -1,14 +1,16 @@
-/// Finds attributes of entities and of their supertypes by name, as look-ups of `Entity` do, for many questions one after
-/// the other.
+/// @file
+/// Finds attributes of entities and of their supertypes by name, as look-ups of `Entity` do, for many
+/// questions one after the other.
 ///
 ///     AttributeSearch<Attribute> search;
 ///     const auto* name = search.pFind(wall, AttributeName("Name"));
 ///
-/// Each question is a walk along the supertypes, which is what is cheapest in schemas as people write them. When many steps
-/// were taken it goes on with a table, so that no schema makes thousands of questions cost thousands of steps each.
+/// Each question is a walk along the supertypes, which is what is cheapest in schemas as people write them.
+/// When many steps were taken it goes on with a table, so that no schema makes thousands of questions cost
+/// thousands of steps each.
 ///
 /// Ownership: refers to entities and attributes, which must live as long as it.
-/// Threads:   one.
+/// Threads:   not thread-safe.
 /// Errors:    what is not there is null.
 #pragma once
 
@@ -22,8 +24,8 @@
 
 namespace kiv::ifc::def::schema {
 
-/// After how many entities and attributes that were looked at a search makes a table. Real schemas take some hundreds, their
-/// configurations a thousand.
+/// After how many entities and attributes that were looked at a search makes a table. Real schemas take some
+/// hundreds, their configurations a thousand.
 inline constexpr std::size_t AttributeStepsMax = 1U << 14;
 
 /// `Kind` is Attribute or AttributeInverse.
@@ -38,9 +40,10 @@ public:
     AttributeSearch(const AttributeSearch&) = delete;
     AttributeSearch& operator=(const AttributeSearch&) = delete;
 
-    /// The first attribute of this name in the entity, else in the nearest of its supertypes that has one; null when none
-    /// has. The supertypes of the entity must all be resolved. Cost: once the table is made, the logarithm of the number of
-    /// names; for each entity and attribute that is met the first time the same again.
+    /// The first attribute of this name in the entity, else in the nearest of its supertypes that has one;
+    /// null when none has. The supertypes of the entity must all be resolved. Cost: once the table is made,
+    /// the logarithm of the number of names; for each entity and attribute that is met the first time the
+    /// same again.
     const Kind* pFind(const Entity& entity, const Key& key);
 
 private:

@@ -28,13 +28,13 @@ struct Statement {
     ArenaPtr<ObjectBase> (*read)(Schema&, ReadLineHelper&, std::size_t, std::istream&);
 };
 
-/// The first keyword in this order that a line contains decides, wherever it stands.
+/// The first keyword in this order that a line contains decides, wherever it is in the line.
 constexpr Statement Statements[] = {{{"TYPE", 1}, &pRead<Type>},
                                     {{"ENTITY", 5}, &pRead<Entity>},
                                     {{"FUNCTION", 1}, &pRead<Function>},
                                     {{"RULE", 1}, &pRead<Rule>}};
 
-/// Leaves a stream behind the line that was read last, also when reading is broken off.
+/// Leaves a stream after the line that was read last, also when reading is broken off.
 class AheadGuard {
 public:
     AheadGuard(ReadLineHelper& line, std::istream& stream) : line_(line), stream_(stream) {}
@@ -183,8 +183,8 @@ void SchemaBuilder::vObjectTableBuild() {
         model_.objectTable.vAdd(object->getNameUpper(), *object);
 }
 
-/// The order in which objects are resolved, and so the order of the reports about them: by the hash of the upper-cased
-/// name, its length, and its bytes.
+/// The order in which objects are resolved, and so the order of the reports about them: by the hash of the
+/// upper-cased name, its length, and its bytes.
 std::vector<ObjectBase*> SchemaBuilder::objectsByHash() const {
     struct Key {
         std::uint32_t hash;
@@ -234,8 +234,8 @@ void SchemaBuilder::vTreeNumber(Entity& root) {
         std::size_t nextSubtype = 0;
     };
     std::vector<Level> levels;
-    // Entities that were met before keep their numbers, so that subtype lists that form a circle or share an entity
-    // end.
+    // Entities that were met before keep their numbers, so that subtype lists that form a circle or share an
+    // entity end.
     const auto enter = [&](Entity& entity) {
         if (std::exchange(entity.numbered_, true))
             return;

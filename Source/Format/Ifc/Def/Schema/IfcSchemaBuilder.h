@@ -3,18 +3,19 @@
 ///
 ///     SchemaBuilder(*this).vBuild(stream, headerLine, schemaPos);
 ///
-/// Objects resolve themselves in `vUpdate(Schema&)`. What they need of a schema beyond its look-ups they take from the
-/// static functions here, which find the builder through the schema.
+/// Objects resolve themselves in `vUpdate(Schema&)`. What they need of a schema beyond its look-ups they take
+/// from the static functions here, which find the builder through the schema.
 ///
 /// Ownership: refers to the schema, which owns all that is built.
 /// Threads:   not thread-safe.
-/// Errors:    `of` throws std::logic_error when the schema is built: nothing is added to it any more. Streams and rules
-///            as described at `Schema`.
+/// Errors:    `of` throws std::logic_error when the schema is built: nothing is added to it any more. Streams
+///            and rules as described at `Schema`.
 #pragma once
 
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaModel.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
@@ -44,7 +45,8 @@ public:
         return schema.model_->objectTable.pFindUpper(name);
     }
 
-    /// Finds an attribute in an entity and its supertypes; quick for many questions while the schema is built.
+    /// Finds an attribute in an entity and its supertypes; quick for many questions while the schema is
+    /// built.
     static const Attribute* pAttribute(Schema& schema, const Entity& entity, const AttributeName& key);
 
     using TypeMaker = ArenaPtr<DataTypeBase> (*)(Arena&);

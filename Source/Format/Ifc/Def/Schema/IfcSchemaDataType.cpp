@@ -93,8 +93,8 @@ DataTypeBase* pSharedType(Schema& schema, std::string_view keyword) {
     return &SchemaBuilder::sharedType(schema, index, shared->keyword, shared->create);
 }
 
-/// The new data type that `source` makes for the keyword, added to the schema; null when the keyword is none of a data
-/// type.
+/// The new data type that `source` makes for the keyword, added to the schema; null when the keyword is none
+/// of a data type.
 template <class Source>
 DataTypeBase* pTypeAdd(Schema& schema, std::string_view keyword, Source&& source) {
     auto type = pNewType(SchemaBuilder::arenaOf(schema), keyword, std::forward<Source>(source));

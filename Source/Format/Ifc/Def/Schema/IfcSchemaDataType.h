@@ -1,6 +1,6 @@
 /// @file
-/// The EXPRESS data types that attributes and defined types refer to: simple types, ENUMERATION and SELECT, and the
-/// aggregates ARRAY, LIST and SET.
+/// The EXPRESS data types that attributes and defined types refer to: simple types, ENUMERATION and SELECT,
+/// and the aggregates ARRAY, LIST and SET.
 ///
 ///     const auto* list = DataTypeListInterface::pFrom(attribute.pFirstType());
 ///     if (list && list->getUpperBound().state == Bound::State::Unbounded) ...

@@ -53,13 +53,14 @@ public:
     /// True for the constructed types of EXPRESS, ENUMERATION and SELECT.
     virtual bool isConstructed() const;
 
-    /// The data type of a whole type text, as written behind an attribute's colon: a shared simple type, or a
+    /// The data type of a whole type text, as written after an attribute's colon: a shared simple type, or a
     /// new one that `schema` owns; null when the text begins with no keyword of a data type (with a name,
-    /// say). `update` resolves a new one at once. The text outlives the schema. Like the two below only for a schema that is being read: on one
-    /// that is built it throws std::logic_error, as nothing is added to that.
+    /// say). `update` resolves a new one at once. The text outlives the schema. Like the two below only for a
+    /// schema that is being read: on one that is built it throws std::logic_error, as nothing is added to
+    /// that.
     static DataTypeBase* pTypeCreateOnSchema(Schema& schema, std::string_view text, bool update);
 
-    /// The same from the keyword and the text behind it. The items of ENUMERATION and SELECT are not read
+    /// The same from the keyword and the text after it. The items of ENUMERATION and SELECT are not read
     /// here.
     static DataTypeBase* pTypeCreateOnSchema(Schema& schema, std::string_view keyword, std::string_view rest,
                                              bool update);

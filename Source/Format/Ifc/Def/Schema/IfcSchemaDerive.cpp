@@ -20,7 +20,7 @@ void DeriveValue::update(const Entity& entity, Schema& schema) {
         vRedeclaredSet(SchemaBuilder::pAttribute(schema, entity, *key));
 }
 
-/// What stands behind the dot; a plain derived attribute has none.
+/// What follows the dot; a plain derived attribute has none.
 std::optional<AttributeName> DeriveValue::redeclaredName() const {
     const auto dot = name_.find('.');
     if (dot == std::string_view::npos)

@@ -1,7 +1,11 @@
+/// @file
 /// The DERIVE clause of an entity.
 ///
+///     for (const auto& value : entity.pDerive()->getValues()) ...
+///
 /// Ownership: belongs to its entity; the attributes it points at belong to theirs.
-/// Threads:   read-only once the schema is built.
+/// Threads:   read-only once the schema is built; readable from any number of threads.
+/// Errors:    a redeclared attribute that is not found is an assertion report; the pointer stays null.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -29,7 +33,7 @@ public:
     /// The name as written.
     std::string_view getName() const { return name_; }
 
-    /// Everything behind the colon: the type, ":=" and the expression, with the ';'.
+    /// Everything after the colon: the type, ":=" and the expression, with the ';'.
     std::string_view getRest() const { return rest_; }
 
     /// The redeclared attribute; null for a plain derived attribute and when it was not found.

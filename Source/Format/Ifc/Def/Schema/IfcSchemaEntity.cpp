@@ -110,7 +110,7 @@ private:
         ended_ = Keyword("END_ENTITY", 3).isIn(line_.getLine());
     }
 
-    /// ABSTRACT counts on the first line behind the header only.
+    /// ABSTRACT counts on the first line after the header only.
     void vAbstractRead(std::size_t& pos) {
         constexpr Keyword word("ABSTRACT", 1);
         if (!first_)
@@ -164,8 +164,7 @@ private:
             return false;
         if (attributes_.empty())
             attributes_.reserve(FewAttributes);
-        const auto& attribute =
-            attributes_.emplace_back(entity_, line_, nameBeforeColon(), textBehindColon());
+        const auto& attribute = attributes_.emplace_back(entity_, line_, nameBeforeColon(), textAfterColon());
         entity_.attributeBits_ |= AttributeName(attribute).getBit();
         return true;
     }
@@ -203,7 +202,7 @@ private:
         if (!boEntryOrClose(derive_))
             return;
         vStatementJoin();
-        entity_.derive_->vDeriveAdd(line_.getKept(labelBeforeColon()), line_.getKept(textBehindColon()));
+        entity_.derive_->vDeriveAdd(line_.getKept(labelBeforeColon()), line_.getKept(textAfterColon()));
     }
 
     /// Appends the following lines to the current one until it holds a ';'.
@@ -252,7 +251,7 @@ private:
     std::string_view nameBeforeColon() const { return ascii::trimmed(textBeforeColon(), BlankAndTab); }
     std::string_view labelBeforeColon() const { return ascii::trimmedLeft(textBeforeColon(), BlankAndTab); }
     std::string_view textBeforeColon() const { return line_.getLine().substr(0, colon_); }
-    std::string_view textBehindColon() const { return line_.getLine().substr(colon_ + Colon.size()); }
+    std::string_view textAfterColon() const { return line_.getLine().substr(colon_ + Colon.size()); }
 
     Entity& entity_;
     Schema& schema_;
@@ -269,7 +268,7 @@ private:
     bool clauseBegun_ = false;
     bool first_ = true;
     bool ended_ = false;
-    // Where " : " stands in the current line.
+    // The position of " : " in the current line.
     std::size_t colon_ = npos;
 };
 
@@ -304,7 +303,7 @@ void Entity::vUpdate(Schema& schema) {
 }
 
 /// Resolves the supertypes of all entities above, ahead of their turn: entities are resolved in the order of
-/// their hashes, and a redeclared attribute may stand anywhere above. Each entity is passed once, by
+/// their hashes, and a redeclared attribute may be declared anywhere above. Each entity is passed once, by
 /// whichever comes first.
 void Entity::vLineResolve(Schema& schema) {
     for (auto* entity = this; entity && !entity->lineResolved_; entity = entity->supertype_) {

@@ -1,3 +1,4 @@
+/// @file
 /// An ENTITY of the schema: its place in the inheritance tree, its attributes and its rules.
 ///
 ///     const auto* wall = Entity::pFrom(schema.pObjectFromName("IfcWall"));
@@ -29,7 +30,7 @@ namespace kiv::ifc::def::schema {
 
 class KIV_EXPORT Entity final : public ObjectBase {
 public:
-    /// Reads the declaration whose keyword stands at byte offset `keywordPos` of the current line, up to
+    /// Reads the declaration whose keyword is at byte offset `keywordPos` of the current line, up to
     /// END_ENTITY or the end of the stream.
     Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream);
     ~Entity() override;
@@ -46,11 +47,11 @@ public:
     const Entity* pSupertype() const { return supertype_; }
     /// The text between the parentheses of SUBTYPE OF, as written; empty for a root.
     std::string_view getSupertypeName() const { return supertypeName_; }
-    /// ABSTRACT stood on the first line behind the header that is not empty.
+    /// ABSTRACT is on the first line after the header that is not empty.
     bool isAbstract() const { return abstract_; }
     /// The names listed in SUPERTYPE OF (ONEOF (...)), as written.
     std::span<const std::string_view> getSupertypeOfNames() const { return supertypeOfNames_; }
-    /// The entities those names stand for, in the same order. A subtype that is not listed there is not among
+    /// The entities of those names, in the same order. A subtype that is not listed there is not among
     /// them.
     std::span<const Entity* const> getSubtypes() const { return {subtypes_.data(), subtypes_.size()}; }
     /// The explicit attributes that the entity itself declares, in order.
@@ -62,12 +63,13 @@ public:
     const Unique* pUnique() const { return unique_.get(); }
     const Derive* pDerive() const { return derive_.get(); }
 
-    /// The pre-order number in the tree of subtypes, from 1. 0 for an entity that has a supertype and stands
-    /// in no subtype list that a root leads to, and for the later of two entities of one name. Numbers have 16 bits:
-    /// behind the 65,535th entity they begin again with 0, so that entities share them. Supertypes, subtypes and all
-    /// look-ups stay right then; nothing in the library relies on the numbers.
+    /// The pre-order number in the tree of subtypes, from 1. 0 for an entity that has a supertype and is in
+    /// no subtype list that a root leads to, and for the later of two entities of one name. Numbers have 16
+    /// bits: after the 65,535th entity they begin again with 0, so that entities share them. Supertypes,
+    /// subtypes and all look-ups stay right then; nothing in the library relies on the numbers.
     std::uint16_t getFirstNumber() const { return firstNumber_; }
-    /// The highest first number below this entity.
+    /// The number that was given last when the entity and what is below it were numbered: the highest number
+    /// among them, unless numbers began again there; then it may be less than the first number.
     std::uint16_t getLastNumber() const { return lastNumber_; }
 
     /// The attribute of exactly this name, letter case included; null when there is none.
@@ -97,8 +99,10 @@ private:
     void vSubtypesResolve(Schema& schema);
     Entity* getTopmost();
 
-    // The lists lie in the arena of the line helper that the entity was read with, or of the schema.
-    // Side by side: a look-up of an attribute goes along the supertypes and looks at nothing else of most of them.
+    // All lists lie in the arena of the line helper that the entity was read with, or of its schema.
+
+    // Next to each other: a look-up of an attribute goes along the supertypes and looks at nothing else of
+    // most of them.
     Entity* supertype_ = nullptr;
     // The bits of the names of all explicit attributes.
     std::uint64_t attributeBits_ = 0;
@@ -107,7 +111,7 @@ private:
     bool supertypeSearched_ = false;
     // The supertypes of all entities above are searched too.
     bool lineResolved_ = false;
-    // Met by the numbering already; the numbers alone cannot tell, as they wrap around.
+    // Met by the numbering already; the numbers alone do not show it, as they wrap around.
     bool numbered_ = false;
     std::uint16_t firstNumber_ = 0;
     std::uint16_t lastNumber_ = 0;

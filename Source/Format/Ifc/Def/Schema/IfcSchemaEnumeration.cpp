@@ -11,7 +11,7 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-/// So many items of an enumeration, behind those that are in order, are put in their places one by one.
+/// Up to this many out-of-order items are inserted one by one; beyond that, all are sorted.
 constexpr std::ptrdiff_t FewUnordered = 8;
 
 } // namespace

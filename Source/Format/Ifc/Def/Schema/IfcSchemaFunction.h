@@ -1,7 +1,12 @@
+/// @file
 /// FUNCTION and RULE: statements that are kept as their body lines and never interpreted.
 ///
+///     if (object->getKind() == ObjectBase::Type::Function)
+///         for (const auto line : static_cast<const Function*>(object)->getBodyLines()) ...
+///
 /// Ownership: belong to their schema.
-/// Threads:   read-only once the schema is built.
+/// Threads:   read-only once the schema is built; readable from any number of threads.
+/// Errors:    a stream that fails throws `kiv::exception`.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
@@ -37,7 +42,7 @@ private:
 
 class KIV_EXPORT Function final : public BodyObject {
 public:
-    /// Reads the declaration whose keyword stands at byte offset `keywordPos` of the current line, up to
+    /// Reads the declaration whose keyword is at byte offset `keywordPos` of the current line, up to
     /// END_FUNCTION.
     Function(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream);
     ~Function() override;
@@ -45,7 +50,7 @@ public:
 
 class KIV_EXPORT Rule final : public BodyObject {
 public:
-    /// Reads the declaration whose keyword stands at byte offset `keywordPos` of the current line, up to
+    /// Reads the declaration whose keyword is at byte offset `keywordPos` of the current line, up to
     /// END_RULE.
     Rule(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream);
     ~Rule() override;

@@ -1,3 +1,4 @@
+/// @file
 /// The keywords that are searched in the lines of a schema text.
 ///
 ///     constexpr Keyword EndEntity("END_ENTITY", 3);
@@ -22,7 +23,7 @@ public:
 
     constexpr std::size_t size() const { return text_.size(); }
 
-    /// Where the word first stands in the text, from `pos` on; npos when it does not.
+    /// The first position of the word in the text, from `pos` on; npos when it is not there.
     std::size_t findIn(std::string_view text, std::size_t pos = 0) const {
         for (auto found = text.find(text_[rare_], pos + rare_); found != std::string_view::npos;
              found = text.find(text_[rare_], found + 1)) {

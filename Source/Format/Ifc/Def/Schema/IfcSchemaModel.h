@@ -23,8 +23,8 @@ struct Schema::Model {
     static constexpr std::size_t FirstBlockSize = 1024;
 
     std::string name;
-    // Declared in the reverse of the order in which they are destroyed: objects, shared data types, data types, and
-    // last the texts and trees of all of them.
+    // Declared in the reverse of the order in which they are destroyed: objects, shared data types, data
+    // types, and last the texts and trees of all of them.
     Arena arena{FirstBlockSize};
     std::vector<ArenaPtr<DataTypeBase>> dataTypes;
     std::array<ArenaPtr<DataTypeBase>, 7> sharedTypes;

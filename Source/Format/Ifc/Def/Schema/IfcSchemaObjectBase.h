@@ -1,3 +1,4 @@
+/// @file
 /// What every named object of a schema has in common: its kind and its name.
 ///
 ///     const auto* object = schema.pObjectFromName("ifcwall");
@@ -28,16 +29,17 @@ class Schema;
 class KIV_EXPORT ObjectBase {
 public:
     /// What an object is. A data type is 0 here and has a kind of its own (see `DataTypeBase`).
+    /// It hides the class `Type` inside object classes, where that is written `schema::Type`.
     enum class Type : std::uint32_t { DataType = 0, Type = 1, Entity = 2, Function = 3, Rule = 4 };
 
     /// An object without a name.
     explicit ObjectBase(ObjectBase::Type kind);
 
-    /// Takes the name from the current line. `namePos` is the byte offset behind the statement's keyword;
+    /// Takes the name from the current line. `namePos` is the byte offset after the statement's keyword;
     /// `nameEnd` receives the offset at which the name ended, npos when it ran to the end of the line.
     ///
-    /// A name ends at the first blank, else at the first ';': in "ENTITY A; x" the name is "A;". It is kept in
-    /// the arena of `line`.
+    /// A name ends at the first blank, else at the first ';': in "ENTITY A; x" the name is "A;". It is kept
+    /// in the arena of `line`.
     ObjectBase(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos, std::size_t& nameEnd);
 
     ObjectBase(const ObjectBase&) = delete;

@@ -14,8 +14,8 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-/// How much is read ahead at most, in bytes: little at first, as a text may hold thousands of schemas of a line each; then more
-/// and more, so that calls are few.
+/// How much is read ahead at most, in bytes: little at first, as a text may hold thousands of schemas of a
+/// line each; then more and more, so that calls are few.
 constexpr std::streamsize AheadFirst = 1 << 10;
 constexpr std::streamsize AheadMax = 1 << 16;
 
@@ -23,14 +23,14 @@ bool isNameEnd(char byte) {
     return ascii::isOneOf(byte, "\t ,)");
 }
 
-/// A stream that failed is told from one at its end.
+/// A stream that failed is an error, one at its end is not.
 void vStreamCheck(const std::istream& stream) {
     if (stream.fail() && !stream.eof())
         throw exception();
 }
 
-/// Calls an operation of the stream's buffer; what that throws becomes the state of the stream, as in all reading
-/// operations of streams.
+/// Calls an operation of the stream's buffer; what that throws becomes the state of the stream, as in all
+/// reading operations of streams.
 template <class Operation>
 void vBufferUse(std::istream& stream, Operation&& operation) {
     try {
@@ -39,7 +39,7 @@ void vBufferUse(std::istream& stream, Operation&& operation) {
         const bool isPassedOn = (stream.exceptions() & std::ios::badbit) != 0;
         try {
             stream.setstate(std::ios::badbit);
-        } catch (const std::ios::failure&) { // what the buffer threw tells more
+        } catch (const std::ios::failure&) { // what the buffer threw says more
         }
         if (isPassedOn)
             throw;
@@ -66,7 +66,8 @@ bool ReadLineHelper::boNextLine(std::istream& stream) {
     return true;
 }
 
-/// Takes the line byte by byte and nothing behind it. Not by std::getline, which makes a failed stream of a lack of memory.
+/// Takes the line byte by byte and nothing after it. Not by std::getline, which reports a lack of memory as a
+/// failed stream.
 bool ReadLineHelper::boLineOfStream(std::istream& stream) {
     using Traits = std::char_traits<char>;
     text_.clear();
@@ -166,7 +167,7 @@ void ReadLineHelper::vAheadGiveBack(std::istream& stream) noexcept {
         for (auto count = ahead_.size(); count > 0; --count)
             stream.rdbuf()->sungetc();
     } catch (...) {
-        // What the stream does not take back is lost to whoever reads on behind the schema.
+        // What the stream does not take back is lost to whoever reads on after the schema.
     }
     ahead_ = {};
 }

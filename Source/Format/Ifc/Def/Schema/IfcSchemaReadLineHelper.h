@@ -1,8 +1,13 @@
+/// @file
 /// The line tools that all readers of schema text share.
 ///
 ///     ReadLineHelper line;
 ///     while (line.boNextLine(stream))
 ///         use(line.getLine());
+///
+/// Ownership: what readers build out of lines refers to the arena of the helper.
+/// Threads:   not thread-safe.
+/// Errors:    a stream that fails without being at its end throws `kiv::exception` with an empty message.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -22,7 +27,8 @@ class Arena;
 
 namespace kiv::ifc::def::schema {
 
-/// The lines of a text, each without its line feed, which follows every one of them. Views that live as long as the text.
+/// The lines of a text, each without its line feed, which follows every one of them. Views that live as long
+/// as the text.
 KIV_EXPORT std::vector<std::string_view> linesOfText(std::string_view text);
 
 /// Lines kept as one text, each followed by a line feed.
@@ -34,7 +40,7 @@ public:
     /// Adds a line, which is copied.
     void vLineAdd(std::string_view line);
 
-    /// Adds a line that outlives the text and has a line feed behind it.
+    /// Adds a line that outlives the text and is followed by a line feed.
     void vKeptLineAdd(std::string_view line);
 
     /// Forgets all lines, but keeps their memory for the next ones.
@@ -55,19 +61,19 @@ private:
     std::string copied_;
 };
 
-/// Holds the current line of a schema text, and the arena in which readers keep what they need of it. The position within
-/// the line is the callers' own.
+/// Holds the current line of a schema text, and the arena in which readers keep what they need of it. The
+/// position within the line is the callers' own.
 ///
 /// Ownership: what readers build out of lines refers to the arena; so that lives as long as they do.
-/// Threads:   one reader, one thread.
-/// Errors:    a stream that fails without being at its end throws `kiv::exception` with an empty message; one that is set
-///            to throw at its end std::ios::failure there.
+/// Threads:   not thread-safe.
+/// Errors:    a stream that fails without being at its end throws `kiv::exception` with an empty message; one
+///            that is set to throw at its end std::ios::failure there.
 class KIV_EXPORT ReadLineHelper {
 public:
     /// With an arena of its own; takes no more from the stream than the lines that it hands out.
     ReadLineHelper();
-    /// With an arena that outlives this object; reads ahead in the one stream that it is used with, as far as that has
-    /// bytes at hand, until `vAheadGiveBack`.
+    /// With an arena that outlives this object; reads ahead in the one stream that it is used with, as far as
+    /// that has bytes at hand, until `vAheadGiveBack`.
     explicit ReadLineHelper(Arena& arena);
     ~ReadLineHelper();
 
@@ -93,7 +99,7 @@ public:
         return lines.isKept() ? lines.getText() : getCopy(lines.getText());
     }
 
-    /// Puts what was read ahead back into the stream, which then stands behind the current line again.
+    /// Puts what was read ahead back into the stream, which is then after the current line again.
     void vAheadGiveBack(std::istream& stream) noexcept;
 
     /// Removes a leading UTF-8 byte order mark from the current line, which is the first of its stream.
@@ -101,7 +107,7 @@ public:
 
     /// Reads a parenthesised list of names, following it across lines; names as written, separated by tabs,
     /// blanks and commas. `pos` is a byte offset in the current line: where the search for '(' starts, and,
-    /// on return, where the ')' stands in what is then the current line. A list that the stream's end leaves
+    /// on return, where the ')' is in what is then the current line. A list that the stream's end leaves
     /// open throws `kiv::exception`.
     std::vector<std::string> getNamesInList(std::size_t& pos, std::istream& stream);
 
@@ -145,7 +151,7 @@ private:
 };
 
 /// Splits the rest of one line, from byte offset `pos`, at commas. Blanks before an item are skipped, blanks
-/// behind it are kept; the last item ends at the first ';', else at the first blank, else with the text.
+/// after it are kept; the last item ends at the first ';', else at the first blank, else with the text.
 KIV_EXPORT std::vector<std::string> sListFromStringCommaSep(const std::string& text, std::size_t pos);
 
 } // namespace kiv::ifc::def::schema

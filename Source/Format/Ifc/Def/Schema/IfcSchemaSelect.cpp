@@ -66,8 +66,8 @@ private:
             line_.insert(above);
     }
 
-    // A walk along the supertypes for each member costs least for as many as people write, but thousands times thousands
-    // for somebody who wants that.
+    // A walk along the supertypes for each member costs least for as many as people write, but thousands
+    // times thousands for somebody who wants that.
     static constexpr std::size_t WalksMax = 64;
 
     const ObjectBase& object_;

@@ -31,13 +31,13 @@ public:
     /// The names as written, in the order of the declaration.
     std::span<const std::string_view> getMemberNames() const { return memberNames_; }
 
-    /// What the names were resolved to, in the same order; names that nothing bears are left out.
+    /// What the names were resolved to, in the same order; names of no object are left out.
     const std::vector<const ObjectBase*>& getMembers() const { return members_; }
 
     /// True when every resolved member is an entity.
     bool isAllEntities() const { return allEntities_; }
 
-    /// True when a value of the object's type may stand for this select: the object is a member, a subtype of
+    /// True when a value of the object's type is a value of this select: the object is a member, a subtype of
     /// a member, or compatible with a member that is a defined type of a select. Selects that select each
     /// other end.
     bool isCompatible(const ObjectBase& object) const;

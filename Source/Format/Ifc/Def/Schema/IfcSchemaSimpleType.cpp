@@ -7,7 +7,7 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-/// The width in a keyword such as "STRING(255)": what stands behind its first seven bytes.
+/// The width in a keyword such as "STRING(255)": what follows its first seven bytes.
 std::uint64_t widthFromKeyword(std::string_view keyword) {
     constexpr std::size_t prefix = std::string_view("STRING(").size();
     return keyword.size() >= prefix + 2 ? unsignedFromText<std::uint64_t>(keyword.substr(prefix)) : 0;

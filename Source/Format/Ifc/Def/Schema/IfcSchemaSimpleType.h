@@ -1,6 +1,6 @@
 /// @file
-/// The simple data types that have a width: STRING and BINARY. REAL, BOOLEAN, INTEGER, NUMBER and LOGICAL have nothing
-/// of their own and are each a plain `DataType`.
+/// The simple data types that have a width: STRING and BINARY. REAL, BOOLEAN, INTEGER, NUMBER and LOGICAL
+/// have nothing of their own and are each a plain `DataType`.
 ///
 /// Ownership: belong to their schema; those without a width exist once per schema.
 /// Threads:   read-only once the schema is built; readable from any number of threads.
@@ -33,12 +33,12 @@ private:
 
 class KIV_EXPORT DataTypeString final : public DataTypeWithSize<4> {
 public:
-    /// `rest` is the text behind the keyword; it is not looked at.
+    /// `rest` is the text after the keyword; it is not looked at.
     DataTypeString(std::string_view keyword, std::string_view rest);
     DataTypeString(std::string_view keyword, ReadLineHelper& line, std::size_t pos, std::istream& stream);
     ~DataTypeString() override;
 
-    /// FIXED was written behind the width; known for TYPE declarations only.
+    /// FIXED was written after the width; known for TYPE declarations only.
     bool isFixed() const { return fixed_; }
 
 private:

@@ -1,3 +1,4 @@
+/// @file
 /// A defined type: TYPE name = underlying type; ... END_TYPE;
 ///
 ///     const auto* label = Type::pFrom(schema.pObjectFromName("IfcLabel"));
@@ -23,7 +24,7 @@ namespace kiv::ifc::def::schema {
 
 class KIV_EXPORT Type final : public ObjectBase {
 public:
-    /// Reads the declaration whose keyword stands at byte offset `keywordPos` of the current line, up to
+    /// Reads the declaration whose keyword is at byte offset `keywordPos` of the current line, up to
     /// END_TYPE or the end of the stream; always at least one further line.
     Type(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream);
     ~Type() override;
@@ -35,7 +36,7 @@ public:
     /// resolves through this one, and then parses the rules again.
     void vUpdate(Schema& schema) override;
 
-    /// The text behind '=', up to the first ';', as written.
+    /// The text after '=', up to the first ';', as written.
     std::string_view getUnderlyingText() const { return underlyingText_; }
     /// The first word of that text.
     std::string_view getUnderlyingKeyword() const { return underlyingKeyword_; }

@@ -10,10 +10,10 @@
 namespace kiv::ifc::def::schema {
 
 void Unique::vUniqueAdd(const Entity&, std::string&& label, ReadLineHelper& line, std::size_t pos) {
-    // What stands behind the ';' is no part of the rule.
+    // What follows the ';' is no part of the rule.
     const auto end = std::min(line.getLine().find(';', pos), line.getLine().size());
     auto names = sListFromStringCommaSep(std::string(line.getLine().substr(0, end + 1)), pos);
-    // The split keeps blanks behind an item; a name has none.
+    // The split keeps blanks after an item; a name has none.
     for (auto& name : names)
         name = std::string(ascii::trimmed(name, BlankAndTab));
     rules_.push_back({std::move(label), std::move(names)});

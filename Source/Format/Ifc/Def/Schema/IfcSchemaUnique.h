@@ -1,7 +1,11 @@
+/// @file
 /// The UNIQUE clause of an entity.
 ///
+///     for (const auto& rule : entity.pUnique()->getRules()) ...
+///
 /// Ownership: belongs to its entity.
-/// Threads:   read-only once the schema is built.
+/// Threads:   read-only once the schema is built; readable from any number of threads.
+/// Errors:    none; the names are not looked up.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -23,7 +27,7 @@ struct UniqueRule {
 
 class KIV_EXPORT Unique {
 public:
-    /// Appends the rule whose attribute names stand in the current line from byte offset `pos`, separated by
+    /// Appends the rule whose attribute names are in the current line from byte offset `pos`, separated by
     /// commas.
     void vUniqueAdd(const Entity& entity, std::string&& label, ReadLineHelper& line, std::size_t pos);
 

@@ -1,3 +1,4 @@
+/// @file
 /// The WHERE clause of an entity or a defined type: its text and its rules as expression trees.
 ///
 ///     for (const auto& rule : wall.pWhere()->getRules())
@@ -77,7 +78,7 @@ private:
 class KIV_EXPORT Where {
 public:
     /// Reads the lines that follow the current one, up to the line that contains "END_", which is left as the
-    /// current line, or up to the end of the stream. `pos`, the byte offset behind WHERE, and the schema are
+    /// current line, or up to the end of the stream. `pos`, the byte offset after WHERE, and the schema are
     /// not looked at: the line of the keyword itself is no part of the clause.
     Where(Schema& schema, ReadLineHelper& line, std::size_t pos, std::istream& stream);
 

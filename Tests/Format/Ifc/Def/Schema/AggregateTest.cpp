@@ -186,7 +186,7 @@ TEST(AggregateTest, AnyThreeCapitalsUniBehindOfMakeAListUnique) {
         {"LIST OF BAG OF UNIQUE Label;", true, "Label"},
         {"LIST OF  LIST OF UNIQUE Label;", true, "Label"},
         {"LIST OF LISTS UNIQUE Label;", true, "Label"},
-        // Seven characters behind the place there may be nothing left.
+        // Seven characters after the place there may be nothing left.
         {"LIST OF UNI;", true, ""},
         {"LIST OF UNIT", true, ""},
         {"LIST OF UNIQUE", true, ""},

@@ -18,7 +18,8 @@ namespace {
 using namespace kiv::ifc::def::schema;
 using namespace kiv::test;
 
-/// With no steps everything comes from the table, with some the table takes over on the way up or between two questions.
+/// With no steps everything comes from the table, with some the table takes over on the way up or between two
+/// questions.
 constexpr std::size_t StepCounts[] = {0, 1, 2, 3, 5, 8, 13, 21, 34, AttributeStepsMax};
 
 constexpr std::string_view Family = "ENTITY Root;\n"

@@ -120,7 +120,7 @@ TEST(AttributeTest, ResolvedTypesListTheTypeFromOutsideIn) {
         {"SET OF REAL;", {"SET", "REAL"}},
         {"LIST [1:?] OF LIST [2:3] OF Ent;", {"LIST", "LIST", "Ent"}},
         {"ARRAY [1:2] OF SET OF LIST OF STRING(5);", {"ARRAY", "SET", "LIST", "STRING(5)"}},
-        // The chain ends at a named object, whatever that stands for.
+        // The chain ends at a named object, whatever that is.
         {"Labels;", {"Labels"}},
         {"LIST OF Labels;", {"LIST", "Labels"}},
         {"ENUMERATION OF (A, B);", {"ENUMERATION"}},

@@ -16,7 +16,8 @@ namespace kiv::test {
 inline constexpr std::string_view OtherDeclarations =
     "\nENTITY Ent;\nEND_ENTITY;\nTYPE Label = STRING;\nEND_TYPE;\n";
 
-/// A schema with one data type, read from after the colon of an attribute or from after the '=' of a TYPE line.
+/// A schema with one data type, read from after the colon of an attribute or from after the '=' of a TYPE
+/// line.
 struct Declared {
     enum class Form { Attribute, Type };
 

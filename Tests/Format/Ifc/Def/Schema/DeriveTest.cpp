@@ -129,7 +129,8 @@ TEST(DeriveTest, ClauseOfAnEntityIsResolvedWithTheEntity) {
 }
 
 TEST(DeriveTest, RedeclaredAttributeIsFoundHoweverFarUpWhateverTheNames) {
-    // Entities are resolved in the order of their names' hashes; twenty names put every level before every other.
+    // Entities are resolved in the order of their names' hashes; twenty names put every level before every
+    // other.
     for (int number = 0; number < 20; ++number) {
         const auto suffix = std::to_string(number);
         AssertCollector reports;

@@ -201,7 +201,7 @@ TEST(EntityTest, SubtypesAndSupertypeMayStandOnOneLine) {
         {" ABSTRACT SUPERTYPE OF (ONEOF (A, B)) SUBTYPE OF (C);", true, {"A", "B"}, "C"},
         {" SUPERTYPE OF (ONEOF\n (A\n ,B)) SUBTYPE OF (C);", false, {"A", "B"}, "C"},
         {" SUPERTYPE OF (ONEOF\n (A\n ,B))\n SUBTYPE OF (C);", false, {"A", "B"}, "C"},
-        // The subtypes are looked for first, so that what stands before them is passed by.
+        // The subtypes are looked for first, so that what comes before them is passed by.
         {" SUBTYPE OF (C) SUPERTYPE OF (ONEOF (A));", false, {"A"}, ""},
     });
 }
@@ -457,7 +457,7 @@ TEST(EntityTest, ClausesFollowOneAnotherInAnyOrder) {
 }
 
 TEST(EntityTest, LineMayServeSeveralClausesUniqueBeforeDerive) {
-    // Both clauses are open; the rule is taken from the line as it stands, the derivation from the joined one.
+    // Both clauses are open; the rule is taken from the line alone, the derivation from the joined one.
     const Declared declared(" UNIQUE DERIVE\n X1 : A1,\n A2;");
     EXPECT_THAT(declared.derivesOf(), ElementsAre("X1 : A1, A2;"));
     EXPECT_THAT(declared.uniquesOf(), ElementsAre("X1"));
@@ -791,7 +791,7 @@ TEST(EntityTest, EntityThatAHostReadsByItselfMayBeDestroyedBehindItsLineHelper) 
     EXPECT_EQ(entity->getAttributes().size(), 1U);
     EXPECT_EQ(entity->getAttributesInverse().size(), 1U);
     line.reset();
-    entity.reset(); // what it did wrong would be told by a sanitizer
+    entity.reset(); // a sanitizer reports what is wrong here
 }
 
 } // namespace

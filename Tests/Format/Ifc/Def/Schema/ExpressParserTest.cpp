@@ -277,7 +277,7 @@ TEST_F(ExpressParserTest, QualifiersFollowPrimaries) {
         {"f(a).b", "f(a).b"},
         {"f(a)[1].b", "f(a)[1].b"},
         {"f()\\g", "f()\\g"},
-        // Behind a qualifier any identifier is a name, that of a type as well.
+        // After a qualifier any identifier is a name, that of a type as well.
         {"a.Kind", "a.Kind"},
         {"a\\Kind", "a\\Kind"},
         {"a . b [ 1 ]", "a.b[1]"},

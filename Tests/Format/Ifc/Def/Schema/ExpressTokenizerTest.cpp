@@ -197,7 +197,8 @@ TEST(TokenKindTest, ValueBeyondTheKindsHasAnEmptyName) {
 
 // ---- Keywords
 
-/// Kinds whose word is not their name: the table of words has two deliberate slips.
+/// Kinds whose word is not their name. Hosts compare tokens with those of the rules they keep, so the words
+/// stay.
 bool isMisspelt(std::string_view word) {
     return word == "INTEGER" || word == "STRING";
 }
@@ -603,7 +604,7 @@ TEST(ExpressTokenizerTest, CommentsCountLinesAndColumns) {
 }
 
 TEST(ExpressTokenizerTest, TokensAfterWhatWasGivenBackKeepTheirColumns) {
-    // The column of the token itself includes the character that is dropped behind it.
+    // The column of the token itself includes the character that is dropped after it.
     vPlacesCheck({
         {":<x", {"COLON at 1:3", "IDENTIFIER x at 1:4", "END_OF_FILE at 1:5"}},
         {"\n:<x", {"COLON at 2:2", "IDENTIFIER x at 2:3", "END_OF_FILE at 2:4"}},

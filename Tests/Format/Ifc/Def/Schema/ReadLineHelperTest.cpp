@@ -114,7 +114,7 @@ TEST(ReadLineHelperTest, AStreamThatIsToThrowAtItsEndDoesSo) {
     EXPECT_TRUE(stream.eof());
 }
 
-/// Tells how many bytes it has, hands out so many of them at once, and takes none back.
+/// Says how many bytes it has, hands out at most `atOnce` of them at once, and takes none back.
 class OneWayBuffer : public std::streambuf {
 public:
     OneWayBuffer(std::string_view text, std::size_t atOnce) : text_(text), atOnce_(atOnce) {}
@@ -215,7 +215,7 @@ struct ListRow {
     std::string_view text;
     std::size_t pos;
     Strings names;
-    /// The line that is current afterwards, and where its ')' stands.
+    /// The line that is current afterwards, and where its ')' is.
     std::string_view lastLine;
     std::size_t end;
 };

@@ -1,4 +1,6 @@
-/// A small schema text with every construct that the reader knows, for tests that cut, change or compare whole texts.
+/// @file
+/// A small schema text with every construct that the reader knows, for tests that cut, change or compare
+/// whole texts.
 #pragma once
 
 #include <string_view>

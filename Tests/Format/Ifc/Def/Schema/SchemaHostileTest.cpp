@@ -50,7 +50,8 @@ std::string sNumbered(std::string_view name, std::size_t number) {
     return std::string(name) + std::to_string(number);
 }
 
-/// True when the text is read or refused as promised: by `kiv::exception`, or by a literal that is out of range.
+/// True when the text is read or refused as promised: by `kiv::exception`, or by a literal that is out of
+/// range.
 bool boEndsAsPromised(const std::string& text) {
     try {
         const auto schema = schemaFromWholeText(text);
@@ -66,7 +67,8 @@ bool boEndsAsPromised(const std::string& text) {
 
 // ---- Inheritance
 
-/// Entities E0 to E<n - 1>, each a subtype of the one before it and listed by it, in this or in the reverse order.
+/// Entities E0 to E<n - 1>, each a subtype of the one before it and listed by it, in this or in the reverse
+/// order.
 std::string inheritanceLine(std::size_t count, bool reverse) {
     std::string text;
     for (std::size_t i = 0; i < count; ++i) {
@@ -174,7 +176,8 @@ TEST(SchemaHostileTest, EntityThatListsItselfIsNumberedOnce) {
 }
 
 TEST(SchemaHostileTest, ListsOf40LevelsOfDiamondsEnd) {
-    // Both entities of a level list both of the next one: 2 to the power of 40 ways from the top to the bottom.
+    // Both entities of a level list both of the next one: 2 to the power of 40 ways from the top to the
+    // bottom.
     std::string text = "ENTITY Top\n SUPERTYPE OF (ONEOF (A0, B0));\nEND_ENTITY;\n";
     for (std::size_t i = 0; i < 40; ++i)
         for (const auto* side : {"A", "B"}) {

@@ -304,7 +304,7 @@ TEST(SchemaReaderTest, OfSeveralKeywordsInALineTheFirstInTheFixedOrderDecides) {
     vStatementsCheck({
         {"ENTITY A TYPE B = REAL;\nEND_TYPE;", {"1 B"}},
         {"ENTITY MyTYPE;\nEND_TYPE;", {"1 "}},
-        // So the inheritance of an entity must not stand on its header line.
+        // So the inheritance of an entity must not be on its header line.
         {"ENTITY A SUBTYPE OF (B);\nEND_TYPE;", {"1 OF"}},
         {"FUNCTION A ENTITY B;\nEND_ENTITY;", {"2 B"}},
         {"RULE A FUNCTION B;\nEND_FUNCTION;", {"3 B"}},

@@ -1,4 +1,3 @@
-#include "Base/UpperCase.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include "Base/UpperCase.h"
@@ -142,8 +141,8 @@ TEST(SchemaTest, KeyOfOneSchemaFindsTheEntityOfAnother) {
               &entityOf(*second, "IfcWall"));
 }
 
-// In ASCII the brackets and the backslash stand as far from the braces and the stroke as upper-case letters from lower-case
-// ones; they are other bytes all the same.
+// In ASCII the brackets and the backslash are as far from the braces and the stroke as upper-case letters
+// from lower-case ones; they are other bytes all the same.
 TEST(SchemaTest, NamesThatDifferInOtherBytesThanLettersAreNotMixedUp) {
     const auto schema = schemaFromText(sEntities({"x{", "X[", "X]", "x}", "X\\"}));
     EXPECT_EQ(schema->getObjectsByName().size(), 5U);
@@ -220,7 +219,7 @@ TEST(SchemaTest, ObjectsOfOneNameMayDifferInKind) {
 TEST(SchemaTest, ListsObjectsInTheOrderOfTheTextAndInTheOrderOfTheirNames) {
     const auto schema = schemaFromText(sEntities({"b", "C", "A", "BB", "a_", "aA"}));
     EXPECT_THAT(namesOf(schema->getObjects()), ElementsAre("b", "C", "A", "BB", "a_", "aA"));
-    // Bytes of the upper-cased names, shorter first on a common prefix; "_" is behind the letters.
+    // Bytes of the upper-cased names, shorter first on a common prefix; "_" comes after the letters.
     EXPECT_THAT(namesOf(schema->getObjectsByName()), ElementsAre("A", "aA", "a_", "b", "BB", "C"));
 }
 
@@ -444,14 +443,15 @@ TEST(SchemaTest, OfTwoEntitiesOfOneNameOnlyTheFirstIsNumbered) {
 }
 
 TEST(SchemaTest, LastNumberIsBelowTheFirstWhereNumbersWrap) {
-    // 65,533 roots come before Z by name, which has 65,534 then; there are two more numbers before 0.
+    // 65,533 roots come before Z by name: Z has 65,534, Z1 the last number before 0.
     std::string text;
     for (int number = 0; number < 65533; ++number)
         text += "ENTITY A" + std::to_string(number) + ";\nEND_ENTITY;\n";
-    const auto schema = schemaFromText(text + "ENTITY Z\n SUPERTYPE OF (ONEOF (Z1, Z2));\nEND_ENTITY;\n"
-                                              "ENTITY Z1\n SUBTYPE OF (Z);\nEND_ENTITY;\n"
-                                              "ENTITY Z2\n SUPERTYPE OF (ONEOF (Z3)) SUBTYPE OF (Z);\nEND_ENTITY;\n"
-                                              "ENTITY Z3\n SUBTYPE OF (Z2);\nEND_ENTITY;");
+    const auto schema =
+        schemaFromText(text + "ENTITY Z\n SUPERTYPE OF (ONEOF (Z1, Z2));\nEND_ENTITY;\n"
+                              "ENTITY Z1\n SUBTYPE OF (Z);\nEND_ENTITY;\n"
+                              "ENTITY Z2\n SUPERTYPE OF (ONEOF (Z3)) SUBTYPE OF (Z);\nEND_ENTITY;\n"
+                              "ENTITY Z3\n SUBTYPE OF (Z2);\nEND_ENTITY;");
     EXPECT_EQ(numbersOf(*schema, "Z"), std::pair(65534, 1));
     EXPECT_EQ(numbersOf(*schema, "Z1"), std::pair(65535, 65535));
     EXPECT_EQ(numbersOf(*schema, "Z2"), std::pair(0, 1));

@@ -1,3 +1,4 @@
+/// @file
 /// What the tests of the schema reader share beside Tests/Support.
 #pragma once
 

@@ -38,7 +38,7 @@ TEST(SimpleTypeTest, WidthOfAStringIsReadOutOfItsKeyword) {
         {"STRING(;", 0},
         {"STRING (255);", 0},
         {"STRING( 255);", 0},
-        // Wherever "STRING" stands in the keyword, the width begins with the eighth character.
+        // Wherever "STRING" is in the keyword, the width begins with the eighth character.
         {"XSTRING12;", 12},
         {"MYSTRING(5);", 0},
         {"STRING255;", 55},

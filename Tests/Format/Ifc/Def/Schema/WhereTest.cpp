@@ -255,7 +255,7 @@ TEST(WhereTest, EndLineInsideAnOpenRuleIsASyntaxError) {
 }
 
 TEST(WhereTest, RuleBeforeAnUnexpectedCharacterIsLostWithIt) {
-    // The token behind a rule's ';' is read before the rule is complete.
+    // The token after a rule's ';' is read before the rule is complete.
     vReportsCheck({{"WR1 : A;\nWR2 : B;\n%R3 : C;\n",
                     {"WR1 : A"},
                     "ExpressTokenizer didn't expect the character % here..."}});
