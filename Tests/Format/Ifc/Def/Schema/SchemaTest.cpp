@@ -1,4 +1,3 @@
-#include "Base/UpperCase.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include "Base/UpperCase.h"
@@ -444,7 +443,7 @@ TEST(SchemaTest, OfTwoEntitiesOfOneNameOnlyTheFirstIsNumbered) {
 }
 
 TEST(SchemaTest, LastNumberIsBelowTheFirstWhereNumbersWrap) {
-    // 65,533 roots come before Z by name, which has 65,534 then; there are two more numbers before 0.
+    // 65,533 roots come before Z by name: Z has 65,534, Z1 the last number before 0.
     std::string text;
     for (int number = 0; number < 65533; ++number)
         text += "ENTITY A" + std::to_string(number) + ";\nEND_ENTITY;\n";
