@@ -21,11 +21,12 @@ const char* const SchemaText = "SCHEMA HOUSE;\n"
                                "\tMark : OPTIONAL HsLabel;\n"
                                "END_ENTITY;\n"
                                "END_SCHEMA;\n";
-const char* const SetText = "<PropertySetDef><Name>Pset_Wall</Name>"
-                            "<ApplicableClasses><ClassName>HsWall</ClassName></ApplicableClasses>"
-                            "<PropertyDefs><PropertyDef><Name>Colour</Name><PropertyType><TypePropertySingleValue>"
-                            "<DataType type=\"HsLabel\"/></TypePropertySingleValue></PropertyType></PropertyDef>"
-                            "</PropertyDefs></PropertySetDef>";
+const char* const SetText =
+    "<PropertySetDef><Name>Pset_Wall</Name>"
+    "<ApplicableClasses><ClassName>HsWall</ClassName></ApplicableClasses>"
+    "<PropertyDefs><PropertyDef><Name>Colour</Name><PropertyType><TypePropertySingleValue>"
+    "<DataType type=\"HsLabel\"/></TypePropertySingleValue></PropertyType></PropertyDef>"
+    "</PropertyDefs></PropertySetDef>";
 
 int failures = 0;
 
