@@ -3,9 +3,10 @@
 
     extract.py ROOT INCLUDE-FOLDER OUT [--list]
 
-An example is an indented block of a `///` comment: five blanks, after an empty comment line. Each becomes the body of a
-function in OUT/HEADER.cpp; what it takes for granted (namespace, parameters, includes) is in surroundings.py. A header with an
-example that surroundings.py does not know is an error. --list prints the sources, and writes nothing.
+An example is an indented block of a `///` comment: five blanks, after an empty comment line. Each becomes the body
+of a function in OUT/HEADER.cpp; what it takes for granted (namespace, parameters, includes) is in surroundings.py.
+A header with an example that surroundings.py does not know is an error, and so is a text to replace that is in no
+example any more. Rows of headers that are gone do no harm. --list prints the sources, and writes nothing.
 """
 
 import re
@@ -65,7 +66,7 @@ def header_name(root, include_folder, header):
 
 def source_of(root, include_folder, header, examples):
     if header.name not in SURROUNDINGS:
-        sys.exit(f"{header}:{examples[0][0]}: an example that Tests/Examples/HeaderExamples/surroundings.py does not know")
+        sys.exit(f"{header}:{examples[0][0]}: an example that HeaderExamples/surroundings.py does not know")
     row = SURROUNDINGS[header.name]
     includes = [header_name(root, include_folder, header), *row.get("includes", [])]
     parts = [f'#include "{name}"' for name in includes]

@@ -44,7 +44,7 @@ SURROUNDINGS = {
     "IfcPropertyType.h": row(DEF + "::pset", "const PropertyDef& property",
                              [IN + "Pset/IfcPropertyDef.h", IN + "Pset/IfcPropertyTypeDerived.h"]),
     "IfcPropertyTypeDerived.h": row(DEF + "::pset", "const PropertyDef& property", [IN + "Pset/IfcPropertyDef.h"]),
-    "IfcQuantityDef.h": row(DEF + "::qto", "const kiv::xml::Element& root, const kiv::ifc::def::schema::Schema& schema", SET_INCLUDES),
+    "IfcQuantityDef.h": row(DEF + "::qto", SET_PARAMETERS.replace("const_Element", "Element"), SET_INCLUDES),
     "IfcQuantityType.h": row(DEF + "::qto", "const QuantityDef& quantity", [IN + "Qto/IfcQuantityDef.h"]),
     "IfcSchema.h": row(SCHEMA, "std::istream& stream"),
     "IfcSchemaAttribute.h": row(SCHEMA, "const Entity& wall", ENTITY),
@@ -75,7 +75,8 @@ SURROUNDINGS = {
     "Version.h": row(BASE),
     # kivifc
     "ApplicableSets.h": row(TOOL, "const ifc::def::SchemaPset& schema, const ifc::def::schema::Entity& wall"),
-    "CheckReport.h": row(TOOL, "const CheckContext& context, const SetDocument& document, std::chrono::nanoseconds time"),
+    "CheckReport.h": row(
+        TOOL, "const CheckContext& context, const SetDocument& document, std::chrono::nanoseconds time"),
     "CheckSummary.h": row(TOOL, "const SetDocument& document, Output& output"),
     "ConfigFile.h": row(TOOL, "SchemaFile& file, Diagnostics& diagnostics", ["kivifc/SchemaFile.h"]),
     "ExportFile.h": row(TOOL, "bool isForced, const std::filesystem::path& folder, const std::string& text, "
@@ -93,8 +94,8 @@ SURROUNDINGS = {
     "Store.h": row(TOOL, "Diagnostics& diagnostics"),
     "TextFile.h": row(TOOL, "Diagnostics& diagnostics", DIAGNOSTICS),
     "TextTable.h": row(TOOL, "std::chrono::nanoseconds elapsed"),
-    "DataTypeJson.h": row(TOOL, "const ifc::def::schema::Schema& schema, const ifc::def::schema::Attribute& attribute, Json& json",
-                          ENTITY),
+    "DataTypeJson.h": row(
+        TOOL, "const ifc::def::schema::Schema& schema, const ifc::def::schema::Attribute& attribute, Json& json", ENTITY),
     "EntityPicture.h": row(TOOL, "const ifc::def::schema::Entity& wall, Output& output", ["kivifc/Output.h"]),
     "ExpressionText.h": row(TOOL, "const ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
     "ExpressionJson.h": row(TOOL),
@@ -136,7 +137,7 @@ SURROUNDINGS.update({
                        [IN + "IfcDefBase.h", "Format/Ifc/Def/Store/GuidHash.h"],
                        replace={"const auto* def": "const auto* found"}),
     "BloomBits.h": row(BASE, "std::string_view name, std::string_view other", replace={"return nullptr;": "return;"}),
-    "ProbeTable.h": row(BASE, "Object& object, std::string_view name", ["Base/NameTable.h"], before="struct Object {};",
+    "ProbeTable.h": row(BASE, "Object* object, std::string_view name", ["Base/NameTable.h"], before="struct Object {};",
                         replace={"(...), object": "(name, hashKeys()), object", "(...));": "(name, hashKeys()));"}),
     "IfcSchemaBuilder.h": row(SCHEMA, "Schema& self, std::istream& stream, const std::string& headerLine, std::size_t schemaPos",
                               ENTITY, replace={"(*this)": "(self)"}),
