@@ -5,7 +5,7 @@
 
 int main() {
     std::ifstream text("Building.exp", std::ios::binary);
-    const auto schema = kiv::ifc::def::SchemaPset::pStepStreamRead(text);
+    const auto schema = text ? kiv::ifc::def::SchemaPset::pStepStreamRead(text) : nullptr;
     if (!schema)
         return 1;
     const auto* wall = kiv::ifc::def::schema::Entity::pFrom(schema->pObjectFromName("BldWall"));

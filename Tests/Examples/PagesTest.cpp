@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(All, Pages,
                                          Page{"Docs/Tutorial/1-Schema.md", "Examples/Tutorial/Schema.cpp", 6},
                                          Page{"Docs/Tutorial/2-Sets.md", "Examples/Tutorial/Sets.cpp", 4},
                                          Page{"Docs/Tutorial/3-Back.md", "Examples/Tutorial/Back.cpp", 5}),
-                         [](const auto& info) { return "Page" + std::to_string(info.index); });
+                         [](const auto& page) { return "Page" + std::to_string(page.index); });
 
 TEST(Readme, ShowsAProgramAsAWhole) {
     const auto blocks = codeBlocksOf(linesOf("README.md"));

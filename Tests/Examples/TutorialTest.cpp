@@ -68,7 +68,7 @@ TEST_F(Tutorial, SchemaLooksThingsUp) {
 
 TEST_F(Tutorial, SchemaShowsWhatIsUnresolved) {
     std::ofstream(folder_ / "Building.exp")
-        << "SCHEMA S;\nENTITY BldWall;\n\tMark : Nowhere;\nEND_ENTITY;\nEND_SCHEMA;\n";
+        << "SCHEMA S;\nENTITY BldWall\n SUBTYPE OF (BldNowhere);\nEND_ENTITY;\nEND_SCHEMA;\n";
     ASSERT_EQ(run("Schema"), 0);
     EXPECT_EQ(sErrors().rfind("unresolved: ", 0), 0U) << sErrors();
 }
