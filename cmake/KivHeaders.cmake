@@ -2,6 +2,7 @@
 #
 # What is not listed here is private: it is not installed, and a host that builds us as a subproject cannot include it either.
 set(kivPublicHeaders
+    KivIfcSchemaPset.h
     Base/Exception.h
     Host/Assert/KivAssert.h
     Host/Id/KivId.h
@@ -65,10 +66,16 @@ foreach(header IN LISTS kivPublicHeaders)
     kiv_link_header(${PROJECT_SOURCE_DIR}/Source/${header} ${header})
 endforeach()
 
-# KIV_EXPORT, what every exported class and function is marked with.
+# kiv/Version.h: the version in project() for the preprocessor.
+set(kivGeneratedFolder ${PROJECT_BINARY_DIR}/generated)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/Version.h.in ${kivGeneratedFolder}/Version.h @ONLY)
+kiv_link_header(${kivGeneratedFolder}/Version.h Version.h)
+
+# KIV_EXPORT, the mark of every exported class and function. One macro serves all five libraries: with ELF it says "visible",
+# whether a library is being made or used. Windows would need one macro for each library, as there the two cases differ.
 include(GenerateExportHeader)
 function(kiv_export_header target)
-    set(header ${PROJECT_BINARY_DIR}/generated/Base/Export.h)
+    set(header ${kivGeneratedFolder}/Base/Export.h)
     generate_export_header(${target} BASE_NAME KIV EXPORT_FILE_NAME ${header})
     kiv_link_header(${header} Base/Export.h)
 endfunction()

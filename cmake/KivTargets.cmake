@@ -2,8 +2,10 @@
 
 # Flags that all of our own code is compiled with; never handed on to users of the installed package.
 add_library(KivFlags INTERFACE)
-target_compile_options(KivFlags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
-                                          $<$<BOOL:${KIV_WERROR}>:-Werror>)
+if(PROJECT_IS_TOP_LEVEL)
+    target_compile_options(KivFlags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
+                                              $<$<BOOL:${KIV_WERROR}>:-Werror>)
+endif()
 # Nobody replaces single functions of our libraries by his own, so the compiler may inline exported ones.
 target_compile_options(KivFlags INTERFACE -fno-semantic-interposition)
 # GCC stops inlining at a growth that suits large programs; ours are small functions in small libraries. With these, and with
@@ -17,27 +19,48 @@ if(KIV_SANITIZE)
     target_link_options(KivFlags INTERFACE -fsanitize=${KIV_SANITIZE})
 endif()
 
-# kiv_add_shared(NAME SOURCES... [LINK TARGETS...])
+# Settings of a target that are part of how our libraries are made, whatever the settings of the whole build are.
+function(kiv_library_settings target)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+                                               POSITION_INDEPENDENT_CODE ON)
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${kivIncludeFolder}>
+                                                $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>)
+    if(NOT BUILD_SHARED_LIBS)
+        target_compile_definitions(${target} PUBLIC KIV_STATIC_DEFINE)
+    endif()
+endfunction()
+
+# Only names of namespace kiv leave a shared library: GCC and Clang mark more as visible, the parts of the standard library
+# that are instantiated with exported classes for one.
+function(kiv_exports_limit target)
+    if(NOT BUILD_SHARED_LIBS OR WIN32 OR APPLE)
+        return()
+    endif()
+    target_link_options(${target} PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/KivExports.map)
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/KivExports.map)
+endfunction()
+
+# kiv_add_library(NAME SOURCES... [LINK TARGETS...] [LINK_PRIVATE TARGETS...])
 #
-# The sources are compiled once, into the object library NAMEObjects; NAME is the shared library made of it.
-# Tests that look behind the exported classes link the objects instead of the library.
-function(kiv_add_shared name)
+# The sources are compiled once, into the object library NAMEObjects; NAME is the library made of it, also known as
+# kiv::NAME. Tests of what is not exported link the objects instead of the library.
+function(kiv_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK;LINK_PRIVATE")
     add_library(${name}Objects OBJECT ${arg_UNPARSED_ARGUMENTS})
-    target_include_directories(${name}Objects PUBLIC $<BUILD_INTERFACE:${kivIncludeFolder}>
-                                                     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>)
+    kiv_library_settings(${name}Objects)
     target_link_libraries(${name}Objects PUBLIC ${arg_LINK} PRIVATE KivFlags ${arg_LINK_PRIVATE})
 
-    add_library(${name} SHARED)
+    add_library(${name} $<TARGET_OBJECTS:${name}Objects>)
     add_library(kiv::${name} ALIAS ${name})
-    target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${kivIncludeFolder}>
-                                              $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>
-                                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-    target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE KivFlags ${arg_LINK_PRIVATE} ${name}Objects)
-    target_compile_features(${name} PUBLIC cxx_std_20)
-    set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+    kiv_library_settings(${name})
+    kiv_exports_limit(${name})
+    target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE $<BUILD_INTERFACE:KivFlags> ${arg_LINK_PRIVATE})
+    target_include_directories(${name} PUBLIC $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION}
+                                             SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
                                              INSTALL_RPATH "$ORIGIN")
-    set_property(GLOBAL APPEND PROPERTY KIV_SHARED_LIBRARIES ${name})
+    set_property(GLOBAL APPEND PROPERTY KIV_LIBRARIES ${name})
 endfunction()
 
 # kiv_add_test(NAME SOURCES... LINK TARGETS...): one GoogleTest program, each of its tests known to CTest.

@@ -1,8 +1,8 @@
 /// The forms in which a check is told: lines as compilers write them, the library's own report, JSON.
 ///
-///     const auto report = pCheckReport(CheckFormat::Text, options);
-///     report->vDocumentAdd(std::move(document));
-///     report->vEnd(summary);
+///     const auto report = pTextReport(context, true);
+///     report->vDocumentAdd(document);
+///     report->vEnd(time);
 #pragma once
 
 #include "kivifc/CheckSummary.h"

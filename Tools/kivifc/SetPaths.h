@@ -1,7 +1,7 @@
 /// The documents that are meant by the paths of a command line.
 ///
 ///     for (const auto& path : setPathsCollect({"Sets", "-"}, diagnostics))
-///         use(setDocumentRead(path, schema));
+///         use(setDocumentRead(path));
 #pragma once
 
 #include "kivifc/Diagnostics.h"

@@ -1,0 +1,110 @@
+#!/usr/bin/env python3
+"""Makes a source of the examples in the comments of each header, so that they are compiled.
+
+    extract.py ROOT INCLUDE-FOLDER OUT [--list]
+
+An example is an indented block of a `///` comment: five blanks, after an empty comment line. Each becomes the body
+of a function in OUT/HEADER.cpp; what it takes for granted (namespace, parameters, includes) is in surroundings.py.
+A header with an example that surroundings.py does not know is an error, and so is a text to replace that is in no
+example any more. Rows of headers that are gone do no harm. --list prints the sources, and writes nothing.
+"""
+
+import re
+import sys
+from pathlib import Path
+
+from surroundings import PLAIN, SURROUNDINGS
+
+PREAMBLE = """template <class... T> void use(T&&...) {}
+template <class... T> void vUse(T&&...) {}
+template <class... T> void vShow(T&&...) {}
+template <class... T> void refused(T&&...) {}
+inline void vComplain() {}
+inline void vReadSchema() {}
+"""
+
+
+def examples_of(text):
+    """The examples of a header: line number and lines of each."""
+    examples, before = [], ""
+    inside = False
+    for number, line in enumerate(text.splitlines(), 1):
+        match = re.match(r"\s*///(.*)$", line)
+        comment = match[1] if match else None
+        if comment is not None and re.match(r" {5}\S", comment) and (inside or not before.strip()):
+            if not inside:
+                examples.append((number, []))
+            examples[-1][1].append(comment[5:])
+            inside = True
+        elif comment is not None and inside and comment.startswith(" " * 6):
+            examples[-1][1].append(comment[5:])
+        else:
+            inside = False
+        before = "" if comment is None or re.match(r"\s*@file", comment) else comment
+    return examples
+
+
+def compilable(lines, replacements):
+    """Dots stand for what a reader fills in."""
+    text = "\n".join(lines)
+    for old, new in replacements.items():
+        if old not in text:
+            sys.exit(f"surroundings.py replaces {old!r}, which is in no example of this header any more:\n{text}")
+        text = text.replace(old, new)
+    text = re.sub(r"^(\s*)\.\.\.$", r"\1;", text, flags=re.M)
+    text = re.sub(r" \.\.\.$", " {}", text, flags=re.M)
+    code = re.sub(r"//.*$", "", text, flags=re.M).rstrip()
+    return text if code.endswith((";", "}")) else text + "\n;"
+
+
+def header_name(root, include_folder, header):
+    if header.is_relative_to(root / "Tools"):
+        return header.relative_to(root / "Tools").as_posix()
+    name = header.relative_to(root / "Source").as_posix()
+    return f"kiv/{name}" if (include_folder / "kiv" / name).exists() else name
+
+
+def source_of(root, include_folder, header, examples):
+    if header.name not in SURROUNDINGS:
+        sys.exit(f"{header}:{examples[0][0]}: an example that HeaderExamples/surroundings.py does not know")
+    row = SURROUNDINGS[header.name]
+    includes = [header_name(root, include_folder, header), *row.get("includes", [])]
+    parts = [f'#include "{name}"' for name in includes]
+    parts += [f"#include <{name}>" for name in ("iostream", "fstream", "memory", "string", "utility", "vector")]
+    space = f"{row['namespace']}::example_{header.stem}"
+    parts += [f"namespace {space} {{", PREAMBLE, row.get("before", "")]
+    replacements = dict(row.get("replace", {}))
+    for index, (number, lines) in enumerate(examples):
+        text = "\n".join(lines)
+        if any(text.startswith(plain) for plain in PLAIN.get(header.name, [])):
+            continue
+        mine = {old: new for old, new in replacements.items() if old in text}
+        for old in mine:
+            del replacements[old]
+        body = f'#line {number} "{header}"\n{compilable(lines, mine)}'
+        if not row.get("isNamespaceScope"):
+            body = f"inline void vExample{index}({row.get('parameters', '')}) {{\n{body}\n}}"
+        parts.append(body)
+    if replacements:
+        sys.exit(f"{header}: surroundings.py replaces what is in no example: {list(replacements)}")
+    return "\n".join([*parts, "}", ""])
+
+
+def main():
+    root, include_folder, out = (Path(argument) for argument in sys.argv[1:4])
+    headers = sorted(path for folder in ("Source", "Tools") for path in (root / folder).rglob("*.h"))
+    for header in headers:
+        examples = examples_of(header.read_text(encoding="utf-8"))
+        if not examples:
+            continue
+        target = out / f"{header.stem}.cpp"
+        if "--list" in sys.argv:
+            print(target)
+            continue
+        text = source_of(root, include_folder, header, examples)
+        if not target.exists() or target.read_text(encoding="utf-8") != text:
+            target.parent.mkdir(parents=True, exist_ok=True)
+            target.write_text(text, encoding="utf-8")
+
+
+main()

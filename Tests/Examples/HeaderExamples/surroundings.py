@@ -1,0 +1,152 @@
+"""What the examples in headers take for granted. Rows by file name:
+
+namespace         where the example is compiled
+parameters        what is there already
+includes, before  headers and declarations that it needs
+replace           texts of the example that stand for what a reader fills in
+isNamespaceScope  the example is a definition, no statement
+"""
+
+SCHEMA = "kiv::ifc::def::schema"
+DEF = "kiv::ifc::def"
+XML = "kiv::ifc::def::xml"
+BASE = "kiv"
+TOOL = "kiv::kivifc"
+
+IN = "kiv/Format/Ifc/Def/"
+ENTITY = [IN + "Schema/IfcSchemaEntity.h", IN + "Schema/IfcSchema.h", IN + "Schema/IfcSchemaType.h"]
+
+# Blocks that show no code, by how they begin.
+PLAIN = {
+    "DataTypeJson.h": ['{"object"'],
+    "ExpressionJson.h": ["a - b - c"],
+    "TreeDrawing.h": ["BldUnit"],
+}
+
+
+def row(namespace, parameters="", includes=(), **more):
+    return {"namespace": namespace, "parameters": parameters, "includes": list(includes), **more}
+
+
+SET_PARAMETERS = "const kiv::xml::const_Element& root, const kiv::ifc::def::schema::Schema& schema"
+SET_INCLUDES = [IN + "Schema/IfcSchema.h", IN + "Pset/IfcPropertyDef.h", "kiv/Host/Xml/KivXml.h"]
+DIAGNOSTICS = ["kivifc/Diagnostics.h"]
+
+SURROUNDINGS = {
+    "KivIfcSchemaPset.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcSchemaPset.h>": ";"}),
+    "IfcDefAliases.h": row(DEF, "const pset::PropertyDef& property", [IN + "Pset/IfcPropertyDef.h"]),
+    "IfcDefBase.h": row(XML, includes=[IN + "Pset/IfcPropertyDef.h"], isNamespaceScope=True),
+    "IfcDefErrors.h": row(XML, SET_PARAMETERS, SET_INCLUDES, before="namespace pset = kiv::ifc::def::pset;"),
+    "IfcDefExtraExportInfo.h": row(XML, "const SetDef& set, kiv::xml::Element& parent", SET_INCLUDES),
+    "IfcLimits.h": row(DEF, "std::size_t depth"),
+    "PropertyNameSearcher.h": row("kiv::ifc", "const def::SchemaPset& schema", [IN + "SchemaPset.h"]),
+    "IfcPropertyDef.h": row(DEF + "::pset", SET_PARAMETERS, SET_INCLUDES),
+    "IfcPropertyType.h": row(DEF + "::pset", "const PropertyDef& property",
+                             [IN + "Pset/IfcPropertyDef.h", IN + "Pset/IfcPropertyTypeDerived.h"]),
+    "IfcPropertyTypeDerived.h": row(DEF + "::pset", "const PropertyDef& property", [IN + "Pset/IfcPropertyDef.h"]),
+    "IfcQuantityDef.h": row(DEF + "::qto", SET_PARAMETERS.replace("const_Element", "Element"), SET_INCLUDES),
+    "IfcQuantityType.h": row(DEF + "::qto", "const QuantityDef& quantity", [IN + "Qto/IfcQuantityDef.h"]),
+    "IfcSchema.h": row(SCHEMA, "std::istream& stream"),
+    "IfcSchemaAttribute.h": row(SCHEMA, "const Entity& wall", ENTITY),
+    "IfcSchemaDataType.h": row(SCHEMA, "const Attribute& attribute", ENTITY),
+    "IfcSchemaAggregate.h": row(SCHEMA, "const Attribute& attribute", ENTITY),
+    "IfcSchemaDataTypeBase.h": row(SCHEMA, "const Attribute& attribute", ENTITY),
+    "IfcSchemaEnumeration.h": row(SCHEMA, "", ENTITY),
+    "IfcSchemaSelect.h": row(SCHEMA, "const DataTypeSelect& select, const Entity& wall", ENTITY),
+    "IfcSchemaEntity.h": row(SCHEMA, "const Schema& schema", ENTITY),
+    "IfcSchemaObjectBase.h": row(SCHEMA, "const Schema& schema", ENTITY),
+    "IfcSchemaType.h": row(SCHEMA, "const Schema& schema", ENTITY),
+    "IfcSchemaWhere.h": row(SCHEMA, "const Entity& wall", ENTITY),
+    "IfcSchemaReadLineHelper.h": row(SCHEMA, "std::istream& stream"),
+    "SchemaContextAndPropertySetDefinitions.h": row(
+        DEF, "SchemaPropertySetDefinitions standardSets, SchemaPropertySetDefinitions officeSets"),
+    "SchemaLoader.h": row("kiv::ifc"),
+    "SchemaPropertySetDefinitions.h": row(
+        DEF, "const SchemaPset& schema, std::unique_ptr<xml::SetDef> set, xml::XmlSetErrors& errors",
+        [IN + "SchemaPset.h"]),
+    "SchemaPset.h": row(DEF, "std::istream& stream", ENTITY),
+    "IfcXmlConfig.h": row(DEF, "SchemaPset& schema, const schema::Entity* wall, std::istream& stream",
+                          [IN + "SchemaPset.h", IN + "XmlSchema/IfcXmlAttribute.h", *ENTITY],
+                          replace={"schema::AttributeName": "kiv::ifc::def::schema::AttributeName"}),
+    "KivAssert.h": row(BASE),
+    "KivId.h": row(BASE),
+    "KivLocale.h": row(BASE),
+    "KivXml.h": row(BASE, "std::iostream& stream"),
+    "Version.h": row(BASE),
+    # kivifc
+    "ApplicableSets.h": row(TOOL, "const ifc::def::SchemaPset& schema, const ifc::def::schema::Entity& wall"),
+    "CheckReport.h": row(
+        TOOL, "const CheckContext& context, const SetDocument& document, std::chrono::nanoseconds time"),
+    "CheckSummary.h": row(TOOL, "const SetDocument& document, Output& output"),
+    "ConfigFile.h": row(TOOL, "SchemaFile& file, Diagnostics& diagnostics", ["kivifc/SchemaFile.h"]),
+    "ExportFile.h": row(TOOL, "bool isForced, const std::filesystem::path& folder, const std::string& text, "
+                              "const kiv::ifc::def::xml::SetDef& set", [IN + "IfcDefBase.h"]),
+    "Json.h": row(TOOL, "Output& output"),
+    "LookUpArguments.h": row(TOOL, "CLI::App& app"),
+    "MissingName.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
+    "NameSuggestion.h": row(TOOL),
+    "ParseFailure.h": row(TOOL, "const xml::ParseError& error"),
+    "Program.h": row(TOOL, isNamespaceScope=True),
+    "SchemaFile.h": row(TOOL, "Diagnostics& diagnostics"),
+    "SetDocument.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
+    "SetMembers.h": row(TOOL, "const ifc::def::xml::SetDef& set"),
+    "SetPaths.h": row(TOOL, "Diagnostics& diagnostics", ["kivifc/SetDocument.h"]),
+    "Store.h": row(TOOL, "Diagnostics& diagnostics"),
+    "TextFile.h": row(TOOL, "Diagnostics& diagnostics", DIAGNOSTICS),
+    "TextTable.h": row(TOOL, "std::chrono::nanoseconds elapsed"),
+    "DataTypeJson.h": row(
+        TOOL, "const ifc::def::schema::Schema& schema, const ifc::def::schema::Attribute& attribute, Json& json", ENTITY),
+    "EntityPicture.h": row(TOOL, "const ifc::def::schema::Entity& wall, Output& output", ["kivifc/Output.h"]),
+    "ExpressionText.h": row(TOOL, "const ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
+    "ExpressionJson.h": row(TOOL),
+    "TreeDrawing.h": row(TOOL),
+    "InheritanceTree.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
+    "Output.h": row(TOOL),
+    "Progress.h": row(TOOL, "const std::vector<std::string>& paths, std::size_t done",
+                      replace={"for (...)": "for (int i = 0; i < 2; ++i)"}),
+    "SchemaJson.h": row(TOOL, "const SchemaFile& file, Output& output", ["kivifc/Output.h"]),
+    "SchemaSummary.h": row(TOOL, "const SchemaFile& file, Output& output", ["kivifc/Output.h"]),
+    "TypeText.h": row(TOOL, "const ifc::def::schema::Attribute& attribute", ENTITY),
+}
+SURROUNDINGS["Diagnostics.h"] = row(TOOL, "Output& output", replace={
+    "return diagnostics.getStatus();                              ": "use(diagnostics.getStatus()); "})
+
+# Private headers of the library.
+SURROUNDINGS.update({
+    "Arena.h": row(BASE, "std::string_view line", before="struct Record { explicit Record(std::string_view) {} };"),
+    "HashKeys.h": row(BASE, "std::uint64_t first, std::uint64_t second, std::uint64_t third, std::uint64_t fourth",
+                      ["Base/Words8.h", "Base/NameTable.h"]),
+    "HashSort.h": row(BASE, "std::vector<Entry>& entries", before="struct Entry { std::uint32_t hash = 0; };"),
+    "NameDirectory.h": row(BASE, "const Attribute* name",
+                           before="struct Attribute { std::string_view getName() const, getNameUpper() const; };"),
+    "NameHash.h": row(BASE),
+    "NameTable.h": row(BASE, "ObjectBase* wall", before="struct ObjectBase {};"),
+    "UpperCase.h": row(BASE),
+    "Words8.h": row(BASE),
+    "IfcDefXmlNodes.h": row(XML, "const kiv::xml::const_Element& element, std::string& name", SET_INCLUDES,
+                            before='constexpr const char* NameTag = "Name";'),
+    "OrderedSets.h": row(DEF, "const xml::SetDef& set, const OrderedSets& others, std::vector<const xml::SetDef*>& answer",
+                         [IN + "IfcDefBase.h"]),
+    "SetsByClass.h": row(DEF, "SetsByClass& index, const xml::SetDef& set, const schema::Entity& entity",
+                         [IN + "IfcDefBase.h", *ENTITY]),
+    "GuidHash.h": row(DEF, includes=[IN + "IfcDefBase.h", "Base/HashTable.h"]),
+    # What is found is another variable than what was added.
+    "GuidTable.h": row(DEF, "const kiv::Guid& guid, const xml::Def& def", [IN + "IfcDefBase.h"],
+                       replace={"const auto* def": "const auto* found"}),
+    "HashTable.h": row(DEF, "const kiv::Guid& guid, const xml::Def& def",
+                       [IN + "IfcDefBase.h", "Format/Ifc/Def/Store/GuidHash.h"],
+                       replace={"const auto* def": "const auto* found"}),
+    "BloomBits.h": row(BASE, "std::string_view name, std::string_view other", replace={"return nullptr;": "return;"}),
+    "ProbeTable.h": row(BASE, "Object* object, std::string_view name", ["Base/NameTable.h"], before="struct Object {};",
+                        replace={"(...), object": "(name, hashKeys()), object", "(...));": "(name, hashKeys()));"}),
+    "IfcSchemaBuilder.h": row(SCHEMA, "Schema& self, std::istream& stream, const std::string& headerLine, std::size_t schemaPos",
+                              ENTITY, replace={"(*this)": "(self)"}),
+    "ExpressExpression.h": row(SCHEMA, "const ParsedRule& rule, ExpressionVisitor& printer",
+                               [IN + "Schema/IfcSchemaWhere.h"],
+                               replace={"struct NamePrinter : ExpressionVisitor { ... };": "struct NamePrinter;"}),
+    "ExpressParser.h": row(SCHEMA, "const Schema& schema", ENTITY),
+    "ExpressTokenizer.h": row(SCHEMA),
+    "IfcSchemaAttributeSearch.h": row(SCHEMA, "const Entity& wall", ENTITY),
+    "IfcSchemaKeyword.h": row(SCHEMA, "std::string_view line"),
+    "IfcSchemaUnsigned.h": row(SCHEMA),
+})
