@@ -1,8 +1,8 @@
 """Compiles one changed source and runs the test programs that could notice it, for `./dev mutate`.
 
-A Tree is a copy of the project under build/mutate/base, built once. A Worker has a copy of its Source folder; it compiles
-what a mutant changes into a folder of its own, with the commands of the Tree, and links that with the objects of the Tree.
-So a mutant costs the sources that include the changed one and a link, never a build.
+A Tree is a copy of the project under build/mutate/base, built once. A Worker has a copy of its Source folder;
+it compiles what a mutant changes into a folder of its own, with the commands of the Tree, and links that with
+the objects of the Tree. So a mutant costs the sources that include the changed one and a link, never a build.
 """
 
 import hashlib
@@ -67,7 +67,8 @@ def fastest_linker():
 
 
 def run_quietly(command, cwd, limit, environment=None, log=subprocess.DEVNULL):
-    """Return code, or None when it took longer than so many seconds; then all that it started is killed too."""
+    """Return code, or None when it took longer than the limit, in seconds; then all that it started is killed
+    too."""
     with subprocess.Popen(command, cwd=cwd, env=environment, stdin=subprocess.DEVNULL, stdout=log,
                           stderr=subprocess.STDOUT, start_new_session=True) as process:
         try:
@@ -105,8 +106,8 @@ class Tree:
 
     def _copy(self):
         """Only what differs is written, so that only that is built again."""
-        listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=self.project, check=True,
-                                capture_output=True, text=True).stdout.splitlines()
+        listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=self.project,
+                                check=True, capture_output=True, text=True).stdout.splitlines()
         self.files = sorted(path for path in listed if (self.project / path).is_file())
         known, digest = set(), hashlib.sha1()
         for path in self.files:
@@ -127,13 +128,15 @@ class Tree:
     # The build.
 
     def _configure(self):
-        done = subprocess.run(["cmake", "-S", self.root, "-B", self.build, "-G", "Ninja", *OPTIONS, *fastest_linker()],
-                              capture_output=True, text=True)
+        command = ["cmake", "-S", self.root, "-B", self.build, "-G", "Ninja", *OPTIONS, *fastest_linker()]
+        done = subprocess.run(command, capture_output=True, text=True)
         if done.returncode:
             raise Broken(done.stdout + done.stderr)
 
     def _ninja(self, *arguments):
-        return subprocess.run(["ninja", *arguments], cwd=self.build, check=True, capture_output=True, text=True).stdout
+        done = subprocess.run(["ninja", *arguments], cwd=self.build, check=True, capture_output=True,
+                              text=True)
+        return done.stdout
 
     def _load_programs(self):
         self.programs, self.libraries = {}, {}
@@ -214,7 +217,8 @@ class Tree:
         """(level, programs): mirror, then all that mirror some folder, then those that look at the whole."""
         first = self.mirrors(source)
         folders = {os.path.dirname(path)[len("Source/"):] for path in self.sources()}
-        rest = sorted((one for one in self.programs.values() if one not in first), key=lambda one: one.seconds)
+        rest = [one for one in self.programs.values() if one not in first]
+        rest.sort(key=lambda one: one.seconds)
         units = [one for one in rest if one.folders & folders]
         return [("mirror", first), ("unit", units), ("whole", [one for one in rest if one not in units])]
 
@@ -274,14 +278,16 @@ class Worker:
         affected = self.tree.users.get(mutant.file, set())
         library = {name for name in affected if name.startswith("Source/")}
         levels = self.tree.levels(mutant.file)
-        # Where a header is changed, tests are first linked as they are: the linker takes inline functions from the objects
-        # of the library, which come first. Only those of the mirror are compiled again, when they have noticed nothing.
-        steps = [(*levels[0], library), (*levels[0], affected)] if affected != library else [(*levels[0], library)]
+        # Where a header is changed, tests are first linked as they are: the linker takes inline functions
+        # from the objects of the library, which come first. Only those of the mirror are compiled again, when
+        # they have noticed nothing.
+        steps = [(*levels[0], library), (*levels[0], affected)] + [(*level, library) for level in levels[1:]]
         asked = {}
-        for level, programs, changed in steps + [(*level, library) for level in levels[1:]]:
+        for level, programs, changed in steps:
             for program in programs:
-                libraries = {path for path in program.libraries if self.tree.libraries[path].objects & affected}
-                needed = program.objects.union(*(self.tree.libraries[path].objects for path in libraries)) & changed
+                libraries = [one for path, one in self.tree.libraries.items()
+                             if path in program.libraries and one.objects & library]
+                needed = program.objects.union(*(one.objects for one in libraries)) & changed
                 if not needed or asked.get(program.path) == needed:
                     continue
                 asked[program.path] = needed
@@ -300,8 +306,9 @@ class Worker:
     def _compile(self, objects):
         # Those of the library come first: they are quicker to compile than tests.
         for name in sorted(objects - self.made, key=lambda one: (one.startswith("Tests/"), one)):
-            command = ["nice"] + [word if "cmake_pch" in word else self._own(word)
-                                  for word in self.tree.compile[name] if word != "-g" or name.startswith("Tests/")]
+            # The precompiled headers of tests are made for debuggers.
+            words = [word for word in self.tree.compile[name] if word != "-g" or name.startswith("Tests/")]
+            command = ["nice"] + [word if "cmake_pch" in word else self._own(word) for word in words]
             target = self.objects / name
             target.parent.mkdir(parents=True, exist_ok=True)
             command[command.index("-o") + 1] = str(target)
@@ -336,9 +343,8 @@ class Worker:
         return target
 
     def _ask(self, program, libraries):
-        for path in libraries:
-            if not self._link(self.tree.libraries[path]):
-                return "link"
+        if not all(self._link(library) for library in libraries):
+            return "link"
         target = self.tree.build / program.path
         if program.objects & self.made:
             target = self._link(program)
@@ -347,7 +353,8 @@ class Worker:
         return self.run_program(program, target, bool(libraries), 10 + 6 * program.seconds)
 
     def run_program(self, program, target, has_libraries, limit):
-        """What a run of the program shows: the first test that fails, "crash" or "time"; nothing when all pass."""
+        """What a run of the program shows: the first test that fails, "crash" or "time"; nothing when all
+        pass."""
         self.tmp.mkdir(parents=True, exist_ok=True)
         environment = dict(os.environ, TMPDIR=str(self.tmp), TEST_TMPDIR=str(self.tmp))
         environment.pop("KIV_ACCEPT_GOLDEN", None)
@@ -355,7 +362,8 @@ class Worker:
             environment["LD_LIBRARY_PATH"] = str(self.root / "linked")
         # Processor time is what a hang spends; the time on the clock depends on who else is at work.
         limits = f"ulimit -c 0; ulimit -v {MEMORY_LIMIT}; ulimit -f {FILE_LIMIT}; ulimit -t {int(limit)}; "
-        command = ["nice", "sh", "-c", limits + 'exec "$0" "$@"', str(target), "--gtest_brief=1", "--gtest_fail_fast"]
+        command = ["nice", "sh", "-c", limits + 'exec "$0" "$@"', str(target), "--gtest_brief=1",
+                   "--gtest_fail_fast"]
         log_path = self.root / "log"
         with open(log_path, "wb") as log:
             code = run_quietly(command, self.tmp, 4 * limit, environment, log)

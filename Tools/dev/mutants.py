@@ -3,10 +3,10 @@
     for mutant in mutants_of("Source/Base/Ascii.h", text):
         changed = mutant.apply(text)
 
-A source is split into tokens; comments, texts, preprocessor lines, static_assert and template parameters are never
-changed. Types are not known, so some of the changes do not compile; whoever runs them draws others instead. The layout
-that clang-format gives is relied on where the language is ambiguous: a less-than sign has spaces on both sides, an angle
-bracket has not.
+A source is split into tokens; comments, texts, preprocessor lines, static_assert and template parameters are
+never changed. Types are not known, so some of the changes do not compile; whoever runs them draws others
+instead. The layout that clang-format gives is relied on where the language is ambiguous: a less-than sign has
+spaces on both sides, an angle bracket has not.
 """
 
 import hashlib
@@ -27,11 +27,12 @@ CLOSING = {"(": ")", "[": "]", "{": "}"}
 COMPARISONS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "=="}
 ARITHMETIC = {"+": "-", "-": "+", "&": "|", "|": "&", "%": "/"}
 STEPS = {"+=": "-=", "-=": "+=", "&=": "|=", "|=": "&=", "++": "--", "--": "++"}
-DECLARING = {"const", "auto", "static", "constexpr", "using", "typedef", "struct", "class", "enum", "union", "extern",
-             "static_assert", "friend", "thread_local", "template", "typename", "namespace", "goto"}
+DECLARING = {"const", "auto", "static", "constexpr", "using", "typedef", "struct", "class", "enum", "union",
+             "extern", "static_assert", "friend", "thread_local", "template", "typename", "namespace", "goto"}
 # Words before a parenthesis that is no list of arguments.
-NO_CALL = {"if", "for", "while", "switch", "catch", "return", "sizeof", "decltype", "alignof", "noexcept", "static_assert",
-           "alignas", "requires", "operator", "void", "constexpr"}
+NO_CALL = {"if", "for", "while", "switch", "catch", "return", "sizeof", "decltype", "alignof", "noexcept",
+           "static_assert", "alignas", "requires", "operator", "void", "constexpr"}
+COMPILE_TIME = {"static_assert", "noexcept", "alignas", "decltype", "requires"}
 SYMMETRIC = {"max", "min", "swap", "minmax"}
 # Where a report comes from is given by the rules, and the tests of the messages look at it.
 REPORTING = re.compile(r"^(v\w*Report|AssertInfo)$")
@@ -48,7 +49,8 @@ class Token:
 
 @dataclass(frozen=True)
 class Mutant:
-    """Of `file`, the bytes from `start` to `end` become `new`. `id` stays when the line moves within the file."""
+    """Of `file`, the bytes from `start` to `end` become `new`. `id` stays when the line moves within the
+    file."""
     id: str
     file: str
     line: int
@@ -86,7 +88,8 @@ def tokens_of(text):
 
 
 class Source:
-    """The tokens of a source with what must be known of them: pairs of brackets, kinds of braces, what is left alone."""
+    """The tokens of a source with what must be known of them: pairs of brackets, kinds of braces, what is
+    left alone."""
 
     def __init__(self, text):
         self.text = text
@@ -120,7 +123,7 @@ class Source:
     def _leave_alone(self):
         for index, token in enumerate(self.tokens):
             following = self.at(index + 1)
-            if token.text in ("static_assert", "noexcept", "alignas", "decltype", "requires") and following == "(":
+            if token.text in COMPILE_TIME and following == "(":
                 self.left_alone.update(range(index, self.match.get(index + 1, index) + 1))
             elif token.text == "template" and following == "<":
                 self.left_alone.update(range(index, self._angle_end(index + 1) + 1))
@@ -197,7 +200,8 @@ class Source:
         return Brace("block", index, parent.function, "bool" in words if is_lambda else parent.is_bool)
 
     def top_level(self, begin, end):
-        """The tokens of a range without what is in brackets, which stay themselves, and without what is left alone."""
+        """The tokens of a range without what is in brackets, which stay themselves, and without what is left
+        alone."""
         found, at = [], begin
         while at < end:
             if at not in self.left_alone:
@@ -218,7 +222,9 @@ class Source:
             return True
         if last == "}":
             return ":" in words
-        return "->" in words and ")" in words and words[words.index("->") - 1] in (")", "const", "noexcept", "mutable")
+        if "->" not in words or ")" not in words:
+            return False
+        return words[words.index("->") - 1] in (")", "const", "noexcept", "mutable")
 
     def _function_of(self, head):
         for place, index in enumerate(head):
@@ -266,15 +272,17 @@ class Finder:
         line_start = source.text.rfind("\n", 0, start) + 1
         line_end = source.text.find("\n", start)
         line = " ".join(source.text[line_start:line_end if line_end >= 0 else None].split())
-        key = "\0".join((self.file.rsplit("/", 1)[-1], line, operator, " ".join(old.split()), " ".join(new.split())))
+        name = self.file.rsplit("/", 1)[-1]
+        key = "\0".join((name, line, operator, " ".join(old.split()), " ".join(new.split())))
         self.seen[key] = self.seen.get(key, 0) + 1
         last_end = source.text.find("\n", end)
         after = source.text[line_start:start] + new + source.text[end:last_end if last_end >= 0 else None]
         before = source.text[line_start:last_end if last_end >= 0 else None]
         digest = hashlib.sha1(f"{key}\0{self.seen[key]}".encode()).hexdigest()[:10]
         function = source.inside[first].function if source.inside[first] else ""
-        self.found.append(Mutant(f"{operator}-{digest}", self.file, source.text.count("\n", 0, start) + 1, function,
-                                 operator, start, end, old, new, " ".join(before.split()), " ".join(after.split())))
+        number = source.text.count("\n", 0, start) + 1
+        self.found.append(Mutant(f"{operator}-{digest}", self.file, number, function, operator, start, end,
+                                 old, new, " ".join(before.split()), " ".join(after.split())))
 
     # One token.
 
@@ -282,7 +290,8 @@ class Finder:
         source, text = self.source, self.source.at(index)
         number = re.fullmatch(r"(0[xX][0-9a-fA-F']+|[0-9][0-9']*)([uUlLzZ]*)", text)
         # "= 0;" after the parameters of a function has no number in it.
-        if not number or (source.at(index - 1) == "=" and source.at(index - 2) in (")", "const", "noexcept", "override")):
+        is_pure = source.at(index - 1) == "=" and source.at(index - 2) in (")", "const", "noexcept")
+        if not number or is_pure:
             return
         value = int(number[1].replace("'", ""), 0 if number[1][:2] in ("0x", "0X") else 10)
         show = hex if number[1][:2] in ("0x", "0X") else str
@@ -416,7 +425,8 @@ class Finder:
     # Statements.
 
     def _statement_lists(self, brace):
-        """The simple statements of a block, as (first, last) with the semicolon, those that follow each other together."""
+        """The simple statements of a block, as (first, last) with the semicolon, those that follow each other
+        together."""
         source = self.source
         end, at, lists, row = source.match.get(brace.open, brace.open), brace.open + 1, [], []
         while at < end:
@@ -513,7 +523,7 @@ class Finder:
             self.add("drop", first, last, ";")
             return
         value = source.span(first + 1, last - 1)
-        if value in ("true", "false", "*this", "nullptr", "{}", "std::nullopt", "0") or value.startswith("co_"):
+        if value in ("true", "false", "*this", "nullptr", "{}", "std::nullopt", "0"):
             return
         texts = {source.at(at) for at in source.top_level(first + 1, last)}
         if source.inside[first].is_bool or texts & {"==", "!=", "<=", ">=", "&&", "||"}:

@@ -100,7 +100,8 @@ class Operators(unittest.TestCase):
         self.assertEqual(self.changes("constant", "getSame"), [])
 
     def test_arithmetic(self):
-        self.assertEqual(self.changes("arithmetic"), [("+", "-"), ("+", "-"), ("++", "--"), ("+=", "-="), ("--", "++")])
+        self.assertEqual(self.changes("arithmetic"),
+                         [("+", "-"), ("+", "-"), ("++", "--"), ("+=", "-="), ("--", "++")])
 
     def test_conditions(self):
         self.assertEqual(self.changes("branch", "if (value <"),
@@ -115,8 +116,9 @@ class Operators(unittest.TestCase):
 
     def test_dropped_statements(self):
         self.assertEqual(self.changes("drop"), [
-            ("--value;", ";"), ("break;", ";"), ("continue;", ";"), ("number += 2;", ";"), ("throw 'a' + get(6);", ";"),
-            ("vCount(value, limit);", ";"), ("vShow(limit);", ";"), ('vSomeReport("same", 777);', ";")])
+            ("--value;", ";"), ("break;", ";"), ("continue;", ";"), ("number += 2;", ";"),
+            ("throw 'a' + get(6);", ";"), ("vCount(value, limit);", ";"), ("vShow(limit);", ";"),
+            ('vSomeReport("same", 777);', ";")])
 
     def test_order(self):
         self.assertEqual(self.changes("order", "    vCount"),
@@ -125,17 +127,20 @@ class Operators(unittest.TestCase):
         self.assertEqual(len(self.changes("order")), 2)
 
     def test_answers(self):
-        self.assertEqual(self.changes("return"), [("at > 2 ? at : 9", "{}"), ("limit", "{}"), ("value + 1", "{}")])
+        self.assertEqual(self.changes("return"),
+                         [("at > 2 ? at : 9", "{}"), ("limit", "{}"), ("value + 1", "{}")])
         self.assertEqual(self.changes("bool"), [("true", "false")])
 
     def test_functions_are_named(self):
-        self.assertEqual({one.function for one in self.mutants if one.operator == "drop"}, {"limited", "boHas"})
+        dropped = [one for one in self.mutants if one.operator == "drop"]
+        self.assertEqual({one.function for one in dropped}, {"limited", "boHas"})
 
 
 class Ids(unittest.TestCase):
     def test_stay_when_lines_move(self):
         before = {one.id for one in mutants_of("Source/A/Sample.cpp", SAMPLE)}
-        after = {one.id for one in mutants_of("Source/B/Sample.cpp", "\n// new\n" + SAMPLE.replace("    ", "  "))}
+        moved = "\n// new\n" + SAMPLE.replace("    ", "  ")
+        after = {one.id for one in mutants_of("Source/B/Sample.cpp", moved)}
         self.assertEqual(before, after)
 
     def test_differ(self):

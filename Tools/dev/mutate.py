@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""Changes the sources of the library in small ways, one at a time, and lists the changes that no test notices.
+"""Changes the sources in small ways, one at a time, and lists the changes that no test notices.
 
     ./dev mutate                            300 changes, drawn from all folders of Source
     ./dev mutate Source/Base/Ascii.h        those of one file
     ./dev mutate --again                    those that survived the last run, after tests were added
     ./dev mutate --id drop-4b1f09c2aa       the named ones
 
-What a change is, is in mutants.py; how it is compiled and tested, in mutant_runs.py. Changes that no test can notice are
-listed, each with the reason, in mutants-equivalent.txt. The result is build/mutate/mutants.txt and mutants.json.
+What a change is, is in mutants.py; how it is compiled and tested, in mutant_runs.py. Changes that no test can
+notice are listed, each with the reason, in mutants-equivalent.txt. The result is build/mutate/mutants.txt and
+mutants.json.
 """
 
 import argparse
@@ -29,7 +30,7 @@ WORK = PROJECT / "build" / "mutate"
 EQUIVALENT = Path(__file__).resolve().parent / "mutants-equivalent.txt"
 # At least as many in every folder, where it has them.
 FEW = 4
-# What compiles more units of the library than this is slow; at most one change in so many is one of them.
+# What compiles more units of the library than this is slow; at most one change in WIDE_SHARE is one of them.
 WIDE, WIDE_SHARE = 10, 20
 COUNTED = ("killed", "survived", "known")
 
@@ -45,7 +46,8 @@ def folder_of(path):
 
 
 def quotas(sizes, count):
-    """How many to draw from each folder: in proportion to its size, but a few from every one; `count` in all."""
+    """How many to draw from each folder: in proportion to its size, but a few from every one; `count` in
+    all."""
     total = sum(sizes.values())
     shares = {name: min(size, max(FEW, count * size // total)) for name, size in sizes.items()}
     while (missing := count - sum(shares.values())) != 0:
@@ -58,8 +60,7 @@ def quotas(sizes, count):
 
 
 def drawing_order(mutants, seed):
-    """All mutants of a folder in the order in which they are drawn: each line has its turn before any has a second, and
-    on a line each operator."""
+    """All mutants of a folder as they are drawn: each line has its turn before any has a second."""
     chance = random.Random(seed)
     lines = collections.defaultdict(lambda: collections.defaultdict(list))
     for mutant in mutants:
@@ -80,8 +81,8 @@ def drawing_order(mutants, seed):
 
 
 class Draw:
-    """Hands out mutants until as many as wanted compiled. Which those are does not depend on who is faster: another one of
-    a folder is handed out only when one is known to be missing."""
+    """Hands out mutants until as many as wanted compiled. Which those are does not depend on who is faster:
+    another one of a folder is handed out only when one is known to be missing."""
 
     def __init__(self, orders, shares, is_wide):
         self.orders = {name: collections.deque(order) for name, order in orders.items()}
@@ -136,7 +137,8 @@ class Session:
         return found
 
     def run(self, draw, workers):
-        threads = [threading.Thread(target=self._work, args=(draw, worker), daemon=True) for worker in workers]
+        threads = [threading.Thread(target=self._work, args=(draw, worker), daemon=True)
+                   for worker in workers]
         for thread in threads:
             thread.start()
         for thread in threads:
@@ -166,8 +168,8 @@ class Session:
 
     def _show(self, mutant, outcome):
         counted = sum(one.status in COUNTED for _, one in self.results)
-        print(f"{counted:4} {outcome.status:16} {outcome.seconds:6.1f} s  {mutant.file}:{mutant.line} {mutant.id} "
-              f"{outcome.program} {outcome.how}", flush=True)
+        print(f"{counted:4} {outcome.status:16} {outcome.seconds:6.1f} s  {mutant.file}:{mutant.line} "
+              f"{mutant.id} {outcome.program} {outcome.how}", flush=True)
 
 
 def one_line(text):
@@ -180,25 +182,28 @@ def report(results, stale, head):
     lines = [head, ""]
     by_folder = collections.defaultdict(collections.Counter)
     for mutant, outcome in results:
-        by_folder[folder_of(mutant.file)][outcome.level if outcome.status == "killed" else outcome.status] += 1
-        by_folder["all"][outcome.level if outcome.status == "killed" else outcome.status] += 1
-    lines.append(f"{'folder':38} {'tried':>6} {'mirror':>7} {'unit':>5} {'whole':>6} {'survived':>9} {'equivalent':>11} "
-                 f"{'noticed':>8}")
+        what = outcome.level if outcome.status == "killed" else outcome.status
+        by_folder[folder_of(mutant.file)][what] += 1
+        by_folder["all"][what] += 1
+    lines.append(f"{'folder':38} {'tried':>6} {'mirror':>7} {'unit':>5} {'whole':>6} {'survived':>9} "
+                 f"{'equivalent':>11} {'noticed':>8}")
     for name in sorted(by_folder, key=lambda one: (one == "all", one)):
         count = by_folder[name]
         killed = count["mirror"] + count["unit"] + count["whole"]
         judged = killed + count["survived"]
-        lines.append(f"{name:38} {judged + count['known']:6} {count['mirror']:7} {count['unit']:5} {count['whole']:6} "
-                     f"{count['survived']:9} {count['known']:11} {100 * killed / judged if judged else 100:7.1f}%")
+        share = 100 * killed / judged if judged else 100
+        lines.append(f"{name:38} {judged + count['known']:6} {count['mirror']:7} {count['unit']:5} "
+                     f"{count['whole']:6} {count['survived']:9} {count['known']:11} {share:7.1f}%")
     replaced = by_folder["all"]["does not compile"], by_folder["all"]["same code"]
-    lines += ["", f"Others were drawn in place of {replaced[0]} that do not compile and {replaced[1]} that change no code.", ""]
+    lines += ["", f"Others were drawn in place of {replaced[0]} that do not compile and of {replaced[1]} "
+                  "that change no code.", ""]
     for title, status in (("Survived:", "survived"), ("Known to be equivalent:", "known")):
         found = [(mutant, outcome) for mutant, outcome in results if outcome.status == status]
         if found:
             lines.append(title)
         for mutant, outcome in found:
-            lines += [f"{mutant.id} {mutant.file}:{mutant.line} {mutant.function}", f"    - {one_line(mutant.before)}",
-                      f"    + {one_line(mutant.after)}"]
+            lines += [f"{mutant.id} {mutant.file}:{mutant.line} {mutant.function}",
+                      f"    - {one_line(mutant.before)}", f"    + {one_line(mutant.after)}"]
             lines += [f"    {outcome.how}"] if outcome.how else []
         lines.append("")
     if stale:
@@ -233,7 +238,7 @@ def chosen(arguments, everything):
         return [mutant for mutant in everything if mutant.id in ids]
     if arguments.file:
         wanted = Path(arguments.file).resolve().relative_to(PROJECT).as_posix()
-        return [mutant for mutant in everything if mutant.file == wanted or mutant.file.startswith(wanted + "/")]
+        return [mutant for mutant in everything if f"{mutant.file}/".startswith(f"{wanted}/")]
     return everything
 
 
@@ -290,13 +295,15 @@ def main():
     tree = Tree(PROJECT, WORK, arguments.jobs, arguments.tests)
     print("building what is not changed", flush=True)
     tree.prepare()
-    everything = [mutant for path in tree.sources() for mutant in mutants_of(path, (tree.root / path).read_text())]
+    everything = [mutant for path in tree.sources()
+                  for mutant in mutants_of(path, (tree.root / path).read_text())]
     known = equivalent_ids(EQUIVALENT.read_text()) if EQUIVALENT.is_file() else {}
     draw = draw_from(arguments, chosen(arguments, everything), tree)
     if arguments.list:
         while mutant := draw.next():
             draw.done(mutant, 1)
-            print(f"{mutant.id} {mutant.file}:{mutant.line} {one_line(mutant.before)} => {one_line(mutant.after)}")
+            print(f"{mutant.id} {mutant.file}:{mutant.line}\n    - {one_line(mutant.before)}\n"
+                  f"    + {one_line(mutant.after)}")
         return 0
     workers = [Worker(tree, number) for number in range(arguments.jobs)]
     for worker in workers:
@@ -305,7 +312,8 @@ def main():
     session = Session(tree, known)
     session.run(draw, workers)
     stale = sorted(set(known) - {mutant.id for mutant in everything})
-    head = f"{len(everything)} changes are possible. Seed {arguments.seed}, {(time.monotonic() - began) / 60:.0f} minutes."
+    minutes = (time.monotonic() - began) / 60
+    head = f"{len(everything)} changes are possible. Seed {arguments.seed}, {minutes:.0f} minutes."
     results = with_last(session.results, everything) if arguments.again else session.results
     print(write(results, arguments, head, stale))
     return 0
