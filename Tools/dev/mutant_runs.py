@@ -291,10 +291,11 @@ class Worker:
                 if not needed or asked.get(program.path) == needed:
                     continue
                 asked[program.path] = needed
-                if not self._compile(needed):
-                    return Outcome("does not compile")
-                if self._is_same(affected):
-                    return Outcome("same code")
+                if needed - self.made:
+                    if not self._compile(needed):
+                        return Outcome("does not compile")
+                    if self._is_same(affected):
+                        return Outcome("same code")
                 how = self._ask(program, libraries)
                 if how == "link":
                     return Outcome("does not compile")
