@@ -1,6 +1,7 @@
 #include "kivifc/Commands/CommandLine.h"
 
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Program/Version.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -69,7 +70,7 @@ void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
 std::vector<ParsedCommand> commandLineSetUp(CLI::App& app) {
     app.description(Description);
     app.name("kivifc");
-    app.set_version_flag("--version", "kivifc " KIVIFC_VERSION);
+    app.set_version_flag("--version", sVersion());
     // None is accepted here, so that a command that does not exist is reported by its name instead of as
     // missing.
     app.require_subcommand(0, 1);

@@ -14,13 +14,17 @@ namespace kiv::kivifc::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::MatchesRegex;
 using testing::SizeIs;
 using testing::StartsWith;
 
-TEST(CommandLine, VersionIsThatOfTheProject) {
+TEST(CommandLine, VersionIsThatOfTheProjectWithCommitAndCompiler) {
     const auto run = kivifcRun({"--version"});
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "kivifc " KIVIFC_VERSION "\n");
+    EXPECT_THAT(run.out, StartsWith("kivifc " KIVIFC_VERSION " (commit "));
+    EXPECT_THAT(run.out,
+                MatchesRegex(R"([^(]+\(commit ([0-9a-f]{7,}|unknown), (GCC|Clang) [0-9]+\.[0-9]+\.[0-9]+\)
+)"));
 }
 
 TEST(CommandLine, HelpNamesTheCommandsAndTheExitStatus) {
