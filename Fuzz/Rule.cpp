@@ -4,8 +4,8 @@
 
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
-#include "kivifc/ExpressionJson.h"
-#include "kivifc/ExpressionText.h"
+#include "kivifc/Json/ExpressionJson.h"
+#include "kivifc/Pictures/ExpressionText.h"
 
 #include <algorithm>
 #include <string>
@@ -32,7 +32,8 @@ std::vector<ParsedRule> rulesOf(std::string_view text, const Schema& schema) {
     return rules;
 }
 
-/// Printing adds parentheses, one for each operator at most, so that a tree close to the limit may print beyond it.
+/// Printing adds parentheses, one for each operator at most, so that a tree close to the limit may print
+/// beyond it.
 bool boNestsFarFromLimit(const std::string& text) {
     constexpr std::string_view nesting = "([{+-Nn"; // N: NOT
     const auto count = std::ranges::count_if(

@@ -1,5 +1,5 @@
-#include "kivifc/Program.h"
+#include "kivifc/Commands/CommandLine.h"
 
 int main(int argc, char** argv) {
-    return static_cast<int>(kiv::kivifc::programRun(argc, argv));
+    return static_cast<int>(kiv::kivifc::commandLineRun(argc, argv));
 }

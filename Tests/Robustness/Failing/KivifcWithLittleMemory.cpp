@@ -2,17 +2,17 @@
 //
 //     kivifc_with_little_memory 100 once schema Building.exp
 //
-// The first argument is how many of them succeed, the second whether "all" behind them fail or the next one "once". The
-// others are those of kivifc.
+// The first argument is how many of them succeed, the second whether "all" behind them fail or the next one
+// "once". The others are those of kivifc.
 
 #include "Support/Allocations.h"
-#include "kivifc/Program.h"
+#include "kivifc/Commands/CommandLine.h"
 
 #include <cstdlib>
 #include <string_view>
 
-/// Asked by LeakSanitizer. A JSON value that cannot be made for lack of memory loses what was made of it; the program ends
-/// then, and nothing of it stays.
+/// Asked by LeakSanitizer. A JSON value that cannot be made for lack of memory loses what was made of it; the
+/// program ends then, and nothing of it stays.
 extern "C" [[gnu::visibility("default")]] int
 __lsan_is_turned_off() { // NOLINT(bugprone-reserved-identifier): the name that is looked for
     return 1;
@@ -26,5 +26,5 @@ int main(int argc, char** argv) {
     const kiv::test::AllocationLimit limit(std::strtoull(argv[1], nullptr, 10),
                                            std::string_view(argv[2]) == "once" ? Refusal::Once
                                                                                : Refusal::FromThenOn);
-    return static_cast<int>(kiv::kivifc::programRun(argc - OwnArguments, argv + OwnArguments));
+    return static_cast<int>(kiv::kivifc::commandLineRun(argc - OwnArguments, argv + OwnArguments));
 }

@@ -1,9 +1,9 @@
 // The sample data, checked whole: what kivifc prints about it is compared with reviewed files in Golden.
 //
-// When the output changes on purpose, `KIV_ACCEPT_GOLDEN=1 ./dev test dev -R KivifcGolden` writes the files anew (and
-// passes); the difference is then to be reviewed line by line against the sample and its README.
-#include "KivifcRun.h"
-#include "TemporaryFolder.h"
+// When the output changes on purpose, `KIV_ACCEPT_GOLDEN=1 ./dev test dev -R KivifcGolden` writes the files
+// anew (and passes); the difference is then to be reviewed line by line against the sample and its README.
+#include "Tools/kivifc/KivifcRun.h"
+#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -51,7 +51,7 @@ std::vector<std::string> withJson(std::vector<std::string> arguments) {
 constexpr const char* Config = "../../Tests/Tools/kivifc/Data/Building.config.xml";
 constexpr const char* BrokenConfig = "../../Tests/Tools/kivifc/Data/Broken.config.xml";
 
-/// Stands for a folder of the run's own, in arguments and in the output.
+/// Replaced by a folder of the run's own, in arguments and in the output.
 constexpr const char* Out = "OUT";
 
 /// Each kind of property and quantity, each kind of attribute, and what has no value.

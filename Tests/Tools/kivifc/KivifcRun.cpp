@@ -1,6 +1,6 @@
-#include "KivifcRun.h"
+#include "Tools/kivifc/KivifcRun.h"
 
-#include "TemporaryFolder.h"
+#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <array>
 #include <csignal>

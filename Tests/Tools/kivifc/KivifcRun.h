@@ -1,9 +1,11 @@
+/// @file
 /// Runs the built program as a user would, and keeps what came of it.
 ///
 ///     const auto run = kivifcRun({"schema", "Building.exp"});
 ///     EXPECT_EQ(run.status, 0);
 ///
-/// Errors: a program that cannot be started, or that a signal ends, is std::runtime_error, which fails the test.
+/// Errors: a program that cannot be started, or that a signal ends, is std::runtime_error, which fails the
+/// test.
 #pragma once
 
 #include <ostream>

@@ -1,4 +1,4 @@
-#include "TemporaryFolder.h"
+#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <cstdlib>
 #include <fstream>

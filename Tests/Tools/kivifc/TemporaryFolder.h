@@ -1,3 +1,4 @@
+/// @file
 /// A folder of its own for one test, gone with everything in it when the test ends.
 ///
 ///     const TemporaryFolder folder;

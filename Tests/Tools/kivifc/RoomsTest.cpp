@@ -1,0 +1,66 @@
+// The rooms of kivifc build on each other in one direction, and on public headers of the library only.
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <regex>
+#include <string>
+#include <string_view>
+
+namespace kiv::kivifc::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Each may include itself and those before it.
+constexpr std::array<std::string_view, 6> Rooms{"Program",  "Documents", "Json",
+                                                "Pictures", "Commands",  "Manual"};
+
+bool isAllowed(const std::string& room, const std::string& header) {
+    const fs::path path(header);
+    const auto first = *path.begin();
+    if (first == "kiv")
+        return fs::exists(fs::path(KIVIFC_PUBLIC_HEADERS) / header);
+    if (header == "KivifcCommit.h")
+        return true;
+    const auto other = std::ranges::find(Rooms, std::next(path.begin())->string());
+    return first == "kivifc" && other != Rooms.end() && other <= std::ranges::find(Rooms, room);
+}
+
+TEST(Rooms, IncludeTheRoomsBelowAndPublicHeadersOnly) {
+    const std::regex include("#include \"(.*)\"");
+    int files = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(KIVIFC_SOURCES)) {
+        const auto room = entry.path().parent_path().filename().string();
+        const auto extension = entry.path().extension();
+        if ((extension != ".h" && extension != ".cpp") || entry.path().filename() == "main.cpp")
+            continue;
+        ++files;
+        ASSERT_NE(std::ranges::find(Rooms, room), Rooms.end()) << entry.path();
+        std::ifstream stream(entry.path());
+        for (std::string line; std::getline(stream, line);) {
+            std::smatch match;
+            if (std::regex_match(line, match, include))
+                EXPECT_TRUE(isAllowed(room, match[1])) << entry.path() << ' ' << line;
+        }
+    }
+    EXPECT_GT(files, 70);
+}
+
+/// The documentation generator reads the comment of a file only when it is marked as such.
+TEST(Rooms, HeadersBeginWithTheCommentOfTheFile) {
+    for (const auto& entry : fs::recursive_directory_iterator(KIVIFC_SOURCES)) {
+        if (entry.path().extension() != ".h")
+            continue;
+        std::ifstream stream(entry.path());
+        std::string line;
+        std::getline(stream, line);
+        EXPECT_EQ(line, "/// @file") << entry.path();
+    }
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::test

@@ -1,0 +1,91 @@
+#include "kivifc/Commands/CommandLine.h"
+
+#include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Program/Version.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <exception>
+#include <fmt/format.h>
+#include <new>
+#include <sstream>
+#include <string>
+#include <utility>
+
+namespace kiv::kivifc {
+
+namespace {
+
+constexpr const char* Description =
+    "kivifc reads IFC schemas and the property and quantity sets defined for them.";
+
+constexpr const char* StatusHelp =
+    "Exit status: 0 all is fine, 1 something is wrong with what was looked at,\n"
+    "2 the job could not be done, for one input at least.";
+
+void vRun(Command& command, Console& console) {
+    try {
+        command.vRun(console);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        console.diagnostics.vFail("this job", error.what());
+    }
+}
+
+/// The arguments as the parser wants them: the last one first. One in brackets, "[a,b]", would be taken for a
+/// list; as only paths look like that, it is written as one.
+std::vector<std::string> argumentsOf(int argc, char** argv) {
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    for (auto& argument : arguments) {
+        if (argument.starts_with('[') && argument.ends_with(']'))
+            argument.insert(0, "./");
+    }
+    std::ranges::reverse(arguments);
+    return arguments;
+}
+
+void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
+    CLI::App app;
+    const auto commands = commandLineSetUp(app);
+    try {
+        app.parse(std::move(arguments));
+    } catch (const CLI::Success& request) {
+        // --help and --version. Written here, so that a full disk is reported for them too.
+        std::ostringstream text;
+        app.exit(request, text, text);
+        return console.output.vWrite(text.str());
+    } catch (const CLI::ParseError& error) {
+        console.diagnostics.vFail("command line", fmt::format("{}; see kivifc --help", error.what()));
+        return;
+    }
+    const auto chosen = std::ranges::find_if(commands, [](auto& each) { return each.parser->parsed(); });
+    if (chosen == commands.end())
+        return console.diagnostics.vFail("command line", "a command is missing; see kivifc --help");
+    vRun(*chosen->command, console);
+}
+
+} // namespace
+
+std::vector<ParsedCommand> commandLineSetUp(CLI::App& app) {
+    app.description(Description);
+    app.name("kivifc");
+    app.set_version_flag("--version", sVersion());
+    // None is accepted here, so that a command that does not exist is reported by its name instead of as
+    // missing.
+    app.require_subcommand(0, 1);
+    app.get_formatter()->column_width(36);
+    app.footer(StatusHelp);
+    std::vector<ParsedCommand> commands;
+    for (const auto& entry : getCommands()) {
+        commands.push_back({app.add_subcommand(entry.name, entry.description), entry.pCreate()});
+        commands.back().command->vOptionsAdd(*commands.back().parser);
+    }
+    return commands;
+}
+
+ExitStatus commandLineRun(int argc, char** argv) {
+    return programRun([&](Console& console) { vParseAndRun(argumentsOf(argc, argv), console); });
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,148 @@
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Documents/ConfigFile.h"
+#include "kivifc/Documents/SchemaFile.h"
+#include "kivifc/Json/Json.h"
+#include "kivifc/Pictures/TextTable.h"
+#include "kivifc/Program/OneLine.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+// `kivifc config`: what an IFC-XML configuration says.
+namespace kiv::kivifc {
+
+namespace {
+
+using ifc::def::SchemaPset;
+using ifc::def::schema::Entity;
+using ifc::def::xmlschema::Config;
+
+constexpr const char* Footer =
+    "Attributes are listed with the entity that declares them; of several records for one, the last\n"
+    "counts.\n"
+    "\n"
+    "Exit status: 0 nothing was reported, 1 reports were made, 2 a file could not be read or is no "
+    "well-formed\nXML.";
+
+/// An attribute that the configuration says something of.
+struct Configured {
+    std::string name;
+    std::string text;
+    bool isInverse = false;
+};
+
+template <class Attributes>
+void vConfiguredAdd(const Attributes& attributes, bool isInverse, std::vector<Configured>& all) {
+    for (const auto& attribute : attributes) {
+        auto text = sConfigured(attribute);
+        if (!text.empty())
+            all.push_back({fmt::format("{}.{}", attribute.getEntity().getName(), attribute.getName()),
+                           std::move(text), isInverse});
+    }
+}
+
+/// Of all entities, in the order of the schema's text.
+std::vector<Configured> configuredAttributes(const SchemaPset& schema) {
+    std::vector<Configured> all;
+    for (const auto* object : schema.getObjects()) {
+        if (const auto* entity = Entity::pFrom(object)) {
+            vConfiguredAdd(entity->getAttributes(), false, all);
+            vConfiguredAdd(entity->getAttributesInverse(), true, all);
+        }
+    }
+    return all;
+}
+
+/// A text as a line shows it.
+std::string sGiven(const std::string& text) {
+    return text.empty() ? std::string(sRepresentation(ifc::def::xmlschema::ExpAttribute::NotGiven))
+                        : sOneLine(text);
+}
+
+std::string sConfig(const SchemaPset& schema, const std::vector<assert::AssertRecord>& reports) {
+    const auto& config = *schema.pXmlSchemaConfig();
+    const auto attributes = configuredAttributes(schema);
+    auto text = sTableLine("target namespace", sGiven(config.getSchema().getTargetNamespace()));
+    text += sTableLine("prefix", sGiven(config.getNamespace().getPrefix()));
+    text += sTableLine("alias", sGiven(config.getNamespace().getAlias()));
+    text += sTableLine("concrete", sRepresentation(config.getOption().getConcreteAttribute()));
+    text += sTableLine("entity", sRepresentation(config.getOption().getEntityAttribute()));
+    text += sTableLine("uos element", sGiven(config.getUosElement().getName()));
+    text +=
+        sTableLine("records", fmt::format("{} of attributes, {} of inverses", config.getAttributes().size(),
+                                          config.getAttributesInverse().size()));
+    text += sTableLine("attributes", fmt::format("{}", attributes.size()));
+    for (const auto& attribute : attributes)
+        text += fmt::format("  {}  {}{}\n", sOneLine(attribute.name), attribute.text,
+                            attribute.isInverse ? " (inverse)" : "");
+    text += sTableLine("reports", fmt::format("{}", reports.size()));
+    for (const auto& report : reports)
+        text += fmt::format("  {} ({})\n", sOneLine(report.message), sOneLine(report.function));
+    return text;
+}
+
+Json configJson(const SchemaPset& schema, const std::vector<assert::AssertRecord>& reports) {
+    const auto& config = *schema.pXmlSchemaConfig();
+    Json attributes = Json::array();
+    for (const auto& attribute : configuredAttributes(schema))
+        attributes.push_back({{"attribute", attribute.name},
+                              {"inverse", attribute.isInverse},
+                              {"representation", attribute.text}});
+    return {{"targetNamespace", config.getSchema().getTargetNamespace()},
+            {"prefix", config.getNamespace().getPrefix()},
+            {"alias", config.getNamespace().getAlias()},
+            {"concreteAttribute", sRepresentation(config.getOption().getConcreteAttribute())},
+            {"entityAttribute", sRepresentation(config.getOption().getEntityAttribute())},
+            {"uosElement", config.getUosElement().getName()},
+            {"attributeRecords", config.getAttributes().size()},
+            {"inverseRecords", config.getAttributesInverse().size()},
+            {"attributes", std::move(attributes)},
+            {"reports", assertionsJson(reports)}};
+}
+
+class ConfigCommand final : public Command {
+public:
+    void vOptionsAdd(CLI::App& app) override;
+    void vRun(Console& console) override;
+
+private:
+    std::string schemaPath_;
+    std::string configPath_;
+    bool jsonAsked_ = false;
+};
+
+} // namespace
+
+void ConfigCommand::vOptionsAdd(CLI::App& app) {
+    app.add_option("FILE", schemaPath_, "The schema file")->required();
+    app.add_option("CONFIG", configPath_, "The configuration (ISO 10303-28)")->required();
+    app.add_flag("--json", jsonAsked_, "Write what it says as JSON");
+    app.footer(Footer);
+}
+
+void ConfigCommand::vRun(Console& console) {
+    const auto file = schemaFileRead(schemaPath_, console.diagnostics);
+    if (!file)
+        return;
+    const auto reports = configFileRead(configPath_, *file->schema, console.diagnostics);
+    if (!reports)
+        return;
+    if (!reports->empty())
+        console.diagnostics.vFinding();
+    if (jsonAsked_)
+        vJsonWrite(configJson(*file->schema, *reports), console.output);
+    else
+        console.output.vWrite(sConfig(*file->schema, *reports));
+}
+
+std::unique_ptr<Command> pConfigCommand() {
+    return std::make_unique<ConfigCommand>();
+}
+
+} // namespace kiv::kivifc

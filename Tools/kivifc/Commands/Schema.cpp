@@ -1,0 +1,135 @@
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Documents/SchemaFile.h"
+#include "kivifc/Json/SchemaJson.h"
+#include "kivifc/Pictures/InheritanceTree.h"
+#include "kivifc/Pictures/MissingName.h"
+#include "kivifc/Pictures/SchemaSummary.h"
+#include "kivifc/Pictures/TreeDrawing.h"
+#include "kivifc/Program/OneLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <fmt/format.h>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// `kivifc schema`: what is in a schema, in numbers, as its inheritance tree or whole as JSON.
+namespace kiv::kivifc {
+
+namespace {
+
+using ifc::def::schema::Entity;
+
+constexpr const char* Footer =
+    "Numbers: the data types are those that the schema does not share; a type that others are built on\n"
+    "counts its WHERE rules once for each of them. The tree includes entities that no SUPERTYPE list names.\n"
+    "\n"
+    "Exit status: 0 the schema loads, 1 it loads with reports (--assertions lists them), 2 it does not load.";
+
+/// A line of a rule's text. A tab becomes one blank, so that the columns in messages can be counted.
+std::string sRuleLine(std::string line) {
+    std::ranges::replace(line, '\t', ' ');
+    line.erase(line.find_last_not_of(' ') + 1);
+    return sOneLine(line);
+}
+
+/// The first line of the message as compilers write it; below it the others, which are the text of a rule.
+std::string sWarning(const std::string& path, const assert::AssertRecord& record) {
+    std::istringstream message(record.message);
+    std::string line;
+    std::getline(message, line);
+    auto text =
+        fmt::format("{}: warning: {} ({})\n", sOneLine(path), sOneLine(line), sOneLine(record.function));
+    while (std::getline(message, line)) {
+        if (!line.empty())
+            text += fmt::format("    {}\n", sRuleLine(line));
+    }
+    return text;
+}
+
+class SchemaCommand final : public Command {
+public:
+    void vOptionsAdd(CLI::App& app) override;
+    void vRun(Console& console) override;
+
+private:
+    void vTreeShow(const SchemaFile& file, Console& console) const;
+    void vSummaryShow(const SchemaFile& file, Console& console) const;
+
+    std::string path_;
+    bool assertionsAsked_ = false;
+    bool jsonAsked_ = false;
+    bool treeAsked_ = false;
+    // Empty for all trees.
+    std::string treeTop_;
+};
+
+} // namespace
+
+void SchemaCommand::vOptionsAdd(CLI::App& app) {
+    app.add_option("FILE", path_, "The schema file")->required();
+    auto* json = app.add_flag("--json", jsonAsked_, "Write the whole model as JSON");
+    auto* assertions = app.add_flag("--assertions", assertionsAsked_,
+                                    "List the reports that were made while the schema was read");
+    app.add_option_function<std::string>(
+           "--tree",
+           [this](const std::string& top) {
+               treeAsked_ = true;
+               treeTop_ = top;
+           },
+           "Draw the inheritance tree, of all entities or of one and those below it")
+        ->expected(0, 1)
+        ->type_name("[ENTITY]")
+        ->excludes(json)
+        ->excludes(assertions);
+    app.footer(Footer);
+}
+
+void SchemaCommand::vRun(Console& console) {
+    const auto file = schemaFileRead(path_, console.diagnostics);
+    if (!file)
+        return;
+    if (!file->assertions.empty())
+        console.diagnostics.vFinding();
+    if (treeAsked_)
+        return vTreeShow(*file, console);
+    if (jsonAsked_)
+        return vJsonWrite(schemaJson(*file), console.output);
+    vSummaryShow(*file, console);
+}
+
+void SchemaCommand::vTreeShow(const SchemaFile& file, Console& console) const {
+    const InheritanceTree tree(*file.schema);
+    if (treeTop_.empty()) {
+        for (const auto* root : tree.getRoots())
+            vTreeDraw(tree, *root, console.output);
+    } else if (const auto* top = Entity::pFrom(file.schema->pObjectFromName(treeTop_))) {
+        vTreeDraw(tree, *top, console.output);
+    } else {
+        console.diagnostics.vFail(file.path, sNoEntity(*file.schema, treeTop_));
+    }
+    // The tree does not show why the exit status is not 0.
+    if (!file.assertions.empty())
+        console.diagnostics.vNote(file.path,
+                                  fmt::format("reports made while it was read: {} (--assertions lists "
+                                              "them)",
+                                              file.assertions.size()));
+}
+
+void SchemaCommand::vSummaryShow(const SchemaFile& file, Console& console) const {
+    console.output.vWrite(sSchemaSummary(file, InheritanceTree(*file.schema), assertionsAsked_));
+    if (!assertionsAsked_)
+        return;
+    for (const auto& record : file.assertions)
+        console.output.vWrite(sWarning(file.path, record));
+}
+
+std::unique_ptr<Command> pSchemaCommand() {
+    return std::make_unique<SchemaCommand>();
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,22 @@
+/// @file
+/// The EXPRESS keywords of the kinds of data types.
+#pragma once
+
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+
+#include <array>
+#include <string_view>
+
+namespace kiv::kivifc {
+
+/// By the number of the kind.
+inline constexpr std::array<std::string_view, 12> DataTypeKeywords{
+    "REAL",   "BOOLEAN",     "INTEGER", "NUMBER", "STRING", "LOGICAL",
+    "BINARY", "ENUMERATION", "SELECT",  "ARRAY",  "LIST",   "SET"};
+
+/// The number of the kind.
+inline std::size_t dataTypeIndex(const ifc::def::schema::DataTypeBase& dataType) {
+    return static_cast<std::size_t>(dataType.getDataTypeKind());
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,27 @@
+/// @file
+/// How EXPRESS writes operators and constants.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace kiv::kivifc {
+
+// Each by the number of its enumerator.
+inline constexpr std::array<std::string_view, 3> UnaryOperators{"+", "-", "NOT"};
+inline constexpr std::array<std::string_view, 18> BinaryOperators{
+    "+", "-",  "*",   "/",    "AND", "OR", "XOR", "MOD", "**",
+    "=", "<>", ":=:", ":<>:", "<",   ">",  "<=",  ">=",  "IN"};
+inline constexpr std::array<std::string_view, 2> IntervalOperators{"<", "<="};
+inline constexpr std::array<std::string_view, 2> Constants{"SELF", "?"};
+inline constexpr std::array<std::string_view, 3> Logicals{"TRUE", "FALSE", "UNKNOWN"};
+
+/// The text of an enumerator.
+template <std::size_t Size, typename Enumerator>
+std::string sOf(const std::array<std::string_view, Size>& texts, Enumerator value) {
+    return std::string(texts.at(static_cast<std::size_t>(value)));
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,34 @@
+/// @file
+/// Schema files: opened and read, with the reason when that is not possible.
+///
+///     if (const auto file = schemaFileRead("IFC4.exp", diagnostics))
+///         vShow(*file->schema, file->assertions);
+#pragma once
+
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Host/Assert/KivAssert.h"
+#include "kivifc/Program/Diagnostics.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kiv::kivifc {
+
+/// A schema that was read.
+struct SchemaFile {
+    std::string path;
+    std::unique_ptr<ifc::def::SchemaPset> schema;
+    /// What was reported while this schema was read, in order.
+    std::vector<assert::AssertRecord> assertions;
+    /// From the opening of the file to the last name resolved.
+    std::chrono::nanoseconds time{};
+};
+
+/// Reads a schema file. Of several schemas in one file the last is taken, and a note says so. Absent when the
+/// file has none; the reason goes to `diagnostics`.
+std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics);
+
+} // namespace kiv::kivifc

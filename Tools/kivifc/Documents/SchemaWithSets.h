@@ -1,0 +1,49 @@
+/// @file
+/// Room Documents: the files that kivifc reads and writes, and the terms that they use.
+///
+/// A schema together with the sets of a command line, each under its context.
+///
+///     if (const auto loaded = schemaWithSetsRead("IFC4.exp", {"Sets", "office=Office"}, diagnostics))
+///         use(*loaded->schema.schema);
+///
+/// Ownership: the sets belong to the registry of the process and stay until its end.
+/// Threads:   one thread at a time.
+/// Errors:    what cannot be read, is refused or has a name that is taken is reported; the rest is used.
+#pragma once
+
+#include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kivifc/Documents/SchemaFile.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace kiv::kivifc {
+
+/// How help texts explain SETS.
+inline constexpr const char* SetsDescription =
+    "Set documents and folders of *.xml, which become the standard sets of the schema; NAME=PATH makes them "
+    "the sets of the context NAME";
+
+struct SchemaWithSets {
+    SchemaFile schema;
+    /// The document of each set.
+    std::unordered_map<const ifc::def::xml::SetDef*, std::string> paths;
+    /// Sets that were read but left out: refused, or with a name that is taken.
+    std::size_t setsUnused = 0;
+};
+
+/// Whether an argument means sets: a path that exists, or NAME=PATH.
+bool isSetsArgument(const std::string& argument);
+
+/// Reads the schema and the sets, checks the sets and registers them. Absent when there is no schema.
+std::optional<SchemaWithSets> schemaWithSetsRead(const std::string& schemaPath,
+                                                 const std::vector<std::string>& sets,
+                                                 Diagnostics& diagnostics);
+
+/// "IFC4 (standard)" or "office (host)".
+std::string sContext(const ifc::def::SchemaPset::Context& context);
+
+} // namespace kiv::kivifc

@@ -1,0 +1,48 @@
+#include "kivifc/Documents/TextFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <system_error>
+
+namespace kiv::kivifc {
+
+namespace {
+
+/// Enough for most set documents; each further block is as large as all before it.
+constexpr std::size_t FirstBlockSize = std::size_t{1} << 15U;
+
+std::string sSystemReason() {
+    return errno == 0 ? "it could not be read" : std::generic_category().message(errno);
+}
+
+TextFile streamRead(std::FILE* stream) {
+    TextFile file;
+    std::size_t size = 0;
+    errno = 0;
+    while (size == file.text.size()) {
+        file.text.resize(std::max(FirstBlockSize, 2 * size));
+        size += std::fread(file.text.data() + size, 1, file.text.size() - size, stream);
+    }
+    file.text.resize(size);
+    if (std::ferror(stream) != 0)
+        return {{}, sSystemReason()};
+    return file;
+}
+
+} // namespace
+
+TextFile textFileRead(const std::string& path) {
+    errno = 0;
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(path.c_str(), "rb"),
+                                                                 &std::fclose);
+    return stream ? streamRead(stream.get()) : TextFile{{}, sSystemReason()};
+}
+
+TextFile standardInputRead() {
+    return streamRead(stdin);
+}
+
+} // namespace kiv::kivifc

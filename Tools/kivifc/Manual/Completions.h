@@ -1,0 +1,17 @@
+/// @file
+/// Completion scripts for shells.
+///
+///     fileWrite("completions/bash/kivifc", sBashCompletion(texts));
+#pragma once
+
+#include "kivifc/Manual/CommandTexts.h"
+
+#include <string>
+
+namespace kiv::kivifc {
+
+std::string sBashCompletion(const ProgramTexts& texts);
+std::string sZshCompletion(const ProgramTexts& texts);
+std::string sFishCompletion(const ProgramTexts& texts);
+
+} // namespace kiv::kivifc

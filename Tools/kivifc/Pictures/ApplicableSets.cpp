@@ -1,0 +1,81 @@
+#include "kivifc/Pictures/ApplicableSets.h"
+
+#include "kivifc/Documents/SetMembers.h"
+#include "kivifc/Json/SetJson.h"
+#include "kivifc/Program/OneLine.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <utility>
+
+namespace kiv::kivifc {
+
+namespace {
+
+using ifc::def::SchemaPset;
+using ifc::def::xml::SetDef;
+using Sets = std::vector<const SetDef*>;
+
+Sets withoutRepeats(const Sets& sets) {
+    Sets once;
+    for (const auto* set : sets) {
+        if (std::ranges::find(once, set) == once.end())
+            once.push_back(set);
+    }
+    return once;
+}
+
+/// Whether a search by name finds a set of an earlier context instead.
+bool isHidden(const SchemaPset& schema, const SetDef& set) {
+    return schema.pXmlSetFromName(set.getName(), {}) != &set;
+}
+
+std::string sSetLine(const SchemaPset& schema, const SetDef& set) {
+    return fmt::format("{}  {}, members: {}, applies to {}{}\n", sOneLine(set.getName()), pSetKind(set),
+                       setMembers(set).size(), sOneLine(sSetClasses(set)),
+                       isHidden(schema, set) ? "; hidden by a set of an earlier context" : "");
+}
+
+} // namespace
+
+std::vector<ApplicableGroup> applicableSets(const SchemaPset& schema, const ifc::def::schema::Entity& entity,
+                                            const ApplicableOptions& options) {
+    std::vector<ApplicableGroup> groups;
+    schema.forEachDefinition(
+        [&](const auto& context, const auto& definitions) {
+            auto sets = withoutRepeats(
+                options.isOwn ? definitions.getXmlSetsToEntity(entity, options.isUnrestricted)
+                              : definitions.getXmlSetsAllToEntity(entity, options.isUnrestricted));
+            if (!sets.empty())
+                groups.push_back({context, std::move(sets)});
+        },
+        {});
+    return groups;
+}
+
+std::string sApplicableSets(const SchemaPset& schema, const std::vector<ApplicableGroup>& groups,
+                            const std::string& indent) {
+    std::string text;
+    for (const auto& group : groups) {
+        text += indent + sContext(group.context) + '\n';
+        for (const auto* set : group.sets)
+            text += indent + "  " + sSetLine(schema, *set);
+    }
+    return text;
+}
+
+Json applicableSetsJson(const SchemaWithSets& loaded, const std::vector<ApplicableGroup>& groups) {
+    Json json = Json::array();
+    for (const auto& group : groups) {
+        for (const auto* set : group.sets) {
+            json.push_back({{"name", set->getName()},
+                            {"kind", set->pXmlElementName()},
+                            {"context", contextJson(group.context)},
+                            {"path", loaded.paths.at(set)},
+                            {"hidden", isHidden(*loaded.schema.schema, *set)}});
+        }
+    }
+    return json;
+}
+
+} // namespace kiv::kivifc

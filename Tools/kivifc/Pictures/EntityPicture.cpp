@@ -1,0 +1,255 @@
+#include "kivifc/Pictures/EntityPicture.h"
+
+#include "kivifc/Documents/ConfigFile.h"
+#include "kivifc/Pictures/ExpressTypeText.h"
+#include "kivifc/Pictures/ExpressionText.h"
+#include "kivifc/Pictures/TextTable.h"
+#include "kivifc/Program/Ascii.h"
+#include "kivifc/Program/OneLine.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv::kivifc {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+/// From the topmost supertype down to the entity itself.
+std::vector<const Entity*> lineOf(const Entity& entity) {
+    std::vector<const Entity*> line;
+    for (const auto* each = &entity; each; each = each->pSupertype())
+        line.push_back(each);
+    std::ranges::reverse(line);
+    return line;
+}
+
+std::string sNames(std::span<const Entity* const> entities, const char* separator) {
+    std::vector<std::string_view> names;
+    names.reserve(entities.size());
+    for (const auto* entity : entities)
+        names.push_back(entity->getName());
+    return fmt::format("{}", fmt::join(names, separator));
+}
+
+/// In braces; empty when the configuration does not say anything.
+template <class Attribute>
+std::string sRepresented(const Attribute& attribute) {
+    const auto text = sConfigured(attribute);
+    return text.empty() ? text : fmt::format("  {{{}}}", text);
+}
+
+/// As written, then what that resolves to when that says more.
+std::string sTyped(const Attribute& attribute) {
+    const auto text = std::string(attribute.getTypeText());
+    auto resolved = sTypeResolved(attribute.pFirstType());
+    if (resolved.starts_with(text))
+        return resolved;
+    return fmt::format("{} -> {}", text, resolved);
+}
+
+std::string sAttribute(const Attribute& attribute) {
+    return fmt::format("{} : {}{}{}", attribute.getName(), attribute.isOptional() ? "OPTIONAL " : "",
+                       sTyped(attribute), sRepresented(attribute));
+}
+
+/// An attribute by the entity that declares it; empty for null.
+std::string sDeclared(const Attribute* attribute) {
+    return attribute ? fmt::format("{}.{}", attribute->getEntity().getName(), attribute->getName())
+                     : std::string();
+}
+
+/// The attribute that refers back.
+std::string sReferred(const AttributeInverse& inverse) {
+    const auto declared = sDeclared(inverse.pReferredAttribute());
+    return declared.empty() ? "?" : declared;
+}
+
+std::string sInverse(const AttributeInverse& inverse) {
+    return fmt::format("{} : {} FOR {} -> {}{}", inverse.getName(), inverse.getTypeText(),
+                       inverse.getForAttributeName(), sReferred(inverse), sRepresented(inverse));
+}
+
+/// The text on one line: blanks and tabs in a row become one blank, but those in a literal stay.
+std::string sSpaced(std::string_view text) {
+    std::string line;
+    bool isLiteral = false;
+    for (const char byte : text) {
+        const bool isBlank = !isLiteral && (byte == ' ' || byte == '\t');
+        isLiteral ^= byte == '\'';
+        if (!isBlank)
+            line += byte;
+        else if (!line.empty() && line.back() != ' ')
+            line += ' ';
+    }
+    return line;
+}
+
+/// What a derived attribute is made of, as the schema writes it.
+struct Derivation {
+    explicit Derivation(const DeriveValue& value) {
+        constexpr std::string_view Assign = ":=";
+        const auto rest = value.getRest();
+        const auto end = std::min(rest.find(Assign), rest.size());
+        type = sPart(rest.substr(0, end));
+        expression = sPart(rest.substr(std::min(end + Assign.size(), rest.size())));
+    }
+
+    std::string type;
+    std::string expression;
+
+private:
+    static std::string sPart(std::string_view text) { return sSpaced(ascii::trimmed(text, " \t;")); }
+};
+
+std::string sDerived(const DeriveValue& value) {
+    const Derivation derivation(value);
+    return fmt::format("{} : {}{}{}", value.getName(), derivation.type,
+                       derivation.expression.empty() ? "" : " := ", derivation.expression);
+}
+
+std::string sUnique(const UniqueRule& rule) {
+    return fmt::format("{} : {}", rule.label, fmt::join(rule.attributeNames, ", "));
+}
+
+std::string sWhere(const ParsedRule& rule) {
+    return fmt::format("{} : {}", rule.label.getView(), sExpression(*rule.expression));
+}
+
+using Lines = std::vector<std::string>;
+
+template <class Items>
+Lines linesOf(const Items& items, std::string (*sLine)(const typename Items::value_type&)) {
+    Lines lines;
+    for (const auto& item : items)
+        lines.push_back(sLine(item));
+    return lines;
+}
+
+Lines attributeLines(const Entity& entity) {
+    return linesOf(entity.getAttributes(), sAttribute);
+}
+
+Lines derivedLines(const Entity& entity) {
+    return entity.pDerive() ? linesOf(entity.pDerive()->getValues(), sDerived) : Lines();
+}
+
+Lines inverseLines(const Entity& entity) {
+    return linesOf(entity.getAttributesInverse(), sInverse);
+}
+
+Lines uniqueLines(const Entity& entity) {
+    return entity.pUnique() ? linesOf(entity.pUnique()->getRules(), sUnique) : Lines();
+}
+
+Lines whereLines(const Entity& entity) {
+    return entity.pWhere() ? linesOf(entity.pWhere()->getRules(), sWhere) : Lines();
+}
+
+/// What all entities of a line declare of one kind, each under its name; nothing when none does.
+std::string sSection(const char* title, const std::vector<const Entity*>& line,
+                     Lines (*declared)(const Entity&)) {
+    std::string text;
+    for (const auto* entity : line) {
+        const auto lines = declared(*entity);
+        if (!lines.empty())
+            text += fmt::format("  {}\n", entity->getName());
+        for (const auto& each : lines)
+            text += fmt::format("    {}\n", sOneLine(each));
+    }
+    return text.empty() ? text : fmt::format("{}\n{}", title, text);
+}
+
+/// The text, or null when there is none.
+Json textJson(const std::string& text) {
+    return text.empty() ? Json(nullptr) : Json(text);
+}
+
+template <class Attribute>
+Json attributeHeadJson(const Attribute& attribute) {
+    return {{"entity", attribute.getEntity().getName()},
+            {"name", attribute.getName()},
+            {"type", attribute.getTypeText()},
+            {"representation", textJson(sConfigured(attribute))}};
+}
+
+void vDerivedAdd(const Entity& entity, Json& json) {
+    if (!entity.pDerive())
+        return;
+    for (const auto& value : entity.pDerive()->getValues()) {
+        const Derivation derivation(value);
+        json["derived"].push_back({{"entity", entity.getName()},
+                                   {"name", value.getName()},
+                                   {"type", derivation.type},
+                                   {"expression", derivation.expression},
+                                   {"redeclares", textJson(sDeclared(value.pRedeclared()))}});
+    }
+}
+
+void vAttributesAdd(const Entity& entity, Json& json) {
+    for (const auto& attribute : entity.getAttributes()) {
+        auto head = attributeHeadJson(attribute);
+        head["optional"] = attribute.isOptional();
+        head["resolved"] = sTypeResolved(attribute.pFirstType());
+        json["attributes"].push_back(std::move(head));
+    }
+    for (const auto& inverse : entity.getAttributesInverse()) {
+        auto head = attributeHeadJson(inverse);
+        head["for"] = inverse.getForAttributeName();
+        head["refersTo"] = textJson(sDeclared(inverse.pReferredAttribute()));
+        json["inverses"].push_back(std::move(head));
+    }
+}
+
+void vRulesAdd(const Entity& entity, Json& json) {
+    if (entity.pUnique()) {
+        for (const auto& rule : entity.pUnique()->getRules())
+            json["unique"].push_back(
+                {{"entity", entity.getName()}, {"label", rule.label}, {"attributes", rule.attributeNames}});
+    }
+    if (entity.pWhere()) {
+        for (const auto& rule : entity.pWhere()->getRules())
+            json["where"].push_back({{"entity", entity.getName()},
+                                     {"label", rule.label.getView()},
+                                     {"expression", sExpression(*rule.expression)}});
+    }
+}
+
+} // namespace
+
+std::string sEntityPicture(const Entity& entity) {
+    const auto line = lineOf(entity);
+    auto text =
+        sTableLine("entity", fmt::format("{}{}", entity.getName(), entity.isAbstract() ? " (abstract)" : ""));
+    text += sTableLine("line", sNames(line, " > "));
+    if (!entity.getSubtypes().empty())
+        text += sTableLine("subtypes", sNames(entity.getSubtypes(), ", "));
+    text += sSection("attributes", line, attributeLines);
+    text += sSection("derived", line, derivedLines);
+    text += sSection("inverses", line, inverseLines);
+    text += sSection("unique", line, uniqueLines);
+    return text + sSection("where", line, whereLines);
+}
+
+Json entityPictureJson(const Entity& entity) {
+    Json json{{"name", entity.getName()}, {"abstract", entity.isAbstract()}};
+    for (const char* list : {"line", "subtypes", "attributes", "derived", "inverses", "unique", "where"})
+        json[list] = Json::array();
+    for (const auto* subtype : entity.getSubtypes())
+        json["subtypes"].push_back(subtype->getName());
+    for (const auto* each : lineOf(entity)) {
+        json["line"].push_back(each->getName());
+        vAttributesAdd(*each, json);
+        vDerivedAdd(*each, json);
+        vRulesAdd(*each, json);
+    }
+    return json;
+}
+
+} // namespace kiv::kivifc

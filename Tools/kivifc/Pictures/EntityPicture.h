@@ -1,0 +1,21 @@
+/// @file
+/// Room Pictures: what kivifc knows, drawn for a person to read (and the same facts as JSON beside it).
+///
+/// One entity as a person wants to see it: with all that it inherits.
+///
+///     output.vWrite(sEntityPicture(wall));
+#pragma once
+
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kivifc/Json/Json.h"
+
+#include <string>
+
+namespace kiv::kivifc {
+
+std::string sEntityPicture(const ifc::def::schema::Entity& entity);
+
+/// The same facts as JSON.
+Json entityPictureJson(const ifc::def::schema::Entity& entity);
+
+} // namespace kiv::kivifc

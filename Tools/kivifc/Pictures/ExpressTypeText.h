@@ -1,0 +1,17 @@
+/// @file
+/// What a type is made of, as EXPRESS text.
+///
+///     sTypeResolved(attribute.pFirstType()) // "BldName = BldLabel = STRING(80)"
+#pragma once
+
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+
+#include <string>
+
+namespace kiv::kivifc {
+
+/// Each defined type and, after "=", what it is made of; aggregates are followed to their innermost
+/// elements, after ";". An entity is its name; "?" for what the schema did not find.
+std::string sTypeResolved(const ifc::def::schema::ObjectBase* object);
+
+} // namespace kiv::kivifc

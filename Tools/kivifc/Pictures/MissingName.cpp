@@ -1,0 +1,23 @@
+#include "kivifc/Pictures/MissingName.h"
+
+#include "kivifc/Documents/KnownNames.h"
+#include "kivifc/Pictures/NameSuggestion.h"
+
+#include <fmt/format.h>
+
+namespace kiv::kivifc {
+
+std::string sNoName(std::string_view kind, std::string_view name,
+                    const std::vector<std::string_view>& candidates) {
+    const auto closest = sClosestName(name, candidates);
+    return fmt::format("no {} \"{}\"{}", kind, name,
+                       closest.empty() ? "" : fmt::format("; did you mean \"{}\"?", closest));
+}
+
+std::string sNoEntity(const ifc::def::schema::Schema& schema, const std::string& name) {
+    if (schema.pObjectFromName(name))
+        return fmt::format("\"{}\" is no entity", name);
+    return sNoName("entity", name, entityNames(schema));
+}
+
+} // namespace kiv::kivifc

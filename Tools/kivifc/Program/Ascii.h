@@ -1,0 +1,36 @@
+/// @file
+/// Tests and changes of single bytes that look at ASCII alone, whatever the locale is.
+///
+///     ascii::isEqualIgnoringCase(".XML", ".xml") // true
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+namespace kiv::kivifc::ascii {
+
+constexpr bool isAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
+constexpr char getLower(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+}
+
+constexpr bool isLetter(char byte) {
+    return getLower(byte) >= 'a' && getLower(byte) <= 'z';
+}
+
+/// Whether both texts are the same but for the case of their letters.
+constexpr bool isEqualIgnoringCase(std::string_view left, std::string_view right) {
+    return std::ranges::equal(left, right, {}, getLower, getLower);
+}
+
+/// The text without those of the bytes that it begins or ends with.
+constexpr std::string_view trimmed(std::string_view text, std::string_view bytes) {
+    const auto begin = std::min(text.find_first_not_of(bytes), text.size());
+    text.remove_prefix(begin);
+    return text.substr(0, text.find_last_not_of(bytes) + 1);
+}
+
+} // namespace kiv::kivifc::ascii

@@ -1,0 +1,42 @@
+/// @file
+/// Standard output, watched: what could not be written is known at the end.
+///
+///     Output output(stdout);
+///     output.vWrite("hello\n");
+///     if (const auto failure = output.sFinish(); !failure.empty())
+///         ...
+///
+/// Ownership: refers to the stream, which must outlive it.
+/// Threads:   one thread at a time.
+/// Errors:    the first write that fails is remembered, and nothing is written after it.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace kiv::kivifc {
+
+class Output {
+public:
+    explicit Output(std::FILE* stream);
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+
+    void vWrite(std::string_view text);
+
+    /// Hands on what is buffered, so that lines on other streams come after it.
+    void vFlush();
+
+    /// Hands on what is buffered, what others wrote to the stream included, and says why some of it could not
+    /// be written; empty when all of it could.
+    std::string sFinish();
+
+private:
+    void vCheck(bool written);
+
+    std::FILE* stream_;
+    std::string failure_;
+};
+
+} // namespace kiv::kivifc

@@ -1,0 +1,63 @@
+#include "kivifc/Program/Program.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <new>
+
+namespace kiv::kivifc {
+
+namespace {
+
+ExitStatus jobRun(const std::function<void(Console&)>& job) {
+    Output output(stdout);
+    Diagnostics diagnostics(output, stderr);
+    Console console{output, diagnostics};
+    job(console);
+    if (const auto failure = output.sFinish(); !failure.empty())
+        diagnostics.vFail("standard output", failure);
+    return diagnostics.getStatus();
+}
+
+/// Without any memory, as there is none.
+ExitStatus memoryFailureReport() {
+    std::fputs("kivifc: this job: not enough memory\n", stderr);
+    return ExitStatus::Failed;
+}
+
+/// Whether an allocation ever failed. A stream does not say so, and the text that it holds is then cut short.
+bool wasMemoryShort = false;
+
+void onMemoryShort() {
+    wasMemoryShort = true;
+    throw std::bad_alloc();
+}
+
+std::terminate_handler onOtherEnd = nullptr;
+
+/// The destructor of a JSON value needs memory, and no exception can leave it; making an exception may need
+/// memory too.
+[[noreturn]] void onEnd() {
+    if (wasMemoryShort)
+        std::_Exit(static_cast<int>(memoryFailureReport()));
+    onOtherEnd();
+    std::abort();
+}
+
+} // namespace
+
+ExitStatus programRun(const std::function<void(Console&)>& job) {
+    // When the reader of a pipe ends, the next write fails and is reported; the signal would end us silently.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::set_new_handler(onMemoryShort);
+    onOtherEnd = std::set_terminate(onEnd);
+    try {
+        const auto status = jobRun(job);
+        return wasMemoryShort && status != ExitStatus::Failed ? memoryFailureReport() : status;
+    } catch (const std::bad_alloc&) {
+        return memoryFailureReport();
+    }
+}
+
+} // namespace kiv::kivifc
