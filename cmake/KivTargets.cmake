@@ -24,8 +24,7 @@ function(kiv_library_settings target)
     target_compile_features(${target} PUBLIC cxx_std_20)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
                                                POSITION_INDEPENDENT_CODE ON)
-    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${kivIncludeFolder}>
-                                                $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>)
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${kivIncludeFolder}>)
     if(NOT BUILD_SHARED_LIBS)
         target_compile_definitions(${target} PUBLIC KIV_STATIC_DEFINE)
     endif()
@@ -49,6 +48,7 @@ function(kiv_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK;LINK_PRIVATE")
     add_library(${name}Objects OBJECT ${arg_UNPARSED_ARGUMENTS})
     kiv_library_settings(${name}Objects)
+    target_include_directories(${name}Objects PUBLIC ${PROJECT_SOURCE_DIR}/Source)
     target_link_libraries(${name}Objects PUBLIC ${arg_LINK} PRIVATE KivFlags ${arg_LINK_PRIVATE})
 
     add_library(${name} $<TARGET_OBJECTS:${name}Objects>)
@@ -63,6 +63,14 @@ function(kiv_add_library name)
     set_property(GLOBAL APPEND PROPERTY KIV_LIBRARIES ${name})
 endfunction()
 
+# The compiler's options for tests.
+function(kiv_test_options target)
+    # GCC 12 sees faults in the joining of strings that are not there (its bug 105651); tests join many.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds -Wno-restrict -Wno-stringop-overflow>)
+    # To compile tests takes much longer than to run them; what they test is compiled apart and optimised.
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-O0>)
+endfunction()
+
 # kiv_add_test(NAME SOURCES... LINK TARGETS...): one GoogleTest program, each of its tests known to CTest.
 function(kiv_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK;DEFINITIONS")
@@ -70,11 +78,12 @@ function(kiv_add_test name)
     target_link_libraries(${name} PRIVATE KivFlags ${arg_LINK} GTest::gmock GTest::gtest_main)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/Tests)
     target_compile_definitions(${name} PRIVATE ${arg_DEFINITIONS})
-    # GCC 12 sees faults in the joining of strings that are not there (its bug 105651); tests join many.
-    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds -Wno-restrict -Wno-stringop-overflow>)
-    # To compile tests takes much longer than to run them; what they test is compiled apart and optimised.
-    target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-O0>)
-    # Most of the time that a test takes to compile goes into these two headers.
-    target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+    kiv_test_options(${name})
+    # Most of the time that a test takes to compile goes into GoogleTest's headers. What is counted has flags of its own.
+    if(kiv_counted IN_LIST arg_LINK)
+        target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+    else()
+        target_precompile_headers(${name} REUSE_FROM kiv_test_headers)
+    endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 600)
 endfunction()

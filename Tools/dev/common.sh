@@ -2,7 +2,7 @@
 # What the commands of ./dev share; sourced by it, in the top folder of the checkout.
 
 packages=(
-    g++ cmake ninja-build libexpat1-dev libcli11-dev libfmt-dev nlohmann-json3-dev libgtest-dev libgmock-dev
+    g++ cmake ninja-build libexpat1-dev libcli11-dev libfmt-dev nlohmann-json3-dev libgtest-dev libgmock-dev python3
 )
 
 fail() {

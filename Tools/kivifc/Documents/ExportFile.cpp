@@ -1,7 +1,7 @@
 #include "kivifc/Documents/ExportFile.h"
 
 #include "kivifc/Documents/TextFile.h"
-#include "kivifc/Program/Ascii.h"
+#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Program/Output.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "kiv/Base/Exception.h"
 #include "kivifc/Documents/TextFile.h"
-#include "kivifc/Program/Ascii.h"
+#include "kivifc/Program/AsciiText.h"
 
 #include <fmt/format.h>
 #include <new>

@@ -4,7 +4,7 @@
 #include "kivifc/Pictures/ExpressTypeText.h"
 #include "kivifc/Pictures/ExpressionText.h"
 #include "kivifc/Pictures/TextTable.h"
-#include "kivifc/Program/Ascii.h"
+#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Program/OneLine.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "kivifc/Pictures/NameSuggestion.h"
 
-#include "kivifc/Program/Ascii.h"
+#include "kivifc/Program/AsciiText.h"
 
 #include <algorithm>
 #include <cstddef>
