@@ -59,8 +59,9 @@ TEST(ManPages, OptionsAreThoseThatTheHelpShows) {
         std::istringstream words(help.out);
         for (std::string word; words >> word;) {
             const auto name = word.substr(0, word.find(','));
-            if (word.starts_with("--") && name.size() > 2)
+            if (word.starts_with("--") && name.size() > 2) {
                 EXPECT_THAT(page.text, HasSubstr(sRoff(name))) << page.command.name;
+            }
         }
     }
 }
@@ -95,10 +96,11 @@ TEST(ManPages, ExamplesRunOnTheSampleData) {
             const auto run = kivifcRun(words);
             EXPECT_NE(run.out, "") << example.command;
             // An example that does not end with 0 says so.
-            if (run.status != 0)
+            if (run.status != 0) {
                 EXPECT_THAT(example.description,
                             HasSubstr("the exit status is " + std::to_string(run.status)))
                     << example.command;
+            }
         }
     }
 }
