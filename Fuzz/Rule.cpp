@@ -2,7 +2,7 @@
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
 
-#include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
+#include "kiv/Format/Ifc/Def/IfcLimits.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 #include "kivifc/Json/ExpressionJson.h"
 #include "kivifc/Pictures/ExpressionText.h"
@@ -38,7 +38,7 @@ bool boNestsFarFromLimit(const std::string& text) {
     constexpr std::string_view nesting = "([{+-Nn"; // N: NOT
     const auto count = std::ranges::count_if(
         text, [&](char character) { return nesting.find(character) != std::string_view::npos; });
-    return static_cast<std::size_t>(count) < ExpressionNestingMax;
+    return static_cast<std::size_t>(count) < kiv::ifc::def::limits::ExpressionNestingMax;
 }
 
 void vReadsBack(const ParsedRule& rule, const Schema& schema) {
