@@ -1,7 +1,7 @@
 /// @file
 /// The exception type of the library.
 ///
-///     catch (const kiv::exception& failure) { vShow(failure.what()); }
+///     try { vReadSchema(); } catch (const kiv::exception& failure) { vShow(failure.what()); }
 #pragma once
 
 #include "kiv/Base/Export.h"

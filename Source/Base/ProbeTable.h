@@ -3,9 +3,9 @@
 /// policy.
 ///
 ///     ProbeTable<NameSlot<Object>> objects;
-///     objects.vReserve(1);                            // all that can fail
-///     objects.boAdd(NameKey<Unchanged>(...), object); // cannot
-///     Object* found = objects.pFind(NameKey<Upper>(...));
+///     objects.vReserve(1);                                         // all that can fail
+///     objects.boAdd(NameKey<Unchanged>(name, hashKeys()), object); // cannot
+///     Object* found = objects.pFind(NameKey<UpperCased>(asked, hashKeys()));
 ///
 /// A slot holds its key itself, so that a look-up waits for one place in memory, where a table of nodes would
 /// wait for three. The policy:

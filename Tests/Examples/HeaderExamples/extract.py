@@ -4,9 +4,11 @@
     extract.py ROOT INCLUDE-FOLDER OUT [--list]
 
 An example is an indented block of a `///` comment: five blanks, after an empty comment line. Each becomes the body
-of a function in OUT/HEADER.cpp; what it takes for granted (namespace, parameters, includes) is in surroundings.py.
-A header with an example that surroundings.py does not know is an error, and so is a text to replace that is in no
-example any more. Rows of headers that are gone do no harm. --list prints the sources, and writes nothing.
+of a function in OUT/FOLDER_HEADER.cpp; what it takes for granted (namespace, parameters, includes) is in
+surroundings.py. A header with an example that surroundings.py does not know is an error, and so is a text to replace
+that is in no example any more; all errors are listed at once. Rows of headers that are gone do no harm. A header
+without examples makes an empty source, so that the first one is compiled as soon as it is written. --list prints the
+sources, and writes nothing.
 """
 
 import re
@@ -14,6 +16,10 @@ import sys
 from pathlib import Path
 
 from surroundings import PLAIN, SURROUNDINGS
+
+class StaleRow(Exception):
+    """surroundings.py does not fit the headers."""
+
 
 PREAMBLE = """template <class... T> void use(T&&...) {}
 template <class... T> void vUse(T&&...) {}
@@ -49,7 +55,7 @@ def compilable(lines, replacements):
     text = "\n".join(lines)
     for old, new in replacements.items():
         if old not in text:
-            sys.exit(f"surroundings.py replaces {old!r}, which is in no example of this header any more:\n{text}")
+            raise StaleRow(f"surroundings.py replaces {old!r}, which is in no example of this header any more:\n{text}")
         text = text.replace(old, new)
     text = re.sub(r"^(\s*)\.\.\.$", r"\1;", text, flags=re.M)
     text = re.sub(r" \.\.\.$", " {}", text, flags=re.M)
@@ -66,12 +72,12 @@ def header_name(root, include_folder, header):
 
 def source_of(root, include_folder, header, examples):
     if header.name not in SURROUNDINGS:
-        sys.exit(f"{header}:{examples[0][0]}: an example that HeaderExamples/surroundings.py does not know")
+        raise StaleRow(f"{header}:{examples[0][0]}: an example that HeaderExamples/surroundings.py does not know")
     row = SURROUNDINGS[header.name]
     includes = [header_name(root, include_folder, header), *row.get("includes", [])]
     parts = [f'#include "{name}"' for name in includes]
     parts += [f"#include <{name}>" for name in ("iostream", "fstream", "memory", "string", "utility", "vector")]
-    space = f"{row['namespace']}::example_{header.stem}"
+    space = f"{row['namespace']}::example_{stem_of(root, header)}"
     parts += [f"namespace {space} {{", PREAMBLE, row.get("before", "")]
     replacements = dict(row.get("replace", {}))
     for index, (number, lines) in enumerate(examples):
@@ -86,25 +92,37 @@ def source_of(root, include_folder, header, examples):
             body = f"inline void vExample{index}({row.get('parameters', '')}) {{\n{body}\n}}"
         parts.append(body)
     if replacements:
-        sys.exit(f"{header}: surroundings.py replaces what is in no example: {list(replacements)}")
+        raise StaleRow(f"{header}: surroundings.py replaces what is in no example: {list(replacements)}")
     return "\n".join([*parts, "}", ""])
+
+
+def stem_of(root, header):
+    """From the whole path: two folders may have headers of one name."""
+    return "_".join(header.relative_to(root).with_suffix("").parts)
+
+
+def write(target, text):
+    """Keeps what is the same, so that it is not compiled again."""
+    if not target.exists() or target.read_text(encoding="utf-8") != text:
+        target.parent.mkdir(parents=True, exist_ok=True)
+        target.write_text(text, encoding="utf-8")
 
 
 def main():
     root, include_folder, out = (Path(argument) for argument in sys.argv[1:4])
     headers = sorted(path for folder in ("Source", "Tools") for path in (root / folder).rglob("*.h"))
+    errors = []
     for header in headers:
-        examples = examples_of(header.read_text(encoding="utf-8"))
-        if not examples:
-            continue
-        target = out / f"{header.stem}.cpp"
+        target = out / f"{stem_of(root, header)}.cpp"
         if "--list" in sys.argv:
             print(target)
             continue
-        text = source_of(root, include_folder, header, examples)
-        if not target.exists() or target.read_text(encoding="utf-8") != text:
-            target.parent.mkdir(parents=True, exist_ok=True)
-            target.write_text(text, encoding="utf-8")
+        examples = examples_of(header.read_text(encoding="utf-8"))
+        try:
+            write(target, source_of(root, include_folder, header, examples) if examples else "")
+        except StaleRow as error:
+            errors.append(str(error))
+    sys.exit("\n".join(errors) or 0)
 
 
 main()

@@ -11,6 +11,7 @@ SCHEMA = "kiv::ifc::def::schema"
 DEF = "kiv::ifc::def"
 XML = "kiv::ifc::def::xml"
 BASE = "kiv"
+XMLSCHEMA = "kiv::ifc::def::xmlschema"
 TOOL = "kiv::kivifc"
 
 IN = "kiv/Format/Ifc/Def/"
@@ -30,7 +31,9 @@ def row(namespace, parameters="", includes=(), **more):
 
 SET_PARAMETERS = "const kiv::xml::const_Element& root, const kiv::ifc::def::schema::Schema& schema"
 SET_INCLUDES = [IN + "Schema/IfcSchema.h", IN + "Pset/IfcPropertyDef.h", "kiv/Host/Xml/KivXml.h"]
-DIAGNOSTICS = ["kivifc/Diagnostics.h"]
+XML_READERS = "Config& config, SchemaPset& schema, const kiv::xml::const_Element& element"
+XML_CONFIG = [IN + "SchemaPset.h", IN + "XmlSchema/IfcXmlConfig.h"]
+DIAGNOSTICS = ["kivifc/Program/Diagnostics.h"]
 
 SURROUNDINGS = {
     "KivIfcSchemaPset.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcSchemaPset.h>": ";"}),
@@ -68,17 +71,41 @@ SURROUNDINGS = {
     "IfcXmlConfig.h": row(DEF, "SchemaPset& schema, const schema::Entity* wall, std::istream& stream",
                           [IN + "SchemaPset.h", IN + "XmlSchema/IfcXmlAttribute.h", *ENTITY],
                           replace={"schema::AttributeName": "kiv::ifc::def::schema::AttributeName"}),
+    "Exception.h": row(BASE),
+    "IfcDefApplicableClasses.h": row(XML),
+    "IfcSchemaAttributeInverse.h": row(SCHEMA, "const AttributeInverse& inverse", ENTITY),
+    "IfcSchemaDerive.h": row(SCHEMA, "const Entity& entity", ENTITY),
+    "IfcSchemaFunction.h": row(SCHEMA, "const ObjectBase* object"),
+    "IfcSchemaUnique.h": row(SCHEMA, "const Entity& entity", ENTITY),
+    "IfcXmlCommon.h": row(XMLSCHEMA),
+    "IfcXmlEntity.h": row(XMLSCHEMA, XML_READERS, XML_CONFIG),
+    "IfcXmlNamespace.h": row(XMLSCHEMA, "const Namespace& settings"),
+    "IfcXmlOption.h": row(XMLSCHEMA, "const Option& option"),
+    "IfcXmlSchema.h": row(XMLSCHEMA, "const Config& config", XML_CONFIG),
+    "IfcXmlType.h": row(XMLSCHEMA, XML_READERS, XML_CONFIG),
+    "IfcXmlUosElement.h": row(XMLSCHEMA, "const Config& config", XML_CONFIG),
     "KivAssert.h": row(BASE),
     "KivId.h": row(BASE),
     "KivLocale.h": row(BASE),
     "KivXml.h": row(BASE, "std::iostream& stream"),
-    "Version.h": row(BASE),
     # kivifc
+    "AsciiText.h": row(TOOL),
+    "Version.h": row(TOOL),
+    "Command.h": row(TOOL, "CLI::App& app, int argc, char** argv, Console& console",
+                     ["kivifc/Commands/CommandTable.h", "CLI/CLI.hpp"]),
+    "CommandLine.h": row(TOOL, isNamespaceScope=True),
+    "CommandTable.h": row(TOOL, "CLI::App& app", ["CLI/CLI.hpp"]),
+    "CommandTexts.h": row(TOOL, includes=["kivifc/Manual/ManPages.h"]),
+    "Completions.h": row(TOOL),
+    "KnownNames.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
+    "ManPages.h": row(TOOL, "const ProgramTexts& texts"),
+    "SchemaWithSets.h": row(TOOL, "Diagnostics& diagnostics"),
     "ApplicableSets.h": row(TOOL, "const ifc::def::SchemaPset& schema, const ifc::def::schema::Entity& wall"),
     "CheckReport.h": row(
-        TOOL, "const CheckContext& context, const SetDocument& document, std::chrono::nanoseconds time"),
+        TOOL, "const CheckContext& context, const SetDocument& document, std::chrono::nanoseconds elapsed, "
+              "bool showsWarnings"),
     "CheckSummary.h": row(TOOL, "const SetDocument& document, Output& output"),
-    "ConfigFile.h": row(TOOL, "SchemaFile& file, Diagnostics& diagnostics", ["kivifc/SchemaFile.h"]),
+    "ConfigFile.h": row(TOOL, "SchemaFile& file, Diagnostics& diagnostics", ["kivifc/Documents/SchemaFile.h"]),
     "ExportFile.h": row(TOOL, "bool isForced, const std::filesystem::path& folder, const std::string& text, "
                               "const kiv::ifc::def::xml::SetDef& set", [IN + "IfcDefBase.h"]),
     "Json.h": row(TOOL, "Output& output"),
@@ -90,13 +117,12 @@ SURROUNDINGS = {
     "SchemaFile.h": row(TOOL, "Diagnostics& diagnostics"),
     "SetDocument.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
     "SetMembers.h": row(TOOL, "const ifc::def::xml::SetDef& set"),
-    "SetPaths.h": row(TOOL, "Diagnostics& diagnostics", ["kivifc/SetDocument.h"]),
-    "Store.h": row(TOOL, "Diagnostics& diagnostics"),
+    "SetPaths.h": row(TOOL, "Diagnostics& diagnostics", ["kivifc/Documents/SetDocument.h"]),
     "TextFile.h": row(TOOL, "Diagnostics& diagnostics", DIAGNOSTICS),
     "TextTable.h": row(TOOL, "std::chrono::nanoseconds elapsed"),
     "DataTypeJson.h": row(
         TOOL, "const ifc::def::schema::Schema& schema, const ifc::def::schema::Attribute& attribute, Json& json", ENTITY),
-    "EntityPicture.h": row(TOOL, "const ifc::def::schema::Entity& wall, Output& output", ["kivifc/Output.h"]),
+    "EntityPicture.h": row(TOOL, "const ifc::def::schema::Entity& wall, Output& output", ["kivifc/Program/Output.h"]),
     "ExpressionText.h": row(TOOL, "const ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
     "ExpressionJson.h": row(TOOL),
     "TreeDrawing.h": row(TOOL),
@@ -104,15 +130,18 @@ SURROUNDINGS = {
     "Output.h": row(TOOL),
     "Progress.h": row(TOOL, "const std::vector<std::string>& paths, std::size_t done",
                       replace={"for (...)": "for (int i = 0; i < 2; ++i)"}),
-    "SchemaJson.h": row(TOOL, "const SchemaFile& file, Output& output", ["kivifc/Output.h"]),
-    "SchemaSummary.h": row(TOOL, "const SchemaFile& file, Output& output", ["kivifc/Output.h"]),
-    "TypeText.h": row(TOOL, "const ifc::def::schema::Attribute& attribute", ENTITY),
+    "SchemaJson.h": row(TOOL, "const SchemaFile& file, Output& output", ["kivifc/Program/Output.h"]),
+    "SchemaSummary.h": row(TOOL, "const SchemaFile& file, Output& output", ["kivifc/Program/Output.h"]),
+    "ExpressTypeText.h": row(TOOL, "const ifc::def::schema::Attribute& attribute", ENTITY),
 }
 SURROUNDINGS["Diagnostics.h"] = row(TOOL, "Output& output", replace={
-    "return diagnostics.getStatus();                              ": "use(diagnostics.getStatus()); "})
+    "return diagnostics.getStatus();": "use(diagnostics.getStatus());"})
 
 # Private headers of the library.
 SURROUNDINGS.update({
+    "Ascii.h": row(BASE, "std::string_view line"),
+    "IfcReports.h": row(DEF, "const void* underlying"),
+    "IfcSchemaLimits.h": row(SCHEMA, "std::size_t depth"),
     "Arena.h": row(BASE, "std::string_view line", before="struct Record { explicit Record(std::string_view) {} };"),
     "HashKeys.h": row(BASE, "std::uint64_t first, std::uint64_t second, std::uint64_t third, std::uint64_t fourth",
                       ["Base/Words8.h", "Base/NameTable.h"]),
@@ -129,16 +158,13 @@ SURROUNDINGS.update({
                          [IN + "IfcDefBase.h"]),
     "SetsByClass.h": row(DEF, "SetsByClass& index, const xml::SetDef& set, const schema::Entity& entity",
                          [IN + "IfcDefBase.h", *ENTITY]),
-    "GuidHash.h": row(DEF, includes=[IN + "IfcDefBase.h", "Base/HashTable.h"]),
     # What is found is another variable than what was added.
     "GuidTable.h": row(DEF, "const kiv::Guid& guid, const xml::Def& def", [IN + "IfcDefBase.h"],
                        replace={"const auto* def": "const auto* found"}),
-    "HashTable.h": row(DEF, "const kiv::Guid& guid, const xml::Def& def",
-                       [IN + "IfcDefBase.h", "Format/Ifc/Def/Store/GuidHash.h"],
-                       replace={"const auto* def": "const auto* found"}),
-    "BloomBits.h": row(BASE, "std::string_view name, std::string_view other", replace={"return nullptr;": "return;"}),
-    "ProbeTable.h": row(BASE, "Object* object, std::string_view name", ["Base/NameTable.h"], before="struct Object {};",
-                        replace={"(...), object": "(name, hashKeys()), object", "(...));": "(name, hashKeys()));"}),
+    "BloomBits.h": row(BASE, "std::string_view name, std::string_view other", ["array"],
+                       replace={"return nullptr;": "return;"}),
+    "ProbeTable.h": row(BASE, "Object* object, std::string_view name, std::string_view asked", ["Base/NameTable.h"],
+                        before="struct Object {};"),
     "IfcSchemaBuilder.h": row(SCHEMA, "Schema& self, std::istream& stream, const std::string& headerLine, std::size_t schemaPos",
                               ENTITY, replace={"(*this)": "(self)"}),
     "ExpressExpression.h": row(SCHEMA, "const ParsedRule& rule, ExpressionVisitor& printer",

@@ -3,8 +3,9 @@
 ///
 /// The commands as texts, read from the parser of the program itself:
 ///
-///     for (const auto& command : programTexts().commands)
-///         use(sManPage(command));
+///     const auto texts = programTexts();
+///     for (const auto& command : texts.commands)
+///         use(sCommandManPage(texts, command));
 #pragma once
 
 #include <string>

@@ -1,7 +1,7 @@
 /// @file
 /// Completion scripts for shells.
 ///
-///     fileWrite("completions/bash/kivifc", sBashCompletion(texts));
+///     std::ofstream("completions/bash/kivifc") << sBashCompletion(programTexts());
 #pragma once
 
 #include "kivifc/Manual/CommandTexts.h"

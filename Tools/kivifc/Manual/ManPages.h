@@ -1,7 +1,7 @@
 /// @file
 /// Man pages, as roff for man(7).
 ///
-///     sManPage(texts, texts.commands.front()) // ".TH KIVIFC\-SCHEMA 1 ..."
+///     sCommandManPage(texts, texts.commands.front()) // ".TH KIVIFC\-SCHEMA 1 ..."
 ///
 /// Pages are the same for the same texts: they have no date.
 #pragma once
