@@ -17,7 +17,7 @@ import time
 from dataclasses import dataclass, field
 from pathlib import Path
 
-# These measure time, or need a machine of their own to mean something.
+# Growth compiles the library once more; threads need a machine of their own to mean something.
 NOT_RUN = ("Tests/Robustness/Growth/", "Tests/Robustness/Threads/", "Tests/Examples/")
 COMPILE_LIMIT = 300
 MEMORY_LIMIT = 4 << 20  # in KiB
