@@ -165,8 +165,9 @@ SURROUNDINGS.update({
                        replace={"return nullptr;": "return;"}),
     "ProbeTable.h": row(BASE, "Object* object, std::string_view name, std::string_view asked", ["Base/NameTable.h"],
                         before="struct Object {};"),
-    "IfcSchemaBuilder.h": row(SCHEMA, "Schema& self, std::istream& stream, const std::string& headerLine, std::size_t schemaPos",
-                              ENTITY, replace={"(*this)": "(self)"}),
+    "IfcSchemaBuilder.h": row(
+        SCHEMA, "Schema& self, std::istream& stream, const std::string& headerLine, std::size_t schemaPos", ENTITY,
+        replace={"(*this)": "(self)"}),
     "ExpressExpression.h": row(SCHEMA, "const ParsedRule& rule, ExpressionVisitor& printer",
                                [IN + "Schema/IfcSchemaWhere.h"],
                                replace={"struct NamePrinter : ExpressionVisitor { ... };": "struct NamePrinter;"}),
