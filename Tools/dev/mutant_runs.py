@@ -88,7 +88,7 @@ class Tree:
     """The project without a change: a copy, its build, and what is known of that."""
 
     def __init__(self, project, work, jobs, names=None, is_thorough=False):
-        """`names`: the test programs to use. When none are named, all; the slow ones only if that is wanted."""
+        """`names`: the test programs to use; when none are named, all, the slow ones only if thorough."""
         self.project, self.work, self.jobs, self.names = Path(project), Path(work), jobs, names
         self.root = self.work / "base"
         self.build = self.root / "build" / "dev"
@@ -147,7 +147,9 @@ class Tree:
             path, _, rule = line.partition(": ")
             if "SHARED_LIBRARY_LINKER" in rule:
                 self.libraries[path] = self._program(path)
-            elif "EXECUTABLE_LINKER" in rule and path.startswith("Tests/") and not path.startswith(self.left_out):
+            elif "EXECUTABLE_LINKER" not in rule or path.startswith(self.left_out):
+                continue
+            elif path.startswith("Tests/"):
                 program = self._program(path)
                 if any("libgtest_main" in word for word in program.link) and \
                         (not self.names or program.name in self.names):
@@ -365,7 +367,7 @@ class Worker:
 
     def run_program(self, program, target, has_libraries, limit):
         """What runs of the program show: the first test that fails, "crash" or "time"; nothing when all pass.
-        Tests that measure times may fail because of others at work: one that fails, but not alone, is left out."""
+        Tests that measure times may fail because of others at work: one that does not fail alone is left out."""
         left_out = []
         while True:
             how = self._run(target, has_libraries, limit, "*-" + ":".join(left_out))
@@ -377,8 +379,8 @@ class Worker:
 
     def _run(self, target, has_libraries, limit, tests):
         self.tmp.mkdir(parents=True, exist_ok=True)
-        # TMPDIR stays: the folders made there have names of their own, and kivifc breaks lines by the length of
-        # paths.
+        # TMPDIR stays: the folders made there have names of their own, and kivifc breaks lines by the lengths of
+        # their paths.
         environment = dict(os.environ, TEST_TMPDIR=str(self.tmp))
         environment.pop("KIV_ACCEPT_GOLDEN", None)
         if has_libraries:
