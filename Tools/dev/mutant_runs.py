@@ -367,7 +367,7 @@ class Worker:
 
     def run_program(self, program, target, has_libraries, limit):
         """What runs of the program show: the first test that fails, "crash" or "time"; nothing when all pass.
-        Tests that measure times may fail because of others at work: one that does not fail alone is left out."""
+        Tests of times may fail because of others at work: one that does not fail alone is left out."""
         left_out = []
         while True:
             how = self._run(target, has_libraries, limit, "*-" + ":".join(left_out))
@@ -379,7 +379,7 @@ class Worker:
 
     def _run(self, target, has_libraries, limit, tests):
         self.tmp.mkdir(parents=True, exist_ok=True)
-        # TMPDIR stays: the folders made there have names of their own, and kivifc breaks lines by the lengths of
+        # TMPDIR stays: the folders made there have names of their own, and kivifc breaks lines by lengths of
         # their paths.
         environment = dict(os.environ, TEST_TMPDIR=str(self.tmp))
         environment.pop("KIV_ACCEPT_GOLDEN", None)
