@@ -33,7 +33,7 @@ DECLARING = {"const", "auto", "static", "constexpr", "using", "typedef", "struct
 NO_CALL = {"if", "for", "while", "switch", "catch", "return", "sizeof", "decltype", "alignof", "noexcept",
            "static_assert", "alignas", "requires", "operator", "void", "constexpr"}
 COMPILE_TIME = {"static_assert", "noexcept", "alignas", "decltype", "requires"}
-SYMMETRIC = {"max", "min", "swap", "minmax"}
+SYMMETRIC = {"max", "min", "swap", "minmax", "isEqualIgnoringCase"}
 # Where a report comes from is given by the rules, and the tests of the messages look at it.
 REPORTING = re.compile(r"^(v\w*Report|AssertInfo)$")
 

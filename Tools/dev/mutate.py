@@ -124,6 +124,7 @@ class Session:
         self.lock = threading.Lock()
         self.results = []
         self.log = WORK / "tried.jsonl"
+        self.key = f"{tree.digest} {' '.join(sorted(one.name for one in tree.programs.values()))}"
         self.tried = self._tried_before()
 
     def _tried_before(self):
@@ -132,7 +133,7 @@ class Session:
         if self.log.is_file():
             for line in self.log.read_text().splitlines():
                 entry = json.loads(line)
-                if entry.pop("digest") == self.tree.digest:
+                if entry.pop("key") == self.key:
                     found[entry.pop("id")] = Outcome(**entry)
         return found
 
@@ -162,7 +163,7 @@ class Session:
         if mutant.id not in self.tried:
             outcome = worker.try_mutant(mutant)
             with self.lock, open(self.log, "a", encoding="utf-8") as log:
-                log.write(json.dumps({"digest": self.tree.digest, "id": mutant.id, **asdict(outcome)}) + "\n")
+                log.write(json.dumps({"key": self.key, "id": mutant.id, **asdict(outcome)}) + "\n")
             return outcome
         return self.tried[mutant.id]
 
@@ -282,6 +283,8 @@ def options():
     parser.add_argument("--again", action="store_true", help="try those that survived the last run")
     parser.add_argument("--tests", type=lambda text: text.split(","), metavar="A,B",
                         help="build and run these test programs only")
+    parser.add_argument("--thorough", action="store_true",
+                        help="ask the slow programs too: real data, damaged input, failures of kivifc")
     parser.add_argument("--list", action="store_true", help="print what would be drawn, and try nothing")
     parser.add_argument("--self-test", action="store_true", help="test the tool itself")
     return parser.parse_args()
@@ -292,7 +295,7 @@ def main():
     if arguments.self_test:
         return mutants_test.run()
     began = time.monotonic()
-    tree = Tree(PROJECT, WORK, arguments.jobs, arguments.tests)
+    tree = Tree(PROJECT, WORK, arguments.jobs, arguments.tests, arguments.thorough)
     print("building what is not changed", flush=True)
     tree.prepare()
     everything = [mutant for path in tree.sources()
