@@ -1,5 +1,5 @@
-/// Counts what is allocated, by functions that stand in front of those of the C library. So the C libraries that are
-/// called count too, the XML parser above all. Only programs that link this file count.
+/// Counts what is allocated, by functions that stand in front of those of the C library. So the C libraries
+/// that are called count too, the XML parser above all. Only programs that link this file count.
 ///
 ///     std::unique_ptr<Schema> schema;
 ///     const auto counts = allocationsOf([&] { schema = pSchemaRead(text); });
@@ -15,8 +15,8 @@ namespace kiv::bench {
 struct Allocations {
     /// How often memory was asked for.
     std::size_t count = 0;
-    /// The bytes that are held behind it and were not before; a block counts with what it has room for. Negative when
-    /// more was given back than taken.
+    /// The bytes that are held behind it and were not before; a block counts with what it has room for.
+    /// Negative when more was given back than taken.
     std::ptrdiff_t heldBytes = 0;
     /// The most bytes that were held at any time, compared with before.
     std::ptrdiff_t peakBytes = 0;
@@ -25,8 +25,8 @@ struct Allocations {
 /// What the work allocates.
 Allocations allocationsOf(const std::function<void()>& work);
 
-/// From now on the process keeps memory that is given back, so that no figure depends on whether the C library has just handed
-/// it to the system.
+/// From now on the process keeps memory that is given back, so that no figure depends on whether the C
+/// library has just handed it to the system.
 void vFreedMemoryKeep();
 
 /// Hands all memory that was given back to the system: what is allocated next has to be fetched from there.

@@ -1,5 +1,5 @@
-/// kiv_bench_count: does the jobs whose instructions callgrind counts, and compares the counts. `./dev bench --check`
-/// calls it.
+/// kiv_bench_count: does the jobs whose instructions callgrind counts, and compares the counts. `./dev bench
+/// --check` calls it.
 #include "CountedJobs.h"
 #include "InstructionCounts.h"
 #include "Require.h"

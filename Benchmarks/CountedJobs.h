@@ -1,5 +1,5 @@
-/// The jobs whose instructions are counted, on the sample that ships with us, because the input must be the same
-/// everywhere.
+/// The jobs whose instructions are counted, on the sample that ships with us, because the input must be the
+/// same everywhere.
 #pragma once
 
 #include <functional>

@@ -26,7 +26,7 @@ struct Figure {
     std::string yardstick;
     double yardstickValue = 1;
     Unit unit = Unit::Seconds;
-    /// For the ratio; absent where a figure only tells how to read another one.
+    /// For the ratio; absent where a figure only explains another one.
     std::optional<double> goal = {};
     Sense sense = Sense::AtMost;
 

@@ -1,6 +1,7 @@
 /// How the time of one unit of work grows with the size of what it is done on.
 ///
-///     Figures figures = growthOf({"load a schema", "object", {[] {...}, [] {...}, [] {...}}, {776, 7760, 77600}});
+///     Figures figures = growthOf({"load a schema", "object", {[] {...}, [] {...}, [] {...}}, {776, 7760,
+///     77600}});
 #pragma once
 
 #include "Figures.h"

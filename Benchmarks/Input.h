@@ -1,5 +1,5 @@
-/// What is measured on: the real data that KIV_TEST_DATA names, else the sample that ships with us, scaled up to about
-/// the same size. All of it is in memory before anything is timed.
+/// What is measured on: the real data that KIV_TEST_DATA names, else the sample that ships with us, scaled up
+/// to about the same size. All of it is in memory before anything is timed.
 #pragma once
 
 #include "Scaling.h"

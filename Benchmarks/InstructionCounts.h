@@ -1,4 +1,5 @@
-/// Instruction counts of the counted jobs: read from what callgrind wrote, and compared with those that are kept.
+/// Instruction counts of the counted jobs: read from what callgrind wrote, and compared with those that are
+/// kept.
 ///
 ///     const auto kept = countsKept("InstructionCounts.json");
 ///     const auto counted = countsOfCallgrind("build/release/Benchmarks/counts");
@@ -16,7 +17,8 @@
 namespace kiv::bench {
 
 struct InstructionCounts {
-    /// What the program was made with. Counts are only compared between programs that were made with the same.
+    /// What the program was made with. Counts are only compared between programs that were made with the
+    /// same.
     std::string toolchain;
     std::map<std::string, std::uint64_t> counts;
 };
@@ -27,8 +29,8 @@ void vCountsKeep(const InstructionCounts& counts, const std::filesystem::path& f
 /// The counts of all jobs, each from the file of the job's name in that folder.
 InstructionCounts countsOfCallgrind(const std::filesystem::path& folder);
 
-/// Tells how the counts compare. False when one is more than 5 % above the one that is kept, true when there is nothing
-/// to compare with.
+/// Tells how the counts compare. False when one is more than 5 % above the one that is kept, true when there
+/// is nothing to compare with.
 bool boHolds(const InstructionCounts& kept, const InstructionCounts& counted, std::ostream& report);
 
 } // namespace kiv::bench

@@ -1,7 +1,7 @@
 /// What look-ups are compared with: what anybody would write with `std::unordered_map`.
 ///
-/// A question is upper-cased where the library upper-cases it. Each class answers what its namesake in "Questions.h" is
-/// asked, and counts what it finds.
+/// A question is upper-cased where the library upper-cases it. Each class answers what its namesake in
+/// "Questions.h" is asked, and counts what it finds.
 ///
 /// Ownership: refer to the schema or the sets that they were made from.
 #pragma once
@@ -25,7 +25,8 @@ public:
 
     std::size_t ask(std::span<const std::string> questions) const;
 
-    /// The same with one text into which all questions are upper-cased, which a look-up of its own could not have.
+    /// The same with one text into which all questions are upper-cased, which a look-up of its own could not
+    /// have.
     std::size_t askWithOneText(std::span<const std::string> questions) const;
 
 private:

@@ -16,8 +16,9 @@ namespace def = ifc::def;
 using def::schema::Entity;
 using Random = std::mt19937;
 
-/// Like std::shuffle, which each standard library may do in its own way. What comes back are copies: their texts lie in memory
-/// in the order in which they are asked, so that what is timed waits for the answers and not for the questions.
+/// Like std::shuffle, which each standard library may do in its own way. What comes back are copies: their
+/// texts lie in memory in the order in which they are asked, so that what is timed waits for the answers and
+/// not for the questions.
 template <class Question>
 std::vector<Question> shuffled(std::vector<Question> questions) {
     Random random;

@@ -1,4 +1,5 @@
-/// What look-ups are asked for: everything there is to find, in an order that looks random and is always the same.
+/// What look-ups are asked for: everything there is to find, in an order that looks random and is always the
+/// same.
 ///
 /// The functions that ask count what they find, so that each answer is looked at.
 ///

@@ -7,7 +7,7 @@
 
 namespace kiv::bench {
 
-/// Does nothing when it holds; else tells what does not hold and ends the program with exit status 2.
+/// Does nothing when it holds; else prints what does not hold and ends the program with exit status 2.
 void vRequire(bool holds, std::string_view what);
 
 } // namespace kiv::bench

@@ -1,4 +1,5 @@
-/// Makes schemas and set documents many times as large: copies of a text in which what must be unique has other names.
+/// Makes schemas and set documents many times as large: copies of a text in which what must be unique has
+/// other names.
 ///
 ///     const SchemaCopies schemas(text, 'X');
 ///     const auto tenTimes = schemas.text(10);
@@ -34,11 +35,12 @@ private:
     std::vector<std::size_t> places_;
 };
 
-/// Copies of all statements of a schema, one behind the other in one schema. Each declared name of a copy, and each use
-/// of it, is another one.
+/// Copies of all statements of a schema, one behind the other in one schema. Each declared name of a copy,
+/// and each use of it, is another one.
 class SchemaCopies {
 public:
-    /// The mark stands in front of the numbers in names. For a text that was copied already it must be another one.
+    /// The mark stands in front of the numbers in names. For a text that was copied already it must be
+    /// another one.
     SchemaCopies(const std::string& text, char mark);
 
     /// A schema of that many copies.
@@ -61,8 +63,8 @@ class SetCopies {
 public:
     SetCopies(const std::vector<std::string>& texts, const SchemaCopies& schema);
 
-    /// That many copies of all documents. They apply to the entities of as many copies of the schema in turn; with one,
-    /// all apply to the entities that the documents name.
+    /// That many copies of all documents. They apply to the entities of as many copies of the schema in turn;
+    /// with one, all apply to the entities that the documents name.
     std::vector<std::string> texts(std::size_t copies, std::size_t schemaCopies) const;
 
 private:

@@ -4,8 +4,8 @@
 ///                                     {"lines", [&] { vLinesRead(text); }}});
 ///     const auto ratio = seconds[0] / seconds[1];
 ///
-/// Each subject is repeated many times, the repetitions of all of them in random order, so that noise of the machine
-/// meets all alike; the least time counts.
+/// Each subject is repeated many times, the repetitions of all of them in random order, so that noise of the
+/// machine meets all alike; the least time counts.
 #pragma once
 
 #include <cstddef>

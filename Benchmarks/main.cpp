@@ -65,7 +65,7 @@ Request requestOf(int count, char** arguments) {
     return request;
 }
 
-/// The model of the processor; empty where the system does not tell it.
+/// The model of the processor; empty where the system does not say.
 std::string sProcessor() {
     constexpr std::string_view Label = "model name";
     std::ifstream file("/proc/cpuinfo");

@@ -1,5 +1,5 @@
-// An IFC-XML configuration: reading it never throws, whatever it is; the attributes are linked to its records and to
-// nothing else, and a second reading gives the same.
+// An IFC-XML configuration: reading it never throws, whatever it is; the attributes are linked to its records
+// and to nothing else, and a second reading gives the same.
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
 

@@ -4,7 +4,8 @@
 ///         vLaw(sWritten(read(input)) == input, "what is written reads back");
 ///     }
 ///
-/// Two entries call it: `FuzzerEntry.cpp` with what libFuzzer thinks up, `ReplayEntry.cpp` with files, in every build.
+/// Two entries call it: `FuzzerEntry.cpp` with what libFuzzer thinks up, `ReplayEntry.cpp` with files, in
+/// every build.
 ///
 /// Errors: whatever leaves `vRun` is a finding, `LawBroken` or not.
 #pragma once

@@ -1,5 +1,5 @@
-// Locales: the combined text reads back equal, whatever the text was; the first line of the input is the language, the
-// rest the country.
+// Locales: the combined text reads back equal, whatever the text was; the first line of the input is the
+// language, the rest the country.
 #include "FuzzTarget.h"
 
 #include "kiv/Host/Locale/KivLocale.h"

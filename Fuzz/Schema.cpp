@@ -1,5 +1,5 @@
-// A schema text: it loads, or throws what the headers allow; every look-up of every name that it holds answers that object
-// or one of the same name, and what is linked leads to an end.
+// A schema text: it loads, or throws what the headers allow; every look-up of every name that it holds
+// answers that object or one of the same name, and what is linked leads to an end.
 #include "FuzzTarget.h"
 
 #include "kiv/Base/Exception.h"

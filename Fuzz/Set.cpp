@@ -1,5 +1,5 @@
-// A set document: what is no XML is told so; all else is a set, of both kinds, whose check and report never throw and which
-// is equal to itself when it is written, in either style, and read back.
+// A set document: what is not XML is reported; all else is a set, of both kinds, whose check and report never
+// throw and which is equal to itself when it is written, in either style, and read back.
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
 

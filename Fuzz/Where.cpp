@@ -1,5 +1,5 @@
-// The text of a WHERE clause and of what follows it: collecting and parsing it ends in rules, in a report or in
-// std::out_of_range; all ways of reading its tokens agree, lines never go back, and the end stays the end.
+// The text of a WHERE clause and of what follows it: collecting and parsing it ends in rules, in a report or
+// in std::out_of_range; all ways of reading its tokens agree, lines never go back, and the end stays the end.
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
 
@@ -85,7 +85,8 @@ std::string sJoined(const std::vector<std::string_view>& lines) {
     return text;
 }
 
-/// A new one now and then: the trees of all clauses stay in the memory of the schema that they are parsed for.
+/// A new one now and then: the trees of all clauses stay in the memory of the schema that they are parsed
+/// for.
 kiv::ifc::def::SchemaPset& sharedSchema() {
     static auto schema = kiv::fuzz::sampleSchema();
     static std::size_t uses = 0;

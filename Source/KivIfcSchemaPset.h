@@ -1,5 +1,6 @@
 /// @file
-/// All of the library, for hosts that prefer one include: schemas, sets, their store, the configuration and the services.
+/// All of the library, for hosts that prefer one include: schemas, sets, their store, the configuration and
+/// the services.
 ///
 ///     #include <kiv/KivIfcSchemaPset.h>
 ///

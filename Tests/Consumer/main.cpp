@@ -1,5 +1,5 @@
-// A host that was given nothing but the package: reads a schema and a set, registers it, asks, and writes it back. Ends with
-// 0 when every answer is the expected one, else says which one is not.
+// A host that was given nothing but the package: reads a schema and a set, registers it, asks, and writes it
+// back. Ends with 0 when every answer is the expected one, else says which one is not.
 #include <kiv/KivIfcSchemaPset.h>
 
 #include <iostream>

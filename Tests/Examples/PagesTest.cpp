@@ -1,5 +1,6 @@
-// What README.md and the tutorial show must be code that is built and run: each C++ block on a page is, line by line and
-// with its indentation, a part of the program that the page is about. TutorialTest runs these programs.
+// What README.md and the tutorial show must be code that is built and run: each C++ block on a page is, line
+// by line and with its indentation, a part of the program that the page is about. TutorialTest runs these
+// programs.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -33,7 +34,8 @@ std::vector<Lines> codeBlocksOf(const Lines& page) {
     return blocks;
 }
 
-/// Whether the source has the block at this place, all of its lines moved to the right by the same number of blanks.
+/// Whether the source has the block at this place, all of its lines moved to the right by the same number of
+/// blanks.
 bool isAt(Lines::const_iterator place, const Lines& block) {
     const auto shift = place->find_first_not_of(' ');
     const std::string blanks(shift == std::string::npos ? 0 : shift, ' ');

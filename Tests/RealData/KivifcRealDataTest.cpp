@@ -35,7 +35,7 @@ using kivifc::test::TemporaryFolder;
 using nlohmann::json;
 using Names = std::vector<std::string>;
 
-/// Every so many of what takes a run of its own.
+/// Every few of what takes a run of its own.
 template <class Value>
 std::vector<Value> sampleOf(const std::vector<Value>& values, std::size_t stride) {
     std::vector<Value> sample;
@@ -191,7 +191,7 @@ TEST_F(KivifcRealDataTest, EntityAsTextNamesEverySupertype) {
     }
 }
 
-/// The program tells a set once that names several of the entities.
+/// The program lists a set once that names several of the entities.
 Names withoutRepeats(const Names& names) {
     Names once;
     std::ranges::copy_if(names, std::back_inserter(once),
@@ -348,7 +348,7 @@ struct ExportedFile {
     std::string path;
     std::string text;
 
-    /// The text without the comment at the end, which tells of changes by a checksum.
+    /// The text without the comment at the end, which detects changes by a checksum.
     std::string sBody() const { return text.substr(0, text.rfind("<!--")); }
 };
 
@@ -430,9 +430,9 @@ TEST_P(KivifcExportRealDataTest, SecondExportReplacesItsOwnFilesByTheSame) {
         EXPECT_EQ(first[index].text, second[index].text);
 }
 
-/// What an export of this export has to be. Reading does not know "nameAliases", does not look for the data type beside
-/// a reference, and takes the item type that was written at the end of a list for one more value, behind which the
-/// item type is then written again.
+/// What an export of this export has to be. Reading does not know "nameAliases", does not look for the data
+/// type beside a reference, and takes the item type that was written at the end of a list for one more value,
+/// behind which the item type is then written again.
 class SecondGeneration {
 public:
     explicit SecondGeneration(const std::string& text) {
@@ -541,7 +541,8 @@ TEST_P(KivifcExportRealDataTest, BaseTypesAreThoseOfTheSchemaAndTheOnlyDifferenc
         EXPECT_EQ(sWithoutBaseTypes(files[index].sBody()), plain[index].sBody());
         const XmlFromText document(files[index].text);
         vForEachElement(document.root(), [&](const auto& parent) {
-            // The other places of a data type are the columns of tables and the item type of a list, which have none.
+            // The other places of a data type are the columns of tables and the item type of a list, which
+            // have none.
             const auto tag = parent.tagName();
             if (tag != "TypePropertySingleValue" && tag != "TypePropertyBoundedValue" &&
                 tag != "PropertyType")

@@ -79,8 +79,8 @@ std::string sLabel(const std::string& line) {
     return !word.empty() && line.compare(start + word.size(), 3, " : ") == 0 ? word : std::string();
 }
 
-/// The labels of the rules in each WHERE clause, by owner, found by the layout that all real schemas share: a rule
-/// begins on a line with its label and " :", a clause ends with its statement.
+/// The labels of the rules in each WHERE clause, by owner, found by the layout that all real schemas share: a
+/// rule begins on a line with its label and " :", a clause ends with its statement.
 std::map<std::string, std::vector<std::string>> labelsByOwner(const std::string& text) {
     std::map<std::string, std::vector<std::string>> labels;
     std::istringstream in(sWithLineEnd(text, "\n"));
@@ -102,8 +102,8 @@ const Where* pWhereOf(const ObjectBase& object) {
     return type ? type->pWhere() : nullptr;
 }
 
-/// How often the rules of an object are parsed: types once for themselves and once for each type that resolves through
-/// them.
+/// How often the rules of an object are parsed: types once for themselves and once for each type that
+/// resolves through them.
 std::size_t timesResolved(const ObjectBase& object) {
     const auto* const type = Type::pFrom(&object);
     return type ? 1 + type->getDerivedTypes().size() : 1;
@@ -136,8 +136,8 @@ TEST_F(SchemaRealDataTest, NamesAreThoseOfTheHeader) {
     EXPECT_EQ(schemaFromWholeText(sSchema("IFC2X3_TC1"))->getName(), "IFC2X3");
 }
 
-/// Both schemas qualify the result of a schema's function, "IfcCrossProduct(Axis,RefDirection).Magnitude", which is more
-/// than the parser takes; nothing else in them is left unresolved.
+/// Both schemas qualify the result of a schema's function, "IfcCrossProduct(Axis,RefDirection).Magnitude",
+/// which is more than the parser takes; nothing else in them is left unresolved.
 TEST_F(SchemaRealDataTest, TheOneReportOfEachSchemaIsTheQualifiedCall) {
     for (const auto* name : {"IFC4_ADD2", "IFC2X3_TC1"}) {
         SCOPED_TRACE(name);

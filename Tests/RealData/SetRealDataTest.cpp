@@ -18,7 +18,8 @@ using defs::XmlSetErrors;
 
 class SetRealDataTest : public RealDataTest {};
 
-/// The set as a document of its own. A property set fills the element it is given, a quantity set appends its own.
+/// The set as a document of its own. A property set fills the element it is given, a quantity set appends its
+/// own.
 std::string sExported(const defs::SetDef& set) {
     XmlTarget target(set.pXmlElementName());
     auto written = set.exportDef(target.root(), nullptr);

@@ -17,8 +17,8 @@
 
 namespace kiv::test {
 
-/// The schemas made by the loader, their standard sets in the registry, and the same sets read once more: what a test
-/// expects is worked out from these by walking through all of them.
+/// The schemas made by the loader, their standard sets in the registry, and the same sets read once more:
+/// what a test expects is worked out from these by walking through all of them.
 class StoreRealDataTest : public RealDataTest {
 public:
     using Sets = std::vector<std::unique_ptr<ifc::def::xml::SetDef>>;

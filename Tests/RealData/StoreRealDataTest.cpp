@@ -101,7 +101,8 @@ TypeName typeNameOf(const express::Attribute& attribute, const SchemaPset& schem
     return std::string(text.substr(0, text.find(' ')));
 }
 
-/// The attribute of exactly this name, of the entity or of the next entity above that has one; null without one.
+/// The attribute of exactly this name, of the entity or of the next entity above that has one; null without
+/// one.
 const express::Attribute* pAttribute(const express::Entity* entity, const std::string& name) {
     for (; entity; entity = entity->pSupertype()) {
         for (const auto& attribute : entity->getAttributes()) {
@@ -371,7 +372,8 @@ void PrintTo(const Settings& settings, std::ostream* stream) {
             << (settings.keep ? " keep" : "");
 }
 
-/// What the configuration says of the attributes and inverses of a schema, by a plain walk through the document.
+/// What the configuration says of the attributes and inverses of a schema, by a plain walk through the
+/// document.
 struct PlainConfig {
     PlainConfig(const kiv::xml::const_Element& root, const SchemaPset& schema) {
         for (auto element = root.FirstElementChildGet(); element;

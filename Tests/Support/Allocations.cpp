@@ -52,8 +52,8 @@ void vFree(void* memory) {
 
 } // namespace
 
-// The whole test program allocates through these. They are kept whole because the compiler warns of what looks like a
-// mismatch where it expands only one of a pair.
+// The whole test program allocates through these. They are kept whole because the compiler warns of what
+// looks like a mismatch where it expands only one of a pair.
 [[gnu::noinline]] void* operator new(std::size_t bytes) {
     return pAllocate(bytes);
 }

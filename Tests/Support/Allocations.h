@@ -1,10 +1,11 @@
 /// Counts what the calling thread allocates, and lets its allocations fail.
 ///
-///     for (std::size_t count = 0; !boRunWith(count, [&] { sets.xmlSetAdd(schema, std::move(set), errors); }); ++count)
+///     for (std::size_t count = 0; !boRunWith(count, [&] { sets.xmlSetAdd(schema, std::move(set), errors);
+///     }); ++count)
 ///         vExpectNothingChanged();
 ///
-/// It replaces operator new and delete of the whole test program: list Support/Allocations.cpp among its sources. What runs
-/// with few allocations must hold no expectations, as these allocate too.
+/// It replaces operator new and delete of the whole test program: list Support/Allocations.cpp among its
+/// sources. What runs with few allocations must hold no expectations, as these allocate too.
 ///
 /// Threads: each thread has counts and limits of its own.
 #pragma once
@@ -23,7 +24,7 @@ std::ptrdiff_t allocationsHeld();
 /// Which allocations fail once a limit is reached.
 enum class Refusal { FromThenOn, Once };
 
-/// While it lives, only so many further allocations succeed; the next one is std::bad_alloc.
+/// While it lives, only that many further allocations succeed; the next one is std::bad_alloc.
 class AllocationLimit {
 public:
     explicit AllocationLimit(std::size_t allocations, Refusal refusal = Refusal::FromThenOn);
@@ -31,12 +32,13 @@ public:
     AllocationLimit& operator=(const AllocationLimit&) = delete;
     ~AllocationLimit();
 
-    /// Whether it refused an allocation, and whether one that then threw. Others ask for null, and have another way.
+    /// Whether it refused an allocation, and whether one that then threw. Others ask for null, and have
+    /// another way.
     bool boRefused() const;
     bool boThrew() const;
 };
 
-/// Runs it with so many allocations; false when they were too few and std::bad_alloc came out of it.
+/// Runs it with that many allocations; false when they were too few and std::bad_alloc came out of it.
 template <class Run>
 bool boRunWith(std::size_t allocations, const Run& run, Refusal refusal = Refusal::FromThenOn) {
     try {

@@ -2,8 +2,8 @@
 ///
 ///     sExpressionText(*rule.expression) // "((a + (b * c)) >= 1)"
 ///
-/// What the text adds to the notation of EXPRESS: an enumeration value is Type::Value, to tell it from an
-/// attribute a.b; a double always has a '.' or an exponent, to tell it from an integer.
+/// What the text adds to the notation of EXPRESS: an enumeration value is Type::Value, to distinguish it from
+/// an attribute a.b; a double always has a '.' or an exponent, to distinguish it from an integer.
 ///
 /// Threads: a free function without state.
 #pragma once

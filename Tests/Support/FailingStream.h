@@ -15,8 +15,8 @@
 
 namespace kiv::test {
 
-/// What the buffer of such a stream throws. The stream makes badbit of it, or lets it pass when badbit is among its
-/// `exceptions()`.
+/// What the buffer of such a stream throws. The stream makes badbit of it, or lets it pass when badbit is
+/// among its `exceptions()`.
 class DeviceIsGone : public std::runtime_error {
 public:
     DeviceIsGone() : std::runtime_error("the device is gone") {}
@@ -24,7 +24,8 @@ public:
 
 class FailingStream : public std::istream {
 public:
-    /// Delivers the first `bytes` bytes of the text, in blocks of at most `blockSize`, and then fails with badbit.
+    /// Delivers the first `bytes` bytes of the text, in blocks of at most `blockSize`, and then fails with
+    /// badbit.
     FailingStream(std::string_view text, std::size_t bytes,
                   std::size_t blockSize = std::numeric_limits<std::size_t>::max()) :
         std::istream(nullptr), buffer_(text.substr(0, bytes), blockSize) {

@@ -16,8 +16,8 @@
 
 namespace kiv::test {
 
-/// Calls `read` with streams that fail after `first` bytes of the text, after one more, and so on up to all but the last
-/// byte. Each time it must throw `kiv::exception` with an empty message.
+/// Calls `read` with streams that fail after `first` bytes of the text, after one more, and so on up to all
+/// but the last byte. Each time it must throw `kiv::exception` with an empty message.
 template <class Read>
 void vFailingStreamCheck(std::string_view text, std::size_t first, Read read) {
     for (auto bytes = first; bytes < text.size(); ++bytes) {

@@ -1,5 +1,5 @@
-/// Lets no file grow beyond a size while it lives, as on a full disk: writing more fails with "File too large". It holds for
-/// this process and for those that it starts meanwhile.
+/// Lets no file grow beyond a size while it lives, as on a full disk: writing more fails with "File too
+/// large". It holds for this process and for those that it starts meanwhile.
 ///
 ///     const FileSizeLimit limit(1000);
 #pragma once

@@ -7,7 +7,8 @@
 
 namespace kiv::test {
 
-/// Everything that was read and resolved, one item a line; objects in the order of the text, references by name.
+/// Everything that was read and resolved, one item a line; objects in the order of the text, references by
+/// name.
 std::string sModelText(const ifc::def::schema::Schema& schema);
 
 } // namespace kiv::test

@@ -16,8 +16,9 @@ namespace kiv::test {
 
 class NestedSelects {
 public:
-    /// Whether the select is compatible with a member, with an entity below one of a select two levels deeper, with that
-    /// entity's supertype, with the type that is the deepest select, with an unrelated entity, and with an unrelated type.
+    /// Whether the select is compatible with a member, with an entity below one of a select two levels
+    /// deeper, with that entity's supertype, with the type that is the deepest select, with an unrelated
+    /// entity, and with an unrelated type.
     static constexpr const char* Expected = "yes yes yes yes no no ";
 
     NestedSelects() : schema_(schemaFromText(sText())) {}
@@ -32,7 +33,8 @@ public:
     }
 
 private:
-    /// More members than supertypes are followed for one by one, and selects that name each other in a circle.
+    /// More members than supertypes are followed for one by one, and selects that name each other in a
+    /// circle.
     static std::string sText() {
         constexpr std::size_t Members = 70;
         std::string members;

@@ -1,5 +1,5 @@
-/// The sample data that ships with us, for tests that need more than a few lines. The target that includes it defines
-/// KIV_SAMPLES, the folder of the data.
+/// The sample data that ships with us, for tests that need more than a few lines. The target that includes it
+/// defines KIV_SAMPLES, the folder of the data.
 ///
 ///     const auto text = sSampleText("Building.exp");
 ///     for (const auto& path : sampleSetPaths()) vRead(sSampleText(path));
@@ -49,7 +49,8 @@ inline std::vector<std::string> sampleBrokenSetPaths() {
     return samplePathsIn("BrokenSets");
 }
 
-/// A configuration of the schema of Building.exp, with a record of each kind and one that takes the place of another.
+/// A configuration of the schema of Building.exp, with a record of each kind and one that takes the place of
+/// another.
 inline constexpr const char* SampleConfig =
     "<cnf:configuration xmlns:cnf='urn:iso:std:iso:10303:-28:ed-2' id='BUILDING1'>\n"
     "<cnf:option concrete-attribute='attribute-content' entity-attribute='double-tag'/>\n"

@@ -1,4 +1,4 @@
-/// Whether the tests were built with a sanitizer, under which times tell nothing and everything takes longer.
+/// Whether the tests were built with a sanitizer, under which times mean nothing and everything takes longer.
 #pragma once
 
 namespace kiv::test {

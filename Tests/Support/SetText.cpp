@@ -39,7 +39,7 @@ public:
     }
 
 private:
-    /// Texts may hold anything, so each tells its length.
+    /// Texts may hold anything, so each is written with its length.
     void vItem(std::string_view name, std::string_view text) {
         text_.append(name)
             .append(" ")
@@ -112,7 +112,7 @@ private:
         auto itemType = list.getListItemTypeName();
         if (isReadBack_ && !itemType.empty())
             vItem("value", itemType);
-        // No value more is written then, and the last one tells the type.
+        // No value more is written then, and the last one gives the type.
         else if (isReadBack_ && !list.getListValues().empty())
             itemType = list.getListValues().back().getDataTypeName();
         vItem("item type", itemType);

@@ -16,11 +16,11 @@ enum class After {
     ReadingBack
 };
 
-/// Everything that writing keeps. It does not keep the GUID, template type and version of a set, units, constants,
-/// expressions, values and what is inside complex properties; name aliases are written under a tag that reading does not
-/// know, the data type of a reference where reading does not look, a bound that is not given as the data type, and the
-/// item type of a list as one more value. An alias without text is written without one and not read again, and blanks at
-/// the end of a class go.
+/// Everything that writing keeps. It does not keep the GUID, template type and version of a set, units,
+/// constants, expressions, values and what is inside complex properties; name aliases are written under a tag
+/// that reading does not know, the data type of a reference where reading does not look, a bound that is not
+/// given as the data type, and the item type of a list as one more value. An alias without text is written
+/// without one and not read again, and blanks at the end of a class go.
 std::string sSetText(const ifc::def::xml::SetDef& set, After after);
 
 } // namespace kiv::test

@@ -1,5 +1,5 @@
-/// All that a schema and the registry answer, as text: to see that something left them as they were, or that they say the
-/// same to everybody.
+/// All that a schema and the registry answer, as text: to see that something left them as they were, or that
+/// they say the same to everybody.
 ///
 ///     const auto before = sAnswers(schema);
 ///     vSomethingThatFails();

@@ -2,7 +2,7 @@
 # ./dev coverage
 
 # The tests of these folders count: those of the library, not of kivifc, the examples and hostile input.
-covering=(Host Format/Ifc/Def RealData Messages)
+covering=(Base Host Format/Ifc/Def RealData Messages)
 
 dev_coverage() {
     local build=build/coverage targets=("${covering[@]/#/Tests/}") folder

@@ -263,7 +263,8 @@ TEST(KivAssertTest, RemovingWaitsUntilNoReportIsUsingTheSink) {
     ActionSink slow([&](const AssertInfo&) {
         isInSink.count_down();
         mayLeave.wait();
-        // Without a pause a removal that does not wait might go unnoticed; one that waits passes with any pause.
+        // Without a pause a removal that does not wait might go unnoticed; one that waits passes with any
+        // pause.
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         hasLeft = true;
     });

@@ -51,7 +51,7 @@ std::string sReplaced(std::string text, const std::string& from, const std::stri
     return text;
 }
 
-/// Without the line that tells the time, which is another one each time.
+/// Without the line with the time, which is another one each time.
 std::string sTimeless(const std::string& text) {
     std::string others;
     for (const auto& line : linesOf(text)) {
@@ -61,7 +61,7 @@ std::string sTimeless(const std::string& text) {
     return others;
 }
 
-/// What comes of a job to which so many allocations are given.
+/// What comes of a job that is given that many allocations.
 Written jobRun(Arguments words, std::size_t allocations, const std::string& refusal) {
     const TemporaryFolder folder;
     const auto out = folder.sPath("out");
@@ -79,8 +79,8 @@ Written jobRun(Arguments words, std::size_t allocations, const std::string& refu
     return written;
 }
 
-/// Files are there whole or not at all, and nothing else is. A report is about the documents that could be read, and so is
-/// empty where the one that there is could not be.
+/// Files are there whole or not at all, and nothing else is. A report is about the documents that could be
+/// read, and so is empty where the one that there is could not be.
 void vExpectFilesOf(const Written& whole, const Written& written) {
     for (const auto& [name, text] : written.files) {
         const auto found = whole.files.find(name);
@@ -90,7 +90,7 @@ void vExpectFilesOf(const Written& whole, const Written& written) {
     }
 }
 
-/// Either the job was done, or that there was not enough memory is the last thing that is told.
+/// Either the job was done, or that there was not enough memory is the last thing that is printed.
 void vExpectDoneOrTold(const Written& whole, const Written& written) {
     vExpectFilesOf(whole, written);
     if (written.run.status == whole.run.status && written.run.err == whole.run.err) {

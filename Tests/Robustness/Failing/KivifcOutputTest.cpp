@@ -99,7 +99,8 @@ std::vector<std::string> namesIn(const std::string& folder) {
     return names;
 }
 
-/// What the program writes to standard error is a file too; so it has room for the lines, but not for what is exported.
+/// What the program writes to standard error is a file too; so it has room for the lines, but not for what is
+/// exported.
 constexpr std::size_t Room = 200;
 
 TEST(KivifcFiles, ExportOfASetThatDoesNotFitLeavesNoFile) {

@@ -1,4 +1,4 @@
-// kivifc, to which only so many allocations are given.
+// kivifc, which is given a limited number of allocations.
 //
 //     kivifc_with_little_memory 100 once schema Building.exp
 //

@@ -1,4 +1,5 @@
-/// Lets each allocation of an operation fail in turn, alone and with all that follow, and looks at what is left behind.
+/// Lets each allocation of an operation fail in turn, alone and with all that follow, and looks at what is
+/// left behind.
 ///
 ///     const Operation<State> operation{
 ///         .prepare = [] { return State(); },                      // what it works on, fresh for every trial
@@ -6,9 +7,9 @@
 ///         .answers = [](const State& state) { return state.sAll(); }};
 ///     EXPECT_GT(failuresOf(operation), 10U);
 ///
-/// Four things must hold for every allocation: std::bad_alloc comes out, and nothing else; the answers are those from before;
-/// the same call made again succeeds; and nothing is held once the state is gone. An allocation that asks for null instead
-/// of an exception may be refused without any harm.
+/// Four things must hold for every allocation: std::bad_alloc comes out, and nothing else; the answers are
+/// those from before; the same call made again succeeds; and nothing is held once the state is gone. An
+/// allocation that asks for null instead of an exception may be refused without any harm.
 #pragma once
 
 #include "Support/Allocations.h"
@@ -32,7 +33,7 @@ struct Operation {
     std::function<std::string(const State&)> answers;
 };
 
-/// How a call went. There is no memory to tell more.
+/// How a call went. There is no memory to say more.
 struct Outcome {
     /// What came out of it: "" for nothing, "std::bad_alloc", or "another exception".
     std::string_view thrown;
@@ -54,7 +55,7 @@ Outcome outcomeOf(const Operation<State>& operation, State& state, std::size_t a
     return {thrown, limit.boRefused(), limit.boThrew()};
 }
 
-/// One trial: false when it needed no more than so many allocations.
+/// One trial: false when it needed no more than that many allocations.
 template <class State>
 bool boTrialRefused(const Operation<State>& operation, std::size_t allocations, Refusal refusal,
                     const std::string& before, const std::string& after) {

@@ -85,7 +85,7 @@ TEST(SchemaMemory, TextWithLongLinesBeforeItsHeader) {
               5U);
 }
 
-/// Looking for so many attributes among so many takes more steps than a schema is walked through.
+/// Looking for many attributes among many takes more steps than a schema is walked through.
 TEST(SchemaMemory, StatementsWhoseAttributesAreFoundInATable) {
     constexpr std::size_t Attributes = 130;
     static_assert(Attributes * Attributes > ifc::def::schema::AttributeStepsMax);

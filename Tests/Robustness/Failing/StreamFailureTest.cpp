@@ -28,8 +28,8 @@ namespace {
 using ifc::SchemaLoader;
 using ifc::def::SchemaPset;
 
-/// A size of the blocks in which a text comes, and the distance of the places at which it breaks off: small blocks, of which
-/// some end amid lines, take long.
+/// A size of the blocks in which a text comes, and the distance of the places at which it breaks off: small
+/// blocks, of which some end amid lines, take long.
 struct Blocks {
     std::size_t size;
     std::size_t step;
@@ -78,8 +78,8 @@ TEST(FailingStreams, SchemaIsAnExceptionWithoutMessageAtEveryByte) {
     }
 }
 
-/// A stream that is told to pass on what its buffer throws does so; one that is told to throw when it fails may do that
-/// before the reader looks at its state.
+/// A stream that is set to pass on what its buffer throws does so; one that is set to throw when it fails
+/// may do that before the reader looks at its state.
 TEST(FailingStreams, SchemaOfAStreamThatThrowsIsAnException) {
     const auto text = sSampleText("Building.exp");
     for (const auto mask : Masks) {
@@ -109,7 +109,8 @@ TEST(FailingStreams, StreamThatPassesOnWhatItsBufferThrowsIsBadAfterwards) {
     }
 }
 
-/// Only a stream that passes on what its buffer throws can tell the lack of memory from a failing device.
+/// Only a stream that passes on what its buffer throws can distinguish the lack of memory from a failing
+/// device.
 TEST(FailingStreams, LackOfMemoryInABufferIsPassedOnByStreamsThatDoSo) {
     NoMemoryStream stream;
     EXPECT_THROW(SchemaPset::pStepStreamRead(stream), kiv::exception);
@@ -118,7 +119,8 @@ TEST(FailingStreams, LackOfMemoryInABufferIsPassedOnByStreamsThatDoSo) {
     EXPECT_THROW(SchemaPset::pStepStreamRead(stream), std::bad_alloc);
 }
 
-/// Answers of a store and of a loader that has made one schema, before and after another one could not be read.
+/// Answers of a store and of a loader that has made one schema, before and after another one could not be
+/// read.
 TEST(FailingStreams, LoaderRegistryAndCollectionsStayAsTheyWere) {
     const SampleStore store;
     const auto before = sAnswers(store.schema());
@@ -166,7 +168,7 @@ TEST(FailingStreams, SetDocumentIsNoDocumentAtEveryByteAndNothingIsThrown) {
     }
 }
 
-/// Each time the former configuration stays linked, and one report tells of the stream.
+/// Each time the former configuration stays linked, and one report names the stream.
 TEST(FailingStreams, ConfigurationIsAReportAtEveryByteAndChangesNoLink) {
     const auto text = sSampleText("Building.exp");
     const std::string_view config = SampleConfig;

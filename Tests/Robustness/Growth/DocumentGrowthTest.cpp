@@ -1,8 +1,9 @@
-// XML documents of every hostile shape that comes to mind, each at two sizes, read as sets and as configurations.
+// XML documents of every hostile shape that comes to mind, each at two sizes, read as sets and as
+// configurations.
 //
 // Aliases of one set and classes that repeat one another are in Format/Ifc/Def/IfcDefAliasesTest.cpp and
-// IfcDefSetDefTest.cpp, constants in Pset/TypePropertyEnumeratedValueTest.cpp, sets whose classes have one hash in
-// Store/SchemaPropertySetDefinitionsTest.cpp.
+// IfcDefSetDefTest.cpp, constants in Pset/TypePropertyEnumeratedValueTest.cpp, sets whose classes have one
+// hash in Store/SchemaPropertySetDefinitionsTest.cpp.
 
 #include "Robustness/Growth/GrowthRow.h"
 #include "Support/AssertCollector.h"

@@ -1,7 +1,8 @@
 /// Families of hostile input, and the law that holds for them: the work to read a text is in proportion to
 /// its size. Support/Growth.h says how that is judged, and what is done where it cannot be.
 ///
-///     vGrowthExpect({{"entities", 50'000, [](std::size_t count) { return sEntities(count); }}}, vSchemaRead);
+///     vGrowthExpect({{"entities", 50'000, [](std::size_t count) { return sEntities(count); }}},
+///     vSchemaRead);
 #pragma once
 
 #include <cstddef>

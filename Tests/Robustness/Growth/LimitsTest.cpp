@@ -1,8 +1,8 @@
-// Every limit at the last value that passes and at the first that does not, on a usual stack and on a small one. All that
-// is read is destroyed there too.
+// Every limit at the last value that passes and at the first that does not, on a usual stack and on a small
+// one. All that is read is destroyed there too.
 //
-// `maxTokenSize` is looked at between two blocks only and its last value is exact where one ends; it is tested with smaller
-// ones in Host/Xml/KivXmlParserTest.cpp.
+// `maxTokenSize` is looked at between two blocks only and its last value is exact where one ends; it is
+// tested with smaller ones in Host/Xml/KivXmlParserTest.cpp.
 
 #include "kiv/Format/Ifc/Def/IfcLimits.h"
 
@@ -90,7 +90,8 @@ void vExpressionRowsAdd(Rows& rows) {
                         "0 rulesGot SyntaxError when parsing an express rule: Unexpected token"});
 }
 
-/// How many aggregates stand inside each other below the type, what the innermost holds, and what was reported.
+/// How many aggregates stand inside each other below the type, what the innermost holds, and what was
+/// reported.
 std::string sAggregates(const std::string& statement) {
     AssertCollector reports;
     const auto schema = schemaFromText(statement);
@@ -124,7 +125,7 @@ void vAggregateRowsAdd(Rows& rows) {
         }
 }
 
-/// The numbers of the last of so many entities of one tree.
+/// The numbers of the last of that many entities of one tree.
 std::string sLastNumbers(std::uint64_t count) {
     std::string list;
     std::string text;
@@ -179,7 +180,8 @@ void vNumberRowsAdd(Rows& rows) {
     rows.push_back({"number in a rule", [] { return sNumberRead(std::to_string(IntegerLiteralMax)); },
                     "1 rules", [] { return sNumberRead(std::to_string(IntegerLiteralMax + 1)); },
                     "stoi argument out of range"});
-    // The largest double is 2 to the power of 1024 less 2 to the power of 970; half of the latter more is not below it.
+    // The largest double is 2 to the power of 1024 less 2 to the power of 970; half of the latter more is not
+    // below it.
     rows.push_back({"number with a point in a rule", [] { return sNumberRead("1.7976931348623158E308"); },
                     "1 rules", [] { return sNumberRead("1.7976931348623159E308"); },
                     "stod argument out of range"});
@@ -194,7 +196,8 @@ std::string sXmlRead(const std::string& text) {
     return file.parse(stream, "", nullptr) ? "read" : file.pError()->reason;
 }
 
-/// How many levels of elements a document has in the end to which so many are appended, each below the last.
+/// How many levels of elements a document has in the end to which that many are appended, each below the
+/// last.
 std::string sLevelsWritten(std::size_t levels) {
     XmlTarget target("e");
     auto element = target.root();
@@ -207,8 +210,8 @@ std::string sLevelsWritten(std::size_t levels) {
     return std::to_string(count);
 }
 
-/// Sixteen elements, to which an attribute that they do not write adds about a sixteenth of so many bytes each, and one to
-/// which another attribute adds the rest.
+/// Sixteen elements, to which an attribute that they do not write adds about a sixteenth of that many bytes
+/// each, and one to which another attribute adds the rest.
 std::string sDefaults(std::size_t bytes) {
     constexpr std::size_t Count = 16;
     const auto value = [](std::size_t size) {

@@ -1,17 +1,17 @@
-// Schema texts of every hostile shape that comes to mind, each at two sizes; what comes of such texts is tested in
-// Format/Ifc/Def/Schema/SchemaHostileTest.cpp, here only their cost counts. Where each family is:
+// Schema texts of every hostile shape that comes to mind, each at two sizes; what comes of such texts is
+// tested in Format/Ifc/Def/Schema/SchemaHostileTest.cpp, here only their cost counts. Where each family is:
 //
 //     long lines, long names, nested aggregates                              LongLines, LongHeaders
 //     entities, types, attributes, items, lists, rules, clauses, schemas     ManyOfOneKind
 //     names that repeat or differ in letter case only                        EqualNames
 //     inheritance, defined types, selects, diamonds of lists and selects     Chains
 //     SUBTYPE OF, ONEOF, TYPE, SELECT, LIST, attributes of the own entity    Circles
-//     attributes that are looked for along lines of supertypes               RedeclaredAttributes, InverseAttributes
-//     supertypes that are looked for in lists                                SelectsOfManyEntitiesAsked...
-//     operators, signs, powers, qualifiers, lists, brackets                  Rules
-//     what the grammar of rules has no place for                             RulesThatAreRefused
-//     brackets, comments, literals and statements without an end             WhatNeverEnds
-//     aliases, records, classes, members and markup of documents             DocumentGrowthTest.cpp
+//     attributes that are looked for along lines of supertypes               RedeclaredAttributes,
+//     InverseAttributes supertypes that are looked for in lists SelectsOfManyEntitiesAsked... operators,
+//     signs, powers, qualifiers, lists, brackets                  Rules what the grammar of rules has no
+//     place for                             RulesThatAreRefused brackets, comments, literals and statements
+//     without an end             WhatNeverEnds aliases, records, classes, members and markup of documents
+//     DocumentGrowthTest.cpp
 
 #include "Robustness/Growth/GrowthRow.h"
 #include "Support/AssertCollector.h"
@@ -591,9 +591,9 @@ TEST(SchemaGrowthTest, SelectsOfManyEntitiesAskedForTheEndOfALongLine) {
         vSchemaRead);
 }
 
-// The rules of a type are parsed once more for each type that is resolved through it, and kept each time; that is wanted.
-// So a clause and the derived types of its type, each half of a text, cost by the square of it. The derived types alone
-// need not.
+// The rules of a type are parsed once more for each type that is resolved through it, and kept each time;
+// that is wanted. So a clause and the derived types of its type, each half of a text, cost by the square of
+// it. The derived types alone need not.
 TEST(SchemaGrowthTest, TypesOfOneTypeThatHasRules) {
     vGrowthExpect({{"derived types", 20'000,
                     [](std::size_t count) {

@@ -135,23 +135,24 @@ TEST(BytesTest, LiteralsOfRulesKeepThem) {
 }
 
 TEST(BytesTest, HashesOfNamesExtendTheSignOfEachByte) {
-    // 0x811C9DC5 XOR 0xFFFFFFE9 is 0x7EE3622C; 0x01000193 is 2 to the power of 24 and 403; 403 times 0x7EE3622C is
-    // 0xBFF38B44 modulo 2 to the power of 32, to which 0x2C000000 is added: 0xEBF38B44. Without the sign the first step
-    // gave 0x811C9D2C.
+    // 0x811C9DC5 XOR 0xFFFFFFE9 is 0x7EE3622C; 0x01000193 is 2 to the power of 24 and 403; 403 times
+    // 0x7EE3622C is 0xBFF38B44 modulo 2 to the power of 32, to which 0x2C000000 is added: 0xEBF38B44. Without
+    // the sign the first step gave 0x811C9D2C.
     const auto schema = schemaFromText("ENTITY \xE9;\nEND_ENTITY;\nENTITY \x80;\nEND_ENTITY;");
     const auto& accented = entityOf(*schema, "\xE9");
     EXPECT_EQ(accented.getNameHash(), 0xEBF38B44U);
     EXPECT_EQ(accented.getNameUpperHash(), 0xEBF38B44U) << "no byte beyond ASCII has a capital";
     EXPECT_EQ(ifc::def::xml::ApplicableClasses("\xE9").getClassNameHash(), 0xEBF38B44U);
-    // 0x811C9DC5 XOR 0xFFFFFF80 is 0x7EE36245; 403 times that is 0xBFF3B29F, and 0x45000000 added 0x04F3B29F, modulo 2 to
-    // the power of 32 each.
+    // 0x811C9DC5 XOR 0xFFFFFF80 is 0x7EE36245; 403 times that is 0xBFF3B29F, and 0x45000000 added 0x04F3B29F,
+    // modulo 2 to the power of 32 each.
     EXPECT_EQ(entityOf(*schema, "\x80").getNameHash(), 0x04F3B29FU);
     EXPECT_EQ(ifc::def::xml::ApplicableClasses("\x80").getClassNameHash(), 0x04F3B29FU);
 }
 
 TEST(BytesTest, HashesOfAttributesExtendTheSignOfEachByte) {
-    // "L": 0x811C9DC5 XOR 0x4C is 0x811C9D89; 403 times that is 0x400BFEAB, to which 0x89000000 is added: 0xC90BFEAB.
-    // Behind it: XOR 0xFFFFFFE9 is 0x36F40142; 403 times that is 0x821DFAE6, to which 0x42000000 is added: 0xC41DFAE6.
+    // "L": 0x811C9DC5 XOR 0x4C is 0x811C9D89; 403 times that is 0x400BFEAB, to which 0x89000000 is added:
+    // 0xC90BFEAB. Behind it: XOR 0xFFFFFFE9 is 0x36F40142; 403 times that is 0x821DFAE6, to which 0x42000000
+    // is added: 0xC41DFAE6.
     const auto schema =
         schemaFromText("ENTITY X;\n  \xE9 : REAL;\n  L\xE9 : REAL;\n INVERSE\n  \x80 : X FOR \xE9;\n"
                        "END_ENTITY;");

@@ -1,5 +1,5 @@
-// Samples and real files that break off anywhere or are damaged anyhow: each is read as a schema, as sets and as a
-// configuration, and what was read answers.
+// Samples and real files that break off anywhere or are damaged anyhow: each is read as a schema, as sets and
+// as a configuration, and what was read answers.
 
 #include "RealData/RealData.h"
 #include "Robustness/Input/Mutation.h"
@@ -43,7 +43,8 @@ TEST_P(DamagedSampleTest, EveryPrefixIsReadOrRefused) {
 }
 
 TEST_P(DamagedSampleTest, EveryRestIsReadOrRefused) {
-    // What stands before a statement, and an element, matters little, so that not every byte is a place to begin at.
+    // What stands before a statement, and an element, matters little, so that not every byte is a place to
+    // begin at.
     constexpr std::size_t Step = 7;
     for (std::size_t begin = 1; begin < text_.size(); begin += Step)
         ASSERT_EQ(reading_.sFault("SCHEMA REST;\n" + text_.substr(begin), false), "") << "from " << begin;

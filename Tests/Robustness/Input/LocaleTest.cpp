@@ -1,5 +1,5 @@
-// Hosts that have set a global locale get the same models, look-ups, reports, documents, configurations, GUIDs and languages,
-// byte for byte.
+// Hosts that have set a global locale get the same models, look-ups, reports, documents, configurations,
+// GUIDs and languages, byte for byte.
 
 #include "Format/Ifc/Def/Schema/SampleText.h"
 #include "Robustness/Input/Samples.h"
@@ -50,8 +50,8 @@ protected:
     std::string do_falsename() const override { return "hay\xFDr"; }
 };
 
-/// The capital of "i" has a dot, the small letter of "I" has none, as in ISO-8859-9; and some characters are white space
-/// that are none elsewhere.
+/// The capital of "i" has a dot, the small letter of "I" has none, as in ISO-8859-9; and some characters are
+/// white space that are none elsewhere.
 class Turkish : public std::ctype<char> {
 public:
     Turkish() : std::ctype<char>(table(), false, 1) {}
@@ -126,8 +126,8 @@ std::string sNumbersAndNames() {
            "END_SCHEMA;\n";
 }
 
-/// All that was read and written while a locale was set. The model is looked at later, as the text of it is made with
-/// streams that a locale changes.
+/// All that was read and written while a locale was set. The model is looked at later, as the text of it is
+/// made with streams that a locale changes.
 struct Outcome {
     std::vector<std::unique_ptr<SchemaPset>> schemas;
     std::vector<std::string> texts;
@@ -182,7 +182,8 @@ std::string sRecord(const Record& record) {
     return std::to_string(static_cast<int>(record.getRepresentation()));
 }
 
-/// The records, and which attributes they were linked to; and a configuration of another schema, which is reported.
+/// The records, and which attributes they were linked to; and a configuration of another schema, which is
+/// reported.
 void vConfigRead(Outcome& outcome) {
     const AssertCollector reports;
     auto& building = *outcome.schemas[2];
@@ -207,8 +208,8 @@ void vConfigRead(Outcome& outcome) {
         outcome.texts.push_back(message);
 }
 
-/// Each form, among them a GlobalId whose characters are white space elsewhere or letters with other capitals, and texts
-/// that would be GUIDs if white space did not count.
+/// Each form, among them a GlobalId whose characters are white space elsewhere or letters with other
+/// capitals, and texts that would be GUIDs if white space did not count.
 void vGuidsRead(Outcome& outcome) {
     for (const auto* text :
          {"e098e980d1bc11e1800000215ad4efdf", "E098E980D1BC11E1800000215AD4EFDF",
@@ -324,7 +325,8 @@ TEST(LocaleTest, NumbersAreReadAsInTheClassicLocale) {
         *schema::Type::pFrom(schema->pObjectFromName("IfcWidth"))->pDataType());
     EXPECT_EQ(width.getWidth(), 12345U);
     ASSERT_EQ(reports.getMessages().size(), 1U);
-    // The rules are the first three lines of the clause; the bracket stands behind 1500 blanks, 1500 lines further down.
+    // The rules are the first three lines of the clause; the bracket stands behind 1500 blanks, 1500 lines
+    // further down.
     EXPECT_NE(reports.getMessages()[0].find("Unexpected token at 1503:1501"), std::string::npos)
         << reports.getMessages()[0].substr(0, 100);
 }

@@ -10,7 +10,8 @@ namespace {
 
 using Random = std::mt19937;
 
-/// Below the limit, which is not 0. The same on every machine, which the distributions of the standard library are not.
+/// Below the limit, which is not 0. The same on every machine, which the distributions of the standard
+/// library are not.
 std::size_t below(std::size_t limit, Random& random) {
     return random() % limit;
 }

@@ -14,14 +14,15 @@ namespace kiv::test {
 
 using Seed = std::uint32_t;
 
-/// So many seeds that follow each other. The first is the environment variable KIV_TEST_SEED, if there is one.
+/// So many seeds that follow each other. The first is the environment variable KIV_TEST_SEED, if there is
+/// one.
 std::vector<Seed> seeds(std::size_t count);
 
 /// How to have what failed with this seed fail again, as the first of the run.
 std::string sReplay(Seed seed);
 
-/// The text with one to four changes: a bit flipped, a byte replaced, a token deleted, doubled or exchanged with another.
-/// A token is a word, a number, or a single other character that is no blank.
+/// The text with one to four changes: a bit flipped, a byte replaced, a token deleted, doubled or exchanged
+/// with another. A token is a word, a number, or a single other character that is no blank.
 std::string sMutated(std::string_view text, Seed seed);
 
 /// Places in a text of that size, the same for one seed.

@@ -1,5 +1,5 @@
-/// Reads bytes of any origin as what the library reads, asks everything of what was read, and tells when something is not
-/// as promised.
+/// Reads bytes of any origin as what the library reads, asks everything of what was read, and says when
+/// something is not as promised.
 ///
 ///     EXPECT_EQ(Reading().sSchemaFault(text), "");
 ///
@@ -20,7 +20,8 @@ public:
     explicit Reading(std::string schemaText);
     ~Reading();
 
-    /// As a schema. With `whole` the model is also walked to its last node, which takes longer than reading it.
+    /// As a schema. With `whole` the model is also walked to its last node, which takes longer than reading
+    /// it.
     std::string sSchemaFault(const std::string& text, bool whole) const;
 
     /// As a property set and as a quantity set.

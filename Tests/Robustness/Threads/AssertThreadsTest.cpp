@@ -19,7 +19,7 @@ using assert::Assert;
 using assert::CollectingSink;
 using assert::ScopedSink;
 
-/// Counts the reports that one thread makes, whoever is told of them.
+/// Counts the reports that one thread makes, whoever receives them.
 class OwnReports final : public assert::Sink {
 public:
     void vReport(const assert::AssertInfo& info) override {
@@ -31,8 +31,9 @@ public:
     std::atomic<std::size_t> size = 0;
 };
 
-/// Half of the threads read a schema with many faults; the others install sinks and remove them meanwhile. The sink that is
-/// there all the time misses nothing, and the schema is the same whether somebody listens or not.
+/// Half of the threads read a schema with many faults; the others install sinks and remove them meanwhile.
+/// The sink that is there all the time misses nothing, and the schema is the same whether somebody listens or
+/// not.
 TEST(AssertThreads, SinksComeAndGoWhileSchemasReport) {
     constexpr std::size_t Rounds = 5;
     const auto text = sSampleText("Broken.exp");
@@ -85,7 +86,7 @@ TEST(AssertThreads, ServiceIsSwitchedOnAndOffWhileSetsAreChecked) {
     EXPECT_FALSE(Assert::isEnabled());
 }
 
-/// One sink, installed by every thread for itself too: it is told once for each installation.
+/// One sink, installed by every thread for itself too: it receives a report once for each installation.
 TEST(AssertThreads, SinkThatEveryThreadInstallsIsToldByAll) {
     constexpr std::size_t Rounds = 100;
     CollectingSink shared;

@@ -84,7 +84,8 @@ TEST_F(LoaderThreads, ManyNamesAreMadeOnceEachWhoeverAsks) {
         EXPECT_EQ(count, 1) << name;
 }
 
-/// Failures of all kinds among requests that succeed: every thread gets its own outcome, and nothing bad is kept.
+/// Failures of all kinds among requests that succeed: every thread gets its own outcome, and nothing bad is
+/// kept.
 TEST_F(LoaderThreads, FailuresAreTheirsWhoAskedForThem) {
     loader.newSchemaCallback = [](const std::string& name) -> SchemaPset* {
         if (name == "throws")

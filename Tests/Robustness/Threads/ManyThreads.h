@@ -4,7 +4,8 @@
 ///     vOnManyThreads([&](std::size_t thread) { wrong += ask(thread) == expected ? 0 : 1; });
 ///     EXPECT_EQ(wrong, 0);
 ///
-/// Errors: what a thread throws ends the test program, so a thread expects nothing itself and counts what is wrong.
+/// Errors: what a thread throws ends the test program, so a thread expects nothing itself and counts what is
+/// wrong.
 #pragma once
 
 #include <barrier>

@@ -1,5 +1,5 @@
-// kivifc_documents FOLDER: writes the man pages and completions of kivifc into the folder. Part of the build, not
-// installed.
+// kivifc_documents FOLDER: writes the man pages and completions of kivifc into the folder. Part of the build,
+// not installed.
 #include "kivifc/Manual/Completions.h"
 #include "kivifc/Manual/ManPages.h"
 

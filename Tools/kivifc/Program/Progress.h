@@ -23,7 +23,8 @@ class Progress {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// A job that is done within half a second shows nothing. `now` answers the time; tests have one of their own.
+    /// A job that is done within half a second shows nothing. `now` answers the time; tests have one of their
+    /// own.
     Progress(std::FILE* stream, std::size_t total, std::function<Clock::time_point()> now = Clock::now);
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;

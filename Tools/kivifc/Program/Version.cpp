@@ -1,6 +1,7 @@
 #include "kivifc/Program/Version.h"
 
-// Written at build time, see WriteCommit.cmake. Only this file includes it, so a new commit compiles nothing else.
+// Written at build time, see WriteCommit.cmake. Only this file includes it, so a new commit compiles nothing
+// else.
 #include "kivifc/Program/Commit.h"
 
 #include <fmt/format.h>

@@ -1,11 +1,12 @@
-/// What the tests of the store share: set definitions from a few words, and the registry and the loader empty before
-/// and after each test.
+/// What the tests of the store share: set definitions from a few words, and the registry and the loader empty
+/// before and after each test.
 ///
 ///     class SchemaPsetTest : public StoreTest {};
 ///
 ///     TEST_F(SchemaPsetTest, ...) {
 ///         const auto schema = schemaPsetFromText(StoreSchema);
-///         registry().addPropertySets({"TEST", true}, collectionOf(*schema, {sPropertySet("Pset_A", {"IfcWall"})}));
+///         registry().addPropertySets({"TEST", true}, collectionOf(*schema, {sPropertySet("Pset_A",
+///         {"IfcWall"})}));
 ///
 /// Errors: a set that is refused and a text that is no XML are std::logic_error, which fails the test.
 #pragma once

@@ -33,8 +33,8 @@ public:
 
     std::FILE* pStream() { return stream_.get(); }
 
-    /// What was written since the last time. A terminal hands that on when it likes, so a mark is written after it and
-    /// waited for.
+    /// What was written since the last time. A terminal hands that on when it likes, so a mark is written
+    /// after it and waited for.
     std::string sTaken() const {
         std::fputc(Mark, stream_.get());
         std::fflush(stream_.get());

@@ -1,6 +1,6 @@
 /// @file
-/// The one way in which an element of an IFC-XML configuration (ISO 10303-28) is read, and what is unknown in it
-/// reported.
+/// The one way in which an element of an IFC-XML configuration (ISO 10303-28) is read, and what is unknown in
+/// it reported.
 ///
 /// Ownership: none.
 /// Threads:   free functions without state; safe from any number of threads.

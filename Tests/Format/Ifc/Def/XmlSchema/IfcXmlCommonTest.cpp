@@ -182,7 +182,7 @@ TEST(ConfigElementsTest, ReportEachUnknownOneAttributesFirst) {
     }
 }
 
-/// How many allocations it takes to read an option with so many attributes and children that it does not
+/// How many allocations it takes to read an option with that many attributes and children that it does not
 /// know.
 std::size_t allocationsFor(std::size_t unknown) {
     std::string attributes;
