@@ -105,7 +105,9 @@ enum class SyntaxMessage : std::uint8_t {
     Count
 };
 
-/// A report as hosts see it.
+/// A report as hosts see it. The members are in the order in which the table is read, not in that of their
+/// sizes.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct ReportPlace {
     Report report;
     std::string_view message;
