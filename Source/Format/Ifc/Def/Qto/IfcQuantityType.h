@@ -60,7 +60,7 @@ inline constexpr QuantityKind Time{"Q_TIME", "IfcQuantityTime", "TimeValue", "If
 
 /// What the kinds have in common, each with its own names.
 template <const QuantityKind& Kind>
-class KIV_EXPORT QuantityTypeOf : public QuantityTypeSimple {
+class QuantityTypeOf : public QuantityTypeSimple {
 public:
     static constexpr const char* TypeCode = Kind.typeCode;
 

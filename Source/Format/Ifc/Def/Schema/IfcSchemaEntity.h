@@ -38,6 +38,8 @@ public:
     /// The object as an entity; null for null and for everything else.
     static const Entity* pFrom(const ObjectBase* object);
 
+    /// Resolves the supertype, the subtypes, the attributes and the rules. The list of subtypes lies in the
+    /// memory of the schema, and a second call makes it anew.
     void vUpdate(Schema& schema) override;
     /// Resolves the inverse attributes, in order.
     void vUpdateInverse(Schema& schema);
