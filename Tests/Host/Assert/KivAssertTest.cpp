@@ -53,6 +53,12 @@ TEST(KivAssertTest, IsEnabledWhileAnySinkIsInstalled) {
     EXPECT_FALSE(Assert::isEnabled());
 }
 
+TEST(KivAssertTest, ReportHasNoCodeAndNoLineUnlessGiven) {
+    const AssertInfo info;
+    EXPECT_EQ(info.code, 0);
+    EXPECT_EQ(info.line, 0);
+}
+
 TEST(KivAssertTest, ReportReturnsSoThatTheOperationCanGoOn) {
     const auto getFallback = [] {
         Assert::addAssert(getInfo("Entity not found"));
