@@ -8,7 +8,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdlib>
-#include <expat.h>
 #include <functional>
 #include <memory>
 #include <set>
@@ -46,20 +45,6 @@ protected:
             GTEST_SKIP() << "left out: work is not counted under a sanitizer";
     }
 };
-
-/// Shows libexpat a tag that never ends, a few bytes at a time; it looks at all of it each time.
-void vTagRead(std::size_t blocks) {
-    constexpr std::string_view Block = "attribut";
-    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(XML_ParserCreate(nullptr),
-                                                                              &XML_ParserFree);
-    ASSERT_EQ(XML_Parse(parser.get(), "<e>", 3, XML_FALSE), XML_STATUS_OK);
-    for (std::size_t block = 0; block != blocks; ++block) {
-        Block.copy(static_cast<char*>(XML_GetBuffer(parser.get(), Block.size())), Block.size());
-        if (block == 0)
-            *static_cast<char*>(XML_GetBuffer(parser.get(), Block.size())) = '<';
-        ASSERT_EQ(XML_ParseBuffer(parser.get(), Block.size(), XML_FALSE), XML_STATUS_OK);
-    }
-}
 
 TEST_F(GrowthTest, WhatGrowsWithTheSquareIsFoundWhereverItHides) {
     volatile std::size_t sink = 0;
@@ -151,7 +136,6 @@ TEST_F(GrowthTest, WhatGrowsWithTheSquareIsFoundWhereverItHides) {
                  memory = static_cast<char*>(std::realloc(memory, held));
              std::free(memory);
          }},
-        {"markup that libexpat looks at again and again", vTagRead},
     };
     for (const auto& job : jobs)
         EXPECT_GT(growthOf(job, 2'000), ProportionalGrowth) << job.name;
