@@ -157,10 +157,22 @@ class Tree:
 
     def _program(self, path):
         command = self._ninja("-t", "commands", "-s", path).strip().splitlines()[-1]
-        link = shlex.split(re.match(r"(?:: && )?(.*?)(?: && |$)", command)[1])
+        link = self._without_archives(shlex.split(re.match(r"(?:: && )?(.*?)(?: && |$)", command)[1]))
         soname = next((word.split(",")[-1] for word in link if word.startswith("-Wl,-soname,")), "")
         return Program(path, link, {word for word in link if word.endswith(".o")},
                        {word for word in link if ".so" in word and word.startswith("Source/")}, soname)
+
+    def _without_archives(self, link):
+        """The objects of our own static libraries in place of these, so that one of them can be another."""
+        words = []
+        for word in link:
+            is_ours = word.endswith(".a") and not word.startswith("/")
+            words += self._objects_of(word) if is_ours else [word]
+        return words
+
+    def _objects_of(self, archive):
+        command = self._ninja("-t", "commands", "-s", archive).strip().splitlines()[-1]
+        return [word for word in shlex.split(command) if word.endswith(".o")]
 
     def _make(self):
         done = subprocess.run(["nice", "ninja", f"-j{self.jobs}", *self.programs], cwd=self.build)
@@ -288,7 +300,7 @@ class Worker:
 
     def _outcome(self, mutant):
         affected = self.tree.users.get(mutant.file, set())
-        library = {name for name in affected if name.startswith("Source/")}
+        library = {name for name in affected if self.tree.source_of[name].startswith("Source/")}
         levels = self.tree.levels(mutant.file)
         # Where a header is changed, tests are first linked as they are: the linker takes inline functions
         # from the objects of the library, which come first. Only those of the mirror are compiled again, when
@@ -318,7 +330,8 @@ class Worker:
 
     def _compile(self, objects):
         # Those of the library come first: they are quicker to compile than tests.
-        for name in sorted(objects - self.made, key=lambda one: (one.startswith("Tests/"), one)):
+        for name in sorted(objects - self.made,
+                           key=lambda one: (self.tree.source_of[one].startswith("Tests/"), one)):
             # The precompiled headers of tests are made for debuggers.
             words = [word for word in self.tree.compile[name] if word != "-g" or name.startswith("Tests/")]
             command = ["nice"] + [word if "cmake_pch" in word else self._own(word) for word in words]
