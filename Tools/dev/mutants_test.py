@@ -1,6 +1,7 @@
 """Tests of `./dev mutate` itself: ./dev mutate --self-test."""
 
 import collections
+import json
 import tempfile
 import unittest
 from pathlib import Path
@@ -152,6 +153,15 @@ class Ids(unittest.TestCase):
     def test_list_of_equivalent_ones(self):
         listed = mutate.equivalent_ids("# id | change | reason\n\ndrop-1 | v(); => ; | only saves time\n")
         self.assertEqual(listed, {"drop-1": "only saves time"})
+
+
+class Resuming(unittest.TestCase):
+    def test_what_was_tried_of_the_same_sources_is_known(self):
+        tried = mutate.Outcome("killed", "mirror", "kiv_base_tests", "A.B", 2, 3.5)
+        entries = [{"key": key, "id": name, **mutate.asdict(tried)}
+                   for key, name in (("now", "x"), ("then", "y"))]
+        log = "".join(json.dumps(entry) + "\n" for entry in entries)
+        self.assertEqual(mutate.outcomes_of(log, "now"), {"x": tried})
 
 
 class Drawing(unittest.TestCase):

@@ -116,6 +116,16 @@ class Draw:
             self.changed.notify_all()
 
 
+def outcome_of(entry):
+    return Outcome(**{name: entry[name] for name in Outcome.__dataclass_fields__})
+
+
+def outcomes_of(log, key):
+    """Those of a log that were found with this key, by the ids of the mutants."""
+    entries = [json.loads(line) for line in log.splitlines()]
+    return {entry["id"]: outcome_of(entry) for entry in entries if entry["key"] == key}
+
+
 class Session:
     """One run of the tool: what is tried, what came out."""
 
@@ -129,13 +139,7 @@ class Session:
 
     def _tried_before(self):
         """What was tried of the same sources and tests needs no second try."""
-        found = {}
-        if self.log.is_file():
-            for line in self.log.read_text().splitlines():
-                entry = json.loads(line)
-                if entry.pop("key") == self.key:
-                    found[entry.pop("id")] = Outcome(**entry)
-        return found
+        return outcomes_of(self.log.read_text(), self.key) if self.log.is_file() else {}
 
     def run(self, draw, workers):
         threads = [threading.Thread(target=self._work, args=(draw, worker), daemon=True)
@@ -217,9 +221,7 @@ def last_outcomes():
     path = WORK / "mutants.json"
     if not path.is_file():
         raise Broken("there is no last run")
-    fields = Outcome.__dataclass_fields__
-    return {entry["id"]: Outcome(**{name: entry[name] for name in fields})
-            for entry in json.loads(path.read_text())["mutants"]}
+    return {entry["id"]: outcome_of(entry) for entry in json.loads(path.read_text())["mutants"]}
 
 
 def with_last(results, everything):
