@@ -1,4 +1,5 @@
 #include "Base/UpperCase.h"
+#include "Base/Arena.h"
 #include "Base/Ascii.h"
 
 #include <gtest/gtest.h>
@@ -25,6 +26,23 @@ TEST(UpperCaseTest, OfATextTakesEachByteOnItsOwn) {
     EXPECT_EQ(sUpper(" a\tz{`@["), " A\tZ{`@[");
     EXPECT_EQ(sUpper("gr\xFCn \xC3\xA4"), "GR\xFCN \xC3\xA4");
     EXPECT_EQ(sUpper(std::string_view("a\0b", 3)), std::string("A\0B", 3));
+}
+
+TEST(UpperCaseTest, InAnArenaIsTheTextItselfWhenNothingChanges) {
+    Arena arena;
+    for (const std::string_view text : {"", "A", "IFC_2X3", "IFC_4X3_", "IFCWALL_2X3{`@[", "\xFC\xC3"})
+        EXPECT_EQ(upperIn(arena, text).data(), text.data()) << text;
+}
+
+TEST(UpperCaseTest, InAnArenaIsACopyWhereALetterChanges) {
+    Arena arena;
+    // Shorter than a word, as long as one, and longer.
+    for (const std::string text :
+         {"a", "IfcWall", "IfcWalls", "IFCWALLs", "IfcWallStandardCase", "IFCWALL_2x"}) {
+        const auto upper = upperIn(arena, text);
+        EXPECT_NE(upper.data(), text.data()) << text;
+        EXPECT_EQ(upper, sUpper(text));
+    }
 }
 
 } // namespace
