@@ -96,8 +96,9 @@ protected:
     char* at_ = nullptr;
 
 private:
-    /// Blocks double up to this size, so that small models stay small and large ones need few blocks.
-    static constexpr std::size_t LargestBlockSize = std::size_t{1} << 18;
+    /// Blocks double up to this size, so that small models stay small, large ones need few blocks, and the
+    /// unused rest of the last block is small beside a large model.
+    static constexpr std::size_t LargestBlockSize = std::size_t{1} << 16;
 
     char* pAllocateInNewBlock(std::size_t size) {
         // What is large has a block of its own, so that no large rest of the last block stays empty.

@@ -8,10 +8,15 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
+#include <array>
+#include <cstddef>
 #include <istream>
+#include <memory>
+#include <memory_resource>
 #include <span>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace kiv::ifc::def::schema {
 
@@ -20,8 +25,8 @@ namespace {
 constexpr std::string_view HeaderWord = "ENTITY";
 constexpr auto npos = std::string_view::npos;
 
-/// Most entities that declare attributes declare no more.
-constexpr std::size_t FewAttributes = 4;
+/// Most entities declare no more attributes.
+constexpr std::size_t FewAttributes = 8;
 
 /// The entity of this name, to be changed; null when there is none.
 Entity* pEntity(Schema& schema, std::string_view name) {
@@ -49,12 +54,7 @@ const Entity* pAncestor(const Entity* entity, std::size_t levels) {
 class Entity::Reader {
 public:
     Reader(Entity& entity, Schema& schema, ReadLineHelper& line, std::istream& stream) :
-        entity_(entity),
-        schema_(schema),
-        line_(line),
-        stream_(stream),
-        attributes_(line.getArena()),
-        attributesInverse_(line.getArena()) {}
+        entity_(entity), schema_(schema), line_(line), stream_(stream) {}
 
     void vRead() {
         vLinesRead();
@@ -66,11 +66,13 @@ private:
     enum class Clause { NotSeen, Open, Closed };
     static constexpr Keyword Colon{" : ", 1};
 
-    /// What lies in the arena stays there when the vector ends.
-    template <class Values>
-    static std::span<typename Values::value_type> kept(Values& values) {
-        static_assert(std::is_trivially_destructible_v<typename Values::value_type>);
-        return values;
+    /// Moves the values into the arena, which then holds no room that they do not need.
+    template <class Value>
+    std::span<Value> kept(std::pmr::vector<Value>& values) {
+        static_assert(std::is_trivially_destructible_v<Value>);
+        auto* const place = static_cast<Value*>(line_.getArena().pAllocateFor<Value>(values.size()));
+        std::uninitialized_move(values.begin(), values.end(), place);
+        return {place, values.size()};
     }
 
     void vLinesRead() {
@@ -252,8 +254,11 @@ private:
     Schema& schema_;
     ReadLineHelper& line_;
     std::istream& stream_;
-    ArenaVector<Attribute> attributes_;
-    ArenaVector<AttributeInverse> attributesInverse_;
+    // While a vector grows it leaves its old room unused, which would stay in the arena for good.
+    std::array<std::byte, 3 * FewAttributes * sizeof(Attribute)> room_;
+    std::pmr::monotonic_buffer_resource scratch_{room_.data(), room_.size()};
+    std::pmr::vector<Attribute> attributes_{&scratch_};
+    std::pmr::vector<AttributeInverse> attributesInverse_{&scratch_};
     bool supertypeSeen_ = false;
     Clause subtype_ = Clause::NotSeen;
     Clause inverse_ = Clause::NotSeen;
