@@ -138,7 +138,7 @@ void Def::vEntityExpect(const schema::Schema& schema, const TypeBase& type, Repo
 }
 
 void Def::vGuidExport(kiv::xml::Element& element, const ExtraExportInfo* info) const {
-    if (!getIfdGuid().isNull())
+    if (getIfdGuid() != kiv::Guid())
         element.vAttributeSet(GuidAttribute, getIfdGuid().toString(false));
     else if (info && info->generateGuids)
         element.vAttributeSet(GuidAttribute, kiv::Guid::generate().toString(false));

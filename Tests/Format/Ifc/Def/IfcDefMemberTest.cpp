@@ -57,7 +57,7 @@ struct Property {
     class FaultyType final : public FaultyTypeBase<PropertyType> {
     public:
         using FaultyTypeBase::FaultyTypeBase;
-        void vExport(kiv::xml::Element&, const ExtraExportInfo*) const override {}
+        void vExport(kiv::xml::Element&, ExtraExportInfo*) const override {}
     };
 
     static PropertyDef memberOf(const Set& set, const kiv::xml::const_Element& element,
@@ -152,7 +152,7 @@ protected:
     static std::string sType(std::string_view content) { return sElement(Kind::TypeTag, content); }
     static std::string sTypeOf() { return sType(Kind::TypeContent); }
 
-    static std::string sExport(const typename Kind::Member& member, const ExtraExportInfo* info = nullptr) {
+    static std::string sExport(const typename Kind::Member& member, ExtraExportInfo* info = nullptr) {
         XmlTarget target(Kind::ListTag);
         member.vExport(target.root(), info);
         return target.sText();
