@@ -9,8 +9,8 @@
 ///
 /// Every text handed out is UTF-8, whatever the encoding that was read.
 ///
-/// A host may link a document model of its own in place of this one. It then supplies, besides the operations
-/// of any such model, those that the library calls to save copies and to name places: `getNodeNameView`,
+/// A host may build the library with a document model of its own in place of this one. What the library needs
+/// is in Tests/SecondHost/Least; views and lines are used where a model has them: `getNodeNameView`,
 /// `getNodeValueView`, `tagNameView`, `getValueView` and `getLine`.
 ///
 /// Ownership: a `File` or a `Document` owns its nodes; handles only refer to them and are one pointer wide.

@@ -163,7 +163,7 @@ void TypePropertyBoundedValue::vRangeRead(const kiv::xml::const_Element& range, 
         return true;
     };
     xml::vChildrenOffer(range, boTake, [&](const kiv::xml::const_Element& child) {
-        xml::vRecordAdd(errors, RecordMessage::UnknownNodeInRange, child.tagName(), child.getLine());
+        xml::vRecordAdd(errors, RecordMessage::UnknownNodeInRange, child.tagName(), xml::lineOf(child));
     });
 }
 
@@ -243,7 +243,8 @@ void TypePropertyEnumeratedValue::vEnumListRead(const PropertyDef* property,
     else if (enumerationName_.starts_with(EnumerationPrefix))
         enumerationName_.erase(0, EnumerationPrefix.size());
     for (const auto& child : xml::ElementChildren(list)) {
-        const auto item = ascii::trimmed(xml::firstChildText(child).value_or(std::string_view()), WhiteSpace);
+        const auto text = xml::firstChildText(child).value_or(xml::NodeText());
+        const auto item = ascii::trimmed(text, WhiteSpace);
         if (!item.empty())
             items_.emplace_back(item);
     }

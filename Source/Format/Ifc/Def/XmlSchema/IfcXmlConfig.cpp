@@ -33,8 +33,10 @@ struct Config::Reading {
     Links<schema::AttributeInverse, AttributeInverse> linksInverse;
 };
 
-Config::Config(SchemaPset& schema, std::istream& stream) : reading_(std::make_unique<Reading>()) {
-    kiv::xml::File file(nullptr, kiv::xml::VerboseLevel::Quiet, kiv::xml::ValidateLevel::None);
+Config::Config(SchemaPset& schema, std::istream& stream) :
+    links_(std::make_unique<Links>()), reading_(std::make_unique<Reading>()) {
+    // By number: a host's own levels may have other names.
+    kiv::xml::File file(nullptr, kiv::xml::VerboseLevel(4), kiv::xml::ValidateLevel(0));
     if (const auto root = file.parse(stream, std::string(), nullptr))
         vDocumentRead(schema, *root);
     else
@@ -46,7 +48,7 @@ Config::~Config() = default;
 
 void Config::vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& root) {
     const auto id = root.AttributeNodeGet("id");
-    if ((id ? id->getValueView() : std::string_view()) != schema.getName())
+    if (!(id ? xml::valueOf(*id) == schema.getName() : schema.getName().empty()))
         vReport(Report::ConfigOfOtherSchema);
     xml::vChildrenOffer(
         root, [&](const kiv::xml::const_Element& child) { return boChildRead(schema, child); },
@@ -54,7 +56,7 @@ void Config::vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& ro
 }
 
 bool Config::boChildRead(SchemaPset& schema, const kiv::xml::const_Element& child) {
-    const auto tag = child.tagNameView();
+    const auto tag = xml::tagOf(child);
     if (tag == "cnf:entity")
         Entity::vRead(*this, schema, child);
     else if (tag == "cnf:type")
