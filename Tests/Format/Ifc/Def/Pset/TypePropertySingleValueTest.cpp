@@ -1,5 +1,9 @@
 #include "Format/Ifc/Def/Pset/PropertyTypeReading.h"
 #include "Support/ErrorRecords.h"
+#include "Support/Growth.h"
+
+#include <cstdint>
+#include <string>
 
 namespace kiv::test {
 
@@ -58,6 +62,28 @@ TEST(TypePropertySingleValue, CheckReportsAMissingNameAndPasses) {
               Reports());
     EXPECT_EQ(checkReportsOf(Read("<t><DataType type='IfcLabels'/></t>").type, *schema),
               Reports{nameReport("TypePropertyReferenceValue::checkForErrors", 68)});
+}
+
+/// The basic blocks that an action runs through; those of the library only where it is counted.
+template <class Action>
+std::uint64_t blocksOf(const Action& action) {
+    const auto before = workDone().blocks;
+    action();
+    return workDone().blocks - before;
+}
+
+/// A look-up goes over the whole name.
+TEST(TypePropertySingleValue, CheckLooksNoNameUpWhileNobodyListens) {
+    constexpr std::size_t Letters = 1'000'000;
+    const std::string name(Letters, 'x');
+    const auto schema = schemaFromText("TYPE IfcLabel = STRING;\nEND_TYPE;\n");
+    ifc::def::xml::XmlSetErrors errors;
+    const TypePropertySingleValue type(XmlFromText("<t><DataType type='" + name + "'/></t>").root(), errors);
+    const auto vCheck = [&] { type.checkForErrors(*schema, errors); };
+    const auto lookUp = blocksOf([&] { schema->pObjectFromName(name); });
+    EXPECT_LT(blocksOf(vCheck), Letters / 1000);
+    const AssertCollector reports;
+    EXPECT_GE(blocksOf(vCheck) + 1000, lookUp);
 }
 
 TEST(TypePropertySingleValue, DataTypeIsWrittenInTheElementOfTheKindAndTheUnitTypeNowhere) {
