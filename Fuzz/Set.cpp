@@ -56,7 +56,7 @@ void vMembersUsed(const qto::QuantitySetDef& set, const schema::Schema& schema) 
 }
 
 template <class Set>
-void vReadsBack(const Set& set, const xml::ExtraExportInfo& info, kiv::xml::WriteStyle style) {
+void vReadsBack(const Set& set, xml::ExtraExportInfo& info, kiv::xml::WriteStyle style) {
     kiv::xml::Document document;
     auto parent = document.getNode().ElementNodeAppend("Set");
     std::ostringstream written;

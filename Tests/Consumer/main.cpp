@@ -28,6 +28,18 @@ const char* const SetText =
     "<DataType type=\"HsLabel\"/></TypePropertySingleValue></PropertyType></PropertyDef>"
     "</PropertyDefs></PropertySetDef>";
 
+/// A kind of set that the library does not know, as a host writes it.
+class HostSet : public def::xml::SetDef {
+public:
+    using SetDef::SetDef;
+
+    kiv::xml::Element exportDef(kiv::xml::Element& element, def::xml::ExtraExportInfo*) const override {
+        vExportCommon(element);
+        return element;
+    }
+    const char* pXmlElementName() const override { return "HostSet"; }
+};
+
 int failures = 0;
 
 void vExpect(bool isAsExpected, const char* what) {
@@ -79,6 +91,17 @@ void vAsk(const def::SchemaPset& schema) {
     vExpect(sets == 1, "one set applies to the entity");
 }
 
+void vHostSetAdd(const def::SchemaPset& schema) {
+    def::xml::XmlSetErrors errors;
+    errors.vErrorAdd(def::xml::ErrorKind::Error, "item", "a problem of the host's own");
+    vExpect(errors.getRecords().at(0).line == 0, "a record needs no line");
+    def::SchemaPropertySetDefinitions sets;
+    vExpect(sets.xmlSetAdd(schema, std::make_unique<HostSet>("Host_Set"), errors),
+            "a set of the host's is taken");
+    const auto* const set = sets.getXmlSetFromName("host_set");
+    vExpect(set && sExported(*set).find("Host_Set") != std::string::npos, "a set of the host's is written");
+}
+
 void vExceptionPass() {
     // Thrown in the library, caught here: both must mean the same class.
     try {
@@ -98,6 +121,7 @@ int main() {
     if (schema) {
         vSetRegister(*schema);
         vAsk(*schema);
+        vHostSetAdd(*schema);
     }
     vExceptionPass();
     if (failures == 0)

@@ -4,6 +4,8 @@
 packages=(
     g++ cmake ninja-build libexpat1-dev libcli11-dev libfmt-dev nlohmann-json3-dev libgtest-dev libgmock-dev python3
 )
+# What only the tests with other host services need, which are built by the preset dev alone.
+second_host_packages=(libxml2-dev uuid-dev)
 
 fail() {
     progress ''
@@ -47,6 +49,7 @@ need() {
 configure() {
     local preset=$1 log=build/$1/build.log werror=OFF
     need "${packages[@]}"
+    [ "$preset" != dev ] || need "${second_host_packages[@]}"
     [ -z "${CI:-}" ] || werror=ON
     mkdir -p "build/$preset"
     cmake --preset "$preset" -DKIV_WERROR=$werror "${@:2}" >"$log" 2>&1 || {

@@ -5,8 +5,8 @@
 ///     if (!guid.boSet("e098e980d1bc11e1800000215ad4efdf"))
 ///         vComplain();
 ///
-/// A host may link GUIDs of its own in place of these. It then supplies, besides `generate`, `toString`,
-/// `boSet`, comparison and copies, `isNull`, which the library calls to leave out what was not given.
+/// A host may build the library with GUIDs of its own in place of these, of 16 bytes too. The library needs
+/// `generate`, `toString`, `boSet`, comparison, copies and the null GUID as the default.
 ///
 /// Ownership: a value.
 /// Threads:   each thread has its own. `generate` may be called from any number of threads.

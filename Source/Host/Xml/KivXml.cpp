@@ -235,10 +235,11 @@ void Document::vWrite(std::ostream& stream, WriteStyle style) const {
 
 File::File(errorhandler::ExceptionInterface*, VerboseLevel, ValidateLevel) {}
 File::File(File&& other) noexcept :
-    records_(std::move(other.records_)), error_(std::exchange(other.error_, std::nullopt)) {}
+    documents_(std::move(other.documents_)), error_(std::exchange(other.error_, std::nullopt)) {}
 
 File& File::operator=(File&& other) noexcept {
-    records_ = std::move(other.records_);
+    // In two steps, so that one that is assigned to itself keeps its documents.
+    documents_ = std::exchange(other.documents_, {});
     error_ = std::exchange(other.error_, std::nullopt);
     return *this;
 }
@@ -247,16 +248,16 @@ File::~File() = default;
 
 std::optional<Element> File::parse(std::istream& stream, const std::string& name,
                                    errorhandler::ParseInterface*) {
-    records_.reset();
     error_.reset();
     ParseError error;
-    records_ = pDocumentRead(stream, error);
-    if (records_ == nullptr) {
+    auto document = pDocumentRead(stream, error);
+    if (document == nullptr) {
         error.document = name;
         error_ = std::move(error);
         return std::nullopt;
     }
-    return Element(records_->node.firstChild);
+    documents_.push_back(std::move(document));
+    return Element(documents_.back()->node.firstChild);
 }
 
 const ParseError* File::pError() const {

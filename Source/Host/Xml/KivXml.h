@@ -9,8 +9,8 @@
 ///
 /// Every text handed out is UTF-8, whatever the encoding that was read.
 ///
-/// A host may link a document model of its own in place of this one. It then supplies, besides the operations
-/// of any such model, those that the library calls to save copies and to name places: `getNodeNameView`,
+/// A host may build the library with a document model of its own in place of this one. What the library needs
+/// is in Tests/SecondHost/Least; views and lines are used where a model has them: `getNodeNameView`,
 /// `getNodeValueView`, `tagNameView`, `getValueView` and `getLine`.
 ///
 /// Ownership: a `File` or a `Document` owns its nodes; handles only refer to them and are one pointer wide.
@@ -28,6 +28,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv::xml {
 
@@ -298,7 +299,7 @@ struct ParseError {
 /// `maxDefaultAttributeSize` bytes; a piece of markup of more than `maxTokenSize` bytes; elements below level
 /// `maxElementDepth`. What is outside the root element is checked and not kept.
 ///
-/// Ownership: the nodes live until the `File` is destroyed or `parse` is called again.
+/// Ownership: the nodes of every document that it read live until the `File` is destroyed or assigned to.
 /// Threads:   one thread at a time; different objects share nothing.
 /// Errors:    a text that cannot be read is an absent result and `pError`; `std::bad_alloc` is passed on.
 class KIV_EXPORT File {
@@ -310,7 +311,7 @@ public:
     ~File();
 
     /// Reads the stream to its end and gives the root element; absent when any of it cannot be read, and then
-    /// nothing of the document is kept. `name` is only kept for the error.
+    /// nothing of the document is kept. Documents read before stay. `name` is only kept for the error.
     std::optional<Element> parse(std::istream& stream, const std::string& name,
                                  errorhandler::ParseInterface* progress);
 
@@ -318,7 +319,7 @@ public:
     const ParseError* pError() const;
 
 private:
-    std::unique_ptr<DocumentRecords> records_;
+    std::vector<std::unique_ptr<DocumentRecords>> documents_;
     std::optional<ParseError> error_;
 };
 

@@ -444,6 +444,49 @@ TEST(KivXmlFileTest, HandlesStayValidWhenTheFileIsMoved) {
     EXPECT_EQ(test::sDump(*root), "a('x')");
 }
 
+TEST(KivXmlFileTest, ASecondReadingKeepsWhatTheFirstReturned) {
+    File file = getFile();
+    std::istringstream first("<a b='1'>x</a>");
+    const auto root = file.parse(first, "", nullptr);
+    std::istringstream second("<c/>");
+    const auto other = file.parse(second, "", nullptr);
+    std::istringstream broken("<d>");
+    EXPECT_FALSE(file.parse(broken, "", nullptr));
+    ASSERT_TRUE(root && other);
+    EXPECT_EQ(test::sDump(*root), "a[b='1']('x')");
+    EXPECT_EQ(test::sDump(*other), "c");
+    const File moved = std::move(file);
+    EXPECT_EQ(test::sDump(*root), "a[b='1']('x')");
+}
+
+TEST(KivXmlFileTest, OneThatIsAssignedToItselfKeepsWhatItRead) {
+    File file = getFile();
+    std::istringstream text("<a>x</a>");
+    const auto root = file.parse(text, "", nullptr);
+    std::istringstream broken("<b>");
+    EXPECT_FALSE(file.parse(broken, "walls.xml", nullptr));
+    File& itself = file;
+    file = std::move(itself);
+    EXPECT_EQ(test::sDump(*root), "a('x')");
+    ASSERT_NE(file.pError(), nullptr);
+    EXPECT_EQ(file.pError()->document, "walls.xml");
+}
+
+/// The levels are those that the library passes, and zero; there is no interface and no name.
+TEST(KivXmlFileTest, NullAndZeroAreTakenForEveryArgument) {
+    for (const int verbose : {4, 0}) {
+        for (const char* const text : {"<a>x</a>", "", "<a>"}) {
+            SCOPED_TRACE(text);
+            File file(nullptr, static_cast<VerboseLevel>(verbose), static_cast<ValidateLevel>(0));
+            std::istringstream stream(text);
+            const auto root = file.parse(stream, std::string(), nullptr);
+            EXPECT_EQ(root ? test::sDump(*root) : "none",
+                      std::string_view(text).size() > 3 ? "a('x')" : "none");
+            EXPECT_EQ(file.pError() == nullptr, root.has_value());
+        }
+    }
+}
+
 TEST(KivXmlFileTest, WhatWasReadCanBeChanged) {
     std::istringstream stream("<a b='1'>x</a>");
     File file = getFile();

@@ -58,7 +58,7 @@ private:
 };
 
 /// The set as a document.
-std::string sExport(const defs::SetDef& set, const defs::ExtraExportInfo* info) {
+std::string sExport(const defs::SetDef& set, defs::ExtraExportInfo* info) {
     kiv::xml::Document document;
     auto root = document.getNode().ElementNodeAppend(set.pXmlElementName());
     RoomyStream stream;

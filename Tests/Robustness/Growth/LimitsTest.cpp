@@ -32,6 +32,12 @@ namespace {
 using namespace ifc::def;
 using namespace ifc::def::limits;
 
+// Our own document model keeps what the list says of documents; a host's own need not.
+static_assert(limits::maxElementDepth == kiv::xml::maxElementDepth);
+static_assert(limits::maxDeclaredAttributes == kiv::xml::maxDeclaredAttributes);
+static_assert(limits::maxDefaultAttributeSize == kiv::xml::maxDefaultAttributeSize);
+static_assert(limits::maxTokenSize == kiv::xml::maxTokenSize);
+
 std::string sNested(std::string_view open, std::string_view middle, std::string_view close,
                     std::size_t times) {
     return sTimes(open, times).append(middle) + sTimes(close, times);

@@ -36,7 +36,7 @@ constexpr const char* Footer =
     "Exit status: 0 all sets are written, 1 sets were refused or left out, or there is none, 2 a file could\n"
     "not be read, written or replaced.";
 
-std::string sDocument(const defs::SetDef& set, const defs::ExtraExportInfo& info) {
+std::string sDocument(const defs::SetDef& set, defs::ExtraExportInfo& info) {
     xml::Document document;
     auto root = document.getNode().ElementNodeAppend(set.pXmlElementName());
     std::ostringstream stream;
@@ -52,7 +52,7 @@ std::string sDocument(const defs::SetDef& set, const defs::ExtraExportInfo& info
 /// Writes the sets and remembers which.
 class Exporter {
 public:
-    Exporter(Console& console, std::string folder, const defs::ExtraExportInfo& info, bool isForced) :
+    Exporter(Console& console, std::string folder, defs::ExtraExportInfo& info, bool isForced) :
         console_(console), folder_(std::move(folder)), info_(info), files_(isForced) {}
 
     void vContextExport(const ifc::def::SchemaPset::Context& context,
@@ -76,7 +76,7 @@ private:
 
     Console& console_;
     std::string folder_;
-    const defs::ExtraExportInfo& info_;
+    defs::ExtraExportInfo& info_;
     ExportFiles files_;
     Json written_ = Json::array();
 };

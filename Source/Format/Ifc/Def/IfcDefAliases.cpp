@@ -14,7 +14,7 @@ constexpr std::string_view LanguageAttribute = "lang";
 
 void Aliases::vAliasAdd(const kiv::xml::const_Element& list, std::string_view itemTag) {
     for (const auto& child : ElementChildren(list)) {
-        if (child.tagNameView() != itemTag)
+        if (tagOf(child) != itemTag)
             continue;
         const auto language = child.AttributeNodeGet(LanguageAttribute);
         const auto text = firstChildText(child);

@@ -31,20 +31,22 @@ static_assert(TemplateTypeTexts.size() == static_cast<std::size_t>(TemplateType:
 kiv::Guid guidRead(const kiv::xml::const_Element& element, XmlSetErrors& errors) {
     kiv::Guid guid;
     const auto attribute = element.AttributeNodeGet(GuidAttribute);
-    if (attribute && !guid.boSet(attribute->getValueView()))
-        vRecordAdd(errors, RecordMessage::IllegalGuid, attribute->getValue(), element.getLine());
+    if (attribute && !guid.boSet(valueOf(*attribute)))
+        vRecordAdd(errors, RecordMessage::IllegalGuid, attribute->getValue(), lineOf(element));
     return guid;
 }
 
 TemplateType templateTypeRead(const kiv::xml::const_Element& element, XmlSetErrors& errors) {
     const auto attribute = element.AttributeNodeGet("templatetype");
-    if (!attribute || attribute->getValueView().empty())
+    if (!attribute)
         return TemplateType::NOTDEFINED;
-    const auto found =
-        std::find(TemplateTypeTexts.begin(), TemplateTypeTexts.end(), attribute->getValueView());
+    const auto value = valueOf(*attribute);
+    if (value.empty())
+        return TemplateType::NOTDEFINED;
+    const auto found = std::find(TemplateTypeTexts.begin(), TemplateTypeTexts.end(), value);
     if (found != TemplateTypeTexts.end())
         return static_cast<TemplateType>(found - TemplateTypeTexts.begin());
-    vRecordAdd(errors, RecordMessage::IllegalTemplateType, attribute->getValue(), element.getLine());
+    vRecordAdd(errors, RecordMessage::IllegalTemplateType, attribute->getValue(), lineOf(element));
     return TemplateType::NOTDEFINED;
 }
 
@@ -61,7 +63,7 @@ std::string_view sTemplateTypeText(TemplateType type) {
 }
 
 DefBase::DefBase(const kiv::xml::const_Element& element, XmlSetErrors& errors) :
-    ifdGuid_(guidRead(element, errors)), line_(element.getLine()) {}
+    ifdGuid_(guidRead(element, errors)), line_(lineOf(element)) {}
 
 DefBase::DefBase(std::string_view name) : name_(name) {}
 
@@ -138,7 +140,7 @@ void Def::vEntityExpect(const schema::Schema& schema, const TypeBase& type, Repo
 }
 
 void Def::vGuidExport(kiv::xml::Element& element, const ExtraExportInfo* info) const {
-    if (!getIfdGuid().isNull())
+    if (getIfdGuid() != kiv::Guid())
         element.vAttributeSet(GuidAttribute, getIfdGuid().toString(false));
     else if (info && info->generateGuids)
         element.vAttributeSet(GuidAttribute, kiv::Guid::generate().toString(false));
@@ -204,9 +206,10 @@ void SetDef::vApplicableClassesRead(const kiv::xml::const_Element& list) {
         if (!child.boNodeNameIs("ClassName"))
             continue;
         // Blanks only: a tab or a line break stays in the name, so that the check reports the class.
-        const auto text = ascii::trimmed(firstChildText(child).value_or(std::string_view()), " ");
+        const auto value = firstChildText(child).value_or(NodeText());
+        const auto text = ascii::trimmed(value, " ");
         if (!text.empty())
-            applicableClasses_.emplace_back(std::string(text), child.getLine());
+            applicableClasses_.emplace_back(std::string(text), lineOf(child));
     }
 }
 

@@ -156,8 +156,8 @@ public:
     virtual bool checkForErrors(const schema::Schema& schema, XmlSetErrors& errors) const;
 
     /// Writes the set and returns the element that holds it: `element` itself for a property set, one
-    /// appended to it for a quantity set.
-    virtual kiv::xml::Element exportDef(kiv::xml::Element& element, const ExtraExportInfo* info) const = 0;
+    /// appended to it for a quantity set. `info` may be null.
+    virtual kiv::xml::Element exportDef(kiv::xml::Element& element, ExtraExportInfo* info) const = 0;
 
     /// The tag of the kind of set.
     virtual const char* pXmlElementName() const = 0;

@@ -42,7 +42,8 @@ struct ErrorRecord {
 /// The records of one set, in the order in which they were added. Nothing is merged or removed.
 class KIV_EXPORT XmlSetErrors {
 public:
-    void vErrorAdd(ErrorKind kind, std::string item, std::string message, std::size_t line);
+    /// Without a line the record has none.
+    void vErrorAdd(ErrorKind kind, std::string item, std::string message, std::size_t line = 0);
 
     /// Names the set that the records belong to; `SetDef::checkForErrors` does so once there is a record.
     void vSetNameSet(std::string setName);

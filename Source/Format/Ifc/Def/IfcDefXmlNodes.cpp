@@ -4,11 +4,11 @@
 
 namespace kiv::ifc::def::xml {
 
-std::optional<std::string_view> firstChildText(const kiv::xml::const_Element& element) {
+std::optional<NodeText> firstChildText(const kiv::xml::const_Element& element) {
     const auto child = element.FirstChildGet();
     if (!child)
         return std::nullopt;
-    return child->getNodeValueView();
+    return textOf(*child);
 }
 
 void vTextTake(const kiv::xml::const_Element& element, std::string& target) {
@@ -20,7 +20,7 @@ bool boAttributeTake(const kiv::xml::const_Element& element, std::string_view na
     const auto attribute = element.AttributeNodeGet(name);
     if (!attribute)
         return false;
-    target = attribute->getValueView();
+    target = valueOf(*attribute);
     return true;
 }
 
@@ -29,7 +29,7 @@ void vRecordAdd(XmlSetErrors& errors, RecordMessage message, std::string item, s
 }
 
 void vUnknownNodeAdd(const kiv::xml::const_Element& child, XmlSetErrors& errors) {
-    vRecordAdd(errors, RecordMessage::UnknownNode, child.tagName(), child.getLine());
+    vRecordAdd(errors, RecordMessage::UnknownNode, child.tagName(), lineOf(child));
 }
 
 void vTextElementAppend(kiv::xml::Element& parent, std::string_view tag, std::string_view text) {

@@ -1,7 +1,9 @@
 /// @file
 /// What reading and writing definitions ask of XML nodes, each once: walking the element children, taking
 /// texts and attributes, recording a child that nobody understood, appending a text element, and the tags
-/// that several kinds of definitions have.
+/// that several kinds of definitions have. This is also the one place that asks for more than every document
+/// model has: views of names and values, which save copies, and lines. A host's model that has none of these
+/// gives copies, and no lines.
 ///
 ///     for (const auto& child : ElementChildren(element)) {
 ///         if (child.boNodeNameIs(NameTag))
@@ -22,6 +24,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kiv::ifc::def::xml {
 
@@ -31,6 +34,55 @@ inline constexpr std::string_view NameAliasesTag = "NameAliases";
 inline constexpr std::string_view NameAliasTag = "NameAlias";
 inline constexpr std::string_view DefinitionAliasesTag = "DefinitionAliases";
 inline constexpr std::string_view DefinitionAliasTag = "DefinitionAlias";
+
+/// The name of a node: a view that lives as long as the document, or a copy where the document model has no
+/// views. So are the next three.
+template <class Node>
+auto nameOf(const Node& node) {
+    if constexpr (requires { node.getNodeNameView(); })
+        return node.getNodeNameView();
+    else
+        return node.getNodeName();
+}
+
+/// The value of a text node.
+template <class Node>
+auto textOf(const Node& node) {
+    if constexpr (requires { node.getNodeValueView(); })
+        return node.getNodeValueView();
+    else
+        return node.getNodeValue();
+}
+
+/// The tag of an element.
+template <class Element>
+auto tagOf(const Element& element) {
+    if constexpr (requires { element.tagNameView(); })
+        return element.tagNameView();
+    else
+        return element.tagName();
+}
+
+/// The value of an attribute.
+template <class Attr>
+auto valueOf(const Attr& attribute) {
+    if constexpr (requires { attribute.getValueView(); })
+        return attribute.getValueView();
+    else
+        return attribute.getValue();
+}
+
+/// The line on which a node began, counted from 1; 0 where the document model knows no lines.
+template <class Node>
+std::size_t lineOf(const Node& node) {
+    if constexpr (requires { node.getLine(); })
+        return node.getLine();
+    else
+        return 0;
+}
+
+/// A text of a document, as `textOf` gives it.
+using NodeText = decltype(textOf(std::declval<const kiv::xml::const_Node&>()));
 
 /// The element children of an element, in document order, for a range-based for.
 class ElementChildren {
@@ -59,9 +111,9 @@ private:
     kiv::xml::const_Element parent_;
 };
 
-/// The value of the first child node, whatever its kind; absent for an element without content. Lives as long
-/// as the document. Text after a comment or an element is not seen.
-std::optional<std::string_view> firstChildText(const kiv::xml::const_Element& element);
+/// The value of the first child node, whatever its kind; absent for an element without content. Text after a
+/// comment or an element is not seen.
+std::optional<NodeText> firstChildText(const kiv::xml::const_Element& element);
 
 /// Puts that text into `target`; without one `target` stays as it is.
 void vTextTake(const kiv::xml::const_Element& element, std::string& target);
@@ -91,7 +143,7 @@ void vChildrenOffer(const kiv::xml::const_Element& element, const Take& boTake, 
 template <class Take>
 void vChildrenRead(const kiv::xml::const_Element& element, XmlSetErrors& errors, const Take& boTake) {
     vChildrenOffer(
-        element, [&](const kiv::xml::const_Element& child) { return boTake(child.tagNameView(), child); },
+        element, [&](const kiv::xml::const_Element& child) { return boTake(tagOf(child), child); },
         [&](const kiv::xml::const_Element& child) { vUnknownNodeAdd(child, errors); });
 }
 

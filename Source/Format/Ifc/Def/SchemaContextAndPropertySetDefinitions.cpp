@@ -16,7 +16,7 @@ SchemaContextAndPropertySetDefinitions& SchemaContextAndPropertySetDefinitions::
 void SchemaContextAndPropertySetDefinitions::addPropertySets(SchemaPropertySetDefinitionsContext&& context,
                                                              SchemaPropertySetDefinitions&& definitions) {
     // The definitions are moved when nothing can fail any more, so that they are never lost.
-    auto owned = std::make_unique<SchemaPropertySetDefinitions>();
+    auto owned = std::make_shared<SchemaPropertySetDefinitions>();
     const auto [entry, isNew] = contexts_.try_emplace(std::move(context), nullptr);
     *owned = std::move(definitions);
     if (isNew)

@@ -46,8 +46,10 @@ using SchemaPropertySetDefinitionsFilter = std::function<bool(const SchemaProper
 
 class KIV_EXPORT SchemaContextAndPropertySetDefinitions {
 public:
+    /// The registry alone owns the collections, but for the one that a visitor of
+    /// `SchemaPset::forEachDefinition` is looking at, which lives until it returns.
     using Contexts =
-        std::map<SchemaPropertySetDefinitionsContext, std::unique_ptr<const SchemaPropertySetDefinitions>>;
+        std::map<SchemaPropertySetDefinitionsContext, std::shared_ptr<const SchemaPropertySetDefinitions>>;
 
     /// The registry of the process; empty at first, destroyed at its end.
     static SchemaContextAndPropertySetDefinitions& instance();

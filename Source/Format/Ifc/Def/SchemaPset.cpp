@@ -9,6 +9,12 @@ namespace kiv::ifc::def {
 namespace {
 
 using SetList = std::vector<const xml::SetDef*>;
+using SharedDefinitions = std::shared_ptr<const SchemaPropertySetDefinitions>;
+
+/// Whether a schema of this name searches the context.
+bool isOfSchema(const SchemaPset::Context& context, std::string_view schemaName) {
+    return !context.isStandard || context.name == schemaName;
+}
 
 void vAppend(SetList& sets, SetList&& found) {
     if (sets.empty())
@@ -42,30 +48,51 @@ const SchemaPropertySetDefinitions* SchemaPset::getDefinitionsFromContext(const 
 }
 
 bool SchemaPset::checkContextDefault(const Context& context) const {
-    return !context.isStandard || context.name == getName();
+    return isOfSchema(context, getName());
 }
 
 bool SchemaPset::checkContext(const Context& context, ContextFilter filter) const {
-    return isSearched(context, filter);
-}
-
-bool SchemaPset::isSearched(const Context& context, const ContextFilter& filter) const {
     return checkContextDefault(context) && (!filter || filter(context));
 }
 
 /// Calls `visit` with each context that is searched and its collection, until it returns true.
 template <class Visit>
 void SchemaPset::vSearch(const ContextFilter& filter, Visit&& visit) const {
+    if (filter) {
+        vSearchWithCallbacks(filter, [&](const Context& context, const SharedDefinitions& definitions) {
+            return visit(context, *definitions);
+        });
+        return;
+    }
     for (const auto& [context, definitions] :
          SchemaContextAndPropertySetDefinitions::instance().getContexts()) {
-        if (isSearched(context, filter) && visit(context, *definitions))
+        if (checkContextDefault(context) && visit(context, *definitions))
             return;
     }
 }
 
+/// The same where a host's code runs between the contexts. It may change the registry and let go of this
+/// schema, so nothing is kept from one context to the next but copies.
+template <class Visit>
+void SchemaPset::vSearchWithCallbacks(const ContextFilter& filter, Visit&& visit) const {
+    const std::string schemaName(getName());
+    const auto& contexts = SchemaContextAndPropertySetDefinitions::instance().getContexts();
+    for (auto next = contexts.begin(); next != contexts.end();) {
+        const Context context = next->first;
+        if (isOfSchema(context, schemaName) && (!filter || filter(context))) {
+            // Looked up, as the filter may have removed it.
+            const auto entry = contexts.find(context);
+            if (entry != contexts.end() && visit(context, entry->second))
+                return;
+        }
+        next = contexts.upper_bound(context);
+    }
+}
+
 void SchemaPset::forEachDefinition(Visitor visitor, ContextFilter filter) const {
-    vSearch(filter, [&](const Context& context, const SchemaPropertySetDefinitions& definitions) {
-        visitor(context, definitions);
+    vSearchWithCallbacks(filter, [&](const Context& context, const SharedDefinitions& definitions) {
+        const auto kept = definitions;
+        visitor(context, *kept);
         return false;
     });
 }

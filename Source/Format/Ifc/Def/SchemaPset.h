@@ -62,6 +62,12 @@ public:
     bool checkContext(const Context& context, ContextFilter filter) const;
 
     /// Calls the visitor for each context that is searched, in that order.
+    ///
+    /// A visitor, and the filter of any search, may change the registry on this thread: what it removes
+    /// before its turn is not searched, what it adds is searched if its turn is still to come. A visitor may
+    /// even remove the context it is called for, and let go of this schema; the context and the collection
+    /// that it was handed live until it returns. It may not keep them longer than their context is
+    /// registered, nor have another thread change the registry meanwhile.
     void forEachDefinition(Visitor visitor, ContextFilter filter) const;
 
     /// The first set of this name, which must be upper-case already; null when there is none.
@@ -89,7 +95,8 @@ public:
 private:
     template <class Visit>
     void vSearch(const ContextFilter& filter, Visit&& visit) const;
-    bool isSearched(const Context& context, const ContextFilter& filter) const;
+    template <class Visit>
+    void vSearchWithCallbacks(const ContextFilter& filter, Visit&& visit) const;
     template <class Find>
     const xml::SetDef* pSetFind(const ContextFilter& filter, Find find) const;
 

@@ -21,8 +21,7 @@ public:
         }
     }
 
-    kiv::xml::Element exportDef(kiv::xml::Element& element,
-                                const ifc::def::xml::ExtraExportInfo*) const override {
+    kiv::xml::Element exportDef(kiv::xml::Element& element, ifc::def::xml::ExtraExportInfo*) const override {
         vExportCommon(element);
         return element;
     }

@@ -73,6 +73,12 @@ TEST(XmlSetErrors, KeepsRecordsInTheOrderInWhichTheyWereAdded) {
               (Records{{ErrorKind::FatalError, "b", "second letter", 2}, error("a", "first letter", 0)}));
 }
 
+TEST(XmlSetErrors, ARecordNeedsNoLine) {
+    XmlSetErrors errors;
+    errors.vErrorAdd(ErrorKind::Error, "a", "message");
+    EXPECT_EQ(errors.getRecords(), Records{error("a", "message", 0)});
+}
+
 TEST(XmlSetErrors, KeepsARecordTwiceWhenItIsAddedTwice) {
     XmlSetErrors errors;
     errors.vErrorAdd(ErrorKind::Error, "a", "message", 1);

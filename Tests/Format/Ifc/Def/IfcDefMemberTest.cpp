@@ -39,11 +39,17 @@ class FaultyTypeBase : public Base {
 public:
     explicit FaultyTypeBase(bool passes) : passes_(passes) {}
 
-    std::string sEntityName() const override { return "IfcFaulty"; }
+    std::string sEntityName() const override {
+        ++entityNamesAsked;
+        return "IfcFaulty";
+    }
     bool checkForErrors(const ifc::def::schema::Schema&, XmlSetErrors& errors) const override {
         errors.vErrorAdd(ifc::def::xml::ErrorKind::Error, "type", "Faulty", 7);
         return passes_;
     }
+
+    /// How often the name of the entity was asked for, of any object of the class.
+    inline static int entityNamesAsked = 0;
 
 private:
     bool passes_;
@@ -57,7 +63,7 @@ struct Property {
     class FaultyType final : public FaultyTypeBase<PropertyType> {
     public:
         using FaultyTypeBase::FaultyTypeBase;
-        void vExport(kiv::xml::Element&, const ExtraExportInfo*) const override {}
+        void vExport(kiv::xml::Element&, ExtraExportInfo*) const override {}
     };
 
     static PropertyDef memberOf(const Set& set, const kiv::xml::const_Element& element,
@@ -152,7 +158,7 @@ protected:
     static std::string sType(std::string_view content) { return sElement(Kind::TypeTag, content); }
     static std::string sTypeOf() { return sType(Kind::TypeContent); }
 
-    static std::string sExport(const typename Kind::Member& member, const ExtraExportInfo* info = nullptr) {
+    static std::string sExport(const typename Kind::Member& member, ExtraExportInfo* info = nullptr) {
         XmlTarget target(Kind::ListTag);
         member.vExport(target.root(), info);
         return target.sText();
@@ -334,6 +340,23 @@ TYPED_TEST(MemberDef, CheckReportsATypeWhoseEntityTheSchemaLacks) {
     typename TestFixture::Read read(TestFixture::sTypeOf());
     const auto valueType = TestFixture::sTypeNamed(TypeParam::ValueType);
     EXPECT_EQ(TestFixture::checkReportsOf(read, valueType), AssertRecords{TypeParam::entityNotFound()});
+}
+
+/// Without anybody who listens, what the report depends on is not looked at: its entity is not even asked
+/// for.
+TYPED_TEST(MemberDef, CheckLooksNoEntityUpWhileNobodyListens) {
+    using FaultyType = typename TypeParam::FaultyType;
+    const auto schema = schemaFromText("");
+    const typename TestFixture::Read read("");
+    const typename TypeParam::Member member(read.set, "N", std::make_unique<FaultyType>(true));
+    XmlSetErrors errors;
+    FaultyType::entityNamesAsked = 0;
+    EXPECT_TRUE(member.checkForErrors(*schema, errors));
+    EXPECT_EQ(FaultyType::entityNamesAsked, 0);
+    EXPECT_EQ(errors.getRecords().size(), 1U) << "the check itself runs all the same";
+    const AssertCollector reports;
+    EXPECT_TRUE(member.checkForErrors(*schema, errors));
+    EXPECT_EQ(FaultyType::entityNamesAsked, 1);
 }
 
 TYPED_TEST(MemberDef, CheckTakesNothingButAnEntityForTheEntityOfAType) {

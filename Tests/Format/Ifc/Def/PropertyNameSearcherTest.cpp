@@ -106,6 +106,15 @@ TEST_F(PropertyNameSearcherTest, ANameNeedsADot) {
     EXPECT_EQ(reports.getRecords(), Reports());
 }
 
+/// A name without a dot is neither the set nor the member, also where both have it.
+TEST_F(PropertyNameSearcherTest, ANameWithoutADotIsNotTheMemberOfItsOwnSet) {
+    vAdd({"host", false},
+         {sPropertySet("Single", {},
+                       sProperty("Single", sType("TypePropertySingleValue", sDataType("IfcReal"))))});
+    ASSERT_EQ(find("Single.Single"), "IfcReal");
+    EXPECT_EQ(find("Single"), std::nullopt);
+}
+
 struct PropertyRow {
     const char* name;
     TypeName type;

@@ -108,6 +108,15 @@ TEST_F(SchemaContextAndPropertySetDefinitionsTest, SecondCollectionUnderAnEqualC
     EXPECT_EQ(alive, 1);
 }
 
+TEST_F(SchemaContextAndPropertySetDefinitionsTest, SecondCollectionIsDestroyedAtOnceAndNotWithItsVariable) {
+    vAdd({"IFC4", true}, "Pset_First");
+    auto second = collection("Pset_Second");
+    ASSERT_EQ(alive, 2);
+    registry().addPropertySets({"IFC4", true}, std::move(second));
+    EXPECT_EQ(alive, 1);
+    EXPECT_EQ(sSetIn({"IFC4", true}), "Pset_First");
+}
+
 TEST_F(SchemaContextAndPropertySetDefinitionsTest, WhenMemoryRunsOutContextAndCollectionStayWithTheCaller) {
     const std::string name(100, 'n');
     Context context{name, false};

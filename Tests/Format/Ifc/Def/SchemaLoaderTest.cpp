@@ -7,9 +7,13 @@
 #include <array>
 #include <atomic>
 #include <barrier>
+#include <chrono>
 #include <cstdlib>
 #include <functional>
+#include <iostream>
 #include <map>
+#include <memory>
+#include <mutex>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -267,6 +271,61 @@ TEST_F(SchemaLoaderTest, ACallbackMayEndTheProcess) {
             loader.pSchemaFromName("IFC2X3");
         },
         ::testing::ExitedWithCode(7), "");
+}
+
+/// Calls back when the last copy of what holds it goes.
+std::shared_ptr<void> atTheEnd(std::function<void()> vCall) {
+    return {nullptr, [vCall = std::move(vCall)](void*) { vCall(); }};
+}
+
+TEST_F(SchemaLoaderTest, VCurrFreeWaitsForALookUpThatIsRunning) {
+    std::mutex mutex;
+    Texts log;
+    const auto vLog = [&](const char* what) {
+        const std::lock_guard lock(mutex);
+        log.emplace_back(what);
+    };
+    std::barrier isCalling(2);
+    std::atomic<bool> isFreeing = false;
+    loader.newSchemaCallback = [&, end = atTheEnd([&] { vLog("callback ends"); })](const std::string& name) {
+        isCalling.arrive_and_wait();
+        while (!isFreeing)
+            std::this_thread::yield();
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        vLog("schema is made");
+        return pNewSchema(name);
+    };
+    std::thread asking([this] { loader.pSchemaFromName("IFC4"); });
+    isCalling.arrive_and_wait();
+    isFreeing = true;
+    SchemaLoader::vCurrFree();
+    asking.join();
+    EXPECT_EQ(log, (Texts{"schema is made", "callback ends"}));
+}
+
+/// The loader is a static object: at the end of the process its destructor comes by itself.
+TEST_F(SchemaLoaderTest, TheDestructorWaitsForALookUpThatIsRunning) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            static std::atomic<bool> isCalling = false;
+            static std::atomic<bool> isEnding = false;
+            loader.newSchemaCallback =
+                [end = atTheEnd([] { std::cerr << "callback ends" << std::endl; })](const std::string& name) {
+                    isCalling = true;
+                    while (!isEnding)
+                        std::this_thread::yield();
+                    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                    std::cerr << "schema is made" << std::endl;
+                    return pNewSchema(name);
+                };
+            std::thread([this] { loader.pSchemaFromName("IFC4"); }).detach();
+            while (!isCalling)
+                std::this_thread::yield();
+            std::atexit([] { isEnding = true; });
+            std::exit(0);
+        },
+        ::testing::ExitedWithCode(0), "schema is made\ncallback ends");
 }
 
 TEST_F(SchemaLoaderTest, ManyThreadsThatAskForAFewNamesCallTheCallbackOncePerName) {

@@ -296,6 +296,14 @@ TEST_F(SchemaPropertySetDefinitionsTest, ASetThatNamesAnEntityTwiceIsListedOnce)
     EXPECT_EQ(setsAllToEntity("IfcWall", true), Texts{"Pset_A"});
 }
 
+/// The two mentions of one class need not be side by side.
+TEST_F(SchemaPropertySetDefinitionsTest, ASetThatNamesAnotherEntityInBetweenIsListedOnce) {
+    vSetsAdd(sets, *schema, {sPropertySet("Pset_A", {"IfcWall", "IfcElement", "IfcWall"})});
+    EXPECT_EQ(setsToEntity("IfcWall", true), Texts{"Pset_A"});
+    EXPECT_EQ(setsToEntity("IfcElement", true), Texts{"Pset_A"});
+    EXPECT_EQ(setsAllToEntity("IfcWall", false), (Texts{"Pset_A", "Pset_A"})) << "once for each level";
+}
+
 TEST_F(SchemaPropertySetDefinitionsTest, ClassesAreComparedWithTheEntitysNameAsWritten) {
     vSetsAdd(sets, *schema,
              {sPropertySet("Pset_A", {"ifcwall"}), sPropertySet("Pset_B", {"IFCWALL"}),
@@ -416,6 +424,18 @@ TEST_F(SchemaPropertySetDefinitionsTest, PointersStayValidWhenTheCollectionIsMov
     assigned = std::move(constructed);
     EXPECT_TRUE(Answers(assigned, *schema) == before);
     EXPECT_EQ(def->getConcept(), "Pset_A.P");
+}
+
+TEST_F(SchemaPropertySetDefinitionsTest, ACollectionMovedOntoItselfKeepsItsContents) {
+    vSetsAdd(sets, *schema,
+             {sPropertySet("Pset_A", {"IfcWall"}, sProperty("P", "", sGuid(1))), sPropertySet("Pset_B")});
+    const Answers before(sets, *schema);
+    ASSERT_EQ(setsToEntity("IfcWall", true), (Texts{"Pset_A", "Pset_B"}));
+    auto& itself = sets;
+    sets = std::move(itself);
+    EXPECT_TRUE(Answers(sets, *schema) == before);
+    EXPECT_EQ(setsToEntity("IfcWall", true), (Texts{"Pset_A", "Pset_B"}));
+    EXPECT_EQ(sDefOf(1), "Pset_A.P");
 }
 
 TEST_F(SchemaPropertySetDefinitionsTest, AMovedCollectionTakesFurtherSets) {

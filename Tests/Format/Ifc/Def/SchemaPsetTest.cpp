@@ -297,6 +297,101 @@ TEST_F(SchemaPsetTest, WhatAVisitorThrowsIsPassedOnAtOnce) {
     EXPECT_EQ(visits, 1);
 }
 
+/// A visitor that writes down the contexts and does `change` when it comes to "b".
+SchemaPset::Visitor changingAtB(Texts& visited, std::function<void()> change) {
+    return [&visited, change = std::move(change)](const Context& context, const auto& sets) {
+        visited.push_back(sText(context));
+        if (context.name != "b")
+            return;
+        change();
+        // What it was handed is still there, whatever became of the registry.
+        EXPECT_EQ(context.name, "b");
+        EXPECT_NE(sets.getXmlSetFromName("Pset_RootB"), nullptr);
+    };
+}
+
+TEST_F(SchemaPsetTest, AVisitorMayChangeTheRegistry) {
+    const struct {
+        const char* what;
+        std::function<void()> change;
+        Texts visited;
+    } rows[] = {
+        {"removes all", [] { registry().clear(); }, {"a", "b"}},
+        {"removes its own context",
+         [] {
+             registry().clear({"b", false});
+         },
+         {"a", "b", "c", "TEST*"}},
+        {"removes the one before",
+         [] {
+             registry().clear({"a", false});
+         },
+         {"a", "b", "c", "TEST*"}},
+        {"removes the next",
+         [] {
+             registry().clear({"c", false});
+         },
+         {"a", "b", "TEST*"}},
+        {"removes its own by name", [] { registry().removePropertySets("b"); }, {"a", "b", "c", "TEST*"}},
+        {"adds one before",
+         [this] {
+             vAdd({"0", false}, {});
+         },
+         {"a", "b", "c", "TEST*"}},
+        {"adds one after",
+         [this] {
+             vAdd({"bb", false}, {});
+         },
+         {"a", "b", "bb", "c", "TEST*"}},
+        {"replaces its own",
+         [this] {
+             registry().clear({"b", false});
+             vAdd({"b", false}, {});
+         },
+         {"a", "b", "c", "TEST*"}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        registry().clear();
+        vAdd({"a", false}, {});
+        vAdd({"b", false}, {sPropertySet("Pset_RootB")});
+        vAdd({"c", false}, {});
+        vAdd({"TEST", true}, {});
+        Texts visited;
+        schema->forEachDefinition(changingAtB(visited, row.change), {});
+        EXPECT_EQ(visited, row.visited);
+    }
+}
+
+TEST_F(SchemaPsetTest, AVisitorMayLetGoOfTheSchema) {
+    Texts visited;
+    schema->forEachDefinition(changingAtB(visited, [this] { schema.reset(); }), {});
+    EXPECT_EQ(visited, (Texts{"a", "b", "TEST*"}));
+}
+
+TEST_F(SchemaPsetTest, AVisitorMayThrowAfterItRemovedItsContext) {
+    const auto removing = [](const Context&, const SchemaPropertySetDefinitions&) {
+        registry().clear();
+        throw std::range_error("visitor");
+    };
+    EXPECT_THROW(schema->forEachDefinition(removing, {}), std::range_error);
+    EXPECT_EQ(schema->pXmlSetFromName("Pset_X", {}), nullptr);
+}
+
+TEST_F(SchemaPsetTest, AContextThatTheFilterRemovesIsNotSearched) {
+    const Filter removing = [](const Context& context) {
+        if (context.name == "b")
+            registry().clear({"b", false});
+        return true;
+    };
+    EXPECT_EQ(sContextOf(schema->pXmlSetFromName("Pset_X", removing)), "TEST*");
+    const Filter removingAll = [](const Context&) {
+        registry().clear();
+        return true;
+    };
+    EXPECT_EQ(schema->getXmlSetsToEntity(entity("IfcWall"), true, removingAll).size(), 0U);
+}
+
 TEST_F(SchemaPsetTest, ManyThreadsSearchAtOnce) {
     const auto* const set = schema->pXmlSetFromName("Pset_X", {});
     const auto* const def = schema->pXmlDefFromIfd(guidOf(2));

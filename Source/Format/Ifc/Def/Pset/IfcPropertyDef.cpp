@@ -57,7 +57,7 @@ bool PropertyDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors
     return true;
 }
 
-void PropertyDef::vExport(kiv::xml::Element& parent, const xml::ExtraExportInfo* info) const {
+void PropertyDef::vExport(kiv::xml::Element& parent, xml::ExtraExportInfo* info) const {
     auto element = exportBegin(parent, ElementName, info);
     auto typeElement = element.ElementNodeAppend(TypeTag);
     if (type_)
@@ -98,8 +98,7 @@ bool PropertySetDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErr
     return SetDef::checkForErrors(schema, errors) && std::ranges::all_of(properties_, passes);
 }
 
-kiv::xml::Element PropertySetDef::exportDef(kiv::xml::Element& element,
-                                            const xml::ExtraExportInfo* info) const {
+kiv::xml::Element PropertySetDef::exportDef(kiv::xml::Element& element, xml::ExtraExportInfo* info) const {
     vExportCommon(element);
     auto properties = element.ElementNodeAppend(PropertiesTag);
     for (const PropertyDef& property : properties_)

@@ -41,7 +41,7 @@ public:
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const;
 
     /// Appends a "PropertyDef" element to `parent`. Without a type its "PropertyType" stays empty.
-    void vExport(kiv::xml::Element& parent, const xml::ExtraExportInfo* info) const;
+    void vExport(kiv::xml::Element& parent, xml::ExtraExportInfo* info) const;
 
     /// Null when the document gives none, or one that made no type.
     const PropertyType* pType() const { return type_.get(); }
@@ -62,7 +62,7 @@ public:
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const override;
 
     /// Writes the set into `element` itself, which it returns.
-    kiv::xml::Element exportDef(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    kiv::xml::Element exportDef(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     /// "PropertySetDef".
     const char* pXmlElementName() const override;

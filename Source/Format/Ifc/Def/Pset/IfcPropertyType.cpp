@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyType.h"
 
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 
@@ -45,7 +46,7 @@ std::unique_ptr<PropertyType> PropertyType::pCreate(const PropertyDef* property,
     const auto child = element.FirstElementChildGet();
     if (!child)
         return nullptr;
-    const auto tag = child->tagNameView();
+    const auto tag = xml::tagOf(*child);
     for (const Factory& factory : Factories) {
         if (factory.elementName == tag)
             return factory.pMake(property, *child, errors);

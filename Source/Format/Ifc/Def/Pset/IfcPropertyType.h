@@ -29,7 +29,7 @@ public:
     pCreate(const PropertyDef* property, const kiv::xml::const_Element& element, xml::XmlSetErrors& errors);
 
     /// Writes the type into its "PropertyType" element.
-    virtual void vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const = 0;
+    virtual void vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const = 0;
 };
 
 } // namespace kiv::ifc::def::pset

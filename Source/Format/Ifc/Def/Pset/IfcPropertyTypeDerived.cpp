@@ -96,7 +96,7 @@ bool TypePropertyReferenceValue::checkForErrors(const schema::Schema& schema, xm
     return true;
 }
 
-void TypePropertyReferenceValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const {
+void TypePropertyReferenceValue::vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const {
     element.ElementNodeAppend(ElementName);
     // Beside the kind's element and not in it: readers of exported sets look for it there.
     vExportCommon(element, info);
@@ -139,7 +139,7 @@ bool TypePropertySingleValue::boUnitTypeRead(const kiv::xml::const_Element& chil
     return true;
 }
 
-void TypePropertySingleValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const {
+void TypePropertySingleValue::vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const {
     auto kindElement = element.ElementNodeAppend(ElementName);
     vExportCommon(kindElement, info);
 }
@@ -163,7 +163,7 @@ void TypePropertyBoundedValue::vRangeRead(const kiv::xml::const_Element& range, 
         return true;
     };
     xml::vChildrenOffer(range, boTake, [&](const kiv::xml::const_Element& child) {
-        xml::vRecordAdd(errors, RecordMessage::UnknownNodeInRange, child.tagName(), child.getLine());
+        xml::vRecordAdd(errors, RecordMessage::UnknownNodeInRange, child.tagName(), xml::lineOf(child));
     });
 }
 
@@ -178,7 +178,7 @@ bool TypePropertyBoundedValue::checkForErrors(const schema::Schema& schema, xml:
     return true;
 }
 
-void TypePropertyBoundedValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const {
+void TypePropertyBoundedValue::vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const {
     auto kindElement = element.ElementNodeAppend(ElementName);
     vExportCommon(kindElement, info);
     const auto& lower = lowerBoundValue_.empty() ? getDataTypeName() : lowerBoundValue_;
@@ -199,7 +199,7 @@ TypePropertyValue::TypePropertyValue(const kiv::xml::const_Element& element, xml
     });
 }
 
-void TypePropertyValue::vExport(kiv::xml::Element&, const xml::ExtraExportInfo*) const {}
+void TypePropertyValue::vExport(kiv::xml::Element&, xml::ExtraExportInfo*) const {}
 
 ConstantDef::ConstantDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
     xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
@@ -243,7 +243,8 @@ void TypePropertyEnumeratedValue::vEnumListRead(const PropertyDef* property,
     else if (enumerationName_.starts_with(EnumerationPrefix))
         enumerationName_.erase(0, EnumerationPrefix.size());
     for (const auto& child : xml::ElementChildren(list)) {
-        const auto item = ascii::trimmed(xml::firstChildText(child).value_or(std::string_view()), WhiteSpace);
+        const auto text = xml::firstChildText(child).value_or(xml::NodeText());
+        const auto item = ascii::trimmed(text, WhiteSpace);
         if (!item.empty())
             items_.emplace_back(item);
     }
@@ -274,7 +275,7 @@ std::string TypePropertyEnumeratedValue::sEntityName() const {
     return "IfcPropertyEnumeratedValue";
 }
 
-void TypePropertyEnumeratedValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo*) const {
+void TypePropertyEnumeratedValue::vExport(kiv::xml::Element& element, xml::ExtraExportInfo*) const {
     auto list = element.ElementNodeAppend(ElementName).ElementNodeAppend(EnumListTag);
     list.vAttributeSet(NameAttribute, std::string(EnumerationPrefix) + enumerationName_);
     for (const std::string& item : items_)
@@ -305,7 +306,7 @@ bool TypePropertyTableValue::checkForErrors(const schema::Schema& schema, xml::X
     return boAllPass(definedValues_, schema, errors) && definingPass;
 }
 
-void TypePropertyTableValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo*) const {
+void TypePropertyTableValue::vExport(kiv::xml::Element& element, xml::ExtraExportInfo*) const {
     auto kindElement = element.ElementNodeAppend(ElementName);
     vTypedValueExport(kindElement, DefiningValueTag, definingTypeName_);
     vTypedValueExport(kindElement, DefinedValueTag, definedTypeName_);
@@ -329,7 +330,7 @@ bool TypePropertyListValue::checkForErrors(const schema::Schema& schema, xml::Xm
     return boAllPass(listValues_, schema, errors);
 }
 
-void TypePropertyListValue::vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const {
+void TypePropertyListValue::vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const {
     auto kindElement = element.ElementNodeAppend(ElementName);
     for (const TypePropertyValue& value : listValues_) {
         auto valueElement = kindElement.ElementNodeAppend(ListValueTag);
@@ -360,6 +361,6 @@ bool TypeComplexProperty::checkForErrors(const schema::Schema& schema, xml::XmlS
     return true;
 }
 
-void TypeComplexProperty::vExport(kiv::xml::Element&, const xml::ExtraExportInfo*) const {}
+void TypeComplexProperty::vExport(kiv::xml::Element&, xml::ExtraExportInfo*) const {}
 
 } // namespace kiv::ifc::def::pset

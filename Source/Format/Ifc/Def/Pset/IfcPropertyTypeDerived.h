@@ -32,7 +32,7 @@ public:
 
     std::string sEntityName() const override;
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const override;
-    void vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    void vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     /// Appends the "DataType" element, with "basetype" when `info` has a schema in which the data type is a
     /// defined type.
@@ -60,7 +60,7 @@ public:
     TypePropertySingleValue(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors);
 
     std::string sEntityName() const override;
-    void vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    void vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     const std::string& getUnitType() const { return unitType_; }
 
@@ -87,7 +87,7 @@ public:
     std::string sEntityName() const override;
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const override;
     /// A bound that was not given is written as the data type's name.
-    void vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    void vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     /// The bounds as written; empty when not given.
     const std::string& getLowerBoundValue() const { return lowerBoundValue_; }
@@ -107,7 +107,7 @@ public:
     TypePropertyValue(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors);
 
     /// Writes nothing.
-    void vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    void vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     /// The text of "Values".
     const std::string& getValues() const { return values_; }
@@ -145,7 +145,7 @@ public:
                                 xml::XmlSetErrors& errors);
 
     std::string sEntityName() const override;
-    void vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    void vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     /// The name without the "PEnum_" that documents put in front of it.
     const std::string& getEnumerationName() const { return enumerationName_; }
@@ -176,7 +176,7 @@ public:
 
     std::string sEntityName() const override;
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const override;
-    void vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    void vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     const std::string& getExpression() const { return expression_; }
     const std::string& getDefiningTypeName() const { return definingTypeName_; }
@@ -203,7 +203,7 @@ public:
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const override;
     /// Writes a "ListValue" for each list value and one more for the item type, so that a list which was read
     /// from one "ListValue" is written as two.
-    void vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    void vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     /// From the last "ListValue" that names one.
     const std::string& getListItemTypeName() const { return listItemTypeName_; }
@@ -227,7 +227,7 @@ public:
     std::string sEntityName() const override;
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const override;
     /// Writes nothing.
-    void vExport(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    void vExport(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     const std::string& getName() const { return name_; }
     /// In document order; none has an owner.

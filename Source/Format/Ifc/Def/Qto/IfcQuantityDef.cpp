@@ -55,7 +55,7 @@ bool QuantityDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors
     return true;
 }
 
-void QuantityDef::vExport(kiv::xml::Element& parent, const xml::ExtraExportInfo* info) const {
+void QuantityDef::vExport(kiv::xml::Element& parent, xml::ExtraExportInfo* info) const {
     auto element = exportBegin(parent, QuantityTag, info);
     xml::vTextElementAppend(element, TypeTag, type_ ? type_->pTypeCode() : "");
 }
@@ -89,8 +89,7 @@ void QuantitySetDef::vQuantitiesRead(const kiv::xml::const_Element& list, xml::X
     }
 }
 
-kiv::xml::Element QuantitySetDef::exportDef(kiv::xml::Element& element,
-                                            const xml::ExtraExportInfo* info) const {
+kiv::xml::Element QuantitySetDef::exportDef(kiv::xml::Element& element, xml::ExtraExportInfo* info) const {
     auto setElement = element.ElementNodeAppend(pXmlElementName());
     vExportCommon(setElement);
     auto quantities = setElement.ElementNodeAppend(QuantitiesTag);

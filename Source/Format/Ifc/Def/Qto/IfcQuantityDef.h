@@ -40,7 +40,7 @@ public:
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const;
 
     /// Appends a "QtoDef" element to `parent`. Without a type its "QtoType" stays empty.
-    void vExport(kiv::xml::Element& parent, const xml::ExtraExportInfo* info) const;
+    void vExport(kiv::xml::Element& parent, xml::ExtraExportInfo* info) const;
 
     /// Null when the document gives none, or one with an unknown code.
     const QuantityType* pType() const { return type_.get(); }
@@ -58,7 +58,7 @@ public:
     QuantitySetDef(const kiv::xml::Element& element, xml::XmlSetErrors& errors);
 
     /// Appends a "QtoSetDef" element to `element`, writes the set into it and returns it.
-    kiv::xml::Element exportDef(kiv::xml::Element& element, const xml::ExtraExportInfo* info) const override;
+    kiv::xml::Element exportDef(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
 
     /// "QtoSetDef".
     const char* pXmlElementName() const override;

@@ -21,20 +21,52 @@
 
 namespace kiv::ifc::def::xmlschema {
 
-/// What is there while the document is read only.
-struct Config::Reading {
-    template <class SchemaAttribute, class Record>
-    using Links = std::vector<std::pair<const SchemaAttribute*, const Record*>>;
+namespace {
 
-    schema::AttributeSearch<schema::Attribute> search;
-    schema::AttributeSearch<schema::AttributeInverse> searchInverse;
-    // Links are made when all is read: a reading that is broken off leaves the schema as it was.
-    Links<schema::Attribute, Attribute> links;
-    Links<schema::AttributeInverse, AttributeInverse> linksInverse;
+/// Attributes of the schema and the records that they were linked to, some of them several times.
+template <class SchemaAttribute, class Record>
+using LinkList = std::vector<std::pair<const SchemaAttribute*, const Record*>>;
+
+/// Makes place for a link more, so that a record which is there can be linked.
+template <class SchemaAttribute, class Record>
+void vPlaceMake(LinkList<SchemaAttribute, Record>& links) {
+    if (links.size() == links.capacity())
+        links.reserve(2 * links.size() + 1);
+}
+
+template <class SchemaAttribute, class Record>
+void vApply(const LinkList<SchemaAttribute, Record>& links) noexcept {
+    for (const auto& [attribute, record] : links)
+        attribute->vXmlAttributeSet(record);
+}
+
+/// Those that have been linked to a record of another configuration since stay as they are.
+template <class SchemaAttribute, class Record>
+void vUndo(const LinkList<SchemaAttribute, Record>& links) noexcept {
+    for (const auto& [attribute, record] : links) {
+        if (attribute->pXmlAttribute() == record)
+            attribute->vXmlAttributeSet(nullptr);
+    }
+}
+
+} // namespace
+
+/// Every link of an attribute to a record.
+struct Config::Links {
+    LinkList<schema::Attribute, Attribute> explicits;
+    LinkList<schema::AttributeInverse, AttributeInverse> inverses;
 };
 
-Config::Config(SchemaPset& schema, std::istream& stream) : reading_(std::make_unique<Reading>()) {
-    kiv::xml::File file(nullptr, kiv::xml::VerboseLevel::Quiet, kiv::xml::ValidateLevel::None);
+/// What is there while the document is read only.
+struct Config::Reading {
+    schema::AttributeSearch<schema::Attribute> search;
+    schema::AttributeSearch<schema::AttributeInverse> searchInverse;
+};
+
+Config::Config(SchemaPset& schema, std::istream& stream) :
+    links_(std::make_unique<Links>()), reading_(std::make_unique<Reading>()) {
+    // By number: a host's own levels may have other names.
+    kiv::xml::File file(nullptr, kiv::xml::VerboseLevel(4), kiv::xml::ValidateLevel(0));
     if (const auto root = file.parse(stream, std::string(), nullptr))
         vDocumentRead(schema, *root);
     else
@@ -42,11 +74,14 @@ Config::Config(SchemaPset& schema, std::istream& stream) : reading_(std::make_un
     vLinksApply();
 }
 
-Config::~Config() = default;
+Config::~Config() {
+    vUndo(links_->explicits);
+    vUndo(links_->inverses);
+}
 
 void Config::vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& root) {
     const auto id = root.AttributeNodeGet("id");
-    if ((id ? id->getValueView() : std::string_view()) != schema.getName())
+    if (!(id ? xml::valueOf(*id) == schema.getName() : schema.getName().empty()))
         vReport(Report::ConfigOfOtherSchema);
     xml::vChildrenOffer(
         root, [&](const kiv::xml::const_Element& child) { return boChildRead(schema, child); },
@@ -54,7 +89,7 @@ void Config::vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& ro
 }
 
 bool Config::boChildRead(SchemaPset& schema, const kiv::xml::const_Element& child) {
-    const auto tag = child.tagNameView();
+    const auto tag = xml::tagOf(child);
     if (tag == "cnf:entity")
         Entity::vRead(*this, schema, child);
     else if (tag == "cnf:type")
@@ -71,10 +106,12 @@ bool Config::boChildRead(SchemaPset& schema, const kiv::xml::const_Element& chil
 }
 
 const Attribute* Config::pAttribute(const Attribute& record) {
+    vPlaceMake(links_->explicits);
     return &attributes_.emplace_back(record);
 }
 
 const AttributeInverse* Config::pAttributeInverse(const AttributeInverse& record) {
+    vPlaceMake(links_->inverses);
     return &attributesInverse_.emplace_back(record);
 }
 
@@ -90,24 +127,21 @@ const schema::AttributeInverse* Config::pAttributeInverseFind(const schema::Enti
 }
 
 void Config::vLink(const schema::Attribute& attribute, const Attribute& record) {
-    if (reading_)
-        reading_->links.emplace_back(&attribute, &record);
-    else
+    links_->explicits.emplace_back(&attribute, &record);
+    if (!reading_)
         attribute.vXmlAttributeSet(&record);
 }
 
 void Config::vLink(const schema::AttributeInverse& attribute, const AttributeInverse& record) {
-    if (reading_)
-        reading_->linksInverse.emplace_back(&attribute, &record);
-    else
+    links_->inverses.emplace_back(&attribute, &record);
+    if (!reading_)
         attribute.vXmlAttributeSet(&record);
 }
 
+// Links are made when all is read: a reading that is broken off leaves the schema as it was.
 void Config::vLinksApply() noexcept {
-    for (const auto& [attribute, record] : reading_->links)
-        attribute->vXmlAttributeSet(record);
-    for (const auto& [attribute, record] : reading_->linksInverse)
-        attribute->vXmlAttributeSet(record);
+    vApply(links_->explicits);
+    vApply(links_->inverses);
     reading_.reset();
 }
 

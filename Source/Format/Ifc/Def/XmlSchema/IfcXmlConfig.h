@@ -7,8 +7,10 @@
 ///     if (const auto* record = attribute->pXmlAttribute())
 ///         use(record->getRepresentation());
 ///
-/// Ownership: owns its records, to which the schema's attributes are linked: it must live as long as the
-///            schema.
+/// Ownership: owns its records, to which attributes of the schema are linked. At its end it unlinks those
+/// that
+///            still refer to its records, so it must not outlive its schema. One that
+///            `SchemaPset::vXmlSchemaConfigInit` made lives as long as the schema, replaced or not.
 /// Threads:   nobody else may use the schema while it is read; then read-only.
 /// Errors:    whatever is wrong with the document is an assertion report, and what is wrong is skipped. A
 ///            stream that is no well-formed XML gives the report "Illegal xml document" and an empty
@@ -59,8 +61,9 @@ public:
     const schema::AttributeInverse* pAttributeInverseFind(const schema::Entity& entity,
                                                           const std::string& name);
 
-    /// Links a schema attribute to a record of this configuration; the last record linked stays. It cannot
-    /// fail but while the configuration is still being read, and then nothing of that stays.
+    /// Links an attribute of the schema to a record of this configuration; the last record linked stays.
+    /// Right after the record was stored this cannot fail; later, a lack of memory leaves the attribute as it
+    /// was. While the configuration is still being read, nothing of it stays when that breaks off.
     void vLink(const schema::Attribute& attribute, const Attribute& record);
     void vLink(const schema::AttributeInverse& attribute, const AttributeInverse& record);
 
@@ -73,6 +76,7 @@ public:
     const UosElement& getUosElement() const { return uosElement_; }
 
 private:
+    struct Links;
     struct Reading;
 
     void vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& root);
@@ -84,6 +88,7 @@ private:
     UosElement uosElement_;
     std::deque<Attribute> attributes_;
     std::deque<AttributeInverse> attributesInverse_;
+    std::unique_ptr<Links> links_;
     // Null once all is read.
     std::unique_ptr<Reading> reading_;
 };

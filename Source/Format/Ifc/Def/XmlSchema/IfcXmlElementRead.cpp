@@ -16,8 +16,8 @@ void vElementRead(const kiv::xml::const_Element& element, const ElementReports& 
                   const std::function<bool(const kiv::xml::const_Element&)>& boChild) {
     const auto attributes = element.AttributesGet();
     for (std::uint64_t index = 0; attributes && index < attributes->LengthGet(); ++index) {
-        const auto attribute = attributes->ItemGet(index);
-        if (!boAttribute(attribute.getNodeNameView(), attribute.getNodeValueView()))
+        const auto attribute = kiv::xml::const_Attr::toWrapper(attributes->ItemGet(index));
+        if (attribute && !boAttribute(xml::nameOf(*attribute), xml::valueOf(*attribute)))
             vReport(reports.unknownAttribute);
     }
     xml::vChildrenOffer(element, boChild,

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlEntity.h"
 
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlElementRead.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
@@ -19,7 +20,7 @@ void Entity::vRead(Config& config, SchemaPset& schema, const kiv::xml::const_Ele
         return true;
     };
     const auto boChild = [&](const kiv::xml::const_Element& child) {
-        const auto tag = child.tagNameView();
+        const auto tag = xml::tagOf(child);
         if (tag != "cnf:attribute" && tag != "cnf:inverse")
             return false;
         if (entity && tag == "cnf:attribute")

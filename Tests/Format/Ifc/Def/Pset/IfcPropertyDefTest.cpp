@@ -31,7 +31,7 @@ struct ReadProperty {
     PropertyDef property;
 };
 
-std::string sExport(const PropertyDef& property, const ExtraExportInfo* info = nullptr) {
+std::string sExport(const PropertyDef& property, ExtraExportInfo* info = nullptr) {
     XmlTarget target("PropertyDefs");
     property.vExport(target.root(), info);
     return target.sText();

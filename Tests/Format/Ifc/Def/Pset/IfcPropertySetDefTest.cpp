@@ -38,7 +38,7 @@ std::vector<std::string> propertyNamesOf(const PropertySetDef& set) {
     return names;
 }
 
-std::string sExport(const PropertySetDef& set, const ExtraExportInfo* info = nullptr) {
+std::string sExport(const PropertySetDef& set, ExtraExportInfo* info = nullptr) {
     XmlTarget target("Set");
     set.exportDef(target.root(), info);
     return target.sText();

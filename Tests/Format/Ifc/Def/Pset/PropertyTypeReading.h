@@ -29,7 +29,7 @@ struct ReadType {
 
 /// What the type writes into its "PropertyType" element, which is part of the text.
 inline std::string sTypeExport(const ifc::def::pset::PropertyType& type,
-                               const ifc::def::xml::ExtraExportInfo* info = nullptr) {
+                               ifc::def::xml::ExtraExportInfo* info = nullptr) {
     XmlTarget target("PropertyType");
     type.vExport(target.root(), info);
     return target.sText();

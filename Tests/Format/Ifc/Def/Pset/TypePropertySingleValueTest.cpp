@@ -1,5 +1,9 @@
 #include "Format/Ifc/Def/Pset/PropertyTypeReading.h"
 #include "Support/ErrorRecords.h"
+#include "Support/Growth.h"
+
+#include <cstdint>
+#include <string>
 
 namespace kiv::test {
 
@@ -58,6 +62,28 @@ TEST(TypePropertySingleValue, CheckReportsAMissingNameAndPasses) {
               Reports());
     EXPECT_EQ(checkReportsOf(Read("<t><DataType type='IfcLabels'/></t>").type, *schema),
               Reports{nameReport("TypePropertyReferenceValue::checkForErrors", 68)});
+}
+
+/// The basic blocks that an action runs through; those of the library only where it is counted.
+template <class Action>
+std::uint64_t blocksOf(const Action& action) {
+    const auto before = workDone().blocks;
+    action();
+    return workDone().blocks - before;
+}
+
+/// A check that looks the name up takes a look-up more than one that does not.
+TEST(TypePropertySingleValue, CheckLooksNoNameUpWhileNobodyListens) {
+    const auto schema = schemaFromText("TYPE IfcLabel = STRING;\nEND_TYPE;\n");
+    ifc::def::xml::XmlSetErrors errors;
+    const TypePropertySingleValue type(XmlFromText("<t><DataType type='IfcLabel'/></t>").root(), errors);
+    const auto vCheck = [&] { type.checkForErrors(*schema, errors); };
+    const auto lookUp = blocksOf([&] { schema->pObjectFromName("IfcLabel"); });
+    const auto unheard = blocksOf(vCheck);
+    const AssertCollector reports;
+    const auto heard = blocksOf(vCheck);
+    // The first look-up does more than later ones do.
+    EXPECT_GE(heard, unheard + lookUp / 4);
 }
 
 TEST(TypePropertySingleValue, DataTypeIsWrittenInTheElementOfTheKindAndTheUnitTypeNowhere) {

@@ -40,7 +40,7 @@ Texts quantityNamesOf(const QuantitySetDef& set) {
     return names;
 }
 
-std::string sExport(const QuantitySetDef& set, const ExtraExportInfo* info = nullptr) {
+std::string sExport(const QuantitySetDef& set, ExtraExportInfo* info = nullptr) {
     XmlTarget target("E");
     set.exportDef(target.root(), info);
     return target.sText();

@@ -123,6 +123,28 @@ TEST(QuantityTypeSimple, CheckPassesAlsoWhenNobodyListens) {
     EXPECT_EQ(errors.getRecords(), Records());
 }
 
+/// Says how often its measure was asked for.
+class AskedType final : public QuantityTypeOf<kinds::Area> {
+public:
+    std::string sMeasureTypeName() const override {
+        ++asked;
+        return "IfcAreaMeasure";
+    }
+
+    mutable int asked = 0;
+};
+
+TEST(QuantityTypeSimple, CheckLooksNoMeasureUpWhileNobodyListens) {
+    const auto schema = schemaFromText("");
+    const AskedType type;
+    XmlSetErrors errors;
+    EXPECT_TRUE(type.checkForErrors(*schema, errors));
+    EXPECT_EQ(type.asked, 0);
+    const AssertCollector reports;
+    EXPECT_TRUE(type.checkForErrors(*schema, errors));
+    EXPECT_EQ(type.asked, 1);
+}
+
 TEST(QuantityTypeSimple, CheckTakesAnyObjectForTheMeasure) {
     for (const char* object :
          {"TYPE IfcMassMeasure = REAL;\nEND_TYPE;\n", "ENTITY IfcMassMeasure;\nEND_ENTITY;\n"}) {

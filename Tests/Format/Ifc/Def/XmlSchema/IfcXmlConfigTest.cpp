@@ -173,6 +173,60 @@ TEST(ConfigTest, ALinkMadeLaterLeavesTheOtherAttributesAlone) {
     EXPECT_EQ(ownerOf.pXmlAttribute(), &newer.getAttributesInverse().front());
 }
 
+/// The attributes that `AllElements` links, and another one.
+struct LinkedAttributes {
+    explicit LinkedAttributes(const ifc::def::SchemaPset& schema) :
+        root(entityOf(schema, "IfcRoot")),
+        name(*root.pAttributeFromName(ifc::def::schema::AttributeName("Name"), false)),
+        owner(*root.pAttributeFromName(ifc::def::schema::AttributeName("Owner"), false)),
+        ownerOf(*root.pAttributeInverseFromName("OwnerOf", false)) {}
+
+    const ifc::def::schema::Entity& root;
+    const ifc::def::schema::Attribute& name;
+    const ifc::def::schema::Attribute& owner;
+    const ifc::def::schema::AttributeInverse& ownerOf;
+};
+
+TEST(ConfigTest, AtItsEndUnlinksTheAttributesThatItLinked) {
+    const auto schema = schemaPsetFromText(ConfigSchema);
+    const LinkedAttributes attributes(*schema);
+    {
+        std::istringstream stream(sConfigText(AllElements));
+        Config config(*schema, stream);
+        const XmlFromText document("<any/>");
+        config.vLink(attributes.owner, *config.pAttribute(Attribute(document.root())));
+        ASSERT_NE(attributes.name.pXmlAttribute(), nullptr);
+        ASSERT_NE(attributes.ownerOf.pXmlAttribute(), nullptr);
+        ASSERT_NE(attributes.owner.pXmlAttribute(), nullptr);
+    }
+    EXPECT_EQ(attributes.name.pXmlAttribute(), nullptr);
+    EXPECT_EQ(attributes.ownerOf.pXmlAttribute(), nullptr);
+    EXPECT_EQ(attributes.owner.pXmlAttribute(), nullptr) << "linked after the reading";
+}
+
+TEST(ConfigTest, AtItsEndLeavesAloneWhatAnotherHasLinkedSince) {
+    const auto schema = schemaPsetFromText(ConfigSchema);
+    const LinkedAttributes attributes(*schema);
+    std::istringstream olderStream(sConfigText(AllElements));
+    auto older = std::make_unique<Config>(*schema, olderStream);
+    std::istringstream newerStream(sConfigText(AllElements));
+    const Config newer(*schema, newerStream);
+    older.reset();
+    EXPECT_EQ(attributes.name.pXmlAttribute(), &newer.getAttributes().front());
+    EXPECT_EQ(attributes.ownerOf.pXmlAttribute(), &newer.getAttributesInverse().front());
+}
+
+TEST(ConfigTest, AtItsEndDoesNotLinkAnewWhatItTookFromAnEarlierOne) {
+    ReadConfig older(AllElements);
+    const LinkedAttributes attributes(*older.schema);
+    {
+        std::istringstream stream(sConfigText(AllElements));
+        const Config newer(*older.schema, stream);
+    }
+    EXPECT_EQ(attributes.name.pXmlAttribute(), nullptr);
+    EXPECT_EQ(older.config.getAttributes().size(), 1U) << "its records are still there";
+}
+
 } // namespace
 
 } // namespace kiv::test
