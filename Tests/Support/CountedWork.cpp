@@ -35,6 +35,7 @@ void vOutputCount(std::size_t bytes) {
 #include <dlfcn.h>
 #include <expat.h>
 #include <malloc.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -43,6 +44,9 @@ template <typename Function>
 Function* pNext(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
+
+/// What a question to the file system counts as.
+constexpr std::uint64_t FileQuestionBytes = 1000;
 
 void* pHeld(void* memory) {
     heldBytes += static_cast<std::int64_t>(malloc_usable_size(memory));
@@ -103,6 +107,8 @@ void* pCountedAllocate(std::size_t size) asm("malloc");
 void* pCountedReallocate(void* memory, std::size_t size) asm("realloc");
 void* pCountedAllocateAligned(std::size_t alignment, std::size_t size) asm("aligned_alloc");
 void countedFree(void* memory) asm("free");
+int countedStatus(const char* path, struct stat* status) asm("stat");
+int countedLinkStatus(const char* path, struct stat* status) asm("lstat");
 XML_Status countedParse(XML_Parser parser, const char* text, int size, int isLast) asm("XML_Parse");
 XML_Status countedParseBuffer(XML_Parser parser, int size, int isLast) asm("XML_ParseBuffer");
 
@@ -175,6 +181,18 @@ void countedFree(void* memory) {
     static auto* const next = pNext<decltype(countedFree)>("free");
     vGivenBack(memory);
     next(memory);
+}
+
+int countedStatus(const char* path, struct stat* status) {
+    static auto* const next = pNext<decltype(countedStatus)>("stat");
+    work.bytes += FileQuestionBytes;
+    return next(path, status);
+}
+
+int countedLinkStatus(const char* path, struct stat* status) {
+    static auto* const next = pNext<decltype(countedLinkStatus)>("lstat");
+    work.bytes += FileQuestionBytes;
+    return next(path, status);
 }
 
 XML_Status countedParse(XML_Parser parser, const char* text, int size, int isLast) {

@@ -11,7 +11,8 @@
 ///   - basic blocks that the library and the test enter. Both are compiled once more for that (target
 ///     kiv_counted), by a compiler that calls a function of ours at the start of each block;
 ///   - bytes that memchr, memcpy, memcmp and the like go through, for whomever: std::string and streams end
-///     there. The text that libexpat gets to see counts too, again each time it is shown;
+///     there. The text that libexpat gets to see counts too, again each time it is shown, and a question to
+///     the file system counts as a thousand;
 ///   - bytes of memory that are asked for;
 ///   - the most bytes of memory that are held at once, beyond those that were held before;
 ///   - bytes that are written, as far as they go to a `CountedOutput`.

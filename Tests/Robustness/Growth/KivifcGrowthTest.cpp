@@ -46,7 +46,7 @@ std::string sForeignName(std::size_t number) {
 }
 
 TEST(KivifcGrowthTest, FilesThatAreExportedAgain) {
-    constexpr std::size_t Many = 2'000;
+    constexpr std::size_t Many = 1'000;
     vGrowthExpect({{"names that differ beyond ASCII", Many,
                     [](std::size_t count) {
                         return sJoined(count, [](std::size_t i) { return sForeignName(i) + "\n"; });
