@@ -48,12 +48,14 @@ public:
         shift_ = bucketShift<std::uint64_t>(starts_.size() - 1);
     }
 
-    /// The entries of this name, in the order in which they were added. Cost: their number.
+    /// The entries of this name, in the order in which they were added.
     std::span<const Entry> find(std::string_view name) const {
         const auto bucket = search(name);
         auto count = std::min<std::size_t>(bucket.size(), 1);
-        while (count < bucket.size() && isOf(bucket[count], name))
-            ++count;
+        while (count < bucket.size() && isOf(bucket[count], name)) {
+            if (++count > FewInBucket)
+                return firstOf(bucket, name);
+        }
         return bucket.first(count);
     }
 
@@ -84,6 +86,13 @@ private:
         if (isOf(*first, name))
             return {first, end};
         return searchSameHash(name, {first, end});
+    }
+
+    /// Those of this name, with which the entries begin.
+    static std::span<const Entry> firstOf(std::span<const Entry> entries, std::string_view name) {
+        const auto end = std::partition_point(entries.begin(), entries.end(),
+                                              [&](const Entry& entry) { return isOf(entry, name); });
+        return entries.first(static_cast<std::size_t>(end - entries.begin()));
     }
 
     /// The same among entries the first of which have the hash of the name.

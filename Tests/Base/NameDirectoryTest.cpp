@@ -75,6 +75,20 @@ TEST(NameDirectoryTest, FindsAllOfANameInTheOrderInWhichTheyWereAdded) {
 
 /// The hash does not see the bit in which lower-case letters differ from upper-case ones, in no byte; so
 /// names that differ in it between other bytes than letters have one hash.
+TEST(NameDirectoryTest, FindsAllOfANameThatManyHave) {
+    for (const std::size_t count : {15U, 16U, 17U, 18U, 100U}) {
+        Strings names;
+        for (std::size_t index = 0; index != count; ++index)
+            names.insert(names.end(), {"Name", "Other" + std::to_string(index)});
+        const Things things(names);
+        std::vector<std::ptrdiff_t> places;
+        for (std::size_t index = 0; index != count; ++index)
+            places.push_back(static_cast<std::ptrdiff_t>(2 * index));
+        EXPECT_EQ(things.placesOf("nAME"), places);
+        EXPECT_EQ(things.placesOf("Other7"), std::vector<std::ptrdiff_t>{15});
+    }
+}
+
 TEST(NameDirectoryTest, NamesOfOneHashAreDistinguished) {
     const Things things({"x{", "X[", "x{", "X[", "x["});
     ASSERT_EQ(upperHash("x{"), upperHash("X["));

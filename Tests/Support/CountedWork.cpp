@@ -7,6 +7,8 @@
 namespace {
 
 constinit thread_local kiv::test::Work work;
+// What is held now. Memory of another thread that is freed here counts down.
+constinit thread_local std::int64_t heldBytes = 0;
 
 } // namespace
 
@@ -16,12 +18,24 @@ Work workDone() {
     return work;
 }
 
+std::uint64_t peakBegin() {
+    const auto held = heldBytes > 0 ? static_cast<std::uint64_t>(heldBytes) : 0;
+    work.peakBytes = held;
+    return held;
+}
+
+void vOutputCount(std::size_t bytes) {
+    work.writtenBytes += bytes;
+}
+
 } // namespace kiv::test
 
 #if defined(KIV_WORK_COUNTED)
 
 #include <dlfcn.h>
 #include <expat.h>
+#include <malloc.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -29,6 +43,20 @@ namespace {
 template <typename Function>
 Function* pNext(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+/// What a question to the file system counts as.
+constexpr std::uint64_t FileQuestionBytes = 1000;
+
+void* pHeld(void* memory) {
+    heldBytes += static_cast<std::int64_t>(malloc_usable_size(memory));
+    if (heldBytes > static_cast<std::int64_t>(work.peakBytes))
+        work.peakBytes = static_cast<std::uint64_t>(heldBytes);
+    return memory;
+}
+
+void vGivenBack(void* memory) {
+    heldBytes -= static_cast<std::int64_t>(malloc_usable_size(memory));
 }
 
 std::size_t equalSize(const char* left, const char* right, std::size_t size) {
@@ -78,6 +106,9 @@ std::size_t countedLength(const char* text) asm("strlen");
 void* pCountedAllocate(std::size_t size) asm("malloc");
 void* pCountedReallocate(void* memory, std::size_t size) asm("realloc");
 void* pCountedAllocateAligned(std::size_t alignment, std::size_t size) asm("aligned_alloc");
+void countedFree(void* memory) asm("free");
+int countedStatus(const char* path, struct stat* status) asm("stat");
+int countedLinkStatus(const char* path, struct stat* status) asm("lstat");
 XML_Status countedParse(XML_Parser parser, const char* text, int size, int isLast) asm("XML_Parse");
 XML_Status countedParseBuffer(XML_Parser parser, int size, int isLast) asm("XML_ParseBuffer");
 
@@ -130,19 +161,38 @@ std::size_t countedLength(const char* text) {
 void* pCountedAllocate(std::size_t size) {
     static auto* const next = pNext<decltype(pCountedAllocate)>("malloc");
     work.allocatedBytes += size;
-    return next(size);
+    return pHeld(next(size));
 }
 
 void* pCountedReallocate(void* memory, std::size_t size) {
     static auto* const next = pNext<decltype(pCountedReallocate)>("realloc");
     work.allocatedBytes += size;
-    return next(memory, size);
+    vGivenBack(memory);
+    return pHeld(next(memory, size));
 }
 
 void* pCountedAllocateAligned(std::size_t alignment, std::size_t size) {
     static auto* const next = pNext<decltype(pCountedAllocateAligned)>("aligned_alloc");
     work.allocatedBytes += size;
-    return next(alignment, size);
+    return pHeld(next(alignment, size));
+}
+
+void countedFree(void* memory) {
+    static auto* const next = pNext<decltype(countedFree)>("free");
+    vGivenBack(memory);
+    next(memory);
+}
+
+int countedStatus(const char* path, struct stat* status) {
+    static auto* const next = pNext<decltype(countedStatus)>("stat");
+    work.bytes += FileQuestionBytes;
+    return next(path, status);
+}
+
+int countedLinkStatus(const char* path, struct stat* status) {
+    static auto* const next = pNext<decltype(countedLinkStatus)>("lstat");
+    work.bytes += FileQuestionBytes;
+    return next(path, status);
 }
 
 XML_Status countedParse(XML_Parser parser, const char* text, int size, int isLast) {

@@ -5,14 +5,17 @@
 ///     });
 ///     EXPECT_LE(growth, ProportionalGrowth);
 ///
-/// Work is counted and not timed, so a test finds the same on every machine, however busy it is. Three counts
+/// Work is counted and not timed, so a test finds the same on every machine, however busy it is. Five counts
 /// are kept, and each is judged by itself, so that a large one cannot hide the growth of a small one:
 ///
 ///   - basic blocks that the library and the test enter. Both are compiled once more for that (target
 ///     kiv_counted), by a compiler that calls a function of ours at the start of each block;
 ///   - bytes that memchr, memcpy, memcmp and the like go through, for whomever: std::string and streams end
-///     there. The text that libexpat gets to see counts too, again each time it is shown;
-///   - bytes of memory that are asked for.
+///     there. The text that libexpat gets to see counts too, again each time it is shown, and a question to
+///     the file system counts as a thousand;
+///   - bytes of memory that are asked for;
+///   - the most bytes of memory that are held at once, beyond those that were held before;
+///   - bytes that are written, as far as they go to a `CountedOutput`.
 ///
 /// The law is that twice the size takes two and a half times the work at most. Where it does not hold, it is
 /// judged at a size half as large again too, and the smaller growth counts: a table that doubles when it is
@@ -35,6 +38,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <ostream>
+#include <streambuf>
 
 namespace kiv::test {
 
@@ -48,10 +53,35 @@ struct Work {
     std::uint64_t blocks = 0;
     std::uint64_t bytes = 0;
     std::uint64_t allocatedBytes = 0;
+    /// The most that was held at once since `peakBegin`, all that was held before included.
+    std::uint64_t peakBytes = 0;
+    std::uint64_t writtenBytes = 0;
 };
 
 /// What this thread has done since it began.
 Work workDone();
+
+/// Begins to look for the most bytes held anew; gives those that are held now.
+std::uint64_t peakBegin();
+
+/// Counts bytes as written.
+void vOutputCount(std::size_t bytes);
+
+/// A stream whose text is counted and dropped.
+class CountedOutput : private std::streambuf, public std::ostream {
+public:
+    CountedOutput() : std::ostream(this) {}
+
+private:
+    std::streambuf::int_type overflow(std::streambuf::int_type byte) override {
+        vOutputCount(1);
+        return std::streambuf::traits_type::not_eof(byte);
+    }
+    std::streamsize xsputn(const char*, std::streamsize size) override {
+        vOutputCount(static_cast<std::size_t>(size));
+        return size;
+    }
+};
 
 /// What is in proportion to its size doubles with it, what grows with the square becomes four times as much.
 /// Choose sizes of a thousand pieces or more: what each piece takes by itself hides the square in smaller
@@ -67,5 +97,9 @@ using Preparation = std::function<std::function<void()>(std::size_t size)>;
 
 /// How many times as much work twice the size takes, judged as the file says; 1 where nothing is counted.
 double growthFrom(std::size_t size, const Preparation& prepare);
+
+/// The same for what must write more than in proportion to its size: work counts for each byte written, and
+/// what is written does not count. The memory held still does.
+double growthForOutputFrom(std::size_t size, const Preparation& prepare);
 
 } // namespace kiv::test

@@ -7,6 +7,7 @@
 
 #include "Robustness/Growth/GrowthRow.h"
 #include "Support/AssertCollector.h"
+#include "Support/Growth.h"
 #include "Support/SchemaPsetFromText.h"
 #include "Support/SetFromText.h"
 #include "Support/XmlFromText.h"
@@ -154,6 +155,35 @@ TEST(DocumentGrowthTest, Sets) {
                                "</TypeComplexProperty>");
           }}},
         vSetRead);
+}
+
+/// Reads a set, checks it, and writes what is wrong with it.
+void vRecordsWrite(const std::string& text) {
+    const AssertCollector reports;
+    const auto schema = schemaPsetFromText("ENTITY IfcWall;\nEND_ENTITY;\n");
+    kiv::xml::File file(nullptr, kiv::xml::VerboseLevel::Quiet, kiv::xml::ValidateLevel::None);
+    std::istringstream stream(text);
+    const auto root = file.parse(stream, "", nullptr);
+    ASSERT_TRUE(root);
+    ifc::def::xml::XmlSetErrors errors;
+    const auto set = pSetFromElement(*root, errors);
+    set->checkForErrors(*schema, errors);
+    ASSERT_EQ(errors.getSetName(), set->getName());
+    ifc::def::xml::XmlSetsErrors report;
+    report.sets.insert(std::move(errors));
+    CountedOutput output;
+    report.vFormattedErrorsWrite(output);
+}
+
+// The name of a set is written with each of its records, so the report may be as long as the square of the
+// document. It is only written, and never held.
+TEST(DocumentGrowthTest, RecordsOfASetWithALongName) {
+    vGrowthForOutputExpect({{"records", 50'000,
+                             [](std::size_t count) {
+                                 return "<PropertySetDef><Name>" + std::string(4 * count, 'x') + "</Name>" +
+                                        sTimes("<e/>", count) + "</PropertySetDef>";
+                             }}},
+                           vRecordsWrite);
 }
 
 TEST(DocumentGrowthTest, Markup) {

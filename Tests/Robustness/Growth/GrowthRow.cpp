@@ -6,15 +6,29 @@
 
 namespace kiv::test {
 
-void vGrowthExpect(const std::vector<GrowthRow>& rows, const std::function<void(const std::string&)>& read) {
+namespace {
+
+void vGrowthExpect(const std::vector<GrowthRow>& rows, const std::function<void(const std::string&)>& read,
+                   double (*growthOf)(std::size_t size, const Preparation& prepare)) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const Preparation prepare = [&](std::size_t size) {
             return [text = row.text(size), &read] { read(text); };
         };
-        const auto growth = growthFrom(isWorkCounted ? row.size / 10 : row.size, prepare);
+        const auto growth = growthOf(isWorkCounted ? row.size / 10 : row.size, prepare);
         EXPECT_LE(growth, ProportionalGrowth);
     }
+}
+
+} // namespace
+
+void vGrowthExpect(const std::vector<GrowthRow>& rows, const std::function<void(const std::string&)>& read) {
+    vGrowthExpect(rows, read, growthFrom);
+}
+
+void vGrowthForOutputExpect(const std::vector<GrowthRow>& rows,
+                            const std::function<void(const std::string&)>& write) {
+    vGrowthExpect(rows, write, growthForOutputFrom);
 }
 
 std::string sJoined(std::size_t count, const std::function<std::string(std::size_t)>& piece) {

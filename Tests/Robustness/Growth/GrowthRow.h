@@ -24,6 +24,11 @@ struct GrowthRow {
 /// Has each text read at both sizes; a failure names the row whose text costs too much.
 void vGrowthExpect(const std::vector<GrowthRow>& rows, const std::function<void(const std::string&)>& read);
 
+/// The same where more than in proportion to a text must be written: work may grow with what is written,
+/// memory may not. What is written is counted by a `CountedOutput`.
+void vGrowthForOutputExpect(const std::vector<GrowthRow>& rows,
+                            const std::function<void(const std::string&)>& write);
+
 /// A piece of text for each number below `count`, one behind the other.
 std::string sJoined(std::size_t count, const std::function<std::string(std::size_t)>& piece);
 

@@ -136,6 +136,15 @@ TEST_F(GrowthTest, WhatGrowsWithTheSquareIsFoundWhereverItHides) {
                  memory = static_cast<char*>(std::realloc(memory, held));
              std::free(memory);
          }},
+        {"memory that is held",
+         [](std::size_t size) { std::vector<std::string>(size, std::string(size, 'x')); }},
+        {"memory that is written to a stream",
+         [](std::size_t size) {
+             const std::string text(size, 'x');
+             CountedOutput output;
+             for (std::size_t time = 0; time != size; ++time)
+                 output << text;
+         }},
     };
     for (const auto& job : jobs)
         EXPECT_GT(growthOf(job, 2'000), ProportionalGrowth) << job.name;
@@ -184,6 +193,43 @@ TEST_F(GrowthTest, WhatGrowsHardlyFasterThanItsSizeIsLetPass) {
         EXPECT_LE(growth, 2.5) << job.name;
         EXPECT_GE(growth, 1.9) << job.name << " is counted";
     }
+}
+
+TEST_F(GrowthTest, MemoryIsJudgedByTheMostThatIsHeldAtOnce) {
+    peakBegin();
+    const auto before = workDone();
+    for (int time = 0; time != 10; ++time)
+        std::vector<char>(1'000'000, 'x');
+    const auto after = workDone();
+    EXPECT_GE(after.allocatedBytes - before.allocatedBytes, 10'000'000U);
+    EXPECT_GE(after.peakBytes - before.peakBytes, 1'000'000U);
+    EXPECT_LE(after.peakBytes - before.peakBytes, 1'100'000U);
+}
+
+// A text of the square of the size is fine to write, but not to hold.
+TEST_F(GrowthTest, WorkForOutputMayGrowWithItAndMemoryMayNot) {
+    const auto growth = [](const std::function<void(std::size_t size)>& run) {
+        return growthForOutputFrom(2'000, [&](std::size_t size) { return [&run, size] { run(size); }; });
+    };
+    EXPECT_LE(growth([](std::size_t size) {
+                  const std::string text(size, 'x');
+                  CountedOutput output;
+                  for (std::size_t time = 0; time != size; ++time)
+                      output << text;
+              }),
+              ProportionalGrowth);
+    EXPECT_GT(growth([](std::size_t size) {
+                  std::string text;
+                  for (std::size_t time = 0; time != size; ++time)
+                      text.append(size, 'x');
+                  CountedOutput() << text;
+              }),
+              ProportionalGrowth);
+    EXPECT_GT(growth([](std::size_t size) {
+                  vStepsTake(size * size);
+                  CountedOutput() << std::string(size, 'x');
+              }),
+              ProportionalGrowth);
 }
 
 // At 2048 all of it fits, at 4096 it does not: four times the memory for twice the size.

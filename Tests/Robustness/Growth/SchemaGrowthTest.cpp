@@ -1,17 +1,19 @@
 // Schema texts of every hostile shape that comes to mind, each at two sizes; what comes of such texts is
 // tested in Format/Ifc/Def/Schema/SchemaHostileTest.cpp, here only their cost counts. Where each family is:
 //
-//     long lines, long names, nested aggregates                              LongLines, LongHeaders
-//     entities, types, attributes, items, lists, rules, clauses, schemas     ManyOfOneKind
-//     names that repeat or differ in letter case only                        EqualNames
-//     inheritance, defined types, selects, diamonds of lists and selects     Chains
-//     SUBTYPE OF, ONEOF, TYPE, SELECT, LIST, attributes of the own entity    Circles
-//     attributes that are looked for along lines of supertypes               RedeclaredAttributes,
-//     InverseAttributes supertypes that are looked for in lists SelectsOfManyEntitiesAsked... operators,
-//     signs, powers, qualifiers, lists, brackets                  Rules what the grammar of rules has no
-//     place for                             RulesThatAreRefused brackets, comments, literals and statements
-//     without an end             WhatNeverEnds aliases, records, classes, members and markup of documents
-//     DocumentGrowthTest.cpp
+// - LongLines, LongHeaders: long lines, long names, nested aggregates
+// - ManyOfOneKind: entities, types, attributes, items, lists, rules, clauses, schemas
+// - EqualNames: names that repeat or differ in letter case only
+// - Chains: inheritance, defined types, selects, diamonds of lists and selects
+// - Circles: SUBTYPE OF, ONEOF, TYPE, SELECT, LIST, attributes of the own entity
+// - RedeclaredAttributes, InverseAttributes: attributes that are looked for along lines of supertypes
+// - SelectsOfManyEntitiesAsked...: supertypes that are looked for in lists
+// - TypesOfOneTypeThatHasRules: rules of a type, and their reports, times the types that are built on it
+// - AttributesAskedForByTheNameOfTheirEntity: attributes of one name, in many entities and in one
+// - Rules: operators, signs, powers, qualifiers, lists, brackets
+// - RulesThatAreRefused: what the grammar of rules has no place for
+// - WhatNeverEnds: brackets, comments, literals and statements without an end
+// - DocumentGrowthTest.cpp: aliases, records, classes, members and markup of documents
 
 #include "Robustness/Growth/GrowthRow.h"
 #include "Support/AssertCollector.h"
@@ -591,16 +593,92 @@ TEST(SchemaGrowthTest, SelectsOfManyEntitiesAskedForTheEndOfALongLine) {
         vSchemaRead);
 }
 
-// The rules of a type are parsed once more for each type that is resolved through it, and kept each time;
-// that is wanted. So a clause and the derived types of its type, each half of a text, cost by the square of
-// it. The derived types alone need not.
+/// Counts the reports, as keeping their texts costs more than the texts that they are about.
+class CountingSink final : public kiv::assert::Sink {
+public:
+    void vReport(const kiv::assert::AssertInfo&) override { ++count_; }
+
+    std::size_t getCount() const { return count_; }
+
+private:
+    std::size_t count_ = 0;
+};
+
+// The rules of a type are there once more for each type that is resolved through it, and so are the reports
+// about them.
 TEST(SchemaGrowthTest, TypesOfOneTypeThatHasRules) {
-    vGrowthExpect({{"derived types", 20'000,
-                    [](std::size_t count) {
-                        return "TYPE T = REAL;\n WHERE\n  WR1 : SELF > 0;\nEND_TYPE;\n" +
-                               sJoined(count, [](std::size_t i) { return sType(sNumbered("D", i), "T"); });
-                    }}},
-                  vSchemaRead);
+    constexpr std::size_t Many = 20'000;
+    const auto types = [](std::size_t count, const std::string& rules) {
+        return "TYPE T = REAL;\n WHERE\n" + rules + "END_TYPE;\n" +
+               sJoined(count, [](std::size_t i) { return sType(sNumbered("D", i), "T"); });
+    };
+    const auto rules = [](std::size_t count) { return sTimes("  WR1 : SELF > 0;\n", count); };
+    const auto check = [](const std::string& text) {
+        CountingSink sink;
+        const kiv::assert::ScopedSink installed(sink);
+        const auto schema = schemaFromText(text);
+        const auto* const type = Type::pFrom(schema->pObjectFromName("T"));
+        ASSERT_NE(type, nullptr);
+        const auto resolved = type->getDerivedTypes().size() + 1;
+        EXPECT_EQ(type->pWhere()->getRules().size() % resolved, 0U);
+        EXPECT_EQ(sink.getCount() % resolved, 0U);
+        EXPECT_GE(type->pWhere()->getRules().size() + sink.getCount(), resolved);
+    };
+    vGrowthExpect(
+        {{"derived types", Many, [=](std::size_t count) { return types(count, rules(1)); }},
+         {"rules and derived types", Many, [=](std::size_t count) { return types(count, rules(count)); }},
+         {"long rule and derived types", Many,
+          [=](std::size_t count) { return types(count, "  WR1 : a" + sTimes(" + a", count) + ";\n"); }},
+         {"rules, the last refused, and derived types", Many,
+          [=](std::size_t count) { return types(count, rules(count) + "  WR2 : ;\n"); }},
+         {"refused rule and derived types", Many,
+          [=](std::size_t count) { return types(count, "  WR1 : a" + sTimes(" + a", count) + " +;\n"); }},
+         {"lines of derived types", Many,
+          [=](std::size_t count) {
+              return types(1, rules(count)) + sJoined(count, [](std::size_t i) {
+                         return "TYPE " + sNumbered("D", i + 1) + " = " + sNumbered("D", i) + ";\n WHERE\n" +
+                                "  WR1 : SELF > 0;\nEND_TYPE;\n";
+                     });
+          }}},
+        check);
+}
+
+TEST(SchemaGrowthTest, AttributesAskedForByTheNameOfTheirEntity) {
+    constexpr std::size_t Many = 20'000;
+    const auto entities = [](std::size_t count, const std::function<std::string(std::size_t)>& lines) {
+        return sJoined(count, [&](std::size_t i) { return sEntity(sNumbered("E", i), lines(i)); }) +
+               sEntity("NONE");
+    };
+    const auto isOne = [](const std::string& text) { return [text](std::size_t) { return text; }; };
+    // Each by the names of its entity and of itself, and one that no entity has.
+    const auto attributesAsk = [](const std::string& text) {
+        const AssertCollector reports;
+        const auto schema = schemaFromText(text);
+        for (const auto* object : schema->getObjects()) {
+            const std::string name(object->getName());
+            for (const auto& attribute : Entity::pFrom(object)->getAttributes())
+                ASSERT_NE(schema->pAttributeGet(name, std::string(attribute.getName())), nullptr);
+            ASSERT_EQ(schema->pAttributeGet(name, "C"), nullptr);
+        }
+        ASSERT_EQ(schema->pAttributeGet("NONE", "A"), nullptr);
+    };
+    vGrowthExpect(
+        {{"of one name", Many, [=](std::size_t count) { return entities(count, isOne("A : REAL;\n")); }},
+         {"of one name, along a line of supertypes", Many,
+          [=](std::size_t count) {
+              return entities(count, [](std::size_t i) {
+                  return (i == 0 ? "" : sSubtypeOf("E", i - 1)) + "\nA : REAL;\n";
+              });
+          }},
+         {"of one name in one entity", Many,
+          [](std::size_t count) { return sEntity("E", sTimes("A : REAL;\n", count)) + sEntity("NONE"); }},
+         {"of other names in one entity", Many,
+          [](std::size_t count) {
+              return sEntity("E",
+                             sJoined(count, [](std::size_t i) { return sNumbered("A", i) + " : REAL;\n"; })) +
+                     sEntity("NONE");
+          }}},
+        attributesAsk);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "kivifc/Program/OneLine.h"
 
 #include <CLI/CLI.hpp>
+#include <cstddef>
 #include <fmt/format.h>
 #include <memory>
 #include <string>
@@ -37,26 +38,26 @@ struct Configured {
     bool isInverse = false;
 };
 
-template <class Attributes>
-void vConfiguredAdd(const Attributes& attributes, bool isInverse, std::vector<Configured>& all) {
+template <class Attributes, class Take>
+void vConfiguredGive(const Attributes& attributes, bool isInverse, const Take& take) {
     for (const auto& attribute : attributes) {
         auto text = sConfigured(attribute);
         if (!text.empty())
-            all.push_back({fmt::format("{}.{}", attribute.getEntity().getName(), attribute.getName()),
-                           std::move(text), isInverse});
+            take(Configured{fmt::format("{}.{}", attribute.getEntity().getName(), attribute.getName()),
+                            std::move(text), isInverse});
     }
 }
 
-/// Of all entities, in the order of the schema's text.
-std::vector<Configured> configuredAttributes(const SchemaPset& schema) {
-    std::vector<Configured> all;
+/// Hands over those of all entities, in the order of the schema's text, one by one: each is named with its
+/// entity, whose name may be as long as the schema.
+template <class Take>
+void vConfiguredGive(const SchemaPset& schema, const Take& take) {
     for (const auto* object : schema.getObjects()) {
         if (const auto* entity = Entity::pFrom(object)) {
-            vConfiguredAdd(entity->getAttributes(), false, all);
-            vConfiguredAdd(entity->getAttributesInverse(), true, all);
+            vConfiguredGive(entity->getAttributes(), false, take);
+            vConfiguredGive(entity->getAttributesInverse(), true, take);
         }
     }
-    return all;
 }
 
 /// A text as a line shows it.
@@ -65,9 +66,9 @@ std::string sGiven(const std::string& text) {
                         : sOneLine(text);
 }
 
-std::string sConfig(const SchemaPset& schema, const std::vector<assert::AssertRecord>& reports) {
+void vConfigWrite(const SchemaPset& schema, const std::vector<assert::AssertRecord>& reports,
+                  Output& output) {
     const auto& config = *schema.pXmlSchemaConfig();
-    const auto attributes = configuredAttributes(schema);
     auto text = sTableLine("target namespace", sGiven(config.getSchema().getTargetNamespace()));
     text += sTableLine("prefix", sGiven(config.getNamespace().getPrefix()));
     text += sTableLine("alias", sGiven(config.getNamespace().getAlias()));
@@ -77,23 +78,26 @@ std::string sConfig(const SchemaPset& schema, const std::vector<assert::AssertRe
     text +=
         sTableLine("records", fmt::format("{} of attributes, {} of inverses", config.getAttributes().size(),
                                           config.getAttributesInverse().size()));
-    text += sTableLine("attributes", fmt::format("{}", attributes.size()));
-    for (const auto& attribute : attributes)
-        text += fmt::format("  {}  {}{}\n", sOneLine(attribute.name), attribute.text,
-                            attribute.isInverse ? " (inverse)" : "");
-    text += sTableLine("reports", fmt::format("{}", reports.size()));
+    std::size_t count = 0;
+    vConfiguredGive(schema, [&](const Configured&) { ++count; });
+    output.vWrite(text + sTableLine("attributes", fmt::format("{}", count)));
+    vConfiguredGive(schema, [&](const Configured& attribute) {
+        output.vWrite(fmt::format("  {}  {}{}\n", sOneLine(attribute.name), attribute.text,
+                                  attribute.isInverse ? " (inverse)" : ""));
+    });
+    output.vWrite(sTableLine("reports", fmt::format("{}", reports.size())));
     for (const auto& report : reports)
-        text += fmt::format("  {} ({})\n", sOneLine(report.message), sOneLine(report.function));
-    return text;
+        output.vWrite(fmt::format("  {} ({})\n", sOneLine(report.message), sOneLine(report.function)));
 }
 
 Json configJson(const SchemaPset& schema, const std::vector<assert::AssertRecord>& reports) {
     const auto& config = *schema.pXmlSchemaConfig();
     Json attributes = Json::array();
-    for (const auto& attribute : configuredAttributes(schema))
-        attributes.push_back({{"attribute", attribute.name},
+    vConfiguredGive(schema, [&](Configured&& attribute) {
+        attributes.push_back({{"attribute", std::move(attribute.name)},
                               {"inverse", attribute.isInverse},
-                              {"representation", attribute.text}});
+                              {"representation", std::move(attribute.text)}});
+    });
     return {{"targetNamespace", config.getSchema().getTargetNamespace()},
             {"prefix", config.getNamespace().getPrefix()},
             {"alias", config.getNamespace().getAlias()},
@@ -138,7 +142,7 @@ void ConfigCommand::vRun(Console& console) {
     if (jsonAsked_)
         vJsonWrite(configJson(*file->schema, *reports), console.output);
     else
-        console.output.vWrite(sConfig(*file->schema, *reports));
+        vConfigWrite(*file->schema, *reports, console.output);
 }
 
 std::unique_ptr<Command> pConfigCommand() {

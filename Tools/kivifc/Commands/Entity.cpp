@@ -68,7 +68,7 @@ void EntityCommand::vRun(Console& console) {
         json["sets"] = applicableSetsJson(*loaded, groups);
         return vJsonWrite(json, console.output);
     }
-    console.output.vWrite(sEntityPicture(*entity));
+    vEntityPictureWrite(*entity, console.output);
     console.output.vWrite(groups.empty() ? "sets: none\n" : "sets\n" + sApplicableSets(schema, groups, "  "));
 }
 

@@ -14,6 +14,7 @@
 #include <utility>
 
 #if __has_include(<unistd.h>)
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -49,14 +50,20 @@ bool isOwn(std::string_view text) {
     return text.substr(body.size()) == sMark(body);
 }
 
-/// What paths have in common that differ in letter case or in the form of characters beyond ASCII only.
-std::string sCaseKey(const fs::path& path) {
+/// What paths to one file have in common; different files rarely have it.
+std::string sFileKey(const fs::path& path) {
+#if __has_include(<unistd.h>)
+    struct stat file {};
+    return lstat(path.c_str(), &file) == 0 ? fmt::format("{} {}", file.st_dev, file.st_ino) : std::string();
+#else
+    // Letter case, and the form of characters beyond ASCII, may not count.
     auto key = path.string();
     std::ranges::transform(key, key.begin(),
                            [](char byte) { return ascii::isAscii(byte) ? ascii::getLower(byte) : '?'; });
     key.erase(std::unique(key.begin(), key.end(), [](char a, char b) { return a == '?' && b == '?'; }),
               key.end());
     return key;
+#endif
 }
 
 std::string sSystemReason() {
@@ -169,7 +176,7 @@ std::string ExportFiles::sWrite(const fs::path& path, const std::string& text) {
     if (failure.empty())
         failure = sFileReplace(path, text + sMark(text));
     if (failure.empty())
-        written_.emplace(sCaseKey(path), path);
+        written_.emplace(sFileKey(path), path);
     return failure;
 }
 
@@ -197,7 +204,7 @@ std::string ExportFiles::sKeepReason(const fs::path& path) const {
 
 /// Whether this export has written to the file that is there, under this name or another one.
 bool ExportFiles::isWritten(const fs::path& path) const {
-    const auto [begin, end] = written_.equal_range(sCaseKey(path));
+    const auto [begin, end] = written_.equal_range(sFileKey(path));
     return std::any_of(begin, end, [&](const auto& entry) {
         std::error_code error;
         return fs::equivalent(entry.second, path, error);

@@ -41,7 +41,7 @@ private:
     bool isWritten(const std::filesystem::path& path) const;
 
     bool isForced_;
-    // What was written, by a key that paths share when a file system may take them for one.
+    // What was written, by a key that paths to one file share.
     std::multimap<std::string, std::filesystem::path> written_;
 };
 

@@ -4,8 +4,8 @@
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Program/OneLine.h"
 
-#include <algorithm>
 #include <fmt/format.h>
+#include <unordered_set>
 #include <utility>
 
 namespace kiv::kivifc {
@@ -18,8 +18,9 @@ using Sets = std::vector<const SetDef*>;
 
 Sets withoutRepeats(const Sets& sets) {
     Sets once;
+    std::unordered_set<const SetDef*> known;
     for (const auto* set : sets) {
-        if (std::ranges::find(once, set) == once.end())
+        if (known.insert(set).second)
             once.push_back(set);
     }
     return once;

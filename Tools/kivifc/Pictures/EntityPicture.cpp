@@ -122,49 +122,53 @@ std::string sWhere(const ParsedRule& rule) {
     return fmt::format("{} : {}", rule.label.getView(), sExpression(*rule.expression));
 }
 
-using Lines = std::vector<std::string>;
-
-template <class Items>
-Lines linesOf(const Items& items, std::string (*sLine)(const typename Items::value_type&)) {
-    Lines lines;
-    for (const auto& item : items)
-        lines.push_back(sLine(item));
-    return lines;
+std::span<const DeriveValue> derivedOf(const Entity& entity) {
+    if (!entity.pDerive())
+        return {};
+    return entity.pDerive()->getValues();
 }
 
-Lines attributeLines(const Entity& entity) {
-    return linesOf(entity.getAttributes(), sAttribute);
+std::span<const UniqueRule> uniqueOf(const Entity& entity) {
+    if (!entity.pUnique())
+        return {};
+    return entity.pUnique()->getRules();
 }
 
-Lines derivedLines(const Entity& entity) {
-    return entity.pDerive() ? linesOf(entity.pDerive()->getValues(), sDerived) : Lines();
+ParsedRules whereOf(const Entity& entity) {
+    return entity.pWhere() ? entity.pWhere()->getRules() : ParsedRules();
 }
 
-Lines inverseLines(const Entity& entity) {
-    return linesOf(entity.getAttributesInverse(), sInverse);
-}
+/// Writes what all entities of a line declare of one kind, each under its name; nothing when none does. The
+/// lines are written one by one: each may name an entity whose name is as long as the schema.
+class Section {
+public:
+    Section(const char* title, const std::vector<const Entity*>& line, Output& output) :
+        title_(title), line_(line), output_(output) {}
 
-Lines uniqueLines(const Entity& entity) {
-    return entity.pUnique() ? linesOf(entity.pUnique()->getRules(), sUnique) : Lines();
-}
-
-Lines whereLines(const Entity& entity) {
-    return entity.pWhere() ? linesOf(entity.pWhere()->getRules(), sWhere) : Lines();
-}
-
-/// What all entities of a line declare of one kind, each under its name; nothing when none does.
-std::string sSection(const char* title, const std::vector<const Entity*>& line,
-                     Lines (*declared)(const Entity&)) {
-    std::string text;
-    for (const auto* entity : line) {
-        const auto lines = declared(*entity);
-        if (!lines.empty())
-            text += fmt::format("  {}\n", entity->getName());
-        for (const auto& each : lines)
-            text += fmt::format("    {}\n", sOneLine(each));
+    /// `itemsOf` gives the items of an entity.
+    template <class ItemsOf, class Line>
+    void vWrite(const ItemsOf& itemsOf, const Line& sLine) {
+        for (const auto* entity : line_) {
+            const auto& items = itemsOf(*entity);
+            if (!items.empty())
+                vHeadWrite(*entity);
+            for (const auto& item : items)
+                output_.vWrite(fmt::format("    {}\n", sOneLine(sLine(item))));
+        }
     }
-    return text.empty() ? text : fmt::format("{}\n{}", title, text);
-}
+
+private:
+    void vHeadWrite(const Entity& entity) {
+        if (const auto* title = std::exchange(title_, nullptr))
+            output_.vWrite(fmt::format("{}\n", title));
+        output_.vWrite(fmt::format("  {}\n", entity.getName()));
+    }
+
+    // Null once it is written.
+    const char* title_;
+    const std::vector<const Entity*>& line_;
+    Output& output_;
+};
 
 /// The text, or null when there is none.
 Json textJson(const std::string& text) {
@@ -223,18 +227,20 @@ void vRulesAdd(const Entity& entity, Json& json) {
 
 } // namespace
 
-std::string sEntityPicture(const Entity& entity) {
+void vEntityPictureWrite(const Entity& entity, Output& output) {
     const auto line = lineOf(entity);
-    auto text =
-        sTableLine("entity", fmt::format("{}{}", entity.getName(), entity.isAbstract() ? " (abstract)" : ""));
-    text += sTableLine("line", sNames(line, " > "));
+    output.vWrite(sTableLine(
+        "entity", fmt::format("{}{}", entity.getName(), entity.isAbstract() ? " (abstract)" : "")));
+    output.vWrite(sTableLine("line", sNames(line, " > ")));
     if (!entity.getSubtypes().empty())
-        text += sTableLine("subtypes", sNames(entity.getSubtypes(), ", "));
-    text += sSection("attributes", line, attributeLines);
-    text += sSection("derived", line, derivedLines);
-    text += sSection("inverses", line, inverseLines);
-    text += sSection("unique", line, uniqueLines);
-    return text + sSection("where", line, whereLines);
+        output.vWrite(sTableLine("subtypes", sNames(entity.getSubtypes(), ", ")));
+    Section("attributes", line, output)
+        .vWrite([](const Entity& each) { return each.getAttributes(); }, sAttribute);
+    Section("derived", line, output).vWrite(derivedOf, sDerived);
+    Section("inverses", line, output)
+        .vWrite([](const Entity& each) { return each.getAttributesInverse(); }, sInverse);
+    Section("unique", line, output).vWrite(uniqueOf, sUnique);
+    Section("where", line, output).vWrite(whereOf, sWhere);
 }
 
 Json entityPictureJson(const Entity& entity) {

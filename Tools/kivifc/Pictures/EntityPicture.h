@@ -3,17 +3,16 @@
 ///
 /// One entity as a person wants to see it: with all that it inherits.
 ///
-///     output.vWrite(sEntityPicture(wall));
+///     vEntityPictureWrite(wall, output);
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kivifc/Json/Json.h"
-
-#include <string>
+#include "kivifc/Program/Output.h"
 
 namespace kiv::kivifc {
 
-std::string sEntityPicture(const ifc::def::schema::Entity& entity);
+void vEntityPictureWrite(const ifc::def::schema::Entity& entity, Output& output);
 
 /// The same facts as JSON.
 Json entityPictureJson(const ifc::def::schema::Entity& entity);

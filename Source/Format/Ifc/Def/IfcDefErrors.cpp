@@ -1,13 +1,17 @@
 #include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 
-#include <array>
 #include <fstream>
+#include <ostream>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace kiv::ifc::def::xml {
 
 namespace {
+
+/// Enough to be as quick as a write of all at once.
+constexpr std::streamsize DumpBufferSize = 64 * 1024;
 
 std::string_view kindField(ErrorKind kind) {
     switch (kind) {
@@ -17,6 +21,22 @@ std::string_view kindField(ErrorKind kind) {
         return "FatalError;";
     }
     return {};
+}
+
+/// Hands on the report, in short pieces.
+template <class Sets, class Take>
+void vTextGive(const Sets& sets, const Take& take) {
+    for (const XmlSetErrors& set : sets) {
+        for (const ErrorRecord& record : set.getRecords()) {
+            take(set.getSetName());
+            take(";");
+            take(kindField(record.kind));
+            take(record.item);
+            take(";");
+            take(record.message);
+            take("\n");
+        }
+    }
 }
 
 } // namespace
@@ -31,24 +51,22 @@ void XmlSetErrors::vSetNameSet(std::string setName) {
 
 std::string XmlSetsErrors::getFormattedErrors() const {
     std::string text;
-    for (const XmlSetErrors& set : sets) {
-        for (const ErrorRecord& record : set.getRecords()) {
-            text.append(set.getSetName()).append(1, ';').append(kindField(record.kind));
-            text.append(record.item).append(1, ';').append(record.message).append(1, '\n');
-        }
-    }
+    vTextGive(sets, [&](std::string_view piece) { text += piece; });
     return text;
 }
 
+void XmlSetsErrors::vFormattedErrorsWrite(std::ostream& stream) const {
+    vTextGive(sets, [&](std::string_view piece) { stream << piece; });
+}
+
 void XmlSetsErrors::vDump(const char* path) const {
-    // Opening the file empties it, so everything that needs memory comes first.
-    const auto text = getFormattedErrors();
-    std::array<char, 4096> buffer;
+    // Opening the file empties it, so what needs memory comes first.
+    std::vector<char> buffer(DumpBufferSize);
     std::ofstream file;
-    file.rdbuf()->pubsetbuf(buffer.data(), buffer.size());
+    file.rdbuf()->pubsetbuf(buffer.data(), DumpBufferSize);
     file.open(path);
     if (file)
-        file << text;
+        vFormattedErrorsWrite(file);
 }
 
 } // namespace kiv::ifc::def::xml

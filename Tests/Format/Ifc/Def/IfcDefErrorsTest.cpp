@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -162,6 +163,33 @@ TEST(XmlSetsErrors, CollectorWithoutRecordsAddsNothingToTheReport) {
     XmlSetErrors errors;
     errors.vSetNameSet("Quiet");
     EXPECT_EQ(sReportOf(errors), "");
+}
+
+TEST(XmlSetsErrors, StreamGetsTheReportBehindWhatItHolds) {
+    XmlSetsErrors all;
+    all.sets.insert(collectorOf("Set", "item"));
+    all.sets.insert(collectorOf("Another", "2"));
+    std::ostringstream stream;
+    stream << "before\n";
+    all.vFormattedErrorsWrite(stream);
+    EXPECT_EQ(stream.str(), "before\nAnother;Error;2;message\nSet;Error;item;message\n");
+}
+
+TEST(XmlSetsErrors, DumpOfAReportThatIsLongerThanItsBufferIsWhole) {
+    const TemporaryFolder folder;
+    const auto path = folder.sFile("report.txt");
+    XmlSetErrors errors;
+    const std::string name(50'000, 'n');
+    errors.vSetNameSet(name);
+    std::string expected;
+    for (const std::string item : {"1", "2", "3"}) {
+        errors.vErrorAdd(ErrorKind::FatalError, item, "message", 0);
+        expected += name + ";FatalError;" + item + ";message\n";
+    }
+    XmlSetsErrors all;
+    all.sets.insert(std::move(errors));
+    all.vDump(path.c_str());
+    EXPECT_EQ(sFileContent(path), expected);
 }
 
 TEST(XmlSetsErrors, DumpReplacesTheFileByTheReport) {

@@ -1,5 +1,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
+#include "Base/Ascii.h"
+#include "Base/NameHash.h"
 #include "Base/Words8.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaModel.h"
@@ -7,9 +9,45 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <istream>
+#include <span>
 
 namespace kiv::ifc::def::schema {
+
+namespace {
+
+using AttributeEntry = NameDirectory<const Attribute>::Entry;
+
+std::uint32_t upperNameHash(std::string_view name) {
+    auto hash = nameHash({});
+    for (const char byte : name)
+        hash = nameHashStep(hash, ascii::getUpper(byte));
+    return hash;
+}
+
+/// Whether a name that is upper-case already comes before another one of the same size, upper-cased.
+bool isBefore(std::string_view upperName, std::string_view name) {
+    return std::ranges::lexicographical_compare(
+        upperName, name, {}, [](char byte) { return static_cast<unsigned char>(byte); },
+        [](char byte) { return static_cast<unsigned char>(ascii::getUpper(byte)); });
+}
+
+/// How many of the attributes are of entities that come before the one of this name when a schema is
+/// resolved: by the hash of the upper-cased name, its length, and its bytes.
+std::size_t countBefore(std::span<const AttributeEntry> entries, std::string_view name) {
+    const auto hash = upperNameHash(name);
+    const auto end = std::partition_point(entries.begin(), entries.end(), [&](const AttributeEntry& entry) {
+        const auto& entity = entry.value->getEntity();
+        const auto other = entity.getNameUpper();
+        if (entity.getNameUpperHash() != hash)
+            return entity.getNameUpperHash() < hash;
+        return other.size() != name.size() ? other.size() < name.size() : isBefore(other, name);
+    });
+    return static_cast<std::size_t>(end - entries.begin());
+}
+
+} // namespace
 
 Schema::Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) :
     model_(std::make_unique<Model>()) {
@@ -32,7 +70,11 @@ const ObjectBase* Schema::pObjectFromName(const ObjectName& name) const {
 
 const Attribute* Schema::pAttributeGet(const std::string& entityName,
                                        const std::string& attributeName) const {
-    for (const auto& entry : model_->attributesDirectory.find(attributeName)) {
+    auto entries = model_->attributesDirectory.find(attributeName);
+    // Attributes of one name are in the order in which their entities were resolved.
+    if (entries.size() > FewInBucket)
+        entries = entries.subspan(countBefore(entries, entityName));
+    for (const auto& entry : entries.first(std::min(entries.size(), FewInBucket))) {
         if (isUpperOf(entityName, entry.value->getEntity().getNameUpper()))
             return entry.value;
     }

@@ -183,8 +183,9 @@ void SchemaBuilder::vObjectTableBuild() {
         model_.objectTable.vAdd(object->getNameUpper(), *object);
 }
 
-/// The order in which objects are resolved, and so the order of the reports about them: by the hash of the
-/// upper-cased name, its length, and its bytes.
+/// The order in which objects are resolved, and so the order of the reports about them, and that of
+/// attributes of one name, which `Schema::pAttributeGet` relies on: by the hash of the upper-cased name, its
+/// length, and its bytes.
 std::vector<ObjectBase*> SchemaBuilder::objectsByHash() const {
     struct Key {
         std::uint32_t hash;

@@ -30,6 +30,9 @@ void DataTypeSelect::vUpdate(Schema& schema) {
         members_.push_back(member);
         allEntities_ = allEntities_ && member->getKind() == ObjectBase::Type::Entity;
     }
+    // A text may name any number of objects that are not there.
+    if (members_.size() < memberNames_.size() / 2)
+        members_.shrink_to_fit();
 }
 
 bool DataTypeSelect::isConstructed() const {

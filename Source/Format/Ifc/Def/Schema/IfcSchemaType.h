@@ -33,7 +33,7 @@ public:
     static const Type* pFrom(const ObjectBase* object);
 
     /// Resolves the underlying type, depth first, and parses the rules. It runs again each time another type
-    /// resolves through this one, and then parses the rules again.
+    /// resolves through this one, and then has the rules again.
     void vUpdate(Schema& schema) override;
 
     /// The text after '=', up to the first ';', as written.

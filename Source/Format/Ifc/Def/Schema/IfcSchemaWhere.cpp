@@ -23,6 +23,21 @@ constexpr std::size_t FewRules = 2;
 
 } // namespace
 
+/// What became of the text.
+struct Where::Parsed {
+    ParsedRule* rules = nullptr;
+    std::size_t count = 0;
+    std::size_t room = 0;
+    // Where the rules begin that the text was parsed into last, and how many times that happened.
+    std::size_t again = 0;
+    std::size_t times = 0;
+    // For which schema that was; null when parsing did not come to an end.
+    const Schema* schema = nullptr;
+    // What was wrong with the text, and the report of it, which is made when it is needed. Null for nothing.
+    const char* refused = nullptr;
+    std::string_view report;
+};
+
 Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) {
     auto& lines = line.getEmptyLines();
     constexpr Keyword end("END_", 3);
@@ -45,39 +60,86 @@ std::vector<std::string_view> Where::getLines() const {
     return linesOfText(text_);
 }
 
+ParsedRules Where::getRules() const {
+    if (!parsed_)
+        return {};
+    return {parsed_->rules, parsed_->count, parsed_->again, parsed_->times};
+}
+
 void Where::parseRules(Schema& schema) {
+    auto& arena = SchemaBuilder::arenaOf(schema);
+    // A schema gives the same rules each time. A type is resolved once for each type that is made of it, and
+    // there may be many of these.
+    if (parsed_ && parsed_->schema == &schema) {
+        ++parsed_->times;
+        return vRefusedReport(arena);
+    }
+    vParsingBegin(arena);
     try {
         vRulesParse(schema);
     } catch (const ExpressParser::SyntaxError& error) {
-        if (!assert::Assert::isEnabled())
-            return;
-        std::string message(placeOf(Report::RuleRefused).message);
-        message.append(error.what()).append("\n\nRule: ").append(text_);
-        vReport(Report::RuleRefused, message);
+        // With the byte that ends it.
+        const std::string_view what = error.what();
+        parsed_->refused = arena.getCopy({what.data(), what.size() + 1}).data();
     }
+    parsed_->schema = &schema;
+    vRefusedReport(arena);
+}
+
+/// Only the rules that were parsed last can be there several times; others are stored that often.
+void Where::vParsingBegin(Arena& arena) {
+    if (!parsed_)
+        parsed_ = arena.pMake<Parsed>();
+    const auto again = parsed_->again;
+    const auto count = parsed_->count;
+    while (parsed_->times > 1) {
+        for (auto index = again; index < count; ++index) {
+            const auto& rule = parsed_->rules[index];
+            // The tree is the arena's, and the pointer destroys nothing.
+            vRuleAdd({ExpressionText(rule.label, &arena), ExpressionPtr(rule.expression.get())}, arena);
+        }
+        --parsed_->times;
+    }
+    parsed_->again = parsed_->count;
+    parsed_->times = 1;
+    parsed_->schema = nullptr;
+    parsed_->refused = nullptr;
+    parsed_->report = {};
 }
 
 void Where::vRulesParse(Schema& schema) {
     ExpressTokenizer tokenizer(text_);
     auto& arena = SchemaBuilder::arenaOf(schema);
     ExpressParser parser(tokenizer, schema, arena);
-    const auto before = count_;
+    const auto before = parsed_->count;
     while (auto rule = parser.parseRule())
         vRuleAdd(std::move(*rule), arena);
-    if (count_ == before)
+    if (parsed_->count == before)
         parser.vFail(std::string(textOf(SyntaxMessage::RuleExpected)));
 }
 
 void Where::vRuleAdd(ParsedRule&& rule, Arena& arena) {
-    if (count_ == room_) {
-        const auto room = std::max(FewRules, 2 * room_);
+    auto& parsed = *parsed_;
+    if (parsed.count == parsed.room) {
+        const auto room = std::max(FewRules, 2 * parsed.room);
         auto* const rules = static_cast<ParsedRule*>(arena.pAllocateFor<ParsedRule>(room));
-        std::uninitialized_move_n(rules_, count_, rules);
-        rules_ = rules;
-        room_ = room;
+        std::uninitialized_move_n(parsed.rules, parsed.count, rules);
+        parsed.rules = rules;
+        parsed.room = room;
     }
-    std::construct_at(rules_ + count_, std::move(rule));
-    ++count_;
+    std::construct_at(parsed.rules + parsed.count, std::move(rule));
+    ++parsed.count;
+}
+
+void Where::vRefusedReport(Arena& arena) {
+    if (!parsed_->refused || !assert::Assert::isEnabled())
+        return;
+    if (parsed_->report.empty()) {
+        std::string message(placeOf(Report::RuleRefused).message);
+        message.append(parsed_->refused).append("\n\nRule: ").append(text_);
+        parsed_->report = arena.getCopy(message);
+    }
+    vReport(Report::RuleRefused, parsed_->report);
 }
 
 } // namespace kiv::ifc::def::schema

@@ -29,7 +29,8 @@ namespace kiv::ifc::def::schema {
 class ReadLineHelper;
 class Schema;
 
-/// The rules of a clause, in the order of the text: a list that is looked at, not changed.
+/// The rules of a clause, in the order of the text; a clause that was parsed again has them again, although
+/// they are stored once. A list that is looked at, not changed.
 class ParsedRules {
 public:
     class Iterator {
@@ -41,12 +42,14 @@ public:
         using reference = const ParsedRule&;
 
         Iterator() = default;
-        explicit Iterator(const ParsedRule* rule) : rule_(rule) {}
+        Iterator(const ParsedRules& rules, std::size_t index);
 
         const ParsedRule& operator*() const { return *rule_; }
         const ParsedRule* operator->() const { return rule_; }
         Iterator& operator++() {
-            ++rule_;
+            ++index_;
+            if (++rule_ == end_)
+                rule_ = again_;
             return *this;
         }
         Iterator operator++(int) {
@@ -54,28 +57,48 @@ public:
             ++*this;
             return before;
         }
-        friend bool operator==(const Iterator&, const Iterator&) = default;
+        /// Of two places in one list.
+        friend bool operator==(const Iterator& left, const Iterator& right) {
+            return left.index_ == right.index_;
+        }
 
     private:
         const ParsedRule* rule_ = nullptr;
+        // What comes after the last rule that is stored.
+        const ParsedRule* again_ = nullptr;
+        const ParsedRule* end_ = nullptr;
+        std::size_t index_ = 0;
     };
     using value_type = ParsedRule;
     using iterator = Iterator;
     using const_iterator = Iterator;
 
-    ParsedRules(const ParsedRule* rules, std::size_t count) : rules_(rules), count_(count) {}
+    ParsedRules() = default;
+    /// `count` rules side by side, of which those from `again` on are there `times` times in all.
+    ParsedRules(const ParsedRule* rules, std::size_t count, std::size_t again, std::size_t times) :
+        rules_(rules), count_(count), again_(again), size_(again + (count - again) * times) {}
 
-    std::size_t size() const { return count_; }
-    bool empty() const { return count_ == 0; }
-    Iterator begin() const { return Iterator(rules_); }
-    Iterator end() const { return Iterator(rules_ + count_); }
+    std::size_t size() const { return size_; }
+    bool empty() const { return size_ == 0; }
+    Iterator begin() const { return {*this, 0}; }
+    Iterator end() const { return {*this, size_}; }
     /// The index is below the size.
-    const ParsedRule& operator[](std::size_t index) const { return rules_[index]; }
+    const ParsedRule& operator[](std::size_t index) const {
+        return rules_[index < count_ ? index : again_ + (index - again_) % (count_ - again_)];
+    }
 
 private:
-    const ParsedRule* rules_;
-    std::size_t count_;
+    const ParsedRule* rules_ = nullptr;
+    std::size_t count_ = 0;
+    std::size_t again_ = 0;
+    std::size_t size_ = 0;
 };
+
+inline ParsedRules::Iterator::Iterator(const ParsedRules& rules, std::size_t index) :
+    rule_(rules.rules_ + (index < rules.count_ ? index : rules.again_)),
+    again_(rules.rules_ + rules.again_),
+    end_(rules.rules_ + rules.count_),
+    index_(index) {}
 
 class KIV_EXPORT Where {
 public:
@@ -87,8 +110,9 @@ public:
     Where(const Where&) = delete;
     Where& operator=(const Where&) = delete;
 
-    /// Parses the text and appends its rules; a clause that is resolved twice holds its rules twice.
-    /// A literal out of range leaves this as std::out_of_range.
+    /// Parses the text and appends its rules; a clause that is resolved twice holds its rules twice, and has
+    /// reported its syntax error twice. For the same schema that costs neither time nor memory the second
+    /// time. A literal out of range leaves this as std::out_of_range.
     void parseRules(Schema& schema);
 
     /// The lines that belong to rules, as read; they live as long as this object.
@@ -98,17 +122,20 @@ public:
     std::string_view getText() const { return text_; }
 
     /// The parsed rules in the order of the text.
-    ParsedRules getRules() const { return {rules_, count_}; }
+    ParsedRules getRules() const;
 
 private:
+    struct Parsed;
+
+    void vParsingBegin(Arena& arena);
     void vRulesParse(Schema& schema);
     void vRuleAdd(ParsedRule&& rule, Arena& arena);
+    void vRefusedReport(Arena& arena);
 
     std::string_view text_;
-    // Lie in the arena of the schema, as their trees do, and are gone with it.
-    ParsedRule* rules_ = nullptr;
-    std::size_t count_ = 0;
-    std::size_t room_ = 0;
+    // Null before the first parsing. Lies in the arena of the schema, as the rules and their trees do, and is
+    // gone with it.
+    Parsed* parsed_ = nullptr;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -322,6 +322,36 @@ TEST(SchemaTest, AttributesOfOneNameAndOneEntityComeInTheOrderOfTheDeclaration) 
     EXPECT_EQ(schema->pAttributeGet("A", "tag")->getName(), "Tag");
 }
 
+// Too many to go through them all. There are three entities E17, and the one read first is resolved first.
+TEST(SchemaTest, AttributeIsFoundAmongThoseOfManyEntities) {
+    constexpr int Many = 200;
+    std::string text;
+    const auto entityAdd = [&](const std::string& name) {
+        text += "ENTITY " + name + ";\n  Tag : REAL;\n  TAG : STRING;\nEND_ENTITY;\n";
+    };
+    for (int number = 0; number != Many; ++number)
+        entityAdd("E" + std::to_string(number));
+    entityAdd("e17");
+    entityAdd("E17");
+    // Both names hash to 0x2BD6D9E8.
+    entityAdd("AER8ABWS");
+    entityAdd("ZETM3");
+    const auto schema = schemaFromText(text);
+    ASSERT_EQ(schema->attributesGet("tag").size(), 2U * (Many + 4));
+    for (const auto* object : schema->getObjectsByName()) {
+        const auto name = std::string(object->getName());
+        const auto* attribute = schema->pAttributeGet(name, "tAg");
+        ASSERT_NE(attribute, nullptr) << name;
+        EXPECT_EQ(&attribute->getEntity(), object);
+        EXPECT_EQ(attribute->getName(), "Tag") << name;
+        EXPECT_EQ(schema->pAttributeGet(name, "Tog"), nullptr);
+        EXPECT_EQ(schema->pAttributeGet(name + "x", "Tag"), nullptr);
+    }
+    EXPECT_EQ(schema->pAttributeGet("zetm3", "TAG"), schema->pAttributeGet("ZETM3", "tag"));
+    EXPECT_EQ(schema->pAttributeGet("aer8abws", "tag"), schema->pAttributeGet("AER8ABWS", "tag"));
+    EXPECT_EQ(schema->pAttributeGet("", "Tag"), nullptr);
+}
+
 // ---- The resolution pass
 
 TEST(SchemaTest, ResolvesDataTypesThenObjectsByHashThenInverseAttributes) {

@@ -267,6 +267,20 @@ TEST(TypeTest, RulesAreParsedOnceForEachTimeATypeIsResolved) {
     EXPECT_THAT(labelsOf(typeOf(*schema, "D")), ElementsAre("WD"));
 }
 
+// By the schema, and through B, C and D: four times, and no fifth time through E, which names B.
+TEST(TypeTest, SyntaxErrorIsReportedOnceForEachTimeATypeIsResolved) {
+    AssertCollector reports;
+    const auto schema = schemaFromText("TYPE A = REAL;\n WHERE\n  WA : TRUE;\n  WB : ;\nEND_TYPE;\n"
+                                       "TYPE B = A;\nEND_TYPE;\nTYPE C = A;\nEND_TYPE;\n"
+                                       "TYPE D = A;\nEND_TYPE;\nTYPE E = B;\nEND_TYPE;\n");
+    EXPECT_THAT(labelsOf(typeOf(*schema, "A")), ElementsAre("WA", "WA", "WA", "WA"));
+    const auto records = reports.getRecords();
+    ASSERT_EQ(records.size(), 4U);
+    for (const auto& record : records)
+        EXPECT_EQ(record, records[0]);
+    EXPECT_TRUE(records[0].message.ends_with("\n\nRule:   WA : TRUE;\n  WB : ;\n")) << records[0].message;
+}
+
 TEST(TypeTest, DerivedTypeIsListedOnceHoweverOftenItIsResolved) {
     const auto schema = schemaFromText("TYPE A = REAL;\nEND_TYPE;\n"
                                        "TYPE B = A;\nEND_TYPE;\n"

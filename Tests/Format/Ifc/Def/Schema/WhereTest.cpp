@@ -14,6 +14,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -344,6 +345,92 @@ TEST(WhereTest, ParsingAgainReportsASyntaxErrorAgain) {
     clause.where.parseRules(*clause.schema);
     EXPECT_THAT(clause.rulesOf(), ElementsAre("WR1 : A", "WR1 : A"));
     EXPECT_EQ(reports.getRecords().size(), 2U);
+}
+
+// The rules of the text, again for each time that it is parsed, by whichever way they are looked at.
+TEST(WhereTest, ParsingManyTimesGivesTheRulesThatOften) {
+    Clause clause("WR1 : A;\nWR2 : B;\nWR3 : C;\nEND_ENTITY;\n");
+    EXPECT_EQ(clause.where.getRules().size(), 0U);
+    EXPECT_EQ(clause.where.getRules().begin(), clause.where.getRules().end());
+    constexpr std::string_view Texts[] = {"A", "B", "C"};
+    for (std::size_t times = 1; times != 5; ++times) {
+        clause.where.parseRules(*clause.schema);
+        const auto rules = clause.where.getRules();
+        ASSERT_EQ(rules.size(), 3 * times);
+        EXPECT_FALSE(rules.empty());
+        std::size_t index = 0;
+        for (const auto& rule : rules) {
+            ASSERT_LT(index, rules.size());
+            EXPECT_EQ(&rule, &rules[index]);
+            EXPECT_EQ(sExpressionText(*rule.expression), Texts[index % 3]);
+            ++index;
+        }
+        EXPECT_EQ(index, rules.size());
+    }
+}
+
+// What the text is depends on the schema: only there is Kind.A1 an item.
+TEST(WhereTest, EachSchemaGivesRulesOfItsOwn) {
+    AssertCollector reports;
+    Clause clause("WR1 : Kind.A1 = x;\nWR2 : B;\nEND_ENTITY;\n");
+    const auto other = schemaFromText("ENTITY Kind;\nEND_ENTITY;");
+    for (auto* const schema : {clause.schema.get(), clause.schema.get(), clause.schema.get(), other.get(),
+                               other.get(), clause.schema.get()})
+        clause.where.parseRules(*schema);
+    const std::string item = "WR1 : (Kind::A1 = x)";
+    const std::string attribute = "WR1 : (Kind.A1 = x)";
+    EXPECT_THAT(clause.rulesOf(), ElementsAre(item, "WR2 : B", item, "WR2 : B", item, "WR2 : B", attribute,
+                                              "WR2 : B", attribute, "WR2 : B", item, "WR2 : B"));
+    EXPECT_TRUE(reports.getRecords().empty());
+}
+
+TEST(WhereTest, NumberOutOfRangeIsRaisedAgainAndKeepsTheRulesBeforeIt) {
+    Clause clause("WR1 : A;\nWR2 : A = 2147483648;\nEND_ENTITY;\n");
+    EXPECT_THROW(clause.where.parseRules(*clause.schema), std::out_of_range);
+    EXPECT_THROW(clause.where.parseRules(*clause.schema), std::out_of_range);
+    EXPECT_THAT(clause.rulesOf(), ElementsAre("WR1 : A", "WR1 : A"));
+}
+
+TEST(WhereTest, ClauseWithoutARuleIsReportedEachTimeAndStaysEmpty) {
+    AssertCollector reports;
+    Clause clause("(* : *) ;\nEND_ENTITY;\n");
+    for (int time = 0; time != 3; ++time)
+        clause.where.parseRules(*clause.schema);
+    EXPECT_TRUE(clause.where.getRules().empty());
+    EXPECT_EQ(clause.where.getRules().begin(), clause.where.getRules().end());
+    const auto records = reports.getRecords();
+    ASSERT_EQ(records.size(), 3U);
+    EXPECT_EQ(records[1], records[0]);
+    EXPECT_EQ(records[2], records[0]);
+    EXPECT_THAT(records[0].message, EndsWith("\n\nRule: (* : *) ;\n"));
+}
+
+// The first parsing has nobody to report to.
+TEST(WhereTest, SinkThatComesLaterGetsTheReportOfEachParsingFromThenOn) {
+    Clause clause("WR1 : A;\nWR2 : ;\nEND_ENTITY;\n");
+    clause.where.parseRules(*clause.schema);
+    AssertCollector reports;
+    clause.where.parseRules(*clause.schema);
+    clause.where.parseRules(*clause.schema);
+    const auto records = reports.getRecords();
+    ASSERT_EQ(records.size(), 2U);
+    EXPECT_EQ(records[0], records[1]);
+    EXPECT_THAT(records[0].message, StartsWith("Got SyntaxError when parsing an express rule: "));
+    EXPECT_THAT(records[0].message, EndsWith("\n\nRule: WR1 : A;\nWR2 : ;\n"));
+}
+
+TEST(WhereTest, ReportsOfOneClauseShareTheirText) {
+    struct PlaceSink final : kiv::assert::Sink {
+        void vReport(const kiv::assert::AssertInfo& info) override { texts.push_back(info.message.data()); }
+        std::vector<const char*> texts;
+    } sink;
+    const kiv::assert::ScopedSink installed(sink);
+    Clause clause("WR1 : ;\nEND_ENTITY;\n");
+    for (int time = 0; time != 3; ++time)
+        clause.where.parseRules(*clause.schema);
+    ASSERT_EQ(sink.texts.size(), 3U);
+    EXPECT_EQ(sink.texts[1], sink.texts[0]);
+    EXPECT_EQ(sink.texts[2], sink.texts[0]);
 }
 
 TEST(WhereTest, NamesDeclaredBehindTheClauseAreKnownToItsRules) {

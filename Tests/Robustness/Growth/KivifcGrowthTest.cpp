@@ -1,0 +1,104 @@
+// What kivifc writes about hostile input: files of an export, and pictures of entities with long names.
+
+#include "Robustness/Growth/GrowthRow.h"
+#include "Support/AssertCollector.h"
+#include "Support/Growth.h"
+#include "Support/SchemaFromText.h"
+#include "Tools/kivifc/TemporaryFolder.h"
+#include "kivifc/Documents/ExportFile.h"
+#include "kivifc/Pictures/EntityPicture.h"
+#include "kivifc/Program/Output.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <sstream>
+#include <string>
+
+namespace kiv::test {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+/// Exports a set for each line of the text, its name, and then exports them all again.
+void vNamesExport(const std::string& names) {
+    const kivifc::test::TemporaryFolder folder;
+    for (int time = 0; time != 2; ++time) {
+        kivifc::ExportFiles files(false);
+        std::istringstream lines(names);
+        for (std::string name; std::getline(lines, name);) {
+            const auto path = std::filesystem::path(folder.sPath(kivifc::sFileName(name)));
+            ASSERT_EQ(files.sWrite(path, "<set/>\n"), "");
+        }
+    }
+}
+
+/// A name of three characters that are not ASCII, another one for each number below 64 to the third.
+std::string sForeignName(std::size_t number) {
+    std::string name;
+    for (int place = 0; place != 3; ++place, number /= 64)
+        name += {'\xE4', '\xB8', static_cast<char>(0x80 + number % 64)};
+    return name;
+}
+
+TEST(KivifcGrowthTest, FilesThatAreExportedAgain) {
+    constexpr std::size_t Many = 1'000;
+    vGrowthExpect({{"names that differ beyond ASCII", Many,
+                    [](std::size_t count) {
+                        return sJoined(count, [](std::size_t i) { return sForeignName(i) + "\n"; });
+                    }},
+                   {"names", Many,
+                    [](std::size_t count) {
+                        return sJoined(count, [](std::size_t i) { return "P" + std::to_string(i) + "\n"; });
+                    }}},
+                  vNamesExport);
+}
+
+/// A stream that counts what is written to it.
+std::FILE* pCountedFile() {
+    cookie_io_functions_t functions{};
+    functions.write = [](void*, const char*, std::size_t size) {
+        vOutputCount(size);
+        return static_cast<ssize_t>(size);
+    };
+    return fopencookie(nullptr, "w", functions);
+}
+
+void vEntityWrite(const std::string& statements) {
+    const AssertCollector reports;
+    const auto schema = schemaFromText(statements);
+    const auto* const entity = Entity::pFrom(schema->getObjects().front());
+    ASSERT_NE(entity, nullptr);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(pCountedFile(), &std::fclose);
+    ASSERT_NE(file, nullptr);
+    kivifc::Output output(file.get());
+    kivifc::vEntityPictureWrite(*entity, output);
+    EXPECT_EQ(output.sFinish(), "");
+}
+
+TEST(KivifcGrowthTest, EntitiesWithLongNamesAndManyAttributes) {
+    constexpr std::size_t Many = 5'000;
+    const auto entity = [](std::size_t count, const std::string& lines) {
+        return "ENTITY " + std::string(10 * count, 'x') + ";\n" + lines + "END_ENTITY;\n";
+    };
+    vGrowthForOutputExpect(
+        {{"attributes", Many, [=](std::size_t count) { return entity(count, sTimes("A : REAL;\n", count)); }},
+         // Each is written with the entity that declares the attribute it refers to.
+         {"inverse attributes", Many,
+          [=](std::size_t count) {
+              const std::string name(10 * count, 'x');
+              return entity(count, "A : X;\n INVERSE\n" + sTimes("  I : SET OF E FOR A;\n", count)) +
+                     "ENTITY E;\n SUBTYPE OF (" + name + ");\nEND_ENTITY;\n";
+          }},
+         {"rules", Many,
+          [=](std::size_t count) { return entity(count, " WHERE\n" + sTimes("  WR1 : A > 1;\n", count)); }}},
+        vEntityWrite);
+}
+
+} // namespace
+
+} // namespace kiv::test
