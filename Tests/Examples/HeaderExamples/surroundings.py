@@ -121,7 +121,8 @@ SURROUNDINGS = {
     "TextFile.h": row(TOOL, "Diagnostics& diagnostics", DIAGNOSTICS),
     "TextTable.h": row(TOOL, "std::chrono::nanoseconds elapsed"),
     "DataTypeJson.h": row(
-        TOOL, "const ifc::def::schema::Schema& schema, const ifc::def::schema::Attribute& attribute, Json& json", ENTITY),
+        TOOL, "const ifc::def::schema::Schema& schema, const ifc::def::schema::Attribute& attribute, JsonWriter& writer", ENTITY),
+    "JsonWriter.h": row(TOOL, "Output& output", ["kivifc/Program/Output.h"]),
     "EntityPicture.h": row(TOOL, "const ifc::def::schema::Entity& wall, Output& output", ["kivifc/Program/Output.h"]),
     "ExpressionText.h": row(TOOL, "const ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
     "ExpressionJson.h": row(TOOL),
