@@ -21,7 +21,10 @@ constexpr const char* Description =
 
 constexpr const char* StatusHelp =
     "Exit status: 0 all is fine, 1 something is wrong with what was looked at,\n"
-    "2 the job could not be done, for one input at least.";
+    "2 the job could not be done, for one input at least.\n"
+    "\n"
+    "In JSON, a path that is not UTF-8 has a second member, pathBytes, in which each byte but letters,\n"
+    "digits and - . _ ~ / is %XX, its number in hexadecimal digits.";
 
 void vRun(Command& command, Console& console) {
     try {

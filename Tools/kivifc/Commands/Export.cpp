@@ -2,6 +2,7 @@
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Documents/ExportFile.h"
 #include "kivifc/Documents/SchemaWithSets.h"
+#include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Program/OneLine.h"
 
@@ -70,8 +71,8 @@ private:
                     const defs::SetDef& set) {
         if (const auto failure = files_.sWrite(path, sDocument(set, info_)); !failure.empty())
             return console_.diagnostics.vFail(path.string(), failure);
-        written_.push_back(
-            {{"set", set.getName()}, {"context", contextJson(context)}, {"path", path.string()}});
+        written_.push_back(withBytes(
+            {{"set", set.getName()}, {"context", contextJson(context)}, {"path", path.string()}}, "path"));
     }
 
     Console& console_;
