@@ -34,7 +34,7 @@ TEST(KivifcAddressSpace, TooLittleIsOneLineAndNoAbort) {
     for (const std::string words : {"--version", "schema Building.exp --json"}) {
         int failures = 0;
         int kilobytes = 1000;
-        for (Run run; run.status != 0; kilobytes += 100) {
+        for (test::Run run; run.status != 0; kilobytes += 100) {
             ASSERT_LT(kilobytes, 100000);
             SCOPED_TRACE(words + " within " + std::to_string(kilobytes) + " kB");
             run = runWithin(kilobytes, words);
@@ -44,8 +44,9 @@ TEST(KivifcAddressSpace, TooLittleIsOneLineAndNoAbort) {
             if (run.status == 0 || run.status == NotStarted)
                 continue;
             EXPECT_THAT(linesOf(run.err), SizeIs(1));
-            if (run.status == 2)
+            if (run.status == 2) {
                 EXPECT_THAT(run.err, EndsWith(": not enough memory\n"));
+            }
             ++failures;
         }
         EXPECT_GT(failures, 3) << "else nothing was tried";

@@ -17,7 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using testing::EndsWith;
 using testing::HasSubstr;
 
 constexpr int Sets = 300;
@@ -35,10 +34,11 @@ void vSetsWrite(const TemporaryFolder& folder) {
 /// Files of the export are whole, and there is nothing else but `leftovers` at most.
 void vExpectWhole(const std::string& out, int leftovers) {
     for (const auto& entry : fs::directory_iterator(out)) {
-        if (entry.path().extension() == ".xml")
+        if (entry.path().extension() == ".xml") {
             EXPECT_THAT(sFileText(entry.path().native()), HasSubstr("\n<!-- kivifc export ")) << entry.path();
-        else
+        } else {
             EXPECT_GE(--leftovers, 0) << entry.path();
+        }
     }
 }
 
