@@ -2,9 +2,9 @@
 #include "FuzzTarget.h"
 #include "SampleSchema.h"
 
+#include "Support/ExpressionJson.h"
 #include "kiv/Format/Ifc/Def/IfcLimits.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
-#include "kivifc/Json/ExpressionJson.h"
 #include "kivifc/Pictures/ExpressionText.h"
 
 #include <algorithm>

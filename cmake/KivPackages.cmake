@@ -10,7 +10,7 @@ set(CPACK_PACKAGE_CONTACT "The maintainers of KivIfcSchemaPset <maintainers@kivi
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime development tool)
-# The libraries and their users are of one build; other libraries are found by their own packages.
+# The libraries and their development files are of one build; other libraries are found by their own packages.
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
@@ -41,7 +41,7 @@ set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME kivifc)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils)
-set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${kivDebianLibrary} (${kivDebianVersion})")
+# Our libraries are in the program itself, so it does not depend on the package that has them.
 set(CPACK_COMPONENT_TOOL_DESCRIPTION
     "IFC schemas and property-set definitions - command-line program\n${kivDebianAbout}\n\nThis package has kivifc, for a prompt and for continuous integration.")
 

@@ -43,7 +43,8 @@ endfunction()
 # kiv_add_library(NAME SOURCES... [LINK TARGETS...] [LINK_PRIVATE TARGETS...])
 #
 # The sources are compiled once, into the object library NAMEObjects; NAME is the library made of it, also known as
-# kiv::NAME. Tests of what is not exported link the objects instead of the library.
+# kiv::NAME. Tests of what is not exported link the objects instead of the library. NAMEStatic is an archive of the same
+# objects, not installed, for a program of ours that is to start without looking for our libraries.
 function(kiv_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK;LINK_PRIVATE")
     add_library(${name}Objects OBJECT ${arg_UNPARSED_ARGUMENTS})
@@ -61,6 +62,25 @@ function(kiv_add_library name)
                                              SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
                                              INSTALL_RPATH "$ORIGIN")
     set_property(GLOBAL APPEND PROPERTY KIV_LIBRARIES ${name})
+    kiv_add_static(${name})
+endfunction()
+
+# kiv_add_static(NAME): the target NAMEStatic, in the scope of kiv_add_library.
+function(kiv_add_static name)
+    if(NOT BUILD_SHARED_LIBS)
+        add_library(${name}Static ALIAS ${name})
+        return()
+    endif()
+    add_library(${name}Static STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:${name}Objects>)
+    kiv_library_settings(${name}Static)
+    set_target_properties(${name}Static PROPERTIES LINKER_LANGUAGE CXX)
+    foreach(other IN LISTS arg_LINK)
+        if(TARGET ${other}Static)
+            set(other ${other}Static)
+        endif()
+        target_link_libraries(${name}Static PUBLIC ${other})
+    endforeach()
+    target_link_libraries(${name}Static PRIVATE ${arg_LINK_PRIVATE})
 endfunction()
 
 # The compiler's options for tests.

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Compares what a release build of GCC exports and installs with the lists that are kept in this folder.
+# Compares what a release build of GCC exports and installs with the lists that are kept in this folder, and what kivifc
+# needs at its start with what it may need.
 #
 #     check.sh BUILD STAGE [--accept]     BUILD has the libraries, STAGE what `cmake --install BUILD` put there
 #
@@ -7,7 +8,7 @@
 # a tag, abidiff compares the libraries with those of the newest tag too.
 set -euo pipefail
 here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
-[ $# -ge 2 ] || { sed -n '2,7s/^# \{0,1\}//p' "${BASH_SOURCE[0]}" >&2; exit 2; }
+[ $# -ge 2 ] || { sed -n '2,8s/^# \{0,1\}//p' "${BASH_SOURCE[0]}" >&2; exit 2; }
 build=$(realpath "$1") stage=$(realpath "$2") accept=${3:-}
 lists=$(mktemp -d)
 trap 'rm -rf "$lists"' EXIT
@@ -29,6 +30,11 @@ for library in KivAssert KivId KivIfcSchemaPset KivLocale KivXml; do
         { echo "package: $library exports names outside namespace kiv" >&2; exit 1; }
 done
 installed >"$lists/installed.txt"
+
+# What the program needs at its start is found, mapped and bound each time: no library that could be in it.
+needed=$(readelf -d "$stage/bin/kivifc" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p')
+! grep -vE '^(libc|libm|libexpat|ld-linux-[a-z0-9-]+)\.so\.' <<<"$needed" >&2 ||
+    { echo "package: kivifc needs these libraries at its start" >&2; exit 1; }
 
 if [ "$accept" = --accept ]; then
     cp "$lists"/*.txt "$here/"

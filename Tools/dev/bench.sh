@@ -1,13 +1,25 @@
 # shellcheck shell=bash
-# ./dev bench [--check [--accept] | OPTIONS OF kiv_bench...]
+# ./dev bench [--check [--accept] | --peer PROGRAM [SCHEMA] | OPTIONS OF kiv_bench...]
 
 dev_bench() {
+    if [ "${1:-}" = --peer ] && [ "${2:-}" = --self-test ]; then
+        need python3
+        cd Tools/dev && exec python3 -B -m unittest -q peer_test
+    fi
     need libbenchmark-dev
     # In the folder of the release build: the libraries are the same, only the benchmarks are added.
     build release -DKIV_BUILD_BENCHMARKS=ON
+    [ "${1:-}" != --peer ] || bench_peer "${@:2}"
     [ "${1:-}" = --check ] || exec build/release/Benchmarks/kiv_bench "$@"
     need valgrind
     bench_check "${2:-}"
+}
+
+# bench_peer PROGRAM [SCHEMA] [--rounds N]: a host that loads a schema, and the peer.
+bench_peer() {
+    local schema=Examples/Data/Building.exp real=${KIV_TEST_DATA:-}/schema/IFC4_ADD2.exp
+    [ ! -f "$real" ] || schema=$real
+    exec python3 -B Tools/dev/peer.py --default-schema "$schema" --ours build/release/Benchmarks/kiv_bench_load "$@"
 }
 
 # Counts the instructions of the jobs that Benchmarks/README.md names and compares them with those that are kept.

@@ -108,6 +108,9 @@ SURROUNDINGS = {
     "ConfigFile.h": row(TOOL, "SchemaFile& file, Diagnostics& diagnostics", ["kivifc/Documents/SchemaFile.h"]),
     "ExportFile.h": row(TOOL, "bool isForced, const std::filesystem::path& folder, const std::string& text, "
                               "const kiv::ifc::def::xml::SetDef& set", [IN + "IfcDefBase.h"]),
+    "Folder.h": row(TOOL, "const std::string& text"),
+    "UnfinishedFile.h": row(TOOL, "int folder, int file, const char* name", ["fcntl.h"]),
+    "BytesJson.h": row(TOOL, "Json& json, const std::string& name, const std::string& path"),
     "Json.h": row(TOOL, "Output& output"),
     "LookUpArguments.h": row(TOOL, "CLI::App& app"),
     "MissingName.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
@@ -121,7 +124,8 @@ SURROUNDINGS = {
     "TextFile.h": row(TOOL, "Diagnostics& diagnostics", DIAGNOSTICS),
     "TextTable.h": row(TOOL, "std::chrono::nanoseconds elapsed"),
     "DataTypeJson.h": row(
-        TOOL, "const ifc::def::schema::Schema& schema, const ifc::def::schema::Attribute& attribute, Json& json", ENTITY),
+        TOOL, "const ifc::def::schema::Schema& schema, const ifc::def::schema::Attribute& attribute, JsonWriter& writer", ENTITY),
+    "JsonWriter.h": row(TOOL, "Output& output", ["kivifc/Program/Output.h"]),
     "EntityPicture.h": row(TOOL, "const ifc::def::schema::Entity& wall, Output& output", ["kivifc/Program/Output.h"]),
     "ExpressionText.h": row(TOOL, "const ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
     "ExpressionJson.h": row(TOOL),

@@ -1,5 +1,6 @@
 #include "Tools/kivifc/KivifcRun.h"
 
+#include "Tools/kivifc/KivifcInterrupt.h"
 #include "Tools/kivifc/TemporaryFolder.h"
 
 #include <array>
@@ -94,6 +95,26 @@ Run kivifcRun(const std::vector<std::string>& arguments, const RunOptions& optio
         run.out = sFileText(outputPath);
     run.err = sFileText(folder.sPath("err"));
     return run;
+}
+
+int kivifcInterrupt(const std::vector<std::string>& arguments, int signal,
+                    const std::function<bool()>& isReady) {
+    FileActions actions;
+    actions.vFolder(KIVIFC_SAMPLES);
+    for (const int descriptor : {0, 1, 2})
+        actions.vOpen(descriptor, "/dev/null", O_RDWR);
+    std::vector<std::string> words{"kivifc"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    const auto process = actions.start(KIVIFC_PROGRAM, words);
+    int status = 0;
+    while (waitpid(process, &status, WNOHANG) == 0) {
+        if (!isReady())
+            continue;
+        kill(process, signal);
+        vCheck(waitpid(process, &status, 0) == process, "the program is lost");
+        break;
+    }
+    return status;
 }
 
 void PrintTo(const Run& run, std::ostream* stream) {

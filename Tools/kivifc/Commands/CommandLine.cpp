@@ -21,7 +21,10 @@ constexpr const char* Description =
 
 constexpr const char* StatusHelp =
     "Exit status: 0 all is fine, 1 something is wrong with what was looked at,\n"
-    "2 the job could not be done, for one input at least.";
+    "2 the job could not be done, for one input at least.\n"
+    "\n"
+    "In JSON, a path that is not UTF-8 has a second member, pathBytes, in which each byte but letters,\n"
+    "digits and - . _ ~ / is %XX, its number in hexadecimal digits.";
 
 void vRun(Command& command, Console& console) {
     try {
@@ -45,9 +48,32 @@ std::vector<std::string> argumentsOf(int argc, char** argv) {
     return arguments;
 }
 
+/// The commands of which `isAsked` says so of their names are made, with their options.
+template <typename IsAsked>
+std::vector<ParsedCommand> commandsAdd(CLI::App& app, IsAsked isAsked) {
+    app.description(Description);
+    app.name("kivifc");
+    app.set_version_flag("--version", sVersion());
+    // None is accepted here, so that a command that does not exist is reported by its name instead of as
+    // missing.
+    app.require_subcommand(0, 1);
+    app.get_formatter()->column_width(36);
+    app.footer(StatusHelp);
+    std::vector<ParsedCommand> commands;
+    for (const auto& entry : getCommands()) {
+        auto* parser = app.add_subcommand(entry.name, entry.description);
+        commands.push_back({parser, isAsked(entry.name) ? entry.pCreate() : nullptr});
+        if (commands.back().command)
+            commands.back().command->vOptionsAdd(*parser);
+    }
+    return commands;
+}
+
 void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
     CLI::App app;
-    const auto commands = commandLineSetUp(app);
+    // A command that is not among the arguments is not run, whatever else they are.
+    const auto commands = commandsAdd(
+        app, [&](const char* name) { return std::ranges::find(arguments, name) != arguments.end(); });
     try {
         app.parse(std::move(arguments));
     } catch (const CLI::Success& request) {
@@ -68,20 +94,7 @@ void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
 } // namespace
 
 std::vector<ParsedCommand> commandLineSetUp(CLI::App& app) {
-    app.description(Description);
-    app.name("kivifc");
-    app.set_version_flag("--version", sVersion());
-    // None is accepted here, so that a command that does not exist is reported by its name instead of as
-    // missing.
-    app.require_subcommand(0, 1);
-    app.get_formatter()->column_width(36);
-    app.footer(StatusHelp);
-    std::vector<ParsedCommand> commands;
-    for (const auto& entry : getCommands()) {
-        commands.push_back({app.add_subcommand(entry.name, entry.description), entry.pCreate()});
-        commands.back().command->vOptionsAdd(*commands.back().parser);
-    }
-    return commands;
+    return commandsAdd(app, [](const char*) { return true; });
 }
 
 ExitStatus commandLineRun(int argc, char** argv) {

@@ -2,6 +2,7 @@
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Documents/ExportFile.h"
 #include "kivifc/Documents/SchemaWithSets.h"
+#include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Program/OneLine.h"
 
@@ -29,8 +30,12 @@ constexpr const char* Footer =
     "and ends in %~ and a checksum.\n"
     "\n"
     "A file is replaced only when an export wrote it and nobody has changed it since, as the comment at its\n"
-    "end shows; any other file stays, unless --force is given. A file is written whole or not at all. The\n"
-    "library does not write the GUID, template type and version of a set, so the files lack them, and it\n"
+    "end shows; any other file stays, unless --force is given. A file is written whole or not at all, also\n"
+    "when SIGINT, SIGTERM or SIGHUP end the export; what is left of an export that was killed is removed by\n"
+    "the next one. A file that is replaced keeps its mode and, where the system permits it, its owner. DIR\n"
+    "may be a symbolic link; one below it is not followed, but a failure for each set to be written there.\n"
+    "\n"
+    "The library does not write the GUID, template type and version of a set, so the files lack them. It\n"
     "writes the aliases of names as nameAliases, which it does not read again.\n"
     "\n"
     "Exit status: 0 all sets are written, 1 sets were refused or left out, or there is none, 2 a file could\n"
@@ -53,7 +58,7 @@ std::string sDocument(const defs::SetDef& set, defs::ExtraExportInfo& info) {
 class Exporter {
 public:
     Exporter(Console& console, std::string folder, defs::ExtraExportInfo& info, bool isForced) :
-        console_(console), folder_(std::move(folder)), info_(info), files_(isForced) {}
+        console_(console), folder_(std::move(folder)), info_(info), files_(folder_, isForced) {}
 
     void vContextExport(const ifc::def::SchemaPset::Context& context,
                         const ifc::def::SchemaPropertySetDefinitions& definitions) {
@@ -70,8 +75,8 @@ private:
                     const defs::SetDef& set) {
         if (const auto failure = files_.sWrite(path, sDocument(set, info_)); !failure.empty())
             return console_.diagnostics.vFail(path.string(), failure);
-        written_.push_back(
-            {{"set", set.getName()}, {"context", contextJson(context)}, {"path", path.string()}});
+        written_.push_back(withBytes(
+            {{"set", set.getName()}, {"context", contextJson(context)}, {"path", path.string()}}, "path"));
     }
 
     Console& console_;

@@ -3,6 +3,7 @@
 #include "kivifc/Documents/KnownNames.h"
 #include "kivifc/Documents/SchemaWithSets.h"
 #include "kivifc/Documents/SetMembers.h"
+#include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Pictures/MissingName.h"
 #include "kivifc/Pictures/TextTable.h"
@@ -103,7 +104,7 @@ Json findingJson(const SchemaWithSets& loaded, const Finding& finding) {
               {"path", loaded.paths.at(finding.set)},
               {"kind", finding.set->pXmlElementName()}};
     json["definition"] = finding.def ? defJson(*finding.def) : setJson(*finding.set);
-    return json;
+    return withBytes(std::move(json), "path");
 }
 
 class FindCommand final : public Command {

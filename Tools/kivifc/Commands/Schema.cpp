@@ -98,7 +98,7 @@ void SchemaCommand::vRun(Console& console) {
     if (treeAsked_)
         return vTreeShow(*file, console);
     if (jsonAsked_)
-        return vJsonWrite(schemaJson(*file), console.output);
+        return vSchemaJsonWrite(*file, console.output);
     vSummaryShow(*file, console);
 }
 

@@ -1,6 +1,6 @@
 #include "kivifc/Documents/ReportFile.h"
 
-#include "kivifc/Documents/ExportFile.h"
+#include "kivifc/Documents/Folder.h"
 #include "kivifc/Program/Output.h"
 
 #include <cerrno>

@@ -6,10 +6,13 @@
 #include <cstdio>
 #include <memory>
 #include <system_error>
+#include <unistd.h>
 
 namespace kiv::kivifc {
 
 namespace {
+
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 /// Enough for most set documents; each further block is as large as all before it.
 constexpr std::size_t FirstBlockSize = std::size_t{1} << 15U;
@@ -36,9 +39,17 @@ TextFile streamRead(std::FILE* stream) {
 
 TextFile textFileRead(const std::string& path) {
     errno = 0;
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(path.c_str(), "rb"),
-                                                                 &std::fclose);
+    const File stream(std::fopen(path.c_str(), "rb"), &std::fclose);
     return stream ? streamRead(stream.get()) : TextFile{{}, sSystemReason()};
+}
+
+TextFile descriptorRead(int descriptor) {
+    errno = 0;
+    const File stream(fdopen(descriptor, "rb"), &std::fclose);
+    if (stream)
+        return streamRead(stream.get());
+    close(descriptor);
+    return {{}, sSystemReason()};
 }
 
 TextFile standardInputRead() {

@@ -19,6 +19,9 @@ struct TextFile {
 /// Reads a file, a pipe or a device to its end. A directory is a failure.
 TextFile textFileRead(const std::string& path);
 
+/// The same for a file that is open. It is closed.
+TextFile descriptorRead(int descriptor);
+
 /// Reads standard input to its end.
 TextFile standardInputRead();
 

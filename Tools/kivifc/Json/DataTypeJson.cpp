@@ -8,95 +8,122 @@ namespace {
 
 using namespace ifc::def::schema;
 
-Json boundJson(const Bound& bound) {
+void vBoundWrite(std::string_view key, const Bound& bound, JsonWriter& writer) {
     switch (bound.state) {
     case Bound::State::Given:
-        return bound.value;
+        return writer.vMember(key, bound.value);
     case Bound::State::Unbounded:
-        return "?";
+        return writer.vMember(key, "?");
     case Bound::State::NotGiven:
-        break;
+        return writer.vMember(key, nullptr);
     }
-    return nullptr;
 }
 
 } // namespace
 
-DataTypesJson::DataTypesJson(const Schema& schema) : schema_(schema) {
+DataTypesJson::DataTypesJson(const Schema& schema, JsonWriter& writer) : schema_(schema), writer_(writer) {
+    places_.reserve(schema.getDataTypes().size());
     for (const auto* dataType : schema.getDataTypes())
         places_.emplace(dataType, places_.size());
 }
 
-Json DataTypesJson::getReference(const ObjectBase* object) {
+void DataTypesJson::vReferenceWrite(const ObjectBase* object) {
     if (!object)
-        return nullptr;
+        return writer_.vValue(nullptr);
+    writer_.vObjectBegin();
     const auto* dataType = DataTypeBase::pFrom(object);
+    const auto place = dataType ? places_.find(dataType) : places_.end();
     if (!dataType)
-        return {{"object", object->getName()}};
-    if (const auto place = places_.find(dataType); place != places_.end())
-        return {{"dataType", place->second}};
-    shared_.try_emplace(std::string(dataType->getName()), getDescription(*dataType));
-    return {{"shared", dataType->getName()}};
+        writer_.vMember("object", object->getName());
+    else if (place != places_.end())
+        writer_.vMember("dataType", place->second);
+    else
+        writer_.vMember("shared", dataType->getName());
+    writer_.vObjectEnd();
+    vSharedNote(dataType);
 }
 
-Json DataTypesJson::getChain(const ObjectBase* object) {
-    Json chain = Json::array();
+void DataTypesJson::vChainWrite(const ObjectBase* object) {
+    writer_.vArrayBegin();
     while (object) {
-        auto reference = getReference(object);
         const auto* dataType = DataTypeBase::pFrom(object);
-        chain.push_back(dataType ? getDescription(*dataType) : std::move(reference));
+        if (dataType)
+            vDescriptionWrite(*dataType);
+        else
+            vReferenceWrite(object);
+        vSharedNote(dataType);
         const auto* aggregate = DataTypeListInterface::pFrom(object);
         object = aggregate ? aggregate->pElement() : nullptr;
     }
-    return chain;
+    writer_.vArrayEnd();
 }
 
-Json DataTypesJson::getAll() {
-    Json list = Json::array();
+void DataTypesJson::vAllWrite() {
+    writer_.vArrayBegin();
     for (const auto* dataType : schema_.getDataTypes())
-        list.push_back(getDescription(*dataType));
-    return list;
+        vDescriptionWrite(*dataType);
+    writer_.vArrayEnd();
 }
 
-Json DataTypesJson::getShared() const {
-    Json list = Json::array();
-    for (const auto& [name, description] : shared_)
-        list.push_back(description);
-    return list;
+void DataTypesJson::vSharedWrite() {
+    writer_.vArrayBegin();
+    for (const auto& [name, dataType] : shared_)
+        vDescriptionWrite(*dataType);
+    writer_.vArrayEnd();
 }
 
-Json DataTypesJson::getDescription(const DataTypeBase& dataType) {
-    Json json{{"kind", DataTypeKeywords.at(dataTypeIndex(dataType))}, {"name", dataType.getName()}};
-    if (const auto* string = dynamic_cast<const DataTypeString*>(&dataType)) {
-        json["width"] = string->getWidth();
-        json["fixed"] = string->isFixed();
+/// Shared are the data types that are not in the list of the schema.
+bool DataTypesJson::isShared(const DataTypeBase& dataType) const {
+    return !places_.contains(&dataType);
+}
+
+/// Keeps what is shared, and what that refers to, for the end; null is possible.
+void DataTypesJson::vSharedNote(const ObjectBase* object) {
+    while (const auto* dataType = DataTypeBase::pFrom(object)) {
+        if (!isShared(*dataType) || !shared_.try_emplace(dataType->getName(), dataType).second)
+            return;
+        const auto* aggregate = DataTypeListInterface::pFrom(dataType);
+        object = aggregate ? aggregate->pElement() : nullptr;
     }
-    if (const auto* binary = dynamic_cast<const DataTypeBinary*>(&dataType))
-        json["width"] = binary->getWidth();
-    if (const auto* enumeration = dynamic_cast<const DataTypeEnum*>(&dataType))
-        json["items"] = enumeration->getItems();
-    if (const auto* select = dynamic_cast<const DataTypeSelect*>(&dataType))
-        vSelectDescribe(json, *select);
-    if (const auto* aggregate = DataTypeListInterface::pFrom(&dataType))
-        vAggregateDescribe(json, *aggregate);
-    if (const auto* list = dynamic_cast<const DataTypeList*>(&dataType))
-        json["unique"] = list->isUnique();
-    return json;
 }
 
-void DataTypesJson::vSelectDescribe(Json& json, const DataTypeSelect& select) {
-    json["memberNames"] = select.getMemberNames();
-    json["members"] = Json::array();
+void DataTypesJson::vDescriptionWrite(const DataTypeBase& dataType) {
+    writer_.vObjectBegin();
+    writer_.vMember("kind", DataTypeKeywords.at(dataTypeIndex(dataType)));
+    writer_.vMember("name", dataType.getName());
+    if (const auto* string = dynamic_cast<const DataTypeString*>(&dataType)) {
+        writer_.vMember("width", string->getWidth());
+        writer_.vMember("fixed", string->isFixed());
+    } else if (const auto* binary = dynamic_cast<const DataTypeBinary*>(&dataType)) {
+        writer_.vMember("width", binary->getWidth());
+    } else if (const auto* enumeration = dynamic_cast<const DataTypeEnum*>(&dataType)) {
+        writer_.vMembers("items", enumeration->getItems());
+    } else if (const auto* select = dynamic_cast<const DataTypeSelect*>(&dataType)) {
+        vSelectWrite(*select);
+    } else if (const auto* aggregate = DataTypeListInterface::pFrom(&dataType)) {
+        vAggregateWrite(*aggregate);
+        if (const auto* list = dynamic_cast<const DataTypeList*>(&dataType))
+            writer_.vMember("unique", list->isUnique());
+    }
+    writer_.vObjectEnd();
+}
+
+void DataTypesJson::vSelectWrite(const DataTypeSelect& select) {
+    writer_.vMembers("memberNames", select.getMemberNames());
+    writer_.vKey("members");
+    writer_.vArrayBegin();
     for (const auto* member : select.getMembers())
-        json["members"].push_back(member->getName());
-    json["allEntities"] = select.isAllEntities();
+        writer_.vValue(member->getName());
+    writer_.vArrayEnd();
+    writer_.vMember("allEntities", select.isAllEntities());
 }
 
-void DataTypesJson::vAggregateDescribe(Json& json, const DataTypeListInterface& aggregate) {
-    json["lower"] = boundJson(aggregate.getLowerBound());
-    json["upper"] = boundJson(aggregate.getUpperBound());
-    json["elementText"] = aggregate.getElementText();
-    json["element"] = getReference(aggregate.pElement());
+void DataTypesJson::vAggregateWrite(const DataTypeListInterface& aggregate) {
+    vBoundWrite("lower", aggregate.getLowerBound(), writer_);
+    vBoundWrite("upper", aggregate.getUpperBound(), writer_);
+    writer_.vMember("elementText", aggregate.getElementText());
+    writer_.vKey("element");
+    vReferenceWrite(aggregate.pElement());
 }
 
 } // namespace kiv::kivifc

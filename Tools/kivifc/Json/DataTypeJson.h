@@ -1,8 +1,9 @@
 /// @file
 /// The data types of a schema as JSON.
 ///
-///     DataTypesJson dataTypes(schema);
-///     json["types"] = dataTypes.getChain(attribute.pFirstType());
+///     DataTypesJson dataTypes(schema, writer);
+///     writer.vKey("types");
+///     dataTypes.vChainWrite(attribute.pFirstType());
 ///
 /// Data types have no names of their own, so they are written in full where they are used, and referred to by
 /// their place in the list of all data types elsewhere. What a reference looks like:
@@ -12,45 +13,48 @@
 ///     {"shared": "REAL"}      a shared data type
 ///     null                    nothing
 ///
-/// Ownership: refers to the schema, which must outlive it.
+/// Ownership: refers to the schema and the writer, which must outlive it.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
-#include "kivifc/Json/Json.h"
+#include "kivifc/Json/JsonWriter.h"
 
 #include <cstddef>
 #include <map>
-#include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace kiv::kivifc {
 
 class DataTypesJson {
 public:
-    explicit DataTypesJson(const ifc::def::schema::Schema& schema);
+    DataTypesJson(const ifc::def::schema::Schema& schema, JsonWriter& writer);
 
     /// A reference; the object may be null.
-    Json getReference(const ifc::def::schema::ObjectBase* object);
+    void vReferenceWrite(const ifc::def::schema::ObjectBase* object);
 
     /// What the object is made of, from outside in: a named object as a reference, a data type in full, and
     /// after an aggregate what its elements are. Empty for null.
-    Json getChain(const ifc::def::schema::ObjectBase* object);
+    void vChainWrite(const ifc::def::schema::ObjectBase* object);
 
     /// Every data type that is not shared, in the order in which they were made.
-    Json getAll();
+    void vAllWrite();
 
-    /// Those shared data types that anything met so far refers to, by name.
-    Json getShared() const;
+    /// Those shared data types that anything written so far refers to, by name.
+    void vSharedWrite();
 
 private:
-    Json getDescription(const ifc::def::schema::DataTypeBase& dataType);
-    void vAggregateDescribe(Json& json, const ifc::def::schema::DataTypeListInterface& aggregate);
-    void vSelectDescribe(Json& json, const ifc::def::schema::DataTypeSelect& select);
+    void vDescriptionWrite(const ifc::def::schema::DataTypeBase& dataType);
+    void vAggregateWrite(const ifc::def::schema::DataTypeListInterface& aggregate);
+    void vSelectWrite(const ifc::def::schema::DataTypeSelect& select);
+    void vSharedNote(const ifc::def::schema::ObjectBase* object);
+    bool isShared(const ifc::def::schema::DataTypeBase& dataType) const;
 
     const ifc::def::schema::Schema& schema_;
+    JsonWriter& writer_;
     std::unordered_map<const ifc::def::schema::DataTypeBase*, std::size_t> places_;
-    std::map<std::string, Json> shared_;
+    std::map<std::string_view, const ifc::def::schema::DataTypeBase*> shared_;
 };
 
 } // namespace kiv::kivifc

@@ -2,7 +2,8 @@
 
 #include "kivifc/Documents/ExpressionOperators.h"
 
-#include <utility>
+#include <array>
+#include <string_view>
 #include <vector>
 
 namespace kiv::kivifc {
@@ -22,118 +23,87 @@ Chain chainOf(BinaryOperator op) {
     return op < BinaryOperator::Power ? Chain::SumOrProduct : Chain::Relation;
 }
 
-Json nodeJson(const char* name) {
-    return Json{{"node", name}};
-}
-
-Json listJson(const ExpressionList& expressions) {
-    Json list = Json::array();
-    for (const auto& expression : expressions)
-        list.push_back(expressionJson(*expression));
-    return list;
-}
-
-Json qualifierJson(const GetExpression& node) {
-    switch (node.getQualifier()) {
-    case Qualifier::Group:
-        return {{"group", node.getName()}};
-    case Qualifier::Attribute:
-        return {{"attribute", node.getName()}};
-    case Qualifier::Index: {
-        Json json{{"index", expressionJson(*node.pIndex())}};
-        if (node.pIndexEnd())
-            json["indexEnd"] = expressionJson(*node.pIndexEnd());
-        return json;
-    }
-    case Qualifier::None:
-        break;
-    }
-    return nullptr;
-}
-
 class Visitor final : public ExpressionVisitor {
 public:
-    Json takeJson() { return std::move(json_); }
+    explicit Visitor(JsonWriter& writer) : writer_(writer) {}
 
     void visit(const GetExpression& node) override {
-        json_ = nodeJson("GetExpression");
-        if (!node.pBase()) {
-            json_["name"] = node.getName();
-            return;
-        }
-        std::vector<const GetExpression*> chain{&node};
-        const Expression* base = node.pBase();
-        while (const auto* next = pQualified(base)) {
-            chain.push_back(next);
-            base = next->pBase();
-        }
-        json_["base"] = expressionJson(*base);
-        json_["qualifiers"] = Json::array();
-        for (auto link = chain.rbegin(); link != chain.rend(); ++link)
-            json_["qualifiers"].push_back(qualifierJson(**link));
+        vNodeBegin("GetExpression");
+        if (node.pBase())
+            vQualifiedWrite(node);
+        else
+            writer_.vMember("name", node.getName());
+        writer_.vObjectEnd();
     }
 
     void visit(const QueryExpression& node) override {
-        json_ = nodeJson("QueryExpression");
-        json_["variable"] = node.getVariable();
-        json_["source"] = expressionJson(node.getSource());
-        json_["condition"] = expressionJson(node.getCondition());
+        vNodeBegin("QueryExpression");
+        writer_.vMember("variable", node.getVariable());
+        vMember("source", node.getSource());
+        vMember("condition", node.getCondition());
+        writer_.vObjectEnd();
     }
 
     void visit(const EnumerationValueExpression& node) override {
-        json_ = nodeJson("EnumerationValueExpression");
-        json_["type"] = node.getTypeName();
-        json_["value"] = node.getValueName();
+        vNodeBegin("EnumerationValueExpression");
+        writer_.vMember("type", node.getTypeName());
+        writer_.vMember("value", node.getValueName());
+        writer_.vObjectEnd();
     }
 
     void visit(const LogicalValueExpression& node) override {
-        json_ = nodeJson("LogicalValueExpression");
-        json_["value"] = sOf(Logicals, node.getValue());
+        vValueNodeWrite("LogicalValueExpression", sOf(Logicals, node.getValue()));
     }
 
     void visit(const DoubleValueExpression& node) override {
-        json_ = nodeJson("DoubleValueExpression");
-        json_["value"] = node.getValue();
+        vValueNodeWrite("DoubleValueExpression", node.getValue());
     }
 
     void visit(const IntegerValueExpression& node) override {
-        json_ = nodeJson("IntegerValueExpression");
-        json_["value"] = node.getValue();
+        vValueNodeWrite("IntegerValueExpression", node.getValue());
     }
 
     void visit(const StringValueExpression& node) override {
-        json_ = nodeJson("StringValueExpression");
-        json_["value"] = node.getValue();
+        vValueNodeWrite("StringValueExpression", node.getValue());
     }
 
     void visit(const RepetitionExpression& node) override {
-        json_ = nodeJson("RepetitionExpression");
-        json_["element"] = expressionJson(node.getElement());
-        json_["count"] = expressionJson(node.getCount());
+        vNodeBegin("RepetitionExpression");
+        vMember("element", node.getElement());
+        vMember("count", node.getCount());
+        writer_.vObjectEnd();
     }
 
     void visit(const AggregateInitializerExpression& node) override {
-        json_ = nodeJson("AggregateInitializerExpression");
-        json_["elements"] = listJson(node.getElements());
+        vNodeBegin("AggregateInitializerExpression");
+        vMembers("elements", node.getElements());
+        writer_.vObjectEnd();
     }
 
     void visit(const IntervalExpression& node) override {
-        json_ = nodeJson("IntervalExpression");
-        json_["operands"] = Json::array(
-            {expressionJson(node.getLow()), expressionJson(node.getItem()), expressionJson(node.getHigh())});
-        json_["operators"] = Json::array(
-            {sOf(IntervalOperators, node.getLowOperator()), sOf(IntervalOperators, node.getHighOperator())});
+        vNodeBegin("IntervalExpression");
+        writer_.vKey("operands");
+        writer_.vArrayBegin();
+        vWrite(node.getLow());
+        vWrite(node.getItem());
+        vWrite(node.getHigh());
+        writer_.vArrayEnd();
+        writer_.vMembers("operators", std::array{sOf(IntervalOperators, node.getLowOperator()),
+                                                 sOf(IntervalOperators, node.getHighOperator())});
+        writer_.vObjectEnd();
     }
 
     void visit(const FunctionCallExpression& node) override {
-        json_ = nodeJson("FunctionCallExpression");
-        json_["name"] = node.getName();
-        json_["arguments"] = listJson(node.getArguments());
+        vNodeBegin("FunctionCallExpression");
+        writer_.vMember("name", node.getName());
+        vMembers("arguments", node.getArguments());
+        writer_.vObjectEnd();
     }
 
     void visit(const ConstantExpression& node) override {
-        json_ = nodeJson("ConstantExpression");
-        json_["constant"] = sOf(Constants, node.getConstant());
+        vNodeBegin("ConstantExpression");
+        writer_.vMember("constant", sOf(Constants, node.getConstant()));
+        writer_.vObjectEnd();
     }
 
     void visit(const BinaryExpression& node) override {
@@ -143,21 +113,26 @@ public:
             chain.push_back(link);
             first = &link->getLeft();
         }
-        Json operands = Json::array({expressionJson(*first)});
-        Json operators = Json::array();
-        for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
-            operands.push_back(expressionJson((*link)->getRight()));
-            operators.push_back(sOf(BinaryOperators, (*link)->getOperator()));
-        }
-        json_ = nodeJson("BinaryExpression");
-        json_["operands"] = std::move(operands);
-        json_["operators"] = std::move(operators);
+        vNodeBegin("BinaryExpression");
+        writer_.vKey("operands");
+        writer_.vArrayBegin();
+        vWrite(*first);
+        for (auto link = chain.rbegin(); link != chain.rend(); ++link)
+            vWrite((*link)->getRight());
+        writer_.vArrayEnd();
+        writer_.vKey("operators");
+        writer_.vArrayBegin();
+        for (auto link = chain.rbegin(); link != chain.rend(); ++link)
+            writer_.vValue(sOf(BinaryOperators, (*link)->getOperator()));
+        writer_.vArrayEnd();
+        writer_.vObjectEnd();
     }
 
     void visit(const UnaryExpression& node) override {
-        json_ = nodeJson("UnaryExpression");
-        json_["operator"] = sOf(UnaryOperators, node.getOperator());
-        json_["operand"] = expressionJson(node.getOperand());
+        vNodeBegin("UnaryExpression");
+        writer_.vMember("operator", sOf(UnaryOperators, node.getOperator()));
+        vMember("operand", node.getOperand());
+        writer_.vObjectEnd();
     }
 
 private:
@@ -173,15 +148,70 @@ private:
         return binary && chainOf(binary->getOperator()) == chainOf(node.getOperator()) ? binary : nullptr;
     }
 
-    Json json_;
+    void vNodeBegin(const char* name) {
+        writer_.vObjectBegin();
+        writer_.vMember("node", name);
+    }
+
+    void vWrite(const Expression& expression) { expression.accept(*this); }
+
+    void vMember(std::string_view key, const Expression& expression) {
+        writer_.vKey(key);
+        vWrite(expression);
+    }
+
+    void vMembers(std::string_view key, const ExpressionList& expressions) {
+        writer_.vKey(key);
+        writer_.vArrayBegin();
+        for (const auto& expression : expressions)
+            vWrite(*expression);
+        writer_.vArrayEnd();
+    }
+
+    template <typename Value>
+    void vValueNodeWrite(const char* name, const Value& value) {
+        vNodeBegin(name);
+        writer_.vMember("value", value);
+        writer_.vObjectEnd();
+    }
+
+    void vQualifiedWrite(const GetExpression& node) {
+        std::vector<const GetExpression*> chain{&node};
+        const Expression* base = node.pBase();
+        while (const auto* next = pQualified(base)) {
+            chain.push_back(next);
+            base = next->pBase();
+        }
+        vMember("base", *base);
+        writer_.vKey("qualifiers");
+        writer_.vArrayBegin();
+        for (auto link = chain.rbegin(); link != chain.rend(); ++link)
+            vQualifierWrite(**link);
+        writer_.vArrayEnd();
+    }
+
+    void vQualifierWrite(const GetExpression& node) {
+        if (node.getQualifier() == Qualifier::None)
+            return writer_.vValue(nullptr);
+        writer_.vObjectBegin();
+        if (node.getQualifier() == Qualifier::Index) {
+            vMember("index", *node.pIndex());
+            if (node.pIndexEnd())
+                vMember("indexEnd", *node.pIndexEnd());
+        } else {
+            writer_.vMember(node.getQualifier() == Qualifier::Group ? "group" : "attribute", node.getName());
+        }
+        writer_.vObjectEnd();
+    }
+
+    JsonWriter& writer_;
 };
 
 } // namespace
 
-Json expressionJson(const Expression& expression) {
-    Visitor visitor;
+void vExpressionWrite(const Expression& expression, JsonWriter& writer) {
+    Visitor visitor(writer);
     expression.accept(visitor);
-    return visitor.takeJson();
 }
 
 } // namespace kiv::kivifc

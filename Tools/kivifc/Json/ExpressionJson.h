@@ -13,10 +13,10 @@
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
-#include "kivifc/Json/Json.h"
+#include "kivifc/Json/JsonWriter.h"
 
 namespace kiv::kivifc {
 
-Json expressionJson(const ifc::def::schema::Expression& expression);
+void vExpressionWrite(const ifc::def::schema::Expression& expression, JsonWriter& writer);
 
 } // namespace kiv::kivifc

@@ -1,6 +1,7 @@
 #include "kivifc/Json/Json.h"
 
-#include <cstddef>
+#include "kivifc/Json/JsonWriter.h"
+
 #include <string>
 #include <string_view>
 
@@ -8,98 +9,40 @@ namespace kiv::kivifc {
 
 namespace {
 
-/// The longest object or array on one line, not counting the text before it.
-constexpr std::size_t LineWidth = 150;
-/// Bytes that are collected before they are written.
-constexpr std::size_t BufferSize = std::size_t{1} << 16U;
-
-std::string sScalar(const Json& value) {
-    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+void vValueWrite(const Json& value, JsonWriter& writer) {
+    switch (value.type()) {
+    case Json::value_t::object:
+        writer.vObjectBegin();
+        for (const auto& [key, member] : value.items()) {
+            writer.vKey(key);
+            vValueWrite(member, writer);
+        }
+        return writer.vObjectEnd();
+    case Json::value_t::array:
+        writer.vArrayBegin();
+        for (const auto& member : value)
+            vValueWrite(member, writer);
+        return writer.vArrayEnd();
+    case Json::value_t::string:
+        return writer.vValue(value.get_ref<const std::string&>());
+    case Json::value_t::boolean:
+        return writer.vValue(value.get<bool>());
+    case Json::value_t::number_integer:
+        return writer.vValue(value.get<Json::number_integer_t>());
+    case Json::value_t::number_unsigned:
+        return writer.vValue(value.get<Json::number_unsigned_t>());
+    case Json::value_t::number_float:
+        return writer.vValue(value.get<Json::number_float_t>());
+    default:
+        return writer.vValue(nullptr);
+    }
 }
-
-class Writer {
-public:
-    explicit Writer(Output& output) : output_(output) {}
-
-    /// Appends the value to the current line.
-    void vValueWrite(const Json& value) {
-        const auto begin = text_.size();
-        if (boLineAppend(value, begin + LineWidth))
-            return;
-        text_.resize(begin);
-        vLinesWrite(value);
-    }
-
-    void vEnd() {
-        text_ += '\n';
-        output_.vWrite(text_);
-    }
-
-private:
-    /// Appends the value as part of one line; false, and the text is of no use, once it is longer than
-    /// `limit`. A value without members always fits.
-    bool boLineAppend(const Json& value, std::size_t limit) {
-        if (!value.is_structured() || value.empty()) {
-            text_ += sScalar(value);
-            return true;
-        }
-        text_ += value.is_object() ? '{' : '[';
-        std::string_view separator;
-        for (auto member = value.begin(); member != value.end(); ++member) {
-            text_ += separator;
-            vKeyAppend(value, member);
-            // A long text is not copied only to be taken back, as often as it has values around it.
-            const auto* string = member->get_ptr<const Json::string_t*>();
-            if ((string && string->size() > LineWidth) || !boLineAppend(*member, limit) ||
-                text_.size() >= limit)
-                return false;
-            separator = ", ";
-        }
-        text_ += value.is_object() ? '}' : ']';
-        return true;
-    }
-
-    void vLinesWrite(const Json& value) {
-        text_ += value.is_object() ? '{' : '[';
-        ++depth_;
-        std::string_view separator;
-        for (auto member = value.begin(); member != value.end(); ++member) {
-            text_ += separator;
-            vLineBegin();
-            vKeyAppend(value, member);
-            vValueWrite(*member);
-            separator = ",";
-        }
-        --depth_;
-        vLineBegin();
-        text_ += value.is_object() ? '}' : ']';
-    }
-
-    /// Nothing for the members of an array.
-    void vKeyAppend(const Json& value, const Json::const_iterator& member) {
-        if (value.is_object())
-            text_ += sScalar(member.key()) + ": ";
-    }
-
-    void vLineBegin() {
-        if (text_.size() > BufferSize) {
-            output_.vWrite(text_);
-            text_.clear();
-        }
-        text_ += '\n';
-        text_.append(2 * depth_, ' ');
-    }
-
-    Output& output_;
-    std::string text_;
-    std::size_t depth_ = 0;
-};
 
 } // namespace
 
 void vJsonWrite(const Json& value, Output& output) {
-    Writer writer(output);
-    writer.vValueWrite(value);
+    JsonWriter writer([&](std::string_view text) { output.vWrite(text); });
+    vValueWrite(value, writer);
     writer.vEnd();
 }
 

@@ -5,9 +5,9 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "kivifc/Json/DataTypeJson.h"
 #include "kivifc/Json/ExpressionJson.h"
+#include "kivifc/Json/JsonWriter.h"
 
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace kiv::kivifc {
@@ -16,156 +16,216 @@ namespace {
 
 using namespace ifc::def::schema;
 
-Json headJson(const char* kind, const ObjectBase& object) {
-    return {{"kind", kind},
-            {"name", object.getName()},
-            {"nameUpper", object.getNameUpper()},
-            {"nameHash", object.getNameHash()},
-            {"nameUpperHash", object.getNameUpperHash()}};
-}
-
-Json nameOf(const ObjectBase* object) {
-    return object ? Json(object->getName()) : Json(nullptr);
-}
-
-/// The names of the objects, in order.
-template <typename Objects>
-Json namesJson(const Objects& objects) {
-    Json names = Json::array();
-    for (const auto* object : objects)
-        names.push_back(object->getName());
-    return names;
-}
-
-Json linesJson(const std::vector<std::string_view>& lines) {
-    return Json(lines);
-}
-
-/// An attribute by the entity that declares it.
-Json attributeReference(const Attribute* attribute) {
-    if (!attribute)
-        return nullptr;
-    return {{"entity", attribute->getEntity().getName()}, {"attribute", attribute->getName()}};
-}
-
-Json whereJson(const Where* where) {
-    if (!where)
-        return nullptr;
-    Json rules = Json::array();
-    for (const auto& rule : where->getRules())
-        rules.push_back({{"label", rule.label.getView()}, {"expression", expressionJson(*rule.expression)}});
-    return {{"lines", linesJson(where->getLines())}, {"rules", std::move(rules)}};
-}
-
-Json uniqueJson(const Unique* unique) {
-    if (!unique)
-        return nullptr;
-    Json rules = Json::array();
-    for (const auto& rule : unique->getRules())
-        rules.push_back({{"label", rule.label}, {"attributes", rule.attributeNames}});
-    return rules;
-}
-
-Json deriveJson(const Derive* derive) {
-    if (!derive)
-        return nullptr;
-    Json values = Json::array();
-    for (const auto& value : derive->getValues()) {
-        values.push_back({{"name", value.getName()},
-                          {"rest", value.getRest()},
-                          {"redeclared", attributeReference(value.pRedeclared())}});
-    }
-    return values;
-}
-
-/// Turns objects into JSON; keeps what is known of the data types on the way.
+/// Writes objects; keeps what is known of the data types on the way.
 class Writer {
 public:
-    explicit Writer(const Schema& schema) : dataTypes_(schema) {}
+    Writer(const Schema& schema, JsonWriter& writer) : writer_(writer), dataTypes_(schema, writer) {}
 
-    Json getJson(const ObjectBase& object) {
+    void vObjectWrite(const ObjectBase& object) {
+        writer_.vObjectBegin();
         if (const auto* type = Type::pFrom(&object))
-            return typeJson(*type);
-        if (const auto* entity = Entity::pFrom(&object))
-            return entityJson(*entity);
-        if (const auto* function = dynamic_cast<const Function*>(&object))
-            return bodyJson("Function", *function);
-        return bodyJson("Rule", dynamic_cast<const Rule&>(object));
+            vTypeWrite(*type);
+        else if (const auto* entity = Entity::pFrom(&object))
+            vEntityWrite(*entity);
+        else if (const auto* function = dynamic_cast<const Function*>(&object))
+            vBodyWrite("Function", *function);
+        else
+            vBodyWrite("Rule", dynamic_cast<const Rule&>(object));
+        writer_.vObjectEnd();
     }
 
     DataTypesJson& getDataTypes() { return dataTypes_; }
 
 private:
-    Json typeJson(const Type& type) {
-        auto json = headJson("Type", type);
-        json["underlyingText"] = type.getUnderlyingText();
-        json["underlyingKeyword"] = type.getUnderlyingKeyword();
-        json["underlying"] = dataTypes_.getChain(type.pUnderlying());
-        json["dataType"] = dataTypes_.getReference(type.pDataType());
-        json["where"] = whereJson(type.pWhere());
-        json["derivedTypes"] = namesJson(type.getDerivedTypes());
-        return json;
+    void vHeadWrite(const char* kind, const ObjectBase& object) {
+        writer_.vMember("kind", kind);
+        writer_.vMember("name", object.getName());
+        writer_.vMember("nameUpper", object.getNameUpper());
+        writer_.vMember("nameHash", object.getNameHash());
+        writer_.vMember("nameUpperHash", object.getNameUpperHash());
     }
 
-    Json entityJson(const Entity& entity) {
-        auto json = headJson("Entity", entity);
-        json["supertype"] = nameOf(entity.pSupertype());
-        json["abstract"] = entity.isAbstract();
-        json["supertypeOfNames"] = entity.getSupertypeOfNames();
-        json["subtypes"] = namesJson(entity.getSubtypes());
-        json["supertypeName"] = entity.getSupertypeName();
-        json["attributes"] = Json::array();
-        for (const auto& attribute : entity.getAttributes())
-            json["attributes"].push_back(attributeJson(attribute));
-        json["attributesInverse"] = Json::array();
-        for (const auto& attribute : entity.getAttributesInverse())
-            json["attributesInverse"].push_back(inverseJson(attribute));
-        json["where"] = whereJson(entity.pWhere());
-        json["unique"] = uniqueJson(entity.pUnique());
-        json["derive"] = deriveJson(entity.pDerive());
-        json["firstNumber"] = entity.getFirstNumber();
-        json["lastNumber"] = entity.getLastNumber();
-        return json;
+    void vTypeWrite(const Type& type) {
+        vHeadWrite("Type", type);
+        writer_.vMember("underlyingText", type.getUnderlyingText());
+        writer_.vMember("underlyingKeyword", type.getUnderlyingKeyword());
+        vChainWrite("underlying", type.pUnderlying());
+        writer_.vKey("dataType");
+        dataTypes_.vReferenceWrite(type.pDataType());
+        vWhereWrite(type.pWhere());
+        vNamesWrite("derivedTypes", type.getDerivedTypes());
     }
 
-    Json attributeJson(const AttributeBase& attribute) {
-        return {
-            {"name", attribute.getName()},         {"nameUpper", attribute.getNameUpper()},
-            {"nameHash", attribute.getNameHash()}, {"optional", attribute.isOptional()},
-            {"typeText", attribute.getTypeText()}, {"types", dataTypes_.getChain(attribute.pFirstType())}};
-    }
-
-    Json inverseJson(const AttributeInverse& attribute) {
-        auto json = attributeJson(attribute);
-        json["forAttribute"] = attribute.getForAttributeName();
-        json["referredEntity"] = nameOf(attribute.pReferredEntity());
-        json["referredAttribute"] = attributeReference(attribute.pReferredAttribute());
-        return json;
+    void vEntityWrite(const Entity& entity) {
+        vHeadWrite("Entity", entity);
+        vNameWrite("supertype", entity.pSupertype());
+        writer_.vMember("abstract", entity.isAbstract());
+        writer_.vMembers("supertypeOfNames", entity.getSupertypeOfNames());
+        vNamesWrite("subtypes", entity.getSubtypes());
+        writer_.vMember("supertypeName", entity.getSupertypeName());
+        vAttributesWrite("attributes", entity.getAttributes());
+        vAttributesWrite("attributesInverse", entity.getAttributesInverse());
+        vWhereWrite(entity.pWhere());
+        vUniqueWrite(entity.pUnique());
+        vDeriveWrite(entity.pDerive());
+        writer_.vMember("firstNumber", entity.getFirstNumber());
+        writer_.vMember("lastNumber", entity.getLastNumber());
     }
 
     template <typename Class>
-    static Json bodyJson(const char* kind, const Class& object) {
-        auto json = headJson(kind, object);
-        json["bodyLines"] = linesJson(object.getBodyLines());
-        return json;
+    void vBodyWrite(const char* kind, const Class& object) {
+        vHeadWrite(kind, object);
+        writer_.vMembers("bodyLines", object.getBodyLines());
     }
 
+    template <typename Attributes>
+    void vAttributesWrite(std::string_view key, const Attributes& attributes) {
+        writer_.vKey(key);
+        writer_.vArrayBegin();
+        for (const auto& attribute : attributes) {
+            writer_.vObjectBegin();
+            vAttributeWrite(attribute);
+            writer_.vObjectEnd();
+        }
+        writer_.vArrayEnd();
+    }
+
+    void vAttributeWrite(const AttributeBase& attribute) {
+        writer_.vMember("name", attribute.getName());
+        writer_.vMember("nameUpper", attribute.getNameUpper());
+        writer_.vMember("nameHash", attribute.getNameHash());
+        writer_.vMember("optional", attribute.isOptional());
+        writer_.vMember("typeText", attribute.getTypeText());
+        vChainWrite("types", attribute.pFirstType());
+    }
+
+    void vAttributeWrite(const AttributeInverse& attribute) {
+        vAttributeWrite(static_cast<const AttributeBase&>(attribute));
+        writer_.vMember("forAttribute", attribute.getForAttributeName());
+        vNameWrite("referredEntity", attribute.pReferredEntity());
+        vAttributeReferenceWrite("referredAttribute", attribute.pReferredAttribute());
+    }
+
+    void vWhereWrite(const Where* where) {
+        if (!where)
+            return writer_.vMember("where", nullptr);
+        writer_.vKey("where");
+        writer_.vObjectBegin();
+        writer_.vMembers("lines", where->getLines());
+        writer_.vKey("rules");
+        writer_.vArrayBegin();
+        for (const auto& rule : where->getRules()) {
+            writer_.vObjectBegin();
+            writer_.vMember("label", rule.label.getView());
+            writer_.vKey("expression");
+            vExpressionWrite(*rule.expression, writer_);
+            writer_.vObjectEnd();
+        }
+        writer_.vArrayEnd();
+        writer_.vObjectEnd();
+    }
+
+    void vUniqueWrite(const Unique* unique) {
+        if (!unique)
+            return writer_.vMember("unique", nullptr);
+        writer_.vKey("unique");
+        writer_.vArrayBegin();
+        for (const auto& rule : unique->getRules()) {
+            writer_.vObjectBegin();
+            writer_.vMember("label", rule.label);
+            writer_.vMembers("attributes", rule.attributeNames);
+            writer_.vObjectEnd();
+        }
+        writer_.vArrayEnd();
+    }
+
+    void vDeriveWrite(const Derive* derive) {
+        if (!derive)
+            return writer_.vMember("derive", nullptr);
+        writer_.vKey("derive");
+        writer_.vArrayBegin();
+        for (const auto& value : derive->getValues()) {
+            writer_.vObjectBegin();
+            writer_.vMember("name", value.getName());
+            writer_.vMember("rest", value.getRest());
+            vAttributeReferenceWrite("redeclared", value.pRedeclared());
+            writer_.vObjectEnd();
+        }
+        writer_.vArrayEnd();
+    }
+
+    /// An attribute by the entity that declares it.
+    void vAttributeReferenceWrite(std::string_view key, const Attribute* attribute) {
+        if (!attribute)
+            return writer_.vMember(key, nullptr);
+        writer_.vKey(key);
+        writer_.vObjectBegin();
+        writer_.vMember("entity", attribute->getEntity().getName());
+        writer_.vMember("attribute", attribute->getName());
+        writer_.vObjectEnd();
+    }
+
+    void vNameWrite(std::string_view key, const ObjectBase* object) {
+        if (object)
+            writer_.vMember(key, object->getName());
+        else
+            writer_.vMember(key, nullptr);
+    }
+
+    /// The names of the objects, in order.
+    template <typename Objects>
+    void vNamesWrite(std::string_view key, const Objects& objects) {
+        writer_.vKey(key);
+        writer_.vArrayBegin();
+        for (const auto* object : objects)
+            writer_.vValue(object->getName());
+        writer_.vArrayEnd();
+    }
+
+    void vChainWrite(std::string_view key, const ObjectBase* object) {
+        writer_.vKey(key);
+        dataTypes_.vChainWrite(object);
+    }
+
+    JsonWriter& writer_;
     DataTypesJson dataTypes_;
 };
 
+/// Assertion reports, in order.
+void vAssertionsWrite(const std::vector<assert::AssertRecord>& records, JsonWriter& writer) {
+    writer.vKey("assertions");
+    writer.vArrayBegin();
+    for (const auto& record : records) {
+        writer.vObjectBegin();
+        writer.vMember("code", record.code);
+        writer.vMember("message", record.message);
+        writer.vMember("function", record.function);
+        writer.vMember("file", record.file);
+        writer.vMember("line", record.line);
+        writer.vObjectEnd();
+    }
+    writer.vArrayEnd();
+}
+
 } // namespace
 
-Json schemaJson(const SchemaFile& file) {
-    Writer writer(*file.schema);
-    Json objects = Json::array();
+void vSchemaJsonWrite(const SchemaFile& file, Output& output) {
+    JsonWriter json([&](std::string_view text) { output.vWrite(text); });
+    Writer writer(*file.schema, json);
+    json.vObjectBegin();
+    json.vMember("name", file.schema->getName());
+    json.vKey("objects");
+    json.vArrayBegin();
     for (const auto* object : file.schema->getObjects())
-        objects.push_back(writer.getJson(*object));
-    Json dataTypes = writer.getDataTypes().getAll();
-    return {{"name", file.schema->getName()},
-            {"objects", std::move(objects)},
-            {"dataTypes", std::move(dataTypes)},
-            {"sharedDataTypes", writer.getDataTypes().getShared()},
-            {"assertions", assertionsJson(file.assertions)}};
+        writer.vObjectWrite(*object);
+    json.vArrayEnd();
+    json.vKey("dataTypes");
+    writer.getDataTypes().vAllWrite();
+    json.vKey("sharedDataTypes");
+    writer.getDataTypes().vSharedWrite();
+    vAssertionsWrite(file.assertions, json);
+    json.vObjectEnd();
+    json.vEnd();
 }
 
 } // namespace kiv::kivifc

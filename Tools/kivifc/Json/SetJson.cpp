@@ -1,6 +1,7 @@
 #include "kivifc/Json/SetJson.h"
 
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kivifc/Json/BytesJson.h"
 
 #include <string>
 #include <utility>
@@ -201,12 +202,13 @@ Json setDocumentJson(const SetDocument& document) {
     std::vector<assert::AssertRecord> assertions;
     for (const auto& assertion : document.assertions)
         assertions.push_back(assertion.record);
-    return {{"path", document.path},
-            {"kind", document.pSet()->pXmlElementName()},
-            {"refused", document.isRefused},
-            {"set", setJson(*document.pSet())},
-            {"records", recordsJson(document.errors)},
-            {"assertions", assertionsJson(assertions)}};
+    return withBytes({{"path", document.path},
+                      {"kind", document.pSet()->pXmlElementName()},
+                      {"refused", document.isRefused},
+                      {"set", setJson(*document.pSet())},
+                      {"records", recordsJson(document.errors)},
+                      {"assertions", assertionsJson(assertions)}},
+                     "path");
 }
 
 Json contextJson(const ifc::def::SchemaPset::Context& context) {

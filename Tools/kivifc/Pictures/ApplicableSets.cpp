@@ -1,6 +1,7 @@
 #include "kivifc/Pictures/ApplicableSets.h"
 
 #include "kivifc/Documents/SetMembers.h"
+#include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Program/OneLine.h"
 
@@ -69,11 +70,12 @@ Json applicableSetsJson(const SchemaWithSets& loaded, const std::vector<Applicab
     Json json = Json::array();
     for (const auto& group : groups) {
         for (const auto* set : group.sets) {
-            json.push_back({{"name", set->getName()},
-                            {"kind", set->pXmlElementName()},
-                            {"context", contextJson(group.context)},
-                            {"path", loaded.paths.at(set)},
-                            {"hidden", isHidden(*loaded.schema.schema, *set)}});
+            json.push_back(withBytes({{"name", set->getName()},
+                                      {"kind", set->pXmlElementName()},
+                                      {"context", contextJson(group.context)},
+                                      {"path", loaded.paths.at(set)},
+                                      {"hidden", isHidden(*loaded.schema.schema, *set)}},
+                                     "path"));
         }
     }
     return json;

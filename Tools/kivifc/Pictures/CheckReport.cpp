@@ -1,5 +1,6 @@
 #include "kivifc/Pictures/CheckReport.h"
 
+#include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Pictures/TextTable.h"
 #include "kivifc/Program/OneLine.h"
@@ -97,11 +98,12 @@ public:
         const auto& schema = context_.schema;
         Json failures = Json::array();
         for (const auto& failure : context_.console.diagnostics.getFailures())
-            failures.push_back({{"subject", failure.subject}, {"reason", failure.reason}});
-        const Json json{{"schema",
-                         {{"path", schema.path},
-                          {"name", schema.schema->getName()},
-                          {"assertions", assertionsJson(schema.assertions)}}},
+            failures.push_back(
+                withBytes({{"subject", failure.subject}, {"reason", failure.reason}}, "subject"));
+        const Json json{{"schema", withBytes({{"path", schema.path},
+                                              {"name", schema.schema->getName()},
+                                              {"assertions", assertionsJson(schema.assertions)}},
+                                             "path")},
                         {"documents", std::move(documents_)},
                         {"failures", std::move(failures)},
                         {"summary", context_.summary.getJson()}};

@@ -1,5 +1,6 @@
 #include "kivifc/Pictures/CheckSummary.h"
 
+#include "kivifc/Json/BytesJson.h"
 #include "kivifc/Pictures/TextTable.h"
 #include "kivifc/Program/OneLine.h"
 
@@ -60,7 +61,7 @@ Json CheckSummary::getJson() const {
         messages[message] = count;
     Json refused = Json::array();
     for (const auto& [name, path] : refused_)
-        refused.push_back({{"name", name}, {"path", path}});
+        refused.push_back(withBytes({{"name", name}, {"path", path}}, "path"));
     return {{"documents", documents_},
             {"documentsFailed", documentsFailed_},
             {"propertySets", propertySets_},

@@ -1,5 +1,7 @@
 #include "kivifc/Program/Program.h"
 
+#include "kivifc/Program/UnfinishedFile.h"
+
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -39,10 +41,18 @@ std::terminate_handler onOtherEnd = nullptr;
 /// The destructor of a JSON value needs memory, and no exception can leave it; making an exception may need
 /// memory too.
 [[noreturn]] void onEnd() {
+    vUnfinishedFileRemove();
     if (wasMemoryShort)
         std::_Exit(static_cast<int>(memoryFailureReport()));
     onOtherEnd();
     std::abort();
+}
+
+/// Comes before the constructors of all objects that libraries have outside functions: those ask for memory
+/// too, and nobody catches what they throw.
+[[gnu::constructor(101)]] void vMemoryWatch() {
+    std::set_new_handler(onMemoryShort);
+    onOtherEnd = std::set_terminate(onEnd);
 }
 
 } // namespace
@@ -50,8 +60,7 @@ std::terminate_handler onOtherEnd = nullptr;
 ExitStatus programRun(const std::function<void(Console&)>& job) {
     // When the reader of a pipe ends, the next write fails and is reported; the signal would end us silently.
     std::signal(SIGPIPE, SIG_IGN);
-    std::set_new_handler(onMemoryShort);
-    onOtherEnd = std::set_terminate(onEnd);
+    vEndSignalsCatch();
     try {
         const auto status = jobRun(job);
         return wasMemoryShort && status != ExitStatus::Failed ? memoryFailureReport() : status;

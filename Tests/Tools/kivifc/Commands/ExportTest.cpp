@@ -121,18 +121,47 @@ TEST(ExportCommand, NameOfASetCannotLeaveTheFolder) {
     EXPECT_THAT(kivifcRun({"check", "Building.exp", out}).out, HasSubstr("property sets    5\n"));
 }
 
-TEST(ExportCommand, ContextsWhoseFoldersAreOneAreToldAndTheFirstSetStays) {
+TEST(ExportCommand, LinkBelowTheFolderIsRefusedEvenByForceAndNotFollowed) {
     const TemporaryFolder folder;
     const auto out = folder.sPath("out");
     std::filesystem::create_directories(out + "/OFFICE");
     std::filesystem::create_directory_symlink("OFFICE", out + "/office");
+    for (const auto& options : std::vector<std::vector<std::string>>{{}, {"--force"}}) {
+        std::vector<std::string> words{
+            "export", "Building.exp", "office=Sets/Qto_BldWall.xml", "Sets/Qto_BldAny.xml", "--out", out};
+        words.insert(words.end(), options.begin(), options.end());
+        const auto run = kivifcRun(words);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.out, out + "/Qto_BldAny.xml\n");
+        EXPECT_EQ(run.err, "kivifc: " + out +
+                               "/office/Qto_BldWall.xml: \"office\" is a symbolic link, which no export "
+                               "follows\n");
+        EXPECT_EQ(filesIn(out + "/OFFICE"), 0U);
+    }
+}
+
+TEST(ExportCommand, FolderItselfMayBeALink) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder.sPath("real"));
+    std::filesystem::create_directory_symlink("real", folder.sPath("out"));
     const auto run = kivifcRun({"export", "Building.exp", "office=Sets/Qto_BldWall.xml",
-                                "OFFICE=Sets/Qto_BldWall.xml", "--out", out});
-    EXPECT_EQ(run.status, 2);
-    EXPECT_EQ(run.out, out + "/OFFICE/Qto_BldWall.xml\n");
-    EXPECT_EQ(run.err, "kivifc: " + out +
-                           "/office/Qto_BldWall.xml: was written just now, for a set whose name is the same "
-                           "to this file system\n");
+                                "Sets/Qto_BldAny.xml", "--out", folder.sPath("out") + "/"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(sFileText(folder.sPath("real/office/Qto_BldWall.xml")).find("<?xml"), 0U);
+    EXPECT_EQ(filesIn(folder.sPath("real")), 2U);
+}
+
+TEST(ExportCommand, PathThatIsNotUtf8SurvivesInJson) {
+    const TemporaryFolder folder;
+    const auto out = folder.sPath("b\xFCro \xE2\x82\xAC");
+    const auto run = exportRun("Sets/Qto_BldWall.xml", out, {"--json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, HasSubstr("b\xEF\xBF\xBDro \xE2\x82\xAC/Qto_BldWall.xml\""));
+    EXPECT_THAT(run.out, HasSubstr("\"pathBytes\": \""));
+    EXPECT_THAT(run.out, HasSubstr("/b%FCro%20%E2%82%AC/Qto_BldWall.xml\""));
+    const auto plain = exportRun("Sets/Qto_BldWall.xml", folder.sPath("b\xC3\xBCro"), {"--json"});
+    EXPECT_THAT(plain.out, Not(HasSubstr("pathBytes")));
 }
 
 TEST(ExportCommand, OutThatIsAFileIsAFailureForEachSetAndStays) {

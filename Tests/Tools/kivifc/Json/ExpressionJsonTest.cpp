@@ -1,5 +1,6 @@
 #include "kivifc/Json/ExpressionJson.h"
 
+#include "Support/ExpressionJson.h"
 #include "Support/SchemaFromText.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "kivifc/Pictures/ExpressionText.h"
 
+#include "Support/ExpressionJson.h"
 #include "Support/SchemaFromText.h"
-#include "kivifc/Json/ExpressionJson.h"
 
 #include <gtest/gtest.h>
 #include <string>
