@@ -2,15 +2,12 @@
 
 #include "kivifc/Documents/Checksum.h"
 #include "kivifc/Documents/TextFile.h"
-#include "kivifc/Program/AsciiText.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
 #include <system_error>
-#include <utility>
 
 namespace kiv::kivifc {
 
