@@ -20,6 +20,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -266,9 +267,16 @@ private:
 };
 
 namespace errorhandler {
-/// Names for what a host might one day pass to hear of errors and of progress; nothing is ever called.
+/// A name for what a host might one day pass to hear of errors; nothing is ever called.
 class ExceptionInterface;
-class ParseInterface;
+
+/// Hears of the work of `File::parse`: of the bytes that it takes from the stream, of nodes and attributes,
+/// of the memory of the document and of the parser's buffer. A document model that knows nothing of it need
+/// not call it.
+class ParseInterface : public WorkMeter {
+protected:
+    ~ParseInterface() = default;
+};
 } // namespace errorhandler
 
 /// How much the error interface receives: nothing, whatever the level.

@@ -53,7 +53,7 @@ void Where::parseRules(Schema& schema) {
             return;
         std::string message(placeOf(Report::RuleRefused).message);
         message.append(error.what()).append("\n\nRule: ").append(text_);
-        vReport(Report::RuleRefused, message);
+        SchemaBuilder::vReport(schema, Report::RuleRefused, message);
     }
 }
 
