@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace kiv {
@@ -99,6 +100,21 @@ inline void vRoomForText(std::string& text, std::size_t more, WorkMeter* meter) 
     meter->vTake(WorkMeter::Unit::HeldBytes, after + 1);
     text.reserve(after);
     meter->vMemoryGiveBack(before);
+}
+
+/// Replaces a text; a meter hears of the memory before.
+inline void vTextSet(std::string& target, std::string_view text, WorkMeter* meter) {
+    if (meter && text.size() > target.capacity()) [[unlikely]] {
+        target.clear();
+        vRoomForText(target, text.size(), meter);
+    }
+    target = text;
+}
+
+/// Notes a text that is about to be made.
+inline void vTextMemoryTake(std::size_t size, WorkMeter* meter) {
+    if (size > std::string().capacity())
+        vMemoryTake(meter, size + 1);
 }
 
 } // namespace kiv

@@ -246,11 +246,11 @@ File& File::operator=(File&& other) noexcept {
 File::~File() = default;
 
 std::optional<Element> File::parse(std::istream& stream, const std::string& name,
-                                   errorhandler::ParseInterface*) {
+                                   errorhandler::ParseInterface* progress) {
     records_.reset();
     error_.reset();
     ParseError error;
-    records_ = pDocumentRead(stream, error);
+    records_ = pDocumentRead(stream, error, maxTokenSize, progress);
     if (records_ == nullptr) {
         error.document = name;
         error_ = std::move(error);

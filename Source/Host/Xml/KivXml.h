@@ -318,7 +318,8 @@ public:
     ~File();
 
     /// Reads the stream to its end and gives the root element; absent when any of it cannot be read, and then
-    /// nothing of the document is kept. `name` is only kept for the error.
+    /// nothing of the document is kept. `name` is only kept for the error. `progress`, which may be null,
+    /// hears of the work; what it throws is passed on, and nothing is kept either.
     std::optional<Element> parse(std::istream& stream, const std::string& name,
                                  errorhandler::ParseInterface* progress);
 

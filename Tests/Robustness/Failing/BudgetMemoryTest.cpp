@@ -3,15 +3,20 @@
 #include "Support/Allocations.h"
 #include "Support/SampleData.h"
 #include "kiv/Format/Ifc/Def/IfcBudget.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
+#include "kiv/Host/Xml/KivXml.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <gtest/gtest.h>
 #include <istream>
-#include <limits>
+#include <memory>
 #include <ostream>
+#include <sstream>
 #include <streambuf>
 #include <string>
 
@@ -100,6 +105,46 @@ Reader schemaReader(const std::string& statements) {
     };
 }
 
+Reader documentReader(const std::string& text) {
+    return [text](BudgetMeter& meter) {
+        TextBuffer buffer(text);
+        std::istream stream(&buffer);
+        xml::File file(nullptr, xml::VerboseLevel::Quiet, xml::ValidateLevel::None);
+        ASSERT_TRUE(file.parse(stream, "", &meter));
+    };
+}
+
+/// The document is there already.
+template <class Set>
+Reader setReader(const std::string& text) {
+    std::istringstream stream(text);
+    const auto file =
+        std::make_shared<xml::File>(nullptr, xml::VerboseLevel::Quiet, xml::ValidateLevel::None);
+    const auto root = file->parse(stream, "", nullptr);
+    return [file, root](BudgetMeter& meter) {
+        ifc::def::xml::XmlSetErrors errors;
+        const Set set(*root, errors, meter);
+    };
+}
+
+Reader propertySetReader(const std::string& children) {
+    return setReader<ifc::def::pset::PropertySetDef>("<PropertySetDef>" + children + "</PropertySetDef>");
+}
+
+Reader configurationReader(std::size_t attributes) {
+    std::istringstream stream("SCHEMA S;\nENTITY E;\n" + sRepeated("A# : REAL;\n", attributes) +
+                              "END_ENTITY;\nEND_SCHEMA;\n");
+    const std::shared_ptr<SchemaPset> schema = SchemaPset::pStepStreamRead(stream);
+    const auto text = "<c id=\"S\"><cnf:entity select=\"E\">" +
+                      sRepeated("<cnf:attribute select=\"A#\" keep=\"true\"/>", attributes) +
+                      "</cnf:entity></c>";
+    return [schema, text](BudgetMeter& meter) {
+        TextBuffer buffer(text);
+        std::istream read(&buffer);
+        const ifc::def::xmlschema::Config config(*schema, read, meter);
+    };
+}
+
 const Row Rows[] = {
     {"sample schema", [] { return schemaReader(sSampleText("Building.exp")); }},
     {"entities",
@@ -147,6 +192,46 @@ const Row Rows[] = {
      }},
     {"function bodies",
      [] { return schemaReader(sRepeated("FUNCTION F#;\r\n  body;\r\nEND_FUNCTION;\r\n", 5000)); }},
+    {"document", [] { return documentReader("<a>" + sRepeated("<b c=\"#\">text</b>\n", 20'000) + "</a>"); }},
+    {"property set",
+     [] {
+         return propertySetReader(
+             "<PropertyDefs>" +
+             sRepeated("<PropertyDef><Name>A property with a long name #</Name>"
+                       "<Definition>What it means is said here, at length.</Definition>"
+                       "<PropertyType><TypePropertySingleValue><DataType type=\"IfcLabel\"/>"
+                       "</TypePropertySingleValue></PropertyType></PropertyDef>",
+                       2000) +
+             "</PropertyDefs>");
+     }},
+    {"constants and aliases",
+     [] {
+         return propertySetReader(
+             "<PropertyDefs><PropertyDef><PropertyType><TypePropertyEnumeratedValue><EnumList>" +
+             sRepeated("<EnumItem>AN_ITEM_OF_SOME_LENGTH_#</EnumItem>", 3000) + "</EnumList><ConstantList>" +
+             sRepeated("<ConstantDef><Name>CONSTANT_#</Name><DefinitionAliases><DefinitionAlias lang=\"de\">"
+                       "der Wert # der Aufzaehlung</DefinitionAlias></DefinitionAliases></ConstantDef>",
+                       3000) +
+             "</ConstantList></TypePropertyEnumeratedValue></PropertyType></PropertyDef></PropertyDefs>");
+     }},
+    {"applicable classes",
+     [] {
+         return propertySetReader(
+             "<ApplicableClasses>" +
+             sRepeated("<ClassName>IfcDistributionElement#/A_PREDEFINED_TYPE</ClassName>", 5000) +
+             "</ApplicableClasses>");
+     }},
+    {"unknown nodes", [] { return propertySetReader(sRepeated("<AnElementThatNobodyKnows#/>", 5000)); }},
+    {"quantity set",
+     [] {
+         return setReader<ifc::def::qto::QuantitySetDef>(
+             "<QtoSetDef><QtoDefs>" +
+             sRepeated(
+                 "<QtoDef><Name>A quantity with a long name #</Name><QtoType>Q_LENGTH</QtoType></QtoDef>",
+                 3000) +
+             "</QtoDefs></QtoSetDef>");
+     }},
+    {"configuration", [] { return configurationReader(10'000); }},
 };
 
 class BudgetMemory : public testing::TestWithParam<Row> {};

@@ -91,6 +91,9 @@ public:
     /// place of an earlier one; attributes that only the earlier one knows stay linked to it, so it is kept
     /// too.
     void vXmlSchemaConfigInit(std::istream& stream);
+    /// The same within a budget; throws `BudgetExceeded` beyond it, and then nothing has changed.
+    void vXmlSchemaConfigInit(std::istream& stream, const Budget& budget);
+    void vXmlSchemaConfigInit(std::istream& stream, BudgetMeter& meter);
     /// The configuration read last; null when none was.
     const xmlschema::Config* pXmlSchemaConfig() const;
 

@@ -1,9 +1,11 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
+#include "Base/Metered.h"
 #include "Base/UpperCase.h"
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
+#include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
@@ -26,6 +28,12 @@ struct Config::Reading {
     template <class SchemaAttribute, class Record>
     using Links = std::vector<std::pair<const SchemaAttribute*, const Record*>>;
 
+    explicit Reading(WorkMeter* meterOrNull) :
+        meter(meterOrNull),
+        search(schema::AttributeStepsMax, meter),
+        searchInverse(schema::AttributeStepsMax, meter) {}
+
+    WorkMeter* meter;
     schema::AttributeSearch<schema::Attribute> search;
     schema::AttributeSearch<schema::AttributeInverse> searchInverse;
     // Links are made when all is read: a reading that is broken off leaves the schema as it was.
@@ -33,12 +41,28 @@ struct Config::Reading {
     Links<schema::AttributeInverse, AttributeInverse> linksInverse;
 };
 
-Config::Config(SchemaPset& schema, std::istream& stream) : reading_(std::make_unique<Reading>()) {
+Config::Config(SchemaPset& schema, std::istream& stream) : Config(schema, stream, nullptr) {}
+
+Config::Config(SchemaPset& schema, std::istream& stream, BudgetMeter& meter) :
+    Config(schema, stream, meter, BudgetMeter::Reading(meter)) {}
+
+Config::Config(SchemaPset& schema, std::istream& stream, BudgetMeter& meter, const BudgetMeter::Reading&) :
+    Config(schema, stream, &meter) {}
+
+Config::Config(SchemaPset& schema, std::istream& stream, BudgetMeter* meter) :
+    reading_(std::make_unique<Reading>(meter)) {
+    const auto held = [meter] { return meter ? meter->getUsed(WorkMeter::Unit::HeldBytes) : 0; };
+    const auto heldBefore = held();
     kiv::xml::File file(nullptr, kiv::xml::VerboseLevel::Quiet, kiv::xml::ValidateLevel::None);
-    if (const auto root = file.parse(stream, std::string(), nullptr))
+    const auto root = file.parse(stream, std::string(), meter);
+    const auto heldByDocument = held() - heldBefore;
+    if (root)
         vDocumentRead(schema, *root);
     else
-        vReport(Report::ConfigNotWellFormed);
+        xml::vReportTake(meter, Report::ConfigNotWellFormed);
+    if (meter)
+        meter->vMemoryGiveBack(heldByDocument + reading_->links.capacity() * sizeof(reading_->links.front()) +
+                               reading_->linksInverse.capacity() * sizeof(reading_->linksInverse.front()));
     vLinksApply();
 }
 
@@ -47,10 +71,11 @@ Config::~Config() = default;
 void Config::vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& root) {
     const auto id = root.AttributeNodeGet("id");
     if ((id ? id->getValueView() : std::string_view()) != schema.getName())
-        vReport(Report::ConfigOfOtherSchema);
+        xml::vReportTake(pMeter(), Report::ConfigOfOtherSchema);
     xml::vChildrenOffer(
         root, [&](const kiv::xml::const_Element& child) { return boChildRead(schema, child); },
-        [](const kiv::xml::const_Element&) { vReport(Report::ConfigChildUnknown); });
+        [&](const kiv::xml::const_Element&) { xml::vReportTake(pMeter(), Report::ConfigChildUnknown); },
+        pMeter());
 }
 
 bool Config::boChildRead(SchemaPset& schema, const kiv::xml::const_Element& child) {
@@ -60,21 +85,32 @@ bool Config::boChildRead(SchemaPset& schema, const kiv::xml::const_Element& chil
     else if (tag == "cnf:type")
         Type::vRead(*this, schema, child);
     else if (tag == "cnf:uosElement")
-        uosElement_.vInit(child);
+        uosElement_.vInit(child, pMeter());
     else if (tag == "cnf:schema")
-        schema_.vInit(child);
+        schema_.vInit(child, pMeter());
     else if (tag == "cnf:option")
-        option_.vInit(child);
+        option_.vInit(child, pMeter());
     else
         return false;
     return true;
 }
 
+WorkMeter* Config::pMeter() const {
+    return reading_ ? reading_->meter : nullptr;
+}
+
+void Config::vRecordTake(std::size_t size) {
+    vObjectTake(pMeter());
+    vMemoryTake(pMeter(), size);
+}
+
 const Attribute* Config::pAttribute(const Attribute& record) {
+    vRecordTake(sizeof(record));
     return &attributes_.emplace_back(record);
 }
 
 const AttributeInverse* Config::pAttributeInverse(const AttributeInverse& record) {
+    vRecordTake(sizeof(record));
     return &attributesInverse_.emplace_back(record);
 }
 
@@ -90,16 +126,18 @@ const schema::AttributeInverse* Config::pAttributeInverseFind(const schema::Enti
 }
 
 void Config::vLink(const schema::Attribute& attribute, const Attribute& record) {
-    if (reading_)
+    if (reading_) {
+        vRoomForOne(reading_->links, reading_->meter);
         reading_->links.emplace_back(&attribute, &record);
-    else
+    } else
         attribute.vXmlAttributeSet(&record);
 }
 
 void Config::vLink(const schema::AttributeInverse& attribute, const AttributeInverse& record) {
-    if (reading_)
+    if (reading_) {
+        vRoomForOne(reading_->linksInverse, reading_->meter);
         reading_->linksInverse.emplace_back(&attribute, &record);
-    else
+    } else
         attribute.vXmlAttributeSet(&record);
 }
 
@@ -120,6 +158,19 @@ void SchemaPset::vXmlSchemaConfigInit(std::istream& stream) {
     // The place is there before the configuration links attributes to its records.
     xmlSchemaConfigs_.reserve(xmlSchemaConfigs_.size() + 1);
     xmlSchemaConfigs_.push_back(std::make_shared<const xmlschema::Config>(*this, stream));
+}
+
+void SchemaPset::vXmlSchemaConfigInit(std::istream& stream, const Budget& budget) {
+    BudgetMeter meter(budget);
+    vXmlSchemaConfigInit(stream, meter);
+}
+
+void SchemaPset::vXmlSchemaConfigInit(std::istream& stream, BudgetMeter& meter) {
+    const BudgetMeter::Reading reading(meter);
+    vMemoryTake(&meter, sizeof(xmlschema::Config));
+    vRoomForOne(xmlSchemaConfigs_, &meter);
+    xmlSchemaConfigs_.reserve(xmlSchemaConfigs_.size() + 1);
+    xmlSchemaConfigs_.push_back(std::make_shared<const xmlschema::Config>(*this, stream, meter));
 }
 
 } // namespace kiv::ifc::def
