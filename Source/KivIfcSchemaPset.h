@@ -8,6 +8,8 @@
 #pragma once
 
 #include "kiv/Base/Exception.h"
+#include "kiv/Base/WorkMeter.h"
+#include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/IfcDefAliases.h"
 #include "kiv/Format/Ifc/Def/IfcDefApplicableClasses.h"
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"

@@ -4,10 +4,12 @@
 set(kivPublicHeaders
     KivIfcSchemaPset.h
     Base/Exception.h
+    Base/WorkMeter.h
     Host/Assert/KivAssert.h
     Host/Id/KivId.h
     Host/Locale/KivLocale.h
     Host/Xml/KivXml.h
+    Format/Ifc/Def/IfcBudget.h
     Format/Ifc/Def/IfcDefAliases.h
     Format/Ifc/Def/IfcDefApplicableClasses.h
     Format/Ifc/Def/IfcDefBase.h

@@ -13,6 +13,8 @@
 /// Errors:    std::bad_alloc; what was handed out before stays as it is.
 #pragma once
 
+#include "kiv/Base/WorkMeter.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -76,6 +78,9 @@ public:
         return pAllocate(count * sizeof(Object), alignof(Object));
     }
 
+    /// Lets a meter hear of each block before it is taken; null for none. What it throws passes on.
+    void vMeterSet(WorkMeter* meter) { meter_ = meter; }
+
     std::string_view getCopy(std::string_view text) {
         char* const place = pAllocate(text.size(), 1);
         text.copy(place, text.size());
@@ -111,6 +116,8 @@ private:
     }
 
     char* pNewBlock(std::size_t size) {
+        if (meter_)
+            meter_->vTake(WorkMeter::Unit::HeldBytes, size);
         blocks_.push_back(std::make_unique_for_overwrite<char[]>(size));
         return blocks_.back().get();
     }
@@ -118,6 +125,7 @@ private:
     std::vector<std::unique_ptr<char[]>> blocks_;
     char* end_ = nullptr;
     std::size_t nextBlockSize_;
+    WorkMeter* meter_ = nullptr;
 };
 
 /// Takes the memory of a container from an arena, or from the heap when it is made without one. Does not

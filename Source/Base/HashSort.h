@@ -12,6 +12,8 @@
 /// Errors:    std::bad_alloc; the entries are as they were then.
 #pragma once
 
+#include "Base/Metered.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstddef>
@@ -48,22 +50,33 @@ void vBucketSort(std::span<Entry> bucket, Less less) {
 }
 
 /// Sorts entries, which have a member `hash`, by an order in which smaller hashes come first; entries that
-/// are equal stay in their order. What comes back is where each bucket begins, and where the last one ends.
+/// are equal stay in their order. What comes back is where each bucket begins, and where the last one ends. A
+/// meter hears of the memory, in the end of that of the starts alone, and is asked for each entry and bucket
+/// whether to go on.
 template <class Entry, class Less>
-std::vector<std::uint32_t> sortedByHash(std::vector<Entry>& entries, Less less) {
+std::vector<std::uint32_t> sortedByHash(std::vector<Entry>& entries, Less less, WorkMeter* meter = nullptr) {
     const auto bucketCount = std::bit_ceil(std::max<std::size_t>(entries.size(), 2));
     const auto shift = bucketShift<decltype(Entry::hash)>(bucketCount);
-    std::vector<std::uint32_t> starts(bucketCount + 1);
-    for (const auto& entry : entries)
+    std::vector<std::uint32_t> starts;
+    vRoomFor(starts, bucketCount + 1, meter);
+    starts.resize(bucketCount + 1);
+    for (const auto& entry : entries) {
         ++starts[(entry.hash >> shift) + 1];
+        vLook(meter);
+    }
     for (std::size_t bucket = 0; bucket < bucketCount; ++bucket)
         starts[bucket + 1] += starts[bucket];
+    MeteredScope held(meter);
+    held.vTake(entries.size() * sizeof(Entry) + starts.size() * sizeof(std::uint32_t));
     std::vector<Entry> ordered(entries.size());
     auto next = starts;
-    for (const auto& entry : entries)
+    for (const auto& entry : entries) {
         ordered[next[entry.hash >> shift]++] = entry;
+        vLook(meter);
+    }
     entries = std::move(ordered);
     for (std::size_t bucket = 0; bucket < bucketCount; ++bucket) {
+        vLook(meter);
         const auto size = starts[bucket + 1] - starts[bucket];
         if (size > 1)
             vBucketSort(std::span(entries).subspan(starts[bucket], size), less);

@@ -35,7 +35,10 @@ public:
         Value* value;
     };
 
-    void vReserve(std::size_t count) { entries_.reserve(count); }
+    void vReserve(std::size_t count, WorkMeter* meter = nullptr) {
+        vRoomFor(entries_, count, meter);
+        entries_.reserve(count);
+    }
 
     /// Adds an entry under its name.
     void vAdd(Value* value) {
@@ -43,8 +46,8 @@ public:
     }
 
     /// Makes the entries findable, once all are added.
-    void vBuild() {
-        starts_ = sortedByHash(entries_, boLess);
+    void vBuild(WorkMeter* meter = nullptr) {
+        starts_ = sortedByHash(entries_, boLess, meter);
         shift_ = bucketShift<std::uint64_t>(starts_.size() - 1);
     }
 

@@ -134,7 +134,7 @@ template <class Value>
 class NameTable {
 public:
     /// Makes place for that many more names. When it throws, nothing has changed.
-    void vReserve(std::size_t count) { table_.vReserve(count); }
+    void vReserve(std::size_t count, WorkMeter* meter = nullptr) { table_.vReserve(count, meter); }
 
     /// Adds the owner of a name, for which there must be place; the first owner of a name stays.
     void vAdd(std::string_view name, Value& value) noexcept {

@@ -19,6 +19,8 @@
 /// Errors:    std::bad_alloc from `vReserve` alone. A key that is not there is null.
 #pragma once
 
+#include "Base/Metered.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstddef>
@@ -43,17 +45,20 @@ public:
     }
     ~ProbeTable() = default;
 
-    /// Makes place for that many more keys. When it throws, nothing has changed.
-    void vReserve(std::size_t count) {
+    /// Makes place for that many more keys. When it throws, nothing has changed. A meter hears of the memory
+    /// and is asked again and again whether to go on.
+    void vReserve(std::size_t count, WorkMeter* meter = nullptr) {
         const auto slotCount = slotCountFor(size_ + count);
         if (slotCount <= slots_.size())
             return;
-        std::vector<Slot> former(slotCount);
+        auto former = emptySlots(slotCount, meter);
         former.swap(slots_);
         for (const auto& slot : former) {
             if (slot.value)
                 slots_[indexOf(slot.getKey())] = slot;
         }
+        if (meter)
+            meter->vMemoryGiveBack(former.size() * sizeof(Slot));
     }
 
     /// Adds a key, for which there must be place. False when the key is there already: its first value stays.
@@ -77,6 +82,19 @@ private:
     /// A power of two, of which at least a quarter stays empty: every search ends, and soon.
     static constexpr std::size_t slotCountFor(std::size_t keys) {
         return std::bit_ceil(std::max<std::size_t>(keys + keys / 2, 4));
+    }
+
+    static std::vector<Slot> emptySlots(std::size_t count, WorkMeter* meter) {
+        if (!meter)
+            return std::vector<Slot>(count);
+        constexpr std::size_t AtOnce = 1024;
+        std::vector<Slot> slots;
+        vRoomFor(slots, count, meter);
+        while (slots.size() < count) {
+            slots.resize(std::min(slots.size() + AtOnce, count));
+            meter->vLook();
+        }
+        return slots;
     }
 
     /// The slot of the key, or the empty one where it belongs.

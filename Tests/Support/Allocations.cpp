@@ -1,7 +1,12 @@
 #include "Support/Allocations.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 namespace {
 
@@ -14,6 +19,21 @@ thread_local bool hasThrown = false;
 thread_local std::size_t count = 0;
 thread_local std::size_t size = 0;
 thread_local std::ptrdiff_t held = 0;
+thread_local std::ptrdiff_t heldBytes = 0;
+thread_local std::ptrdiff_t heldBytesAtPeak = 0;
+
+std::ptrdiff_t sizeOf([[maybe_unused]] void* memory) {
+#if defined(__GLIBC__)
+    return static_cast<std::ptrdiff_t>(malloc_usable_size(memory));
+#else
+    return 0;
+#endif
+}
+
+void vBytesAdd(std::ptrdiff_t bytes) {
+    heldBytes += bytes;
+    heldBytesAtPeak = std::max(heldBytesAtPeak, heldBytes);
+}
 
 /// Null when there is no memory or none is left to this thread.
 void* pAllocateOrNull(std::size_t bytes) noexcept {
@@ -31,6 +51,7 @@ void* pAllocateOrNull(std::size_t bytes) noexcept {
     ++count;
     size += bytes;
     ++held;
+    vBytesAdd(sizeOf(memory));
     return memory;
 }
 
@@ -45,8 +66,10 @@ void* pAllocate(std::size_t bytes) {
 }
 
 void vFree(void* memory) {
-    if (memory)
+    if (memory) {
         --held;
+        heldBytes -= sizeOf(memory);
+    }
     std::free(memory);
 }
 
@@ -65,6 +88,23 @@ void vFree(void* memory) {
 }
 [[gnu::noinline]] void* operator new[](std::size_t bytes, const std::nothrow_t&) noexcept {
     return pAllocateOrNull(bytes);
+}
+// Values of a stricter alignment: their bytes count, and they are never refused.
+[[gnu::noinline]] void* operator new(std::size_t bytes, std::align_val_t alignment) {
+    const auto step = static_cast<std::size_t>(alignment);
+    void* const memory = std::aligned_alloc(step, (bytes + step - 1) / step * step);
+    if (!memory)
+        throw std::bad_alloc();
+    vBytesAdd(sizeOf(memory));
+    return memory;
+}
+[[gnu::noinline]] void operator delete(void* memory, std::align_val_t) noexcept {
+    heldBytes -= sizeOf(memory);
+    std::free(memory);
+}
+[[gnu::noinline]] void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
+    heldBytes -= sizeOf(memory);
+    std::free(memory);
 }
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     vFree(memory);
@@ -98,6 +138,18 @@ std::size_t allocatedSize() {
 
 std::ptrdiff_t allocationsHeld() {
     return held;
+}
+
+std::ptrdiff_t bytesHeld() {
+    return heldBytes;
+}
+
+std::ptrdiff_t bytesHeldAtPeak() {
+    return heldBytesAtPeak;
+}
+
+void vPeakBegin() {
+    heldBytesAtPeak = heldBytes;
 }
 
 AllocationLimit::AllocationLimit(std::size_t allocations, Refusal refusal) {

@@ -20,6 +20,11 @@ std::size_t allocationCount();
 std::size_t allocatedSize();
 /// How many allocations were not given back up to now.
 std::ptrdiff_t allocationsHeld();
+/// How many bytes were not given back up to now, and the most that this was since `vPeakBegin`; 0 where the C
+/// library does not say how large an allocation is. Small allocations count as the C library rounds them up.
+std::ptrdiff_t bytesHeld();
+std::ptrdiff_t bytesHeldAtPeak();
+void vPeakBegin();
 
 /// Which allocations fail once a limit is reached.
 enum class Refusal { FromThenOn, Once };

@@ -247,10 +247,10 @@ File& File::operator=(File&& other) noexcept {
 File::~File() = default;
 
 std::optional<Element> File::parse(std::istream& stream, const std::string& name,
-                                   errorhandler::ParseInterface*) {
+                                   errorhandler::ParseInterface* progress) {
     error_.reset();
     ParseError error;
-    auto document = pDocumentRead(stream, error);
+    auto document = pDocumentRead(stream, error, maxTokenSize, progress);
     if (document == nullptr) {
         error.document = name;
         error_ = std::move(error);

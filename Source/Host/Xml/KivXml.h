@@ -20,6 +20,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -267,9 +268,16 @@ private:
 };
 
 namespace errorhandler {
-/// Names for what a host might one day pass to hear of errors and of progress; nothing is ever called.
+/// A name for what a host might one day pass to hear of errors; nothing is ever called.
 class ExceptionInterface;
-class ParseInterface;
+
+/// Hears of the work of `File::parse`: of the bytes that it takes from the stream, of nodes and attributes,
+/// of the memory of the document and of the parser's buffer. A document model that knows nothing of it need
+/// not call it.
+class ParseInterface : public WorkMeter {
+protected:
+    ~ParseInterface() = default;
+};
 } // namespace errorhandler
 
 /// How much the error interface receives: nothing, whatever the level.
@@ -312,6 +320,8 @@ public:
 
     /// Reads the stream to its end and gives the root element; absent when any of it cannot be read, and then
     /// nothing of the document is kept. Documents read before stay. `name` is only kept for the error.
+    /// `progress`, which may be null, hears of the work; what it throws is passed on, and then nothing of the
+    /// document is kept either.
     std::optional<Element> parse(std::istream& stream, const std::string& name,
                                  errorhandler::ParseInterface* progress);
 

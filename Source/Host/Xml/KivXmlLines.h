@@ -26,6 +26,9 @@ public:
     /// asks for a place before that of the call before.
     std::uint32_t getLine(std::uint64_t index);
 
+    /// The memory that is held.
+    std::size_t getMemory() const { return starts_.capacity() * sizeof(starts_.front()); }
+
 private:
     /// Notes the lines that begin in the block after a line end at `from` or further on.
     void vStartsAdd(std::string_view block, std::size_t from);

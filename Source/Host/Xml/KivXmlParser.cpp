@@ -1,5 +1,6 @@
 #include "Host/Xml/KivXmlParser.h"
 
+#include "Base/Metered.h"
 #include "Host/Xml/KivXmlLines.h"
 #include "Host/Xml/KivXmlRecords.h"
 
@@ -45,10 +46,42 @@ bool isUtf16(std::string_view start) {
                                  start.substr(0, 2) == "\xFF\xFE");
 }
 
+/// Hands on to a meter what a reading takes, and gives the memory back of which nothing is kept.
+class Account final : public WorkMeter {
+public:
+    /// Null for no meter.
+    explicit Account(WorkMeter* meter) : meter_(meter) {}
+    ~Account() {
+        if (meter_)
+            meter_->vMemoryGiveBack(held_);
+    }
+    Account(const Account&) = delete;
+    Account& operator=(const Account&) = delete;
+
+    WorkMeter* pMeter() { return meter_ ? this : nullptr; }
+    /// The memory taken up to now is kept.
+    void vKeep() { held_ = 0; }
+
+    void vTake(Unit unit, std::uint64_t amount) override {
+        meter_->vTake(unit, amount);
+        held_ += unit == Unit::HeldBytes ? amount : 0;
+    }
+    void vMemoryGiveBack(std::uint64_t bytes) noexcept override {
+        meter_->vMemoryGiveBack(bytes);
+        held_ -= bytes;
+    }
+    void vPieceBegin() override { meter_->vPieceBegin(); }
+    void vLook() override { meter_->vLook(); }
+
+private:
+    WorkMeter* meter_;
+    std::uint64_t held_ = 0;
+};
+
 /// One run of the parser over one stream.
 class Reader {
 public:
-    Reader(std::istream& stream, std::size_t largestTokenSize);
+    Reader(std::istream& stream, std::size_t largestTokenSize, WorkMeter* meter);
 
     std::unique_ptr<DocumentRecords> pRead(ParseError& error);
 
@@ -76,6 +109,10 @@ private:
     void vAttributeDeclaration(const XML_Char* element, const XML_Char* name, const XML_Char* type,
                                const XML_Char* value, int isRequired);
 
+    /// Notes a piece of markup, or a text, of which that many nodes and attributes are made.
+    void vPieceTake(std::size_t objects);
+    void vTextTake();
+    void vBlockTake(std::size_t size);
     void vAttributesAdd(ElementRecord& element, const XML_Char** attributes);
     void vDefaultsCount(const XML_Char** attributes);
     std::uint32_t getLine();
@@ -94,12 +131,19 @@ private:
 
     std::istream& stream_;
     std::size_t largestTokenSize_;
+    // Above the document, whose memory it gives back.
+    Account account_;
+    WorkMeter* meter_;
+    /// The bytes of the parser's buffer and of the lines that the meter knows of.
+    std::size_t workingSize_ = 0;
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
     std::unique_ptr<DocumentRecords> records_;
     LineCounter lines_;
     std::size_t blockSize_ = firstBlockSize;
     /// The bytes of all blocks but the last.
     std::uint64_t readSize_ = 0;
+    /// Of these, those of a token that is not complete yet.
+    std::uint64_t openSize_ = 0;
     bool isUtf16_ = false;
     /// The document and the elements that are open, from the root element on.
     std::array<ElementRecord*, maxElementDepth + 1> open_{};
@@ -139,13 +183,17 @@ int XMLCALL Reader::onUnknownEncoding(void* reader, const XML_Char* name, XML_En
     return XML_STATUS_ERROR;
 }
 
-Reader::Reader(std::istream& stream, std::size_t largestTokenSize) :
+Reader::Reader(std::istream& stream, std::size_t largestTokenSize, WorkMeter* meter) :
     stream_(stream),
     largestTokenSize_(largestTokenSize),
+    account_(meter),
+    meter_(account_.pMeter()),
     parser_(XML_ParserCreate(nullptr), &XML_ParserFree),
     records_(std::make_unique<DocumentRecords>()) {
     if (parser_ == nullptr)
         throw std::bad_alloc();
+    vMemoryTake(meter_, sizeof(DocumentRecords));
+    records_->arena.vMeterSet(meter_);
     open_[0] = &records_->node;
     vHandlersSet();
 }
@@ -166,6 +214,11 @@ std::unique_ptr<DocumentRecords> Reader::pRead(ParseError& error) {
     const bool isRead = boParse();
     if (exception_)
         std::rethrow_exception(exception_);
+    if (isRead && meter_) {
+        meter_->vMemoryGiveBack(workingSize_);
+        account_.vKeep();
+    }
+    records_->arena.vMeterSet(nullptr);
     if (isRead)
         return std::move(records_);
     error = std::move(*error_);
@@ -178,6 +231,8 @@ bool Reader::boParse() {
     for (; block; block = readBlock()) {
         if (!isUtf16_)
             lines_.vBlockAdd(*block);
+        if (meter_)
+            vBlockTake(block->size());
         const bool isLast = block->size() < blockSize_;
         if (XML_ParseBuffer(parser_.get(), static_cast<int>(block->size()), isLast) != XML_STATUS_OK)
             break;
@@ -196,6 +251,34 @@ bool Reader::boParse() {
     return false;
 }
 
+void Reader::vBlockTake(std::size_t size) {
+    meter_->vLook();
+    meter_->vTake(WorkMeter::Unit::InputBytes, size);
+    const auto working = static_cast<std::size_t>(openSize_) + blockSize_ + lines_.getMemory();
+    if (working <= workingSize_)
+        return;
+    meter_->vTake(WorkMeter::Unit::HeldBytes, working - workingSize_);
+    workingSize_ = working;
+}
+
+void Reader::vPieceTake(std::size_t objects) {
+    if (!meter_)
+        return;
+    meter_->vPieceBegin();
+    meter_->vTake(WorkMeter::Unit::PieceBytes,
+                  static_cast<std::uint64_t>(std::max(XML_GetCurrentByteCount(parser_.get()), 0)));
+    meter_->vTake(WorkMeter::Unit::Objects, objects);
+    meter_->vLook();
+}
+
+/// A text comes in pieces, which make one node.
+void Reader::vTextTake() {
+    const auto* const last = getParent().lastChild;
+    if (last == nullptr || last->kind != NodeKind::Text)
+        meter_->vTake(WorkMeter::Unit::Objects, 1);
+    meter_->vLook();
+}
+
 std::optional<std::string_view> Reader::readBlock() {
     auto* const buffer = static_cast<char*>(XML_GetBuffer(parser_.get(), static_cast<int>(blockSize_)));
     if (buffer == nullptr)
@@ -208,12 +291,16 @@ std::optional<std::string_view> Reader::readBlock() {
 bool Reader::boBlockNote(std::size_t size) {
     readSize_ += size;
     const XML_Index parsed = std::max<XML_Index>(XML_GetCurrentByteIndex(parser_.get()), 0);
-    const std::uint64_t openSize = readSize_ - static_cast<std::uint64_t>(parsed);
-    if (openSize > largestTokenSize_) {
+    openSize_ = readSize_ - static_cast<std::uint64_t>(parsed);
+    if (meter_) {
+        meter_->vPieceBegin();
+        meter_->vTake(WorkMeter::Unit::PieceBytes, openSize_);
+    }
+    if (openSize_ > largestTokenSize_) {
         vFail("a piece of markup is longer than " + std::to_string(largestTokenSize_ >> 20) + " MiB");
         return false;
     }
-    if (openSize > blockSize_ / 2)
+    if (openSize_ > blockSize_ / 2)
         blockSize_ = std::min(2 * blockSize_, largestBlockSize);
     return true;
 }
@@ -247,6 +334,7 @@ void Reader::vElementStart(const XML_Char* name, const XML_Char** attributes) {
         vRefuse("elements are nested deeper than " + std::to_string(maxElementDepth) + " levels");
         return;
     }
+    vPieceTake(1);
     ElementRecord& element = records_->elementMake(getParent(), name, getLine());
     records_->vElementAppend(getParent(), element);
     open_[++depth_] = &element;
@@ -264,6 +352,8 @@ void Reader::vAttributesAdd(ElementRecord& element, const XML_Char** attributes)
         vDefaultsCount(attributes + 2 * written);
     if (isStopped_)
         return;
+    if (meter_)
+        meter_->vTake(WorkMeter::Unit::Objects, count);
     records_->vAttributesReserve(element, count);
     for (std::size_t i = 0; i != count; ++i)
         records_->attributeAppend(element, attributes[2 * i], attributes[2 * i + 1]);
@@ -283,15 +373,19 @@ void Reader::vElementEnd(const XML_Char*) {
 }
 
 void Reader::vCharacters(const XML_Char* text, int size) {
+    if (meter_)
+        vTextTake();
     records_->vTextAppend(getParent(), {text, static_cast<std::size_t>(size)}, [this] { return getLine(); });
 }
 
 void Reader::vComment(const XML_Char* text) {
+    vPieceTake(depth_ != 0 ? 1 : 0);
     if (depth_ != 0)
         records_->vNodeAppend(getParent(), NodeKind::Comment, text, getLine());
 }
 
 void Reader::vProcessingInstruction(const XML_Char* target, const XML_Char* data) {
+    vPieceTake(depth_ != 0 ? 1 : 0);
     if (depth_ == 0)
         return;
     std::string text(target);
@@ -344,8 +438,8 @@ void Reader::vAttributeDeclaration(const XML_Char*, const XML_Char*, const XML_C
 } // namespace
 
 std::unique_ptr<DocumentRecords> pDocumentRead(std::istream& stream, ParseError& error,
-                                               std::size_t largestTokenSize) {
-    return Reader(stream, largestTokenSize).pRead(error);
+                                               std::size_t largestTokenSize, WorkMeter* meter) {
+    return Reader(stream, largestTokenSize, meter).pRead(error);
 }
 
 } // namespace kiv::xml

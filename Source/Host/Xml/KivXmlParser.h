@@ -21,8 +21,11 @@ namespace kiv::xml {
 /// A tag, comment or the like of more than `largestTokenSize` bytes is refused. That is looked at between two
 /// blocks of the stream only, so a token that is longer by less than a block may pass.
 ///
-/// Errors: `std::bad_alloc` is passed on.
+/// A meter hears of what is read and made; null for none. The memory of a document stays taken.
+///
+/// Errors: `std::bad_alloc`, and what the meter throws, is passed on.
 std::unique_ptr<DocumentRecords> pDocumentRead(std::istream& stream, ParseError& error,
-                                               std::size_t largestTokenSize = maxTokenSize);
+                                               std::size_t largestTokenSize = maxTokenSize,
+                                               WorkMeter* meter = nullptr);
 
 } // namespace kiv::xml

@@ -12,15 +12,21 @@ constexpr std::string_view LanguageAttribute = "lang";
 
 } // namespace
 
-void Aliases::vAliasAdd(const kiv::xml::const_Element& list, std::string_view itemTag) {
+void Aliases::vAliasAdd(const kiv::xml::const_Element& list, std::string_view itemTag, WorkMeter* meter) {
     for (const auto& child : ElementChildren(list)) {
+        vLook(meter);
         if (tagOf(child) != itemTag)
             continue;
         const auto language = child.AttributeNodeGet(LanguageAttribute);
         const auto text = firstChildText(child);
-        if (language && text)
-            entries_.push_back(
-                {kiv::locale::Locale::get(language->getValue().c_str(), nullptr), std::string(*text)});
+        if (!language || !text)
+            continue;
+        vObjectTake(meter);
+        vTextMemoryTake(language->getValueView().size(), meter);
+        vTextMemoryTake(text->size(), meter);
+        vRoomForOne(entries_, meter);
+        entries_.push_back(
+            {kiv::locale::Locale::get(language->getValue().c_str(), nullptr), std::string(*text)});
     }
 }
 

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Host/Locale/KivLocale.h"
 #include "kiv/Host/Xml/KivXml.h"
 
@@ -27,7 +28,7 @@ public:
 
     /// Appends an entry for each element child of `list` that has the tag `itemTag`, a "lang" attribute and a
     /// text.
-    void vAliasAdd(const kiv::xml::const_Element& list, std::string_view itemTag);
+    void vAliasAdd(const kiv::xml::const_Element& list, std::string_view itemTag, WorkMeter* meter = nullptr);
 
     /// The text of the first entry in that language and country, else of the first in that language without a
     /// country, else empty. One in another country of the language is never used instead. The language of

@@ -69,20 +69,21 @@ DefBase::DefBase(std::string_view name) : name_(name) {}
 
 DefBase::~DefBase() = default;
 
-bool DefBase::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
+bool DefBase::boCheck(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter) {
     if (tag == NameTag) {
-        vTextTake(child, name_);
+        vTextTake(child, name_, meter);
         return true;
     }
     if (tag == DefinitionTag) {
-        vTextTake(child, definition_);
+        vTextTake(child, definition_, meter);
         return true;
     }
     return false;
 }
 
-void DefBase::vDefinitionAliasesAdd(const kiv::xml::const_Element& list, std::string_view itemTag) {
-    definitionAliases_.vAliasAdd(list, itemTag);
+void DefBase::vDefinitionAliasesAdd(const kiv::xml::const_Element& list, std::string_view itemTag,
+                                    WorkMeter* meter) {
+    definitionAliases_.vAliasAdd(list, itemTag, meter);
 }
 
 void DefBase::vTextsExport(kiv::xml::Element& element) const {
@@ -101,15 +102,15 @@ std::string Def::getConcept() const {
     return owner_->getName() + "." + getName();
 }
 
-bool Def::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
-    if (DefBase::boCheck(tag, child))
+bool Def::boCheck(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter) {
+    if (DefBase::boCheck(tag, child, meter))
         return true;
     if (tag == NameAliasesTag) {
-        nameAliases_.vAliasAdd(child, NameAliasTag);
+        nameAliases_.vAliasAdd(child, NameAliasTag, meter);
         return true;
     }
     if (tag == DefinitionAliasesTag) {
-        vDefinitionAliasesAdd(child, DefinitionAliasTag);
+        vDefinitionAliasesAdd(child, DefinitionAliasTag, meter);
         return true;
     }
     return false;
@@ -185,31 +186,38 @@ SetDef::SetDef(std::string_view name) : DefBase(name) {}
 
 SetDef::~SetDef() = default;
 
-bool SetDef::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
-    if (DefBase::boCheck(tag, child))
+bool SetDef::boCheck(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter) {
+    if (DefBase::boCheck(tag, child, meter))
         return true;
     if (tag == "IfcVersion")
-        return boAttributeTake(child, "version", ifcVersion_);
+        return boAttributeTake(child, "version", ifcVersion_, meter);
     if (tag == "ApplicableClasses") {
-        vApplicableClassesRead(child);
+        vApplicableClassesRead(child, meter);
         return true;
     }
     if (tag == "ApplicableTypeValue") {
-        vTextTake(child, applicableTypeValue_);
+        vTextTake(child, applicableTypeValue_, meter);
         return true;
     }
     return false;
 }
 
-void SetDef::vApplicableClassesRead(const kiv::xml::const_Element& list) {
+void SetDef::vApplicableClassesRead(const kiv::xml::const_Element& list, WorkMeter* meter) {
     for (const auto& child : ElementChildren(list)) {
+        vLook(meter);
         if (!child.boNodeNameIs("ClassName"))
             continue;
         // Blanks only: a tab or a line break stays in the name, so that the check reports the class.
         const auto value = firstChildText(child).value_or(NodeText());
         const auto text = ascii::trimmed(value, " ");
-        if (!text.empty())
-            applicableClasses_.emplace_back(std::string(text), lineOf(child));
+        if (text.empty())
+            continue;
+        vObjectTake(meter);
+        // The name takes all of the text; what follows a "/" is a text of its own.
+        vTextMemoryTake(text.size(), meter);
+        vTextMemoryTake(text.size() - std::min(text.find('/'), text.size()), meter);
+        vRoomForOne(applicableClasses_, meter);
+        applicableClasses_.emplace_back(std::string(text), lineOf(child));
     }
 }
 

@@ -78,9 +78,10 @@ protected:
     DefBase& operator=(DefBase&&) noexcept = default;
 
     /// Takes "Name" and "Definition"; false for every other tag.
-    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child);
+    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter = nullptr);
 
-    void vDefinitionAliasesAdd(const kiv::xml::const_Element& list, std::string_view itemTag);
+    void vDefinitionAliasesAdd(const kiv::xml::const_Element& list, std::string_view itemTag,
+                               WorkMeter* meter = nullptr);
 
     /// Writes "Name" and "Definition".
     void vTextsExport(kiv::xml::Element& element) const;
@@ -119,7 +120,7 @@ protected:
     Def& operator=(Def&&) noexcept = default;
 
     /// Takes what `DefBase` takes, "NameAliases" and "DefinitionAliases"; false for every other tag.
-    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child);
+    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter = nullptr);
 
     /// Writes what all members have in common.
     void vExportCommon(kiv::xml::Element& element, const ExtraExportInfo* info) const;
@@ -178,13 +179,13 @@ protected:
 
     /// Takes what `DefBase` takes, "IfcVersion", "ApplicableClasses" and "ApplicableTypeValue"; false for
     /// every other tag and for an "IfcVersion" without "version".
-    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child);
+    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter = nullptr);
 
 private:
     struct Finding;
     class PredefinedTypes;
 
-    void vApplicableClassesRead(const kiv::xml::const_Element& list);
+    void vApplicableClassesRead(const kiv::xml::const_Element& list, WorkMeter* meter);
     static std::optional<Finding> findingOf(const ApplicableClasses& applicable, const schema::Schema& schema,
                                             PredefinedTypes& predefinedTypes);
 

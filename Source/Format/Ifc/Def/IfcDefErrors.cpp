@@ -1,5 +1,8 @@
 #include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 
+#include "Base/Metered.h"
+
+#include <exception>
 #include <fstream>
 #include <ostream>
 #include <string_view>
@@ -42,7 +45,25 @@ void vTextGive(const Sets& sets, const Take& take) {
 } // namespace
 
 void XmlSetErrors::vErrorAdd(ErrorKind kind, std::string item, std::string message, std::size_t line) {
+    if (meter_) {
+        meter_->vTake(WorkMeter::Unit::Reports, 1);
+        vMemoryTake(meter_, memoryOf(item) + memoryOf(message));
+        vRoomForOne(records_, meter_);
+    }
     records_.push_back({kind, std::move(item), std::move(message), line});
+}
+
+XmlSetErrors::Reading::Reading(XmlSetErrors& errors, BudgetMeter& meter) :
+    errors_(errors),
+    meterBefore_(std::exchange(errors.meter_, &meter)),
+    recordsBefore_(errors.records_.size()),
+    exceptionsBefore_(std::uncaught_exceptions()),
+    memory_(meter) {}
+
+XmlSetErrors::Reading::~Reading() {
+    errors_.meter_ = meterBefore_;
+    if (std::uncaught_exceptions() > exceptionsBefore_)
+        errors_.records_.resize(recordsBefore_);
 }
 
 void XmlSetErrors::vSetNameSet(std::string setName) {

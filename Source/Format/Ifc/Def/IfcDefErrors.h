@@ -15,6 +15,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/IfcBudget.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -53,9 +54,31 @@ public:
     const std::string& getSetName() const { return setName_; }
     const std::vector<ErrorRecord>& getRecords() const { return records_; }
 
+    /// A reading within a budget, while it lives: what is read with the collector is accounted for, and the
+    /// records of a reading that fails are removed again.
+    class KIV_EXPORT Reading {
+    public:
+        /// Both outlive it.
+        Reading(XmlSetErrors& errors, BudgetMeter& meter);
+        ~Reading();
+        Reading(const Reading&) = delete;
+        Reading& operator=(const Reading&) = delete;
+
+    private:
+        XmlSetErrors& errors_;
+        WorkMeter* meterBefore_;
+        std::size_t recordsBefore_;
+        int exceptionsBefore_;
+        BudgetMeter::Reading memory_;
+    };
+
+    /// The meter of the reading within a budget that uses the collector; null for none.
+    WorkMeter* pMeter() const { return meter_; }
+
 private:
     std::string setName_;
     std::vector<ErrorRecord> records_;
+    WorkMeter* meter_ = nullptr;
 };
 
 /// The collectors of many sets, and their report.

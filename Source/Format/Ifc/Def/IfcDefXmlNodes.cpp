@@ -1,5 +1,7 @@
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
 
+#include "kiv/Host/Assert/KivAssert.h"
+
 #include <utility>
 
 namespace kiv::ifc::def::xml {
@@ -11,17 +13,24 @@ std::optional<NodeText> firstChildText(const kiv::xml::const_Element& element) {
     return textOf(*child);
 }
 
-void vTextTake(const kiv::xml::const_Element& element, std::string& target) {
+void vTextTake(const kiv::xml::const_Element& element, std::string& target, WorkMeter* meter) {
     if (const auto text = firstChildText(element))
-        target = *text;
+        vTextSet(target, *text, meter);
 }
 
-bool boAttributeTake(const kiv::xml::const_Element& element, std::string_view name, std::string& target) {
+bool boAttributeTake(const kiv::xml::const_Element& element, std::string_view name, std::string& target,
+                     WorkMeter* meter) {
     const auto attribute = element.AttributeNodeGet(name);
     if (!attribute)
         return false;
-    target = valueOf(*attribute);
+    vTextSet(target, valueOf(*attribute), meter);
     return true;
+}
+
+void vReportTake(WorkMeter* meter, Report report) {
+    if (meter && assert::Assert::isEnabled())
+        meter->vTake(WorkMeter::Unit::Reports, 1);
+    vReport(report);
 }
 
 void vRecordAdd(XmlSetErrors& errors, RecordMessage message, std::string item, std::size_t line) {

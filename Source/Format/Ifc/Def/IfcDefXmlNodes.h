@@ -15,6 +15,7 @@
 /// Errors:    none of its own; an unknown child becomes a record.
 #pragma once
 
+#include "Base/Metered.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 #include "kiv/Host/Xml/KivXml.h"
@@ -116,11 +117,16 @@ private:
 std::optional<NodeText> firstChildText(const kiv::xml::const_Element& element);
 
 /// Puts that text into `target`; without one `target` stays as it is.
-void vTextTake(const kiv::xml::const_Element& element, std::string& target);
+/// A meter hears of the memory, here and below; null for none.
+void vTextTake(const kiv::xml::const_Element& element, std::string& target, WorkMeter* meter = nullptr);
 
 /// Puts the attribute's value into `target`; false, and `target` stays as it is, when the attribute is
 /// absent.
-bool boAttributeTake(const kiv::xml::const_Element& element, std::string_view name, std::string& target);
+bool boAttributeTake(const kiv::xml::const_Element& element, std::string_view name, std::string& target,
+                     WorkMeter* meter = nullptr);
+
+/// Makes a report within a budget; without a meter as always.
+void vReportTake(WorkMeter* meter, Report report);
 
 /// Appends an error record; `item` is what it concerns and `line` where that is in the document.
 void vRecordAdd(XmlSetErrors& errors, RecordMessage message, std::string item, std::size_t line);
@@ -131,8 +137,10 @@ void vUnknownNodeAdd(const kiv::xml::const_Element& child, XmlSetErrors& errors)
 /// Offers each element child of `element`, in document order, to `boTake`, and hands those that it refuses to
 /// `vRefuse`.
 template <class Take, class Refuse>
-void vChildrenOffer(const kiv::xml::const_Element& element, const Take& boTake, const Refuse& vRefuse) {
+void vChildrenOffer(const kiv::xml::const_Element& element, const Take& boTake, const Refuse& vRefuse,
+                    WorkMeter* meter = nullptr) {
     for (const auto& child : ElementChildren(element)) {
+        vLook(meter);
         if (!boTake(child))
             vRefuse(child);
     }
@@ -144,7 +152,7 @@ template <class Take>
 void vChildrenRead(const kiv::xml::const_Element& element, XmlSetErrors& errors, const Take& boTake) {
     vChildrenOffer(
         element, [&](const kiv::xml::const_Element& child) { return boTake(tagOf(child), child); },
-        [&](const kiv::xml::const_Element& child) { vUnknownNodeAdd(child, errors); });
+        [&](const kiv::xml::const_Element& child) { vUnknownNodeAdd(child, errors); }, errors.pMeter());
 }
 
 /// Appends an element with that text to `parent`.

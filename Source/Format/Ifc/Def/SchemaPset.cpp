@@ -1,7 +1,9 @@
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
 
+#include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace kiv::ifc::def {
@@ -28,6 +30,10 @@ void vAppend(SetList& sets, SetList&& found) {
 SchemaPset::SchemaPset(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) :
     schema::Schema(stream, headerLine, schemaPos) {}
 
+SchemaPset::SchemaPset(std::istream& stream, const std::string& headerLine, std::size_t schemaPos,
+                       BudgetMeter& meter) :
+    schema::Schema(stream, headerLine, schemaPos, meter) {}
+
 SchemaPset::~SchemaPset() = default;
 
 std::unique_ptr<SchemaPset> SchemaPset::pStepStreamRead(std::istream& stream) {
@@ -36,6 +42,26 @@ std::unique_ptr<SchemaPset> SchemaPset::pStepStreamRead(std::istream& stream) {
         result = std::make_unique<SchemaPset>(in, header, pos);
         return result.get();
     });
+    return result;
+}
+
+std::unique_ptr<SchemaPset> SchemaPset::pStepStreamRead(std::istream& stream, const Budget& budget) {
+    BudgetMeter meter(budget);
+    return pStepStreamRead(stream, meter);
+}
+
+std::unique_ptr<SchemaPset> SchemaPset::pStepStreamRead(std::istream& stream, BudgetMeter& meter) {
+    std::unique_ptr<SchemaPset> result;
+    std::uint64_t heldByResult = 0;
+    const auto factory = [&](std::istream& in, const std::string& header, std::size_t pos) {
+        const auto heldBefore = meter.getUsed(WorkMeter::Unit::HeldBytes);
+        auto next = std::make_unique<SchemaPset>(in, header, pos, meter);
+        result = std::move(next);
+        meter.vMemoryGiveBack(heldByResult);
+        heldByResult = meter.getUsed(WorkMeter::Unit::HeldBytes) + heldByResult - heldBefore;
+        return result.get();
+    };
+    schema::pStepStreamRead(stream, factory, meter);
     return result;
 }
 

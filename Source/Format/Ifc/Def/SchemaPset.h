@@ -36,6 +36,9 @@ class Config;
 
 namespace kiv::ifc::def {
 
+struct Budget;
+class BudgetMeter;
+
 class KIV_EXPORT SchemaPset : public schema::Schema {
 public:
     using Context = SchemaPropertySetDefinitionsContext;
@@ -44,11 +47,16 @@ public:
 
     /// Reads the schema, as `schema::Schema` does.
     SchemaPset(std::istream& stream, const std::string& headerLine, std::size_t schemaPos);
+    SchemaPset(std::istream& stream, const std::string& headerLine, std::size_t schemaPos,
+               BudgetMeter& meter);
     ~SchemaPset() override;
 
     /// Reads the text of one schema; null when the stream holds none. Of several the last counts. Errors as
     /// `Schema`; a stream that is set to throw at its end always does, and then there is no schema.
     static std::unique_ptr<SchemaPset> pStepStreamRead(std::istream& stream);
+    /// The same within a budget; throws `BudgetExceeded` beyond it, and then there is no schema.
+    static std::unique_ptr<SchemaPset> pStepStreamRead(std::istream& stream, const Budget& budget);
+    static std::unique_ptr<SchemaPset> pStepStreamRead(std::istream& stream, BudgetMeter& meter);
 
     /// The standard definitions of this schema; null when none are registered.
     const SchemaPropertySetDefinitions* getStandardDefinitions() const;
@@ -89,6 +97,9 @@ public:
     /// place of an earlier one; attributes that only the earlier one knows stay linked to it, so it is kept
     /// too.
     void vXmlSchemaConfigInit(std::istream& stream);
+    /// The same within a budget; throws `BudgetExceeded` beyond it, and then nothing has changed.
+    void vXmlSchemaConfigInit(std::istream& stream, const Budget& budget);
+    void vXmlSchemaConfigInit(std::istream& stream, BudgetMeter& meter);
     /// The configuration read last; null when none was.
     const xmlschema::Config* pXmlSchemaConfig() const;
 

@@ -36,7 +36,7 @@ PropertyDef::PropertyDef(const PropertySetDef& owner, std::string_view name,
 
 bool PropertyDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child,
                               xml::XmlSetErrors& errors) {
-    if (boCheck(tag, child))
+    if (boCheck(tag, child, errors.pMeter()))
         return true;
     if (tag == TypeTag) {
         type_ = PropertyType::pCreate(this, child, errors);
@@ -71,16 +71,24 @@ PropertySetDef::PropertySetDef(const kiv::xml::const_Element& element, xml::XmlS
     });
 }
 
+PropertySetDef::PropertySetDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors,
+                               BudgetMeter& meter) :
+    PropertySetDef(element, errors, xml::XmlSetErrors::Reading(errors, meter)) {}
+
+PropertySetDef::PropertySetDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors,
+                               const xml::XmlSetErrors::Reading&) :
+    PropertySetDef(element, errors) {}
+
 bool PropertySetDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child,
                                  xml::XmlSetErrors& errors) {
-    if (boCheck(tag, child))
+    if (boCheck(tag, child, errors.pMeter()))
         return true;
     if (tag == PropertiesTag) {
         vPropertiesRead(child, errors);
         return true;
     }
     if (tag == AliasesTag) {
-        vDefinitionAliasesAdd(child, AliasTag);
+        vDefinitionAliasesAdd(child, AliasTag, errors.pMeter());
         return true;
     }
     return tag == "Applicability";
@@ -88,9 +96,16 @@ bool PropertySetDef::boChildRead(std::string_view tag, const kiv::xml::const_Ele
 
 void PropertySetDef::vPropertiesRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors) {
     for (const auto& child : xml::ElementChildren(list)) {
+        vLook(errors.pMeter());
         if (child.boNodeNameIs(PropertyDef::ElementName))
-            properties_.emplace_back(this, child, errors);
+            vMemberRead(child, errors);
     }
+}
+
+void PropertySetDef::vMemberRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors) {
+    vObjectTake(errors.pMeter());
+    vRoomForOne(properties_, errors.pMeter());
+    properties_.emplace_back(this, child, errors);
 }
 
 bool PropertySetDef::checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const {

@@ -57,6 +57,9 @@ class KIV_EXPORT PropertySetDef final : public xml::SetDef {
 public:
     /// Reads a set element, whatever its tag.
     PropertySetDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors);
+    /// The same within a budget; what goes beyond it throws `BudgetExceeded`, and then the collector holds
+    /// what it held before.
+    PropertySetDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors, BudgetMeter& meter);
 
     /// Checks the set and then, unless that failed, each property.
     bool checkForErrors(const schema::Schema& schema, xml::XmlSetErrors& errors) const override;
@@ -71,6 +74,10 @@ public:
     const std::vector<PropertyDef>& getProperties() const { return properties_; }
 
 private:
+    /// Reads while the collector keeps account, which ends with the argument.
+    PropertySetDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors,
+                   const xml::XmlSetErrors::Reading&);
+    void vMemberRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
     bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
     void vPropertiesRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors);
 

@@ -21,6 +21,7 @@ struct Factory {
 template <class Kind>
 std::unique_ptr<PropertyType> pMakeOf(const PropertyDef* property, const kiv::xml::const_Element& element,
                                       xml::XmlSetErrors& errors) {
+    vMemoryTake(errors.pMeter(), sizeof(Kind));
     if constexpr (std::is_same_v<Kind, TypePropertyEnumeratedValue>)
         return std::make_unique<Kind>(property, element, errors);
     else
@@ -52,7 +53,7 @@ std::unique_ptr<PropertyType> PropertyType::pCreate(const PropertyDef* property,
             return factory.pMake(property, *child, errors);
     }
     if (tag != "TypeSimpleProperty")
-        vReport(Report::PropertyTypeUnknown);
+        xml::vReportTake(errors.pMeter(), Report::PropertyTypeUnknown);
     return nullptr;
 }
 

@@ -52,7 +52,9 @@ void vTypedValueExport(kiv::xml::Element& parent, std::string_view tag, std::str
 void vValueRead(const kiv::xml::const_Element& element, std::string& typeName,
                 std::vector<TypePropertyValue>& values, xml::XmlSetErrors& errors) {
     if (const auto first = element.FirstElementChildGet())
-        xml::boAttributeTake(*first, TypeAttribute, typeName);
+        xml::boAttributeTake(*first, TypeAttribute, typeName, errors.pMeter());
+    vObjectTake(errors.pMeter());
+    vRoomForOne(values, errors.pMeter());
     values.emplace_back(element, errors);
 }
 
@@ -74,9 +76,9 @@ void vBoundExport(kiv::xml::Element& range, std::string_view tag, std::string_vi
 
 TypePropertyReferenceValue::TypePropertyReferenceValue(const kiv::xml::const_Element& element,
                                                        xml::XmlSetErrors& errors) {
-    xml::boAttributeTake(element, "reftype", dataTypeName_);
+    xml::boAttributeTake(element, "reftype", dataTypeName_, errors.pMeter());
     xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
-        return boCheck(tag, child);
+        return boCheck(tag, child, errors.pMeter());
     });
 }
 
@@ -84,10 +86,11 @@ std::string TypePropertyReferenceValue::sEntityName() const {
     return "IfcPropertyReferenceValue";
 }
 
-bool TypePropertyReferenceValue::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
+bool TypePropertyReferenceValue::boCheck(std::string_view tag, const kiv::xml::const_Element& child,
+                                         WorkMeter* meter) {
     if (tag != DataTypeTag)
         return false;
-    xml::boAttributeTake(child, TypeAttribute, dataTypeName_);
+    xml::boAttributeTake(child, TypeAttribute, dataTypeName_, meter);
     return true;
 }
 
@@ -115,7 +118,7 @@ void TypePropertyReferenceValue::vExportCommon(kiv::xml::Element& element,
 TypePropertySingleValue::TypePropertySingleValue(const kiv::xml::const_Element& element,
                                                  xml::XmlSetErrors& errors) {
     xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
-        return boCheck(tag, child);
+        return boCheck(tag, child, errors.pMeter());
     });
 }
 
@@ -123,19 +126,20 @@ std::string TypePropertySingleValue::sEntityName() const {
     return "IfcPropertySingleValue";
 }
 
-bool TypePropertySingleValue::boCheck(std::string_view tag, const kiv::xml::const_Element& child) {
-    if (TypePropertyReferenceValue::boCheck(tag, child))
+bool TypePropertySingleValue::boCheck(std::string_view tag, const kiv::xml::const_Element& child,
+                                      WorkMeter* meter) {
+    if (TypePropertyReferenceValue::boCheck(tag, child, meter))
         return true;
-    return tag == "UnitType" && boUnitTypeRead(child);
+    return tag == "UnitType" && boUnitTypeRead(child, meter);
 }
 
-bool TypePropertySingleValue::boUnitTypeRead(const kiv::xml::const_Element& child) {
-    if (!xml::boAttributeTake(child, TypeAttribute, unitType_)) {
-        vReport(Report::UnitTypeNotGiven);
+bool TypePropertySingleValue::boUnitTypeRead(const kiv::xml::const_Element& child, WorkMeter* meter) {
+    if (!xml::boAttributeTake(child, TypeAttribute, unitType_, meter)) {
+        xml::vReportTake(meter, Report::UnitTypeNotGiven);
         return false;
     }
     if (unitType_.ends_with(' '))
-        vReport(Report::UnitTypeEndsWithBlank);
+        xml::vReportTake(meter, Report::UnitTypeEndsWithBlank);
     return true;
 }
 
@@ -148,7 +152,7 @@ TypePropertyBoundedValue::TypePropertyBoundedValue(const kiv::xml::const_Element
                                                    xml::XmlSetErrors& errors) {
     xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
         if (tag != RangeTag)
-            return boCheck(tag, child);
+            return boCheck(tag, child, errors.pMeter());
         vRangeRead(child, errors);
         return true;
     });
@@ -159,12 +163,16 @@ void TypePropertyBoundedValue::vRangeRead(const kiv::xml::const_Element& range, 
         const bool isLower = child.boNodeNameIs(LowerBoundTag);
         if (!isLower && !child.boNodeNameIs(UpperBoundTag))
             return false;
-        xml::boAttributeTake(child, BoundAttribute, isLower ? lowerBoundValue_ : upperBoundValue_);
+        xml::boAttributeTake(child, BoundAttribute, isLower ? lowerBoundValue_ : upperBoundValue_,
+                             errors.pMeter());
         return true;
     };
-    xml::vChildrenOffer(range, boTake, [&](const kiv::xml::const_Element& child) {
-        xml::vRecordAdd(errors, RecordMessage::UnknownNodeInRange, child.tagName(), xml::lineOf(child));
-    });
+    xml::vChildrenOffer(
+        range, boTake,
+        [&](const kiv::xml::const_Element& child) {
+            xml::vRecordAdd(errors, RecordMessage::UnknownNodeInRange, child.tagName(), xml::lineOf(child));
+        },
+        errors.pMeter());
 }
 
 std::string TypePropertyBoundedValue::sEntityName() const {
@@ -193,8 +201,8 @@ void TypePropertyBoundedValue::vExport(kiv::xml::Element& element, xml::ExtraExp
 TypePropertyValue::TypePropertyValue(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
     xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
         if (tag != "Values")
-            return boCheck(tag, child);
-        xml::vTextTake(child, values_);
+            return boCheck(tag, child, errors.pMeter());
+        xml::vTextTake(child, values_, errors.pMeter());
         return true;
     });
 }
@@ -203,19 +211,19 @@ void TypePropertyValue::vExport(kiv::xml::Element&, xml::ExtraExportInfo*) const
 
 ConstantDef::ConstantDef(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
     xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
-        return boChildRead(tag, child);
+        return boChildRead(tag, child, errors.pMeter());
     });
 }
 
-bool ConstantDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child) {
+bool ConstantDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter) {
     if (tag == xml::NameTag)
-        xml::vTextTake(child, name_);
+        xml::vTextTake(child, name_, meter);
     else if (tag == xml::DefinitionTag)
-        xml::vTextTake(child, definition_);
+        xml::vTextTake(child, definition_, meter);
     else if (tag == xml::NameAliasesTag)
-        nameAliases_.vAliasAdd(child, xml::NameAliasTag);
+        nameAliases_.vAliasAdd(child, xml::NameAliasTag, meter);
     else if (tag == xml::DefinitionAliasesTag)
-        definitionAliases_.vAliasAdd(child, xml::DefinitionAliasTag);
+        definitionAliases_.vAliasAdd(child, xml::DefinitionAliasTag, meter);
     else
         return false;
     return true;
@@ -226,44 +234,56 @@ TypePropertyEnumeratedValue::TypePropertyEnumeratedValue(const PropertyDef* prop
                                                          xml::XmlSetErrors& errors) {
     xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
         if (tag == EnumListTag)
-            vEnumListRead(property, child);
+            vEnumListRead(property, child, errors.pMeter());
         else if (tag == "ConstantList")
             vConstantListRead(child, errors);
         else
             return false;
         return true;
     });
-    vConstantsOrder();
+    vConstantsOrder(errors.pMeter());
 }
 
 void TypePropertyEnumeratedValue::vEnumListRead(const PropertyDef* property,
-                                                const kiv::xml::const_Element& list) {
-    if (!xml::boAttributeTake(list, NameAttribute, enumerationName_))
-        enumerationName_ = property ? property->getName() : std::string();
+                                                const kiv::xml::const_Element& list, WorkMeter* meter) {
+    if (!xml::boAttributeTake(list, NameAttribute, enumerationName_, meter))
+        vTextSet(enumerationName_, property ? std::string_view(property->getName()) : std::string_view(),
+                 meter);
     else if (enumerationName_.starts_with(EnumerationPrefix))
         enumerationName_.erase(0, EnumerationPrefix.size());
     for (const auto& child : xml::ElementChildren(list)) {
+        vLook(meter);
         const auto text = xml::firstChildText(child).value_or(xml::NodeText());
         const auto item = ascii::trimmed(text, WhiteSpace);
-        if (!item.empty())
-            items_.emplace_back(item);
+        if (item.empty())
+            continue;
+        vObjectTake(meter);
+        vTextMemoryTake(item.size(), meter);
+        vRoomForOne(items_, meter);
+        items_.emplace_back(item);
     }
 }
 
 void TypePropertyEnumeratedValue::vConstantListRead(const kiv::xml::const_Element& list,
                                                     xml::XmlSetErrors& errors) {
-    for (const auto& child : xml::ElementChildren(list))
+    for (const auto& child : xml::ElementChildren(list)) {
+        vObjectTake(errors.pMeter());
+        vRoomForOne(constants_, errors.pMeter());
         constants_.emplace_back(child, errors);
+    }
 }
 
-void TypePropertyEnumeratedValue::vConstantsOrder() {
+void TypePropertyEnumeratedValue::vConstantsOrder(WorkMeter* meter) {
+    vRoomFor(constantsByName_, constants_.size(), meter);
     constantsByName_.reserve(constants_.size());
     for (const ConstantDef& constant : constants_)
         constantsByName_.push_back(&constant);
     // Stable, so that of several constants of one name the first of the document comes first and is kept.
-    std::stable_sort(
-        constantsByName_.begin(), constantsByName_.end(),
-        [](const ConstantDef* left, const ConstantDef* right) { return left->getName() < right->getName(); });
+    std::stable_sort(constantsByName_.begin(), constantsByName_.end(),
+                     [meter](const ConstantDef* left, const ConstantDef* right) {
+                         vLook(meter);
+                         return left->getName() < right->getName();
+                     });
     const auto repeated = std::unique(constantsByName_.begin(), constantsByName_.end(),
                                       [](const ConstantDef* left, const ConstantDef* right) {
                                           return left->getName() == right->getName();
@@ -286,7 +306,7 @@ TypePropertyTableValue::TypePropertyTableValue(const kiv::xml::const_Element& el
                                                xml::XmlSetErrors& errors) {
     xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
         if (tag == "Expression")
-            xml::vTextTake(child, expression_);
+            xml::vTextTake(child, expression_, errors.pMeter());
         else if (tag == DefiningValueTag)
             vValueRead(child, definingTypeName_, definingValues_, errors);
         else if (tag == DefinedValueTag)
@@ -340,15 +360,21 @@ void TypePropertyListValue::vExport(kiv::xml::Element& element, xml::ExtraExport
 }
 
 TypeComplexProperty::TypeComplexProperty(const kiv::xml::const_Element& element, xml::XmlSetErrors& errors) {
-    xml::boAttributeTake(element, NameAttribute, name_);
+    xml::boAttributeTake(element, NameAttribute, name_, errors.pMeter());
     const auto boTake = [&](const kiv::xml::const_Element& child) {
         if (!child.boNodeNameIs(PropertyDef::ElementName))
             return false;
+        vObjectTake(errors.pMeter());
+        vRoomForOne(properties_, errors.pMeter());
         properties_.emplace_back(nullptr, child, errors);
         return true;
     };
-    xml::vChildrenOffer(element, boTake,
-                        [](const kiv::xml::const_Element&) { vReport(Report::ComplexPropertyChildUnknown); });
+    xml::vChildrenOffer(
+        element, boTake,
+        [&](const kiv::xml::const_Element&) {
+            xml::vReportTake(errors.pMeter(), Report::ComplexPropertyChildUnknown);
+        },
+        errors.pMeter());
 }
 
 std::string TypeComplexProperty::sEntityName() const {

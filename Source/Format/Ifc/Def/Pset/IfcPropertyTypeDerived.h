@@ -46,7 +46,7 @@ protected:
     TypePropertyReferenceValue() = default;
 
     /// Takes "DataType"; false for every other tag.
-    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child);
+    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter = nullptr);
 
 private:
     std::string dataTypeName_;
@@ -69,10 +69,10 @@ protected:
     TypePropertySingleValue() = default;
 
     /// Takes "DataType", and "UnitType" with "type"; false for everything else.
-    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child);
+    bool boCheck(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter = nullptr);
 
 private:
-    bool boUnitTypeRead(const kiv::xml::const_Element& child);
+    bool boUnitTypeRead(const kiv::xml::const_Element& child, WorkMeter* meter);
 
     std::string unitType_;
 };
@@ -127,7 +127,7 @@ public:
     const xml::Aliases& getDefinitionAliases() const { return definitionAliases_; }
 
 private:
-    bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child);
+    bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter);
 
     std::string name_;
     std::string definition_;
@@ -157,9 +157,9 @@ public:
     const std::vector<const ConstantDef*>& getConstantsByName() const { return constantsByName_; }
 
 private:
-    void vEnumListRead(const PropertyDef* property, const kiv::xml::const_Element& list);
+    void vEnumListRead(const PropertyDef* property, const kiv::xml::const_Element& list, WorkMeter* meter);
     void vConstantListRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors);
-    void vConstantsOrder();
+    void vConstantsOrder(WorkMeter* meter);
 
     std::string enumerationName_;
     std::vector<std::string> items_;

@@ -26,7 +26,7 @@ QuantityDef::QuantityDef(const QuantitySetDef& owner, const kiv::xml::const_Elem
                          xml::XmlSetErrors& errors) :
     Def(&owner, element, errors) {
     xml::vChildrenRead(element, errors, [&](std::string_view tag, const kiv::xml::const_Element& child) {
-        return boChildRead(tag, child);
+        return boChildRead(tag, child, errors.pMeter());
     });
 }
 
@@ -34,12 +34,12 @@ QuantityDef::QuantityDef(const QuantitySetDef& owner, std::string_view name,
                          std::unique_ptr<QuantityType>&& type) :
     Def(&owner, name), type_(std::move(type)) {}
 
-bool QuantityDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child) {
-    if (boCheck(tag, child))
+bool QuantityDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter) {
+    if (boCheck(tag, child, meter))
         return true;
     if (tag != TypeTag)
         return false;
-    type_ = QuantityType::pCreate(child);
+    type_ = QuantityType::pCreate(child, meter);
     return true;
 }
 
@@ -67,16 +67,24 @@ QuantitySetDef::QuantitySetDef(const kiv::xml::Element& element, xml::XmlSetErro
     });
 }
 
+QuantitySetDef::QuantitySetDef(const kiv::xml::Element& element, xml::XmlSetErrors& errors,
+                               BudgetMeter& meter) :
+    QuantitySetDef(element, errors, xml::XmlSetErrors::Reading(errors, meter)) {}
+
+QuantitySetDef::QuantitySetDef(const kiv::xml::Element& element, xml::XmlSetErrors& errors,
+                               const xml::XmlSetErrors::Reading&) :
+    QuantitySetDef(element, errors) {}
+
 bool QuantitySetDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child,
                                  xml::XmlSetErrors& errors) {
-    if (boCheck(tag, child))
+    if (boCheck(tag, child, errors.pMeter()))
         return true;
     if (tag == QuantitiesTag) {
         vQuantitiesRead(child, errors);
         return true;
     }
     if (tag == AliasesTag) {
-        vDefinitionAliasesAdd(child, AliasTag);
+        vDefinitionAliasesAdd(child, AliasTag, errors.pMeter());
         return true;
     }
     return tag == "Applicability";
@@ -84,9 +92,16 @@ bool QuantitySetDef::boChildRead(std::string_view tag, const kiv::xml::const_Ele
 
 void QuantitySetDef::vQuantitiesRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors) {
     for (const auto& child : xml::ElementChildren(list)) {
+        vLook(errors.pMeter());
         if (child.boNodeNameIs(QuantityTag))
-            quantities_.emplace_back(*this, child, errors);
+            vMemberRead(child, errors);
     }
+}
+
+void QuantitySetDef::vMemberRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors) {
+    vObjectTake(errors.pMeter());
+    vRoomForOne(quantities_, errors.pMeter());
+    quantities_.emplace_back(*this, child, errors);
 }
 
 kiv::xml::Element QuantitySetDef::exportDef(kiv::xml::Element& element, xml::ExtraExportInfo* info) const {

@@ -46,7 +46,7 @@ public:
     const QuantityType* pType() const { return type_.get(); }
 
 private:
-    bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child);
+    bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter);
 
     std::unique_ptr<QuantityType> type_;
 };
@@ -56,6 +56,9 @@ class KIV_EXPORT QuantitySetDef final : public xml::SetDef {
 public:
     /// Reads a set element, whatever its tag.
     QuantitySetDef(const kiv::xml::Element& element, xml::XmlSetErrors& errors);
+    /// The same within a budget; what goes beyond it throws `BudgetExceeded`, and then the collector holds
+    /// what it held before.
+    QuantitySetDef(const kiv::xml::Element& element, xml::XmlSetErrors& errors, BudgetMeter& meter);
 
     /// Appends a "QtoSetDef" element to `element`, writes the set into it and returns it.
     kiv::xml::Element exportDef(kiv::xml::Element& element, xml::ExtraExportInfo* info) const override;
@@ -67,6 +70,10 @@ public:
     const std::vector<QuantityDef>& getQuantities() const { return quantities_; }
 
 private:
+    /// Reads while the collector keeps account, which ends with the argument.
+    QuantitySetDef(const kiv::xml::Element& element, xml::XmlSetErrors& errors,
+                   const xml::XmlSetErrors::Reading&);
+    void vMemberRead(const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
     bool boChildRead(std::string_view tag, const kiv::xml::const_Element& child, xml::XmlSetErrors& errors);
     void vQuantitiesRead(const kiv::xml::const_Element& list, xml::XmlSetErrors& errors);
 

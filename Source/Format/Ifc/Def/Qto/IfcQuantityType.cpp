@@ -28,17 +28,21 @@ constexpr Factory Factories[] = {factoryOf<QuantityTypeCount>(),  factoryOf<Quan
 
 } // namespace
 
-std::unique_ptr<QuantityType> QuantityType::pCreate(const kiv::xml::const_Element& element) {
+std::unique_ptr<QuantityType> QuantityType::pCreate(const kiv::xml::const_Element& element,
+                                                    WorkMeter* meter) {
     const auto code = xml::firstChildText(element);
     if (!code) {
-        vReport(Report::QuantityTypeNotGiven);
+        xml::vReportTake(meter, Report::QuantityTypeNotGiven);
         return nullptr;
     }
     for (const Factory& factory : Factories) {
-        if (factory.typeCode == *code)
-            return factory.pMake();
+        if (factory.typeCode != *code)
+            continue;
+        // All kinds are without data.
+        vMemoryTake(meter, sizeof(QuantityTypeSimple));
+        return factory.pMake();
     }
-    vReport(Report::QuantityTypeUnknown);
+    xml::vReportTake(meter, Report::QuantityTypeUnknown);
     return nullptr;
 }
 

@@ -21,7 +21,8 @@ class KIV_EXPORT QuantityType : public xml::TypeBase {
 public:
     /// Makes the type whose code is the text of the "QtoType" element, blanks and case included; null when it
     /// is none.
-    static std::unique_ptr<QuantityType> pCreate(const kiv::xml::const_Element& element);
+    static std::unique_ptr<QuantityType> pCreate(const kiv::xml::const_Element& element,
+                                                 WorkMeter* meter = nullptr);
 
     /// The code that documents have for the kind, such as "Q_AREA".
     virtual const char* pTypeCode() const = 0;

@@ -1,7 +1,9 @@
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 
 #include "Base/Arena.h"
+#include "Base/Metered.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
@@ -70,13 +72,24 @@ const OperatorOfToken* pOperatorOf(Kind token, Level level) {
 /// The arguments of a call or the elements of an aggregate, while they are read.
 class ExpressionCollector {
 public:
+    explicit ExpressionCollector(WorkMeter* meter) : meter_(meter) {}
+    ~ExpressionCollector() {
+        if (meter_)
+            meter_->vMemoryGiveBack(many_.capacity() * sizeof(ExpressionPtr));
+    }
+    ExpressionCollector(const ExpressionCollector&) = delete;
+    ExpressionCollector& operator=(const ExpressionCollector&) = delete;
+
     void vAdd(ExpressionPtr node) {
         if (many_.empty() && fewCount_ < few_.size()) {
             few_[fewCount_++] = std::move(node);
             return;
         }
-        if (many_.empty())
+        if (many_.empty()) {
+            vRoomFor(many_, few_.size(), meter_);
             many_.assign(std::make_move_iterator(few_.begin()), std::make_move_iterator(few_.end()));
+        }
+        vRoomForOne(many_, meter_);
         many_.push_back(std::move(node));
     }
 
@@ -86,6 +99,7 @@ public:
     }
 
 private:
+    WorkMeter* meter_;
     // Most lists are no longer and need no memory.
     std::array<ExpressionPtr, 4> few_;
     std::size_t fewCount_ = 0;
@@ -125,12 +139,16 @@ ExpressParser::ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, 
     ExpressParser(tokenizer, schema, &arena) {}
 
 ExpressParser::ExpressParser(ExpressTokenizer& tokenizer, const Schema& schema, Arena* arena) :
-    tokenizer_(tokenizer), schema_(schema), arena_(arena) {
+    tokenizer_(tokenizer), schema_(schema), arena_(arena), meter_(SchemaBuilder::pMeter(schema)) {
     vNext();
 }
 
 template <class Node, class... Arguments>
 ExpressionPtr ExpressParser::pMake(Arguments&&... arguments) {
+    if (meter_) [[unlikely]] {
+        meter_->vTake(WorkMeter::Unit::RuleNodes, 1);
+        meter_->vLook();
+    }
     if (arena_)
         return ExpressionPtr(std::construct_at(static_cast<Node*>(arena_->pAllocateFor<Node>(1)),
                                                std::forward<Arguments>(arguments)..., arena_));
@@ -267,7 +285,7 @@ ExpressionPtr ExpressParser::parseSimpleFactor() {
 
 // aggregate_initializer = "[" [ element { "," element } ] "]"
 ExpressionPtr ExpressParser::parseAggregateInitializer() {
-    ExpressionCollector nodes;
+    ExpressionCollector nodes(meter_);
     if (!boAccept(Kind::RIGHT_BRACKET)) {
         do {
             nodes.vAdd(parseElement());
@@ -298,7 +316,7 @@ ExpressionPtr ExpressParser::parseSchemaObject() {
 // arguments = "(" [ expression { "," expression } ] ")"
 ExpressionPtr ExpressParser::parseCall(std::string_view name) {
     expect(Kind::LEFT_PAREN);
-    ExpressionCollector nodes;
+    ExpressionCollector nodes(meter_);
     if (!boAccept(Kind::RIGHT_PAREN)) {
         do {
             nodes.vAdd(parseExpression());

@@ -13,6 +13,7 @@
 ///            passes.
 #pragma once
 
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressTokenizer.h"
 
@@ -98,6 +99,8 @@ private:
     const Schema& schema_;
     // Null when nodes are on their own.
     Arena* arena_;
+    // Null when no budget is set.
+    WorkMeter* meter_;
     // Read ahead, not consumed yet.
     ExpressTokenView current_;
     // How many expressions enclose the one being parsed.

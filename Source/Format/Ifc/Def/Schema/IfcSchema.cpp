@@ -1,10 +1,12 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
 #include "Base/Ascii.h"
+#include "Base/Metered.h"
 #include "Base/NameHash.h"
 #include "Base/Words8.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaModel.h"
+#include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
@@ -51,7 +53,15 @@ std::size_t countBefore(std::span<const AttributeEntry> entries, std::string_vie
 
 Schema::Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) :
     model_(std::make_unique<Model>()) {
-    SchemaBuilder(*this).vBuild(stream, headerLine, schemaPos);
+    SchemaBuilder(*this, nullptr).vBuild(stream, headerLine, schemaPos);
+}
+
+Schema::Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos,
+               BudgetMeter& meter) {
+    const BudgetMeter::Reading reading(meter);
+    vMemoryTake(&meter, sizeof(Model));
+    model_ = std::make_unique<Model>();
+    SchemaBuilder(*this, &meter).vBuild(stream, headerLine, schemaPos);
 }
 
 Schema::~Schema() = default;
@@ -127,14 +137,19 @@ const std::vector<const ObjectBase*>& Schema::getObjectsByName() const {
     return model_->objectsByName;
 }
 
-Schema* pStepStreamRead(std::istream& stream,
-                        std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory) {
+namespace {
+
+using SchemaFactory = std::function<Schema*(std::istream&, const std::string&, std::size_t)>;
+
+Schema* pHeadersRead(std::istream& stream, const SchemaFactory& factory, WorkMeter* meter) {
     Schema* result = nullptr;
-    ReadLineHelper line;
+    ReadLineHelper line(meter);
     bool inComment = false;
     for (bool first = true; line.boNextLine(stream); first = false) {
         if (first)
             line.vByteOrderMarkRemove();
+        if (meter)
+            meter->vPieceBegin();
         const auto text = line.getLine();
         // Comments are recognised at the start of a line only; one that opens and closes on its line is not
         // skipped.
@@ -147,6 +162,21 @@ Schema* pStepStreamRead(std::istream& stream,
             result = factory(stream, std::string(text), pos);
     }
     return result;
+}
+
+} // namespace
+
+Schema* pStepStreamRead(std::istream& stream,
+                        std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory) {
+    return pHeadersRead(stream, factory, nullptr);
+}
+
+Schema* pStepStreamRead(std::istream& stream,
+                        std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory,
+                        BudgetMeter& meter) {
+    const BudgetMeter::Reading reading(meter);
+    meter.vPieceBegin();
+    return pHeadersRead(stream, factory, &meter);
 }
 
 } // namespace kiv::ifc::def::schema

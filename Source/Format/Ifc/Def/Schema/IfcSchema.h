@@ -32,6 +32,10 @@
 #include <string_view>
 #include <vector>
 
+namespace kiv::ifc::def {
+class BudgetMeter;
+}
+
 namespace kiv::ifc::def::schema {
 
 class SchemaBuilder;
@@ -41,6 +45,9 @@ public:
     /// Reads the statements that follow the header line, up to END_SCHEMA or the end of the stream, and
     /// resolves them. `schemaPos` is the byte offset of "SCHEMA" in the header line.
     Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos);
+    /// The same within a budget, which must last until the schema is read; what goes beyond it throws
+    /// `BudgetExceeded`.
+    Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos, BudgetMeter& meter);
     virtual ~Schema();
     Schema(const Schema&) = delete;
     Schema& operator=(const Schema&) = delete;
@@ -100,5 +107,12 @@ private:
 KIV_EXPORT Schema*
 pStepStreamRead(std::istream& stream,
                 std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory);
+
+/// The same within a budget, which covers the lines outside of schemas; the factory hands the meter to the
+/// schema that it makes.
+KIV_EXPORT Schema*
+pStepStreamRead(std::istream& stream,
+                std::function<Schema*(std::istream&, const std::string&, std::size_t)> factory,
+                BudgetMeter& meter);
 
 } // namespace kiv::ifc::def::schema

@@ -111,7 +111,7 @@ void DataTypeListBase<N>::vUpdate(Schema& schema) {
     if (!element_ && !nesting.isTooDeep())
         element_ = DataTypeBase::pTypeCreateOnSchema(schema, elementText_, true);
     if (!element_)
-        vReport(elementNotFound(N));
+        SchemaBuilder::vReport(schema, elementNotFound(N));
 }
 
 template <std::uint32_t N>

@@ -24,7 +24,7 @@ void AttributeInverse::vUpdate(Schema& schema) {
         referredAttribute_ =
             SchemaBuilder::pAttribute(schema, *referredEntity_, AttributeName(forAttributeName_));
     if (!referredAttribute_)
-        vReport(Report::InverseNotFound);
+        SchemaBuilder::vReport(schema, Report::InverseNotFound);
 }
 
 } // namespace kiv::ifc::def::schema

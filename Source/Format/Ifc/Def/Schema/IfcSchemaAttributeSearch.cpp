@@ -1,5 +1,6 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 
+#include "Base/Metered.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
 #include <algorithm>
@@ -59,6 +60,15 @@ const AttributeInverse* pDeclared(const Entity& entity, const std::string& upper
 template <class Kind>
 class AttributeSearch<Kind>::Table {
 public:
+    explicit Table(WorkMeter* meter) : meter_(meter), nodesHeld_(meter) {}
+    ~Table() {
+        if (meter_)
+            meter_->vMemoryGiveBack(nodes_.capacity() * sizeof(Node) +
+                                    attributes_.capacity() * sizeof(Kind*));
+    }
+    Table(const Table&) = delete;
+    Table& operator=(const Table&) = delete;
+
     const Kind* pFind(const Entity& entity, std::string_view name) {
         const auto scope = scopeOf(entity);
         const auto number = numbers_.find(name);
@@ -76,13 +86,19 @@ private:
     Scope scopeOf(const Entity& entity) {
         std::vector<const Entity*> line;
         const auto* above = &entity;
-        for (; above && !scopes_.contains(above); above = above->pSupertype())
+        for (; above && !scopes_.contains(above); above = above->pSupertype()) {
+            vLook(meter_);
+            vRoomForOne(line, meter_);
             line.push_back(above);
+        }
         auto scope = above ? scopes_.at(above) : Scope();
         for (; !line.empty(); line.pop_back()) {
             vAttributesEnter(scope, *line.back());
+            nodesHeld_.vTake(ScopeMemory);
             scopes_.emplace(line.back(), scope);
         }
+        if (meter_)
+            meter_->vMemoryGiveBack(line.capacity() * sizeof(const Entity*));
         return scope;
     }
 
@@ -94,12 +110,17 @@ private:
     }
 
     void vEnter(Scope& scope, const Kind& attribute) {
-        const auto number = numbers_.try_emplace(nameOf(attribute), numbers_.size()).first->second;
+        vLook(meter_);
+        const auto before = numbers_.size();
+        const auto number = numbers_.try_emplace(nameOf(attribute), before).first->second;
+        nodesHeld_.vTake((numbers_.size() - before) * NumberMemory);
         for (; !isWithin(scope, number); ++scope.levels) {
+            vRoomForOne(nodes_, meter_);
             nodes_.push_back({scope.root, Nothing});
             scope.root = nodes_.size() - 1;
         }
         vLeafSet(scope, number, attributes_.size());
+        vRoomForOne(attributes_, meter_);
         attributes_.push_back(&attribute);
     }
 
@@ -109,6 +130,7 @@ private:
         for (auto level = scope.levels; level-- > 0;) {
             auto node = nodes_[replaced];
             replaced = std::exchange(node[branch(number, level)], level == 0 ? leaf : nodes_.size() + 1);
+            vRoomForOne(nodes_, meter_);
             nodes_.push_back(node);
         }
     }
@@ -128,6 +150,14 @@ private:
     // The empty tree of any height, and the leaf without an attribute.
     static constexpr std::size_t Nothing = 0;
 
+    // What a node of the standard library's trees holds besides its value: three links and a colour; and of
+    // its hash tables: a link, and a place or two in the list of buckets.
+    static constexpr std::size_t NumberMemory =
+        4 * sizeof(void*) + sizeof(std::pair<std::string_view, std::size_t>);
+    static constexpr std::size_t ScopeMemory = 2 * sizeof(void*) + sizeof(std::pair<const Entity*, Scope>);
+
+    WorkMeter* meter_;
+    MeteredScope nodesHeld_;
     std::map<std::string_view, std::size_t> numbers_;
     std::vector<Node> nodes_{Node{Nothing, Nothing}};
     std::vector<const Kind*> attributes_{nullptr};
@@ -135,7 +165,8 @@ private:
 };
 
 template <class Kind>
-AttributeSearch<Kind>::AttributeSearch(std::size_t stepsMax) : stepsLeft_(stepsMax) {}
+AttributeSearch<Kind>::AttributeSearch(std::size_t stepsMax, WorkMeter* meter) :
+    stepsLeft_(stepsMax), meter_(meter) {}
 
 template <class Kind>
 AttributeSearch<Kind>::~AttributeSearch() = default;
@@ -144,6 +175,7 @@ template <class Kind>
 const Kind* AttributeSearch<Kind>::pFind(const Entity& entity, const Key& key) {
     const auto* above = &entity;
     for (; above && stepsLeft_ > 0; above = above->pSupertype()) {
+        vLook(meter_);
         stepsLeft_ -= std::min(stepsLeft_, 1 + attributesOf<Kind>(*above).size());
         if (const auto* const attribute = pDeclared(*above, key))
             return attribute;
@@ -151,7 +183,7 @@ const Kind* AttributeSearch<Kind>::pFind(const Entity& entity, const Key& key) {
     if (!above)
         return nullptr;
     if (!table_)
-        table_ = std::make_unique<Table>();
+        table_ = std::make_unique<Table>(meter_);
     return table_->pFind(*above, viewOf(key));
 }
 

@@ -14,6 +14,7 @@
 /// Errors:    what is not there is null.
 #pragma once
 
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 
@@ -35,7 +36,8 @@ public:
     /// Explicit attributes are found by their names as written, inverse ones by their upper-cased names.
     using Key = std::conditional_t<std::is_same_v<Kind, Attribute>, AttributeName, std::string>;
 
-    explicit AttributeSearch(std::size_t stepsMax = AttributeStepsMax);
+    /// A meter hears of the memory of the table, and is asked for each step whether to go on; null for none.
+    explicit AttributeSearch(std::size_t stepsMax = AttributeStepsMax, WorkMeter* meter = nullptr);
     ~AttributeSearch();
     AttributeSearch(const AttributeSearch&) = delete;
     AttributeSearch& operator=(const AttributeSearch&) = delete;
@@ -50,6 +52,7 @@ private:
     class Table;
 
     std::size_t stepsLeft_;
+    WorkMeter* meter_;
     std::unique_ptr<Table> table_;
 };
 

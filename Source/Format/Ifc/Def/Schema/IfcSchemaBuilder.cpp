@@ -9,6 +9,8 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
+#include "kiv/Host/Assert/KivAssert.h"
+
 #include <algorithm>
 #include <istream>
 #include <stdexcept>
@@ -68,12 +70,28 @@ void vSortRuns(std::vector<Value>& values, Less less) {
 
 } // namespace
 
-SchemaBuilder::SchemaBuilder(Schema& schema) : schema_(schema), model_(*schema.model_) {
+SchemaBuilder::SchemaBuilder(Schema& schema, WorkMeter* meter) :
+    schema_(schema), model_(*schema.model_), meter_(meter), attributeSearch_(AttributeStepsMax, meter) {
     schema.pBuilder_ = this;
+    model_.arena.vMeterSet(meter);
 }
 
 SchemaBuilder::~SchemaBuilder() {
     schema_.pBuilder_ = nullptr;
+    model_.arena.vMeterSet(nullptr);
+    if (meter_)
+        meter_->vMemoryGiveBack(objectsByName_.capacity() * sizeof(ObjectBase*));
+}
+
+void SchemaBuilder::vReport(const Schema& schema, Report report) {
+    vReport(schema, report, placeOf(report).message);
+}
+
+void SchemaBuilder::vReport(const Schema& schema, Report report, std::string_view message) {
+    auto* const meter = pMeter(schema);
+    if (meter && assert::Assert::isEnabled())
+        meter->vTake(WorkMeter::Unit::Reports, 1);
+    def::vReport(report, message);
 }
 
 void SchemaBuilder::vBuild(std::istream& stream, const std::string& headerLine, std::size_t schemaPos) {
@@ -98,7 +116,9 @@ DataTypeBase& SchemaBuilder::sharedType(Schema& schema, std::size_t index, std::
                                         TypeMaker make) {
     auto& slot = schema.model_->sharedTypes[index];
     if (!slot) {
-        auto& arena = of(schema).model_.arena;
+        auto& builder = of(schema);
+        vObjectTake(builder.meter_);
+        auto& arena = builder.model_.arena;
         slot = make(arena);
         slot->vNameSet(keyword, arena);
     }
@@ -106,7 +126,9 @@ DataTypeBase& SchemaBuilder::sharedType(Schema& schema, std::size_t index, std::
 }
 
 DataTypeBase& SchemaBuilder::typeAdd(std::string_view keyword, ArenaPtr<DataTypeBase> type) {
+    vObjectTake(meter_);
     type->vNameSet(keyword, model_.arena);
+    vRoomForOne(model_.dataTypes, meter_);
     return *model_.dataTypes.emplace_back(std::move(type));
 }
 
@@ -125,17 +147,27 @@ void SchemaBuilder::vHeaderRead(const std::string& headerLine, std::size_t schem
 
 void SchemaBuilder::vStatementsRead(std::istream& stream) {
     constexpr Keyword end("END_SCHEMA", 3);
-    ReadLineHelper line(model_.arena);
+    ReadLineHelper line(model_.arena, meter_);
     const AheadGuard guard(line, stream);
     while (line.boNextLine(stream)) {
         if (auto object = pStatementRead(line, stream)) {
+            vObjectTake(meter_);
+            vRoomForOne(model_.objectsAsRead, meter_);
+            vRoomForOne(model_.objects, meter_);
+            vPieceBegin();
             model_.objectsAsRead.push_back(object.get());
             model_.objects.push_back(std::move(object));
             continue;
         }
         if (end.isIn(line.getLine()))
             return;
+        vPieceBegin();
     }
+}
+
+void SchemaBuilder::vPieceBegin() {
+    if (meter_)
+        meter_->vPieceBegin();
 }
 
 ArenaPtr<ObjectBase> SchemaBuilder::pStatementRead(ReadLineHelper& line, std::istream& stream) {
@@ -154,33 +186,49 @@ void SchemaBuilder::vResolve() {
     vObjectTableBuild();
     // Resolving one may make further ones, which are resolved at once.
     const auto dataTypeCount = model_.dataTypes.size();
-    for (std::size_t index = 0; index < dataTypeCount; ++index)
+    for (std::size_t index = 0; index < dataTypeCount; ++index) {
+        vLook(meter_);
         model_.dataTypes[index]->vUpdate(schema_);
-    for (auto* const object : objectsByHash())
-        object->vUpdate(schema_);
+    }
+    vObjectsResolve();
     vAttributesDirectoryBuild();
     vInverseAndNumbersResolve();
 }
 
+void SchemaBuilder::vObjectsResolve() {
+    MeteredScope held(meter_);
+    held.vTake(model_.objects.size() * sizeof(ObjectBase*));
+    for (auto* const object : objectsByHash()) {
+        vLook(meter_);
+        object->vUpdate(schema_);
+    }
+}
+
 void SchemaBuilder::vObjectsByNameBuild() {
+    vRoomFor(objectsByName_, model_.objects.size(), meter_);
     objectsByName_.reserve(model_.objects.size());
     for (const auto& object : model_.objects)
         objectsByName_.push_back(object.get());
-    vSortRuns(objectsByName_, [](const auto* left, const auto* right) {
+    vSortRuns(objectsByName_, [this](const auto* left, const auto* right) {
+        vLook(meter_);
         return boLessText(left->getNameUpper(), right->getNameUpper());
     });
-    const auto isSameName = [](const auto* left, const auto* right) {
+    const auto isSameName = [this](const auto* left, const auto* right) {
+        vLook(meter_);
         return isSameText(left->getNameUpper(), right->getNameUpper());
     };
     objectsByName_.erase(std::unique(objectsByName_.begin(), objectsByName_.end(), isSameName),
                          objectsByName_.end());
+    vRoomFor(model_.objectsByName, objectsByName_.size(), meter_);
     model_.objectsByName.assign(objectsByName_.begin(), objectsByName_.end());
 }
 
 void SchemaBuilder::vObjectTableBuild() {
-    model_.objectTable.vReserve(model_.objects.size());
-    for (const auto& object : model_.objects)
+    model_.objectTable.vReserve(model_.objects.size(), meter_);
+    for (const auto& object : model_.objects) {
+        vLook(meter_);
         model_.objectTable.vAdd(object->getNameUpper(), *object);
+    }
 }
 
 /// The order in which objects are resolved, and so the order of the reports about them, and that of
@@ -191,11 +239,14 @@ std::vector<ObjectBase*> SchemaBuilder::objectsByHash() const {
         std::uint32_t hash;
         std::uint32_t index;
     };
+    MeteredScope held(meter_);
+    held.vTake(model_.objects.size() * sizeof(Key));
     std::vector<Key> keys;
     keys.reserve(model_.objects.size());
     for (const auto& object : model_.objects)
         keys.push_back({object->getNameUpperHash(), static_cast<std::uint32_t>(keys.size())});
-    sortedByHash(keys, [this](const Key& left, const Key& right) {
+    const auto isBefore = [this](const Key& left, const Key& right) {
+        vLook(meter_);
         if (left.hash != right.hash)
             return left.hash < right.hash;
         const auto leftName = model_.objects[left.index]->getNameUpper();
@@ -203,7 +254,10 @@ std::vector<ObjectBase*> SchemaBuilder::objectsByHash() const {
         if (leftName.size() != rightName.size())
             return leftName.size() < rightName.size();
         return leftName != rightName ? leftName < rightName : left.index < right.index;
-    });
+    };
+    const auto starts = sortedByHash(keys, isBefore, meter_);
+    if (meter_)
+        meter_->vMemoryGiveBack(starts.capacity() * sizeof(starts.front()));
     std::vector<ObjectBase*> objects;
     objects.reserve(keys.size());
     for (const auto& key : keys)
@@ -212,14 +266,17 @@ std::vector<ObjectBase*> SchemaBuilder::objectsByHash() const {
 }
 
 void SchemaBuilder::vAttributesDirectoryBuild() {
-    model_.attributesDirectory.vReserve(model_.attributes.size());
-    for (const auto* const attribute : model_.attributes)
+    model_.attributesDirectory.vReserve(model_.attributes.size(), meter_);
+    for (const auto* const attribute : model_.attributes) {
+        vLook(meter_);
         model_.attributesDirectory.vAdd(attribute);
-    model_.attributesDirectory.vBuild();
+    }
+    model_.attributesDirectory.vBuild(meter_);
 }
 
 void SchemaBuilder::vInverseAndNumbersResolve() {
     for (auto* const object : objectsByName_) {
+        vLook(meter_);
         if (object->getKind() != ObjectBase::Type::Entity)
             continue;
         auto& entity = static_cast<Entity&>(*object);
@@ -241,10 +298,12 @@ void SchemaBuilder::vTreeNumber(Entity& root) {
         if (std::exchange(entity.numbered_, true))
             return;
         entity.firstNumber_ = ++entityNumber_;
+        vRoomForOne(levels, meter_);
         levels.push_back({entity});
     };
     enter(root);
     while (!levels.empty()) {
+        vLook(meter_);
         auto& level = levels.back();
         if (level.nextSubtype < level.entity.subtypes_.size()) {
             enter(*level.entity.subtypes_[level.nextSubtype++]);
@@ -253,6 +312,8 @@ void SchemaBuilder::vTreeNumber(Entity& root) {
         level.entity.lastNumber_ = entityNumber_;
         levels.pop_back();
     }
+    if (meter_)
+        meter_->vMemoryGiveBack(levels.capacity() * sizeof(Level));
 }
 
 } // namespace kiv::ifc::def::schema

@@ -1,7 +1,7 @@
 /// @file
 /// Reads and resolves a schema; lives while the constructor of the schema runs.
 ///
-///     SchemaBuilder(*this).vBuild(stream, headerLine, schemaPos);
+///     SchemaBuilder(*this, nullptr).vBuild(stream, headerLine, schemaPos);
 ///
 /// Objects resolve themselves in `vUpdate(Schema&)`. What they need of a schema beyond its look-ups they take
 /// from the static functions here, which find the builder through the schema.
@@ -12,6 +12,8 @@
 ///            and rules as described at `Schema`.
 #pragma once
 
+#include "Base/Metered.h"
+#include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaModel.h"
 
@@ -27,7 +29,8 @@ namespace kiv::ifc::def::schema {
 
 class SchemaBuilder {
 public:
-    explicit SchemaBuilder(Schema& schema);
+    /// A meter hears of all that is read and built; null for none.
+    SchemaBuilder(Schema& schema, WorkMeter* meter);
     ~SchemaBuilder();
     SchemaBuilder(const SchemaBuilder&) = delete;
     SchemaBuilder& operator=(const SchemaBuilder&) = delete;
@@ -39,6 +42,15 @@ public:
 
     /// The arena of a schema; also of one that is built, in which a host may resolve an entity of its own.
     static Arena& arenaOf(Schema& schema) { return schema.model_->arena; }
+
+    /// The meter of a schema that is being built within a budget; null for every other.
+    static WorkMeter* pMeter(const Schema& schema) {
+        return schema.pBuilder_ ? schema.pBuilder_->meter_ : nullptr;
+    }
+
+    /// Reports a broken promise of the text, within the budget.
+    static void vReport(const Schema& schema, Report report);
+    static void vReport(const Schema& schema, Report report, std::string_view message);
 
     /// The same object as `Schema::pObjectFromName` finds, to be changed.
     static ObjectBase* pObject(Schema& schema, std::string_view name) {
@@ -62,7 +74,10 @@ public:
     DataTypeBase& typeAdd(std::string_view keyword, ArenaPtr<DataTypeBase> type);
 
     /// Makes an attribute findable by its name.
-    void vAttributeAdd(const Attribute& attribute) { model_.attributes.push_back(&attribute); }
+    void vAttributeAdd(const Attribute& attribute) {
+        vRoomForOne(model_.attributes, meter_);
+        model_.attributes.push_back(&attribute);
+    }
 
     /// Counts how deep aggregates are being built inside each other.
     class AggregateNesting {
@@ -82,7 +97,9 @@ private:
     void vHeaderRead(const std::string& headerLine, std::size_t schemaPos);
     void vStatementsRead(std::istream& stream);
     ArenaPtr<ObjectBase> pStatementRead(ReadLineHelper& line, std::istream& stream);
+    void vPieceBegin();
     void vResolve();
+    void vObjectsResolve();
     void vObjectsByNameBuild();
     void vObjectTableBuild();
     std::vector<ObjectBase*> objectsByHash() const;
@@ -92,6 +109,7 @@ private:
 
     Schema& schema_;
     Schema::Model& model_;
+    WorkMeter* meter_;
     // The objects of `Model::objectsByName`, to be changed.
     std::vector<ObjectBase*> objectsByName_;
     AttributeSearch<Attribute> attributeSearch_;

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDerive.h"
 
+#include "Base/Metered.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
@@ -11,13 +12,15 @@ namespace kiv::ifc::def::schema {
 DeriveValue::DeriveValue(std::string_view name, std::string_view rest) : name_(name), rest_(rest) {}
 
 void DeriveValue::update(const Entity& entity) {
-    if (const auto key = redeclaredName())
-        vRedeclaredSet(entity.pAttributeFromName(*key, true));
+    const auto key = redeclaredName();
+    if (key && !boRedeclaredSet(entity.pAttributeFromName(*key, true)))
+        vReport(Report::DerivedNotFound);
 }
 
 void DeriveValue::update(const Entity& entity, Schema& schema) {
-    if (const auto key = redeclaredName())
-        vRedeclaredSet(SchemaBuilder::pAttribute(schema, entity, *key));
+    const auto key = redeclaredName();
+    if (key && !boRedeclaredSet(SchemaBuilder::pAttribute(schema, entity, *key)))
+        SchemaBuilder::vReport(schema, Report::DerivedNotFound);
 }
 
 /// What follows the dot; a plain derived attribute has none.
@@ -28,10 +31,9 @@ std::optional<AttributeName> DeriveValue::redeclaredName() const {
     return AttributeName(name_.substr(dot + 1));
 }
 
-void DeriveValue::vRedeclaredSet(const Attribute* attribute) {
+bool DeriveValue::boRedeclaredSet(const Attribute* attribute) {
     redeclared_ = attribute;
-    if (!attribute)
-        vReport(Report::DerivedNotFound);
+    return attribute != nullptr;
 }
 
 bool Derive::boRedeclares() const {
@@ -40,13 +42,17 @@ bool Derive::boRedeclares() const {
     });
 }
 
-void Derive::vDeriveAdd(std::string_view name, std::string_view rest) {
+void Derive::vDeriveAdd(std::string_view name, std::string_view rest, WorkMeter* meter) {
+    vObjectTake(meter);
+    vRoomForOne(values_, meter);
     values_.emplace_back(name, rest);
 }
 
 void Derive::vUpdate(const Entity& entity, Schema& schema) {
-    for (auto& value : values_)
+    for (auto& value : values_) {
+        vLook(SchemaBuilder::pMeter(schema));
         value.update(entity, schema);
+    }
 }
 
 } // namespace kiv::ifc::def::schema

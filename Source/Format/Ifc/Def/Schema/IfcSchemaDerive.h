@@ -9,6 +9,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 
 #include <optional>
@@ -44,7 +45,7 @@ private:
 
     void update(const Entity& entity, Schema& schema);
     std::optional<AttributeName> redeclaredName() const;
-    void vRedeclaredSet(const Attribute* attribute);
+    bool boRedeclaredSet(const Attribute* attribute);
 
     std::string_view name_;
     std::string_view rest_;
@@ -54,7 +55,7 @@ private:
 class KIV_EXPORT Derive {
 public:
     /// The texts outlive the clause.
-    void vDeriveAdd(std::string_view name, std::string_view rest);
+    void vDeriveAdd(std::string_view name, std::string_view rest, WorkMeter* meter = nullptr);
 
     /// True when a value has the name of a redeclaration, for which attributes are searched.
     bool boRedeclares() const;

@@ -2,6 +2,7 @@
 
 #include "Base/Arena.h"
 #include "Base/Ascii.h"
+#include "Base/Metered.h"
 #include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
@@ -161,6 +162,7 @@ private:
             return false;
         if (attributes_.empty())
             attributes_.reserve(FewAttributes);
+        vObjectTake(line_.pMeter());
         const auto& attribute = attributes_.emplace_back(entity_, line_, nameBeforeColon(), textAfterColon());
         entity_.attributeBits_ |= AttributeName(attribute).getBit();
         return true;
@@ -175,6 +177,7 @@ private:
         const auto forPos = text.find(forWord, typePos);
         if (forPos == npos)
             return;
+        vObjectTake(line_.pMeter());
         const auto referred = text.substr(forPos + forWord.size());
         attributesInverse_.emplace_back(entity_, line_, nameBeforeColon(),
                                         text.substr(typePos, forPos - typePos),
@@ -183,8 +186,10 @@ private:
 
     void vUniqueRead() {
         const bool entry = boEntryExpected(unique_, Keyword("UNIQUE", 3));
-        if (unique_ != Clause::NotSeen && !entity_.unique_)
+        if (unique_ != Clause::NotSeen && !entity_.unique_) {
+            vMemoryTake(line_.pMeter(), sizeof(Unique));
             entity_.unique_ = std::make_unique<Unique>();
+        }
         if (entry)
             entity_.unique_->vUniqueAdd(entity_, std::string(labelBeforeColon()), line_,
                                         colon_ + Colon.size());
@@ -193,13 +198,15 @@ private:
     /// Unlike the others, this clause takes nothing from the line that opens it.
     void vDeriveRead() {
         if (boOpens(derive_, Keyword("DERIVE", 4))) {
+            vMemoryTake(line_.pMeter(), sizeof(Derive));
             entity_.derive_ = std::make_unique<Derive>();
             return;
         }
         if (!boEntryOrClose(derive_))
             return;
         vStatementJoin();
-        entity_.derive_->vDeriveAdd(line_.getKept(labelBeforeColon()), line_.getKept(textAfterColon()));
+        entity_.derive_->vDeriveAdd(line_.getKept(labelBeforeColon()), line_.getKept(textAfterColon()),
+                                    line_.pMeter());
     }
 
     /// Appends the following lines to the current one until it holds a ';'.
@@ -291,6 +298,7 @@ void Entity::vUpdate(Schema& schema) {
     vSupertypeResolve(schema);
     vSubtypesResolve(schema);
     for (auto& attribute : attributes_) {
+        vLook(SchemaBuilder::pMeter(schema));
         attribute.vUpdate(schema);
         SchemaBuilder::of(schema).vAttributeAdd(attribute);
     }
@@ -307,6 +315,7 @@ void Entity::vUpdate(Schema& schema) {
 /// whichever comes first.
 void Entity::vLineResolve(Schema& schema) {
     for (auto* entity = this; entity && !entity->lineResolved_; entity = entity->supertype_) {
+        vLook(SchemaBuilder::pMeter(schema));
         entity->vSupertypeResolve(schema);
         entity->lineResolved_ = true;
     }
@@ -318,18 +327,18 @@ void Entity::vSupertypeResolve(Schema& schema) {
     supertypeSearched_ = true;
     auto* const entity = pEntity(schema, supertypeName_);
     // An entity above itself would have no root, and walks along supertypes no end.
-    if (!entity || entity->getTopmost() == this) {
-        vReport(Report::SupertypeNotFound);
+    if (!entity || entity->getTopmost(SchemaBuilder::pMeter(schema)) == this) {
+        SchemaBuilder::vReport(schema, Report::SupertypeNotFound);
         return;
     }
     supertype_ = entity;
     towardsTop_ = entity;
 }
 
-Entity* Entity::getTopmost() {
+Entity* Entity::getTopmost(WorkMeter* meter) {
     auto* top = this;
-    while (top->towardsTop_)
-        top = top->towardsTop_;
+    for (; top->towardsTop_; top = top->towardsTop_)
+        vLook(meter);
     for (auto* entity = this; entity != top;)
         entity = std::exchange(entity->towardsTop_, top);
     return top;
@@ -339,17 +348,20 @@ void Entity::vSubtypesResolve(Schema& schema) {
     auto** const subtypes = SchemaBuilder::arenaOf(schema).pMakeArray<Entity*>(supertypeOfNames_.size());
     std::size_t count = 0;
     for (const auto& name : supertypeOfNames_) {
+        vLook(SchemaBuilder::pMeter(schema));
         if (auto* const subtype = pEntity(schema, name))
             subtypes[count++] = subtype;
         else
-            vReport(Report::SubtypeNotFound);
+            SchemaBuilder::vReport(schema, Report::SubtypeNotFound);
     }
     subtypes_ = {subtypes, count};
 }
 
 void Entity::vUpdateInverse(Schema& schema) {
-    for (auto& attribute : attributesInverse_)
+    for (auto& attribute : attributesInverse_) {
+        vLook(SchemaBuilder::pMeter(schema));
         attribute.vUpdate(schema);
+    }
 }
 
 const Attribute* Entity::pAttributeFromName(const AttributeName& key, bool withSupertypes) const {

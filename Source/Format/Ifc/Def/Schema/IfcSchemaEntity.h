@@ -11,6 +11,7 @@
 /// Errors:    names that resolve to nothing are assertion reports; look-ups answer null.
 #pragma once
 
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDerive.h"
@@ -99,7 +100,7 @@ private:
     void vLineResolve(Schema& schema);
     void vSupertypeResolve(Schema& schema);
     void vSubtypesResolve(Schema& schema);
-    Entity* getTopmost();
+    Entity* getTopmost(WorkMeter* meter);
 
     // All lists lie in the arena of the line helper that the entity was read with, or of its schema.
 

@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include "Base/Arena.h"
+#include "Base/Metered.h"
 #include "Base/Words8.h"
 #include "kiv/Base/Exception.h"
 
@@ -53,14 +54,38 @@ ReadLineHelper::ReadLineHelper() :
 
 ReadLineHelper::ReadLineHelper(Arena& arena) : arena_(arena), isReadingAhead_(true), aheadMax_(AheadFirst) {}
 
-ReadLineHelper::~ReadLineHelper() = default;
+ReadLineHelper::ReadLineHelper(WorkMeter* meter) : ReadLineHelper() {
+    meter_ = meter;
+    arena_.vMeterSet(meter);
+}
+
+ReadLineHelper::ReadLineHelper(Arena& arena, WorkMeter* meter) : ReadLineHelper(arena) {
+    meter_ = meter;
+}
+
+ReadLineHelper::~ReadLineHelper() {
+    if (meter_)
+        meter_->vMemoryGiveBack(memoryOf(text_) + memoryOf(joined_) + lines_.getMemory() +
+                                names_.capacity() * sizeof(std::string_view));
+}
+
+/// Bytes of the stream that are handed out, or will be with the line that is being read.
+void ReadLineHelper::vBytesTake(std::size_t count) {
+    meter_->vTake(WorkMeter::Unit::InputBytes, count);
+    meter_->vTake(WorkMeter::Unit::PieceBytes, count);
+    meter_->vLook();
+}
 
 bool ReadLineHelper::boNextLine(std::istream& stream) {
     const auto* const end =
         static_cast<const char*>(ahead_.empty() ? nullptr : std::memchr(ahead_.data(), '\n', ahead_.size()));
+    if (!end && isReadingAhead_)
+        return boLineAcrossBlocks(stream);
     if (!end)
-        return isReadingAhead_ ? boLineAcrossBlocks(stream) : boLineOfStream(stream);
+        return meter_ ? boLineOfStream<true>(stream) : boLineOfStream<false>(stream);
     const auto size = static_cast<std::size_t>(end - ahead_.data());
+    if (meter_) [[unlikely]]
+        vBytesTake(size + 1);
     vLineSet({ahead_.data(), size}, true);
     ahead_.remove_prefix(size + 1);
     return true;
@@ -68,6 +93,7 @@ bool ReadLineHelper::boNextLine(std::istream& stream) {
 
 /// Takes the line byte by byte and nothing after it. Not by std::getline, which reports a lack of memory as a
 /// failed stream.
+template <bool IsMetered>
 bool ReadLineHelper::boLineOfStream(std::istream& stream) {
     using Traits = std::char_traits<char>;
     text_.clear();
@@ -80,6 +106,10 @@ bool ReadLineHelper::boLineOfStream(std::istream& stream) {
         if (Traits::eq_int_type(byte, Traits::eof()))
             break;
         isRead = true;
+        if constexpr (IsMetered) {
+            vBytesTake(1);
+            vRoomForText(text_, 1, meter_);
+        }
         if (byte == '\n')
             break;
         text_ += Traits::to_char_type(byte);
@@ -93,11 +123,18 @@ bool ReadLineHelper::boLineOfStream(std::istream& stream) {
 
 /// Reads a line that begins with what is left of one block and ends in another.
 bool ReadLineHelper::boLineAcrossBlocks(std::istream& stream) {
+    text_.clear();
+    vRoomForText(text_, ahead_.size(), meter_);
     text_ = ahead_;
+    if (meter_)
+        vBytesTake(ahead_.size());
     ahead_ = {};
     auto end = std::string_view::npos;
     while (end == std::string_view::npos && boBlockRead(stream)) {
         end = ahead_.find('\n');
+        if (meter_)
+            vBytesTake(std::min(end, ahead_.size() - 1) + 1);
+        vRoomForText(text_, ahead_.substr(0, end).size(), meter_);
         text_ += ahead_.substr(0, end);
         ahead_.remove_prefix(std::min(end, ahead_.size() - 1) + 1);
     }
@@ -145,9 +182,13 @@ void ReadLineHelper::vLineSet(std::string_view line, bool isKept) {
 
 bool ReadLineHelper::boNextLineAppend(std::istream& stream) {
     // Lines without number may be appended: only the new one is copied.
-    if (!isLineJoined_)
+    if (!isLineJoined_) {
+        joined_.clear();
+        vRoomForText(joined_, line_.size(), meter_);
         joined_ = line_;
+    }
     const bool isRead = boNextLine(stream);
+    vRoomForText(joined_, line_.size(), meter_);
     joined_ += line_;
     line_ = joined_;
     isLineJoined_ = true;
@@ -157,9 +198,9 @@ bool ReadLineHelper::boNextLineAppend(std::istream& stream) {
 
 void ReadLineHelper::vLineAddTo(TextLines& lines) const {
     if (isLineKept_ && !isLineCut_)
-        lines.vKeptLineAdd(line_);
+        lines.vKeptLineAdd(line_, meter_);
     else
-        lines.vLineAdd(line_);
+        lines.vLineAdd(line_, meter_);
 }
 
 void ReadLineHelper::vAheadGiveBack(std::istream& stream) noexcept {
@@ -230,6 +271,7 @@ bool ReadLineHelper::boNamesOfLineRead(std::size_t& pos) {
         at = pWordEnd(at, end);
         while (at != end && !isNameEnd(*at))
             ++at;
+        vRoomForOne(names_, meter_);
         names_.push_back(getKept({name, static_cast<std::size_t>(at - name)}));
     }
 }
@@ -255,18 +297,23 @@ std::vector<std::string> sListFromStringCommaSep(const std::string& text, std::s
     return items;
 }
 
-void TextLines::vLineAdd(std::string_view line) {
+void TextLines::vLineAdd(std::string_view line, WorkMeter* meter) {
+    vRoomForText(copied_, (copied_.empty() ? joined_.size() : 0) + line.size() + 1, meter);
     if (copied_.empty())
         copied_ = joined_;
     copied_ += line;
     copied_ += '\n';
 }
 
-void TextLines::vKeptLineAdd(std::string_view line) {
+void TextLines::vKeptLineAdd(std::string_view line, WorkMeter* meter) {
     const auto* const joinedEnd = joined_.data() + joined_.size();
     if (!copied_.empty() || (!joined_.empty() && line.data() != joinedEnd))
-        return vLineAdd(line);
+        return vLineAdd(line, meter);
     joined_ = {joined_.empty() ? line.data() : joined_.data(), joined_.size() + line.size() + 1};
+}
+
+std::size_t TextLines::getMemory() const {
+    return memoryOf(copied_);
 }
 
 void TextLines::vClear() {

@@ -11,6 +11,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 
 #include <cstddef>
 #include <ios>
@@ -37,14 +38,17 @@ KIV_EXPORT std::vector<std::string_view> linesOfText(std::string_view text);
 /// joined. Lines that lie joined in memory already, as most do, are not copied.
 class KIV_EXPORT TextLines {
 public:
-    /// Adds a line, which is copied.
-    void vLineAdd(std::string_view line);
+    /// Adds a line, which is copied. A meter hears of the memory for that.
+    void vLineAdd(std::string_view line, WorkMeter* meter = nullptr);
 
     /// Adds a line that outlives the text and is followed by a line feed.
-    void vKeptLineAdd(std::string_view line);
+    void vKeptLineAdd(std::string_view line, WorkMeter* meter = nullptr);
 
     /// Forgets all lines, but keeps their memory for the next ones.
     void vClear();
+
+    /// The memory of the copies.
+    std::size_t getMemory() const;
 
     /// All lines, each followed by a line feed.
     std::string_view getText() const { return copied_.empty() ? joined_ : std::string_view(copied_); }
@@ -75,6 +79,9 @@ public:
     /// With an arena that outlives this object; reads ahead in the one stream that it is used with, as far as
     /// that has bytes at hand, until `vAheadGiveBack`.
     explicit ReadLineHelper(Arena& arena);
+    /// The same two with a meter, which outlives this object and hears of all that is read; null for none.
+    explicit ReadLineHelper(WorkMeter* meter);
+    ReadLineHelper(Arena& arena, WorkMeter* meter);
     ~ReadLineHelper();
 
     /// Reads the next line, without its line feed and without one carriage return before that; false (and an
@@ -120,8 +127,13 @@ public:
     /// No lines yet, for a reader to collect those of a clause or body in.
     TextLines& getEmptyLines();
 
+    /// Null for none.
+    WorkMeter* pMeter() const { return meter_; }
+
 private:
+    template <bool IsMetered>
     bool boLineOfStream(std::istream& stream);
+    void vBytesTake(std::size_t count);
     bool boLineAcrossBlocks(std::istream& stream);
     bool boBlockRead(std::istream& stream);
     void vLineSet(std::string_view line, bool isKept);
@@ -132,6 +144,7 @@ private:
 
     std::unique_ptr<Arena> own_;
     Arena& arena_;
+    WorkMeter* meter_ = nullptr;
     bool isReadingAhead_;
     // How much the next block holds at most.
     std::streamsize aheadMax_;

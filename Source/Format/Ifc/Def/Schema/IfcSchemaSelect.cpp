@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaSelect.h"
 
+#include "Base/Metered.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
@@ -18,13 +19,15 @@ DataTypeSelect::DataTypeSelect(ReadLineHelper& line, std::size_t pos, std::istre
 DataTypeSelect::~DataTypeSelect() = default;
 
 void DataTypeSelect::vUpdate(Schema& schema) {
-    SchemaBuilder::of(schema); // throws when the schema is built
+    auto* const meter = SchemaBuilder::of(schema).pMeter(schema); // throws when the schema is built
     allEntities_ = true;
+    vRoomFor(members_, memberNames_.size(), meter);
     members_.reserve(memberNames_.size());
     for (const auto& name : memberNames_) {
+        vLook(meter);
         const auto* const member = schema.pObjectFromName(name);
         if (!member) {
-            vReport(Report::SelectMemberNotFound);
+            SchemaBuilder::vReport(schema, Report::SelectMemberNotFound);
             continue;
         }
         members_.push_back(member);

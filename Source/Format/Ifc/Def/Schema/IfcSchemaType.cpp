@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
+#include "Base/Metered.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
@@ -72,22 +73,32 @@ void Type::vUpdate(Schema& schema) {
     auto* const first = pUnderlyingTypeFind(schema);
     if (!first)
         return vUpdateSelf(schema);
-    std::vector<Type*> chain{this, first};
-    while (auto* const underlying = chain.back()->pUnderlyingTypeFind(schema))
+    auto* const meter = SchemaBuilder::pMeter(schema);
+    std::vector<Type*> chain;
+    vRoomFor(chain, 2, meter);
+    chain.assign({this, first});
+    while (auto* const underlying = chain.back()->pUnderlyingTypeFind(schema)) {
+        vLook(meter);
+        vRoomForOne(chain, meter);
         chain.push_back(underlying);
+    }
     chain.back()->vUpdateSelf(schema);
     for (auto index = chain.size() - 1; index-- > 0;) {
         auto& type = *chain[index];
         auto& underlying = *chain[index + 1];
         type.dataType_ = underlying.dataType_;
+        vLook(meter);
+        vRoomForOne(underlying.derivedTypes_, meter);
         underlying.derivedTypes_.push_back(&type);
         type.vUpdateSelf(schema);
     }
+    if (meter)
+        meter->vMemoryGiveBack(chain.capacity() * sizeof(Type*));
 }
 
 void Type::vUpdateSelf(Schema& schema) {
     if (!underlying_)
-        vReport(Report::TypeNotFound);
+        SchemaBuilder::vReport(schema, Report::TypeNotFound);
     if (where_)
         where_->parseRules(schema);
 }

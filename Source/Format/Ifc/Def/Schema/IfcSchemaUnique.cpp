@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaUnique.h"
 
 #include "Base/Ascii.h"
+#include "Base/Metered.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
@@ -16,6 +17,14 @@ void Unique::vUniqueAdd(const Entity&, std::string&& label, ReadLineHelper& line
     // The split keeps blanks after an item; a name has none.
     for (auto& name : names)
         name = std::string(ascii::trimmed(name, BlankAndTab));
+    auto* const meter = line.pMeter();
+    vObjectTake(meter);
+    if (meter) {
+        vMemoryTake(meter, memoryOf(label) + names.capacity() * sizeof(std::string));
+        for (const auto& name : names)
+            vMemoryTake(meter, memoryOf(name));
+    }
+    vRoomForOne(rules_, meter);
     rules_.push_back({std::move(label), std::move(names)});
 }
 

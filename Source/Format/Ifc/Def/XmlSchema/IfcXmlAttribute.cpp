@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
 
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlElementRead.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
@@ -16,20 +17,20 @@ namespace kiv::ifc::def::xmlschema {
 namespace {
 
 /// The name that the element is about; absent, and reported, when it has none.
-std::optional<std::string> selectOf(const kiv::xml::const_Element& element, Report report) {
+std::optional<std::string> selectOf(const kiv::xml::const_Element& element, Report report, WorkMeter* meter) {
     if (const auto select = element.AttributeNodeGet("select"))
         return select->getValue();
-    vReport(report);
+    xml::vReportTake(meter, report);
     return std::nullopt;
 }
 
 } // namespace
 
-Attribute::Attribute(const kiv::xml::const_Element& element) {
-    vElementRead(element, {Report::AttributeAttributeUnknown, Report::AttributeChildUnknown},
-                 [this](std::string_view name, std::string_view value) {
+Attribute::Attribute(const kiv::xml::const_Element& element, WorkMeter* meter) {
+    vElementRead(element, {Report::AttributeAttributeUnknown, Report::AttributeChildUnknown, meter},
+                 [this, meter](std::string_view name, std::string_view value) {
                      if (name == "exp-attribute")
-                         representation_ = expAttributeFromString(value);
+                         representation_ = expAttributeFromString(value, meter);
                      else if (name == "tagless")
                          tagless_ = boFromText(value);
                      else if (name == "keep")
@@ -42,38 +43,38 @@ Attribute::Attribute(const kiv::xml::const_Element& element) {
 
 void Attribute::vRead(Config& config, SchemaPset&, const schema::Entity& entity,
                       const kiv::xml::const_Element& element) {
-    const auto select = selectOf(element, Report::AttributeSelectNotGiven);
+    const auto select = selectOf(element, Report::AttributeSelectNotGiven, config.pMeter());
     if (!select)
         return;
     const auto* const attribute = config.pAttributeFind(entity, *select);
     if (!attribute) {
-        vReport(Report::AttributeNotFound);
+        xml::vReportTake(config.pMeter(), Report::AttributeNotFound);
         return;
     }
-    config.vLink(*attribute, *config.pAttribute(Attribute(element)));
+    config.vLink(*attribute, *config.pAttribute(Attribute(element, config.pMeter())));
 }
 
-AttributeInverse::AttributeInverse(const kiv::xml::const_Element& element) {
-    vElementRead(element, {Report::InverseAttributeUnknown, Report::InverseChildUnknown},
-                 [this](std::string_view name, std::string_view value) {
+AttributeInverse::AttributeInverse(const kiv::xml::const_Element& element, WorkMeter* meter) {
+    vElementRead(element, {Report::InverseAttributeUnknown, Report::InverseChildUnknown, meter},
+                 [this, meter](std::string_view name, std::string_view value) {
                      if (name != "exp-attribute")
                          return name == "select";
-                     representation_ = expAttributeFromString(value);
+                     representation_ = expAttributeFromString(value, meter);
                      return true;
                  });
 }
 
 void AttributeInverse::vRead(Config& config, SchemaPset&, const schema::Entity& entity,
                              const kiv::xml::const_Element& element) {
-    const auto select = selectOf(element, Report::InverseSelectNotGiven);
+    const auto select = selectOf(element, Report::InverseSelectNotGiven, config.pMeter());
     if (!select)
         return;
     const auto* const attribute = config.pAttributeInverseFind(entity, *select);
     if (!attribute) {
-        vReport(Report::InverseSelectNotFound);
+        xml::vReportTake(config.pMeter(), Report::InverseSelectNotFound);
         return;
     }
-    config.vLink(*attribute, *config.pAttributeInverse(AttributeInverse(element)));
+    config.vLink(*attribute, *config.pAttributeInverse(AttributeInverse(element, config.pMeter())));
 }
 
 } // namespace kiv::ifc::def::xmlschema

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 #include "kiv/Host/Xml/KivXml.h"
 
@@ -24,7 +25,7 @@ class Config;
 
 class KIV_EXPORT Attribute {
 public:
-    explicit Attribute(const kiv::xml::const_Element& element);
+    explicit Attribute(const kiv::xml::const_Element& element, WorkMeter* meter = nullptr);
 
     /// Reads the element into a record of the configuration and links it to the attribute that "select"
     /// names, letter case included, of the entity or one of its supertypes.
@@ -43,7 +44,7 @@ private:
 
 class KIV_EXPORT AttributeInverse {
 public:
-    explicit AttributeInverse(const kiv::xml::const_Element& element);
+    explicit AttributeInverse(const kiv::xml::const_Element& element, WorkMeter* meter = nullptr);
 
     /// Reads the element into a record of the configuration and links it to the inverse attribute that
     /// "select" names, in any letter case, of the entity or one of its supertypes.

@@ -1,16 +1,17 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 
+#include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 
 namespace kiv::ifc::def::xmlschema {
 
-ExpAttribute expAttributeFromString(std::string_view text) {
+ExpAttribute expAttributeFromString(std::string_view text, WorkMeter* meter) {
     if (text == "attribute-tag")
         return ExpAttribute::AttributeTag;
     if (text == "double-tag")
         return ExpAttribute::DoubleTag;
     if (text != "attribute-content")
-        vReport(Report::ExpAttributeIllegal);
+        xml::vReportTake(meter, Report::ExpAttributeIllegal);
     return ExpAttribute::AttributeContent;
 }
 

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 
 #include <cstdint>
 #include <string_view>
@@ -25,6 +26,6 @@ enum class ExpAttribute : std::uint32_t {
 
 /// "attribute-tag", "attribute-content" or "double-tag"; any other text is an assertion report and
 /// `AttributeContent`.
-KIV_EXPORT ExpAttribute expAttributeFromString(std::string_view text);
+KIV_EXPORT ExpAttribute expAttributeFromString(std::string_view text, WorkMeter* meter = nullptr);
 
 } // namespace kiv::ifc::def::xmlschema

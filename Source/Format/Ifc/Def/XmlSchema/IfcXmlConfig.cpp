@@ -1,9 +1,11 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
+#include "Base/Metered.h"
 #include "Base/UpperCase.h"
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
+#include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
@@ -29,7 +31,8 @@ using LinkList = std::vector<std::pair<const SchemaAttribute*, const Record*>>;
 
 /// Makes place for a link more, so that a record which is there can be linked.
 template <class SchemaAttribute, class Record>
-void vPlaceMake(LinkList<SchemaAttribute, Record>& links) {
+void vPlaceMake(LinkList<SchemaAttribute, Record>& links, WorkMeter* meter) {
+    vRoomForOne(links, meter);
     if (links.size() == links.capacity())
         links.reserve(2 * links.size() + 1);
 }
@@ -59,18 +62,38 @@ struct Config::Links {
 
 /// What is there while the document is read only.
 struct Config::Reading {
+    explicit Reading(WorkMeter* meterOrNull) :
+        meter(meterOrNull),
+        search(schema::AttributeStepsMax, meter),
+        searchInverse(schema::AttributeStepsMax, meter) {}
+
+    WorkMeter* meter;
     schema::AttributeSearch<schema::Attribute> search;
     schema::AttributeSearch<schema::AttributeInverse> searchInverse;
 };
 
-Config::Config(SchemaPset& schema, std::istream& stream) :
-    links_(std::make_unique<Links>()), reading_(std::make_unique<Reading>()) {
+Config::Config(SchemaPset& schema, std::istream& stream) : Config(schema, stream, nullptr) {}
+
+Config::Config(SchemaPset& schema, std::istream& stream, BudgetMeter& meter) :
+    Config(schema, stream, meter, BudgetMeter::Reading(meter)) {}
+
+Config::Config(SchemaPset& schema, std::istream& stream, BudgetMeter& meter, const BudgetMeter::Reading&) :
+    Config(schema, stream, &meter) {}
+
+Config::Config(SchemaPset& schema, std::istream& stream, BudgetMeter* meter) :
+    links_(std::make_unique<Links>()), reading_(std::make_unique<Reading>(meter)) {
+    const auto held = [meter] { return meter ? meter->getUsed(WorkMeter::Unit::HeldBytes) : 0; };
+    const auto heldBefore = held();
     // By number: a host's own levels may have other names.
     kiv::xml::File file(nullptr, kiv::xml::VerboseLevel(4), kiv::xml::ValidateLevel(0));
-    if (const auto root = file.parse(stream, std::string(), nullptr))
+    const auto root = file.parse(stream, std::string(), meter);
+    const auto heldByDocument = held() - heldBefore;
+    if (root)
         vDocumentRead(schema, *root);
     else
-        vReport(Report::ConfigNotWellFormed);
+        xml::vReportTake(meter, Report::ConfigNotWellFormed);
+    if (meter)
+        meter->vMemoryGiveBack(heldByDocument);
     vLinksApply();
 }
 
@@ -82,10 +105,11 @@ Config::~Config() {
 void Config::vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& root) {
     const auto id = root.AttributeNodeGet("id");
     if (!(id ? xml::valueOf(*id) == schema.getName() : schema.getName().empty()))
-        vReport(Report::ConfigOfOtherSchema);
+        xml::vReportTake(pMeter(), Report::ConfigOfOtherSchema);
     xml::vChildrenOffer(
         root, [&](const kiv::xml::const_Element& child) { return boChildRead(schema, child); },
-        [](const kiv::xml::const_Element&) { vReport(Report::ConfigChildUnknown); });
+        [&](const kiv::xml::const_Element&) { xml::vReportTake(pMeter(), Report::ConfigChildUnknown); },
+        pMeter());
 }
 
 bool Config::boChildRead(SchemaPset& schema, const kiv::xml::const_Element& child) {
@@ -95,23 +119,34 @@ bool Config::boChildRead(SchemaPset& schema, const kiv::xml::const_Element& chil
     else if (tag == "cnf:type")
         Type::vRead(*this, schema, child);
     else if (tag == "cnf:uosElement")
-        uosElement_.vInit(child);
+        uosElement_.vInit(child, pMeter());
     else if (tag == "cnf:schema")
-        schema_.vInit(child);
+        schema_.vInit(child, pMeter());
     else if (tag == "cnf:option")
-        option_.vInit(child);
+        option_.vInit(child, pMeter());
     else
         return false;
     return true;
 }
 
+WorkMeter* Config::pMeter() const {
+    return reading_ ? reading_->meter : nullptr;
+}
+
+void Config::vRecordTake(std::size_t size) {
+    vObjectTake(pMeter());
+    vMemoryTake(pMeter(), size);
+}
+
 const Attribute* Config::pAttribute(const Attribute& record) {
-    vPlaceMake(links_->explicits);
+    vPlaceMake(links_->explicits, pMeter());
+    vRecordTake(sizeof(record));
     return &attributes_.emplace_back(record);
 }
 
 const AttributeInverse* Config::pAttributeInverse(const AttributeInverse& record) {
-    vPlaceMake(links_->inverses);
+    vPlaceMake(links_->inverses, pMeter());
+    vRecordTake(sizeof(record));
     return &attributesInverse_.emplace_back(record);
 }
 
@@ -154,6 +189,19 @@ void SchemaPset::vXmlSchemaConfigInit(std::istream& stream) {
     // The place is there before the configuration links attributes to its records.
     xmlSchemaConfigs_.reserve(xmlSchemaConfigs_.size() + 1);
     xmlSchemaConfigs_.push_back(std::make_shared<const xmlschema::Config>(*this, stream));
+}
+
+void SchemaPset::vXmlSchemaConfigInit(std::istream& stream, const Budget& budget) {
+    BudgetMeter meter(budget);
+    vXmlSchemaConfigInit(stream, meter);
+}
+
+void SchemaPset::vXmlSchemaConfigInit(std::istream& stream, BudgetMeter& meter) {
+    const BudgetMeter::Reading reading(meter);
+    vMemoryTake(&meter, sizeof(xmlschema::Config));
+    vRoomForOne(xmlSchemaConfigs_, &meter);
+    xmlSchemaConfigs_.reserve(xmlSchemaConfigs_.size() + 1);
+    xmlSchemaConfigs_.push_back(std::make_shared<const xmlschema::Config>(*this, stream, meter));
 }
 
 } // namespace kiv::ifc::def

@@ -18,6 +18,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlOption.h"
@@ -25,6 +26,7 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
 #include "kiv/Host/Xml/KivXml.h"
 
+#include <cstddef>
 #include <deque>
 #include <iosfwd>
 #include <memory>
@@ -32,7 +34,7 @@
 
 namespace kiv::ifc::def {
 class SchemaPset;
-}
+} // namespace kiv::ifc::def
 
 namespace kiv::ifc::def::schema {
 class Attribute;
@@ -46,6 +48,8 @@ class KIV_EXPORT Config {
 public:
     /// Reads the stream and links the attributes of the schema to what it says of them.
     Config(SchemaPset& schema, std::istream& stream);
+    /// The same within a budget; what goes beyond it throws `BudgetExceeded`, and the schema is as it was.
+    Config(SchemaPset& schema, std::istream& stream, BudgetMeter& meter);
     ~Config();
     Config(const Config&) = delete;
     Config& operator=(const Config&) = delete;
@@ -75,12 +79,20 @@ public:
     const Schema& getSchema() const { return schema_; }
     const UosElement& getUosElement() const { return uosElement_; }
 
+    /// The meter of the reading within a budget that goes on; null for none.
+    WorkMeter* pMeter() const;
+
 private:
     struct Links;
     struct Reading;
 
+    /// The memory is accounted for as long as the last argument lives, which is longer than the members do.
+    Config(SchemaPset& schema, std::istream& stream, BudgetMeter& meter, const BudgetMeter::Reading&);
+    Config(SchemaPset& schema, std::istream& stream, BudgetMeter* meter);
+
     void vDocumentRead(SchemaPset& schema, const kiv::xml::const_Element& root);
     bool boChildRead(SchemaPset& schema, const kiv::xml::const_Element& child);
+    void vRecordTake(std::size_t size);
     void vLinksApply() noexcept;
 
     Option option_;

@@ -18,10 +18,12 @@ void vElementRead(const kiv::xml::const_Element& element, const ElementReports& 
     for (std::uint64_t index = 0; attributes && index < attributes->LengthGet(); ++index) {
         const auto attribute = kiv::xml::const_Attr::toWrapper(attributes->ItemGet(index));
         if (attribute && !boAttribute(xml::nameOf(*attribute), xml::valueOf(*attribute)))
-            vReport(reports.unknownAttribute);
+            xml::vReportTake(reports.meter, reports.unknownAttribute);
     }
-    xml::vChildrenOffer(element, boChild,
-                        [&](const kiv::xml::const_Element&) { vReport(reports.unknownChild); });
+    xml::vChildrenOffer(
+        element, boChild,
+        [&](const kiv::xml::const_Element&) { xml::vReportTake(reports.meter, reports.unknownChild); },
+        reports.meter);
 }
 
 void vElementRead(const kiv::xml::const_Element& element, const ElementReports& reports,

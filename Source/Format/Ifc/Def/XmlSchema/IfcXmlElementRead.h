@@ -8,6 +8,7 @@
 #pragma once
 
 #include "Format/Ifc/Def/Reports/IfcReports.h"
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Host/Xml/KivXml.h"
 
 #include <functional>
@@ -23,6 +24,8 @@ bool boFromText(std::string_view text);
 struct ElementReports {
     Report unknownAttribute;
     Report unknownChild;
+    // Null when no budget is set.
+    WorkMeter* meter = nullptr;
 };
 
 /// Offers each attribute of the element, by name and value, and then each element child; what `boAttribute`

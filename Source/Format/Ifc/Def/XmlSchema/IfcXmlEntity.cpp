@@ -6,6 +6,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlAttribute.h"
+#include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include <string_view>
 
@@ -29,7 +30,8 @@ void Entity::vRead(Config& config, SchemaPset& schema, const kiv::xml::const_Ele
             AttributeInverse::vRead(config, schema, *entity, child);
         return true;
     };
-    vElementRead(element, {Report::EntityAttributeUnknown, Report::EntityChildUnknown}, boAttribute, boChild);
+    vElementRead(element, {Report::EntityAttributeUnknown, Report::EntityChildUnknown, config.pMeter()},
+                 boAttribute, boChild);
 }
 
 } // namespace kiv::ifc::def::xmlschema

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
 
+#include "Base/Metered.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlElementRead.h"
 
@@ -7,13 +8,13 @@
 
 namespace kiv::ifc::def::xmlschema {
 
-void Namespace::vInit(const kiv::xml::const_Element& element) {
-    vElementRead(element, {Report::NamespaceAttributeUnknown, Report::NamespaceChildUnknown},
-                 [this](std::string_view name, std::string_view value) {
+void Namespace::vInit(const kiv::xml::const_Element& element, WorkMeter* meter) {
+    vElementRead(element, {Report::NamespaceAttributeUnknown, Report::NamespaceChildUnknown, meter},
+                 [this, meter](std::string_view name, std::string_view value) {
                      if (name == "prefix")
-                         prefix_ = value;
+                         vTextSet(prefix_, value, meter);
                      else if (name == "alias")
-                         alias_ = value;
+                         vTextSet(alias_, value, meter);
                      else
                          return false;
                      return true;

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Host/Xml/KivXml.h"
 
 #include <string>
@@ -19,7 +20,7 @@ class KIV_EXPORT Namespace {
 public:
     /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an
     /// earlier one.
-    void vInit(const kiv::xml::const_Element& element);
+    void vInit(const kiv::xml::const_Element& element, WorkMeter* meter = nullptr);
 
     /// Empty when not given.
     const std::string& getPrefix() const { return prefix_; }

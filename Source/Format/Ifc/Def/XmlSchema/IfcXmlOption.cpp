@@ -8,13 +8,13 @@
 
 namespace kiv::ifc::def::xmlschema {
 
-void Option::vInit(const kiv::xml::const_Element& element) {
-    vElementRead(element, {Report::OptionAttributeUnknown, Report::OptionChildUnknown},
-                 [this](std::string_view name, std::string_view value) {
+void Option::vInit(const kiv::xml::const_Element& element, WorkMeter* meter) {
+    vElementRead(element, {Report::OptionAttributeUnknown, Report::OptionChildUnknown, meter},
+                 [this, meter](std::string_view name, std::string_view value) {
                      if (name == "concrete-attribute")
-                         concreteAttribute_ = expAttributeFromString(value);
+                         concreteAttribute_ = expAttributeFromString(value, meter);
                      else if (name == "entity-attribute")
-                         entityAttribute_ = expAttributeFromString(value);
+                         entityAttribute_ = expAttributeFromString(value, meter);
                      else
                          return boIsOneOf(name, {"inheritance", "exp-type", "tagless", "naming-convention",
                                                  "generate-key"});

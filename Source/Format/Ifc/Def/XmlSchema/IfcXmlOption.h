@@ -9,6 +9,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlCommon.h"
 #include "kiv/Host/Xml/KivXml.h"
 
@@ -18,7 +19,7 @@ class KIV_EXPORT Option {
 public:
     /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an
     /// earlier one.
-    void vInit(const kiv::xml::const_Element& element);
+    void vInit(const kiv::xml::const_Element& element, WorkMeter* meter = nullptr);
 
     /// How attributes of concrete types are written.
     ExpAttribute getConcreteAttribute() const { return concreteAttribute_; }

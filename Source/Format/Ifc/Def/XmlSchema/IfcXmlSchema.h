@@ -9,6 +9,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlNamespace.h"
 #include "kiv/Host/Xml/KivXml.h"
 
@@ -20,7 +21,7 @@ class KIV_EXPORT Schema {
 public:
     /// Reads the element; what is unknown in it is reported. What it does not give keeps the value of an
     /// earlier one; but a namespace takes the place of an earlier one as a whole.
-    void vInit(const kiv::xml::const_Element& element);
+    void vInit(const kiv::xml::const_Element& element, WorkMeter* meter = nullptr);
 
     /// Empty when not given.
     const std::string& getTargetNamespace() const { return targetNamespace_; }

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h"
 
+#include "Base/Metered.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/XmlSchema/IfcXmlElementRead.h"
 
@@ -7,12 +8,12 @@
 
 namespace kiv::ifc::def::xmlschema {
 
-void UosElement::vInit(const kiv::xml::const_Element& element) {
-    vElementRead(element, {Report::UosElementAttributeUnknown, Report::UosElementChildUnknown},
-                 [this](std::string_view name, std::string_view value) {
+void UosElement::vInit(const kiv::xml::const_Element& element, WorkMeter* meter) {
+    vElementRead(element, {Report::UosElementAttributeUnknown, Report::UosElementChildUnknown, meter},
+                 [this, meter](std::string_view name, std::string_view value) {
                      if (name != "name")
                          return false;
-                     name_ = value;
+                     vTextSet(name_, value, meter);
                      return true;
                  });
 }
