@@ -1,6 +1,7 @@
 #include "kivifc/Commands/CommandLine.h"
 
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Program/Version.h"
 
 #include <CLI/CLI.hpp>
@@ -22,6 +23,16 @@ constexpr const char* Description =
 constexpr const char* StatusHelp =
     "Exit status: 0 all is fine, 1 something is wrong with what was looked at,\n"
     "2 the job could not be done, for one input at least.";
+
+/// Every command reads files.
+void vLimitsAdd(CLI::App& app) {
+    for (const auto& limit : getLimitOptions()) {
+        auto* const option = app.add_option(limit.name, readingBudget().*limit.value, limit.description);
+        option->group("Limits")->type_name(limit.isSize ? "SIZE" : "NUMBER");
+        if (limit.isSize)
+            option->transform(CLI::AsSizeValue(false).description(""));
+    }
+}
 
 void vRun(Command& command, Console& console) {
     try {
@@ -71,6 +82,9 @@ std::vector<ParsedCommand> commandLineSetUp(CLI::App& app) {
     app.description(Description);
     app.name("kivifc");
     app.set_version_flag("--version", sVersion());
+    app.add_flag_callback(
+        "--limits", [] { throw CLI::CallForVersion(sLimits(), 0); },
+        "Show the limits of what is read, with their defaults, and exit");
     // None is accepted here, so that a command that does not exist is reported by its name instead of as
     // missing.
     app.require_subcommand(0, 1);
@@ -80,6 +94,7 @@ std::vector<ParsedCommand> commandLineSetUp(CLI::App& app) {
     for (const auto& entry : getCommands()) {
         commands.push_back({app.add_subcommand(entry.name, entry.description), entry.pCreate()});
         commands.back().command->vOptionsAdd(*commands.back().parser);
+        vLimitsAdd(*commands.back().parser);
     }
     return commands;
 }
