@@ -1,6 +1,7 @@
 #include "kivifc/Commands/CommandLine.h"
 
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Program/Version.h"
 
 #include <CLI/CLI.hpp>
@@ -25,6 +26,16 @@ constexpr const char* StatusHelp =
     "\n"
     "In JSON, a path that is not UTF-8 has a second member, pathBytes, in which each byte but letters,\n"
     "digits and - . _ ~ / is %XX, its number in hexadecimal digits.";
+
+/// Every command reads files.
+void vLimitsAdd(CLI::App& app) {
+    for (const auto& limit : getLimitOptions()) {
+        auto* const option = app.add_option(limit.name, readingBudget().*limit.value, limit.description);
+        option->group("Limits")->type_name(limit.isSize ? "SIZE" : "NUMBER");
+        if (limit.isSize)
+            option->transform(CLI::AsSizeValue(false).description(""));
+    }
+}
 
 void vRun(Command& command, Console& console) {
     try {
@@ -54,6 +65,9 @@ std::vector<ParsedCommand> commandsAdd(CLI::App& app, IsAsked isAsked) {
     app.description(Description);
     app.name("kivifc");
     app.set_version_flag("--version", sVersion());
+    app.add_flag_callback(
+        "--limits", [] { throw CLI::CallForVersion(sLimits(), 0); },
+        "Show the limits of what is read, with their defaults, and exit");
     // None is accepted here, so that a command that does not exist is reported by its name instead of as
     // missing.
     app.require_subcommand(0, 1);
@@ -63,8 +77,10 @@ std::vector<ParsedCommand> commandsAdd(CLI::App& app, IsAsked isAsked) {
     for (const auto& entry : getCommands()) {
         auto* parser = app.add_subcommand(entry.name, entry.description);
         commands.push_back({parser, isAsked(entry.name) ? entry.pCreate() : nullptr});
-        if (commands.back().command)
-            commands.back().command->vOptionsAdd(*parser);
+        if (!commands.back().command)
+            continue;
+        commands.back().command->vOptionsAdd(*parser);
+        vLimitsAdd(*parser);
     }
     return commands;
 }
@@ -77,7 +93,7 @@ void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
     try {
         app.parse(std::move(arguments));
     } catch (const CLI::Success& request) {
-        // --help and --version. Written here, so that a full disk is reported for them too.
+        // --help, --version and --limits. Written here, so that a full disk is reported for them too.
         std::ostringstream text;
         app.exit(request, text, text);
         return console.output.vWrite(text.str());

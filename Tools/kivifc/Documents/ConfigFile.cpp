@@ -3,6 +3,7 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "kiv/Host/Xml/KivXml.h"
 #include "kivifc/Documents/ParseFailure.h"
+#include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Documents/TextFile.h"
 
 #include <array>
@@ -15,6 +16,26 @@ namespace {
 constexpr std::array<std::string_view, 4> Representations{"not given", "attribute-tag", "attribute-content",
                                                           "double-tag"};
 
+using Reports = std::optional<std::vector<assert::AssertRecord>>;
+
+Reports textRead(const std::string& path, const TextFile& file, ifc::def::SchemaPset& schema,
+                 Diagnostics& diagnostics) {
+    // Read twice: the reader of configurations does not say where a document is not well-formed.
+    std::istringstream stream(file.text);
+    xml::File document(nullptr, xml::VerboseLevel::Quiet, xml::ValidateLevel::None);
+    ifc::def::BudgetMeter meter(readingBudget());
+    if (!document.parse(stream, path, &meter)) {
+        const auto failure = parseFailure(path, *document.pError());
+        diagnostics.vFail(failure.subject, failure.reason);
+        return std::nullopt;
+    }
+    assert::CollectingSink sink;
+    const assert::ScopedSink installed(sink);
+    std::istringstream again(file.text);
+    schema.vXmlSchemaConfigInit(again, readingBudget());
+    return sink.takeRecords();
+}
+
 } // namespace
 
 std::optional<std::vector<assert::AssertRecord>>
@@ -24,19 +45,12 @@ configFileRead(const std::string& path, ifc::def::SchemaPset& schema, Diagnostic
         diagnostics.vFail(path, file.failure);
         return std::nullopt;
     }
-    // Read twice: the reader of configurations does not say where a document is not well-formed.
-    std::istringstream stream(file.text);
-    xml::File document(nullptr, xml::VerboseLevel::Quiet, xml::ValidateLevel::None);
-    if (!document.parse(stream, path, nullptr)) {
-        const auto failure = parseFailure(path, *document.pError());
-        diagnostics.vFail(failure.subject, failure.reason);
+    try {
+        return textRead(path, file, schema, diagnostics);
+    } catch (const ifc::def::BudgetExceeded& exceeded) {
+        diagnostics.vFail(path, sLimitFailure(exceeded));
         return std::nullopt;
     }
-    assert::CollectingSink sink;
-    const assert::ScopedSink installed(sink);
-    std::istringstream again(file.text);
-    schema.vXmlSchemaConfigInit(again);
-    return sink.takeRecords();
 }
 
 std::string_view sRepresentation(ifc::def::xmlschema::ExpAttribute representation) {

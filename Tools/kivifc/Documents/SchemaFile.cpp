@@ -1,6 +1,7 @@
 #include "kivifc/Documents/SchemaFile.h"
 
 #include "kiv/Base/Exception.h"
+#include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Documents/TextFile.h"
 #include "kivifc/Program/AsciiText.h"
 
@@ -31,11 +32,14 @@ Reading textRead(std::string&& text) {
     std::istringstream stream(std::move(text));
     assert::CollectingSink sink;
     const assert::ScopedSink installed(sink);
+    ifc::def::BudgetMeter meter(readingBudget());
     ifc::def::schema::pStepStreamRead(
-        stream, [&](std::istream& in, const std::string& header, std::size_t pos) {
+        stream,
+        [&](std::istream& in, const std::string& header, std::size_t pos) {
             sink.vClear();
-            return reading.schemas.emplace_back(std::make_unique<SchemaPset>(in, header, pos)).get();
-        });
+            return reading.schemas.emplace_back(std::make_unique<SchemaPset>(in, header, pos, meter)).get();
+        },
+        meter);
     reading.assertions = sink.takeRecords();
     return reading;
 }
@@ -51,6 +55,8 @@ std::optional<Reading> pathRead(const std::string& path, std::string& failure) {
         failure = "not enough memory";
     } catch (const std::out_of_range& error) {
         failure = fmt::format("a literal of a WHERE rule is out of range: {}", error.what());
+    } catch (const ifc::def::BudgetExceeded& exceeded) {
+        failure = sLimitFailure(exceeded);
     } catch (const kiv::exception&) {
         // The text is in memory, so no stream can fail: what is left is a list that its end leaves open.
         failure = "the schema ends in the middle of a list of names";

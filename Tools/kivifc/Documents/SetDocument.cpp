@@ -2,6 +2,7 @@
 
 #include "kiv/Host/Xml/KivXml.h"
 #include "kivifc/Documents/ParseFailure.h"
+#include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Documents/SetPaths.h"
 #include "kivifc/Documents/TextFile.h"
 
@@ -38,12 +39,12 @@ std::string_view localName(std::string_view tag) {
     return tag.substr(tag.find(':') + 1);
 }
 
-void vSetRead(SetDocument& document, const xml::Element& root) {
+void vSetRead(SetDocument& document, const xml::Element& root, ifc::def::BudgetMeter& meter) {
     const auto tag = root.getNodeNameView();
     if (localName(tag) == "PropertySetDef")
-        document.propertySet = std::make_unique<ifc::def::pset::PropertySetDef>(root, document.errors);
+        document.propertySet = std::make_unique<ifc::def::pset::PropertySetDef>(root, document.errors, meter);
     else if (localName(tag) == "QtoSetDef")
-        document.quantitySet = std::make_unique<ifc::def::qto::QuantitySetDef>(root, document.errors);
+        document.quantitySet = std::make_unique<ifc::def::qto::QuantitySetDef>(root, document.errors, meter);
     else
         document.failure = {document.path,
                             fmt::format("root element is \"{}\", neither \"PropertySetDef\" nor "
@@ -54,14 +55,15 @@ void vSetRead(SetDocument& document, const xml::Element& root) {
 void vTextRead(SetDocument& document, std::string&& text, const Schema* schema) {
     std::istringstream stream(std::move(text));
     xml::File file(nullptr, xml::VerboseLevel::Quiet, xml::ValidateLevel::None);
-    const auto root = file.parse(stream, document.path, nullptr);
+    ifc::def::BudgetMeter meter(readingBudget());
+    const auto root = file.parse(stream, document.path, &meter);
     if (!root) {
         document.failure = parseFailure(document.path, *file.pError());
         return;
     }
     DocumentSink sink(document);
     const assert::ScopedSink installed(sink);
-    vSetRead(document, *root);
+    vSetRead(document, *root, meter);
     const auto* set = document.pSet();
     if (set && schema)
         document.isRefused = !set->checkForErrors(*schema, document.errors);
@@ -77,6 +79,13 @@ void vDocumentRead(SetDocument& document, const std::string& path, const Schema*
         vTextRead(document, std::move(file.text), schema);
 }
 
+SetDocument failedDocument(const std::string& shownPath, std::string reason) {
+    SetDocument document;
+    document.path = shownPath;
+    document.failure = {shownPath, std::move(reason)};
+    return document;
+}
+
 /// With a schema the set is checked too.
 SetDocument documentRead(const std::string& path, const Schema* schema) {
     const auto shownPath = path == StandardInputPath ? std::string("<stdin>") : path;
@@ -85,9 +94,9 @@ SetDocument documentRead(const std::string& path, const Schema* schema) {
     try {
         vDocumentRead(document, path, schema);
     } catch (const std::bad_alloc&) {
-        document = SetDocument();
-        document.path = shownPath;
-        document.failure = {shownPath, "not enough memory"};
+        document = failedDocument(shownPath, "not enough memory");
+    } catch (const ifc::def::BudgetExceeded& exceeded) {
+        document = failedDocument(shownPath, sLimitFailure(exceeded));
     }
     return document;
 }

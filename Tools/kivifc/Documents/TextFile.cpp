@@ -1,5 +1,7 @@
 #include "kivifc/Documents/TextFile.h"
 
+#include "kivifc/Documents/ReadingLimits.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
@@ -25,7 +27,11 @@ TextFile streamRead(std::FILE* stream) {
     TextFile file;
     std::size_t size = 0;
     errno = 0;
+    const auto limit = readingBudget().maxInput;
     while (size == file.text.size()) {
+        // The file may be a device without an end.
+        if (size > limit)
+            return {{}, sLimitFailure({ifc::def::BudgetLimit::Input, limit})};
         file.text.resize(std::max(FirstBlockSize, 2 * size));
         size += std::fread(file.text.data() + size, 1, file.text.size() - size, stream);
     }

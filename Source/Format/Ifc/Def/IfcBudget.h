@@ -31,6 +31,7 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <type_traits>
 
 namespace kiv::ifc::def {
 
@@ -74,6 +75,18 @@ private:
     std::uint64_t value_;
 };
 
+/// What a meter is to `File::parse`: the host's interface for the progress of that where it is made for
+/// meters, as ours is. With a document model that has another one, parsing is not limited.
+template <class Interface, class = void>
+struct ProgressOf {
+    using Type = WorkMeter;
+};
+template <class Interface>
+struct ProgressOf<Interface,
+                  std::enable_if_t<(sizeof(Interface) > 0) && std::is_base_of_v<WorkMeter, Interface>>> {
+    using Type = Interface;
+};
+
 /// Keeps account of what readings take, and ends one that would take more than the budget.
 ///
 ///     kiv::ifc::def::BudgetMeter meter(budget);
@@ -81,7 +94,7 @@ private:
 ///     kiv::ifc::def::xml::XmlSetErrors errors;
 ///     if (const auto root = file.parse(stream, "walls.xml", &meter))
 ///         vUse(kiv::ifc::def::pset::PropertySetDef(*root, errors, meter));
-class KIV_EXPORT BudgetMeter : public kiv::xml::errorhandler::ParseInterface {
+class KIV_EXPORT BudgetMeter : public ProgressOf<kiv::xml::errorhandler::ParseInterface>::Type {
 public:
     explicit BudgetMeter(const Budget& budget);
     virtual ~BudgetMeter();

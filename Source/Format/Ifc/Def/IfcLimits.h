@@ -68,20 +68,20 @@ inline constexpr std::size_t ComplexPropertyNestingMax = (maxElementDepth - 2) /
 // set document needs, and little enough for a machine to survive. Readings without a budget know none of
 // these.
 
-/// Bytes of input. IFC4 has 0.4 MB.
+/// Bytes of input. IFC4 ADD2 has 0.4 MB.
 inline constexpr std::uint64_t BudgetInputMax = std::uint64_t{256} << 20;
 
-/// Bytes of memory held at the same time. IFC4 takes 3 MB.
+/// Bytes of memory held at the same time. IFC4 ADD2 takes 2.2 MB.
 inline constexpr std::uint64_t BudgetMemoryMax = std::uint64_t{1} << 30;
 
 /// Bytes of one statement of a schema text, or of one tag, comment or the like of a document. The longest
-/// statement of IFC4 has 11 kB. It also bounds the work between two looks at the stop token.
+/// statement of IFC4 ADD2 has 6 kB. It also bounds the work between two looks at the stop token.
 inline constexpr std::uint64_t BudgetPieceMax = std::uint64_t{1} << 20;
 
-/// Objects, as `Budget` says. IFC4 has 6,000.
+/// Objects, as `Budget` says. IFC4 ADD2 has 3,600.
 inline constexpr std::uint64_t BudgetObjectsMax = 4'000'000;
 
-/// Nodes of expression trees. IFC4 has 9,000.
+/// Nodes of expression trees. IFC4 ADD2 has 7,800.
 inline constexpr std::uint64_t BudgetRuleNodesMax = 4'000'000;
 
 /// Assertion reports and error records.

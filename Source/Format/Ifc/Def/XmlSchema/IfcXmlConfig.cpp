@@ -18,6 +18,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -50,6 +51,15 @@ void vUndo(const LinkList<SchemaAttribute, Record>& links) noexcept {
         if (attribute->pXmlAttribute() == record)
             attribute->vXmlAttributeSet(nullptr);
     }
+}
+
+/// The meter as what `File::parse` takes; null where a document model takes something else.
+template <class Meter>
+kiv::xml::errorhandler::ParseInterface* pProgress(Meter* meter) {
+    if constexpr (std::is_convertible_v<Meter*, kiv::xml::errorhandler::ParseInterface*>)
+        return meter;
+    else
+        return nullptr;
 }
 
 } // namespace
@@ -86,7 +96,7 @@ Config::Config(SchemaPset& schema, std::istream& stream, BudgetMeter* meter) :
     const auto heldBefore = held();
     // By number: a host's own levels may have other names.
     kiv::xml::File file(nullptr, kiv::xml::VerboseLevel(4), kiv::xml::ValidateLevel(0));
-    const auto root = file.parse(stream, std::string(), meter);
+    const auto root = file.parse(stream, std::string(), pProgress(meter));
     const auto heldByDocument = held() - heldBefore;
     if (root)
         vDocumentRead(schema, *root);
