@@ -20,7 +20,7 @@ using testing::SizeIs;
 constexpr int Aborted = 128 + 6;
 constexpr int NotStarted = 128 + 11;
 
-/// A run in an address space of so many kilobytes.
+/// A run in an address space of that many kilobytes.
 Run runWithin(int kilobytes, const std::string& words) {
     const auto script = "ulimit -v " + std::to_string(kilobytes) +
                         "; exec 3>&2 2>/dev/null; " KIVIFC_PROGRAM " " + words + " 2>&3; exit $?";

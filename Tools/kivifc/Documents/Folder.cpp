@@ -236,6 +236,7 @@ std::string sFileReplace(const fs::path& path, const std::string& text) {
 void vLeftoversRemove(const Descriptor& folder) {
     const int listed = openat(folder.getNumber(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     const std::unique_ptr<DIR, int (*)(DIR*)> entries(listed < 0 ? nullptr : fdopendir(listed), &closedir);
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody else reads from this stream
     while (const auto* entry = entries ? readdir(entries.get()) : nullptr) {
         if (!isUnfinishedName(entry->d_name))
             continue;

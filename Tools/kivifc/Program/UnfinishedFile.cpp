@@ -53,12 +53,12 @@ void vEndSignalsCatch() {
 
 HeldEndSignals::HeldEndSignals() {
     const auto set = endSignals();
-    sigprocmask(SIG_BLOCK, &set, &former_);
+    pthread_sigmask(SIG_BLOCK, &set, &former_);
 }
 
 HeldEndSignals::~HeldEndSignals() {
     const int error = errno;
-    sigprocmask(SIG_SETMASK, &former_, nullptr);
+    pthread_sigmask(SIG_SETMASK, &former_, nullptr);
     errno = error;
 }
 
