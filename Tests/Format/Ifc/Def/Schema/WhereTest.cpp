@@ -369,11 +369,11 @@ TEST(WhereTest, ParsingManyTimesGivesTheRulesThatOften) {
     }
 }
 
-// What the text is depends on the schema: only there is Kind.A1 an item.
+// Kind.A1 is an item where the schema knows Kind, and an attribute where it does not.
 TEST(WhereTest, EachSchemaGivesRulesOfItsOwn) {
     AssertCollector reports;
     Clause clause("WR1 : Kind.A1 = x;\nWR2 : B;\nEND_ENTITY;\n");
-    const auto other = schemaFromText("ENTITY Kind;\nEND_ENTITY;");
+    const auto other = schemaFromText("ENTITY Other;\nEND_ENTITY;");
     for (auto* const schema : {clause.schema.get(), clause.schema.get(), clause.schema.get(), other.get(),
                                other.get(), clause.schema.get()})
         clause.where.parseRules(*schema);
