@@ -3,6 +3,7 @@
 #include "kivifc/Documents/Checksum.h"
 #include "kivifc/Documents/TextFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <fmt/format.h>

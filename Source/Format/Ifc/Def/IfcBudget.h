@@ -82,8 +82,7 @@ struct ProgressOf {
     using Type = WorkMeter;
 };
 template <class Interface>
-struct ProgressOf<Interface,
-                  std::enable_if_t<(sizeof(Interface) > 0) && std::is_base_of_v<WorkMeter, Interface>>> {
+struct ProgressOf<Interface, std::enable_if_t<std::is_convertible_v<Interface*, WorkMeter*>>> {
     using Type = Interface;
 };
 

@@ -72,7 +72,7 @@ void Where::parseRules(Schema& schema) {
     // there may be many of these.
     if (parsed_ && parsed_->schema == &schema) {
         ++parsed_->times;
-        return vRefusedReport(arena);
+        return vRefusedReport(schema);
     }
     vParsingBegin(arena);
     try {
@@ -83,7 +83,7 @@ void Where::parseRules(Schema& schema) {
         parsed_->refused = arena.getCopy({what.data(), what.size() + 1}).data();
     }
     parsed_->schema = &schema;
-    vRefusedReport(arena);
+    vRefusedReport(schema);
 }
 
 /// Only the rules that were parsed last can be there several times; others are stored that often.
@@ -131,15 +131,15 @@ void Where::vRuleAdd(ParsedRule&& rule, Arena& arena) {
     ++parsed.count;
 }
 
-void Where::vRefusedReport(Arena& arena) {
+void Where::vRefusedReport(Schema& schema) {
     if (!parsed_->refused || !assert::Assert::isEnabled())
         return;
     if (parsed_->report.empty()) {
         std::string message(placeOf(Report::RuleRefused).message);
         message.append(parsed_->refused).append("\n\nRule: ").append(text_);
-        parsed_->report = arena.getCopy(message);
+        parsed_->report = SchemaBuilder::arenaOf(schema).getCopy(message);
     }
-    vReport(Report::RuleRefused, parsed_->report);
+    SchemaBuilder::vReport(schema, Report::RuleRefused, parsed_->report);
 }
 
 } // namespace kiv::ifc::def::schema

@@ -130,7 +130,7 @@ private:
     void vParsingBegin(Arena& arena);
     void vRulesParse(Schema& schema);
     void vRuleAdd(ParsedRule&& rule, Arena& arena);
-    void vRefusedReport(Arena& arena);
+    void vRefusedReport(Schema& schema);
 
     std::string_view text_;
     // Null before the first parsing. Lies in the arena of the schema, as the rules and their trees do, and is
