@@ -15,6 +15,7 @@
 #pragma once
 
 #include "Base/HashSort.h"
+#include "Base/Metered.h"
 #include "Base/Words8.h"
 
 #include <algorithm>
@@ -47,7 +48,11 @@ public:
 
     /// Makes the entries findable, once all are added.
     void vBuild(WorkMeter* meter = nullptr) {
-        starts_ = sortedByHash(entries_, boLess, meter);
+        const auto boBefore = [meter](const Entry& left, const Entry& right) {
+            vLook(meter);
+            return boLess(left, right);
+        };
+        starts_ = sortedByHash(entries_, boBefore, meter);
         shift_ = bucketShift<std::uint64_t>(starts_.size() - 1);
     }
 

@@ -2,8 +2,7 @@
 /// What kivifc may take for each file that it reads, set by options.
 ///
 ///     readingBudget().maxMemory = 64 << 20;
-///     const auto failure = sLimitFailure(exceeded); // "more than 67108864 bytes of memory are needed
-///     (--max-memory)"
+///     const auto failure = sLimitFailure(exceeded); // "more than 9 objects are needed (--max-objects)"
 ///
 /// Ownership: one budget a process, which runs one command.
 /// Threads:   set before anything is read; then only read.

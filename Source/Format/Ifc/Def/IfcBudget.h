@@ -88,7 +88,7 @@ struct ProgressOf<Interface, std::enable_if_t<std::is_convertible_v<Interface*, 
 
 /// Keeps account of what readings take, and ends one that would take more than the budget.
 ///
-///     kiv::ifc::def::BudgetMeter meter(budget);
+///     kiv::ifc::def::BudgetMeter meter{kiv::ifc::def::Budget{}};
 ///     kiv::xml::File file(nullptr, kiv::xml::VerboseLevel::Quiet, kiv::xml::ValidateLevel::None);
 ///     kiv::ifc::def::xml::XmlSetErrors errors;
 ///     if (const auto root = file.parse(stream, "walls.xml", &meter))

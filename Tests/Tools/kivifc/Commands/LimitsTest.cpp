@@ -1,0 +1,60 @@
+#include "Tools/kivifc/KivifcRun.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace kiv::kivifc::test {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::SizeIs;
+
+TEST(Limits, AreListedWithTheirDefaults) {
+    const auto run = kivifcRun({"--limits"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(linesOf(run.out), SizeIs(7));
+    EXPECT_THAT(run.out, HasSubstr("  --max-piece            1048576  "));
+}
+
+struct Case {
+    std::vector<std::string> arguments;
+    const char* reported;
+};
+
+void PrintTo(const Case& row, std::ostream* stream) {
+    for (const auto& argument : row.arguments)
+        *stream << argument << ' ';
+}
+
+class LimitExceeded : public testing::TestWithParam<Case> {};
+
+TEST_P(LimitExceeded, IsReportedLikeAFileThatCannotBeRead) {
+    const auto run = kivifcRun(GetParam().arguments);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.err, HasSubstr(GetParam().reported));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, LimitExceeded,
+    testing::Values(Case{{"schema", "Building.exp", "--max-input", "1K"},
+                         "Building.exp: more than 1024 bytes of input are needed (--max-input)"},
+                    Case{{"schema", "Building.exp", "--max-memory", "2K"},
+                         "Building.exp: more than 2048 bytes of memory are needed (--max-memory)"},
+                    Case{{"schema", "Building.exp", "--max-rule-nodes", "3"},
+                         "Building.exp: more than 3 rule nodes are needed (--max-rule-nodes)"},
+                    Case{{"schema", "Broken.exp", "--max-reports", "0"},
+                         "Broken.exp: more than 0 reports are needed (--max-reports)"},
+                    Case{{"check", "/dev/zero", "Sets", "--max-input", "1M"},
+                         "/dev/zero: more than 1048576 bytes of input are needed (--max-input)"}));
+
+TEST(Limits, SizesMayHaveUnits) {
+    EXPECT_EQ(kivifcRun({"schema", "Building.exp", "--max-memory", "64M"}).status, 0);
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::test
