@@ -188,6 +188,9 @@ xmlSAXHandler handler() {
     return sax;
 }
 
+/// What libxml2 would print.
+void vDrop(void*, const char*, ...) {}
+
 } // namespace
 
 NodeRecord& append(NodeRecord& parent, NodeKind kind, std::string_view name, std::string_view value,
@@ -257,6 +260,8 @@ std::string sCarriableName(std::string_view name) {
 std::unique_ptr<DocumentRecords> pTreeRead(std::istream& stream, TreeFailure& failure) {
     static std::once_flag isInitialised;
     std::call_once(isInitialised, xmlInitParser);
+    // What it says of encodings would be printed, on whatever thread.
+    xmlSetGenericErrorFunc(nullptr, vDrop);
     const auto text = textOf(stream);
     if (!text) {
         failure.reason = "the stream failed while it was read";
