@@ -22,7 +22,7 @@ void Aliases::vAliasAdd(const kiv::xml::const_Element& list, std::string_view it
         if (!language || !text)
             continue;
         vObjectTake(meter);
-        vTextMemoryTake(language->getValueView().size(), meter);
+        vTextMemoryTake(valueOf(*language).size(), meter);
         vTextMemoryTake(text->size(), meter);
         vRoomForOne(entries_, meter);
         entries_.push_back(
