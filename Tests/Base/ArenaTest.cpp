@@ -120,9 +120,9 @@ private:
 };
 
 TEST(ArenaTest, BlocksDoubleUpToALimit) {
-    Arena arena(std::size_t{1} << 14);
+    Arena arena(std::size_t{1} << 12);
     Runs runs(arena);
-    for (const std::size_t bits : {14U, 15U, 16U, 17U, 18U, 18U, 18U})
+    for (const std::size_t bits : {12U, 13U, 14U, 15U, 16U, 16U, 16U})
         EXPECT_EQ(runs.getNext(), std::size_t{1} << bits);
 }
 
