@@ -125,15 +125,21 @@ protected:
         return text_.empty() ? traits_type::eof() : traits_type::to_int_type(text_.front());
     }
     std::streamsize xsgetn(char* place, std::streamsize size) override {
+        asked_.push_back(size);
         const auto taken = text_.copy(place, std::min(static_cast<std::size_t>(size), atOnce_));
         text_.remove_prefix(taken);
         return static_cast<std::streamsize>(taken);
     }
     int_type pbackfail(int_type) override { throw DeviceIsGone(); }
 
+public:
+    /// How many bytes each call wanted.
+    const std::vector<std::streamsize>& getAsked() const { return asked_; }
+
 private:
     std::string_view text_;
     std::size_t atOnce_;
+    std::vector<std::streamsize> asked_;
 };
 
 TEST(ReadLineHelperTest, ReadingAheadTakesLinesInWhateverPiecesTheyCome) {
@@ -147,6 +153,22 @@ TEST(ReadLineHelperTest, ReadingAheadTakesLinesInWhateverPiecesTheyCome) {
             lines.emplace_back(line.getLine());
         EXPECT_EQ(lines, (Strings{"ab", "", "cd"})) << atOnce;
     }
+}
+
+TEST(ReadLineHelperTest, ReadsAheadLittleAtFirstAndNeverMoreThan64KiB) {
+    constexpr std::streamsize KiB = 1024;
+    std::string text(256 * KiB, 'a');
+    for (std::size_t end = 99; end < text.size(); end += 100)
+        text[end] = '\n';
+    OneWayBuffer buffer(text, text.size());
+    std::istream stream(&buffer);
+    kiv::Arena arena;
+    ReadLineHelper line(arena);
+    while (line.boNextLine(stream)) {
+    }
+    // 63 KiB twice as much each time, then 64 KiB three times, and the KiB that is left.
+    EXPECT_EQ(buffer.getAsked(), (std::vector<std::streamsize>{KiB, 2 * KiB, 4 * KiB, 8 * KiB, 16 * KiB,
+                                                               32 * KiB, 64 * KiB, 64 * KiB, 64 * KiB, KiB}));
 }
 
 TEST(ReadLineHelperTest, ABufferThatDoesNotHandOutTheBytesItHasIsAnException) {
