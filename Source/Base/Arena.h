@@ -105,7 +105,8 @@ private:
     /// unused rest of the last block is small beside a large model.
     static constexpr std::size_t LargestBlockSize = std::size_t{1} << 16;
 
-    char* pAllocateInNewBlock(std::size_t size) {
+    /// A function of its own, so that the code for all other pieces stays short.
+    [[gnu::noinline]] char* pAllocateInNewBlock(std::size_t size) {
         // What is large has a block of its own, so that no large rest of the last block stays empty.
         if (size > nextBlockSize_ / 4)
             return pNewBlock(size);
