@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -44,6 +45,30 @@ public:
 private:
     WorkMeter* meter_;
     std::size_t bytes_ = 0;
+};
+
+/// Memory of the heap for containers that grow in a buffer first.
+class MeteredResource final : public std::pmr::memory_resource {
+public:
+    /// Null for no meter.
+    explicit MeteredResource(WorkMeter* meter) : meter_(meter) {}
+
+private:
+    void* do_allocate(std::size_t bytes, std::size_t alignment) override {
+        if (meter_)
+            meter_->vTake(WorkMeter::Unit::HeldBytes, bytes);
+        return std::pmr::new_delete_resource()->allocate(bytes, alignment);
+    }
+    void do_deallocate(void* place, std::size_t bytes, std::size_t alignment) override {
+        std::pmr::new_delete_resource()->deallocate(place, bytes, alignment);
+        if (meter_)
+            meter_->vMemoryGiveBack(bytes);
+    }
+    bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override {
+        return this == &other;
+    }
+
+    WorkMeter* meter_;
 };
 
 inline void vLook(WorkMeter* meter) {

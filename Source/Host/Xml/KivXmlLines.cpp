@@ -18,11 +18,11 @@ void LineCounter::vBlockAdd(std::string_view block) {
     starts_.erase(starts_.begin(), std::next(starts_.begin(), static_cast<std::ptrdiff_t>(next_)));
     next_ = 0;
     if (size_ == 0)
-        starts_.reserve(block.size() / usualLineSize);
+        vStartsReserve(block.size() / usualLineSize);
     std::size_t from = 0;
     if (isCarriageReturnOpen_) {
         from = block.front() == '\n' ? 1 : 0;
-        starts_.push_back(size_ + from);
+        vStartAdd(size_ + from);
     }
     isCarriageReturnOpen_ = block.back() == '\r';
     vStartsAdd(isCarriageReturnOpen_ ? block.substr(0, block.size() - 1) : block, from);
@@ -35,12 +35,22 @@ void LineCounter::vStartsAdd(std::string_view block, std::size_t from) {
     while (lineFeed != carriageReturn) { // both are npos in the end
         const std::size_t end =
             carriageReturn + 1 == lineFeed ? lineFeed : std::min(lineFeed, carriageReturn);
-        starts_.push_back(size_ + end + 1);
+        vStartAdd(size_ + end + 1);
         if (lineFeed <= end)
             lineFeed = block.find('\n', end + 1);
         if (carriageReturn <= end)
             carriageReturn = block.find('\r', end + 1);
     }
+}
+
+void LineCounter::vStartsReserve(std::size_t count) {
+    vRoomFor(starts_, count, meter_);
+    starts_.reserve(count);
+}
+
+void LineCounter::vStartAdd(std::uint64_t start) {
+    vRoomForOne(starts_, meter_);
+    starts_.push_back(start);
 }
 
 std::uint32_t LineCounter::getLine(std::uint64_t index) {

@@ -5,6 +5,8 @@
 /// of every token once more; looking for line ends alone costs a small part of that.
 #pragma once
 
+#include "Base/Metered.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -19,6 +21,9 @@ namespace kiv::xml {
 /// Errors:    std::bad_alloc.
 class LineCounter {
 public:
+    /// A meter hears of the memory; null for none.
+    explicit LineCounter(WorkMeter* meter = nullptr) : meter_(meter) {}
+
     /// Takes the next block of the text.
     void vBlockAdd(std::string_view block);
 
@@ -30,9 +35,13 @@ public:
     std::size_t getMemory() const { return starts_.capacity() * sizeof(starts_.front()); }
 
 private:
+    void vStartsReserve(std::size_t count);
+    void vStartAdd(std::uint64_t start);
+
     /// Notes the lines that begin in the block after a line end at `from` or further on.
     void vStartsAdd(std::string_view block, std::size_t from);
 
+    WorkMeter* meter_;
     /// Where lines begin that were not asked for yet, ascending, from `next_` on.
     std::vector<std::uint64_t> starts_;
     std::size_t next_ = 0;

@@ -112,7 +112,7 @@ private:
     /// Notes a piece of markup, or a text, of which that many nodes and attributes are made.
     void vPieceTake(std::size_t objects);
     void vTextTake();
-    void vBlockTake(std::size_t size);
+    void vBufferTake();
     void vAttributesAdd(ElementRecord& element, const XML_Char** attributes);
     void vDefaultsCount(const XML_Char** attributes);
     std::uint32_t getLine();
@@ -134,7 +134,7 @@ private:
     // Above the document, whose memory it gives back.
     Account account_;
     WorkMeter* meter_;
-    /// The bytes of the parser's buffer and of the lines that the meter knows of.
+    /// The bytes of the parser's buffer that the meter knows of.
     std::size_t workingSize_ = 0;
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
     std::unique_ptr<DocumentRecords> records_;
@@ -189,7 +189,8 @@ Reader::Reader(std::istream& stream, std::size_t largestTokenSize, WorkMeter* me
     account_(meter),
     meter_(account_.pMeter()),
     parser_(XML_ParserCreate(nullptr), &XML_ParserFree),
-    records_(std::make_unique<DocumentRecords>()) {
+    records_(std::make_unique<DocumentRecords>()),
+    lines_(meter_) {
     if (parser_ == nullptr)
         throw std::bad_alloc();
     vMemoryTake(meter_, sizeof(DocumentRecords));
@@ -215,7 +216,7 @@ std::unique_ptr<DocumentRecords> Reader::pRead(ParseError& error) {
     if (exception_)
         std::rethrow_exception(exception_);
     if (isRead && meter_) {
-        meter_->vMemoryGiveBack(workingSize_);
+        meter_->vMemoryGiveBack(workingSize_ + lines_.getMemory());
         account_.vKeep();
     }
     records_->arena.vMeterSet(nullptr);
@@ -229,10 +230,12 @@ bool Reader::boParse() {
     std::optional<std::string_view> block = readBlock();
     isUtf16_ = block && isUtf16(*block);
     for (; block; block = readBlock()) {
+        if (meter_) {
+            meter_->vLook();
+            meter_->vTake(WorkMeter::Unit::InputBytes, block->size());
+        }
         if (!isUtf16_)
             lines_.vBlockAdd(*block);
-        if (meter_)
-            vBlockTake(block->size());
         const bool isLast = block->size() < blockSize_;
         if (XML_ParseBuffer(parser_.get(), static_cast<int>(block->size()), isLast) != XML_STATUS_OK)
             break;
@@ -251,11 +254,10 @@ bool Reader::boParse() {
     return false;
 }
 
-void Reader::vBlockTake(std::size_t size) {
-    meter_->vLook();
-    meter_->vTake(WorkMeter::Unit::InputBytes, size);
-    const auto working = static_cast<std::size_t>(openSize_) + blockSize_ + lines_.getMemory();
-    if (working <= workingSize_)
+/// The parser's buffer, before it grows for the next block.
+void Reader::vBufferTake() {
+    const auto working = static_cast<std::size_t>(openSize_) + blockSize_;
+    if (!meter_ || working <= workingSize_)
         return;
     meter_->vTake(WorkMeter::Unit::HeldBytes, working - workingSize_);
     workingSize_ = working;
@@ -280,6 +282,7 @@ void Reader::vTextTake() {
 }
 
 std::optional<std::string_view> Reader::readBlock() {
+    vBufferTake();
     auto* const buffer = static_cast<char*>(XML_GetBuffer(parser_.get(), static_cast<int>(blockSize_)));
     if (buffer == nullptr)
         throw std::bad_alloc();

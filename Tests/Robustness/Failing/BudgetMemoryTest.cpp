@@ -190,9 +190,30 @@ const Row Rows[] = {
                                        "SELF\\Root.Attribute# : REAL := 1;\nEND_ENTITY;\n",
                                        3000));
      }},
+    {"attributes of one entity",
+     [] { return schemaReader("ENTITY E;\n" + sRepeated("a : b;\n", 30'000) + "END_ENTITY;\n"); }},
+    {"inverse attributes of one entity",
+     [] {
+         return schemaReader("ENTITY E;\nINVERSE\n" + sRepeated("a : b FOR c;\n", 20'000) + "END_ENTITY;\n");
+     }},
+    {"names of one uniqueness rule",
+     [] { return schemaReader("ENTITY E;\nUNIQUE\nu : " + sRepeated("a,", 100'000) + "a;\nEND_ENTITY;\n"); }},
+    {"schema name",
+     [] {
+         return [text = "SCHEMA " + std::string(500'000, 'x') + ";\nEND_SCHEMA;\n"](BudgetMeter& meter) {
+             TextBuffer buffer(text);
+             std::istream stream(&buffer);
+             ASSERT_NE(SchemaPset::pStepStreamRead(stream, meter), nullptr);
+         };
+     }},
     {"function bodies",
      [] { return schemaReader(sRepeated("FUNCTION F#;\r\n  body;\r\nEND_FUNCTION;\r\n", 5000)); }},
     {"document", [] { return documentReader("<a>" + sRepeated("<b c=\"#\">text</b>\n", 20'000) + "</a>"); }},
+    {"document of line ends",
+     [] {
+         return documentReader("<a><!--" + std::string(500'000, 'x') + "-->" + std::string(1'000'000, '\n') +
+                               "</a>");
+     }},
     {"property set",
      [] {
          return propertySetReader(

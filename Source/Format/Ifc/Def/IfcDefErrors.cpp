@@ -26,18 +26,15 @@ std::string_view kindField(ErrorKind kind) {
     return {};
 }
 
-/// Hands on the report, in short pieces.
+/// Hands on the report, in short pieces, as long as they are taken.
 template <class Sets, class Take>
-void vTextGive(const Sets& sets, const Take& take) {
+void vTextGive(const Sets& sets, const Take& boTake) {
     for (const XmlSetErrors& set : sets) {
         for (const ErrorRecord& record : set.getRecords()) {
-            take(set.getSetName());
-            take(";");
-            take(kindField(record.kind));
-            take(record.item);
-            take(";");
-            take(record.message);
-            take("\n");
+            const bool isTaken = boTake(set.getSetName()) && boTake(";") && boTake(kindField(record.kind)) &&
+                                 boTake(record.item) && boTake(";") && boTake(record.message) && boTake("\n");
+            if (!isTaken)
+                return;
         }
     }
 }
@@ -72,12 +69,19 @@ void XmlSetErrors::vSetNameSet(std::string setName) {
 
 std::string XmlSetsErrors::getFormattedErrors() const {
     std::string text;
-    vTextGive(sets, [&](std::string_view piece) { text += piece; });
+    vTextGive(sets, [&](std::string_view piece) {
+        text += piece;
+        return true;
+    });
     return text;
 }
 
 void XmlSetsErrors::vFormattedErrorsWrite(std::ostream& stream) const {
-    vTextGive(sets, [&](std::string_view piece) { stream << piece; });
+    // Not by `<<`, which would fill up to the width that a host has set.
+    vTextGive(sets, [&](std::string_view piece) {
+        stream.write(piece.data(), static_cast<std::streamsize>(piece.size()));
+        return stream.good();
+    });
 }
 
 void XmlSetsErrors::vDump(const char* path) const {

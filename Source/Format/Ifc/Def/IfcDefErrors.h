@@ -99,7 +99,8 @@ public:
     /// memory for it.
     std::string getFormattedErrors() const;
 
-    /// Writes that text to a stream, piece by piece; allocates nothing itself.
+    /// Writes that text to a stream, piece by piece, whatever width the stream has, and ends when the stream
+    /// takes no more. Allocates nothing itself.
     void vFormattedErrorsWrite(std::ostream& stream) const;
 
     /// Replaces the contents of a file with that text, which is written as it is made. A file that cannot be

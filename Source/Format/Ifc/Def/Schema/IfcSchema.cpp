@@ -59,6 +59,7 @@ Schema::Schema(std::istream& stream, const std::string& headerLine, std::size_t 
 Schema::Schema(std::istream& stream, const std::string& headerLine, std::size_t schemaPos,
                BudgetMeter& meter) {
     const BudgetMeter::Reading reading(meter);
+    meter.vPieceBegin();
     vMemoryTake(&meter, sizeof(Model));
     model_ = std::make_unique<Model>();
     SchemaBuilder(*this, &meter).vBuild(stream, headerLine, schemaPos);
@@ -158,8 +159,11 @@ Schema* pHeadersRead(std::istream& stream, const SchemaFactory& factory, WorkMet
         else if (text.starts_with("*)"))
             inComment = false;
         const auto pos = inComment ? std::string::npos : text.find("SCHEMA");
-        if (pos != std::string::npos)
+        if (pos != std::string::npos) {
+            MeteredScope held(meter);
+            held.vTake(text.size());
             result = factory(stream, std::string(text), pos);
+        }
     }
     return result;
 }

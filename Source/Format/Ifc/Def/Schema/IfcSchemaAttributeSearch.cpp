@@ -60,7 +60,12 @@ const AttributeInverse* pDeclared(const Entity& entity, const std::string& upper
 template <class Kind>
 class AttributeSearch<Kind>::Table {
 public:
-    explicit Table(WorkMeter* meter) : meter_(meter), nodesHeld_(meter) {}
+    explicit Table(WorkMeter* meter) : meter_(meter), nodesHeld_(meter) {
+        vRoomForOne(nodes_, meter_);
+        nodes_.push_back({Nothing, Nothing});
+        vRoomForOne(attributes_, meter_);
+        attributes_.push_back(nullptr);
+    }
     ~Table() {
         if (meter_)
             meter_->vMemoryGiveBack(nodes_.capacity() * sizeof(Node) +
@@ -159,8 +164,9 @@ private:
     WorkMeter* meter_;
     MeteredScope nodesHeld_;
     std::map<std::string_view, std::size_t> numbers_;
-    std::vector<Node> nodes_{Node{Nothing, Nothing}};
-    std::vector<const Kind*> attributes_{nullptr};
+    // Both begin with what stands for `Nothing`.
+    std::vector<Node> nodes_;
+    std::vector<const Kind*> attributes_;
     std::unordered_map<const Entity*, Scope> scopes_;
 };
 

@@ -142,7 +142,7 @@ void SchemaBuilder::vHeaderRead(const std::string& headerLine, std::size_t schem
     const auto start = header.find_first_not_of(' ', schemaPos + keyword.size());
     if (start == std::string_view::npos)
         return;
-    model_.name = header.substr(start, header.substr(start).find(';'));
+    vTextSet(model_.name, header.substr(start, header.substr(start).find(';')), meter_);
 }
 
 void SchemaBuilder::vStatementsRead(std::istream& stream) {

@@ -263,7 +263,8 @@ private:
     std::istream& stream_;
     // While a vector grows it leaves its old room unused, which would stay in the arena for good.
     std::array<std::byte, 3 * FewAttributes * sizeof(Attribute)> room_;
-    std::pmr::monotonic_buffer_resource scratch_{room_.data(), room_.size()};
+    MeteredResource beyond_{line_.pMeter()};
+    std::pmr::monotonic_buffer_resource scratch_{room_.data(), room_.size(), &beyond_};
     std::pmr::vector<Attribute> attributes_{&scratch_};
     std::pmr::vector<AttributeInverse> attributesInverse_{&scratch_};
     bool supertypeSeen_ = false;

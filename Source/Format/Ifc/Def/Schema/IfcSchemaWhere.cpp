@@ -12,6 +12,7 @@
 #include <istream>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace kiv::ifc::def::schema {
@@ -131,13 +132,24 @@ void Where::vRuleAdd(ParsedRule&& rule, Arena& arena) {
     ++parsed.count;
 }
 
+/// Made where it stays, so that a long clause is copied once.
+std::string_view Where::refusedReport(std::string_view reason, Arena& arena) const {
+    const std::string_view pieces[] = {placeOf(Report::RuleRefused).message, reason, "\n\nRule: ", text_};
+    std::size_t size = 0;
+    for (const auto piece : pieces)
+        size += piece.size();
+    auto* const report = static_cast<char*>(arena.pAllocateFor<char>(size));
+    auto* end = report;
+    for (const auto piece : pieces)
+        end += piece.copy(end, piece.size());
+    return {report, size};
+}
+
 void Where::vRefusedReport(Schema& schema) {
     if (!parsed_->refused || !assert::Assert::isEnabled())
         return;
     if (parsed_->report.empty()) {
-        std::string message(placeOf(Report::RuleRefused).message);
-        message.append(parsed_->refused).append("\n\nRule: ").append(text_);
-        parsed_->report = SchemaBuilder::arenaOf(schema).getCopy(message);
+        parsed_->report = refusedReport(parsed_->refused, SchemaBuilder::arenaOf(schema));
     }
     SchemaBuilder::vReport(schema, Report::RuleRefused, parsed_->report);
 }

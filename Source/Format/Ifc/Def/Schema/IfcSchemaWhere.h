@@ -130,6 +130,7 @@ private:
     void vParsingBegin(Arena& arena);
     void vRulesParse(Schema& schema);
     void vRuleAdd(ParsedRule&& rule, Arena& arena);
+    std::string_view refusedReport(std::string_view reason, Arena& arena) const;
     void vRefusedReport(Schema& schema);
 
     std::string_view text_;
