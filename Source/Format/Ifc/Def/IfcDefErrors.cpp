@@ -14,7 +14,7 @@ namespace kiv::ifc::def::xml {
 namespace {
 
 /// Enough to be as quick as a write of all at once.
-constexpr std::streamsize DumpBufferSize = 64 * 1024;
+constexpr std::streamsize DumpBufferSize = std::streamsize{64} * 1024;
 
 std::string_view kindField(ErrorKind kind) {
     switch (kind) {

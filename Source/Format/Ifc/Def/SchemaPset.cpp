@@ -117,6 +117,8 @@ void SchemaPset::vSearchWithCallbacks(const ContextFilter& filter, Visit&& visit
 
 void SchemaPset::forEachDefinition(Visitor visitor, ContextFilter filter) const {
     vSearchWithCallbacks(filter, [&](const Context& context, const SharedDefinitions& definitions) {
+        // The visitor may remove the original.
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const auto kept = definitions;
         visitor(context, *kept);
         return false;

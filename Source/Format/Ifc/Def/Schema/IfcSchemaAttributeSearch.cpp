@@ -103,6 +103,7 @@ private:
             scopes_.emplace(line.back(), scope);
         }
         if (meter_)
+            // Pointers. NOLINTNEXTLINE(bugprone-sizeof-expression)
             meter_->vMemoryGiveBack(line.capacity() * sizeof(const Entity*));
         return scope;
     }

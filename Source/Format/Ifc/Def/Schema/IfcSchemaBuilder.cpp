@@ -80,6 +80,7 @@ SchemaBuilder::~SchemaBuilder() {
     schema_.pBuilder_ = nullptr;
     model_.arena.vMeterSet(nullptr);
     if (meter_)
+        // Pointers. NOLINTNEXTLINE(bugprone-sizeof-expression)
         meter_->vMemoryGiveBack(objectsByName_.capacity() * sizeof(ObjectBase*));
 }
 
@@ -197,6 +198,7 @@ void SchemaBuilder::vResolve() {
 
 void SchemaBuilder::vObjectsResolve() {
     MeteredScope held(meter_);
+    // Pointers. NOLINTNEXTLINE(bugprone-sizeof-expression)
     held.vTake(model_.objects.size() * sizeof(ObjectBase*));
     for (auto* const object : objectsByHash()) {
         vLook(meter_);
