@@ -8,6 +8,8 @@
 /// Errors:    none.
 #pragma once
 
+#include "Base/Ascii.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -29,6 +31,14 @@ constexpr std::uint32_t nameHash(std::string_view name) {
     std::uint32_t hash = 0x811C9DC5U;
     for (const char byte : name)
         hash = nameHashStep(hash, byte);
+    return hash;
+}
+
+/// `nameHash` of the name with a to z made A to Z.
+constexpr std::uint32_t upperNameHash(std::string_view name) {
+    auto hash = nameHash({});
+    for (const char byte : name)
+        hash = nameHashStep(hash, ascii::getUpper(byte));
     return hash;
 }
 

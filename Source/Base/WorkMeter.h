@@ -10,9 +10,8 @@
 ///
 /// Ownership: none; a reader refers to its meter only while it reads.
 /// Threads:   one meter, one thread at a time.
-/// Errors:    what `vTake` and `vLook` throw ends the reading and passes to its caller, as if nothing had
-/// been
-///            read but for the position of the stream.
+/// Errors:    what `vTake` and `vLook` throw ends the reading and passes to its caller. Nothing has changed
+///            then but the position of the stream.
 #pragma once
 
 #include <cstddef>
@@ -27,9 +26,8 @@ public:
         InputBytes,
         /// Memory that is held at the same time; what containers hold while they grow included.
         HeldBytes,
-        /// Of what is read between two calls of `vPieceBegin`: a statement of a schema text, or a tag,
-        /// comment
-        /// or the like of a document.
+        /// Of what is read between two calls of `vPieceBegin`: a statement of a schema text, or a tag or
+        /// comment of a document.
         PieceBytes,
         /// Named objects, data types and attributes of a schema; nodes and attributes of a document; what
         /// definitions are made of; records of a configuration.

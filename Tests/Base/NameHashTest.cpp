@@ -1,4 +1,5 @@
 #include "Base/NameHash.h"
+#include "Base/UpperCase.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +52,12 @@ TEST(NameHashTest, WidensBytesOf0x80AndMoreWithTheirSign) {
 TEST(NameHashTest, CountsZeroBytesAsBytes) {
     // The start value times the prime, no bit being changed by the zero.
     EXPECT_EQ(nameHash(std::string_view("\0", 1)), 0x050C5D1FU);
+}
+
+TEST(NameHashTest, OfTheUpperCasedNameChangesTheLettersAToZAlone) {
+    for (const std::string_view name : {"", "IfcWall", "IFCWALL_2x3", "{`@[", "gr\xFCn \xC3\xA4"})
+        EXPECT_EQ(upperNameHash(name), nameHash(sUpper(name))) << name;
+    EXPECT_NE(upperNameHash("gr\xFCn"), upperNameHash("gr\xDCn"));
 }
 
 TEST(NameHashTest, IsKnownWhileCompiling) {

@@ -23,20 +23,7 @@ NodeRecord* pFirstChild(const NodeRecord& node) {
 } // namespace
 
 std::string const_Node::getNodeName() const {
-    switch (node_->kind) {
-    case NodeKind::Document:
-        return "#document";
-    case NodeKind::Text:
-        return "#text";
-    case NodeKind::Comment:
-        return "#comment";
-    case NodeKind::ProcessingInstruction:
-        return "#processing-instruction";
-    case NodeKind::Element:
-    case NodeKind::Attribute:
-        break;
-    }
-    return node_->name;
+    return std::string(nodeName(*node_));
 }
 
 bool const_Node::boNodeNameIs(std::string_view name) const {

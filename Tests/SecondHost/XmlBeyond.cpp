@@ -92,20 +92,7 @@ void vDocumentWrite(const NodeRecord& document, std::ostream& stream, WriteStyle
 } // namespace
 
 std::string_view const_Node::getNodeNameView() const {
-    switch (node_->kind) {
-    case NodeKind::Document:
-        return "#document";
-    case NodeKind::Text:
-        return "#text";
-    case NodeKind::Comment:
-        return "#comment";
-    case NodeKind::ProcessingInstruction:
-        return "#processing-instruction";
-    case NodeKind::Element:
-    case NodeKind::Attribute:
-        break;
-    }
-    return node_->name;
+    return nodeName(*node_);
 }
 
 std::string_view const_Node::getNodeValueView() const {

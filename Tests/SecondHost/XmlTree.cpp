@@ -193,6 +193,23 @@ void vDrop(void*, const char*, ...) {}
 
 } // namespace
 
+std::string_view nodeName(const NodeRecord& node) {
+    switch (node.kind) {
+    case NodeKind::Document:
+        return "#document";
+    case NodeKind::Text:
+        return "#text";
+    case NodeKind::Comment:
+        return "#comment";
+    case NodeKind::ProcessingInstruction:
+        return "#processing-instruction";
+    case NodeKind::Element:
+    case NodeKind::Attribute:
+        break;
+    }
+    return node.name;
+}
+
 NodeRecord& append(NodeRecord& parent, NodeKind kind, std::string_view name, std::string_view value,
                    std::size_t line) {
     auto node = std::make_unique<NodeRecord>();

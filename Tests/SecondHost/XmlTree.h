@@ -57,6 +57,9 @@ struct TreeFailure {
     std::size_t line = 0;
 };
 
+/// The name of an element or attribute, and what the document model calls the others.
+std::string_view nodeName(const NodeRecord& node);
+
 /// Appends a node below `parent`; an element that has no place there is kept aside.
 NodeRecord& append(NodeRecord& parent, NodeKind kind, std::string_view name, std::string_view value,
                    std::size_t line);

@@ -21,13 +21,6 @@ namespace {
 
 using AttributeEntry = NameDirectory<const Attribute>::Entry;
 
-std::uint32_t upperNameHash(std::string_view name) {
-    auto hash = nameHash({});
-    for (const char byte : name)
-        hash = nameHashStep(hash, ascii::getUpper(byte));
-    return hash;
-}
-
 /// Whether a name that is upper-case already comes before another one of the same size, upper-cased.
 bool isBefore(std::string_view upperName, std::string_view name) {
     return std::ranges::lexicographical_compare(

@@ -4,9 +4,8 @@
 ///     for (const auto& rule : wall.pWhere()->getRules())
 ///         std::cout << rule.label.getView();
 ///
-/// Ownership: belongs to its entity or type. Its rules and their trees lie in the memory of the schema that
-/// they
-///            were parsed for; a view from `getRules` is good until the clause is parsed again.
+/// Ownership: belongs to its entity or type. Its rules and their trees lie in the memory of the schema for
+///            which they were parsed; a view from `getRules` is good until the clause is parsed again.
 /// Threads:   read-only once the schema is built.
 /// Errors:    a rule that cannot be parsed is an assertion report; the rules before it are kept.
 #pragma once

@@ -8,8 +8,7 @@
 ///         use(record->getRepresentation());
 ///
 /// Ownership: owns its records, to which attributes of the schema are linked. At its end it unlinks those
-/// that
-///            still refer to its records, so it must not outlive its schema. One that
+///            that still refer to its records, so it must not outlive its schema. One that
 ///            `SchemaPset::vXmlSchemaConfigInit` made lives as long as the schema, replaced or not.
 /// Threads:   nobody else may use the schema while it is read; then read-only.
 /// Errors:    whatever is wrong with the document is an assertion report, and what is wrong is skipped. A
