@@ -26,8 +26,8 @@
 /// attributes or entities of a document with each other, against which it has tables of its own. Memory that
 /// is slow counts like memory that is fast.
 ///
-/// Compilers and libraries differ in their counts, and hash tables with random keys change them a little from
-/// run to run; the limit leaves room for that.
+/// Compilers and libraries differ in their counts; the limit leaves room for that. The keys of hashes, which
+/// a process draws, are constants here (CountedHashKeys.cpp), so that one build counts the same in every run.
 ///
 /// Link kiv_counted in place of the libraries. With a sanitizer nothing is counted, as sanitizers replace the
 /// same functions: `growthFrom` then does the work once, for the errors that the sanitizer finds.
