@@ -54,7 +54,10 @@ set(kivPublicHeaders
     Format/Ifc/Def/XmlSchema/IfcXmlOption.h
     Format/Ifc/Def/XmlSchema/IfcXmlSchema.h
     Format/Ifc/Def/XmlSchema/IfcXmlType.h
-    Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h)
+    Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h
+    Kit/Findings/Finding.h
+    Kit/Findings/Rule.h
+    Kit/Text/TextPosition.h)
 
 # Hosts write the same includes whether they build us or find us installed: <build>/include/kiv holds a link to each header.
 set(kivIncludeFolder ${PROJECT_BINARY_DIR}/include)

@@ -1,0 +1,49 @@
+/// @file
+/// The rules by which findings are made: their codes, their names and what they say to an author.
+///
+///     const Rule* rule = pRuleFind("T001");
+///     std::cout << rule->summary << '\n' << rule->explanation;
+///
+/// Ownership: the table lives as long as the process.
+/// Threads:   any number of threads.
+/// Errors:    a code that no rule has is null.
+#pragma once
+
+#include "kiv/Base/Export.h"
+#include "kiv/Kit/Findings/Finding.h"
+
+#include <span>
+#include <string_view>
+
+namespace kiv::kit {
+
+/// A document or schema that shows a rule.
+struct RuleExample {
+    /// The whole text of the file. Set documents are judged with the schema of `sExampleSchema`; in examples
+    /// across documents a line "---- NAME" begins each file.
+    std::string_view text;
+};
+
+struct Rule {
+    /// "T001": never given to another rule.
+    std::string_view code;
+    /// A few words with hyphens: "unknown-type".
+    std::string_view name;
+    Severity severity = Severity::Error;
+    /// One sentence: what the rule finds.
+    std::string_view summary;
+    /// Why it matters and how to mend it, in paragraphs.
+    std::string_view explanation;
+    /// Yields a finding of this code and no other.
+    RuleExample wrong;
+    /// Yields nothing.
+    RuleExample right;
+};
+
+/// All rules, in the order of their codes.
+KIV_EXPORT std::span<const Rule> getRules();
+
+/// The rule with that code, in any letter case; null when there is none.
+KIV_EXPORT const Rule* pRuleFind(std::string_view code);
+
+} // namespace kiv::kit
