@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace kiv {
 
@@ -41,6 +42,10 @@ public:
             meter_->vMemoryGiveBack(bytes_);
         bytes_ = 0;
     }
+    /// Exchanges what is held with another scope of the same meter.
+    void vSwap(MeteredScope& other) noexcept { std::swap(bytes_, other.bytes_); }
+
+    WorkMeter* pMeter() const { return meter_; }
 
 private:
     WorkMeter* meter_;

@@ -297,8 +297,9 @@ void SchemaBuilder::vTreeNumber(Entity& root) {
     // Entities that were met before keep their numbers, so that subtype lists that form a circle or share an
     // entity end.
     const auto enter = [&](Entity& entity) {
-        if (std::exchange(entity.numbered_, true))
+        if (entity.numbered_)
             return;
+        entity.numbered_ = true;
         entity.firstNumber_ = ++entityNumber_;
         vRoomForOne(levels, meter_);
         levels.push_back({entity});
@@ -307,7 +308,7 @@ void SchemaBuilder::vTreeNumber(Entity& root) {
     while (!levels.empty()) {
         vLook(meter_);
         auto& level = levels.back();
-        if (level.nextSubtype < level.entity.subtypes_.size()) {
+        if (level.nextSubtype < level.entity.subtypesCount_) {
             enter(*level.entity.subtypes_[level.nextSubtype++]);
             continue;
         }
