@@ -115,6 +115,21 @@ void vRoomForOne(Vector& values, WorkMeter* meter) {
         vRoomFor(values, std::max<std::size_t>(2 * values.capacity(), 1), meter);
 }
 
+/// Leaves the values no more room than they need. Both places are held while they move.
+template <class Vector>
+void vRoomTrim(Vector& values, WorkMeter* meter) {
+    constexpr auto size =
+        sizeof(typename Vector::value_type); // NOLINT(bugprone-sizeof-expression): pointers too
+    const auto before = values.capacity();
+    if (before == values.size())
+        return;
+    if (meter)
+        meter->vTake(WorkMeter::Unit::HeldBytes, values.size() * size);
+    values.shrink_to_fit();
+    if (meter)
+        meter->vMemoryGiveBack(before * size);
+}
+
 /// The bytes that a text takes outside of its string; none for a short one.
 inline std::size_t memoryOf(const std::string& text) {
     return text.capacity() <= std::string().capacity() ? 0 : text.capacity() + 1;

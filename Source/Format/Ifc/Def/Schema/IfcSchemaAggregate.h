@@ -58,9 +58,7 @@ public:
 
     Bound getLowerBound() const override { return {lower_, static_cast<Bound::State>(lowerState_)}; }
     Bound getUpperBound() const override { return {upper_, static_cast<Bound::State>(upperState_)}; }
-    std::string_view getElementText() const override {
-        return {elementText_, elementTextSize_};
-    }
+    std::string_view getElementText() const override { return {elementText_, elementTextSize_}; }
     const ObjectBase* pElement() const override { return element_; }
 
 private:

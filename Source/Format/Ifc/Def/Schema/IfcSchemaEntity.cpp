@@ -277,7 +277,7 @@ Entity::Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std
 }
 
 Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
-    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd) {}
+    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd), nameHash_(ObjectBase::getNameHash()) {}
 
 Entity::~Entity() = default;
 

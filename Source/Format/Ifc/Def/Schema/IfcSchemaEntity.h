@@ -38,6 +38,9 @@ public:
     /// The object as an entity; null for null and for everything else.
     static const Entity* pFrom(const ObjectBase* object);
 
+    /// As of every object, but kept, as look-ups of sets ask for it.
+    std::uint32_t getNameHash() const { return nameHash_; }
+
     /// Resolves the supertype, the subtypes, the attributes and the rules. The list of subtypes lies in the
     /// memory of the schema, and a second call makes it anew.
     void vUpdate(Schema& schema) override;
@@ -137,6 +140,7 @@ private:
     // Leads to the topmost supertype on ever shorter ways; finds circles in the inheritance at hardly any
     // cost.
     Entity* towardsTop_ = nullptr;
+    std::uint32_t nameHash_;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -29,8 +29,7 @@ struct DataTypeEnum::Copies {
 
 DataTypeEnum::DataTypeEnum(std::string_view) {}
 
-DataTypeEnum::DataTypeEnum(const std::vector<std::string>& items) :
-    copies_(std::make_unique<Copies>(items)) {
+DataTypeEnum::DataTypeEnum(const std::vector<std::string>& items) : copies_(std::make_unique<Copies>(items)) {
     vItemsSet(copies_->items, copies_->ordered.data());
 }
 

@@ -36,9 +36,7 @@ public:
     std::span<const std::string_view> getItems() const { return {items_, count_}; }
 
     /// The distinct items, ordered byte by byte; they point into `getItems`.
-    std::span<const std::string_view* const> getItemsOrdered() const {
-        return {ordered_, orderedCount_};
-    }
+    std::span<const std::string_view* const> getItemsOrdered() const { return {ordered_, orderedCount_}; }
 
     /// True when an item equals the text exactly, letter case included. Cost: the logarithm of the items.
     bool boContains(std::string_view item) const;

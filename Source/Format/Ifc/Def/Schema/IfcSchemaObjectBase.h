@@ -54,7 +54,7 @@ public:
     std::string_view getName() const { return {name_, nameSize_}; }
     /// The name with a to z made A to Z.
     std::string_view getNameUpper() const { return {nameUpper_, nameSize_}; }
-    /// `nameHash` of the name as written; made anew each time, as look-ups do without it.
+    /// `nameHash` of the name as written; made anew each time.
     std::uint32_t getNameHash() const;
     /// `nameHash` of the upper-cased name; made anew each time too.
     std::uint32_t getNameUpperHash() const;
