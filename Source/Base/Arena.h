@@ -82,6 +82,13 @@ public:
     /// Lets a meter hear of each block before it is taken; null for none. What it throws passes on.
     void vMeterSet(WorkMeter* meter) { meter_ = meter; }
 
+    /// Room for a text, where no padding comes between texts and what is larger.
+    char* pAllocateText(std::size_t size) {
+        if (size > getRoom()) [[unlikely]]
+            return pAllocateInNewBlock(size);
+        return end_ -= size;
+    }
+
     std::string_view getCopy(std::string_view text) {
         char* const place = pAllocate(text.size(), 1);
         text.copy(place, text.size());

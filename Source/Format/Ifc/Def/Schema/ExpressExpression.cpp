@@ -3,6 +3,8 @@
 #include "Base/Arena.h"
 #include "kiv/Base/Size32.h"
 
+#include <cstdint>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -118,12 +120,16 @@ EnumerationValueExpression::EnumerationValueExpression(std::string_view typeName
     ExpressionOf(arena),
     typeNameSize_(size32(typeName.size())),
     typeName_(typeName.data()),
-    valueName_(valueName.data()),
     valueNameSize_(size32(valueName.size())) {
-    if (arena)
+    const auto distance = reinterpret_cast<std::uintptr_t>(valueName.data()) -
+                          reinterpret_cast<std::uintptr_t>(typeName.data());
+    if (arena && distance <= std::numeric_limits<std::uint32_t>::max()) {
+        valueNamePos_ = static_cast<std::uint32_t>(distance);
         return;
-    typeName_ = pTextKept(std::string(typeName).append(valueName), arena);
-    valueName_ = typeName_ + typeNameSize_;
+    }
+    const auto both = std::string(typeName).append(valueName);
+    typeName_ = arena ? arena->getCopy(both).data() : pTextKept(both, arena);
+    valueNamePos_ = typeNameSize_;
 }
 EnumerationValueExpression::~EnumerationValueExpression() {
     vTextDestroy(typeName_);

@@ -370,13 +370,13 @@ public:
     ~EnumerationValueExpression() override;
 
     std::string_view getTypeName() const { return {typeName_, typeNameSize_}; }
-    std::string_view getValueName() const { return {valueName_, valueNameSize_}; }
+    std::string_view getValueName() const { return {typeName_ + valueNamePos_, valueNameSize_}; }
 
 private:
     std::uint32_t typeNameSize_;
+    // Begins the text that the other name is in too.
     const char* typeName_;
-    // Of a node that is on its own, in the one copy that begins with the name of the type.
-    const char* valueName_;
+    std::uint32_t valueNamePos_;
     std::uint32_t valueNameSize_;
 };
 

@@ -24,7 +24,7 @@ const ObjectBase* pElementOf(const ObjectBase* type) {
 
 AttributeBase::AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name) :
     entity_(entity), name_(line.getKept(name).data()), nameSize_(size32(name.size())) {
-    nameEnd_ = getLastBytes8(getName());
+    nameEnd_ = AttributeName(getName()).shortEnd_;
     nameUpper_ = upperIn(line.getArena(), getName()).data();
 }
 
@@ -55,7 +55,7 @@ void AttributeBase::vUpdate(Schema& schema) {
     std::size_t count = 0;
     for (const auto* type = first; type; type = pElementOf(type))
         ++count;
-    typesCount_ = size32(count);
+    typesCount_ = static_cast<std::uint16_t>(count);
     if (count < 2) {
         type_ = first;
         return;
@@ -70,7 +70,10 @@ std::uint32_t AttributeBase::getNameHash() const {
     return nameHash(getName());
 }
 
-AttributeName::AttributeName(std::string_view name) : name_(name), nameEnd_(getLastBytes8(name)) {}
+AttributeName::AttributeName(std::string_view name) :
+    name_(name),
+    nameEnd_(getLastBytes8(name)),
+    shortEnd_(static_cast<std::uint32_t>(nameEnd_ ^ nameEnd_ >> 32)) {}
 
 bool AttributeName::isSameName(const AttributeBase& attribute) const {
     return isSameText(attribute.getName(), name_);

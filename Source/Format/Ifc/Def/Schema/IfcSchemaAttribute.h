@@ -62,8 +62,6 @@ private:
     friend class AttributeName;
 
     Entity& entity_;
-    // Differs for most other names, so that their texts need not be compared.
-    std::uint64_t nameEnd_ = 0;
     const char* name_;
     const char* nameUpper_ = nullptr;
     const char* typeText_ = nullptr;
@@ -74,8 +72,11 @@ private:
         const ObjectBase* const* types_;
     };
     std::uint32_t nameSize_;
+    // Differs for most other names, so that their texts need not be compared.
+    std::uint32_t nameEnd_ = 0;
     std::uint32_t typeTextSize_ = 0;
-    std::uint32_t typesCount_ = 0;
+    // Aggregates nest no deeper than 256 levels.
+    std::uint16_t typesCount_ = 0;
     bool optional_ = false;
 };
 
@@ -106,7 +107,7 @@ public:
 
     /// True when this is exactly the name of the attribute.
     bool boMatches(const AttributeBase& attribute) const {
-        return attribute.nameEnd_ == nameEnd_ && isSameName(attribute);
+        return attribute.nameEnd_ == shortEnd_ && isSameName(attribute);
     }
 
     /// One of 64 bits, the same for equal names: whoever keeps those of many names knows which are not among
@@ -118,10 +119,13 @@ public:
     std::uint32_t getHash() const;
 
 private:
+    friend class AttributeBase;
+
     bool isSameName(const AttributeBase& attribute) const;
 
     std::string_view name_;
     std::uint64_t nameEnd_;
+    std::uint32_t shortEnd_;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -21,8 +21,8 @@ namespace kiv::ifc::def::schema {
 struct Schema::Model {
     /// Small, as a text may hold thousands of schemas of a line each.
     static constexpr std::size_t FirstBlockSize = 1024;
-    /// About one hundredth of a large schema.
-    static constexpr std::size_t LargestBlockSize = std::size_t{1} << 14;
+    /// A hundredth of what a large schema takes.
+    static constexpr std::size_t LargestBlockSize = std::size_t{1} << 13;
 
     Model() = default;
     Model(const Model&) = delete;
