@@ -4,6 +4,7 @@
 set(kivPublicHeaders
     KivIfcSchemaPset.h
     Base/Exception.h
+    Base/Size32.h
     Base/WorkMeter.h
     Host/Assert/KivAssert.h
     Host/Id/KivId.h

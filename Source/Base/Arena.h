@@ -41,8 +41,9 @@ using ArenaPtr = std::unique_ptr<Object, ArenaDelete>;
 class Arena {
 public:
     /// The first block of memory, in bytes, is taken with the first piece; later blocks are larger and
-    /// larger.
-    explicit Arena(std::size_t firstBlockSize = 8192) : nextBlockSize_(firstBlockSize) {}
+    /// larger up to a limit, which is what may stay unused in the end.
+    explicit Arena(std::size_t firstBlockSize = 8192, std::size_t largestBlockSize = std::size_t{1} << 16) :
+        nextBlockSize_(firstBlockSize), largestBlockSize_(largestBlockSize) {}
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
 
@@ -81,6 +82,13 @@ public:
     /// Lets a meter hear of each block before it is taken; null for none. What it throws passes on.
     void vMeterSet(WorkMeter* meter) { meter_ = meter; }
 
+    /// Room for a text, where no padding comes between texts and what is larger.
+    char* pAllocateText(std::size_t size) {
+        if (size > getRoom()) [[unlikely]]
+            return pAllocateInNewBlock(size);
+        return end_ -= size;
+    }
+
     std::string_view getCopy(std::string_view text) {
         char* const place = pAllocate(text.size(), 1);
         text.copy(place, text.size());
@@ -101,10 +109,6 @@ protected:
     char* at_ = nullptr;
 
 private:
-    /// Blocks double up to this size, so that small models stay small, large ones need few blocks, and the
-    /// unused rest of the last block is small beside a large model.
-    static constexpr std::size_t LargestBlockSize = std::size_t{1} << 16;
-
     /// A function of its own, so that the code for all other pieces stays short.
     [[gnu::noinline]] char* pAllocateInNewBlock(std::size_t size) {
         // What is large has a block of its own, so that no large rest of the last block stays empty.
@@ -112,7 +116,7 @@ private:
             return pNewBlock(size);
         at_ = pNewBlock(nextBlockSize_);
         end_ = at_ + nextBlockSize_;
-        nextBlockSize_ = std::min(2 * nextBlockSize_, LargestBlockSize);
+        nextBlockSize_ = std::min(2 * nextBlockSize_, largestBlockSize_);
         return std::exchange(at_, at_ + size);
     }
 
@@ -125,7 +129,10 @@ private:
 
     std::vector<std::unique_ptr<char[]>> blocks_;
     char* end_ = nullptr;
+    // Blocks double up to a limit, so that small models stay small, large ones need few blocks, and the
+    // unused rest of the last block is small beside a large model.
     std::size_t nextBlockSize_;
+    std::size_t largestBlockSize_;
     WorkMeter* meter_ = nullptr;
 };
 

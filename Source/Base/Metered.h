@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace kiv {
 
@@ -41,6 +42,10 @@ public:
             meter_->vMemoryGiveBack(bytes_);
         bytes_ = 0;
     }
+    /// Exchanges what is held with another scope of the same meter.
+    void vSwap(MeteredScope& other) noexcept { std::swap(bytes_, other.bytes_); }
+
+    WorkMeter* pMeter() const { return meter_; }
 
 private:
     WorkMeter* meter_;
@@ -108,6 +113,21 @@ template <class Vector>
 void vRoomForOne(Vector& values, WorkMeter* meter) {
     if (meter && values.size() == values.capacity()) [[unlikely]]
         vRoomFor(values, std::max<std::size_t>(2 * values.capacity(), 1), meter);
+}
+
+/// Leaves the values no more room than they need. Both places are held while they move.
+template <class Vector>
+void vRoomTrim(Vector& values, WorkMeter* meter) {
+    constexpr auto size =
+        sizeof(typename Vector::value_type); // NOLINT(bugprone-sizeof-expression): pointers too
+    const auto before = values.capacity();
+    if (before == values.size())
+        return;
+    if (meter)
+        meter->vTake(WorkMeter::Unit::HeldBytes, values.size() * size);
+    values.shrink_to_fit();
+    if (meter)
+        meter->vMemoryGiveBack(before * size);
 }
 
 /// The bytes that a text takes outside of its string; none for a short one.

@@ -32,29 +32,32 @@ class NameDirectory {
 public:
     struct Entry {
         std::uint64_t hash;
-        std::string_view upperName;
         Value* value;
+
+        std::string_view getNameUpper() const { return value->getNameUpper(); }
     };
 
-    void vReserve(std::size_t count, WorkMeter* meter = nullptr) {
-        vRoomFor(entries_, count, meter);
-        entries_.reserve(count);
-    }
-
     /// Adds an entry under its name.
-    void vAdd(Value* value) {
-        entries_.push_back({upperHash(value->getName()), value->getNameUpper(), value});
+    void vAdd(Value* value, WorkMeter* meter = nullptr) {
+        vRoomForOne(entries_, meter);
+        entries_.push_back({upperHash(value->getName()), value});
     }
 
-    /// Makes the entries findable, once all are added.
+    /// Makes the entries findable, once all are added. They take no more room then than they need.
     void vBuild(WorkMeter* meter = nullptr) {
         const auto boBefore = [meter](const Entry& left, const Entry& right) {
             vLook(meter);
             return boLess(left, right);
         };
+        const auto room = entries_.capacity();
         starts_ = sortedByHash(entries_, boBefore, meter);
+        if (meter)
+            meter->vMemoryGiveBack((room - entries_.capacity()) * sizeof(Entry));
         shift_ = bucketShift<std::uint64_t>(starts_.size() - 1);
     }
+
+    /// All entries; those of one name side by side, in the order in which they were added.
+    std::span<const Entry> getEntries() const { return entries_; }
 
     /// The entries of this name, in the order in which they were added.
     std::span<const Entry> find(std::string_view name) const {
@@ -71,10 +74,12 @@ private:
     static bool boLess(const Entry& left, const Entry& right) {
         if (left.hash != right.hash)
             return left.hash < right.hash;
-        return compareUpper(left.upperName, right.upperName) < 0;
+        return compareUpper(left.getNameUpper(), right.getNameUpper()) < 0;
     }
 
-    static bool isOf(const Entry& entry, std::string_view name) { return isUpperOf(name, entry.upperName); }
+    static bool isOf(const Entry& entry, std::string_view name) {
+        return isUpperOf(name, entry.getNameUpper());
+    }
 
     /// The rest of a bucket from the first entry of this name on; empty when there is none.
     std::span<const Entry> search(std::string_view name) const {
@@ -108,7 +113,7 @@ private:
         const auto hash = entries.front().hash;
         const auto* const end = entries.data() + entries.size();
         const auto* const first = std::partition_point(entries.data(), end, [&](const Entry& entry) {
-            return entry.hash == hash && compareUpper(name, entry.upperName) > 0;
+            return entry.hash == hash && compareUpper(name, entry.getNameUpper()) > 0;
         });
         const bool isFound = first != end && first->hash == hash && isOf(*first, name);
         return isFound ? std::span<const Entry>(first, end) : std::span<const Entry>();

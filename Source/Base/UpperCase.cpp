@@ -21,7 +21,7 @@ bool isUpperCased(std::string_view text) {
 std::string_view upperIn(Arena& arena, std::string_view text) {
     if (isUpperCased(text))
         return text;
-    auto* const upper = static_cast<char*>(arena.pAllocateFor<char>(text.size()));
+    auto* const upper = arena.pAllocateText(text.size());
     if (text.size() < LongText)
         std::transform(text.begin(), text.end(), upper, ascii::getUpper);
     else

@@ -126,6 +126,13 @@ TEST(ArenaTest, BlocksDoubleUpToALimit) {
         EXPECT_EQ(runs.getNext(), std::size_t{1} << bits);
 }
 
+TEST(ArenaTest, TheLimitOfBlocksCanBeSmaller) {
+    Arena arena(std::size_t{1} << 8, std::size_t{1} << 9);
+    Runs runs(arena);
+    for (const std::size_t bits : {8U, 9U, 9U, 9U})
+        EXPECT_EQ(runs.getNext(), std::size_t{1} << bits);
+}
+
 /// The first block has 64 bytes, so the second one 128, of which a quarter is 32.
 TEST(ArenaTest, OnlyWhatIsLargerThanAQuarterOfTheNextBlockHasABlockOfItsOwn) {
     for (const std::size_t size : {32U, 33U, 1000U}) {

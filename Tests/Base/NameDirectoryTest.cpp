@@ -75,6 +75,22 @@ TEST(NameDirectoryTest, FindsAllOfANameInTheOrderInWhichTheyWereAdded) {
 
 /// The hash does not see the bit in which lower-case letters differ from upper-case ones, in no byte; so
 /// names that differ in it between other bytes than letters have one hash.
+TEST(NameDirectoryTest, ListsAllEntriesThoseOfANameSideBySide) {
+    const Things things({"b", "A", "a", "c", "B", "a"});
+    std::vector<std::ptrdiff_t> ofA;
+    std::vector<std::size_t> positions;
+    const auto entries = things.directory.getEntries();
+    for (std::size_t position = 0; position < entries.size(); ++position) {
+        if (entries[position].getNameUpper() != "A")
+            continue;
+        ofA.push_back(entries[position].value - things.all.data());
+        positions.push_back(position);
+    }
+    EXPECT_EQ(entries.size(), 6U);
+    EXPECT_EQ(ofA, (Places{1, 2, 5}));
+    EXPECT_EQ(positions.back() - positions.front(), 2U);
+}
+
 TEST(NameDirectoryTest, FindsAllOfANameThatManyHave) {
     for (const std::size_t count : {15U, 16U, 17U, 18U, 100U}) {
         Strings names;

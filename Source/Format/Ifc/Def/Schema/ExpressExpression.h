@@ -17,6 +17,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace kiv {
 class Arena;
@@ -48,9 +49,19 @@ public:
 protected:
     explicit Expression(const Arena* arena) : isInArena_(arena != nullptr) {}
 
+    /// The text of a node: in an arena that of the rule, which lives as long, else a copy, which the node
+    /// gives to `vTextDestroy` in the end.
+    static const char* pTextKept(std::string_view text, const Arena* arena);
+    void vTextDestroy(const char* text) const noexcept {
+        if (!isInArena_)
+            delete[] text;
+    }
+
     /// Destroys the leftmost chain below a node one by one: it is as long as the text likes, too long to
     /// recurse on.
     static void vChainDestroy(ExpressionPtr node);
+
+    bool isInArena() const { return isInArena_; }
 
 private:
     friend struct ExpressionDelete;
@@ -58,6 +69,7 @@ private:
     /// Hands over the child that continues the leftmost chain; null in nodes that end it.
     virtual ExpressionPtr pChainTake();
 
+    // What is small in a node comes next, in the room that is left beside this.
     bool isInArena_;
 };
 
@@ -66,23 +78,40 @@ inline void ExpressionDelete::operator()(Expression* node) const noexcept {
         delete node;
 }
 
-/// The text of a node or the label of a rule: its own, or in an arena that of the rule, which lives as long.
+/// The label of a rule: its own text, or in an arena that of the rule, which lives as long.
 class KIV_EXPORT ExpressionText {
 public:
     ExpressionText(std::string_view text, const Arena* arena);
+    ExpressionText(ExpressionText&& other) noexcept :
+        text_(std::exchange(other.text_, nullptr)),
+        size_(std::exchange(other.size_, 0)),
+        isOwn_(other.isOwn_) {}
+    ExpressionText& operator=(ExpressionText&& other) noexcept {
+        std::swap(text_, other.text_);
+        std::swap(size_, other.size_);
+        std::swap(isOwn_, other.isOwn_);
+        return *this;
+    }
+    ~ExpressionText() {
+        if (isOwn_)
+            delete[] text_;
+    }
 
-    std::string_view getView() const { return view_; }
+    std::string_view getView() const { return {text_, size_}; }
     // A text is used where a view is. NOLINTNEXTLINE(google-explicit-constructor)
-    operator std::string_view() const { return view_; }
+    operator std::string_view() const { return getView(); }
 
     friend bool operator==(const ExpressionText& left, const ExpressionText& right) {
-        return left.view_ == right.view_;
+        return left.getView() == right.getView();
     }
-    friend bool operator==(const ExpressionText& text, std::string_view other) { return text.view_ == other; }
+    friend bool operator==(const ExpressionText& text, std::string_view other) {
+        return text.getView() == other;
+    }
 
 private:
-    std::unique_ptr<char[]> own_;
-    std::string_view view_;
+    const char* text_;
+    std::uint32_t size_;
+    bool isOwn_;
 };
 
 /// The children of a node that may have any number of them, none of them null.
@@ -90,18 +119,25 @@ class KIV_EXPORT ExpressionList {
 public:
     /// Takes the nodes.
     ExpressionList(std::span<ExpressionPtr> nodes, Arena* arena);
+    ExpressionList(const ExpressionList&) = delete;
+    ExpressionList& operator=(const ExpressionList&) = delete;
+    ~ExpressionList() {
+        if (isOwn_)
+            delete[] nodes_;
+    }
 
-    std::size_t size() const { return nodes_.size(); }
-    bool empty() const { return nodes_.empty(); }
-    const ExpressionPtr* begin() const { return nodes_.data(); }
-    const ExpressionPtr* end() const { return nodes_.data() + nodes_.size(); }
+    std::size_t size() const { return size_; }
+    bool empty() const { return size_ == 0; }
+    const ExpressionPtr* begin() const { return nodes_; }
+    const ExpressionPtr* end() const { return nodes_ + size_; }
     const ExpressionPtr& operator[](std::size_t index) const { return nodes_[index]; }
     /// Throws std::out_of_range when there is no such node.
     const ExpressionPtr& at(std::size_t index) const;
 
 private:
-    std::unique_ptr<ExpressionPtr[]> own_;
-    std::span<const ExpressionPtr> nodes_;
+    ExpressionPtr* nodes_;
+    std::uint32_t size_;
+    bool isOwn_;
 };
 
 enum class UnaryOperator : std::uint32_t { Plus = 0, Minus = 1, Not = 2 };
@@ -210,8 +246,8 @@ public:
 private:
     ExpressionPtr pChainTake() override;
 
-    ExpressionPtr left_;
     BinaryOperator operator_;
+    ExpressionPtr left_;
     ExpressionPtr right_;
 };
 
@@ -229,13 +265,15 @@ private:
 class KIV_EXPORT FunctionCallExpression final : public ExpressionOf<FunctionCallExpression> {
 public:
     FunctionCallExpression(std::string_view name, std::span<ExpressionPtr> arguments, Arena* arena);
+    ~FunctionCallExpression() override;
 
-    std::string_view getName() const { return name_.getView(); }
+    std::string_view getName() const { return {name_, nameSize_}; }
     const ExpressionList& getArguments() const { return arguments_; }
 
 private:
-    ExpressionText name_;
+    std::uint32_t nameSize_;
     ExpressionList arguments_;
+    const char* name_;
 };
 
 /// {low operator item operator high}
@@ -251,11 +289,11 @@ public:
     IntervalOperator getHighOperator() const { return highOperator_; }
 
 private:
+    IntervalOperator lowOperator_;
+    IntervalOperator highOperator_;
     ExpressionPtr low_;
     ExpressionPtr item_;
     ExpressionPtr high_;
-    IntervalOperator lowOperator_;
-    IntervalOperator highOperator_;
 };
 
 /// [elements]
@@ -306,11 +344,13 @@ private:
 class KIV_EXPORT StringValueExpression final : public ExpressionOf<StringValueExpression> {
 public:
     StringValueExpression(std::string_view value, Arena* arena);
+    ~StringValueExpression() override;
 
-    std::string_view getValue() const { return value_.getView(); }
+    std::string_view getValue() const { return {value_, valueSize_}; }
 
 private:
-    ExpressionText value_;
+    std::uint32_t valueSize_;
+    const char* value_;
 };
 
 class KIV_EXPORT LogicalValueExpression final : public ExpressionOf<LogicalValueExpression> {
@@ -327,28 +367,34 @@ private:
 class KIV_EXPORT EnumerationValueExpression final : public ExpressionOf<EnumerationValueExpression> {
 public:
     EnumerationValueExpression(std::string_view typeName, std::string_view valueName, Arena* arena);
+    ~EnumerationValueExpression() override;
 
-    std::string_view getTypeName() const { return typeName_.getView(); }
-    std::string_view getValueName() const { return valueName_.getView(); }
+    std::string_view getTypeName() const { return {typeName_, typeNameSize_}; }
+    std::string_view getValueName() const { return {typeName_ + valueNamePos_, valueNameSize_}; }
 
 private:
-    ExpressionText typeName_;
-    ExpressionText valueName_;
+    std::uint32_t typeNameSize_;
+    // Begins the text that the other name is in too.
+    const char* typeName_;
+    std::uint32_t valueNamePos_;
+    std::uint32_t valueNameSize_;
 };
 
 /// QUERY(variable <* source | condition)
 class KIV_EXPORT QueryExpression final : public ExpressionOf<QueryExpression> {
 public:
     QueryExpression(std::string_view variable, ExpressionPtr source, ExpressionPtr condition, Arena* arena);
+    ~QueryExpression() override;
 
-    std::string_view getVariable() const { return variable_.getView(); }
+    std::string_view getVariable() const { return {variable_, variableSize_}; }
     const Expression& getSource() const { return *source_; }
     const Expression& getCondition() const { return *condition_; }
 
 private:
-    ExpressionText variable_;
+    std::uint32_t variableSize_;
     ExpressionPtr source_;
     ExpressionPtr condition_;
+    const char* variable_;
 };
 
 /// A name, or a base qualified by "\name", ".name", "[index]" or "[index:indexEnd]". Chains grow to the left.
@@ -362,24 +408,38 @@ public:
     GetExpression(ExpressionPtr index, ExpressionPtr indexEnd, ExpressionPtr base, Arena* arena);
     ~GetExpression() override;
 
-    Qualifier getQualifier() const { return qualifier_; }
+    Qualifier getQualifier() const { return static_cast<Qualifier>(qualifier_); }
     /// Empty for an index.
-    std::string_view getName() const { return name_.getView(); }
+    std::string_view getName() const {
+        return isIndex_ ? std::string_view() : std::string_view(name_, nameSize_);
+    }
     /// Null unless the qualifier is an index.
-    const Expression* pIndex() const { return index_.get(); }
+    const Expression* pIndex() const { return isIndex_ ? index_->first.get() : nullptr; }
     /// Null unless the index has a part after ':'.
-    const Expression* pIndexEnd() const { return indexEnd_.get(); }
+    const Expression* pIndexEnd() const { return isIndex_ ? index_->last.get() : nullptr; }
     /// What is qualified; null for a plain reference.
     const Expression* pBase() const { return base_.get(); }
 
 private:
+    struct Index {
+        ExpressionPtr first;
+        ExpressionPtr last;
+    };
+
+    static Index* pIndexMake(ExpressionPtr first, ExpressionPtr last, Arena* arena);
     ExpressionPtr pChainTake() override;
 
-    Qualifier qualifier_;
-    ExpressionText name_;
-    ExpressionPtr index_;
-    ExpressionPtr indexEnd_;
+    // Half of all nodes are of this class, most of them names, so that it holds nothing that these do not
+    // need.
+    std::uint8_t qualifier_;
+    // Made of an index.
+    bool isIndex_;
+    std::uint32_t nameSize_;
     ExpressionPtr base_;
+    union {
+        const char* name_;
+        Index* index_;
+    };
 };
 
 /// A rule of a WHERE clause.

@@ -2,6 +2,7 @@
 
 #include "Base/Arena.h"
 #include "Base/Metered.h"
+#include "Base/ScratchList.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
@@ -10,7 +11,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <memory>
 #include <span>
 #include <utility>
@@ -69,42 +69,8 @@ const OperatorOfToken* pOperatorOf(Kind token, Level level) {
     return entry.level == level ? &entry : nullptr;
 }
 
-/// The arguments of a call or the elements of an aggregate, while they are read.
-class ExpressionCollector {
-public:
-    explicit ExpressionCollector(WorkMeter* meter) : meter_(meter) {}
-    ~ExpressionCollector() {
-        if (meter_)
-            meter_->vMemoryGiveBack(many_.capacity() * sizeof(ExpressionPtr));
-    }
-    ExpressionCollector(const ExpressionCollector&) = delete;
-    ExpressionCollector& operator=(const ExpressionCollector&) = delete;
-
-    void vAdd(ExpressionPtr node) {
-        if (many_.empty() && fewCount_ < few_.size()) {
-            few_[fewCount_++] = std::move(node);
-            return;
-        }
-        if (many_.empty()) {
-            vRoomFor(many_, few_.size(), meter_);
-            many_.assign(std::make_move_iterator(few_.begin()), std::make_move_iterator(few_.end()));
-        }
-        vRoomForOne(many_, meter_);
-        many_.push_back(std::move(node));
-    }
-
-    std::span<ExpressionPtr> getNodes() {
-        return many_.empty() ? std::span<ExpressionPtr>(few_.data(), fewCount_)
-                             : std::span<ExpressionPtr>(many_);
-    }
-
-private:
-    WorkMeter* meter_;
-    // Most lists are no longer and need no memory.
-    std::array<ExpressionPtr, 4> few_;
-    std::size_t fewCount_ = 0;
-    std::vector<ExpressionPtr> many_;
-};
+/// The arguments of a call or the elements of an aggregate, while they are read; most are no more.
+using ExpressionCollector = ScratchList<ExpressionPtr, 4>;
 
 } // namespace
 
@@ -288,11 +254,11 @@ ExpressionPtr ExpressParser::parseAggregateInitializer() {
     ExpressionCollector nodes(meter_);
     if (!boAccept(Kind::RIGHT_BRACKET)) {
         do {
-            nodes.vAdd(parseElement());
+            nodes.add(parseElement());
         } while (boAccept(Kind::COMMA));
         expect(Kind::RIGHT_BRACKET);
     }
-    return pMake<AggregateInitializerExpression>(nodes.getNodes());
+    return pMake<AggregateInitializerExpression>(nodes.getValues());
 }
 
 // element = expression [ ":" simple_expression ]
@@ -319,11 +285,11 @@ ExpressionPtr ExpressParser::parseCall(std::string_view name) {
     ExpressionCollector nodes(meter_);
     if (!boAccept(Kind::RIGHT_PAREN)) {
         do {
-            nodes.vAdd(parseExpression());
+            nodes.add(parseExpression());
         } while (boAccept(Kind::COMMA));
         expect(Kind::RIGHT_PAREN);
     }
-    return pMake<FunctionCallExpression>(name, nodes.getNodes());
+    return pMake<FunctionCallExpression>(name, nodes.getValues());
 }
 
 // interval = "{" simple_expression interval_operator simple_expression interval_operator simple_expression

@@ -114,9 +114,10 @@ std::vector<const DataTypeBase*> Schema::getSharedDataTypes() const {
 
 std::vector<std::reference_wrapper<const Attribute>> Schema::getAttributesByName() const {
     std::vector<std::reference_wrapper<const Attribute>> attributes;
-    attributes.reserve(model_->attributes.size());
-    for (const auto* const attribute : model_->attributes)
-        attributes.emplace_back(*attribute);
+    const auto entries = model_->attributesDirectory.getEntries();
+    attributes.reserve(entries.size());
+    for (const auto& entry : entries)
+        attributes.emplace_back(*entry.value);
     std::stable_sort(attributes.begin(), attributes.end(), [](const Attribute& left, const Attribute& right) {
         return left.getNameUpper() < right.getNameUpper();
     });

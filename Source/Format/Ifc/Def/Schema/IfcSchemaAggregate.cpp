@@ -3,6 +3,7 @@
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaUnsigned.h"
+#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>
@@ -74,8 +75,12 @@ void DataTypeListBase<N>::vInit(std::string_view text, bool* unique) {
     const auto colon = open == npos ? npos : text.find(':', open);
     const auto close = colon == npos ? npos : text.find(']', colon);
     if (close != npos) {
-        lower_ = boundFromText(text.substr(open + 1, colon - open - 1));
-        upper_ = boundFromText(text.substr(colon + 1, close - colon - 1));
+        const auto lower = boundFromText(text.substr(open + 1, colon - open - 1));
+        const auto upper = boundFromText(text.substr(colon + 1, close - colon - 1));
+        lower_ = lower.value;
+        lowerState_ = static_cast<std::uint8_t>(lower.state);
+        upper_ = upper.value;
+        upperState_ = static_cast<std::uint8_t>(upper.state);
         text.remove_prefix(close + 1);
     }
     if (unique)
@@ -87,7 +92,9 @@ void DataTypeListBase<N>::vInit(std::string_view text, bool* unique) {
     text.remove_prefix(found + of.size());
     if (unique)
         vUniqueRead(text, *unique);
-    elementText_ = text.substr(0, text.find(';'));
+    const auto element = text.substr(0, text.find(';'));
+    elementText_ = element.data();
+    elementTextSize_ = size32(element.size());
 }
 
 /// Takes UNIQUE off the text. Three bytes of the word are searched on purpose, and anywhere: "UNI" inside the
@@ -107,9 +114,9 @@ void DataTypeListBase<N>::vUpdate(Schema& schema) {
     if (element_)
         return;
     const SchemaBuilder::AggregateNesting nesting(SchemaBuilder::of(schema));
-    element_ = schema.pObjectFromName(elementText_);
+    element_ = schema.pObjectFromName(getElementText());
     if (!element_ && !nesting.isTooDeep())
-        element_ = DataTypeBase::pTypeCreateOnSchema(schema, elementText_, true);
+        element_ = DataTypeBase::pTypeCreateOnSchema(schema, getElementText(), true);
     if (!element_)
         SchemaBuilder::vReport(schema, elementNotFound(N));
 }

@@ -56,19 +56,23 @@ public:
     void vUpdate(Schema& schema) override;
     const ObjectBase* pBaseType() const override;
 
-    Bound getLowerBound() const override { return lower_; }
-    Bound getUpperBound() const override { return upper_; }
-    std::string_view getElementText() const override { return elementText_; }
+    Bound getLowerBound() const override { return {lower_, static_cast<Bound::State>(lowerState_)}; }
+    Bound getUpperBound() const override { return {upper_, static_cast<Bound::State>(upperState_)}; }
+    std::string_view getElementText() const override { return {elementText_, elementTextSize_}; }
     const ObjectBase* pElement() const override { return element_; }
 
 private:
     void vInit(std::string_view text, bool* unique);
     static void vUniqueRead(std::string_view& text, bool& unique);
 
-    Bound lower_;
-    Bound upper_;
-    std::string_view elementText_;
+    // The order leaves no room unused.
+    std::uint32_t lower_ = 0;
+    std::uint32_t upper_ = 0;
+    const char* elementText_ = nullptr;
     const ObjectBase* element_ = nullptr;
+    std::uint32_t elementTextSize_ = 0;
+    std::uint8_t lowerState_ = 0;
+    std::uint8_t upperState_ = 0;
 };
 
 class KIV_EXPORT DataTypeArray final : public DataTypeListBase<9> {

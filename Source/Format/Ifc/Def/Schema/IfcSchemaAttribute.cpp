@@ -7,6 +7,7 @@
 #include "Base/Words8.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 namespace kiv::ifc::def::schema {
@@ -22,10 +23,10 @@ const ObjectBase* pElementOf(const ObjectBase* type) {
 } // namespace
 
 AttributeBase::AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name) :
-    entity_(entity),
-    name_(line.getKept(name)),
-    nameEnd_(getLastBytes8(name_)),
-    nameUpper_(upperIn(line.getArena(), name_)) {}
+    entity_(entity), name_(line.getKept(name).data()), nameSize_(size32(name.size())) {
+    nameEnd_ = AttributeName(getName()).shortEnd_;
+    nameUpper_ = upperIn(line.getArena(), getName()).data();
+}
 
 AttributeBase::AttributeBase(Entity& entity, ReadLineHelper& line, std::string_view name,
                              std::string_view rest) :
@@ -36,34 +37,46 @@ AttributeBase::AttributeBase(Entity& entity, ReadLineHelper& line, std::string_v
         rest.remove_prefix(found + optionalWord.size());
     }
     rest = ascii::trimmedLeft(rest, BlankAndTab);
-    typeText_ = line.getKept(rest.substr(0, rest.find(';')));
+    vTypeTextSet(line.getKept(rest.substr(0, rest.find(';'))));
+}
+
+void AttributeBase::vTypeTextSet(std::string_view text) {
+    typeText_ = text.data();
+    typeTextSize_ = size32(text.size());
 }
 
 void AttributeBase::vUpdate(Schema& schema) {
-    if (!resolvedTypes_.empty())
+    if (typesCount_ != 0)
         return;
-    const ObjectBase* first = schema.pObjectFromName(typeText_);
+    const ObjectBase* first = schema.pObjectFromName(getTypeText());
     if (!first)
-        first = DataTypeBase::pTypeCreateOnSchema(schema, typeText_, true);
+        first = DataTypeBase::pTypeCreateOnSchema(schema, getTypeText(), true);
     // Each aggregate has resolved its own element when it was built; the chain only follows them.
     std::size_t count = 0;
     for (const auto* type = first; type; type = pElementOf(type))
         ++count;
-    auto** const types = SchemaBuilder::arenaOf(schema).pMakeArray<const ObjectBase*>(count);
-    count = 0;
+    typesCount_ = static_cast<std::uint16_t>(count);
+    if (count < 2) {
+        type_ = first;
+        return;
+    }
+    auto** types = SchemaBuilder::arenaOf(schema).pMakeArray<const ObjectBase*>(count);
+    types_ = types;
     for (const auto* type = first; type; type = pElementOf(type))
-        types[count++] = type;
-    resolvedTypes_ = {types, count};
+        *types++ = type;
 }
 
 std::uint32_t AttributeBase::getNameHash() const {
-    return nameHash(name_);
+    return nameHash(getName());
 }
 
-AttributeName::AttributeName(std::string_view name) : name_(name), nameEnd_(getLastBytes8(name)) {}
+AttributeName::AttributeName(std::string_view name) :
+    name_(name),
+    nameEnd_(getLastBytes8(name)),
+    shortEnd_(static_cast<std::uint32_t>(nameEnd_ ^ nameEnd_ >> 32)) {}
 
 bool AttributeName::isSameName(const AttributeBase& attribute) const {
-    return isSameText(attribute.name_, name_);
+    return isSameText(attribute.getName(), name_);
 }
 
 std::uint32_t AttributeName::getHash() const {

@@ -33,40 +33,51 @@ public:
     /// The entity that declares the attribute.
     const Entity& getEntity() const { return entity_; }
     /// The name as the schema writes it.
-    std::string_view getName() const { return name_; }
+    std::string_view getName() const { return {name_, nameSize_}; }
     /// The name with a to z made A to Z.
-    std::string_view getNameUpper() const { return nameUpper_; }
+    std::string_view getNameUpper() const { return {nameUpper_, nameSize_}; }
     /// `nameHash` of the name as written; made anew each time, as look-ups do without it.
     std::uint32_t getNameHash() const;
     bool isOptional() const { return optional_; }
     /// The type as written, without OPTIONAL, up to the ';'.
-    std::string_view getTypeText() const { return typeText_; }
+    std::string_view getTypeText() const { return {typeText_, typeTextSize_}; }
 
     /// The attribute's type from outside in: a named object alone, or a data type followed, for aggregates,
     /// by what their elements are. Empty when the type text names nothing.
-    std::span<const ObjectBase* const> getResolvedTypes() const { return resolvedTypes_; }
+    std::span<const ObjectBase* const> getResolvedTypes() const {
+        return {typesCount_ > 1 ? types_ : &type_, typesCount_};
+    }
 
     /// The first of the resolved types; null when there is none.
-    const ObjectBase* pFirstType() const { return resolvedTypes_.empty() ? nullptr : resolvedTypes_.front(); }
+    const ObjectBase* pFirstType() const { return typesCount_ > 1 ? types_[0] : type_; }
 
 protected:
     ~AttributeBase() = default;
     AttributeBase(AttributeBase&&) = default;
 
     void vUpdate(Schema& schema);
-    void vTypeTextSet(std::string_view text) { typeText_ = text; }
+    void vTypeTextSet(std::string_view text);
 
 private:
     friend class AttributeName;
 
     Entity& entity_;
-    std::string_view name_;
+    const char* name_;
+    const char* nameUpper_ = nullptr;
+    const char* typeText_ = nullptr;
+    union {
+        // Of one type, as most have, or none.
+        const ObjectBase* type_ = nullptr;
+        // Of several types.
+        const ObjectBase* const* types_;
+    };
+    std::uint32_t nameSize_;
     // Differs for most other names, so that their texts need not be compared.
-    std::uint64_t nameEnd_;
-    std::string_view nameUpper_;
+    std::uint32_t nameEnd_ = 0;
+    std::uint32_t typeTextSize_ = 0;
+    // Aggregates nest no deeper than 256 levels.
+    std::uint16_t typesCount_ = 0;
     bool optional_ = false;
-    std::string_view typeText_;
-    std::span<const ObjectBase* const> resolvedTypes_;
 };
 
 class KIV_EXPORT Attribute final : public AttributeBase {
@@ -96,7 +107,7 @@ public:
 
     /// True when this is exactly the name of the attribute.
     bool boMatches(const AttributeBase& attribute) const {
-        return attribute.nameEnd_ == nameEnd_ && isSameName(attribute);
+        return attribute.nameEnd_ == shortEnd_ && isSameName(attribute);
     }
 
     /// One of 64 bits, the same for equal names: whoever keeps those of many names knows which are not among
@@ -108,10 +119,13 @@ public:
     std::uint32_t getHash() const;
 
 private:
+    friend class AttributeBase;
+
     bool isSameName(const AttributeBase& attribute) const;
 
     std::string_view name_;
     std::uint64_t nameEnd_;
+    std::uint32_t shortEnd_;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -2,6 +2,7 @@
 
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
+#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
@@ -10,7 +11,9 @@ namespace kiv::ifc::def::schema {
 
 AttributeInverse::AttributeInverse(Entity& entity, ReadLineHelper& line, std::string_view name,
                                    std::string_view typeText, std::string_view forAttribute) :
-    AttributeBase(entity, line, name), forAttributeName_(line.getKept(forAttribute)) {
+    AttributeBase(entity, line, name),
+    forAttributeSize_(size32(forAttribute.size())),
+    forAttributeName_(line.getKept(forAttribute).data()) {
     vTypeTextSet(line.getKept(typeText));
 }
 
@@ -22,7 +25,7 @@ void AttributeInverse::vUpdate(Schema& schema) {
     referredEntity_ = Entity::pFrom(aggregate ? aggregate->pElement() : pFirstType());
     if (referredEntity_)
         referredAttribute_ =
-            SchemaBuilder::pAttribute(schema, *referredEntity_, AttributeName(forAttributeName_));
+            SchemaBuilder::pAttribute(schema, *referredEntity_, AttributeName(getForAttributeName()));
     if (!referredAttribute_)
         SchemaBuilder::vReport(schema, Report::InverseNotFound);
 }

@@ -27,7 +27,7 @@ public:
     void vUpdate(Schema& schema);
 
     /// The name after FOR, as written.
-    std::string_view getForAttributeName() const { return forAttributeName_; }
+    std::string_view getForAttributeName() const { return {forAttributeName_, forAttributeSize_}; }
 
     /// The entity that the inverse refers to; null when its type is none. It is kept when only the attribute
     /// was not found.
@@ -44,8 +44,9 @@ public:
     void vXmlAttributeSet(const xmlschema::AttributeInverse* attribute) const { xmlAttribute_ = attribute; }
 
 private:
+    std::uint32_t forAttributeSize_;
+    const char* forAttributeName_;
     mutable const xmlschema::AttributeInverse* xmlAttribute_ = nullptr;
-    std::string_view forAttributeName_;
     const Entity* referredEntity_ = nullptr;
     const Attribute* referredAttribute_ = nullptr;
 };

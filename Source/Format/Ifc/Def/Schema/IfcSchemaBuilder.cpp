@@ -4,6 +4,7 @@
 #include "Base/Words8.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
+#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
@@ -80,8 +81,7 @@ SchemaBuilder::~SchemaBuilder() {
     schema_.pBuilder_ = nullptr;
     model_.arena.vMeterSet(nullptr);
     if (meter_)
-        // Pointers. NOLINTNEXTLINE(bugprone-sizeof-expression)
-        meter_->vMemoryGiveBack(objectsByName_.capacity() * sizeof(ObjectBase*));
+        meter_->vMemoryGiveBack(objectsByHash_.capacity() * sizeof(ObjectHash));
 }
 
 void SchemaBuilder::vReport(const Schema& schema, Report report) {
@@ -154,10 +154,11 @@ void SchemaBuilder::vStatementsRead(std::istream& stream) {
         if (auto object = pStatementRead(line, stream)) {
             vObjectTake(meter_);
             vRoomForOne(model_.objectsAsRead, meter_);
-            vRoomForOne(model_.objects, meter_);
+            vRoomForOne(objectsByHash_, meter_);
             vPieceBegin();
+            objectsByHash_.push_back({object->getNameUpperHash(), size32(objectsByHash_.size())});
             model_.objectsAsRead.push_back(object.get());
-            model_.objects.push_back(std::move(object));
+            object.release();
             continue;
         }
         if (end.isIn(line.getLine()))
@@ -192,26 +193,24 @@ void SchemaBuilder::vResolve() {
         model_.dataTypes[index]->vUpdate(schema_);
     }
     vObjectsResolve();
-    vAttributesDirectoryBuild();
+    model_.attributesDirectory.vBuild(meter_);
     vInverseAndNumbersResolve();
+    vTrim();
 }
 
 void SchemaBuilder::vObjectsResolve() {
-    MeteredScope held(meter_);
-    // Pointers. NOLINTNEXTLINE(bugprone-sizeof-expression)
-    held.vTake(model_.objects.size() * sizeof(ObjectBase*));
-    for (auto* const object : objectsByHash()) {
+    vHashesSort();
+    for (const auto& place : objectsByHash_) {
         vLook(meter_);
-        object->vUpdate(schema_);
+        toChange(model_.objectsAsRead[place.index]).vUpdate(schema_);
     }
 }
 
 void SchemaBuilder::vObjectsByNameBuild() {
-    vRoomFor(objectsByName_, model_.objects.size(), meter_);
-    objectsByName_.reserve(model_.objects.size());
-    for (const auto& object : model_.objects)
-        objectsByName_.push_back(object.get());
-    vSortRuns(objectsByName_, [this](const auto* left, const auto* right) {
+    auto& objects = model_.objectsByName;
+    vRoomFor(objects, model_.objectsAsRead.size(), meter_);
+    objects = model_.objectsAsRead;
+    vSortRuns(objects, [this](const auto* left, const auto* right) {
         vLook(meter_);
         return boLessText(left->getNameUpper(), right->getNameUpper());
     });
@@ -219,69 +218,51 @@ void SchemaBuilder::vObjectsByNameBuild() {
         vLook(meter_);
         return isSameText(left->getNameUpper(), right->getNameUpper());
     };
-    objectsByName_.erase(std::unique(objectsByName_.begin(), objectsByName_.end(), isSameName),
-                         objectsByName_.end());
-    vRoomFor(model_.objectsByName, objectsByName_.size(), meter_);
-    model_.objectsByName.assign(objectsByName_.begin(), objectsByName_.end());
+    objects.erase(std::unique(objects.begin(), objects.end(), isSameName), objects.end());
 }
 
 void SchemaBuilder::vObjectTableBuild() {
-    model_.objectTable.vReserve(model_.objects.size(), meter_);
-    for (const auto& object : model_.objects) {
+    model_.objectTable.vReserve(model_.objectsAsRead.size(), meter_);
+    for (const auto* const object : model_.objectsAsRead) {
         vLook(meter_);
-        model_.objectTable.vAdd(object->getNameUpper(), *object);
+        model_.objectTable.vAdd(object->getNameUpper(), toChange(object));
     }
 }
 
-/// The order in which objects are resolved, and so the order of the reports about them, and that of
+/// Makes the order in which objects are resolved, and so the order of the reports about them, and that of
 /// attributes of one name, which `Schema::pAttributeGet` relies on: by the hash of the upper-cased name, its
 /// length, and its bytes.
-std::vector<ObjectBase*> SchemaBuilder::objectsByHash() const {
-    struct Key {
-        std::uint32_t hash;
-        std::uint32_t index;
-    };
-    MeteredScope held(meter_);
-    held.vTake(model_.objects.size() * sizeof(Key));
-    std::vector<Key> keys;
-    keys.reserve(model_.objects.size());
-    for (const auto& object : model_.objects)
-        keys.push_back({object->getNameUpperHash(), static_cast<std::uint32_t>(keys.size())});
-    const auto isBefore = [this](const Key& left, const Key& right) {
+void SchemaBuilder::vHashesSort() {
+    const auto isBefore = [this](const ObjectHash& left, const ObjectHash& right) {
         vLook(meter_);
         if (left.hash != right.hash)
             return left.hash < right.hash;
-        const auto leftName = model_.objects[left.index]->getNameUpper();
-        const auto rightName = model_.objects[right.index]->getNameUpper();
+        const auto leftName = model_.objectsAsRead[left.index]->getNameUpper();
+        const auto rightName = model_.objectsAsRead[right.index]->getNameUpper();
         if (leftName.size() != rightName.size())
             return leftName.size() < rightName.size();
         return leftName != rightName ? leftName < rightName : left.index < right.index;
     };
-    const auto starts = sortedByHash(keys, isBefore, meter_);
+    const auto room = objectsByHash_.capacity();
+    const auto starts = sortedByHash(objectsByHash_, isBefore, meter_);
     if (meter_)
-        meter_->vMemoryGiveBack(starts.capacity() * sizeof(starts.front()));
-    std::vector<ObjectBase*> objects;
-    objects.reserve(keys.size());
-    for (const auto& key : keys)
-        objects.push_back(model_.objects[key.index].get());
-    return objects;
+        meter_->vMemoryGiveBack(starts.capacity() * sizeof(starts.front()) +
+                                (room - objectsByHash_.capacity()) * sizeof(ObjectHash));
 }
 
-void SchemaBuilder::vAttributesDirectoryBuild() {
-    model_.attributesDirectory.vReserve(model_.attributes.size(), meter_);
-    for (const auto* const attribute : model_.attributes) {
-        vLook(meter_);
-        model_.attributesDirectory.vAdd(attribute);
-    }
-    model_.attributesDirectory.vBuild(meter_);
+/// Gives back the room that lists were left while they grew.
+void SchemaBuilder::vTrim() {
+    vRoomTrim(model_.objectsAsRead, meter_);
+    vRoomTrim(model_.objectsByName, meter_);
+    vRoomTrim(model_.dataTypes, meter_);
 }
 
 void SchemaBuilder::vInverseAndNumbersResolve() {
-    for (auto* const object : objectsByName_) {
+    for (const auto* const object : model_.objectsByName) {
         vLook(meter_);
         if (object->getKind() != ObjectBase::Type::Entity)
             continue;
-        auto& entity = static_cast<Entity&>(*object);
+        auto& entity = static_cast<Entity&>(toChange(object));
         entity.vUpdateInverse(schema_);
         if (!entity.pSupertype())
             vTreeNumber(entity);
@@ -297,8 +278,9 @@ void SchemaBuilder::vTreeNumber(Entity& root) {
     // Entities that were met before keep their numbers, so that subtype lists that form a circle or share an
     // entity end.
     const auto enter = [&](Entity& entity) {
-        if (std::exchange(entity.numbered_, true))
+        if (entity.numbered_)
             return;
+        entity.numbered_ = true;
         entity.firstNumber_ = ++entityNumber_;
         vRoomForOne(levels, meter_);
         levels.push_back({entity});
@@ -307,7 +289,7 @@ void SchemaBuilder::vTreeNumber(Entity& root) {
     while (!levels.empty()) {
         vLook(meter_);
         auto& level = levels.back();
-        if (level.nextSubtype < level.entity.subtypes_.size()) {
+        if (level.nextSubtype < level.entity.subtypesCount_) {
             enter(*level.entity.subtypes_[level.nextSubtype++]);
             continue;
         }

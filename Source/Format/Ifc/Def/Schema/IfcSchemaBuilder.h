@@ -74,10 +74,7 @@ public:
     DataTypeBase& typeAdd(std::string_view keyword, ArenaPtr<DataTypeBase> type);
 
     /// Makes an attribute findable by its name.
-    void vAttributeAdd(const Attribute& attribute) {
-        vRoomForOne(model_.attributes, meter_);
-        model_.attributes.push_back(&attribute);
-    }
+    void vAttributeAdd(const Attribute& attribute) { model_.attributesDirectory.vAdd(&attribute, meter_); }
 
     /// Counts how deep aggregates are being built inside each other.
     class AggregateNesting {
@@ -102,16 +99,25 @@ private:
     void vObjectsResolve();
     void vObjectsByNameBuild();
     void vObjectTableBuild();
-    std::vector<ObjectBase*> objectsByHash() const;
-    void vAttributesDirectoryBuild();
+    void vHashesSort();
     void vInverseAndNumbersResolve();
+    void vTrim();
     void vTreeNumber(Entity& root);
+
+    /// What `sortedByHash` sorts.
+    struct ObjectHash {
+        std::uint32_t hash;
+        std::uint32_t index;
+    };
+
+    /// An object of the model, to be changed.
+    static ObjectBase& toChange(const ObjectBase* object) { return const_cast<ObjectBase&>(*object); }
 
     Schema& schema_;
     Schema::Model& model_;
     WorkMeter* meter_;
-    // The objects of `Model::objectsByName`, to be changed.
-    std::vector<ObjectBase*> objectsByName_;
+    // In the order of the text at first; made while the names are at hand.
+    std::vector<ObjectHash> objectsByHash_;
     AttributeSearch<Attribute> attributeSearch_;
     std::size_t aggregateNesting_ = 0;
     // The number of the entity that was numbered last.

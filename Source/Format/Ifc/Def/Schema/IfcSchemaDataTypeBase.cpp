@@ -2,7 +2,8 @@
 
 namespace kiv::ifc::def::schema {
 
-DataTypeBase::DataTypeBase(DataTypeKind kind) : ObjectBase(ObjectBase::Type::DataType), dataTypeKind_(kind) {}
+DataTypeBase::DataTypeBase(DataTypeKind kind) :
+    ObjectBase(ObjectBase::Type::DataType), dataTypeKind_(static_cast<std::uint8_t>(kind)) {}
 
 DataTypeBase::~DataTypeBase() = default;
 

@@ -44,7 +44,7 @@ public:
     /// The object as a data type; null for null and for everything else.
     static const DataTypeBase* pFrom(const ObjectBase* object);
 
-    DataTypeKind getDataTypeKind() const { return dataTypeKind_; }
+    DataTypeKind getDataTypeKind() const { return static_cast<DataTypeKind>(dataTypeKind_); }
 
     /// The type of one value: the data type itself; for an aggregate what its innermost element is (a named
     /// object or a data type), null when that was not found.
@@ -71,7 +71,7 @@ public:
                                              std::size_t pos, std::istream& stream);
 
 private:
-    DataTypeKind dataTypeKind_;
+    std::uint8_t dataTypeKind_;
 };
 
 /// A data type of kind N; used as it is for REAL, BOOLEAN, INTEGER, NUMBER and LOGICAL.

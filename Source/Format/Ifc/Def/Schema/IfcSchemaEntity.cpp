@@ -3,19 +3,18 @@
 #include "Base/Arena.h"
 #include "Base/Ascii.h"
 #include "Base/Metered.h"
+#include "Base/ScratchList.h"
 #include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
-#include <array>
 #include <cstddef>
 #include <istream>
 #include <memory>
-#include <memory_resource>
 #include <span>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -59,22 +58,17 @@ public:
 
     void vRead() {
         vLinesRead();
-        entity_.attributes_ = kept(attributes_);
-        entity_.attributesInverse_ = kept(attributesInverse_);
+        const auto attributes = attributes_.movedTo(line_.getArena());
+        entity_.attributes_ = attributes.data();
+        entity_.attributesCount_ = size32(attributes.size());
+        const auto inverse = attributesInverse_.movedTo(line_.getArena());
+        entity_.attributesInverse_ = inverse.data();
+        entity_.attributesInverseCount_ = size32(inverse.size());
     }
 
 private:
     enum class Clause { NotSeen, Open, Closed };
     static constexpr Keyword Colon{" : ", 1};
-
-    /// Moves the values into the arena, which then holds no room that they do not need.
-    template <class Value>
-    std::span<Value> kept(std::pmr::vector<Value>& values) {
-        static_assert(std::is_trivially_destructible_v<Value>);
-        auto* const place = static_cast<Value*>(line_.getArena().pAllocateFor<Value>(values.size()));
-        std::uninitialized_move(values.begin(), values.end(), place);
-        return {place, values.size()};
-    }
 
     void vLinesRead() {
         while (line_.boNextLine(stream_)) {
@@ -131,7 +125,9 @@ private:
             return;
         supertypeSeen_ = true;
         pos = found + words.size();
-        entity_.supertypeOfNames_ = line_.getNamesKept(pos, stream_);
+        const auto names = line_.getNamesKept(pos, stream_);
+        entity_.supertypeOfNames_ = names.data();
+        entity_.supertypeOfCount_ = size32(names.size());
     }
 
     /// False when the rest of the line is to be ignored.
@@ -150,8 +146,10 @@ private:
         const auto paren = text.find('(', pos);
         if (paren == npos)
             return false;
-        const auto name = text.substr(paren + 1);
-        entity_.supertypeName_ = line_.getKept(name.substr(0, name.find(");")));
+        const auto rest = text.substr(paren + 1);
+        const auto name = line_.getKept(rest.substr(0, rest.find(");")));
+        entity_.supertypeName_ = name.data();
+        entity_.supertypeNameSize_ = size32(name.size());
         subtype_ = Clause::Closed;
         return true;
     }
@@ -160,10 +158,8 @@ private:
     bool boAttributeRead() {
         if (clauseBegun_ || colon_ == npos)
             return false;
-        if (attributes_.empty())
-            attributes_.reserve(FewAttributes);
         vObjectTake(line_.pMeter());
-        const auto& attribute = attributes_.emplace_back(entity_, line_, nameBeforeColon(), textAfterColon());
+        const auto& attribute = attributes_.add(entity_, line_, nameBeforeColon(), textAfterColon());
         entity_.attributeBits_ |= AttributeName(attribute).getBit();
         return true;
     }
@@ -179,9 +175,8 @@ private:
             return;
         vObjectTake(line_.pMeter());
         const auto referred = text.substr(forPos + forWord.size());
-        attributesInverse_.emplace_back(entity_, line_, nameBeforeColon(),
-                                        text.substr(typePos, forPos - typePos),
-                                        referred.substr(0, referred.find(';')));
+        attributesInverse_.add(entity_, line_, nameBeforeColon(), text.substr(typePos, forPos - typePos),
+                               referred.substr(0, referred.find(';')));
     }
 
     void vUniqueRead() {
@@ -225,7 +220,7 @@ private:
         if (found == npos)
             return;
         clauseBegun_ = true;
-        entity_.where_.emplace(schema_, line_, found + word.size(), stream_);
+        entity_.where_ = Where::pRead(entity_.where_, schema_, line_, found + word.size(), stream_);
     }
 
     /// True when the clause is open and the line can be an entry of it. The line that opens the clause may be
@@ -261,12 +256,8 @@ private:
     Schema& schema_;
     ReadLineHelper& line_;
     std::istream& stream_;
-    // While a vector grows it leaves its old room unused, which would stay in the arena for good.
-    std::array<std::byte, 3 * FewAttributes * sizeof(Attribute)> room_;
-    MeteredResource beyond_{line_.pMeter()};
-    std::pmr::monotonic_buffer_resource scratch_{room_.data(), room_.size(), &beyond_};
-    std::pmr::vector<Attribute> attributes_{&scratch_};
-    std::pmr::vector<AttributeInverse> attributesInverse_{&scratch_};
+    ScratchList<Attribute, FewAttributes> attributes_{line_.pMeter()};
+    ScratchList<AttributeInverse, FewAttributes> attributesInverse_{line_.pMeter()};
     bool supertypeSeen_ = false;
     Clause subtype_ = Clause::NotSeen;
     Clause inverse_ = Clause::NotSeen;
@@ -286,7 +277,7 @@ Entity::Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std
 }
 
 Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
-    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd) {}
+    ObjectBase(ObjectBase::Type::Entity, line, namePos, nameEnd), nameHash_(ObjectBase::getNameHash()) {}
 
 Entity::~Entity() = default;
 
@@ -298,7 +289,7 @@ const Entity* Entity::pFrom(const ObjectBase* object) {
 void Entity::vUpdate(Schema& schema) {
     vSupertypeResolve(schema);
     vSubtypesResolve(schema);
-    for (auto& attribute : attributes_) {
+    for (auto& attribute : std::span(attributes_, attributesCount_)) {
         vLook(SchemaBuilder::pMeter(schema));
         attribute.vUpdate(schema);
         SchemaBuilder::of(schema).vAttributeAdd(attribute);
@@ -323,10 +314,10 @@ void Entity::vLineResolve(Schema& schema) {
 }
 
 void Entity::vSupertypeResolve(Schema& schema) {
-    if (supertypeName_.empty() || supertypeSearched_)
+    if (supertypeNameSize_ == 0 || supertypeSearched_)
         return;
     supertypeSearched_ = true;
-    auto* const entity = pEntity(schema, supertypeName_);
+    auto* const entity = pEntity(schema, getSupertypeName());
     // An entity above itself would have no root, and walks along supertypes no end.
     if (!entity || entity->getTopmost(SchemaBuilder::pMeter(schema)) == this) {
         SchemaBuilder::vReport(schema, Report::SupertypeNotFound);
@@ -346,20 +337,21 @@ Entity* Entity::getTopmost(WorkMeter* meter) {
 }
 
 void Entity::vSubtypesResolve(Schema& schema) {
-    auto** const subtypes = SchemaBuilder::arenaOf(schema).pMakeArray<Entity*>(supertypeOfNames_.size());
-    std::size_t count = 0;
-    for (const auto& name : supertypeOfNames_) {
+    auto** const subtypes = SchemaBuilder::arenaOf(schema).pMakeArray<Entity*>(supertypeOfCount_);
+    std::uint32_t count = 0;
+    for (const auto& name : getSupertypeOfNames()) {
         vLook(SchemaBuilder::pMeter(schema));
         if (auto* const subtype = pEntity(schema, name))
             subtypes[count++] = subtype;
         else
             SchemaBuilder::vReport(schema, Report::SubtypeNotFound);
     }
-    subtypes_ = {subtypes, count};
+    subtypes_ = subtypes;
+    subtypesCount_ = count;
 }
 
 void Entity::vUpdateInverse(Schema& schema) {
-    for (auto& attribute : attributesInverse_) {
+    for (auto& attribute : std::span(attributesInverse_, attributesInverseCount_)) {
         vLook(SchemaBuilder::pMeter(schema));
         attribute.vUpdate(schema);
     }
@@ -370,7 +362,7 @@ const Attribute* Entity::pAttributeFromName(const AttributeName& key, bool withS
     for (const auto* entity = this; entity; entity = withSupertypes ? entity->supertype_ : nullptr) {
         if ((entity->attributeBits_ & bit) == 0)
             continue;
-        for (const auto& attribute : entity->attributes_) {
+        for (const auto& attribute : entity->getAttributes()) {
             if (key.boMatches(attribute))
                 return &attribute;
         }
@@ -380,7 +372,7 @@ const Attribute* Entity::pAttributeFromName(const AttributeName& key, bool withS
 
 const Attribute* Entity::pAttributeFromNameUpper(const std::string& upperName, bool withSupertypes) const {
     for (const auto* entity = this; entity; entity = withSupertypes ? entity->supertype_ : nullptr) {
-        for (const auto& attribute : entity->attributes_) {
+        for (const auto& attribute : entity->getAttributes()) {
             if (attribute.getNameUpper() == upperName)
                 return &attribute;
         }
@@ -396,7 +388,7 @@ const AttributeInverse* Entity::pAttributeInverseFromName(const std::string& nam
 const AttributeInverse* Entity::pAttributeInverseFromNameUpper(const std::string& upperName,
                                                                bool withSupertypes) const {
     for (const auto* entity = this; entity; entity = withSupertypes ? entity->supertype_ : nullptr) {
-        for (const auto& attribute : entity->attributesInverse_) {
+        for (const auto& attribute : entity->getAttributesInverse()) {
             if (attribute.getNameUpper() == upperName)
                 return &attribute;
         }

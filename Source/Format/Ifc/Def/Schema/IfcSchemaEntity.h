@@ -22,7 +22,6 @@
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -39,6 +38,9 @@ public:
     /// The object as an entity; null for null and for everything else.
     static const Entity* pFrom(const ObjectBase* object);
 
+    /// As of every object, but kept, as look-ups of sets ask for it.
+    std::uint32_t getNameHash() const { return nameHash_; }
+
     /// Resolves the supertype, the subtypes, the attributes and the rules. The list of subtypes lies in the
     /// memory of the schema, and a second call makes it anew.
     void vUpdate(Schema& schema) override;
@@ -49,20 +51,24 @@ public:
     /// ancestor.
     const Entity* pSupertype() const { return supertype_; }
     /// The text between the parentheses of SUBTYPE OF, as written; empty for a root.
-    std::string_view getSupertypeName() const { return supertypeName_; }
+    std::string_view getSupertypeName() const { return {supertypeName_, supertypeNameSize_}; }
     /// ABSTRACT is on the first line after the header that is not empty.
     bool isAbstract() const { return abstract_; }
     /// The names listed in SUPERTYPE OF (ONEOF (...)), as written.
-    std::span<const std::string_view> getSupertypeOfNames() const { return supertypeOfNames_; }
+    std::span<const std::string_view> getSupertypeOfNames() const {
+        return {supertypeOfNames_, supertypeOfCount_};
+    }
     /// The entities of those names, in the same order. A subtype that is not listed there is not among
     /// them.
-    std::span<const Entity* const> getSubtypes() const { return {subtypes_.data(), subtypes_.size()}; }
+    std::span<const Entity* const> getSubtypes() const { return {subtypes_, subtypesCount_}; }
     /// The explicit attributes that the entity itself declares, in order.
-    std::span<const Attribute> getAttributes() const { return attributes_; }
+    std::span<const Attribute> getAttributes() const { return {attributes_, attributesCount_}; }
     /// The inverse attributes that the entity itself declares, in order.
-    std::span<const AttributeInverse> getAttributesInverse() const { return attributesInverse_; }
+    std::span<const AttributeInverse> getAttributesInverse() const {
+        return {attributesInverse_, attributesInverseCount_};
+    }
     /// The clauses; null when the declaration has none.
-    const Where* pWhere() const { return where_ ? &*where_ : nullptr; }
+    const Where* pWhere() const { return where_; }
     const Unique* pUnique() const { return unique_.get(); }
     const Derive* pDerive() const { return derive_.get(); }
 
@@ -102,32 +108,39 @@ private:
     void vSubtypesResolve(Schema& schema);
     Entity* getTopmost(WorkMeter* meter);
 
-    // All lists lie in the arena of the line helper that the entity was read with, or of its schema.
+    // All lists and the rules lie in the arena of the line helper that the entity was read with, or of its
+    // schema. The order leaves no room unused.
 
+    bool abstract_ : 1 = false;
+    bool supertypeSearched_ : 1 = false;
+    // The supertypes of all entities above are searched too.
+    bool lineResolved_ : 1 = false;
+    // Met by the numbering already; the numbers alone do not show it, as they wrap around.
+    bool numbered_ : 1 = false;
+    std::uint16_t firstNumber_ = 0;
     // Next to each other: a look-up of an attribute goes along the supertypes and looks at nothing else of
     // most of them.
     Entity* supertype_ = nullptr;
     // The bits of the names of all explicit attributes.
     std::uint64_t attributeBits_ = 0;
-    std::span<Attribute> attributes_;
-    bool abstract_ = false;
-    bool supertypeSearched_ = false;
-    // The supertypes of all entities above are searched too.
-    bool lineResolved_ = false;
-    // Met by the numbering already; the numbers alone do not show it, as they wrap around.
-    bool numbered_ = false;
-    std::uint16_t firstNumber_ = 0;
+    Attribute* attributes_ = nullptr;
+    std::uint32_t attributesCount_ = 0;
+    std::uint32_t attributesInverseCount_ = 0;
+    AttributeInverse* attributesInverse_ = nullptr;
+    const std::string_view* supertypeOfNames_ = nullptr;
+    Entity** subtypes_ = nullptr;
+    std::uint32_t supertypeOfCount_ = 0;
+    std::uint32_t subtypesCount_ = 0;
+    const char* supertypeName_ = nullptr;
+    std::uint32_t supertypeNameSize_ = 0;
     std::uint16_t lastNumber_ = 0;
-    std::span<const std::string_view> supertypeOfNames_;
-    std::span<Entity*> subtypes_;
-    std::string_view supertypeName_;
-    std::span<AttributeInverse> attributesInverse_;
-    std::optional<Where> where_;
+    Where* where_ = nullptr;
     std::unique_ptr<Unique> unique_;
     std::unique_ptr<Derive> derive_;
     // Leads to the topmost supertype on ever shorter ways; finds circles in the inheritance at hardly any
     // cost.
     Entity* towardsTop_ = nullptr;
+    std::uint32_t nameHash_;
 };
 
 } // namespace kiv::ifc::def::schema

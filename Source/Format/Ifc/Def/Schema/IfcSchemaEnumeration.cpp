@@ -2,6 +2,7 @@
 
 #include "Base/Arena.h"
 #include "Base/Words8.h"
+#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>
@@ -28,21 +29,24 @@ struct DataTypeEnum::Copies {
 
 DataTypeEnum::DataTypeEnum(std::string_view) {}
 
-DataTypeEnum::DataTypeEnum(const std::vector<std::string>& items) :
-    copies_(std::make_unique<Copies>(items)), items_(copies_->items) {
-    vIndexBuild(copies_->ordered);
+DataTypeEnum::DataTypeEnum(const std::vector<std::string>& items) : copies_(std::make_unique<Copies>(items)) {
+    vItemsSet(copies_->items, copies_->ordered.data());
 }
 
-DataTypeEnum::DataTypeEnum(ReadLineHelper& line, std::size_t pos, std::istream& stream) :
-    items_(line.getNamesKept(pos, stream)) {
-    vIndexBuild({line.getArena().pMakeArray<const std::string_view*>(items_.size()), items_.size()});
+DataTypeEnum::DataTypeEnum(ReadLineHelper& line, std::size_t pos, std::istream& stream) {
+    const auto items = line.getNamesKept(pos, stream);
+    vItemsSet(items, line.getArena().pMakeArray<const std::string_view*>(items.size()));
 }
 
 DataTypeEnum::~DataTypeEnum() = default;
 
-/// Orders the items in `places`, of which there is one for each item.
-void DataTypeEnum::vIndexBuild(std::span<const std::string_view*> places) {
-    std::transform(items_.begin(), items_.end(), places.begin(), [](const auto& item) { return &item; });
+/// Takes the items and orders them in a place that has room for one pointer for each.
+void DataTypeEnum::vItemsSet(std::span<const std::string_view> items, const std::string_view** place) {
+    items_ = items.data();
+    count_ = size32(items.size());
+    ordered_ = place;
+    const std::span places(place, items.size());
+    std::transform(items.begin(), items.end(), places.begin(), [](const auto& item) { return &item; });
     // Of equal items the one that was read first is kept: they lie in that order.
     const auto isBefore = [](const auto* a, const auto* b) {
         return boLessText(*a, *b) || (a < b && *a == *b);
@@ -58,7 +62,7 @@ void DataTypeEnum::vIndexBuild(std::span<const std::string_view*> places) {
                     sortedEnd + 1);
     const auto last = std::unique(places.begin(), places.end(),
                                   [](const auto* a, const auto* b) { return isSameText(*a, *b); });
-    ordered_ = places.first(static_cast<std::size_t>(last - places.begin()));
+    orderedCount_ = static_cast<std::uint32_t>(last - places.begin());
 }
 
 bool DataTypeEnum::isConstructed() const {
@@ -66,10 +70,11 @@ bool DataTypeEnum::isConstructed() const {
 }
 
 bool DataTypeEnum::boContains(std::string_view item) const {
+    const auto ordered = getItemsOrdered();
     const auto found =
-        std::lower_bound(ordered_.begin(), ordered_.end(), item,
+        std::lower_bound(ordered.begin(), ordered.end(), item,
                          [](const auto* entry, std::string_view wanted) { return *entry < wanted; });
-    return found != ordered_.end() && **found == item;
+    return found != ordered.end() && **found == item;
 }
 
 } // namespace kiv::ifc::def::schema

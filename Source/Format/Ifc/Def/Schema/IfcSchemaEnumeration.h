@@ -12,6 +12,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataTypeBase.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <span>
@@ -32,10 +33,10 @@ public:
     bool isConstructed() const override;
 
     /// The items as written, in the order of the declaration.
-    std::span<const std::string_view> getItems() const { return items_; }
+    std::span<const std::string_view> getItems() const { return {items_, count_}; }
 
     /// The distinct items, ordered byte by byte; they point into `getItems`.
-    std::span<const std::string_view* const> getItemsOrdered() const { return ordered_; }
+    std::span<const std::string_view* const> getItemsOrdered() const { return {ordered_, orderedCount_}; }
 
     /// True when an item equals the text exactly, letter case included. Cost: the logarithm of the items.
     bool boContains(std::string_view item) const;
@@ -43,12 +44,14 @@ public:
 private:
     struct Copies;
 
-    void vIndexBuild(std::span<const std::string_view*> places);
+    void vItemsSet(std::span<const std::string_view> items, const std::string_view** places);
 
     // Of items that a caller gave; those of a declaration lie where its schema keeps them.
     std::unique_ptr<Copies> copies_;
-    std::span<const std::string_view> items_;
-    std::span<const std::string_view* const> ordered_;
+    const std::string_view* items_ = nullptr;
+    const std::string_view* const* ordered_ = nullptr;
+    std::uint32_t count_ = 0;
+    std::uint32_t orderedCount_ = 0;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -3,6 +3,8 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
 
 #include <istream>
+#include <string_view>
+#include <vector>
 
 namespace kiv::ifc::def::schema {
 
@@ -16,8 +18,6 @@ BodyObject::BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t 
     const Keyword end(endMarker, std::string_view("END").size());
     auto& body = line.getEmptyLines();
     while (line.boNextLine(stream)) {
-        if (line.getLine().empty())
-            continue;
         if (end.isIn(line.getLine()))
             break;
         line.vLineAddTo(body);
@@ -26,6 +26,12 @@ BodyObject::BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t 
 }
 
 BodyObject::~BodyObject() = default;
+
+std::vector<std::string_view> BodyObject::getBodyLines() const {
+    auto lines = linesOfText(body_);
+    std::erase_if(lines, [](std::string_view line) { return line.empty(); });
+    return lines;
+}
 
 Function::Function(Schema&, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream) :
     BodyObject(ObjectBase::Type::Function, line, keywordPos + std::string_view("FUNCTION").size(),

@@ -26,7 +26,7 @@ public:
 
     /// The non-empty lines between the header line and the end line, as read; they live as long as this
     /// object.
-    std::vector<std::string_view> getBodyLines() const { return linesOfText(body_); }
+    std::vector<std::string_view> getBodyLines() const;
 
 protected:
     /// Reads up to the first line that contains the end marker, wherever in the line, or to the end of the
@@ -37,6 +37,7 @@ protected:
 private:
     BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd);
 
+    // With the empty lines: a body lies in memory as it was read then, without a copy.
     std::string_view body_;
 };
 

@@ -21,20 +21,29 @@ namespace kiv::ifc::def::schema {
 struct Schema::Model {
     /// Small, as a text may hold thousands of schemas of a line each.
     static constexpr std::size_t FirstBlockSize = 1024;
+    /// A hundredth of what a large schema takes.
+    static constexpr std::size_t LargestBlockSize = std::size_t{1} << 13;
+
+    Model() = default;
+    Model(const Model&) = delete;
+    Model& operator=(const Model&) = delete;
+    ~Model() {
+        for (const auto* const object : objectsAsRead)
+            ArenaDelete()(object);
+    }
 
     std::string name;
-    // Declared in the reverse of the order in which they are destroyed: objects, shared data types, data
-    // types, and last the texts and trees of all of them.
-    Arena arena{FirstBlockSize};
+    // Declared in the reverse of the order in which they are destroyed after the objects: shared data types,
+    // data types, and last the texts and trees of all of them.
+    Arena arena{FirstBlockSize, LargestBlockSize};
     std::vector<ArenaPtr<DataTypeBase>> dataTypes;
     std::array<ArenaPtr<DataTypeBase>, 7> sharedTypes;
-    std::vector<ArenaPtr<ObjectBase>> objects;
+    // Owned.
     std::vector<const ObjectBase*> objectsAsRead;
     std::vector<const ObjectBase*> objectsByName;
     // By upper-cased name.
     NameTable<ObjectBase> objectTable;
-    // In the order in which their entities were resolved.
-    std::vector<const Attribute*> attributes;
+    // Attributes of one name in the order in which their entities were resolved.
     NameDirectory<const Attribute> attributesDirectory;
 };
 

@@ -2,6 +2,7 @@
 
 #include "Base/NameHash.h"
 #include "Base/UpperCase.h"
+#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
@@ -9,8 +10,7 @@
 
 namespace kiv::ifc::def::schema {
 
-ObjectBase::ObjectBase(ObjectBase::Type kind) :
-    kind_(kind), nameHash_(nameHash({})), nameUpperHash_(nameHash_) {}
+ObjectBase::ObjectBase(ObjectBase::Type kind) : kind_(static_cast<std::uint8_t>(kind)) {}
 
 ObjectBase::ObjectBase(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos,
                        std::size_t& nameEnd) :
@@ -30,16 +30,25 @@ ObjectBase::~ObjectBase() = default;
 void ObjectBase::vUpdate(Schema&) {}
 
 void ObjectBase::vNameSet(std::string_view name, Arena& arena) {
-    name_ = name;
-    nameUpper_ = upperIn(arena, name);
-    const auto hashes = nameHashes(name_, nameUpper_);
-    nameHash_ = hashes[0];
-    nameUpperHash_ = hashes[1];
+    nameSize_ = size32(name.size());
+    name_ = name.data();
+    nameUpper_ = upperIn(arena, name).data();
 }
 
-ObjectName::ObjectName(const Entity& entity) :
-    upperName_(entity.getNameUpper()), hash_(entity.getNameUpperHash()) {}
+std::uint32_t ObjectBase::getNameHash() const {
+    return nameHash(getName());
+}
 
-ObjectName::ObjectName(std::string_view upperName) : upperName_(upperName), hash_(nameHash(upperName)) {}
+std::uint32_t ObjectBase::getNameUpperHash() const {
+    return nameHash(getNameUpper());
+}
+
+ObjectName::ObjectName(const Entity& entity) : upperName_(entity.getNameUpper()) {}
+
+ObjectName::ObjectName(std::string_view upperName) : upperName_(upperName) {}
+
+std::uint32_t ObjectName::getHash() const {
+    return nameHash(upperName_);
+}
 
 } // namespace kiv::ifc::def::schema

@@ -49,15 +49,15 @@ public:
     /// Resolves the names this object refers to; called while its schema is built.
     virtual void vUpdate(Schema& schema);
 
-    ObjectBase::Type getKind() const { return kind_; }
+    ObjectBase::Type getKind() const { return static_cast<ObjectBase::Type>(kind_); }
     /// The name as the schema writes it.
-    std::string_view getName() const { return name_; }
+    std::string_view getName() const { return {name_, nameSize_}; }
     /// The name with a to z made A to Z.
-    std::string_view getNameUpper() const { return nameUpper_; }
-    /// `nameHash` of the name as written.
-    std::uint32_t getNameHash() const { return nameHash_; }
-    /// `nameHash` of the upper-cased name.
-    std::uint32_t getNameUpperHash() const { return nameUpperHash_; }
+    std::string_view getNameUpper() const { return {nameUpper_, nameSize_}; }
+    /// `nameHash` of the name as written; made anew each time.
+    std::uint32_t getNameHash() const;
+    /// `nameHash` of the upper-cased name; made anew each time too.
+    std::uint32_t getNameUpperHash() const;
 
 protected:
     /// Takes a name that outlives the object.
@@ -66,14 +66,14 @@ protected:
 private:
     friend class SchemaBuilder;
 
-    ObjectBase::Type kind_;
-    std::string_view name_;
-    std::string_view nameUpper_;
-    std::uint32_t nameHash_;
-    std::uint32_t nameUpperHash_;
+    const char* name_ = nullptr;
+    const char* nameUpper_ = nullptr;
+    std::uint32_t nameSize_ = 0;
+    // What is small in an object comes next, in the room that is left beside this.
+    std::uint8_t kind_;
 };
 
-/// A look-up key for an object: its upper-cased name and that name's hash.
+/// A look-up key for an object: its upper-cased name.
 ///
 /// Ownership: refers to the name it was made from, which must outlive it.
 class KIV_EXPORT ObjectName {
@@ -83,11 +83,11 @@ public:
     explicit ObjectName(std::string_view upperName);
 
     std::string_view getView() const { return upperName_; }
-    std::uint32_t getHash() const { return hash_; }
+    /// `nameHash` of the name; made anew each time.
+    std::uint32_t getHash() const;
 
 private:
     std::string_view upperName_;
-    std::uint32_t hash_;
 };
 
 } // namespace kiv::ifc::def::schema

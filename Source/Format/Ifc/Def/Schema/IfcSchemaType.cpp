@@ -4,6 +4,7 @@
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>
@@ -39,10 +40,12 @@ void Type::vUnderlyingRead(Schema& schema, ReadLineHelper& line, std::size_t nam
     if (nameEnd == std::string_view::npos || header.find('=', nameEnd) == std::string_view::npos)
         return;
     const auto start = std::min(header.find_first_not_of(" =", header.find('=', nameEnd)), header.size());
-    underlyingText_ = line.getKept(header.substr(start, header.substr(start).find(';')));
-    underlyingKeyword_ = underlyingText_.substr(0, underlyingText_.find(' '));
-    dataType_ = DataTypeBase::pTypeCreateOnSchema(schema, underlyingKeyword_, line,
-                                                  start + underlyingKeyword_.size(), stream);
+    const auto text = line.getKept(header.substr(start, header.substr(start).find(';')));
+    const auto keyword = text.substr(0, text.find(' '));
+    underlyingText_ = text.data();
+    underlyingSize_ = size32(text.size());
+    keywordSize_ = size32(keyword.size());
+    dataType_ = DataTypeBase::pTypeCreateOnSchema(schema, keyword, line, start + keyword.size(), stream);
     underlying_ = dataType_;
 }
 
@@ -52,7 +55,7 @@ void Type::vStatementRead(Schema& schema, ReadLineHelper& line, std::istream& st
     while (line.boNextLine(stream)) {
         const auto found = where.findIn(line.getLine());
         if (found != std::string_view::npos)
-            where_.emplace(schema, line, found + where.size(), stream);
+            where_ = Where::pRead(where_, schema, line, found + where.size(), stream);
         if (end.isIn(line.getLine()))
             return;
     }
@@ -61,7 +64,7 @@ void Type::vStatementRead(Schema& schema, ReadLineHelper& line, std::istream& st
 Type* Type::pUnderlyingTypeFind(Schema& schema) {
     if (underlying_)
         return nullptr;
-    auto* const found = SchemaBuilder::pObject(schema, underlyingKeyword_);
+    auto* const found = SchemaBuilder::pObject(schema, getUnderlyingKeyword());
     if (!found || found->getKind() != ObjectBase::Type::Type)
         return nullptr;
     underlying_ = found;
@@ -88,12 +91,25 @@ void Type::vUpdate(Schema& schema) {
         auto& underlying = *chain[index + 1];
         type.dataType_ = underlying.dataType_;
         vLook(meter);
-        vRoomForOne(underlying.derivedTypes_, meter);
-        underlying.derivedTypes_.push_back(&type);
+        underlying.vDerivedAdd(type, meter);
         type.vUpdateSelf(schema);
     }
     if (meter)
         meter->vMemoryGiveBack(chain.capacity() * sizeof(Type*));
+}
+
+void Type::vDerivedAdd(const Type& type, WorkMeter* meter) {
+    if (!derivedTypes_) {
+        vMemoryTake(meter, sizeof(*derivedTypes_));
+        derivedTypes_ = std::make_unique<std::vector<const Type*>>();
+    }
+    vRoomForOne(*derivedTypes_, meter);
+    derivedTypes_->push_back(&type);
+}
+
+const std::vector<const Type*>& Type::getDerivedTypes() const {
+    static const std::vector<const Type*> none;
+    return derivedTypes_ ? *derivedTypes_ : none;
 }
 
 void Type::vUpdateSelf(Schema& schema) {

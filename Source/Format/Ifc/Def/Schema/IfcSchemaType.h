@@ -9,13 +9,14 @@
 /// Errors:    an underlying type that names no type is an assertion report; both pointers stay null.
 #pragma once
 
+#include "kiv/Base/WorkMeter.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 
+#include <cstdint>
 #include <iosfwd>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,17 +38,17 @@ public:
     void vUpdate(Schema& schema) override;
 
     /// The text after '=', up to the first ';', as written.
-    std::string_view getUnderlyingText() const { return underlyingText_; }
+    std::string_view getUnderlyingText() const { return {underlyingText_, underlyingSize_}; }
     /// The first word of that text.
-    std::string_view getUnderlyingKeyword() const { return underlyingKeyword_; }
+    std::string_view getUnderlyingKeyword() const { return {underlyingText_, keywordSize_}; }
     /// The data type that the keyword begins, or the defined type that it names; null when it is neither.
     const ObjectBase* pUnderlying() const { return underlying_; }
     /// The data type at the end of the chain of defined types; null when the chain does not end in one.
     const DataTypeBase* pDataType() const { return dataType_; }
     /// Null when the declaration has none.
-    const Where* pWhere() const { return where_ ? &*where_ : nullptr; }
+    const Where* pWhere() const { return where_; }
     /// The types whose underlying type names this one, in the order in which they were resolved.
-    const std::vector<const Type*>& getDerivedTypes() const { return derivedTypes_; }
+    const std::vector<const Type*>& getDerivedTypes() const;
 
 private:
     Type(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd, Schema& schema,
@@ -56,14 +57,19 @@ private:
     void vUnderlyingRead(Schema& schema, ReadLineHelper& line, std::size_t nameEnd, std::istream& stream);
     void vStatementRead(Schema& schema, ReadLineHelper& line, std::istream& stream);
     Type* pUnderlyingTypeFind(Schema& schema);
+    void vDerivedAdd(const Type& type, WorkMeter* meter);
     void vUpdateSelf(Schema& schema);
 
-    std::string_view underlyingText_;
-    std::string_view underlyingKeyword_;
+    const char* underlyingText_ = nullptr;
+    std::uint32_t underlyingSize_ = 0;
+    // The keyword begins the text.
+    std::uint32_t keywordSize_ = 0;
     const ObjectBase* underlying_ = nullptr;
     const DataTypeBase* dataType_ = nullptr;
-    std::optional<Where> where_;
-    std::vector<const Type*> derivedTypes_;
+    // Lies in the arena of the line helper that the type was read with.
+    Where* where_ = nullptr;
+    // Null for none, as most types have.
+    std::unique_ptr<std::vector<const Type*>> derivedTypes_;
 };
 
 } // namespace kiv::ifc::def::schema

@@ -1,18 +1,20 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 
 #include "Base/Arena.h"
+#include "Base/ScratchList.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
+#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 #include "kiv/Host/Assert/KivAssert.h"
 
-#include <algorithm>
 #include <istream>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace kiv::ifc::def::schema {
@@ -20,23 +22,45 @@ namespace kiv::ifc::def::schema {
 namespace {
 
 /// Most clauses have no more rules.
-constexpr std::size_t FewRules = 2;
+constexpr std::size_t FewRules = 8;
 
 } // namespace
 
-/// What became of the text.
-struct Where::Parsed {
-    ParsedRule* rules = nullptr;
-    std::size_t count = 0;
-    std::size_t room = 0;
-    // Where the rules begin that the text was parsed into last, and how many times that happened.
-    std::size_t again = 0;
-    std::size_t times = 0;
-    // For which schema that was; null when parsing did not come to an end.
-    const Schema* schema = nullptr;
-    // What was wrong with the text, and the report of it, which is made when it is needed. Null for nothing.
-    const char* refused = nullptr;
+/// What was wrong with the text, and the report of it, which is made when it is needed.
+struct Where::Refused {
+    std::string_view reason;
     std::string_view report;
+};
+
+/// The rules of a clause while it is parsed.
+class Where::Parsing {
+public:
+    /// Begins with the rules that the clause has already. Only those that were parsed last can be there
+    /// several times; others are stored that often.
+    Parsing(Where& clause, Arena& arena, WorkMeter* meter) : clause_(clause), arena_(arena), rules_(meter) {
+        for (const auto& rule : clause.getRules())
+            // The tree is the arena's, and the pointer destroys nothing.
+            vRuleAdd({ExpressionText(rule.label, &arena), ExpressionPtr(rule.expression.get())});
+        clause.again_ = size32(rules_.getValues().size());
+        clause.times_ = 1;
+        clause.schema_ = nullptr;
+        clause.refused_ = nullptr;
+    }
+
+    void vRuleAdd(ParsedRule&& rule) { rules_.add(std::move(rule)); }
+    std::size_t getCount() { return rules_.getValues().size(); }
+
+    /// Gives the clause the rules that there are, also when no more could be parsed.
+    void vEnd() {
+        const auto rules = rules_.movedTo(arena_);
+        clause_.rules_ = rules.data();
+        clause_.count_ = size32(rules.size());
+    }
+
+private:
+    Where& clause_;
+    Arena& arena_;
+    ScratchList<ParsedRule, FewRules> rules_;
 };
 
 Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) {
@@ -57,79 +81,55 @@ Where::Where(Schema&, ReadLineHelper& line, std::size_t, std::istream& stream) {
     text_ = line.getKept(lines);
 }
 
+Where* Where::pRead(Where* former, Schema& schema, ReadLineHelper& line, std::size_t pos,
+                    std::istream& stream) {
+    static_assert(std::is_trivially_destructible_v<Where>);
+    auto* const place = former ? former : static_cast<Where*>(line.getArena().pAllocateFor<Where>(1));
+    return std::construct_at(place, schema, line, pos, stream);
+}
+
 std::vector<std::string_view> Where::getLines() const {
     return linesOfText(text_);
 }
 
 ParsedRules Where::getRules() const {
-    if (!parsed_)
-        return {};
-    return {parsed_->rules, parsed_->count, parsed_->again, parsed_->times};
+    return {rules_, count_, again_, times_};
 }
 
 void Where::parseRules(Schema& schema) {
     auto& arena = SchemaBuilder::arenaOf(schema);
     // A schema gives the same rules each time. A type is resolved once for each type that is made of it, and
     // there may be many of these.
-    if (parsed_ && parsed_->schema == &schema) {
-        ++parsed_->times;
+    if (schema_ == &schema) {
+        ++times_;
         return vRefusedReport(schema);
     }
-    vParsingBegin(arena);
     try {
         vRulesParse(schema);
     } catch (const ExpressParser::SyntaxError& error) {
-        // With the byte that ends it.
-        const std::string_view what = error.what();
-        parsed_->refused = arena.getCopy({what.data(), what.size() + 1}).data();
+        refused_ = arena.pMake<Refused>();
+        refused_->reason = arena.getCopy(error.what());
     }
-    parsed_->schema = &schema;
+    schema_ = &schema;
     vRefusedReport(schema);
 }
 
-/// Only the rules that were parsed last can be there several times; others are stored that often.
-void Where::vParsingBegin(Arena& arena) {
-    if (!parsed_)
-        parsed_ = arena.pMake<Parsed>();
-    const auto again = parsed_->again;
-    const auto count = parsed_->count;
-    while (parsed_->times > 1) {
-        for (auto index = again; index < count; ++index) {
-            const auto& rule = parsed_->rules[index];
-            // The tree is the arena's, and the pointer destroys nothing.
-            vRuleAdd({ExpressionText(rule.label, &arena), ExpressionPtr(rule.expression.get())}, arena);
-        }
-        --parsed_->times;
-    }
-    parsed_->again = parsed_->count;
-    parsed_->times = 1;
-    parsed_->schema = nullptr;
-    parsed_->refused = nullptr;
-    parsed_->report = {};
-}
-
 void Where::vRulesParse(Schema& schema) {
-    ExpressTokenizer tokenizer(text_);
     auto& arena = SchemaBuilder::arenaOf(schema);
-    ExpressParser parser(tokenizer, schema, arena);
-    const auto before = parsed_->count;
-    while (auto rule = parser.parseRule())
-        vRuleAdd(std::move(*rule), arena);
-    if (parsed_->count == before)
-        parser.vFail(std::string(textOf(SyntaxMessage::RuleExpected)));
-}
-
-void Where::vRuleAdd(ParsedRule&& rule, Arena& arena) {
-    auto& parsed = *parsed_;
-    if (parsed.count == parsed.room) {
-        const auto room = std::max(FewRules, 2 * parsed.room);
-        auto* const rules = static_cast<ParsedRule*>(arena.pAllocateFor<ParsedRule>(room));
-        std::uninitialized_move_n(parsed.rules, parsed.count, rules);
-        parsed.rules = rules;
-        parsed.room = room;
+    Parsing parsing(*this, arena, SchemaBuilder::pMeter(schema));
+    const auto before = parsing.getCount();
+    try {
+        ExpressTokenizer tokenizer(text_);
+        ExpressParser parser(tokenizer, schema, arena);
+        while (auto rule = parser.parseRule())
+            parsing.vRuleAdd(std::move(*rule));
+        if (parsing.getCount() == before)
+            parser.vFail(std::string(textOf(SyntaxMessage::RuleExpected)));
+    } catch (...) {
+        parsing.vEnd();
+        throw;
     }
-    std::construct_at(parsed.rules + parsed.count, std::move(rule));
-    ++parsed.count;
+    parsing.vEnd();
 }
 
 /// Made where it stays, so that a long clause is copied once.
@@ -146,12 +146,11 @@ std::string_view Where::refusedReport(std::string_view reason, Arena& arena) con
 }
 
 void Where::vRefusedReport(Schema& schema) {
-    if (!parsed_->refused || !assert::Assert::isEnabled())
+    if (!refused_ || !assert::Assert::isEnabled())
         return;
-    if (parsed_->report.empty()) {
-        parsed_->report = refusedReport(parsed_->refused, SchemaBuilder::arenaOf(schema));
-    }
-    SchemaBuilder::vReport(schema, Report::RuleRefused, parsed_->report);
+    if (refused_->report.empty())
+        refused_->report = refusedReport(refused_->reason, SchemaBuilder::arenaOf(schema));
+    SchemaBuilder::vReport(schema, Report::RuleRefused, refused_->report);
 }
 
 } // namespace kiv::ifc::def::schema

@@ -14,6 +14,7 @@
 #include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
 #include <iterator>
 #include <string_view>
@@ -106,6 +107,10 @@ public:
     /// not looked at: the line of the keyword itself is no part of the clause.
     Where(Schema& schema, ReadLineHelper& line, std::size_t pos, std::istream& stream);
 
+    /// The same in the arena of `line`, where another clause lies that this one replaces; null for none.
+    static Where* pRead(Where* former, Schema& schema, ReadLineHelper& line, std::size_t pos,
+                        std::istream& stream);
+
     Where(const Where&) = delete;
     Where& operator=(const Where&) = delete;
 
@@ -124,18 +129,24 @@ public:
     ParsedRules getRules() const;
 
 private:
-    struct Parsed;
+    class Parsing;
+    struct Refused;
 
-    void vParsingBegin(Arena& arena);
     void vRulesParse(Schema& schema);
-    void vRuleAdd(ParsedRule&& rule, Arena& arena);
     std::string_view refusedReport(std::string_view reason, Arena& arena) const;
     void vRefusedReport(Schema& schema);
 
     std::string_view text_;
-    // Null before the first parsing. Lies in the arena of the schema, as the rules and their trees do, and is
-    // gone with it.
-    Parsed* parsed_ = nullptr;
+    // What became of the text. Lies in the arena of the schema that parsed it, and is gone with that.
+    ParsedRule* rules_ = nullptr;
+    std::uint32_t count_ = 0;
+    // Where the rules begin that the text was parsed into last, and how many times that happened.
+    std::uint32_t again_ = 0;
+    std::size_t times_ = 0;
+    // For which schema that was; null when it was none, or when parsing did not come to an end.
+    const Schema* schema_ = nullptr;
+    // Null for nothing.
+    Refused* refused_ = nullptr;
 };
 
 } // namespace kiv::ifc::def::schema
