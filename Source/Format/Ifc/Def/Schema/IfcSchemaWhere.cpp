@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <istream>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -68,6 +69,18 @@ ParsedRules Where::getRules() const {
 }
 
 void Where::parseRules(Schema& schema) {
+    const auto before = parsed_ ? *parsed_ : Parsed();
+    try {
+        vParse(schema);
+    } catch (const std::out_of_range&) { // says something of the text; the rules before it stay
+        throw;
+    } catch (...) {
+        vParsingTakeBack(before);
+        throw;
+    }
+}
+
+void Where::vParse(Schema& schema) {
     auto& arena = SchemaBuilder::arenaOf(schema);
     // A schema gives the same rules each time. A type is resolved once for each type that is made of it, and
     // there may be many of these.
@@ -85,6 +98,17 @@ void Where::parseRules(Schema& schema) {
     }
     parsed_->schema = &schema;
     vRefusedReport(schema);
+}
+
+/// What is listed is what it was. The rules may have moved to another place, in which there are more.
+void Where::vParsingTakeBack(const Parsed& before) noexcept {
+    if (!parsed_)
+        return;
+    const auto rules = parsed_->rules;
+    const auto room = parsed_->room;
+    *parsed_ = before;
+    parsed_->rules = rules;
+    parsed_->room = room;
 }
 
 /// Only the rules that were parsed last can be there several times; others are stored that often.

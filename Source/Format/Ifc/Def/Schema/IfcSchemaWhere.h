@@ -111,7 +111,8 @@ public:
 
     /// Parses the text and appends its rules; a clause that is resolved twice holds its rules twice, and has
     /// reported its syntax error twice. For the same schema that costs neither time nor memory the second
-    /// time. A literal out of range leaves this as std::out_of_range.
+    /// time. A literal out of range leaves this as std::out_of_range, and the rules before it stay; when
+    /// memory runs out, none are added.
     void parseRules(Schema& schema);
 
     /// The lines that belong to rules, as read; they live as long as this object.
@@ -126,7 +127,9 @@ public:
 private:
     struct Parsed;
 
+    void vParse(Schema& schema);
     void vParsingBegin(Arena& arena);
+    void vParsingTakeBack(const Parsed& before) noexcept;
     void vRulesParse(Schema& schema);
     void vRuleAdd(ParsedRule&& rule, Arena& arena);
     std::string_view refusedReport(std::string_view reason, Arena& arena) const;
