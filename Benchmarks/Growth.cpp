@@ -7,11 +7,39 @@ namespace {
 std::vector<Subject> subjectsOf(const std::vector<Growth>& growths) {
     std::vector<Subject> subjects;
     for (const auto& growth : growths) {
-        for (std::size_t size = 0; size != GrowthSizes.size(); ++size)
-            subjects.push_back(
-                {growth.job + " " + std::to_string(GrowthSizes[size]), growth.runs[size], {}, growth.after});
+        for (std::size_t size = 0; size != GrowthSizes.size(); ++size) {
+            const auto name = growth.job + " " + std::to_string(GrowthSizes[size]);
+            subjects.push_back({name, growth.runs[size], {}, growth.after});
+            if (growth.yardsticks[size])
+                subjects.push_back({name + ", " + growth.yardstick, growth.yardsticks[size]});
+        }
     }
     return subjects;
+}
+
+std::string sHowOften(std::size_t size) {
+    return GrowthSizes[size] == 1 ? ", once" : ", " + std::to_string(GrowthSizes[size]) + " times";
+}
+
+/// The time of a unit at each size.
+using Times = std::array<double, GrowthSizes.size()>;
+
+/// The time at each further size, beside that at the first.
+void vGrowthAdd(Figures& figures, const Growth& growth, const Times& times) {
+    for (std::size_t size = 1; size != GrowthSizes.size(); ++size) {
+        const bool isLast = size + 1 == GrowthSizes.size();
+        figures.push_back({"growth", growth.job + sHowOften(size), times[size], "once", times[0],
+                           Unit::Seconds, isLast ? growth.goal : std::nullopt});
+    }
+}
+
+/// The time at each size, beside that of the yardstick.
+void vYardsticksAdd(Figures& figures, const Growth& growth, const Times& times, const Times& yardsticks) {
+    for (std::size_t size = 0; size != GrowthSizes.size(); ++size) {
+        if (growth.yardsticks[size])
+            figures.push_back({"growth", growth.job + sHowOften(size), times[size], growth.yardstick,
+                               yardsticks[size], Unit::Seconds, YardstickGoal});
+    }
 }
 
 } // namespace
@@ -19,18 +47,18 @@ std::vector<Subject> subjectsOf(const std::vector<Growth>& growths) {
 Figures growthOf(const std::vector<Growth>& growths, int repetitions) {
     const auto seconds = secondsOf(subjectsOf(growths), repetitions);
     Figures figures;
-    auto times = seconds.begin();
+    auto next = seconds.begin();
     for (const auto& growth : growths) {
-        const auto unitTime = [&](std::size_t size) {
-            return times[static_cast<std::ptrdiff_t>(size)] / static_cast<double>(growth.units[size]);
-        };
-        for (std::size_t size = 1; size != GrowthSizes.size(); ++size) {
-            const bool isLast = size + 1 == GrowthSizes.size();
-            figures.push_back({"growth", growth.job + ", " + std::to_string(GrowthSizes[size]) + " times",
-                               unitTime(size), "once", unitTime(0), Unit::Seconds,
-                               isLast ? growth.goal : std::nullopt});
+        Times times{};
+        Times yardsticks{};
+        for (std::size_t size = 0; size != GrowthSizes.size(); ++size) {
+            const auto units = static_cast<double>(growth.units[size]);
+            times[size] = *next++ / units;
+            if (growth.yardsticks[size])
+                yardsticks[size] = *next++ / units;
         }
-        times += GrowthSizes.size();
+        vGrowthAdd(figures, growth, times);
+        vYardsticksAdd(figures, growth, times, yardsticks);
     }
     return figures;
 }

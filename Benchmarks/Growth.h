@@ -21,6 +21,8 @@ inline constexpr std::array<std::size_t, 3> GrowthSizes{1, 10, 100};
 
 /// What a unit may cost at the last size, compared with the first.
 inline constexpr double GrowthGoal = 1.5;
+/// What it may cost there, compared with the yardstick at the same size.
+inline constexpr double YardstickGoal = 1.5;
 
 struct Growth {
     std::string job;
@@ -31,9 +33,13 @@ struct Growth {
     /// Takes back what the work did; not timed.
     std::function<void()> after = {};
     std::optional<double> goal = GrowthGoal;
+    /// What does the same work at each size, if there is such a thing, and its name.
+    std::array<std::function<void()>, GrowthSizes.size()> yardsticks = {};
+    std::string yardstick = {};
 };
 
-/// For each of them the time of a unit at each further size, beside that at the first.
+/// For each of them the time of a unit at each further size, beside that at the first, and then at every size
+/// beside that of its yardstick.
 Figures growthOf(const std::vector<Growth>& growths, int repetitions);
 
 } // namespace kiv::bench

@@ -104,4 +104,64 @@ std::size_t MemberMap::ask(std::span<const std::string> questions) const {
     return found;
 }
 
+SetMap::SetMap(const def::SchemaPropertySetDefinitions& sets) {
+    for (const auto* const set : sets.getXmlSets())
+        sets_.emplace(sUpper(set->getName()), pAny(*set));
+}
+
+std::size_t SetMap::ask(std::span<const std::string> questions) const {
+    std::size_t found = 0;
+    for (const auto& name : questions)
+        found += pFind(sets_, sUpper(name)) ? 1 : 0;
+    return found;
+}
+
+std::size_t GuidMap::Hash::operator()(const Guid& guid) const {
+    return std::hash<std::string_view>()({reinterpret_cast<const char*>(&guid), sizeof(guid)});
+}
+
+GuidMap::GuidMap(const def::SchemaPropertySetDefinitions& sets) {
+    vMembersVisit(sets, [this](const def::xml::SetDef&, const def::xml::Def& member) {
+        members_.emplace(member.getIfdGuid(), &member);
+    });
+}
+
+std::size_t GuidMap::ask(std::span<const Guid> questions) const {
+    std::size_t found = 0;
+    for (const auto& guid : questions) {
+        const auto member = members_.find(guid);
+        found += member != members_.end() && member->second ? 1 : 0;
+    }
+    return found;
+}
+
+ClassMap::ClassMap(const def::SchemaPropertySetDefinitions& sets) {
+    for (const auto* const set : sets.getXmlSets()) {
+        for (const auto& applicable : set->getApplicableClasses()) {
+            auto& answer = classes_[applicable.getClassName()];
+            if (answer.empty() || answer.back() != set)
+                answer.push_back(set);
+        }
+    }
+}
+
+void ClassMap::vAppend(const def::schema::Entity* entity, Sets& answer) const {
+    if (!entity)
+        return;
+    vAppend(entity->pSupertype(), answer);
+    const auto named = classes_.find(entity->getName());
+    if (named != classes_.end())
+        answer.insert(answer.end(), named->second.begin(), named->second.end());
+}
+
+std::size_t ClassMap::ask(std::span<const def::schema::Entity* const> questions) const {
+    std::size_t found = 0;
+    for (const auto* const entity : questions) {
+        Sets answer;
+        vAppend(entity, answer);
+        found += answer.size();
+    }
+    return found;
+}
+
 } // namespace kiv::bench

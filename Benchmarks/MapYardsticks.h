@@ -9,8 +9,10 @@
 #include "Questions.h"
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -66,6 +68,51 @@ private:
     // Values stay where they are when more are added.
     std::unordered_map<const ifc::def::xml::SetDef*, NameMap> membersOfSet_;
     NameMap sets_;
+};
+
+/// The sets by upper-cased name.
+class SetMap {
+public:
+    explicit SetMap(const ifc::def::SchemaPropertySetDefinitions& sets);
+
+    std::size_t ask(std::span<const std::string> questions) const;
+
+private:
+    NameMap sets_;
+};
+
+/// The members of all sets by GUID.
+class GuidMap {
+public:
+    explicit GuidMap(const ifc::def::SchemaPropertySetDefinitions& sets);
+
+    std::size_t ask(std::span<const Guid> questions) const;
+
+private:
+    struct Hash {
+        std::size_t operator()(const Guid& guid) const;
+    };
+
+    std::unordered_map<Guid, const void*, Hash> members_;
+};
+
+/// The sets by applicable class, found without a text of its own for each question; a question is answered by
+/// one find for the entity and each one above it. Unrestricted sets are left out.
+class ClassMap {
+public:
+    explicit ClassMap(const ifc::def::SchemaPropertySetDefinitions& sets);
+
+    std::size_t ask(std::span<const ifc::def::schema::Entity* const> questions) const;
+
+private:
+    using Sets = std::vector<const ifc::def::xml::SetDef*>;
+    struct Hash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+
+    void vAppend(const ifc::def::schema::Entity* entity, Sets& answer) const;
+
+    std::unordered_map<std::string, Sets, Hash, std::equal_to<>> classes_;
 };
 
 } // namespace kiv::bench

@@ -6,6 +6,8 @@
 #include "Host/Xml/KivXmlSerializer.h"
 #include "Host/Xml/KivXmlText.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <type_traits>
 #include <utility>
 
@@ -250,6 +252,9 @@ std::optional<Element> File::parse(std::istream& stream, const std::string& name
                                    errorhandler::ParseInterface* progress) {
     error_.reset();
     ParseError error;
+    // The place is made first: once the document is there nothing fails, and its memory stays taken.
+    if (documents_.size() == documents_.capacity())
+        documents_.reserve(std::max<std::size_t>(1, 2 * documents_.size()));
     auto document = pDocumentRead(stream, error, maxTokenSize, progress);
     if (document == nullptr) {
         error.document = name;

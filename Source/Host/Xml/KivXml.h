@@ -272,7 +272,7 @@ namespace errorhandler {
 class ExceptionInterface;
 
 /// Hears of the work of `File::parse`: of the bytes that it takes from the stream, of nodes and attributes,
-/// of the memory of the document and of the parser's buffer. A document model that knows nothing of it need
+/// of the memory of the document and of the parser. A document model that knows nothing of it need
 /// not call it.
 class ParseInterface : public WorkMeter {
 protected:

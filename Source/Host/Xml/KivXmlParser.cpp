@@ -6,9 +6,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstring>
 #include <exception>
 #include <expat.h>
 #include <istream>
+#include <memory>
 #include <new>
 #include <optional>
 #include <string>
@@ -78,6 +81,99 @@ private:
     std::uint64_t held_ = 0;
 };
 
+/// The memory of a parser, each block of which a meter hears of before it is taken. The parser does not say
+/// for whom it asks, so calls of it that may ask are made within a `Use`.
+class ParserMemory {
+public:
+    /// Null for no meter.
+    explicit ParserMemory(WorkMeter* meter) : meter_(meter) {}
+    ParserMemory(const ParserMemory&) = delete;
+    ParserMemory& operator=(const ParserMemory&) = delete;
+    ~ParserMemory() = default;
+
+    /// Null when there is not enough memory.
+    XML_Parser pParserMake();
+
+    /// Throws what the meter threw when the parser was refused memory, if it was.
+    void vRefusalRethrow() const {
+        if (refusal_)
+            std::rethrow_exception(refusal_);
+    }
+
+    /// While it lives, parsers on this thread take their memory here.
+    class Use {
+    public:
+        explicit Use(ParserMemory& memory) : former_(std::exchange(current_, &memory)) {}
+        ~Use() { current_ = former_; }
+        Use(const Use&) = delete;
+        Use& operator=(const Use&) = delete;
+
+    private:
+        ParserMemory* former_;
+    };
+
+private:
+    /// Lies before each block.
+    struct alignas(std::max_align_t) Header {
+        ParserMemory* memory;
+        std::size_t size;
+    };
+
+    static void* pAllocate(std::size_t size) noexcept;
+    static void* pReallocate(void* block, std::size_t size) noexcept;
+    static void vFree(void* block) noexcept;
+    static Header& getHeader(void* block) { return static_cast<Header*>(block)[-1]; }
+
+    static thread_local ParserMemory* current_;
+
+    WorkMeter* meter_;
+    std::exception_ptr refusal_;
+};
+
+thread_local ParserMemory* ParserMemory::current_ = nullptr;
+
+XML_Parser ParserMemory::pParserMake() {
+    if (!meter_)
+        return XML_ParserCreate(nullptr);
+    const Use use(*this);
+    const XML_Memory_Handling_Suite functions{pAllocate, pReallocate, vFree};
+    return XML_ParserCreate_MM(nullptr, &functions, nullptr);
+}
+
+void* ParserMemory::pAllocate(std::size_t size) noexcept {
+    auto& memory = *current_;
+    const auto whole = sizeof(Header) + size;
+    try {
+        memory.meter_->vTake(WorkMeter::Unit::HeldBytes, whole);
+    } catch (...) {
+        memory.refusal_ = std::current_exception();
+        return nullptr;
+    }
+    void* const place = ::operator new(whole, std::nothrow);
+    if (place == nullptr) {
+        memory.meter_->vMemoryGiveBack(whole);
+        return nullptr;
+    }
+    return std::construct_at(static_cast<Header*>(place), Header{&memory, whole}) + 1;
+}
+
+void* ParserMemory::pReallocate(void* block, std::size_t size) noexcept {
+    void* const other = pAllocate(size);
+    if (block == nullptr || other == nullptr)
+        return other;
+    std::memcpy(other, block, std::min(getHeader(block).size - sizeof(Header), size));
+    vFree(block);
+    return other;
+}
+
+void ParserMemory::vFree(void* block) noexcept {
+    if (block == nullptr)
+        return;
+    auto& header = getHeader(block);
+    header.memory->meter_->vMemoryGiveBack(header.size);
+    ::operator delete(&header);
+}
+
 /// One run of the parser over one stream.
 class Reader {
 public:
@@ -112,7 +208,6 @@ private:
     /// Notes a piece of markup, or a text, of which that many nodes and attributes are made.
     void vPieceTake(std::size_t objects);
     void vTextTake();
-    void vBufferTake();
     void vAttributesAdd(ElementRecord& element, const XML_Char** attributes);
     void vDefaultsCount(const XML_Char** attributes);
     std::uint32_t getLine();
@@ -121,6 +216,9 @@ private:
     bool boParse();
     /// Shorter than `blockSize_` at the end only; absent when the stream fails.
     std::optional<std::string_view> readBlock();
+    char* pBuffer();
+    bool boBlockParse(std::size_t size, bool isLast);
+    [[noreturn]] void vOutOfMemory() const;
     /// Takes note of a block of `size` bytes that was parsed. False, with the reason noted, when the token
     /// that it leaves open is too long.
     bool boBlockNote(std::size_t size);
@@ -134,8 +232,7 @@ private:
     // Above the document, whose memory it gives back.
     Account account_;
     WorkMeter* meter_;
-    /// The bytes of the parser's buffer that the meter knows of.
-    std::size_t workingSize_ = 0;
+    ParserMemory parserMemory_;
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
     std::unique_ptr<DocumentRecords> records_;
     LineCounter lines_;
@@ -188,11 +285,12 @@ Reader::Reader(std::istream& stream, std::size_t largestTokenSize, WorkMeter* me
     largestTokenSize_(largestTokenSize),
     account_(meter),
     meter_(account_.pMeter()),
-    parser_(XML_ParserCreate(nullptr), &XML_ParserFree),
+    parserMemory_(meter_),
+    parser_(parserMemory_.pParserMake(), &XML_ParserFree),
     records_(std::make_unique<DocumentRecords>()),
     lines_(meter_) {
     if (parser_ == nullptr)
-        throw std::bad_alloc();
+        vOutOfMemory();
     vMemoryTake(meter_, sizeof(DocumentRecords));
     records_->arena.vMeterSet(meter_);
     open_[0] = &records_->node;
@@ -216,7 +314,8 @@ std::unique_ptr<DocumentRecords> Reader::pRead(ParseError& error) {
     if (exception_)
         std::rethrow_exception(exception_);
     if (isRead && meter_) {
-        meter_->vMemoryGiveBack(workingSize_ + lines_.getMemory());
+        parser_.reset();
+        meter_->vMemoryGiveBack(lines_.getMemory());
         account_.vKeep();
     }
     records_->arena.vMeterSet(nullptr);
@@ -237,7 +336,7 @@ bool Reader::boParse() {
         if (!isUtf16_)
             lines_.vBlockAdd(*block);
         const bool isLast = block->size() < blockSize_;
-        if (XML_ParseBuffer(parser_.get(), static_cast<int>(block->size()), isLast) != XML_STATUS_OK)
+        if (!boBlockParse(block->size(), isLast))
             break;
         if (isLast)
             return true;
@@ -246,7 +345,7 @@ bool Reader::boParse() {
     }
     const XML_Error code = XML_GetErrorCode(parser_.get());
     if (code == XML_ERROR_NO_MEMORY)
-        throw std::bad_alloc();
+        vOutOfMemory();
     if (block)
         vFail(XML_ErrorString(code));
     else
@@ -254,13 +353,15 @@ bool Reader::boParse() {
     return false;
 }
 
-/// The parser's buffer, before it grows for the next block.
-void Reader::vBufferTake() {
-    const auto working = static_cast<std::size_t>(openSize_) + blockSize_;
-    if (!meter_ || working <= workingSize_)
-        return;
-    meter_->vTake(WorkMeter::Unit::HeldBytes, working - workingSize_);
-    workingSize_ = working;
+bool Reader::boBlockParse(std::size_t size, bool isLast) {
+    const ParserMemory::Use use(parserMemory_);
+    return XML_ParseBuffer(parser_.get(), static_cast<int>(size), isLast) == XML_STATUS_OK;
+}
+
+/// The parser found no memory: for it there is none, or none within the budget.
+void Reader::vOutOfMemory() const {
+    parserMemory_.vRefusalRethrow();
+    throw std::bad_alloc();
 }
 
 void Reader::vPieceTake(std::size_t objects) {
@@ -282,11 +383,16 @@ void Reader::vTextTake() {
 }
 
 std::optional<std::string_view> Reader::readBlock() {
-    vBufferTake();
+    return read(stream_, pBuffer(), blockSize_);
+}
+
+/// Room for the next block, after what is open of the one before.
+char* Reader::pBuffer() {
+    const ParserMemory::Use use(parserMemory_);
     auto* const buffer = static_cast<char*>(XML_GetBuffer(parser_.get(), static_cast<int>(blockSize_)));
     if (buffer == nullptr)
-        throw std::bad_alloc();
-    return read(stream_, buffer, blockSize_);
+        vOutOfMemory();
+    return buffer;
 }
 
 /// A token that is cut by the end of a block is looked at again from its start with the next one. Blocks grow

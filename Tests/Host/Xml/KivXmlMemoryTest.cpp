@@ -2,21 +2,35 @@
 #include "Support/Allocations.h"
 #include "kiv/Host/Xml/KivXml.h"
 
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <string>
 
 namespace kiv::xml {
 namespace {
 
 enum class Outcome { Document, Error, NoMemory };
 
+/// Adds up the memory that is held.
+class HeldMemory final : public errorhandler::ParseInterface {
+public:
+    std::uint64_t held = 0;
+
+    void vTake(Unit unit, std::uint64_t amount) override { held += unit == Unit::HeldBytes ? amount : 0; }
+    void vMemoryGiveBack(std::uint64_t bytes) noexcept override { held -= bytes; }
+    void vPieceBegin() override {}
+    void vLook() override {}
+};
+
 /// What comes of reading when only that many allocations succeed, or when all but the one after them do.
-Outcome getOutcome(const std::string& text, std::size_t allocations, test::Refusal refusal) {
+Outcome getOutcome(const std::string& text, std::size_t allocations, test::Refusal refusal,
+                   HeldMemory* meter) {
     std::istringstream stream(text);
     File file(nullptr, VerboseLevel::Quiet, ValidateLevel::None);
     bool isRead = false;
     const auto read = [&] {
-        isRead = file.parse(stream, "a name that needs memory of its own", nullptr).has_value();
+        isRead = file.parse(stream, "a name that needs memory of its own", meter).has_value();
     };
     if (!test::boRunWith(allocations, read, refusal))
         return Outcome::NoMemory;
@@ -25,15 +39,17 @@ Outcome getOutcome(const std::string& text, std::size_t allocations, test::Refus
 
 /// Every allocation fails, with all that follow and alone; nothing but the lack of memory may come of it
 /// until all succeed.
-void vExpectNoMemoryUntil(const std::string& text, Outcome last) {
+void vExpectNoMemoryUntil(const std::string& text, Outcome last, HeldMemory* meter = nullptr) {
     SCOPED_TRACE(text.substr(0, 60));
     std::size_t allocations = 0;
-    while (getOutcome(text, allocations, test::Refusal::FromThenOn) == Outcome::NoMemory) {
-        EXPECT_EQ(getOutcome(text, allocations, test::Refusal::Once), Outcome::NoMemory) << allocations;
+    while (getOutcome(text, allocations, test::Refusal::FromThenOn, meter) == Outcome::NoMemory) {
+        EXPECT_EQ(getOutcome(text, allocations, test::Refusal::Once, meter), Outcome::NoMemory)
+            << allocations;
+        EXPECT_EQ(meter ? meter->held : 0, 0U) << allocations;
         ++allocations;
     }
     EXPECT_GT(allocations, 3U);
-    EXPECT_EQ(getOutcome(text, allocations, test::Refusal::FromThenOn), last);
+    EXPECT_EQ(getOutcome(text, allocations, test::Refusal::FromThenOn, meter), last);
 }
 
 TEST(KivXmlMemoryTest, LackOfItIsPassedOnFromEveryPlace) {
@@ -44,6 +60,19 @@ TEST(KivXmlMemoryTest, LackOfItIsPassedOnFromEveryPlace) {
     vExpectNoMemoryUntil("<?xml version='1.0' encoding='an-encoding-with-a-long-name'?><a/>", Outcome::Error);
     vExpectNoMemoryUntil("<!DOCTYPE a [<!ENTITY e 'v'>]><a>&e;</a>", Outcome::Error);
     vExpectNoMemoryUntil("<a>", Outcome::Error);
+}
+
+/// With a meter, libexpat takes its memory where the meter hears of it; none of it stays taken.
+TEST(KivXmlMemoryTest, LackOfItGivesAllBackToAMeter) {
+    std::string names = "<r>";
+    for (int i = 0; i != 200; ++i)
+        names += "<e" + std::to_string(i) + " a" + std::to_string(i) + "='1'/>\n";
+    HeldMemory meter;
+    vExpectNoMemoryUntil("<a>", Outcome::Error, &meter);
+    EXPECT_EQ(meter.held, 0U);
+    vExpectNoMemoryUntil(names + "</r>", Outcome::Document, &meter);
+    // What the document takes: an element, an attribute and their texts for each line.
+    EXPECT_GT(meter.held, 200U * 2 * sizeof(void*));
 }
 
 TEST(KivXmlMemoryTest, LackOfItIsPassedOnFromNamesOutsideAscii) {

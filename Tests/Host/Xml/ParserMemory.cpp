@@ -1,6 +1,6 @@
 // Lets libexpat, which takes its memory from malloc, take it from operator new, so that Support/Allocations.h
-// counts it and lets it fail too. The XML library makes every parser by XML_ParserCreate; a test program that
-// lists this file among its sources links this one in its place.
+// counts it and lets it fail too. Without a meter, the XML library makes every parser by XML_ParserCreate; a
+// test program that lists this file among its sources links this one in its place.
 
 #include <algorithm>
 #include <cstddef>

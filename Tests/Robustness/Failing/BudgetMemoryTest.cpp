@@ -209,6 +209,17 @@ const Row Rows[] = {
     {"function bodies",
      [] { return schemaReader(sRepeated("FUNCTION F#;\r\n  body;\r\nEND_FUNCTION;\r\n", 5000)); }},
     {"document", [] { return documentReader("<a>" + sRepeated("<b c=\"#\">text</b>\n", 20'000) + "</a>"); }},
+    {"document of a million different tags",
+     [] { return documentReader("<a>" + sRepeated("<b#/>", 1'000'000) + "</a>"); }},
+    {"document of different attributes",
+     [] { return documentReader("<a>" + sRepeated("<b a#='' AnotherName#=''/>", 50'000) + "</a>"); }},
+    {"tag of different attributes",
+     [] { return documentReader("<a" + sRepeated(" b#='c'", 50'000) + "/>"); }},
+    {"document that declares attributes",
+     [] {
+         return documentReader("<!DOCTYPE a [" + sRepeated("<!ATTLIST a b# CDATA 'a value'>", 900) +
+                               "]><a/>");
+     }},
     {"document of line ends",
      [] {
          return documentReader("<a><!--" + std::string(500'000, 'x') + "-->" + std::string(1'000'000, '\n') +

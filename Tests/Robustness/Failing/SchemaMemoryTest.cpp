@@ -1,9 +1,13 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaAttributeSearch.h"
+#include "Format/Ifc/Def/Schema/SchemaTestTools.h"
 #include "MemoryFailures.h"
+#include "Support/ExpressionText.h"
 #include "Support/ModelText.h"
 #include "Support/SampleData.h"
 #include "Support/SampleStore.h"
+#include "Support/SchemaFromText.h"
 #include "kiv/Base/Exception.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 #include "kiv/Format/Ifc/Def/SchemaLoader.h"
 #include "kiv/Host/Assert/KivAssert.h"
 
@@ -158,6 +162,51 @@ TEST(SchemaLoaderMemory, LackOfACallbackNeedsMemoryToBeTold) {
     EXPECT_THROW(SchemaLoader::pSchemaGet({}, FirstName), kiv::exception);
     SchemaLoader::vCurrFree();
     EXPECT_EQ(allocationsHeld(), held);
+}
+
+/// A clause that was parsed three times for one schema, and another schema that knows nothing of its names.
+struct Clause {
+    explicit Clause(const std::string& lines) :
+        text(" WHERE\n" + lines),
+        first(schemaFromText("TYPE Kind = ENUMERATION OF (A1, B1);\nEND_TYPE;")),
+        other(schemaFromText("ENTITY Other;\nEND_ENTITY;")),
+        where(*first, text.line, 6, text.stream) {
+        for (int time = 0; time != 3; ++time)
+            where.parseRules(*first);
+    }
+
+    LineAndStream text;
+    std::unique_ptr<ifc::def::schema::Schema> first;
+    std::unique_ptr<ifc::def::schema::Schema> other;
+    ifc::def::schema::Where where;
+};
+
+std::string sRulesOf(const std::unique_ptr<Clause>& clause) {
+    std::string rules;
+    for (const auto& rule : clause->where.getRules())
+        rules.append(rule.label).append(" : ").append(sExpressionText(*rule.expression)).append(1, '\n');
+    return rules;
+}
+
+/// Its rules are there as often as before, and never twice for one time.
+TEST(SchemaMemory, ClauseParsedForAnotherSchemaHasAllItsRulesOrNoneMore) {
+    std::string lines;
+    for (int rule = 0; rule != 20; ++rule)
+        lines += "ALabelThatNeedsMemoryOfItsOwn" + std::to_string(rule) +
+                 " : Kind.A1 = " + std::to_string(rule) + " + x;\n";
+    for (const auto* const last : {"END_ENTITY;\n", "WR : );\nEND_ENTITY;\n"}) {
+        SCOPED_TRACE(last);
+        CountingSink reports;
+        const assert::ScopedSink installed(reports);
+        const Operation<std::unique_ptr<Clause>> operation{
+            .prepare = [&] { return std::make_unique<Clause>(lines + last); },
+            .run = [](std::unique_ptr<Clause>& clause) { clause->where.parseRules(*clause->other); },
+            .answers = sRulesOf};
+        EXPECT_GT(failuresOf(operation), 5U);
+        auto clause = std::make_unique<Clause>(lines + last);
+        clause->where.parseRules(*clause->other);
+        EXPECT_EQ(clause->where.getRules().size(), 4U * 20);
+    }
 }
 
 } // namespace

@@ -39,8 +39,7 @@ namespace kiv::ifc::def {
 struct Budget {
     /// Bytes out of the stream.
     std::uint64_t maxInput = limits::BudgetInputMax;
-    /// Bytes of memory that are held at the same time, accurate to a tenth. What the parser of a document
-    /// keeps besides its buffer is not counted: names of elements and attributes, once each.
+    /// Bytes of memory that are held at the same time, accurate to a tenth.
     std::uint64_t maxMemory = limits::BudgetMemoryMax;
     /// Bytes of one piece: a statement of a schema text; a tag, comment or the like of a document. The work
     /// between two looks at `stop` is in proportion to it.

@@ -1,5 +1,7 @@
 #include "kiv/Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
 
+#include "Format/Ifc/Def/Store/VisitedDefinitions.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -26,8 +28,10 @@ void SchemaContextAndPropertySetDefinitions::addPropertySets(SchemaPropertySetDe
 void SchemaContextAndPropertySetDefinitions::removePropertySets(const std::string& name) {
     const auto found = std::find_if(contexts_.begin(), contexts_.end(),
                                     [&](const auto& entry) { return entry.first.name == name; });
-    if (found != contexts_.end())
-        contexts_.erase(found);
+    if (found == contexts_.end())
+        return;
+    VisitedDefinitions::vKeep(found->second);
+    contexts_.erase(found);
 }
 
 const SchemaPropertySetDefinitions* SchemaContextAndPropertySetDefinitions::getPropertySetsFromContext(
@@ -37,11 +41,17 @@ const SchemaPropertySetDefinitions* SchemaContextAndPropertySetDefinitions::getP
 }
 
 void SchemaContextAndPropertySetDefinitions::clear() {
+    for (const auto& entry : contexts_)
+        VisitedDefinitions::vKeep(entry.second);
     contexts_.clear();
 }
 
 void SchemaContextAndPropertySetDefinitions::clear(const SchemaPropertySetDefinitionsContext& context) {
-    contexts_.erase(context);
+    const auto found = contexts_.find(context);
+    if (found == contexts_.end())
+        return;
+    VisitedDefinitions::vKeep(found->second);
+    contexts_.erase(found);
 }
 
 } // namespace kiv::ifc::def

@@ -88,11 +88,12 @@ void SchemaPropertySetDefinitions::Index::vTake(std::unique_ptr<xml::SetDef>& se
 
 void SchemaPropertySetDefinitions::Index::vAppend(const schema::Entity& entity, bool includeUnrestricted,
                                                   std::vector<const xml::SetDef*>& found) const {
-    static const OrderedSets none;
     const auto* const named = byClass.pFind(entity.getNameHash(), entity.getName());
     // No set is in both.
-    if (named || includeUnrestricted)
-        OrderedSets::vMergedAppend(named ? *named : none, includeUnrestricted ? unrestricted : none, found);
+    if (named && includeUnrestricted)
+        OrderedSets::vMergedAppend(*named, unrestricted, found);
+    else if (named || includeUnrestricted)
+        (named ? *named : unrestricted).vAppend(found);
 }
 
 SchemaPropertySetDefinitions::SchemaPropertySetDefinitions() = default;

@@ -1,5 +1,6 @@
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
 
+#include "Format/Ifc/Def/Store/VisitedDefinitions.h"
 #include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
 
@@ -11,7 +12,6 @@ namespace kiv::ifc::def {
 namespace {
 
 using SetList = std::vector<const xml::SetDef*>;
-using SharedDefinitions = std::shared_ptr<const SchemaPropertySetDefinitions>;
 
 /// Whether a schema of this name searches the context.
 bool isOfSchema(const SchemaPset::Context& context, std::string_view schemaName) {
@@ -85,9 +85,7 @@ bool SchemaPset::checkContext(const Context& context, ContextFilter filter) cons
 template <class Visit>
 void SchemaPset::vSearch(const ContextFilter& filter, Visit&& visit) const {
     if (filter) {
-        vSearchWithCallbacks(filter, [&](const Context& context, const SharedDefinitions& definitions) {
-            return visit(context, *definitions);
-        });
+        vSearchWithCallbacks(filter, visit);
         return;
     }
     for (const auto& [context, definitions] :
@@ -108,7 +106,7 @@ void SchemaPset::vSearchWithCallbacks(const ContextFilter& filter, Visit&& visit
         if (isOfSchema(context, schemaName) && (!filter || filter(context))) {
             // Looked up, as the filter may have removed it.
             const auto entry = contexts.find(context);
-            if (entry != contexts.end() && visit(context, entry->second))
+            if (entry != contexts.end() && visit(context, *entry->second))
                 return;
         }
         next = contexts.upper_bound(context);
@@ -116,13 +114,12 @@ void SchemaPset::vSearchWithCallbacks(const ContextFilter& filter, Visit&& visit
 }
 
 void SchemaPset::forEachDefinition(Visitor visitor, ContextFilter filter) const {
-    vSearchWithCallbacks(filter, [&](const Context& context, const SharedDefinitions& definitions) {
-        // The visitor may remove the original.
-        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
-        const auto kept = definitions;
-        visitor(context, *kept);
-        return false;
-    });
+    vSearchWithCallbacks(filter,
+                         [&](const Context& context, const SchemaPropertySetDefinitions& definitions) {
+                             const VisitedDefinitions visited(definitions);
+                             visitor(context, definitions);
+                             return false;
+                         });
 }
 
 /// The first set that `find` finds in a collection.

@@ -12,6 +12,7 @@
 
 #include <istream>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -41,10 +42,10 @@ public:
         for (const auto& rule : clause.getRules())
             // The tree is the arena's, and the pointer destroys nothing.
             vRuleAdd({ExpressionText(rule.label, &arena), ExpressionPtr(rule.expression.get())});
-        clause.again_ = size32(rules_.getValues().size());
-        clause.times_ = 1;
-        clause.schema_ = nullptr;
-        clause.refused_ = nullptr;
+        clause.parsed_.again = size32(rules_.getValues().size());
+        clause.parsed_.times = 1;
+        clause.parsed_.schema = nullptr;
+        clause.parsed_.refused = nullptr;
     }
 
     void vRuleAdd(ParsedRule&& rule) { rules_.add(std::move(rule)); }
@@ -53,8 +54,8 @@ public:
     /// Gives the clause the rules that there are, also when no more could be parsed.
     void vEnd() {
         const auto rules = rules_.movedTo(arena_);
-        clause_.rules_ = rules.data();
-        clause_.count_ = size32(rules.size());
+        clause_.parsed_.rules = rules.data();
+        clause_.parsed_.count = size32(rules.size());
     }
 
 private:
@@ -93,24 +94,37 @@ std::vector<std::string_view> Where::getLines() const {
 }
 
 ParsedRules Where::getRules() const {
-    return {rules_, count_, again_, times_};
+    return {parsed_.rules, parsed_.count, parsed_.again, parsed_.times};
 }
 
+/// All the rules are added, or none are.
 void Where::parseRules(Schema& schema) {
+    const auto before = parsed_;
+    try {
+        vParse(schema);
+    } catch (const std::out_of_range&) { // says something of the text; the rules before it stay
+        throw;
+    } catch (...) {
+        parsed_ = before;
+        throw;
+    }
+}
+
+void Where::vParse(Schema& schema) {
     auto& arena = SchemaBuilder::arenaOf(schema);
     // A schema gives the same rules each time. A type is resolved once for each type that is made of it, and
     // there may be many of these.
-    if (schema_ == &schema) {
-        ++times_;
+    if (parsed_.schema == &schema) {
+        ++parsed_.times;
         return vRefusedReport(schema);
     }
     try {
         vRulesParse(schema);
     } catch (const ExpressParser::SyntaxError& error) {
-        refused_ = arena.pMake<Refused>();
-        refused_->reason = arena.getCopy(error.what());
+        parsed_.refused = arena.pMake<Refused>();
+        parsed_.refused->reason = arena.getCopy(error.what());
     }
-    schema_ = &schema;
+    parsed_.schema = &schema;
     vRefusedReport(schema);
 }
 
@@ -146,11 +160,11 @@ std::string_view Where::refusedReport(std::string_view reason, Arena& arena) con
 }
 
 void Where::vRefusedReport(Schema& schema) {
-    if (!refused_ || !assert::Assert::isEnabled())
+    if (!parsed_.refused || !assert::Assert::isEnabled())
         return;
-    if (refused_->report.empty())
-        refused_->report = refusedReport(refused_->reason, SchemaBuilder::arenaOf(schema));
-    SchemaBuilder::vReport(schema, Report::RuleRefused, refused_->report);
+    if (parsed_.refused->report.empty())
+        parsed_.refused->report = refusedReport(parsed_.refused->reason, SchemaBuilder::arenaOf(schema));
+    SchemaBuilder::vReport(schema, Report::RuleRefused, parsed_.refused->report);
 }
 
 } // namespace kiv::ifc::def::schema

@@ -132,21 +132,26 @@ private:
     class Parsing;
     struct Refused;
 
+    void vParse(Schema& schema);
     void vRulesParse(Schema& schema);
     std::string_view refusedReport(std::string_view reason, Arena& arena) const;
     void vRefusedReport(Schema& schema);
 
+    /// What became of the text. Lies in the arena of the schema that parsed it, and is gone with that.
+    struct Parsed {
+        ParsedRule* rules = nullptr;
+        std::uint32_t count = 0;
+        /// Where the rules begin that the text was parsed into last, and how many times that happened.
+        std::uint32_t again = 0;
+        std::size_t times = 0;
+        /// For which schema that was; null when it was none, or when parsing did not come to an end.
+        const Schema* schema = nullptr;
+        /// Null for nothing.
+        Refused* refused = nullptr;
+    };
+
     std::string_view text_;
-    // What became of the text. Lies in the arena of the schema that parsed it, and is gone with that.
-    ParsedRule* rules_ = nullptr;
-    std::uint32_t count_ = 0;
-    // Where the rules begin that the text was parsed into last, and how many times that happened.
-    std::uint32_t again_ = 0;
-    std::size_t times_ = 0;
-    // For which schema that was; null when it was none, or when parsing did not come to an end.
-    const Schema* schema_ = nullptr;
-    // Null for nothing.
-    Refused* refused_ = nullptr;
+    Parsed parsed_;
 };
 
 } // namespace kiv::ifc::def::schema
