@@ -55,8 +55,12 @@ set(kivPublicHeaders
     Format/Ifc/Def/XmlSchema/IfcXmlSchema.h
     Format/Ifc/Def/XmlSchema/IfcXmlType.h
     Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h
+    Kit/Findings/AcrossDocuments.h
     Kit/Findings/Finding.h
+    Kit/Findings/Findings.h
     Kit/Findings/Rule.h
+    Kit/Findings/SetCheckContext.h
+    Kit/Positions/XmlPositions.h
     Kit/Text/TextPosition.h)
 
 # Hosts write the same includes whether they build us or find us installed: <build>/include/kiv holds a link to each header.
