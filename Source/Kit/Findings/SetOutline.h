@@ -15,6 +15,7 @@
 #include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 

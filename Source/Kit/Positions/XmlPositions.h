@@ -137,7 +137,7 @@ public:
     /// In the order of the document.
     std::span<const XmlIgnore> getIgnores() const;
 
-    /// The text of the file in UTF-8, without a byte order mark's meaning being lost: it is part of the text.
+    /// The text of the file in UTF-8, without its byte order mark.
     std::string_view getText() const;
     XmlEncoding getEncoding() const;
     /// The line of that number, from 1, without its end; empty when there is none.
@@ -146,6 +146,8 @@ public:
     const XmlPositionError* pError() const;
 
 private:
+    friend class XmlPositionsReader;
+
     struct Data;
     std::unique_ptr<Data> data_;
 };
