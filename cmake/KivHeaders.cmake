@@ -55,6 +55,8 @@ set(kivPublicHeaders
     Format/Ifc/Def/XmlSchema/IfcXmlSchema.h
     Format/Ifc/Def/XmlSchema/IfcXmlType.h
     Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h
+    Kit/Documents/SetDocument.h
+    Kit/Documents/TextFile.h
     Kit/Findings/Finding.h
     Kit/Findings/Rule.h
     Kit/Text/TextPosition.h)
