@@ -57,6 +57,7 @@ set(kivPublicHeaders
     Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h
     Kit/Findings/Finding.h
     Kit/Findings/Rule.h
+    Kit/Names/SchemaRelease.h
     Kit/Text/TextPosition.h)
 
 # Hosts write the same includes whether they build us or find us installed: <build>/include/kiv holds a link to each header.
