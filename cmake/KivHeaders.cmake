@@ -63,6 +63,7 @@ set(kivPublicHeaders
     Kit/Findings/Rule.h
     Kit/Findings/SetCheckContext.h
     Kit/Positions/XmlPositions.h
+    Kit/Names/SchemaRelease.h
     Kit/Text/TextPosition.h)
 
 # Hosts write the same includes whether they build us or find us installed: <build>/include/kiv holds a link to each header.
