@@ -44,6 +44,8 @@ struct FindingSubject {
 struct FindingDraft {
     Finding finding;
     FindingSubject subject;
+    /// False once an edit has no known place.
+    bool isMendable = true;
 
     FindingDraft& vNote(std::string message);
     /// Refers to another place of the document.
@@ -87,6 +89,9 @@ public:
     FindingDraft& addAtAttribute(std::string_view code, XmlIndex element, const XmlAttribute& attribute,
                                  std::string message);
 
+    /// Takes a finding whose code and place are set, within the limits.
+    FindingDraft& draftTake(FindingDraft draft);
+
     std::vector<FindingDraft>& getDrafts() { return drafts_; }
 
 private:
@@ -99,7 +104,7 @@ private:
     FindingDraft surplus_;
 };
 
-/// The value in quotes, cut when it is very long, with control characters made visible: "\"IfcWal\"".
+/// The value in quotes, cut when it is very long: "\"IfcWal\"".
 std::string sQuoted(std::string_view value);
 
 /// "\"A\", \"B\" and \"C\""; after `limit` of them "and 12 more".
