@@ -55,7 +55,9 @@ set(kivPublicHeaders
     Format/Ifc/Def/XmlSchema/IfcXmlSchema.h
     Format/Ifc/Def/XmlSchema/IfcXmlType.h
     Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h
-    Kit/Findings/AcrossDocuments.h
+    Kit/Documents/SetDocument.h
+    Kit/Documents/TextFile.h
+    Kit/Findings/AcrossDocuments.h)
     Kit/Findings/Finding.h
     Kit/Findings/Findings.h
     Kit/Findings/Rule.h
