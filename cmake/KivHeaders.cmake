@@ -58,6 +58,9 @@ set(kivPublicHeaders
     Kit/Findings/AcrossDocuments.h
     Kit/Documents/SetDocument.h
     Kit/Documents/TextFile.h
+    Kit/Documents/SetDocument.h
+    Kit/Documents/TextFile.h
+    Kit/Findings/AcrossDocuments.h
     Kit/Findings/Finding.h
     Kit/Findings/Findings.h
     Kit/Findings/Rule.h

@@ -16,6 +16,7 @@
 #pragma once
 
 #include "Kit/Findings/SetOutline.h"
+#include "Kit/Findings/SetVocabulary.h"
 #include "kiv/Kit/Findings/Finding.h"
 #include "kiv/Kit/Findings/SetCheckContext.h"
 
@@ -44,6 +45,8 @@ struct FindingSubject {
 struct FindingDraft {
     Finding finding;
     FindingSubject subject;
+    /// False once an edit has no known place.
+    bool isMendable = true;
 
     FindingDraft& vNote(std::string message);
     /// Refers to another place of the document.
@@ -74,6 +77,7 @@ public:
     const XmlPositions& xml;
     const SetCheckContext& context;
     const ifc::def::schema::Schema& schema;
+    const SetVocabulary vocabulary;
 
     /// A finding at the name of an element; the severity is that of the rule. The result is valid until the
     /// next is added.
@@ -87,6 +91,16 @@ public:
     FindingDraft& addAtAttribute(std::string_view code, XmlIndex element, const XmlAttribute& attribute,
                                  std::string message);
 
+    /// Takes a finding whose code and place are set, within the limits.
+    FindingDraft& draftTake(FindingDraft draft);
+
+    /// Whether an unknown child of the element was probably meant to be one of that name, so that to miss the
+    /// one would be the same mistake again.
+    bool boMisspelt(XmlIndex parent, std::string_view name) const;
+
+    /// The last finding, when it is about the element or an attribute of it; otherwise null.
+    FindingDraft* pLastOf(XmlIndex element);
+
     std::vector<FindingDraft>& getDrafts() { return drafts_; }
 
 private:
@@ -99,7 +113,10 @@ private:
     FindingDraft surplus_;
 };
 
-/// The value in quotes, cut when it is very long, with control characters made visible: "\"IfcWal\"".
+/// At most `size` bytes of a text, without cutting a code point.
+std::string_view cut(std::string_view text, std::size_t size);
+
+/// The value in quotes, cut when it is very long: "\"IfcWal\"".
 std::string sQuoted(std::string_view value);
 
 /// "\"A\", \"B\" and \"C\""; after `limit` of them "and 12 more".
