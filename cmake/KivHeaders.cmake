@@ -71,6 +71,8 @@ set(kivPublicHeaders
     Kit/Findings/Finding.h
     Kit/Findings/Rule.h
     Kit/Names/KnownNames.h
+    Kit/Names/SchemaRelease.h
+    Kit/Positions/ExpressPositions.h
     Kit/Text/TextPosition.h)
 
 # Hosts write the same includes whether they build us or find us installed: <build>/include/kiv holds a link to each header.
