@@ -68,11 +68,15 @@ set(kivPublicHeaders
     Kit/Express/ExpressionOperators.h
     Kit/Express/ExpressionText.h
     Kit/Express/ExpressionWalk.h
+    Kit/Findings/AcrossDocuments.h
     Kit/Findings/Finding.h
+    Kit/Findings/Findings.h
     Kit/Findings/Rule.h
+    Kit/Findings/SetCheckContext.h
     Kit/Names/KnownNames.h
     Kit/Names/SchemaRelease.h
     Kit/Positions/ExpressPositions.h
+    Kit/Positions/XmlPositions.h
     Kit/Text/TextPosition.h)
 
 # Hosts write the same includes whether they build us or find us installed: <build>/include/kiv holds a link to each header.
