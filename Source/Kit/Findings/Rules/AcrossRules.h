@@ -30,6 +30,8 @@
 namespace kiv::kit {
 
 std::span<const Rule> getAcrossRules();
+/// Of family G: those between documents.
+std::span<const Rule> getAcrossGuidRules();
 
 class AcrossRun {
 public:
