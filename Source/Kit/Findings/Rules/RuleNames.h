@@ -13,6 +13,8 @@
 
 #include "Kit/Findings/RuleRun.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -14,6 +14,8 @@
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <cstdint>
 #include <optional>

@@ -62,8 +62,7 @@ private:
     void vUnitCheck(const TypeOutline& type, const schema::Type& measure);
     void vValuesCheck(const TypeOutline& type, const schema::Type& measure);
     void vBoundsCheck(const TypeOutline& type, const schema::Type& measure);
-    void vFitCheck(const TypeOutline& type, const schema::Type& measure, XmlIndex element,
-                   const XmlAttribute* attribute);
+    void vFitCheck(const schema::Type& measure, XmlIndex element, const XmlAttribute* attribute);
 
     void vMemberCheck(const MemberOutline& member);
     void vItemsCheck(const MemberOutline& member);
@@ -71,7 +70,7 @@ private:
     void vTableCheck(const MemberOutline& member);
     void vListCheck(const MemberOutline& member);
     bool boHasChild(XmlIndex parent, std::string_view tag) const;
-    void vDataTypeRequire(const MemberOutline& member, XmlIndex element);
+    void vDataTypeRequire(XmlIndex element);
 
     RuleRun& run_;
     const XmlPositions& xml_;
@@ -246,8 +245,7 @@ void TypeCheck::vUnitCheck(const TypeOutline& type, const schema::Type& measure)
         .vNote("the unit of " + std::string(measure.getName()) + " is " + sQuoted(fitting));
 }
 
-void TypeCheck::vFitCheck(const TypeOutline& type, const schema::Type& measure, XmlIndex element,
-                          const XmlAttribute* attribute) {
+void TypeCheck::vFitCheck(const schema::Type& measure, XmlIndex element, const XmlAttribute* attribute) {
     const auto value = trimmed(attribute ? attribute->value.value : xml_.getElement(element).text);
     if (!measure.pDataType() || fitOf(value, *measure.pDataType()) != ValueFit::No)
         return;
@@ -263,7 +261,7 @@ void TypeCheck::vFitCheck(const TypeOutline& type, const schema::Type& measure, 
 void TypeCheck::vValuesCheck(const TypeOutline& type, const schema::Type& measure) {
     for (const auto item : XmlChildren(xml_, type.values)) {
         if (xml_.getElement(item).name == "ValueItem")
-            vFitCheck(type, measure, item, nullptr);
+            vFitCheck(measure, item, nullptr);
     }
 }
 
@@ -282,7 +280,7 @@ void TypeCheck::vBoundsCheck(const TypeOutline& type, const schema::Type& measur
         if (!value || (!isLower && element.name != "UpperBoundValue") ||
             run_.schema.pObjectFromName(trimmed(value->value.value)))
             continue;
-        vFitCheck(type, measure, bound, value);
+        vFitCheck(measure, bound, value);
         (isLower ? lower : upper) = numberOf(trimmed(value->value.value));
         (isLower ? lowerElement : upperElement) = bound;
     }
@@ -300,7 +298,7 @@ void TypeCheck::vMemberCheck(const MemberOutline& member) {
     switch (member.kind) {
     case PropertyKind::SingleValue:
     case PropertyKind::BoundedValue:
-        vDataTypeRequire(member, member.kindElement);
+        vDataTypeRequire(member.kindElement);
         break;
     case PropertyKind::EnumeratedValue:
         vItemsCheck(member);
@@ -321,7 +319,7 @@ bool TypeCheck::boHasChild(XmlIndex parent, std::string_view tag) const {
     return childOf(xml_, parent, tag) != NoXmlElement;
 }
 
-void TypeCheck::vDataTypeRequire(const MemberOutline& member, XmlIndex element) {
+void TypeCheck::vDataTypeRequire(XmlIndex element) {
     if (!boHasChild(element, "DataType") && !run_.boMisspelt(element, "DataType"))
         run_.add("T008", element, "no data type is given: " + sQuoted(xml_.getElement(element).name) +
                                       " has no \"DataType\"");
@@ -381,7 +379,7 @@ void TypeCheck::vTableCheck(const MemberOutline& member) {
         hasDefining = hasDefining || isDefining;
         hasDefined = hasDefined || isDefined;
         if (isDefining || isDefined)
-            vDataTypeRequire(member, column);
+            vDataTypeRequire(column);
     }
     if ((hasDefining || run_.boMisspelt(member.kindElement, "DefiningValue")) &&
         (hasDefined || run_.boMisspelt(member.kindElement, "DefinedValue")))
