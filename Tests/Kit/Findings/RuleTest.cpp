@@ -64,23 +64,26 @@ TEST(RuleTest, OnlyReportsOfTheLibraryHaveNoExamples) {
 
 TEST(RuleTest, WrongExamplesYieldTheirCodeAlone) {
     for (const auto& rule : getRules()) {
-        if (isAboutOneDocument(rule))
-            EXPECT_EQ(codesOf(rule.wrong), std::set<std::string>{std::string(rule.code)})
-                << testing::PrintToString(exampleLines(rule.wrong));
+        if (!isAboutOneDocument(rule))
+            continue;
+        EXPECT_EQ(codesOf(rule.wrong), std::set<std::string>{std::string(rule.code)})
+            << testing::PrintToString(exampleLines(rule.wrong));
     }
 }
 
 TEST(RuleTest, WrongExamplesHaveOneFinding) {
     for (const auto& rule : getRules()) {
-        if (isAboutOneDocument(rule))
-            EXPECT_EQ(exampleLines(rule.wrong).size(), 1) << testing::PrintToString(exampleLines(rule.wrong));
+        if (!isAboutOneDocument(rule))
+            continue;
+        EXPECT_EQ(exampleLines(rule.wrong).size(), 1) << testing::PrintToString(exampleLines(rule.wrong));
     }
 }
 
 TEST(RuleTest, RightExamplesYieldNothing) {
     for (const auto& rule : getRules()) {
-        if (isAboutOneDocument(rule))
-            EXPECT_THAT(exampleLines(rule.right), IsEmpty()) << rule.code;
+        if (!isAboutOneDocument(rule))
+            continue;
+        EXPECT_THAT(exampleLines(rule.right), IsEmpty()) << rule.code;
     }
 }
 
