@@ -72,6 +72,7 @@ set(kivPublicHeaders
     Kit/Findings/Finding.h
     Kit/Findings/Findings.h
     Kit/Findings/Rule.h
+    Kit/Findings/SchemaFindings.h
     Kit/Findings/SetCheckContext.h
     Kit/Names/KnownNames.h
     Kit/Names/SchemaRelease.h
