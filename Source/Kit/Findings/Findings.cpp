@@ -23,8 +23,8 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck,    vGuidsCheck,   vLanguagesCheck,
-                                          vTypesCheck,     vClassesCheck,  vReleaseCheck, vDocumentationCheck};
+constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck,   vGuidsCheck,   vLanguagesCheck,
+                                        vTypesCheck,     vClassesCheck, vReleaseCheck, vDocumentationCheck};
 
 std::string_view codeOf(FailureKind kind) {
     switch (kind) {

@@ -40,8 +40,8 @@ std::string_view shownKindOf(PropertyKind kind) {
     return {};
 }
 
-/// The types of all members as texts that can be compared and shown: "a single value of IfcLabel". Empty where a
-/// type is missing or unknown.
+/// The types of all members as texts that can be compared and shown: "a single value of IfcLabel". Empty
+/// where a type is missing or unknown.
 std::vector<std::string> typeTextsOf(const SetOutline& outline) {
     std::vector<std::string> texts(outline.members.size());
     for (std::size_t i = 0; i != texts.size(); ++i) {
@@ -57,7 +57,9 @@ std::vector<std::string> typeTextsOf(const SetOutline& outline) {
         const bool isCounted = type.use != TypeUse::ReferenceDataType || !hasType[member];
         if (!type.attribute || !isCounted)
             continue;
-        texts[member].append(hasType[member] ? ", " : " of ").append(cut(trimmed(type.attribute->value.value), maxTypeSize));
+        texts[member]
+            .append(hasType[member] ? ", " : " of ")
+            .append(cut(trimmed(type.attribute->value.value), maxTypeSize));
         hasType[member] = true;
     }
     return texts;
@@ -69,7 +71,8 @@ std::string_view enumerationName(std::string_view name) {
     return name.starts_with(Prefix) ? name.substr(Prefix.size()) : name;
 }
 
-std::vector<std::string_view> only(const std::vector<std::string>& in, const std::vector<std::string>& notIn) {
+std::vector<std::string_view> only(const std::vector<std::string>& in,
+                                   const std::vector<std::string>& notIn) {
     std::vector<std::string_view> items;
     std::ranges::set_difference(in, notIn, std::back_inserter(items));
     return items;
@@ -205,11 +208,13 @@ void AcrossRun::vSetsFind(Collector& findings) const {
                 continue;
             const auto& other = isHidden ? uses.front() : *first->second;
             auto& finding =
-                isHidden ? findings.add("X002", use.spot,
-                                        "there is a set " + sQuoted(use.name) + " in another context too",
-                                        use.name)
-                         : findings.add("X001", use.spot, "there are two sets " + sQuoted(use.name), use.name);
-            finding.notes.push_back({"the other one is " + sQuoted(other.name), findings.placeOf(other.spot)});
+                isHidden
+                    ? findings.add("X002", use.spot,
+                                   "there is a set " + sQuoted(use.name) + " in another context too",
+                                   use.name)
+                    : findings.add("X001", use.spot, "there are two sets " + sQuoted(use.name), use.name);
+            finding.notes.push_back(
+                {"the other one is " + sQuoted(other.name), findings.placeOf(other.spot)});
         }
     }
 }
@@ -217,9 +222,9 @@ void AcrossRun::vSetsFind(Collector& findings) const {
 void AcrossRun::vEnumerationsFind(Collector& findings) const {
     for (const auto& other : otherEnumerations_) {
         const auto& first = enumerations_.at(other.key);
-        auto& finding = findings.add("X003", other.spot,
-                                     "the enumeration " + sQuoted(other.name) + " has other items elsewhere",
-                                     other.name);
+        auto& finding =
+            findings.add("X003", other.spot,
+                         "the enumeration " + sQuoted(other.name) + " has other items elsewhere", other.name);
         finding.notes.push_back({"it is here too", findings.placeOf(first.spot)});
         if (const auto items = only(other.items, first.items); !items.empty())
             finding.notes.push_back({"only the one here has " + sQuotedList(items), std::nullopt});
@@ -240,12 +245,11 @@ void AcrossRun::vSpellingsFind(Collector& findings) const {
         for (auto other = spellings.begin(); other != spellings.end(); ++other) {
             if (other == first)
                 continue;
-            auto& finding =
-                findings.add("X004", other->second,
-                             std::string(key.front() == 'E' ? "the enumeration " : "the name ") +
-                                 sQuoted(other->first) + " differs from " + sQuoted(first->first) +
-                                 " in letter case only",
-                             other->first);
+            auto& finding = findings.add("X004", other->second,
+                                         std::string(key.front() == 'E' ? "the enumeration " : "the name ") +
+                                             sQuoted(other->first) + " differs from " +
+                                             sQuoted(first->first) + " in letter case only",
+                                         other->first);
             finding.notes.push_back({sQuoted(first->first) + " is here", findings.placeOf(first->second)});
         }
     }
@@ -279,8 +283,8 @@ void AcrossRun::vTypesFind(Collector& findings) const {
                                              sQuoted(name) + " is " + other->first + " here and " +
                                                  usual->first + " in other sets",
                                              name);
-                finding.notes.push_back({"here it is " + usual->first,
-                                         findings.placeOf(usual->second.spots.front())});
+                finding.notes.push_back(
+                    {"here it is " + usual->first, findings.placeOf(usual->second.spots.front())});
             }
         }
     }

@@ -69,7 +69,7 @@ constexpr Rule TypeRules[] = {
       <Definition>How thick it is.</Definition>
       <PropertyType>
         <TypePropertySingleValue>
-          <DataType type="IfcWarpingMomentum"/>
+          <DataType type="IfcHourInDay"/>
         </TypePropertySingleValue>
       </PropertyType>
     </PropertyDef>
