@@ -57,7 +57,7 @@ set(kivPublicHeaders
     Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h
     Kit/Documents/SetDocument.h
     Kit/Documents/TextFile.h
-    Kit/Findings/AcrossDocuments.h)
+    Kit/Findings/AcrossDocuments.h
     Kit/Findings/Finding.h
     Kit/Findings/Findings.h
     Kit/Findings/Rule.h
