@@ -55,13 +55,27 @@ set(kivPublicHeaders
     Format/Ifc/Def/XmlSchema/IfcXmlSchema.h
     Format/Ifc/Def/XmlSchema/IfcXmlType.h
     Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h
+    Kit/Documents/ReadFailure.h
+    Kit/Documents/ReadOptions.h
+    Kit/Documents/SchemaFile.h
+    Kit/Documents/SetCollection.h
     Kit/Documents/SetDocument.h
+    Kit/Documents/SetMembers.h
+    Kit/Documents/SetPaths.h
     Kit/Documents/TextFile.h
+    Kit/Express/DataTypeKinds.h
+    Kit/Express/ExpressTypeText.h
+    Kit/Express/ExpressionOperators.h
+    Kit/Express/ExpressionText.h
+    Kit/Express/ExpressionWalk.h
     Kit/Findings/AcrossDocuments.h
     Kit/Findings/Finding.h
     Kit/Findings/Findings.h
     Kit/Findings/Rule.h
     Kit/Findings/SetCheckContext.h
+    Kit/Names/KnownNames.h
+    Kit/Names/SchemaRelease.h
+    Kit/Positions/ExpressPositions.h
     Kit/Positions/XmlPositions.h
     Kit/Text/TextPosition.h)
 

@@ -1,5 +1,6 @@
 #include "kiv/Kit/Documents/SetDocument.h"
 
+#include "Kit/Documents/Reading.h"
 #include "Kit/Documents/ThreadSink.h"
 #include "Kit/Documents/ViewStream.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
@@ -25,7 +26,7 @@ std::string_view localName(std::string_view tag) {
     return tag.substr(tag.find(':') + 1);
 }
 
-DocumentFailure rootFailure(std::string_view tag) {
+ReadFailure rootFailure(std::string_view tag) {
     const auto local = localName(tag);
     const auto root = "root element is \"" + std::string(tag) + "\", ";
     if (local == PropertySetTag || local == QuantitySetTag)
@@ -56,9 +57,9 @@ public:
         try {
             vRead(document, text(options_.budget.maxInput));
         } catch (const std::bad_alloc&) {
-            document.failure = {FailureKind::OutOfMemory, "not enough memory", {}, {}};
-        } catch (const ifc::def::BudgetExceeded& exceeded) {
-            document.failure = {FailureKind::OverBudget, exceeded.what(), {}, exceeded.getLimit()};
+            document.failure = caughtFailure();
+        } catch (const ifc::def::BudgetExceeded&) {
+            document.failure = caughtFailure();
         }
         if (document.failure)
             vPartsForget(document);
@@ -118,14 +119,12 @@ SetDocument pathRead(const std::string& path, const Schema* schema, const ReadOp
 SetDocument textRead(std::string&& text, std::string&& path, const Schema* schema,
                      const ReadOptions& options) {
     return Reader(schema, options).read(std::move(path), [&](std::uint64_t maxSize) {
-        if (text.size() > maxSize)
-            throw ifc::def::BudgetExceeded(ifc::def::BudgetLimit::Input, maxSize);
-        return TextFile{std::move(text), {}};
+        return textTake(std::move(text), maxSize);
     });
 }
 
-SetDocument streamRead(std::istream& stream, std::string&& path, const Schema* schema,
-                       const ReadOptions& options) {
+template <class Stream>
+SetDocument streamRead(Stream& stream, std::string&& path, const Schema* schema, const ReadOptions& options) {
     return Reader(schema, options).read(std::move(path), [&](std::uint64_t maxSize) {
         return textFileRead(stream, maxSize);
     });
@@ -167,6 +166,15 @@ SetDocument setStreamRead(std::istream& stream, std::string path, const ReadOpti
 }
 
 SetDocument setStreamCheck(std::istream& stream, std::string path, const Schema& schema,
+                           const ReadOptions& options) {
+    return streamRead(stream, std::move(path), &schema, options);
+}
+
+SetDocument setStreamRead(std::FILE* stream, std::string path, const ReadOptions& options) {
+    return streamRead(stream, std::move(path), nullptr, options);
+}
+
+SetDocument setStreamCheck(std::FILE* stream, std::string path, const Schema& schema,
                            const ReadOptions& options) {
     return streamRead(stream, std::move(path), &schema, options);
 }

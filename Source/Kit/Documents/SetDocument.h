@@ -15,15 +15,15 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
-#include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "kiv/Host/Assert/KivAssert.h"
-#include "kiv/Kit/Text/TextPosition.h"
+#include "kiv/Kit/Documents/ReadFailure.h"
+#include "kiv/Kit/Documents/ReadOptions.h"
 
 #include <cstddef>
-#include <cstdint>
+#include <cstdio>
 #include <iosfwd>
 #include <memory>
 #include <optional>
@@ -37,35 +37,6 @@ class Schema;
 namespace kiv::kit {
 
 class XmlPositions;
-
-/// What kept a file from being read.
-enum class FailureKind : std::uint8_t {
-    /// The system refuses it: there is no such file, it is a folder, it may not be read.
-    Unreadable,
-    /// It has no bytes.
-    Empty,
-    /// It needs more than its budget allows, or a stop was requested.
-    OverBudget,
-    /// It needs more memory than there is.
-    OutOfMemory,
-    /// It is not well-formed XML.
-    NotXml,
-    /// It is XML; the root element is that of no set.
-    NotASet,
-    /// The root element would be that of a set but for its prefix; prefixes are not supported.
-    PrefixedRoot,
-};
-
-/// Why there is no set.
-struct DocumentFailure {
-    FailureKind kind = FailureKind::Unreadable;
-    /// A sentence without a full stop.
-    std::string reason;
-    /// Line 0 when it has no place in the text.
-    TextPosition position;
-    /// The limit that was exceeded; absent for other kinds of failure.
-    std::optional<ifc::def::BudgetLimit> limit;
-};
 
 /// A report of the library that was made while a document was read or checked.
 struct DocumentAssertion {
@@ -82,7 +53,7 @@ struct SetDocument {
     /// Where everything is in the text. Null when they were not asked for, or there is no text.
     std::shared_ptr<const XmlPositions> positions;
     /// Why there is no set; absent when there is one.
-    std::optional<DocumentFailure> failure;
+    std::optional<ReadFailure> failure;
     /// The set, one of the two; both null when there is none.
     std::unique_ptr<ifc::def::pset::PropertySetDef> propertySet;
     std::unique_ptr<ifc::def::qto::QuantitySetDef> quantitySet;
@@ -98,13 +69,6 @@ struct SetDocument {
     KIV_EXPORT std::unique_ptr<ifc::def::xml::SetDef> takeSet();
 };
 
-struct ReadOptions {
-    /// How much one document may take.
-    ifc::def::Budget budget;
-    /// Whether `positions` are looked for.
-    bool withPositions = true;
-};
-
 /// Reads the document at a path; its set is not checked.
 KIV_EXPORT SetDocument setDocumentRead(const std::string& path, const ReadOptions& options = {});
 
@@ -117,9 +81,14 @@ KIV_EXPORT SetDocument setTextRead(std::string text, std::string path, const Rea
 KIV_EXPORT SetDocument setTextCheck(std::string text, std::string path,
                                     const ifc::def::schema::Schema& schema, const ReadOptions& options = {});
 
-/// Reads a stream to its end. One that fails is an unreadable document; what it throws is passed on.
+/// Reads a stream to its end, which is left open. One that fails is an unreadable document; what it throws is
+/// passed on.
 KIV_EXPORT SetDocument setStreamRead(std::istream& stream, std::string path, const ReadOptions& options = {});
 KIV_EXPORT SetDocument setStreamCheck(std::istream& stream, std::string path,
+                                      const ifc::def::schema::Schema& schema,
+                                      const ReadOptions& options = {});
+KIV_EXPORT SetDocument setStreamRead(std::FILE* stream, std::string path, const ReadOptions& options = {});
+KIV_EXPORT SetDocument setStreamCheck(std::FILE* stream, std::string path,
                                       const ifc::def::schema::Schema& schema,
                                       const ReadOptions& options = {});
 

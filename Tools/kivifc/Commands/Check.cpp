@@ -1,6 +1,7 @@
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Documents/ReportFile.h"
 #include "kivifc/Documents/SetPaths.h"
+#include "kivifc/Documents/ShownFailure.h"
 #include "kivifc/Pictures/CheckReport.h"
 #include "kivifc/Program/Progress.h"
 
@@ -46,7 +47,7 @@ private:
     void vDocumentTake(SetDocument&& document, CheckReport& report) {
         summary_.vAdd(document);
         if (document.failure)
-            console_.diagnostics.vFail(document.failure->subject, document.failure->reason);
+            console_.diagnostics.vFail(shownFailure(document.path, *document.failure));
         if (document.isRefused || !document.errors.getRecords().empty())
             console_.diagnostics.vFinding();
         report.vDocumentAdd(document);

@@ -1,10 +1,10 @@
 #include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Kit/Documents/SetMembers.h"
+#include "kiv/Kit/Names/KnownNames.h"
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Commands/LookUpArguments.h"
-#include "kivifc/Documents/KnownNames.h"
 #include "kivifc/Documents/SchemaWithSets.h"
-#include "kivifc/Documents/SetMembers.h"
 #include "kivifc/Json/Json.h"
 #include "kivifc/Pictures/MissingName.h"
 #include "kivifc/Program/OneLine.h"
@@ -46,7 +46,7 @@ bool isQuestion(const std::string& argument, const SchemaPset& schema) {
 
 std::string sNoMember(const ifc::def::xml::SetDef& set, std::string_view member) {
     std::vector<std::string_view> names;
-    for (const auto* def : setMembers(set)) {
+    for (const auto* def : kit::setMembers(set)) {
         if (def->getName() == member)
             return def->getEntityName().empty() ? "it has no type" : "what is of its kind has no single type";
         names.push_back(def->getName());
@@ -73,8 +73,8 @@ std::string sNoValue(const SchemaPset& schema, const std::string& question) {
         return sNoMember(*set, member);
     if (const auto* entity = Entity::pFrom(schema.pObjectFromName(owner)))
         return sNoAttribute(*entity, member);
-    auto names = setNames(schema);
-    const auto entities = entityNames(schema);
+    auto names = kit::setNames(schema);
+    const auto entities = kit::entityNames(schema);
     names.insert(names.end(), entities.begin(), entities.end());
     return sNoName("set or entity", owner, names);
 }

@@ -1,6 +1,6 @@
 #include "kivifc/Pictures/MissingName.h"
 
-#include "kivifc/Documents/KnownNames.h"
+#include "kiv/Kit/Names/KnownNames.h"
 #include "kivifc/Pictures/NameSuggestion.h"
 
 #include <fmt/format.h>
@@ -17,7 +17,7 @@ std::string sNoName(std::string_view kind, std::string_view name,
 std::string sNoEntity(const ifc::def::schema::Schema& schema, const std::string& name) {
     if (schema.pObjectFromName(name))
         return fmt::format("\"{}\" is no entity", name);
-    return sNoName("entity", name, entityNames(schema));
+    return sNoName("entity", name, kit::entityNames(schema));
 }
 
 } // namespace kiv::kivifc

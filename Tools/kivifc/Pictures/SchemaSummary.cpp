@@ -1,7 +1,7 @@
 #include "kivifc/Pictures/SchemaSummary.h"
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "kivifc/Documents/DataTypeKinds.h"
+#include "kiv/Kit/Express/DataTypeKinds.h"
 #include "kivifc/Pictures/TextTable.h"
 #include "kivifc/Program/OneLine.h"
 
@@ -70,7 +70,7 @@ std::string sDataTypes(const SchemaCounts& counts) {
     for (std::size_t kind = 0; kind < counts.dataTypes.size(); ++kind) {
         if (counts.dataTypes[kind] == 0)
             continue;
-        text += fmt::format("{}{} {}", separator, counts.dataTypes[kind], DataTypeKeywords[kind]);
+        text += fmt::format("{}{} {}", separator, counts.dataTypes[kind], kit::DataTypeKeywords[kind]);
         separator = ", ";
     }
     return text;
@@ -99,7 +99,7 @@ SchemaCounts schemaCounts(const SchemaFile& file, const InheritanceTree& tree) {
     for (const auto* object : file.schema->getObjects())
         vObjectCount(counts, *object);
     for (const auto* dataType : file.schema->getDataTypes())
-        ++counts.dataTypes.at(dataTypeIndex(*dataType));
+        ++counts.dataTypes.at(kit::dataTypeIndex(*dataType));
     counts.whereRulesFailed = countOf(file.assertions, isRuleFailure);
     counts.roots = tree.getRoots().size();
     counts.depth = tree.getDepth();

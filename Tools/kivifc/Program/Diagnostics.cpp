@@ -26,6 +26,10 @@ void Diagnostics::vFailureShown() {
     status_ = ExitStatus::Failed;
 }
 
+void Diagnostics::vFail(const Failure& failure) {
+    vFail(failure.subject, failure.reason);
+}
+
 void Diagnostics::vFinding() {
     status_ = std::max(status_, ExitStatus::Findings);
 }

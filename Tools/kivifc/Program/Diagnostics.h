@@ -38,6 +38,7 @@ public:
 
     /// A part of the job that could not be done.
     void vFail(std::string_view subject, std::string_view reason);
+    void vFail(const Failure& failure);
 
     /// Something is wrong with what was looked at; the output says what.
     void vFinding();

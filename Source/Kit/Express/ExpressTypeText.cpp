@@ -1,21 +1,30 @@
-#include "kivifc/Pictures/ExpressTypeText.h"
+#include "kiv/Kit/Express/ExpressTypeText.h"
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "kivifc/Documents/DataTypeKinds.h"
+#include "kiv/Kit/Express/DataTypeKinds.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
 #include <set>
+#include <string_view>
 
-namespace kiv::kivifc {
+namespace kiv::kit {
 
 namespace {
 
 using namespace ifc::def::schema;
 
 std::string sBound(const Bound& bound) {
-    return bound.state == Bound::State::Given ? fmt::format("{}", bound.value) : "?";
+    return bound.state == Bound::State::Given ? std::to_string(bound.value) : "?";
+}
+
+template <class Names>
+std::string sJoined(std::string text, const Names& names) {
+    std::string_view separator;
+    for (const auto& name : names) {
+        text.append(separator).append(name);
+        separator = ", ";
+    }
+    return text + ')';
 }
 
 std::string sDescription(const ObjectBase* object);
@@ -23,7 +32,7 @@ std::string sDescription(const ObjectBase* object);
 std::string sAggregate(const DataTypeBase& dataType, const DataTypeListInterface& aggregate) {
     std::string text(DataTypeKeywords.at(dataTypeIndex(dataType)));
     if (aggregate.getLowerBound().state != Bound::State::NotGiven)
-        text += fmt::format(" [{}:{}]", sBound(aggregate.getLowerBound()), sBound(aggregate.getUpperBound()));
+        text += " [" + sBound(aggregate.getLowerBound()) + ":" + sBound(aggregate.getUpperBound()) + "]";
     const auto* list = dynamic_cast<const DataTypeList*>(&dataType);
     return text + (list && list->isUnique() ? " OF UNIQUE " : " OF ") + sDescription(aggregate.pElement());
 }
@@ -36,9 +45,9 @@ std::string sDescription(const ObjectBase* object) {
     if (!dataType)
         return std::string(object->getName());
     if (const auto* enumeration = dynamic_cast<const DataTypeEnum*>(dataType))
-        return fmt::format("ENUMERATION OF ({})", fmt::join(enumeration->getItems(), ", "));
+        return sJoined("ENUMERATION OF (", enumeration->getItems());
     if (const auto* select = dynamic_cast<const DataTypeSelect*>(dataType))
-        return fmt::format("SELECT ({})", fmt::join(select->getMemberNames(), ", "));
+        return sJoined("SELECT (", select->getMemberNames());
     if (const auto* aggregate = DataTypeListInterface::pFrom(dataType))
         return sAggregate(*dataType, *aggregate);
     const auto* string = dynamic_cast<const DataTypeString*>(dataType);
@@ -66,4 +75,4 @@ std::string sTypeResolved(const ObjectBase* object) {
     return text;
 }
 
-} // namespace kiv::kivifc
+} // namespace kiv::kit

@@ -1,8 +1,8 @@
-#include "kivifc/Documents/KnownNames.h"
+#include "kiv/Kit/Names/KnownNames.h"
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
-namespace kiv::kivifc {
+namespace kiv::kit {
 
 using ifc::def::schema::Entity;
 
@@ -26,4 +26,4 @@ std::vector<std::string_view> setNames(const ifc::def::SchemaPset& schema) {
     return names;
 }
 
-} // namespace kiv::kivifc
+} // namespace kiv::kit

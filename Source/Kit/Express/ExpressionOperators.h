@@ -1,13 +1,18 @@
 /// @file
 /// How EXPRESS writes operators and constants.
+///
+///     sOf(BinaryOperators, node.getOperator()) // "<>"
+///
+/// Ownership: the tables live as long as the process.
+/// Threads:   any number of threads.
+/// Errors:    std::out_of_range for a value that is no enumerator.
 #pragma once
 
 #include <array>
 #include <cstddef>
-#include <string>
 #include <string_view>
 
-namespace kiv::kivifc {
+namespace kiv::kit {
 
 // Each by the number of its enumerator.
 inline constexpr std::array<std::string_view, 3> UnaryOperators{"+", "-", "NOT"};
@@ -20,8 +25,8 @@ inline constexpr std::array<std::string_view, 3> Logicals{"TRUE", "FALSE", "UNKN
 
 /// The text of an enumerator.
 template <std::size_t Size, typename Enumerator>
-std::string sOf(const std::array<std::string_view, Size>& texts, Enumerator value) {
-    return std::string(texts.at(static_cast<std::size_t>(value)));
+constexpr std::string_view sOf(const std::array<std::string_view, Size>& texts, Enumerator value) {
+    return texts.at(static_cast<std::size_t>(value));
 }
 
-} // namespace kiv::kivifc
+} // namespace kiv::kit

@@ -1,9 +1,9 @@
-#include "kivifc/Documents/SetMembers.h"
+#include "kiv/Kit/Documents/SetMembers.h"
 
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 
-namespace kiv::kivifc {
+namespace kiv::kit {
 
 namespace {
 
@@ -42,4 +42,4 @@ std::string sSetClasses(const SetDef& set) {
     return text.empty() ? "every class" : text;
 }
 
-} // namespace kiv::kivifc
+} // namespace kiv::kit
