@@ -14,7 +14,7 @@ namespace {
 std::vector<Rule> allRules() {
     std::vector<Rule> rules;
     for (const auto family :
-         {getGuidRules(), getLanguageRules(), getNameRules(), getReportRules(), getStructureRules()})
+         {getCommentRules(), getGuidRules(), getLanguageRules(), getNameRules(), getReportRules(), getStructureRules()})
         rules.insert(rules.end(), family.begin(), family.end());
     std::ranges::stable_sort(rules, {}, &Rule::code);
     return rules;

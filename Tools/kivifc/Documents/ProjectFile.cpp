@@ -1,6 +1,6 @@
 #include "kivifc/Documents/ProjectFile.h"
 
-#include "kivifc/Documents/SetPaths.h"
+#include "kivifc/Documents/SetDocument.h"
 #include "kivifc/Documents/TextFile.h"
 #include "kivifc/Program/AsciiText.h"
 

@@ -15,6 +15,10 @@ namespace {
 
 using kit::Severity;
 
+/// From a file that the system refuses to a root element that is that of no set.
+constexpr std::array<std::string_view, 7> UnreadableCodes{"R040", "R041", "R042", "R043",
+                                                          "R044", "S013", "S014"};
+
 /// The length of the longest beginning of the code among those; absent when none of them begins it.
 std::optional<std::size_t> beginningOf(const std::vector<std::string>& beginnings, std::string_view code) {
     std::optional<std::size_t> longest;
@@ -55,7 +59,7 @@ bool isSelected(const Selection& selection, std::string_view code) {
 }
 
 bool isUnreadable(const kit::Finding& finding) {
-    return finding.code == UnreadableCode;
+    return std::ranges::find(UnreadableCodes, finding.code) != UnreadableCodes.end();
 }
 
 void vFindingsSelect(std::vector<kit::Finding>& findings, const Selection& selection) {

@@ -21,12 +21,6 @@
 
 namespace kiv::kivifc {
 
-/// The code of what keeps a file from being read at all.
-inline constexpr std::string_view UnreadableCode = "F001";
-
-/// The code of a comment that ignores what is not there.
-inline constexpr std::string_view UnusedIgnoreCode = "F002";
-
 struct Selection {
     /// Codes and beginnings of codes: "T" is the whole family. Empty for all.
     std::vector<std::string> selected;
@@ -50,7 +44,7 @@ std::string sCodeOf(std::string_view code, std::string& failure);
 /// "error", "warning", "note" in any letter case; absent for anything else.
 std::optional<kit::Severity> severityFrom(std::string_view text);
 
-/// Whether it says that a file cannot be read at all.
+/// Whether it says that a file cannot be read at all, or is no set document: it is shown whatever is chosen.
 bool isUnreadable(const kit::Finding& finding);
 
 } // namespace kiv::kivifc

@@ -57,7 +57,7 @@ TEST_F(BaselineFile, HasPathsRelativeToItsFolder) {
 }
 
 TEST_F(BaselineFile, NeverHidesAFileThatCannotBeRead) {
-    std::vector<kit::Finding> findings{sampleFinding(UnreadableCode, Severity::Error, "m", {}, document_)};
+    std::vector<kit::Finding> findings{sampleFinding("R044", Severity::Error, "m", {}, document_)};
     ASSERT_EQ(sBaselineWrite(path_, findings), "");
     auto baseline = read();
     EXPECT_TRUE(baseline.findings.empty());

@@ -21,7 +21,7 @@ TEST(JunitFindings, EachFileIsATestCase) {
     EXPECT_EQ(sSuite({sampleFinding("Z001", Severity::Error, "<x> & \"y\"", {2, 3, 0}, "b.xml"),
                       sampleFinding("Z002", Severity::Note, "later\x1B", {4, 0, 0}, "b.xml"),
                       sampleFinding("Z002", Severity::Warning, "w", {1, 0, 0}, "c.xml"),
-                      sampleFinding(UnreadableCode, Severity::Error, "no XML", {1, 1, 0}, "d.xml")},
+                      sampleFinding("R044", Severity::Error, "no XML", {1, 1, 0}, "d.xml")},
                      result),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
               "<testsuites tests=\"5\" failures=\"1\" errors=\"2\">\n"
@@ -36,7 +36,7 @@ TEST(JunitFindings, EachFileIsATestCase) {
               "</system-out>\n"
               "    </testcase>\n"
               "    <testcase classname=\"kivifc check\" name=\"d.xml\">\n"
-              "      <error message=\"1 finding\">d.xml:1:1: error: no XML [F001]\n"
+              "      <error message=\"1 finding\">d.xml:1:1: error: no XML [R044]\n"
               "</error>\n"
               "    </testcase>\n"
               "    <testcase classname=\"kivifc check\" name=\"a.xml\"/>\n"

@@ -46,9 +46,9 @@ TEST(Selection, LongestBeginningGivesTheSeverity) {
 }
 
 TEST(Selection, FileThatCannotBeReadIsShownWhateverIsChosen) {
-    std::vector<kit::Finding> findings{sampleFinding(UnreadableCode, Severity::Error, "a", {}),
+    std::vector<kit::Finding> findings{sampleFinding("R044", Severity::Error, "a", {}),
                                        sampleFinding("T002", Severity::Error, "b", {})};
-    vFindingsSelect(findings, {{"S"}, {"F"}, {{"F", Severity::Note}}});
+    vFindingsSelect(findings, {{"S"}, {"R"}, {{"R", Severity::Note}}});
     ASSERT_EQ(findings.size(), 1U);
     EXPECT_EQ(findings[0].severity, Severity::Error);
 }
