@@ -37,6 +37,10 @@ std::string_view codeOf(FailureKind kind) {
         return "S014";
     case FailureKind::PrefixedRoot:
         return "S013";
+    case FailureKind::NotASchema:
+    case FailureKind::LiteralOutOfRange:
+    case FailureKind::ListLeftOpen:
+        break; // documents have no such failure
     }
     return "R040";
 }
