@@ -1,26 +1,35 @@
 #include "kiv/Kit/Findings/Rule.h"
 
+#include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Findings/Rules/Rules.h"
+
 #include <algorithm>
+#include <vector>
 
 namespace kiv::kit {
 
 namespace {
 
-char upperCase(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+/// One table of all families. A copy of a rule has views only.
+std::vector<Rule> allRules() {
+    std::vector<Rule> rules;
+    for (const auto family :
+         {getCommentRules(), getGuidRules(), getLanguageRules(), getNameRules(), getReportRules(), getStructureRules()})
+        rules.insert(rules.end(), family.begin(), family.end());
+    std::ranges::stable_sort(rules, {}, &Rule::code);
+    return rules;
 }
 
 } // namespace
 
 std::span<const Rule> getRules() {
-    return {};
+    static const std::vector<Rule> rules = allRules();
+    return rules;
 }
 
 const Rule* pRuleFind(std::string_view code) {
     const auto rules = getRules();
-    const auto isAsked = [code](const Rule& rule) {
-        return std::ranges::equal(rule.code, code, {}, upperCase, upperCase);
-    };
+    const auto isAsked = [code](const Rule& rule) { return isEqualIgnoringCase(rule.code, code); };
     const auto found = std::ranges::find_if(rules, isAsked);
     return found == rules.end() ? nullptr : &*found;
 }

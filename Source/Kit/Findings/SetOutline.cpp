@@ -1,5 +1,6 @@
 #include "Kit/Findings/SetOutline.h"
 
+#include "Kit/Findings/RuleRun.h"
 #include "Kit/Positions/XmlChildren.h"
 
 #include <algorithm>
@@ -11,6 +12,8 @@ namespace kiv::kit {
 namespace {
 
 constexpr std::string_view WhiteSpace = " \t\n\r";
+constexpr std::size_t maxSubjectPart = 120;
+constexpr std::size_t maxSubjectDepth = 8;
 
 std::string_view trimmed(std::string_view text, std::string_view blanks) {
     const auto first = text.find_first_not_of(blanks);
@@ -278,13 +281,18 @@ std::string_view SetOutline::memberName(const MemberOutline& member) const {
     return trimmed(textOf(member.name), WhiteSpace);
 }
 
+std::string SetOutline::setSubject() const {
+    return std::string(cut(setName(), maxSubjectPart));
+}
+
 std::string SetOutline::subjectOf(const MemberOutline& member) const {
     std::vector<std::string_view> names = {memberName(member)};
-    for (auto owner = member.owner; owner >= 0; owner = members[static_cast<std::size_t>(owner)].owner)
+    for (auto owner = member.owner; owner >= 0 && names.size() != maxSubjectDepth;
+         owner = members[static_cast<std::size_t>(owner)].owner)
         names.push_back(memberName(members[static_cast<std::size_t>(owner)]));
-    std::string subject(setName());
+    std::string subject = setSubject();
     for (auto part = names.rbegin(); part != names.rend(); ++part)
-        subject.append(1, '.').append(*part);
+        subject.append(1, '.').append(cut(*part, maxSubjectPart));
     return subject;
 }
 

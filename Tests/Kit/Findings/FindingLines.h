@@ -1,0 +1,78 @@
+/// @file
+/// Findings as lines of text, for comparing them.
+///
+///     EXPECT_THAT(findingLines(text), ElementsAre("3:9-12 error S001 \"Nam\" is not known inside ..."));
+///
+/// Ownership: values.
+/// Threads:   each thread has its own results.
+/// Errors:    none.
+#pragma once
+
+#include "Support/SchemaFromText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Kit/Documents/SetDocument.h"
+#include "kiv/Kit/Findings/Findings.h"
+#include "kiv/Kit/Findings/Rule.h"
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::test {
+
+using namespace kiv::kit;
+
+/// The schema of the examples, read once.
+inline const ifc::def::schema::Schema& exampleSchema() {
+    static const auto schema = schemaFromWholeText(std::string(getExampleSchema()));
+    return *schema;
+}
+
+inline std::vector<Finding> exampleFindings(std::string_view text, bool isVerbose = false) {
+    const auto document = setTextCheck(std::string(text), "Example.xml", exampleSchema());
+    SetCheckContext context{exampleSchema(), {}, {}, isVerbose};
+    return findingsOf(document, context);
+}
+
+inline std::string sSeverity(Severity severity) {
+    if (severity == Severity::Error)
+        return "error";
+    return severity == Severity::Warning ? "warning" : "note";
+}
+
+/// "LINE:COLUMN+LENGTH severity CODE message", then a line for each note, and one for the edits.
+inline std::string sFindingLine(const Finding& finding) {
+    const auto& position = finding.place.position;
+    std::string line = std::to_string(position.line) + ":" + std::to_string(position.column) + "+" +
+                       std::to_string(position.length) + " " + sSeverity(finding.severity) + " " +
+                       std::string(finding.code) + " " + finding.message;
+    for (const auto& note : finding.notes) {
+        line += " | " + note.message;
+        if (note.place)
+            line += " @" + std::to_string(note.place->position.line) + ":" +
+                    std::to_string(note.place->position.column);
+    }
+    return line;
+}
+
+inline std::vector<std::string> findingLines(std::string_view text) {
+    std::vector<std::string> lines;
+    for (const auto& finding : exampleFindings(text))
+        lines.push_back(sFindingLine(finding));
+    return lines;
+}
+
+/// The text with the edits of all findings made, from the last to the first.
+inline std::string sMended(std::string text) {
+    std::vector<FindingEdit> edits;
+    for (const auto& finding : exampleFindings(text))
+        edits.insert(edits.end(), finding.edits.begin(), finding.edits.end());
+    std::ranges::sort(edits, std::ranges::greater(), &FindingEdit::offset);
+    for (const auto& edit : edits)
+        text.replace(edit.offset, edit.length, edit.text);
+    return text;
+}
+
+} // namespace kiv::test
