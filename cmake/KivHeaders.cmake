@@ -71,6 +71,7 @@ set(kivPublicHeaders
     Kit/Findings/AcrossDocuments.h
     Kit/Findings/Finding.h
     Kit/Findings/Findings.h
+    Kit/Findings/IgnoreComments.h
     Kit/Findings/Rule.h
     Kit/Findings/SchemaFindings.h
     Kit/Findings/SetCheckContext.h
