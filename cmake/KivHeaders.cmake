@@ -73,6 +73,7 @@ set(kivPublicHeaders
     Kit/Findings/Findings.h
     Kit/Findings/IgnoreComments.h
     Kit/Findings/Rule.h
+    Kit/Findings/SchemaFindings.h
     Kit/Findings/SetCheckContext.h
     Kit/Names/KnownNames.h
     Kit/Names/SchemaRelease.h

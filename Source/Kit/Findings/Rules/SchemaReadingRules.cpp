@@ -1,0 +1,263 @@
+#include "Kit/Findings/Rules/SchemaRules.h"
+#include "Kit/Positions/ExpressScanner.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// E001 to E005, E008 and E099: texts in which nothing is found, and declarations that the library does not
+// read.
+namespace kiv::kit {
+
+namespace {
+
+using Kind = ExpressDeclarationKind;
+
+constexpr TextPosition Beginning{1, 1, 0};
+
+std::size_t offsetIn(const SchemaRun& run, std::string_view part) {
+    return static_cast<std::size_t>(part.data() - run.text.data());
+}
+
+std::string sDeclaration(const ExpressDeclaration& declaration) {
+    return std::string(keywordOf(declaration.kind)) + ' ' + sNamed(declaration.name.text);
+}
+
+bool isRead(Kind kind) {
+    return kind <= Kind::Rule;
+}
+
+/// Why no SCHEMA line was found.
+std::string sNoSchemaReason(const SchemaRun& run) {
+    if (run.positions.encoding == ExpressEncoding::Utf16)
+        return "the text is UTF-16; save it as UTF-8";
+    if (run.positions.hasReturnsOnly)
+        return "its lines end with carriage returns alone; end them with line feeds";
+    if (run.text.empty())
+        return "the file is empty";
+    if (!run.positions.schemas.empty() && run.positions.schemas.back().keyword.text != "SCHEMA")
+        return "the keyword is written " + sNamed(run.positions.schemas.back().keyword.text) +
+               "; keywords are found in capitals only";
+    return "no line has the keyword SCHEMA";
+}
+
+/// Why a schema has no declarations.
+std::string sNoDeclarationsReason(const SchemaRun& run) {
+    if (run.positions.hasReturnsOnly)
+        return sNoSchemaReason(run);
+    for (const auto& declared : run.declared) {
+        if (isRead(declared.declaration->kind))
+            return "the keyword of its first declaration is written " +
+                   sNamed(declared.declaration->keyword.text) + "; keywords are found in capitals, " +
+                   "each declaration on lines of its own";
+    }
+    return "there is no TYPE, ENTITY, FUNCTION or RULE in it";
+}
+
+/// The line of a declaration is the last of another one, or has an earlier keyword.
+bool isOnLineOf(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
+    const auto lineEnd = run.text.find('\n', offset);
+    return lineEnd == std::string_view::npos || lineEnd + 1 >= statement.end ||
+           run.text.substr(statement.begin, offset - statement.begin).find('\n') == std::string_view::npos;
+}
+
+/// The statement that has this byte in it; null when none has.
+const SchemaStatement* pStatementAround(const SchemaRun& run, std::size_t offset) {
+    const auto& statements = run.lines.statements;
+    auto after = std::ranges::upper_bound(statements, offset, {}, &SchemaStatement::begin);
+    if (after == statements.begin())
+        return nullptr;
+    --after;
+    return offset < after->end ? &*after : nullptr;
+}
+
+/// Tells what of the statements is read, what takes what, and where that is.
+class LostDeclarations {
+public:
+    explicit LostDeclarations(SchemaRun& run);
+
+    void vCheck();
+
+private:
+    /// A statement with the declaration that it is, and those that it takes.
+    struct Reading {
+        Declared* declared = nullptr;
+        std::vector<Declared*> taken;
+        bool isExplained = false;
+    };
+
+    void vLostAdd(Declared& lost);
+    std::string sLostReason(const Declared& lost, std::size_t offset) const;
+    void vReadingCheck(std::size_t index);
+    void vTextCheck(std::size_t index);
+    void vEndCheck(std::size_t index);
+    void vNameCheck(Declared& declared);
+    void vTakenNote(Finding& finding, const Reading& reading) const;
+    TextPosition positionOf(std::size_t offset);
+
+    SchemaRun& run_;
+    std::vector<Reading> readings_;
+    ExpressMark mark_;
+};
+
+LostDeclarations::LostDeclarations(SchemaRun& run) : run_(run), readings_(run.lines.statements.size()) {}
+
+std::size_t indexOf(const SchemaRun& run, const SchemaStatement& statement) {
+    return static_cast<std::size_t>(&statement - run.lines.statements.data());
+}
+
+void LostDeclarations::vCheck() {
+    for (auto& declared : run_.declared) {
+        if (declared.statement)
+            readings_[indexOf(run_, *declared.statement)].declared = &declared;
+    }
+    for (auto& declared : run_.declared) {
+        if (!declared.statement && isRead(declared.declaration->kind))
+            vLostAdd(declared);
+    }
+    for (std::size_t index = 0; index < readings_.size(); ++index)
+        vReadingCheck(index);
+}
+
+void LostDeclarations::vLostAdd(Declared& lost) {
+    const auto offset = offsetIn(run_, lost.declaration->keyword.text);
+    const auto* const around = pStatementAround(run_, offset);
+    if (around && !isOnLineOf(run_, *around, offset)) {
+        readings_[indexOf(run_, *around)].taken.push_back(&lost);
+        return;
+    }
+    auto& finding = run_.add("E002", lost.declaration->name.position,
+                             sDeclaration(*lost.declaration) + " is not read: " + sLostReason(lost, offset));
+    finding.subject = lost.declaration->name.text;
+    lost.finding = &finding;
+    if (around)
+        readings_[indexOf(run_, *around)].isExplained = true;
+}
+
+std::string LostDeclarations::sLostReason(const Declared& lost, std::size_t offset) const {
+    const auto& word = lost.declaration->keyword.text;
+    if (word != keywordOf(lost.declaration->kind))
+        return "the keyword is written " + sNamed(word) + ", and is found in capitals only";
+    if (offset >= run_.lines.end)
+        return "it comes after the line with END_SCHEMA";
+    return "its line has another declaration, or another keyword, before it";
+}
+
+/// Offsets are asked for in their order.
+TextPosition LostDeclarations::positionOf(std::size_t offset) {
+    ExpressScanner scanner(run_.text, mark_, run_.text.size());
+    scanner.vSkipTo(offset);
+    mark_ = scanner.getMark();
+    return {mark_.line, mark_.column, 0};
+}
+
+void LostDeclarations::vReadingCheck(std::size_t index) {
+    auto& reading = readings_[index];
+    if (!reading.declared)
+        return vTextCheck(index);
+    vEndCheck(index);
+    if (!reading.declared->finding)
+        vNameCheck(*reading.declared);
+}
+
+/// A keyword in a comment or a string.
+void LostDeclarations::vTextCheck(std::size_t index) {
+    const auto& reading = readings_[index];
+    const auto& statement = run_.lines.statements[index];
+    if (reading.isExplained)
+        return;
+    auto position = positionOf(statement.keyword);
+    position.length = keywordOf(statement.kind).size();
+    auto& finding = run_.add("E005", position,
+                             "a line that only mentions " + std::string(keywordOf(statement.kind)) +
+                                 " is read as the declaration of " + sNamed(statement.name));
+    finding.subject = statement.name;
+    vTakenNote(finding, reading);
+}
+
+/// Whether a declaration ends for the library where it does in the text.
+void LostDeclarations::vEndCheck(std::size_t index) {
+    auto& reading = readings_[index];
+    const auto& declaration = *reading.declared->declaration;
+    const auto& statement = run_.lines.statements[index];
+    const std::string end = "END_" + std::string(keywordOf(declaration.kind));
+    const auto endOffset = offsetIn(run_, declaration.text) + declaration.text.size();
+    const auto what = sDeclaration(declaration);
+    const bool isOneLine = declaration.text.find_first_of("\r\n") == std::string_view::npos;
+    Finding* finding = nullptr;
+    if (declaration.end.text.empty())
+        finding = &run_.add("E004", declaration.name.position, end + " of " + what + " is missing");
+    else if (isOneLine)
+        finding = &run_.add("E003", declaration.name.position, what + " is on one line and is not read");
+    else if (declaration.end.text != end)
+        finding = &run_.add("E004", declaration.end.position,
+                            "the end of " + what + " is written " + sNamed(declaration.end.text) +
+                                ", and is found in capitals only");
+    else if (!reading.taken.empty())
+        finding = &run_.add("E004", declaration.end.position,
+                            "the end of " + what + " is not seen: it must be on a line of its own");
+    else if (statement.end + declaration.end.text.size() < endOffset)
+        finding = &run_.add("E005", declaration.name.position,
+                            what + " is read up to a line that only mentions its end");
+    if (!finding)
+        return;
+    finding->subject = declaration.name.text;
+    vTakenNote(*finding, reading);
+    reading.declared->finding = finding;
+}
+
+void LostDeclarations::vTakenNote(Finding& finding, const Reading& reading) const {
+    for (auto* const taken : reading.taken) {
+        taken->finding = &finding;
+        run_.vNoteAt(finding, taken->declaration->name.position,
+                     sDeclaration(*taken->declaration) + " is taken for a part of it and is lost");
+    }
+    if (reading.taken.size() > SchemaRun::maxNotes)
+        finding.notes.back().message +=
+            ", as are " + std::to_string(reading.taken.size() - SchemaRun::maxNotes) + " more";
+}
+
+/// A name ends with a blank, or else with the ';'.
+void LostDeclarations::vNameCheck(Declared& declared) {
+    const auto& name = declared.declaration->name;
+    if (declared.statement->name == name.text)
+        return;
+    auto& finding = run_.add("E002", name.position,
+                             sDeclaration(*declared.declaration) + " is read under the name " +
+                                 sNamed(declared.statement->name));
+    finding.subject = name.text;
+    finding.notes.push_back(
+        {"write the name on the line of the keyword, and a blank or \";\" right after it", {}});
+    declared.finding = &finding;
+}
+
+} // namespace
+
+bool boSomethingFound(SchemaRun& run) {
+    if (run.schema && !run.schema->getObjects().empty())
+        return true;
+    const auto& headers = run.positions.schemas;
+    const auto reason = run.schema ? "the schema has no declarations: " + sNoDeclarationsReason(run)
+                                   : "no schema was found: " + sNoSchemaReason(run);
+    run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, reason);
+    return false;
+}
+
+void vLostDeclarationsCheck(SchemaRun& run) {
+    LostDeclarations(run).vCheck();
+}
+
+void vOpenCommentCheck(SchemaRun& run) {
+    if (run.positions.openComment.line > 0)
+        run.add("E008", run.positions.openComment, "nothing closes this comment");
+}
+
+void vOtherReportsAdd(SchemaRun& run) {
+    for (const auto* record : run.untaken()) {
+        auto& finding = run.add("E099", {}, record->message);
+        finding.origin = FindingOrigin{record->function, record->file, record->line};
+    }
+}
+
+} // namespace kiv::kit
