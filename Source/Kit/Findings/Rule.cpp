@@ -6,6 +6,7 @@
 #include "Kit/Findings/Rules/LegalNames.h"
 #include "Kit/Findings/Rules/ReleaseRules.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Findings/Rules/TypeRules.h"
 
 #include <algorithm>
@@ -21,7 +22,7 @@ std::vector<Rule> allRules() {
     for (const auto family : {getAcrossGuidRules(), getAcrossRules(), getClassRules(), getCommentRules(),
                               getDocumentationRules(),
                               getGuidRules(), getLanguageRules(), getNameRules(), getReleaseRules(),
-                              getReportRules(), getStructureRules(), getTypeRules()})
+                              getReportRules(), getSchemaRules(), getStructureRules(), getTypeRules()})
         rules.insert(rules.end(), family.begin(), family.end());
     std::ranges::stable_sort(rules, {}, &Rule::code);
     return rules;

@@ -289,8 +289,11 @@ bool SchemaRun::isSupertype(const Declared& above, const Declared& entity) const
 }
 
 void SchemaRun::vReportTake(Finding& finding, std::size_t index) {
-    const auto& record = reports_[index];
     isTaken_[index] = true;
+    vReportNote(finding, reports_[index]);
+}
+
+void SchemaRun::vReportNote(Finding& finding, const AssertRecord& record) {
     if (!finding.origin)
         finding.origin = FindingOrigin{record.function, record.file, record.line};
     if (finding.notes.size() < maxNotes)
@@ -330,6 +333,12 @@ std::vector<const AssertRecord*> SchemaRun::untaken() const {
             records.push_back(&reports_[index]);
     }
     return records;
+}
+
+Finding* SchemaRun::pMisreading() {
+    const auto found = std::ranges::find_if(
+        findings_, [](const Finding& finding) { return finding.code >= "E002" && finding.code <= "E006"; });
+    return found == findings_.end() ? nullptr : &*found;
 }
 
 std::vector<Finding> SchemaRun::takeFindings() {

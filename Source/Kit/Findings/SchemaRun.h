@@ -123,6 +123,10 @@ public:
     /// What no finding has taken, but for repetitions of what one has.
     std::vector<const assert::AssertRecord*> untaken() const;
 
+    /// The first finding about something that is read as something else; null when there is none.
+    Finding* pMisreading();
+    static void vReportNote(Finding& finding, const assert::AssertRecord& record);
+
     std::vector<Finding> takeFindings();
 
 private:

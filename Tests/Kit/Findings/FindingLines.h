@@ -12,12 +12,15 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kiv/Kit/Findings/Findings.h"
+#include "kiv/Kit/Findings/IgnoreComments.h"
 #include "kiv/Kit/Findings/Rule.h"
+#include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <algorithm>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kiv::test {
@@ -33,7 +36,12 @@ inline const ifc::def::schema::Schema& exampleSchema() {
 inline std::vector<Finding> exampleFindings(std::string_view text, bool isVerbose = false) {
     const auto document = setTextCheck(std::string(text), "Example.xml", exampleSchema());
     SetCheckContext context{exampleSchema(), {}, {}, isVerbose};
-    return findingsOf(document, context);
+    auto findings = findingsOf(document, context);
+    IgnoreComments ignores(document.path, *document.positions);
+    std::erase_if(findings, [&](const Finding& finding) { return ignores.boHide(finding); });
+    for (auto& finding : ignores.unusedFindings())
+        findings.push_back(std::move(finding));
+    return findings;
 }
 
 inline std::string sSeverity(Severity severity) {

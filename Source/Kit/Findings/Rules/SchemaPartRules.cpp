@@ -51,6 +51,7 @@ private:
     void vListCheck(ExpressUse use, std::span<const std::string_view> read, const std::string& what,
                     std::string_view hint);
     void vMembersCheck(ExpressMemberKind kind, const Words& read, const std::string& what);
+    void vTypeTextAdd(const ExpressMember& attribute, std::string_view read);
     void vTypeTextsCheck(const Entity& entity);
     void vRuleCheck(const ExpressMember& rule);
 
@@ -125,6 +126,16 @@ std::vector<std::string_view> typeWords(std::string_view type) {
     return words;
 }
 
+void PartsCheck::vTypeTextAdd(const ExpressMember& attribute, std::string_view read) {
+    auto& finding = run_.add("E006", attribute.name.position,
+                             "the type of " + sNamed(attribute.name.text) + " of " +
+                                 sNamed(declaration_.name.text) + " is read as " + sNamed(read));
+    finding.subject = declaration_.name.text;
+    finding.notes.push_back({"an attribute is read from one line", {}});
+    if (trimmed(read).ends_with("OF"))
+        run_.boTake(finding, SchemaReport::Element);
+}
+
 void PartsCheck::vTypeTextsCheck(const Entity& entity) {
     auto read = entity.getAttributes().begin();
     for (const auto& member : declaration_.members) {
@@ -132,12 +143,10 @@ void PartsCheck::vTypeTextsCheck(const Entity& entity) {
             continue;
         if (read == entity.getAttributes().end())
             return;
-        if (read->getName() == member.name.text && typeWords(read->getTypeText()) != typeWords(member.type))
-            run_.add("E006", member.name.position,
-                     "the type of " + sNamed(member.name.text) + " of " + sNamed(declaration_.name.text) +
-                         " is read as " + sNamed(read->getTypeText()))
-                .notes.push_back({"an attribute is read from one line", {}});
-        if (read->getName() == member.name.text)
+        const bool isSame = read->getName() == member.name.text;
+        if (isSame && typeWords(read->getTypeText()) != typeWords(member.type))
+            vTypeTextAdd(member, read->getTypeText());
+        if (isSame)
             ++read;
     }
 }

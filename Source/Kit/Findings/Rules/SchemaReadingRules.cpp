@@ -1,7 +1,9 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Positions/ExpressScanner.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +41,8 @@ std::string sNoSchemaReason(const SchemaRun& run) {
     if (!run.positions.schemas.empty() && run.positions.schemas.back().keyword.text != "SCHEMA")
         return "the keyword is written " + sNamed(run.positions.schemas.back().keyword.text) +
                "; keywords are found in capitals only";
+    if (!run.positions.schemas.empty())
+        return "the last line that mentions SCHEMA counts, and gives no name";
     return "no line has the keyword SCHEMA";
 }
 
@@ -55,11 +59,19 @@ std::string sNoDeclarationsReason(const SchemaRun& run) {
     return "there is no TYPE, ENTITY, FUNCTION or RULE in it";
 }
 
-/// The line of a declaration is the last of another one, or has an earlier keyword.
-bool isOnLineOf(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
+/// The statement begins on the line of this byte, which is in it.
+bool isOnFirstLine(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
+    return run.text.substr(statement.begin, offset - statement.begin).find('\n') == std::string_view::npos;
+}
+
+/// The statement ends with the line of this byte, which is in it.
+bool isOnLastLine(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
     const auto lineEnd = run.text.find('\n', offset);
-    return lineEnd == std::string_view::npos || lineEnd + 1 >= statement.end ||
-           run.text.substr(statement.begin, offset - statement.begin).find('\n') == std::string_view::npos;
+    return lineEnd == std::string_view::npos || lineEnd + 1 >= statement.end;
+}
+
+std::string sStatement(const SchemaStatement& statement) {
+    return std::string(keywordOf(statement.kind)) + ' ' + sNamed(statement.name);
 }
 
 /// The statement that has this byte in it; null when none has.
@@ -72,7 +84,7 @@ const SchemaStatement* pStatementAround(const SchemaRun& run, std::size_t offset
     return offset < after->end ? &*after : nullptr;
 }
 
-/// Tells what of the statements is read, what takes what, and where that is.
+/// Finds which declarations are not read, and what takes them.
 class LostDeclarations {
 public:
     explicit LostDeclarations(SchemaRun& run);
@@ -84,11 +96,14 @@ private:
     struct Reading {
         Declared* declared = nullptr;
         std::vector<Declared*> taken;
-        bool isExplained = false;
+        // Says why it is no declaration of the text, or not as it should be.
+        Finding* finding = nullptr;
     };
 
     void vLostAdd(Declared& lost);
-    std::string sLostReason(const Declared& lost, std::size_t offset) const;
+    std::string sLostReason(const Declared& lost, const SchemaStatement* around) const;
+    Finding* pEndFinding(std::size_t offset) const;
+    void vReportsTake(std::size_t index);
     void vReadingCheck(std::size_t index);
     void vTextCheck(std::size_t index);
     void vEndCheck(std::size_t index);
@@ -123,25 +138,28 @@ void LostDeclarations::vCheck() {
 void LostDeclarations::vLostAdd(Declared& lost) {
     const auto offset = offsetIn(run_, lost.declaration->keyword.text);
     const auto* const around = pStatementAround(run_, offset);
-    if (around && !isOnLineOf(run_, *around, offset)) {
+    if (around && !isOnFirstLine(run_, *around, offset) && !isOnLastLine(run_, *around, offset)) {
         readings_[indexOf(run_, *around)].taken.push_back(&lost);
         return;
     }
     auto& finding = run_.add("E002", lost.declaration->name.position,
-                             sDeclaration(*lost.declaration) + " is not read: " + sLostReason(lost, offset));
+                             sDeclaration(*lost.declaration) + " is not read: " + sLostReason(lost, around));
     finding.subject = lost.declaration->name.text;
     lost.finding = &finding;
-    if (around)
-        readings_[indexOf(run_, *around)].isExplained = true;
+    if (around && isOnFirstLine(run_, *around, offset))
+        readings_[indexOf(run_, *around)].finding = &finding;
 }
 
-std::string LostDeclarations::sLostReason(const Declared& lost, std::size_t offset) const {
+std::string LostDeclarations::sLostReason(const Declared& lost, const SchemaStatement* around) const {
     const auto& word = lost.declaration->keyword.text;
+    const auto offset = offsetIn(run_, word);
     if (word != keywordOf(lost.declaration->kind))
         return "the keyword is written " + sNamed(word) + ", and is found in capitals only";
     if (offset >= run_.lines.end)
         return "it comes after the line with END_SCHEMA";
-    return "its line has another declaration, or another keyword, before it";
+    if (around && isOnFirstLine(run_, *around, offset))
+        return "its line is read as " + sStatement(*around);
+    return "its line is the one on which " + (around ? sStatement(*around) : "another declaration") + " ends";
 }
 
 /// Offsets are asked for in their order.
@@ -154,25 +172,55 @@ TextPosition LostDeclarations::positionOf(std::size_t offset) {
 
 void LostDeclarations::vReadingCheck(std::size_t index) {
     auto& reading = readings_[index];
-    if (!reading.declared)
-        return vTextCheck(index);
-    vEndCheck(index);
-    if (!reading.declared->finding)
-        vNameCheck(*reading.declared);
+    if (!reading.declared) {
+        vTextCheck(index);
+    } else {
+        vEndCheck(index);
+        if (!reading.declared->finding)
+            vNameCheck(*reading.declared);
+        reading.finding = reading.declared->finding;
+    }
+    vReportsTake(index);
+}
+
+/// What is reported of a type that is none is explained.
+void LostDeclarations::vReportsTake(std::size_t index) {
+    using ifc::def::schema::Type;
+    const auto& objects = run_.schema->getObjects();
+    const auto* const type = index < objects.size() ? Type::pFrom(objects[index]) : nullptr;
+    if (readings_[index].finding && type && !type->pUnderlying())
+        run_.boTake(*readings_[index].finding, SchemaReport::Underlying);
+}
+
+/// The finding about a declaration whose end has this byte in it; null when there is none. Reading goes wrong
+/// from the end of a declaration that is lost on.
+Finding* LostDeclarations::pEndFinding(std::size_t offset) const {
+    const auto keywordOffset = [this](const Declared& one) { return offsetIn(run_, one.declaration->text); };
+    const auto after = std::ranges::upper_bound(run_.declared, offset, {}, keywordOffset);
+    if (after == run_.declared.begin())
+        return nullptr;
+    const auto& declared = *std::prev(after);
+    const auto end = declared.declaration->end.text;
+    const bool isEnd =
+        !end.empty() && offset >= offsetIn(run_, end) && offset < offsetIn(run_, end) + end.size();
+    return isEnd ? declared.finding : nullptr;
 }
 
 /// A keyword in a comment or a string.
 void LostDeclarations::vTextCheck(std::size_t index) {
-    const auto& reading = readings_[index];
+    auto& reading = readings_[index];
     const auto& statement = run_.lines.statements[index];
-    if (reading.isExplained)
-        return;
+    if (!reading.finding)
+        reading.finding = pEndFinding(statement.keyword);
+    if (reading.finding)
+        return vTakenNote(*reading.finding, reading);
     auto position = positionOf(statement.keyword);
     position.length = keywordOf(statement.kind).size();
     auto& finding = run_.add("E005", position,
                              "a line that only mentions " + std::string(keywordOf(statement.kind)) +
                                  " is read as the declaration of " + sNamed(statement.name));
     finding.subject = statement.name;
+    reading.finding = &finding;
     vTakenNote(finding, reading);
 }
 
@@ -255,6 +303,11 @@ void vOpenCommentCheck(SchemaRun& run) {
 
 void vOtherReportsAdd(SchemaRun& run) {
     for (const auto* record : run.untaken()) {
+        // What is misread is looked up too.
+        if (auto* const misreading = run.pMisreading()) {
+            run.vReportNote(*misreading, *record);
+            continue;
+        }
         auto& finding = run.add("E099", {}, record->message);
         finding.origin = FindingOrigin{record->function, record->file, record->line};
     }
