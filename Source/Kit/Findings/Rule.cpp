@@ -6,6 +6,7 @@
 #include "Kit/Findings/Rules/LegalNames.h"
 #include "Kit/Findings/Rules/ReleaseRules.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Findings/Rules/TypeRules.h"
 
 #include <algorithm>
@@ -29,6 +30,7 @@ std::vector<Rule> allRules() {
              getNameRules(),
              getReleaseRules(),
              getReportRules(),
+             getSchemaRules(),
              getStructureRules(),
              getTypeRules(),
          })

@@ -13,7 +13,9 @@
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kiv/Kit/Findings/AcrossDocuments.h"
 #include "kiv/Kit/Findings/Findings.h"
+#include "kiv/Kit/Findings/IgnoreComments.h"
 #include "kiv/Kit/Findings/Rule.h"
+#include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <algorithm>
 #include <functional>
@@ -73,7 +75,12 @@ inline std::vector<Finding> exampleFindings(std::string_view text, bool isVerbos
         return findingsBetween(text);
     const auto document = setTextCheck(std::string(text), "Example.xml", exampleSchema());
     SetCheckContext context{exampleSchema(), {{"IFC2X3", olderExampleSchema()}}, {}, isVerbose};
-    return findingsOf(document, context);
+    auto findings = findingsOf(document, context);
+    IgnoreComments ignores(document.path, *document.positions);
+    std::erase_if(findings, [&](const Finding& finding) { return ignores.boHide(finding); });
+    for (auto& finding : ignores.unusedFindings())
+        findings.push_back(std::move(finding));
+    return findings;
 }
 
 inline std::string sSeverity(Severity severity) {
