@@ -261,6 +261,9 @@ void AcrossRun::vGuidsFind(Collector& findings) const {
                                      std::string("the GUID of the ") + (use.isSet ? "set " : "member ") +
                                          sQuoted(use.name) + " is in another document too",
                                      use.name);
+        // Look-ups by GUID are for members alone.
+        if (use.isSet)
+            finding.severity = Severity::Warning;
         finding.notes.push_back({"it is used here", findings.placeOf(first)});
     }
 }
