@@ -74,6 +74,7 @@ set(kivPublicHeaders
     Kit/Findings/Rule.h
     Kit/Findings/SetCheckContext.h
     Kit/Names/KnownNames.h
+    Kit/Names/NearestName.h
     Kit/Names/SchemaRelease.h
     Kit/Positions/ExpressPositions.h
     Kit/Positions/XmlPositions.h
