@@ -76,6 +76,7 @@ set(kivPublicHeaders
     Kit/Findings/SchemaFindings.h
     Kit/Findings/SetCheckContext.h
     Kit/Names/KnownNames.h
+    Kit/Names/NearestName.h
     Kit/Names/SchemaRelease.h
     Kit/Positions/ExpressPositions.h
     Kit/Positions/XmlPositions.h
