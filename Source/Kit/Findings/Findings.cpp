@@ -2,7 +2,11 @@
 
 #include "Kit/Findings/LibraryReports.h"
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/ClassRules.h"
+#include "Kit/Findings/Rules/DocumentationRules.h"
+#include "Kit/Findings/Rules/ReleaseRules.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Findings/Rules/TypeRules.h"
 #include "Kit/Findings/SetOutline.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kiv/Kit/Findings/Rule.h"
@@ -19,7 +23,8 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck, vGuidsCheck, vLanguagesCheck};
+constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck,   vGuidsCheck,   vLanguagesCheck,
+                                        vTypesCheck,     vClassesCheck, vReleaseCheck, vDocumentationCheck};
 
 std::string_view codeOf(FailureKind kind) {
     switch (kind) {
