@@ -1,6 +1,6 @@
 #include "kiv/Kit/Findings/Rule.h"
 
-#include "FindingLines.h"
+#include "Kit/Findings/FindingLines.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
