@@ -2,6 +2,7 @@
 
 #include "Kit/Findings/Rules/LegalNames.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Findings/Rules/SchemaRules.h"
 
 #include <algorithm>
 #include <vector>
@@ -13,8 +14,8 @@ namespace {
 /// One table of all families. A copy of a rule has views only.
 std::vector<Rule> allRules() {
     std::vector<Rule> rules;
-    for (const auto family :
-         {getCommentRules(), getGuidRules(), getLanguageRules(), getNameRules(), getReportRules(), getStructureRules()})
+    for (const auto family : {getCommentRules(), getGuidRules(), getLanguageRules(), getNameRules(),
+                              getReportRules(), getSchemaRules(), getStructureRules()})
         rules.insert(rules.end(), family.begin(), family.end());
     std::ranges::stable_sort(rules, {}, &Rule::code);
     return rules;
