@@ -5,6 +5,7 @@
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "kiv/Kit/Names/NearestName.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
 
 #include <optional>
@@ -202,15 +203,15 @@ void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& ent
     auto& draft =
         add("C008", item,
             sQuoted(item.predefinedType) + " is no predefined type of " + std::string(entity.getName()));
-    const auto nearest = sNearestOf(item.predefinedType, items);
-    if (!nearest.empty())
-        draft.vNote("did you mean " + sQuoted(nearest) + "?");
+    const auto nearest = nearestName(item.predefinedType, items);
+    if (nearest)
+        draft.vNote("did you mean " + sQuoted(nearest->name) + "?");
     constexpr std::size_t maxShown = 40;
     draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
                 sQuotedList(items, maxShown));
-    if (!nearest.empty() && boIsSameName(trimmed(nearest), trimmed(item.predefinedType)))
+    if (nearest && boIsSameName(nearest->name, item.predefinedType))
         draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
-                    std::string(entity.getName()).append("/").append(nearest));
+                    std::string(entity.getName()).append("/").append(nearest->name));
 }
 
 void ClassCheck::vUnknownCheck(const ClassOutline& item) {

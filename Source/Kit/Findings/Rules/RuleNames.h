@@ -54,9 +54,6 @@ private:
     std::vector<std::string_view> entities_;
 };
 
-/// The nearest of some names; empty when none is near.
-std::string sNearestOf(std::string_view name, const std::vector<std::string_view>& candidates);
-
 /// "an entity", "a defined type", "a function", "a rule".
 std::string sKindOf(const ifc::def::schema::ObjectBase& object);
 
