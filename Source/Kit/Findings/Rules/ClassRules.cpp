@@ -5,7 +5,6 @@
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Positions/XmlChildren.h"
-#include "kiv/Kit/Names/NearestName.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
 
 #include <optional>
@@ -203,15 +202,15 @@ void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& ent
     auto& draft =
         add("C008", item,
             sQuoted(item.predefinedType) + " is no predefined type of " + std::string(entity.getName()));
-    const auto nearest = nearestName(item.predefinedType, items);
-    if (nearest)
-        draft.vNote("did you mean " + sQuoted(nearest->name) + "?");
+    const auto nearest = names_.nearestOf(item.predefinedType, items);
+    if (!nearest.empty())
+        draft.vNote("did you mean " + sQuoted(nearest) + "?");
     constexpr std::size_t maxShown = 40;
     draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
                 sQuotedList(items, maxShown));
-    if (nearest && boIsSameName(nearest->name, item.predefinedType))
+    if (!nearest.empty() && boIsSameName(nearest, item.predefinedType))
         draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
-                    std::string(entity.getName()).append("/").append(nearest->name));
+                    std::string(entity.getName()).append("/").append(nearest));
 }
 
 void ClassCheck::vUnknownCheck(const ClassOutline& item) {

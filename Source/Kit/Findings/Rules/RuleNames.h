@@ -41,7 +41,9 @@ public:
     const OtherSchema* pOtherWith(std::string_view name) const;
 
     /// The nearest name in the schema; empty when none is near.
-    std::string sNearest(std::string_view name, SchemaNames kind);
+    std::string_view nearest(std::string_view name, SchemaNames kind);
+    /// The nearest of those names; empty when none is near.
+    std::string_view nearestOf(std::string_view name, const std::vector<std::string_view>& candidates);
     /// Adds it as a note, when there is one.
     void vNearestNote(FindingDraft& draft, std::string_view name, SchemaNames kind);
 

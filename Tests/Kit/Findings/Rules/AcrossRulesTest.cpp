@@ -94,9 +94,17 @@ TEST(AcrossRules, FindsEnumerationsWithOtherItems) {
     // "<EnumList name="" (16), so that the name begins in column 127.
     EXPECT_THAT(
         linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other)})),
-        ElementsAre(
-            "B.xml:3:127+7 warning X003 the enumeration \"PEnum_E\" has other items elsewhere | it is "
-            "here too @3:127 | only the one here has \"Z\" | only the other has \"X\" A.xml"));
+        ElementsAre("B.xml:3:127+7 warning X003 the enumeration \"E\" has other items elsewhere | it is "
+                    "here too @3:127 | only the one here has \"Z\" | only the other has \"X\" A.xml"));
+}
+
+TEST(AcrossRules, TakesTheItemsThatMostHaveForTheRightOnes) {
+    const auto one = sProperty("P", sEnumeration("PEnum_E", {"X"}));
+    const auto other = sProperty("P", sEnumeration("E", {"X", "Y"}));
+    EXPECT_THAT(
+        linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other), sSetOf("C", other)})),
+        ElementsAre("A.xml:3:127+7 warning X003 the enumeration \"E\" has other items elsewhere | it is here "
+                    "too @3:127 | only the other has \"Y\" B.xml"));
 }
 
 TEST(AcrossRules, TakesEnumerationsOfOtherContextsAndOrdersForWhatTheyAre) {

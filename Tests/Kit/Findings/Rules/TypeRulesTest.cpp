@@ -207,6 +207,13 @@ TEST(TypeRules, MendsLetterCaseAndBlanks) {
     EXPECT_EQ(test::sMended(sSingle("IFCLABEL")), sSingle("IfcLabel"));
 }
 
+TEST(TypeRules, LeavesAMisspeltAttributeToTheRulesOfStructure) {
+    const auto findings = test::exampleFindings(
+        sSetOf("<TypePropertySingleValue><DataType Type=\"IfcLabel\"/></TypePropertySingleValue>"));
+    ASSERT_THAT(findings, testing::SizeIs(1));
+    EXPECT_EQ(findings[0].code, "S003");
+}
+
 TEST(TypeRules, LeavesAMisspeltElementToTheRulesOfStructure) {
     for (const auto& finding :
          test::exampleFindings(sSetOf("<TypePropertySingleValue><Datatype type=\"IfcLabel\"/>"
