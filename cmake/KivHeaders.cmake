@@ -72,7 +72,9 @@ set(kivPublicHeaders
     Kit/Findings/AcrossDocuments.h
     Kit/Findings/Finding.h
     Kit/Findings/Findings.h
+    Kit/Findings/IgnoreComments.h
     Kit/Findings/Rule.h
+    Kit/Findings/SchemaFindings.h
     Kit/Findings/SetCheckContext.h
     Kit/Names/KnownNames.h
     Kit/Names/NearestName.h

@@ -1,5 +1,7 @@
 #include "Kit/Findings/RuleRun.h"
 
+#include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Positions/XmlChildren.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kiv/Kit/Findings/Rule.h"
 
@@ -7,19 +9,6 @@
 #include <utility>
 
 namespace kiv::kit {
-
-namespace {
-
-/// At most `size` bytes, and no code point in parts.
-std::string_view cut(std::string_view text, std::size_t size) {
-    if (text.size() <= size)
-        return text;
-    while (size != 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U)
-        --size;
-    return text.substr(0, size);
-}
-
-} // namespace
 
 FindingDraft& FindingDraft::vNote(std::string message) {
     finding.notes.push_back({std::move(message), std::nullopt});
@@ -51,7 +40,12 @@ FindingDraft& FindingDraft::vSeverity(Severity severity) {
 }
 
 RuleRun::RuleRun(const SetDocument& checked, const SetOutline& parts, const SetCheckContext& against) :
-    document(checked), outline(parts), xml(*parts.xml), context(against), schema(against.schema) {}
+    document(checked),
+    outline(parts),
+    xml(*parts.xml),
+    context(against),
+    schema(against.schema),
+    vocabulary(*parts.xml, parts.kind) {}
 
 FindingDraft& RuleRun::add(std::string_view code, XmlIndex element, std::string message) {
     return draftAdd(code, {element, nullptr}, xml.getElement(element).position, std::move(message));
@@ -94,6 +88,31 @@ FindingDraft& RuleRun::draftTake(FindingDraft draft) {
         return surplus_ = std::move(draft);
     ++count;
     return drafts_.emplace_back(std::move(draft));
+}
+
+bool RuleRun::boMisspelt(XmlIndex parent, std::string_view name) const {
+    for (const auto child : XmlChildren(xml, parent)) {
+        const auto& element = xml.getElement(child);
+        if (vocabulary.pRuleOf(child) || element.name == name)
+            continue;
+        if (legalMatch(element.localName(), {&name, 1}).name == name ||
+            SetVocabulary::counterpart(element.localName()) == name)
+            return true;
+    }
+    return false;
+}
+
+FindingDraft* RuleRun::pLastOf(XmlIndex element) {
+    const bool isThere = !drafts_.empty() && drafts_.back().subject.element == element;
+    return isThere ? &drafts_.back() : nullptr;
+}
+
+std::string_view cut(std::string_view text, std::size_t size) {
+    if (text.size() <= size)
+        return text;
+    while (size != 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U)
+        --size;
+    return text.substr(0, size);
 }
 
 std::string sQuoted(std::string_view value) {

@@ -16,6 +16,7 @@
 #pragma once
 
 #include "Kit/Findings/SetOutline.h"
+#include "Kit/Findings/SetVocabulary.h"
 #include "kiv/Kit/Findings/Finding.h"
 #include "kiv/Kit/Findings/SetCheckContext.h"
 
@@ -76,6 +77,7 @@ public:
     const XmlPositions& xml;
     const SetCheckContext& context;
     const ifc::def::schema::Schema& schema;
+    const SetVocabulary vocabulary;
 
     /// A finding at the name of an element; the severity is that of the rule. The result is valid until the
     /// next is added.
@@ -92,6 +94,13 @@ public:
     /// Takes a finding whose code and place are set, within the limits.
     FindingDraft& draftTake(FindingDraft draft);
 
+    /// Whether an unknown child of the element was probably meant to be one of that name, so that to miss the
+    /// one would be the same mistake again.
+    bool boMisspelt(XmlIndex parent, std::string_view name) const;
+
+    /// The last finding, when it is about the element or an attribute of it; otherwise null.
+    FindingDraft* pLastOf(XmlIndex element);
+
     std::vector<FindingDraft>& getDrafts() { return drafts_; }
 
 private:
@@ -103,6 +112,9 @@ private:
     /// Takes what is over the limits.
     FindingDraft surplus_;
 };
+
+/// At most `size` bytes of a text, without cutting a code point.
+std::string_view cut(std::string_view text, std::size_t size);
 
 /// The value in quotes, cut when it is very long: "\"IfcWal\"".
 std::string sQuoted(std::string_view value);

@@ -126,8 +126,10 @@ struct KIV_EXPORT SetOutline {
     /// The name of the set, without white space around it.
     std::string_view setName() const;
     std::string_view memberName(const MemberOutline& member) const;
-    /// "Pset_WallCommon.IsExternal" for a member of a set, "Pset_WallCommon.Layer.Thickness" inside a complex
-    /// one.
+    /// "Pset_WallCommon", for comparing findings; very long names are cut there, as each finding repeats
+    /// them.
+    std::string setSubject() const;
+    /// "Pset_WallCommon.IsExternal"; "Pset_WallCommon.Layer.Thickness" for one inside a complex property.
     std::string subjectOf(const MemberOutline& member) const;
 
     const XmlPositions* xml;

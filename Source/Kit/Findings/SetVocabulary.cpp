@@ -26,18 +26,18 @@ constexpr ElementRule textRule(std::string_view name) {
 // ---- What properties and quantities share
 constexpr ElementRule Name = textRule("Name");
 constexpr ElementRule Definition = textRule("Definition");
-constexpr ElementRule NameAlias = {"NameAlias", ContentKind::Text, UnknownChild::PassedOver, {},
-                                   LanguageAttributes};
-constexpr ElementRule DefinitionAlias = {"DefinitionAlias", ContentKind::Text, UnknownChild::PassedOver, {},
-                                         LanguageAttributes};
+constexpr ElementRule NameAlias = {
+    "NameAlias", ContentKind::Text, UnknownChild::PassedOver, {}, LanguageAttributes};
+constexpr ElementRule DefinitionAlias = {
+    "DefinitionAlias", ContentKind::Text, UnknownChild::PassedOver, {}, LanguageAttributes};
 constexpr ChildRule NameAliasesChildren[] = {{&NameAlias}};
 constexpr ElementRule NameAliases = {"NameAliases", ContentKind::Elements, UnknownChild::PassedOver,
                                      NameAliasesChildren};
 constexpr ChildRule DefinitionAliasesChildren[] = {{&DefinitionAlias}};
 constexpr ElementRule DefinitionAliases = {"DefinitionAliases", ContentKind::Elements,
                                            UnknownChild::PassedOver, DefinitionAliasesChildren};
-constexpr ElementRule IfcVersion = {"IfcVersion", ContentKind::Nothing, UnknownChild::PassedOver, {},
-                                    VersionAttributes};
+constexpr ElementRule IfcVersion = {
+    "IfcVersion", ContentKind::Nothing, UnknownChild::PassedOver, {}, VersionAttributes};
 constexpr ElementRule Applicability = {"Applicability", ContentKind::Ignored};
 constexpr ElementRule ClassName = textRule("ClassName");
 constexpr ChildRule ApplicableClassesChildren[] = {{&ClassName}};
@@ -46,10 +46,10 @@ constexpr ElementRule ApplicableClasses = {"ApplicableClasses", ContentKind::Ele
 constexpr ElementRule ApplicableTypeValue = textRule("ApplicableTypeValue");
 
 // ---- Values
-constexpr ElementRule DataType = {"DataType", ContentKind::Nothing, UnknownChild::PassedOver, {},
-                                  DataTypeAttributes};
-constexpr ElementRule UnitType = {"UnitType", ContentKind::Nothing, UnknownChild::PassedOver, {},
-                                  UnitTypeAttributes};
+constexpr ElementRule DataType = {
+    "DataType", ContentKind::Nothing, UnknownChild::PassedOver, {}, DataTypeAttributes};
+constexpr ElementRule UnitType = {
+    "UnitType", ContentKind::Nothing, UnknownChild::PassedOver, {}, UnitTypeAttributes};
 constexpr ElementRule Values = {"Values", ContentKind::Ignored};
 constexpr ChildRule ValueChildren[] = {{&DataType, Last}, {&UnitType, Last}, {&Values, Last}};
 constexpr ElementRule DefiningValue = {"DefiningValue", ContentKind::Elements, UnknownChild::Recorded,
@@ -57,10 +57,10 @@ constexpr ElementRule DefiningValue = {"DefiningValue", ContentKind::Elements, U
 constexpr ElementRule DefinedValue = {"DefinedValue", ContentKind::Elements, UnknownChild::Recorded,
                                       ValueChildren};
 constexpr ElementRule ListValue = {"ListValue", ContentKind::Elements, UnknownChild::Recorded, ValueChildren};
-constexpr ElementRule LowerBound = {"LowerBoundValue", ContentKind::Nothing, UnknownChild::PassedOver, {},
-                                    BoundAttributes};
-constexpr ElementRule UpperBound = {"UpperBoundValue", ContentKind::Nothing, UnknownChild::PassedOver, {},
-                                    BoundAttributes};
+constexpr ElementRule LowerBound = {
+    "LowerBoundValue", ContentKind::Nothing, UnknownChild::PassedOver, {}, BoundAttributes};
+constexpr ElementRule UpperBound = {
+    "UpperBoundValue", ContentKind::Nothing, UnknownChild::PassedOver, {}, BoundAttributes};
 constexpr ChildRule RangeChildren[] = {{&LowerBound, Last}, {&UpperBound, Last}};
 constexpr ElementRule Range = {"ValueRangeDef", ContentKind::Elements, UnknownChild::RecordedInRange,
                                RangeChildren};
@@ -104,63 +104,74 @@ extern const ElementRule ComplexProperty;
 
 // ---- Property sets
 constexpr auto InPropertySet = SetKind::PropertySet;
-constexpr ChildRule KindChildren[] = {{&SingleValue},    {&EnumeratedValue}, {&BoundedValue}, {&TableValue},
-                                      {&ReferenceValue}, {&ListKind},        {&ComplexProperty},
-                                      {&SimpleProperty}};
+constexpr ChildRule KindChildren[] = {{&SingleValue},     {&EnumeratedValue}, {&BoundedValue},
+                                      {&TableValue},      {&ReferenceValue},  {&ListKind},
+                                      {&ComplexProperty}, {&SimpleProperty}};
 constexpr ElementRule PropertyType = {
     "PropertyType", ContentKind::Elements, UnknownChild::Asserted, KindChildren, {}, true, InPropertySet};
 constexpr ElementRule ValueDef = {"ValueDef", ContentKind::Ignored};
-constexpr ChildRule PropertyChildren[] = {{&Name, Last},    {&Definition, Last},  {&PropertyType, Last},
-                                          {&NameAliases},   {&DefinitionAliases}, {&ValueDef}};
+constexpr ChildRule PropertyChildren[] = {{&Name, Last},  {&Definition, Last},  {&PropertyType, Last},
+                                          {&NameAliases}, {&DefinitionAliases}, {&ValueDef}};
 constexpr ElementRule PropertyDef = {"PropertyDef",    ContentKind::Elements, UnknownChild::Recorded,
                                      PropertyChildren, GuidAttributes,        false,
                                      InPropertySet};
 constexpr ChildRule PropertiesChildren[] = {{&PropertyDef}};
 const ElementRule ComplexProperty = {"TypeComplexProperty", ContentKind::Elements, UnknownChild::Asserted,
                                      PropertiesChildren, NameAttributes};
-constexpr ElementRule PropertyDefs = {"PropertyDefs",     ContentKind::Elements, UnknownChild::PassedOver,
-                                      PropertiesChildren, {},                    false,
-                                      InPropertySet};
-constexpr ElementRule PsetAlias = {"PsetDefinitionAlias", ContentKind::Text, UnknownChild::PassedOver, {},
-                                   LanguageAttributes};
+constexpr ElementRule PropertyDefs = {
+    "PropertyDefs", ContentKind::Elements, UnknownChild::PassedOver, PropertiesChildren, {},
+    false,          InPropertySet};
+constexpr ElementRule PsetAlias = {
+    "PsetDefinitionAlias", ContentKind::Text, UnknownChild::PassedOver, {}, LanguageAttributes};
 constexpr ChildRule PsetAliasesChildren[] = {{&PsetAlias}};
-constexpr ElementRule PsetAliases = {
-    "PsetDefinitionAliases", ContentKind::Elements, UnknownChild::PassedOver, PsetAliasesChildren, {}, false,
-    InPropertySet};
+constexpr ElementRule PsetAliases = {"PsetDefinitionAliases",
+                                     ContentKind::Elements,
+                                     UnknownChild::PassedOver,
+                                     PsetAliasesChildren,
+                                     {},
+                                     false,
+                                     InPropertySet};
 constexpr ChildRule PropertySetChildren[] = {
-    {&Name, Last},         {&Definition, Last}, {&IfcVersion, Last}, {&Applicability}, {&ApplicableClasses},
-    {&ApplicableTypeValue, Last}, {&PropertyDefs}, {&PsetAliases}};
+    {&Name, Last},        {&Definition, Last},          {&IfcVersion, Last}, {&Applicability},
+    {&ApplicableClasses}, {&ApplicableTypeValue, Last}, {&PropertyDefs},     {&PsetAliases}};
 constexpr ElementRule PropertySet = {"PropertySetDef", ContentKind::Elements, UnknownChild::Recorded,
                                      PropertySetChildren, SetAttributes};
 
 // ---- Quantity sets
 constexpr auto InQuantitySet = SetKind::QuantitySet;
-constexpr ElementRule QtoType = {
-    "QtoType", ContentKind::Text, UnknownChild::PassedOver, {}, {}, false, InQuantitySet};
+constexpr ElementRule QtoType = {"QtoType", ContentKind::Text, UnknownChild::PassedOver, {}, {},
+                                 false,     InQuantitySet};
 constexpr ChildRule QuantityChildren[] = {
     {&Name, Last}, {&Definition, Last}, {&QtoType, Last}, {&NameAliases}, {&DefinitionAliases}};
 constexpr ElementRule QtoDef = {"QtoDef",         ContentKind::Elements, UnknownChild::Recorded,
                                 QuantityChildren, GuidAttributes,        false,
                                 InQuantitySet};
 constexpr ChildRule QuantitiesChildren[] = {{&QtoDef}};
-constexpr ElementRule QtoDefs = {"QtoDefs",          ContentKind::Elements, UnknownChild::PassedOver,
-                                 QuantitiesChildren, {},                    false,
-                                 InQuantitySet};
-constexpr ElementRule QtoAlias = {"QtoDefinitionAlias", ContentKind::Text, UnknownChild::PassedOver, {},
-                                  LanguageAttributes};
+constexpr ElementRule QtoDefs = {
+    "QtoDefs", ContentKind::Elements, UnknownChild::PassedOver, QuantitiesChildren, {}, false, InQuantitySet};
+constexpr ElementRule QtoAlias = {
+    "QtoDefinitionAlias", ContentKind::Text, UnknownChild::PassedOver, {}, LanguageAttributes};
 constexpr ChildRule QtoAliasesChildren[] = {{&QtoAlias}};
 constexpr ElementRule QtoAliases = {
     "QtoDefinitionAliases", ContentKind::Elements, UnknownChild::PassedOver, QtoAliasesChildren, {}, false,
     InQuantitySet};
 constexpr ChildRule QuantitySetChildren[] = {
-    {&Name, Last},         {&Definition, Last}, {&IfcVersion, Last}, {&Applicability}, {&ApplicableClasses},
-    {&ApplicableTypeValue, Last}, {&QtoDefs}, {&QtoAliases}};
+    {&Name, Last},        {&Definition, Last},          {&IfcVersion, Last}, {&Applicability},
+    {&ApplicableClasses}, {&ApplicableTypeValue, Last}, {&QtoDefs},          {&QtoAliases}};
 constexpr ElementRule QuantitySet = {"QtoSetDef", ContentKind::Elements, UnknownChild::Recorded,
                                      QuantitySetChildren, SetAttributes};
 
-/// What only one kind of set has.
-constexpr const ElementRule* OwnElements[] = {&PropertyDefs, &PropertyDef, &PropertyType, &PsetAliases,
-                                              &QtoDefs,      &QtoDef,      &QtoType,      &QtoAliases};
+/// What only one kind of set has, with what the other has in its place.
+constexpr const ElementRule* OwnElements[] = {&PropertyDefs, &QtoDefs, &PropertyDef, &QtoDef,
+                                              &PropertyType, &QtoType, &PsetAliases, &QtoAliases};
+
+/// Where an element belongs that is found elsewhere.
+constexpr const ElementRule* PropertySetOwners[] = {
+    &PropertySet, &ApplicableClasses, &PropertyDefs,      &PropertyDef, &PropertyType, &EnumeratedValue,
+    &EnumList,    &ConstantList,      &BoundedValue,      &Range,       &TableValue,   &ListKind,
+    &ListValue,   &NameAliases,       &DefinitionAliases, &PsetAliases};
+constexpr const ElementRule* QuantitySetOwners[] = {&QuantitySet, &ApplicableClasses, &QtoDefs,   &QtoDef,
+                                                    &NameAliases, &DefinitionAliases, &QtoAliases};
 
 /// The rule of a child of an element with that rule; null when it is not read.
 const ElementRule* pRuleOfChild(const ElementRule& parent, std::string_view name, bool isFirst) {
@@ -187,15 +198,34 @@ SetVocabulary::SetVocabulary(const XmlPositions& xml, SetKind kind) {
 }
 
 const ChildRule* SetVocabulary::pChild(const ElementRule& rule, std::string_view name) {
-    const auto found = std::ranges::find(rule.children, name,
-                                         [](const ChildRule& child) { return child.rule->name; });
+    const auto found =
+        std::ranges::find(rule.children, name, [](const ChildRule& child) { return child.rule->name; });
     return found == rule.children.end() ? nullptr : &*found;
 }
 
-const ElementRule* SetVocabulary::pElement(SetKind kind, std::string_view name) {
-    const auto isAsked = [&](const ElementRule* rule) { return rule->onlyIn == kind && rule->name == name; };
-    const auto* const found = std::ranges::find_if(OwnElements, isAsked);
-    return found == std::end(OwnElements) ? nullptr : *found;
+bool SetVocabulary::boOfOther(SetKind kind, std::string_view name) {
+    const auto isAsked = [&](const ElementRule* rule) { return rule->onlyIn != kind && rule->name == name; };
+    return std::ranges::any_of(OwnElements, isAsked);
+}
+
+std::string_view SetVocabulary::ownerOf(SetKind kind, std::string_view name) {
+    const bool isPropertySet = kind == SetKind::PropertySet;
+    const std::span<const ElementRule* const> owners =
+        isPropertySet ? std::span<const ElementRule* const>(PropertySetOwners)
+                      : std::span<const ElementRule* const>(QuantitySetOwners);
+    for (const auto* owner : owners) {
+        if (pChild(*owner, name))
+            return owner->name;
+    }
+    return {};
+}
+
+std::string_view SetVocabulary::counterpart(std::string_view name) {
+    for (std::size_t i = 0; i != std::size(OwnElements); ++i) {
+        if (OwnElements[i]->name == name)
+            return OwnElements[i ^ 1U]->name;
+    }
+    return {};
 }
 
 std::vector<std::string_view> SetVocabulary::childNames(const ElementRule& rule) {

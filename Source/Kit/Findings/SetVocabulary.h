@@ -1,6 +1,6 @@
 /// @file
-/// The elements and attributes of set documents: which may be where, what readers do with others, and how often
-/// one counts.
+/// The elements and attributes of set documents: which may be where, what readers do with others, and how
+/// often one counts.
 ///
 ///     const SetVocabulary vocabulary(xml, outline.kind);
 ///     if (const auto* rule = vocabulary.pRuleOf(element); rule && rule->content == ContentKind::Text)
@@ -60,8 +60,8 @@ struct ElementRule {
     std::string_view name;
     ContentKind content = ContentKind::Elements;
     UnknownChild unknown = UnknownChild::Recorded;
-    std::span<const ChildRule> children;
-    std::span<const std::string_view> attributes;
+    std::span<const ChildRule> children = {};
+    std::span<const std::string_view> attributes = {};
     /// Of all children only the first is read.
     bool isFirstChildOnly = false;
     /// Its kind of set has it and the other has not.
@@ -76,8 +76,13 @@ public:
     const ElementRule* pRuleOf(XmlIndex element) const { return rules_[element]; }
     /// Null when the element may not have such a child.
     static const ChildRule* pChild(const ElementRule& rule, std::string_view name);
-    /// The element of that name that the kind of set has somewhere; null when there is none.
-    static const ElementRule* pElement(SetKind kind, std::string_view name);
+    /// What the other kind of set has in the place of that element: "QtoDefs" for "PropertyDefs"; empty for
+    /// what both have.
+    static std::string_view counterpart(std::string_view name);
+    /// Whether only the other kind of set has an element of that name.
+    static bool boOfOther(SetKind kind, std::string_view name);
+    /// The element that contains elements of that name, in that kind of set; empty when there is none.
+    static std::string_view ownerOf(SetKind kind, std::string_view name);
     /// The names that the children of an element may have.
     static std::vector<std::string_view> childNames(const ElementRule& rule);
 

@@ -380,8 +380,9 @@ void PositionReader::vAttributesRead(ExpressDeclaration& declaration, ExpressMem
         other.expression = member.expression;
         other.expressionBegin = member.expressionBegin;
         declaration.members.push_back(std::move(other));
-        // The names of a type are there once, however many attributes have it.
+        // However many attributes share them, the names in the type and the expression are there once.
         member.names.clear();
+        member.expression = {};
     }
 }
 

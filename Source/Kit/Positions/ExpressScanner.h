@@ -59,6 +59,9 @@ public:
 
     ExpressToken next();
 
+    /// Goes on at that byte, which has not been passed, whatever is before it.
+    void vSkipTo(std::size_t offset) { vAdvanceTo(offset); }
+
     /// Where the next token is looked for.
     const ExpressMark& getMark() const { return mark_; }
 

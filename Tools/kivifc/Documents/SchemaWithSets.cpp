@@ -71,6 +71,14 @@ std::map<Context, std::vector<std::string>> pathsByContext(const std::string& sc
 
 } // namespace
 
+std::vector<ContextPaths> contextPaths(const std::string& schemaName, const std::vector<std::string>& sets,
+                                       Diagnostics& diagnostics) {
+    std::vector<ContextPaths> contexts;
+    for (auto& [context, paths] : pathsByContext(schemaName, sets, diagnostics))
+        contexts.push_back({context, std::move(paths)});
+    return contexts;
+}
+
 bool isSetsArgument(const std::string& argument) {
     return isPath(argument) || contextNameEnd(argument) != std::string::npos;
 }

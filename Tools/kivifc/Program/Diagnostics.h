@@ -43,6 +43,9 @@ public:
     /// Something is wrong with what was looked at; the output says what.
     void vFinding();
 
+    /// A part of the job that could not be done; the output says which and why.
+    void vFailureShown();
+
     ExitStatus getStatus() const { return status_; }
 
     /// Everything that failed, in order.

@@ -22,6 +22,8 @@ std::span<const Rule> getStructureRules();
 std::span<const Rule> getNameRules();
 std::span<const Rule> getGuidRules();
 std::span<const Rule> getLanguageRules();
+/// Comments that ignore findings.
+std::span<const Rule> getCommentRules();
 /// What the library reports and no rule explains.
 std::span<const Rule> getReportRules();
 
