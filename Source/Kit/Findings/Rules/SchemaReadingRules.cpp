@@ -30,33 +30,38 @@ bool isRead(Kind kind) {
     return kind <= Kind::Rule;
 }
 
-/// Why no SCHEMA line was found.
-std::string sNoSchemaReason(const SchemaRun& run) {
+/// Why nothing was found, and how to mend that; the latter is empty where the former is no more than a guess.
+struct NothingReason {
+    std::string reason;
+    std::string_view remedy;
+};
+
+constexpr std::string_view Capitals = "keywords are found in capitals only";
+
+NothingReason noSchemaReason(const SchemaRun& run) {
+    const auto& headers = run.positions.schemas;
     if (run.positions.encoding == ExpressEncoding::Utf16)
-        return "the text is UTF-16; save it as UTF-8";
+        return {"the text is UTF-16", "save it as UTF-8"};
     if (run.positions.hasReturnsOnly)
-        return "its lines end with carriage returns alone; end them with line feeds";
+        return {"its lines end with carriage returns alone", "end them with line feeds"};
     if (run.text.empty())
-        return "the file is empty";
-    if (!run.positions.schemas.empty() && run.positions.schemas.back().keyword.text != "SCHEMA")
-        return "the keyword is written " + sNamed(run.positions.schemas.back().keyword.text) +
-               "; keywords are found in capitals only";
-    if (!run.positions.schemas.empty())
-        return "the last line that mentions SCHEMA counts, and gives no name";
-    return "no line has the keyword SCHEMA";
+        return {"the file is empty", {}};
+    if (headers.empty())
+        return {"no line has the keyword SCHEMA", {}};
+    if (headers.back().keyword.text != "SCHEMA")
+        return {"the keyword is written " + sNamed(headers.back().keyword.text), Capitals};
+    return {"the last line that mentions SCHEMA counts, and gives no name", {}};
 }
 
 /// Why a schema has no declarations.
-std::string sNoDeclarationsReason(const SchemaRun& run) {
+NothingReason noDeclarationsReason(const SchemaRun& run) {
     if (run.positions.hasReturnsOnly)
-        return sNoSchemaReason(run);
+        return noSchemaReason(run);
     for (const auto& declared : run.declared) {
         if (isRead(declared.declaration->kind))
-            return "the keyword of its first declaration is written " +
-                   sNamed(declared.declaration->keyword.text) + "; keywords are found in capitals, " +
-                   "each declaration on lines of its own";
+            return {"the first keyword is written " + sNamed(declared.declaration->keyword.text), Capitals};
     }
-    return "there is no TYPE, ENTITY, FUNCTION or RULE in it";
+    return {"there is no TYPE, ENTITY, FUNCTION or RULE in it", {}};
 }
 
 /// The statement begins on the line of this byte, which is in it.
@@ -286,9 +291,12 @@ bool boSomethingFound(SchemaRun& run) {
     if (run.schema && !run.schema->getObjects().empty())
         return true;
     const auto& headers = run.positions.schemas;
-    const auto reason = run.schema ? "the schema has no declarations: " + sNoDeclarationsReason(run)
-                                   : "no schema was found: " + sNoSchemaReason(run);
-    run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, reason);
+    const auto [reason, remedy] = run.schema ? noDeclarationsReason(run) : noSchemaReason(run);
+    const std::string what = run.schema ? "the schema has no declarations: " : "no schema was found: ";
+    auto& finding =
+        run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, what + reason);
+    if (!remedy.empty())
+        finding.notes.push_back({std::string(remedy), {}});
     return false;
 }
 

@@ -217,20 +217,18 @@ TEST(SchemaFindings, SayWhyNothingWasFound) {
     const Text texts[] = {
         {"", "1:1+0 E001 error: no schema was found: the file is empty\n"},
         {"walls", "1:1+0 E001 error: no schema was found: no line has the keyword SCHEMA\n"},
-        {"\n schema WALLS;\n",
-         "2:2+6 E001 error: no schema was found: the keyword is written \"schema\"; keywords are found in "
-         "capitals only\n"},
+        {"\n schema WALLS;\n", "2:2+6 E001 error: no schema was found: the keyword is written \"schema\"\n"
+                               "  keywords are found in capitals only\n"},
         {std::string("S\0C\0H\0", 6),
-         "1:1+0 E001 error: no schema was found: the text is UTF-16; save it as UTF-8\n"},
+         "1:1+0 E001 error: no schema was found: the text is UTF-16\n  save it as UTF-8\n"},
         {"SCHEMA A;\rTYPE B = REAL;\rEND_TYPE;\rEND_SCHEMA;\r",
-         "1:1+6 E001 error: the schema has no declarations: its lines end with carriage returns alone; end "
-         "them "
-         "with line feeds\n"},
+         "1:1+6 E001 error: the schema has no declarations: its lines end with carriage returns alone\n"
+         "  end them with line feeds\n"},
         {"SCHEMA A;\nEND_SCHEMA;\n", "1:1+6 E001 error: the schema has no declarations: there is no TYPE, "
                                      "ENTITY, FUNCTION or RULE in it\n"},
         {"SCHEMA A;\nentity B;\nend_entity;\n",
-         "1:1+6 E001 error: the schema has no declarations: the keyword of its first declaration is written "
-         "\"entity\"; keywords are found in capitals, each declaration on lines of its own\n"},
+         "1:1+6 E001 error: the schema has no declarations: the first keyword is written \"entity\"\n"
+         "  keywords are found in capitals only\n"},
     };
     for (const auto& [text, findings] : texts)
         EXPECT_EQ(sDump(findingsOfText(text)), findings) << text;
