@@ -64,17 +64,6 @@ NothingReason noDeclarationsReason(const SchemaRun& run) {
     return {"there is no TYPE, ENTITY, FUNCTION or RULE in it", {}};
 }
 
-/// The statement begins on the line of this byte, which is in it.
-bool isOnFirstLine(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
-    return run.text.substr(statement.begin, offset - statement.begin).find('\n') == std::string_view::npos;
-}
-
-/// The statement ends with the line of this byte, which is in it.
-bool isOnLastLine(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
-    const auto lineEnd = run.text.find('\n', offset);
-    return lineEnd == std::string_view::npos || lineEnd + 1 >= statement.end;
-}
-
 std::string sStatement(const SchemaStatement& statement) {
     return std::string(keywordOf(statement.kind)) + ' ' + sNamed(statement.name);
 }
@@ -143,7 +132,7 @@ void LostDeclarations::vCheck() {
 void LostDeclarations::vLostAdd(Declared& lost) {
     const auto offset = offsetIn(run_, lost.declaration->keyword.text);
     const auto* const around = pStatementAround(run_, offset);
-    if (around && !isOnFirstLine(run_, *around, offset) && !isOnLastLine(run_, *around, offset)) {
+    if (around && offset >= around->firstLineEnd && offset < around->lastLine) {
         readings_[indexOf(run_, *around)].taken.push_back(&lost);
         return;
     }
@@ -151,7 +140,7 @@ void LostDeclarations::vLostAdd(Declared& lost) {
                              sDeclaration(*lost.declaration) + " is not read: " + sLostReason(lost, around));
     finding.subject = lost.declaration->name.text;
     lost.finding = &finding;
-    if (around && isOnFirstLine(run_, *around, offset))
+    if (around && offset < around->firstLineEnd)
         readings_[indexOf(run_, *around)].finding = &finding;
 }
 
@@ -162,7 +151,7 @@ std::string LostDeclarations::sLostReason(const Declared& lost, const SchemaStat
         return "the keyword is written " + sNamed(word) + ", and is found in capitals only";
     if (offset >= run_.lines.end)
         return "it comes after the line with END_SCHEMA";
-    if (around && isOnFirstLine(run_, *around, offset))
+    if (around && offset < around->firstLineEnd)
         return "its line is read as " + sStatement(*around);
     return "its line is the one on which " + (around ? sStatement(*around) : "another declaration") + " ends";
 }

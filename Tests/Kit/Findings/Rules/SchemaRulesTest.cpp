@@ -3,6 +3,7 @@
 #include "kiv/Kit/Documents/SchemaFile.h"
 #include "kiv/Kit/Findings/SchemaFindings.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -285,6 +286,48 @@ TEST(SchemaFindings, AreLimitedPerCode) {
         text += "\tC" + std::to_string(index) + " : Nowhere;\n";
     text += "END_ENTITY;\nEND_SCHEMA;\n";
     EXPECT_EQ(findingsOfText(text).size(), SchemaRun::maxFindingsPerCode);
+}
+
+/// Has something of everything that is looked at.
+constexpr std::string_view Everything =
+    "(* (* nested *) *)\nSCHEMA A;\n-- tail\nTYPE Kind = ENUMERATION OF\n\t(SOLID\n\t,HOLLOW);\nEND_TYPE;\n"
+    "TYPE Choice = SELECT\n\t(Wall\n\t,Kind);\nEND_TYPE;\nENTITY Element\n ABSTRACT SUPERTYPE OF "
+    "(ONEOF\n\t(Wall));\n"
+    "\tName : OPTIONAL STRING;\n INVERSE\n\tOwn : SET [0:1] OF Wall FOR Of;\nEND_ENTITY;\nENTITY Wall\n"
+    " SUBTYPE OF (Element);\n\tOf : Element;\n DERIVE\n\tSELF\\Element.Name : STRING := 'a''b';\n UNIQUE\n"
+    "\tU : Of;\n WHERE\n\tW : SIZEOF(QUERY(x <* [1:2] | x > 1)) > 0;\n\tV : 'A.WALL' IN "
+    "TYPEOF(SELF);\nEND_ENTITY;\n"
+    "FUNCTION F\n (X : REAL) : REAL;\n RETURN (ABS(X));\nEND_FUNCTION;\nRULE R "
+    "FOR\n\t(Wall);\nEND_RULE;\nEND_SCHEMA;\n";
+
+/// Every place is in the text, and every reference to another one too.
+void vPlacesCheck(std::string_view text) {
+    const auto lineCount = static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;
+    for (const auto& finding : findingsOfText(text)) {
+        ASSERT_LE(finding.place.position.line, lineCount) << text;
+        ASSERT_LE(finding.place.position.column + finding.place.position.length, text.size() + 2) << text;
+        ASSERT_FALSE(finding.message.empty()) << text;
+    }
+}
+
+TEST(SchemaFindings, TheSampleOfEverythingHasNone) {
+    EXPECT_EQ(sDump(findingsOfText(Everything)), "");
+}
+
+TEST(SchemaFindings, SurviveEveryPrefix) {
+    for (std::size_t size = 0; size < Everything.size(); ++size)
+        vPlacesCheck(Everything.substr(0, size));
+}
+
+TEST(SchemaFindings, SurviveEveryDeletionAndChangeOfAByte) {
+    for (std::size_t pos = 0; pos < Everything.size(); ++pos) {
+        std::string text(Everything);
+        for (const char letter : {'\0', '(', '\'', '\n', '\xC3'}) {
+            text[pos] = letter;
+            vPlacesCheck(text);
+        }
+        vPlacesCheck(text.erase(pos, 1));
+    }
 }
 
 class SchemaRuleExamples : public testing::TestWithParam<Rule> {};
