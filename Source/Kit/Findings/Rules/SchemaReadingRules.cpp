@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-// E001 to E005, E008 and E099: texts in which nothing is found, and declarations that the library does not
+// E001 to E005, E008 and R090: texts in which nothing is found, and declarations that the library does not
 // read.
 namespace kiv::kit {
 
@@ -286,6 +286,8 @@ bool boSomethingFound(SchemaRun& run) {
         run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, what + reason);
     if (!remedy.empty())
         finding.notes.push_back({std::string(remedy), {}});
+    else if (run.schema)
+        finding.severity = Severity::Warning;
     return false;
 }
 
@@ -305,7 +307,7 @@ void vOtherReportsAdd(SchemaRun& run) {
             run.vReportNote(*misreading, *record);
             continue;
         }
-        auto& finding = run.add("E099", {}, record->message);
+        auto& finding = run.add("R090", {}, record->message);
         finding.origin = FindingOrigin{record->function, record->file, record->line};
     }
 }

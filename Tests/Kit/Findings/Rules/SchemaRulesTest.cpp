@@ -127,6 +127,14 @@ INSTANTIATE_TEST_SUITE_P(
                "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
                "9:2+1 E006 error: the UNIQUE rule \"F\" of \"B\" is not read\n"
                "  each is read from a line of its own that has \" : \" in it, with the blanks\n"},
+        Sample{"TYPE B = SET [1:?] OF UNIQUE REAL;\nEND_TYPE;\nENTITY C;\n\tD : LIST [1:?] OF UNIQUE REAL;\n"
+               "\tE : ARRAY [1:2] OF UNIQUE REAL;\nEND_ENTITY;\n",
+               "2:6+1 E006 error: the type of the elements of \"B\" is not found\n"
+               "  only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name\n"
+               "  reported while reading: Type not found\n"
+               "6:2+1 E006 error: the type of the elements of \"E\" is not found\n"
+               "  only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name\n"
+               "  reported while reading: Type not found\n"},
         Sample{"TYPE B = ENUMERATION OF\n\t(C -- the first\n\t,D);\nEND_TYPE;\n",
                "4:3+1 E006 error: the item \"D\" of \"B\" is not read\n"
                "  names are separated by commas, blanks and tabs; comments are read as names\n"}));
@@ -143,6 +151,10 @@ INSTANTIATE_TEST_SUITE_P(
             "Rule: \tW1 : C > 0;\n\tW2 : C < ;\n\tW3 : C <> 2;\n\tW4 : C <> 3;\n\n"},
         Sample{"TYPE B = REAL;\n WHERE\n\tW1 : SELF > 0; -- positive\n\tW2 : SELF < 9;\nEND_TYPE;\n",
                "5:2+2 E007 warning: the rule \"W2\" of \"B\" cannot be read\n"},
+        Sample{"TYPE B = REAL;\n WHERE\nEND_TYPE;\n",
+               "2:6+1 E007 warning: the WHERE clause of \"B\" has no rule\n"
+               "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least one rule "
+               "in where clause at 1:2\n\nRule: \n"},
         Sample{"TYPE B = REAL;\n WHERE\n\tSELF > 0;\nEND_TYPE;\n",
                "4:2+4 E007 warning: a rule without label of \"B\" cannot be read\n"
                "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
@@ -225,7 +237,7 @@ TEST(SchemaFindings, SayWhyNothingWasFound) {
         {"SCHEMA A;\rTYPE B = REAL;\rEND_TYPE;\rEND_SCHEMA;\r",
          "1:1+6 E001 error: the schema has no declarations: its lines end with carriage returns alone\n"
          "  end them with line feeds\n"},
-        {"SCHEMA A;\nEND_SCHEMA;\n", "1:1+6 E001 error: the schema has no declarations: there is no TYPE, "
+        {"SCHEMA A;\nEND_SCHEMA;\n", "1:1+6 E001 warning: the schema has no declarations: there is no TYPE, "
                                      "ENTITY, FUNCTION or RULE in it\n"},
         {"SCHEMA A;\nentity B;\nend_entity;\n",
          "1:1+6 E001 error: the schema has no declarations: the first keyword is written \"entity\"\n"
@@ -334,6 +346,8 @@ class SchemaRuleExamples : public testing::TestWithParam<Rule> {};
 
 TEST_P(SchemaRuleExamples, TheWrongOneYieldsThatCodeAndTheRightOneNothing) {
     const auto& rule = GetParam();
+    if (rule.code.starts_with('R'))
+        GTEST_SKIP() << "what the library reports and no rule explains has no example";
     const auto findings = findingsOfText(rule.wrong.text);
     ASSERT_FALSE(findings.empty());
     for (const auto& finding : findings) {
@@ -351,7 +365,7 @@ TEST(SchemaRules, AreInTheOrderOfTheirCodes) {
     std::string_view before;
     for (const auto& rule : getSchemaRules()) {
         EXPECT_LT(before, rule.code);
-        EXPECT_TRUE(rule.code.starts_with('E') && rule.code.size() == 4) << rule.code;
+        EXPECT_TRUE((rule.code.starts_with('E') || rule.code.starts_with('R')) && rule.code.size() == 4) << rule.code;
         EXPECT_TRUE(rule.summary.ends_with('.')) << rule.code;
         before = rule.code;
     }
