@@ -2,7 +2,11 @@
 
 #include "Kit/Findings/LibraryReports.h"
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/ClassRules.h"
+#include "Kit/Findings/Rules/DocumentationRules.h"
+#include "Kit/Findings/Rules/ReleaseRules.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Findings/Rules/TypeRules.h"
 #include "Kit/Findings/SetOutline.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kiv/Kit/Findings/Rule.h"
@@ -19,7 +23,8 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck, vGuidsCheck, vLanguagesCheck};
+constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck,   vGuidsCheck,   vLanguagesCheck,
+                                        vTypesCheck,     vClassesCheck, vReleaseCheck, vDocumentationCheck};
 
 std::string_view codeOf(FailureKind kind) {
     switch (kind) {
@@ -45,12 +50,21 @@ std::string_view codeOf(FailureKind kind) {
     return "R040";
 }
 
+/// Of the failure; a root element that is refused has its own.
+TextPosition failurePosition(const SetDocument& document) {
+    const auto& failure = *document.failure;
+    if (failure.kind != FailureKind::NotASet && failure.kind != FailureKind::PrefixedRoot)
+        return failure.position;
+    const XmlPositions xml(document.text);
+    return xml.pRoot() ? xml.pRoot()->position : failure.position;
+}
+
 Finding failureFinding(const SetDocument& document) {
     Finding finding;
     finding.code = pRuleFind(codeOf(document.failure->kind))->code;
     finding.severity = Severity::Error;
     finding.message = document.failure->reason;
-    finding.place = {document.path, document.failure->position};
+    finding.place = {document.path, failurePosition(document)};
     return finding;
 }
 

@@ -1,8 +1,13 @@
 #include "kiv/Kit/Findings/Rule.h"
 
+#include "Kit/Findings/Rules/AcrossRules.h"
+#include "Kit/Findings/Rules/ClassRules.h"
+#include "Kit/Findings/Rules/DocumentationRules.h"
 #include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Findings/Rules/ReleaseRules.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Findings/Rules/SchemaRules.h"
+#include "Kit/Findings/Rules/TypeRules.h"
 
 #include <algorithm>
 #include <vector>
@@ -14,8 +19,21 @@ namespace {
 /// One table of all families. A copy of a rule has views only.
 std::vector<Rule> allRules() {
     std::vector<Rule> rules;
-    for (const auto family : {getCommentRules(), getGuidRules(), getLanguageRules(), getNameRules(),
-                              getReportRules(), getSchemaRules(), getStructureRules()})
+    for (const auto family : {
+             getAcrossGuidRules(),
+             getAcrossRules(),
+             getClassRules(),
+             getCommentRules(),
+             getDocumentationRules(),
+             getGuidRules(),
+             getLanguageRules(),
+             getNameRules(),
+             getReleaseRules(),
+             getReportRules(),
+             getSchemaRules(),
+             getStructureRules(),
+             getTypeRules(),
+         })
         rules.insert(rules.end(), family.begin(), family.end());
     std::ranges::stable_sort(rules, {}, &Rule::code);
     return rules;

@@ -260,7 +260,8 @@ TEST(SchemaTree, DrawingGoesOnBehindADeepLine) {
 }
 
 TEST(SchemaCommand, LongLineOfInheritanceIsCounted) {
-    EXPECT_EQ(sSummaryLine(schemaRun(sInheritanceLine(20'000)), "tree"), "1 roots, 20000 levels");
+    EXPECT_EQ(sSummaryLine(schemaRun(sInheritanceLine(20'000)), "tree"), "1 root, 20000 levels");
+    EXPECT_EQ(sSummaryLine(schemaRun("ENTITY A;\nEND_ENTITY;"), "tree"), "1 root, 1 level");
 }
 
 /// The objects of the JSON of one kind.
