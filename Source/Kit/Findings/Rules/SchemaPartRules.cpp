@@ -145,10 +145,11 @@ bool isUniqueMisread(const std::vector<std::string_view>& words) {
 void PartsCheck::vUniqueCheck(const ExpressWord& word, std::string_view type) {
     if (!isUniqueMisread(typeWords(type)))
         return;
-    auto& finding = run_.add("E006", word.position,
-                             "the type of the elements of " + sNamed(word.text) + " is not found");
+    auto& finding =
+        run_.add("E006", word.position, "the type of the elements of " + sNamed(word.text) + " is not found");
     finding.subject = declaration_.name.text;
-    finding.notes.push_back({"only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name", {}});
+    finding.notes.push_back(
+        {"only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name", {}});
     run_.boTake(finding, SchemaReport::Element);
 }
 

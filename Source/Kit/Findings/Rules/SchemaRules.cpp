@@ -385,7 +385,8 @@ constexpr Rule SchemaRules[] = {
      "schema-report",
      Severity::Error,
      "Something was reported while the schema was read, and no other rule explains it.",
-     "The message is that of the report, which has no place in the file. It says that a name was not found, or "
+     "The message is that of the report, which has no place in the file. It says that a name was not found, "
+     "or "
      "that a rule was not understood.",
      {""},
      {""}},

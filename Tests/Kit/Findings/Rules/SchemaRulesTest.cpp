@@ -153,7 +153,8 @@ INSTANTIATE_TEST_SUITE_P(
                "5:2+2 E007 warning: the rule \"W2\" of \"B\" cannot be read\n"},
         Sample{"TYPE B = REAL;\n WHERE\nEND_TYPE;\n",
                "2:6+1 E007 warning: the WHERE clause of \"B\" has no rule\n"
-               "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least one rule "
+               "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
+               "one rule "
                "in where clause at 1:2\n\nRule: \n"},
         Sample{"TYPE B = REAL;\n WHERE\n\tSELF > 0;\nEND_TYPE;\n",
                "4:2+4 E007 warning: a rule without label of \"B\" cannot be read\n"
@@ -179,12 +180,12 @@ INSTANTIATE_TEST_SUITE_P(
                "2:14+5 E013 error: the type \"Strin\" of \"Label\" is not declared\n"
                "  reported while reading: Not type found\n"
                "4:26+5 E013 error: the type \"Lable\" of \"Row\" is not declared\n"
-               "  the nearest name is \"Label\"\n  reported while reading: Type not found\n"},
+               "  did you mean \"Label\"?\n  reported while reading: Type not found\n"},
         Sample{"ENTITY B;\n\tC : SET [1:?] OF D;\n INVERSE\n\tE : F FOR C;\nEND_ENTITY;\n",
                "3:19+1 E013 error: the type \"D\" of \"B.C\" is not declared\n"
-               "  the nearest name is \"B\"\n  reported while reading: Type not found\n"
+               "  did you mean \"B\"?\n  reported while reading: Type not found\n"
                "5:6+1 E013 error: the entity \"F\" of \"B.E\" is not declared\n"
-               "  the nearest name is \"B\"\n  reported while reading: Entity not found\n"},
+               "  did you mean \"B\"?\n  reported while reading: Entity not found\n"},
         Sample{"ENTITY B;\n\tHost : B;\n INVERSE\n\tC : B FOR host;\nEND_ENTITY;\n",
                "5:12+4 E015 error: the entity \"B\" has no explicit attribute \"host\"\n"
                "  only explicit attributes are found, in the letter case of their declaration\n"
@@ -201,16 +202,16 @@ INSTANTIATE_TEST_SUITE_P(
                "SELF\\Wal.Height;\nEND_ENTITY;\n",
                "5:6+5 E018 warning: the function \"SIZEF\" is not declared in the rule \"W\" of \"Wall\"\n"
                "5:17+5 E018 warning: the attribute \"Heigt\" is not declared in the rule \"W\" of \"Wall\"\n"
-               "  the nearest name is \"Height\"\n"
+               "  did you mean \"Height\"?\n"
                "5:31+3 E018 warning: \"Wal\" is not declared in the rule \"W\" of \"Wall\"\n"
-               "  the nearest name is \"Wall\"\n"},
+               "  did you mean \"Wall\"?\n"},
         Sample{"TYPE Kind = ENUMERATION OF\n\t(SOLID\n\t,HOLLOW);\nEND_TYPE;\nENTITY Wall;\n\tIs : Kind;\n "
                "WHERE\n"
                "\tW : (Is = Kind.SOLD) OR (Is = HOLLOW) OR ('A.WAL' IN TYPEOF(SELF));\nEND_ENTITY;\n",
                "9:17+4 E018 warning: the type \"Kind\" has no item \"SOLD\" in the rule \"W\" of \"Wall\"\n"
                "  2:6+4 the type is declared here\n"
                "9:47+3 E018 warning: the name \"WAL\" is not declared in the rule \"W\" of \"Wall\"\n"
-               "  the nearest name is \"Wall\"\n"},
+               "  did you mean \"Wall\"?\n"},
         // Variables of a query, constants, attributes of supertypes and derived ones are known.
         Sample{"ENTITY B;\n\tC : SET [0:?] OF REAL;\n DERIVE\n\tD : REAL := PI * Twice;\nEND_ENTITY;\n"
                "ENTITY E\n SUBTYPE OF (B);\n WHERE\n\tW : SIZEOF(QUERY(Q <* C | Q > D)) = 0;\nEND_ENTITY;\n"
@@ -365,7 +366,8 @@ TEST(SchemaRules, AreInTheOrderOfTheirCodes) {
     std::string_view before;
     for (const auto& rule : getSchemaRules()) {
         EXPECT_LT(before, rule.code);
-        EXPECT_TRUE((rule.code.starts_with('E') || rule.code.starts_with('R')) && rule.code.size() == 4) << rule.code;
+        EXPECT_TRUE((rule.code.starts_with('E') || rule.code.starts_with('R')) && rule.code.size() == 4)
+            << rule.code;
         EXPECT_TRUE(rule.summary.ends_with('.')) << rule.code;
         before = rule.code;
     }
