@@ -2,6 +2,7 @@
 #
 # What is not listed here is private: it is not installed, and a host that builds us as a subproject cannot include it either.
 set(kivPublicHeaders
+    KivIfcKit.h
     KivIfcSchemaPset.h
     Base/Exception.h
     Base/Size32.h
@@ -56,8 +57,31 @@ set(kivPublicHeaders
     Format/Ifc/Def/XmlSchema/IfcXmlSchema.h
     Format/Ifc/Def/XmlSchema/IfcXmlType.h
     Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h
+    Kit/Documents/ReadFailure.h
+    Kit/Documents/ReadOptions.h
+    Kit/Documents/SchemaFile.h
+    Kit/Documents/SetCollection.h
+    Kit/Documents/SetDocument.h
+    Kit/Documents/SetMembers.h
+    Kit/Documents/SetPaths.h
+    Kit/Documents/TextFile.h
+    Kit/Express/DataTypeKinds.h
+    Kit/Express/ExpressTypeText.h
+    Kit/Express/ExpressionOperators.h
+    Kit/Express/ExpressionText.h
+    Kit/Express/ExpressionWalk.h
+    Kit/Findings/AcrossDocuments.h
     Kit/Findings/Finding.h
+    Kit/Findings/Findings.h
+    Kit/Findings/IgnoreComments.h
     Kit/Findings/Rule.h
+    Kit/Findings/SchemaFindings.h
+    Kit/Findings/SetCheckContext.h
+    Kit/Names/KnownNames.h
+    Kit/Names/NearestName.h
+    Kit/Names/SchemaRelease.h
+    Kit/Positions/ExpressPositions.h
+    Kit/Positions/XmlPositions.h
     Kit/Text/TextPosition.h)
 
 # Hosts write the same includes whether they build us or find us installed: <build>/include/kiv holds a link to each header.
@@ -77,7 +101,7 @@ set(kivGeneratedFolder ${PROJECT_BINARY_DIR}/generated)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/Version.h.in ${kivGeneratedFolder}/Version.h @ONLY)
 kiv_link_header(${kivGeneratedFolder}/Version.h Version.h)
 
-# KIV_EXPORT, the mark of every exported class and function. One macro serves all five libraries: with ELF it says "visible",
+# KIV_EXPORT, the mark of every exported class and function. One macro serves all six libraries: with ELF it says "visible",
 # whether a library is being made or used. Windows would need one macro for each library, as there the two cases differ.
 include(GenerateExportHeader)
 function(kiv_export_header target)

@@ -1,26 +1,54 @@
 #include "kiv/Kit/Findings/Rule.h"
 
+#include "Kit/Findings/Rules/AcrossRules.h"
+#include "Kit/Findings/Rules/ClassRules.h"
+#include "Kit/Findings/Rules/DocumentationRules.h"
+#include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Findings/Rules/ReleaseRules.h"
+#include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Findings/Rules/SchemaRules.h"
+#include "Kit/Findings/Rules/TypeRules.h"
+
 #include <algorithm>
+#include <vector>
 
 namespace kiv::kit {
 
 namespace {
 
-char upperCase(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+/// One table of all families. A copy of a rule has views only.
+std::vector<Rule> allRules() {
+    std::vector<Rule> rules;
+    for (const auto family : {
+             getAcrossGuidRules(),
+             getAcrossRules(),
+             getClassRules(),
+             getCommentRules(),
+             getDocumentationRules(),
+             getGuidRules(),
+             getLanguageRules(),
+             getNameRules(),
+             getReleaseRules(),
+             getReportRules(),
+             getSchemaRules(),
+             getStructureRules(),
+             getTypeRules(),
+         })
+        rules.insert(rules.end(), family.begin(), family.end());
+    std::ranges::stable_sort(rules, {}, &Rule::code);
+    return rules;
 }
 
 } // namespace
 
 std::span<const Rule> getRules() {
-    return {};
+    static const std::vector<Rule> rules = allRules();
+    return rules;
 }
 
 const Rule* pRuleFind(std::string_view code) {
     const auto rules = getRules();
-    const auto isAsked = [code](const Rule& rule) {
-        return std::ranges::equal(rule.code, code, {}, upperCase, upperCase);
-    };
+    const auto isAsked = [code](const Rule& rule) { return isEqualIgnoringCase(rule.code, code); };
     const auto found = std::ranges::find_if(rules, isAsked);
     return found == rules.end() ? nullptr : &*found;
 }

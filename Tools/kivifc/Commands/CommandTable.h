@@ -19,6 +19,7 @@ namespace kiv::kivifc {
 std::unique_ptr<Command> pCheckCommand();
 std::unique_ptr<Command> pConfigCommand();
 std::unique_ptr<Command> pEntityCommand();
+std::unique_ptr<Command> pExplainCommand();
 std::unique_ptr<Command> pExportCommand();
 std::unique_ptr<Command> pFindCommand();
 std::unique_ptr<Command> pSchemaCommand();

@@ -1,8 +1,8 @@
+#include "kiv/Kit/Documents/SetMembers.h"
+#include "kiv/Kit/Names/KnownNames.h"
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Commands/LookUpArguments.h"
-#include "kivifc/Documents/KnownNames.h"
 #include "kivifc/Documents/SchemaWithSets.h"
-#include "kivifc/Documents/SetMembers.h"
 #include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Pictures/MissingName.h"
@@ -74,8 +74,8 @@ std::string sSet(const SetDef& set) {
     text += sLine("definition", set.getDefinition());
     text += sLine("template type", ifc::def::xml::sTemplateTypeText(set.getTemplateType()));
     text += sLine("version", set.getIfcVersion());
-    text += sLine("applies to", sSetClasses(set));
-    const auto members = setMembers(set);
+    text += sLine("applies to", kit::sSetClasses(set));
+    const auto members = kit::setMembers(set);
     text += sLine("members", fmt::format("{}", members.size()));
     for (const auto* member : members)
         text += sMember(*member);
@@ -94,7 +94,7 @@ std::string sFinding(const SchemaWithSets& loaded, const Finding& finding) {
     auto text = sLine("set", finding.set->getName());
     text += sLine("context", sContext(contextOf(*loaded.schema.schema, *finding.set)));
     text += sLine("document", loaded.paths.at(finding.set));
-    text += sLine("kind", pSetKind(*finding.set));
+    text += sLine("kind", kit::pSetKind(*finding.set));
     return text + (finding.def ? sDef(*finding.def) : sSet(*finding.set));
 }
 
@@ -133,7 +133,7 @@ void FindCommand::vRun(Console& console) {
     if (!finding.set) {
         console.diagnostics.vFinding();
         console.diagnostics.vNote("not found",
-                                  sNoName("set or GUID", text, setNames(*loaded->schema.schema)));
+                                  sNoName("set or GUID", text, kit::setNames(*loaded->schema.schema)));
     }
     if (arguments_.isJsonAsked)
         vJsonWrite(finding.set ? findingJson(*loaded, finding) : Json(nullptr), console.output);

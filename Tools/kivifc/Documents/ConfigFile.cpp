@@ -2,8 +2,8 @@
 
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "kiv/Host/Xml/KivXml.h"
-#include "kivifc/Documents/ParseFailure.h"
 #include "kivifc/Documents/ReadingLimits.h"
+#include "kivifc/Documents/ShownFailure.h"
 #include "kivifc/Documents/TextFile.h"
 
 #include <array>
@@ -25,8 +25,9 @@ Reports textRead(const std::string& path, const TextFile& file, ifc::def::Schema
     xml::File document(nullptr, xml::VerboseLevel::Quiet, xml::ValidateLevel::None);
     ifc::def::BudgetMeter meter(readingBudget());
     if (!document.parse(stream, path, &meter)) {
-        const auto failure = parseFailure(path, *document.pError());
-        diagnostics.vFail(failure.subject, failure.reason);
+        const auto& error = *document.pError();
+        diagnostics.vFail(
+            shownFailure(path, {kit::FailureKind::NotXml, error.reason, {error.line, error.column}, {}}));
         return std::nullopt;
     }
     assert::CollectingSink sink;

@@ -36,11 +36,17 @@ Budget& readingBudget() {
     return budget;
 }
 
+kit::ReadOptions readingOptions(bool withPositions) {
+    return {readingBudget(), withPositions};
+}
+
 std::string sLimitFailure(const ifc::def::BudgetExceeded& exceeded) {
-    const auto option = std::ranges::find(Options, exceeded.getLimit(), &LimitOption::limit);
-    if (option == Options.end())
-        return exceeded.what();
-    return fmt::format("{} ({})", exceeded.what(), option->name);
+    return sLimitFailure(exceeded.getLimit(), exceeded.what());
+}
+
+std::string sLimitFailure(BudgetLimit limit, const std::string& reason) {
+    const auto option = std::ranges::find(Options, limit, &LimitOption::limit);
+    return option == Options.end() ? reason : fmt::format("{} ({})", reason, option->name);
 }
 
 std::string sLimits() {

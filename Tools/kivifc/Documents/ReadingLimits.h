@@ -10,6 +10,7 @@
 #pragma once
 
 #include "kiv/Format/Ifc/Def/IfcBudget.h"
+#include "kiv/Kit/Documents/ReadOptions.h"
 
 #include <cstdint>
 #include <span>
@@ -33,8 +34,12 @@ std::span<const LimitOption> getLimitOptions();
 /// The limits of each file; those of the library until options change them.
 ifc::def::Budget& readingBudget();
 
+/// How files are read: within those limits, and without the places of elements unless they are asked for.
+kit::ReadOptions readingOptions(bool withPositions = false);
+
 /// Why a file was not read, with the option that sets the limit.
 std::string sLimitFailure(const ifc::def::BudgetExceeded& exceeded);
+std::string sLimitFailure(ifc::def::BudgetLimit limit, const std::string& reason);
 
 /// All limits with their defaults, as a table.
 std::string sLimits();

@@ -5,24 +5,17 @@
 ///         vShow(*file->schema, file->assertions);
 #pragma once
 
-#include "kiv/Format/Ifc/Def/SchemaPset.h"
-#include "kiv/Host/Assert/KivAssert.h"
+#include "kiv/Kit/Documents/SchemaFile.h"
 #include "kivifc/Program/Diagnostics.h"
 
 #include <chrono>
-#include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace kiv::kivifc {
 
 /// A schema that was read.
-struct SchemaFile {
-    std::string path;
-    std::unique_ptr<ifc::def::SchemaPset> schema;
-    /// What was reported while this schema was read, in order.
-    std::vector<assert::AssertRecord> assertions;
+struct SchemaFile : kit::SchemaFile {
     /// From the opening of the file to the last name resolved.
     std::chrono::nanoseconds time{};
 };

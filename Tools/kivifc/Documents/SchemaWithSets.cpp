@@ -1,13 +1,14 @@
 #include "kivifc/Documents/SchemaWithSets.h"
 
+#include "kiv/Kit/Documents/SetCollection.h"
 #include "kivifc/Documents/SetDocument.h"
 #include "kivifc/Documents/SetPaths.h"
+#include "kivifc/Documents/ShownFailure.h"
 #include "kivifc/Program/OneLine.h"
 
 #include <filesystem>
 #include <fmt/format.h>
 #include <map>
-#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -16,7 +17,6 @@ namespace kiv::kivifc {
 namespace {
 
 using Context = ifc::def::SchemaPset::Context;
-using ifc::def::xml::SetDef;
 
 bool isPath(const std::string& argument) {
     std::error_code error;
@@ -29,55 +29,28 @@ std::size_t contextNameEnd(const std::string& argument) {
     return end == 0 ? std::string::npos : end;
 }
 
-std::unique_ptr<SetDef> pSetTake(SetDocument& document) {
-    if (document.propertySet)
-        return std::move(document.propertySet);
-    return std::move(document.quantitySet);
-}
-
-/// Why a set was refused: the record that decided it is the last one.
-std::string sRefusal(const SetDef& set, const ifc::def::xml::XmlSetErrors& errors) {
-    const auto& record = errors.getRecords().back();
-    return fmt::format("the set \"{}\" is refused: {}: {}", set.getName(), record.item, record.message);
-}
-
-/// Fills one collection.
-class Collection {
-public:
-    Collection(SchemaWithSets& loaded, Diagnostics& diagnostics) :
-        loaded_(loaded), diagnostics_(diagnostics) {}
-
-    void vDocumentAdd(const std::string& path) {
-        auto document = setDocumentRead(path);
-        if (document.failure)
-            return diagnostics_.vFail(document.failure->subject, document.failure->reason);
-        vSetAdd(pSetTake(document), document);
-    }
-
-    ifc::def::SchemaPropertySetDefinitions&& takeDefinitions() { return std::move(definitions_); }
-
-private:
-    void vSetAdd(std::unique_ptr<SetDef> set, SetDocument& document) {
-        if (const auto* present = definitions_.getXmlSetFromName(set->getName())) {
-            return vUnusedTell(document, fmt::format("the set \"{}\" is left out: {} has one of that name",
-                                                     set->getName(), loaded_.paths.at(present)));
+/// Says what was not used, and registers the rest.
+void vSetsRegister(kit::SetCollection&& sets, const Context& context, SchemaWithSets& loaded,
+                   Diagnostics& diagnostics) {
+    for (const auto& problem : sets.problems) {
+        if (problem.failure) {
+            diagnostics.vFail(shownFailure(problem.path, *problem.failure));
+        } else {
+            ++loaded.setsUnused;
+            diagnostics.vNote(problem.path, problem.reason);
         }
-        const auto* const added = set.get();
-        if (definitions_.xmlSetAdd(*loaded_.schema.schema, std::move(set), document.errors))
-            loaded_.paths.emplace(added, document.path);
-        else
-            vUnusedTell(document, sRefusal(*added, document.errors));
     }
+    loaded.paths.merge(sets.paths);
+    ifc::def::SchemaContextAndPropertySetDefinitions::instance().addPropertySets(Context(context),
+                                                                                 std::move(sets.definitions));
+}
 
-    void vUnusedTell(const SetDocument& document, const std::string& reason) {
-        ++loaded_.setsUnused;
-        diagnostics_.vNote(document.path, reason);
-    }
-
-    SchemaWithSets& loaded_;
-    Diagnostics& diagnostics_;
-    ifc::def::SchemaPropertySetDefinitions definitions_;
-};
+kit::SetCollection documentsRead(const SchemaWithSets& loaded, const std::vector<std::string>& documents) {
+    kit::SetCollection sets;
+    for (const auto& path : documents)
+        kit::vSetAdd(sets, *loaded.schema.schema, setDocumentRead(path));
+    return sets;
+}
 
 std::map<Context, std::vector<std::string>> pathsByContext(const std::string& schemaName,
                                                            const std::vector<std::string>& sets,
@@ -98,6 +71,14 @@ std::map<Context, std::vector<std::string>> pathsByContext(const std::string& sc
 
 } // namespace
 
+std::vector<ContextPaths> contextPaths(const std::string& schemaName, const std::vector<std::string>& sets,
+                                       Diagnostics& diagnostics) {
+    std::vector<ContextPaths> contexts;
+    for (auto& [context, paths] : pathsByContext(schemaName, sets, diagnostics))
+        contexts.push_back({context, std::move(paths)});
+    return contexts;
+}
+
 bool isSetsArgument(const std::string& argument) {
     return isPath(argument) || contextNameEnd(argument) != std::string::npos;
 }
@@ -109,13 +90,10 @@ std::optional<SchemaWithSets> schemaWithSetsRead(const std::string& schemaPath,
     if (!schema)
         return std::nullopt;
     SchemaWithSets loaded{std::move(*schema), {}, 0};
-    auto& registry = ifc::def::SchemaContextAndPropertySetDefinitions::instance();
     for (auto& [context, paths] :
          pathsByContext(std::string(loaded.schema.schema->getName()), sets, diagnostics)) {
-        Collection collection(loaded, diagnostics);
-        for (const auto& path : setPathsCollect(paths, diagnostics))
-            collection.vDocumentAdd(path);
-        registry.addPropertySets(Context(context), collection.takeDefinitions());
+        vSetsRegister(documentsRead(loaded, setPathsCollect(paths, diagnostics)), context, loaded,
+                      diagnostics);
     }
     return loaded;
 }

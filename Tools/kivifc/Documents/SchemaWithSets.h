@@ -35,6 +35,16 @@ struct SchemaWithSets {
     std::size_t setsUnused = 0;
 };
 
+/// The paths of the sets of one context.
+struct ContextPaths {
+    ifc::def::SchemaPset::Context context;
+    std::vector<std::string> paths;
+};
+
+/// The contexts that are meant by arguments such as "Sets" and "office=Sets", in their order.
+std::vector<ContextPaths> contextPaths(const std::string& schemaName, const std::vector<std::string>& sets,
+                                       Diagnostics& diagnostics);
+
 /// Whether an argument means sets: a path that exists, or NAME=PATH.
 bool isSetsArgument(const std::string& argument);
 

@@ -22,6 +22,8 @@ bool isKeptByte(char byte) {
            Marks.find(byte) != std::string_view::npos;
 }
 
+} // namespace
+
 std::string sPercentEncoded(std::string_view bytes) {
     std::string text;
     for (const char byte : bytes)
@@ -29,8 +31,6 @@ std::string sPercentEncoded(std::string_view bytes) {
                                  : fmt::format("%{:02X}", static_cast<unsigned char>(byte));
     return text;
 }
-
-} // namespace
 
 Json withBytes(Json&& object, const char* key) {
     if (!isUtf8(object.at(key)))

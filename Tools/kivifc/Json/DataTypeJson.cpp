@@ -1,6 +1,6 @@
 #include "kivifc/Json/DataTypeJson.h"
 
-#include "kivifc/Documents/DataTypeKinds.h"
+#include "kiv/Kit/Express/DataTypeKinds.h"
 
 namespace kiv::kivifc {
 
@@ -89,7 +89,7 @@ void DataTypesJson::vSharedNote(const ObjectBase* object) {
 
 void DataTypesJson::vDescriptionWrite(const DataTypeBase& dataType) {
     writer_.vObjectBegin();
-    writer_.vMember("kind", DataTypeKeywords.at(dataTypeIndex(dataType)));
+    writer_.vMember("kind", kit::DataTypeKeywords.at(kit::dataTypeIndex(dataType)));
     writer_.vMember("name", dataType.getName());
     if (const auto* string = dynamic_cast<const DataTypeString*>(&dataType)) {
         writer_.vMember("width", string->getWidth());

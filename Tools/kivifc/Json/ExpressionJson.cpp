@@ -1,6 +1,6 @@
 #include "kivifc/Json/ExpressionJson.h"
 
-#include "kivifc/Documents/ExpressionOperators.h"
+#include "kiv/Kit/Express/ExpressionOperators.h"
 
 #include <array>
 #include <string_view>
@@ -52,7 +52,7 @@ public:
     }
 
     void visit(const LogicalValueExpression& node) override {
-        vValueNodeWrite("LogicalValueExpression", sOf(Logicals, node.getValue()));
+        vValueNodeWrite("LogicalValueExpression", kit::sOf(kit::Logicals, node.getValue()));
     }
 
     void visit(const DoubleValueExpression& node) override {
@@ -88,8 +88,8 @@ public:
         vWrite(node.getItem());
         vWrite(node.getHigh());
         writer_.vArrayEnd();
-        writer_.vMembers("operators", std::array{sOf(IntervalOperators, node.getLowOperator()),
-                                                 sOf(IntervalOperators, node.getHighOperator())});
+        writer_.vMembers("operators", std::array{kit::sOf(kit::IntervalOperators, node.getLowOperator()),
+                                                 kit::sOf(kit::IntervalOperators, node.getHighOperator())});
         writer_.vObjectEnd();
     }
 
@@ -102,7 +102,7 @@ public:
 
     void visit(const ConstantExpression& node) override {
         vNodeBegin("ConstantExpression");
-        writer_.vMember("constant", sOf(Constants, node.getConstant()));
+        writer_.vMember("constant", kit::sOf(kit::Constants, node.getConstant()));
         writer_.vObjectEnd();
     }
 
@@ -123,14 +123,14 @@ public:
         writer_.vKey("operators");
         writer_.vArrayBegin();
         for (auto link = chain.rbegin(); link != chain.rend(); ++link)
-            writer_.vValue(sOf(BinaryOperators, (*link)->getOperator()));
+            writer_.vValue(kit::sOf(kit::BinaryOperators, (*link)->getOperator()));
         writer_.vArrayEnd();
         writer_.vObjectEnd();
     }
 
     void visit(const UnaryExpression& node) override {
         vNodeBegin("UnaryExpression");
-        writer_.vMember("operator", sOf(UnaryOperators, node.getOperator()));
+        writer_.vMember("operator", kit::sOf(kit::UnaryOperators, node.getOperator()));
         vMember("operand", node.getOperand());
         writer_.vObjectEnd();
     }

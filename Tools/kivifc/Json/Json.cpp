@@ -1,7 +1,5 @@
 #include "kivifc/Json/Json.h"
 
-#include "kivifc/Json/JsonWriter.h"
-
 #include <string>
 #include <string_view>
 
@@ -44,6 +42,10 @@ void vJsonWrite(const Json& value, Output& output) {
     JsonWriter writer([&](std::string_view text) { output.vWrite(text); });
     vValueWrite(value, writer);
     writer.vEnd();
+}
+
+void vJsonWrite(const Json& value, JsonWriter& writer) {
+    vValueWrite(value, writer);
 }
 
 Json assertionsJson(const std::vector<assert::AssertRecord>& records) {

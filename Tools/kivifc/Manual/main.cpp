@@ -1,12 +1,14 @@
 // kivifc_documents FOLDER: writes the man pages and completions of kivifc into the folder. Part of the build,
-// not installed.
+// not installed. kivifc_documents --rules FILE: writes the page of the rules.
 #include "kivifc/Manual/Completions.h"
 #include "kivifc/Manual/ManPages.h"
+#include "kivifc/Pictures/RuleText.h"
 
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
 
 namespace {
 
@@ -33,15 +35,23 @@ void vDocumentsWrite(const fs::path& folder) {
     vFileWrite(completions / "fish" / "kivifc.fish", sFishCompletion(texts));
 }
 
+void vRulesWrite(const fs::path& path) {
+    vFileWrite(fs::absolute(path), kiv::kivifc::sRulePage(kiv::kit::getRules()));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fputs("usage: kivifc_documents FOLDER\n", stderr);
+    const bool isRules = argc == 3 && std::string_view(argv[1]) == "--rules";
+    if (argc != 2 && !isRules) {
+        std::fputs("usage: kivifc_documents FOLDER\n       kivifc_documents --rules FILE\n", stderr);
         return 2;
     }
     try {
-        vDocumentsWrite(argv[1]);
+        if (isRules)
+            vRulesWrite(argv[2]);
+        else
+            vDocumentsWrite(argv[1]);
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "kivifc_documents: %s\n", error.what());

@@ -1,6 +1,6 @@
 #include "kivifc/Pictures/ApplicableSets.h"
 
-#include "kivifc/Documents/SetMembers.h"
+#include "kiv/Kit/Documents/SetMembers.h"
 #include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Program/OneLine.h"
@@ -33,8 +33,8 @@ bool isHidden(const SchemaPset& schema, const SetDef& set) {
 }
 
 std::string sSetLine(const SchemaPset& schema, const SetDef& set) {
-    return fmt::format("{}  {}, members: {}, applies to {}{}\n", sOneLine(set.getName()), pSetKind(set),
-                       setMembers(set).size(), sOneLine(sSetClasses(set)),
+    return fmt::format("{}  {}, members: {}, applies to {}{}\n", sOneLine(set.getName()), kit::pSetKind(set),
+                       kit::setMembers(set).size(), sOneLine(kit::sSetClasses(set)),
                        isHidden(schema, set) ? "; hidden by a set of an earlier context" : "");
 }
 

@@ -1,8 +1,8 @@
 #include "kivifc/Pictures/EntityPicture.h"
 
+#include "kiv/Kit/Express/ExpressTypeText.h"
+#include "kiv/Kit/Express/ExpressionText.h"
 #include "kivifc/Documents/ConfigFile.h"
-#include "kivifc/Pictures/ExpressTypeText.h"
-#include "kivifc/Pictures/ExpressionText.h"
 #include "kivifc/Pictures/TextTable.h"
 #include "kivifc/Program/AsciiText.h"
 #include "kivifc/Program/OneLine.h"
@@ -48,7 +48,7 @@ std::string sRepresented(const Attribute& attribute) {
 /// As written, then what that resolves to when that says more.
 std::string sTyped(const Attribute& attribute) {
     const auto text = std::string(attribute.getTypeText());
-    auto resolved = sTypeResolved(attribute.pFirstType());
+    auto resolved = kit::sTypeResolved(attribute.pFirstType());
     if (resolved.starts_with(text))
         return resolved;
     return fmt::format("{} -> {}", text, resolved);
@@ -119,7 +119,7 @@ std::string sUnique(const UniqueRule& rule) {
 }
 
 std::string sWhere(const ParsedRule& rule) {
-    return fmt::format("{} : {}", rule.label.getView(), sExpression(*rule.expression));
+    return fmt::format("{} : {}", rule.label.getView(), kit::sExpression(*rule.expression));
 }
 
 std::span<const DeriveValue> derivedOf(const Entity& entity) {
@@ -200,7 +200,7 @@ void vAttributesAdd(const Entity& entity, Json& json) {
     for (const auto& attribute : entity.getAttributes()) {
         auto head = attributeHeadJson(attribute);
         head["optional"] = attribute.isOptional();
-        head["resolved"] = sTypeResolved(attribute.pFirstType());
+        head["resolved"] = kit::sTypeResolved(attribute.pFirstType());
         json["attributes"].push_back(std::move(head));
     }
     for (const auto& inverse : entity.getAttributesInverse()) {
@@ -221,7 +221,7 @@ void vRulesAdd(const Entity& entity, Json& json) {
         for (const auto& rule : entity.pWhere()->getRules())
             json["where"].push_back({{"entity", entity.getName()},
                                      {"label", rule.label.getView()},
-                                     {"expression", sExpression(*rule.expression)}});
+                                     {"expression", kit::sExpression(*rule.expression)}});
     }
 }
 

@@ -1,7 +1,7 @@
 #include "kivifc/Pictures/SchemaSummary.h"
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
-#include "kivifc/Documents/DataTypeKinds.h"
+#include "kiv/Kit/Express/DataTypeKinds.h"
 #include "kivifc/Pictures/TextTable.h"
 #include "kivifc/Program/OneLine.h"
 
@@ -70,7 +70,7 @@ std::string sDataTypes(const SchemaCounts& counts) {
     for (std::size_t kind = 0; kind < counts.dataTypes.size(); ++kind) {
         if (counts.dataTypes[kind] == 0)
             continue;
-        text += fmt::format("{}{} {}", separator, counts.dataTypes[kind], DataTypeKeywords[kind]);
+        text += fmt::format("{}{} {}", separator, counts.dataTypes[kind], kit::DataTypeKeywords[kind]);
         separator = ", ";
     }
     return text;
@@ -92,6 +92,10 @@ std::string sAssertions(std::size_t count, bool areListed) {
     return fmt::format("{}{}", count, count == 0 || areListed ? "" : " (--assertions lists them)");
 }
 
+std::string sCounted(std::size_t count, std::string_view thing) {
+    return fmt::format("{} {}{}", count, thing, count == 1 ? "" : "s");
+}
+
 } // namespace
 
 SchemaCounts schemaCounts(const SchemaFile& file, const InheritanceTree& tree) {
@@ -99,7 +103,7 @@ SchemaCounts schemaCounts(const SchemaFile& file, const InheritanceTree& tree) {
     for (const auto* object : file.schema->getObjects())
         vObjectCount(counts, *object);
     for (const auto* dataType : file.schema->getDataTypes())
-        ++counts.dataTypes.at(dataTypeIndex(*dataType));
+        ++counts.dataTypes.at(kit::dataTypeIndex(*dataType));
     counts.whereRulesFailed = countOf(file.assertions, isRuleFailure);
     counts.roots = tree.getRoots().size();
     counts.depth = tree.getDepth();
@@ -116,7 +120,7 @@ std::string sSchemaSummary(const SchemaFile& file, const InheritanceTree& tree, 
            sTableLine("attributes", sAttributes(counts)) + sTableLine("data types", sDataTypes(counts)) +
            sTableLine("WHERE rules", sWhereRules(counts)) +
            sTableLine("UNIQUE rules", fmt::format("{}", counts.uniqueRules)) +
-           sTableLine("tree", fmt::format("{} roots, {} levels", counts.roots, counts.depth)) +
+           sTableLine("tree", sCounted(counts.roots, "root") + ", " + sCounted(counts.depth, "level")) +
            sTableLine("assertions", sAssertions(file.assertions.size(), areAssertionsListed)) +
            sTableLine("time", sMilliseconds(file.time));
 }

@@ -17,6 +17,10 @@ constexpr char getLower(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
 }
 
+constexpr char getUpper(char byte) {
+    return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
+}
+
 constexpr bool isLetter(char byte) {
     return getLower(byte) >= 'a' && getLower(byte) <= 'z';
 }

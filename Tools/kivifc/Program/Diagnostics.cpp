@@ -22,6 +22,14 @@ void Diagnostics::vFail(std::string_view subject, std::string_view reason) {
     vNote(subject, reason);
 }
 
+void Diagnostics::vFailureShown() {
+    status_ = ExitStatus::Failed;
+}
+
+void Diagnostics::vFail(const Failure& failure) {
+    vFail(failure.subject, failure.reason);
+}
+
 void Diagnostics::vFinding() {
     status_ = std::max(status_, ExitStatus::Findings);
 }

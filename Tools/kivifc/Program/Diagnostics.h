@@ -38,9 +38,13 @@ public:
 
     /// A part of the job that could not be done.
     void vFail(std::string_view subject, std::string_view reason);
+    void vFail(const Failure& failure);
 
     /// Something is wrong with what was looked at; the output says what.
     void vFinding();
+
+    /// A part of the job that could not be done; the output says which and why.
+    void vFailureShown();
 
     ExitStatus getStatus() const { return status_; }
 

@@ -30,6 +30,7 @@ std::string Output::sFinish() {
 void Output::vCheck(bool written) {
     if (written || !failure_.empty())
         return;
+    isPipeClosed_ = errno == EPIPE;
     failure_ = errno == 0 ? "it could not be written" : std::generic_category().message(errno);
 }
 

@@ -23,6 +23,9 @@ public:
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
+    /// From now on a pipe whose reader has gone is no failure worth a line: `head` had what it wanted.
+    void vClosedPipeAllow() { isClosedPipeAllowed_ = true; }
+
     void vWrite(std::string_view text);
 
     /// Hands on what is buffered, so that lines on other streams come after it.
@@ -32,11 +35,17 @@ public:
     /// be written; empty when all of it could.
     std::string sFinish();
 
+    /// Whether the reader of the pipe has gone, where that is allowed; what was written is not whole then,
+    /// and nothing needs to be said.
+    bool isPipeClosed() const { return isPipeClosed_ && isClosedPipeAllowed_; }
+
 private:
     void vCheck(bool written);
 
     std::FILE* stream_;
     std::string failure_;
+    bool isClosedPipeAllowed_ = false;
+    bool isPipeClosed_ = false;
 };
 
 } // namespace kiv::kivifc

@@ -17,7 +17,10 @@ ExitStatus jobRun(const std::function<void(Console&)>& job) {
     Diagnostics diagnostics(output, stderr);
     Console console{output, diagnostics};
     job(console);
-    if (const auto failure = output.sFinish(); !failure.empty())
+    const auto failure = output.sFinish();
+    if (output.isPipeClosed())
+        diagnostics.vFailureShown();
+    else if (!failure.empty())
         diagnostics.vFail("standard output", failure);
     return diagnostics.getStatus();
 }

@@ -85,13 +85,16 @@ TEST(CheckCommand, WhatIsNoSetDocumentIsNamedWithTheReason) {
     }
 }
 
-TEST(CheckCommand, RootMayHaveAPrefix) {
+TEST(CheckCommand, RootWithAPrefixIsRefusedByName) {
     const TemporaryFolder folder;
     const auto pset = folder.sWrite("a.xml", "<p:PropertySetDef xmlns:p='urn:example'/>");
     const auto qset = folder.sWrite("b.xml", "<q:QtoSetDef xmlns:q='urn:example'/>");
     const auto run = checkRun({pset, qset});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_THAT(run.out, HasSubstr("property sets    1\nquantity sets    1\n"));
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.out, HasSubstr("property sets    0\nquantity sets    0\n"));
+    EXPECT_THAT(linesOf(run.err),
+                ElementsAre(HasSubstr("root element is \"p:PropertySetDef\", and prefixes are not supported"),
+                            HasSubstr("root element is \"q:QtoSetDef\", and prefixes are not supported")));
 }
 
 TEST(CheckCommand, StandardInputIsReadForADash) {

@@ -1,0 +1,43 @@
+/// @file
+/// The set documents that are meant by the paths of files and folders.
+///
+///     const auto sets = setPathsCollect({"Sets", "Office/Pset_Desk.xml"});
+///     for (const auto& path : sets.documents)
+///         vUse(setDocumentRead(path));
+///
+/// Ownership: values.
+/// Threads:   any number of threads.
+/// Errors:    what cannot be searched is among the problems; std::bad_alloc.
+#pragma once
+
+#include "kiv/Base/Export.h"
+
+#include <compare>
+#include <string>
+#include <vector>
+
+namespace kiv::kit {
+
+/// A path that leads to no document.
+struct PathProblem {
+    std::string path;
+    /// Without a full stop; in the system's words where the system refuses something.
+    std::string reason;
+
+    auto operator<=>(const PathProblem&) const = default;
+};
+
+struct SetPaths {
+    /// By path, byte by byte, each once.
+    std::vector<std::string> documents;
+    /// In the same order.
+    std::vector<PathProblem> problems;
+};
+
+/// Files as they are, and of folders all files below them whose names end with ".xml" in any letter case.
+/// Links to folders are followed only when they are given themselves. Folders that cannot be read or in which
+/// nothing is found are problems, and so are pipes, sockets and devices in a folder that are named like
+/// documents: to open one may wait for ever or have effects. Whether a file can be read is not checked.
+KIV_EXPORT SetPaths setPathsCollect(const std::vector<std::string>& paths);
+
+} // namespace kiv::kit

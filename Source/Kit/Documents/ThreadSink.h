@@ -1,0 +1,44 @@
+/// @file
+/// Takes the assertion reports of one thread: sinks hear of all threads of the process, and documents that
+/// are read side by side are to have their own reports only.
+///
+///     ThreadSink sink([&](const assert::AssertInfo& info) { vKeep(info); });
+///     const assert::ScopedSink installed(sink);
+///
+/// Private to the kit.
+///
+/// Ownership: what it calls outlives it.
+/// Threads:   calls on the thread that made it.
+/// Errors:    what the call throws costs that report.
+#pragma once
+
+#include "kiv/Host/Assert/KivAssert.h"
+
+#include <string>
+#include <thread>
+#include <utility>
+
+namespace kiv::kit {
+
+template <class Take>
+class ThreadSink final : public assert::Sink {
+public:
+    explicit ThreadSink(Take take) : take_(std::move(take)), thread_(std::this_thread::get_id()) {}
+
+    void vReport(const assert::AssertInfo& info) override {
+        if (std::this_thread::get_id() == thread_)
+            take_(info);
+    }
+
+private:
+    Take take_;
+    std::thread::id thread_;
+};
+
+/// The report with texts of its own.
+inline assert::AssertRecord assertRecord(const assert::AssertInfo& info) {
+    return {info.code, std::string(info.message), std::string(info.function), std::string(info.file),
+            info.line};
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,218 @@
+#include "kiv/Kit/Express/ExpressionText.h"
+
+#include "kiv/Kit/Express/ExpressionOperators.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv::kit {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+/// How tightly an expression holds together; what an operator binds holds at least as tightly as it asks for.
+enum class Tightness { Relation, Sum, Product, Power, Unary, Primary };
+
+/// How tightly an operator's result holds, and its operands have to.
+struct Binding {
+    Tightness self;
+    Tightness left;
+    Tightness right;
+};
+
+Binding bindingOf(BinaryOperator op) {
+    switch (op) {
+    case BinaryOperator::Add:
+    case BinaryOperator::Subtract:
+    case BinaryOperator::Or:
+    case BinaryOperator::Xor:
+        return {Tightness::Sum, Tightness::Sum, Tightness::Product};
+    case BinaryOperator::Multiply:
+    case BinaryOperator::Divide:
+    case BinaryOperator::And:
+    case BinaryOperator::Mod:
+        return {Tightness::Product, Tightness::Product, Tightness::Power};
+    case BinaryOperator::Power:
+        return {Tightness::Power, Tightness::Unary, Tightness::Unary};
+    default:
+        return {Tightness::Relation, Tightness::Sum, Tightness::Sum};
+    }
+}
+
+Tightness tightnessOf(const Expression& expression) {
+    if (const auto* binary = dynamic_cast<const BinaryExpression*>(&expression))
+        return bindingOf(binary->getOperator()).self;
+    return dynamic_cast<const UnaryExpression*>(&expression) ? Tightness::Unary : Tightness::Primary;
+}
+
+/// A real literal has a decimal point and, perhaps, a capital E. Numbers from 0.0001 up to 1E16 have none.
+std::string sReal(double value) {
+    std::array<char, 64> digits{};
+    const auto write = [&digits](double number, std::chars_format format) {
+        return std::string(digits.data(),
+                           std::to_chars(digits.data(), digits.data() + digits.size(), number, format).ptr);
+    };
+    auto text = write(value, std::chars_format::scientific);
+    const auto power = std::stoi(text.substr(text.find('e') + 1));
+    if (power >= -4 && power < 16)
+        text = write(value, std::chars_format::fixed);
+    const auto exponent = text.find('e');
+    if (text.find('.') == std::string::npos)
+        text.insert(std::min(exponent, text.size()), ".0");
+    std::ranges::replace(text, 'e', 'E');
+    return text;
+}
+
+/// Writes one expression after the other to one text.
+class Writer final : public ExpressionVisitor {
+public:
+    void vWrite(const Expression& expression) { expression.accept(*this); }
+
+    std::string takeText() { return std::move(text_); }
+
+    // Chains grow to the left as long as the text likes, so they are not recursed on.
+    void visit(const GetExpression& node) override {
+        std::vector<const GetExpression*> chain{&node};
+        const Expression* base = node.pBase();
+        while (const auto* next = dynamic_cast<const GetExpression*>(base)) {
+            chain.push_back(next);
+            base = next->pBase();
+        }
+        if (base)
+            vWithinWrite(*base, Tightness::Primary);
+        for (auto link = chain.rbegin(); link != chain.rend(); ++link)
+            vQualifierWrite(**link);
+    }
+
+    void visit(const BinaryExpression& node) override {
+        std::vector<const BinaryExpression*> chain{&node};
+        const auto* first = &node.getLeft();
+        auto asked = bindingOf(node.getOperator()).left;
+        while (const auto* link = dynamic_cast<const BinaryExpression*>(first)) {
+            if (tightnessOf(*link) < asked)
+                break;
+            chain.push_back(link);
+            asked = bindingOf(link->getOperator()).left;
+            first = &link->getLeft();
+        }
+        vWithinWrite(*first, asked);
+        for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
+            vWordsWrite(" ", sOf(BinaryOperators, (*link)->getOperator()), " ");
+            vWithinWrite((*link)->getRight(), bindingOf((*link)->getOperator()).right);
+        }
+    }
+
+    void visit(const UnaryExpression& node) override {
+        vWordsWrite(sOf(UnaryOperators, node.getOperator()),
+                    node.getOperator() == UnaryOperator::Not ? " " : "");
+        vWithinWrite(node.getOperand(), Tightness::Primary);
+    }
+
+    void visit(const QueryExpression& node) override {
+        vWordsWrite("QUERY(", node.getVariable(), " <* ");
+        vWithinWrite(node.getSource(), Tightness::Sum);
+        vWordsWrite(" | ");
+        vWrite(node.getCondition());
+        vWordsWrite(")");
+    }
+
+    void visit(const IntervalExpression& node) override {
+        vWordsWrite("{");
+        vWithinWrite(node.getLow(), Tightness::Sum);
+        vWordsWrite(" ", sOf(IntervalOperators, node.getLowOperator()), " ");
+        vWithinWrite(node.getItem(), Tightness::Sum);
+        vWordsWrite(" ", sOf(IntervalOperators, node.getHighOperator()), " ");
+        vWithinWrite(node.getHigh(), Tightness::Sum);
+        vWordsWrite("}");
+    }
+
+    void visit(const RepetitionExpression& node) override {
+        vWrite(node.getElement());
+        vWordsWrite(":");
+        vWithinWrite(node.getCount(), Tightness::Sum);
+    }
+
+    void visit(const AggregateInitializerExpression& node) override {
+        vListWrite("[", node.getElements(), "]");
+    }
+
+    void visit(const FunctionCallExpression& node) override {
+        vWordsWrite(node.getName());
+        vListWrite("(", node.getArguments(), ")");
+    }
+
+    void visit(const EnumerationValueExpression& node) override {
+        vWordsWrite(node.getTypeName(), ".", node.getValueName());
+    }
+
+    void visit(const LogicalValueExpression& node) override { vWordsWrite(sOf(Logicals, node.getValue())); }
+    void visit(const ConstantExpression& node) override { vWordsWrite(sOf(Constants, node.getConstant())); }
+    void visit(const DoubleValueExpression& node) override { vWordsWrite(sReal(node.getValue())); }
+    void visit(const IntegerValueExpression& node) override { vWordsWrite(std::to_string(node.getValue())); }
+    void visit(const StringValueExpression& node) override { vWordsWrite("'", node.getValue(), "'"); }
+
+private:
+    template <class... Words>
+    void vWordsWrite(const Words&... words) {
+        (text_.append(words), ...);
+    }
+
+    void vWithinWrite(const Expression& expression, Tightness asked) {
+        const bool isLoose = tightnessOf(expression) < asked;
+        vWordsWrite(isLoose ? "(" : "");
+        vWrite(expression);
+        vWordsWrite(isLoose ? ")" : "");
+    }
+
+    void vListWrite(std::string_view open, const ExpressionList& expressions, std::string_view close) {
+        vWordsWrite(open);
+        std::string_view separator;
+        for (const auto& expression : expressions) {
+            vWordsWrite(separator);
+            vWrite(*expression);
+            separator = ", ";
+        }
+        vWordsWrite(close);
+    }
+
+    void vQualifierWrite(const GetExpression& node) {
+        switch (node.getQualifier()) {
+        case Qualifier::Group:
+            return vWordsWrite("\\", node.getName());
+        case Qualifier::Attribute:
+            return vWordsWrite(".", node.getName());
+        case Qualifier::Index:
+            return vIndexWrite(node);
+        case Qualifier::None:
+            return vWordsWrite(node.getName());
+        }
+    }
+
+    void vIndexWrite(const GetExpression& node) {
+        vWordsWrite("[");
+        vWithinWrite(*node.pIndex(), Tightness::Sum);
+        if (node.pIndexEnd()) {
+            vWordsWrite(":");
+            vWithinWrite(*node.pIndexEnd(), Tightness::Sum);
+        }
+        vWordsWrite("]");
+    }
+
+    std::string text_;
+};
+
+} // namespace
+
+std::string sExpression(const Expression& expression) {
+    Writer writer;
+    writer.vWrite(expression);
+    return writer.takeText();
+}
+
+} // namespace kiv::kit

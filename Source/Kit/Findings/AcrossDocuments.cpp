@@ -1,0 +1,35 @@
+#include "kiv/Kit/Findings/AcrossDocuments.h"
+
+#include "Kit/Findings/Rules/AcrossRules.h"
+#include "Kit/Findings/SetOutline.h"
+#include "kiv/Kit/Documents/SetDocument.h"
+
+namespace kiv::kit {
+
+struct AcrossDocuments::Data {
+    AcrossRun run;
+};
+
+AcrossDocuments::AcrossDocuments() : data_(std::make_unique<Data>()) {}
+
+AcrossDocuments::~AcrossDocuments() = default;
+AcrossDocuments::AcrossDocuments(AcrossDocuments&&) noexcept = default;
+AcrossDocuments& AcrossDocuments::operator=(AcrossDocuments&&) noexcept = default;
+
+void AcrossDocuments::vAdd(const SetDocument& document, std::string_view context) {
+    // A document without a set has nothing that could be in the way of another.
+    if (document.failure)
+        return;
+    if (document.positions) {
+        data_->run.vAdd(document.path, SetOutline(*document.positions), context);
+        return;
+    }
+    const XmlPositions positions(document.text);
+    data_->run.vAdd(document.path, SetOutline(positions), context);
+}
+
+std::vector<Finding> AcrossDocuments::getFindings() const {
+    return data_->run.getFindings();
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,67 @@
+/// @file
+/// Comments of a document that say what is not to be found there: `<!-- kivifc: ignore T001, N -->`.
+///
+///     IgnoreComments ignores(document.path, *document.positions);
+///     std::erase_if(findings, [&](const auto& finding) { return ignores.boHide(finding); });
+///     for (auto& finding : ignores.unusedFindings())
+///         findings.push_back(std::move(finding));
+///
+/// A comment is about the next element and everything inside it; one before the root element is about the
+/// whole document. It names codes, and beginnings of codes for families of rules.
+///
+/// Ownership: a value.
+/// Threads:   one thread at a time.
+/// Errors:    std::bad_alloc; a code that no rule has hides nothing, which is a finding.
+#pragma once
+
+#include "kiv/Base/Export.h"
+#include "kiv/Kit/Findings/Finding.h"
+#include "kiv/Kit/Text/TextPosition.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::kit {
+
+class XmlPositions;
+struct XmlIgnore;
+
+class KIV_EXPORT IgnoreComments {
+public:
+    /// The code of the finding about a comment that hides nothing.
+    static constexpr std::string_view unusedCode = "K001";
+
+    IgnoreComments(std::string path, const XmlPositions& positions);
+
+    /// Whether a comment hides it; the comment is then used.
+    bool boHide(const Finding& finding);
+
+    /// A note for each code that hid nothing. A rule that is not looked for finds nothing to hide, so its
+    /// codes count only if `isLookedFor` says so of them; without that function all do.
+    std::vector<Finding> unusedFindings(const std::function<bool(std::string_view)>& isLookedFor = {}) const;
+
+    bool isEmpty() const { return codes_.empty(); }
+
+private:
+    /// One code of a comment.
+    struct Code {
+        std::string code;
+        bool isKnown = false;
+        TextPosition comment;
+        /// What it is about: from here to just before there. Both are unknown when no element follows.
+        TextPosition begin;
+        TextPosition end;
+        bool isRoot = false;
+        bool isUsed = false;
+    };
+
+    void vCommentAdd(const XmlIgnore& comment, const XmlPositions& positions);
+    Finding unusedFinding(const Code& code) const;
+
+    std::string path_;
+    std::vector<Code> codes_;
+};
+
+} // namespace kiv::kit

@@ -1,0 +1,140 @@
+#include "Kit/Findings/RuleRun.h"
+
+#include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Positions/XmlChildren.h"
+#include "kiv/Kit/Documents/SetDocument.h"
+#include "kiv/Kit/Findings/Rule.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kiv::kit {
+
+FindingDraft& FindingDraft::vNote(std::string message) {
+    finding.notes.push_back({std::move(message), std::nullopt});
+    return *this;
+}
+
+FindingDraft& FindingDraft::vNoteAt(std::string message, TextPosition position) {
+    finding.notes.push_back({std::move(message), Place{finding.place.path, position}});
+    return *this;
+}
+
+FindingDraft& FindingDraft::vEdit(const ByteRange& bytes, std::string_view text) {
+    isMendable = isMendable && bytes.isKnown();
+    if (isMendable)
+        finding.edits.push_back({bytes.offset, bytes.length, std::string(text)});
+    else
+        finding.edits.clear();
+    return *this;
+}
+
+FindingDraft& FindingDraft::vSubject(std::string subjectText) {
+    finding.subject = std::move(subjectText);
+    return *this;
+}
+
+FindingDraft& FindingDraft::vSeverity(Severity severity) {
+    finding.severity = severity;
+    return *this;
+}
+
+RuleRun::RuleRun(const SetDocument& checked, const SetOutline& parts, const SetCheckContext& against) :
+    document(checked),
+    outline(parts),
+    xml(*parts.xml),
+    context(against),
+    schema(against.schema),
+    vocabulary(*parts.xml, parts.kind) {}
+
+FindingDraft& RuleRun::add(std::string_view code, XmlIndex element, std::string message) {
+    return draftAdd(code, {element, nullptr}, xml.getElement(element).position, std::move(message));
+}
+
+FindingDraft& RuleRun::addAtText(std::string_view code, XmlIndex element, std::string message) {
+    const auto& text = xml.getElement(element).trimmedText;
+    if (text.value.empty())
+        return add(code, element, std::move(message));
+    return draftAdd(code, {element, nullptr}, text.position, std::move(message));
+}
+
+FindingDraft& RuleRun::addAtValue(std::string_view code, XmlIndex element, const XmlAttribute& attribute,
+                                  std::string message) {
+    if (attribute.value.position.length == 0)
+        return addAtAttribute(code, element, attribute, std::move(message));
+    return draftAdd(code, {element, &attribute}, attribute.value.position, std::move(message));
+}
+
+FindingDraft& RuleRun::addAtAttribute(std::string_view code, XmlIndex element, const XmlAttribute& attribute,
+                                      std::string message) {
+    return draftAdd(code, {element, &attribute}, attribute.position, std::move(message));
+}
+
+FindingDraft& RuleRun::draftAdd(std::string_view code, FindingSubject subject, TextPosition position,
+                                std::string message) {
+    const auto* rule = pRuleFind(code);
+    FindingDraft draft;
+    draft.finding.code = rule ? rule->code : std::string_view();
+    draft.finding.severity = rule ? rule->severity : Severity::Error;
+    draft.finding.message = std::move(message);
+    draft.finding.place = {document.path, position};
+    draft.subject = subject;
+    return draftTake(std::move(draft));
+}
+
+FindingDraft& RuleRun::draftTake(FindingDraft draft) {
+    auto& count = counts_[draft.finding.code];
+    if (count == maxFindingsPerCode || drafts_.size() == maxFindings)
+        return surplus_ = std::move(draft);
+    ++count;
+    return drafts_.emplace_back(std::move(draft));
+}
+
+bool RuleRun::boMisspelt(XmlIndex parent, std::string_view name) const {
+    for (const auto child : XmlChildren(xml, parent)) {
+        const auto& element = xml.getElement(child);
+        if (vocabulary.pRuleOf(child) || element.name == name)
+            continue;
+        if (legalMatch(element.localName(), {&name, 1}).name == name ||
+            SetVocabulary::counterpart(element.localName()) == name)
+            return true;
+    }
+    return false;
+}
+
+FindingDraft* RuleRun::pLastOf(XmlIndex element) {
+    const bool isThere = !drafts_.empty() && drafts_.back().subject.element == element;
+    return isThere ? &drafts_.back() : nullptr;
+}
+
+std::string_view cut(std::string_view text, std::size_t size) {
+    if (text.size() <= size)
+        return text;
+    while (size != 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U)
+        --size;
+    return text.substr(0, size);
+}
+
+std::string sQuoted(std::string_view value) {
+    const auto shown = cut(value, RuleRun::maxQuotedSize);
+    std::string quoted(1, '"');
+    quoted.append(shown);
+    if (shown.size() != value.size())
+        quoted.append("...");
+    return quoted.append(1, '"');
+}
+
+std::string sQuotedList(const std::vector<std::string_view>& values, std::size_t limit) {
+    const auto shown = std::min(values.size(), limit);
+    std::string list;
+    for (std::size_t i = 0; i != shown; ++i) {
+        if (i != 0)
+            list.append(i + 1 == values.size() ? " and " : ", ");
+        list.append(sQuoted(values[i]));
+    }
+    if (shown != values.size())
+        list.append(" and ").append(std::to_string(values.size() - shown)).append(" more");
+    return list;
+}
+
+} // namespace kiv::kit

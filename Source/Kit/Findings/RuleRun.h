@@ -1,0 +1,125 @@
+/// @file
+/// How the rules look at one document and add what they find.
+///
+///     void vNamesCheck(RuleRun& run) {
+///         for (const auto& member : run.outline.members)
+///             if (run.outline.memberName(member).empty())
+///                 run.add("N002", member.element, "the property has no name")
+///                     .vNote("\"Name\" identifies a property within its set");
+///     }
+///
+/// Private to the kit.
+///
+/// Ownership: refers to the document, its outline and the schemas, which outlive it.
+/// Threads:   each run is used by one thread.
+/// Errors:    std::bad_alloc.
+#pragma once
+
+#include "Kit/Findings/SetOutline.h"
+#include "Kit/Findings/SetVocabulary.h"
+#include "kiv/Kit/Findings/Finding.h"
+#include "kiv/Kit/Findings/SetCheckContext.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace kiv::kit {
+
+struct SetDocument;
+
+/// What a finding is about in the document; what the library reports of the same thing becomes a note of it.
+struct FindingSubject {
+    XmlIndex element = NoXmlElement;
+    /// Null for the element itself or its text.
+    const XmlAttribute* attribute = nullptr;
+
+    friend bool operator==(const FindingSubject&, const FindingSubject&) = default;
+};
+
+/// A finding on its way, with what it is about.
+struct FindingDraft {
+    Finding finding;
+    FindingSubject subject;
+    /// False once an edit has no known place.
+    bool isMendable = true;
+
+    FindingDraft& vNote(std::string message);
+    /// Refers to another place of the document.
+    FindingDraft& vNoteAt(std::string message, TextPosition position);
+    /// Offers to replace these bytes; without effect when they are unknown, and then no edit of the finding
+    /// is offered.
+    FindingDraft& vEdit(const ByteRange& bytes, std::string_view text);
+    FindingDraft& vSubject(std::string subject);
+    FindingDraft& vSeverity(Severity severity);
+};
+
+/// One document, and the findings in it.
+///
+/// Per code, and in all, a document has a limited number of findings (`maxFindingsPerCode`, `maxFindings`):
+/// what comes after them is counted and not kept.
+class RuleRun {
+public:
+    /// More findings of one code in one document say nothing new, and hostile documents have millions.
+    static constexpr std::size_t maxFindingsPerCode = 10'000;
+    static constexpr std::size_t maxFindings = 100'000;
+    /// Longer values are cut in messages.
+    static constexpr std::size_t maxQuotedSize = 120;
+
+    RuleRun(const SetDocument& checked, const SetOutline& parts, const SetCheckContext& against);
+
+    const SetDocument& document;
+    const SetOutline& outline;
+    const XmlPositions& xml;
+    const SetCheckContext& context;
+    const ifc::def::schema::Schema& schema;
+    const SetVocabulary vocabulary;
+
+    /// A finding at the name of an element; the severity is that of the rule. The result is valid until the
+    /// next is added.
+    FindingDraft& add(std::string_view code, XmlIndex element, std::string message);
+    /// At the text of an element, or its name when it has no text.
+    FindingDraft& addAtText(std::string_view code, XmlIndex element, std::string message);
+    /// At the value of an attribute, or its name when the value is empty.
+    FindingDraft& addAtValue(std::string_view code, XmlIndex element, const XmlAttribute& attribute,
+                             std::string message);
+    /// At the name of an attribute.
+    FindingDraft& addAtAttribute(std::string_view code, XmlIndex element, const XmlAttribute& attribute,
+                                 std::string message);
+
+    /// Takes a finding whose code and place are set, within the limits.
+    FindingDraft& draftTake(FindingDraft draft);
+
+    /// Whether an unknown child of the element was probably meant to be one of that name, so that to miss the
+    /// one would be the same mistake again.
+    bool boMisspelt(XmlIndex parent, std::string_view name) const;
+
+    /// The last finding, when it is about the element or an attribute of it; otherwise null.
+    FindingDraft* pLastOf(XmlIndex element);
+
+    std::vector<FindingDraft>& getDrafts() { return drafts_; }
+
+private:
+    FindingDraft& draftAdd(std::string_view code, FindingSubject subject, TextPosition position,
+                           std::string message);
+
+    std::vector<FindingDraft> drafts_;
+    std::unordered_map<std::string_view, std::size_t> counts_;
+    /// Takes what is over the limits.
+    FindingDraft surplus_;
+};
+
+/// At most `size` bytes of a text, without cutting a code point.
+std::string_view cut(std::string_view text, std::size_t size);
+
+/// The value in quotes, cut when it is very long: "\"IfcWal\"".
+std::string sQuoted(std::string_view value);
+
+/// "\"A\", \"B\" and \"C\""; after `limit` of them "and 12 more".
+std::string sQuotedList(const std::vector<std::string_view>& values, std::size_t limit = 12);
+
+} // namespace kiv::kit

@@ -1,0 +1,313 @@
+#include "Kit/Findings/Rules/AcrossRules.h"
+
+#include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/RuleText.h"
+#include "Kit/Positions/XmlChildren.h"
+#include "kiv/Host/Id/KivId.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+#include <utility>
+
+namespace kiv::kit {
+
+namespace {
+
+constexpr std::size_t maxSubjectSize = 250;
+constexpr std::size_t maxTypeSize = 120;
+
+std::string_view shownKindOf(PropertyKind kind) {
+    switch (kind) {
+    case PropertyKind::SingleValue:
+        return "a single value";
+    case PropertyKind::EnumeratedValue:
+        return "an enumeration";
+    case PropertyKind::BoundedValue:
+        return "a bounded value";
+    case PropertyKind::TableValue:
+        return "a table";
+    case PropertyKind::ReferenceValue:
+        return "a reference";
+    case PropertyKind::ListValue:
+        return "a list";
+    case PropertyKind::Complex:
+        return "a complex property";
+    case PropertyKind::None:
+    case PropertyKind::Simple:
+        break;
+    }
+    return {};
+}
+
+/// The types of all members as texts that can be compared and shown: "a single value of IfcLabel". Empty
+/// where a type is missing or unknown.
+std::vector<std::string> typeTextsOf(const SetOutline& outline) {
+    std::vector<std::string> texts(outline.members.size());
+    for (std::size_t i = 0; i != texts.size(); ++i) {
+        const auto& member = outline.members[i];
+        texts[i] = outline.kind == SetKind::QuantitySet
+                       ? cut(trimmed(outline.textOf(member.type)), maxTypeSize)
+                       : shownKindOf(member.kind);
+    }
+    std::vector<bool> hasType(texts.size());
+    for (const auto& type : outline.types) {
+        const auto member = static_cast<std::size_t>(type.member);
+        // What a time series is made of is not the type of the property.
+        const bool isCounted = type.use != TypeUse::ReferenceDataType || !hasType[member];
+        if (!type.attribute || !isCounted)
+            continue;
+        texts[member]
+            .append(hasType[member] ? ", " : " of ")
+            .append(cut(trimmed(type.attribute->value.value), maxTypeSize));
+        hasType[member] = true;
+    }
+    return texts;
+}
+
+/// The name of an enumeration as readers keep it.
+std::string_view enumerationName(std::string_view name) {
+    constexpr std::string_view Prefix = "PEnum_";
+    return name.starts_with(Prefix) ? name.substr(Prefix.size()) : name;
+}
+
+/// What most places have; of two variants, the one that was met first.
+template <class Variants>
+auto usualOf(const Variants& variants) {
+    return std::ranges::min_element(variants, [](const auto& left, const auto& right) {
+        const auto& a = left.second;
+        const auto& b = right.second;
+        return a.size() != b.size() ? a.size() > b.size() : a.front().document < b.front().document;
+    });
+}
+
+std::vector<std::string_view> only(const std::vector<std::string>& in,
+                                   const std::vector<std::string>& notIn) {
+    std::vector<std::string_view> items;
+    std::ranges::set_difference(in, notIn, std::back_inserter(items));
+    return items;
+}
+
+} // namespace
+
+/// Makes findings, up to the limit of each code.
+class AcrossRun::Collector {
+public:
+    explicit Collector(const AcrossRun& run) : run_(run) {}
+
+    Place placeOf(const Spot& spot) const { return {run_.documents_[spot.document].path, spot.position}; }
+
+    Finding& add(std::string_view code, const Spot& spot, std::string message, std::string_view subject) {
+        const auto* rule = pRuleFind(code);
+        Finding finding;
+        finding.code = rule ? rule->code : std::string_view();
+        finding.severity = rule ? rule->severity : Severity::Error;
+        finding.message = std::move(message);
+        finding.place = placeOf(spot);
+        finding.subject = cut(subject, maxSubjectSize);
+        auto& count = counts_[finding.code];
+        if (count == maxFindingsPerCode)
+            return surplus_ = std::move(finding);
+        ++count;
+        return findings_.emplace_back(std::move(finding));
+    }
+
+    std::vector<Finding> take() {
+        std::ranges::sort(findings_, {}, [](const Finding& finding) {
+            const auto& place = finding.place;
+            return std::tie(place.path, place.position.line, place.position.column, finding.code,
+                            finding.message);
+        });
+        return std::move(findings_);
+    }
+
+private:
+    const AcrossRun& run_;
+    std::vector<Finding> findings_;
+    std::unordered_map<std::string_view, std::size_t> counts_;
+    Finding surplus_;
+};
+
+void AcrossRun::vAdd(std::string_view path, const SetOutline& outline, std::string_view context) {
+    if (outline.kind == SetKind::None || outline.isPrefixed)
+        return;
+    documents_.push_back({std::string(path), std::string(context), sUpperCase(outline.setName())});
+    vSetAdd(outline);
+    vMembersAdd(outline);
+}
+
+void AcrossRun::vSetAdd(const SetOutline& outline) {
+    const auto name = outline.setName();
+    if (name.empty())
+        return;
+    const Spot spot{documents_.size() - 1, outline.elementOf(outline.name).trimmedText.position};
+    sets_[documents_.back().setName].push_back({spot, std::string(name)});
+    vGuidAdd(outline, 0, std::string(name), true);
+}
+
+void AcrossRun::vMembersAdd(const SetOutline& outline) {
+    const auto types = typeTextsOf(outline);
+    for (std::size_t i = 0; i != types.size(); ++i) {
+        const auto& member = outline.members[i];
+        const auto name = outline.memberName(member);
+        vEnumerationAdd(outline, member);
+        if (name.empty())
+            continue;
+        const auto position = outline.elementOf(member.name).trimmedText.position;
+        vGuidAdd(outline, member.element, outline.subjectOf(member), false);
+        vSpellingAdd('M', name, position);
+        if (!types[i].empty())
+            types_[std::string(name)][types[i]].push_back({documents_.size() - 1, position});
+    }
+}
+
+void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& member) {
+    if (member.enumeration == NoXmlElement)
+        return;
+    const auto* attribute = outline.xml->pAttribute(outline.elementOf(member.enumeration), "name");
+    const auto name = attribute ? trimmed(attribute->value.value) : std::string_view();
+    if (name.empty())
+        return;
+    std::vector<std::string> items;
+    for (const auto child : XmlChildren(*outline.xml, member.enumeration)) {
+        if (const auto item = trimmed(outline.textOf(child)); !item.empty())
+            items.emplace_back(item);
+    }
+    // The order says nothing.
+    std::ranges::sort(items);
+    items.erase(std::unique(items.begin(), items.end()), items.end());
+    const Spot spot{documents_.size() - 1, attribute->value.position};
+    vSpellingAdd('E', name, spot.position);
+    // What hosts add may hide what is standard, enumerations included.
+    std::string key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));
+    enumerations_[std::move(key)][std::move(items)].push_back(spot);
+}
+
+void AcrossRun::vGuidAdd(const SetOutline& outline, XmlIndex element, std::string name, bool isSet) {
+    const auto* attribute = outline.xml->pAttribute(outline.elementOf(element), "ifdguid");
+    Guid guid;
+    if (!attribute || !guid.boSet(attribute->value.value) || guid.isNull())
+        return;
+    GuidUse use{{documents_.size() - 1, attribute->value.position}, std::move(name), isSet};
+    const auto [first, isNew] = guids_.try_emplace(guid.toString(false), use);
+    const auto& firstDocument = documents_[first->second.spot.document];
+    // Twice in one document is another mistake, and of copies of one set the set is the mistake.
+    if (!isNew && first->second.spot.document != use.spot.document &&
+        firstDocument.setName != documents_.back().setName)
+        guidRepeats_.push_back({std::move(use), first->second.spot});
+}
+
+void AcrossRun::vSpellingAdd(char kind, std::string_view name, TextPosition position) {
+    auto& spellings = spellings_[std::string(1, kind).append(sUpperCase(name))];
+    if (!spellings.contains(name))
+        spellings.emplace(name, Spot{documents_.size() - 1, position});
+}
+
+void AcrossRun::vSetsFind(Collector& findings) const {
+    for (const auto& [key, uses] : sets_) {
+        std::unordered_map<std::string_view, const Named*> firstOfContext;
+        for (const auto& use : uses) {
+            const auto [first, isFirst] =
+                firstOfContext.try_emplace(documents_[use.spot.document].context, &use);
+            const bool isHidden = isFirst && &use != &uses.front();
+            if (isFirst && !isHidden)
+                continue;
+            const auto& other = isHidden ? uses.front() : *first->second;
+            auto& finding =
+                isHidden
+                    ? findings.add("X002", use.spot,
+                                   "there is a set " + sQuoted(use.name) + " in another context too",
+                                   use.name)
+                    : findings.add("X001", use.spot, "there are two sets " + sQuoted(use.name), use.name);
+            finding.notes.push_back(
+                {"the other one is " + sQuoted(other.name), findings.placeOf(other.spot)});
+        }
+    }
+}
+
+void AcrossRun::vEnumerationsFind(Collector& findings) const {
+    for (const auto& [key, variants] : enumerations_) {
+        const auto usual = usualOf(variants);
+        const auto name = key.substr(key.find('\n') + 1);
+        for (auto other = variants.begin(); other != variants.end(); ++other) {
+            if (other == usual)
+                continue;
+            for (const auto& spot : other->second) {
+                auto& finding = findings.add(
+                    "X003", spot, "the enumeration " + sQuoted(name) + " has other items elsewhere", name);
+                finding.notes.push_back({"it is here too", findings.placeOf(usual->second.front())});
+                if (const auto items = only(other->first, usual->first); !items.empty())
+                    finding.notes.push_back({"only the one here has " + sQuotedList(items), std::nullopt});
+                if (const auto items = only(usual->first, other->first); !items.empty())
+                    finding.notes.push_back({"only the other has " + sQuotedList(items), std::nullopt});
+            }
+        }
+    }
+}
+
+void AcrossRun::vSpellingsFind(Collector& findings) const {
+    const auto isBefore = [](const auto& left, const auto& right) {
+        return std::tie(left.second.document, left.second.position) <
+               std::tie(right.second.document, right.second.position);
+    };
+    for (const auto& [key, spellings] : spellings_) {
+        if (spellings.size() == 1)
+            continue;
+        const auto first = std::ranges::min_element(spellings, isBefore);
+        for (auto other = spellings.begin(); other != spellings.end(); ++other) {
+            if (other == first)
+                continue;
+            auto& finding = findings.add("X004", other->second,
+                                         std::string(key.front() == 'E' ? "the enumeration " : "the name ") +
+                                             sQuoted(other->first) + " differs from " +
+                                             sQuoted(first->first) + " in letter case only",
+                                         other->first);
+            finding.notes.push_back({sQuoted(first->first) + " is here", findings.placeOf(first->second)});
+        }
+    }
+}
+
+void AcrossRun::vGuidsFind(Collector& findings) const {
+    for (const auto& [use, first] : guidRepeats_) {
+        auto& finding = findings.add("G101", use.spot,
+                                     std::string("the GUID of the ") + (use.isSet ? "set " : "member ") +
+                                         sQuoted(use.name) + " is in another document too",
+                                     use.name);
+        // Look-ups by GUID are for members alone.
+        if (use.isSet)
+            finding.severity = Severity::Warning;
+        finding.notes.push_back({"it is used here", findings.placeOf(first)});
+    }
+}
+
+void AcrossRun::vTypesFind(Collector& findings) const {
+    for (const auto& [name, types] : types_) {
+        if (types.size() == 1)
+            continue;
+        const auto usual = usualOf(types);
+        for (auto other = types.begin(); other != types.end(); ++other) {
+            if (other == usual)
+                continue;
+            for (const auto& spot : other->second) {
+                auto& finding = findings.add("D003", spot,
+                                             sQuoted(name) + " is " + other->first + " here and " +
+                                                 usual->first + " in other sets",
+                                             name);
+                finding.notes.push_back(
+                    {"here it is " + usual->first, findings.placeOf(usual->second.front())});
+            }
+        }
+    }
+}
+
+std::vector<Finding> AcrossRun::getFindings() const {
+    Collector findings(*this);
+    vSetsFind(findings);
+    vEnumerationsFind(findings);
+    vSpellingsFind(findings);
+    vGuidsFind(findings);
+    vTypesFind(findings);
+    return findings.take();
+}
+
+} // namespace kiv::kit

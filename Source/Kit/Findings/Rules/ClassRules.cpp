@@ -1,0 +1,355 @@
+#include "Kit/Findings/Rules/ClassRules.h"
+
+#include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/ClassText.h"
+#include "Kit/Findings/Rules/RuleNames.h"
+#include "Kit/Findings/Rules/RuleText.h"
+#include "Kit/Positions/XmlChildren.h"
+#include "kiv/Kit/Names/SchemaRelease.h"
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace kiv::kit {
+
+namespace schema = ifc::def::schema;
+
+namespace {
+
+constexpr std::size_t maxSubjectSize = 120;
+
+/// Looks at one document for all rules of the family.
+class ClassCheck {
+public:
+    explicit ClassCheck(RuleRun& run) : run_(run), outline_(run.outline), names_(run) {}
+
+    void vRun();
+
+private:
+    FindingDraft& add(std::string_view code, const ClassOutline& item, std::string message);
+
+    void vEmptyCheck();
+    bool boIsEmpty(XmlIndex element) const;
+    void vClassCheck(const ClassOutline& item);
+    const schema::ObjectBase* pObjectOf(std::string_view name) const {
+        return run_.schema.pObjectFromName(name);
+    }
+    const schema::Entity* pEntityOf(std::string_view name) const {
+        return schema::Entity::pFrom(pObjectOf(name));
+    }
+
+    void vEntityCheck(const ClassOutline& item, const schema::Entity& entity);
+    void vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity);
+    void vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
+                     const schema::DataTypeEnum& legal);
+    void vUnknownCheck(const ClassOutline& item);
+    bool boIsBlank(const ClassOutline& item);
+    bool boIsOlderSpelling(const ClassOutline& item);
+    void vUnknownAdd(const ClassOutline& item);
+    void vRepeatedCheck(const ClassOutline& item, const schema::Entity& entity);
+    void vSupertypesCheck();
+
+    void vTypeValueCheck();
+    bool boMatchesAClass(const ClassText& value) const;
+    bool boMatches(const ClassText& value, const ClassOutline& item) const;
+    void vOlderTypeValueCheck(const std::vector<ClassText>& values);
+
+    RuleRun& run_;
+    const SetOutline& outline_;
+    RuleNames names_;
+    // "IFCWALL/SOLIDWALL", and the entities of the classes that are listed without a predefined type.
+    std::unordered_map<std::string, XmlIndex> listed_;
+    std::unordered_map<const schema::Entity*, XmlIndex> entities_;
+    std::vector<std::pair<const schema::Entity*, const ClassOutline*>> checked_;
+};
+
+void ClassCheck::vRun() {
+    if (outline_.kind == SetKind::None || outline_.isPrefixed)
+        return;
+    vEmptyCheck();
+    for (const auto& item : outline_.classes)
+        vClassCheck(item);
+    vSupertypesCheck();
+    vTypeValueCheck();
+}
+
+FindingDraft& ClassCheck::add(std::string_view code, const ClassOutline& item, std::string message) {
+    auto& draft = run_.addAtText(code, item.element, std::move(message));
+    return draft.vSubject(outline_.setSubject().append(" ").append(cut(trimmed(item.text), maxSubjectSize)));
+}
+
+bool ClassCheck::boIsEmpty(XmlIndex element) const {
+    const auto& item = run_.xml.getElement(element);
+    // A text after a comment, or inside another element, is not seen: another mistake.
+    return item.name == "ClassName" && trimmed(item.text).empty() && item.firstChild == NoXmlElement &&
+           item.laterText.line == 0 && !item.isTextHidden;
+}
+
+void ClassCheck::vEmptyCheck() {
+    constexpr std::string_view OnlyUnrestricted =
+        "without classes the set is listed only where sets without restriction are asked for";
+    bool hasName = false;
+    for (const auto list : XmlChildren(run_.xml, 0)) {
+        if (run_.xml.getElement(list).name != "ApplicableClasses")
+            continue;
+        for (const auto child : XmlChildren(run_.xml, list)) {
+            hasName = true;
+            if (!boIsEmpty(child))
+                continue;
+            auto& draft = run_.add("C006", child, "the class name is empty and is ignored");
+            if (outline_.classes.empty())
+                draft.vNote("no class is left: " + std::string(OnlyUnrestricted));
+        }
+    }
+    if (hasName || run_.boMisspelt(0, "ApplicableClasses"))
+        return;
+    const auto place = outline_.applicableClasses == NoXmlElement ? XmlIndex{0} : outline_.applicableClasses;
+    run_.add("C007", place, "the set names no class that it applies to").vNote(std::string(OnlyUnrestricted));
+}
+
+void ClassCheck::vClassCheck(const ClassOutline& item) {
+    if (trimmed(item.text).empty()) {
+        add("C006", item, "the class name is only white space");
+        return;
+    }
+    const bool isBlank =
+        trimmed(item.name) != item.name || trimmed(item.predefinedType) != item.predefinedType;
+    if (isBlank && boIsBlank(item))
+        return;
+    const auto* object = pObjectOf(item.name);
+    if (const auto* entity = schema::Entity::pFrom(object))
+        vEntityCheck(item, *entity);
+    else if (object)
+        add("C002", item, sQuoted(item.name) + " is " + sKindOf(*object) + ", not an entity");
+    else
+        vUnknownCheck(item);
+}
+
+void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& entity) {
+    if (item.name != entity.getName()) {
+        std::string mended(entity.getName());
+        mended.append(item.text.substr(item.name.size()));
+        add("C003", item,
+            "the class " + sQuoted(item.name) + " is written " + sQuoted(entity.getName()) + " in " +
+                names_.sSchema())
+            .vNote("look-ups by class compare letter case, so the set is not found for " +
+                   std::string(entity.getName()))
+            .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, trimmed(mended));
+    }
+    vRepeatedCheck(item, entity);
+    if (!item.predefinedType.empty())
+        vPredefinedTypeCheck(item, entity);
+    checked_.emplace_back(&entity, &item);
+}
+
+void ClassCheck::vRepeatedCheck(const ClassOutline& item, const schema::Entity& entity) {
+    const auto key = std::string(entity.getNameUpper()).append("/").append(item.predefinedType);
+    const auto [first, isNew] = listed_.try_emplace(key, item.element);
+    if (!isNew)
+        add("C004", item, "the class " + sQuoted(trimmed(item.text)) + " is listed twice")
+            .vNoteAt("it is here already", run_.xml.getElement(first->second).trimmedText.position);
+    if (item.predefinedType.empty())
+        entities_.try_emplace(&entity, item.element);
+}
+
+void ClassCheck::vSupertypesCheck() {
+    // Entities of real schemas have a dozen supertypes.
+    constexpr int maxSupertypes = 256;
+    for (const auto& [entity, item] : checked_) {
+        const auto* supertype = entity->pSupertype();
+        for (int i = 0; supertype && i != maxSupertypes; ++i, supertype = supertype->pSupertype()) {
+            const auto found = entities_.find(supertype);
+            if (found == entities_.end())
+                continue;
+            add("C005", *item,
+                sQuoted(trimmed(item->text)) + " is listed with its supertype " +
+                    sQuoted(supertype->getName()))
+                .vNoteAt("the supertype is here; it includes every " + std::string(entity->getName()),
+                         run_.xml.getElement(found->second).trimmedText.position);
+            break;
+        }
+    }
+}
+
+void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity) {
+    const auto* attribute = entity.pAttributeFromNameUpper("PREDEFINEDTYPE", true);
+    if (!attribute) {
+        auto& draft = add("C009", item,
+                          std::string(entity.getName()) + " has no predefined types, so " +
+                              sQuoted(item.predefinedType) + " is none of them");
+        if (const auto* other = pEntityOf(item.predefinedType))
+            draft.vNote(std::string(other->getName()) + " is an entity of its own");
+        return;
+    }
+    const auto* type = schema::Type::pFrom(attribute->pFirstType());
+    const auto* legal = type ? dynamic_cast<const schema::DataTypeEnum*>(type->pDataType()) : nullptr;
+    if (!legal) {
+        add("C009", item,
+            "the attribute PredefinedType of " + std::string(entity.getName()) + " is no enumeration, so " +
+                sQuoted(item.predefinedType) + " is no predefined type");
+        return;
+    }
+    if (!legal->boContains(item.predefinedType))
+        vIllegalAdd(item, entity, *legal);
+}
+
+void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
+                             const schema::DataTypeEnum& legal) {
+    const std::vector<std::string_view> items(legal.getItems().begin(), legal.getItems().end());
+    auto& draft =
+        add("C008", item,
+            sQuoted(item.predefinedType) + " is no predefined type of " + std::string(entity.getName()));
+    const auto nearest = names_.nearestOf(item.predefinedType, items);
+    if (!nearest.empty())
+        draft.vNote("did you mean " + sQuoted(nearest) + "?");
+    constexpr std::size_t maxShown = 40;
+    draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
+                sQuotedList(items, maxShown));
+    if (!nearest.empty() && boIsSameName(nearest, item.predefinedType))
+        draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
+                    std::string(entity.getName()).append("/").append(nearest));
+}
+
+void ClassCheck::vUnknownCheck(const ClassOutline& item) {
+    if (!boIsOlderSpelling(item))
+        vUnknownAdd(item);
+}
+
+/// Blanks around the whole are cut off by readers; other white space, and blanks around "/", become a part of
+/// the name.
+bool ClassCheck::boIsBlank(const ClassOutline& item) {
+    const auto clean = trimmed(item.text);
+    const auto text = classTextOf(clean);
+    const auto* entity = text ? pEntityOf(text->name) : nullptr;
+    if (!entity || text->spelling != ClassSpelling::Current)
+        return false;
+    std::string mended(entity->getName());
+    if (!text->predefinedType.empty())
+        mended.append("/").append(text->predefinedType);
+    add("C010", item,
+        "there is white space in the class name " + sQuoted(clean) +
+            " or around it, and becomes a part of the name")
+        .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
+    return true;
+}
+
+bool ClassCheck::boIsOlderSpelling(const ClassOutline& item) {
+    const auto clean = trimmed(item.text);
+    const auto mark = clean.find('/');
+    const auto inDomain = mark == std::string_view::npos ? std::nullopt : classTextOf(clean.substr(mark + 1));
+    const auto* entity = inDomain ? pEntityOf(inDomain->name) : nullptr;
+    if (entity) {
+        std::string mended(entity->getName());
+        if (!inDomain->predefinedType.empty())
+            mended.append("/").append(inDomain->predefinedType);
+        add("C011", item, sQuoted(clean) + " is the older spelling DOMAIN/Class")
+            .vNote("today the part before \"/\" is the class: write " + sQuoted(mended))
+            .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
+        return true;
+    }
+    const auto text = classTextOf(clean);
+    if (!text || text->spelling != ClassSpelling::WithAttribute)
+        return false;
+    auto& draft = add("C012", item, sQuoted(clean) + " is the older spelling Class.PredefinedType=\"X\"");
+    entity = pEntityOf(text->name);
+    std::string mended(entity ? entity->getName() : text->name);
+    mended.append("/").append(text->predefinedType);
+    draft.vNote("today it is written " + sQuoted(mended));
+    if (entity)
+        draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
+    return true;
+}
+
+void ClassCheck::vUnknownAdd(const ClassOutline& item) {
+    const auto name = trimmed(item.name);
+    auto& draft = add("C001", item, names_.sSchema() + " has no entity " + sQuoted(name));
+    if (const auto* other = names_.pOtherWith(name))
+        draft.vNote(other->name + " has it");
+    else if (name.find_first_of(",;| ") != std::string_view::npos)
+        draft.vNote("each \"ClassName\" names one class");
+    else
+        names_.vNearestNote(draft, name, SchemaNames::Entities);
+}
+
+bool ClassCheck::boMatches(const ClassText& value, const ClassOutline& item) const {
+    const auto itemName = trimmed(item.name);
+    if (boIsSameName(value.name, itemName))
+        return value.predefinedType.empty() || item.predefinedType.empty() ||
+               boIsSameName(value.predefinedType, trimmed(item.predefinedType));
+    // A set for the occurrences may name the type that carries the predefined type, and the other way round.
+    if (boIsSameName(value.name, std::string(itemName) + "Type") ||
+        boIsSameName(std::string(value.name) + "Type", itemName))
+        return true;
+    const auto* valueEntity = pEntityOf(value.name);
+    const auto* itemEntity = pEntityOf(itemName);
+    return valueEntity && itemEntity &&
+           (valueEntity->isSameOrSubtypeOf(*itemEntity) || itemEntity->isSameOrSubtypeOf(*valueEntity));
+}
+
+bool ClassCheck::boMatchesAClass(const ClassText& value) const {
+    for (const auto& item : outline_.classes) {
+        // What is no class as written today may mean any.
+        if (!pEntityOf(trimmed(item.name)) || boMatches(value, item))
+            return true;
+    }
+    return false;
+}
+
+void ClassCheck::vTypeValueCheck() {
+    if (outline_.applicableTypeValue == NoXmlElement || outline_.classes.empty())
+        return;
+    // Each value is compared with each class; more of both than real sets have are not.
+    constexpr std::size_t maxComparisons = 10'000;
+    const auto values = typeValueOf(outline_.textOf(outline_.applicableTypeValue));
+    if (values.size() * outline_.classes.size() > maxComparisons)
+        return;
+    for (const auto& value : values) {
+        const bool isClass = pEntityOf(value.name) || sUpperCase(value.name).starts_with("IFC");
+        if (!isClass || boMatchesAClass(value))
+            continue;
+        std::string shown(value.name);
+        if (!value.predefinedType.empty())
+            shown.append("/").append(value.predefinedType);
+        std::vector<std::string_view> classes;
+        for (const auto& item : outline_.classes)
+            classes.push_back(trimmed(item.text));
+        run_.addAtText("C013", outline_.applicableTypeValue,
+                       "the applicable type value " + sQuoted(shown) + " contradicts the applicable classes")
+            .vNoteAt("the classes are " + sQuotedList(classes),
+                     run_.xml.getElement(outline_.applicableClasses).position)
+            .vSubject(outline_.setSubject().append(" ").append(cut(shown, maxSubjectSize)));
+        return;
+    }
+    vOlderTypeValueCheck(values);
+}
+
+/// Documents of IFC 2x3 have that spelling by right.
+void ClassCheck::vOlderTypeValueCheck(const std::vector<ClassText>& values) {
+    const auto* version = outline_.ifcVersion == NoXmlElement
+                              ? nullptr
+                              : run_.xml.pAttribute(run_.xml.getElement(outline_.ifcVersion), "version");
+    const auto* release = version ? pSchemaReleaseFind(trimmed(version->value.value)) : nullptr;
+    if (release && release->family == "IFC2X3")
+        return;
+    for (const auto& value : values) {
+        if (value.spelling != ClassSpelling::WithAttribute)
+            continue;
+        std::string today(value.name);
+        today.append("/").append(value.predefinedType);
+        run_.addAtText("C014", outline_.applicableTypeValue,
+                       "the applicable type value is in the older spelling Class.PredefinedType=\"X\"")
+            .vNote("today it is written " + sQuoted(today));
+        return;
+    }
+}
+
+} // namespace
+
+void vClassesCheck(RuleRun& run) {
+    ClassCheck(run).vRun();
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,45 @@
+#include "Kit/Findings/Rules/DocumentationRules.h"
+
+#include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/RuleText.h"
+
+#include <string>
+
+namespace kiv::kit {
+
+namespace {
+
+/// The text of a definition counts wherever it is: that readers do not see it is another mistake.
+bool boHasText(const RuleRun& run, XmlIndex definition) {
+    if (definition == NoXmlElement)
+        return false;
+    const auto& element = run.xml.getElement(definition);
+    return !trimmed(element.text).empty() || element.laterText.line != 0 ||
+           element.firstChild != NoXmlElement;
+}
+
+/// Where the definition would be looked for: at the empty one, else at the name.
+XmlIndex placeOf(XmlIndex definition, XmlIndex name, XmlIndex whole) {
+    if (definition != NoXmlElement)
+        return definition;
+    return name != NoXmlElement ? name : whole;
+}
+
+} // namespace
+
+void vDocumentationCheck(RuleRun& run) {
+    const auto& outline = run.outline;
+    if (outline.kind == SetKind::None || outline.isPrefixed)
+        return;
+    if (!boHasText(run, outline.definition) && !run.boMisspelt(0, "Definition"))
+        run.add("D001", placeOf(outline.definition, outline.name, 0),
+                "the set " + sQuoted(outline.setName()) + " has no definition");
+    const std::string kind = outline.kind == SetKind::PropertySet ? "the property " : "the quantity ";
+    for (const auto& member : outline.members) {
+        if (!boHasText(run, member.definition) && !run.boMisspelt(member.element, "Definition"))
+            run.add("D002", placeOf(member.definition, member.name, member.element),
+                    kind + sQuoted(outline.memberName(member)) + " has no definition");
+    }
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,270 @@
+#include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Findings/Rules/Rules.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace kiv::kit {
+
+namespace {
+
+constexpr RuleExample Right = {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+  <PsetDefinitionAliases>
+    <PsetDefinitionAlias lang="de-DE">Eigenschaften aller Waende.</PsetDefinitionAlias>
+    <PsetDefinitionAlias lang="fr-FR">Proprietes de tous les murs.</PsetDefinitionAlias>
+  </PsetDefinitionAliases>
+</PropertySetDef>
+)xml"};
+
+constexpr Rule LanguageRules[] = {
+    {"L001",
+     "malformed-language",
+     Severity::Warning,
+     "The value of \"lang\" is no language tag.",
+     "A translation is found by its language. A language tag has the form of BCP 47: the language, if needed "
+     "the "
+     "script, and the country, joined by hyphens, for example \"de\", \"de-AT\" or \"zh-Hans-CN\". With "
+     "another "
+     "spelling those who ask for the language do not get the translation.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+  <PsetDefinitionAliases>
+    <PsetDefinitionAlias lang="German (Austria)">Eigenschaften aller Waende.</PsetDefinitionAlias>
+  </PsetDefinitionAliases>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"L002",
+     "alias-without-language",
+     Severity::Error,
+     "A translation says no language.",
+     "A translation without \"lang\" is left out when the document is read: nobody could ask for it.\n\nAdd "
+     "\"lang\" "
+     "with the language, for example lang=\"de-DE\".",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+  <PsetDefinitionAliases>
+    <PsetDefinitionAlias>Eigenschaften aller Waende.</PsetDefinitionAlias>
+  </PsetDefinitionAliases>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"L003",
+     "repeated-language",
+     Severity::Warning,
+     "A text has two translations into one language.",
+     "Those who ask for the language get the first translation; the others are never seen. Languages are "
+     "compared "
+     "without regard to letter case.\n\nRemove one of the translations, or correct its language.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+  <PsetDefinitionAliases>
+    <PsetDefinitionAlias lang="de-DE">Eigenschaften aller Waende.</PsetDefinitionAlias>
+    <PsetDefinitionAlias lang="de-DE">Proprietes de tous les murs.</PsetDefinitionAlias>
+  </PsetDefinitionAliases>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"L004",
+     "empty-alias",
+     Severity::Note,
+     "A translation has no text.",
+     "An element without text is left out when the document is read, as if it were not there. Programs that "
+     "write "
+     "documents leave such elements for translators to fill in.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+  <PsetDefinitionAliases>
+    <PsetDefinitionAlias lang="de-DE"/>
+  </PsetDefinitionAliases>
+</PropertySetDef>
+)xml"},
+     Right},
+};
+
+bool isLetter(char character) {
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+bool isLetters(std::string_view part) {
+    return std::ranges::all_of(part, isLetter);
+}
+
+bool isAlphanumeric(std::string_view part) {
+    return std::ranges::all_of(part,
+                               [](char character) { return isLetter(character) || isDigit(character); });
+}
+
+bool isCountry(std::string_view part) {
+    return (part.size() == 2 && isLetters(part)) || (part.size() == 3 && std::ranges::all_of(part, isDigit));
+}
+
+/// variant = 5*8alphanum | digit 3alphanum
+bool isVariant(std::string_view part) {
+    return part.size() >= 5 || (part.size() == 4 && isDigit(part.front()));
+}
+
+std::vector<std::string_view> partsOf(std::string_view tag) {
+    std::vector<std::string_view> parts;
+    for (auto hyphen = tag.find('-'); hyphen != std::string_view::npos; hyphen = tag.find('-')) {
+        parts.push_back(tag.substr(0, hyphen));
+        tag.remove_prefix(hyphen + 1);
+    }
+    parts.push_back(tag);
+    return parts;
+}
+
+/// From a part of one character on: extensions, or what is for private use. Each has parts of its own.
+bool isExtensions(const std::vector<std::string_view>& parts, std::size_t first) {
+    bool isOpen = false;
+    for (auto i = first; i != parts.size(); ++i) {
+        if (parts[i].size() == 1 && isOpen && parts[first] != "x")
+            return false;
+        isOpen = parts[i].size() == 1;
+    }
+    return !isOpen;
+}
+
+/// langtag = language ["-" script] ["-" region] *("-" variant) *("-" extension) ["-" privateuse]
+///
+/// The form alone: whether a language is registered is not looked at.
+bool isLanguageTag(std::string_view tag) {
+    // No tag in use is nearly as long.
+    constexpr std::size_t longestTag = 100;
+    if (tag.size() > longestTag)
+        return false;
+    const auto parts = partsOf(tag);
+    const auto isPart = [](std::string_view part) {
+        return !part.empty() && part.size() <= 8 && isAlphanumeric(part);
+    };
+    if (!std::ranges::all_of(parts, isPart))
+        return false;
+    if (parts[0] == "x" || parts[0] == "X" || parts[0] == "i")
+        return parts.size() > 1;
+    if (parts[0].size() < 2 || !isLetters(parts[0]))
+        return false;
+    std::size_t next = 1;
+    const auto boTake = [&](auto&& isOf) {
+        const bool isThere = next != parts.size() && isOf(parts[next]);
+        next += isThere ? 1 : 0;
+        return isThere;
+    };
+    const auto isLanguageExtension = [](std::string_view part) {
+        return part.size() == 3 && isLetters(part);
+    };
+    for (int i = 0; i != 3 && parts[0].size() <= 3 && boTake(isLanguageExtension); ++i)
+        ;
+    boTake([](std::string_view part) { return part.size() == 4 && isLetters(part); });
+    boTake(isCountry);
+    while (boTake(isVariant))
+        ;
+    return next == parts.size() || (parts[next].size() == 1 && isExtensions(parts, next));
+}
+
+std::string sLowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& letter : lower)
+        letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    return lower;
+}
+
+/// The tag that was probably meant; empty when it cannot be known.
+std::string sMended(std::string_view value) {
+    std::string tag(trimmedBlanks(value));
+    std::ranges::replace(tag, '_', '-');
+    return tag != value && isLanguageTag(tag) ? tag : std::string();
+}
+
+void vTagCheck(RuleRun& run, const AliasOutline& alias) {
+    const auto value = alias.language->value.value;
+    if (isLanguageTag(value))
+        return;
+    auto& draft =
+        run.addAtValue("L001", alias.element, *alias.language, sQuoted(value) + " is no language tag");
+    if (const auto mended = sMended(value); !mended.empty())
+        draft.vNote("write it as " + sQuoted(mended)).vEdit(alias.language->value.bytes, mended);
+    else
+        draft.vNote("language tags are written as in \"de\", \"de-AT\" or \"zh-Hans-CN\" (BCP 47)");
+}
+
+/// The translations of one text, by language in lower case.
+using KnownLanguages = std::unordered_map<std::string, TextPosition>;
+
+void vRepeatedCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& known) {
+    const auto value = alias.language->value.value;
+    const auto [first, isNew] = known.emplace(sLowerCase(value), alias.language->value.position);
+    if (isNew)
+        return;
+    run.addAtValue("L003", alias.element, *alias.language,
+                   "there is another translation into " + sQuoted(value) + ", which hides this one")
+        .vNoteAt("the first one is here", first->second);
+}
+
+void vAliasCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& known) {
+    const auto& element = run.xml.getElement(alias.element);
+    if (!alias.language || trimmedBlanks(alias.language->value.value).empty()) {
+        run.add("L002", alias.element, "the translation says no language");
+        return;
+    }
+    const bool isEmpty = trimmedBlanks(element.text).empty() && element.firstChild == NoXmlElement &&
+                         element.laterText.line == 0;
+    if (isEmpty)
+        run.add("L004", alias.element,
+                "the translation into " + sQuoted(alias.language->value.value) + " has no text");
+    vTagCheck(run, alias);
+    // What is left out when the document is read hides nothing.
+    if (!isEmpty)
+        vRepeatedCheck(run, alias, known);
+}
+
+} // namespace
+
+std::span<const Rule> getLanguageRules() {
+    return LanguageRules;
+}
+
+void vLanguagesCheck(RuleRun& run) {
+    KnownLanguages known;
+    XmlIndex owner = NoXmlElement;
+    std::string_view listName;
+    for (const auto& alias : run.outline.aliases) {
+        // Several lists of one name are joined.
+        const auto& list = run.xml.getElement(alias.list);
+        if (list.parent != owner || list.name != listName)
+            known.clear();
+        owner = list.parent;
+        listName = list.name;
+        vAliasCheck(run, alias, known);
+    }
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,310 @@
+#include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Positions/XmlChildren.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+namespace kiv::kit {
+
+namespace {
+
+constexpr Rule NameRules[] = {
+    {"N001",
+     "set-without-name",
+     Severity::Error,
+     "A set has no name.",
+     "Sets are found by their names. One without a name is read, and nobody can ask for it.\n\n"
+     "Give the set a \"Name\" with text, as the first element of the document.",
+     {R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
+  <IfcVersion version="IFC4"/>
+  <Name/>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+</PropertySetDef>
+)xml"}},
+    {"N002",
+     "member-without-name",
+     Severity::Error,
+     "A property or quantity has no name.",
+     "A value in a model is matched with its definition by name. A property or quantity without a name "
+     "describes "
+     "no value.\n\nGive it a \"Name\" with text.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"}},
+    {"N003",
+     "enumeration-without-name",
+     Severity::Warning,
+     "An enumeration has an empty name.",
+     "Models refer to an enumeration by its name, which documents write with \"PEnum_\" before it. An "
+     "\"EnumList\" "
+     "whose name is empty, or \"PEnum_\" alone, makes an enumeration that nothing can refer to.\n\n"
+     "Name it after what its items say, for example \"PEnum_Status\".",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>Status</Name>
+      <Definition>How far it is built.</Definition>
+      <PropertyType><TypePropertyEnumeratedValue>
+        <EnumList name="PEnum_"><EnumItem>NEW</EnumItem><EnumItem>EXISTING</EnumItem></EnumList>
+      </TypePropertyEnumeratedValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>Status</Name>
+      <Definition>How far it is built.</Definition>
+      <PropertyType><TypePropertyEnumeratedValue>
+        <EnumList name="PEnum_Status"><EnumItem>NEW</EnumItem><EnumItem>EXISTING</EnumItem></EnumList>
+      </TypePropertyEnumeratedValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"}},
+    {"N004",
+     "blanks-around-name",
+     Severity::Warning,
+     "A name begins or ends with white space.",
+     "White space around a name is part of the name: \"IsExternal \" is not found by those who look for "
+     "\"IsExternal\".\n\nRemove the white space. It may be a line break between the tag and the text.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon </Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+</PropertySetDef>
+)xml"}},
+    {"N005",
+     "stray-blanks-in-name",
+     Severity::Warning,
+     "A name contains a line break, a tab, an invisible blank, or several blanks in a row.",
+     "Such blanks come from typing or pasting. They look like one blank or like nothing and make another "
+     "name of it, "
+     "which nobody finds.\n\nWrite the name without them.",
+     {"<PropertySetDef>\n  <IfcVersion version=\"IFC4\"/>\n  <Name>Pset_Wall  Common</Name>\n"
+      "  <Definition>Properties of all walls.</Definition>\n"
+      "  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n"
+      "  <PropertyDefs/>\n</PropertySetDef>\n"},
+     {"<PropertySetDef>\n  <IfcVersion version=\"IFC4\"/>\n  <Name>Pset_WallCommon</Name>\n"
+      "  <Definition>Properties of all walls.</Definition>\n"
+      "  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n"
+      "  <PropertyDefs/>\n</PropertySetDef>\n"}},
+    {"N006",
+     "repeated-member",
+     Severity::Error,
+     "Two properties or quantities of one set have the same name.",
+     "Within a set a name identifies a property or quantity: a look-up finds one of the two only, and a "
+     "value in a "
+     "model can mean either.\n\nRemove one of them, or rename it.",
+     {R"xml(<QtoSetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Qto_WallBaseQuantities</Name>
+  <Definition>Quantities of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <QtoDefs>
+    <QtoDef><Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
+    <QtoDef><Name>Width</Name><Definition>How high.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
+  </QtoDefs>
+</QtoSetDef>
+)xml"},
+     {R"xml(<QtoSetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Qto_WallBaseQuantities</Name>
+  <Definition>Quantities of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <QtoDefs>
+    <QtoDef><Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
+    <QtoDef><Name>Height</Name><Definition>How high.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
+  </QtoDefs>
+</QtoSetDef>
+)xml"}},
+};
+
+constexpr std::string_view EnumerationPrefix = "PEnum_";
+
+std::string_view memberWord(const SetOutline& outline) {
+    return outline.kind == SetKind::QuantitySet ? "quantity" : "property";
+}
+
+/// Where blanks other than single ones are inside a name; npos when there are none.
+bool boStrayBlanks(std::string_view name) {
+    if (name.find_first_of("\t\r\n") != std::string_view::npos || name.find("  ") != std::string_view::npos)
+        return true;
+    for (const auto blank : {"\xC2\xA0", "\xE2\x80\x8B", "\xE2\x80\xAF", "\xEF\xBB\xBF", "\xE3\x80\x80"}) {
+        if (name.find(blank) != std::string_view::npos)
+            return true;
+    }
+    return false;
+}
+
+/// The bytes of a name and of the blanks around it; unknown when the two are not next to each other.
+ByteRange untrimmedBytes(const XmlElement& element) {
+    const auto& trimmedText = element.trimmedText;
+    if (!trimmedText.bytes.isKnown() || trimmedText.value.empty())
+        return {};
+    const auto before = element.text.find(trimmedText.value);
+    return {trimmedText.bytes.offset - before, element.text.size()};
+}
+
+void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
+    const auto& element = run.xml.getElement(name);
+    const auto trimmed = trimmedBlanks(element.text);
+    // A comment in place of the text is another mistake.
+    if (trimmed.empty() || element.isTextHidden)
+        return;
+    if (trimmed.size() != element.text.size()) {
+        const auto side = element.text.starts_with(trimmed) ? "ends" : "begins";
+        run.addAtText("N004", name,
+                      "the name of the " + std::string(what) + " " + sQuoted(trimmed) + " " + side +
+                          " with white space")
+            .vEdit(untrimmedBytes(element), trimmed);
+    } else if (boStrayBlanks(trimmed)) {
+        run.addAtText("N005", name,
+                      "the name of the " + std::string(what) + " " + sQuoted(trimmed) +
+                          " contains blanks that do not belong there");
+    }
+}
+
+void vSetNameCheck(RuleRun& run) {
+    const auto name = run.outline.name;
+    if (name != NoXmlElement && !trimmedBlanks(run.outline.textOf(name)).empty()) {
+        vBlanksCheck(run, name, "set");
+        return;
+    }
+    if (name == NoXmlElement && run.boMisspelt(0, "Name"))
+        return;
+    if (name == NoXmlElement)
+        run.add("N001", 0, "the set has no name: there is no \"Name\"");
+    else
+        run.add("N001", name, "the name of the set is empty");
+}
+
+void vMemberNameCheck(RuleRun& run, const MemberOutline& member) {
+    const auto name = member.name;
+    const std::string word(memberWord(run.outline));
+    if (name != NoXmlElement && !trimmedBlanks(run.outline.textOf(name)).empty()) {
+        vBlanksCheck(run, name, word);
+        return;
+    }
+    if (name == NoXmlElement && run.boMisspelt(member.element, "Name"))
+        return;
+    if (name == NoXmlElement)
+        run.add("N002", member.element, "the " + word + " has no name: there is no \"Name\"");
+    else
+        run.add("N002", name, "the name of the " + word + " is empty");
+}
+
+void vEnumerationNameCheck(RuleRun& run, XmlIndex enumeration) {
+    if (enumeration == NoXmlElement)
+        return;
+    const auto* attribute = run.xml.pAttribute(run.xml.getElement(enumeration), "name");
+    if (!attribute)
+        return;
+    const auto name = attribute->value.value;
+    const auto trimmed = trimmedBlanks(name);
+    if (trimmed.empty() || trimmed == EnumerationPrefix)
+        run.addAtValue("N003", enumeration, *attribute, "the name of the enumeration is empty");
+    else if (trimmed.size() != name.size())
+        run.addAtValue("N004", enumeration, *attribute,
+                       "the name of the enumeration " + sQuoted(trimmed) + " has white space around it")
+            .vEdit(attribute->value.bytes, trimmed);
+    else if (boStrayBlanks(name))
+        run.addAtValue("N005", enumeration, *attribute,
+                       "the name of the enumeration " + sQuoted(name) +
+                           " contains blanks that do not belong there");
+}
+
+/// The members of one owner, by name.
+using MembersByName = std::unordered_map<std::string_view, const MemberOutline*>;
+
+void vRepeatedCheck(RuleRun& run, const MemberOutline& member, MembersByName& known) {
+    const auto name = trimmedBlanks(run.outline.memberName(member));
+    if (name.empty())
+        return;
+    const auto [first, isNew] = known.emplace(name, &member);
+    if (isNew)
+        return;
+    const auto& place = run.xml.getElement(first->second->name).trimmedText.position;
+    run.addAtText("N006", member.name,
+                  "the set has another " + std::string(memberWord(run.outline)) + " of the name " +
+                      sQuoted(name))
+        .vNoteAt("the first one is here", place);
+}
+
+} // namespace
+
+std::span<const Rule> getNameRules() {
+    return NameRules;
+}
+
+void vNamesCheck(RuleRun& run) {
+    if (run.outline.kind == SetKind::None)
+        return;
+    vSetNameCheck(run);
+    std::unordered_map<std::int32_t, MembersByName> known;
+    for (const auto& member : run.outline.members) {
+        vMemberNameCheck(run, member);
+        vRepeatedCheck(run, member, known[member.owner]);
+        vEnumerationNameCheck(run, member.enumeration);
+    }
+}
+
+} // namespace kiv::kit

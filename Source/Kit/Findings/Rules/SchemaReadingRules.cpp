@@ -1,0 +1,315 @@
+#include "Kit/Findings/Rules/SchemaRules.h"
+#include "Kit/Positions/ExpressScanner.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// E001 to E005, E008 and R090: texts in which nothing is found, and declarations that the library does not
+// read.
+namespace kiv::kit {
+
+namespace {
+
+using Kind = ExpressDeclarationKind;
+
+constexpr TextPosition Beginning{1, 1, 0};
+
+std::size_t offsetIn(const SchemaRun& run, std::string_view part) {
+    return static_cast<std::size_t>(part.data() - run.text.data());
+}
+
+std::string sDeclaration(const ExpressDeclaration& declaration) {
+    return std::string(keywordOf(declaration.kind)) + ' ' + sNamed(declaration.name.text);
+}
+
+bool isRead(Kind kind) {
+    return kind <= Kind::Rule;
+}
+
+/// Why nothing was found, and how to mend that; the latter is empty where the former is no more than a guess.
+struct NothingReason {
+    std::string reason;
+    std::string_view remedy;
+};
+
+constexpr std::string_view Capitals = "keywords are found in capitals only";
+
+NothingReason noSchemaReason(const SchemaRun& run) {
+    const auto& headers = run.positions.schemas;
+    if (run.positions.encoding == ExpressEncoding::Utf16)
+        return {"the text is UTF-16", "save it as UTF-8"};
+    if (run.positions.hasReturnsOnly)
+        return {"its lines end with carriage returns alone", "end them with line feeds"};
+    if (run.text.empty())
+        return {"the file is empty", {}};
+    if (headers.empty())
+        return {"no line has the keyword SCHEMA", {}};
+    if (headers.back().keyword.text != "SCHEMA")
+        return {"the keyword is written " + sNamed(headers.back().keyword.text), Capitals};
+    return {"the last line that mentions SCHEMA counts, and gives no name", {}};
+}
+
+/// Why a schema has no declarations.
+NothingReason noDeclarationsReason(const SchemaRun& run) {
+    if (run.positions.hasReturnsOnly)
+        return noSchemaReason(run);
+    for (const auto& declared : run.declared) {
+        if (isRead(declared.declaration->kind))
+            return {"the first keyword is written " + sNamed(declared.declaration->keyword.text), Capitals};
+    }
+    return {"there is no TYPE, ENTITY, FUNCTION or RULE in it", {}};
+}
+
+std::string sStatement(const SchemaStatement& statement) {
+    return std::string(keywordOf(statement.kind)) + ' ' + sNamed(statement.name);
+}
+
+/// The statement that has this byte in it; null when none has.
+const SchemaStatement* pStatementAround(const SchemaRun& run, std::size_t offset) {
+    const auto& statements = run.lines.statements;
+    auto after = std::ranges::upper_bound(statements, offset, {}, &SchemaStatement::begin);
+    if (after == statements.begin())
+        return nullptr;
+    --after;
+    return offset < after->end ? &*after : nullptr;
+}
+
+/// Finds which declarations are not read, and what takes them.
+class LostDeclarations {
+public:
+    explicit LostDeclarations(SchemaRun& run);
+
+    void vCheck();
+
+private:
+    /// A statement with the declaration that it is, and those that it takes.
+    struct Reading {
+        Declared* declared = nullptr;
+        std::vector<Declared*> taken;
+        // Says why it is no declaration of the text, or not as it should be.
+        Finding* finding = nullptr;
+    };
+
+    void vLostAdd(Declared& lost);
+    std::string sLostReason(const Declared& lost, const SchemaStatement* around) const;
+    Finding* pEndFinding(std::size_t offset) const;
+    void vReportsTake(std::size_t index);
+    void vReadingCheck(std::size_t index);
+    void vTextCheck(std::size_t index);
+    void vEndCheck(std::size_t index);
+    void vNameCheck(Declared& declared);
+    void vTakenNote(Finding& finding, const Reading& reading) const;
+    TextPosition positionOf(std::size_t offset);
+
+    SchemaRun& run_;
+    std::vector<Reading> readings_;
+    ExpressMark mark_;
+};
+
+LostDeclarations::LostDeclarations(SchemaRun& run) : run_(run), readings_(run.lines.statements.size()) {}
+
+std::size_t indexOf(const SchemaRun& run, const SchemaStatement& statement) {
+    return static_cast<std::size_t>(&statement - run.lines.statements.data());
+}
+
+void LostDeclarations::vCheck() {
+    for (auto& declared : run_.declared) {
+        if (declared.statement)
+            readings_[indexOf(run_, *declared.statement)].declared = &declared;
+    }
+    for (auto& declared : run_.declared) {
+        if (!declared.statement && isRead(declared.declaration->kind))
+            vLostAdd(declared);
+    }
+    for (std::size_t index = 0; index < readings_.size(); ++index)
+        vReadingCheck(index);
+}
+
+void LostDeclarations::vLostAdd(Declared& lost) {
+    const auto offset = offsetIn(run_, lost.declaration->keyword.text);
+    const auto* const around = pStatementAround(run_, offset);
+    if (around && offset >= around->firstLineEnd && offset < around->lastLine) {
+        readings_[indexOf(run_, *around)].taken.push_back(&lost);
+        return;
+    }
+    auto& finding = run_.add("E002", lost.declaration->name.position,
+                             sDeclaration(*lost.declaration) + " is not read: " + sLostReason(lost, around));
+    finding.subject = lost.declaration->name.text;
+    lost.finding = &finding;
+    if (around && offset < around->firstLineEnd)
+        readings_[indexOf(run_, *around)].finding = &finding;
+}
+
+std::string LostDeclarations::sLostReason(const Declared& lost, const SchemaStatement* around) const {
+    const auto& word = lost.declaration->keyword.text;
+    const auto offset = offsetIn(run_, word);
+    if (word != keywordOf(lost.declaration->kind))
+        return "the keyword is written " + sNamed(word) + ", and is found in capitals only";
+    if (offset >= run_.lines.end)
+        return "it comes after the line with END_SCHEMA";
+    if (around && offset < around->firstLineEnd)
+        return "its line is read as " + sStatement(*around);
+    return "its line is the one on which " + (around ? sStatement(*around) : "another declaration") + " ends";
+}
+
+/// Offsets are asked for in their order.
+TextPosition LostDeclarations::positionOf(std::size_t offset) {
+    ExpressScanner scanner(run_.text, mark_, run_.text.size());
+    scanner.vSkipTo(offset);
+    mark_ = scanner.getMark();
+    return {mark_.line, mark_.column, 0};
+}
+
+void LostDeclarations::vReadingCheck(std::size_t index) {
+    auto& reading = readings_[index];
+    if (!reading.declared) {
+        vTextCheck(index);
+    } else {
+        vEndCheck(index);
+        if (!reading.declared->finding)
+            vNameCheck(*reading.declared);
+        reading.finding = reading.declared->finding;
+    }
+    vReportsTake(index);
+}
+
+/// What is reported of a type that is none is explained.
+void LostDeclarations::vReportsTake(std::size_t index) {
+    using ifc::def::schema::Type;
+    const auto& objects = run_.schema->getObjects();
+    const auto* const type = index < objects.size() ? Type::pFrom(objects[index]) : nullptr;
+    if (readings_[index].finding && type && !type->pUnderlying())
+        run_.boTake(*readings_[index].finding, SchemaReport::Underlying);
+}
+
+/// The finding about a declaration whose end has this byte in it; null when there is none. Reading goes wrong
+/// from the end of a declaration that is lost on.
+Finding* LostDeclarations::pEndFinding(std::size_t offset) const {
+    const auto keywordOffset = [this](const Declared& one) { return offsetIn(run_, one.declaration->text); };
+    const auto after = std::ranges::upper_bound(run_.declared, offset, {}, keywordOffset);
+    if (after == run_.declared.begin())
+        return nullptr;
+    const auto& declared = *std::prev(after);
+    const auto end = declared.declaration->end.text;
+    const bool isEnd =
+        !end.empty() && offset >= offsetIn(run_, end) && offset < offsetIn(run_, end) + end.size();
+    return isEnd ? declared.finding : nullptr;
+}
+
+/// A keyword in a comment or a string.
+void LostDeclarations::vTextCheck(std::size_t index) {
+    auto& reading = readings_[index];
+    const auto& statement = run_.lines.statements[index];
+    if (!reading.finding)
+        reading.finding = pEndFinding(statement.keyword);
+    if (reading.finding)
+        return vTakenNote(*reading.finding, reading);
+    auto position = positionOf(statement.keyword);
+    position.length = keywordOf(statement.kind).size();
+    auto& finding = run_.add("E005", position,
+                             "a line that only mentions " + std::string(keywordOf(statement.kind)) +
+                                 " is read as the declaration of " + sNamed(statement.name));
+    finding.subject = statement.name;
+    reading.finding = &finding;
+    vTakenNote(finding, reading);
+}
+
+/// Whether a declaration ends for the library where it does in the text.
+void LostDeclarations::vEndCheck(std::size_t index) {
+    auto& reading = readings_[index];
+    const auto& declaration = *reading.declared->declaration;
+    const auto& statement = run_.lines.statements[index];
+    const std::string end = "END_" + std::string(keywordOf(declaration.kind));
+    const auto endOffset = offsetIn(run_, declaration.text) + declaration.text.size();
+    const auto what = sDeclaration(declaration);
+    const bool isOneLine = declaration.text.find_first_of("\r\n") == std::string_view::npos;
+    Finding* finding = nullptr;
+    if (declaration.end.text.empty())
+        finding = &run_.add("E004", declaration.name.position, end + " of " + what + " is missing");
+    else if (isOneLine)
+        finding = &run_.add("E003", declaration.name.position, what + " is on one line and is not read");
+    else if (declaration.end.text != end)
+        finding = &run_.add("E004", declaration.end.position,
+                            "the end of " + what + " is written " + sNamed(declaration.end.text) +
+                                ", and is found in capitals only");
+    else if (!reading.taken.empty())
+        finding = &run_.add("E004", declaration.end.position,
+                            "the end of " + what + " is not seen: it must be on a line of its own");
+    else if (statement.end + declaration.end.text.size() < endOffset)
+        finding = &run_.add("E005", declaration.name.position,
+                            what + " is read up to a line that only mentions its end");
+    if (!finding)
+        return;
+    finding->subject = declaration.name.text;
+    vTakenNote(*finding, reading);
+    reading.declared->finding = finding;
+}
+
+void LostDeclarations::vTakenNote(Finding& finding, const Reading& reading) const {
+    for (auto* const taken : reading.taken) {
+        taken->finding = &finding;
+        run_.vNoteAt(finding, taken->declaration->name.position,
+                     sDeclaration(*taken->declaration) + " is taken for a part of it and is lost");
+    }
+    if (reading.taken.size() > SchemaRun::maxNotes)
+        finding.notes.back().message +=
+            ", as are " + std::to_string(reading.taken.size() - SchemaRun::maxNotes) + " more";
+}
+
+/// A name ends with a blank, or else with the ';'.
+void LostDeclarations::vNameCheck(Declared& declared) {
+    const auto& name = declared.declaration->name;
+    if (declared.statement->name == name.text)
+        return;
+    auto& finding = run_.add("E002", name.position,
+                             sDeclaration(*declared.declaration) + " is read under the name " +
+                                 sNamed(declared.statement->name));
+    finding.subject = name.text;
+    finding.notes.push_back(
+        {"write the name on the line of the keyword, and a blank or \";\" right after it", {}});
+    declared.finding = &finding;
+}
+
+} // namespace
+
+bool boSomethingFound(SchemaRun& run) {
+    if (run.schema && !run.schema->getObjects().empty())
+        return true;
+    const auto& headers = run.positions.schemas;
+    const auto [reason, remedy] = run.schema ? noDeclarationsReason(run) : noSchemaReason(run);
+    const std::string what = run.schema ? "the schema has no declarations: " : "no schema was found: ";
+    auto& finding =
+        run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, what + reason);
+    if (!remedy.empty())
+        finding.notes.push_back({std::string(remedy), {}});
+    else if (run.schema)
+        finding.severity = Severity::Warning;
+    return false;
+}
+
+void vLostDeclarationsCheck(SchemaRun& run) {
+    LostDeclarations(run).vCheck();
+}
+
+void vOpenCommentCheck(SchemaRun& run) {
+    if (run.positions.openComment.line > 0)
+        run.add("E008", run.positions.openComment, "nothing closes this comment");
+}
+
+void vOtherReportsAdd(SchemaRun& run) {
+    for (const auto* record : run.untaken()) {
+        // What is misread is looked up too.
+        if (auto* const misreading = run.pMisreading()) {
+            run.vReportNote(*misreading, *record);
+            continue;
+        }
+        auto& finding = run.add("R090", {}, record->message);
+        finding.origin = FindingOrigin{record->function, record->file, record->line};
+    }
+}
+
+} // namespace kiv::kit

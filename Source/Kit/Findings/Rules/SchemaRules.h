@@ -1,0 +1,41 @@
+/// @file
+/// The rules about schemas: the names that are used in one, and what the library passes over.
+///
+///     for (const auto& rule : getSchemaRules())
+///         std::cout << rule.code << ' ' << rule.summary << '\n';
+///
+/// Private to the kit.
+///
+/// Ownership: the table lives as long as the process.
+/// Threads:   any number of threads.
+/// Errors:    the checks throw std::bad_alloc.
+#pragma once
+
+#include "Kit/Findings/SchemaRun.h"
+#include "kiv/Kit/Findings/Rule.h"
+
+#include <span>
+
+namespace kiv::kit {
+
+/// In the order of their codes.
+std::span<const Rule> getSchemaRules();
+
+/// E001; false when nothing else can be said of the text.
+bool boSomethingFound(SchemaRun& run);
+/// E002 to E005: declarations that are lost, and what takes them.
+void vLostDeclarationsCheck(SchemaRun& run);
+/// E006 and E007: parts of declarations that are lost, and WHERE rules that are lost or cut.
+void vLostPartsCheck(SchemaRun& run);
+/// E008: a comment that nothing closes.
+void vOpenCommentCheck(SchemaRun& run);
+/// E010: names declared twice.
+void vNamesDeclaredTwiceCheck(SchemaRun& run);
+/// E011 to E017: names that declarations use.
+void vUsedNamesCheck(SchemaRun& run);
+/// E018: names that expressions use.
+void vExpressionNamesCheck(SchemaRun& run);
+/// R090: what the library reports and no rule explains.
+void vOtherReportsAdd(SchemaRun& run);
+
+} // namespace kiv::kit

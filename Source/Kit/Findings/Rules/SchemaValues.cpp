@@ -1,0 +1,184 @@
+#include "Kit/Findings/Rules/SchemaValues.h"
+
+#include "Kit/Findings/Rules/RuleText.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <span>
+
+namespace kiv::kit {
+
+namespace schema = ifc::def::schema;
+
+namespace {
+
+constexpr std::string_view UnitEnd = "UNIT";
+
+bool boIsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+/// The text without one sign before its digits.
+std::string_view unsignedPart(std::string_view text) {
+    const bool isSigned = !text.empty() && (text.front() == '+' || text.front() == '-');
+    return text.substr(isSigned ? 1 : 0);
+}
+
+bool boIsInteger(std::string_view text) {
+    const auto digits = unsignedPart(text);
+    return !digits.empty() && std::ranges::all_of(digits, boIsDigit);
+}
+
+/// STEP files write .T., XML documents true or 1.
+bool boIsTruth(std::string_view text, bool withUnknown) {
+    constexpr std::array Known = {"TRUE", "FALSE", ".T.", ".F.", "T", "F", "1", "0"};
+    constexpr std::array Unknown = {"UNKNOWN", ".U.", "U"};
+    const auto upper = sUpperCase(text);
+    return std::ranges::count(Known, upper) != 0 || (withUnknown && std::ranges::count(Unknown, upper) != 0);
+}
+
+/// The width is in characters, of which UTF-8 needs up to four bytes each.
+bool boFitsWidth(std::string_view text, const schema::DataTypeBase& type) {
+    const auto* string = dynamic_cast<const schema::DataTypeString*>(&type);
+    return !string || string->getWidth() == 0 || codePointsIn(text) <= string->getWidth();
+}
+
+bool boIsItem(std::string_view text, const schema::DataTypeBase& type) {
+    const auto* enumeration = dynamic_cast<const schema::DataTypeEnum*>(&type);
+    const bool isDotted = text.size() > 2 && text.front() == '.' && text.back() == '.';
+    const auto item = sUpperCase(isDotted ? text.substr(1, text.size() - 2) : text);
+    return !enumeration || enumeration->boContains(item) || enumeration->boContains(text);
+}
+
+ValueFit fitIf(bool fits) {
+    return fits ? ValueFit::Yes : ValueFit::No;
+}
+
+/// An enumeration of units: every item ends in UNIT, but for USERDEFINED and NOTDEFINED, and there are some.
+bool boNamesUnits(std::span<const std::string_view> items) {
+    bool hasUnit = false;
+    for (const auto item : items) {
+        const bool isUnit = item.ends_with(UnitEnd);
+        if (!isUnit && item != "USERDEFINED" && item != "NOTDEFINED")
+            return false;
+        hasUnit = hasUnit || isUnit;
+    }
+    return hasUnit;
+}
+
+/// "LENGTHUNIT" for IfcLengthMeasure, whether or not there is such a unit; empty for a type that is no
+/// measure.
+std::string sUnitNameOf(std::string_view measure) {
+    constexpr std::string_view Prefix = "IFC";
+    constexpr std::string_view End = "MEASURE";
+    if (!measure.starts_with(Prefix) || !measure.ends_with(End) ||
+        measure.size() <= Prefix.size() + End.size())
+        return {};
+    const auto quantity = measure.substr(Prefix.size(), measure.size() - Prefix.size() - End.size());
+    return std::string(quantity).append(UnitEnd);
+}
+
+} // namespace
+
+std::optional<double> numberOf(std::string_view text) {
+    const auto digits = unsignedPart(text);
+    // Neither "inf" nor "nan" nor a second sign is a number.
+    if (digits.empty() || !(boIsDigit(digits.front()) || digits.front() == '.'))
+        return std::nullopt;
+    double number = 0;
+    const auto* const end = digits.data() + digits.size();
+    const auto result = std::from_chars(digits.data(), end, number);
+    if (result.ptr != end || result.ec == std::errc::invalid_argument)
+        return std::nullopt;
+    return text.front() == '-' ? -number : number;
+}
+
+ValueFit fitOf(std::string_view value, const schema::DataTypeBase& type) {
+    const auto text = trimmed(value);
+    if (text.empty() || text == "?")
+        return ValueFit::Yes;
+    switch (type.getDataTypeKind()) {
+    case schema::DataTypeKind::Real:
+    case schema::DataTypeKind::Number:
+        return fitIf(numberOf(text).has_value());
+    case schema::DataTypeKind::Integer:
+        return fitIf(boIsInteger(text));
+    case schema::DataTypeKind::Boolean:
+        return fitIf(boIsTruth(text, false));
+    case schema::DataTypeKind::Logical:
+        return fitIf(boIsTruth(text, true));
+    case schema::DataTypeKind::String:
+        return fitIf(boFitsWidth(text, type));
+    case schema::DataTypeKind::Enumeration:
+        return fitIf(boIsItem(text, type));
+    default:
+        return ValueFit::Unknown;
+    }
+}
+
+std::string sValuesOf(const schema::DataTypeBase& type) {
+    switch (type.getDataTypeKind()) {
+    case schema::DataTypeKind::Real:
+    case schema::DataTypeKind::Number:
+        return "a number";
+    case schema::DataTypeKind::Integer:
+        return "an integer";
+    case schema::DataTypeKind::Boolean:
+        return "true or false";
+    case schema::DataTypeKind::Logical:
+        return "true, false or unknown";
+    case schema::DataTypeKind::Enumeration:
+        return "one of its items";
+    case schema::DataTypeKind::String:
+        if (const auto* string = dynamic_cast<const schema::DataTypeString*>(&type);
+            string && string->getWidth())
+            return "a text of at most " + std::to_string(string->getWidth()) + " characters";
+        return "a text";
+    default:
+        return {};
+    }
+}
+
+SchemaUnits::SchemaUnits(const schema::Schema& schema) {
+    for (const auto* object : schema.getObjects()) {
+        const auto* type = schema::Type::pFrom(object);
+        const auto* items = type ? dynamic_cast<const schema::DataTypeEnum*>(type->pUnderlying()) : nullptr;
+        if (!items || !boNamesUnits(items->getItems()))
+            continue;
+        for (const auto item : items->getItems()) {
+            if (item.ends_with(UnitEnd))
+                units_.insert(item);
+        }
+    }
+}
+
+std::string_view SchemaUnits::unitOf(const schema::Type& measure) const {
+    // A schema that is wrong may define types by each other in a circle.
+    constexpr int maxChain = 64;
+    const auto* type = &measure;
+    for (int i = 0; type && i != maxChain; ++i) {
+        if (const auto unit = units_.find(sUnitNameOf(type->getNameUpper())); unit != units_.end())
+            return *unit;
+        type = schema::Type::pFrom(type->pUnderlying());
+    }
+    return {};
+}
+
+const schema::Type* pSelectOf(const schema::Schema& schema, std::string_view entity,
+                              std::string_view attribute) {
+    const auto* owner = schema::Entity::pFrom(schema.pObjectFromName(entity));
+    const auto* found = owner ? owner->pAttributeFromName(schema::AttributeName(attribute), true) : nullptr;
+    if (!found || found->getResolvedTypes().empty())
+        return nullptr;
+    const auto* type = schema::Type::pFrom(found->getResolvedTypes().back());
+    return type && dynamic_cast<const schema::DataTypeSelect*>(type->pDataType()) ? type : nullptr;
+}
+
+bool boIsSelected(const schema::Type* select, const schema::ObjectBase& type) {
+    if (!select || select == &type)
+        return true;
+    return static_cast<const schema::DataTypeSelect*>(select->pDataType())->isCompatible(type);
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,948 @@
+#include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Positions/XmlChildren.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEnumeration.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv::kit {
+
+namespace {
+
+constexpr RuleExample Right = {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"};
+
+constexpr RuleExample RightQuantities = {R"xml(<QtoSetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Qto_WallBaseQuantities</Name>
+  <Definition>Quantities of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <QtoDefs>
+    <QtoDef><Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
+  </QtoDefs>
+</QtoSetDef>
+)xml"};
+
+constexpr Rule StructureRules[] = {
+    {"S001",
+     "unknown-element",
+     Severity::Error,
+     "An element is not known in its place.",
+     "What readers of set documents do not know they pass over, with everything inside it. Usually the "
+     "name is misspelt, or the element is in the wrong place.\n\n"
+     "The note lists what may be there. Elements of your own have no place in a set document.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyTyp><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyTyp>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S002",
+     "unknown-attribute",
+     Severity::Error,
+     "An attribute is not known on its element.",
+     "An attribute that readers do not know is passed over, and its value is lost. Attributes with a "
+     "prefix, such as \"xsi:schemaLocation\", are left alone.",
+     {R"xml(<PropertySetDef ifdgiud="aa3b8880d21511e1800000215ad4efdf">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"}},
+    {"S003",
+     "name-letter-case",
+     Severity::Error,
+     "The name of an element or attribute is written in another letter case.",
+     "Names of XML are compared letter by letter: \"propertyType\" is another name than "
+     "\"PropertyType\", and what is written in such an element or attribute is lost. Documents that "
+     "this library exports have \"nameAliases\" and \"nameAlias\", which readers pass over; write "
+     "\"NameAliases\" and \"NameAlias\".",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <propertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></propertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S004",
+     "missing-element",
+     Severity::Error,
+     "An element that is needed is missing.",
+     "A property without \"PropertyType\", or a quantity without \"QtoType\", has no type, so that "
+     "nobody knows what its values are. A set without \"PropertyDefs\" or \"QtoDefs\" says nothing "
+     "about an element of a model.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S005",
+     "missing-attribute",
+     Severity::Error,
+     "An attribute that is needed is missing.",
+     "A \"UnitType\" without \"type\" names no unit, an \"IfcVersion\" without \"version\" no release: "
+     "readers pass over them. A bound without \"value\" is no bound. An \"EnumList\" without \"name\" "
+     "gets the name of its property, which may be that of another enumeration.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcLengthMeasure"/><UnitType/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcLengthMeasure"/><UnitType type="LENGTHUNIT"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"}},
+    {"S006",
+     "repeated-element",
+     Severity::Error,
+     "An element is repeated that counts only once.",
+     "Of several names, definitions, types or units only the last one counts, and of several kinds in "
+     "one \"PropertyType\" only the first; the others are lost.\n\n"
+     "Remove all but one.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <Definition>Whether it is inside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S007",
+     "unknown-template-type",
+     Severity::Error,
+     "The value of \"templatetype\" is not one of the template types.",
+     "A template type says whether a set belongs to types, to occurrences or to both. Another text is "
+     "not understood, and the set counts as one whose template type is not defined.",
+     {R"xml(<PropertySetDef templatetype="PSET_TYPEDRIVEN">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef templatetype="PSET_TYPEDRIVENONLY">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"}},
+    {"S008",
+     "unknown-unit-type",
+     Severity::Error,
+     "The type of a unit is not one of the units of the schema.",
+     "The types of units are the items of the enumerations IfcUnitEnum and IfcDerivedUnitEnum of the "
+     "schema. A unit of another name cannot be made in a model. Names of measures, such as "
+     "IfcLengthMeasure, are no units.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcLengthMeasure"/><UnitType type="METREUNIT"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcLengthMeasure"/><UnitType type="LENGTHUNIT"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"}},
+    {"S009",
+     "unknown-quantity-type",
+     Severity::Error,
+     "The type of a quantity is not one of the six quantity types.",
+     "Quantities are counts, weights, lengths, areas, volumes or times, written as Q_COUNT, Q_WEIGHT, "
+     "Q_LENGTH, Q_AREA, Q_VOLUME and Q_TIME. With another text the quantity has no type. The official "
+     "XML schema lists names of entities instead, such as IfcQuantityLength; the official documents do "
+     "not use them.",
+     {R"xml(<QtoSetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Qto_WallBaseQuantities</Name>
+  <Definition>Quantities of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <QtoDefs>
+    <QtoDef><Name>Width</Name><Definition>How wide.</Definition><QtoType>IfcQuantityLength</QtoType></QtoDef>
+  </QtoDefs>
+</QtoSetDef>
+)xml"},
+     RightQuantities},
+    {"S010",
+     "unknown-property-kind",
+     Severity::Error,
+     "The kind of a property is not one of those that exist.",
+     "The first element inside \"PropertyType\" says whether a property has a single value, one of an "
+     "enumeration, a range, a table, a list, a reference, or properties of its own. With another name "
+     "the property has no type, and what is inside is lost.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertyScalar><DataType type="IfcBoolean"/></TypePropertyScalar></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S011",
+     "value-letter-case",
+     Severity::Error,
+     "A value of a fixed vocabulary is written in another letter case.",
+     "Template types, types of units, types of quantities and the other fixed values are written in "
+     "capitals and compared letter by letter; in another letter case they are not understood.",
+     {R"xml(<QtoSetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Qto_WallBaseQuantities</Name>
+  <Definition>Quantities of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <QtoDefs>
+    <QtoDef><Name>Width</Name><Definition>How wide.</Definition><QtoType>q_length</QtoType></QtoDef>
+  </QtoDefs>
+</QtoSetDef>
+)xml"},
+     RightQuantities},
+    {"S012",
+     "unknown-namespace",
+     Severity::Warning,
+     "The namespace of the document is not one of set documents.",
+     "The official documents are in a namespace such as "
+     "\"http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd\" for property sets and "
+     "\"http://www.buildingsmart-tech.org/xml/qto/QTO_IFC4.xsd\" for quantity sets, the older ones in "
+     "none. Programs that look at the namespace do not take a document of another one for a set "
+     "document.",
+     {R"xml(<PropertySetDef xmlns="http://example.org/sets">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef xmlns="http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"}},
+    {"S013",
+     "prefixed-root",
+     Severity::Error,
+     "The root element has a prefix.",
+     "Prefixes of namespaces are not supported in set documents: with them no element has the name "
+     "that readers look for, and the set would be empty. The document is refused.\n\n"
+     "Make the namespace the default one, with \"xmlns\" in place of \"xmlns:psd\", and remove the "
+     "prefixes.",
+     {R"xml(<psd:PropertySetDef xmlns:psd="http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</psd:PropertySetDef>
+)xml"},
+     Right},
+    {"S014",
+     "unknown-root",
+     Severity::Error,
+     "The root element is that of no set.",
+     "A set document has the root element \"PropertySetDef\" or \"QtoSetDef\"; what has another one is "
+     "another kind of document.",
+     {R"xml(<PropertySet>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySet>
+)xml"},
+     Right},
+    {"S015",
+     "prefixed-element",
+     Severity::Error,
+     "An element has a prefix.",
+     "Prefixes of namespaces are not supported in set documents. Readers look for the name as it is "
+     "written, prefix included, and pass over the element with everything inside it.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <psd:Name xmlns:psd="http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd">IsExternal</psd:Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S016",
+     "text-between-elements",
+     Severity::Error,
+     "There is text where elements or attributes belong.",
+     "Readers take no text from this element, so that it is lost. Often it is the rest of a deleted "
+     "element, or a value that belongs in an attribute.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+    walls
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S017",
+     "unread-text",
+     Severity::Error,
+     "A text has a part that is not read.",
+     "Of a text only what comes before the first comment or processing instruction is read, and when a "
+     "comment comes first, the comment is read in place of the text.\n\n"
+     "Move the comment out of the element.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal<!-- new -->Wall</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S018",
+     "wrong-kind-of-set",
+     Severity::Error,
+     "A property set contains quantities, or a quantity set properties.",
+     "Property sets contain \"PropertyDefs\" with \"PropertyDef\", quantity sets \"QtoDefs\" with "
+     "\"QtoDef\". What belongs to the other kind is passed over.\n\n"
+     "Put the quantities in a document of their own, with the root element \"QtoSetDef\".",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+  <QtoDefs>
+    <QtoDef><Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
+  </QtoDefs>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S019",
+     "blanks-around-value",
+     Severity::Error,
+     "A value of a fixed vocabulary has white space around it.",
+     "White space is part of a value: \"LENGTHUNIT \" is no type of a unit, and a quantity whose type "
+     "begins with a blank has none. It may be a line break between the tag and the text.",
+     {R"xml(<QtoSetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Qto_WallBaseQuantities</Name>
+  <Definition>Quantities of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <QtoDefs>
+    <QtoDef><Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH </QtoType></QtoDef>
+  </QtoDefs>
+</QtoSetDef>
+)xml"},
+     RightQuantities},
+};
+
+using ifc::def::schema::DataTypeEnum;
+using ifc::def::schema::Type;
+
+constexpr std::string_view TemplateTypes[] = {"PSET_TYPEDRIVENONLY",   "PSET_TYPEDRIVENOVERRIDE",
+                                              "PSET_OCCURRENCEDRIVEN", "PSET_PERFORMANCEDRIVEN",
+                                              "PSET_MATERIALDRIVEN",   "PSET_PROFILEDRIVEN",
+                                              "QTO_TYPEDRIVENONLY",    "QTO_TYPEDRIVENOVERRIDE",
+                                              "QTO_OCCURRENCEDRIVEN",  "NOTDEFINED"};
+
+constexpr std::string_view QuantityTypes[] = {"Q_COUNT", "Q_WEIGHT", "Q_LENGTH",
+                                              "Q_AREA",  "Q_VOLUME", "Q_TIME"};
+
+/// What the official XML schema has in their places.
+constexpr std::pair<std::string_view, std::string_view> QuantityEntities[] = {
+    {"IfcQuantityCount", "Q_COUNT"}, {"IfcQuantityWeight", "Q_WEIGHT"}, {"IfcQuantityLength", "Q_LENGTH"},
+    {"IfcQuantityArea", "Q_AREA"},   {"IfcQuantityVolume", "Q_VOLUME"}, {"IfcQuantityTime", "Q_TIME"}};
+
+constexpr std::string_view NamespaceHosts[] = {"http://buildingsmart-tech.org/",
+                                               "http://www.buildingsmart-tech.org/"};
+
+std::string sNameQuoted(const XmlElement& element) {
+    return sQuoted(element.name);
+}
+
+/// The structure of one document.
+class StructureCheck {
+public:
+    explicit StructureCheck(RuleRun& run) : run_(run), xml_(run.xml) { vUnitTypesFind(); }
+
+    void vCheck();
+
+private:
+    const ElementRule* pRuleOf(XmlIndex element) const { return run_.vocabulary.pRuleOf(element); }
+
+    void vUnitTypesFind();
+    void vNamespaceCheck();
+    void vElementCheck(XmlIndex element, const ElementRule& rule);
+    void vUnreadCheck(XmlIndex element);
+    void vUnknownAdd(XmlIndex element, const ElementRule& parent);
+    void vUnknownNoteAdd(FindingDraft& draft, const XmlElement& element, const ElementRule& parent);
+    void vRename(FindingDraft& draft, const XmlElement& element, std::string_view name);
+    void vPrefixedAdd(XmlIndex element, const ElementRule& parent);
+    void vKindAdd(XmlIndex element);
+    void vAttributesCheck(XmlIndex element, const ElementRule& rule);
+    void vAttributeAdd(XmlIndex element, const ElementRule& rule, const XmlAttribute& attribute);
+    void vMissingCheck(XmlIndex element, const ElementRule& rule);
+    void vMissingAdd(XmlIndex element, std::string_view child, const std::string& why);
+    void vMissingAttributeCheck(XmlIndex element, std::string_view attribute, Severity severity,
+                                std::string message);
+    void vRepeatedCheck(XmlIndex element, const ElementRule& rule);
+    void vTextCheck(XmlIndex element, const ElementRule& rule);
+    void vUnreadTextCheck(XmlIndex element);
+    void vTemplateTypeCheck();
+    void vUnitTypeCheck(XmlIndex element);
+    void vQuantityTypeCheck(XmlIndex element);
+    /// Adds what is wrong with a value that is not legal. Null when letter case or blanks are.
+    FindingDraft* pValueAdd(std::string_view code, XmlIndex element, const XmlAttribute* attribute,
+                            const XmlText& text, std::string_view what,
+                            std::span<const std::string_view> legal);
+
+    RuleRun& run_;
+    const XmlPositions& xml_;
+    std::vector<std::string_view> unitTypes_;
+};
+
+void StructureCheck::vCheck() {
+    vNamespaceCheck();
+    vTemplateTypeCheck();
+    const auto count = static_cast<XmlIndex>(xml_.getElements().size());
+    for (XmlIndex element = 0; element != count; ++element) {
+        if (const auto* rule = pRuleOf(element))
+            vElementCheck(element, *rule);
+        else
+            vUnreadCheck(element);
+    }
+}
+
+void StructureCheck::vUnitTypesFind() {
+    for (const auto name : {"IfcUnitEnum", "IfcDerivedUnitEnum"}) {
+        const auto* type = Type::pFrom(run_.schema.pObjectFromName(name));
+        const auto* items = type ? dynamic_cast<const DataTypeEnum*>(type->pDataType()) : nullptr;
+        if (items)
+            unitTypes_.insert(unitTypes_.end(), items->getItems().begin(), items->getItems().end());
+    }
+}
+
+/// The namespaces of all releases are formed alike.
+bool isSetNamespace(std::string_view uri, SetKind kind) {
+    const std::string_view folder = kind == SetKind::PropertySet ? "xml/psd/" : "xml/qto/";
+    for (const auto host : NamespaceHosts) {
+        const auto start = uri.substr(0, host.size());
+        if (isEqualIgnoringCase(start, host) && uri.substr(host.size()).starts_with(folder))
+            return true;
+    }
+    return false;
+}
+
+void StructureCheck::vNamespaceCheck() {
+    const auto* declared = xml_.pAttribute(xml_.getElement(0), "xmlns");
+    if (!declared || declared->value.value.empty() ||
+        isSetNamespace(declared->value.value, run_.outline.kind))
+        return;
+    const bool isPropertySet = run_.outline.kind == SetKind::PropertySet;
+    run_.addAtValue("S012", 0, *declared,
+                    sQuoted(declared->value.value) + " is no namespace of " +
+                        (isPropertySet ? "property sets" : "quantity sets"))
+        .vNote(isPropertySet
+                   ? "property sets of IFC 4 have \"http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd\""
+                   : "quantity sets of IFC 4 have "
+                     "\"http://www.buildingsmart-tech.org/xml/qto/QTO_IFC4.xsd\"");
+}
+
+void StructureCheck::vElementCheck(XmlIndex element, const ElementRule& rule) {
+    const auto& parts = xml_.getElement(element);
+    // Readers take an item of an enumeration, and a constant, whatever its name is.
+    if (parts.parent != NoXmlElement && parts.name != rule.name)
+        vUnknownAdd(element, *pRuleOf(parts.parent));
+    if (rule.content == ContentKind::Ignored)
+        return;
+    vAttributesCheck(element, rule);
+    vMissingCheck(element, rule);
+    vRepeatedCheck(element, rule);
+    vTextCheck(element, rule);
+    if (rule.name == "UnitType")
+        vUnitTypeCheck(element);
+    else if (rule.name == "QtoType")
+        vQuantityTypeCheck(element);
+}
+
+/// An element that is not read: one that its parent does not know, or something inside of such a one.
+void StructureCheck::vUnreadCheck(XmlIndex element) {
+    const auto& parts = xml_.getElement(element);
+    const auto* parent = parts.parent == NoXmlElement ? nullptr : pRuleOf(parts.parent);
+    if (!parent || parent->content == ContentKind::Ignored)
+        return;
+    const auto first = xml_.getElement(parts.parent).firstChild;
+    if (parent->isFirstChildOnly && first != element)
+        run_.add("S006", element,
+                 sNameQuoted(parts) + " is a second kind of the property; only the first one counts")
+            .vNoteAt("this one counts", xml_.getElement(first).position);
+    else if (parts.isPrefixed())
+        vPrefixedAdd(element, *parent);
+    else
+        vUnknownAdd(element, *parent);
+}
+
+void StructureCheck::vPrefixedAdd(XmlIndex element, const ElementRule& parent) {
+    const auto& parts = xml_.getElement(element);
+    auto& draft = run_.add("S015", element, sNameQuoted(parts) + " has a prefix; prefixes are not supported");
+    if (SetVocabulary::pChild(parent, parts.localName()))
+        vRename(draft, parts, parts.localName());
+}
+
+void StructureCheck::vRename(FindingDraft& draft, const XmlElement& element, std::string_view name) {
+    draft.vNote("write it as " + sQuoted(name));
+    draft.vEdit(element.nameBytes, name);
+    if (element.endNameBytes.isKnown())
+        draft.vEdit(element.endNameBytes, name);
+}
+
+void StructureCheck::vUnknownAdd(XmlIndex element, const ElementRule& parent) {
+    const auto& parts = xml_.getElement(element);
+    const auto legal = SetVocabulary::childNames(parent);
+    const auto match = legalMatch(parts.name, legal);
+    const auto place = " inside " + sQuoted(parent.name);
+    if (match.isLetterCase) {
+        auto& draft =
+            run_.add("S003", element, sNameQuoted(parts) + place + " is written in another letter case");
+        vRename(draft, parts, match.name);
+        return;
+    }
+    if (SetVocabulary::boOfOther(run_.outline.kind, parts.name)) {
+        vKindAdd(element);
+        return;
+    }
+    const bool isKind = parent.isFirstChildOnly;
+    auto& draft =
+        run_.add(isKind ? "S010" : "S001", element,
+                 sNameQuoted(parts) + (isKind ? " is no kind of property" : " is not known" + place));
+    // An item of an enumeration is read whatever its name is.
+    if (parent.unknown == UnknownChild::ReadAnyway)
+        draft.vSeverity(Severity::Warning);
+    vUnknownNoteAdd(draft, parts, parent);
+}
+
+void StructureCheck::vUnknownNoteAdd(FindingDraft& draft, const XmlElement& element,
+                                     const ElementRule& parent) {
+    const auto legal = SetVocabulary::childNames(parent);
+    const auto match = legalMatch(element.name, legal);
+    if (!match.name.empty()) {
+        draft.vNote("did you mean " + sQuoted(match.name) + "?");
+        draft.vEdit(element.nameBytes, match.name);
+        if (element.endNameBytes.isKnown())
+            draft.vEdit(element.endNameBytes, match.name);
+    }
+    if (const auto owner = SetVocabulary::ownerOf(run_.outline.kind, element.name); !owner.empty())
+        draft.vNote(sQuoted(element.name) + " belongs inside " + sQuoted(owner));
+    else if (legal.empty())
+        draft.vNote(sQuoted(parent.name) + " contains no elements");
+    else
+        draft.vNote("legal here: " + sQuotedList(legal));
+}
+
+void StructureCheck::vKindAdd(XmlIndex element) {
+    const auto& parts = xml_.getElement(element);
+    const bool isPropertySet = run_.outline.kind == SetKind::PropertySet;
+    run_.add("S018", element,
+             sNameQuoted(parts) + (isPropertySet ? " belongs to quantity sets; this is a property set"
+                                                 : " belongs to property sets; this is a quantity set"))
+        .vNote("here it would be " + sQuoted(SetVocabulary::counterpart(parts.name)));
+}
+
+void StructureCheck::vAttributesCheck(XmlIndex element, const ElementRule& rule) {
+    for (const auto& attribute : xml_.getAttributes(xml_.getElement(element))) {
+        const bool isForeign =
+            attribute.name == "xmlns" || attribute.name.find(':') != std::string_view::npos;
+        if (!isForeign && std::ranges::find(rule.attributes, attribute.name) == rule.attributes.end())
+            vAttributeAdd(element, rule, attribute);
+    }
+}
+
+void StructureCheck::vAttributeAdd(XmlIndex element, const ElementRule& rule, const XmlAttribute& attribute) {
+    const auto match = legalMatch(attribute.name, rule.attributes);
+    const auto place = " of " + sNameQuoted(xml_.getElement(element));
+    if (match.isLetterCase) {
+        run_.addAtAttribute("S003", element, attribute,
+                            "attribute " + sQuoted(attribute.name) + place +
+                                " is written in another letter case")
+            .vNote("write it as " + sQuoted(match.name))
+            .vEdit(attribute.nameBytes, match.name);
+        return;
+    }
+    auto& draft = run_.addAtAttribute("S002", element, attribute,
+                                      "attribute " + sQuoted(attribute.name) + place + " is not known");
+    if (!match.name.empty())
+        draft.vNote("did you mean " + sQuoted(match.name) + "?").vEdit(attribute.nameBytes, match.name);
+    if (rule.attributes.empty())
+        draft.vNote(sQuoted(rule.name) + " has no attributes");
+    else
+        draft.vNote("legal here: " + sQuotedList({rule.attributes.begin(), rule.attributes.end()}));
+}
+
+void StructureCheck::vMissingCheck(XmlIndex element, const ElementRule& rule) {
+    if (rule.name == "PropertyDef")
+        vMissingAdd(element, "PropertyType", "the property has no type");
+    else if (rule.name == "QtoDef")
+        vMissingAdd(element, "QtoType", "the quantity has no type");
+    else if (rule.name == "PropertySetDef")
+        vMissingAdd(element, "PropertyDefs", "the set has no properties");
+    else if (rule.name == "QtoSetDef")
+        vMissingAdd(element, "QtoDefs", "the set has no quantities");
+    else if (rule.isFirstChildOnly && xml_.getElement(element).firstChild == NoXmlElement)
+        run_.add("S004", element, "the property has no type: \"PropertyType\" is empty")
+            .vNote("legal here: " + sQuotedList(SetVocabulary::childNames(rule)));
+    else if (rule.name == "UnitType")
+        vMissingAttributeCheck(element, "type", Severity::Error, "the unit has no \"type\"");
+    else if (rule.name == "IfcVersion")
+        vMissingAttributeCheck(element, "version", Severity::Error, "\"IfcVersion\" has no \"version\"");
+    else if (rule.name == "EnumList")
+        vMissingAttributeCheck(element, "name", Severity::Warning,
+                               "the enumeration has no \"name\" and gets that of its property");
+    else if (rule.name == "LowerBoundValue" || rule.name == "UpperBoundValue")
+        vMissingAttributeCheck(element, "value", Severity::Warning, "the bound has no \"value\"");
+}
+
+void StructureCheck::vMissingAdd(XmlIndex element, std::string_view child, const std::string& why) {
+    for (const auto place : XmlChildren(xml_, element)) {
+        if (xml_.getElement(place).name == child)
+            return;
+    }
+    if (!run_.boMisspelt(element, child))
+        run_.add("S004", element, why + ": there is no " + sQuoted(child));
+}
+
+void StructureCheck::vMissingAttributeCheck(XmlIndex element, std::string_view attribute, Severity severity,
+                                            std::string message) {
+    const auto& parts = xml_.getElement(element);
+    bool isMisspelt = false;
+    for (const auto& other : xml_.getAttributes(parts)) {
+        if (other.name == attribute)
+            return;
+        isMisspelt = isMisspelt || legalMatch(other.name, {&attribute, 1}).name == attribute;
+    }
+    // The misspelt attribute is the mistake, and what the library reports is about the element.
+    auto* explanation = isMisspelt ? run_.pLastOf(element) : nullptr;
+    if (explanation)
+        explanation->subject.attribute = nullptr;
+    else
+        run_.add("S005", element, std::move(message)).vSeverity(severity);
+}
+
+void StructureCheck::vRepeatedCheck(XmlIndex element, const ElementRule& rule) {
+    for (const auto& child : rule.children) {
+        if (child.count != ChildCount::LastOnly)
+            continue;
+        auto last = NoXmlElement;
+        for (const auto place : XmlChildren(xml_, element)) {
+            if (xml_.getElement(place).name != child.rule->name)
+                continue;
+            if (last != NoXmlElement)
+                run_.add("S006", place, sQuoted(child.rule->name) + " is repeated; only the last one counts")
+                    .vNoteAt("this one does not count", xml_.getElement(last).position);
+            last = place;
+        }
+    }
+}
+
+void StructureCheck::vTextCheck(XmlIndex element, const ElementRule& rule) {
+    const auto& parts = xml_.getElement(element);
+    if (rule.content == ContentKind::Text) {
+        vUnreadTextCheck(element);
+        return;
+    }
+    const bool hasText = !parts.isTextHidden && !parts.trimmedText.value.empty();
+    if (!hasText && parts.laterText.line == 0)
+        return;
+    auto& draft = run_.add("S016", element,
+                           "there is text inside " + sNameQuoted(parts) + ", where " +
+                               (rule.content == ContentKind::Nothing ? "none" : "elements") +
+                               (rule.content == ContentKind::Nothing ? " belongs" : " belong"));
+    draft.finding.place.position = hasText ? parts.trimmedText.position : parts.laterText;
+    if (rule.content == ContentKind::Nothing && !rule.attributes.empty())
+        draft.vNote("its value belongs in the attribute " + sQuoted(rule.attributes.front()));
+}
+
+void StructureCheck::vUnreadTextCheck(XmlIndex element) {
+    const auto& parts = xml_.getElement(element);
+    const bool isHidden = parts.isTextHidden;
+    // An element inside the text is the mistake then.
+    if ((parts.laterText.line == 0 && !isHidden) || parts.firstChild != NoXmlElement)
+        return;
+    auto& draft = run_.add("S017", element,
+                           "the text of " + sNameQuoted(parts) +
+                               (isHidden ? " begins with a comment, which is read in its place"
+                                         : " is read up to the comment only; this part is lost"));
+    draft.finding.place.position = isHidden ? parts.trimmedText.position : parts.laterText;
+}
+
+FindingDraft* StructureCheck::pValueAdd(std::string_view code, XmlIndex element,
+                                        const XmlAttribute* attribute, const XmlText& text,
+                                        std::string_view what, std::span<const std::string_view> legal) {
+    const auto add = [&](std::string_view rule, std::string message) -> FindingDraft& {
+        return attribute ? run_.addAtValue(rule, element, *attribute, std::move(message))
+                         : run_.addAtText(rule, element, std::move(message));
+    };
+    const auto value = trimmedBlanks(text.value);
+    const auto match = legalMatch(value, legal);
+    if (match.isLetterCase && match.name == value) {
+        add("S019", std::string(what) + " " + sQuoted(value) + " has white space around it")
+            .vNote("write it as " + sQuoted(value))
+            .vEdit(text.bytes, value);
+        return nullptr;
+    }
+    if (match.isLetterCase) {
+        add("S011", std::string(what) + " " + sQuoted(value) + " is written in another letter case")
+            .vNote("write it as " + sQuoted(match.name))
+            .vEdit(text.bytes, match.name);
+        return nullptr;
+    }
+    auto& draft = add(code, sQuoted(text.value) + " is no " + std::string(what));
+    if (!match.name.empty())
+        draft.vNote("did you mean " + sQuoted(match.name) + "?").vEdit(text.bytes, match.name);
+    return &draft;
+}
+
+void StructureCheck::vTemplateTypeCheck() {
+    const auto* type = xml_.pAttribute(xml_.getElement(0), "templatetype");
+    if (!type || type->value.value.empty() ||
+        std::ranges::find(TemplateTypes, type->value.value) != std::end(TemplateTypes))
+        return;
+    if (auto* draft = pValueAdd("S007", 0, type, type->value, "template type", TemplateTypes))
+        draft->vNote("legal values: " + sQuotedList({std::begin(TemplateTypes), std::end(TemplateTypes)}));
+}
+
+void StructureCheck::vUnitTypeCheck(XmlIndex element) {
+    const auto* type = xml_.pAttribute(xml_.getElement(element), "type");
+    // Older documents write an empty type for a value without a unit. A schema without units cannot tell.
+    if (!type || unitTypes_.empty() || trimmedBlanks(type->value.value).empty() ||
+        std::ranges::find(unitTypes_, type->value.value) != unitTypes_.end())
+        return;
+    auto* draft = pValueAdd("S008", element, type, type->value, "type of unit", unitTypes_);
+    if (!draft)
+        return;
+    if (run_.schema.pObjectFromName(trimmedBlanks(type->value.value)))
+        draft->vNote("it is a name of the schema, but not an item of IfcUnitEnum or IfcDerivedUnitEnum");
+    draft->vNote("legal values: the items of IfcUnitEnum and IfcDerivedUnitEnum, such as " +
+                 sQuotedList({unitTypes_.front(), unitTypes_.back()}));
+}
+
+void StructureCheck::vQuantityTypeCheck(XmlIndex element) {
+    const auto& parts = xml_.getElement(element);
+    if (std::ranges::find(QuantityTypes, parts.text) != std::end(QuantityTypes) ||
+        parts.firstChild != NoXmlElement || parts.isTextHidden)
+        return;
+    const auto legal = "legal values: " + sQuotedList({std::begin(QuantityTypes), std::end(QuantityTypes)});
+    if (parts.trimmedText.value.empty()) {
+        run_.add("S009", element, "the type of the quantity is empty").vNote(legal);
+        return;
+    }
+    XmlText text = parts.trimmedText;
+    if (text.bytes.isKnown()) {
+        // The blanks around it are part of what is read.
+        text.bytes.offset -= parts.text.find(text.value);
+        text.bytes.length = parts.text.size();
+    }
+    auto* draft = pValueAdd("S009", element, nullptr, text, "type of quantity", QuantityTypes);
+    if (!draft)
+        return;
+    const auto* const entity = std::ranges::find(QuantityEntities, text.value,
+                                                 &std::pair<std::string_view, std::string_view>::first);
+    if (entity != std::end(QuantityEntities))
+        draft->vNote("write " + sQuoted(entity->second)).vEdit(text.bytes, entity->second);
+    draft->vNote(legal);
+}
+
+} // namespace
+
+std::span<const Rule> getStructureRules() {
+    return StructureRules;
+}
+
+void vStructureCheck(RuleRun& run) {
+    if (run.outline.kind != SetKind::None)
+        StructureCheck(run).vCheck();
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,317 @@
+#include "Kit/Findings/SchemaRun.h"
+
+#include "Kit/Findings/Rules/SchemaRules.h"
+#include "kiv/Kit/Names/NearestName.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kiv::kit {
+
+namespace {
+
+using assert::AssertRecord;
+using ifc::def::schema::ObjectBase;
+
+/// Longer names are cut in messages.
+constexpr std::size_t MaxNamed = 120;
+/// No schema has deeper trees; in one that has, nobody is asked for an attribute from further up.
+constexpr std::size_t MaxLine = 64;
+/// IFC has one; with more, nothing is known of what is inherited.
+constexpr std::size_t MaxSupertypes = 4;
+/// To compare a name with all others takes long where thousands are unknown.
+constexpr std::size_t MaxNearest = 100;
+
+struct ReportOrigin {
+    std::string_view function;
+    // -1 for any.
+    int line;
+    SchemaReport report;
+};
+
+constexpr std::array Origins = {
+    ReportOrigin{"kiv::ifc::def::schema::Entity::vUpdate", 316, SchemaReport::Supertype},
+    ReportOrigin{"kiv::ifc::def::schema::Entity::vUpdate", 325, SchemaReport::Subtype},
+    ReportOrigin{"kiv::ifc::def::schema::AttributeInverse::vUpdate", -1, SchemaReport::Inverse},
+    ReportOrigin{"kiv::ifc::def::schema::DeriveValue::update", -1, SchemaReport::Redeclared},
+    ReportOrigin{"kiv::ifc::def::schema::Type::vUpdate", -1, SchemaReport::Underlying},
+    ReportOrigin{"kiv::ifc::def::schema::DataTypeSelect::vUpdate", -1, SchemaReport::SelectMember},
+    ReportOrigin{"kiv::ifc::def::schema::DataTypeListBase<9>::vUpdate", -1, SchemaReport::Element},
+    ReportOrigin{"kiv::ifc::def::schema::DataTypeListBase<10>::vUpdate", -1, SchemaReport::Element},
+    ReportOrigin{"kiv::ifc::def::schema::DataTypeListBase<11>::vUpdate", -1, SchemaReport::Element},
+    ReportOrigin{"kiv::ifc::def::schema::Where::parseRules", -1, SchemaReport::Rule},
+};
+
+SchemaReport reportOf(const AssertRecord& record) {
+    const auto found = std::ranges::find_if(Origins, [&](const ReportOrigin& origin) {
+        return record.function == origin.function && (origin.line < 0 || record.line == origin.line);
+    });
+    return found == Origins.end() ? SchemaReport::Other : found->report;
+}
+
+std::string_view ruleText(const AssertRecord& record) {
+    constexpr std::string_view Rule = "\n\nRule: ";
+    const std::string_view message = record.message;
+    const auto pos = message.find(Rule);
+    return pos == std::string_view::npos ? std::string_view() : message.substr(pos + Rule.size());
+}
+
+bool isKindOf(const ObjectBase& object, ExpressDeclarationKind kind) {
+    using Kind = ObjectBase::Type;
+    static constexpr std::array Kinds = {Kind::Type, Kind::Entity, Kind::Function, Kind::Rule};
+    const auto index = static_cast<std::size_t>(kind);
+    return index < Kinds.size() && object.getKind() == Kinds[index];
+}
+
+} // namespace
+
+std::string sUpperWord(std::string_view word) {
+    std::string upper(word);
+    for (auto& letter : upper) {
+        if (letter >= 'a' && letter <= 'z')
+            letter = static_cast<char>(letter - 'a' + 'A');
+    }
+    return upper;
+}
+
+std::string sNamed(std::string_view name) {
+    return '"' + std::string(name.substr(0, MaxNamed)) + (name.size() > MaxNamed ? "...\"" : "\"");
+}
+
+std::string_view keywordOf(ExpressDeclarationKind kind) {
+    static constexpr std::array<std::string_view, 6> Keywords = {"TYPE", "ENTITY",    "FUNCTION",
+                                                                 "RULE", "PROCEDURE", "CONSTANT"};
+    return Keywords[static_cast<std::size_t>(kind)];
+}
+
+SchemaRun::SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const AssertRecord> reports,
+                     std::string_view wholeText, std::string shownPath) :
+    schema(readSchema),
+    text(wholeText),
+    positions(expressPositions(wholeText)),
+    lines(schemaLines(wholeText)),
+    path_(std::move(shownPath)),
+    reports_(reports),
+    isTaken_(reports.size()),
+    nearestLeft_(MaxNearest) {
+    const auto first = positions.schemas.empty() ? 0 : positions.schemas.back().firstDeclaration;
+    vDeclaredJoin(std::span(positions.declarations).subspan(first));
+    vReportsSort();
+}
+
+/// Both lists are in the order of the text, and so are the objects.
+void SchemaRun::vDeclaredJoin(std::span<const ExpressDeclaration> declarations) {
+    const auto objects = schema ? std::span(schema->getObjects()) : std::span<const ObjectBase* const>();
+    std::size_t next = 0;
+    for (const auto& declaration : declarations) {
+        const auto keyword = static_cast<std::size_t>(declaration.keyword.text.data() - text.data());
+        while (next < lines.statements.size() && lines.statements[next].keyword < keyword)
+            ++next;
+        auto& joined = declared.emplace_back();
+        joined.declaration = &declaration;
+        if (next < lines.statements.size() && lines.statements[next].keyword == keyword &&
+            lines.statements[next].kind == declaration.kind)
+            joined.statement = &lines.statements[next];
+        if (joined.statement && next < objects.size() && isKindOf(*objects[next], declaration.kind) &&
+            objects[next]->getName() == declaration.name.text)
+            joined.object = objects[next];
+        byName_.try_emplace(sUpperWord(declaration.name.text), declared.size() - 1);
+        const auto index = std::to_string(declared.size() - 1);
+        for (const auto& name : declaration.names) {
+            if (name.use != ExpressUse::EnumerationItem)
+                continue;
+            items_.insert(sUpperWord(name.word.text));
+            attributes_.insert(index + '.' + sUpperWord(name.word.text));
+        }
+        for (const auto& member : declaration.members) {
+            if (member.kind <= ExpressMemberKind::Derived)
+                attributes_.insert(index + '.' + sUpperWord(member.name.text));
+            if (member.kind == ExpressMemberKind::Attribute)
+                attributes_.insert((index + ':').append(member.name.text));
+        }
+    }
+    vSupertypesJoin();
+}
+
+void SchemaRun::vSupertypesJoin() {
+    for (auto& entity : declared) {
+        for (const auto& name : entity.declaration->names) {
+            if (name.use != ExpressUse::Supertype)
+                continue;
+            const auto* const above = pDeclared(name.word.text);
+            if (above && entity.supertypes.size() < MaxSupertypes)
+                entity.supertypes.push_back(static_cast<std::size_t>(above - declared.data()));
+            else
+                entity.isLineKnown = false;
+        }
+    }
+}
+
+void SchemaRun::vReportsSort() {
+    for (std::size_t index = 0; index < reports_.size(); ++index) {
+        const auto report = reportOf(reports_[index]);
+        reportsOf_[static_cast<std::size_t>(report)].push_back(index);
+        if (report == SchemaReport::Rule)
+            ruleReports_.try_emplace(ruleText(reports_[index]), index);
+    }
+}
+
+Finding& SchemaRun::add(std::string_view code, const TextPosition& position, std::string message) {
+    const auto rule = std::ranges::find(getSchemaRules(), code, &Rule::code);
+    auto& count = counts_[rule->code];
+    auto& finding = ++count > maxFindingsPerCode ? surplus_ = {} : findings_.emplace_back();
+    finding.code = rule->code;
+    finding.severity = rule->severity;
+    finding.message = std::move(message);
+    finding.place = {path_, position};
+    return finding;
+}
+
+void SchemaRun::vNoteAt(Finding& finding, const TextPosition& position, std::string message) const {
+    if (finding.notes.size() < maxNotes)
+        finding.notes.push_back({std::move(message), Place{path_, position}});
+}
+
+void SchemaRun::vNearestNote(Finding& finding, std::string_view name,
+                             std::initializer_list<ExpressDeclarationKind> kinds) {
+    if (nearestLeft_ == 0)
+        return;
+    std::vector<std::string_view> names;
+    for (const auto& one : declared) {
+        if (std::ranges::find(kinds, one.declaration->kind) != kinds.end())
+            names.push_back(one.declaration->name.text);
+    }
+    vNearestOfNote(finding, name, names);
+}
+
+void SchemaRun::vNearestAttributeNote(Finding& finding, std::string_view name, const Declared& entity) {
+    if (nearestLeft_ == 0)
+        return;
+    bool isWhole = true;
+    std::vector<std::string_view> names;
+    for (const auto* one : lineOf(entity, isWhole)) {
+        for (const auto& member : one->declaration->members) {
+            if (member.kind <= ExpressMemberKind::Derived)
+                names.push_back(member.name.text);
+        }
+    }
+    vNearestOfNote(finding, name, names);
+}
+
+void SchemaRun::vNearestOfNote(Finding& finding, std::string_view name,
+                               std::span<const std::string_view> names) {
+    --nearestLeft_;
+    if (const auto best = nearestName(name, names))
+        finding.notes.push_back({"did you mean " + sNamed(best->name) + "?", {}});
+}
+
+Declared* SchemaRun::pDeclared(std::string_view name) {
+    const auto found = byName_.find(sUpperWord(name));
+    return found == byName_.end() ? nullptr : &declared[found->second];
+}
+
+bool SchemaRun::isKnown(std::string_view name) {
+    return pDeclared(name) || (schema && schema->pObjectFromName(name));
+}
+
+std::vector<const Declared*> SchemaRun::lineOf(const Declared& entity, bool& isWhole) const {
+    std::vector<const Declared*> line{&entity};
+    for (std::size_t index = 0; index < line.size(); ++index) {
+        isWhole = isWhole && line[index]->isLineKnown;
+        for (const auto number : line[index]->supertypes) {
+            if (std::ranges::find(line, &declared[number]) != line.end())
+                continue;
+            isWhole = isWhole && line.size() < MaxLine;
+            if (line.size() < MaxLine)
+                line.push_back(&declared[number]);
+        }
+    }
+    return line;
+}
+
+/// `name` with the dot or colon that says how it is compared.
+bool SchemaRun::hasAttributeKey(const Declared& entity, std::string_view name) const {
+    bool isWhole = true;
+    for (const auto* one : lineOf(entity, isWhole)) {
+        if (attributes_.contains(std::to_string(one - declared.data()).append(name)))
+            return true;
+    }
+    return !isWhole;
+}
+
+bool SchemaRun::hasAttribute(const Declared& entity, std::string_view name) const {
+    return hasAttributeKey(entity, '.' + sUpperWord(name));
+}
+
+bool SchemaRun::hasExplicitAttribute(const Declared& entity, std::string_view name) const {
+    return hasAttributeKey(entity, std::string(":").append(name));
+}
+
+bool SchemaRun::isSupertype(const Declared& above, const Declared& entity) const {
+    bool isWhole = true;
+    const auto line = lineOf(entity, isWhole);
+    return !isWhole || std::ranges::find(line, &above) != line.end();
+}
+
+void SchemaRun::vReportTake(Finding& finding, std::size_t index) {
+    isTaken_[index] = true;
+    vReportNote(finding, reports_[index]);
+}
+
+void SchemaRun::vReportNote(Finding& finding, const AssertRecord& record) {
+    if (!finding.origin)
+        finding.origin = FindingOrigin{record.function, record.file, record.line};
+    if (finding.notes.size() < maxNotes)
+        finding.notes.push_back({"reported while reading: " + record.message, {}});
+}
+
+bool SchemaRun::boTake(Finding& finding, SchemaReport report) {
+    auto& left = reportsOf_[static_cast<std::size_t>(report)];
+    if (left.empty())
+        return false;
+    vReportTake(finding, left.front());
+    left.pop_front();
+    return true;
+}
+
+bool SchemaRun::boRuleTake(Finding& finding, std::string_view rules) {
+    const auto found = ruleReports_.find(rules);
+    if (found == ruleReports_.end())
+        return false;
+    vReportTake(finding, found->second);
+    return true;
+}
+
+std::vector<const AssertRecord*> SchemaRun::untaken() const {
+    // What is reported twice for one mistake differs in nothing.
+    const auto textOf = [](const AssertRecord& record) {
+        return record.function + '\n' + std::to_string(record.line) + '\n' + record.message;
+    };
+    std::unordered_set<std::string> seen;
+    for (std::size_t index = 0; index < reports_.size(); ++index) {
+        if (isTaken_[index])
+            seen.insert(textOf(reports_[index]));
+    }
+    std::vector<const AssertRecord*> records;
+    for (std::size_t index = 0; index < reports_.size(); ++index) {
+        if (!isTaken_[index] && seen.insert(textOf(reports_[index])).second)
+            records.push_back(&reports_[index]);
+    }
+    return records;
+}
+
+Finding* SchemaRun::pMisreading() {
+    const auto found = std::ranges::find_if(
+        findings_, [](const Finding& finding) { return finding.code >= "E002" && finding.code <= "E006"; });
+    return found == findings_.end() ? nullptr : &*found;
+}
+
+std::vector<Finding> SchemaRun::takeFindings() {
+    std::vector<Finding> findings(std::make_move_iterator(findings_.begin()),
+                                  std::make_move_iterator(findings_.end()));
+    std::ranges::stable_sort(
+        findings, {}, [](const Finding& finding) { return std::pair(finding.place.position, finding.code); });
+    return findings;
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,162 @@
+/// @file
+/// How the rules look at one schema and add what they find.
+///
+///     void vTypesCheck(SchemaRun& run) {
+///         for (const auto& declared : run.declared)
+///             if (declared.isLost())
+///                 run.add("E002", declared.declaration->name, "...");
+///     }
+///
+/// Private to the kit.
+///
+/// Ownership: refers to the text, the schema and the assertions, which outlive it.
+/// Threads:   each run is used by one thread.
+/// Errors:    std::bad_alloc.
+#pragma once
+
+#include "Kit/Positions/SchemaLines.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Host/Assert/KivAssert.h"
+#include "kiv/Kit/Findings/Finding.h"
+#include "kiv/Kit/Positions/ExpressPositions.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace kiv::kit {
+
+/// The upper-cased name.
+std::string sUpperWord(std::string_view word);
+
+/// In quotes, cut when it is very long: "\"IfcWal\"".
+std::string sNamed(std::string_view name);
+
+/// "ENTITY".
+std::string_view keywordOf(ExpressDeclarationKind kind);
+
+/// A declaration of the text, with what the library made of it.
+struct Declared {
+    const ExpressDeclaration* declaration = nullptr;
+    /// Null when the library does not begin a declaration here.
+    const SchemaStatement* statement = nullptr;
+    /// Null when the library has no object of this name from here.
+    const ifc::def::schema::ObjectBase* object = nullptr;
+    /// The finding that says why it is lost or misread, which then also explains what follows from that.
+    Finding* finding = nullptr;
+    /// Its supertypes, as indices of declarations.
+    std::vector<std::size_t> supertypes;
+    /// All supertypes are declared, and not too many.
+    bool isLineKnown = true;
+
+    bool isLost() const { return object == nullptr; }
+};
+
+/// What the library reports of a schema.
+enum class SchemaReport : std::uint8_t {
+    Supertype,
+    Subtype,
+    Inverse,
+    Redeclared,
+    Underlying,
+    SelectMember,
+    Element,
+    Rule,
+    Other,
+    Count
+};
+
+/// One schema, and the findings in it.
+class SchemaRun {
+public:
+    static constexpr std::size_t maxFindingsPerCode = 1'000;
+    static constexpr std::size_t maxNotes = 10;
+
+    SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const assert::AssertRecord> reports,
+              std::string_view wholeText, std::string shownPath);
+    SchemaRun(const SchemaRun&) = delete;
+    SchemaRun& operator=(const SchemaRun&) = delete;
+
+    const ifc::def::schema::Schema* schema;
+    std::string_view text;
+    ExpressPositions positions;
+    SchemaLines lines;
+    /// The declarations of the last schema, in the order of the text.
+    std::vector<Declared> declared;
+
+    /// A finding of the rule with that code. It stays where it is until the run ends.
+    Finding& add(std::string_view code, const TextPosition& position, std::string message);
+    void vNoteAt(Finding& finding, const TextPosition& position, std::string message) const;
+    /// Offers the name of these kinds that is most like `name`.
+    void vNearestNote(Finding& finding, std::string_view name,
+                      std::initializer_list<ExpressDeclarationKind> kinds);
+    /// Offers the attribute of an entity or its supertypes that is most like `name`.
+    void vNearestAttributeNote(Finding& finding, std::string_view name, const Declared& entity);
+
+    /// The first declaration of that name, in any letter case; null when there is none.
+    Declared* pDeclared(std::string_view name);
+    /// Whether anything has that name, be it only for the library.
+    bool isKnown(std::string_view name);
+    /// Whether any enumeration has that item.
+    bool isItem(std::string_view name) const { return items_.contains(sUpperWord(name)); }
+    /// Whether an entity has an attribute of that name, from its supertypes too, or an enumeration has that
+    /// item. Also true when that cannot be known.
+    bool hasAttribute(const Declared& entity, std::string_view name) const;
+    /// The same for explicit attributes of exactly that name, letter case included.
+    bool hasExplicitAttribute(const Declared& entity, std::string_view name) const;
+
+    /// Whether one entity is above another, or is the same. Also true when that cannot be known.
+    bool isSupertype(const Declared& above, const Declared& entity) const;
+
+    /// Makes the next report of that kind a note of the finding; false when there is none left.
+    bool boTake(Finding& finding, SchemaReport report);
+    /// The report of the rules with this text.
+    bool boRuleTake(Finding& finding, std::string_view rules);
+    /// What no finding has taken, but for repetitions of what one has.
+    std::vector<const assert::AssertRecord*> untaken() const;
+
+    /// The first finding about something that is read as something else; null when there is none.
+    Finding* pMisreading();
+    static void vReportNote(Finding& finding, const assert::AssertRecord& record);
+
+    std::vector<Finding> takeFindings();
+
+private:
+    void vDeclaredJoin(std::span<const ExpressDeclaration> declarations);
+    void vReportsSort();
+    void vReportTake(Finding& finding, std::size_t index);
+    void vSupertypesJoin();
+    bool hasAttributeKey(const Declared& entity, std::string_view name) const;
+    /// The entity and those above it, not more than a limit.
+    std::vector<const Declared*> lineOf(const Declared& entity, bool& isWhole) const;
+    void vNearestOfNote(Finding& finding, std::string_view name, std::span<const std::string_view> names);
+
+    std::string path_;
+    std::deque<Finding> findings_;
+    std::unordered_map<std::string_view, std::size_t> counts_;
+    // Takes what is over the limit.
+    Finding surplus_;
+    // By their upper-cased names.
+    std::unordered_map<std::string, std::size_t> byName_;
+    // Attributes of entities and items of enumerations: the index of the declaration and the name,
+    // upper-cased after a dot; of explicit attributes also as it is after a colon.
+    std::unordered_set<std::string> attributes_;
+    // Upper-cased.
+    std::unordered_set<std::string> items_;
+    std::span<const assert::AssertRecord> reports_;
+    std::vector<bool> isTaken_;
+    std::array<std::deque<std::size_t>, static_cast<std::size_t>(SchemaReport::Count)> reportsOf_;
+    // By the text of the clause.
+    std::unordered_map<std::string_view, std::size_t> ruleReports_;
+    std::size_t nearestLeft_;
+};
+
+} // namespace kiv::kit

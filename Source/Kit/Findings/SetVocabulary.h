@@ -1,0 +1,93 @@
+/// @file
+/// The elements and attributes of set documents: which may be where, what readers do with others, and how
+/// often one counts.
+///
+///     const SetVocabulary vocabulary(xml, outline.kind);
+///     if (const auto* rule = vocabulary.pRuleOf(element); rule && rule->content == ContentKind::Text)
+///         ...
+///
+/// Private to the kit.
+///
+/// Ownership: the tables live as long as the process; a vocabulary keeps a pointer for each element.
+/// Threads:   unchanged once made; any number of threads may read it.
+/// Errors:    std::bad_alloc.
+#pragma once
+
+#include "Kit/Findings/SetOutline.h"
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace kiv::kit {
+
+/// What an element is to contain.
+enum class ContentKind : std::uint8_t {
+    Elements,
+    Text,
+    /// Attributes alone.
+    Nothing,
+    /// Readers do not look at it.
+    Ignored,
+};
+
+/// What readers do with a child that they do not know.
+enum class UnknownChild : std::uint8_t {
+    /// They record it.
+    Recorded,
+    /// They record it in the words that they have for a range of bounds.
+    RecordedInRange,
+    /// They report an assertion.
+    Asserted,
+    /// They pass over it.
+    PassedOver,
+    /// They read it as if it had the right name.
+    ReadAnyway,
+};
+
+/// Which of several children of one name count.
+enum class ChildCount : std::uint8_t { All, LastOnly };
+
+struct ElementRule;
+
+struct ChildRule {
+    const ElementRule* rule = nullptr;
+    ChildCount count = ChildCount::All;
+};
+
+struct ElementRule {
+    std::string_view name;
+    ContentKind content = ContentKind::Elements;
+    UnknownChild unknown = UnknownChild::Recorded;
+    std::span<const ChildRule> children = {};
+    std::span<const std::string_view> attributes = {};
+    /// Of all children only the first is read.
+    bool isFirstChildOnly = false;
+    /// Its kind of set has it and the other has not.
+    SetKind onlyIn = SetKind::None;
+};
+
+class SetVocabulary {
+public:
+    SetVocabulary(const XmlPositions& xml, SetKind kind);
+
+    /// Null for an element that is not read, or that is unknown.
+    const ElementRule* pRuleOf(XmlIndex element) const { return rules_[element]; }
+    /// Null when the element may not have such a child.
+    static const ChildRule* pChild(const ElementRule& rule, std::string_view name);
+    /// What the other kind of set has in the place of that element: "QtoDefs" for "PropertyDefs"; empty for
+    /// what both have.
+    static std::string_view counterpart(std::string_view name);
+    /// Whether only the other kind of set has an element of that name.
+    static bool boOfOther(SetKind kind, std::string_view name);
+    /// The element that contains elements of that name, in that kind of set; empty when there is none.
+    static std::string_view ownerOf(SetKind kind, std::string_view name);
+    /// The names that the children of an element may have.
+    static std::vector<std::string_view> childNames(const ElementRule& rule);
+
+private:
+    std::vector<const ElementRule*> rules_;
+};
+
+} // namespace kiv::kit

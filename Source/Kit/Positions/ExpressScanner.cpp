@@ -1,0 +1,186 @@
+#include "Kit/Positions/ExpressScanner.h"
+
+#include <algorithm>
+
+namespace kiv::kit {
+
+namespace {
+
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view LineEnds = "\r\n";
+
+bool isDigit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
+
+bool isWordStart(char letter) {
+    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || letter == '_' ||
+           static_cast<unsigned char>(letter) >= 0x80;
+}
+
+bool isWordPart(char letter) {
+    return isWordStart(letter) || isDigit(letter);
+}
+
+/// Bytes after the first of a code point.
+bool isContinuation(char letter) {
+    return (static_cast<unsigned char>(letter) & 0xC0U) == 0x80;
+}
+
+bool isBlank(char letter) {
+    return static_cast<unsigned char>(letter) <= ' ';
+}
+
+ExpressTokenKind kindOf(char letter) {
+    if (isWordStart(letter))
+        return ExpressTokenKind::Word;
+    if (isDigit(letter))
+        return ExpressTokenKind::Number;
+    return letter == '\'' || letter == '"' ? ExpressTokenKind::String : ExpressTokenKind::Symbol;
+}
+
+std::size_t wordSize(std::string_view text) {
+    return static_cast<std::size_t>(std::ranges::find_if_not(text, isWordPart) - text.begin());
+}
+
+/// A number takes its dot, but no second one, and no exponent, which nobody looks at here.
+std::size_t numberSize(std::string_view text) {
+    auto size = static_cast<std::size_t>(std::ranges::find_if_not(text, isDigit) - text.begin());
+    if (size < text.size() && text[size] == '.')
+        ++size;
+    while (size < text.size() && isWordPart(text[size]))
+        ++size;
+    return size;
+}
+
+/// Up to the closing quote or the end of the line; a doubled quote is two strings without anything between.
+std::size_t stringSize(std::string_view text) {
+    const char ends[] = {text.front(), '\r', '\n'};
+    const auto end = text.find_first_of({ends, sizeof(ends)}, 1);
+    if (end == std::string_view::npos)
+        return text.size();
+    return text[end] == text.front() ? end + 1 : end;
+}
+
+std::size_t symbolSize(std::string_view text) {
+    for (const std::string_view symbol : {":<>:", ":=:", ":="}) {
+        if (text.starts_with(symbol))
+            return symbol.size();
+    }
+    return 1;
+}
+
+} // namespace
+
+ExpressScanner::ExpressScanner(std::string_view text) : text_(text) {
+    if (text.starts_with(ByteOrderMark))
+        mark_.offset = ByteOrderMark.size();
+}
+
+ExpressScanner::ExpressScanner(std::string_view text, const ExpressMark& begin, std::size_t end) :
+    text_(text.substr(0, end)), mark_(begin) {}
+
+char ExpressScanner::charAt(std::size_t distance) const {
+    return mark_.offset + distance < text_.size() ? text_[mark_.offset + distance] : '\0';
+}
+
+void ExpressScanner::vAdvance() {
+    const char letter = text_[mark_.offset++];
+    // A carriage return before a line feed belongs to that line's end.
+    if (letter == '\n' || (letter == '\r' && charAt(0) != '\n')) {
+        ++mark_.line;
+        mark_.column = 1;
+        return;
+    }
+    if (!isContinuation(charAt(0)))
+        ++mark_.column;
+}
+
+void ExpressScanner::vAdvanceTo(std::size_t offset) {
+    while (mark_.offset < offset)
+        vAdvance();
+}
+
+void ExpressScanner::vLineSkip() {
+    vAdvanceTo(std::min(text_.find_first_of(LineEnds, mark_.offset), text_.size()));
+}
+
+/// Where the comment that begins here ends; npos when nothing closes it.
+std::size_t ExpressScanner::commentEnd() {
+    constexpr std::string_view Close = "*)";
+    if (mark_.offset >= neverClosedFrom_)
+        return std::string_view::npos;
+    auto pos = mark_.offset + Close.size();
+    std::size_t depth = 1;
+    while (depth > 0 && nests_) {
+        pos = text_.find_first_of("*(", pos);
+        if (pos == std::string_view::npos)
+            break;
+        const auto pair = text_.substr(pos, 2);
+        depth = pair == Close ? depth - 1 : pair == "(*" ? depth + 1 : depth;
+        pos += pair == Close || pair == "(*" ? 2U : 1U;
+    }
+    if (depth == 0)
+        return pos;
+    nests_ = false;
+    const auto end = text_.find(Close, mark_.offset + Close.size());
+    if (end != std::string_view::npos)
+        return end + Close.size();
+    neverClosedFrom_ = mark_.offset;
+    return std::string_view::npos;
+}
+
+void ExpressScanner::vCommentSkip() {
+    constexpr std::size_t OpenSize = 2;
+    const bool nested = nests_;
+    const TextPosition begin{mark_.line, mark_.column, OpenSize};
+    const auto end = commentEnd();
+    if (openComment_.line == 0 && (end == std::string_view::npos || nested != nests_))
+        openComment_ = begin;
+    if (end == std::string_view::npos)
+        vLineSkip();
+    else
+        vAdvanceTo(end);
+}
+
+void ExpressScanner::vGapSkip() {
+    while (!isAtEnd()) {
+        if (isBlank(charAt(0)))
+            vAdvance();
+        else if (charAt(0) == '(' && charAt(1) == '*')
+            vCommentSkip();
+        else if (charAt(0) == '-' && charAt(1) == '-')
+            vLineSkip();
+        else
+            return;
+    }
+}
+
+std::size_t ExpressScanner::tokenSize(ExpressTokenKind kind) const {
+    const auto rest = text_.substr(mark_.offset);
+    switch (kind) {
+    case ExpressTokenKind::Word:
+        return wordSize(rest);
+    case ExpressTokenKind::Number:
+        return numberSize(rest);
+    case ExpressTokenKind::String:
+        return stringSize(rest);
+    default:
+        return symbolSize(rest);
+    }
+}
+
+ExpressToken ExpressScanner::next() {
+    vGapSkip();
+    ExpressToken token;
+    token.position = {mark_.line, mark_.column, 0};
+    if (isAtEnd())
+        return token;
+    token.kind = kindOf(charAt(0));
+    token.text = text_.substr(mark_.offset, tokenSize(token.kind));
+    vAdvanceTo(mark_.offset + token.text.size());
+    token.position.length = mark_.column - token.position.column;
+    return token;
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,52 @@
+/// @file
+/// The element children of an element, in document order, for a range-based for.
+///
+///     for (const XmlIndex child : XmlChildren(xml, element))
+///         ...
+///
+/// Private to the kit.
+///
+/// Ownership: refers to the positions.
+/// Threads:   any number of threads may walk the same document.
+/// Errors:    none.
+#pragma once
+
+#include "kiv/Kit/Positions/XmlPositions.h"
+
+#include <iterator>
+
+namespace kiv::kit {
+
+class XmlChildren {
+public:
+    class Iterator {
+    public:
+        Iterator(const XmlPositions& xml, XmlIndex child) : xml_(&xml), child_(child) {}
+
+        XmlIndex operator*() const { return child_; }
+        Iterator& operator++() {
+            child_ = xml_->getElement(child_).nextSibling;
+            return *this;
+        }
+        friend bool operator==(const Iterator& position, std::default_sentinel_t) {
+            return position.child_ == NoXmlElement;
+        }
+
+    private:
+        const XmlPositions* xml_;
+        XmlIndex child_;
+    };
+
+    /// `NoXmlElement` has no children.
+    XmlChildren(const XmlPositions& xml, XmlIndex parent) :
+        xml_(&xml), first_(parent == NoXmlElement ? NoXmlElement : xml.getElement(parent).firstChild) {}
+
+    Iterator begin() const { return {*xml_, first_}; }
+    std::default_sentinel_t end() const { return {}; }
+
+private:
+    const XmlPositions* xml_;
+    XmlIndex first_;
+};
+
+} // namespace kiv::kit

@@ -1,0 +1,492 @@
+#include "kiv/Kit/Positions/XmlPositions.h"
+
+#include "Kit/Positions/TextCursor.h"
+#include "Kit/Positions/XmlDecoding.h"
+#include "kiv/Host/Xml/KivXml.h"
+
+#include <algorithm>
+#include <array>
+#include <deque>
+#include <exception>
+#include <expat.h>
+#include <limits>
+#include <new>
+#include <utility>
+
+namespace kiv::kit {
+
+namespace {
+
+constexpr std::string_view WhiteSpace = " \t\r\n";
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view IgnoreWords[] = {"kivifc:", "ignore"};
+
+std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(WhiteSpace);
+    if (first == std::string_view::npos)
+        return text.substr(0, 0);
+    return text.substr(first, text.find_last_not_of(WhiteSpace) - first + 1);
+}
+
+/// The codes of a comment "kivifc: ignore CODE"; absent for other comments.
+std::optional<std::string_view> ignoredCodes(std::string_view comment) {
+    for (const auto word : IgnoreWords) {
+        comment = trimmed(comment);
+        if (!comment.starts_with(word))
+            return std::nullopt;
+        comment.remove_prefix(word.size());
+    }
+    if (!comment.empty() && WhiteSpace.find(comment.front()) == std::string_view::npos)
+        return std::nullopt;
+    return trimmed(comment);
+}
+
+std::vector<std::size_t> lineStartsOf(std::string_view text) {
+    std::vector<std::size_t> starts = {0};
+    for (auto end = text.find_first_of("\r\n"); end != std::string_view::npos;
+         end = text.find_first_of("\r\n", starts.back()))
+        starts.push_back(end + (text.substr(end, 2) == "\r\n" ? 2 : 1));
+    return starts;
+}
+
+} // namespace
+
+struct XmlPositions::Data {
+    explicit Data(std::string&& file) : bytes(std::move(file)), encoding(encodingOf(bytes)) {
+        if (encoding == XmlEncoding::Utf8)
+            text = bytes;
+        else
+            text = decoded = sDecoded(bytes, encoding);
+        if (text.starts_with(ByteOrderMark)) {
+            text.remove_prefix(ByteOrderMark.size());
+            offset = ByteOrderMark.size();
+        }
+        lineStarts = lineStartsOf(text);
+    }
+
+    /// A range of the text as one of the file.
+    ByteRange range(std::size_t from, std::size_t size) const {
+        return encoding == XmlEncoding::Utf8 ? ByteRange{from + offset, size} : ByteRange{};
+    }
+
+    /// A view of the value that lives as long as the text: of the text itself where that is written as it
+    /// reads.
+    std::string_view kept(std::string_view value, std::string_view written) {
+        if (value == written)
+            return written;
+        return values.emplace_back(value);
+    }
+
+    std::string bytes;
+    XmlEncoding encoding;
+    std::string decoded;
+    std::string_view text;
+    /// Of the text in the file.
+    std::size_t offset = 0;
+    std::vector<std::size_t> lineStarts;
+    std::vector<XmlElement> elements;
+    std::vector<XmlAttribute> attributes;
+    std::vector<XmlIgnore> ignores;
+    /// Values that are written in another way than they read. They stay where they are.
+    std::deque<std::string> values;
+    std::optional<XmlPositionError> error;
+};
+
+namespace {
+
+/// Where an attribute is written in its tag.
+struct WrittenAttribute {
+    std::size_t before = 0;
+    std::size_t name = 0;
+    std::size_t nameSize = 0;
+    std::size_t value = 0;
+    std::size_t valueSize = 0;
+};
+
+/// Finds the attributes of a start tag, one after the other. The tag is well-formed.
+class TagScanner {
+public:
+    TagScanner(std::string_view text, std::size_t offset) : text_(text), offset_(offset) {}
+
+    WrittenAttribute next() {
+        WrittenAttribute written;
+        written.before = offset_;
+        written.name = text_.find_first_not_of(WhiteSpace, offset_);
+        const auto nameEnd = text_.find_first_of(" \t\r\n=", written.name);
+        written.nameSize = nameEnd - written.name;
+        const auto quote = text_.find_first_of("\"'", nameEnd);
+        written.value = quote + 1;
+        const auto end = text_.find(text_[quote], written.value);
+        written.valueSize = end - written.value;
+        offset_ = end + 1;
+        return written;
+    }
+
+    std::size_t getOffset() const { return offset_; }
+
+private:
+    std::string_view text_;
+    std::size_t offset_;
+};
+
+} // namespace
+
+/// One run of the parser over the text.
+class XmlPositionsReader {
+public:
+    explicit XmlPositionsReader(XmlPositions::Data& data);
+
+    void vRead();
+
+private:
+    /// Does something from within the parser, through whose C frames no exception may pass.
+    template <auto member, typename... Arguments>
+    static void XMLCALL vCall(void* reader, Arguments... arguments) noexcept;
+
+    void vElementStart(const XML_Char* name, const XML_Char** attributes);
+    void vElementEnd(const XML_Char* name);
+    void vCharacters(const XML_Char* characters, int size);
+    void vComment(const XML_Char* comment);
+    void vProcessingInstruction(const XML_Char* target, const XML_Char* instruction);
+
+    bool boParse();
+    std::size_t getOffset() const;
+    std::size_t getSize() const;
+    /// Whether the tag of that name is written at this place, and not in an entity.
+    bool boTagWritten(std::string_view name) const;
+    XmlElement& elementAdd(std::string_view name);
+    void vAttributesAdd(XmlElement& element, const XML_Char** attributes, bool isWritten);
+    void vWrittenAttributeAdd(const WrittenAttribute& written, std::string_view name, std::string_view value);
+    void vDefaultAttributeAdd(const XmlElement& element, std::string_view name, std::string_view value);
+    void vTextBegin(std::size_t offset);
+    /// Ends the first text of the innermost element.
+    void vTextEnd();
+    /// Notes what comes before any text of the innermost element.
+    void vTextHide(std::string_view by);
+    void vLaterTextNote(std::string_view piece);
+    void vFail(std::string message);
+    void vStop();
+
+    /// An element that is not yet closed.
+    struct Open {
+        XmlIndex element = NoXmlElement;
+        XmlIndex lastChild = NoXmlElement;
+    };
+
+    XmlPositions::Data& data_;
+    TextCursor cursor_;
+    std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
+    std::vector<Open> open_;
+    /// The first text of the innermost element, while it may still grow.
+    bool isTextOpen_ = false;
+    std::size_t textOffset_ = 0;
+    std::string text_;
+    /// Ignores whose element is to come, with the parent in which it has to be.
+    std::size_t pendingIgnores_ = 0;
+    std::size_t defaultSize_ = 0;
+    bool isStopped_ = false;
+    std::exception_ptr exception_;
+};
+
+template <auto member, typename... Arguments>
+void XMLCALL XmlPositionsReader::vCall(void* reader, Arguments... arguments) noexcept {
+    auto& self = *static_cast<XmlPositionsReader*>(reader);
+    if (self.isStopped_)
+        return;
+    try {
+        (self.*member)(arguments...);
+    } catch (...) {
+        self.exception_ = std::current_exception();
+        self.vStop();
+    }
+}
+
+XmlPositionsReader::XmlPositionsReader(XmlPositions::Data& data) :
+    data_(data), cursor_(data.text), parser_(XML_ParserCreate("UTF-8"), &XML_ParserFree) {
+    if (parser_ == nullptr)
+        throw std::bad_alloc();
+    XML_SetUserData(parser_.get(), this);
+    XML_SetElementHandler(parser_.get(), vCall<&XmlPositionsReader::vElementStart>,
+                          vCall<&XmlPositionsReader::vElementEnd>);
+    XML_SetCharacterDataHandler(parser_.get(), vCall<&XmlPositionsReader::vCharacters>);
+    XML_SetCommentHandler(parser_.get(), vCall<&XmlPositionsReader::vComment>);
+    XML_SetProcessingInstructionHandler(parser_.get(), vCall<&XmlPositionsReader::vProcessingInstruction>);
+}
+
+void XmlPositionsReader::vRead() {
+    const bool isRead = boParse();
+    if (exception_)
+        std::rethrow_exception(exception_);
+    if (isRead || data_.error)
+        return;
+    const XML_Error code = XML_GetErrorCode(parser_.get());
+    if (code == XML_ERROR_NO_MEMORY)
+        throw std::bad_alloc();
+    vFail(XML_ErrorString(code));
+}
+
+bool XmlPositionsReader::boParse() {
+    // The parser takes sizes as int.
+    constexpr std::size_t largestPiece = std::size_t{1} << 30;
+    for (std::string_view rest = data_.text;; rest.remove_prefix(largestPiece)) {
+        const bool isLast = rest.size() <= largestPiece;
+        const auto size = static_cast<int>(std::min(rest.size(), largestPiece));
+        if (XML_Parse(parser_.get(), rest.data(), size, isLast) != XML_STATUS_OK)
+            return false;
+        if (isLast)
+            return true;
+    }
+}
+
+std::size_t XmlPositionsReader::getOffset() const {
+    const auto index = std::max<XML_Index>(XML_GetCurrentByteIndex(parser_.get()), 0);
+    return std::min(static_cast<std::size_t>(index), data_.text.size());
+}
+
+std::size_t XmlPositionsReader::getSize() const {
+    return static_cast<std::size_t>(std::max(XML_GetCurrentByteCount(parser_.get()), 0));
+}
+
+bool XmlPositionsReader::boTagWritten(std::string_view name) const {
+    const auto tag = data_.text.substr(getOffset(), getSize());
+    return tag.starts_with('<') && tag.substr(1).starts_with(name) && tag.size() > name.size() + 1;
+}
+
+void XmlPositionsReader::vFail(std::string message) {
+    data_.error = XmlPositionError{std::move(message), TextCursor(data_.text).at(getOffset())};
+}
+
+void XmlPositionsReader::vStop() {
+    isStopped_ = true;
+    XML_StopParser(parser_.get(), XML_FALSE);
+}
+
+void XmlPositionsReader::vElementStart(const XML_Char* name, const XML_Char** attributes) {
+    vTextEnd();
+    if (open_.size() == xml::maxElementDepth ||
+        data_.elements.size() == std::numeric_limits<XmlIndex>::max() - 1) {
+        vFail("elements are nested deeper than " + std::to_string(xml::maxElementDepth) + " levels");
+        vStop();
+        return;
+    }
+    const bool isWritten = boTagWritten(name);
+    XmlElement& element = elementAdd(name);
+    if (isWritten) {
+        const auto offset = getOffset();
+        const auto size = element.name.size();
+        element.tagPosition = cursor_.at(offset, getSize());
+        element.position = cursor_.at(offset + 1, size);
+        element.nameBytes = data_.range(offset + 1, size);
+        element.bytes = data_.range(offset, getSize());
+    } else {
+        element.tagPosition = element.position = cursor_.at(getOffset(), getSize());
+    }
+    vAttributesAdd(element, attributes, isWritten);
+    if (!isStopped_)
+        vTextBegin(getOffset() + getSize());
+}
+
+XmlElement& XmlPositionsReader::elementAdd(std::string_view name) {
+    const auto index = static_cast<XmlIndex>(data_.elements.size());
+    auto& element = data_.elements.emplace_back();
+    element.name = data_.kept(name, data_.text.substr(getOffset()).substr(1, name.size()));
+    element.descendantsEnd = index + 1;
+    if (!open_.empty()) {
+        auto& parent = open_.back();
+        element.parent = parent.element;
+        if (parent.lastChild == NoXmlElement)
+            data_.elements[parent.element].firstChild = index;
+        else
+            data_.elements[parent.lastChild].nextSibling = index;
+        parent.lastChild = index;
+    }
+    for (; pendingIgnores_ != 0; --pendingIgnores_)
+        data_.ignores[data_.ignores.size() - pendingIgnores_].element = index;
+    open_.push_back({index, NoXmlElement});
+    return element;
+}
+
+/// `attributes` are names and values in turn, ended by null; those that the tag does not write come last.
+void XmlPositionsReader::vAttributesAdd(XmlElement& element, const XML_Char** attributes, bool isWritten) {
+    element.firstAttribute = static_cast<std::uint32_t>(data_.attributes.size());
+    const int written = isWritten ? XML_GetSpecifiedAttributeCount(parser_.get()) : 0;
+    TagScanner scanner(data_.text, getOffset() + 1 + element.name.size());
+    for (int i = 0; attributes[i] != nullptr && !isStopped_; i += 2) {
+        if (i < written)
+            vWrittenAttributeAdd(scanner.next(), attributes[i], attributes[i + 1]);
+        else
+            vDefaultAttributeAdd(element, attributes[i], attributes[i + 1]);
+    }
+    element.attributeCount = static_cast<std::uint32_t>(data_.attributes.size()) - element.firstAttribute;
+}
+
+void XmlPositionsReader::vWrittenAttributeAdd(const WrittenAttribute& written, std::string_view name,
+                                              std::string_view value) {
+    auto& attribute = data_.attributes.emplace_back();
+    attribute.name = data_.kept(name, data_.text.substr(written.name, written.nameSize));
+    attribute.position = cursor_.at(written.name, written.nameSize);
+    attribute.nameBytes = data_.range(written.name, written.nameSize);
+    const auto text = data_.text.substr(written.value, written.valueSize);
+    attribute.value.value = data_.kept(value, text);
+    attribute.value.position = cursor_.at(written.value, written.valueSize);
+    if (value == text)
+        attribute.value.bytes = data_.range(written.value, written.valueSize);
+    attribute.bytes = data_.range(written.before, written.value + written.valueSize + 1 - written.before);
+}
+
+void XmlPositionsReader::vDefaultAttributeAdd(const XmlElement& element, std::string_view name,
+                                              std::string_view value) {
+    defaultSize_ += sizeof(XmlAttribute) + name.size() + value.size();
+    if (defaultSize_ > xml::maxDefaultAttributeSize) {
+        vFail("default attribute values add more than " + std::to_string(xml::maxDefaultAttributeSize >> 20) +
+              " MiB");
+        vStop();
+        return;
+    }
+    auto& attribute = data_.attributes.emplace_back();
+    attribute.name = data_.kept(name, {});
+    attribute.position = element.position;
+    attribute.value.value = data_.kept(value, {});
+    attribute.value.position = element.position;
+}
+
+void XmlPositionsReader::vElementEnd(const XML_Char*) {
+    vTextEnd();
+    const auto index = open_.back().element;
+    auto& element = data_.elements[index];
+    const auto offset = getOffset();
+    const auto size = getSize();
+    if (data_.text.substr(offset, size).starts_with("</") && element.bytes.isKnown())
+        element.endNameBytes = data_.range(offset + 2, element.name.size());
+    if (element.bytes.isKnown())
+        element.bytes.length = offset + size + data_.offset - element.bytes.offset;
+    element.end = cursor_.at(offset + size);
+    element.descendantsEnd = static_cast<XmlIndex>(data_.elements.size());
+    pendingIgnores_ = 0;
+    open_.pop_back();
+}
+
+void XmlPositionsReader::vCharacters(const XML_Char* characters, int size) {
+    const std::string_view piece(characters, static_cast<std::size_t>(size));
+    if (isTextOpen_)
+        text_.append(piece);
+    else
+        vLaterTextNote(piece);
+}
+
+void XmlPositionsReader::vComment(const XML_Char* comment) {
+    vTextHide(comment);
+    const auto codes = ignoredCodes(comment);
+    if (!codes)
+        return;
+    auto& ignore = data_.ignores.emplace_back();
+    ignore.codes = data_.kept(*codes, {});
+    ignore.position = cursor_.at(getOffset(), getSize());
+    ++pendingIgnores_;
+}
+
+void XmlPositionsReader::vProcessingInstruction(const XML_Char* target, const XML_Char* instruction) {
+    std::string text(target);
+    if (*instruction != '\0')
+        text.append(" ").append(instruction);
+    vTextHide(text);
+}
+
+void XmlPositionsReader::vTextBegin(std::size_t offset) {
+    isTextOpen_ = true;
+    textOffset_ = offset;
+    text_.clear();
+}
+
+void XmlPositionsReader::vTextHide(std::string_view by) {
+    const bool isHidden = isTextOpen_ && text_.empty();
+    vTextEnd();
+    if (!isHidden)
+        return;
+    auto& element = data_.elements[open_.back().element];
+    element.isTextHidden = true;
+    element.text = data_.kept(by, {});
+    element.trimmedText = {trimmed(element.text), cursor_.at(getOffset(), getSize()), {}};
+}
+
+void XmlPositionsReader::vTextEnd() {
+    if (!isTextOpen_)
+        return;
+    isTextOpen_ = false;
+    auto& element = data_.elements[open_.back().element];
+    const bool isEmptyTag = text_.empty() && data_.text.substr(0, textOffset_).ends_with("/>");
+    if (isEmptyTag || !element.bytes.isKnown()) {
+        element.text = data_.kept(text_, {});
+        element.trimmedText = {trimmed(element.text), element.position, {}};
+        return;
+    }
+    const auto written = data_.text.substr(textOffset_, getOffset() - textOffset_);
+    const auto writtenTrimmed = trimmed(written);
+    element.text = data_.kept(text_, written);
+    element.trimmedText.value = trimmed(element.text);
+    const auto offset = static_cast<std::size_t>(writtenTrimmed.data() - data_.text.data());
+    element.trimmedText.position = cursor_.at(offset, writtenTrimmed.size());
+    if (element.trimmedText.value == writtenTrimmed)
+        element.trimmedText.bytes = data_.range(offset, writtenTrimmed.size());
+}
+
+void XmlPositionsReader::vLaterTextNote(std::string_view piece) {
+    const auto text = trimmed(piece);
+    auto& element = data_.elements[open_.back().element];
+    if (text.empty() || element.laterText.line != 0)
+        return;
+    const auto before = static_cast<std::size_t>(text.data() - piece.data());
+    element.laterText = cursor_.at(getOffset() + std::min(before, getSize()));
+    element.laterText.length = TextCursor::codePoints(text);
+}
+
+XmlPositions::XmlPositions(std::string bytes) : data_(std::make_unique<Data>(std::move(bytes))) {
+    XmlPositionsReader(*data_).vRead();
+}
+
+XmlPositions::~XmlPositions() = default;
+XmlPositions::XmlPositions(XmlPositions&&) noexcept = default;
+XmlPositions& XmlPositions::operator=(XmlPositions&&) noexcept = default;
+
+std::span<const XmlElement> XmlPositions::getElements() const {
+    return data_->elements;
+}
+
+const XmlElement* XmlPositions::pRoot() const {
+    return data_->elements.empty() ? nullptr : data_->elements.data();
+}
+
+std::span<const XmlAttribute> XmlPositions::getAttributes(const XmlElement& element) const {
+    return std::span(data_->attributes).subspan(element.firstAttribute, element.attributeCount);
+}
+
+const XmlAttribute* XmlPositions::pAttribute(const XmlElement& element, std::string_view name) const {
+    const auto attributes = getAttributes(element);
+    const auto found = std::ranges::find(attributes, name, &XmlAttribute::name);
+    return found == attributes.end() ? nullptr : &*found;
+}
+
+std::span<const XmlIgnore> XmlPositions::getIgnores() const {
+    return data_->ignores;
+}
+
+std::string_view XmlPositions::getText() const {
+    return data_->text;
+}
+
+XmlEncoding XmlPositions::getEncoding() const {
+    return data_->encoding;
+}
+
+std::string_view XmlPositions::getLine(std::size_t line) const {
+    if (line == 0 || line > data_->lineStarts.size())
+        return {};
+    const auto rest = data_->text.substr(data_->lineStarts[line - 1]);
+    return rest.substr(0, rest.find_first_of("\r\n"));
+}
+
+const XmlPositionError* XmlPositions::pError() const {
+    return data_->error ? &*data_->error : nullptr;
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,156 @@
+/// @file
+/// Where everything is in an XML document: a pass of its own over the bytes of the file, which keeps the
+/// place of every element, attribute and text.
+///
+///     const XmlPositions xml(std::move(bytes));
+///     for (const auto& element : xml.getElements())
+///         std::cout << element.name << " on line " << element.position.line << '\n';
+///
+/// Positions count code points of the text, whatever the encoding of the file; a byte range is known only
+/// where the file is UTF-8 and the text is written as it reads, so that an edit can replace just these bytes.
+///
+/// Ownership: owns the text; the views and spans it hands out live as long as it does, also after it is
+/// moved. Threads:   unchanged once made; any number of threads may read it. Errors:    a text that is no XML
+/// has what was read up to there, and `pError`. std::bad_alloc.
+#pragma once
+
+#include "kiv/Base/Export.h"
+#include "kiv/Kit/Text/TextPosition.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::kit {
+
+/// Bytes of the file.
+struct ByteRange {
+    static constexpr std::size_t Unknown = static_cast<std::size_t>(-1);
+
+    std::size_t offset = Unknown;
+    std::size_t length = 0;
+
+    bool isKnown() const { return offset != Unknown; }
+};
+
+/// A value or text, and where it is written.
+struct XmlText {
+    /// With references replaced and line ends as XML has them.
+    std::string_view value;
+    /// Of the value without its quotes; of its first line when it has several.
+    TextPosition position;
+    /// Unknown when the value is written in another way than it reads: with references, or in CDATA sections.
+    ByteRange bytes;
+};
+
+struct XmlAttribute {
+    /// As written, with its prefix.
+    std::string_view name;
+    TextPosition position;
+    ByteRange nameBytes;
+    XmlText value;
+    /// From the end of what precedes the attribute to its closing quote, for removing it.
+    ByteRange bytes;
+};
+
+/// Elements refer to each other by their index in `XmlPositions::getElements`.
+using XmlIndex = std::uint32_t;
+inline constexpr XmlIndex NoXmlElement = static_cast<XmlIndex>(-1);
+
+struct XmlElement {
+    /// As written, with its prefix.
+    std::string_view name;
+    /// Of the name in the start tag.
+    TextPosition position;
+    /// The first line of the start tag, "<" included.
+    TextPosition tagPosition;
+    ByteRange nameBytes;
+    /// The name in the end tag; unknown for an empty tag.
+    ByteRange endNameBytes;
+    /// From "<" of the start tag to ">" of the end tag.
+    ByteRange bytes;
+    /// Just after the element.
+    TextPosition end;
+
+    XmlIndex parent = NoXmlElement;
+    XmlIndex firstChild = NoXmlElement;
+    XmlIndex nextSibling = NoXmlElement;
+    /// One past the last element inside it.
+    XmlIndex descendantsEnd = 0;
+    std::uint32_t firstAttribute = 0;
+    std::uint32_t attributeCount = 0;
+
+    /// What comes before the first comment, processing instruction or element inside it, which is all that
+    /// the readers of set documents see; as it is, with the blanks around it. When a comment or processing
+    /// instruction comes first, they read that in place of the text, and so it is here.
+    std::string_view text;
+    /// The same without the white space around it; where a text of blanks only, or none, would be when empty.
+    XmlText trimmedText;
+    /// Text other than white space that comes later; its position has no line when there is none.
+    TextPosition laterText;
+    /// Whether a comment or processing instruction comes before any text, and is read in its place.
+    bool isTextHidden = false;
+
+    /// The part of the name after the prefix.
+    std::string_view localName() const { return name.substr(name.find(':') + 1); }
+    bool isPrefixed() const { return name.find(':') != std::string_view::npos; }
+};
+
+/// A comment `<!-- kivifc: ignore CODE, CODE -->`.
+struct XmlIgnore {
+    /// What follows "ignore", without the white space around it.
+    std::string_view codes;
+    TextPosition position;
+    /// The element that follows in the same parent; `NoXmlElement` when there is none.
+    XmlIndex element = NoXmlElement;
+};
+
+/// How the bytes of the file become characters.
+enum class XmlEncoding : std::uint8_t { Utf8, Utf16, Latin1 };
+
+/// Why the text is no XML.
+struct XmlPositionError {
+    std::string message;
+    TextPosition position;
+};
+
+class KIV_EXPORT XmlPositions {
+public:
+    /// Takes the bytes of the file.
+    explicit XmlPositions(std::string bytes);
+    ~XmlPositions();
+    XmlPositions(XmlPositions&&) noexcept;
+    XmlPositions& operator=(XmlPositions&&) noexcept;
+
+    /// In the order of their start tags, the root element first; empty for a text without one.
+    std::span<const XmlElement> getElements() const;
+    /// Null when the text has no element.
+    const XmlElement* pRoot() const;
+    const XmlElement& getElement(XmlIndex index) const { return getElements()[index]; }
+    std::span<const XmlAttribute> getAttributes(const XmlElement& element) const;
+    /// Null when the element has none of that name.
+    const XmlAttribute* pAttribute(const XmlElement& element, std::string_view name) const;
+    /// In the order of the document.
+    std::span<const XmlIgnore> getIgnores() const;
+
+    /// The text of the file in UTF-8, without its byte order mark.
+    std::string_view getText() const;
+    XmlEncoding getEncoding() const;
+    /// The line of that number, from 1, without its end; empty when there is none.
+    std::string_view getLine(std::size_t line) const;
+    /// Null when the text is XML.
+    const XmlPositionError* pError() const;
+
+private:
+    friend class XmlPositionsReader;
+
+    struct Data;
+    std::unique_ptr<Data> data_;
+};
+
+} // namespace kiv::kit

@@ -1,0 +1,97 @@
+#include "kiv/Kit/Findings/IgnoreComments.h"
+#include "kiv/Kit/Positions/XmlPositions.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace kiv::kit::test {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+Finding at(std::string_view code, std::size_t line, std::size_t column) {
+    Finding finding;
+    finding.code = code;
+    finding.place = {"a.xml", {line, column, 1}};
+    return finding;
+}
+
+IgnoreComments ignores(std::string text) {
+    return {"a.xml", XmlPositions(std::move(text))};
+}
+
+constexpr const char* Document = "<A>\n"
+                                 "  <!-- kivifc: ignore S001, g -->\n"
+                                 "  <B x='1'>\n"
+                                 "    <C/>\n"
+                                 "  </B>\n"
+                                 "  <D/>\n"
+                                 "</A>\n";
+
+TEST(IgnoreComments, HideTheNextElementAndEverythingInsideIt) {
+    struct Row {
+        std::string_view code;
+        std::size_t line;
+        std::size_t column;
+        bool isHidden;
+    };
+    const Row rows[] = {
+        {"S001", 3, 3, true},
+        {"S001", 3, 6, true},
+        {"S001", 4, 6, true},
+        // A family by its letter, in any letter case.
+        {"G001", 4, 6, true},
+        {"S002", 4, 6, false},
+        // Before the element, after it, and what is about no line at all.
+        {"S001", 3, 2, false},
+        {"S001", 5, 7, false},
+        {"S001", 6, 3, false},
+        {"S001", 0, 0, false},
+    };
+    auto comments = ignores(Document);
+    for (const auto& row : rows)
+        EXPECT_EQ(comments.boHide(at(row.code, row.line, row.column)), row.isHidden)
+            << row.code << ' ' << row.line << ':' << row.column;
+}
+
+TEST(IgnoreComments, BeforeTheRootTheyAreAboutTheWholeDocument) {
+    auto comments = ignores("<!-- kivifc: ignore S001 --><A/>");
+    EXPECT_TRUE(comments.boHide(at("S001", 0, 0)));
+    EXPECT_TRUE(comments.boHide(at("S001", 1, 30)));
+}
+
+TEST(IgnoreComments, CodeThatHidesNothingIsANote) {
+    auto comments = ignores(Document);
+    comments.boHide(at("S001", 4, 6));
+    const auto unused = comments.unusedFindings();
+    ASSERT_THAT(unused, SizeIs(1));
+    EXPECT_EQ(unused[0].code, "K001");
+    EXPECT_EQ(unused[0].severity, Severity::Note);
+    EXPECT_EQ(unused[0].message, "the comment that ignores G hides nothing");
+    EXPECT_EQ(unused[0].place.position.line, 2U);
+}
+
+TEST(IgnoreComments, RuleThatIsNotLookedForIsNoUnusedOne) {
+    const auto comments = ignores(Document);
+    EXPECT_THAT(comments.unusedFindings([](std::string_view code) { return code == "G"; }), SizeIs(1));
+    EXPECT_THAT(comments.unusedFindings([](std::string_view) { return false; }), IsEmpty());
+}
+
+TEST(IgnoreComments, UnknownCodeAndMissingElementAreSaid) {
+    const auto unknown = ignores("<!-- kivifc: ignore QQQ --><A/>").unusedFindings();
+    ASSERT_THAT(unknown, SizeIs(1));
+    ASSERT_THAT(unknown[0].notes, SizeIs(1));
+    EXPECT_EQ(unknown[0].notes[0].message, "no rule has this code");
+    const auto last = ignores("<A><B/><!-- kivifc: ignore S001 --></A>").unusedFindings();
+    ASSERT_THAT(last, SizeIs(1));
+    ASSERT_THAT(last[0].notes, SizeIs(1));
+    EXPECT_EQ(last[0].notes[0].message, "no element follows the comment");
+}
+
+} // namespace
+
+} // namespace kiv::kit::test

@@ -1,0 +1,378 @@
+#include "Kit/Findings/Rules/SchemaRules.h"
+
+#include "kiv/Kit/Documents/SchemaFile.h"
+#include "kiv/Kit/Findings/SchemaFindings.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::kit {
+
+namespace {
+
+std::vector<Finding> findingsOfText(std::string_view text) {
+    const auto file = schemaTextRead(std::string(text), "a.exp");
+    return schemaFindingsOf(file.schema.get(), file.assertions, text, "a.exp");
+}
+
+std::string sPlace(const TextPosition& position) {
+    return std::to_string(position.line) + ':' + std::to_string(position.column) + '+' +
+           std::to_string(position.length);
+}
+
+/// A line for each finding and each note.
+std::string sDump(const std::vector<Finding>& findings) {
+    static constexpr std::string_view Severities[] = {"note", "warning", "error"};
+    std::string dump;
+    for (const auto& finding : findings) {
+        dump += sPlace(finding.place.position) + ' ';
+        dump.append(finding.code).append(" ");
+        dump.append(Severities[static_cast<std::size_t>(finding.severity)]).append(": ");
+        dump += finding.message + '\n';
+        for (const auto& note : finding.notes)
+            dump += "  " + (note.place ? sPlace(note.place->position) + ' ' : "") + note.message + '\n';
+    }
+    return dump;
+}
+
+std::string sSchema(std::string_view statements) {
+    return "SCHEMA A;\n" + std::string(statements) + "END_SCHEMA;\n";
+}
+
+struct Sample {
+    /// What follows the SCHEMA line, which is line 1.
+    std::string statements;
+    std::string findings;
+};
+
+class SchemaFindingsOf : public testing::TestWithParam<Sample> {};
+
+TEST_P(SchemaFindingsOf, IsExact) {
+    EXPECT_EQ(sDump(findingsOfText(sSchema(GetParam().statements))), GetParam().findings)
+        << GetParam().statements;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    LostDeclarations, SchemaFindingsOf,
+    testing::Values(
+        Sample{"entity Door;\nend_entity;\nTYPE B = REAL;\nEND_TYPE;\n",
+               "2:8+4 E002 error: ENTITY \"Door\" is not read: the keyword is written \"entity\", and is "
+               "found in "
+               "capitals only\n"},
+        Sample{"TYPE B = REAL;\nEND_TYPE; TYPE C = REAL;\nEND_TYPE;\n",
+               "3:16+1 E002 error: TYPE \"C\" is not read: its line is the one on which TYPE \"B\" ends\n"},
+        Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C SUBTYPE OF (B);\nEND_ENTITY;\n",
+               "4:8+1 E002 error: ENTITY \"C\" is not read: its line is read as TYPE \"OF\"\n"
+               "  reported while reading: Not type found\n"},
+        Sample{"TYPE B=REAL;\nEND_TYPE;\n",
+               "2:6+1 E002 error: TYPE \"B\" is read under the name \"B=REAL\"\n"
+               "  write the name on the line of the keyword, and a blank or \";\" right after it\n"
+               "  reported while reading: Not type found\n"},
+        Sample{"ENTITY B; C : REAL; END_ENTITY;\nENTITY D;\nEND_ENTITY;\nTYPE E = REAL;\nEND_TYPE;\n",
+               "2:8+1 E003 error: ENTITY \"B\" is on one line and is not read\n"
+               "  3:8+1 ENTITY \"D\" is taken for a part of it and is lost\n"},
+        Sample{"ENTITY B;\n\tC : REAL;\nTYPE D = REAL;\nEND_TYPE;\nENTITY E;\nEND_ENTITY;\n",
+               "2:8+1 E004 error: END_ENTITY of ENTITY \"B\" is missing\n"
+               "  4:6+1 TYPE \"D\" is taken for a part of it and is lost\n"
+               "  6:8+1 ENTITY \"E\" is taken for a part of it and is lost\n"},
+        Sample{
+            "TYPE B = REAL;\nend_type;\nTYPE C = REAL;\nEND_TYPE;\n",
+            "3:1+8 E004 error: the end of TYPE \"B\" is written \"end_type\", and is found in capitals only\n"
+            "  4:6+1 TYPE \"C\" is taken for a part of it and is lost\n"},
+        Sample{"ENTITY B;\n\tC : REAL; END_ENTITY;\nENTITY D;\nEND_ENTITY;\n",
+               "3:12+10 E004 error: the end of ENTITY \"B\" is not seen: it must be on a line of its own\n"
+               "  4:8+1 ENTITY \"D\" is taken for a part of it and is lost\n"},
+        Sample{"-- Every TYPE is here.\nTYPE B = REAL;\nEND_TYPE;\nTYPE C = REAL;\nEND_TYPE;\n",
+               "2:10+4 E005 error: a line that only mentions TYPE is read as the declaration of \"is\"\n"
+               "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"
+               "  reported while reading: Not type found\n"},
+        Sample{"FUNCTION F\n : REAL;\n -- END_FUNCTION is below\n RETURN (1.);\nEND_FUNCTION;\n",
+               "2:10+1 E005 error: FUNCTION \"F\" is read up to a line that only mentions its end\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    LostParts, SchemaFindingsOf,
+    testing::Values(
+        Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE  OF (B);\nEND_ENTITY;\n",
+               "5:15+1 E006 error: the supertype \"B\" of \"C\" is not read\n"
+               "  it is read from one line \"SUBTYPE OF (Name)\" below that of the keyword, with one blank "
+               "after OF\n"},
+        Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C;\nEND_ENTITY;\nENTITY D\n SUBTYPE OF (B, C);\nEND_ENTITY;\n",
+               "7:17+1 E006 error: the supertype \"C\" of \"D\" is not read\n"
+               "  an entity can have one supertype\n"
+               "  reported while reading: Entity not found\n"},
+        Sample{"ENTITY B\n SUPERTYPE OF (C ANDOR D);\nEND_ENTITY;\nENTITY C\n SUBTYPE OF (B);\nEND_ENTITY;\n"
+               "ENTITY D\n SUBTYPE OF (B);\nEND_ENTITY;\n",
+               "3:16+1 E006 error: the subtype \"C\" of \"B\" is not read\n"
+               "  subtypes are read from \"SUPERTYPE OF (ONEOF\" on one line and the names in brackets after "
+               "it\n"},
+        Sample{"ENTITY B;\n\tC: REAL;\n\tD, E : REAL;\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "4:2+1 E006 error: the attribute \"D\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "4:5+1 E006 error: the attribute \"E\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"},
+        Sample{"ENTITY B;\n\tC : LIST [1:?] OF\n\t\tREAL;\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the type of \"C\" of \"B\" is read as \"LIST [1:?] OF\"\n"
+               "  an attribute is read from one line\n"
+               "  reported while reading: Type not found\n"},
+        Sample{"ENTITY B;\n\tC : B;\n INVERSE\n\tD: B FOR C;\n DERIVE\n\tE: REAL := 1.;\n UNIQUE\n\tF: "
+               "C;\nEND_ENTITY;\n",
+               "5:2+1 E006 error: the inverse attribute \"D\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "7:2+1 E006 error: the derived attribute \"E\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "9:2+1 E006 error: the UNIQUE rule \"F\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"},
+        Sample{"TYPE B = SET [1:?] OF UNIQUE REAL;\nEND_TYPE;\nENTITY C;\n\tD : LIST [1:?] OF UNIQUE REAL;\n"
+               "\tE : ARRAY [1:2] OF UNIQUE REAL;\nEND_ENTITY;\n",
+               "2:6+1 E006 error: the type of the elements of \"B\" is not found\n"
+               "  only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name\n"
+               "  reported while reading: Type not found\n"
+               "6:2+1 E006 error: the type of the elements of \"E\" is not found\n"
+               "  only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name\n"
+               "  reported while reading: Type not found\n"},
+        Sample{"TYPE B = ENUMERATION OF\n\t(C -- the first\n\t,D);\nEND_TYPE;\n",
+               "4:3+1 E006 error: the item \"D\" of \"B\" is not read\n"
+               "  names are separated by commas, blanks and tabs; comments are read as names\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    CutRules, SchemaFindingsOf,
+    testing::Values(
+        Sample{
+            "ENTITY B;\n\tC : REAL;\n WHERE\n\tW1 : C > 0;\n\tW2 : C < ;\n\tW3 : C <> 2;\n\tW4 : C <> "
+            "3;\nEND_ENTITY;\n",
+            "6:2+2 E007 warning: the rule \"W2\" of \"B\" cannot be read, and the 2 rules after it are lost\n"
+            "  reported while reading: Got SyntaxError when parsing an express rule: Unexpected token at "
+            "2:11\n\n"
+            "Rule: \tW1 : C > 0;\n\tW2 : C < ;\n\tW3 : C <> 2;\n\tW4 : C <> 3;\n\n"},
+        Sample{"TYPE B = REAL;\n WHERE\n\tW1 : SELF > 0; -- positive\n\tW2 : SELF < 9;\nEND_TYPE;\n",
+               "5:2+2 E007 warning: the rule \"W2\" of \"B\" cannot be read\n"},
+        Sample{"TYPE B = REAL;\n WHERE\nEND_TYPE;\n",
+               "2:6+1 E007 warning: the WHERE clause of \"B\" has no rule\n"
+               "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
+               "one rule "
+               "in where clause at 1:2\n\nRule: \n"},
+        Sample{"TYPE B = REAL;\n WHERE\n\tSELF > 0;\nEND_TYPE;\n",
+               "4:2+4 E007 warning: a rule without label of \"B\" cannot be read\n"
+               "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
+               "one rule "
+               "in where clause at 1:2\n\nRule: \n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, SchemaFindingsOf,
+    testing::Values(
+        Sample{"TYPE B = ENUMERATION OF\n\t(C\n\t,c);\nEND_TYPE;\n",
+               "4:3+1 E010 error: the item \"c\" of \"B\" is declared twice\n  3:3+1 first declared here\n"},
+        Sample{"ENTITY B;\n\tC : REAL;\n\tC : REAL;\nEND_ENTITY;\n",
+               "4:2+1 E010 error: the attribute \"C\" of \"B\" is declared twice\n  3:2+1 first declared "
+               "here\n"},
+        Sample{"TYPE B = REAL;\nEND_TYPE;\nENTITY C\n SUBTYPE OF (B);\nEND_ENTITY;\n",
+               "5:14+1 E011 error: the supertype \"B\" of \"C\" is a type, not an entity\n"
+               "  2:6+1 it is declared here\n  reported while reading: Entity not found\n"},
+        Sample{"RULE R FOR\n\t(Walls);\nEND_RULE;\nENTITY Wall;\nEND_ENTITY;\n",
+               "3:3+5 E011 error: the entity \"Walls\" of \"R\" is not declared\n  the nearest name is "
+               "\"Wall\"\n"},
+        Sample{"TYPE Label = Strin;\nEND_TYPE;\nTYPE Row = LIST [1:?] OF Lable;\nEND_TYPE;\n",
+               "2:14+5 E013 error: the type \"Strin\" of \"Label\" is not declared\n"
+               "  reported while reading: Not type found\n"
+               "4:26+5 E013 error: the type \"Lable\" of \"Row\" is not declared\n"
+               "  did you mean \"Label\"?\n  reported while reading: Type not found\n"},
+        Sample{"ENTITY B;\n\tC : SET [1:?] OF D;\n INVERSE\n\tE : F FOR C;\nEND_ENTITY;\n",
+               "3:19+1 E013 error: the type \"D\" of \"B.C\" is not declared\n"
+               "  did you mean \"B\"?\n  reported while reading: Type not found\n"
+               "5:6+1 E013 error: the entity \"F\" of \"B.E\" is not declared\n"
+               "  did you mean \"B\"?\n  reported while reading: Entity not found\n"},
+        Sample{"ENTITY B;\n\tHost : B;\n INVERSE\n\tC : B FOR host;\nEND_ENTITY;\n",
+               "5:12+4 E015 error: the entity \"B\" has no explicit attribute \"host\"\n"
+               "  only explicit attributes are found, in the letter case of their declaration\n"
+               "  reported while reading: Entity not found\n"},
+        Sample{"ENTITY B;\n\tC : REAL;\nEND_ENTITY;\nENTITY D;\n DERIVE\n\tSELF\\B.C : REAL := "
+               "1.;\nEND_ENTITY;\n",
+               "7:7+1 E016 error: the entity \"B\" is not a supertype of \"D\"\n"
+               "  reported while reading: Attribute not found\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Expressions, SchemaFindingsOf,
+    testing::Values(
+        Sample{"ENTITY Wall;\n\tHeight : REAL;\n WHERE\n\tW : SIZEF(SELF.Heigt) > "
+               "SELF\\Wal.Height;\nEND_ENTITY;\n",
+               "5:6+5 E018 warning: the function \"SIZEF\" is not declared in the rule \"W\" of \"Wall\"\n"
+               "5:17+5 E018 warning: the attribute \"Heigt\" is not declared in the rule \"W\" of \"Wall\"\n"
+               "  did you mean \"Height\"?\n"
+               "5:31+3 E018 warning: \"Wal\" is not declared in the rule \"W\" of \"Wall\"\n"
+               "  did you mean \"Wall\"?\n"},
+        Sample{"TYPE Kind = ENUMERATION OF\n\t(SOLID\n\t,HOLLOW);\nEND_TYPE;\nENTITY Wall;\n\tIs : Kind;\n "
+               "WHERE\n"
+               "\tW : (Is = Kind.SOLD) OR (Is = HOLLOW) OR ('A.WAL' IN TYPEOF(SELF));\nEND_ENTITY;\n",
+               "9:17+4 E018 warning: the type \"Kind\" has no item \"SOLD\" in the rule \"W\" of \"Wall\"\n"
+               "  2:6+4 the type is declared here\n"
+               "9:47+3 E018 warning: the name \"WAL\" is not declared in the rule \"W\" of \"Wall\"\n"
+               "  did you mean \"Wall\"?\n"},
+        // Variables of a query, constants, attributes of supertypes and derived ones are known.
+        Sample{"ENTITY B;\n\tC : SET [0:?] OF REAL;\n DERIVE\n\tD : REAL := PI * Twice;\nEND_ENTITY;\n"
+               "ENTITY E\n SUBTYPE OF (B);\n WHERE\n\tW : SIZEOF(QUERY(Q <* C | Q > D)) = 0;\nEND_ENTITY;\n"
+               "CONSTANT\n\tTwice : REAL := 2.;\nEND_CONSTANT;\n",
+               ""},
+        Sample{"FUNCTION F\n (G : REAL) : REAL;\n LOCAL\n  H : REAL;\n END_LOCAL;\n H := Nothing(G) + F(H);\n"
+               " IF (H > 0) THEN RETURN (H\\Wall.X);\n END_IF;\nEND_FUNCTION;\n",
+               "7:7+7 E018 warning: the function \"Nothing\" is not declared in \"F\"\n"
+               "8:28+4 E018 warning: \"Wall\" is not declared in \"F\"\n"}));
+
+struct Text {
+    std::string text;
+    std::string findings;
+};
+
+TEST(SchemaFindings, SayWhyNothingWasFound) {
+    const Text texts[] = {
+        {"", "1:1+0 E001 error: no schema was found: the file is empty\n"},
+        {"walls", "1:1+0 E001 error: no schema was found: no line has the keyword SCHEMA\n"},
+        {"\n schema WALLS;\n", "2:2+6 E001 error: no schema was found: the keyword is written \"schema\"\n"
+                               "  keywords are found in capitals only\n"},
+        {std::string("S\0C\0H\0", 6),
+         "1:1+0 E001 error: no schema was found: the text is UTF-16\n  save it as UTF-8\n"},
+        {"SCHEMA A;\rTYPE B = REAL;\rEND_TYPE;\rEND_SCHEMA;\r",
+         "1:1+6 E001 error: the schema has no declarations: its lines end with carriage returns alone\n"
+         "  end them with line feeds\n"},
+        {"SCHEMA A;\nEND_SCHEMA;\n", "1:1+6 E001 warning: the schema has no declarations: there is no TYPE, "
+                                     "ENTITY, FUNCTION or RULE in it\n"},
+        {"SCHEMA A;\nentity B;\nend_entity;\n",
+         "1:1+6 E001 error: the schema has no declarations: the first keyword is written \"entity\"\n"
+         "  keywords are found in capitals only\n"},
+    };
+    for (const auto& [text, findings] : texts)
+        EXPECT_EQ(sDump(findingsOfText(text)), findings) << text;
+}
+
+TEST(SchemaFindings, WhatComesAfterTheSchemaIsNotRead) {
+    EXPECT_EQ(
+        sDump(findingsOfText("SCHEMA A;\nTYPE B = REAL;\nEND_TYPE;\nEND_SCHEMA;\nENTITY C;\nEND_ENTITY;\n")),
+        "5:8+1 E002 error: ENTITY \"C\" is not read: it comes after the line with END_SCHEMA\n");
+    EXPECT_EQ(sDump(findingsOfText("SCHEMA A;\nTYPE B = REAL;\nEND_TYPE;\nEND_SCHEMA;\nEND_SCHEMA;\n")),
+              "1:1+6 E001 error: no schema was found: the last line that mentions SCHEMA counts, and gives "
+              "no name\n");
+}
+
+TEST(SchemaFindings, LineEndsChangeNoPlace) {
+    const std::string lines = "SCHEMA A;\nENTITY B;\n\tC : \xC3\x84rger;\nEND_ENTITY;\nEND_SCHEMA;\n";
+    std::string returns;
+    for (const char letter : lines)
+        returns += letter == '\n' ? std::string("\r\n") : std::string(1, letter);
+    const auto* expected = "3:6+5 E013 error: the type \"\xC3\x84rger\" of \"B.C\" is not declared\n";
+    EXPECT_EQ(sDump(findingsOfText(lines)), expected);
+    EXPECT_EQ(sDump(findingsOfText(returns)), expected);
+    EXPECT_EQ(sDump(findingsOfText("\xEF\xBB\xBF" + lines)), expected);
+}
+
+TEST(SchemaFindings, OfSeveralSchemasTheLastCounts) {
+    EXPECT_EQ(
+        sDump(findingsOfText("SCHEMA A;\nTYPE B = C;\nEND_TYPE;\nEND_SCHEMA;\nSCHEMA D;\nTYPE B = REAL;\n"
+                             "END_TYPE;\nEND_SCHEMA;\n")),
+        "");
+}
+
+TEST(SchemaFindings, AReportThatIsExplainedIsNoFindingOfItsOwn) {
+    const auto findings = findingsOfText(sSchema("TYPE B = C;\nEND_TYPE;\n"));
+    ASSERT_EQ(findings.size(), 1U);
+    ASSERT_TRUE(findings.front().origin);
+    EXPECT_EQ(findings.front().origin->function, "kiv::ifc::def::schema::Type::vUpdate");
+    EXPECT_EQ(findings.front().origin->file, "Source/Format/Ifc/Def/Schema/IfcSchemaType");
+    EXPECT_EQ(findings.front().origin->line, 85);
+}
+
+/// Types that are made of one another are resolved, and report, several times.
+TEST(SchemaFindings, RepeatedReportsAreOne) {
+    const auto findings =
+        findingsOfText(sSchema("TYPE B = REAL;\n WHERE\n\tW : SELF > ;\nEND_TYPE;\nTYPE C = B;\nEND_TYPE;\n"
+                               "TYPE D = B;\nEND_TYPE;\n"));
+    ASSERT_EQ(findings.size(), 1U) << sDump(findings);
+    EXPECT_EQ(findings.front().code, "E007");
+}
+
+TEST(SchemaFindings, AreLimitedPerCode) {
+    std::string text = "SCHEMA A;\nENTITY B;\n";
+    for (std::size_t index = 0; index < SchemaRun::maxFindingsPerCode + 10; ++index)
+        text += "\tC" + std::to_string(index) + " : Nowhere;\n";
+    text += "END_ENTITY;\nEND_SCHEMA;\n";
+    EXPECT_EQ(findingsOfText(text).size(), SchemaRun::maxFindingsPerCode);
+}
+
+/// Has something of everything that is looked at.
+constexpr std::string_view Everything =
+    "(* (* nested *) *)\nSCHEMA A;\n-- tail\nTYPE Kind = ENUMERATION OF\n\t(SOLID\n\t,HOLLOW);\nEND_TYPE;\n"
+    "TYPE Choice = SELECT\n\t(Wall\n\t,Kind);\nEND_TYPE;\nENTITY Element\n ABSTRACT SUPERTYPE OF "
+    "(ONEOF\n\t(Wall));\n"
+    "\tName : OPTIONAL STRING;\n INVERSE\n\tOwn : SET [0:1] OF Wall FOR Of;\nEND_ENTITY;\nENTITY Wall\n"
+    " SUBTYPE OF (Element);\n\tOf : Element;\n DERIVE\n\tSELF\\Element.Name : STRING := 'a''b';\n UNIQUE\n"
+    "\tU : Of;\n WHERE\n\tW : SIZEOF(QUERY(x <* [1:2] | x > 1)) > 0;\n\tV : 'A.WALL' IN "
+    "TYPEOF(SELF);\nEND_ENTITY;\n"
+    "FUNCTION F\n (X : REAL) : REAL;\n RETURN (ABS(X));\nEND_FUNCTION;\nRULE R "
+    "FOR\n\t(Wall);\nEND_RULE;\nEND_SCHEMA;\n";
+
+/// Every place is in the text, and every reference to another one too.
+void vPlacesCheck(std::string_view text) {
+    const auto lineCount = static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;
+    for (const auto& finding : findingsOfText(text)) {
+        ASSERT_LE(finding.place.position.line, lineCount) << text;
+        ASSERT_LE(finding.place.position.column + finding.place.position.length, text.size() + 2) << text;
+        ASSERT_FALSE(finding.message.empty()) << text;
+    }
+}
+
+TEST(SchemaFindings, TheSampleOfEverythingHasNone) {
+    EXPECT_EQ(sDump(findingsOfText(Everything)), "");
+}
+
+TEST(SchemaFindings, SurviveEveryPrefix) {
+    for (std::size_t size = 0; size < Everything.size(); ++size)
+        vPlacesCheck(Everything.substr(0, size));
+}
+
+TEST(SchemaFindings, SurviveEveryDeletionAndChangeOfAByte) {
+    for (std::size_t pos = 0; pos < Everything.size(); ++pos) {
+        std::string text(Everything);
+        for (const char letter : {'\0', '(', '\'', '\n', '\xC3'}) {
+            text[pos] = letter;
+            vPlacesCheck(text);
+        }
+        vPlacesCheck(text.erase(pos, 1));
+    }
+}
+
+class SchemaRuleExamples : public testing::TestWithParam<Rule> {};
+
+TEST_P(SchemaRuleExamples, TheWrongOneYieldsThatCodeAndTheRightOneNothing) {
+    const auto& rule = GetParam();
+    if (rule.code.starts_with('R'))
+        GTEST_SKIP() << "what the library reports and no rule explains has no example";
+    const auto findings = findingsOfText(rule.wrong.text);
+    ASSERT_FALSE(findings.empty());
+    for (const auto& finding : findings) {
+        EXPECT_EQ(finding.code, rule.code) << sDump(findings);
+        EXPECT_EQ(finding.severity, rule.severity);
+    }
+    EXPECT_EQ(sDump(findingsOfText(rule.right.text)), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SchemaRuleExamples,
+                         testing::ValuesIn(getSchemaRules().begin(), getSchemaRules().end()),
+                         [](const auto& example) { return std::string(example.param.code); });
+
+TEST(SchemaRules, AreInTheOrderOfTheirCodes) {
+    std::string_view before;
+    for (const auto& rule : getSchemaRules()) {
+        EXPECT_LT(before, rule.code);
+        EXPECT_TRUE((rule.code.starts_with('E') || rule.code.starts_with('R')) && rule.code.size() == 4)
+            << rule.code;
+        EXPECT_TRUE(rule.summary.ends_with('.')) << rule.code;
+        before = rule.code;
+    }
+}
+
+} // namespace
+
+} // namespace kiv::kit

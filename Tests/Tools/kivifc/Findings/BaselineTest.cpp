@@ -1,0 +1,91 @@
+#include "kivifc/Findings/Baseline.h"
+#include "Tools/kivifc/Findings/SampleFindings.h"
+#include "Tools/kivifc/TemporaryFolder.h"
+#include "kivifc/Findings/Selection.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace kiv::kivifc::test {
+
+namespace {
+
+using kit::Severity;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+kit::Finding finding(const std::string& path, std::size_t line, std::string message = "m") {
+    return sampleFinding("C001", Severity::Error, std::move(message), {line, 1, 1}, path);
+}
+
+class BaselineFile : public testing::Test {
+protected:
+    Baseline read() const {
+        std::string failure;
+        auto baseline = baselineRead(path_, failure);
+        EXPECT_EQ(failure, "");
+        return baseline.value_or(Baseline());
+    }
+
+    const TemporaryFolder folder_;
+    const std::string path_ = folder_.sPath("baseline.json");
+    const std::string document_ = folder_.sPath("Sets/a.xml");
+};
+
+TEST_F(BaselineFile, HidesEachFindingAsOftenAsItIsListedWhateverItsLine) {
+    ASSERT_EQ(
+        sBaselineWrite(path_, {finding(document_, 3), finding(document_, 4), finding(document_, 5, "n")}),
+        "");
+    std::vector<kit::Finding> findings{finding(document_, 13), finding(document_, 14),
+                                       finding(document_, 15)};
+    auto baseline = read();
+    std::vector<std::string> fixed;
+    EXPECT_EQ(baselineHide(findings, baseline, fixed), 2U);
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].place.position.line, 15U);
+    EXPECT_THAT(fixed, ElementsAre("Sets/a.xml: n [C001]"));
+}
+
+TEST_F(BaselineFile, HasPathsRelativeToItsFolder) {
+    ASSERT_EQ(sBaselineWrite(path_, {finding(document_, 3), finding(document_, 9)}), "");
+    EXPECT_EQ(
+        sFileText(path_),
+        "{\n"
+        "  \"format\": \"kivifc-baseline/1\",\n"
+        "  \"findings\": [\n"
+        "    {\"path\": \"Sets/a.xml\", \"code\": \"C001\", \"subject\": \"Pset_Wall\", \"message\": \"m\", "
+        "\"count\": 2}\n"
+        "  ]\n"
+        "}\n");
+}
+
+TEST_F(BaselineFile, NeverHidesAFileThatCannotBeRead) {
+    std::vector<kit::Finding> findings{sampleFinding("R044", Severity::Error, "m", {}, document_)};
+    ASSERT_EQ(sBaselineWrite(path_, findings), "");
+    auto baseline = read();
+    EXPECT_TRUE(baseline.findings.empty());
+    std::vector<std::string> fixed;
+    EXPECT_EQ(baselineHide(findings, baseline, fixed), 0U);
+}
+
+TEST_F(BaselineFile, SaysWhyItCannotBeRead) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"{", "not a baseline: no JSON from byte "},
+        {"{}", "not a baseline: --write-baseline makes one"},
+        {R"({"format": "kivifc-baseline/2"})", "its format is not \"kivifc-baseline/1\""},
+        {R"({"format": "kivifc-baseline/1", "findings": [{"path": 1}]})", "not a baseline: "},
+    };
+    for (const auto& [text, reason] : rows) {
+        folder_.sWrite("baseline.json", text);
+        std::string failure;
+        EXPECT_FALSE(baselineRead(path_, failure)) << text;
+        EXPECT_THAT(failure, HasSubstr(reason)) << text;
+    }
+    std::string failure;
+    EXPECT_FALSE(baselineRead(folder_.sPath("none.json"), failure));
+    EXPECT_EQ(failure, "No such file or directory");
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::test

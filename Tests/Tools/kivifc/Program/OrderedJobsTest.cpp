@@ -1,0 +1,91 @@
+#include "kivifc/Program/OrderedJobs.h"
+
+#include <atomic>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace kiv::kivifc::test {
+
+namespace {
+
+class OrderedJobsTest : public testing::TestWithParam<std::size_t> {};
+
+/// Later pieces are done before earlier ones.
+TEST_P(OrderedJobsTest, ResultsAreTakenInOrder) {
+    std::vector<std::size_t> taken;
+    vInOrder(
+        200, GetParam(),
+        [](std::size_t number) {
+            if (number % 7 == 0)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            return number * number;
+        },
+        [&](std::size_t square) { taken.push_back(square); });
+    ASSERT_EQ(taken.size(), 200U);
+    for (std::size_t number = 0; number < taken.size(); ++number)
+        EXPECT_EQ(taken[number], number * number);
+}
+
+TEST_P(OrderedJobsTest, WhatAPieceThrowsComesWhenItIsItsTurn) {
+    std::size_t taken = 0;
+    const auto vRun = [&] {
+        vInOrder(
+            50, GetParam(),
+            [](std::size_t number) {
+                if (number == 20)
+                    throw std::runtime_error("the twentieth");
+                return number;
+            },
+            [&](std::size_t) { ++taken; });
+    };
+    EXPECT_THROW(vRun(), std::runtime_error);
+    EXPECT_EQ(taken, 20U);
+}
+
+TEST_P(OrderedJobsTest, WhatTakingThrowsEndsTheWork) {
+    const auto vRun = [&] {
+        vInOrder(
+            1000, GetParam(), [](std::size_t number) { return number; },
+            [](std::size_t number) {
+                if (number == 3)
+                    throw std::runtime_error("the third");
+            });
+    };
+    EXPECT_THROW(vRun(), std::runtime_error);
+}
+
+TEST_P(OrderedJobsTest, NothingIsMadeFarAheadOfItsTurn) {
+    std::atomic<std::size_t> made = 0;
+    std::size_t taken = 0;
+    vInOrder(
+        300, GetParam(),
+        [&](std::size_t number) {
+            ++made;
+            return number;
+        },
+        [&](std::size_t) {
+            EXPECT_LE(made.load(), taken + 4 * GetParam() + 1);
+            ++taken;
+        });
+    EXPECT_EQ(made.load(), 300U);
+}
+
+TEST(OrderedJobs, OneThreadIsTheCallingOne) {
+    const auto caller = std::this_thread::get_id();
+    vInOrder(
+        3, 1, [&](std::size_t) { return std::this_thread::get_id(); },
+        [&](std::thread::id maker) { EXPECT_EQ(maker, caller); });
+}
+
+TEST(OrderedJobs, NoWorkIsDoneAtOnce) {
+    vInOrder(
+        0, 4, [](std::size_t number) { return number; }, [](std::size_t) { FAIL(); });
+}
+
+INSTANTIATE_TEST_SUITE_P(Threads, OrderedJobsTest, testing::Values(1U, 2U, 5U));
+
+} // namespace
+
+} // namespace kiv::kivifc::test

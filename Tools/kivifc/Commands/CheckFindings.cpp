@@ -1,0 +1,230 @@
+#include "kivifc/Commands/CheckFindings.h"
+
+#include "kivifc/Commands/CheckFixes.h"
+#include "kivifc/Documents/ReportFile.h"
+#include "kivifc/Documents/SetPaths.h"
+#include "kivifc/Findings/Baseline.h"
+#include "kivifc/Findings/CheckRun.h"
+#include "kivifc/Findings/FindingWriter.h"
+#include "kivifc/Program/Progress.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <string_view>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+namespace kiv::kivifc {
+
+namespace {
+
+/// With fewer documents, threads are not worth the time to begin them.
+constexpr std::size_t DocumentsForThreads = 200;
+constexpr std::size_t FindingsMaxInText = 50;
+
+bool isSet(const char* variable) {
+    const auto* const value = std::getenv(variable);
+    return value && *value != '\0';
+}
+
+bool isColoured(const std::string& choice) {
+    if (choice != "auto")
+        return choice == "always";
+    const auto* const terminal = std::getenv("TERM");
+    const bool isDumb = terminal && std::string_view(terminal) == "dumb";
+    return !isSet("NO_COLOR") && !isDumb && isatty(STDOUT_FILENO) == 1;
+}
+
+std::unique_ptr<FindingWriter> pWriter(const CheckOptions& options, SourceLines& sources, Output& output) {
+    if (options.format == "json")
+        return pJsonFindings(output);
+    if (options.format == "sarif")
+        return pSarifFindings(output, sources);
+    if (options.format == "github")
+        return pGithubFindings(output);
+    if (options.format == "junit")
+        return pJunitFindings(output, options.failingSeverity());
+    return pTextFindings(output, sources,
+                         {isColoured(options.colour), !options.isWithoutContext, !options.isQuiet});
+}
+
+std::size_t threadsFor(const CheckOptions& options, std::size_t documents) {
+    if (options.jobs != 0)
+        return options.jobs;
+    return documents < DocumentsForThreads ? 1 : std::max(std::thread::hardware_concurrency(), 1U);
+}
+
+/// Each document once, with its contexts.
+std::vector<CheckedPath> documentsOf(const std::vector<ContextPaths>& contexts, Diagnostics& diagnostics) {
+    std::map<std::string, std::vector<std::string>> documents;
+    for (const auto& context : contexts) {
+        for (const auto& path : setPathsCollect(context.paths, diagnostics))
+            documents[path].push_back(context.context.name);
+    }
+    std::vector<CheckedPath> list;
+    for (auto& [path, names] : documents)
+        list.push_back({path, std::move(names)});
+    return list;
+}
+
+/// Schemas that are read besides the one that is checked against.
+std::vector<SchemaFile> otherSchemas(const CheckOptions& options, Diagnostics& diagnostics) {
+    std::vector<SchemaFile> schemas;
+    for (const auto& path : options.otherSchemas) {
+        if (auto schema = schemaFileRead(path, diagnostics))
+            schemas.push_back(std::move(*schema));
+    }
+    return schemas;
+}
+
+kit::SetCheckContext checkContext(const SchemaFile& schema, const std::vector<SchemaFile>& others,
+                                  const CheckOptions& options) {
+    kit::SetCheckContext context{*schema.schema, {}, {}, options.isVerbose};
+    for (const auto& other : others)
+        context.others.push_back({std::string(other.schema->getName()), *other.schema});
+    return context;
+}
+
+/// Leaves up to so many findings of each code, and counts the others.
+void vFindingsLimit(std::vector<kit::Finding>& findings, std::size_t max, CheckResult& result) {
+    if (max == 0)
+        return;
+    std::map<std::string_view, std::size_t> counts;
+    std::erase_if(findings, [&](const kit::Finding& finding) {
+        if (++counts[finding.code] <= max)
+            return false;
+        ++result.omitted[finding.code];
+        return true;
+    });
+}
+
+/// What is done with the findings of one run, step by step.
+class FindingsShow {
+public:
+    FindingsShow(const SchemaFile& schema, const CheckOptions& options, Console& console) :
+        schema_(schema), options_(options), console_(console) {}
+
+    void vRun(const std::vector<ContextPaths>& contexts) {
+        const auto others = otherSchemas(options_, console_.diagnostics);
+        vDocumentsCheck(contexts, others);
+        vReportWrite();
+        vBaselineApply();
+        if (options_.isDiff)
+            return vDiffShow();
+        if (options_.isFix)
+            vFindingsMend(checked_.findings, checked_.texts, console_);
+        vCount();
+        vWrite();
+    }
+
+private:
+    void vDocumentsCheck(const std::vector<ContextPaths>& contexts, const std::vector<SchemaFile>& others) {
+        CheckRequest request(schema_, checkContext(schema_, others, options_));
+        request.documents = documentsOf(contexts, console_.diagnostics);
+        request.standardInputName = options_.standardInputName;
+        request.threads = threadsFor(options_, request.documents.size());
+        request.selection = options_.selection();
+        request.keepsRecords = !options_.reportPath.empty();
+        request.keepsTexts = options_.isFix || options_.isDiff;
+        Progress progress(stderr, request.documents.size());
+        request.onProgress = [&progress](std::size_t done) { progress.vShow(done); };
+        checked_ = checkRun(request, sources_);
+    }
+
+    void vReportWrite() {
+        if (options_.reportPath.empty())
+            return;
+        const auto failure = sReportWrite(checked_.errors, options_.reportPath);
+        if (!failure.empty())
+            console_.diagnostics.vFail(options_.reportPath, failure);
+    }
+
+    void vBaselineApply() {
+        if (!options_.writtenBaselinePath.empty()) {
+            const auto failure = sBaselineWrite(options_.writtenBaselinePath, checked_.findings);
+            if (!failure.empty())
+                console_.diagnostics.vFail(options_.writtenBaselinePath, failure);
+        }
+        if (options_.baselinePath.empty())
+            return;
+        std::string failure;
+        auto baseline = baselineRead(options_.baselinePath, failure);
+        if (baseline)
+            result_.counts.hidden = baselineHide(checked_.findings, *baseline, result_.fixed);
+        else
+            console_.diagnostics.vFail(options_.baselinePath, failure);
+    }
+
+    void vDiffShow() {
+        if (boDiffWrite(checked_.findings, checked_.texts, console_.output))
+            console_.diagnostics.vFinding();
+        if (checked_.unreadable != 0)
+            vUnreadableShow();
+    }
+
+    /// A patch has no place for them.
+    void vUnreadableShow() {
+        for (const auto& finding : checked_.findings) {
+            if (isUnreadable(finding))
+                console_.diagnostics.vFail(sPlace(finding.place), finding.message);
+        }
+    }
+
+    void vCount() {
+        const auto failing = options_.failingSeverity();
+        for (const auto& finding : checked_.findings) {
+            result_.counts.vAdd(finding, finding.place.path == schema_.path);
+            if (failing && finding.severity >= *failing)
+                console_.diagnostics.vFinding();
+        }
+        result_.counts.documentsChecked = checked_.paths.size();
+        result_.counts.documentsUnreadable = checked_.unreadable;
+        if (checked_.unreadable != 0)
+            console_.diagnostics.vFailureShown();
+    }
+
+    void vWrite() {
+        const auto suited = options_.format == "text" ? FindingsMaxInText : 0;
+        vFindingsLimit(checked_.findings, options_.findingsMax.value_or(suited), result_);
+        result_.schemaPath = schema_.path;
+        result_.schemaName = schema_.schema->getName();
+        result_.documents = std::move(checked_.paths);
+        result_.failures = console_.diagnostics.getFailures();
+        const auto writer = pWriter(options_, sources_, console_.output);
+        writer->vBegin(checked_.findings, result_);
+        for (const auto& finding : checked_.findings)
+            writer->vFindingWrite(finding);
+        writer->vEnd(result_);
+    }
+
+    const SchemaFile& schema_;
+    const CheckOptions& options_;
+    Console& console_;
+    SourceLines sources_;
+    CheckedDocuments checked_;
+    CheckResult result_;
+};
+
+} // namespace
+
+void vCheckFindings(const SchemaFile& schema, const std::vector<ContextPaths>& contexts,
+                    const CheckOptions& options, Console& console) {
+    FindingsShow(schema, options, console).vRun(contexts);
+}
+
+void vFindingsFailureShow(const CheckOptions& options, Console& console) {
+    if (options.format == "text" || options.format == "github")
+        return;
+    SourceLines sources;
+    CheckResult result;
+    result.failures = console.diagnostics.getFailures();
+    const auto writer = pWriter(options, sources, console.output);
+    writer->vBegin({}, result);
+    writer->vEnd(result);
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,96 @@
+#include "kivifc/Commands/CheckFixes.h"
+
+#include "kivifc/Documents/Folder.h"
+#include "kivifc/Documents/TextFile.h"
+#include "kivifc/Findings/Fixes.h"
+#include "kivifc/Findings/UnifiedDiff.h"
+#include "kivifc/Program/OneLine.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <fmt/format.h>
+#include <span>
+#include <system_error>
+
+namespace kiv::kivifc {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The findings of one file, which are side by side.
+template <typename Findings>
+auto ofOneFile(Findings& findings, std::size_t begin) {
+    auto end = begin;
+    while (end < findings.size() && findings[end].place.path == findings[begin].place.path)
+        ++end;
+    return std::span(findings).subspan(begin, end - begin);
+}
+
+/// Where a link leads to is replaced, not the link. Somebody may have changed the file since it was read.
+std::string sMended(const std::string& path, const std::string& before, const std::string& after) {
+    std::error_code error;
+    const auto target = fs::canonical(path, error);
+    if (error || !fs::is_regular_file(target, error))
+        return "only a file can be mended; --diff shows what would change";
+    if (textFileRead(target.native()).text != before)
+        return "the file has changed while it was checked, and is left as it is";
+    return sFileReplace(target, after);
+}
+
+/// Whether the findings of a file were mended; `isMended` gets which.
+bool boFileMend(std::span<const kit::Finding> findings, const std::string& before,
+                std::vector<bool>& isMended, Console& console) {
+    const auto fixed = fixedText(before, findings);
+    if (fixed.text == before)
+        return false;
+    const auto& path = findings.front().place.path;
+    if (const auto failure = sMended(path, before, fixed.text); !failure.empty()) {
+        console.diagnostics.vFail(path, failure);
+        return false;
+    }
+    const auto count = std::ranges::count(fixed.isMended, true);
+    console.diagnostics.vNote(path, fmt::format("{} finding{} mended", count, count == 1 ? "" : "s"));
+    isMended = fixed.isMended;
+    return true;
+}
+
+} // namespace
+
+void vFindingsMend(std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts,
+                   Console& console) {
+    std::vector<kit::Finding> left;
+    for (std::size_t begin = 0; begin < findings.size();) {
+        const auto file = ofOneFile(findings, begin);
+        begin += file.size();
+        const auto text = texts.find(file.front().place.path);
+        std::vector<bool> isMended(file.size(), false);
+        if (text != texts.end())
+            boFileMend(file, text->second, isMended, console);
+        for (std::size_t number = 0; number < file.size(); ++number) {
+            if (!isMended[number])
+                left.push_back(std::move(file[number]));
+        }
+    }
+    findings = std::move(left);
+}
+
+bool boDiffWrite(const std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts,
+                 Output& output) {
+    bool isAny = false;
+    for (std::size_t begin = 0; begin < findings.size();) {
+        const auto file = ofOneFile(findings, begin);
+        begin += file.size();
+        const auto& path = file.front().place.path;
+        const auto text = texts.find(path);
+        if (text == texts.end())
+            continue;
+        const auto diff = sUnifiedDiff(sOneLine(path), text->second, fixedText(text->second, file).text);
+        output.vWrite(diff);
+        isAny = isAny || !diff.empty();
+    }
+    return isAny;
+}
+
+} // namespace kiv::kivifc

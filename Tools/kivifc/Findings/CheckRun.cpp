@@ -1,0 +1,138 @@
+#include "kivifc/Findings/CheckRun.h"
+
+#include "kiv/Kit/Findings/AcrossDocuments.h"
+#include "kiv/Kit/Findings/Findings.h"
+#include "kiv/Kit/Findings/IgnoreComments.h"
+#include "kiv/Kit/Findings/SchemaFindings.h"
+#include "kiv/Kit/Positions/XmlPositions.h"
+#include "kivifc/Documents/ReadingLimits.h"
+#include "kivifc/Documents/SetDocument.h"
+#include "kivifc/Documents/ShownFailure.h"
+#include "kivifc/Program/OrderedJobs.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <iterator>
+#include <string_view>
+#include <system_error>
+#include <tuple>
+#include <utility>
+
+namespace kiv::kivifc {
+
+namespace {
+
+using kit::Finding;
+
+/// A document that was looked at by itself.
+struct Checked {
+    kit::SetDocument document;
+    std::vector<Finding> findings;
+};
+
+/// As a limit is raised by an option, the message names it.
+void vFailureExplain(std::vector<Finding>& findings, const kit::SetDocument& document) {
+    for (auto& finding : findings) {
+        if (isUnreadable(finding) && document.failure->limit)
+            finding.message = shownFailure(document.path, *document.failure).reason;
+    }
+}
+
+Checked documentCheck(const CheckRequest& request, const CheckedPath& path) {
+    const auto options = readingOptions(true);
+    const auto& schema = *request.schema.schema;
+    Checked checked;
+    checked.document = path.path == StandardInputPath
+                           ? kit::setStreamCheck(stdin, request.standardInputName, schema, options)
+                           : kit::setDocumentCheck(path.path, schema, options);
+    checked.findings = kit::findingsOf(checked.document, request.context);
+    if (checked.document.failure)
+        vFailureExplain(checked.findings, checked.document);
+    return checked;
+}
+
+bool isBefore(const Finding& left, const Finding& right) {
+    return std::tie(left.place.path, left.place.position.line, left.place.position.column, left.code) <
+           std::tie(right.place.path, right.place.position.line, right.place.position.column, right.code);
+}
+
+/// Takes the documents in their order.
+class Taker {
+public:
+    Taker(const CheckRequest& request, SourceLines& sources) : request_(request), sources_(sources) {}
+
+    void vTake(Checked&& checked, const CheckedPath& path) {
+        auto& document = checked.document;
+        all_.paths.push_back(document.path);
+        all_.unreadable += document.failure ? 1U : 0U;
+        for (const auto& context : path.contexts)
+            across_.vAdd(document, context);
+        if (document.positions)
+            vIgnoresTake(document);
+        vTextTake(checked, path);
+        vFindingsTake(std::move(checked.findings));
+        if (request_.keepsRecords && !document.errors.getRecords().empty())
+            all_.errors.sets.insert(std::move(document.errors));
+        if (request_.onProgress)
+            request_.onProgress(all_.paths.size());
+    }
+
+    CheckedDocuments takeAll() {
+        const auto& schema = request_.schema;
+        vFindingsTake(
+            kit::schemaFindingsOf(schema.schema.get(), schema.assertions, schema.text, schema.path));
+        vFindingsTake(across_.getFindings());
+        const auto isLookedFor = [&](std::string_view code) { return isSelected(request_.selection, code); };
+        for (const auto& [path, ignores] : ignores_)
+            std::ranges::move(ignores.unusedFindings(isLookedFor), std::back_inserter(all_.findings));
+        vFindingsSelect(all_.findings, request_.selection);
+        std::ranges::stable_sort(all_.findings, isBefore);
+        return std::move(all_);
+    }
+
+private:
+    void vIgnoresTake(const kit::SetDocument& document) {
+        kit::IgnoreComments ignores(document.path, *document.positions);
+        if (!ignores.isEmpty())
+            ignores_.emplace(document.path, std::move(ignores));
+    }
+
+    void vFindingsTake(std::vector<Finding>&& findings) {
+        for (auto& finding : findings) {
+            const auto ignores = ignores_.find(finding.place.path);
+            if (ignores == ignores_.end() || isUnreadable(finding) || !ignores->second.boHide(finding))
+                all_.findings.push_back(std::move(finding));
+        }
+    }
+
+    void vTextTake(const Checked& checked, const CheckedPath& path) {
+        const auto& document = checked.document;
+        std::error_code error;
+        if (path.path == StandardInputPath || !std::filesystem::is_regular_file(path.path, error))
+            sources_.vKeep(document.path, document.text);
+        const auto hasEdits = [](const Finding& finding) { return !finding.edits.empty(); };
+        if (request_.keepsTexts && std::ranges::any_of(checked.findings, hasEdits))
+            all_.texts.emplace(document.path, document.text);
+    }
+
+    const CheckRequest& request_;
+    SourceLines& sources_;
+    kit::AcrossDocuments across_;
+    std::map<std::string, kit::IgnoreComments, std::less<>> ignores_;
+    CheckedDocuments all_;
+};
+
+} // namespace
+
+CheckedDocuments checkRun(const CheckRequest& request, SourceLines& sources) {
+    Taker taker(request, sources);
+    auto path = request.documents.begin();
+    vInOrder(
+        request.documents.size(), request.threads,
+        [&](std::size_t number) { return documentCheck(request, request.documents[number]); },
+        [&](Checked&& checked) { taker.vTake(std::move(checked), *path++); });
+    return taker.takeAll();
+}
+
+} // namespace kiv::kivifc

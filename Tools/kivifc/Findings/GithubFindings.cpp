@@ -1,0 +1,85 @@
+#include "kivifc/Findings/FindingWriter.h"
+
+#include "kiv/Kit/Findings/Rule.h"
+
+#include <fmt/format.h>
+#include <iterator>
+
+// Findings as workflow commands.
+namespace kiv::kivifc {
+
+namespace {
+
+/// The runner takes "%XX" for these; values of properties must be free of what separates them as well.
+std::string sEscapedFor(std::string_view text, std::string_view special) {
+    std::string escaped;
+    for (const char letter : text) {
+        if (special.find(letter) == std::string_view::npos)
+            escaped += letter;
+        else
+            fmt::format_to(std::back_inserter(escaped), "%{:02X}", static_cast<unsigned char>(letter));
+    }
+    return escaped;
+}
+
+std::string sData(std::string_view text) {
+    return sEscapedFor(text, "%\r\n");
+}
+
+std::string sProperty(std::string_view text) {
+    return sEscapedFor(text, "%\r\n:,");
+}
+
+std::string_view commandOf(kit::Severity severity) {
+    return severity == kit::Severity::Note ? "notice" : severityText(severity);
+}
+
+std::string sProperties(const kit::Finding& finding) {
+    const auto& position = finding.place.position;
+    auto text = "file=" + sProperty(finding.place.path);
+    if (position.line != 0)
+        text += fmt::format(",line={}", position.line);
+    if (position.line != 0 && position.column != 0)
+        text += fmt::format(",col={}", position.column);
+    // The column of the last letter: the runner counts it as part of the place.
+    if (position.column != 0 && position.length != 0)
+        text += fmt::format(",endColumn={}", position.column + position.length - 1);
+    const auto* rule = kit::pRuleFind(finding.code);
+    const auto title = rule ? fmt::format("{} {}", finding.code, rule->name) : std::string(finding.code);
+    return text + ",title=" + sProperty(title);
+}
+
+/// The message, and a line for each note.
+std::string sMessage(const kit::Finding& finding) {
+    auto text = finding.message;
+    for (const auto& note : finding.notes)
+        text += fmt::format("\n{}note: {}", note.place ? sPlace(*note.place) + ": " : "", note.message);
+    return sData(text);
+}
+
+class GithubFindings final : public FindingWriter {
+public:
+    explicit GithubFindings(Output& output) : output_(output) {}
+
+    void vFindingWrite(const kit::Finding& finding) override {
+        output_.vWrite(fmt::format("::{} {}::{}\n", commandOf(finding.severity), sProperties(finding),
+                                   sMessage(finding)));
+    }
+
+    void vEnd(const CheckResult& result) override {
+        for (const auto& [code, count] : result.omitted)
+            output_.vWrite(fmt::format("::notice::... and {} more [{}]\n", count, code));
+        output_.vWrite(sSummary(result.counts) + '\n');
+    }
+
+private:
+    Output& output_;
+};
+
+} // namespace
+
+std::unique_ptr<FindingWriter> pGithubFindings(Output& output) {
+    return std::make_unique<GithubFindings>(output);
+}
+
+} // namespace kiv::kivifc

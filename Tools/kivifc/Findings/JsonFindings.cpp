@@ -1,0 +1,131 @@
+#include "kivifc/Findings/FindingWriter.h"
+#include "kivifc/Json/BytesJson.h"
+#include "kivifc/Json/JsonWriter.h"
+
+#include "kiv/Kit/Findings/Rule.h"
+
+#include <utility>
+
+// Findings as one JSON document.
+namespace kiv::kivifc {
+
+namespace {
+
+using kit::Severity;
+
+/// Adds path, line, column and length, as far as they are known.
+void vPlaceAdd(Json& json, const kit::Place& place) {
+    json["path"] = place.path;
+    json = withBytes(std::move(json), "path");
+    const auto& position = place.position;
+    if (position.line != 0)
+        json["line"] = position.line;
+    if (position.line != 0 && position.column != 0)
+        json["column"] = position.column;
+    if (position.column != 0 && position.length != 0)
+        json["length"] = position.length;
+}
+
+Json notesJson(const std::vector<kit::FindingNote>& notes) {
+    Json list = Json::array();
+    for (const auto& note : notes) {
+        Json json{{"message", note.message}};
+        if (note.place)
+            vPlaceAdd(json, *note.place);
+        list.push_back(std::move(json));
+    }
+    return list;
+}
+
+Json editsJson(const std::vector<kit::FindingEdit>& edits) {
+    Json list = Json::array();
+    for (const auto& edit : edits)
+        list.push_back({{"offset", edit.offset}, {"length", edit.length}, {"text", edit.text}});
+    return list;
+}
+
+Json findingJson(const kit::Finding& finding) {
+    Json json{{"code", finding.code}};
+    if (const auto* rule = kit::pRuleFind(finding.code))
+        json["rule"] = rule->name;
+    json["severity"] = severityText(finding.severity);
+    json["message"] = finding.message;
+    vPlaceAdd(json, finding.place);
+    json["subject"] = finding.subject;
+    json["notes"] = notesJson(finding.notes);
+    json["edits"] = editsJson(finding.edits);
+    if (finding.origin)
+        json["origin"] = {{"function", finding.origin->function},
+                          {"file", finding.origin->file},
+                          {"line", finding.origin->line}};
+    return json;
+}
+
+Json summaryJson(const FindingCounts& counts) {
+    return {{"errors", counts.getCount(Severity::Error)},
+            {"warnings", counts.getCount(Severity::Warning)},
+            {"notes", counts.getCount(Severity::Note)},
+            {"documents", counts.documentsChecked},
+            {"documentsWithFindings", counts.getDocuments()},
+            {"documentsUnreadable", counts.documentsUnreadable},
+            {"hiddenByBaseline", counts.hidden}};
+}
+
+class JsonFindings final : public FindingWriter {
+public:
+    explicit JsonFindings(Output& output) :
+        writer_([&output](std::string_view text) { output.vWrite(text); }) {}
+
+    void vBegin(const std::vector<kit::Finding>&, const CheckResult& result) override {
+        writer_.vObjectBegin();
+        writer_.vMember("format", "kivifc-check/1");
+        writer_.vKey("schema");
+        if (result.schemaName.empty())
+            writer_.vValue(nullptr);
+        else
+            vJsonWrite(withBytes({{"path", result.schemaPath}, {"name", result.schemaName}}, "path"),
+                       writer_);
+        writer_.vKey("findings");
+        writer_.vArrayBegin();
+    }
+
+    void vFindingWrite(const kit::Finding& finding) override { vJsonWrite(findingJson(finding), writer_); }
+
+    void vEnd(const CheckResult& result) override {
+        writer_.vArrayEnd();
+        vOmittedWrite(result);
+        writer_.vMembers("fixed", result.fixed);
+        vFailuresWrite(result);
+        writer_.vKey("summary");
+        vJsonWrite(summaryJson(result.counts), writer_);
+        writer_.vObjectEnd();
+        writer_.vEnd();
+    }
+
+private:
+    void vOmittedWrite(const CheckResult& result) {
+        writer_.vKey("omitted");
+        writer_.vObjectBegin();
+        for (const auto& [code, count] : result.omitted)
+            writer_.vMember(code, count);
+        writer_.vObjectEnd();
+    }
+
+    void vFailuresWrite(const CheckResult& result) {
+        writer_.vKey("failures");
+        writer_.vArrayBegin();
+        for (const auto& [subject, reason] : result.failures)
+            vJsonWrite(withBytes({{"subject", subject}, {"reason", reason}}, "subject"), writer_);
+        writer_.vArrayEnd();
+    }
+
+    JsonWriter writer_;
+};
+
+} // namespace
+
+std::unique_ptr<FindingWriter> pJsonFindings(Output& output) {
+    return std::make_unique<JsonFindings>(output);
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,127 @@
+/// @file
+/// Many independent pieces of work on several threads, whose results are taken one after another in order.
+///
+///     vInOrder(paths.size(), 4, [&](std::size_t at) { return documentRead(paths[at]); },
+///              [&](Document&& document) { vShow(document); });
+///
+/// Ownership: results that wait for their turn belong to it.
+/// Threads:   `make` is called on any of the threads, `take` on the calling one alone.
+/// Errors:    what `make` throws is thrown on the calling thread when the turn of that piece has come; what
+///            `take` throws ends the work. A thread that cannot be had is done without.
+#pragma once
+
+#include <algorithm>
+#include <condition_variable>
+#include <cstddef>
+#include <exception>
+#include <mutex>
+#include <optional>
+#include <system_error>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace kiv::kivifc {
+
+/// The pieces of one job, made ahead of their turn by a few.
+template <typename Make>
+class OrderedJobs {
+public:
+    using Result = decltype(std::declval<Make&>()(std::size_t{}));
+
+    OrderedJobs(std::size_t count, std::size_t threads, Make& make) :
+        count_(count), make_(make), slots_(std::max<std::size_t>(4 * threads, 1)) {
+        try {
+            for (std::size_t number = 0; number < threads; ++number)
+                threads_.emplace_back([this] { vWork(); });
+        } catch (const std::system_error&) {
+            // Those that there are do the work; without any, the caller does.
+        } catch (...) {
+            vStop();
+            throw;
+        }
+    }
+    OrderedJobs(const OrderedJobs&) = delete;
+    OrderedJobs& operator=(const OrderedJobs&) = delete;
+    ~OrderedJobs() { vStop(); }
+
+    /// The result of the piece whose turn it is.
+    Result next() {
+        if (threads_.empty())
+            return make_(taken_++);
+        std::unique_lock lock(mutex_);
+        auto& slot = slots_[taken_ % slots_.size()];
+        changed_.wait(lock, [&slot] { return slot.has_value(); });
+        auto done = std::move(*slot);
+        slot.reset();
+        ++taken_;
+        changed_.notify_all();
+        lock.unlock();
+        if (done.exception)
+            std::rethrow_exception(done.exception);
+        return std::move(*done.result);
+    }
+
+private:
+    struct Done {
+        std::optional<Result> result;
+        std::exception_ptr exception;
+    };
+
+    /// The number of the next piece to make; absent when there is no more.
+    std::optional<std::size_t> nextNumber() {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock,
+                      [this] { return isStopped_ || begun_ == count_ || begun_ < taken_ + slots_.size(); });
+        if (isStopped_ || begun_ == count_)
+            return std::nullopt;
+        return begun_++;
+    }
+
+    void vWork() {
+        while (const auto number = nextNumber()) {
+            Done done;
+            try {
+                done.result.emplace(make_(*number));
+            } catch (...) {
+                done.exception = std::current_exception();
+            }
+            const std::lock_guard lock(mutex_);
+            slots_[*number % slots_.size()] = std::move(done);
+            changed_.notify_all();
+        }
+    }
+
+    void vStop() {
+        {
+            const std::lock_guard lock(mutex_);
+            isStopped_ = true;
+            changed_.notify_all();
+        }
+        for (auto& thread : threads_)
+            thread.join();
+    }
+
+    std::size_t count_;
+    Make& make_;
+    // Pieces are made no further ahead than there are slots, so each has one of its own.
+    std::vector<std::optional<Done>> slots_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::size_t begun_ = 0;
+    std::size_t taken_ = 0;
+    bool isStopped_ = false;
+    // Last, so that they begin when everything else is there.
+    std::vector<std::thread> threads_;
+};
+
+/// With one thread everything is done on the calling one.
+template <typename Make, typename Take>
+void vInOrder(std::size_t count, std::size_t threads, Make make, Take take) {
+    threads = std::min(threads, count);
+    OrderedJobs<Make> jobs(count, threads > 1 ? threads : 0, make);
+    for (std::size_t number = 0; number < count; ++number)
+        take(jobs.next());
+}
+
+} // namespace kiv::kivifc
