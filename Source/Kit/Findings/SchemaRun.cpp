@@ -17,6 +17,8 @@ using ifc::def::schema::ObjectBase;
 constexpr std::size_t MaxNamed = 120;
 /// No schema has deeper trees; in one that has, nobody is asked for an attribute from further up.
 constexpr std::size_t MaxLine = 64;
+/// IFC has one; with more, nothing is known of what is inherited.
+constexpr std::size_t MaxSupertypes = 4;
 /// To compare a name with all others takes long where thousands are unknown.
 constexpr std::size_t MaxNearest = 100;
 
@@ -137,7 +139,7 @@ void SchemaRun::vSupertypesJoin() {
             if (name.use != ExpressUse::Supertype)
                 continue;
             const auto* const above = pDeclared(name.word.text);
-            if (above && entity.supertypes.size() < MaxLine)
+            if (above && entity.supertypes.size() < MaxSupertypes)
                 entity.supertypes.push_back(static_cast<std::size_t>(above - declared.data()));
             else
                 entity.isLineKnown = false;
@@ -199,8 +201,8 @@ void SchemaRun::vNearestAttributeNote(Finding& finding, std::string_view name, c
 void SchemaRun::vNearestOfNote(Finding& finding, std::string_view name,
                                std::span<const std::string_view> names) {
     --nearestLeft_;
-    if (const auto nearest = nearestName(name, names))
-        finding.notes.push_back({"the nearest name is " + sNamed(nearest->name), {}});
+    if (const auto best = nearestName(name, names))
+        finding.notes.push_back({"did you mean " + sNamed(best->name) + "?", {}});
 }
 
 Declared* SchemaRun::pDeclared(std::string_view name) {

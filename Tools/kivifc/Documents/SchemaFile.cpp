@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <string_view>
 #include <utility>
 
 namespace kiv::kivifc {
@@ -14,9 +15,12 @@ namespace {
 
 /// The likely reason why a text has no schema, where there is one.
 void vReasonNote(const kit::SchemaFile& file, Diagnostics& diagnostics) {
-    if (file.text.empty())
+    // What was too large to be read is not read here either.
+    constexpr std::size_t Looked = std::size_t{1} << 20U;
+    const auto begin = std::string_view(file.text).substr(0, Looked);
+    if (begin.empty())
         return;
-    for (const auto& finding : kit::schemaFindingsOf(nullptr, {}, file.text, file.path)) {
+    for (const auto& finding : kit::schemaFindingsOf(nullptr, {}, begin, file.path)) {
         for (const auto& note : finding.notes)
             diagnostics.vNote(file.path, fmt::format("{}; {}", finding.message, note.message));
     }

@@ -1,17 +1,11 @@
 #include "Kit/Findings/Rules/RuleNames.h"
 
-#include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "kiv/Kit/Names/NearestName.h"
 
 namespace kiv::kit {
 
 namespace schema = ifc::def::schema;
-
-std::string sNearestOf(std::string_view name, const std::vector<std::string_view>& candidates) {
-    const auto nearest = nearestName(name, candidates);
-    return nearest ? std::string(nearest->name) : std::string();
-}
 
 const OtherSchema* RuleNames::pOtherWith(std::string_view name) const {
     for (const auto& other : run_.context.others) {
@@ -34,16 +28,22 @@ const std::vector<std::string_view>& RuleNames::namesOf(SchemaNames kind) {
     return names;
 }
 
-std::string RuleNames::sNearest(std::string_view name, SchemaNames kind) {
+std::string_view RuleNames::nearestOf(std::string_view name,
+                                      const std::vector<std::string_view>& candidates) {
     if (searches_ == maxSearches)
         return {};
     ++searches_;
-    return sNearestOf(name, namesOf(kind));
+    const auto match = nearestName(name, candidates);
+    return match ? match->name : std::string_view();
+}
+
+std::string_view RuleNames::nearest(std::string_view name, SchemaNames kind) {
+    return nearestOf(name, namesOf(kind));
 }
 
 void RuleNames::vNearestNote(FindingDraft& draft, std::string_view name, SchemaNames kind) {
-    if (const auto nearest = sNearest(name, kind); !nearest.empty())
-        draft.vNote("did you mean " + sQuoted(nearest) + "?");
+    if (const auto meant = nearest(name, kind); !meant.empty())
+        draft.vNote("did you mean " + sQuoted(meant) + "?");
 }
 
 std::string sKindOf(const schema::ObjectBase& object) {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-// E001 to E005, E008 and E099: texts in which nothing is found, and declarations that the library does not
+// E001 to E005, E008 and R090: texts in which nothing is found, and declarations that the library does not
 // read.
 namespace kiv::kit {
 
@@ -62,17 +62,6 @@ NothingReason noDeclarationsReason(const SchemaRun& run) {
             return {"the first keyword is written " + sNamed(declared.declaration->keyword.text), Capitals};
     }
     return {"there is no TYPE, ENTITY, FUNCTION or RULE in it", {}};
-}
-
-/// The statement begins on the line of this byte, which is in it.
-bool isOnFirstLine(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
-    return run.text.substr(statement.begin, offset - statement.begin).find('\n') == std::string_view::npos;
-}
-
-/// The statement ends with the line of this byte, which is in it.
-bool isOnLastLine(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
-    const auto lineEnd = run.text.find('\n', offset);
-    return lineEnd == std::string_view::npos || lineEnd + 1 >= statement.end;
 }
 
 std::string sStatement(const SchemaStatement& statement) {
@@ -143,7 +132,7 @@ void LostDeclarations::vCheck() {
 void LostDeclarations::vLostAdd(Declared& lost) {
     const auto offset = offsetIn(run_, lost.declaration->keyword.text);
     const auto* const around = pStatementAround(run_, offset);
-    if (around && !isOnFirstLine(run_, *around, offset) && !isOnLastLine(run_, *around, offset)) {
+    if (around && offset >= around->firstLineEnd && offset < around->lastLine) {
         readings_[indexOf(run_, *around)].taken.push_back(&lost);
         return;
     }
@@ -151,7 +140,7 @@ void LostDeclarations::vLostAdd(Declared& lost) {
                              sDeclaration(*lost.declaration) + " is not read: " + sLostReason(lost, around));
     finding.subject = lost.declaration->name.text;
     lost.finding = &finding;
-    if (around && isOnFirstLine(run_, *around, offset))
+    if (around && offset < around->firstLineEnd)
         readings_[indexOf(run_, *around)].finding = &finding;
 }
 
@@ -162,7 +151,7 @@ std::string LostDeclarations::sLostReason(const Declared& lost, const SchemaStat
         return "the keyword is written " + sNamed(word) + ", and is found in capitals only";
     if (offset >= run_.lines.end)
         return "it comes after the line with END_SCHEMA";
-    if (around && isOnFirstLine(run_, *around, offset))
+    if (around && offset < around->firstLineEnd)
         return "its line is read as " + sStatement(*around);
     return "its line is the one on which " + (around ? sStatement(*around) : "another declaration") + " ends";
 }
@@ -297,6 +286,8 @@ bool boSomethingFound(SchemaRun& run) {
         run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, what + reason);
     if (!remedy.empty())
         finding.notes.push_back({std::string(remedy), {}});
+    else if (run.schema)
+        finding.severity = Severity::Warning;
     return false;
 }
 
@@ -316,7 +307,7 @@ void vOtherReportsAdd(SchemaRun& run) {
             run.vReportNote(*misreading, *record);
             continue;
         }
-        auto& finding = run.add("E099", {}, record->message);
+        auto& finding = run.add("R090", {}, record->message);
         finding.origin = FindingOrigin{record->function, record->file, record->line};
     }
 }
