@@ -80,7 +80,8 @@ TEST(KitMemory, Schemas) {
 TEST(KitMemory, CollectionIsAsItWasWhenASetFindsNoRoom) {
     const auto schema = schemaFromWholeText(sSampleText("Building.exp"));
     const auto documentOf = [](const std::string& name) {
-        return kit::setTextRead("<PropertySetDef><Name>" + name + "</Name></PropertySetDef>", name + ".xml");
+        return memoryChecked(
+            kit::setTextRead("<PropertySetDef><Name>" + name + "</Name></PropertySetDef>", name + ".xml"));
     };
     struct State {
         kit::SetCollection collection;
