@@ -23,7 +23,7 @@ namespace kiv::test {
 namespace {
 
 std::string sRule(const std::string& expression) {
-    return "SCHEMA S;\nENTITY A;\n WHERE\n R : " + expression + ";\nEND_ENTITY;\nEND_SCHEMA;\n";
+    return "SCHEMA S;\nENTITY Wall;\n WHERE\n R : " + expression + ";\nEND_ENTITY;\nEND_SCHEMA;\n";
 }
 
 class NodeCounter final : public kit::ExpressionWalk {
@@ -38,7 +38,7 @@ protected:
 void vSchemaWrite(const std::string& text) {
     const auto file = kit::schemaTextRead(text, "s.exp");
     ASSERT_TRUE(file.schema);
-    const auto* entity = ifc::def::schema::Entity::pFrom(file.schema->pObjectFromName("A"));
+    const auto* entity = ifc::def::schema::Entity::pFrom(file.schema->pObjectFromName("Wall"));
     ASSERT_TRUE(entity && entity->pWhere() && entity->pWhere()->getRules().size() == 1);
     const auto& rule = *entity->pWhere()->getRules()[0].expression;
     EXPECT_FALSE(kit::sExpression(rule).empty());

@@ -180,6 +180,7 @@ INSTANTIATE_TEST_SUITE_P(
                "2:14+5 E013 error: the type \"Strin\" of \"Label\" is not declared\n"
                "  reported while reading: Not type found\n"
                "4:26+5 E013 error: the type \"Lable\" of \"Row\" is not declared\n"
+               "  did you mean \"Label\"?\n"
                "  reported while reading: Type not found\n"},
         Sample{"ENTITY B;\n\tC : SET [1:?] OF D;\n INVERSE\n\tE : F FOR C;\nEND_ENTITY;\n",
                "3:19+1 E013 error: the type \"D\" of \"B.C\" is not declared\n"
