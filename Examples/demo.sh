@@ -23,6 +23,6 @@ run 0 'Property and quantity sets are read and checked against the schema. These
     check Building.exp Sets
 run 2 'These are not: every record has its line, and warnings tell what the library could not make sense of.
 Two documents are no sets at all; they are named, the others are checked all the same, and the exit status is 2:' \
-    check Building.exp BrokenSets --warnings
+    check Building.exp BrokenSets
 
 printf '\nDone: everything ended as expected.\n'
