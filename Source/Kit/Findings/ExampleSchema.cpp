@@ -227,4 +227,20 @@ END_SCHEMA;
 )express";
 }
 
+std::string_view getOlderExampleSchema() {
+    return R"express(SCHEMA IFC2X3;
+
+TYPE IfcHourInDay = INTEGER;
+WHERE
+	WR1 : { 0 <= SELF < 24 };
+END_TYPE;
+
+ENTITY IfcBuildingElementComponent;
+	Tag : STRING;
+END_ENTITY;
+
+END_SCHEMA;
+)express";
+}
+
 } // namespace kiv::kit

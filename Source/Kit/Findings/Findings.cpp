@@ -23,8 +23,8 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck,    vGuidsCheck,   vLanguagesCheck,
-                                          vTypesCheck,     vClassesCheck,  vReleaseCheck, vDocumentationCheck};
+constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck,   vGuidsCheck,   vLanguagesCheck,
+                                        vTypesCheck,     vClassesCheck, vReleaseCheck, vDocumentationCheck};
 
 std::string_view codeOf(FailureKind kind) {
     switch (kind) {
@@ -50,12 +50,21 @@ std::string_view codeOf(FailureKind kind) {
     return "R040";
 }
 
+/// Of the failure; a root element that is refused has its own.
+TextPosition failurePosition(const SetDocument& document) {
+    const auto& failure = *document.failure;
+    if (failure.kind != FailureKind::NotASet && failure.kind != FailureKind::PrefixedRoot)
+        return failure.position;
+    const XmlPositions xml(document.text);
+    return xml.pRoot() ? xml.pRoot()->position : failure.position;
+}
+
 Finding failureFinding(const SetDocument& document) {
     Finding finding;
     finding.code = pRuleFind(codeOf(document.failure->kind))->code;
     finding.severity = Severity::Error;
     finding.message = document.failure->reason;
-    finding.place = {document.path, document.failure->position};
+    finding.place = {document.path, failurePosition(document)};
     return finding;
 }
 

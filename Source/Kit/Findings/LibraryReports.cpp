@@ -153,6 +153,7 @@ public:
                 return {classes[place].element, nullptr};
             }
         }
+        nextClass_ = classes.size();
         return {};
     }
 

@@ -19,10 +19,21 @@ namespace {
 /// One table of all families. A copy of a rule has views only.
 std::vector<Rule> allRules() {
     std::vector<Rule> rules;
-    for (const auto family : {getAcrossGuidRules(), getAcrossRules(), getClassRules(), getCommentRules(),
-                              getDocumentationRules(),
-                              getGuidRules(), getLanguageRules(), getNameRules(), getReleaseRules(),
-                              getReportRules(), getSchemaRules(), getStructureRules(), getTypeRules()})
+    for (const auto family : {
+             getAcrossGuidRules(),
+             getAcrossRules(),
+             getClassRules(),
+             getCommentRules(),
+             getDocumentationRules(),
+             getGuidRules(),
+             getLanguageRules(),
+             getNameRules(),
+             getReleaseRules(),
+             getReportRules(),
+             getSchemaRules(),
+             getStructureRules(),
+             getTypeRules(),
+         })
         rules.insert(rules.end(), family.begin(), family.end());
     std::ranges::stable_sort(rules, {}, &Rule::code);
     return rules;

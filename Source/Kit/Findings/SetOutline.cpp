@@ -11,15 +11,19 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr std::string_view WhiteSpace = " \t\n\r";
 constexpr std::size_t maxSubjectPart = 120;
 constexpr std::size_t maxSubjectDepth = 8;
 
-std::string_view trimmed(std::string_view text, std::string_view blanks) {
-    const auto first = text.find_first_not_of(blanks);
+/// Without the blanks around it; other white space stays.
+std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
     if (first == std::string_view::npos)
         return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string_view trimmedTextOf(const XmlPositions& xml, XmlIndex element) {
+    return element == NoXmlElement ? std::string_view() : xml.getElement(element).trimmedText.value;
 }
 
 constexpr std::array<std::pair<std::string_view, PropertyKind>, 8> PropertyKinds = {{
@@ -97,7 +101,7 @@ void OutlineReader::vClassesRead(XmlIndex list) {
     outline_.applicableClasses = list;
     for (const auto child : XmlChildren(xml_, list)) {
         // Blanks only: a tab or a line break stays in the name.
-        const auto text = trimmed(xml_.getElement(child).text, " ");
+        const auto text = trimmed(xml_.getElement(child).text);
         if (tagOf(child) != "ClassName" || text.empty())
             continue;
         const auto mark = std::min(text.find('/'), text.size());
@@ -274,11 +278,11 @@ std::string_view SetOutline::textOf(XmlIndex index) const {
 }
 
 std::string_view SetOutline::setName() const {
-    return trimmed(textOf(name), WhiteSpace);
+    return trimmedTextOf(*xml, name);
 }
 
 std::string_view SetOutline::memberName(const MemberOutline& member) const {
-    return trimmed(textOf(member.name), WhiteSpace);
+    return trimmedTextOf(*xml, member.name);
 }
 
 std::string SetOutline::setSubject() const {

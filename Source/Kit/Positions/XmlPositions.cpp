@@ -161,7 +161,8 @@ private:
     void vTextBegin(std::size_t offset);
     /// Ends the first text of the innermost element.
     void vTextEnd();
-    void vTextHide();
+    /// Notes what comes before any text of the innermost element.
+    void vTextHide(std::string_view by);
     void vLaterTextNote(std::string_view piece);
     void vFail(std::string message);
     void vStop();
@@ -374,7 +375,7 @@ void XmlPositionsReader::vCharacters(const XML_Char* characters, int size) {
 }
 
 void XmlPositionsReader::vComment(const XML_Char* comment) {
-    vTextHide();
+    vTextHide(comment);
     const auto codes = ignoredCodes(comment);
     if (!codes)
         return;
@@ -384,8 +385,11 @@ void XmlPositionsReader::vComment(const XML_Char* comment) {
     ++pendingIgnores_;
 }
 
-void XmlPositionsReader::vProcessingInstruction(const XML_Char*, const XML_Char*) {
-    vTextHide();
+void XmlPositionsReader::vProcessingInstruction(const XML_Char* target, const XML_Char* instruction) {
+    std::string text(target);
+    if (*instruction != '\0')
+        text.append(" ").append(instruction);
+    vTextHide(text);
 }
 
 void XmlPositionsReader::vTextBegin(std::size_t offset) {
@@ -394,10 +398,15 @@ void XmlPositionsReader::vTextBegin(std::size_t offset) {
     text_.clear();
 }
 
-void XmlPositionsReader::vTextHide() {
-    if (isTextOpen_ && text_.empty())
-        data_.elements[open_.back().element].isTextHidden = true;
+void XmlPositionsReader::vTextHide(std::string_view by) {
+    const bool isHidden = isTextOpen_ && text_.empty();
     vTextEnd();
+    if (!isHidden)
+        return;
+    auto& element = data_.elements[open_.back().element];
+    element.isTextHidden = true;
+    element.text = data_.kept(by, {});
+    element.trimmedText = {trimmed(element.text), cursor_.at(getOffset(), getSize()), {}};
 }
 
 void XmlPositionsReader::vTextEnd() {

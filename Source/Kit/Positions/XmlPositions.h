@@ -86,13 +86,14 @@ struct XmlElement {
     std::uint32_t attributeCount = 0;
 
     /// What comes before the first comment, processing instruction or element inside it, which is all that
-    /// the readers of set documents see; as it is, with the blanks around it.
+    /// the readers of set documents see; as it is, with the blanks around it. When a comment or processing
+    /// instruction comes first, they read that in place of the text, and so it is here.
     std::string_view text;
     /// The same without the white space around it; where a text of blanks only, or none, would be when empty.
     XmlText trimmedText;
     /// Text other than white space that comes later; its position has no line when there is none.
     TextPosition laterText;
-    /// Whether a comment or processing instruction comes before any text.
+    /// Whether a comment or processing instruction comes before any text, and is read in its place.
     bool isTextHidden = false;
 
     /// The part of the name after the prefix.

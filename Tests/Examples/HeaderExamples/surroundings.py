@@ -37,6 +37,7 @@ XML_CONFIG = [IN + "SchemaPset.h", IN + "XmlSchema/IfcXmlConfig.h"]
 DIAGNOSTICS = ["kivifc/Program/Diagnostics.h"]
 
 SURROUNDINGS = {
+    "KivIfcKit.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcKit.h>": ";"}),
     "KivIfcSchemaPset.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcSchemaPset.h>": ";"}),
     "IfcDefAliases.h": row(DEF, "const pset::PropertyDef& property", [IN + "Pset/IfcPropertyDef.h"]),
     "IfcDefBase.h": row(XML, includes=[IN + "Pset/IfcPropertyDef.h"], isNamespaceScope=True),

@@ -11,6 +11,7 @@
 #include "Support/SchemaFromText.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Kit/Documents/SetDocument.h"
+#include "kiv/Kit/Findings/AcrossDocuments.h"
 #include "kiv/Kit/Findings/Findings.h"
 #include "kiv/Kit/Findings/IgnoreComments.h"
 #include "kiv/Kit/Findings/Rule.h"
@@ -33,10 +34,50 @@ inline const ifc::def::schema::Schema& exampleSchema() {
     return *schema;
 }
 
+/// The release that examples name types and classes of which `exampleSchema` lacks.
+inline const ifc::def::schema::Schema& olderExampleSchema() {
+    static const auto schema = schemaFromWholeText(std::string(getOlderExampleSchema()));
+    return *schema;
+}
+
+/// The files of an example across documents, by path; the folder of a path is the context.
+inline std::vector<std::pair<std::string, std::string>> exampleFiles(std::string_view text) {
+    constexpr std::string_view Mark = "---- ";
+    std::vector<std::pair<std::string, std::string>> files;
+    while (text.starts_with(Mark)) {
+        const auto nameEnd = text.find('\n');
+        const auto end = std::min(text.find("\n---- "), text.size() - 1) + 1;
+        files.emplace_back(text.substr(Mark.size(), nameEnd - Mark.size()),
+                           text.substr(nameEnd + 1, end - nameEnd - 1));
+        text.remove_prefix(end);
+    }
+    return files;
+}
+
+/// What is wrong with each of the files, and then between them.
+inline std::vector<Finding> findingsBetween(std::string_view text) {
+    std::vector<Finding> findings;
+    AcrossDocuments across;
+    for (const auto& [path, content] : exampleFiles(text)) {
+        const auto document = setTextCheck(content, path, exampleSchema());
+        const auto own = findingsOf(document, {exampleSchema(), {}, {}, false});
+        findings.insert(findings.end(), own.begin(), own.end());
+        const auto folderEnd = path.find('/');
+        across.vAdd(document, folderEnd == std::string::npos ? "" : path.substr(0, folderEnd));
+    }
+    const auto between = across.getFindings();
+    findings.insert(findings.end(), between.begin(), between.end());
+    return findings;
+}
+
 inline std::vector<Finding> exampleFindings(std::string_view text, bool isVerbose = false) {
+    if (text.starts_with("---- "))
+        return findingsBetween(text);
     const auto document = setTextCheck(std::string(text), "Example.xml", exampleSchema());
-    SetCheckContext context{exampleSchema(), {}, {}, isVerbose};
+    SetCheckContext context{exampleSchema(), {{"IFC2X3", olderExampleSchema()}}, {}, isVerbose};
     auto findings = findingsOf(document, context);
+    if (!document.positions)
+        return findings;
     IgnoreComments ignores(document.path, *document.positions);
     std::erase_if(findings, [&](const Finding& finding) { return ignores.boHide(finding); });
     for (auto& finding : ignores.unusedFindings())

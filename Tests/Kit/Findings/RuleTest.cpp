@@ -1,6 +1,6 @@
 #include "kiv/Kit/Findings/Rule.h"
 
-#include "FindingLines.h"
+#include "Kit/Findings/FindingLines.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,9 +25,9 @@ std::set<std::string> codesOf(const RuleExample& example) {
     return codes;
 }
 
-/// Rules about schemas and about several documents have examples of another form.
-bool isAboutOneDocument(const Rule& rule) {
-    return rule.code[0] != 'E' && rule.code[0] != 'X' && !rule.wrong.text.empty();
+/// Rules about schemas have examples of another form.
+bool isAboutDocuments(const Rule& rule) {
+    return rule.code[0] != 'E' && !rule.wrong.text.empty();
 }
 
 TEST(RuleTest, CodesAreDistinctAndInOrder) {
@@ -64,7 +64,7 @@ TEST(RuleTest, OnlyReportsOfTheLibraryHaveNoExamples) {
 
 TEST(RuleTest, WrongExamplesYieldTheirCodeAlone) {
     for (const auto& rule : getRules()) {
-        if (!isAboutOneDocument(rule))
+        if (!isAboutDocuments(rule))
             continue;
         EXPECT_EQ(codesOf(rule.wrong), std::set<std::string>{std::string(rule.code)})
             << testing::PrintToString(exampleLines(rule.wrong));
@@ -73,7 +73,7 @@ TEST(RuleTest, WrongExamplesYieldTheirCodeAlone) {
 
 TEST(RuleTest, WrongExamplesHaveOneFinding) {
     for (const auto& rule : getRules()) {
-        if (!isAboutOneDocument(rule))
+        if (!isAboutDocuments(rule))
             continue;
         EXPECT_EQ(exampleLines(rule.wrong).size(), 1) << testing::PrintToString(exampleLines(rule.wrong));
     }
@@ -81,7 +81,7 @@ TEST(RuleTest, WrongExamplesHaveOneFinding) {
 
 TEST(RuleTest, RightExamplesYieldNothing) {
     for (const auto& rule : getRules()) {
-        if (!isAboutOneDocument(rule))
+        if (!isAboutDocuments(rule))
             continue;
         EXPECT_THAT(exampleLines(rule.right), IsEmpty()) << rule.code;
     }

@@ -62,6 +62,9 @@ std::string sNoAttribute(const Entity& entity, std::string_view attribute) {
     }
     if (std::ranges::find(names, attribute) != names.end())
         return "its type is not known to the schema";
+    if (const auto* inverse = entity.pAttributeInverseFromName(std::string(attribute), true))
+        return fmt::format("\"{}\" is an inverse attribute, {} FOR {}; only explicit ones have a value",
+                           inverse->getName(), inverse->getTypeText(), inverse->getForAttributeName());
     return sNoName("attribute", attribute, names);
 }
 

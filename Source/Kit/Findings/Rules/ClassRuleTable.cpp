@@ -174,7 +174,7 @@ constexpr Rule ClassRules[] = {
   <PropertyDefs/>
 </PropertySetDef>
 )xml"}},
-    {"C008", "illegal-predefined-type", Severity::Error,
+    {"C008", "wrong-predefined-type", Severity::Error,
      "A class has no predefined type of that name.",
      "After \"/\" comes one of the items that the schema has for the attribute PredefinedType of the "
      "entity, in upper case.\n\nWrite one of the items, or the class alone.",

@@ -34,14 +34,17 @@ private:
     void vEmptyCheck();
     bool boIsEmpty(XmlIndex element) const;
     void vClassCheck(const ClassOutline& item);
-    const schema::ObjectBase* pObjectOf(std::string_view name) const { return run_.schema.pObjectFromName(name); }
+    const schema::ObjectBase* pObjectOf(std::string_view name) const {
+        return run_.schema.pObjectFromName(name);
+    }
     const schema::Entity* pEntityOf(std::string_view name) const {
         return schema::Entity::pFrom(pObjectOf(name));
     }
 
     void vEntityCheck(const ClassOutline& item, const schema::Entity& entity);
     void vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity);
-    void vIllegalAdd(const ClassOutline& item, const schema::Entity& entity, const schema::DataTypeEnum& legal);
+    void vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
+                     const schema::DataTypeEnum& legal);
     void vUnknownCheck(const ClassOutline& item);
     bool boIsBlank(const ClassOutline& item);
     bool boIsOlderSpelling(const ClassOutline& item);
@@ -104,8 +107,7 @@ void ClassCheck::vEmptyCheck() {
     if (hasName || run_.boMisspelt(0, "ApplicableClasses"))
         return;
     const auto place = outline_.applicableClasses == NoXmlElement ? XmlIndex{0} : outline_.applicableClasses;
-    run_.add("C007", place, "the set names no class that it applies to")
-        .vNote(std::string(OnlyUnrestricted));
+    run_.add("C007", place, "the set names no class that it applies to").vNote(std::string(OnlyUnrestricted));
 }
 
 void ClassCheck::vClassCheck(const ClassOutline& item) {
@@ -113,7 +115,8 @@ void ClassCheck::vClassCheck(const ClassOutline& item) {
         add("C006", item, "the class name is only white space");
         return;
     }
-    const bool isBlank = trimmed(item.name) != item.name || trimmed(item.predefinedType) != item.predefinedType;
+    const bool isBlank =
+        trimmed(item.name) != item.name || trimmed(item.predefinedType) != item.predefinedType;
     if (isBlank && boIsBlank(item))
         return;
     const auto* object = pObjectOf(item.name);
@@ -129,8 +132,9 @@ void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& en
     if (item.name != entity.getName()) {
         std::string mended(entity.getName());
         mended.append(item.text.substr(item.name.size()));
-        add("C003", item, "the class " + sQuoted(item.name) + " is written " + sQuoted(entity.getName()) + " in " +
-                              names_.sSchema())
+        add("C003", item,
+            "the class " + sQuoted(item.name) + " is written " + sQuoted(entity.getName()) + " in " +
+                names_.sSchema())
             .vNote("look-ups by class compare letter case, so the set is not found for " +
                    std::string(entity.getName()))
             .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, trimmed(mended));
@@ -160,8 +164,9 @@ void ClassCheck::vSupertypesCheck() {
             const auto found = entities_.find(supertype);
             if (found == entities_.end())
                 continue;
-            add("C005", *item, sQuoted(trimmed(item->text)) + " is listed with its supertype " +
-                                   sQuoted(supertype->getName()))
+            add("C005", *item,
+                sQuoted(trimmed(item->text)) + " is listed with its supertype " +
+                    sQuoted(supertype->getName()))
                 .vNoteAt("the supertype is here; it includes every " + std::string(entity->getName()),
                          run_.xml.getElement(found->second).trimmedText.position);
             break;
@@ -172,8 +177,9 @@ void ClassCheck::vSupertypesCheck() {
 void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity) {
     const auto* attribute = entity.pAttributeFromNameUpper("PREDEFINEDTYPE", true);
     if (!attribute) {
-        auto& draft = add("C009", item, std::string(entity.getName()) + " has no predefined types, so " +
-                                            sQuoted(item.predefinedType) + " is none of them");
+        auto& draft = add("C009", item,
+                          std::string(entity.getName()) + " has no predefined types, so " +
+                              sQuoted(item.predefinedType) + " is none of them");
         if (const auto* other = pEntityOf(item.predefinedType))
             draft.vNote(std::string(other->getName()) + " is an entity of its own");
         return;
@@ -181,8 +187,9 @@ void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::En
     const auto* type = schema::Type::pFrom(attribute->pFirstType());
     const auto* legal = type ? dynamic_cast<const schema::DataTypeEnum*>(type->pDataType()) : nullptr;
     if (!legal) {
-        add("C009", item, "the attribute PredefinedType of " + std::string(entity.getName()) +
-                              " is no enumeration, so " + sQuoted(item.predefinedType) + " is no predefined type");
+        add("C009", item,
+            "the attribute PredefinedType of " + std::string(entity.getName()) + " is no enumeration, so " +
+                sQuoted(item.predefinedType) + " is no predefined type");
         return;
     }
     if (!legal->boContains(item.predefinedType))
@@ -192,15 +199,16 @@ void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::En
 void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
                              const schema::DataTypeEnum& legal) {
     const std::vector<std::string_view> items(legal.getItems().begin(), legal.getItems().end());
-    auto& draft = add("C008", item, sQuoted(item.predefinedType) + " is no predefined type of " +
-                                        std::string(entity.getName()));
-    const auto nearest = sNearestOf(item.predefinedType, items);
+    auto& draft =
+        add("C008", item,
+            sQuoted(item.predefinedType) + " is no predefined type of " + std::string(entity.getName()));
+    const auto nearest = names_.nearestOf(item.predefinedType, items);
     if (!nearest.empty())
         draft.vNote("did you mean " + sQuoted(nearest) + "?");
     constexpr std::size_t maxShown = 40;
     draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
                 sQuotedList(items, maxShown));
-    if (!nearest.empty() && boIsSameName(trimmed(nearest), trimmed(item.predefinedType)))
+    if (!nearest.empty() && boIsSameName(nearest, item.predefinedType))
         draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
                     std::string(entity.getName()).append("/").append(nearest));
 }
@@ -221,8 +229,9 @@ bool ClassCheck::boIsBlank(const ClassOutline& item) {
     std::string mended(entity->getName());
     if (!text->predefinedType.empty())
         mended.append("/").append(text->predefinedType);
-    add("C010", item, "there is white space in the class name " + sQuoted(clean) +
-                          " or around it, and becomes a part of the name")
+    add("C010", item,
+        "there is white space in the class name " + sQuoted(clean) +
+            " or around it, and becomes a part of the name")
         .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
     return true;
 }

@@ -37,8 +37,8 @@ struct ClassText {
 /// White space around the text, and around "=", does not count.
 std::optional<ClassText> classTextOf(std::string_view text);
 
-/// The classes of an applicable type value: several are separated by "|" or by commas. Empty when one of them is
-/// in another spelling, as then nothing is known of the whole.
+/// The classes of an applicable type value: several are separated by "|" or by commas. Empty when one of them
+/// is in another spelling, as then nothing is known of the whole.
 std::vector<ClassText> typeValueOf(std::string_view text);
 
 } // namespace kiv::kit

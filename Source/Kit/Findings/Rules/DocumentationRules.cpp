@@ -14,7 +14,8 @@ bool boHasText(const RuleRun& run, XmlIndex definition) {
     if (definition == NoXmlElement)
         return false;
     const auto& element = run.xml.getElement(definition);
-    return !trimmed(element.text).empty() || element.laterText.line != 0 || element.firstChild != NoXmlElement;
+    return !trimmed(element.text).empty() || element.laterText.line != 0 ||
+           element.firstChild != NoXmlElement;
 }
 
 /// Where the definition would be looked for: at the empty one, else at the name.

@@ -207,7 +207,8 @@ ByteRange untrimmedBytes(const XmlElement& element) {
 void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
     const auto& element = run.xml.getElement(name);
     const auto trimmed = trimmedBlanks(element.text);
-    if (trimmed.empty())
+    // A comment in place of the text is another mistake.
+    if (trimmed.empty() || element.isTextHidden)
         return;
     if (trimmed.size() != element.text.size()) {
         const auto side = element.text.starts_with(trimmed) ? "ends" : "begins";

@@ -85,7 +85,7 @@ constexpr Rule ReportRules[] = {
      {},
      {}},
     {"R012",
-     "unknown-property-type",
+     "property-type-not-known",
      Severity::Error,
      "The library does not know the kind of a property.",
      "The property has no type then. Where a rule of its own explains the report, it is a note of that "
@@ -139,7 +139,7 @@ constexpr Rule ReportRules[] = {
      {},
      {}},
     {"R019",
-     "unknown-quantity-type",
+     "quantity-type-not-known",
      Severity::Error,
      "The library does not know the type of a quantity.",
      "The quantity has no type then. Where a rule of its own explains the report, it is a note of that "

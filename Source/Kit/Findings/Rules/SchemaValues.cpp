@@ -67,11 +67,13 @@ bool boNamesUnits(std::span<const std::string_view> items) {
     return hasUnit;
 }
 
-/// "LENGTHUNIT" for IfcLengthMeasure, whether or not there is such a unit; empty for a type that is no measure.
+/// "LENGTHUNIT" for IfcLengthMeasure, whether or not there is such a unit; empty for a type that is no
+/// measure.
 std::string sUnitNameOf(std::string_view measure) {
     constexpr std::string_view Prefix = "IFC";
     constexpr std::string_view End = "MEASURE";
-    if (!measure.starts_with(Prefix) || !measure.ends_with(End) || measure.size() <= Prefix.size() + End.size())
+    if (!measure.starts_with(Prefix) || !measure.ends_with(End) ||
+        measure.size() <= Prefix.size() + End.size())
         return {};
     const auto quantity = measure.substr(Prefix.size(), measure.size() - Prefix.size() - End.size());
     return std::string(quantity).append(UnitEnd);
@@ -129,7 +131,8 @@ std::string sValuesOf(const schema::DataTypeBase& type) {
     case schema::DataTypeKind::Enumeration:
         return "one of its items";
     case schema::DataTypeKind::String:
-        if (const auto* string = dynamic_cast<const schema::DataTypeString*>(&type); string && string->getWidth())
+        if (const auto* string = dynamic_cast<const schema::DataTypeString*>(&type);
+            string && string->getWidth())
             return "a text of at most " + std::to_string(string->getWidth()) + " characters";
         return "a text";
     default:
@@ -162,7 +165,8 @@ std::string_view SchemaUnits::unitOf(const schema::Type& measure) const {
     return {};
 }
 
-const schema::Type* pSelectOf(const schema::Schema& schema, std::string_view entity, std::string_view attribute) {
+const schema::Type* pSelectOf(const schema::Schema& schema, std::string_view entity,
+                              std::string_view attribute) {
     const auto* owner = schema::Entity::pFrom(schema.pObjectFromName(entity));
     const auto* found = owner ? owner->pAttributeFromName(schema::AttributeName(attribute), true) : nullptr;
     if (!found || found->getResolvedTypes().empty())

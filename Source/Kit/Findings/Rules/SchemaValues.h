@@ -1,6 +1,6 @@
 /// @file
-/// What a schema says about the values of a property: whether a text is a value of a type, which unit a measure
-/// has, which types a property can have at all.
+/// What a schema says about the values of a property: whether a text is a value of a type, which unit a
+/// measure has, which types a property can have at all.
 ///
 ///     const SchemaUnits units(schema);
 ///     units.sUnitOf(measure);                             // "LENGTHUNIT" for IfcPositiveLengthMeasure
@@ -27,8 +27,8 @@ namespace kiv::kit {
 
 enum class ValueFit : std::uint8_t { Yes, No, Unknown };
 
-/// Whether a text is a value of that type, as STEP files or XML documents write it. An empty text and "?", which
-/// stands for no value, fit every type.
+/// Whether a text is a value of that type, as STEP files or XML documents write it. An empty text and "?",
+/// which stands for no value, fit every type.
 ValueFit fitOf(std::string_view value, const ifc::def::schema::DataTypeBase& type);
 
 /// What such values are, for a message: "a number", "an integer". Empty where `fitOf` does not know.
@@ -54,8 +54,8 @@ private:
     std::unordered_set<std::string_view> units_;
 };
 
-/// The select of which an attribute's values are: IfcValue for IfcPropertySingleValue.NominalValue. Null when the
-/// schema has no such attribute, or one of another type.
+/// The select of which an attribute's values are: IfcValue for IfcPropertySingleValue.NominalValue. Null when
+/// the schema has no such attribute, or one of another type.
 const ifc::def::schema::Type* pSelectOf(const ifc::def::schema::Schema& schema, std::string_view entity,
                                         std::string_view attribute);
 

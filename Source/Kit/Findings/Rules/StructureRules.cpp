@@ -832,29 +832,29 @@ void StructureCheck::vTextCheck(XmlIndex element, const ElementRule& rule) {
         vUnreadTextCheck(element);
         return;
     }
-    if (parts.trimmedText.value.empty() && parts.laterText.line == 0)
+    const bool hasText = !parts.isTextHidden && !parts.trimmedText.value.empty();
+    if (!hasText && parts.laterText.line == 0)
         return;
     auto& draft = run_.add("S016", element,
                            "there is text inside " + sNameQuoted(parts) + ", where " +
                                (rule.content == ContentKind::Nothing ? "none" : "elements") +
                                (rule.content == ContentKind::Nothing ? " belongs" : " belong"));
-    draft.finding.place.position =
-        parts.trimmedText.value.empty() ? parts.laterText : parts.trimmedText.position;
+    draft.finding.place.position = hasText ? parts.trimmedText.position : parts.laterText;
     if (rule.content == ContentKind::Nothing && !rule.attributes.empty())
         draft.vNote("its value belongs in the attribute " + sQuoted(rule.attributes.front()));
 }
 
 void StructureCheck::vUnreadTextCheck(XmlIndex element) {
     const auto& parts = xml_.getElement(element);
-    // An element inside the text is the mistake then.
-    if (parts.laterText.line == 0 || parts.firstChild != NoXmlElement)
-        return;
     const bool isHidden = parts.isTextHidden;
+    // An element inside the text is the mistake then.
+    if ((parts.laterText.line == 0 && !isHidden) || parts.firstChild != NoXmlElement)
+        return;
     auto& draft = run_.add("S017", element,
                            "the text of " + sNameQuoted(parts) +
-                               (isHidden ? " is not read: a comment comes before it"
+                               (isHidden ? " begins with a comment, which is read in its place"
                                          : " is read up to the comment only; this part is lost"));
-    draft.finding.place.position = parts.laterText;
+    draft.finding.place.position = isHidden ? parts.trimmedText.position : parts.laterText;
 }
 
 FindingDraft* StructureCheck::pValueAdd(std::string_view code, XmlIndex element,

@@ -6,7 +6,7 @@ namespace {
 
 // clang-format off: the examples are documents, one rule after the other.
 constexpr Rule TypeRules[] = {
-    {"T001", "unknown-type", Severity::Error,
+    {"T001", "unknown-data-type", Severity::Error,
      "A data type is not in the schema.",
      "Values of a type that the schema does not have cannot be written to a model, and readers of the set "
      "do not know what to expect.\n\nWrite the name as the schema has it. The nearest name is shown when "
@@ -69,7 +69,7 @@ constexpr Rule TypeRules[] = {
       <Definition>How thick it is.</Definition>
       <PropertyType>
         <TypePropertySingleValue>
-          <DataType type="IfcWarpingMomentum"/>
+          <DataType type="IfcHourInDay"/>
         </TypePropertySingleValue>
       </PropertyType>
     </PropertyDef>

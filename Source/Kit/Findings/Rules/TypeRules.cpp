@@ -1,6 +1,7 @@
 #include "Kit/Findings/Rules/TypeRules.h"
 
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/LegalNames.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Findings/Rules/SchemaValues.h"
@@ -49,6 +50,7 @@ private:
 
     void vTypeCheck(const TypeOutline& type);
     bool boCounts(const TypeOutline& type) const;
+    bool boIsAttributeMisspelt(XmlIndex element) const;
     bool boIsGiven(const TypeOutline& type) const;
     bool boHasReference(const TypeOutline& type) const;
     const schema::ObjectBase* pObjectOf(const TypeOutline& type);
@@ -101,6 +103,15 @@ bool TypeCheck::boCounts(const TypeOutline& type) const {
            xml_.getElement(types[next].element).parent != xml_.getElement(type.element).parent;
 }
 
+/// Then the spelling of "type" is the mistake.
+bool TypeCheck::boIsAttributeMisspelt(XmlIndex element) const {
+    static constexpr std::string_view Legal[] = {"type"};
+    const auto isMisspelt = [](const XmlAttribute& attribute) {
+        return !legalMatch(attribute.name, Legal).name.empty();
+    };
+    return std::ranges::any_of(xml_.getAttributes(xml_.getElement(element)), isMisspelt);
+}
+
 bool TypeCheck::boIsGiven(const TypeOutline& type) const {
     return type.attribute && !trimmed(type.attribute->value.value).empty();
 }
@@ -127,11 +138,11 @@ void TypeCheck::vTypeCheck(const TypeOutline& type) {
 const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
     if (!boIsGiven(type)) {
         // What a time series is made of need not be said, nor need "reftype" when "DataType" is there.
-        const bool isRequired = type.use == TypeUse::Value || (type.use == TypeUse::ReferenceDataType &&
-                                                               !boHasReference(type));
+        const bool isRequired =
+            type.use == TypeUse::Value || (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
         if (isRequired && type.attribute)
             run_.addAtValue("T008", type.element, *type.attribute, "the data type is empty");
-        else if (isRequired)
+        else if (isRequired && !boIsAttributeMisspelt(type.element))
             run_.add("T008", type.element, "\"DataType\" has no attribute \"type\"");
         return nullptr;
     }
@@ -145,7 +156,8 @@ const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
 void TypeCheck::vUnknownAdd(const TypeOutline& type, std::string_view name) {
     if (const auto* other = names_.pOtherWith(name)) {
         run_.addAtValue("T002", type.element, *type.attribute,
-                        "the type " + sQuoted(name) + " is not in " + names_.sSchema() + " but in " + other->name);
+                        "the type " + sQuoted(name) + " is not in " + names_.sSchema() + " but in " +
+                            other->name);
         return;
     }
     auto& draft = run_.addAtValue("T001", type.element, *type.attribute,
@@ -171,8 +183,8 @@ void TypeCheck::vSpellingCheck(const TypeOutline& type, const schema::ObjectBase
 }
 
 void TypeCheck::vUseCheck(const TypeOutline& type, const schema::ObjectBase& object) {
-    const bool isReference = type.use == TypeUse::Reference ||
-                             (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
+    const bool isReference =
+        type.use == TypeUse::Reference || (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
     if (type.use == TypeUse::Value)
         vValueTypeCheck(type, object);
     else if (isReference)
@@ -289,8 +301,8 @@ void TypeCheck::vBoundsCheck(const TypeOutline& type, const schema::Type& measur
     const auto* lowerValue = xml_.pAttribute(xml_.getElement(lowerElement), "value");
     const auto* upperValue = xml_.pAttribute(xml_.getElement(upperElement), "value");
     run_.addAtValue("T014", lowerElement, *lowerValue,
-                    "the lower bound " + sQuoted(trimmed(lowerValue->value.value)) + " is above the upper bound " +
-                        sQuoted(trimmed(upperValue->value.value)))
+                    "the lower bound " + sQuoted(trimmed(lowerValue->value.value)) +
+                        " is above the upper bound " + sQuoted(trimmed(upperValue->value.value)))
         .vNoteAt("the upper bound is here", upperValue->value.position);
 }
 
@@ -321,8 +333,8 @@ bool TypeCheck::boHasChild(XmlIndex parent, std::string_view tag) const {
 
 void TypeCheck::vDataTypeRequire(XmlIndex element) {
     if (!boHasChild(element, "DataType") && !run_.boMisspelt(element, "DataType"))
-        run_.add("T008", element, "no data type is given: " + sQuoted(xml_.getElement(element).name) +
-                                      " has no \"DataType\"");
+        run_.add("T008", element,
+                 "no data type is given: " + sQuoted(xml_.getElement(element).name) + " has no \"DataType\"");
 }
 
 void TypeCheck::vItemsCheck(const MemberOutline& member) {
@@ -362,8 +374,8 @@ void TypeCheck::vConstantsCheck(const MemberOutline& member) {
             if (xml_.getElement(child).name != "Name" || name.empty() ||
                 (found != items.end() && found->second == name))
                 continue;
-            auto& draft = run_.addAtText("T011", child, "the constant " + sQuoted(name) +
-                                                            " is no item of the enumeration");
+            auto& draft = run_.addAtText("T011", child,
+                                         "the constant " + sQuoted(name) + " is no item of the enumeration");
             if (found != items.end())
                 draft.vNote("the item is written " + sQuoted(found->second));
         }
@@ -384,11 +396,12 @@ void TypeCheck::vTableCheck(const MemberOutline& member) {
     if ((hasDefining || run_.boMisspelt(member.kindElement, "DefiningValue")) &&
         (hasDefined || run_.boMisspelt(member.kindElement, "DefinedValue")))
         return;
-    const std::string missing = !hasDefining && !hasDefined ? "has neither \"DefiningValue\" nor \"DefinedValue\""
-                                : hasDefining               ? "has no \"DefinedValue\""
-                                                            : "has no \"DefiningValue\"";
-    auto& draft = run_.add("T012", member.kindElement, "the table " + missing +
-                                                           ", so the types of its columns are not known");
+    const std::string missing = !hasDefining && !hasDefined
+                                    ? "has neither \"DefiningValue\" nor \"DefinedValue\""
+                                : hasDefining ? "has no \"DefinedValue\""
+                                              : "has no \"DefiningValue\"";
+    auto& draft = run_.add("T012", member.kindElement,
+                           "the table " + missing + ", so the types of its columns are not known");
     if (hasDefining || hasDefined)
         draft.vSeverity(Severity::Warning);
 }
@@ -399,7 +412,8 @@ void TypeCheck::vListCheck(const MemberOutline& member) {
         isTyped = isTyped || (xml_.getElement(column).name == "ListValue" &&
                               (boHasChild(column, "DataType") || run_.boMisspelt(column, "DataType")));
     if (!isTyped)
-        run_.add("T013", member.kindElement, "the list has no type: there is no \"DataType\" in a \"ListValue\"");
+        run_.add("T013", member.kindElement,
+                 "the list has no type: there is no \"DataType\" in a \"ListValue\"");
 }
 
 } // namespace

@@ -34,6 +34,8 @@ TEST(TypeCommand, NoValueIsStatusOneAndSaysWhy) {
         {"Pset_BldWall.Marks", R"(no member "Marks"; did you mean "Mark"?)"},
         {"Pset_BldWall.mark", R"(no member "mark"; did you mean "Mark"?)"},
         {"BldStandardWall.Heigt", R"(no attribute "Heigt"; did you mean "Height"?)"},
+        {"BldStandardWall.onlayer",
+         R"("OnLayer" is an inverse attribute, BldLayer FOR Items; only explicit ones have a value)"},
         {"Pset_BldStair.Landings", "what is of its kind has no single type"},
         {"Pset_BldSpace.Tenant", "what is of its kind has no single type"},
         {"Pset_BldSubstance.Colour", "it has no type"},

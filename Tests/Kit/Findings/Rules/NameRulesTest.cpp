@@ -1,0 +1,81 @@
+#include "Kit/Findings/FindingLines.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+
+namespace kiv::kit {
+
+namespace {
+
+using test::findingLines;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A quantity set with this on line 2, and this inside "QtoDefs" on line 4.
+std::string setWith(std::string_view name, std::string_view quantities = {}) {
+    return "<QtoSetDef><IfcVersion version=\"IFC4\"/>\n" + std::string(name) +
+           "<Definition>d</Definition><ApplicableClasses><ClassName>IfcWall</ClassName></"
+           "ApplicableClasses>\n<QtoDefs>\n" +
+           std::string(quantities) + "</QtoDefs></QtoSetDef>";
+}
+
+std::string quantity(std::string_view name) {
+    return "<QtoDef>" + std::string(name) + "<Definition>d</Definition><QtoType>Q_AREA</QtoType></QtoDef>\n";
+}
+
+TEST(NameRulesTest, ASetNeedsAName) {
+    EXPECT_THAT(findingLines(setWith("")),
+                ElementsAre("1:2+9 error N001 the set has no name: there is no \"Name\""));
+    for (const std::string_view name :
+         {"<Name/>", "<Name></Name>", "<Name>\n</Name>", "<Name>\xC2\xA0</Name>"})
+        EXPECT_THAT(findingLines(setWith(name)),
+                    ElementsAre("2:2+4 error N001 the name of the set is empty"));
+}
+
+TEST(NameRulesTest, AMisspeltNameIsNoMissingOne) {
+    EXPECT_EQ(findingLines(setWith("<name>A</name>")).size(), 1);
+    EXPECT_EQ(findingLines(setWith("<x:Name xmlns:x=\"u\">A</x:Name>")).size(), 1);
+}
+
+TEST(NameRulesTest, AMemberNeedsAName) {
+    EXPECT_THAT(findingLines(setWith("<Name>A</Name>", quantity("") + quantity("<Name/>"))),
+                ElementsAre("4:2+6 error N002 the quantity has no name: there is no \"Name\"",
+                            "5:10+4 error N002 the name of the quantity is empty"));
+}
+
+TEST(NameRulesTest, BlanksAroundNamesAreMended) {
+    const auto text = setWith("<Name>\n  A\n</Name>", quantity("<Name>B </Name>") + quantity("<Name>\xC2\xA0"
+                                                                                             "C</Name>"));
+    EXPECT_THAT(findingLines(text),
+                ElementsAre("3:3+1 warning N004 the name of the set \"A\" begins with white space",
+                            "6:15+1 warning N004 the name of the quantity \"B\" ends with white space",
+                            "7:15+2 warning N004 the name of the quantity \"C\" begins with white space"));
+    EXPECT_THAT(findingLines(test::sMended(text)), IsEmpty());
+    EXPECT_THAT(test::sMended(text), testing::HasSubstr("<Name>A</Name>"));
+}
+
+TEST(NameRulesTest, StrayBlanksAreFound) {
+    for (const std::string_view name : {"A  B", "A\tB", "A\nB",
+                                        "A\xE2\x80\x8B"
+                                        "B"}) {
+        const auto lines = findingLines(setWith("<Name>" + std::string(name) + "</Name>"));
+        ASSERT_EQ(lines.size(), 1) << name;
+        EXPECT_THAT(lines[0], testing::HasSubstr("warning N005 ")) << name;
+    }
+    EXPECT_THAT(findingLines(setWith("<Name>A B</Name>")), IsEmpty());
+}
+
+TEST(NameRulesTest, TwoMembersOfOneNameAreFound) {
+    EXPECT_THAT(
+        findingLines(setWith("<Name>A</Name>", quantity("<Name>B</Name>") + quantity("<Name>b</Name>") +
+                                                   quantity("<Name>B</Name>"))),
+        ElementsAre(
+            "6:15+1 error N006 the set has another quantity of the name \"B\" | the first one is here "
+            "@4:15"));
+}
+
+} // namespace
+
+} // namespace kiv::kit

@@ -1,0 +1,268 @@
+#include "kiv/Kit/Positions/XmlPositions.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv::kit {
+
+namespace {
+
+using testing::ElementsAre;
+
+/// The bytes of the file that a range is about.
+std::string_view bytesOf(std::string_view file, const ByteRange& range) {
+    return range.isKnown() ? file.substr(range.offset, range.length) : std::string_view("(unknown)");
+}
+
+const XmlElement& elementOf(const XmlPositions& xml, std::string_view name) {
+    for (const auto& element : xml.getElements()) {
+        if (element.name == name)
+            return element;
+    }
+    throw std::logic_error("no element " + std::string(name));
+}
+
+std::vector<std::string> elementLines(const XmlPositions& xml) {
+    std::vector<std::string> lines;
+    for (const auto& element : xml.getElements())
+        lines.push_back(std::to_string(element.position.line) + ":" +
+                        std::to_string(element.position.column) + "+" +
+                        std::to_string(element.position.length) + " " + std::string(element.name));
+    return lines;
+}
+
+/// The text in UTF-16 with a byte order mark; ASCII and what takes one unit.
+std::string utf16(std::u16string_view text, bool isBigEndian) {
+    std::string bytes = isBigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (const char16_t unit : text) {
+        const auto high = static_cast<char>(unit >> 8);
+        const auto low = static_cast<char>(unit & 0xFF);
+        bytes.push_back(isBigEndian ? high : low);
+        bytes.push_back(isBigEndian ? low : high);
+    }
+    return bytes;
+}
+
+TEST(XmlPositionsTest, FindsTheNamesOfElements) {
+    const XmlPositions xml("<a>\n\t<b/><p:c\n/>\r\n<d></d>\r<e/></a>");
+    EXPECT_THAT(elementLines(xml), ElementsAre("1:2+1 a", "2:3+1 b", "2:7+3 p:c", "4:2+1 d", "5:2+1 e"));
+    EXPECT_EQ(xml.pError(), nullptr);
+}
+
+TEST(XmlPositionsTest, CountsCodePointsAndNoBytes) {
+    const XmlPositions xml("<a><!-- \xC3\xA4\xE6\xA2\x81\xF0\x9F\x98\x80\t--><b/></a>");
+    // "<a>" is 3, "<!-- " 5, four code points, "-->" 3, "<" 1.
+    EXPECT_EQ(elementOf(xml, "b").position, (TextPosition{1, 17, 1}));
+}
+
+TEST(XmlPositionsTest, GivesTheTreeOfElements) {
+    const XmlPositions xml("<a><b><c/></b><d/></a>");
+    const auto elements = xml.getElements();
+    ASSERT_EQ(elements.size(), 4);
+    EXPECT_EQ(elements[0].parent, NoXmlElement);
+    EXPECT_EQ(elements[0].firstChild, 1);
+    EXPECT_EQ(elements[0].nextSibling, NoXmlElement);
+    EXPECT_EQ(elements[0].descendantsEnd, 4);
+    EXPECT_EQ(elements[1].firstChild, 2);
+    EXPECT_EQ(elements[1].nextSibling, 3);
+    EXPECT_EQ(elements[1].descendantsEnd, 3);
+    EXPECT_EQ(elements[2].parent, 1);
+    EXPECT_EQ(elements[3].parent, 0);
+}
+
+TEST(XmlPositionsTest, FindsAttributesAndTheirBytes) {
+    const std::string file = "<a one='1'\n  two = \"x y\" three=\"&lt;\"/>";
+    const XmlPositions xml(file);
+    const auto attributes = xml.getAttributes(*xml.pRoot());
+    ASSERT_EQ(attributes.size(), 3);
+    EXPECT_EQ(attributes[0].name, "one");
+    EXPECT_EQ(attributes[0].position, (TextPosition{1, 4, 3}));
+    EXPECT_EQ(attributes[0].value.value, "1");
+    EXPECT_EQ(attributes[0].value.position, (TextPosition{1, 9, 1}));
+    EXPECT_EQ(attributes[1].position, (TextPosition{2, 3, 3}));
+    EXPECT_EQ(attributes[1].value.position, (TextPosition{2, 10, 3}));
+    EXPECT_EQ(bytesOf(file, attributes[1].value.bytes), "x y");
+    EXPECT_EQ(bytesOf(file, attributes[1].nameBytes), "two");
+    EXPECT_EQ(bytesOf(file, attributes[1].bytes), "\n  two = \"x y\"");
+    EXPECT_EQ(attributes[2].value.value, "<");
+    EXPECT_EQ(attributes[2].value.position, (TextPosition{2, 22, 4}));
+    EXPECT_FALSE(attributes[2].value.bytes.isKnown());
+}
+
+TEST(XmlPositionsTest, FindsAnAttributeByName) {
+    const XmlPositions xml("<a one='1' xml:two='2'/>");
+    ASSERT_NE(xml.pAttribute(*xml.pRoot(), "xml:two"), nullptr);
+    EXPECT_EQ(xml.pAttribute(*xml.pRoot(), "xml:two")->value.value, "2");
+    EXPECT_EQ(xml.pAttribute(*xml.pRoot(), "two"), nullptr);
+}
+
+TEST(XmlPositionsTest, GivesTextsWithAndWithoutBlanks) {
+    const std::string file = "<a><b>\n  Wall Common\t</b><c/><d></d><e> </e></a>";
+    const XmlPositions xml(file);
+    const auto& b = elementOf(xml, "b");
+    EXPECT_EQ(b.text, "\n  Wall Common\t");
+    EXPECT_EQ(b.trimmedText.value, "Wall Common");
+    EXPECT_EQ(b.trimmedText.position, (TextPosition{2, 3, 11}));
+    EXPECT_EQ(bytesOf(file, b.trimmedText.bytes), "Wall Common");
+    EXPECT_EQ(elementOf(xml, "c").text, "");
+    EXPECT_FALSE(elementOf(xml, "c").trimmedText.bytes.isKnown());
+    EXPECT_EQ(elementOf(xml, "d").trimmedText.position, (TextPosition{2, 26, 0}));
+    EXPECT_EQ(elementOf(xml, "e").text, " ");
+    EXPECT_EQ(elementOf(xml, "e").trimmedText.value, "");
+}
+
+TEST(XmlPositionsTest, GivesNoBytesOfATextThatIsWrittenInAnotherWay) {
+    for (const std::string text : {"R&amp;D", "<![CDATA[R&D]]>", "R&#38;D"}) {
+        const XmlPositions xml("<a>" + text + "</a>");
+        EXPECT_EQ(xml.pRoot()->text, "R&D") << text;
+        EXPECT_EQ(xml.pRoot()->trimmedText.position.line, 1) << text;
+        EXPECT_FALSE(xml.pRoot()->trimmedText.bytes.isKnown()) << text;
+    }
+}
+
+TEST(XmlPositionsTest, NotesTextThatReadersDoNotSee) {
+    const XmlPositions xml("<a><b>x<!-- -->y</b><c><!-- -->z</c><d>x<e/> \n w</d><f>x<!-- --> </f></a>");
+    EXPECT_EQ(elementOf(xml, "b").text, "x");
+    EXPECT_EQ(elementOf(xml, "b").laterText, (TextPosition{1, 16, 1}));
+    EXPECT_FALSE(elementOf(xml, "b").isTextHidden);
+    EXPECT_EQ(elementOf(xml, "c").text, " ");
+    EXPECT_TRUE(elementOf(xml, "c").isTextHidden);
+    EXPECT_EQ(elementOf(xml, "c").laterText, (TextPosition{1, 32, 1}));
+    EXPECT_EQ(elementOf(xml, "d").laterText, (TextPosition{2, 2, 1}));
+    EXPECT_EQ(elementOf(xml, "f").laterText.line, 0);
+}
+
+TEST(XmlPositionsTest, GivesTheBytesOfTagsAndElements) {
+    const std::string file = "<a><bb x='1'>t</bb ><c/></a>";
+    const XmlPositions xml(file);
+    const auto& b = elementOf(xml, "bb");
+    EXPECT_EQ(bytesOf(file, b.nameBytes), "bb");
+    EXPECT_EQ(b.endNameBytes.offset, file.find("bb >"));
+    EXPECT_EQ(bytesOf(file, b.bytes), "<bb x='1'>t</bb >");
+    EXPECT_EQ(b.end, (TextPosition{1, 21, 0}));
+    EXPECT_EQ(bytesOf(file, elementOf(xml, "c").bytes), "<c/>");
+    EXPECT_FALSE(elementOf(xml, "c").endNameBytes.isKnown());
+}
+
+TEST(XmlPositionsTest, CountsTheByteOrderMarkInBytesOnly) {
+    const std::string file = "\xEF\xBB\xBF<a><b/></a>";
+    const XmlPositions xml(file);
+    EXPECT_EQ(elementOf(xml, "b").position, (TextPosition{1, 5, 1}));
+    EXPECT_EQ(bytesOf(file, elementOf(xml, "b").bytes), "<b/>");
+    EXPECT_EQ(xml.getLine(1), "<a><b/></a>");
+}
+
+TEST(XmlPositionsTest, ReadsUtf16WithoutOfferingBytes) {
+    for (const bool isBigEndian : {false, true}) {
+        const XmlPositions xml(
+            utf16(u"<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n<\u00E4>\u6881<b/></\u00E4>", isBigEndian));
+        EXPECT_EQ(xml.pError(), nullptr);
+        EXPECT_EQ(xml.getEncoding(), XmlEncoding::Utf16);
+        EXPECT_THAT(elementLines(xml), ElementsAre("2:2+1 \xC3\xA4", "2:6+1 b"));
+        EXPECT_EQ(xml.pRoot()->text, "\xE6\xA2\x81");
+        EXPECT_FALSE(xml.pRoot()->nameBytes.isKnown());
+        EXPECT_FALSE(xml.pRoot()->trimmedText.bytes.isKnown());
+    }
+}
+
+TEST(XmlPositionsTest, ReadsLatin1WithoutOfferingBytes) {
+    const XmlPositions xml("<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE4<b/></a>");
+    EXPECT_EQ(xml.pError(), nullptr);
+    EXPECT_EQ(xml.getEncoding(), XmlEncoding::Latin1);
+    EXPECT_EQ(xml.pRoot()->text, "\xC3\xA4");
+    EXPECT_EQ(elementOf(xml, "b").position, (TextPosition{1, 49, 1}));
+    EXPECT_FALSE(elementOf(xml, "b").bytes.isKnown());
+}
+
+TEST(XmlPositionsTest, PutsWhatEntitiesMakeAtTheirReference) {
+    const XmlPositions xml(
+        "<!DOCTYPE a [<!ENTITY e \"<b x='1'>t</b>\"><!ATTLIST a y CDATA \"2\">]>\n<a>&e;</a>");
+    EXPECT_EQ(xml.pError(), nullptr);
+    ASSERT_EQ(xml.getElements().size(), 2);
+    const auto& b = elementOf(xml, "b");
+    EXPECT_EQ(b.position, (TextPosition{2, 4, 3}));
+    EXPECT_FALSE(b.nameBytes.isKnown());
+    EXPECT_EQ(b.text, "t");
+    ASSERT_NE(xml.pAttribute(b, "x"), nullptr);
+    EXPECT_EQ(xml.pAttribute(b, "x")->value.value, "1");
+    EXPECT_FALSE(xml.pAttribute(b, "x")->value.bytes.isKnown());
+    ASSERT_NE(xml.pAttribute(*xml.pRoot(), "y"), nullptr);
+    EXPECT_EQ(xml.pAttribute(*xml.pRoot(), "y")->value.value, "2");
+}
+
+TEST(XmlPositionsTest, KeepsIgnoreCommentsWithTheElementThatFollows) {
+    const XmlPositions xml("<!-- kivifc: ignore A001 -->\n<a><!--kivifc:ignore B001, B002--> t <b/>"
+                           "<!-- kivifc: ignored --><!-- other --><c><!-- kivifc: ignore --></c><d/></a>");
+    const auto ignores = xml.getIgnores();
+    ASSERT_EQ(ignores.size(), 3);
+    EXPECT_EQ(ignores[0].codes, "A001");
+    EXPECT_EQ(ignores[0].position, (TextPosition{1, 1, 28}));
+    EXPECT_EQ(ignores[0].element, 0);
+    EXPECT_EQ(ignores[1].codes, "B001, B002");
+    EXPECT_EQ(ignores[1].element, 1);
+    EXPECT_EQ(ignores[2].codes, "");
+    EXPECT_EQ(ignores[2].element, NoXmlElement);
+}
+
+TEST(XmlPositionsTest, KeepsWhatWasReadOfATextThatIsNoXml) {
+    const XmlPositions xml("<a>\n<b/>\n  <c></d></a>");
+    ASSERT_NE(xml.pError(), nullptr);
+    EXPECT_EQ(xml.pError()->position.line, 3);
+    EXPECT_EQ(xml.pError()->message, "mismatched tag");
+    EXPECT_EQ(xml.getElements().size(), 3);
+}
+
+TEST(XmlPositionsTest, HasNoElementsOfATextWithoutXml) {
+    for (const std::string text : {"", "x", "\xFF", "\xFE\xFF", "<"}) {
+        const XmlPositions xml(text);
+        EXPECT_NE(xml.pError(), nullptr) << text;
+        EXPECT_EQ(xml.pRoot(), nullptr) << text;
+    }
+}
+
+TEST(XmlPositionsTest, RefusesElementsThatAreNestedTooDeep) {
+    std::string text;
+    for (int i = 0; i != 257; ++i)
+        text += "<a>";
+    const XmlPositions xml(text);
+    ASSERT_NE(xml.pError(), nullptr);
+    EXPECT_EQ(xml.pError()->message, "elements are nested deeper than 256 levels");
+    EXPECT_EQ(xml.getElements().size(), 256);
+}
+
+TEST(XmlPositionsTest, RefusesDefaultAttributesThatAddUp) {
+    std::string text = "<!DOCTYPE a [<!ATTLIST b c CDATA \"" + std::string(100'000, 'x') + "\">]><a>";
+    for (int i = 0; i != 200; ++i)
+        text += "<b/>";
+    const XmlPositions xml(text + "</a>");
+    ASSERT_NE(xml.pError(), nullptr);
+    EXPECT_EQ(xml.pError()->message, "default attribute values add more than 16 MiB");
+}
+
+TEST(XmlPositionsTest, StaysTheSameWhenItIsMoved) {
+    XmlPositions xml("<a x='&lt;'>t&amp;</a>");
+    const auto& root = *xml.pRoot();
+    const XmlPositions moved(std::move(xml));
+    EXPECT_EQ(moved.pRoot(), &root);
+    EXPECT_EQ(root.name, "a");
+    EXPECT_EQ(root.text, "t&");
+    EXPECT_EQ(moved.getText(), "<a x='&lt;'>t&amp;</a>");
+}
+
+TEST(XmlPositionsTest, GivesLinesWithoutTheirEnds) {
+    const XmlPositions xml("<a>\r\n b\rc\n</a>");
+    EXPECT_EQ(xml.getLine(0), "");
+    EXPECT_EQ(xml.getLine(1), "<a>");
+    EXPECT_EQ(xml.getLine(2), " b");
+    EXPECT_EQ(xml.getLine(3), "c");
+    EXPECT_EQ(xml.getLine(4), "</a>");
+    EXPECT_EQ(xml.getLine(5), "");
+}
+
+} // namespace
+
+} // namespace kiv::kit
