@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 extern char** environ;
 
@@ -86,11 +87,16 @@ Run kivifcRun(const std::vector<std::string>& arguments, const RunOptions& optio
         actions.vOpen(1, outputPath, O_WRONLY | O_CREAT);
     actions.vOpen(2, folder.sPath("err"), O_WRONLY | O_CREAT);
 
+    std::string program = options.program.empty() ? KIVIFC_PROGRAM : options.program;
     std::vector<std::string> words{"kivifc"};
+    if (!options.folder.empty() || !options.environment.empty()) {
+        words.insert(words.end(), {"-C", options.folder.empty() ? "." : options.folder});
+        words.insert(words.end(), options.environment.begin(), options.environment.end());
+        words.push_back(std::exchange(program, "/usr/bin/env"));
+    }
     words.insert(words.end(), arguments.begin(), arguments.end());
     Run run;
-    run.status =
-        exitStatusOf(actions.start(options.program.empty() ? KIVIFC_PROGRAM : options.program, words));
+    run.status = exitStatusOf(actions.start(program, words));
     if (options.outputPath.empty() && !options.isOutputClosed)
         run.out = sFileText(outputPath);
     run.err = sFileText(folder.sPath("err"));
