@@ -145,7 +145,6 @@ SURROUNDINGS = {
     "Json.h": row(TOOL, "Output& output"),
     "LookUpArguments.h": row(TOOL, "CLI::App& app"),
     "MissingName.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
-    "NameSuggestion.h": row(TOOL),
     "ParseFailure.h": row(TOOL, "const xml::ParseError& error"),
     "Program.h": row(TOOL, isNamespaceScope=True),
     "SchemaFile.h": row(TOOL, "Diagnostics& diagnostics"),
