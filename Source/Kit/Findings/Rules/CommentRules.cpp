@@ -14,29 +14,23 @@ constexpr std::array Rules{Rule{
     "A comment such as <!-- kivifc: ignore T001 --> hides the findings of a code, or of all codes that begin "
     "so, in the next element and in everything inside it. When nothing is left to hide it only misleads, and "
     "it would hide the next mistake. Remove it, or put it before the element that it is about.",
-    RuleExample{R"(<?xml version="1.0" encoding="utf-8"?>
-<PropertySetDef ifdguid="00000000000000000000000000000000">
-  <IfcVersion version="BUILDING1"/>
-  <Name>Pset_Example</Name>
-  <Definition>A set without mistakes.</Definition>
+    RuleExample{R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
   <!-- kivifc: ignore T001 -->
-  <ApplicableClasses>
-    <ClassName>BldWall</ClassName>
-  </ApplicableClasses>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
   <PropertyDefs/>
 </PropertySetDef>
-)"},
-    RuleExample{R"(<?xml version="1.0" encoding="utf-8"?>
-<PropertySetDef ifdguid="00000000000000000000000000000000">
-  <IfcVersion version="BUILDING1"/>
-  <Name>Pset_Example</Name>
-  <Definition>A set without mistakes.</Definition>
-  <ApplicableClasses>
-    <ClassName>BldWall</ClassName>
-  </ApplicableClasses>
+)xml"},
+    RuleExample{R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
   <PropertyDefs/>
 </PropertySetDef>
-)"}}};
+)xml"}}};
 
 } // namespace
 
