@@ -2,6 +2,7 @@
 #
 # What is not listed here is private: it is not installed, and a host that builds us as a subproject cannot include it either.
 set(kivPublicHeaders
+    KivIfcKit.h
     KivIfcSchemaPset.h
     Base/Exception.h
     Base/WorkMeter.h
@@ -76,6 +77,7 @@ set(kivPublicHeaders
     Kit/Findings/SchemaFindings.h
     Kit/Findings/SetCheckContext.h
     Kit/Names/KnownNames.h
+    Kit/Names/NearestName.h
     Kit/Names/SchemaRelease.h
     Kit/Positions/ExpressPositions.h
     Kit/Positions/XmlPositions.h
@@ -98,7 +100,7 @@ set(kivGeneratedFolder ${PROJECT_BINARY_DIR}/generated)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/Version.h.in ${kivGeneratedFolder}/Version.h @ONLY)
 kiv_link_header(${kivGeneratedFolder}/Version.h Version.h)
 
-# KIV_EXPORT, the mark of every exported class and function. One macro serves all five libraries: with ELF it says "visible",
+# KIV_EXPORT, the mark of every exported class and function. One macro serves all six libraries: with ELF it says "visible",
 # whether a library is being made or used. Windows would need one macro for each library, as there the two cases differ.
 include(GenerateExportHeader)
 function(kiv_export_header target)

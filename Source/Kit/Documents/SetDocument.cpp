@@ -6,6 +6,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Host/Xml/KivXml.h"
 #include "kiv/Kit/Documents/TextFile.h"
+#include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <new>
 #include <string_view>
@@ -26,12 +27,14 @@ std::string_view localName(std::string_view tag) {
     return tag.substr(tag.find(':') + 1);
 }
 
-ReadFailure rootFailure(std::string_view tag) {
+ReadFailure rootFailure(std::string_view tag, const XmlPositions* positions) {
+    const auto* root = positions ? positions->pRoot() : nullptr;
+    const auto position = root ? root->position : TextPosition{};
     const auto local = localName(tag);
-    const auto root = "root element is \"" + std::string(tag) + "\", ";
+    const auto text = "root element is \"" + std::string(tag) + "\", ";
     if (local == PropertySetTag || local == QuantitySetTag)
-        return {FailureKind::PrefixedRoot, root + "and prefixes are not supported", {}, {}};
-    return {FailureKind::NotASet, root + R"(neither "PropertySetDef" nor "QtoSetDef")", {}, {}};
+        return {FailureKind::PrefixedRoot, text + "and prefixes are not supported", position, {}};
+    return {FailureKind::NotASet, text + R"(neither "PropertySetDef" nor "QtoSetDef")", position, {}};
 }
 
 void vSetRead(SetDocument& document, const xml::Element& root, ifc::def::BudgetMeter& meter) {
@@ -41,7 +44,7 @@ void vSetRead(SetDocument& document, const xml::Element& root, ifc::def::BudgetM
     else if (tag == QuantitySetTag)
         document.quantitySet = std::make_unique<ifc::def::qto::QuantitySetDef>(root, document.errors, meter);
     else
-        document.failure = rootFailure(tag);
+        document.failure = rootFailure(tag, document.positions.get());
 }
 
 /// One reading: with a schema the set is checked too.
@@ -82,6 +85,9 @@ private:
         xml::File file(nullptr, xml::VerboseLevel::Quiet, xml::ValidateLevel::None);
         ifc::def::BudgetMeter meter(options_.budget);
         const auto root = file.parse(stream, document.path, &meter);
+        // Only now, as parsing has found out whether the text is within the budget.
+        if (options_.withPositions)
+            vPositionsFind(document, meter);
         if (!root) {
             const auto& error = *file.pError();
             document.failure = {FailureKind::NotXml, error.reason, {error.line, error.column}, {}};
@@ -95,6 +101,12 @@ private:
         const auto* set = document.pSet();
         if (set && schema_)
             document.isRefused = !set->checkForErrors(*schema_, document.errors);
+    }
+
+    static void vPositionsFind(SetDocument& document, ifc::def::BudgetMeter& meter) {
+        auto positions = std::make_shared<const XmlPositions>(document.text);
+        meter.vTake(WorkMeter::Unit::HeldBytes, document.text.size() + positions->getElements().size_bytes());
+        document.positions = std::move(positions);
     }
 
     /// What a reading had found before it failed is not what the document says.

@@ -1,6 +1,7 @@
 #include "Kit/Findings/SchemaRun.h"
 
 #include "Kit/Findings/Rules/SchemaRules.h"
+#include "kiv/Kit/Names/NearestName.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,6 +17,8 @@ using ifc::def::schema::ObjectBase;
 constexpr std::size_t MaxNamed = 120;
 /// No schema has deeper trees; in one that has, nobody is asked for an attribute from further up.
 constexpr std::size_t MaxLine = 64;
+/// IFC has one; with more, nothing is known of what is inherited.
+constexpr std::size_t MaxSupertypes = 4;
 /// To compare a name with all others takes long where thousands are unknown.
 constexpr std::size_t MaxNearest = 100;
 
@@ -58,44 +61,6 @@ bool isKindOf(const ObjectBase& object, ExpressDeclarationKind kind) {
     static constexpr std::array Kinds = {Kind::Type, Kind::Entity, Kind::Function, Kind::Rule};
     const auto index = static_cast<std::size_t>(kind);
     return index < Kinds.size() && object.getKind() == Kinds[index];
-}
-
-/// How many letters must be changed, added or left out; more than `limit` is any number above it.
-std::size_t distance(const std::string& left, const std::string& right, std::size_t limit) {
-    if (std::max(left.size(), right.size()) - std::min(left.size(), right.size()) > limit)
-        return limit + 1;
-    std::vector<std::size_t> row(right.size() + 1);
-    for (std::size_t column = 0; column < row.size(); ++column)
-        row[column] = column;
-    for (std::size_t line = 0; line < left.size(); ++line) {
-        auto diagonal = std::exchange(row[0], line + 1);
-        for (std::size_t column = 0; column < right.size(); ++column) {
-            const auto changed = diagonal + (left[line] == right[column] ? 0U : 1U);
-            diagonal = row[column + 1];
-            row[column + 1] = std::min({changed, diagonal + 1, row[column] + 1});
-        }
-    }
-    return row.back();
-}
-
-/// The name that takes the fewest changes; empty when all take too many for the length of the name.
-std::string_view nearest(std::string_view name, std::span<const std::string_view> names) {
-    constexpr std::size_t LettersPerChange = 5;
-    constexpr std::size_t MaxLength = 200;
-    if (name.size() > MaxLength)
-        return {};
-    const auto upper = sUpperWord(name);
-    std::string_view best;
-    auto limit = upper.size() / LettersPerChange + 1;
-    for (const auto other : names) {
-        const auto changes =
-            other.size() > 2 * MaxLength ? limit + 1 : distance(upper, sUpperWord(other), limit);
-        if (changes > limit || (changes == limit && !best.empty()))
-            continue;
-        best = other;
-        limit = changes;
-    }
-    return best;
 }
 
 } // namespace
@@ -174,7 +139,7 @@ void SchemaRun::vSupertypesJoin() {
             if (name.use != ExpressUse::Supertype)
                 continue;
             const auto* const above = pDeclared(name.word.text);
-            if (above && entity.supertypes.size() < MaxLine)
+            if (above && entity.supertypes.size() < MaxSupertypes)
                 entity.supertypes.push_back(static_cast<std::size_t>(above - declared.data()));
             else
                 entity.isLineKnown = false;
@@ -236,8 +201,8 @@ void SchemaRun::vNearestAttributeNote(Finding& finding, std::string_view name, c
 void SchemaRun::vNearestOfNote(Finding& finding, std::string_view name,
                                std::span<const std::string_view> names) {
     --nearestLeft_;
-    if (const auto best = nearest(name, names); !best.empty())
-        finding.notes.push_back({"the nearest name is " + sNamed(best), {}});
+    if (const auto best = nearestName(name, names))
+        finding.notes.push_back({"did you mean " + sNamed(best->name) + "?", {}});
 }
 
 Declared* SchemaRun::pDeclared(std::string_view name) {

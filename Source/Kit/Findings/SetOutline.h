@@ -2,7 +2,7 @@
 /// The parts of a set document, found in its XML as the library finds them: which elements are properties,
 /// which of several types counts, where classes and type names are. What rules look at.
 ///
-///     const SetOutline outline(document.positions);
+///     const SetOutline outline(*document.positions);
 ///     for (const auto& member : outline.members)
 ///         std::cout << outline.memberName(member) << '\n';
 ///

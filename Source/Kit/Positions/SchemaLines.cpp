@@ -102,6 +102,7 @@ SchemaStatement LineFollower::statementFollow(const Keyword& keyword, std::size_
     statement.kind = keyword.kind;
     statement.keyword = begin_ + pos;
     statement.begin = begin_;
+    statement.firstLineEnd = next_;
     statement.name = nameIn(line_, pos + keyword.begin.size());
     if (keyword.kind == ExpressDeclarationKind::Type)
         vTypeListPass(static_cast<std::size_t>(statement.name.data() - line_.data()) + statement.name.size());
@@ -109,6 +110,7 @@ SchemaStatement LineFollower::statementFollow(const Keyword& keyword, std::size_
         vEntityPass(statement);
     else
         vStatementPass(statement, keyword);
+    statement.lastLine = begin_;
     statement.end = std::min(next_, text_.size());
     return statement;
 }

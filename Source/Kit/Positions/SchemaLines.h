@@ -30,6 +30,9 @@ struct SchemaStatement {
     /// Of the first line, and after the line feed of the last.
     std::size_t begin = 0;
     std::size_t end = 0;
+    /// After the line feed of the first line, and of the last line.
+    std::size_t firstLineEnd = 0;
+    std::size_t lastLine = 0;
     /// The last line has the keyword that ends it, and does not merely end the text.
     bool isEnded = false;
 };

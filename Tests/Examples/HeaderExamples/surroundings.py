@@ -21,6 +21,7 @@ ENTITY = [IN + "Schema/IfcSchemaEntity.h", IN + "Schema/IfcSchema.h", IN + "Sche
 PLAIN = {
     "DataTypeJson.h": ['{"object"'],
     "ExpressionJson.h": ["a - b - c"],
+    "ProjectFile.h": ["schema ="],
     "TreeDrawing.h": ["BldUnit"],
 }
 
@@ -36,6 +37,7 @@ XML_CONFIG = [IN + "SchemaPset.h", IN + "XmlSchema/IfcXmlConfig.h"]
 DIAGNOSTICS = ["kivifc/Program/Diagnostics.h"]
 
 SURROUNDINGS = {
+    "KivIfcKit.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcKit.h>": ";"}),
     "KivIfcSchemaPset.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcSchemaPset.h>": ";"}),
     "IfcDefAliases.h": row(DEF, "const pset::PropertyDef& property", [IN + "Pset/IfcPropertyDef.h"]),
     "IfcDefBase.h": row(XML, includes=[IN + "Pset/IfcPropertyDef.h"], isNamespaceScope=True),
@@ -91,6 +93,33 @@ SURROUNDINGS = {
     "KivLocale.h": row(BASE),
     "KivXml.h": row(BASE, "std::iostream& stream"),
     # kivifc
+    "Baseline.h": row(TOOL, "std::vector<kit::Finding>& findings"),
+    "CheckFindings.h": row(TOOL, "const SchemaFile& schema, const std::vector<ContextPaths>& contexts, "
+                                 "const CheckOptions& options, Console& console"),
+    "CheckFixes.h": row(TOOL, "std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts, "
+                              "Console& console"),
+    "CheckListing.h": row(TOOL, "const SchemaFile& schema, const CheckOptions& options, Console& console",
+                          ["kivifc/Documents/SetPaths.h"]),
+    "CheckOptions.h": row(TOOL, "CLI::App& app, int argc, char** argv, Diagnostics& diagnostics", ["CLI/CLI.hpp"]),
+    "CheckRun.h": row(TOOL, "const SchemaFile& schemaFile, SourceLines& sources"),
+    "CodePoints.h": row(TOOL, "std::string_view line, std::size_t width"),
+    "Excerpt.h": row(TOOL),
+    "FindingCounts.h": row(TOOL, "const kit::Finding& finding"),
+    "FindingWriter.h": row(TOOL, "Console& console, SourceLines& sources, const TextFindingOptions& options, "
+                                 "const std::vector<kit::Finding>& findings, const CheckResult& result",
+                           ["kivifc/Program/Program.h"]),
+    "Fixes.h": row(TOOL, "const std::string& text, const std::vector<kit::Finding>& findings, Output& output",
+                   ["kivifc/Findings/UnifiedDiff.h", "kivifc/Program/Output.h"]),
+    "IgnoreComments.h": row("kiv::kit", "const SetDocument& document, std::vector<Finding>& findings",
+                            ["kiv/Kit/Documents/SetDocument.h", "kiv/Kit/Positions/XmlPositions.h"]),
+    "OrderedJobs.h": row(TOOL, "const std::vector<std::string>& paths", ["string"],
+                         before="struct Document {}; Document documentRead(const std::string&);"),
+    "ProjectFile.h": row(TOOL),
+    "RuleText.h": row(TOOL, "Output& output", ["kivifc/Program/Output.h"]),
+    "Selection.h": row(TOOL, "std::vector<kit::Finding>& findings"),
+    "SourceLines.h": row(TOOL),
+    "UnifiedDiff.h": row(TOOL, "Output& output, const std::string& before, const std::string& after",
+                         ["kivifc/Program/Output.h"]),
     "AsciiText.h": row(TOOL),
     "Version.h": row(TOOL),
     "Command.h": row(TOOL, "CLI::App& app, int argc, char** argv, Console& console",

@@ -37,6 +37,15 @@ TEST(KivXmlLinesTest, CountsEachKindOfLineEndOnceHoweverTheTextIsCut) {
             EXPECT_EQ(getLines(row.text, blockSize), row.lines) << row.text << " in blocks of " << blockSize;
 }
 
+TEST(KivXmlLinesTest, EmptyBlockLeavesTheLineEndThatItCutsWhole) {
+    LineCounter counter;
+    counter.vBlockAdd("a\r");
+    counter.vBlockAdd("");
+    counter.vBlockAdd("\nb");
+    EXPECT_EQ(counter.getLine(2), 1U);
+    EXPECT_EQ(counter.getLine(3), 2U);
+}
+
 TEST(KivXmlLinesTest, NotEveryLineNeedsToBeAskedFor) {
     LineCounter counter;
     counter.vBlockAdd("\n\n\n");

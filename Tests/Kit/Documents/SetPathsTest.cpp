@@ -1,31 +1,21 @@
-#include "kivifc/Documents/SetPaths.h"
+#include "kiv/Kit/Documents/SetPaths.h"
 
 #include "Tools/kivifc/TemporaryFolder.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
 
-namespace kiv::kivifc {
+namespace kiv::kit {
 
 namespace {
 
-using test::TemporaryFolder;
+using kivifc::test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-/// Diagnostics whose lines nobody sees.
-class Silence {
-public:
-    Diagnostics& getDiagnostics() { return diagnostics_; }
-
-private:
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream_{std::tmpfile(), &std::fclose};
-    Output output_{stream_.get()};
-    Diagnostics diagnostics_{output_, stream_.get()};
-};
 
 TEST(SetPaths, FoldersAreSearchedForXmlFilesInAnyLetterCase) {
     const TemporaryFolder folder;
@@ -36,31 +26,25 @@ TEST(SetPaths, FoldersAreSearchedForXmlFilesInAnyLetterCase) {
     folder.sWrite("b.xml.bak", "");
     folder.sWrite("xml", "");
     std::filesystem::create_directory(folder.sPath("folder.xml"));
-    Silence silence;
+    const auto sets = setPathsCollect({folder.sPath("")});
     // Byte by byte: capitals first.
-    EXPECT_THAT(setPathsCollect({folder.sPath("")}, silence.getDiagnostics()),
-                ElementsAre(folder.sPath("") + "A.Xml", folder.sPath("") + "b.xml",
-                            folder.sPath("") + "sub/deeper/c.XML"));
-    EXPECT_EQ(silence.getDiagnostics().getStatus(), ExitStatus::Fine);
+    EXPECT_THAT(sets.documents, ElementsAre(folder.sPath("") + "A.Xml", folder.sPath("") + "b.xml",
+                                            folder.sPath("") + "sub/deeper/c.XML"));
+    EXPECT_THAT(sets.problems, IsEmpty());
 }
 
 TEST(SetPaths, FilesAreTakenWhateverTheirName) {
-    Silence silence;
-    EXPECT_THAT(setPathsCollect({"z", "none.txt", "-"}, silence.getDiagnostics()),
-                ElementsAre("-", "none.txt", "z"));
+    EXPECT_THAT(setPathsCollect({"z", "none.txt", "-"}).documents, ElementsAre("-", "none.txt", "z"));
 }
 
 TEST(SetPaths, PathGivenTwiceIsTakenOnce) {
     const TemporaryFolder folder;
     const auto path = folder.sWrite("sets/a.xml", "");
-    Silence silence;
-    EXPECT_THAT(setPathsCollect({path, folder.sPath("sets"), path}, silence.getDiagnostics()),
-                ElementsAre(path));
+    EXPECT_THAT(setPathsCollect({path, folder.sPath("sets"), path}).documents, ElementsAre(path));
 }
 
 TEST(SetPaths, OrderIsThatOfThePathsNotOfTheArguments) {
-    Silence silence;
-    EXPECT_THAT(setPathsCollect({"b/2", "a/3", "b/1", "a.xml"}, silence.getDiagnostics()),
+    EXPECT_THAT(setPathsCollect({"b/2", "a/3", "b/1", "a.xml"}).documents,
                 ElementsAre("a.xml", "a/3", "b/1", "b/2"));
 }
 
@@ -70,29 +54,48 @@ TEST(SetPaths, LinksToFoldersAreFollowedOnlyWhenGiven) {
     folder.sWrite("top/b.xml", "");
     std::filesystem::create_directory_symlink("..", folder.sPath("top/circle"));
     std::filesystem::create_directory_symlink("real", folder.sPath("link"));
-    Silence silence;
-    EXPECT_THAT(setPathsCollect({folder.sPath("top"), folder.sPath("link")}, silence.getDiagnostics()),
+    EXPECT_THAT(setPathsCollect({folder.sPath("top"), folder.sPath("link")}).documents,
                 ElementsAre(folder.sPath("link/a.xml"), folder.sPath("top/b.xml")));
 }
 
 TEST(SetPaths, LinkThatLeadsNowhereIsKeptToBeTold) {
     const TemporaryFolder folder;
     std::filesystem::create_symlink("gone.xml", folder.sPath("link.xml"));
-    Silence silence;
-    EXPECT_THAT(setPathsCollect({folder.sPath("")}, silence.getDiagnostics()), SizeIs(1));
+    EXPECT_THAT(setPathsCollect({folder.sPath("")}).documents, SizeIs(1));
 }
 
-TEST(SetPaths, FolderWithoutDocumentsIsAFailure) {
+TEST(SetPaths, FolderWithoutDocumentsIsAProblem) {
     const TemporaryFolder folder;
     folder.sWrite("notes.txt", "");
-    Silence silence;
-    EXPECT_THAT(setPathsCollect({folder.sPath("")}, silence.getDiagnostics()), IsEmpty());
-    ASSERT_THAT(silence.getDiagnostics().getFailures(), SizeIs(1));
-    EXPECT_EQ(silence.getDiagnostics().getFailures()[0].subject, folder.sPath(""));
-    EXPECT_EQ(silence.getDiagnostics().getFailures()[0].reason, "no document (*.xml) in this folder");
-    EXPECT_EQ(silence.getDiagnostics().getStatus(), ExitStatus::Failed);
+    const auto sets = setPathsCollect({folder.sPath("")});
+    EXPECT_THAT(sets.documents, IsEmpty());
+    EXPECT_THAT(sets.problems,
+                ElementsAre(PathProblem{folder.sPath(""), "no document (*.xml) in this folder"}));
+}
+
+TEST(SetPaths, PipesAndSocketsInFoldersAreProblems) {
+    const TemporaryFolder folder;
+    const auto document = folder.sWrite("sets/b.xml", "");
+    const auto pipe = folder.sPath("sets/a.xml");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::filesystem::create_symlink("a.xml", folder.sPath("sets/link.xml"));
+    ASSERT_EQ(mkfifo(folder.sPath("sets/pipe.txt").c_str(), 0600), 0);
+    std::filesystem::create_symlink("/dev/null", folder.sPath("sets/device.XML"));
+    const auto sets = setPathsCollect({folder.sPath("sets")});
+    EXPECT_THAT(sets.documents, ElementsAre(document));
+    const std::string ending = " in a folder is not read unless its path is given";
+    EXPECT_THAT(sets.problems, ElementsAre(PathProblem{pipe, "a pipe" + ending},
+                                           PathProblem{folder.sPath("sets/device.XML"), "a device" + ending},
+                                           PathProblem{folder.sPath("sets/link.xml"), "a pipe" + ending}));
+}
+
+TEST(SetPaths, PipeIsTakenWhenItsPathIsGiven) {
+    const TemporaryFolder folder;
+    const auto pipe = folder.sPath("a.xml");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_THAT(setPathsCollect({pipe}).documents, ElementsAre(pipe));
 }
 
 } // namespace
 
-} // namespace kiv::kivifc
+} // namespace kiv::kit

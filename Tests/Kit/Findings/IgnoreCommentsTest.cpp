@@ -40,11 +40,17 @@ TEST(IgnoreComments, HideTheNextElementAndEverythingInsideIt) {
         bool isHidden;
     };
     const Row rows[] = {
-        {"S001", 3, 3, true},  {"S001", 3, 6, true},  {"S001", 4, 6, true},
+        {"S001", 3, 3, true},
+        {"S001", 3, 6, true},
+        {"S001", 4, 6, true},
         // A family by its letter, in any letter case.
-        {"G001", 4, 6, true},  {"S002", 4, 6, false},
+        {"G001", 4, 6, true},
+        {"S002", 4, 6, false},
         // Before the element, after it, and what is about no line at all.
-        {"S001", 3, 2, false}, {"S001", 5, 7, false}, {"S001", 6, 3, false}, {"S001", 0, 0, false},
+        {"S001", 3, 2, false},
+        {"S001", 5, 7, false},
+        {"S001", 6, 3, false},
+        {"S001", 0, 0, false},
     };
     auto comments = ignores(Document);
     for (const auto& row : rows)

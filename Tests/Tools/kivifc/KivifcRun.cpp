@@ -1,5 +1,6 @@
 #include "Tools/kivifc/KivifcRun.h"
 
+#include "Tools/kivifc/ChildProcess.h"
 #include "Tools/kivifc/KivifcInterrupt.h"
 #include "Tools/kivifc/TemporaryFolder.h"
 
@@ -11,6 +12,7 @@
 #include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 extern char** environ;
 
@@ -22,6 +24,28 @@ void vCheck(bool holds, const char* what) {
     if (!holds)
         throw std::runtime_error(what);
 }
+
+/// What a program that is to be started makes of signals.
+class DefaultSignals {
+public:
+    DefaultSignals() {
+        sigset_t signals{};
+        sigemptyset(&signals);
+        for (const int number : EndSignals)
+            sigaddset(&signals, number);
+        posix_spawnattr_init(&attributes_);
+        posix_spawnattr_setsigdefault(&attributes_, &signals);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
+    }
+    DefaultSignals(const DefaultSignals&) = delete;
+    DefaultSignals& operator=(const DefaultSignals&) = delete;
+    ~DefaultSignals() { posix_spawnattr_destroy(&attributes_); }
+
+    const posix_spawnattr_t* pAttributes() const { return &attributes_; }
+
+private:
+    posix_spawnattr_t attributes_{};
+};
 
 /// Standard input, output and error of a program that is to be started.
 class FileActions {
@@ -52,8 +76,9 @@ public:
             words.push_back(const_cast<char*>(argument.c_str()));
         words.push_back(nullptr);
         pid_t process = 0;
+        const DefaultSignals signals;
         const auto failure =
-            posix_spawn(&process, program.c_str(), &actions_, nullptr, words.data(), environ);
+            posix_spawn(&process, program.c_str(), &actions_, signals.pAttributes(), words.data(), environ);
         if (writingEnd_ >= 0)
             close(writingEnd_);
         vCheck(failure == 0, "the program cannot be started");
@@ -86,11 +111,16 @@ Run kivifcRun(const std::vector<std::string>& arguments, const RunOptions& optio
         actions.vOpen(1, outputPath, O_WRONLY | O_CREAT);
     actions.vOpen(2, folder.sPath("err"), O_WRONLY | O_CREAT);
 
+    std::string program = options.program.empty() ? KIVIFC_PROGRAM : options.program;
     std::vector<std::string> words{"kivifc"};
+    if (!options.folder.empty() || !options.environment.empty()) {
+        words.insert(words.end(), {"-C", options.folder.empty() ? "." : options.folder});
+        words.insert(words.end(), options.environment.begin(), options.environment.end());
+        words.push_back(std::exchange(program, "/usr/bin/env"));
+    }
     words.insert(words.end(), arguments.begin(), arguments.end());
     Run run;
-    run.status =
-        exitStatusOf(actions.start(options.program.empty() ? KIVIFC_PROGRAM : options.program, words));
+    run.status = exitStatusOf(actions.start(program, words));
     if (options.outputPath.empty() && !options.isOutputClosed)
         run.out = sFileText(outputPath);
     run.err = sFileText(folder.sPath("err"));

@@ -32,6 +32,10 @@ struct RunOptions {
     bool isOutputClosed = false;
     /// Another program, run in its place.
     std::string program = {};
+    /// Where it runs, instead of in the folder of the sample data.
+    std::string folder = {};
+    /// What is set for it, "NAME=VALUE".
+    std::vector<std::string> environment = {};
 };
 
 /// The program runs in the folder of the sample data, so that paths in its output are short.

@@ -86,12 +86,14 @@ void CheckOptions::vAdd(CLI::App& app) {
 }
 
 void CheckOptions::vInputAdd(CLI::App& app) {
-    app.add_option("FILE", schemaPath,
-                   "The schema file; left out when KIVIFC_SCHEMA or kivifc.toml names it, and then recognised "
-                   "by its extension .exp");
-    app.add_option("PATH", paths,
-                   "Set documents, and folders of *.xml to search; - is standard input, NAME=PATH are the sets "
-                   "of the context NAME");
+    app.add_option(
+        "FILE", schemaPath,
+        "The schema file; left out when KIVIFC_SCHEMA or kivifc.toml names it, and then recognised "
+        "by its extension .exp");
+    app.add_option(
+        "PATH", paths,
+        "Set documents, and folders of *.xml to search; - is standard input, NAME=PATH are the sets "
+        "of the context NAME");
     app.add_option("--also", otherSchemas,
                    "A schema of another release, to say which one knows what this one does not")
         ->allow_extra_args(false)
@@ -99,25 +101,28 @@ void CheckOptions::vInputAdd(CLI::App& app) {
     app.add_option("--config-file", projectPath_, "Read the options from this file instead of kivifc.toml")
         ->type_name("FILE");
     app.add_option("--stdin-filename", standardInputName, "What to call standard input")->type_name("NAME");
-    app.add_option("--jobs,-j", jobs, "Read documents on this many threads; by default on all cores when they "
-                                      "are 200 or more")
+    app.add_option("--jobs,-j", jobs,
+                   "Read documents on this many threads; by default on all cores when they "
+                   "are 200 or more")
         ->type_name("N")
         ->check(CLI::Range(1, 1024).description(""));
 }
 
 void CheckOptions::vOutputAdd(CLI::App& app) {
     auto* formatOption =
-        app.add_option("--format", format,
-                       "text: lines with their places; report: the library's report text alone; the others are "
-                       "for programs")
+        app.add_option(
+               "--format", format,
+               "text: lines with their places; report: the library's report text alone; the others are "
+               "for programs")
             ->check(CLI::IsMember({"text", "report", "json", "sarif", "github", "junit"}))
             ->capture_default_str();
     app.add_flag("--json", isJson, "Write everything that was read, with records and assertions, as JSON")
         ->excludes(formatOption);
     app.add_option("--report", reportPath, "Write the library's report text to this file as well")
         ->type_name("FILE");
-    app.add_flag("--warnings", hasWarnings,
-                 "List the records and assertion reports as they were made, and the numbers of what was read");
+    app.add_flag(
+        "--warnings", hasWarnings,
+        "List the records and assertion reports as they were made, and the numbers of what was read");
     app.add_option("--color", colour, "Colour the text; auto does so on a terminal unless NO_COLOR is set")
         ->check(CLI::IsMember({"auto", "always", "never"}))
         ->capture_default_str();
@@ -134,7 +139,11 @@ void CheckOptions::vChoiceAdd(CLI::App& app) {
         ->check(CLI::IsMember({"error", "warning", "note", "never"}))
         ->capture_default_str();
     const auto vCodesAdd = [&](const char* name, std::vector<std::string>& codes, const char* description) {
-        app.add_option(name, codes, description)->delimiter(',')->allow_extra_args(false)->type_name("CODE,...")->transform(codeValidator());
+        app.add_option(name, codes, description)
+            ->delimiter(',')
+            ->allow_extra_args(false)
+            ->type_name("CODE,...")
+            ->transform(codeValidator());
     };
     vCodesAdd("--ignore", ignored_, "Leave out findings of these codes; T stands for all that begin so");
     vCodesAdd("--select", selected_, "Show findings of these codes only");
@@ -144,7 +153,8 @@ void CheckOptions::vChoiceAdd(CLI::App& app) {
         ->type_name("CODE=LEVEL")
         ->transform(CLI::Validator(sSeverityFailure, "", "severity"));
     app.add_option("--baseline", baselinePath, "Hide the findings that this file lists")->type_name("FILE");
-    app.add_option("--write-baseline", writtenBaselinePath, "Write the findings to this file, to hide them later")
+    app.add_option("--write-baseline", writtenBaselinePath,
+                   "Write the findings to this file, to hide them later")
         ->type_name("FILE");
     auto* fix = app.add_flag("--fix", isFix, "Mend what needs no judgement in the documents themselves");
     app.add_flag("--diff", isDiff, "Show as a patch what --fix would do")->excludes(fix);
@@ -202,13 +212,15 @@ bool CheckOptions::boEntryTake(const ProjectFile& project, const ProjectEntry& e
     }
     if (failure.empty())
         return true;
-    diagnostics.vFail(entry.line == 0 ? project.path : fmt::format("{}:{}", project.path, entry.line), failure);
+    diagnostics.vFail(entry.line == 0 ? project.path : fmt::format("{}:{}", project.path, entry.line),
+                      failure);
     return false;
 }
 
 std::string CheckOptions::sEntryTake(const ProjectFile& project, const ProjectEntry& entry) {
     std::vector<std::string> values = entry.values;
-    const bool isPath = entry.section.empty() && (isAmong(InputKeys, entry.key) || isAmong(PathKeys, entry.key));
+    const bool isPath =
+        entry.section.empty() && (isAmong(InputKeys, entry.key) || isAmong(PathKeys, entry.key));
     if (isPath || entry.section == "contexts")
         std::ranges::transform(values, values.begin(), [&](auto& value) { return project.sPath(value); });
     if (entry.section == "contexts") {
@@ -258,9 +270,11 @@ bool CheckOptions::boInputCheck(Diagnostics& diagnostics) const {
     if (schemaPath.empty())
         diagnostics.vFail("command line", "FILE, the schema, is required; see kivifc check --help");
     else if (paths.empty())
-        diagnostics.vFail("command line", "PATH, a set document or folder, is required; see kivifc check --help");
+        diagnostics.vFail("command line",
+                          "PATH, a set document or folder, is required; see kivifc check --help");
     else if (isFix && isListing())
-        diagnostics.vFail("command line", "--fix goes with findings, not with --json, --warnings or a report");
+        diagnostics.vFail("command line",
+                          "--fix goes with findings, not with --json, --warnings or a report");
     else
         return true;
     return false;

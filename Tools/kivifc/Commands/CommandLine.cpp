@@ -47,16 +47,40 @@ void vRun(Command& command, Console& console) {
     }
 }
 
-/// The arguments as the parser wants them: the last one first. One in brackets, "[a,b]", would be taken for a
-/// list; as only paths look like that, it is written as one.
+/// Begins what is no option and no command, whatever it looks like.
+constexpr char PlainMark = '\x01';
+
+/// The argument without that mark.
+std::string sUnmarked(std::string argument) {
+    if (argument.starts_with(PlainMark))
+        argument.erase(0, 1);
+    return argument;
+}
+
+/// The arguments as the parser wants them: the last one first. It accepts "--" only while arguments are
+/// missing, so those after it are marked instead. One in brackets, "[a,b]", would be taken for a list; as
+/// only paths look like that, it is written as one.
 std::vector<std::string> argumentsOf(int argc, char** argv) {
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
-    for (auto& argument : arguments) {
-        if (argument.starts_with('[') && argument.ends_with(']'))
-            argument.insert(0, "./");
+    const auto end = std::ranges::find(arguments, "--");
+    for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+        if (argument > end || argument->starts_with(PlainMark))
+            argument->insert(argument->begin(), PlainMark);
+        else if (argument->starts_with('[') && argument->ends_with(']'))
+            argument->insert(0, "./");
     }
+    if (end != arguments.end())
+        arguments.erase(end);
     std::ranges::reverse(arguments);
     return arguments;
+}
+
+/// Has the marks taken off the arguments of a command.
+void vUnmark(CLI::App& command) {
+    for (auto* const option : command.get_options()) {
+        if (option->get_positional())
+            option->transform(sUnmarked);
+    }
 }
 
 /// The commands of which `isAsked` says so of their names are made, with their options.
@@ -80,6 +104,7 @@ std::vector<ParsedCommand> commandsAdd(CLI::App& app, IsAsked isAsked) {
         if (!commands.back().command)
             continue;
         commands.back().command->vOptionsAdd(*parser);
+        vUnmark(*parser);
         vLimitsAdd(*parser);
     }
     return commands;
@@ -98,7 +123,9 @@ void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
         app.exit(request, text, text);
         return console.output.vWrite(text.str());
     } catch (const CLI::ParseError& error) {
-        console.diagnostics.vFail("command line", fmt::format("{}; see kivifc --help", error.what()));
+        std::string reason = error.what();
+        std::erase(reason, PlainMark);
+        console.diagnostics.vFail("command line", fmt::format("{}; see kivifc --help", reason));
         return;
     }
     const auto chosen = std::ranges::find_if(commands, [](auto& each) { return each.parser->parsed(); });

@@ -11,9 +11,10 @@ namespace kiv::kivifc {
 
 namespace {
 
-constexpr const char* Footer = "Without a code, all rules are listed; with the beginning of codes, such as T, those.\n"
-                               "\n"
-                               "Exit status: 0 found, 1 no rule has the code, 2 the job could not be done.";
+constexpr const char* Footer =
+    "Without a code, all rules are listed; with the beginning of codes, such as T, those.\n"
+    "\n"
+    "Exit status: 0 found, 1 no rule has the code, 2 the job could not be done.";
 
 class ExplainCommand final : public Command {
 public:

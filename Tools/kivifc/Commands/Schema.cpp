@@ -1,6 +1,8 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Kit/Findings/SchemaFindings.h"
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Documents/SchemaFile.h"
+#include "kivifc/Findings/FindingWriter.h"
 #include "kivifc/Json/SchemaJson.h"
 #include "kivifc/Pictures/InheritanceTree.h"
 #include "kivifc/Pictures/MissingName.h"
@@ -28,7 +30,9 @@ constexpr const char* Footer =
     "Numbers: the data types are those that the schema does not share; a type that others are built on\n"
     "counts its WHERE rules once for each of them. The tree includes entities that no SUPERTYPE list names.\n"
     "\n"
-    "Exit status: 0 the schema loads, 1 it loads with reports (--assertions lists them), 2 it does not load.";
+    "What is wrong with the schema is listed below the numbers, as kivifc check lists it. Exit status: 0 "
+    "the\n"
+    "schema loads, with warnings at most, 1 it loads with errors, 2 it does not load.";
 
 /// A line of a rule's text. A tab becomes one blank, so that the columns in messages can be counted.
 std::string sRuleLine(std::string line) {
@@ -57,9 +61,13 @@ public:
     void vRun(Console& console) override;
 
 private:
+    void vErrorsNote(const SchemaFile& file, Diagnostics& diagnostics) const;
     void vTreeShow(const SchemaFile& file, Console& console) const;
     void vSummaryShow(const SchemaFile& file, Console& console) const;
+    void vFindingsShow(const SchemaFile& file, Console& console) const;
 
+    // What is wrong with the schema.
+    std::vector<kit::Finding> findings_;
     std::string path_;
     bool assertionsAsked_ = false;
     bool jsonAsked_ = false;
@@ -73,8 +81,9 @@ private:
 void SchemaCommand::vOptionsAdd(CLI::App& app) {
     app.add_option("FILE", path_, "The schema file")->required();
     auto* json = app.add_flag("--json", jsonAsked_, "Write the whole model as JSON");
-    auto* assertions = app.add_flag("--assertions", assertionsAsked_,
-                                    "List the reports that were made while the schema was read");
+    auto* assertions =
+        app.add_flag("--assertions", assertionsAsked_,
+                     "List the reports that were made while the schema was read, not the findings");
     app.add_option_function<std::string>(
            "--tree",
            [this](const std::string& top) {
@@ -93,13 +102,21 @@ void SchemaCommand::vRun(Console& console) {
     const auto file = schemaFileRead(path_, console.diagnostics);
     if (!file)
         return;
-    if (!file->assertions.empty())
-        console.diagnostics.vFinding();
+    findings_ = kit::schemaFindingsOf(file->schema.get(), file->assertions, file->text, file->path);
+    if (std::ranges::find(findings_, kit::Severity::Error, &kit::Finding::severity) != findings_.end())
+        vErrorsNote(*file, console.diagnostics);
     if (treeAsked_)
         return vTreeShow(*file, console);
     if (jsonAsked_)
         return vSchemaJsonWrite(*file, console.output);
     vSummaryShow(*file, console);
+}
+
+/// The tree and the JSON do not show why the exit status is not 0.
+void SchemaCommand::vErrorsNote(const SchemaFile& file, Diagnostics& diagnostics) const {
+    diagnostics.vFinding();
+    if ((treeAsked_ || jsonAsked_) && file.assertions.empty())
+        diagnostics.vNote(file.path, "has errors (kivifc schema lists them)");
 }
 
 void SchemaCommand::vTreeShow(const SchemaFile& file, Console& console) const {
@@ -112,7 +129,6 @@ void SchemaCommand::vTreeShow(const SchemaFile& file, Console& console) const {
     } else {
         console.diagnostics.vFail(file.path, sNoEntity(*file.schema, treeTop_));
     }
-    // The tree does not show why the exit status is not 0.
     if (!file.assertions.empty())
         console.diagnostics.vNote(file.path,
                                   fmt::format("reports made while it was read: {} (--assertions lists "
@@ -123,9 +139,17 @@ void SchemaCommand::vTreeShow(const SchemaFile& file, Console& console) const {
 void SchemaCommand::vSummaryShow(const SchemaFile& file, Console& console) const {
     console.output.vWrite(sSchemaSummary(file, InheritanceTree(*file.schema), assertionsAsked_));
     if (!assertionsAsked_)
-        return;
+        return vFindingsShow(file, console);
     for (const auto& record : file.assertions)
         console.output.vWrite(sWarning(file.path, record));
+}
+
+void SchemaCommand::vFindingsShow(const SchemaFile& file, Console& console) const {
+    SourceLines sources;
+    sources.vKeep(file.path, file.text);
+    const auto writer = pTextFindings(console.output, sources, {false, true, false});
+    for (const auto& finding : findings_)
+        writer->vFindingWrite(finding);
 }
 
 std::unique_ptr<Command> pSchemaCommand() {

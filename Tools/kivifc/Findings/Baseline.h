@@ -2,9 +2,9 @@
 /// Findings that were there when a project began to be checked, kept in a file so that only new ones count.
 ///
 ///     std::string failure;
-///     auto baseline = baselineRead("kivifc-baseline.json", failure);
-///     if (baseline)
-///         vBaselineHide(findings, *baseline, result);
+///     std::vector<std::string> fixed;
+///     if (auto baseline = baselineRead("kivifc-baseline.json", failure))
+///         baselineHide(findings, *baseline, fixed);
 ///
 /// A finding is known by its file, code, subject and message, so it stays known when its line moves. Paths in
 /// the file are relative to its folder.

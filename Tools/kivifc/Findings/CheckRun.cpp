@@ -3,6 +3,8 @@
 #include "kiv/Kit/Findings/AcrossDocuments.h"
 #include "kiv/Kit/Findings/Findings.h"
 #include "kiv/Kit/Findings/IgnoreComments.h"
+#include "kiv/Kit/Findings/SchemaFindings.h"
+#include "kiv/Kit/Positions/XmlPositions.h"
 #include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Documents/SetDocument.h"
 #include "kivifc/Documents/ShownFailure.h"
@@ -77,6 +79,9 @@ public:
     }
 
     CheckedDocuments takeAll() {
+        const auto& schema = request_.schema;
+        vFindingsTake(
+            kit::schemaFindingsOf(schema.schema.get(), schema.assertions, schema.text, schema.path));
         vFindingsTake(across_.getFindings());
         const auto isLookedFor = [&](std::string_view code) { return isSelected(request_.selection, code); };
         for (const auto& [path, ignores] : ignores_)

@@ -73,7 +73,8 @@ Json summaryJson(const FindingCounts& counts) {
 
 class JsonFindings final : public FindingWriter {
 public:
-    explicit JsonFindings(Output& output) : writer_([&output](std::string_view text) { output.vWrite(text); }) {}
+    explicit JsonFindings(Output& output) :
+        writer_([&output](std::string_view text) { output.vWrite(text); }) {}
 
     void vBegin(const std::vector<kit::Finding>&, const CheckResult& result) override {
         writer_.vObjectBegin();
@@ -82,7 +83,8 @@ public:
         if (result.schemaName.empty())
             writer_.vValue(nullptr);
         else
-            vJsonWrite(withBytes({{"path", result.schemaPath}, {"name", result.schemaName}}, "path"), writer_);
+            vJsonWrite(withBytes({{"path", result.schemaPath}, {"name", result.schemaName}}, "path"),
+                       writer_);
         writer_.vKey("findings");
         writer_.vArrayBegin();
     }

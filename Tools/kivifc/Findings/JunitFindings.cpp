@@ -43,8 +43,8 @@ std::string sLines(const kit::Finding& finding) {
     auto text = fmt::format("{}: {}: {} [{}]\n", sPlace(finding.place), severityText(finding.severity),
                             sOneLine(finding.message), finding.code);
     for (const auto& note : finding.notes)
-        text += fmt::format("{}: note: {}\n", sPlace(note.place.value_or(finding.place)),
-                            sOneLine(note.message));
+        text +=
+            fmt::format("{}: note: {}\n", sPlace(note.place.value_or(finding.place)), sOneLine(note.message));
     return text;
 }
 
@@ -59,7 +59,8 @@ struct TestCase {
 
 class JunitFindings final : public FindingWriter {
 public:
-    JunitFindings(Output& output, std::optional<kit::Severity> failing) : output_(output), failing_(failing) {}
+    JunitFindings(Output& output, std::optional<kit::Severity> failing) :
+        output_(output), failing_(failing) {}
 
     void vBegin(const std::vector<kit::Finding>& findings, const CheckResult& result) override {
         std::set<std::string_view> files(result.documents.begin(), result.documents.end());
@@ -100,16 +101,15 @@ public:
     }
 
 private:
-    bool isFailing(const kit::Finding& finding) const {
-        return failing_ && finding.severity >= *failing_;
-    }
+    bool isFailing(const kit::Finding& finding) const { return failing_ && finding.severity >= *failing_; }
 
     static std::string sCase(std::string_view path) {
         return fmt::format("<testcase classname=\"kivifc check\" name=\"{}\"", sXml(sOneLine(path)));
     }
 
     void vStartWrite(std::size_t tests, std::size_t failures, std::size_t errors) {
-        const auto counts = fmt::format("tests=\"{}\" failures=\"{}\" errors=\"{}\"", tests, failures, errors);
+        const auto counts =
+            fmt::format("tests=\"{}\" failures=\"{}\" errors=\"{}\"", tests, failures, errors);
         output_.vWrite(fmt::format("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites {0}>\n"
                                    "  <testsuite name=\"kivifc check\" {0}>\n",
                                    counts));

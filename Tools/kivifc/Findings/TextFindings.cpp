@@ -59,10 +59,9 @@ private:
     }
 
     void vLineWrite(const kit::Place& place, Severity severity, std::string_view message) {
-        output_.vWrite(
-            fmt::format("{} {} {}\n", sColoured(sPlace(place) + ':', Bold),
-                        sColoured(fmt::format("{}:", severityText(severity)), colourOf(severity)),
-                        sColoured(message, Bold)));
+        output_.vWrite(fmt::format("{} {} {}\n", sColoured(sPlace(place) + ':', Bold),
+                                   sColoured(fmt::format("{}:", severityText(severity)), colourOf(severity)),
+                                   sColoured(message, Bold)));
     }
 
     void vExcerptWrite(const kit::Place& place) {

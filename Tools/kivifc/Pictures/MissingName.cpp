@@ -1,7 +1,7 @@
 #include "kivifc/Pictures/MissingName.h"
 
 #include "kiv/Kit/Names/KnownNames.h"
-#include "kivifc/Pictures/NameSuggestion.h"
+#include "kiv/Kit/Names/NearestName.h"
 
 #include <fmt/format.h>
 
@@ -9,9 +9,9 @@ namespace kiv::kivifc {
 
 std::string sNoName(std::string_view kind, std::string_view name,
                     const std::vector<std::string_view>& candidates) {
-    const auto closest = sClosestName(name, candidates);
+    const auto nearest = kit::nearestName(name, candidates);
     return fmt::format("no {} \"{}\"{}", kind, name,
-                       closest.empty() ? "" : fmt::format("; did you mean \"{}\"?", closest));
+                       nearest ? fmt::format("; did you mean \"{}\"?", nearest->name) : "");
 }
 
 std::string sNoEntity(const ifc::def::schema::Schema& schema, const std::string& name) {

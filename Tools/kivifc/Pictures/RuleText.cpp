@@ -110,7 +110,8 @@ std::string sFenced(std::string_view language, std::string_view text) {
 std::string sRuleSection(const kit::Rule& rule) {
     return fmt::format("\n### {} {}\n\n{}: {}\n\n{}\n\nWrong:\n\n{}\nRight:\n\n{}", rule.code, rule.name,
                        severityName(rule.severity), rule.summary, rule.explanation,
-                       sFenced(languageOf(rule), rule.wrong.text), sFenced(languageOf(rule), rule.right.text));
+                       sFenced(languageOf(rule), rule.wrong.text),
+                       sFenced(languageOf(rule), rule.right.text));
 }
 
 } // namespace

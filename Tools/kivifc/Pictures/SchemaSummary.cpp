@@ -92,6 +92,10 @@ std::string sAssertions(std::size_t count, bool areListed) {
     return fmt::format("{}{}", count, count == 0 || areListed ? "" : " (--assertions lists them)");
 }
 
+std::string sCounted(std::size_t count, std::string_view thing) {
+    return fmt::format("{} {}{}", count, thing, count == 1 ? "" : "s");
+}
+
 } // namespace
 
 SchemaCounts schemaCounts(const SchemaFile& file, const InheritanceTree& tree) {
@@ -116,7 +120,7 @@ std::string sSchemaSummary(const SchemaFile& file, const InheritanceTree& tree, 
            sTableLine("attributes", sAttributes(counts)) + sTableLine("data types", sDataTypes(counts)) +
            sTableLine("WHERE rules", sWhereRules(counts)) +
            sTableLine("UNIQUE rules", fmt::format("{}", counts.uniqueRules)) +
-           sTableLine("tree", fmt::format("{} roots, {} levels", counts.roots, counts.depth)) +
+           sTableLine("tree", sCounted(counts.roots, "root") + ", " + sCounted(counts.depth, "level")) +
            sTableLine("assertions", sAssertions(file.assertions.size(), areAssertionsListed)) +
            sTableLine("time", sMilliseconds(file.time));
 }

@@ -71,9 +71,8 @@ private:
     /// The number of the next piece to make; absent when there is no more.
     std::optional<std::size_t> nextNumber() {
         std::unique_lock lock(mutex_);
-        changed_.wait(lock, [this] {
-            return isStopped_ || begun_ == count_ || begun_ < taken_ + slots_.size();
-        });
+        changed_.wait(lock,
+                      [this] { return isStopped_ || begun_ == count_ || begun_ < taken_ + slots_.size(); });
         if (isStopped_ || begun_ == count_)
             return std::nullopt;
         return begun_++;

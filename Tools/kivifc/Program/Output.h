@@ -35,8 +35,8 @@ public:
     /// be written; empty when all of it could.
     std::string sFinish();
 
-    /// Whether the reader of the pipe has gone, where that is allowed; what was written is not whole then, and
-    /// nothing needs to be said.
+    /// Whether the reader of the pipe has gone, where that is allowed; what was written is not whole then,
+    /// and nothing needs to be said.
     bool isPipeClosed() const { return isPipeClosed_ && isClosedPipeAllowed_; }
 
 private:

@@ -71,6 +71,16 @@ std::string_view enumerationName(std::string_view name) {
     return name.starts_with(Prefix) ? name.substr(Prefix.size()) : name;
 }
 
+/// What most places have; of two variants, the one that was met first.
+template <class Variants>
+auto usualOf(const Variants& variants) {
+    return std::ranges::min_element(variants, [](const auto& left, const auto& right) {
+        const auto& a = left.second;
+        const auto& b = right.second;
+        return a.size() != b.size() ? a.size() > b.size() : a.front().document < b.front().document;
+    });
+}
+
 std::vector<std::string_view> only(const std::vector<std::string>& in,
                                    const std::vector<std::string>& notIn) {
     std::vector<std::string_view> items;
@@ -147,7 +157,7 @@ void AcrossRun::vMembersAdd(const SetOutline& outline) {
         vGuidAdd(outline, member.element, outline.subjectOf(member), false);
         vSpellingAdd('M', name, position);
         if (!types[i].empty())
-            types_[std::string(name)][types[i]].spots.push_back({documents_.size() - 1, position});
+            types_[std::string(name)][types[i]].push_back({documents_.size() - 1, position});
     }
 }
 
@@ -169,12 +179,8 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     const Spot spot{documents_.size() - 1, attribute->value.position};
     vSpellingAdd('E', name, spot.position);
     // What hosts add may hide what is standard, enumerations included.
-    auto key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));
-    const auto [known, isNew] = enumerations_.try_emplace(key);
-    if (isNew)
-        known->second = {spot, std::move(items)};
-    else if (known->second.items != items)
-        otherEnumerations_.push_back({spot, std::string(name), std::move(key), std::move(items)});
+    std::string key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));
+    enumerations_[std::move(key)][std::move(items)].push_back(spot);
 }
 
 void AcrossRun::vGuidAdd(const SetOutline& outline, XmlIndex element, std::string name, bool isSet) {
@@ -220,16 +226,22 @@ void AcrossRun::vSetsFind(Collector& findings) const {
 }
 
 void AcrossRun::vEnumerationsFind(Collector& findings) const {
-    for (const auto& other : otherEnumerations_) {
-        const auto& first = enumerations_.at(other.key);
-        auto& finding =
-            findings.add("X003", other.spot,
-                         "the enumeration " + sQuoted(other.name) + " has other items elsewhere", other.name);
-        finding.notes.push_back({"it is here too", findings.placeOf(first.spot)});
-        if (const auto items = only(other.items, first.items); !items.empty())
-            finding.notes.push_back({"only the one here has " + sQuotedList(items), std::nullopt});
-        if (const auto items = only(first.items, other.items); !items.empty())
-            finding.notes.push_back({"only the other has " + sQuotedList(items), std::nullopt});
+    for (const auto& [key, variants] : enumerations_) {
+        const auto usual = usualOf(variants);
+        const auto name = key.substr(key.find('\n') + 1);
+        for (auto other = variants.begin(); other != variants.end(); ++other) {
+            if (other == usual)
+                continue;
+            for (const auto& spot : other->second) {
+                auto& finding = findings.add(
+                    "X003", spot, "the enumeration " + sQuoted(name) + " has other items elsewhere", name);
+                finding.notes.push_back({"it is here too", findings.placeOf(usual->second.front())});
+                if (const auto items = only(other->first, usual->first); !items.empty())
+                    finding.notes.push_back({"only the one here has " + sQuotedList(items), std::nullopt});
+                if (const auto items = only(usual->first, other->first); !items.empty())
+                    finding.notes.push_back({"only the other has " + sQuotedList(items), std::nullopt});
+            }
+        }
     }
 }
 
@@ -272,22 +284,17 @@ void AcrossRun::vTypesFind(Collector& findings) const {
     for (const auto& [name, types] : types_) {
         if (types.size() == 1)
             continue;
-        // The type that most have; of two, the one that was met first.
-        const auto usual = std::ranges::min_element(types, [](const auto& left, const auto& right) {
-            const auto& a = left.second.spots;
-            const auto& b = right.second.spots;
-            return a.size() != b.size() ? a.size() > b.size() : a.front().document < b.front().document;
-        });
+        const auto usual = usualOf(types);
         for (auto other = types.begin(); other != types.end(); ++other) {
             if (other == usual)
                 continue;
-            for (const auto& spot : other->second.spots) {
+            for (const auto& spot : other->second) {
                 auto& finding = findings.add("D003", spot,
                                              sQuoted(name) + " is " + other->first + " here and " +
                                                  usual->first + " in other sets",
                                              name);
                 finding.notes.push_back(
-                    {"here it is " + usual->first, findings.placeOf(usual->second.spots.front())});
+                    {"here it is " + usual->first, findings.placeOf(usual->second.front())});
             }
         }
     }

@@ -60,16 +60,8 @@ private:
         Spot spot;
         std::string name;
     };
-    struct Enumeration {
-        Spot spot;
-        std::vector<std::string> items;
-    };
-    struct OtherEnumeration {
-        Spot spot;
-        std::string name;
-        std::string key;
-        std::vector<std::string> items;
-    };
+    /// The places of an enumeration by its items, in alphabetical order.
+    using Enumeration = std::map<std::vector<std::string>, std::vector<Spot>>;
     struct GuidUse {
         Spot spot;
         std::string name;
@@ -78,10 +70,6 @@ private:
     struct GuidRepeat {
         GuidUse use;
         Spot first;
-    };
-    /// The places where a name has one type.
-    struct TypedPlaces {
-        std::vector<Spot> spots;
     };
     class Collector;
 
@@ -99,14 +87,14 @@ private:
 
     std::vector<Document> documents_;
     std::unordered_map<std::string, std::vector<Named>> sets_;
+    // By context and name.
     std::unordered_map<std::string, Enumeration> enumerations_;
-    std::vector<OtherEnumeration> otherEnumerations_;
     // By the upper-cased name, after a letter for its kind.
     std::unordered_map<std::string, std::map<std::string, Spot, std::less<>>> spellings_;
     std::unordered_map<std::string, GuidUse> guids_;
     std::vector<GuidRepeat> guidRepeats_;
     // By name, then by type.
-    std::unordered_map<std::string, std::map<std::string, TypedPlaces>> types_;
+    std::unordered_map<std::string, std::map<std::string, std::vector<Spot>>> types_;
 };
 
 } // namespace kiv::kit

@@ -204,13 +204,13 @@ void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& ent
     auto& draft =
         add("C008", item,
             sQuoted(item.predefinedType) + " is no predefined type of " + std::string(entity.getName()));
-    const auto nearest = sNearestOf(item.predefinedType, items);
+    const auto nearest = names_.nearestOf(item.predefinedType, items);
     if (!nearest.empty())
         draft.vNote("did you mean " + sQuoted(nearest) + "?");
     constexpr std::size_t maxShown = 40;
     draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
                 sQuotedList(items, maxShown));
-    if (!nearest.empty() && boIsSameName(trimmed(nearest), trimmed(item.predefinedType)))
+    if (!nearest.empty() && boIsSameName(nearest, item.predefinedType))
         draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
                     std::string(entity.getName()).append("/").append(nearest));
 }

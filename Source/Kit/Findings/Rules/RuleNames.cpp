@@ -1,55 +1,11 @@
 #include "Kit/Findings/Rules/RuleNames.h"
 
-#include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Positions/XmlChildren.h"
-
-#include <numeric>
+#include "kiv/Kit/Names/NearestName.h"
 
 namespace kiv::kit {
 
 namespace schema = ifc::def::schema;
-
-namespace {
-
-constexpr std::size_t maxComparedSize = 100;
-
-/// The Levenshtein distance, row by row.
-std::size_t distanceOf(std::string_view left, std::string_view right) {
-    std::vector<std::size_t> row(right.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < left.size(); ++i) {
-        auto diagonal = row[0];
-        row[0] = i + 1;
-        for (std::size_t j = 0; j < right.size(); ++j) {
-            const auto replaced = diagonal + (left[i] == right[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
-        }
-    }
-    return row.back();
-}
-
-} // namespace
-
-std::string sNearestOf(std::string_view name, const std::vector<std::string_view>& candidates) {
-    const auto upper = sUpperCase(name);
-    if (upper.size() > maxComparedSize)
-        return {};
-    const std::size_t prefix = upper.starts_with("IFC") ? 3 : 0;
-    auto limit = (upper.size() - prefix) / 3;
-    std::string nearest;
-    for (const auto candidate : candidates) {
-        const auto [shorter, longer] = std::minmax({upper.size(), candidate.size()});
-        if (longer > maxComparedSize || longer - shorter > limit)
-            continue;
-        const auto changes = distanceOf(upper, sUpperCase(candidate));
-        if (changes < limit || (changes == limit && nearest.empty())) {
-            nearest = candidate;
-            limit = changes;
-        }
-    }
-    return nearest;
-}
 
 const OtherSchema* RuleNames::pOtherWith(std::string_view name) const {
     for (const auto& other : run_.context.others) {
@@ -72,16 +28,22 @@ const std::vector<std::string_view>& RuleNames::namesOf(SchemaNames kind) {
     return names;
 }
 
-std::string RuleNames::sNearest(std::string_view name, SchemaNames kind) {
+std::string_view RuleNames::nearestOf(std::string_view name,
+                                      const std::vector<std::string_view>& candidates) {
     if (searches_ == maxSearches)
         return {};
     ++searches_;
-    return sNearestOf(name, namesOf(kind));
+    const auto match = nearestName(name, candidates);
+    return match ? match->name : std::string_view();
+}
+
+std::string_view RuleNames::nearest(std::string_view name, SchemaNames kind) {
+    return nearestOf(name, namesOf(kind));
 }
 
 void RuleNames::vNearestNote(FindingDraft& draft, std::string_view name, SchemaNames kind) {
-    if (const auto nearest = sNearest(name, kind); !nearest.empty())
-        draft.vNote("did you mean " + sQuoted(nearest) + "?");
+    if (const auto meant = nearest(name, kind); !meant.empty())
+        draft.vNote("did you mean " + sQuoted(meant) + "?");
 }
 
 std::string sKindOf(const schema::ObjectBase& object) {

@@ -41,7 +41,9 @@ public:
     const OtherSchema* pOtherWith(std::string_view name) const;
 
     /// The nearest name in the schema; empty when none is near.
-    std::string sNearest(std::string_view name, SchemaNames kind);
+    std::string_view nearest(std::string_view name, SchemaNames kind);
+    /// The nearest of those names; empty when none is near.
+    std::string_view nearestOf(std::string_view name, const std::vector<std::string_view>& candidates);
     /// Adds it as a note, when there is one.
     void vNearestNote(FindingDraft& draft, std::string_view name, SchemaNames kind);
 
@@ -53,9 +55,6 @@ private:
     std::vector<std::string_view> types_;
     std::vector<std::string_view> entities_;
 };
-
-/// The nearest of some names; empty when none is near.
-std::string sNearestOf(std::string_view name, const std::vector<std::string_view>& candidates);
 
 /// "an entity", "a defined type", "a function", "a rule".
 std::string sKindOf(const ifc::def::schema::ObjectBase& object);

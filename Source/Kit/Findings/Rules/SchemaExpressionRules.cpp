@@ -201,7 +201,8 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
             add(attribute.position, "the attribute " + sNamed(attribute.text) + " is not declared");
         return run_.vNearestAttributeNote(finding, attribute.text, owner_);
     }
-    if (builtIns().contains(upper) || isVariable(upper))
+    // What begins with an underscore is no name: the rule is not understood, which is said elsewhere.
+    if (builtIns().contains(upper) || isVariable(upper) || upper.starts_with('_'))
         return;
     if (owner_.declaration->kind == Kind::Entity && run_.hasAttribute(owner_, name.text))
         return;

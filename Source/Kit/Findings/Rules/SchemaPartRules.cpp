@@ -51,9 +51,11 @@ private:
     void vListCheck(ExpressUse use, std::span<const std::string_view> read, const std::string& what,
                     std::string_view hint);
     void vMembersCheck(ExpressMemberKind kind, const Words& read, const std::string& what);
+    void vUniqueCheck(const ExpressWord& word, std::string_view type);
     void vTypeTextAdd(const ExpressMember& attribute, std::string_view read);
     void vTypeTextsCheck(const Entity& entity);
     void vRuleCheck(const ExpressMember& rule);
+    void vNoRulesCheck(const Where& where);
 
     SchemaRun& run_;
     const Declared& declared_;
@@ -126,6 +128,31 @@ std::vector<std::string_view> typeWords(std::string_view type) {
     return words;
 }
 
+/// The word UNIQUE is understood after LIST [...] OF alone.
+bool isUniqueMisread(const std::vector<std::string_view>& words) {
+    bool isList = false;
+    bool isAfterOf = false;
+    for (const auto word : words) {
+        if (word == "UNIQUE" && isAfterOf && !isList)
+            return true;
+        isAfterOf = word == "OF";
+        if (word == "LIST" || word == "SET" || word == "ARRAY")
+            isList = word == "LIST";
+    }
+    return false;
+}
+
+void PartsCheck::vUniqueCheck(const ExpressWord& word, std::string_view type) {
+    if (!isUniqueMisread(typeWords(type)))
+        return;
+    auto& finding =
+        run_.add("E006", word.position, "the type of the elements of " + sNamed(word.text) + " is not found");
+    finding.subject = declaration_.name.text;
+    finding.notes.push_back(
+        {"only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name", {}});
+    run_.boTake(finding, SchemaReport::Element);
+}
+
 void PartsCheck::vTypeTextAdd(const ExpressMember& attribute, std::string_view read) {
     auto& finding = run_.add("E006", attribute.name.position,
                              "the type of " + sNamed(attribute.name.text) + " of " +
@@ -146,6 +173,8 @@ void PartsCheck::vTypeTextsCheck(const Entity& entity) {
         const bool isSame = read->getName() == member.name.text;
         if (isSame && typeWords(read->getTypeText()) != typeWords(member.type))
             vTypeTextAdd(member, read->getTypeText());
+        if (isSame)
+            vUniqueCheck(member.name, member.type);
         if (isSame)
             ++read;
     }
@@ -200,6 +229,7 @@ void PartsCheck::vTypeCheck(const Type& type) {
     } else if (const auto* const members = dynamic_cast<const DataTypeSelect*>(type.pUnderlying())) {
         vListCheck(ExpressUse::SelectMember, members->getMemberNames(), "the member", Hint);
     }
+    vUniqueCheck(declaration_.name, type.getUnderlyingText());
     vWhereCheck(type.pWhere());
 }
 
@@ -239,6 +269,14 @@ void PartsCheck::vRuleCheck(const ExpressMember& rule) {
     finding.notes.push_back({std::string(cutReason(rule.expression)), {}});
 }
 
+/// WHERE without a rule is reported as one that is not understood.
+void PartsCheck::vNoRulesCheck(const Where& where) {
+    auto& finding = run_.add("E007", declaration_.name.position,
+                             "the WHERE clause of " + sNamed(declaration_.name.text) + " has no rule");
+    finding.subject = declaration_.name.text;
+    run_.boRuleTake(finding, where.getText());
+}
+
 void PartsCheck::vWhereCheck(const Where* where) {
     std::vector<const ExpressMember*> rules;
     for (const auto& member : declaration_.members) {
@@ -253,6 +291,8 @@ void PartsCheck::vWhereCheck(const Where* where) {
             vRuleCheck(*rules[readCount++]);
         }
     }
+    if (where && rules.empty())
+        vNoRulesCheck(*where);
     if (readCount == rules.size())
         return;
     const auto& lost = *rules[readCount];

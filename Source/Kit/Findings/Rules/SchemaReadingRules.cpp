@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-// E001 to E005, E008 and E099: texts in which nothing is found, and declarations that the library does not
+// E001 to E005, E008 and R090: texts in which nothing is found, and declarations that the library does not
 // read.
 namespace kiv::kit {
 
@@ -30,44 +30,38 @@ bool isRead(Kind kind) {
     return kind <= Kind::Rule;
 }
 
-/// Why no SCHEMA line was found.
-std::string sNoSchemaReason(const SchemaRun& run) {
+/// Why nothing was found, and how to mend that; the latter is empty where the former is no more than a guess.
+struct NothingReason {
+    std::string reason;
+    std::string_view remedy;
+};
+
+constexpr std::string_view Capitals = "keywords are found in capitals only";
+
+NothingReason noSchemaReason(const SchemaRun& run) {
+    const auto& headers = run.positions.schemas;
     if (run.positions.encoding == ExpressEncoding::Utf16)
-        return "the text is UTF-16; save it as UTF-8";
+        return {"the text is UTF-16", "save it as UTF-8"};
     if (run.positions.hasReturnsOnly)
-        return "its lines end with carriage returns alone; end them with line feeds";
+        return {"its lines end with carriage returns alone", "end them with line feeds"};
     if (run.text.empty())
-        return "the file is empty";
-    if (!run.positions.schemas.empty() && run.positions.schemas.back().keyword.text != "SCHEMA")
-        return "the keyword is written " + sNamed(run.positions.schemas.back().keyword.text) +
-               "; keywords are found in capitals only";
-    if (!run.positions.schemas.empty())
-        return "the last line that mentions SCHEMA counts, and gives no name";
-    return "no line has the keyword SCHEMA";
+        return {"the file is empty", {}};
+    if (headers.empty())
+        return {"no line has the keyword SCHEMA", {}};
+    if (headers.back().keyword.text != "SCHEMA")
+        return {"the keyword is written " + sNamed(headers.back().keyword.text), Capitals};
+    return {"the last line that mentions SCHEMA counts, and gives no name", {}};
 }
 
 /// Why a schema has no declarations.
-std::string sNoDeclarationsReason(const SchemaRun& run) {
+NothingReason noDeclarationsReason(const SchemaRun& run) {
     if (run.positions.hasReturnsOnly)
-        return sNoSchemaReason(run);
+        return noSchemaReason(run);
     for (const auto& declared : run.declared) {
         if (isRead(declared.declaration->kind))
-            return "the keyword of its first declaration is written " +
-                   sNamed(declared.declaration->keyword.text) + "; keywords are found in capitals, " +
-                   "each declaration on lines of its own";
+            return {"the first keyword is written " + sNamed(declared.declaration->keyword.text), Capitals};
     }
-    return "there is no TYPE, ENTITY, FUNCTION or RULE in it";
-}
-
-/// The statement begins on the line of this byte, which is in it.
-bool isOnFirstLine(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
-    return run.text.substr(statement.begin, offset - statement.begin).find('\n') == std::string_view::npos;
-}
-
-/// The statement ends with the line of this byte, which is in it.
-bool isOnLastLine(const SchemaRun& run, const SchemaStatement& statement, std::size_t offset) {
-    const auto lineEnd = run.text.find('\n', offset);
-    return lineEnd == std::string_view::npos || lineEnd + 1 >= statement.end;
+    return {"there is no TYPE, ENTITY, FUNCTION or RULE in it", {}};
 }
 
 std::string sStatement(const SchemaStatement& statement) {
@@ -138,7 +132,7 @@ void LostDeclarations::vCheck() {
 void LostDeclarations::vLostAdd(Declared& lost) {
     const auto offset = offsetIn(run_, lost.declaration->keyword.text);
     const auto* const around = pStatementAround(run_, offset);
-    if (around && !isOnFirstLine(run_, *around, offset) && !isOnLastLine(run_, *around, offset)) {
+    if (around && offset >= around->firstLineEnd && offset < around->lastLine) {
         readings_[indexOf(run_, *around)].taken.push_back(&lost);
         return;
     }
@@ -146,7 +140,7 @@ void LostDeclarations::vLostAdd(Declared& lost) {
                              sDeclaration(*lost.declaration) + " is not read: " + sLostReason(lost, around));
     finding.subject = lost.declaration->name.text;
     lost.finding = &finding;
-    if (around && isOnFirstLine(run_, *around, offset))
+    if (around && offset < around->firstLineEnd)
         readings_[indexOf(run_, *around)].finding = &finding;
 }
 
@@ -157,7 +151,7 @@ std::string LostDeclarations::sLostReason(const Declared& lost, const SchemaStat
         return "the keyword is written " + sNamed(word) + ", and is found in capitals only";
     if (offset >= run_.lines.end)
         return "it comes after the line with END_SCHEMA";
-    if (around && isOnFirstLine(run_, *around, offset))
+    if (around && offset < around->firstLineEnd)
         return "its line is read as " + sStatement(*around);
     return "its line is the one on which " + (around ? sStatement(*around) : "another declaration") + " ends";
 }
@@ -286,9 +280,14 @@ bool boSomethingFound(SchemaRun& run) {
     if (run.schema && !run.schema->getObjects().empty())
         return true;
     const auto& headers = run.positions.schemas;
-    const auto reason = run.schema ? "the schema has no declarations: " + sNoDeclarationsReason(run)
-                                   : "no schema was found: " + sNoSchemaReason(run);
-    run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, reason);
+    const auto [reason, remedy] = run.schema ? noDeclarationsReason(run) : noSchemaReason(run);
+    const std::string what = run.schema ? "the schema has no declarations: " : "no schema was found: ";
+    auto& finding =
+        run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, what + reason);
+    if (!remedy.empty())
+        finding.notes.push_back({std::string(remedy), {}});
+    else if (run.schema)
+        finding.severity = Severity::Warning;
     return false;
 }
 
@@ -308,7 +307,7 @@ void vOtherReportsAdd(SchemaRun& run) {
             run.vReportNote(*misreading, *record);
             continue;
         }
-        auto& finding = run.add("E099", {}, record->message);
+        auto& finding = run.add("R090", {}, record->message);
         finding.origin = FindingOrigin{record->function, record->file, record->line};
     }
 }

@@ -381,23 +381,15 @@ constexpr Rule SchemaRules[] = {
       "END_ENTITY;\n"
       "END_SCHEMA;\n"}},
 
-    {"E099",
+    {"R090",
      "schema-report",
      Severity::Error,
-     "Something was reported while the schema was read that no other rule explains.",
-     "The message is that of the report. In the example, a comment with \" : \" in it is taken for the first "
-     "rule of "
-     "a WHERE clause that has none.",
-     {"SCHEMA WALLS;\n"
-      "ENTITY Wall;\n"
-      " WHERE\n"
-      "\t-- Rules : none yet;\n"
-      "END_ENTITY;\n"
-      "END_SCHEMA;\n"},
-     {"SCHEMA WALLS;\n"
-      "ENTITY Wall;\n"
-      "END_ENTITY;\n"
-      "END_SCHEMA;\n"}},
+     "Something was reported while the schema was read, and no other rule explains it.",
+     "The message is that of the report, which has no place in the file. It says that a name was not found, "
+     "or "
+     "that a rule was not understood.",
+     {""},
+     {""}},
 };
 
 } // namespace

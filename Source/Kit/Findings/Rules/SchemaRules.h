@@ -35,7 +35,7 @@ void vNamesDeclaredTwiceCheck(SchemaRun& run);
 void vUsedNamesCheck(SchemaRun& run);
 /// E018: names that expressions use.
 void vExpressionNamesCheck(SchemaRun& run);
-/// E099: what the library reports and no rule explains.
+/// R090: what the library reports and no rule explains.
 void vOtherReportsAdd(SchemaRun& run);
 
 } // namespace kiv::kit

@@ -1,6 +1,7 @@
 #include "Kit/Findings/Rules/TypeRules.h"
 
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/LegalNames.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Findings/Rules/SchemaValues.h"
@@ -49,6 +50,7 @@ private:
 
     void vTypeCheck(const TypeOutline& type);
     bool boCounts(const TypeOutline& type) const;
+    bool boIsAttributeMisspelt(XmlIndex element) const;
     bool boIsGiven(const TypeOutline& type) const;
     bool boHasReference(const TypeOutline& type) const;
     const schema::ObjectBase* pObjectOf(const TypeOutline& type);
@@ -101,6 +103,15 @@ bool TypeCheck::boCounts(const TypeOutline& type) const {
            xml_.getElement(types[next].element).parent != xml_.getElement(type.element).parent;
 }
 
+/// Then the spelling of "type" is the mistake.
+bool TypeCheck::boIsAttributeMisspelt(XmlIndex element) const {
+    static constexpr std::string_view Legal[] = {"type"};
+    const auto isMisspelt = [](const XmlAttribute& attribute) {
+        return !legalMatch(attribute.name, Legal).name.empty();
+    };
+    return std::ranges::any_of(xml_.getAttributes(xml_.getElement(element)), isMisspelt);
+}
+
 bool TypeCheck::boIsGiven(const TypeOutline& type) const {
     return type.attribute && !trimmed(type.attribute->value.value).empty();
 }
@@ -133,7 +144,7 @@ const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
             return nullptr;
         if (isRequired && type.attribute)
             run_.addAtValue("T008", type.element, *type.attribute, "the data type is empty");
-        else if (isRequired)
+        else if (isRequired && !boIsAttributeMisspelt(type.element))
             run_.add("T008", type.element, "\"DataType\" has no attribute \"type\"");
         return nullptr;
     }

@@ -112,6 +112,21 @@ TEST(BudgetOfDocuments, PieceAcrossBlocks) {
     EXPECT_EQ(exceeded->getLimit(), BudgetLimit::Piece);
 }
 
+TEST(BudgetOfDocuments, PieceThatABlockCutsCountsOnce) {
+    const std::string tag = "<b c=\"" + std::string(1'000 - std::string("<b c=\"\"/>").size(), 'x') + "\"/>";
+    std::string text = "<a>";
+    for (int i = 0; i != 200; ++i)
+        text += tag;
+    text += "</a>";
+    Budget budget;
+    budget.maxPiece = tag.size();
+    EXPECT_FALSE(exceededBy(budget, [&text](BudgetMeter& meter) {
+        std::istringstream stream(text);
+        auto file = newFile();
+        EXPECT_TRUE(file.parse(stream, "", &meter));
+    }));
+}
+
 TEST(BudgetOfDocuments, MemoryOfWhatIsNotWellFormedIsGivenBack) {
     BudgetMeter meter{Budget{}};
     std::istringstream stream("<a>");

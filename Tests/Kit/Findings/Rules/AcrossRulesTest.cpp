@@ -20,7 +20,8 @@ using testing::SizeIs;
 std::string sSetOf(std::string_view name, std::string_view members = {}, std::string_view guid = {}) {
     return "<PropertySetDef" + (guid.empty() ? "" : " ifdguid=\"" + std::string(guid) + "\"") +
            ">\n<IfcVersion version=\"IFC4\"/><Name>" + std::string(name) +
-           "</Name><Definition>B</Definition><ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n"
+           "</Name><Definition>B</Definition><ApplicableClasses><ClassName>IfcWall</ClassName></"
+           "ApplicableClasses>\n"
            "<PropertyDefs>" +
            std::string(members) + "</PropertyDefs>\n</PropertySetDef>\n";
 }
@@ -33,7 +34,8 @@ std::string sProperty(std::string_view name, std::string_view kind, std::string_
 }
 
 std::string sSingle(std::string_view type) {
-    return "<TypePropertySingleValue><DataType type=\"" + std::string(type) + "\"/></TypePropertySingleValue>";
+    return "<TypePropertySingleValue><DataType type=\"" + std::string(type) +
+           "\"/></TypePropertySingleValue>";
 }
 
 std::string sEnumeration(std::string_view name, std::initializer_list<std::string_view> items) {
@@ -47,7 +49,8 @@ std::string sEnumeration(std::string_view name, std::initializer_list<std::strin
 std::string sFiles(const std::vector<std::string>& files, std::vector<std::string> paths = {}) {
     std::string text;
     for (std::size_t i = 0; i != files.size(); ++i)
-        text += "---- " + (i < paths.size() ? paths[i] : std::string(1, static_cast<char>('A' + i)) + ".xml") + "\n" +
+        text += "---- " +
+                (i < paths.size() ? paths[i] : std::string(1, static_cast<char>('A' + i)) + ".xml") + "\n" +
                 files[i];
     return text;
 }
@@ -55,37 +58,53 @@ std::string sFiles(const std::vector<std::string>& files, std::vector<std::strin
 std::vector<std::string> linesBetween(const std::string& text) {
     std::vector<std::string> lines;
     for (const auto& finding : test::findingsBetween(text))
-        lines.push_back(finding.place.path + ":" + test::sFindingLine(finding) +
-                        (finding.notes.empty() || !finding.notes[0].place ? "" : " " + finding.notes[0].place->path));
+        lines.push_back(
+            finding.place.path + ":" + test::sFindingLine(finding) +
+            (finding.notes.empty() || !finding.notes[0].place ? "" : " " + finding.notes[0].place->path));
     return lines;
 }
 
 constexpr std::string_view Guid1 = "11111111-2222-3333-4444-555555555555";
 
 TEST(AcrossRules, FindsTwoSetsOfOneName) {
-    EXPECT_THAT(linesBetween(sFiles({sSetOf("Pset_A"), sSetOf("Pset_B"), sSetOf("PSET_A")})),
-                ElementsAre("C.xml:2:35+6 error X001 there are two sets \"PSET_A\" | the other one is \"Pset_A\" @2:35 "
-                            "A.xml"));
+    EXPECT_THAT(
+        linesBetween(sFiles({sSetOf("Pset_A"), sSetOf("Pset_B"), sSetOf("PSET_A")})),
+        ElementsAre(
+            "C.xml:2:35+6 error X001 there are two sets \"PSET_A\" | the other one is \"Pset_A\" @2:35 "
+            "A.xml"));
 }
 
 TEST(AcrossRules, NotesASetThatHidesAnother) {
     const auto files = sFiles({sSetOf("Pset_A"), sSetOf("Pset_A"), sSetOf("Pset_A")},
                               {"standard/A.xml", "office/A.xml", "office/B.xml"});
-    EXPECT_THAT(linesBetween(files),
-                ElementsAre("office/A.xml:2:35+6 note X002 there is a set \"Pset_A\" in another context too | the other "
-                            "one is \"Pset_A\" @2:35 standard/A.xml",
-                            "office/B.xml:2:35+6 error X001 there are two sets \"Pset_A\" | the other one is "
-                            "\"Pset_A\" @2:35 office/A.xml"));
+    EXPECT_THAT(
+        linesBetween(files),
+        ElementsAre(
+            "office/A.xml:2:35+6 note X002 there is a set \"Pset_A\" in another context too | the other "
+            "one is \"Pset_A\" @2:35 standard/A.xml",
+            "office/B.xml:2:35+6 error X001 there are two sets \"Pset_A\" | the other one is "
+            "\"Pset_A\" @2:35 office/A.xml"));
 }
 
 TEST(AcrossRules, FindsEnumerationsWithOtherItems) {
     const auto one = sProperty("P", sEnumeration("PEnum_E", {"X", "Y"}));
     const auto other = sProperty("Q", sEnumeration("PEnum_E", {"Y", "Z"}));
-    // 14 + 19 + 1 + "</Name><Definition>D</Definition><PropertyType>" (47) + "<TypePropertyEnumeratedValue>" (29) +
+    // 14 + 19 + 1 + "</Name><Definition>D</Definition><PropertyType>" (47) + "<TypePropertyEnumeratedValue>"
+    // (29) +
     // "<EnumList name="" (16), so that the name begins in column 127.
-    EXPECT_THAT(linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other)})),
-                ElementsAre("B.xml:3:127+7 warning X003 the enumeration \"PEnum_E\" has other items elsewhere | it is "
-                            "here too @3:127 | only the one here has \"Z\" | only the other has \"X\" A.xml"));
+    EXPECT_THAT(
+        linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other)})),
+        ElementsAre("B.xml:3:127+7 warning X003 the enumeration \"E\" has other items elsewhere | it is "
+                    "here too @3:127 | only the one here has \"Z\" | only the other has \"X\" A.xml"));
+}
+
+TEST(AcrossRules, TakesTheItemsThatMostHaveForTheRightOnes) {
+    const auto one = sProperty("P", sEnumeration("PEnum_E", {"X"}));
+    const auto other = sProperty("P", sEnumeration("E", {"X", "Y"}));
+    EXPECT_THAT(
+        linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other), sSetOf("C", other)})),
+        ElementsAre("A.xml:3:127+7 warning X003 the enumeration \"E\" has other items elsewhere | it is here "
+                    "too @3:127 | only the other has \"Y\" B.xml"));
 }
 
 TEST(AcrossRules, TakesEnumerationsOfOtherContextsAndOrdersForWhatTheyAre) {
@@ -93,31 +112,36 @@ TEST(AcrossRules, TakesEnumerationsOfOtherContextsAndOrdersForWhatTheyAre) {
     const auto turned = sProperty("Q", sEnumeration("PEnum_E", {"Y", "X"}));
     const auto other = sProperty("R", sEnumeration("PEnum_E", {"Z"}));
     EXPECT_THAT(linesBetween(sFiles({sSetOf("A", one), sSetOf("B", turned)})), IsEmpty());
-    EXPECT_THAT(linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other)}, {"standard/A.xml", "office/B.xml"})),
-                IsEmpty());
+    EXPECT_THAT(
+        linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other)}, {"standard/A.xml", "office/B.xml"})),
+        IsEmpty());
 }
 
 TEST(AcrossRules, NotesNamesThatDifferInCase) {
     const auto one = sProperty("Width", sSingle("IfcReal"));
     const auto other = sProperty("width", sSingle("IfcReal"));
-    EXPECT_THAT(linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other), sSetOf("C", other)})),
-                ElementsAre("B.xml:3:34+5 note X004 the name \"width\" differs from \"Width\" in letter case only | "
-                            "\"Width\" is here @3:34 A.xml"));
+    EXPECT_THAT(
+        linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other), sSetOf("C", other)})),
+        ElementsAre("B.xml:3:34+5 note X004 the name \"width\" differs from \"Width\" in letter case only | "
+                    "\"Width\" is here @3:34 A.xml"));
 }
 
 TEST(AcrossRules, FindsAGuidInTwoDocuments) {
     const auto one = sProperty("P", sSingle("IfcReal"), Guid1);
     const auto other = sProperty("Q", sSingle("IfcReal"), Guid1);
     // "<PropertyDefs>" and "<PropertyDef ifdguid="" have 14 and 22 characters.
-    EXPECT_THAT(linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other)})),
-                ElementsAre("B.xml:3:37+36 error G101 the GUID of the member \"B.Q\" is in another document too | it is "
-                            "used here @3:37 A.xml"));
+    EXPECT_THAT(
+        linesBetween(sFiles({sSetOf("A", one), sSetOf("B", other)})),
+        ElementsAre(
+            "B.xml:3:37+36 error G101 the GUID of the member \"B.Q\" is in another document too | it is "
+            "used here @3:37 A.xml"));
 }
 
 TEST(AcrossRules, FindsTheGuidOfASetInTwoDocuments) {
-    EXPECT_THAT(linesBetween(sFiles({sSetOf("A", {}, Guid1), sSetOf("B", {}, Guid1)})),
-                ElementsAre("B.xml:1:26+36 warning G101 the GUID of the set \"B\" is in another document too | it is "
-                            "used here @1:26 A.xml"));
+    EXPECT_THAT(
+        linesBetween(sFiles({sSetOf("A", {}, Guid1), sSetOf("B", {}, Guid1)})),
+        ElementsAre("B.xml:1:26+36 warning G101 the GUID of the set \"B\" is in another document too | it is "
+                    "used here @1:26 A.xml"));
 }
 
 TEST(AcrossRules, CountsTheNullGuidAndThoseOfCopiesAsNothing) {
@@ -130,9 +154,10 @@ TEST(AcrossRules, CountsTheNullGuidAndThoseOfCopiesAsNothing) {
 TEST(AcrossRules, NotesTheRarerTypeOfAName) {
     const auto label = sProperty("P", sSingle("IfcLabel"));
     const auto text = sProperty("P", sSingle("IfcText"));
-    EXPECT_THAT(linesBetween(sFiles({sSetOf("A", text), sSetOf("B", label), sSetOf("C", label)})),
-                ElementsAre("A.xml:3:34+1 note D003 \"P\" is a single value of IfcText here and a single value of "
-                            "IfcLabel in other sets | here it is a single value of IfcLabel @3:34 B.xml"));
+    EXPECT_THAT(
+        linesBetween(sFiles({sSetOf("A", text), sSetOf("B", label), sSetOf("C", label)})),
+        ElementsAre("A.xml:3:34+1 note D003 \"P\" is a single value of IfcText here and a single value of "
+                    "IfcLabel in other sets | here it is a single value of IfcLabel @3:34 B.xml"));
 }
 
 TEST(AcrossRules, KeepsALimitedNumberOfFindings) {

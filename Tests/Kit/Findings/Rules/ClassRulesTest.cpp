@@ -19,7 +19,8 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 /// A set whose classes begin in line 3, column 1.
-std::string sSetOf(std::string_view classes, std::string_view typeValue = {}, std::string_view release = "IFC4") {
+std::string sSetOf(std::string_view classes, std::string_view typeValue = {},
+                   std::string_view release = "IFC4") {
     return "<PropertySetDef>\n<IfcVersion version=\"" + std::string(release) +
            "\"/><Name>A</Name><Definition>B</Definition>\n" + std::string(classes) +
            "\n<ApplicableTypeValue>" + std::string(typeValue) +
@@ -53,62 +54,89 @@ TEST_P(ClassRulesTest, FindsExactly) {
 
 const std::string Unknown =
     " | the library reports: Applicable class in xml set is not defined in schema (contain spaces?)";
-const std::string NoneOnEntity = " | the library reports: Predefined type set on xml set, but no \"PredefinedType\" "
-                                 "attribute found on entity";
-const std::string Illegal = " | the library reports: Predefined type set on xml set, but the value is illegal for "
-                            "this enumeration";
+const std::string NoneOnEntity =
+    " | the library reports: Predefined type set on xml set, but no \"PredefinedType\" "
+    "attribute found on entity";
+const std::string Illegal =
+    " | the library reports: Predefined type set on xml set, but the value is illegal for "
+    "this enumeration";
 const std::string OnlyUnrestricted =
     "without classes the set is listed only where sets without restriction are asked for";
 
 INSTANTIATE_TEST_SUITE_P(
     Names, ClassRulesTest,
     testing::ValuesIn<std::vector<ClassCase>>({
-        {"unknown, with the nearest", sClasses({"IfcWal"}),
+        {"unknown, with the nearest",
+         sClasses({"IfcWal"}),
          {"3:31+6 error C001 IFC4 has no entity \"IfcWal\" | did you mean \"IfcWall\"?" + Unknown}},
-        {"in another release", sClasses({"IfcBuildingElementComponent"}),
+        {"in another release",
+         sClasses({"IfcBuildingElementComponent"}),
          {"3:31+27 error C001 IFC4 has no entity \"IfcBuildingElementComponent\" | IFC2X3 has it" + Unknown}},
-        {"several in one", sClasses({"IfcWall, IfcSlab"}),
+        {"several in one",
+         sClasses({"IfcWall, IfcSlab"}),
          {"3:31+16 error C001 IFC4 has no entity \"IfcWall, IfcSlab\" | each \"ClassName\" names one class" +
           Unknown}},
-        {"a defined type", sClasses({"IfcLabel"}),
+        {"a defined type",
+         sClasses({"IfcLabel"}),
          {"3:31+8 error C002 \"IfcLabel\" is a defined type, not an entity" + Unknown}},
-        {"letter case", sClasses({"ifcwall"}),
-         {"3:31+7 error C003 the class \"ifcwall\" is written \"IfcWall\" in IFC4 | look-ups by class compare letter "
+        {"letter case",
+         sClasses({"ifcwall"}),
+         {"3:31+7 error C003 the class \"ifcwall\" is written \"IfcWall\" in IFC4 | look-ups by class "
+          "compare letter "
           "case, so the set is not found for IfcWall"}},
-        {"repeated", sClasses({"IfcWall", "IfcWall"}),
+        {"repeated",
+         sClasses({"IfcWall", "IfcWall"}),
          {"3:61+7 warning C004 the class \"IfcWall\" is listed twice | it is here already @3:31"}},
-        {"with its supertype", sClasses({"IfcWall", "IfcElement"}),
-         {"3:31+7 note C005 \"IfcWall\" is listed with its supertype \"IfcElement\" | the supertype is here; it "
+        {"with its supertype",
+         sClasses({"IfcWall", "IfcElement"}),
+         {"3:31+7 note C005 \"IfcWall\" is listed with its supertype \"IfcElement\" | the supertype is here; "
+          "it "
           "includes every IfcWall @3:61"}},
         {"with a part of its supertype", sClasses({"IfcWallStandardCase", "IfcWall/SOLIDWALL"}), {}},
-        {"one is empty", sClasses({"", "IfcWall"}), {"3:21+9 warning C006 the class name is empty and is ignored"}},
-        {"all are empty", sClasses({" "}),
-         {"3:21+9 warning C006 the class name is empty and is ignored | no class is left: " + OnlyUnrestricted}},
-        {"none in the list", sSetOf("<ApplicableClasses/>"),
+        {"one is empty",
+         sClasses({"", "IfcWall"}),
+         {"3:21+9 warning C006 the class name is empty and is ignored"}},
+        {"all are empty",
+         sClasses({" "}),
+         {"3:21+9 warning C006 the class name is empty and is ignored | no class is left: " +
+          OnlyUnrestricted}},
+        {"none in the list",
+         sSetOf("<ApplicableClasses/>"),
          {"3:2+17 note C007 the set names no class that it applies to | " + OnlyUnrestricted}},
-        {"no list", sSetOf(""), {"1:2+14 note C007 the set names no class that it applies to | " + OnlyUnrestricted}},
+        {"no list",
+         sSetOf(""),
+         {"1:2+14 note C007 the set names no class that it applies to | " + OnlyUnrestricted}},
         {"blanks around", sClasses({"  IfcWall/SOLIDWALL "}), {}},
     }));
 
 INSTANTIATE_TEST_SUITE_P(
     PredefinedTypes, ClassRulesTest,
     testing::ValuesIn<std::vector<ClassCase>>({
-        {"illegal", sClasses({"IfcSlab/WINDOW"}),
-         {"3:31+14 error C008 \"WINDOW\" is no predefined type of IfcSlab | the predefined types of IfcSlab are "
+        {"illegal",
+         sClasses({"IfcSlab/WINDOW"}),
+         {"3:31+14 error C008 \"WINDOW\" is no predefined type of IfcSlab | the predefined types of IfcSlab "
+          "are "
           "\"FLOOR\", \"ROOF\", \"LANDING\", \"BASESLAB\", \"USERDEFINED\" and \"NOTDEFINED\"" +
           Illegal}},
-        {"nearly legal", sClasses({"IfcSlab/FLOR"}),
-         {"3:31+12 error C008 \"FLOR\" is no predefined type of IfcSlab | did you mean \"FLOOR\"? | the predefined "
-          "types of IfcSlab are \"FLOOR\", \"ROOF\", \"LANDING\", \"BASESLAB\", \"USERDEFINED\" and \"NOTDEFINED\"" +
+        {"nearly legal",
+         sClasses({"IfcSlab/FLOR"}),
+         {"3:31+12 error C008 \"FLOR\" is no predefined type of IfcSlab | did you mean \"FLOOR\"? | the "
+          "predefined "
+          "types of IfcSlab are \"FLOOR\", \"ROOF\", \"LANDING\", \"BASESLAB\", \"USERDEFINED\" and "
+          "\"NOTDEFINED\"" +
           Illegal}},
         {"of a supertype", sClasses({"IfcWallStandardCase/SOLIDWALL"}), {}},
-        {"on an entity without", sClasses({"IfcDoor/GATE"}),
+        {"on an entity without",
+         sClasses({"IfcDoor/GATE"}),
          {"3:31+12 error C009 IfcDoor has no predefined types, so \"GATE\" is none of them" + NoneOnEntity}},
-        {"older spelling of the domain", sClasses({"IFCSHAREDBLDGELEMENTS/IfcWall"}),
-         {"3:31+29 error C011 \"IFCSHAREDBLDGELEMENTS/IfcWall\" is the older spelling DOMAIN/Class | today the part "
+        {"older spelling of the domain",
+         sClasses({"IFCSHAREDBLDGELEMENTS/IfcWall"}),
+         {"3:31+29 error C011 \"IFCSHAREDBLDGELEMENTS/IfcWall\" is the older spelling DOMAIN/Class | today "
+          "the part "
           "before \"/\" is the class: write \"IfcWall\"" +
           Unknown}},
-        {"older spelling of the predefined type", sClasses({"IfcWall.PredefinedType=\"SOLIDWALL\""}),
+        {"older spelling of the predefined type",
+         sClasses({"IfcWall.PredefinedType=\"SOLIDWALL\""}),
          {"3:31+34 error C012 \"IfcWall.PredefinedType=\"SOLIDWALL\"\" is the older spelling "
           "Class.PredefinedType=\"X\" | today it is written \"IfcWall/SOLIDWALL\"" +
           Unknown}},
@@ -121,30 +149,39 @@ TEST(ClassRules, FindsWhiteSpaceThatBecomesAPartOfTheName) {
         << lines[0];
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    TypeValues, ClassRulesTest,
-    testing::ValuesIn<std::vector<ClassCase>>({
-        {"another class", sClasses({"IfcWall"}, "IfcSlab"),
-         {"4:22+7 warning C013 the applicable type value \"IfcSlab\" contradicts the applicable classes | the classes "
-          "are \"IfcWall\" @3:2"}},
-        {"another predefined type", sClasses({"IfcWall/SOLIDWALL"}, "IfcWall/PARAPET"),
-         {"4:22+15 warning C013 the applicable type value \"IfcWall/PARAPET\" contradicts the applicable classes | "
-          "the classes are \"IfcWall/SOLIDWALL\" @3:2"}},
-        {"one of several is another class", sClasses({"IfcWall"}, "IfcWall | IfcSlab"),
-         {"4:22+17 warning C013 the applicable type value \"IfcSlab\" contradicts the applicable classes | the "
-          "classes are \"IfcWall\" @3:2"}},
-        {"an unknown class", sClasses({"IfcWall"}, "IfcWal"),
-         {"4:22+6 warning C013 the applicable type value \"IfcWal\" contradicts the applicable classes | the classes "
-          "are \"IfcWall\" @3:2"}},
-        {"the same", sClasses({"IfcWall", "IfcSlab"}, "IfcWall,IfcSlab"), {}},
-        {"a subtype", sClasses({"IfcElement"}, "IfcWall/SOLIDWALL"), {}},
-        {"the type of the class", sClasses({"IfcWall"}, "IfcWallType"), {}},
-        {"a text", sClasses({"IfcWall"}, "walls of all kinds"), {}},
-        {"another attribute", sClasses({"IfcWall"}, "IfcSlab.ObjectType=\"X\""), {}},
-        {"the older spelling", sClasses({"IfcWall"}, "IfcWall.PredefinedType=\"SOLIDWALL\""),
-         {"4:22+34 note C014 the applicable type value is in the older spelling Class.PredefinedType=\"X\" | today it "
-          "is written \"IfcWall/SOLIDWALL\""}},
-    }));
+INSTANTIATE_TEST_SUITE_P(TypeValues, ClassRulesTest,
+                         testing::ValuesIn<std::vector<ClassCase>>({
+                             {"another class",
+                              sClasses({"IfcWall"}, "IfcSlab"),
+                              {"4:22+7 warning C013 the applicable type value \"IfcSlab\" contradicts the "
+                               "applicable classes | the classes "
+                               "are \"IfcWall\" @3:2"}},
+                             {"another predefined type",
+                              sClasses({"IfcWall/SOLIDWALL"}, "IfcWall/PARAPET"),
+                              {"4:22+15 warning C013 the applicable type value \"IfcWall/PARAPET\" "
+                               "contradicts the applicable classes | "
+                               "the classes are \"IfcWall/SOLIDWALL\" @3:2"}},
+                             {"one of several is another class",
+                              sClasses({"IfcWall"}, "IfcWall | IfcSlab"),
+                              {"4:22+17 warning C013 the applicable type value \"IfcSlab\" contradicts the "
+                               "applicable classes | the "
+                               "classes are \"IfcWall\" @3:2"}},
+                             {"an unknown class",
+                              sClasses({"IfcWall"}, "IfcWal"),
+                              {"4:22+6 warning C013 the applicable type value \"IfcWal\" contradicts the "
+                               "applicable classes | the classes "
+                               "are \"IfcWall\" @3:2"}},
+                             {"the same", sClasses({"IfcWall", "IfcSlab"}, "IfcWall,IfcSlab"), {}},
+                             {"a subtype", sClasses({"IfcElement"}, "IfcWall/SOLIDWALL"), {}},
+                             {"the type of the class", sClasses({"IfcWall"}, "IfcWallType"), {}},
+                             {"a text", sClasses({"IfcWall"}, "walls of all kinds"), {}},
+                             {"another attribute", sClasses({"IfcWall"}, "IfcSlab.ObjectType=\"X\""), {}},
+                             {"the older spelling",
+                              sClasses({"IfcWall"}, "IfcWall.PredefinedType=\"SOLIDWALL\""),
+                              {"4:22+34 note C014 the applicable type value is in the older spelling "
+                               "Class.PredefinedType=\"X\" | today it "
+                               "is written \"IfcWall/SOLIDWALL\""}},
+                         }));
 
 TEST(ClassRules, AcceptsTheOlderTypeValueInOlderDocuments) {
     for (const auto& finding :
@@ -157,7 +194,8 @@ TEST(ClassRules, Mends) {
     EXPECT_EQ(test::sMended(sClasses({"IfcWall/solidwall"})), sClasses({"IfcWall/SOLIDWALL"}));
     EXPECT_EQ(test::sMended(sClasses({"DOMAIN/IfcWall"})), sClasses({"IfcWall"}));
     EXPECT_EQ(test::sMended(sClasses({"DOMAIN/IfcWall/SOLIDWALL"})), sClasses({"IfcWall/SOLIDWALL"}));
-    EXPECT_EQ(test::sMended(sClasses({"IfcWall.PredefinedType='SOLIDWALL'"})), sClasses({"IfcWall/SOLIDWALL"}));
+    EXPECT_EQ(test::sMended(sClasses({"IfcWall.PredefinedType='SOLIDWALL'"})),
+              sClasses({"IfcWall/SOLIDWALL"}));
 }
 
 TEST(ClassText, ReadsAllSpellings) {
@@ -165,8 +203,9 @@ TEST(ClassText, ReadsAllSpellings) {
     EXPECT_EQ(classTextOf("IfcWall / SOLIDWALL")->predefinedType, "SOLIDWALL");
     EXPECT_EQ(classTextOf("IfcWall.predefinedtype = \"X\"")->predefinedType, "X");
     EXPECT_EQ(classTextOf("IfcWall.PredefinedType=\"X\"")->spelling, ClassSpelling::WithAttribute);
-    for (const auto* text : {"", "/X", "IfcWall/", "IfcWall//X", "IfcWall.Name=\"X\"", "IfcWall.PredefinedType=",
-                             "IfcWall.PredefinedType=\"X", "Related:IfcWall", "two words"})
+    for (const auto* text :
+         {"", "/X", "IfcWall/", "IfcWall//X", "IfcWall.Name=\"X\"",
+          "IfcWall.PredefinedType=", "IfcWall.PredefinedType=\"X", "Related:IfcWall", "two words"})
         EXPECT_FALSE(classTextOf(text)) << text;
 }
 

@@ -17,7 +17,8 @@ using testing::IsEmpty;
 /// The set's definition is in line 3, that of its quantity in line 6.
 std::string sSetOf(std::string_view ofSet, std::string_view ofMember) {
     return "<QtoSetDef>\n<IfcVersion version=\"IFC4\"/><Name>A</Name>\n" + std::string(ofSet) +
-           "\n<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n<QtoDefs><QtoDef><Name>P</Name>\n" +
+           "\n<ApplicableClasses><ClassName>IfcWall</ClassName></"
+           "ApplicableClasses>\n<QtoDefs><QtoDef><Name>P</Name>\n" +
            std::string(ofMember) + "\n<QtoType>Q_AREA</QtoType></QtoDef></QtoDefs>\n</QtoSetDef>\n";
 }
 

@@ -34,22 +34,25 @@ TEST(ReleaseRules, AcceptsWhatTheSchemaIsCalled) {
 TEST(ReleaseRules, FindsAnotherRelease) {
     for (const std::string release : {"2x3", "2x3 TC1", "IFC2X3", "IFC4X3_ADD2"})
         EXPECT_THAT(test::findingLines(sDeclared(release)),
-                    ElementsAre("2:22+" + std::to_string(release.size()) + " warning V001 the document is written for \"" +
-                                release + "\", and is checked with " +
-                                sReleaseOf(test::exampleSchema()) +
+                    ElementsAre("2:22+" + std::to_string(release.size()) +
+                                " warning V001 the document is written for \"" + release +
+                                "\", and is checked with " + sReleaseOf(test::exampleSchema()) +
                                 " | what the releases name differently is reported as unknown"));
 }
 
 TEST(ReleaseRules, FindsAnUnknownRelease) {
-    EXPECT_THAT(test::findingLines(sDeclared("Version 7")),
-                ElementsAre("2:22+9 warning V003 \"Version 7\" is no known release of IFC | the loaded schema is " +
-                            sReleaseOf(test::exampleSchema())));
+    EXPECT_THAT(
+        test::findingLines(sDeclared("Version 7")),
+        ElementsAre("2:22+9 warning V003 \"Version 7\" is no known release of IFC | the loaded schema is " +
+                    sReleaseOf(test::exampleSchema())));
 }
 
 TEST(ReleaseRules, FindsNone) {
     const std::string note = " | a document for this schema has <IfcVersion version=\"IFC4\"/>";
-    EXPECT_THAT(test::findingLines(sSetOf("")),
-                ElementsAre("1:2+14 warning V002 the document declares no release: there is no \"IfcVersion\"" + note));
+    EXPECT_THAT(
+        test::findingLines(sSetOf("")),
+        ElementsAre("1:2+14 warning V002 the document declares no release: there is no \"IfcVersion\"" +
+                    note));
     EXPECT_THAT(test::findingLines(sDeclared("")),
                 ElementsAre("2:13+7 warning V002 the document declares no release" + note));
 }

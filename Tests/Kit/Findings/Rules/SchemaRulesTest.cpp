@@ -3,6 +3,7 @@
 #include "kiv/Kit/Documents/SchemaFile.h"
 #include "kiv/Kit/Findings/SchemaFindings.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -126,6 +127,14 @@ INSTANTIATE_TEST_SUITE_P(
                "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
                "9:2+1 E006 error: the UNIQUE rule \"F\" of \"B\" is not read\n"
                "  each is read from a line of its own that has \" : \" in it, with the blanks\n"},
+        Sample{"TYPE B = SET [1:?] OF UNIQUE REAL;\nEND_TYPE;\nENTITY C;\n\tD : LIST [1:?] OF UNIQUE REAL;\n"
+               "\tE : ARRAY [1:2] OF UNIQUE REAL;\nEND_ENTITY;\n",
+               "2:6+1 E006 error: the type of the elements of \"B\" is not found\n"
+               "  only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name\n"
+               "  reported while reading: Type not found\n"
+               "6:2+1 E006 error: the type of the elements of \"E\" is not found\n"
+               "  only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name\n"
+               "  reported while reading: Type not found\n"},
         Sample{"TYPE B = ENUMERATION OF\n\t(C -- the first\n\t,D);\nEND_TYPE;\n",
                "4:3+1 E006 error: the item \"D\" of \"B\" is not read\n"
                "  names are separated by commas, blanks and tabs; comments are read as names\n"}));
@@ -142,6 +151,11 @@ INSTANTIATE_TEST_SUITE_P(
             "Rule: \tW1 : C > 0;\n\tW2 : C < ;\n\tW3 : C <> 2;\n\tW4 : C <> 3;\n\n"},
         Sample{"TYPE B = REAL;\n WHERE\n\tW1 : SELF > 0; -- positive\n\tW2 : SELF < 9;\nEND_TYPE;\n",
                "5:2+2 E007 warning: the rule \"W2\" of \"B\" cannot be read\n"},
+        Sample{"TYPE B = REAL;\n WHERE\nEND_TYPE;\n",
+               "2:6+1 E007 warning: the WHERE clause of \"B\" has no rule\n"
+               "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
+               "one rule "
+               "in where clause at 1:2\n\nRule: \n"},
         Sample{"TYPE B = REAL;\n WHERE\n\tSELF > 0;\nEND_TYPE;\n",
                "4:2+4 E007 warning: a rule without label of \"B\" cannot be read\n"
                "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
@@ -166,12 +180,12 @@ INSTANTIATE_TEST_SUITE_P(
                "2:14+5 E013 error: the type \"Strin\" of \"Label\" is not declared\n"
                "  reported while reading: Not type found\n"
                "4:26+5 E013 error: the type \"Lable\" of \"Row\" is not declared\n"
-               "  the nearest name is \"Label\"\n  reported while reading: Type not found\n"},
+               "  did you mean \"Label\"?\n  reported while reading: Type not found\n"},
         Sample{"ENTITY B;\n\tC : SET [1:?] OF D;\n INVERSE\n\tE : F FOR C;\nEND_ENTITY;\n",
                "3:19+1 E013 error: the type \"D\" of \"B.C\" is not declared\n"
-               "  the nearest name is \"B\"\n  reported while reading: Type not found\n"
+               "  did you mean \"B\"?\n  reported while reading: Type not found\n"
                "5:6+1 E013 error: the entity \"F\" of \"B.E\" is not declared\n"
-               "  the nearest name is \"B\"\n  reported while reading: Entity not found\n"},
+               "  did you mean \"B\"?\n  reported while reading: Entity not found\n"},
         Sample{"ENTITY B;\n\tHost : B;\n INVERSE\n\tC : B FOR host;\nEND_ENTITY;\n",
                "5:12+4 E015 error: the entity \"B\" has no explicit attribute \"host\"\n"
                "  only explicit attributes are found, in the letter case of their declaration\n"
@@ -188,16 +202,16 @@ INSTANTIATE_TEST_SUITE_P(
                "SELF\\Wal.Height;\nEND_ENTITY;\n",
                "5:6+5 E018 warning: the function \"SIZEF\" is not declared in the rule \"W\" of \"Wall\"\n"
                "5:17+5 E018 warning: the attribute \"Heigt\" is not declared in the rule \"W\" of \"Wall\"\n"
-               "  the nearest name is \"Height\"\n"
+               "  did you mean \"Height\"?\n"
                "5:31+3 E018 warning: \"Wal\" is not declared in the rule \"W\" of \"Wall\"\n"
-               "  the nearest name is \"Wall\"\n"},
+               "  did you mean \"Wall\"?\n"},
         Sample{"TYPE Kind = ENUMERATION OF\n\t(SOLID\n\t,HOLLOW);\nEND_TYPE;\nENTITY Wall;\n\tIs : Kind;\n "
                "WHERE\n"
                "\tW : (Is = Kind.SOLD) OR (Is = HOLLOW) OR ('A.WAL' IN TYPEOF(SELF));\nEND_ENTITY;\n",
                "9:17+4 E018 warning: the type \"Kind\" has no item \"SOLD\" in the rule \"W\" of \"Wall\"\n"
                "  2:6+4 the type is declared here\n"
                "9:47+3 E018 warning: the name \"WAL\" is not declared in the rule \"W\" of \"Wall\"\n"
-               "  the nearest name is \"Wall\"\n"},
+               "  did you mean \"Wall\"?\n"},
         // Variables of a query, constants, attributes of supertypes and derived ones are known.
         Sample{"ENTITY B;\n\tC : SET [0:?] OF REAL;\n DERIVE\n\tD : REAL := PI * Twice;\nEND_ENTITY;\n"
                "ENTITY E\n SUBTYPE OF (B);\n WHERE\n\tW : SIZEOF(QUERY(Q <* C | Q > D)) = 0;\nEND_ENTITY;\n"
@@ -217,20 +231,18 @@ TEST(SchemaFindings, SayWhyNothingWasFound) {
     const Text texts[] = {
         {"", "1:1+0 E001 error: no schema was found: the file is empty\n"},
         {"walls", "1:1+0 E001 error: no schema was found: no line has the keyword SCHEMA\n"},
-        {"\n schema WALLS;\n",
-         "2:2+6 E001 error: no schema was found: the keyword is written \"schema\"; keywords are found in "
-         "capitals only\n"},
+        {"\n schema WALLS;\n", "2:2+6 E001 error: no schema was found: the keyword is written \"schema\"\n"
+                               "  keywords are found in capitals only\n"},
         {std::string("S\0C\0H\0", 6),
-         "1:1+0 E001 error: no schema was found: the text is UTF-16; save it as UTF-8\n"},
+         "1:1+0 E001 error: no schema was found: the text is UTF-16\n  save it as UTF-8\n"},
         {"SCHEMA A;\rTYPE B = REAL;\rEND_TYPE;\rEND_SCHEMA;\r",
-         "1:1+6 E001 error: the schema has no declarations: its lines end with carriage returns alone; end "
-         "them "
-         "with line feeds\n"},
-        {"SCHEMA A;\nEND_SCHEMA;\n", "1:1+6 E001 error: the schema has no declarations: there is no TYPE, "
+         "1:1+6 E001 error: the schema has no declarations: its lines end with carriage returns alone\n"
+         "  end them with line feeds\n"},
+        {"SCHEMA A;\nEND_SCHEMA;\n", "1:1+6 E001 warning: the schema has no declarations: there is no TYPE, "
                                      "ENTITY, FUNCTION or RULE in it\n"},
         {"SCHEMA A;\nentity B;\nend_entity;\n",
-         "1:1+6 E001 error: the schema has no declarations: the keyword of its first declaration is written "
-         "\"entity\"; keywords are found in capitals, each declaration on lines of its own\n"},
+         "1:1+6 E001 error: the schema has no declarations: the first keyword is written \"entity\"\n"
+         "  keywords are found in capitals only\n"},
     };
     for (const auto& [text, findings] : texts)
         EXPECT_EQ(sDump(findingsOfText(text)), findings) << text;
@@ -289,10 +301,54 @@ TEST(SchemaFindings, AreLimitedPerCode) {
     EXPECT_EQ(findingsOfText(text).size(), SchemaRun::maxFindingsPerCode);
 }
 
+/// Has something of everything that is looked at.
+constexpr std::string_view Everything =
+    "(* (* nested *) *)\nSCHEMA A;\n-- tail\nTYPE Kind = ENUMERATION OF\n\t(SOLID\n\t,HOLLOW);\nEND_TYPE;\n"
+    "TYPE Choice = SELECT\n\t(Wall\n\t,Kind);\nEND_TYPE;\nENTITY Element\n ABSTRACT SUPERTYPE OF "
+    "(ONEOF\n\t(Wall));\n"
+    "\tName : OPTIONAL STRING;\n INVERSE\n\tOwn : SET [0:1] OF Wall FOR Of;\nEND_ENTITY;\nENTITY Wall\n"
+    " SUBTYPE OF (Element);\n\tOf : Element;\n DERIVE\n\tSELF\\Element.Name : STRING := 'a''b';\n UNIQUE\n"
+    "\tU : Of;\n WHERE\n\tW : SIZEOF(QUERY(x <* [1:2] | x > 1)) > 0;\n\tV : 'A.WALL' IN "
+    "TYPEOF(SELF);\nEND_ENTITY;\n"
+    "FUNCTION F\n (X : REAL) : REAL;\n RETURN (ABS(X));\nEND_FUNCTION;\nRULE R "
+    "FOR\n\t(Wall);\nEND_RULE;\nEND_SCHEMA;\n";
+
+/// Every place is in the text, and every reference to another one too.
+void vPlacesCheck(std::string_view text) {
+    const auto lineCount = static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;
+    for (const auto& finding : findingsOfText(text)) {
+        ASSERT_LE(finding.place.position.line, lineCount) << text;
+        ASSERT_LE(finding.place.position.column + finding.place.position.length, text.size() + 2) << text;
+        ASSERT_FALSE(finding.message.empty()) << text;
+    }
+}
+
+TEST(SchemaFindings, TheSampleOfEverythingHasNone) {
+    EXPECT_EQ(sDump(findingsOfText(Everything)), "");
+}
+
+TEST(SchemaFindings, SurviveEveryPrefix) {
+    for (std::size_t size = 0; size < Everything.size(); ++size)
+        vPlacesCheck(Everything.substr(0, size));
+}
+
+TEST(SchemaFindings, SurviveEveryDeletionAndChangeOfAByte) {
+    for (std::size_t pos = 0; pos < Everything.size(); ++pos) {
+        std::string text(Everything);
+        for (const char letter : {'\0', '(', '\'', '\n', '\xC3'}) {
+            text[pos] = letter;
+            vPlacesCheck(text);
+        }
+        vPlacesCheck(text.erase(pos, 1));
+    }
+}
+
 class SchemaRuleExamples : public testing::TestWithParam<Rule> {};
 
 TEST_P(SchemaRuleExamples, TheWrongOneYieldsThatCodeAndTheRightOneNothing) {
     const auto& rule = GetParam();
+    if (rule.code.starts_with('R'))
+        GTEST_SKIP() << "what the library reports and no rule explains has no example";
     const auto findings = findingsOfText(rule.wrong.text);
     ASSERT_FALSE(findings.empty());
     for (const auto& finding : findings) {
@@ -310,7 +366,8 @@ TEST(SchemaRules, AreInTheOrderOfTheirCodes) {
     std::string_view before;
     for (const auto& rule : getSchemaRules()) {
         EXPECT_LT(before, rule.code);
-        EXPECT_TRUE(rule.code.starts_with('E') && rule.code.size() == 4) << rule.code;
+        EXPECT_TRUE((rule.code.starts_with('E') || rule.code.starts_with('R')) && rule.code.size() == 4)
+            << rule.code;
         EXPECT_TRUE(rule.summary.ends_with('.')) << rule.code;
         before = rule.code;
     }

@@ -27,15 +27,16 @@ std::string sSetOf(std::string_view kind) {
 
 /// "<TypePropertySingleValue>" has 25 characters, so that the type begins in column 42.
 std::string sSingle(std::string_view type, std::string_view more = {}) {
-    return sSetOf("<TypePropertySingleValue><DataType type=\"" + std::string(type) + "\"/>" + std::string(more) +
-                  "</TypePropertySingleValue>");
+    return sSetOf("<TypePropertySingleValue><DataType type=\"" + std::string(type) + "\"/>" +
+                  std::string(more) + "</TypePropertySingleValue>");
 }
 
 /// The lower bound begins in column 66, the upper bound 27 columns after its end.
 std::string sBounded(std::string_view type, std::string_view lower, std::string_view upper) {
     return sSetOf("<TypePropertyBoundedValue><ValueRangeDef><LowerBoundValue value=\"" + std::string(lower) +
-                  "\"/><UpperBoundValue value=\"" + std::string(upper) + "\"/></ValueRangeDef><DataType type=\"" +
-                  std::string(type) + "\"/></TypePropertyBoundedValue>");
+                  "\"/><UpperBoundValue value=\"" + std::string(upper) +
+                  "\"/></ValueRangeDef><DataType type=\"" + std::string(type) +
+                  "\"/></TypePropertyBoundedValue>");
 }
 
 struct TypeCase {
@@ -59,23 +60,31 @@ const std::string Asserted = " | the library reports: Excpeted name to exist in 
 INSTANTIATE_TEST_SUITE_P(
     Names, TypeRulesTest,
     testing::ValuesIn<std::vector<TypeCase>>({
-        {"unknown, with the nearest", sSingle("IfcLabl"),
+        {"unknown, with the nearest",
+         sSingle("IfcLabl"),
          {"5:42+7 error T001 IFC4 has no type \"IfcLabl\" | did you mean \"IfcLabel\"?" + Asserted}},
-        {"unknown, and nothing is near", sSingle("Quux"),
+        {"unknown, and nothing is near",
+         sSingle("Quux"),
          {"5:42+4 error T001 IFC4 has no type \"Quux\"" + Asserted}},
-        {"code points count, not bytes", sSetOf("<TypePropertySingleValue><!-- \xC3\xA4 --><DataType "
-                                                "type=\"\xC3\xA4\xC3\xA4\"/></TypePropertySingleValue>"),
+        {"code points count, not bytes",
+         sSetOf("<TypePropertySingleValue><!-- \xC3\xA4 --><DataType "
+                "type=\"\xC3\xA4\xC3\xA4\"/></TypePropertySingleValue>"),
          {"5:52+2 error T001 IFC4 has no type \"\xC3\xA4\xC3\xA4\"" + Asserted}},
-        {"in another release", sSingle("IfcHourInDay"),
+        {"in another release",
+         sSingle("IfcHourInDay"),
          {"5:42+12 error T002 the type \"IfcHourInDay\" is not in IFC4 but in IFC2X3" + Asserted}},
-        {"letter case", sSingle("IFCLABEL"),
+        {"letter case",
+         sSingle("IFCLABEL"),
          {"5:42+8 warning T006 the type \"IFCLABEL\" is written \"IfcLabel\" in IFC4"}},
-        {"blanks around", sSingle(" IfcLabel "),
+        {"blanks around",
+         sSingle(" IfcLabel "),
          {"5:42+10 error T007 there are blanks around the name of the type \" IfcLabel \"" + Asserted}},
         {"empty", sSingle(""), {"5:36+4 error T008 the data type is empty"}},
-        {"no attribute", sSetOf("<TypePropertySingleValue><DataType/></TypePropertySingleValue>"),
+        {"no attribute",
+         sSetOf("<TypePropertySingleValue><DataType/></TypePropertySingleValue>"),
          {"5:27+8 error T008 \"DataType\" has no attribute \"type\""}},
-        {"no element", sSetOf("<TypePropertySingleValue></TypePropertySingleValue>"),
+        {"no element",
+         sSetOf("<TypePropertySingleValue></TypePropertySingleValue>"),
          {"5:2+23 error T008 no data type is given: \"TypePropertySingleValue\" has no \"DataType\""}},
         {"known", sSingle("IfcLabel"), {}},
     }));
@@ -83,24 +92,35 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Uses, TypeRulesTest,
     testing::ValuesIn<std::vector<TypeCase>>({
-        {"an entity as a value", sSingle("IfcPerson"),
-         {"5:42+9 error T003 \"IfcPerson\" is an entity, and a property of this kind has values of a defined type"
+        {"an entity as a value",
+         sSingle("IfcPerson"),
+         {"5:42+9 error T003 \"IfcPerson\" is an entity, and a property of this kind has values of a defined "
+          "type"
           " | a property that refers to an entity is a \"TypePropertyReferenceValue\""}},
-        {"a value as a reference", sSetOf("<TypePropertyReferenceValue reftype=\"IfcLabel\"/>"),
+        {"a value as a reference",
+         sSetOf("<TypePropertyReferenceValue reftype=\"IfcLabel\"/>"),
          {"5:38+8 error T004 \"IfcLabel\" is a defined type, and a reference is to an entity"
           " | a property with values of a defined type is a \"TypePropertySingleValue\""}},
-        {"a type that no property holds", sSingle("IfcWallTypeEnum"),
-         {"5:42+15 warning T005 values of \"IfcWallTypeEnum\" cannot be in a property: IfcValue does not select "
+        {"a type that no property holds",
+         sSingle("IfcWallTypeEnum"),
+         {"5:42+15 warning T005 values of \"IfcWallTypeEnum\" cannot be in a property: IfcValue does not "
+          "select "
           "that type"}},
-        {"an entity that no property refers to", sSetOf("<TypePropertyReferenceValue reftype=\"IfcWall\"/>"),
-         {"5:38+7 warning T005 a property cannot refer to \"IfcWall\": IfcObjectReferenceSelect does not select "
+        {"an entity that no property refers to",
+         sSetOf("<TypePropertyReferenceValue reftype=\"IfcWall\"/>"),
+         {"5:38+7 warning T005 a property cannot refer to \"IfcWall\": IfcObjectReferenceSelect does not "
+          "select "
           "that entity | it selects \"IfcMaterialDefinition\", \"IfcPerson\" and \"IfcTimeSeries\""}},
-        {"a subtype of a selected entity", sSetOf("<TypePropertyReferenceValue reftype=\"IfcMaterial\"/>"), {}},
-        {"what a time series is made of", sSetOf("<TypePropertyReferenceValue reftype=\"IfcTimeSeries\">"
-                                                 "<DataType type=\"IfcReal\"/></TypePropertyReferenceValue>"),
+        {"a subtype of a selected entity",
+         sSetOf("<TypePropertyReferenceValue reftype=\"IfcMaterial\"/>"),
          {}},
-        {"a time series of nothing", sSetOf("<TypePropertyReferenceValue reftype=\"IfcTimeSeries\"><DataType/>"
-                                            "</TypePropertyReferenceValue>"),
+        {"what a time series is made of",
+         sSetOf("<TypePropertyReferenceValue reftype=\"IfcTimeSeries\">"
+                "<DataType type=\"IfcReal\"/></TypePropertyReferenceValue>"),
+         {}},
+        {"a time series of nothing",
+         sSetOf("<TypePropertyReferenceValue reftype=\"IfcTimeSeries\"><DataType/>"
+                "</TypePropertyReferenceValue>"),
          {}},
         {"any value", sSingle("IfcMeasureValue"), {}},
     }));
@@ -108,27 +128,34 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Values, TypeRulesTest,
     testing::ValuesIn<std::vector<TypeCase>>({
-        {"a unit of another measure", sSingle("IfcThermalTransmittanceMeasure", "<UnitType type=\"AREAUNIT\"/>"),
+        {"a unit of another measure",
+         sSingle("IfcThermalTransmittanceMeasure", "<UnitType type=\"AREAUNIT\"/>"),
          {"5:91+8 warning T016 the unit \"AREAUNIT\" does not fit IfcThermalTransmittanceMeasure"
           " | the unit of IfcThermalTransmittanceMeasure is \"THERMALTRANSMITTANCEUNIT\""}},
         {"the unit along the chain of types",
          sSingle("IfcPositiveLengthMeasure", "<UnitType type=\"LENGTHUNIT\"/>"),
          {}},
-        {"a measure without a unit of its own", sSingle("IfcCountMeasure", "<UnitType type=\"AREAUNIT\"/>"), {}},
+        {"a measure without a unit of its own",
+         sSingle("IfcCountMeasure", "<UnitType type=\"AREAUNIT\"/>"),
+         {}},
         {"a unit of one's own", sSingle("IfcLengthMeasure", "<UnitType type=\"USERDEFINED\"/>"), {}},
-        {"swapped bounds", sBounded("IfcReal", "2", "1.5"),
+        {"swapped bounds",
+         sBounded("IfcReal", "2", "1.5"),
          {"5:66+1 warning T014 the lower bound \"2\" is above the upper bound \"1.5\""
           " | the upper bound is here @5:94"}},
         {"equal bounds", sBounded("IfcReal", "1.0", "1"), {}},
         {"an unknown bound", sBounded("IfcReal", "0", "?"), {}},
         {"the name of the type where no bound is known", sBounded("IfcReal", "IfcReal", "IfcReal"), {}},
-        {"a comma", sBounded("IfcReal", "1,5", ""),
+        {"a comma",
+         sBounded("IfcReal", "1,5", ""),
          {"5:66+3 warning T015 the value \"1,5\" is not of the type IfcReal, which needs a number"}},
-        {"a fraction where an integer belongs", sBounded("IfcInteger", "1", "2.5"),
+        {"a fraction where an integer belongs",
+         sBounded("IfcInteger", "1", "2.5"),
          {"5:94+3 warning T015 the value \"2.5\" is not of the type IfcInteger, which needs an integer"}},
-        {"an item of a list", sSetOf("<TypePropertyListValue><ListValue><DataType type=\"IfcBoolean\"/><Values>"
-                                     "<ValueItem>.T.</ValueItem><ValueItem>yes</ValueItem></Values></ListValue>"
-                                     "</TypePropertyListValue>"),
+        {"an item of a list",
+         sSetOf("<TypePropertyListValue><ListValue><DataType type=\"IfcBoolean\"/><Values>"
+                "<ValueItem>.T.</ValueItem><ValueItem>yes</ValueItem></Values></ListValue>"
+                "</TypePropertyListValue>"),
          {"5:109+3 warning T015 the value \"yes\" is not of the type IfcBoolean, which needs true or false"}},
     }));
 
@@ -142,26 +169,36 @@ INSTANTIATE_TEST_SUITE_P(
          sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"E\"><EnumItem> </EnumItem></EnumList>"
                 "</TypePropertyEnumeratedValue>"),
          {"5:31+8 warning T009 the enumeration has no items"}},
-        {"an enumeration without a list", sSetOf("<TypePropertyEnumeratedValue/>"),
+        {"an enumeration without a list",
+         sSetOf("<TypePropertyEnumeratedValue/>"),
          {"5:2+27 warning T009 the enumeration has no items: there is no \"EnumList\""}},
-        {"an item twice", sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"E\"><EnumItem>X</EnumItem>"
-                                 "<EnumItem> X </EnumItem></EnumList></TypePropertyEnumeratedValue>"),
+        {"an item twice",
+         sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"E\"><EnumItem>X</EnumItem>"
+                "<EnumItem> X </EnumItem></EnumList></TypePropertyEnumeratedValue>"),
          {"5:82+1 warning T010 the enumeration has the item \"X\" twice | it is here already @5:59"}},
         {"a constant that is no item",
-         sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"E\"><EnumItem>X</EnumItem></EnumList><ConstantList>"
+         sSetOf("<TypePropertyEnumeratedValue><EnumList "
+                "name=\"E\"><EnumItem>X</EnumItem></EnumList><ConstantList>"
                 "<ConstantDef><Name>x</Name></ConstantDef></ConstantList></TypePropertyEnumeratedValue>"),
-         {"5:115+1 warning T011 the constant \"x\" is no item of the enumeration | the item is written \"X\""}},
-        {"a table of nothing", sSetOf("<TypePropertyTableValue/>"),
-         {"5:2+22 note T012 the table has neither \"DefiningValue\" nor \"DefinedValue\", so the types of its "
+         {"5:115+1 warning T011 the constant \"x\" is no item of the enumeration | the item is written "
+          "\"X\""}},
+        {"a table of nothing",
+         sSetOf("<TypePropertyTableValue/>"),
+         {"5:2+22 note T012 the table has neither \"DefiningValue\" nor \"DefinedValue\", so the types of "
+          "its "
           "columns are not known"}},
-        {"half a table", sSetOf("<TypePropertyTableValue><DefinedValue><DataType type=\"IfcReal\"/></DefinedValue>"
-                                "</TypePropertyTableValue>"),
-         {"5:2+22 warning T012 the table has no \"DefiningValue\", so the types of its columns are not known"}},
+        {"half a table",
+         sSetOf("<TypePropertyTableValue><DefinedValue><DataType type=\"IfcReal\"/></DefinedValue>"
+                "</TypePropertyTableValue>"),
+         {"5:2+22 warning T012 the table has no \"DefiningValue\", so the types of its columns are not "
+          "known"}},
         {"a column without a type",
-         sSetOf("<TypePropertyTableValue><DefiningValue/><DefinedValue><DataType type=\"IfcReal\"/></DefinedValue>"
+         sSetOf("<TypePropertyTableValue><DefiningValue/><DefinedValue><DataType "
+                "type=\"IfcReal\"/></DefinedValue>"
                 "</TypePropertyTableValue>"),
          {"5:26+13 error T008 no data type is given: \"DefiningValue\" has no \"DataType\""}},
-        {"a list of nothing", sSetOf("<TypePropertyListValue/>"),
+        {"a list of nothing",
+         sSetOf("<TypePropertyListValue/>"),
          {"5:2+21 error T013 the list has no type: there is no \"DataType\" in a \"ListValue\""}},
     }));
 
@@ -170,9 +207,17 @@ TEST(TypeRules, MendsLetterCaseAndBlanks) {
     EXPECT_EQ(test::sMended(sSingle("IFCLABEL")), sSingle("IfcLabel"));
 }
 
+TEST(TypeRules, LeavesAMisspeltAttributeToTheRulesOfStructure) {
+    const auto findings = test::exampleFindings(
+        sSetOf("<TypePropertySingleValue><DataType Type=\"IfcLabel\"/></TypePropertySingleValue>"));
+    ASSERT_THAT(findings, testing::SizeIs(1));
+    EXPECT_EQ(findings[0].code, "S003");
+}
+
 TEST(TypeRules, LeavesAMisspeltElementToTheRulesOfStructure) {
-    for (const auto& finding : test::exampleFindings(sSetOf("<TypePropertySingleValue><Datatype type=\"IfcLabel\"/>"
-                                                            "</TypePropertySingleValue>")))
+    for (const auto& finding :
+         test::exampleFindings(sSetOf("<TypePropertySingleValue><Datatype type=\"IfcLabel\"/>"
+                                      "</TypePropertySingleValue>")))
         EXPECT_EQ(finding.code.front(), 'S') << test::sFindingLine(finding);
 }
 

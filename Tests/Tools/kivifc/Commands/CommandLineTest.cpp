@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 namespace kiv::kivifc::test {
@@ -246,6 +247,54 @@ TEST(CommandLine, PathInBracketsIsOnePath) {
     const TemporaryFolder folder;
     const auto run = kivifcRun({"check", "Building.exp", "[a,b]"});
     EXPECT_EQ(run.err, "kivifc: ./[a,b]: No such file or directory\n");
+}
+
+TEST(CommandLine, TwoDashesMayComeBetweenSetsAndQuestions) {
+    struct Row {
+        std::vector<std::string> arguments;
+        std::vector<std::string> without;
+    };
+    const Row rows[] = {
+        {{"type", "Building.exp", "Sets", "--", "BldWall.Tag"},
+         {"type", "Building.exp", "Sets", "BldWall.Tag"}},
+        {{"type", "--json", "Building.exp", "--", "Sets", "BldWall.Tag"},
+         {"type", "--json", "Building.exp", "Sets", "BldWall.Tag"}},
+        {{"find", "Building.exp", "Sets", "--", "Pset_BldWall"},
+         {"find", "Building.exp", "Sets", "Pset_BldWall"}},
+        {{"entity", "--", "Building.exp", "BldWall"}, {"entity", "Building.exp", "BldWall"}},
+    };
+    for (const auto& row : rows) {
+        const auto run = kivifcRun(row.arguments);
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.out, kivifcRun(row.without).out);
+    }
+}
+
+TEST(CommandLine, NothingAfterTwoDashesIsAnOptionOrACommand) {
+    EXPECT_EQ(kivifcRun({"find", "Building.exp", "Sets", "--", "--json"}).err,
+              "kivifc: not found: no set or GUID \"--json\"\n");
+    EXPECT_EQ(kivifcRun({"find", "Building.exp", "--", "check"}).err,
+              "kivifc: not found: no set or GUID \"check\"\n");
+    EXPECT_EQ(kivifcRun({"check", "Building.exp", "--", "[a,b]"}).err,
+              "kivifc: [a,b]: No such file or directory\n");
+    EXPECT_EQ(kivifcRun({"--", "check"}).err,
+              "kivifc: command line: The following argument was not expected: check; see kivifc --help\n");
+    EXPECT_EQ(kivifcRun({"check", "Building.exp",
+                         "\x01"
+                         "a"})
+                  .err,
+              "kivifc: \\x01a: No such file or directory\n");
+}
+
+TEST(CommandLine, PipeInAFolderOfSetsIsAFailureAndTheOthersAreUsed) {
+    const TemporaryFolder folder;
+    folder.sWrite("sets/b.xml", "<PropertySetDef><Name>Pset_B</Name></PropertySetDef>");
+    ASSERT_EQ(mkfifo(folder.sPath("sets/a.xml").c_str(), 0600), 0);
+    const auto run = kivifcRun({"find", "Building.exp", folder.sPath("sets"), "Pset_B"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.out, HasSubstr("Pset_B"));
+    EXPECT_EQ(run.err, "kivifc: " + folder.sPath("sets/a.xml") +
+                           ": a pipe in a folder is not read unless its path is given\n");
 }
 
 } // namespace

@@ -109,7 +109,39 @@ TEST(SchemaCommand, ReportsMakeStatusOne) {
     EXPECT_EQ(run.err, "");
     EXPECT_THAT(sSummaryLine(run, "WHERE rules"), HasSubstr("3 parsed, 5 failed"));
     EXPECT_EQ(sSummaryLine(run, "assertions"), "14 (--assertions lists them)");
-    EXPECT_EQ(run.out.find("warning"), std::string::npos);
+    EXPECT_EQ(run.out.find("warning: Not type found"), std::string::npos)
+        << "findings are listed, reports are not";
+}
+
+TEST(SchemaCommand, FindingsAreListedWithTheirLinesBelowTheNumbers) {
+    const auto run = schemaRun("TYPE A = Nowhere;\nEND_TYPE;");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.out,
+                HasSubstr("test.exp:2:10: error: the type \"Nowhere\" of \"A\" is not declared [E013]\n"
+                          "TYPE A = Nowhere;\n"
+                          "         ^~~~~~~\n"));
+}
+
+TEST(SchemaCommand, WarningsAloneDoNotFailIt) {
+    const auto run = schemaRun("TYPE A = REAL;\n WHERE\n\tW : SELF > ;\nEND_TYPE;");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, HasSubstr("test.exp:4:2: warning: the rule \"W\" of \"A\" cannot be read [E007]\n"));
+}
+
+TEST(SchemaCommand, ErrorsWithoutReportsAreMentionedBesideTheTree) {
+    const auto run = schemaRun("ENTITY A;\n\tB : Nowhere;\nEND_ENTITY;", {"--tree"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "A\n");
+    EXPECT_THAT(run.err, HasSubstr("has errors (kivifc schema lists them)\n"));
+}
+
+TEST(SchemaCommand, AFileWithoutASchemaHasALikelyReason) {
+    const TemporaryFolder folder;
+    const auto run = kivifcRun({"schema", folder.sWrite("lower.exp", "schema a;\nend_schema;\n")});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.err,
+                HasSubstr("no schema was found: the keyword is written \"schema\"; keywords are found in "
+                          "capitals only\n"));
 }
 
 TEST(SchemaCommand, AssertionsAreListedOneLineEachWithTheRuleBelow) {
@@ -231,7 +263,8 @@ TEST(SchemaTree, DrawingGoesOnBehindADeepLine) {
 }
 
 TEST(SchemaCommand, LongLineOfInheritanceIsCounted) {
-    EXPECT_EQ(sSummaryLine(schemaRun(sInheritanceLine(20'000)), "tree"), "1 roots, 20000 levels");
+    EXPECT_EQ(sSummaryLine(schemaRun(sInheritanceLine(20'000)), "tree"), "1 root, 20000 levels");
+    EXPECT_EQ(sSummaryLine(schemaRun("ENTITY A;\nEND_ENTITY;"), "tree"), "1 root, 1 level");
 }
 
 /// The objects of the JSON of one kind.

@@ -1,5 +1,5 @@
-#include "Tools/kivifc/TemporaryFolder.h"
 #include "kivifc/Documents/ProjectFile.h"
+#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

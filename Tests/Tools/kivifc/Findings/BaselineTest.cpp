@@ -1,6 +1,6 @@
+#include "kivifc/Findings/Baseline.h"
 #include "Tools/kivifc/Findings/SampleFindings.h"
 #include "Tools/kivifc/TemporaryFolder.h"
-#include "kivifc/Findings/Baseline.h"
 #include "kivifc/Findings/Selection.h"
 
 #include <gmock/gmock.h>
@@ -33,9 +33,11 @@ protected:
 };
 
 TEST_F(BaselineFile, HidesEachFindingAsOftenAsItIsListedWhateverItsLine) {
-    ASSERT_EQ(sBaselineWrite(path_, {finding(document_, 3), finding(document_, 4), finding(document_, 5, "n")}),
-              "");
-    std::vector<kit::Finding> findings{finding(document_, 13), finding(document_, 14), finding(document_, 15)};
+    ASSERT_EQ(
+        sBaselineWrite(path_, {finding(document_, 3), finding(document_, 4), finding(document_, 5, "n")}),
+        "");
+    std::vector<kit::Finding> findings{finding(document_, 13), finding(document_, 14),
+                                       finding(document_, 15)};
     auto baseline = read();
     std::vector<std::string> fixed;
     EXPECT_EQ(baselineHide(findings, baseline, fixed), 2U);
@@ -46,14 +48,15 @@ TEST_F(BaselineFile, HidesEachFindingAsOftenAsItIsListedWhateverItsLine) {
 
 TEST_F(BaselineFile, HasPathsRelativeToItsFolder) {
     ASSERT_EQ(sBaselineWrite(path_, {finding(document_, 3), finding(document_, 9)}), "");
-    EXPECT_EQ(sFileText(path_),
-              "{\n"
-              "  \"format\": \"kivifc-baseline/1\",\n"
-              "  \"findings\": [\n"
-              "    {\"path\": \"Sets/a.xml\", \"code\": \"C001\", \"subject\": \"Pset_Wall\", \"message\": \"m\", "
-              "\"count\": 2}\n"
-              "  ]\n"
-              "}\n");
+    EXPECT_EQ(
+        sFileText(path_),
+        "{\n"
+        "  \"format\": \"kivifc-baseline/1\",\n"
+        "  \"findings\": [\n"
+        "    {\"path\": \"Sets/a.xml\", \"code\": \"C001\", \"subject\": \"Pset_Wall\", \"message\": \"m\", "
+        "\"count\": 2}\n"
+        "  ]\n"
+        "}\n");
 }
 
 TEST_F(BaselineFile, NeverHidesAFileThatCannotBeRead) {

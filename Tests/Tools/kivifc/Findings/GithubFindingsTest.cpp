@@ -11,7 +11,8 @@ std::string sCommands(const std::vector<kit::Finding>& findings) {
 }
 
 TEST(GithubFindings, PropertiesAndMessageAreEscapedByTheirRules) {
-    auto finding = sampleFinding("Z999", kit::Severity::Error, "100% wrong: a,b\r\nc", {2, 8, 3}, "a:b,c%.xml");
+    auto finding =
+        sampleFinding("Z999", kit::Severity::Error, "100% wrong: a,b\r\nc", {2, 8, 3}, "a:b,c%.xml");
     finding.notes.push_back({"did you mean \"d\"?", {}});
     finding.notes.push_back({"the other one", kit::Place{"d.xml", {4, 0, 0}}});
     EXPECT_EQ(sCommands({finding}),

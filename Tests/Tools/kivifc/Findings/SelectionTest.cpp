@@ -1,5 +1,5 @@
-#include "Tools/kivifc/Findings/SampleFindings.h"
 #include "kivifc/Findings/Selection.h"
+#include "Tools/kivifc/Findings/SampleFindings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

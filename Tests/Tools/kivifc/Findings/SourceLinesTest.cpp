@@ -1,5 +1,5 @@
-#include "Tools/kivifc/TemporaryFolder.h"
 #include "kivifc/Findings/SourceLines.h"
+#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -26,14 +26,13 @@ kit::Finding nameFinding() {
 }
 
 TEST(TextFindings, FindingHasItsLineACaretAndItsNotes) {
-    EXPECT_EQ(sText({nameFinding()}, {.hasSummary = false}),
-              "walls.xml:2:8: error: no class \"Wal\" [N001]\n"
-              "\t<Name>Pset_Wal</Name>\n"
-              "\t      ^~~~~~~~\n"
-              "walls.xml:2:8: note: did you mean \"Wall\"?\n"
-              "walls.xml:3:3: note: the other one is here\n"
-              "</PropertySetDef>\n"
-              "  ^~~~~~~~~~~~~~\n");
+    EXPECT_EQ(sText({nameFinding()}, {.hasSummary = false}), "walls.xml:2:8: error: no class \"Wal\" [N001]\n"
+                                                             "\t<Name>Pset_Wal</Name>\n"
+                                                             "\t      ^~~~~~~~\n"
+                                                             "walls.xml:2:8: note: did you mean \"Wall\"?\n"
+                                                             "walls.xml:3:3: note: the other one is here\n"
+                                                             "</PropertySetDef>\n"
+                                                             "  ^~~~~~~~~~~~~~\n");
 }
 
 TEST(TextFindings, ContextMayBeLeftOut) {
@@ -84,8 +83,9 @@ TEST(FindingCounts, SummaryNamesOnlyWhatThereIs) {
     counts.vAdd(sampleFinding("A001", Severity::Note, "a", {}, "a.xml"));
     EXPECT_EQ(sSummary(counts), "3 errors, 1 warning, 1 note in 2 of 408 documents and in the schema");
     counts.hidden = 7;
-    EXPECT_EQ(sSummary(counts),
-              "3 errors, 1 warning, 1 note in 2 of 408 documents and in the schema; 7 hidden by the baseline");
+    EXPECT_EQ(
+        sSummary(counts),
+        "3 errors, 1 warning, 1 note in 2 of 408 documents and in the schema; 7 hidden by the baseline");
 }
 
 } // namespace

@@ -1,0 +1,78 @@
+#include "RealData/RealData.h"
+#include "Support/SchemaFromText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Kit/Documents/SetDocument.h"
+#include "kiv/Kit/Findings/AcrossDocuments.h"
+#include "kiv/Kit/Findings/Findings.h"
+
+#include <gmock/gmock.h>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace kiv::test {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+using Counts = std::map<std::string, std::size_t>;
+
+/// How often the rules about types, classes, releases and definitions, and those between documents, find
+/// something in the official documents. Each of the findings was read; the comments say what they are.
+class RuleCountsRealDataTest : public RealDataTest {
+protected:
+    Counts within;
+    Counts between;
+
+    void vCount(std::string_view folder, std::string_view schemaName) {
+        constexpr std::string_view Families = "TCVD";
+        const auto schema = schemaFromWholeText(sText(path("schema") / schemaName));
+        kit::AcrossDocuments across;
+        for (const auto& file : setPaths(folder)) {
+            const auto document = kit::setDocumentCheck(file.string(), *schema);
+            for (const auto& finding : kit::findingsOf(document, {*schema, {}, {}, false})) {
+                if (Families.find(finding.code[0]) != std::string_view::npos)
+                    ++within[std::string(finding.code)];
+            }
+            across.vAdd(document);
+        }
+        for (const auto& finding : across.getFindings())
+            ++between[std::string(finding.code)];
+    }
+};
+
+/// Two empty class names; 26 predefined types that the schema does not have, as of "Wood" for IfcMaterial;
+/// every table is without columns. Four enumerations were copied from one set to another with other items.
+TEST_F(RuleCountsRealDataTest, PropertySetsOfIfc4) {
+    vCount("IFC4", "IFC4_ADD2.exp");
+    EXPECT_THAT(within, ElementsAre(Pair("C006", 2), Pair("C008", 17), Pair("C009", 9), Pair("T012", 63)));
+    EXPECT_THAT(between, ElementsAre(Pair("D003", 78), Pair("X003", 4), Pair("X004", 4)));
+}
+
+TEST_F(RuleCountsRealDataTest, QuantitySetsOfIfc4) {
+    vCount("IFC4_QTO", "IFC4_ADD2.exp");
+    EXPECT_THAT(within, IsEmpty());
+    EXPECT_THAT(between, IsEmpty());
+}
+
+/// Blanks in names of types, classes after their part of the schema, "x1" to "x3" where currents belong. One
+/// enumeration lacks an item that it has in three other sets.
+TEST_F(RuleCountsRealDataTest, PropertySetsOfIfc2x3) {
+    vCount("IFC2X3", "IFC2X3_TC1.exp");
+    EXPECT_THAT(within, ElementsAre(Pair("C005", 10), Pair("C011", 43), Pair("D002", 2), Pair("T007", 63),
+                                    Pair("T015", 3)));
+    EXPECT_THAT(between, ElementsAre(Pair("D003", 18), Pair("X003", 1), Pair("X004", 1)));
+}
+
+/// Read with the schema of the other release, each document says so once.
+TEST_F(RuleCountsRealDataTest, ReleasesOfOtherDocuments) {
+    vCount("IFC2X3", "IFC4_ADD2.exp");
+    EXPECT_EQ(within["V001"], 159);
+}
+
+} // namespace
+
+} // namespace kiv::test

@@ -1,0 +1,357 @@
+// What `kivifc check` finds, as it is chosen and shown; what it finds is the business of the kit's tests.
+#include "Tools/kivifc/Findings/Validation.h"
+#include "Tools/kivifc/KivifcRun.h"
+#include "Tools/kivifc/TemporaryFolder.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace kiv::kivifc::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using nlohmann::json;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+/// One class is misspelt, on line 6; everything else is right.
+std::string sSet(const std::string& name, const std::string& before = "") {
+    return "<PropertySetDef ifdguid=\"14fafcf30e160e477383a24adb6f66e9\">\n"
+           "\t<IfcVersion version=\"BUILDING1\"/>\n"
+           "\t<Name>" +
+           name +
+           "</Name>\n"
+           "\t<Definition>A set.</Definition>\n" +
+           before +
+           "\t<ApplicableClasses>\n"
+           "\t\t<ClassName>BldWal</ClassName>\n"
+           "\t</ApplicableClasses>\n"
+           "\t<PropertyDefs/>\n"
+           "</PropertySetDef>\n";
+}
+
+/// A folder with a schema; the classes are what is looked at.
+class CheckFindings : public testing::Test {
+protected:
+    CheckFindings() { fs::copy_file(KIVIFC_SAMPLES "/Building.exp", folder_.sPath("Building.exp")); }
+
+    Run run(std::vector<std::string> arguments, RunOptions options = {}) const {
+        arguments.insert(arguments.begin(), "check");
+        options.folder = folder_.sPath("");
+        return kivifcRun(arguments, options);
+    }
+
+    Run classesRun(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), {"Building.exp", "Set.xml", "--select", "C001"});
+        return run(arguments);
+    }
+
+    const TemporaryFolder folder_;
+};
+
+class CheckSet : public CheckFindings {
+protected:
+    CheckSet() { folder_.sWrite("Set.xml", sSet("Pset_Test")); }
+};
+
+TEST_F(CheckSet, FindingIsShownWithItsPlaceCodeAndLine) {
+    const auto run = classesRun({});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "");
+    EXPECT_THAT(run.out, StartsWith("Set.xml:6:14: error: "));
+    EXPECT_THAT(run.out, HasSubstr(" [C001]\n\t\t<ClassName>BldWal</ClassName>\n\t\t           ^~~~~~\n"));
+    EXPECT_THAT(run.out, HasSubstr("BldWall"));
+    EXPECT_THAT(run.out, EndsWith("1 error in 1 of 1 document\n"));
+}
+
+TEST_F(CheckSet, ContextAndSummaryMayBeLeftOut) {
+    const auto run = classesRun({"--no-context", "-q"});
+    EXPECT_THAT(run.out, StartsWith("Set.xml:6:14: error: "));
+    EXPECT_THAT(run.out, Not(HasSubstr("<ClassName>")));
+    EXPECT_THAT(run.out, Not(HasSubstr("document")));
+}
+
+TEST_F(CheckSet, ColourIsForTerminalsUnlessAskedFor) {
+    EXPECT_THAT(classesRun({}).out, Not(HasSubstr("\033")));
+    EXPECT_THAT(classesRun({"--color", "always"}).out, HasSubstr("\033[1;31merror:"));
+    EXPECT_THAT(classesRun({"--color", "never"}).out, Not(HasSubstr("\033")));
+}
+
+TEST_F(CheckSet, SeverityThatFailsIsChosen) {
+    struct Row {
+        std::vector<std::string> arguments;
+        int status;
+    };
+    const Row rows[] = {
+        {{}, 1},
+        {{"--fail-on", "never"}, 0},
+        {{"--severity", "C001=warning"}, 0},
+        {{"--severity", "c=Warning"}, 0},
+        {{"--severity", "C001=warning", "--fail-on", "warning"}, 1},
+        {{"--severity", "C001=note", "--fail-on", "warning"}, 0},
+        {{"--severity", "C001=note", "--fail-on", "note"}, 1},
+        {{"--ignore", "C001"}, 0},
+        {{"--ignore", "T,C001"}, 0},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(classesRun(row.arguments).status, row.status) << testing::PrintToString(row.arguments);
+}
+
+TEST_F(CheckSet, FileThatCannotBeReadFailsWhateverIsChosen) {
+    folder_.sWrite("Broken.xml", "<PropertySetDef>\n  <Name>A</Nam>\n");
+    for (const auto& chosen : std::vector<std::vector<std::string>>{
+             {"--fail-on", "never"}, {"--ignore", "R,S"}, {"--select", "T"}, {"--severity", "R=note"}}) {
+        std::vector<std::string> arguments{"Building.exp", "Broken.xml"};
+        arguments.insert(arguments.end(), chosen.begin(), chosen.end());
+        const auto broken = run(arguments);
+        EXPECT_EQ(broken.status, 2) << chosen[0];
+        EXPECT_EQ(broken.err, "") << chosen[0];
+        EXPECT_THAT(broken.out, StartsWith("Broken.xml:2:")) << chosen[0];
+        EXPECT_THAT(broken.out, HasSubstr(": error: mismatched tag [R044]\n")) << chosen[0];
+    }
+}
+
+TEST_F(CheckSet, UnknownCodeIsAFaultOfTheCommandLine) {
+    for (const auto& option : std::vector<std::string>{"--ignore", "--select"}) {
+        const auto unknown = run({"Building.exp", "Set.xml", option, "C001,Q999"});
+        EXPECT_EQ(unknown.status, 2);
+        EXPECT_EQ(unknown.out, "");
+        EXPECT_THAT(unknown.err, HasSubstr("no rule has the code \"Q999\""));
+    }
+    EXPECT_THAT(run({"Building.exp", "Set.xml", "--severity", "C001=grave"}).err,
+                HasSubstr("\"grave\" is none of error, warning, note"));
+    EXPECT_THAT(run({"Building.exp", "Set.xml", "--severity", "C001"}).err,
+                HasSubstr("\"C001\" is not CODE=LEVEL"));
+}
+
+TEST_F(CheckSet, CommentHidesWhatIsInTheNextElement) {
+    folder_.sWrite("Set.xml", sSet("Pset_Test", "\t<!-- kivifc: ignore C001 -->\n"));
+    const auto run = classesRun({});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "no findings in 1 document\n");
+}
+
+TEST_F(CheckSet, CommentThatHidesNothingIsANote) {
+    folder_.sWrite("Set.xml", sSet("Pset_Test", "\t<!-- kivifc: ignore T001 -->\n"));
+    const auto unused = run({"Building.exp", "Set.xml", "--select", "K,T"});
+    EXPECT_EQ(unused.status, 0);
+    EXPECT_THAT(unused.out,
+                StartsWith("Set.xml:5:2: note: the comment that ignores T001 hides nothing [K001]\n"));
+    // T001 is not looked for, so nobody knows what it would hide.
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "K"}).out, "no findings in 1 document\n");
+}
+
+TEST_F(CheckSet, BaselineHidesWhatItListsAndSaysWhatIsFixed) {
+    EXPECT_EQ(classesRun({"--write-baseline", "known.json"}).status, 1);
+    const auto hidden = classesRun({"--baseline", "known.json"});
+    EXPECT_EQ(hidden.status, 0);
+    EXPECT_EQ(hidden.out, "no findings in 1 document; 1 hidden by the baseline\n");
+    folder_.sWrite("Set.xml", sSet("Pset_Test", "\n\n"));
+    EXPECT_EQ(classesRun({"--baseline", "known.json"}).out, hidden.out);
+    fs::copy_file(KIVIFC_SAMPLES "/Sets/Pset_BldWall.xml", folder_.sPath("Set.xml"),
+                  fs::copy_options::overwrite_existing);
+    const auto fixed = classesRun({"--baseline", "known.json"});
+    EXPECT_THAT(fixed.out, StartsWith("fixed since the baseline: Set.xml: "));
+    EXPECT_THAT(fixed.out, HasSubstr(" [C001]\nno findings in 1 document\n"));
+}
+
+TEST_F(CheckFindings, OfEachCodeOnlySoManyAreShownAndAllAreCounted) {
+    std::string classes;
+    for (int number = 0; number < 60; ++number)
+        classes += "<ClassName>Nowhere" + std::to_string(number) + "</ClassName>\n";
+    folder_.sWrite("Set.xml", "<PropertySetDef><Name>A</Name><ApplicableClasses>\n" + classes +
+                                  "</ApplicableClasses></PropertySetDef>\n");
+    const auto shown = [&](const std::vector<std::string>& arguments) {
+        const auto lines = linesOf(classesRun(arguments).out);
+        return std::ranges::count_if(lines, [](auto& line) { return line.ends_with("[C001]"); });
+    };
+    // One more line ends so: "... and 10 more [C001]".
+    EXPECT_EQ(shown({}), 51);
+    EXPECT_EQ(shown({"--max-findings", "3"}), 4);
+    EXPECT_EQ(shown({"--max-findings", "0"}), 60);
+    EXPECT_THAT(classesRun({}).out, EndsWith("\n... and 10 more [C001]\n60 errors in 1 of 1 document\n"));
+    EXPECT_EQ(json::parse(classesRun({"--format", "json"}).out)["findings"].size(), 60U);
+    const auto limited = json::parse(classesRun({"--format", "json", "--max-findings", "7"}).out);
+    EXPECT_EQ(limited["omitted"]["C001"], 53);
+    EXPECT_EQ(limited["summary"]["errors"], 60);
+}
+
+TEST_F(CheckSet, ReportTakesNoNoticeOfWhatIsChosen) {
+    const auto whole = run({"Building.exp", "Set.xml", "--format", "report"});
+    EXPECT_EQ(whole.out,
+              "Pset_Test;Error;BldWal;Applicable class in xml set is not defined in schema (contain "
+              "spaces?)\n");
+    const auto chosen = run({"Building.exp", "Set.xml", "--ignore", "C", "--report", "report.txt"});
+    EXPECT_EQ(sFileText(folder_.sPath("report.txt")), whole.out);
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--ignore", "C", "--format", "report"}).out, whole.out);
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--ignore", "C", "--format", "report"}).status, 1);
+}
+
+TEST_F(CheckSet, JsonIsADocumentEvenWhenTheJobFails) {
+    folder_.sWrite("No.exp", "");
+    struct Row {
+        std::vector<std::string> arguments;
+        int status;
+    };
+    const Row rows[] = {
+        {{"Building.exp", "Set.xml"}, 1},
+        {{"Building.exp", "None.xml"}, 2},
+        {{"No.exp", "Set.xml"}, 2},
+        {{"Building.exp"}, 2},
+        {{"Building.exp", "Set.xml", "--config-file", "none.toml"}, 2},
+        {{"Building.exp", "Set.xml", "--baseline", "none.json"}, 2},
+    };
+    for (auto row : rows) {
+        row.arguments.insert(row.arguments.end(), {"--format", "json"});
+        const auto ended = run(row.arguments);
+        EXPECT_EQ(ended.status, row.status) << testing::PrintToString(row.arguments);
+        ASSERT_TRUE(json::accept(ended.out)) << testing::PrintToString(row.arguments) << ended.out;
+        EXPECT_EQ(json::parse(ended.out)["format"], "kivifc-check/1");
+        const auto validation = validated(KIVIFC_SOURCES "/Findings/check.schema.json", ended.out);
+        if (!validation.isLeftOut) {
+            EXPECT_TRUE(validation.isValid) << validation.text;
+        }
+    }
+}
+
+TEST_F(CheckSet, StandardInputHasTheNameThatItIsGiven) {
+    const auto named = run({"Building.exp", "-", "--select", "C001", "--stdin-filename", "Sets/New.xml"},
+                           {.input = sSet("Pset_Test")});
+    EXPECT_THAT(named.out, StartsWith("Sets/New.xml:6:14: error: "));
+    EXPECT_THAT(named.out, HasSubstr("\t\t           ^~~~~~\n"));
+}
+
+TEST_F(CheckSet, SchemaAndSetsMayBeInTheProjectFile) {
+    folder_.sWrite("kivifc.toml", "schema = \"Building.exp\"\nsets = [\"Set.xml\"]\nselect = [\"C001\"]\n");
+    const auto bare = run({});
+    EXPECT_EQ(bare.status, 1);
+    EXPECT_THAT(bare.out, StartsWith("Set.xml:6:14: error: "));
+    // From a folder below, with paths as they are found from there.
+    fs::create_directory(folder_.sPath("Below"));
+    const auto below = kivifcRun({"check"}, {.folder = folder_.sPath("Below")});
+    EXPECT_THAT(below.out, StartsWith("../Set.xml:6:14: error: "));
+    // The command line wins.
+    EXPECT_THAT(run({"--select", "T"}).out, EndsWith("no findings in 1 document\n"));
+    EXPECT_THAT(run({"None.xml"}).out, StartsWith("None.xml: error: No such file or directory [R040]\n"));
+}
+
+TEST_F(CheckSet, SearchForTheProjectFileEndsAtTheRepository) {
+    folder_.sWrite("kivifc.toml", "schema = \"Building.exp\"\nsets = [\"Set.xml\"]\n");
+    folder_.sWrite("Inner/.git/HEAD", "");
+    const auto inner = kivifcRun({"check"}, {.folder = folder_.sPath("Inner")});
+    EXPECT_EQ(inner.status, 2);
+    EXPECT_THAT(inner.err, HasSubstr("FILE, the schema, is required"));
+}
+
+TEST_F(CheckSet, EnvironmentWinsOverTheFileAndTheCommandLineOverBoth) {
+    folder_.sWrite("kivifc.toml", "schema = \"File.exp\"\nsets = [\"Set.xml\"]\n");
+    const auto schemaRead = [&](const std::vector<std::string>& arguments,
+                                std::vector<std::string> environment) {
+        return run(arguments, {.environment = std::move(environment)}).err;
+    };
+    EXPECT_THAT(schemaRead({}, {}), StartsWith("kivifc: File.exp: "));
+    EXPECT_THAT(schemaRead({}, {"KIVIFC_SCHEMA=Variable.exp"}), StartsWith("kivifc: Variable.exp: "));
+    EXPECT_THAT(schemaRead({"Line.EXP"}, {"KIVIFC_SCHEMA=Variable.exp"}), StartsWith("kivifc: Line.EXP: "));
+    EXPECT_EQ(schemaRead({"Set.xml"}, {"KIVIFC_SCHEMA=Building.exp"}), "");
+}
+
+TEST_F(CheckSet, FaultsOfTheProjectFileHaveTheirLine) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"schema = \"a.exp\"\nignor = \"T\"\n",
+         "kivifc: kivifc.toml:2: no key is named \"ignor\", did you mean \"ignore\"?\n"},
+        {"\nignore = [\"Q9\"]\n", "kivifc: kivifc.toml:2: --ignore: no rule has the code \"Q9\""},
+        {"format = \"yaml\"\n", "kivifc: kivifc.toml:1: "},
+        {"[severities]\nT001 = \"note\"\n", "kivifc: kivifc.toml:2: no section is named \"severities\""},
+        {"[severity]\nT001 = \"grave\"\n", "kivifc: kivifc.toml:2: "},
+    };
+    for (const auto& [text, line] : rows) {
+        folder_.sWrite("kivifc.toml", text);
+        const auto faulty = run({"Building.exp", "Set.xml"});
+        EXPECT_EQ(faulty.status, 2) << text;
+        EXPECT_EQ(faulty.out, "") << text;
+        EXPECT_THAT(faulty.err, StartsWith(line)) << text;
+    }
+}
+
+TEST_F(CheckSet, ContextsOfTheProjectFileAreApart) {
+    folder_.sWrite("Office/Same.xml", sSet("Pset_Test"));
+    folder_.sWrite("kivifc.toml", "schema = \"Building.exp\"\nsets = [\"Set.xml\"]\nselect = \"X001,X002\"\n"
+                                  "[contexts]\noffice = \"Office\"\n");
+    const auto apart = run({});
+    EXPECT_EQ(apart.status, 0) << apart.out;
+    EXPECT_THAT(apart.out, HasSubstr("[X002]"));
+    const auto together = run({"Set.xml", "Office"});
+    EXPECT_EQ(together.status, 1);
+    EXPECT_THAT(together.out, HasSubstr("[X001]"));
+}
+
+/// "templatetype" in the wrong letter case is what can be mended; blanks, comments and line ends around it
+/// stay.
+constexpr const char* Mendable = "<PropertySetDef ifdguid=\"14fafcf30e160e477383a24adb6f66e9\"\r\n"
+                                 "  templatetype = 'pset_typedrivenonly' ><!-- a -->\r\n"
+                                 "\t<Name>Pset_Test</Name>\n"
+                                 "</PropertySetDef>";
+
+constexpr const char* Mended = "<PropertySetDef ifdguid=\"14fafcf30e160e477383a24adb6f66e9\"\r\n"
+                               "  templatetype = 'PSET_TYPEDRIVENONLY' ><!-- a -->\r\n"
+                               "\t<Name>Pset_Test</Name>\n"
+                               "</PropertySetDef>";
+
+TEST_F(CheckFindings, FixMendsTheFileAndLeavesTheRest) {
+    const auto path = folder_.sWrite("Set.xml", Mendable);
+    const auto fixed = run({"Building.exp", "Set.xml", "--select", "S011", "--fix"});
+    EXPECT_EQ(fixed.status, 0);
+    EXPECT_EQ(fixed.out, "no findings in 1 document\n");
+    EXPECT_EQ(fixed.err, "kivifc: Set.xml: 1 finding mended\n");
+    EXPECT_EQ(sFileText(path), Mended);
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011", "--fix"}).err, "");
+}
+
+TEST_F(CheckFindings, DiffShowsWhatFixWouldDo) {
+    const auto path = folder_.sWrite("Set.xml", Mendable);
+    const auto diff = run({"Building.exp", "Set.xml", "--select", "S011", "--diff"});
+    EXPECT_EQ(diff.status, 1);
+    EXPECT_EQ(sFileText(path), Mendable);
+    EXPECT_THAT(diff.out, StartsWith("--- Set.xml\n+++ Set.xml\n@@ -1,4 +1,4 @@\n"));
+    EXPECT_THAT(diff.out, HasSubstr("\n-  templatetype = 'pset_typedrivenonly' ><!-- a -->\r\n"
+                                    "+  templatetype = 'PSET_TYPEDRIVENONLY' ><!-- a -->\r\n"));
+    folder_.sWrite("fix.patch", diff.out);
+    EXPECT_EQ(kivifcRun({"--binary", "-p0", "-s", "-i", "fix.patch"},
+                        {.program = "/usr/bin/patch", .folder = folder_.sPath("")})
+                  .status,
+              0);
+    EXPECT_EQ(sFileText(path), Mended);
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011", "--diff"}).out, "");
+}
+
+TEST_F(CheckFindings, StandardInputIsNotMended) {
+    const auto fixed = run({"Building.exp", "-", "--select", "S011", "--fix"}, {.input = Mendable});
+    EXPECT_EQ(fixed.status, 2);
+    EXPECT_THAT(fixed.err, HasSubstr("only a file can be mended; --diff shows what would change"));
+}
+
+TEST_F(CheckFindings, ThreadsChangeNothingOfTheOutput) {
+    for (int number = 0; number < 40; ++number)
+        folder_.sWrite("Sets/" + std::to_string(number) + ".xml",
+                       number % 5 == 0 ? "<PropertySetDef>" : sSet("Pset_" + std::to_string(number % 7)));
+    const auto one = run({"Building.exp", "Sets", "--jobs", "1"});
+    EXPECT_EQ(one.status, 2);
+    for (const auto* jobs : {"2", "5"}) {
+        const auto many = run({"Building.exp", "Sets", "--jobs", jobs});
+        EXPECT_EQ(many.out, one.out);
+        EXPECT_EQ(many.err, one.err);
+        EXPECT_EQ(many.status, one.status);
+    }
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::test
