@@ -44,13 +44,13 @@ class CheckFindings : public testing::Test {
 protected:
     CheckFindings() { fs::copy_file(KIVIFC_SAMPLES "/Building.exp", folder_.sPath("Building.exp")); }
 
-    Run run(std::vector<std::string> arguments, RunOptions options = {}) const {
+    test::Run run(std::vector<std::string> arguments, RunOptions options = {}) const {
         arguments.insert(arguments.begin(), "check");
         options.folder = folder_.sPath("");
         return kivifcRun(arguments, options);
     }
 
-    Run classesRun(std::vector<std::string> arguments) const {
+    test::Run classesRun(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), {"Building.exp", "Set.xml", "--select", "C001"});
         return run(arguments);
     }
