@@ -65,7 +65,8 @@ std::string sUnknownKey(const CLI::App& app, std::string_view key) {
             names.push_back(name);
     }
     std::erase_if(names, [](const auto& name) { return isAmong(CommandLineKeys, name); });
-    const auto nearest = kit::nearestName(key, std::vector<std::string_view>(names.begin(), names.end()));
+    const std::vector<std::string_view> candidates(names.begin(), names.end());
+    const auto nearest = kit::nearestName(key, candidates);
     return fmt::format("no key is named \"{}\"{}", key,
                        nearest ? fmt::format(", did you mean \"{}\"?", nearest->name) : "");
 }

@@ -1,4 +1,5 @@
 #include "kivifc/Findings/Selection.h"
+#include "kiv/Kit/Names/NearestName.h"
 
 #include "kiv/Kit/Findings/Rule.h"
 #include "kiv/Kit/Names/NearestName.h"

@@ -50,7 +50,7 @@ private:
 
     void vTypeCheck(const TypeOutline& type);
     bool boCounts(const TypeOutline& type) const;
-    bool boIsAttributeMisspelt(XmlIndex element) const;
+    bool boIsMisspelt(XmlIndex element, std::string_view attribute) const;
     bool boIsGiven(const TypeOutline& type) const;
     bool boHasReference(const TypeOutline& type) const;
     const schema::ObjectBase* pObjectOf(const TypeOutline& type);
@@ -73,6 +73,7 @@ private:
     void vListCheck(const MemberOutline& member);
     bool boHasChild(XmlIndex parent, std::string_view tag) const;
     void vDataTypeRequire(XmlIndex element);
+    void vReferenceRequire(const MemberOutline& member);
 
     RuleRun& run_;
     const XmlPositions& xml_;
@@ -103,13 +104,13 @@ bool TypeCheck::boCounts(const TypeOutline& type) const {
            xml_.getElement(types[next].element).parent != xml_.getElement(type.element).parent;
 }
 
-/// Then the spelling of "type" is the mistake.
-bool TypeCheck::boIsAttributeMisspelt(XmlIndex element) const {
-    static constexpr std::string_view Legal[] = {"type"};
-    const auto isMisspelt = [](const XmlAttribute& attribute) {
-        return !legalMatch(attribute.name, Legal).name.empty();
+/// Whether the element has an attribute that was probably meant to be that one: then its spelling is the
+/// mistake.
+bool TypeCheck::boIsMisspelt(XmlIndex element, std::string_view attribute) const {
+    const auto isMeant = [&](const XmlAttribute& other) {
+        return !legalMatch(other.name, {&attribute, 1}).name.empty();
     };
-    return std::ranges::any_of(xml_.getAttributes(xml_.getElement(element)), isMisspelt);
+    return std::ranges::any_of(xml_.getAttributes(xml_.getElement(element)), isMeant);
 }
 
 bool TypeCheck::boIsGiven(const TypeOutline& type) const {
@@ -140,9 +141,11 @@ const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
         // What a time series is made of need not be said, nor need "reftype" when "DataType" is there.
         const bool isRequired =
             type.use == TypeUse::Value || (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
+        if (run_.boMisplaced(type.element))
+            return nullptr;
         if (isRequired && type.attribute)
             run_.addAtValue("T008", type.element, *type.attribute, "the data type is empty");
-        else if (isRequired && !boIsAttributeMisspelt(type.element))
+        else if (isRequired && !boIsMisspelt(type.element, "type"))
             run_.add("T008", type.element, "\"DataType\" has no attribute \"type\"");
         return nullptr;
     }
@@ -312,6 +315,9 @@ void TypeCheck::vMemberCheck(const MemberOutline& member) {
     case PropertyKind::BoundedValue:
         vDataTypeRequire(member.kindElement);
         break;
+    case PropertyKind::ReferenceValue:
+        vReferenceRequire(member);
+        break;
     case PropertyKind::EnumeratedValue:
         vItemsCheck(member);
         vConstantsCheck(member);
@@ -335,6 +341,14 @@ void TypeCheck::vDataTypeRequire(XmlIndex element) {
     if (!boHasChild(element, "DataType") && !run_.boMisspelt(element, "DataType"))
         run_.add("T008", element,
                  "no data type is given: " + sQuoted(xml_.getElement(element).name) + " has no \"DataType\"");
+}
+
+void TypeCheck::vReferenceRequire(const MemberOutline& member) {
+    const auto index = static_cast<std::size_t>(&member - run_.outline.members.data());
+    const auto element = member.kindElement;
+    if (!hasReference_[index] && !boHasChild(element, "DataType") && !run_.boMisspelt(element, "DataType") &&
+        (xml_.pAttribute(xml_.getElement(element), "reftype") || !boIsMisspelt(element, "reftype")))
+        run_.add("T008", element, "nothing says what the property refers to: there is no \"reftype\"");
 }
 
 void TypeCheck::vItemsCheck(const MemberOutline& member) {
@@ -407,7 +421,7 @@ void TypeCheck::vTableCheck(const MemberOutline& member) {
 }
 
 void TypeCheck::vListCheck(const MemberOutline& member) {
-    bool isTyped = run_.boMisspelt(member.kindElement, "ListValue");
+    bool isTyped = run_.boMisspelt(member.kindElement, "ListValue") || run_.boMisplaced(member.kindElement);
     for (const auto column : XmlChildren(xml_, member.kindElement))
         isTyped = isTyped || (xml_.getElement(column).name == "ListValue" &&
                               (boHasChild(column, "DataType") || run_.boMisspelt(column, "DataType")));

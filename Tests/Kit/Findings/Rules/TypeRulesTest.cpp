@@ -86,6 +86,12 @@ INSTANTIATE_TEST_SUITE_P(
         {"no element",
          sSetOf("<TypePropertySingleValue></TypePropertySingleValue>"),
          {"5:2+23 error T008 no data type is given: \"TypePropertySingleValue\" has no \"DataType\""}},
+        {"a reference to nothing",
+         sSetOf("<TypePropertyReferenceValue/>"),
+         {"5:2+26 error T008 nothing says what the property refers to: there is no \"reftype\""}},
+        {"a reference of an older spelling",
+         sSetOf("<TypePropertyReferenceValue><DataType type=\"IfcMaterial\"/></TypePropertyReferenceValue>"),
+         {}},
         {"known", sSingle("IfcLabel"), {}},
     }));
 
