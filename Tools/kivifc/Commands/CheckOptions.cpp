@@ -1,6 +1,6 @@
 #include "kivifc/Commands/CheckOptions.h"
-#include "kiv/Kit/Names/NearestName.h"
 
+#include "kiv/Kit/Names/NearestName.h"
 #include "kivifc/Program/AsciiText.h"
 
 #include <CLI/CLI.hpp>
