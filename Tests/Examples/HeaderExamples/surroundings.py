@@ -39,6 +39,16 @@ DIAGNOSTICS = ["kivifc/Program/Diagnostics.h"]
 SURROUNDINGS = {
     "KivIfcKit.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcKit.h>": ";"}),
     "KivIfcSchemaPset.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcSchemaPset.h>": ";"}),
+    "ExpressPositions.h": row("kiv::kit", "std::string_view text"),
+    "ExpressScanner.h": row("kiv::kit", "std::string_view text",
+                            before="void vUse(std::string_view, const TextPosition&);"),
+    "SchemaFindings.h": row("kiv::kit", "const ifc::def::schema::Schema* schema, std::string_view text, "
+                                        "std::span<const assert::AssertRecord> assertions"),
+    "SchemaLines.h": row("kiv::kit", "std::string_view text"),
+    "SchemaRelease.h": row("kiv::kit", "const ifc::def::schema::Schema& schema", [IN + "Schema/IfcSchema.h"],
+                           before="void vWarn();"),
+    "SchemaRules.h": row("kiv::kit"),
+    "SchemaRun.h": row("kiv::kit", isNamespaceScope=True),
     "IfcDefAliases.h": row(DEF, "const pset::PropertyDef& property", [IN + "Pset/IfcPropertyDef.h"]),
     "IfcDefBase.h": row(XML, includes=[IN + "Pset/IfcPropertyDef.h"], isNamespaceScope=True),
     "IfcDefErrors.h": row(XML, SET_PARAMETERS, SET_INCLUDES, before="namespace pset = kiv::ifc::def::pset;"),
