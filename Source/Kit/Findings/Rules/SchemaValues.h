@@ -28,7 +28,7 @@ namespace kiv::kit {
 enum class ValueFit : std::uint8_t { Yes, No, Unknown };
 
 /// Whether a text is a value of that type, as STEP files or XML documents write it. An empty text and "?",
-/// which stands for no value, fit every type.
+/// which is for a value that is not known, fit every type.
 ValueFit fitOf(std::string_view value, const ifc::def::schema::DataTypeBase& type);
 
 /// What such values are, for a message: "a number", "an integer". Empty where `fitOf` does not know.
