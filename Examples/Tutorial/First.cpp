@@ -1,16 +1,16 @@
-#include <kiv/KivIfcSchemaPset.h>
+#include <kiv/KivIfcKit.h>
 
-#include <fstream>
 #include <iostream>
 
 int main() {
-    std::ifstream text("Building.exp", std::ios::binary);
-    const auto schema = text ? kiv::ifc::def::SchemaPset::pStepStreamRead(text) : nullptr;
-    if (!schema)
+    const auto building = kiv::kit::schemaFileRead("Building.exp");
+    if (!building.schema)
         return 1;
-    const auto* wall = kiv::ifc::def::schema::Entity::pFrom(schema->pObjectFromName("BldWall"));
-    if (!wall)
-        return 1;
-    for (const auto& attribute : wall->getAttributes())
-        std::cout << attribute.getName() << " : " << attribute.getTypeText() << '\n';
+    for (const auto& path : kiv::kit::setPathsCollect({"Sets", "BrokenSets"}).documents) {
+        const auto document = kiv::kit::setDocumentCheck(path, *building.schema);
+        for (const auto& finding : kiv::kit::findingsOf(document, {*building.schema})) {
+            const auto& at = finding.place.position;
+            std::cout << path << ':' << at.line << ':' << at.column << ": " << finding.message << '\n';
+        }
+    }
 }

@@ -40,6 +40,7 @@ void vSchemasRead(SchemaFile& file, const ifc::def::Budget& budget) {
             return schemas.emplace_back(std::make_unique<SchemaPset>(in, header, pos, meter)).get();
         },
         meter);
+    sink.vCheck();
     for (const auto& schema : schemas)
         file.names.emplace_back(schema->getName());
     if (!schemas.empty())

@@ -101,6 +101,7 @@ private:
         const auto* set = document.pSet();
         if (set && schema_)
             document.isRefused = !set->checkForErrors(*schema_, document.errors);
+        sink.vCheck();
     }
 
     static void vPositionsFind(SetDocument& document, ifc::def::BudgetMeter& meter) {

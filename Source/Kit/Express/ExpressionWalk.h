@@ -11,7 +11,6 @@
 ///             ExpressionWalk::visit(node); // without this line its arguments are passed over
 ///         }
 ///     };
-///
 ///     CallCounter counter;
 ///     counter.vWalk(*rule.expression);
 ///

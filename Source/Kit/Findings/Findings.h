@@ -1,7 +1,7 @@
 /// @file
 /// What is wrong with a set document.
 ///
-///     const auto document = setDocumentRead("Pset_Wall.xml", schema);
+///     const auto document = setDocumentCheck("Pset_Wall.xml", schema);
 ///     for (const auto& finding : findingsOf(document, {schema}))
 ///         std::cout << finding.place.position.line << ": " << finding.message << '\n';
 ///

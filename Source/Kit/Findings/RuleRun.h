@@ -26,6 +26,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace kiv::kit {
@@ -98,6 +99,11 @@ public:
     /// one would be the same mistake again.
     bool boMisspelt(XmlIndex parent, std::string_view name) const;
 
+    /// Notes that what belongs in the element is there in a wrong way, and is found as such: to miss it would
+    /// be the same mistake again.
+    void vMisplacedNote(XmlIndex element) { misplaced_.insert(element); }
+    bool boMisplaced(XmlIndex element) const { return misplaced_.contains(element); }
+
     /// The last finding, when it is about the element or an attribute of it; otherwise null.
     FindingDraft* pLastOf(XmlIndex element);
 
@@ -109,6 +115,7 @@ private:
 
     std::vector<FindingDraft> drafts_;
     std::unordered_map<std::string_view, std::size_t> counts_;
+    std::unordered_set<XmlIndex> misplaced_;
     /// Takes what is over the limits.
     FindingDraft surplus_;
 };

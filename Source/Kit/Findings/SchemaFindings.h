@@ -1,7 +1,7 @@
 /// @file
 /// What is wrong with an EXPRESS schema, and what of it the library passes over.
 ///
-///     for (const auto& finding : schemaFindingsOf(schema, assertions, text, "IFC4.exp"))
+///     for (const auto& finding : schemaFindingsOf(&schema, assertions, text, "IFC4.exp"))
 ///         std::cout << finding.place.position.line << ": " << finding.message << '\n';
 ///
 /// Ownership: findings are values.

@@ -4,7 +4,7 @@
 ///     void vTypesCheck(SchemaRun& run) {
 ///         for (const auto& declared : run.declared)
 ///             if (declared.isLost())
-///                 run.add("E002", declared.declaration->name, "...");
+///                 run.add("E002", declared.declaration->name.position, "...");
 ///     }
 ///
 /// Private to the kit.

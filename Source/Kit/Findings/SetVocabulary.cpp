@@ -208,7 +208,11 @@ bool SetVocabulary::boOfOther(SetKind kind, std::string_view name) {
     return std::ranges::any_of(OwnElements, isAsked);
 }
 
-std::string_view SetVocabulary::ownerOf(SetKind kind, std::string_view name) {
+std::string_view SetVocabulary::ownerOf(SetKind kind, const ElementRule& parent, std::string_view name) {
+    for (const auto& child : parent.children) {
+        if (pChild(*child.rule, name))
+            return child.rule->name;
+    }
     const bool isPropertySet = kind == SetKind::PropertySet;
     const std::span<const ElementRule* const> owners =
         isPropertySet ? std::span<const ElementRule* const>(PropertySetOwners)

@@ -81,8 +81,9 @@ public:
     static std::string_view counterpart(std::string_view name);
     /// Whether only the other kind of set has an element of that name.
     static bool boOfOther(SetKind kind, std::string_view name);
-    /// The element that contains elements of that name, in that kind of set; empty when there is none.
-    static std::string_view ownerOf(SetKind kind, std::string_view name);
+    /// The element that contains elements of that name, in that kind of set: one inside of `parent` if there
+    /// is such a one; empty when there is none.
+    static std::string_view ownerOf(SetKind kind, const ElementRule& parent, std::string_view name);
     /// The names that the children of an element may have.
     static std::vector<std::string_view> childNames(const ElementRule& rule);
 

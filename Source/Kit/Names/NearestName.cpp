@@ -84,37 +84,65 @@ struct Changes {
     std::size_t ofBeginning = Unlike;
 };
 
-/// The Levenshtein distance, row by row of a table whose fields too far from its diagonal are not looked at.
+using Row = std::array<std::size_t, maxNameLength + 1>;
+
+/// The three rows of a table of distances that are looked at, and how far from the diagonal.
+struct Band {
+    std::array<Row, 3> rows{};
+    std::size_t allowed = 0;
+    std::size_t width = 0;
+
+    Row& row(std::size_t line) { return rows[line % rows.size()]; }
+};
+
+/// Fills one row; gives the least number in it.
+std::size_t rowFill(Band& band, std::size_t line, std::string_view name, std::string_view other) {
+    const auto far = band.allowed + 1;
+    const auto first = line > band.allowed ? line - band.allowed : 1;
+    const auto last = std::min(band.width, line + band.allowed);
+    auto& row = band.row(line);
+    const auto& above = band.row(line - 1);
+    row[first - 1] = first == 1 ? line : far;
+    auto least = row[first - 1];
+    for (auto column = first; column <= last; ++column) {
+        const auto leftOut = column == line + band.allowed ? far : above[column];
+        const auto replaced = above[column - 1] + (isSame(name[line - 1], other[column - 1]) ? 0U : 1U);
+        auto changes = std::min({replaced, row[column - 1] + 1, leftOut + 1});
+        const bool isSwapped = line > 1 && column > 1 && isSame(name[line - 1], other[column - 2]) &&
+                               isSame(name[line - 2], other[column - 1]);
+        if (isSwapped)
+            changes = std::min(changes, band.row(line - 2)[column - 2] + 1);
+        row[column] = changes;
+        least = std::min(least, changes);
+    }
+    return least;
+}
+
+/// The distance of names, row by row of a table whose fields too far from its diagonal are not looked at.
 Changes changesBetween(std::string_view name, std::string_view other, std::size_t allowed) {
+    Band band;
+    band.allowed = allowed;
     // What is further on can only be inserted, and is for no beginning.
-    const auto width = std::min(other.size(), name.size() + allowed);
-    std::array<std::size_t, maxNameLength + 1> row{};
-    for (std::size_t column = 0; column <= width; ++column)
-        row[column] = column;
+    band.width = std::min(other.size(), name.size() + allowed);
+    if (name.size() > band.width + allowed)
+        return {};
+    for (std::size_t column = 0; column <= band.width; ++column)
+        band.row(0)[column] = column;
+    std::size_t least = 0;
     for (std::size_t line = 1; line <= name.size(); ++line) {
-        const auto first = line > allowed ? line - allowed : 1;
-        const auto last = std::min(width, line + allowed);
-        if (first > last)
-            return {};
-        auto diagonal = row[first - 1];
-        row[first - 1] = first == 1 ? line : allowed + 1;
-        auto least = row[first - 1];
-        for (auto column = first; column <= last; ++column) {
-            const auto above = column == line + allowed ? allowed + 1 : row[column];
-            const auto replaced = diagonal + (isSame(name[line - 1], other[column - 1]) ? 0U : 1U);
-            diagonal = row[column];
-            row[column] = std::min({replaced, row[column - 1] + 1, above + 1});
-            least = std::min(least, row[column]);
-        }
-        if (least > allowed)
+        const auto before = least;
+        least = rowFill(band, line, name, other);
+        // Two rows, as a swap of letters passes over one.
+        if (least > allowed && before > allowed)
             return {};
     }
-    Changes changes;
+    const auto& row = band.row(name.size());
     const auto first = name.size() > allowed ? name.size() - allowed : 0;
-    for (auto column = first; column <= width; ++column)
+    Changes changes;
+    for (auto column = first; column <= band.width; ++column)
         changes.ofBeginning = std::min(changes.ofBeginning, row[column]);
-    if (width == other.size())
-        changes.ofAll = row[width];
+    if (band.width == other.size())
+        changes.ofAll = row[band.width];
     if (changes.ofBeginning > allowed)
         changes.ofBeginning = Unlike;
     if (changes.ofAll > allowed)

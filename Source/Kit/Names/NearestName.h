@@ -31,7 +31,8 @@ inline constexpr std::size_t maxNameLength = 100;
 
 struct NameMatch {
     std::string_view name;
-    /// How many letters were inserted, left out or replaced, a prefix that is missing not counted.
+    /// How many letters were inserted, left out, replaced or swapped with their neighbour; a prefix that is
+    /// missing is not counted.
     std::size_t changes = 0;
     /// Only a part of the one is like the other. Without it the candidate is a corrected spelling.
     bool isPart = false;

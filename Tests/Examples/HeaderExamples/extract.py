@@ -15,7 +15,7 @@ import re
 import sys
 from pathlib import Path
 
-from surroundings import PLAIN, SURROUNDINGS
+from surroundings import KIT_SURROUNDINGS, PLAIN, SURROUNDINGS
 
 class StaleRow(Exception):
     """surroundings.py does not fit the headers."""
@@ -70,10 +70,15 @@ def header_name(root, include_folder, header):
     return f"kiv/{name}" if (include_folder / "kiv" / name).exists() else name
 
 
+def kit_row(root, header):
+    """The kit has headers that are named like those of kivifc."""
+    return KIT_SURROUNDINGS.get(header.name) if header.is_relative_to(root / "Source/Kit") else None
+
+
 def source_of(root, include_folder, header, examples):
-    if header.name not in SURROUNDINGS:
+    row = kit_row(root, header) or SURROUNDINGS.get(header.name)
+    if row is None:
         raise StaleRow(f"{header}:{examples[0][0]}: an example that HeaderExamples/surroundings.py does not know")
-    row = SURROUNDINGS[header.name]
     includes = [header_name(root, include_folder, header), *row.get("includes", [])]
     parts = [f'#include "{name}"' for name in includes]
     parts += [f"#include <{name}>" for name in ("iostream", "fstream", "memory", "string", "utility", "vector")]

@@ -21,7 +21,7 @@ ENTITY = [IN + "Schema/IfcSchemaEntity.h", IN + "Schema/IfcSchema.h", IN + "Sche
 PLAIN = {
     "DataTypeJson.h": ['{"object"'],
     "ExpressionJson.h": ["a - b - c"],
-    "ProjectFile.h": ["schema ="],
+    "ProjectFile.h": ["schema =", "[contexts]"],
     "TreeDrawing.h": ["BldUnit"],
 }
 
@@ -39,6 +39,16 @@ DIAGNOSTICS = ["kivifc/Program/Diagnostics.h"]
 SURROUNDINGS = {
     "KivIfcKit.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcKit.h>": ";"}),
     "KivIfcSchemaPset.h": row(BASE, isNamespaceScope=True, replace={"#include <kiv/KivIfcSchemaPset.h>": ";"}),
+    "ExpressPositions.h": row("kiv::kit", "std::string_view text"),
+    "ExpressScanner.h": row("kiv::kit", "std::string_view text",
+                            before="void vUse(std::string_view, const TextPosition&);"),
+    "SchemaFindings.h": row("kiv::kit", "const ifc::def::schema::Schema* schema, std::string_view text, "
+                                        "std::span<const assert::AssertRecord> assertions"),
+    "SchemaLines.h": row("kiv::kit", "std::string_view text"),
+    "SchemaRelease.h": row("kiv::kit", "const ifc::def::schema::Schema& schema", [IN + "Schema/IfcSchema.h"],
+                           before="void vWarn();"),
+    "SchemaRules.h": row("kiv::kit"),
+    "SchemaRun.h": row("kiv::kit", isNamespaceScope=True),
     "IfcDefAliases.h": row(DEF, "const pset::PropertyDef& property", [IN + "Pset/IfcPropertyDef.h"]),
     "IfcDefBase.h": row(XML, includes=[IN + "Pset/IfcPropertyDef.h"], isNamespaceScope=True),
     "IfcDefErrors.h": row(XML, SET_PARAMETERS, SET_INCLUDES, before="namespace pset = kiv::ifc::def::pset;"),
@@ -110,8 +120,6 @@ SURROUNDINGS = {
                            ["kivifc/Program/Program.h"]),
     "Fixes.h": row(TOOL, "const std::string& text, const std::vector<kit::Finding>& findings, Output& output",
                    ["kivifc/Findings/UnifiedDiff.h", "kivifc/Program/Output.h"]),
-    "IgnoreComments.h": row("kiv::kit", "const SetDocument& document, std::vector<Finding>& findings",
-                            ["kiv/Kit/Documents/SetDocument.h", "kiv/Kit/Positions/XmlPositions.h"]),
     "OrderedJobs.h": row(TOOL, "const std::vector<std::string>& paths", ["string"],
                          before="struct Document {}; Document documentRead(const std::string&);"),
     "ProjectFile.h": row(TOOL),
@@ -128,7 +136,6 @@ SURROUNDINGS = {
     "CommandTable.h": row(TOOL, "CLI::App& app", ["CLI/CLI.hpp"]),
     "CommandTexts.h": row(TOOL, includes=["kivifc/Manual/ManPages.h"]),
     "Completions.h": row(TOOL),
-    "KnownNames.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
     "ManPages.h": row(TOOL, "const ProgramTexts& texts"),
     "SchemaWithSets.h": row(TOOL, "Diagnostics& diagnostics"),
     "ApplicableSets.h": row(TOOL, "const ifc::def::SchemaPset& schema, const ifc::def::schema::Entity& wall"),
@@ -145,12 +152,10 @@ SURROUNDINGS = {
     "Json.h": row(TOOL, "Output& output"),
     "LookUpArguments.h": row(TOOL, "CLI::App& app"),
     "MissingName.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
-    "NameSuggestion.h": row(TOOL),
-    "ParseFailure.h": row(TOOL, "const xml::ParseError& error"),
     "Program.h": row(TOOL, isNamespaceScope=True),
     "SchemaFile.h": row(TOOL, "Diagnostics& diagnostics"),
     "SetDocument.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
-    "SetMembers.h": row(TOOL, "const ifc::def::xml::SetDef& set"),
+    "ShownFailure.h": row(TOOL, "const kit::SetDocument& document", ["kiv/Kit/Documents/SetDocument.h"]),
     "ReadingLimits.h": row(TOOL, "const ifc::def::BudgetExceeded& exceeded"),
     "SetPaths.h": row(TOOL, "Diagnostics& diagnostics", ["kivifc/Documents/SetDocument.h"]),
     "TextFile.h": row(TOOL, "Diagnostics& diagnostics", DIAGNOSTICS),
@@ -159,7 +164,6 @@ SURROUNDINGS = {
         TOOL, "const ifc::def::schema::Schema& schema, const ifc::def::schema::Attribute& attribute, JsonWriter& writer", ENTITY),
     "JsonWriter.h": row(TOOL, "Output& output", ["kivifc/Program/Output.h"]),
     "EntityPicture.h": row(TOOL, "const ifc::def::schema::Entity& wall, Output& output", ["kivifc/Program/Output.h"]),
-    "ExpressionText.h": row(TOOL, "const ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
     "ExpressionJson.h": row(TOOL),
     "TreeDrawing.h": row(TOOL),
     "InheritanceTree.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
@@ -168,7 +172,6 @@ SURROUNDINGS = {
                       replace={"for (...)": "for (int i = 0; i < 2; ++i)"}),
     "SchemaJson.h": row(TOOL, "const SchemaFile& file, Output& output", ["kivifc/Program/Output.h"]),
     "SchemaSummary.h": row(TOOL, "const SchemaFile& file, Output& output", ["kivifc/Program/Output.h"]),
-    "ExpressTypeText.h": row(TOOL, "const ifc::def::schema::Attribute& attribute", ENTITY),
 }
 SURROUNDINGS["Diagnostics.h"] = row(TOOL, "Output& output", replace={
     "return diagnostics.getStatus();": "use(diagnostics.getStatus());"})
@@ -215,3 +218,69 @@ SURROUNDINGS.update({
     "IfcSchemaKeyword.h": row(SCHEMA, "std::string_view line"),
     "IfcSchemaUnsigned.h": row(SCHEMA),
 })
+
+# The kit.
+KIT = "kiv::kit"
+KIT_DOCUMENT = "kiv/Kit/Documents/SetDocument.h"
+KIT_RUN = row(KIT, "RuleRun& run", ["Kit/Findings/RuleRun.h"])
+SCHEMA_PARAMETER = "const kiv::ifc::def::schema::Schema& schema"
+KIT_SURROUNDINGS = {
+    "AcrossDocuments.h": row(KIT, "const std::vector<SetDocument>& documents", [KIT_DOCUMENT]),
+    "AcrossRules.h": row(KIT, "const SetDocument& document, const SetOutline& outline, std::string_view context",
+                         [KIT_DOCUMENT, "Kit/Findings/SetOutline.h"]),
+    "ClassRules.h": KIT_RUN,
+    "ClassText.h": row(KIT),
+    "DataTypeKinds.h": row(KIT, "const kiv::ifc::def::schema::DataTypeBase& dataType"),
+    "DocumentationRules.h": KIT_RUN,
+    "ExpressPositions.h": row(KIT, "const std::string& text"),
+    "ExpressScanner.h": row(KIT, "const std::string& text"),
+    "ExpressTypeText.h": row(KIT, "const kiv::ifc::def::schema::Attribute& attribute", ENTITY),
+    "ExpressionOperators.h": row(KIT, "const kiv::ifc::def::schema::BinaryExpression& node",
+                                 [IN + "Schema/ExpressExpression.h"]),
+    "ExpressionText.h": row(KIT, "const kiv::ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
+    "ExpressionWalk.h": row(KIT, "const kiv::ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
+    "Finding.h": row(KIT, "const std::vector<Finding>& findings"),
+    "Findings.h": row(KIT, SCHEMA_PARAMETER, [KIT_DOCUMENT]),
+    "IgnoreComments.h": row(KIT, "const SetDocument& document, std::vector<Finding>& findings",
+                            [KIT_DOCUMENT, "kiv/Kit/Positions/XmlPositions.h"]),
+    "KnownNames.h": row(KIT, SCHEMA_PARAMETER),
+    "LegalNames.h": row(KIT, replace={'{"PropertyDef", "Name"}': "names"},
+                        before='inline constexpr std::string_view names[] = {"PropertyDef", "Name"};'),
+    "LibraryReports.h": row(KIT, "RuleRun& run", ["Kit/Findings/RuleRun.h"]),
+    "NearestName.h": row(KIT, SCHEMA_PARAMETER, ["kiv/Kit/Names/KnownNames.h"]),
+    "ReadFailure.h": row(KIT, "const SetDocument& document", [KIT_DOCUMENT]),
+    "ReadOptions.h": row(KIT, includes=[KIT_DOCUMENT]),
+    "Reading.h": row(KIT, "SetDocument& file, std::string& text, const ReadOptions& options", [KIT_DOCUMENT, "new"],
+                     before="inline void vRead(SetDocument&, TextFile) {}"),
+    "ReleaseRules.h": KIT_RUN,
+    "Rule.h": row(KIT),
+    "RuleNames.h": row(KIT, "RuleRun& run, FindingDraft& draft", ["Kit/Findings/RuleRun.h"]),
+    "RuleRun.h": row(KIT, isNamespaceScope=True),
+    "RuleText.h": row(KIT),
+    "SchemaFile.h": row(KIT),
+    "SchemaFindings.h": row(KIT, SCHEMA_PARAMETER + ", const std::vector<kiv::assert::AssertRecord>& assertions, "
+                                 "const std::string& text"),
+    "SchemaLines.h": row(KIT, "const std::string& text"),
+    "SchemaRelease.h": row(KIT, SCHEMA_PARAMETER, [IN + "Schema/IfcSchema.h"], before="inline void vWarn() {}"),
+    "SchemaRules.h": row(KIT),
+    "SchemaRun.h": row(KIT, isNamespaceScope=True),
+    "SchemaValues.h": row(KIT, SCHEMA_PARAMETER + ", const kiv::ifc::def::schema::Type& measure", ENTITY),
+    "SetCheckContext.h": row(KIT, SCHEMA_PARAMETER + ", const kiv::ifc::def::schema::Schema& ifc2x3, "
+                                  "const SetDocument& document", [KIT_DOCUMENT, "kiv/Kit/Findings/Findings.h"]),
+    "SetCollection.h": row(KIT, "const kiv::ifc::def::SchemaPset* schema, "
+                                "kiv::ifc::def::SchemaContextAndPropertySetDefinitions& registry",
+                           [IN + "SchemaPset.h", IN + "SchemaContextAndPropertySetDefinitions.h",
+                            "kiv/Kit/Documents/SetPaths.h"]),
+    "SetDocument.h": row(KIT, SCHEMA_PARAMETER),
+    "SetMembers.h": row(KIT, "const kiv::ifc::def::xml::SetDef& set"),
+    "SetOutline.h": row(KIT, "const SetDocument& document", [KIT_DOCUMENT]),
+    "SetPaths.h": row(KIT, includes=[KIT_DOCUMENT]),
+    "SetVocabulary.h": row(KIT, "const XmlPositions& xml, const SetOutline& outline, XmlIndex element"),
+    "TextFile.h": row(KIT, "const kiv::ifc::def::Budget& budget", [IN + "IfcBudget.h"]),
+    "TextPosition.h": row(KIT),
+    "ThreadSink.h": row(KIT, before="template <class... T> void vKeep(T&&...) {}\ninline void vRead() {}"),
+    "TypeRules.h": KIT_RUN,
+    "ViewStream.h": row(KIT, "kiv::xml::File& file, std::string_view text", ["kiv/Host/Xml/KivXml.h"]),
+    "XmlChildren.h": row(KIT, "const XmlPositions& xml, XmlIndex element"),
+    "XmlPositions.h": row(KIT, "std::string& bytes"),
+}

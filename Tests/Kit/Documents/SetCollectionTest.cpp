@@ -33,8 +33,7 @@ protected:
 private:
     TemporaryFolder folder_;
     std::unique_ptr<ifc::def::schema::Schema> schema_ = kiv::test::schemaFromText(
-        "TYPE BldLabel = STRING;\nEND_TYPE;\nTYPE BldKind = ENUMERATION OF (SQUARE);\nEND_TYPE;\nENTITY "
-        "BldDuct;\n  PredefinedType : BldKind;\nEND_ENTITY;");
+        "TYPE BldLabel = STRING;\nEND_TYPE;\nENTITY BldDuct;\n  PredefinedType : STRING(16);\nEND_ENTITY;");
 };
 
 TEST_F(SetCollectionTest, HasTheSetsAndTheirDocuments) {
@@ -70,7 +69,7 @@ TEST_F(SetCollectionTest, UnreadableDocumentsAreProblemsAndTheRestIsUsed) {
 }
 
 TEST_F(SetCollectionTest, RefusedSetIsAProblemAndItsNameStaysFree) {
-    // A predefined type that the enumeration does not have.
+    // Its predefined type is no enumeration.
     const auto a =
         getFolder().sWrite("a.xml", "<PropertySetDef><Name>Pset_A</Name><ApplicableClasses><ClassName>"
                                     "BldDuct/ROUND</ClassName></ApplicableClasses></PropertySetDef>");

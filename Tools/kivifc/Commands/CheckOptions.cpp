@@ -1,6 +1,6 @@
 #include "kivifc/Commands/CheckOptions.h"
 
-#include "kivifc/Pictures/NameSuggestion.h"
+#include "kiv/Kit/Names/NearestName.h"
 #include "kivifc/Program/AsciiText.h"
 
 #include <CLI/CLI.hpp>
@@ -65,9 +65,10 @@ std::string sUnknownKey(const CLI::App& app, std::string_view key) {
             names.push_back(name);
     }
     std::erase_if(names, [](const auto& name) { return isAmong(CommandLineKeys, name); });
-    const auto closest = sClosestName(key, {names.begin(), names.end()});
+    const std::vector<std::string_view> candidates(names.begin(), names.end());
+    const auto nearest = kit::nearestName(key, candidates);
     return fmt::format("no key is named \"{}\"{}", key,
-                       closest.empty() ? "" : fmt::format(", did you mean \"{}\"?", closest));
+                       nearest ? fmt::format(", did you mean \"{}\"?", nearest->name) : "");
 }
 
 /// Empty when it is not set.

@@ -2,6 +2,7 @@
 
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Documents/ReadingLimits.h"
+#include "kivifc/Findings/FindingWriter.h"
 #include "kivifc/Program/Version.h"
 
 #include <CLI/CLI.hpp>
@@ -110,8 +111,27 @@ std::vector<ParsedCommand> commandsAdd(CLI::App& app, IsAsked isAsked) {
     return commands;
 }
 
+/// Whether findings are to be a JSON document; the last argument is the first one here.
+bool isJsonAsked(const std::vector<std::string>& arguments) {
+    const auto isAsked = [](const std::string& value, const std::string& name) {
+        return name == "--format" && value == "json";
+    };
+    return std::ranges::adjacent_find(arguments, isAsked) != arguments.end() ||
+           std::ranges::find(arguments, "--format=json") != arguments.end();
+}
+
+/// Programs get their document even when nothing could be done.
+void vFailureDocumentWrite(Console& console) {
+    CheckResult result;
+    result.failures = console.diagnostics.getFailures();
+    const auto writer = pJsonFindings(console.output);
+    writer->vBegin({}, result);
+    writer->vEnd(result);
+}
+
 void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
     CLI::App app;
+    const bool isJson = isJsonAsked(arguments);
     // A command that is not among the arguments is not run, whatever else they are.
     const auto commands = commandsAdd(
         app, [&](const char* name) { return std::ranges::find(arguments, name) != arguments.end(); });
@@ -126,6 +146,8 @@ void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
         std::string reason = error.what();
         std::erase(reason, PlainMark);
         console.diagnostics.vFail("command line", fmt::format("{}; see kivifc --help", reason));
+        if (isJson)
+            vFailureDocumentWrite(console);
         return;
     }
     const auto chosen = std::ranges::find_if(commands, [](auto& each) { return each.parser->parsed(); });

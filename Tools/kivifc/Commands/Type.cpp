@@ -7,7 +7,6 @@
 #include "kivifc/Documents/SchemaWithSets.h"
 #include "kivifc/Json/Json.h"
 #include "kivifc/Pictures/MissingName.h"
-#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Program/OneLine.h"
 
 #include <CLI/CLI.hpp>
@@ -17,7 +16,6 @@
 #include <optional>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 // `kivifc type`: which type the value of a property, quantity or attribute has.
 namespace kiv::kivifc {
@@ -25,7 +23,6 @@ namespace kiv::kivifc {
 namespace {
 
 using ifc::def::SchemaPset;
-using ifc::def::schema::DeriveValue;
 using ifc::def::schema::Entity;
 
 constexpr const char* Footer =
@@ -57,22 +54,6 @@ std::string sNoMember(const ifc::def::xml::SetDef& set, std::string_view member)
     return sNoName("member", member, names);
 }
 
-/// An attribute that the entity or one above it has and that no file stores; empty when there is none.
-std::string sNotStored(const Entity& entity, const std::string& attribute) {
-    if (const auto* inverse = entity.pAttributeInverseFromName(attribute, true))
-        return fmt::format("\"{}\" is an inverse attribute, {} FOR {}; only explicit ones have a value",
-                           inverse->getName(), inverse->getTypeText(), inverse->getForAttributeName());
-    for (const auto* each = &entity; each; each = each->pSupertype()) {
-        const auto values = each->pDerive() ? each->pDerive()->getValues() : std::vector<DeriveValue>();
-        for (const auto& value : values) {
-            if (ascii::isEqualIgnoringCase(value.getName(), attribute))
-                return fmt::format("\"{}\" is a derived attribute; only explicit ones have a value",
-                                   value.getName());
-        }
-    }
-    return {};
-}
-
 std::string sNoAttribute(const Entity& entity, std::string_view attribute) {
     std::vector<std::string_view> names;
     for (const auto* each = &entity; each; each = each->pSupertype()) {
@@ -81,8 +62,10 @@ std::string sNoAttribute(const Entity& entity, std::string_view attribute) {
     }
     if (std::ranges::find(names, attribute) != names.end())
         return "its type is not known to the schema";
-    const auto notStored = sNotStored(entity, std::string(attribute));
-    return notStored.empty() ? sNoName("attribute", attribute, names) : notStored;
+    if (const auto* inverse = entity.pAttributeInverseFromName(std::string(attribute), true))
+        return fmt::format("\"{}\" is an inverse attribute, {} FOR {}; only explicit ones have a value",
+                           inverse->getName(), inverse->getTypeText(), inverse->getForAttributeName());
+    return sNoName("attribute", attribute, names);
 }
 
 std::string sNoValue(const SchemaPset& schema, const std::string& question) {

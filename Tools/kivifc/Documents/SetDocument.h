@@ -2,8 +2,8 @@
 /// Set documents within the limits of the command line, with "-" for standard input.
 ///
 ///     const auto document = setDocumentCheck("Pset_Wall.xml", schema);
-///     if (document.failure)
-///         diagnostics.vFail(shownFailure(document));
+///     if (document.pSet())
+///         use(*document.pSet());
 #pragma once
 
 #include "kiv/Kit/Documents/SetDocument.h"

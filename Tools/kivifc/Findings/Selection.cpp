@@ -1,8 +1,9 @@
 #include "kivifc/Findings/Selection.h"
+#include "kiv/Kit/Names/NearestName.h"
 
 #include "kiv/Kit/Findings/Rule.h"
+#include "kiv/Kit/Names/NearestName.h"
 #include "kivifc/Findings/FindingWriter.h"
-#include "kivifc/Pictures/NameSuggestion.h"
 #include "kivifc/Program/AsciiText.h"
 
 #include <algorithm>
@@ -43,8 +44,8 @@ std::string sUnknownCode(std::string_view code) {
     std::vector<std::string_view> codes;
     for (const auto& rule : kit::getRules())
         codes.push_back(rule.code);
-    const auto closest = sClosestName(code, codes);
-    const auto hint = closest.empty() ? std::string() : fmt::format(", did you mean \"{}\"?", closest);
+    const auto nearest = kit::nearestName(code, codes);
+    const auto hint = nearest ? fmt::format(", did you mean \"{}\"?", nearest->name) : std::string();
     return fmt::format("no rule has the code \"{}\"{}; kivifc explain lists all", code, hint);
 }
 

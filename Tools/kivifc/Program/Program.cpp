@@ -2,6 +2,7 @@
 
 #include "kivifc/Program/UnfinishedFile.h"
 
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -31,8 +32,9 @@ ExitStatus memoryFailureReport() {
     return ExitStatus::Failed;
 }
 
-/// Whether an allocation ever failed. A stream does not say so, and the text that it holds is then cut short.
-bool wasMemoryShort = false;
+/// Whether an allocation ever failed, on whatever thread. A stream does not say so, and the text that it holds
+/// is then cut short.
+std::atomic<bool> wasMemoryShort = false;
 
 void onMemoryShort() {
     wasMemoryShort = true;

@@ -4,7 +4,7 @@
 /// Private to the kit.
 ///
 ///     AcrossRun run;
-///     run.vAdd(document, outline, context);
+///     run.vAdd(document.path, outline, context);
 ///     const auto findings = run.getFindings();
 ///
 /// Cost: that of looking at each name once, and of sorting what was found.

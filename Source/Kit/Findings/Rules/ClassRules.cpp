@@ -107,6 +107,8 @@ void ClassCheck::vEmptyCheck() {
     if (hasName || run_.boMisspelt(0, "ApplicableClasses"))
         return;
     const auto place = outline_.applicableClasses == NoXmlElement ? XmlIndex{0} : outline_.applicableClasses;
+    if (place != 0 && run_.boMisplaced(place))
+        return;
     run_.add("C007", place, "the set names no class that it applies to").vNote(std::string(OnlyUnrestricted));
 }
 

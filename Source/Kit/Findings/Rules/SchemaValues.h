@@ -3,8 +3,8 @@
 /// measure has, which types a property can have at all.
 ///
 ///     const SchemaUnits units(schema);
-///     units.sUnitOf(measure);                             // "LENGTHUNIT" for IfcPositiveLengthMeasure
-///     fitOf("12,5", *measure.pDataType());                // ValueFit::No
+///     units.unitOf(measure);               // "LENGTHUNIT" for IfcPositiveLengthMeasure
+///     fitOf("12,5", *measure.pDataType()); // ValueFit::No
 ///
 /// Private to the kit.
 ///

@@ -607,10 +607,11 @@ void StructureCheck::vUnitTypesFind() {
 
 /// The namespaces of all releases are formed alike.
 bool isSetNamespace(std::string_view uri, SetKind kind) {
-    const std::string_view folder = kind == SetKind::PropertySet ? "xml/psd/" : "xml/qto/";
+    const std::string_view folder = kind == SetKind::PropertySet ? "xml/psd/PSD_" : "xml/qto/QTO_";
     for (const auto host : NamespaceHosts) {
         const auto start = uri.substr(0, host.size());
-        if (isEqualIgnoringCase(start, host) && uri.substr(host.size()).starts_with(folder))
+        const auto rest = uri.substr(std::min(host.size(), uri.size()));
+        if (isEqualIgnoringCase(start, host) && rest.starts_with(folder) && rest.ends_with(".xsd"))
             return true;
     }
     return false;
@@ -638,10 +639,10 @@ void StructureCheck::vElementCheck(XmlIndex element, const ElementRule& rule) {
         vUnknownAdd(element, *pRuleOf(parts.parent));
     if (rule.content == ContentKind::Ignored)
         return;
-    vAttributesCheck(element, rule);
-    vMissingCheck(element, rule);
     vRepeatedCheck(element, rule);
+    vAttributesCheck(element, rule);
     vTextCheck(element, rule);
+    vMissingCheck(element, rule);
     if (rule.name == "UnitType")
         vUnitTypeCheck(element);
     else if (rule.name == "QtoType")
@@ -714,9 +715,12 @@ void StructureCheck::vUnknownNoteAdd(FindingDraft& draft, const XmlElement& elem
         if (element.endNameBytes.isKnown())
             draft.vEdit(element.endNameBytes, match.name);
     }
-    if (const auto owner = SetVocabulary::ownerOf(run_.outline.kind, element.name); !owner.empty())
+    if (const auto owner = SetVocabulary::ownerOf(run_.outline.kind, parent, element.name); !owner.empty()) {
         draft.vNote(sQuoted(element.name) + " belongs inside " + sQuoted(owner));
-    else if (legal.empty())
+        run_.vMisplacedNote(element.parent);
+        return;
+    }
+    if (legal.empty())
         draft.vNote(sQuoted(parent.name) + " contains no elements");
     else
         draft.vNote("legal here: " + sQuotedList(legal));
@@ -742,6 +746,8 @@ void StructureCheck::vAttributesCheck(XmlIndex element, const ElementRule& rule)
 
 void StructureCheck::vAttributeAdd(XmlIndex element, const ElementRule& rule, const XmlAttribute& attribute) {
     const auto match = legalMatch(attribute.name, rule.attributes);
+    if (!match.name.empty())
+        run_.vMisplacedNote(element);
     const auto place = " of " + sNameQuoted(xml_.getElement(element));
     if (match.isLetterCase) {
         run_.addAtAttribute("S003", element, attribute,
@@ -795,15 +801,11 @@ void StructureCheck::vMissingAdd(XmlIndex element, std::string_view child, const
 
 void StructureCheck::vMissingAttributeCheck(XmlIndex element, std::string_view attribute, Severity severity,
                                             std::string message) {
-    const auto& parts = xml_.getElement(element);
-    bool isMisspelt = false;
-    for (const auto& other : xml_.getAttributes(parts)) {
-        if (other.name == attribute)
-            return;
-        isMisspelt = isMisspelt || legalMatch(other.name, {&attribute, 1}).name == attribute;
-    }
-    // The misspelt attribute is the mistake, and what the library reports is about the element.
-    auto* explanation = isMisspelt ? run_.pLastOf(element) : nullptr;
+    if (xml_.pAttribute(xml_.getElement(element), attribute))
+        return;
+    // What is misspelt, or written as text, is the mistake, and what the library reports is about the
+    // element.
+    auto* explanation = run_.boMisplaced(element) ? run_.pLastOf(element) : nullptr;
     if (explanation)
         explanation->subject.attribute = nullptr;
     else
@@ -840,6 +842,7 @@ void StructureCheck::vTextCheck(XmlIndex element, const ElementRule& rule) {
                                (rule.content == ContentKind::Nothing ? "none" : "elements") +
                                (rule.content == ContentKind::Nothing ? " belongs" : " belong"));
     draft.finding.place.position = hasText ? parts.trimmedText.position : parts.laterText;
+    run_.vMisplacedNote(element);
     if (rule.content == ContentKind::Nothing && !rule.attributes.empty())
         draft.vNote("its value belongs in the attribute " + sQuoted(rule.attributes.front()));
 }

@@ -141,6 +141,8 @@ const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
         // What a time series is made of need not be said, nor need "reftype" when "DataType" is there.
         const bool isRequired =
             type.use == TypeUse::Value || (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
+        if (run_.boMisplaced(type.element))
+            return nullptr;
         if (isRequired && type.attribute)
             run_.addAtValue("T008", type.element, *type.attribute, "the data type is empty");
         else if (isRequired && !boIsMisspelt(type.element, "type"))
@@ -419,7 +421,7 @@ void TypeCheck::vTableCheck(const MemberOutline& member) {
 }
 
 void TypeCheck::vListCheck(const MemberOutline& member) {
-    bool isTyped = run_.boMisspelt(member.kindElement, "ListValue");
+    bool isTyped = run_.boMisspelt(member.kindElement, "ListValue") || run_.boMisplaced(member.kindElement);
     for (const auto column : XmlChildren(xml_, member.kindElement))
         isTyped = isTyped || (xml_.getElement(column).name == "ListValue" &&
                               (boHasChild(column, "DataType") || run_.boMisspelt(column, "DataType")));

@@ -174,18 +174,19 @@ INSTANTIATE_TEST_SUITE_P(
                "5:14+1 E011 error: the supertype \"B\" of \"C\" is a type, not an entity\n"
                "  2:6+1 it is declared here\n  reported while reading: Entity not found\n"},
         Sample{"RULE R FOR\n\t(Walls);\nEND_RULE;\nENTITY Wall;\nEND_ENTITY;\n",
-               "3:3+5 E011 error: the entity \"Walls\" of \"R\" is not declared\n  the nearest name is "
-               "\"Wall\"\n"},
+               "3:3+5 E011 error: the entity \"Walls\" of \"R\" is not declared\n  did you mean "
+               "\"Wall\"?\n"},
         Sample{"TYPE Label = Strin;\nEND_TYPE;\nTYPE Row = LIST [1:?] OF Lable;\nEND_TYPE;\n",
                "2:14+5 E013 error: the type \"Strin\" of \"Label\" is not declared\n"
                "  reported while reading: Not type found\n"
                "4:26+5 E013 error: the type \"Lable\" of \"Row\" is not declared\n"
-               "  did you mean \"Label\"?\n  reported while reading: Type not found\n"},
+               "  did you mean \"Label\"?\n"
+               "  reported while reading: Type not found\n"},
         Sample{"ENTITY B;\n\tC : SET [1:?] OF D;\n INVERSE\n\tE : F FOR C;\nEND_ENTITY;\n",
                "3:19+1 E013 error: the type \"D\" of \"B.C\" is not declared\n"
-               "  did you mean \"B\"?\n  reported while reading: Type not found\n"
+               "  reported while reading: Type not found\n"
                "5:6+1 E013 error: the entity \"F\" of \"B.E\" is not declared\n"
-               "  did you mean \"B\"?\n  reported while reading: Entity not found\n"},
+               "  reported while reading: Entity not found\n"},
         Sample{"ENTITY B;\n\tHost : B;\n INVERSE\n\tC : B FOR host;\nEND_ENTITY;\n",
                "5:12+4 E015 error: the entity \"B\" has no explicit attribute \"host\"\n"
                "  only explicit attributes are found, in the letter case of their declaration\n"

@@ -264,6 +264,21 @@ TEST(StructureRulesTest, ACommentThatIsReadAsANameIsOneFinding) {
                     "place"));
 }
 
+TEST(StructureRulesTest, WhatIsThereInAWrongWayIsNotMissing) {
+    for (const std::string_view value :
+         {"<DataType>IfcReal</DataType>", "<DataType typ=\"IfcReal\"/>", "<DataType Type=\"IfcReal\"/>"})
+        EXPECT_EQ(findingLines(setWithSingle(value)).size(), 1) << value;
+    EXPECT_EQ(findingLines(setWithType("<PropertyType><TypePropertyListValue><DataType type=\"IfcReal\"/>"
+                                       "</TypePropertyListValue></PropertyType>"))
+                  .size(),
+              1);
+    EXPECT_THAT(
+        findingLines(setWithSingle("<DataType type=\"IfcReal\"/><UnitType>TIMEUNIT</UnitType>")),
+        ElementsAre("8:76+8 error S016 there is text inside \"UnitType\", where none belongs | its value "
+                    "belongs in the attribute \"type\" | the library reports: Unknown xml node | the library "
+                    "reports: Could not find attribute"));
+}
+
 TEST(StructureRulesTest, QuantitiesInAPropertySetAreFoundOnce) {
     EXPECT_THAT(
         findingLines(setWith("<QtoDef><Name>Q</Name><QtoType>Q_AREA</QtoType></QtoDef>")),

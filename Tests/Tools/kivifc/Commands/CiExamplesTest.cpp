@@ -30,7 +30,7 @@ protected:
     }
 
     /// Runs a shell in the project; kivifc is what is tested here.
-    Run shellRun(const std::string& script) const {
+    test::Run shellRun(const std::string& script) const {
         const auto program = fs::path(KIVIFC_PROGRAM).parent_path().native();
         return kivifcRun({"-c", "PATH=" + program + ":$PATH; " + script},
                          {.program = "/bin/sh", .folder = folder_.sPath("")});
@@ -70,7 +70,7 @@ TEST_F(CiExample, GitlabJobMakesTestResults) {
 
 class CommitHook : public CiExample {
 protected:
-    Run commit(const std::string& files) const {
+    test::Run commit(const std::string& files) const {
         return shellRun("export HOME=. GIT_AUTHOR_NAME=a GIT_AUTHOR_EMAIL=a@b GIT_COMMITTER_NAME=a "
                         "GIT_COMMITTER_EMAIL=a@b; git init -q . && cp " KIVIFC_CI
                         "/pre-commit .git/hooks/pre-commit && git add " +

@@ -35,7 +35,7 @@ TEST(ExportCommand, WritesOneFileASetNamedAfterIt) {
 TEST(ExportCommand, WhatIsWrittenReadsBack) {
     const TemporaryFolder folder;
     exportRun("Sets", folder.sPath("out"));
-    const auto run = kivifcRun({"check", "Building.exp", folder.sPath("out")});
+    const auto run = kivifcRun({"check", "Building.exp", folder.sPath("out"), "--warnings"});
     EXPECT_THAT(run.out, HasSubstr("property sets    7\nquantity sets    3\n"
                                    "members          36 (29 properties, 7 quantities)\n"));
     EXPECT_THAT(run.out, HasSubstr("refused sets     0\n"));
@@ -118,7 +118,7 @@ TEST(ExportCommand, NameOfASetCannotLeaveTheFolder) {
                                      out + "/%2Fetc%2Fx.xml", testing::StartsWith(out + "/xxx")));
     EXPECT_EQ(filesIn(out), 5U);
     EXPECT_EQ(filesIn(folder.sPath("")), 2U) << "the sets and the export";
-    EXPECT_THAT(kivifcRun({"check", "Building.exp", out}).out, HasSubstr("property sets    5\n"));
+    EXPECT_THAT(kivifcRun({"check", "Building.exp", out, "--warnings"}).out, HasSubstr("property sets    5\n"));
 }
 
 TEST(ExportCommand, LinkBelowTheFolderIsRefusedEvenByForceAndNotFollowed) {

@@ -36,8 +36,6 @@ TEST(TypeCommand, NoValueIsStatusOneAndSaysWhy) {
         {"BldStandardWall.Heigt", R"(no attribute "Heigt"; did you mean "Height"?)"},
         {"BldStandardWall.onlayer",
          R"("OnLayer" is an inverse attribute, BldLayer FOR Items; only explicit ones have a value)"},
-        {"BldStandardWall.GrossVolume",
-         R"("GrossVolume" is a derived attribute; only explicit ones have a value)"},
         {"Pset_BldStair.Landings", "what is of its kind has no single type"},
         {"Pset_BldSpace.Tenant", "what is of its kind has no single type"},
         {"Pset_BldSubstance.Colour", "it has no type"},

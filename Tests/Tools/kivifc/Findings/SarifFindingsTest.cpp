@@ -30,7 +30,7 @@ kit::Finding wholeFinding() {
     auto finding = sampleFinding("S001", Severity::Error, "no such element", {2, 4, 4});
     finding.notes.push_back({"did you mean \"Name\"?", {}});
     finding.notes.push_back({"the other one", kit::Place{"b c.xml", {7, 2, 0}}});
-    // Of "Näme": the byte after it is the tenth of the text, in column 8.
+    // All of "N\u00E4me", whose letters are five bytes.
     finding.edits.push_back({7, 5, "Name"});
     return finding;
 }
