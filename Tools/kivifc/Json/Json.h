@@ -8,8 +8,10 @@
 #pragma once
 
 #include "kiv/Host/Assert/KivAssert.h"
+#include "kivifc/Json/JsonWriter.h"
 #include "kivifc/Program/Output.h"
 
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <vector>
 
@@ -20,6 +22,12 @@ using Json = nlohmann::ordered_json;
 /// Writes the value and a line end. Objects and arrays that fit on a line are on one; of larger ones each
 /// member has its own. Bytes that are not UTF-8 are replaced by U+FFFD.
 void vJsonWrite(const Json& value, Output& output);
+
+/// The value as part of what is being written: for values of which there may be many, one after another.
+void vJsonWrite(const Json& value, JsonWriter& writer);
+
+/// Writes what `write` writes, laid out in the same way, as it goes.
+void vJsonWrite(Output& output, const std::function<void(JsonWriter&)>& write);
 
 /// Assertion reports, in order.
 Json assertionsJson(const std::vector<assert::AssertRecord>& records);
