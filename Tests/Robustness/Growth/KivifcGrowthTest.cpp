@@ -6,6 +6,7 @@
 #include "Support/SchemaFromText.h"
 #include "Tools/kivifc/TemporaryFolder.h"
 #include "kivifc/Documents/ExportFile.h"
+#include "kivifc/Json/Json.h"
 #include "kivifc/Pictures/EntityPicture.h"
 #include "kivifc/Program/Output.h"
 
@@ -14,9 +15,11 @@
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace kiv::test {
 
@@ -68,7 +71,9 @@ std::FILE* pCountedFile() {
     return fopencookie(nullptr, "w", functions);
 }
 
-void vEntityWrite(const std::string& statements) {
+/// Writes the first entity of the statements by `write`.
+void vEntityWrite(const std::string& statements,
+                  const std::function<void(const Entity&, kivifc::Output&)>& write) {
     const AssertCollector reports;
     const auto schema = schemaFromText(statements);
     const auto* const entity = Entity::pFrom(schema->getObjects().front());
@@ -76,27 +81,48 @@ void vEntityWrite(const std::string& statements) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(pCountedFile(), &std::fclose);
     ASSERT_NE(file, nullptr);
     kivifc::Output output(file.get());
-    kivifc::vEntityPictureWrite(*entity, output);
+    write(*entity, output);
     EXPECT_EQ(output.sFinish(), "");
 }
 
+/// An entity whose name is as long as its declaration.
+std::string sLongEntity(std::size_t count, const std::string& lines) {
+    return "ENTITY " + std::string(10 * count, 'x') + ";\n" + lines + "END_ENTITY;\n";
+}
+
+constexpr std::size_t ManyLines = 5'000;
+
+const std::vector<GrowthRow> LongEntities{
+    {"attributes", ManyLines,
+     [](std::size_t count) { return sLongEntity(count, sTimes("A : REAL;\n", count)); }},
+    // Each is written with the entity that declares the attribute it refers to.
+    {"inverse attributes", ManyLines,
+     [](std::size_t count) {
+         const std::string name(10 * count, 'x');
+         return sLongEntity(count, "A : X;\n INVERSE\n" + sTimes("  I : SET OF E FOR A;\n", count)) +
+                "ENTITY E;\n SUBTYPE OF (" + name + ");\nEND_ENTITY;\n";
+     }},
+    {"rules", ManyLines,
+     [](std::size_t count) { return sLongEntity(count, " WHERE\n" + sTimes("  WR1 : A > 1;\n", count)); }}};
+
 TEST(KivifcGrowthTest, EntitiesWithLongNamesAndManyAttributes) {
-    constexpr std::size_t Many = 5'000;
-    const auto entity = [](std::size_t count, const std::string& lines) {
-        return "ENTITY " + std::string(10 * count, 'x') + ";\n" + lines + "END_ENTITY;\n";
-    };
-    vGrowthForOutputExpect(
-        {{"attributes", Many, [=](std::size_t count) { return entity(count, sTimes("A : REAL;\n", count)); }},
-         // Each is written with the entity that declares the attribute it refers to.
-         {"inverse attributes", Many,
-          [=](std::size_t count) {
-              const std::string name(10 * count, 'x');
-              return entity(count, "A : X;\n INVERSE\n" + sTimes("  I : SET OF E FOR A;\n", count)) +
-                     "ENTITY E;\n SUBTYPE OF (" + name + ");\nEND_ENTITY;\n";
-          }},
-         {"rules", Many,
-          [=](std::size_t count) { return entity(count, " WHERE\n" + sTimes("  WR1 : A > 1;\n", count)); }}},
-        vEntityWrite);
+    vGrowthForOutputExpect(LongEntities, [](const std::string& statements) {
+        vEntityWrite(statements, [](const Entity& entity, kivifc::Output& output) {
+            kivifc::vEntityPictureWrite(entity, output);
+        });
+    });
+}
+
+TEST(KivifcGrowthTest, EntitiesWithLongNamesAndManyAttributesAsJson) {
+    vGrowthForOutputExpect(LongEntities, [](const std::string& statements) {
+        vEntityWrite(statements, [](const Entity& entity, kivifc::Output& output) {
+            kivifc::vJsonWrite(output, [&](kivifc::JsonWriter& writer) {
+                writer.vObjectBegin();
+                kivifc::vEntityPictureWrite(entity, writer);
+                writer.vObjectEnd();
+            });
+        });
+    });
 }
 
 } // namespace

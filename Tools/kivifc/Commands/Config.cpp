@@ -90,24 +90,30 @@ void vConfigWrite(const SchemaPset& schema, const std::vector<assert::AssertReco
         output.vWrite(fmt::format("  {} ({})\n", sOneLine(report.message), sOneLine(report.function)));
 }
 
-Json configJson(const SchemaPset& schema, const std::vector<assert::AssertRecord>& reports) {
+void vConfigWrite(const SchemaPset& schema, const std::vector<assert::AssertRecord>& reports,
+                  JsonWriter& writer) {
     const auto& config = *schema.pXmlSchemaConfig();
-    Json attributes = Json::array();
+    writer.vObjectBegin();
+    writer.vMember("targetNamespace", config.getSchema().getTargetNamespace());
+    writer.vMember("prefix", config.getNamespace().getPrefix());
+    writer.vMember("alias", config.getNamespace().getAlias());
+    writer.vMember("concreteAttribute", sRepresentation(config.getOption().getConcreteAttribute()));
+    writer.vMember("entityAttribute", sRepresentation(config.getOption().getEntityAttribute()));
+    writer.vMember("uosElement", config.getUosElement().getName());
+    writer.vMember("attributeRecords", config.getAttributes().size());
+    writer.vMember("inverseRecords", config.getAttributesInverse().size());
+    writer.vKey("attributes");
+    writer.vArrayBegin();
     vConfiguredGive(schema, [&](Configured&& attribute) {
-        attributes.push_back({{"attribute", std::move(attribute.name)},
-                              {"inverse", attribute.isInverse},
-                              {"representation", std::move(attribute.text)}});
+        vJsonWrite({{"attribute", std::move(attribute.name)},
+                    {"inverse", attribute.isInverse},
+                    {"representation", std::move(attribute.text)}},
+                   writer);
     });
-    return {{"targetNamespace", config.getSchema().getTargetNamespace()},
-            {"prefix", config.getNamespace().getPrefix()},
-            {"alias", config.getNamespace().getAlias()},
-            {"concreteAttribute", sRepresentation(config.getOption().getConcreteAttribute())},
-            {"entityAttribute", sRepresentation(config.getOption().getEntityAttribute())},
-            {"uosElement", config.getUosElement().getName()},
-            {"attributeRecords", config.getAttributes().size()},
-            {"inverseRecords", config.getAttributesInverse().size()},
-            {"attributes", std::move(attributes)},
-            {"reports", assertionsJson(reports)}};
+    writer.vArrayEnd();
+    writer.vKey("reports");
+    vJsonWrite(assertionsJson(reports), writer);
+    writer.vObjectEnd();
 }
 
 class ConfigCommand final : public Command {
@@ -140,7 +146,8 @@ void ConfigCommand::vRun(Console& console) {
     if (!reports->empty())
         console.diagnostics.vFinding();
     if (jsonAsked_)
-        vJsonWrite(configJson(*file->schema, *reports), console.output);
+        vJsonWrite(console.output,
+                   [&](JsonWriter& writer) { vConfigWrite(*file->schema, *reports, writer); });
     else
         vConfigWrite(*file->schema, *reports, console.output);
 }

@@ -64,9 +64,13 @@ void EntityCommand::vRun(Console& console) {
     }
     const auto groups = applicableSets(schema, *entity, {});
     if (arguments_.isJsonAsked) {
-        auto json = entityPictureJson(*entity);
-        json["sets"] = applicableSetsJson(*loaded, groups);
-        return vJsonWrite(json, console.output);
+        return vJsonWrite(console.output, [&](JsonWriter& writer) {
+            writer.vObjectBegin();
+            vEntityPictureWrite(*entity, writer);
+            writer.vKey("sets");
+            vApplicableSetsWrite(*loaded, groups, writer);
+            writer.vObjectEnd();
+        });
     }
     vEntityPictureWrite(*entity, console.output);
     console.output.vWrite(groups.empty() ? "sets: none\n" : "sets\n" + sApplicableSets(schema, groups, "  "));

@@ -55,7 +55,7 @@ void SetsCommand::vRun(Console& console) {
     }
     const auto groups = applicableSets(schema, *entity, options_);
     if (jsonAsked_)
-        vJsonWrite(applicableSetsJson(*store, groups), console.output);
+        vJsonWrite(console.output, [&](JsonWriter& writer) { vApplicableSetsWrite(*store, groups, writer); });
     else
         console.output.vWrite(sApplicableSets(schema, groups, ""));
     if (groups.empty()) {

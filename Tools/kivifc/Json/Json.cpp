@@ -5,21 +5,19 @@
 
 namespace kiv::kivifc {
 
-namespace {
-
-void vValueWrite(const Json& value, JsonWriter& writer) {
+void vJsonWrite(const Json& value, JsonWriter& writer) {
     switch (value.type()) {
     case Json::value_t::object:
         writer.vObjectBegin();
         for (const auto& [key, member] : value.items()) {
             writer.vKey(key);
-            vValueWrite(member, writer);
+            vJsonWrite(member, writer);
         }
         return writer.vObjectEnd();
     case Json::value_t::array:
         writer.vArrayBegin();
         for (const auto& member : value)
-            vValueWrite(member, writer);
+            vJsonWrite(member, writer);
         return writer.vArrayEnd();
     case Json::value_t::string:
         return writer.vValue(value.get_ref<const std::string&>());
@@ -36,16 +34,14 @@ void vValueWrite(const Json& value, JsonWriter& writer) {
     }
 }
 
-} // namespace
-
-void vJsonWrite(const Json& value, Output& output) {
+void vJsonWrite(Output& output, const std::function<void(JsonWriter&)>& write) {
     JsonWriter writer([&](std::string_view text) { output.vWrite(text); });
-    vValueWrite(value, writer);
+    write(writer);
     writer.vEnd();
 }
 
-void vJsonWrite(const Json& value, JsonWriter& writer) {
-    vValueWrite(value, writer);
+void vJsonWrite(const Json& value, Output& output) {
+    vJsonWrite(output, [&](JsonWriter& writer) { vJsonWrite(value, writer); });
 }
 
 Json assertionsJson(const std::vector<assert::AssertRecord>& records) {

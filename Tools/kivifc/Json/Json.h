@@ -11,6 +11,7 @@
 #include "kivifc/Json/JsonWriter.h"
 #include "kivifc/Program/Output.h"
 
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <vector>
 
@@ -22,8 +23,11 @@ using Json = nlohmann::ordered_json;
 /// member has its own. Bytes that are not UTF-8 are replaced by U+FFFD.
 void vJsonWrite(const Json& value, Output& output);
 
-/// Writes the value as the next one of a larger document.
+/// The value as part of what is being written: for values of which there may be many, one after another.
 void vJsonWrite(const Json& value, JsonWriter& writer);
+
+/// Writes what `write` writes, laid out in the same way, as it goes.
+void vJsonWrite(Output& output, const std::function<void(JsonWriter&)>& write);
 
 /// Assertion reports, in order.
 Json assertionsJson(const std::vector<assert::AssertRecord>& records);

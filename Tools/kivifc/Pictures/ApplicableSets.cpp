@@ -66,19 +66,21 @@ std::string sApplicableSets(const SchemaPset& schema, const std::vector<Applicab
     return text;
 }
 
-Json applicableSetsJson(const SchemaWithSets& loaded, const std::vector<ApplicableGroup>& groups) {
-    Json json = Json::array();
+void vApplicableSetsWrite(const SchemaWithSets& loaded, const std::vector<ApplicableGroup>& groups,
+                          JsonWriter& writer) {
+    writer.vArrayBegin();
     for (const auto& group : groups) {
         for (const auto* set : group.sets) {
-            json.push_back(withBytes({{"name", set->getName()},
-                                      {"kind", set->pXmlElementName()},
-                                      {"context", contextJson(group.context)},
-                                      {"path", loaded.paths.at(set)},
-                                      {"hidden", isHidden(*loaded.schema.schema, *set)}},
-                                     "path"));
+            vJsonWrite(withBytes({{"name", set->getName()},
+                                  {"kind", set->pXmlElementName()},
+                                  {"context", contextJson(group.context)},
+                                  {"path", loaded.paths.at(set)},
+                                  {"hidden", isHidden(*loaded.schema.schema, *set)}},
+                                 "path"),
+                       writer);
         }
     }
-    return json;
+    writer.vArrayEnd();
 }
 
 } // namespace kiv::kivifc

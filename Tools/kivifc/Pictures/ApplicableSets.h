@@ -38,6 +38,8 @@ std::vector<ApplicableGroup> applicableSets(const ifc::def::SchemaPset& schema,
 std::string sApplicableSets(const ifc::def::SchemaPset& schema, const std::vector<ApplicableGroup>& groups,
                             const std::string& indent);
 
-Json applicableSetsJson(const SchemaWithSets& loaded, const std::vector<ApplicableGroup>& groups);
+/// The same as a JSON array.
+void vApplicableSetsWrite(const SchemaWithSets& loaded, const std::vector<ApplicableGroup>& groups,
+                          JsonWriter& writer);
 
 } // namespace kiv::kivifc

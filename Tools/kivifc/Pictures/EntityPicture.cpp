@@ -183,46 +183,67 @@ Json attributeHeadJson(const Attribute& attribute) {
             {"representation", textJson(sConfigured(attribute))}};
 }
 
-void vDerivedAdd(const Entity& entity, Json& json) {
-    if (!entity.pDerive())
-        return;
-    for (const auto& value : entity.pDerive()->getValues()) {
-        const Derivation derivation(value);
-        json["derived"].push_back({{"entity", entity.getName()},
-                                   {"name", value.getName()},
-                                   {"type", derivation.type},
-                                   {"expression", derivation.expression},
-                                   {"redeclares", textJson(sDeclared(value.pRedeclared()))}});
-    }
+Json itemJson(const Attribute& attribute) {
+    auto json = attributeHeadJson(attribute);
+    json["optional"] = attribute.isOptional();
+    json["resolved"] = kit::sTypeResolved(attribute.pFirstType());
+    return json;
 }
 
-void vAttributesAdd(const Entity& entity, Json& json) {
-    for (const auto& attribute : entity.getAttributes()) {
-        auto head = attributeHeadJson(attribute);
-        head["optional"] = attribute.isOptional();
-        head["resolved"] = kit::sTypeResolved(attribute.pFirstType());
-        json["attributes"].push_back(std::move(head));
-    }
-    for (const auto& inverse : entity.getAttributesInverse()) {
-        auto head = attributeHeadJson(inverse);
-        head["for"] = inverse.getForAttributeName();
-        head["refersTo"] = textJson(sDeclared(inverse.pReferredAttribute()));
-        json["inverses"].push_back(std::move(head));
-    }
+Json itemJson(const AttributeInverse& inverse) {
+    auto json = attributeHeadJson(inverse);
+    json["for"] = inverse.getForAttributeName();
+    json["refersTo"] = textJson(sDeclared(inverse.pReferredAttribute()));
+    return json;
 }
 
-void vRulesAdd(const Entity& entity, Json& json) {
-    if (entity.pUnique()) {
-        for (const auto& rule : entity.pUnique()->getRules())
-            json["unique"].push_back(
-                {{"entity", entity.getName()}, {"label", rule.label}, {"attributes", rule.attributeNames}});
+Json derivedJson(const Entity& entity, const DeriveValue& value) {
+    const Derivation derivation(value);
+    return {{"entity", entity.getName()},
+            {"name", value.getName()},
+            {"type", derivation.type},
+            {"expression", derivation.expression},
+            {"redeclares", textJson(sDeclared(value.pRedeclared()))}};
+}
+
+Json uniqueJson(const Entity& entity, const UniqueRule& rule) {
+    return {{"entity", entity.getName()}, {"label", rule.label}, {"attributes", rule.attributeNames}};
+}
+
+Json whereJson(const Entity& entity, const ParsedRule& rule) {
+    return {{"entity", entity.getName()},
+            {"label", rule.label.getView()},
+            {"expression", kit::sExpression(*rule.expression)}};
+}
+
+/// Writes lists of what all entities of a line declare of one kind.
+class Lists {
+public:
+    Lists(const std::vector<const Entity*>& line, JsonWriter& writer) : line_(line), writer_(writer) {}
+
+    /// `itemsOf` gives the items of an entity, `jsonOf` the JSON of one of them.
+    template <class ItemsOf, class JsonOf>
+    void vWrite(const char* key, const ItemsOf& itemsOf, const JsonOf& jsonOf) {
+        writer_.vKey(key);
+        writer_.vArrayBegin();
+        for (const auto* entity : line_) {
+            for (const auto& item : itemsOf(*entity))
+                vJsonWrite(jsonOf(*entity, item), writer_);
+        }
+        writer_.vArrayEnd();
     }
-    if (entity.pWhere()) {
-        for (const auto& rule : entity.pWhere()->getRules())
-            json["where"].push_back({{"entity", entity.getName()},
-                                     {"label", rule.label.getView()},
-                                     {"expression", kit::sExpression(*rule.expression)}});
-    }
+
+private:
+    const std::vector<const Entity*>& line_;
+    JsonWriter& writer_;
+};
+
+void vNamesWrite(const char* key, std::span<const Entity* const> entities, JsonWriter& writer) {
+    writer.vKey(key);
+    writer.vArrayBegin();
+    for (const auto* entity : entities)
+        writer.vValue(entity->getName());
+    writer.vArrayEnd();
 }
 
 } // namespace
@@ -243,19 +264,21 @@ void vEntityPictureWrite(const Entity& entity, Output& output) {
     Section("where", line, output).vWrite(whereOf, sWhere);
 }
 
-Json entityPictureJson(const Entity& entity) {
-    Json json{{"name", entity.getName()}, {"abstract", entity.isAbstract()}};
-    for (const char* list : {"line", "subtypes", "attributes", "derived", "inverses", "unique", "where"})
-        json[list] = Json::array();
-    for (const auto* subtype : entity.getSubtypes())
-        json["subtypes"].push_back(subtype->getName());
-    for (const auto* each : lineOf(entity)) {
-        json["line"].push_back(each->getName());
-        vAttributesAdd(*each, json);
-        vDerivedAdd(*each, json);
-        vRulesAdd(*each, json);
-    }
-    return json;
+void vEntityPictureWrite(const Entity& entity, JsonWriter& writer) {
+    const auto line = lineOf(entity);
+    const auto attributeJson = [](const Entity&, const auto& attribute) { return itemJson(attribute); };
+    writer.vMember("name", entity.getName());
+    writer.vMember("abstract", entity.isAbstract());
+    vNamesWrite("line", line, writer);
+    vNamesWrite("subtypes", entity.getSubtypes(), writer);
+    Lists lists(line, writer);
+    lists.vWrite(
+        "attributes", [](const Entity& each) { return each.getAttributes(); }, attributeJson);
+    lists.vWrite("derived", derivedOf, derivedJson);
+    lists.vWrite(
+        "inverses", [](const Entity& each) { return each.getAttributesInverse(); }, attributeJson);
+    lists.vWrite("unique", uniqueOf, uniqueJson);
+    lists.vWrite("where", whereOf, whereJson);
 }
 
 } // namespace kiv::kivifc

@@ -14,7 +14,8 @@ namespace kiv::kivifc {
 
 void vEntityPictureWrite(const ifc::def::schema::Entity& entity, Output& output);
 
-/// The same facts as JSON.
-Json entityPictureJson(const ifc::def::schema::Entity& entity);
+/// The same facts as members of the JSON object that is open. Written one by one, as each attribute names its
+/// entity, whose name may be as long as the schema.
+void vEntityPictureWrite(const ifc::def::schema::Entity& entity, JsonWriter& writer);
 
 } // namespace kiv::kivifc

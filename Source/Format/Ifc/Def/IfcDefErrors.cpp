@@ -2,8 +2,11 @@
 
 #include "Base/Metered.h"
 
+#include <algorithm>
 #include <exception>
 #include <fstream>
+#include <iterator>
+#include <new>
 #include <ostream>
 #include <string_view>
 #include <utility>
@@ -54,13 +57,28 @@ XmlSetErrors::Reading::Reading(XmlSetErrors& errors, BudgetMeter& meter) :
     errors_(errors),
     meterBefore_(std::exchange(errors.meter_, &meter)),
     recordsBefore_(errors.records_.size()),
+    roomBefore_(errors.records_.capacity()),
     exceptionsBefore_(std::uncaught_exceptions()),
     memory_(meter) {}
 
 XmlSetErrors::Reading::~Reading() {
     errors_.meter_ = meterBefore_;
     if (std::uncaught_exceptions() > exceptionsBefore_)
-        errors_.records_.resize(recordsBefore_);
+        errors_.vTakeBack(recordsBefore_, roomBefore_);
+}
+
+/// Keeps that many records, and room for that many. When there is no memory to move them, the room stays.
+void XmlSetErrors::vTakeBack(std::size_t count, std::size_t room) noexcept {
+    records_.resize(count);
+    if (records_.capacity() == room)
+        return;
+    try {
+        std::vector<ErrorRecord> kept;
+        kept.reserve(room);
+        std::move(records_.begin(), records_.end(), std::back_inserter(kept));
+        records_ = std::move(kept);
+    } catch (const std::bad_alloc&) { // nothing was moved
+    }
 }
 
 void XmlSetErrors::vSetNameSet(std::string setName) {

@@ -55,7 +55,7 @@ public:
     const std::vector<ErrorRecord>& getRecords() const { return records_; }
 
     /// A reading within a budget, while it lives: what is read with the collector is accounted for, and the
-    /// records of a reading that fails are removed again.
+    /// records of a reading that fails are removed again, with the room that they took.
     class KIV_EXPORT Reading {
     public:
         /// Both outlive it.
@@ -68,6 +68,7 @@ public:
         XmlSetErrors& errors_;
         WorkMeter* meterBefore_;
         std::size_t recordsBefore_;
+        std::size_t roomBefore_;
         int exceptionsBefore_;
         BudgetMeter::Reading memory_;
     };
@@ -76,6 +77,8 @@ public:
     WorkMeter* pMeter() const { return meter_; }
 
 private:
+    void vTakeBack(std::size_t count, std::size_t room) noexcept;
+
     std::string setName_;
     std::vector<ErrorRecord> records_;
     WorkMeter* meter_ = nullptr;

@@ -29,6 +29,7 @@ using ifc::def::BudgetExceeded;
 using ifc::def::BudgetLimit;
 using ifc::def::BudgetMeter;
 using ifc::def::xml::ErrorKind;
+using ifc::def::xml::ErrorRecord;
 using ifc::def::xml::XmlSetErrors;
 
 /// What ended a reading within the budget, if anything did.
@@ -161,11 +162,14 @@ std::function<void(BudgetMeter&)> setReader(const char* text) {
         ASSERT_TRUE(root);
         XmlSetErrors errors;
         errors.vErrorAdd(ErrorKind::Error, "item", "before", 0);
+        const auto room = errors.getRecords().capacity();
         try {
             const Set set(*root, errors, meter);
             EXPECT_GT(errors.getRecords().size(), 1U);
         } catch (const BudgetExceeded&) {
-            EXPECT_EQ(errors.getRecords().size(), 1U);
+            ASSERT_EQ(errors.getRecords().size(), 1U);
+            EXPECT_EQ(errors.getRecords()[0], (ErrorRecord{ErrorKind::Error, "item", "before", 0}));
+            EXPECT_EQ(errors.getRecords().capacity(), room);
             EXPECT_EQ(errors.getSetName(), "");
             EXPECT_EQ(errors.pMeter(), nullptr);
             throw;

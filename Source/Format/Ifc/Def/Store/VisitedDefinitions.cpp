@@ -1,7 +1,5 @@
 #include "Format/Ifc/Def/Store/VisitedDefinitions.h"
 
-#include "kiv/Format/Ifc/Def/SchemaPropertySetDefinitions.h"
-
 #include <utility>
 
 namespace kiv::ifc::def {

@@ -2,7 +2,7 @@
 // asked to stop.
 
 #include "Support/AssertCollector.h"
-#include "Support/Growth.h"
+#include "Support/LookingMeter.h"
 #include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
 
@@ -148,27 +148,6 @@ TEST(SchemaBudgetTest, OfSeveralSchemasOnlyTheLastIsHeld) {
     EXPECT_LT(three.getUsed(WorkMeter::Unit::HeldBytes), one.getUsed(WorkMeter::Unit::HeldBytes) * 3 / 2);
 }
 
-/// The most work between two looks at the stop token.
-class LookingMeter final : public BudgetMeter {
-public:
-    explicit LookingMeter(const Budget& budget) : BudgetMeter(budget), before_(workDone()) {}
-
-    void vLook() override {
-        const auto now = workDone();
-        most_ = std::max(most_, now.blocks - before_.blocks + (now.bytes - before_.bytes) / BytesInAStep);
-        before_ = now;
-        BudgetMeter::vLook();
-    }
-    std::uint64_t getMost() const { return most_; }
-
-private:
-    /// What memchr, memcpy and the like do at once.
-    static constexpr std::uint64_t BytesInAStep = 64;
-
-    Work before_;
-    std::uint64_t most_ = 0;
-};
-
 struct Looks {
     std::uint64_t mostSteps;
     std::uint64_t objects;
@@ -187,17 +166,6 @@ Looks looksAt(const std::string& text) {
         EXPECT_EQ(exceeded.getLimit(), BudgetLimit::Piece);
     }
     return {meter.getMost(), meter.getUsed(WorkMeter::Unit::Objects)};
-}
-
-std::string sRepeated(const std::string& text, std::size_t count) {
-    std::string all;
-    for (std::size_t number = 0; number < count; ++number) {
-        auto piece = text;
-        for (auto at = piece.find('#'); at != std::string::npos; at = piece.find('#'))
-            piece.replace(at, 1, std::to_string(number));
-        all += piece;
-    }
-    return all;
 }
 
 struct Input {
@@ -240,9 +208,8 @@ const Input Inputs[] = {
      }},
 };
 
-// What a host can rely on, as it limits both pieces and objects. Of the first most is the sorting of a list,
-// of the second the growth of the lists of all objects, which moves them one by one.
-constexpr std::uint64_t StepsForAByte = 40;
+// What a host can rely on, as it limits both pieces and objects. Of what a byte takes, most is the sorting of a
+// list; of what an object takes, the growth of the lists of all objects, which moves them one by one.
 constexpr std::uint64_t StepsForAnObject = 8;
 
 void PrintTo(const Input& input, std::ostream* stream) {
