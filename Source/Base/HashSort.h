@@ -38,8 +38,12 @@ unsigned bucketShift(std::size_t bucketCount) {
 /// Sorts a bucket; entries that are equal stay in their order.
 template <class Entry, class Less>
 void vBucketSort(std::span<Entry> bucket, Less less) {
-    if (bucket.size() > FewInBucket)
-        return std::stable_sort(bucket.begin(), bucket.end(), less);
+    if (bucket.size() > FewInBucket) {
+        // Most such buckets are of one name that many things have.
+        if (!std::is_sorted(bucket.begin(), bucket.end(), less))
+            std::stable_sort(bucket.begin(), bucket.end(), less);
+        return;
+    }
     for (std::size_t index = 1; index < bucket.size(); ++index) {
         const auto entry = bucket[index];
         auto place = index;

@@ -3,9 +3,11 @@
 ///
 ///     if (depth > kiv::ifc::def::limits::maxElementDepth) ...
 ///
-/// What is not here has no limit but memory: the length of a line, a name, a list or a text, the number of
-/// statements and of records, the links of an operator chain, of defined types and of supertypes. All of
-/// these are read, walked and destroyed in loops, on any stack, in a time proportional to their length.
+/// What is not here has no limit but memory: the length of a line or a text, the number of statements and of
+/// records, the links of an operator chain, of defined types and of supertypes. All of
+/// these are read, walked and destroyed in loops, on any stack, in a time proportional to their length. A
+/// single name, type text, literal or list of a schema is shorter than 4 GiB; a longer one throws
+/// std::length_error.
 ///
 /// Ownership: constants.
 /// Threads:   may be used from any number of threads.
@@ -71,7 +73,7 @@ inline constexpr std::size_t ComplexPropertyNestingMax = (maxElementDepth - 2) /
 /// Bytes of input. IFC4 ADD2 has 0.4 MB.
 inline constexpr std::uint64_t BudgetInputMax = std::uint64_t{256} << 20;
 
-/// Bytes of memory held at the same time. IFC4 ADD2 takes 2.2 MB.
+/// Bytes of memory held at the same time. IFC4 ADD2 takes 1.4 MB.
 inline constexpr std::uint64_t BudgetMemoryMax = std::uint64_t{1} << 30;
 
 /// Bytes of one statement of a schema text, or of one tag, comment or the like of a document. The longest
