@@ -278,7 +278,10 @@ void PositionReader::vTypeRead(ExpressDeclaration& type) {
 
 // entity = 'ENTITY' name header ';' { attribute } { clause } 'END_ENTITY' ';'
 void PositionReader::vEntityRead(ExpressDeclaration& entity) {
-    vEntityHeaderRead(entity);
+    // Some write a ';' after the name already.
+    do {
+        vEntityHeaderRead(entity);
+    } while (isWord() && isOneOf(token_.text, {"ABSTRACT", "SUPERTYPE", "SUBTYPE"}));
     vClausesRead(entity, ExpressMemberKind::Attribute);
 }
 

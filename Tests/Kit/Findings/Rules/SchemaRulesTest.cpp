@@ -328,6 +328,12 @@ TEST(SchemaFindings, TheSampleOfEverythingHasNone) {
     EXPECT_EQ(sDump(findingsOfText(Everything)), "");
 }
 
+TEST(SchemaFindings, ASemicolonAfterTheNameOfAnEntityHidesNoSupertype) {
+    EXPECT_EQ(
+        sDump(findingsOfText(sSchema("ENTITY B;\nEND_ENTITY;\nENTITY C;\n SUBTYPE OF (B);\nEND_ENTITY;\n"))),
+        "");
+}
+
 TEST(SchemaFindings, SurviveEveryPrefix) {
     for (std::size_t size = 0; size < Everything.size(); ++size)
         vPlacesCheck(Everything.substr(0, size));
