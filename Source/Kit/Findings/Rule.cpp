@@ -1,9 +1,9 @@
 #include "kiv/Kit/Findings/Rule.h"
 
+#include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/Rules/AcrossRules.h"
 #include "Kit/Findings/Rules/ClassRules.h"
 #include "Kit/Findings/Rules/DocumentationRules.h"
-#include "Kit/Findings/Rules/LegalNames.h"
 #include "Kit/Findings/Rules/ReleaseRules.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Findings/Rules/SchemaRules.h"

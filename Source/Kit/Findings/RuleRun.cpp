@@ -1,6 +1,6 @@
 #include "Kit/Findings/RuleRun.h"
 
-#include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Findings/LegalNames.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kiv/Kit/Findings/Rule.h"

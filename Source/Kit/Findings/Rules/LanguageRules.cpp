@@ -1,5 +1,5 @@
+#include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
-#include "Kit/Findings/Rules/LegalNames.h"
 #include "Kit/Findings/Rules/Rules.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "Kit/Findings/Rules/TypeRules.h"
 
+#include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
-#include "Kit/Findings/Rules/LegalNames.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Findings/Rules/SchemaValues.h"

@@ -1,4 +1,4 @@
-#include "Kit/Findings/Rules/LegalNames.h"
+#include "Kit/Findings/LegalNames.h"
 
 #include <algorithm>
 #include <array>
