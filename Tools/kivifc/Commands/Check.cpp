@@ -2,9 +2,9 @@
 #include "kivifc/Commands/CheckListing.h"
 #include "kivifc/Commands/CheckOptions.h"
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Commands/Options.h"
 #include "kivifc/Documents/SetPaths.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <utility>
@@ -36,8 +36,9 @@ std::vector<std::string> pathsOf(const std::vector<ContextPaths>& contexts) {
 class CheckCommand final : public Command {
 public:
     void vOptionsAdd(CLI::App& app) override {
+        const Options options(app);
         options_.vAdd(app);
-        app.footer(Footer);
+        options.vFooter(Footer);
     }
 
     void vRun(Console& console) override {

@@ -1,13 +1,13 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Commands/Options.h"
 #include "kivifc/Documents/ConfigFile.h"
 #include "kivifc/Documents/SchemaFile.h"
 #include "kivifc/Json/Json.h"
 #include "kivifc/Pictures/TextTable.h"
 #include "kivifc/Program/OneLine.h"
 
-#include <CLI/CLI.hpp>
 #include <cstddef>
 #include <fmt/format.h>
 #include <memory>
@@ -130,10 +130,11 @@ private:
 } // namespace
 
 void ConfigCommand::vOptionsAdd(CLI::App& app) {
-    app.add_option("FILE", schemaPath_, "The schema file")->required();
-    app.add_option("CONFIG", configPath_, "The configuration (ISO 10303-28)")->required();
-    app.add_flag("--json", jsonAsked_, "Write what it says as JSON");
-    app.footer(Footer);
+    const Options options(app);
+    options.text("FILE", schemaPath_, "The schema file").required();
+    options.text("CONFIG", configPath_, "The configuration (ISO 10303-28)").required();
+    options.flag("--json", jsonAsked_, "Write what it says as JSON");
+    options.vFooter(Footer);
 }
 
 void ConfigCommand::vRun(Console& console) {

@@ -1,12 +1,12 @@
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Commands/LookUpArguments.h"
+#include "kivifc/Commands/Options.h"
 #include "kivifc/Documents/ConfigFile.h"
 #include "kivifc/Documents/SchemaWithSets.h"
 #include "kivifc/Pictures/ApplicableSets.h"
 #include "kivifc/Pictures/EntityPicture.h"
 #include "kivifc/Pictures/MissingName.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <memory>
 #include <string>
@@ -38,10 +38,11 @@ private:
 } // namespace
 
 void EntityCommand::vOptionsAdd(CLI::App& app) {
+    const Options options(app);
     arguments_.vOptionsAdd(app, "SETS... NAME", "Write the entity as JSON");
-    app.add_option("--config", configPath_, "An IFC-XML configuration, for the representations")
-        ->type_name("CONFIG");
-    app.footer(Footer);
+    options.text("--config", configPath_, "An IFC-XML configuration, for the representations")
+        .valueName("CONFIG");
+    options.vFooter(Footer);
 }
 
 void EntityCommand::vRun(Console& console) {

@@ -1,8 +1,8 @@
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Commands/Options.h"
 #include "kivifc/Findings/Selection.h"
 #include "kivifc/Pictures/RuleText.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -19,8 +19,9 @@ constexpr const char* Footer =
 class ExplainCommand final : public Command {
 public:
     void vOptionsAdd(CLI::App& app) override {
-        app.add_option("CODE", code_, "The code of a rule, as in [T001]");
-        app.footer(Footer);
+        const Options options(app);
+        options.text("CODE", code_, "The code of a rule, as in [T001]");
+        options.vFooter(Footer);
     }
 
     void vRun(Console& console) override {

@@ -1,12 +1,12 @@
 #include "kiv/Host/Xml/KivXml.h"
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Commands/Options.h"
 #include "kivifc/Documents/ExportFile.h"
 #include "kivifc/Documents/SchemaWithSets.h"
 #include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Program/OneLine.h"
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <fmt/format.h>
 #include <memory>
@@ -104,19 +104,20 @@ private:
 } // namespace
 
 void ExportCommand::vOptionsAdd(CLI::App& app) {
-    app.add_option("FILE", schemaPath_, "The schema file")->required();
-    app.add_option("SETS", setPaths_, SetsDescription)->required();
-    app.add_option("--out", folder_, "The folder to write to; it is made if missing")
-        ->type_name("DIR")
-        ->required()
-        ->check([](const std::string& folder) {
+    const Options options(app);
+    options.text("FILE", schemaPath_, "The schema file").required();
+    options.texts("SETS", setPaths_, SetsDescription).required();
+    options.text("--out", folder_, "The folder to write to; it is made if missing")
+        .valueName("DIR")
+        .required()
+        .check([](const std::string& folder) {
             return std::string(folder.empty() ? "no folder is named" : "");
         });
-    app.add_flag("--generate-guids", guidsAsked_, "Write a new GUID for each member that has none");
-    app.add_flag("--basetype", baseTypesAsked_, "Add what the defined types of properties are made of");
-    app.add_flag("--force", isForced_, "Replace files that no export wrote as well");
-    app.add_flag("--json", jsonAsked_, "Write as JSON what was written");
-    app.footer(Footer);
+    options.flag("--generate-guids", guidsAsked_, "Write a new GUID for each member that has none");
+    options.flag("--basetype", baseTypesAsked_, "Add what the defined types of properties are made of");
+    options.flag("--force", isForced_, "Replace files that no export wrote as well");
+    options.flag("--json", jsonAsked_, "Write as JSON what was written");
+    options.vFooter(Footer);
 }
 
 void ExportCommand::vRun(Console& console) {

@@ -2,6 +2,7 @@
 #include "kiv/Kit/Names/KnownNames.h"
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Commands/LookUpArguments.h"
+#include "kivifc/Commands/Options.h"
 #include "kivifc/Documents/SchemaWithSets.h"
 #include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/SetJson.h"
@@ -9,7 +10,6 @@
 #include "kivifc/Pictures/TextTable.h"
 #include "kivifc/Program/OneLine.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <memory>
 #include <optional>
@@ -120,8 +120,9 @@ private:
 } // namespace
 
 void FindCommand::vOptionsAdd(CLI::App& app) {
+    const Options options(app);
     arguments_.vOptionsAdd(app, "SETS... NAME-OR-GUID", "Write what is found as JSON");
-    app.footer(Footer);
+    options.vFooter(Footer);
 }
 
 void FindCommand::vRun(Console& console) {

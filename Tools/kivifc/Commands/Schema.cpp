@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Kit/Findings/SchemaFindings.h"
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Commands/Options.h"
 #include "kivifc/Documents/SchemaFile.h"
 #include "kivifc/Findings/FindingWriter.h"
 #include "kivifc/Json/SchemaJson.h"
@@ -10,7 +11,6 @@
 #include "kivifc/Pictures/TreeDrawing.h"
 #include "kivifc/Program/OneLine.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <fmt/format.h>
 #include <memory>
@@ -79,23 +79,24 @@ private:
 } // namespace
 
 void SchemaCommand::vOptionsAdd(CLI::App& app) {
-    app.add_option("FILE", path_, "The schema file")->required();
-    auto* json = app.add_flag("--json", jsonAsked_, "Write the whole model as JSON");
-    auto* assertions =
-        app.add_flag("--assertions", assertionsAsked_,
+    const Options options(app);
+    options.text("FILE", path_, "The schema file").required();
+    const auto json = options.flag("--json", jsonAsked_, "Write the whole model as JSON");
+    const auto assertions =
+        options.flag("--assertions", assertionsAsked_,
                      "List the reports that were made while the schema was read, not the findings");
-    app.add_option_function<std::string>(
-           "--tree",
-           [this](const std::string& top) {
-               treeAsked_ = true;
-               treeTop_ = top;
-           },
-           "Draw the inheritance tree, of all entities or of one and those below it")
-        ->expected(0, 1)
-        ->type_name("[ENTITY]")
-        ->excludes(json)
-        ->excludes(assertions);
-    app.footer(Footer);
+    options
+        .textOrFlag(
+            "--tree",
+            [this](const std::string& top) {
+                treeAsked_ = true;
+                treeTop_ = top;
+            },
+            "Draw the inheritance tree, of all entities or of one and those below it")
+        .valueName("[ENTITY]")
+        .excludes(json)
+        .excludes(assertions);
+    options.vFooter(Footer);
 }
 
 void SchemaCommand::vRun(Console& console) {

@@ -1,8 +1,8 @@
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Commands/Options.h"
 #include "kivifc/Pictures/ApplicableSets.h"
 #include "kivifc/Pictures/MissingName.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,13 +34,14 @@ private:
 } // namespace
 
 void SetsCommand::vOptionsAdd(CLI::App& app) {
-    app.add_option("FILE", schemaPath_, "The schema file")->required();
-    app.add_option("SETS", setPaths_, SetsDescription)->required();
-    app.add_option("--entity", entityName_, "The entity, in any letter case")->type_name("NAME")->required();
-    app.add_flag("--unrestricted", options_.isUnrestricted, "Add the sets that name no class");
-    app.add_flag("--own", options_.isOwn, "Leave out those that apply to its supertypes only");
-    app.add_flag("--json", jsonAsked_, "Write the sets as JSON");
-    app.footer(Footer);
+    const Options options(app);
+    options.text("FILE", schemaPath_, "The schema file").required();
+    options.texts("SETS", setPaths_, SetsDescription).required();
+    options.text("--entity", entityName_, "The entity, in any letter case").valueName("NAME").required();
+    options.flag("--unrestricted", options_.isUnrestricted, "Add the sets that name no class");
+    options.flag("--own", options_.isOwn, "Leave out those that apply to its supertypes only");
+    options.flag("--json", jsonAsked_, "Write the sets as JSON");
+    options.vFooter(Footer);
 }
 
 void SetsCommand::vRun(Console& console) {

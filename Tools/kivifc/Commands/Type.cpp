@@ -4,12 +4,12 @@
 #include "kiv/Kit/Names/KnownNames.h"
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Commands/LookUpArguments.h"
+#include "kivifc/Commands/Options.h"
 #include "kivifc/Documents/SchemaWithSets.h"
 #include "kivifc/Json/Json.h"
 #include "kivifc/Pictures/MissingName.h"
 #include "kivifc/Program/OneLine.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <fmt/format.h>
 #include <memory>
@@ -101,8 +101,9 @@ private:
 } // namespace
 
 void TypeCommand::vOptionsAdd(CLI::App& app) {
+    const Options options(app);
     arguments_.vOptionsAdd(app, "SETS... QUESTION", "Write the answers as JSON");
-    app.footer(Footer);
+    options.vFooter(Footer);
 }
 
 void TypeCommand::vRun(Console& console) {
