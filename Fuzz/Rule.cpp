@@ -5,7 +5,7 @@
 #include "Support/ExpressionJson.h"
 #include "kiv/Format/Ifc/Def/IfcLimits.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
-#include "kivifc/Pictures/ExpressionText.h"
+#include "kiv/Kit/Express/ExpressionText.h"
 
 #include <algorithm>
 #include <string>
@@ -42,7 +42,7 @@ bool boNestsFarFromLimit(const std::string& text) {
 }
 
 void vReadsBack(const ParsedRule& rule, const Schema& schema) {
-    const auto text = std::string(rule.label) + " : " + kiv::kivifc::sExpression(*rule.expression) + ";\n";
+    const auto text = std::string(rule.label) + " : " + kiv::kit::sExpression(*rule.expression) + ";\n";
     if (!boNestsFarFromLimit(text))
         return;
     const auto again = rulesOf(text, schema);

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <memory_resource>
 #include <string>
 #include <string_view>
@@ -115,7 +116,8 @@ void vRoomForOne(Vector& values, WorkMeter* meter) {
         vRoomFor(values, std::max<std::size_t>(2 * values.capacity(), 1), meter);
 }
 
-/// Leaves the values no more room than they need. Both places are held while they move.
+/// Leaves the values no more room than they need. Both places are held while they move. Unlike
+/// `shrink_to_fit`, it throws when there is no memory for that.
 template <class Vector>
 void vRoomTrim(Vector& values, WorkMeter* meter) {
     constexpr auto size =
@@ -125,7 +127,7 @@ void vRoomTrim(Vector& values, WorkMeter* meter) {
         return;
     if (meter)
         meter->vTake(WorkMeter::Unit::HeldBytes, values.size() * size);
-    values.shrink_to_fit();
+    Vector(std::make_move_iterator(values.begin()), std::make_move_iterator(values.end())).swap(values);
     if (meter)
         meter->vMemoryGiveBack(before * size);
 }

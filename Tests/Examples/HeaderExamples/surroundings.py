@@ -49,6 +49,11 @@ SURROUNDINGS = {
                            before="void vWarn();"),
     "SchemaRules.h": row("kiv::kit"),
     "SchemaRun.h": row("kiv::kit", isNamespaceScope=True),
+    "ScratchList.h": row(BASE, "WorkMeter* meter, Arena& arena, int entity, int line, int name, int type",
+                         before="struct Attribute { Attribute(int, int, int, int); };"),
+    "Size32.h": row(BASE, "std::uint32_t& nameSize_, std::string_view name", ["string_view"]),
+    "VisitedDefinitions.h": row(DEF, "const SchemaPset::Visitor& visitor, const SchemaPset::Context& context, "
+                                     "const SchemaPropertySetDefinitions& definitions", [IN + "SchemaPset.h"]),
     "IfcDefAliases.h": row(DEF, "const pset::PropertyDef& property", [IN + "Pset/IfcPropertyDef.h"]),
     "IfcDefBase.h": row(XML, includes=[IN + "Pset/IfcPropertyDef.h"], isNamespaceScope=True),
     "IfcDefErrors.h": row(XML, SET_PARAMETERS, SET_INCLUDES, before="namespace pset = kiv::ifc::def::pset;"),

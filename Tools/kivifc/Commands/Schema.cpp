@@ -30,9 +30,9 @@ constexpr const char* Footer =
     "Numbers: the data types are those that the schema does not share; a type that others are built on\n"
     "counts its WHERE rules once for each of them. The tree includes entities that no SUPERTYPE list names.\n"
     "\n"
-    "What is wrong with the schema is listed below the numbers, as kivifc check lists it. Exit status: 0 "
-    "the\n"
-    "schema loads, with warnings at most, 1 it loads with errors, 2 it does not load.";
+    "What is wrong with the schema is listed below the numbers, as kivifc check lists it.\n"
+    "\n"
+    "Exit status: 0 the schema loads, with warnings at most, 1 it loads with errors, 2 it does not load.";
 
 /// A line of a rule's text. A tab becomes one blank, so that the columns in messages can be counted.
 std::string sRuleLine(std::string line) {

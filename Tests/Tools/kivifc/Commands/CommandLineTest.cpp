@@ -245,7 +245,7 @@ TEST(StandardOutput, ClosedPipeIsAFailureAndNoSilentEnd) {
 
 TEST(CommandLine, PathInBracketsIsOnePath) {
     const TemporaryFolder folder;
-    const auto run = kivifcRun({"check", "Building.exp", "[a,b]"});
+    const auto run = kivifcRun({"check", "--warnings", "Building.exp", "[a,b]"});
     EXPECT_EQ(run.err, "kivifc: ./[a,b]: No such file or directory\n");
 }
 
@@ -275,11 +275,11 @@ TEST(CommandLine, NothingAfterTwoDashesIsAnOptionOrACommand) {
               "kivifc: not found: no set or GUID \"--json\"\n");
     EXPECT_EQ(kivifcRun({"find", "Building.exp", "--", "check"}).err,
               "kivifc: not found: no set or GUID \"check\"\n");
-    EXPECT_EQ(kivifcRun({"check", "Building.exp", "--", "[a,b]"}).err,
+    EXPECT_EQ(kivifcRun({"check", "--warnings", "Building.exp", "--", "[a,b]"}).err,
               "kivifc: [a,b]: No such file or directory\n");
     EXPECT_EQ(kivifcRun({"--", "check"}).err,
               "kivifc: command line: The following argument was not expected: check; see kivifc --help\n");
-    EXPECT_EQ(kivifcRun({"check", "Building.exp",
+    EXPECT_EQ(kivifcRun({"check", "--warnings", "Building.exp",
                          "\x01"
                          "a"})
                   .err,

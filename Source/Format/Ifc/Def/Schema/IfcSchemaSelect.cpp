@@ -35,7 +35,7 @@ void DataTypeSelect::vUpdate(Schema& schema) {
     }
     // A text may name any number of objects that are not there.
     if (members_.size() < memberNames_.size() / 2)
-        members_.shrink_to_fit();
+        vRoomTrim(members_, meter);
 }
 
 bool DataTypeSelect::isConstructed() const {
