@@ -24,8 +24,8 @@
 
 namespace kiv {
 
-/// Buckets up to this size use insertion sort and linear search; larger ones occur only if hashes were chosen
-/// to collide.
+/// Buckets up to this size use insertion sort and linear search; larger ones are of one name that
+/// many things have, or of hashes that were chosen to collide.
 inline constexpr std::size_t FewInBucket = 16;
 
 /// By how many bits a hash is shifted to give its bucket, one of `bucketCount`, which is a power of two and
@@ -39,7 +39,6 @@ unsigned bucketShift(std::size_t bucketCount) {
 template <class Entry, class Less>
 void vBucketSort(std::span<Entry> bucket, Less less) {
     if (bucket.size() > FewInBucket) {
-        // Most such buckets are of one name that many things have.
         if (!std::is_sorted(bucket.begin(), bucket.end(), less))
             std::stable_sort(bucket.begin(), bucket.end(), less);
         return;

@@ -1,5 +1,5 @@
 /// @file
-/// Containers whose memory a meter hears of before it is taken. Without a meter nothing is done ahead, and
+/// Containers whose memory a meter hears of before it is taken. Without a meter no room is made ahead, and
 /// the container grows by itself.
 ///
 ///     vRoomForOne(names, meter);

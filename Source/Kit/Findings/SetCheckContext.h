@@ -29,9 +29,9 @@ struct OtherSchema {
 
 struct SetCheckContext {
     std::reference_wrapper<const ifc::def::schema::Schema> schema;
-    std::vector<OtherSchema> others;
+    std::vector<OtherSchema> others = {};
     /// The name of the schema's release when the host knows better than the schema itself; otherwise empty.
-    std::string release;
+    std::string release = {};
     /// Adds what the library asserts of correct documents too: a bound that is no name of the schema.
     bool isVerbose = false;
 };

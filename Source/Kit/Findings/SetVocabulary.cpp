@@ -6,7 +6,6 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr auto All = ChildCount::All;
 constexpr auto Last = ChildCount::LastOnly;
 
 constexpr std::string_view GuidAttributes[] = {"ifdguid"};

@@ -174,11 +174,13 @@ private:
         }
     }
 
+    /// Who checks documents cannot mend the schema: of what is found in it, errors alone decide the status.
     void vCount() {
         const auto failing = options_.failingSeverity();
         for (const auto& finding : checked_.findings) {
-            result_.counts.vAdd(finding, finding.place.path == schema_.path);
-            if (failing && finding.severity >= *failing)
+            const bool isInSchema = finding.place.path == schema_.path;
+            result_.counts.vAdd(finding, isInSchema);
+            if (failing && finding.severity >= (isInSchema ? kit::Severity::Error : *failing))
                 console_.diagnostics.vFinding();
         }
         result_.counts.documentsChecked = checked_.paths.size();

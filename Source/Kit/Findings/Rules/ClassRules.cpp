@@ -7,6 +7,7 @@
 #include "Kit/Positions/XmlChildren.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -20,6 +21,14 @@ namespace schema = ifc::def::schema;
 namespace {
 
 constexpr std::size_t maxSubjectSize = 120;
+
+/// Whether it is a part of IFC as older documents name them: "IFCSHAREDBLDGELEMENTS", "IfcHvacDomain".
+bool isDomainName(std::string_view text) {
+    constexpr std::string_view Ends[] = {"DOMAIN", "ELEMENTS", "EXTENSION", "KERNEL", "RESOURCE"};
+    const auto upper = sUpperCase(trimmed(text));
+    return upper.starts_with("IFC") &&
+           std::ranges::any_of(Ends, [&](std::string_view end) { return upper.ends_with(end); });
+}
 
 /// Looks at one document for all rules of the family.
 class ClassCheck {
@@ -240,15 +249,16 @@ bool ClassCheck::boIsBlank(const ClassOutline& item) {
 
 bool ClassCheck::boIsOlderSpelling(const ClassOutline& item) {
     const auto clean = trimmed(item.text);
-    const auto mark = clean.find('/');
-    const auto inDomain = mark == std::string_view::npos ? std::nullopt : classTextOf(clean.substr(mark + 1));
+    const auto mark = std::min(clean.find('/'), clean.size());
+    const auto inDomain =
+        isDomainName(clean.substr(0, mark)) ? classTextOf(clean.substr(mark + 1)) : std::nullopt;
     const auto* entity = inDomain ? pEntityOf(inDomain->name) : nullptr;
     if (entity) {
         std::string mended(entity->getName());
         if (!inDomain->predefinedType.empty())
             mended.append("/").append(inDomain->predefinedType);
         add("C011", item, sQuoted(clean) + " is the older spelling DOMAIN/Class")
-            .vNote("today the part before \"/\" is the class: write " + sQuoted(mended))
+            .vNote("the class is written without its domain now: " + sQuoted(mended))
             .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
         return true;
     }

@@ -37,8 +37,7 @@ std::string_view trimmed(std::string_view text) {
 /// One declaration as the text has it, beside what the library has of it.
 class PartsCheck {
 public:
-    PartsCheck(SchemaRun& run, const Declared& declared) :
-        run_(run), declared_(declared), declaration_(*declared.declaration) {}
+    PartsCheck(SchemaRun& run, const Declared& declared) : run_(run), declaration_(*declared.declaration) {}
 
     void vEntityCheck(const Entity& entity);
     void vTypeCheck(const Type& type);
@@ -58,7 +57,6 @@ private:
     void vNoRulesCheck(const Where& where);
 
     SchemaRun& run_;
-    const Declared& declared_;
     const ExpressDeclaration& declaration_;
 };
 

@@ -7,6 +7,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -522,11 +523,16 @@ constexpr Rule StructureRules[] = {
 using ifc::def::schema::DataTypeEnum;
 using ifc::def::schema::Type;
 
-constexpr std::string_view TemplateTypes[] = {"PSET_TYPEDRIVENONLY",   "PSET_TYPEDRIVENOVERRIDE",
-                                              "PSET_OCCURRENCEDRIVEN", "PSET_PERFORMANCEDRIVEN",
-                                              "PSET_MATERIALDRIVEN",   "PSET_PROFILEDRIVEN",
-                                              "QTO_TYPEDRIVENONLY",    "QTO_TYPEDRIVENOVERRIDE",
-                                              "QTO_OCCURRENCEDRIVEN",  "NOTDEFINED"};
+constexpr std::string_view PropertyTemplateTypes[] = {"PSET_TYPEDRIVENONLY",
+                                                      "PSET_TYPEDRIVENOVERRIDE",
+                                                      "PSET_OCCURRENCEDRIVEN",
+                                                      "PSET_PERFORMANCEDRIVEN",
+                                                      "PSET_MATERIALDRIVEN",
+                                                      "PSET_PROFILEDRIVEN",
+                                                      "NOTDEFINED"};
+
+constexpr std::string_view QuantityTemplateTypes[] = {"QTO_TYPEDRIVENONLY", "QTO_TYPEDRIVENOVERRIDE",
+                                                      "QTO_OCCURRENCEDRIVEN", "NOTDEFINED"};
 
 constexpr std::string_view QuantityTypes[] = {"Q_COUNT", "Q_WEIGHT", "Q_LENGTH",
                                               "Q_AREA",  "Q_VOLUME", "Q_TIME"};
@@ -889,11 +895,13 @@ FindingDraft* StructureCheck::pValueAdd(std::string_view code, XmlIndex element,
 
 void StructureCheck::vTemplateTypeCheck() {
     const auto* type = xml_.pAttribute(xml_.getElement(0), "templatetype");
-    if (!type || type->value.value.empty() ||
-        std::ranges::find(TemplateTypes, type->value.value) != std::end(TemplateTypes))
+    const std::span<const std::string_view> legal =
+        run_.outline.kind == SetKind::QuantitySet ? std::span<const std::string_view>(QuantityTemplateTypes)
+                                                  : PropertyTemplateTypes;
+    if (!type || type->value.value.empty() || std::ranges::find(legal, type->value.value) != legal.end())
         return;
-    if (auto* draft = pValueAdd("S007", 0, type, type->value, "template type", TemplateTypes))
-        draft->vNote("legal values: " + sQuotedList({std::begin(TemplateTypes), std::end(TemplateTypes)}));
+    if (auto* draft = pValueAdd("S007", 0, type, type->value, "template type", legal))
+        draft->vNote("legal values: " + sQuotedList({legal.begin(), legal.end()}));
 }
 
 void StructureCheck::vUnitTypeCheck(XmlIndex element) {

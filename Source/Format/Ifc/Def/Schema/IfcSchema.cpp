@@ -35,8 +35,9 @@ std::size_t countBefore(std::span<const AttributeEntry> entries, std::string_vie
     const auto end = std::partition_point(entries.begin(), entries.end(), [&](const AttributeEntry& entry) {
         const auto& entity = entry.value->getEntity();
         const auto other = entity.getNameUpper();
-        if (entity.getNameUpperHash() != hash)
-            return entity.getNameUpperHash() < hash;
+        const auto otherHash = entity.getNameUpperHash();
+        if (otherHash != hash)
+            return otherHash < hash;
         return other.size() != name.size() ? other.size() < name.size() : isBefore(other, name);
     });
     return static_cast<std::size_t>(end - entries.begin());

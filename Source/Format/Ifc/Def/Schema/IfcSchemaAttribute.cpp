@@ -55,13 +55,14 @@ void AttributeBase::vUpdate(Schema& schema) {
     std::size_t count = 0;
     for (const auto* type = first; type; type = pElementOf(type))
         ++count;
-    typesCount_ = static_cast<std::uint16_t>(count);
     if (count < 2) {
         type_ = first;
+        typesCount_ = static_cast<std::uint16_t>(count);
         return;
     }
     auto** types = SchemaBuilder::arenaOf(schema).pMakeArray<const ObjectBase*>(count);
     types_ = types;
+    typesCount_ = static_cast<std::uint16_t>(count);
     for (const auto* type = first; type; type = pElementOf(type))
         *types++ = type;
 }

@@ -158,7 +158,7 @@ void SchemaBuilder::vStatementsRead(std::istream& stream) {
             vPieceBegin();
             objectsByHash_.push_back({object->getNameUpperHash(), size32(objectsByHash_.size())});
             model_.objectsAsRead.push_back(object.get());
-            object.release();
+            static_cast<void>(object.release());
             continue;
         }
         if (end.isIn(line.getLine()))

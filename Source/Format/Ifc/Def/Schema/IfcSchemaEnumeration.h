@@ -44,7 +44,7 @@ public:
 private:
     struct Copies;
 
-    void vItemsSet(std::span<const std::string_view> items, const std::string_view** places);
+    void vItemsSet(std::span<const std::string_view> items, const std::string_view** place);
 
     // Of items that a caller gave; those of a declaration lie where its schema keeps them.
     std::unique_ptr<Copies> copies_;

@@ -16,6 +16,9 @@ namespace {
 
 constexpr std::string_view HeaderWord = "TYPE";
 
+/// Of a type that no other is built on. Not made at its first use, which would be a look-up that writes.
+const std::vector<const Type*> None;
+
 } // namespace
 
 Type::Type(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream) :
@@ -95,12 +98,12 @@ void Type::vUpdate(Schema& schema) {
         type.vUpdateSelf(schema);
     }
     if (meter)
-        meter->vMemoryGiveBack(chain.capacity() * sizeof(Type*));
+        meter->vMemoryGiveBack(chain.capacity() * sizeof(Type*)); // NOLINT(bugprone-sizeof-expression)
 }
 
 void Type::vDerivedAdd(const Type& type, WorkMeter* meter) {
     if (!derivedTypes_) {
-        vMemoryTake(meter, sizeof(*derivedTypes_));
+        vMemoryTake(meter, sizeof(std::vector<const Type*>));
         derivedTypes_ = std::make_unique<std::vector<const Type*>>();
     }
     vRoomForOne(*derivedTypes_, meter);
@@ -108,8 +111,7 @@ void Type::vDerivedAdd(const Type& type, WorkMeter* meter) {
 }
 
 const std::vector<const Type*>& Type::getDerivedTypes() const {
-    static const std::vector<const Type*> none;
-    return derivedTypes_ ? *derivedTypes_ : none;
+    return derivedTypes_ ? *derivedTypes_ : None;
 }
 
 void Type::vUpdateSelf(Schema& schema) {

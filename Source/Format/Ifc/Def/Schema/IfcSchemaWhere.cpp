@@ -22,7 +22,7 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-/// Most clauses have no more rules.
+/// Most clauses have at most this many rules.
 constexpr std::size_t FewRules = 8;
 
 } // namespace
@@ -139,7 +139,10 @@ void Where::vRulesParse(Schema& schema) {
             parsing.vRuleAdd(std::move(*rule));
         if (parsing.getCount() == before)
             parser.vFail(std::string(textOf(SyntaxMessage::RuleExpected)));
-    } catch (...) {
+    } catch (const ExpressParser::SyntaxError&) {
+        parsing.vEnd();
+        throw;
+    } catch (const std::out_of_range&) {
         parsing.vEnd();
         throw;
     }

@@ -137,7 +137,8 @@ private:
     std::string_view refusedReport(std::string_view reason, Arena& arena) const;
     void vRefusedReport(Schema& schema);
 
-    /// What became of the text. Lies in the arena of the schema that parsed it, and is gone with that.
+    /// What became of the text. The rules and the reason lie in the arena of the schema that parsed it, and
+    /// are gone with that.
     struct Parsed {
         ParsedRule* rules = nullptr;
         std::uint32_t count = 0;
