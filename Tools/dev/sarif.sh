@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # ./dev sarif: fetches the official JSON Schema of SARIF 2.1.0, for the test that compares our logs with it.
-# Exit status 77 says that this machine has no npm.
+# Exit status 77 says that this machine has no npm, or that npm does not get it.
 
 sarif_package=@microsoft/sarif-multitool-linux@5.7.0
 sarif_integrity=sha512-NxUbpq6ISCWoTQ/NfOYEwEDKq1Heka/rMoJ5R5LMydcAZQX/X7g5mWHcgxDub+0M07LC96tZ5LZHvF1Qy3gjTA==
@@ -11,7 +11,11 @@ dev_sarif() {
     command -v npm >/dev/null || return 77
     mkdir -p build
     folder=$(mktemp -d build/sarif.XXXXXX)
-    archive=$folder/$(quietly npm pack --silent --pack-destination "$folder" "$sarif_package" && ls "$folder")
+    if ! quietly npm pack --silent --pack-destination "$folder" "$sarif_package" >/dev/null; then
+        rm -rf "$folder"
+        return 77
+    fi
+    archive=$folder/$(ls "$folder")
     if [ "sha512-$(openssl dgst -sha512 -binary "$archive" | base64 -w 0)" != "$sarif_integrity" ]; then
         rm -rf "$folder"
         fail "$sarif_package is not what it was"

@@ -6,6 +6,7 @@ dev_test() {
     local preset=${1:-dev} log status=0
     log=build/$preset/test.log
     [ "$preset" != clang ] || need clang
+    need python3-jsonschema # compares what kivifc writes for programs with schemas
     build "$preset"
     progress "testing $preset; log: $log"
     ctest --preset "$preset" -j "$(nproc)" --no-tests=error "${@:2}" >"$log" 2>&1 || status=$?

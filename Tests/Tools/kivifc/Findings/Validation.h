@@ -29,7 +29,7 @@ inline Validation validated(const std::string& schemaPath, std::string_view docu
     const TemporaryFolder folder;
     const auto path = folder.sWrite("document.json", document);
     const auto run =
-        kivifcRun({"python3", KIVIFC_TESTS "/validate.py", schemaPath, path}, {.program = "/usr/bin/env"});
+        kivifcRun({KIVIFC_TESTS "/validate.py", schemaPath, path}, {.program = "/usr/bin/python3"});
     return {run.status == 0, run.status == 77, run.out + run.err};
 }
 
