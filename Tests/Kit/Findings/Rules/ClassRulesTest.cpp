@@ -192,8 +192,8 @@ TEST(ClassRules, AcceptsTheOlderTypeValueInOlderDocuments) {
 TEST(ClassRules, Mends) {
     EXPECT_EQ(test::sMended(sClasses({"ifcwall/SOLIDWALL"})), sClasses({"IfcWall/SOLIDWALL"}));
     EXPECT_EQ(test::sMended(sClasses({"IfcWall/solidwall"})), sClasses({"IfcWall/SOLIDWALL"}));
-    EXPECT_EQ(test::sMended(sClasses({"DOMAIN/IfcWall"})), sClasses({"IfcWall"}));
-    EXPECT_EQ(test::sMended(sClasses({"DOMAIN/IfcWall/SOLIDWALL"})), sClasses({"IfcWall/SOLIDWALL"}));
+    EXPECT_EQ(test::sMended(sClasses({"IFCHVACDOMAIN/IfcWall"})), sClasses({"IfcWall"}));
+    EXPECT_EQ(test::sMended(sClasses({"IFCHVACDOMAIN/IfcWall/SOLIDWALL"})), sClasses({"IfcWall/SOLIDWALL"}));
     EXPECT_EQ(test::sMended(sClasses({"IfcWall.PredefinedType='SOLIDWALL'"})),
               sClasses({"IfcWall/SOLIDWALL"}));
 }
