@@ -131,9 +131,8 @@ INSTANTIATE_TEST_SUITE_P(
          {"3:31+12 error C009 IfcDoor has no predefined types, so \"GATE\" is none of them" + NoneOnEntity}},
         {"older spelling of the domain",
          sClasses({"IFCSHAREDBLDGELEMENTS/IfcWall"}),
-         {"3:31+29 error C011 \"IFCSHAREDBLDGELEMENTS/IfcWall\" is the older spelling DOMAIN/Class | today "
-          "the part "
-          "before \"/\" is the class: write \"IfcWall\"" +
+         {"3:31+29 error C011 \"IFCSHAREDBLDGELEMENTS/IfcWall\" is the older spelling DOMAIN/Class | "
+          "the class is written without its domain now: \"IfcWall\"" +
           Unknown}},
         {"older spelling of the predefined type",
          sClasses({"IfcWall.PredefinedType=\"SOLIDWALL\""}),
