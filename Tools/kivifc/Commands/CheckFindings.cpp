@@ -89,7 +89,7 @@ kit::SetCheckContext checkContext(const SchemaFile& schema, const std::vector<Sc
     return context;
 }
 
-/// Leaves up to so many findings of each code, and counts the others.
+/// Leaves up to that many findings of each code, and counts the others.
 void vFindingsLimit(std::vector<kit::Finding>& findings, std::size_t max, CheckResult& result) {
     if (max == 0)
         return;

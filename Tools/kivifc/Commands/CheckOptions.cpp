@@ -147,7 +147,7 @@ void CheckOptions::vChoiceAdd(CLI::App& app) {
             ->type_name("CODE,...")
             ->transform(codeValidator());
     };
-    vCodesAdd("--ignore", ignored_, "Leave out findings of these codes; T stands for all that begin so");
+    vCodesAdd("--ignore", ignored_, "Leave out findings of these codes; T means all that begin with T");
     vCodesAdd("--select", selected_, "Show findings of these codes only");
     app.add_option("--severity", severities_, "Give findings of a code this severity: error, warning or note")
         ->delimiter(',')

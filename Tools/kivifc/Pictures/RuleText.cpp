@@ -31,7 +31,7 @@ std::string sLowerCase(std::string_view text) {
     return lower;
 }
 
-/// What the first letter of a code stands for.
+/// The family that the first letter of a code names.
 constexpr std::array<std::pair<char, std::string_view>, 12> Families{{{'C', "Classes"},
                                                                       {'D', "Documentation"},
                                                                       {'E', "Schema"},

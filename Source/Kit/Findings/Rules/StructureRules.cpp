@@ -906,7 +906,8 @@ void StructureCheck::vTemplateTypeCheck() {
 
 void StructureCheck::vUnitTypeCheck(XmlIndex element) {
     const auto* type = xml_.pAttribute(xml_.getElement(element), "type");
-    // Older documents write an empty type for a value without a unit. A schema without units cannot tell.
+    // Older documents write an empty type for a value without a unit. A schema without units has no list of
+    // them.
     if (!type || unitTypes_.empty() || trimmedBlanks(type->value.value).empty() ||
         std::ranges::find(unitTypes_, type->value.value) != unitTypes_.end())
         return;
