@@ -22,7 +22,7 @@ installed() {
     (cd "$stage" && find . ! -type d | sed -E "s|^\./||; s|^lib/[^/]*-linux-gnu/|lib/|" | LC_ALL=C sort)
 }
 
-for library in KivAssert KivId KivIfcSchemaPset KivLocale KivXml; do
+for library in KivAssert KivId KivIfcKit KivIfcSchemaPset KivLocale KivXml; do
     symbols "$(find "$stage" -name "lib$library.so")" >"$lists/$library.symbols.txt"
     # A list that is empty, or that has names of others, compares nothing.
     [ -s "$lists/$library.symbols.txt" ] || { echo "package: $library exports nothing" >&2; exit 1; }
@@ -62,7 +62,7 @@ if [ ! -d "$old/stage" ]; then
 fi
 # Versions whose names of the libraries differ may differ in everything.
 status=0
-for library in KivAssert KivId KivIfcSchemaPset KivLocale KivXml; do
+for library in KivAssert KivId KivIfcKit KivIfcSchemaPset KivLocale KivXml; do
     before=$(find "$old/stage" -name "lib$library.so") after=$(find "$stage" -name "lib$library.so")
     soname() { readelf -d "$1" | sed -n 's/.*SONAME.*\[\(.*\)\]/\1/p'; }
     [ "$(soname "$before")" = "$(soname "$after")" ] || continue
