@@ -1,6 +1,7 @@
 #include "Kit/Findings/SchemaRun.h"
 
 #include "Kit/Findings/Rules/SchemaRules.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Kit/Names/NearestName.h"
 
 #include <algorithm>
@@ -66,12 +67,7 @@ bool isKindOf(const ObjectBase& object, ExpressDeclarationKind kind) {
 } // namespace
 
 std::string sUpperWord(std::string_view word) {
-    std::string upper(word);
-    for (auto& letter : upper) {
-        if (letter >= 'a' && letter <= 'z')
-            letter = static_cast<char>(letter - 'a' + 'A');
-    }
-    return upper;
+    return sUpperCase(word);
 }
 
 std::string sNamed(std::string_view name) {

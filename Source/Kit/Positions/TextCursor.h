@@ -8,6 +8,7 @@
 /// Errors:    none.
 #pragma once
 
+#include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Text/TextPosition.h"
 
 #include <cstddef>
@@ -30,23 +31,17 @@ public:
 
     /// Code points up to the first line end.
     static std::size_t codePoints(std::string_view text) {
-        std::size_t count = 0;
-        for (const char byte : text.substr(0, text.find_first_of("\r\n")))
-            count += isCodePoint(byte) ? 1 : 0;
-        return count;
+        return codePointsIn(text.substr(0, text.find_first_of("\r\n")));
     }
 
 private:
-    /// False for the second and later bytes of a code point.
-    static bool isCodePoint(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }
-
     void vAdvance(std::size_t offset) {
         for (; offset_ < offset; ++offset_) {
             const char byte = text_[offset_];
             if (byte == '\n' || (byte == '\r' && text_.substr(offset_ + 1, 1) != "\n")) {
                 ++line_;
                 column_ = 1;
-            } else if (isCodePoint(byte)) {
+            } else if (!isContinuation(byte)) {
                 ++column_;
             }
         }

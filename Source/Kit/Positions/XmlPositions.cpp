@@ -1,8 +1,10 @@
 #include "kiv/Kit/Positions/XmlPositions.h"
 
 #include "Kit/Positions/TextCursor.h"
-#include "Kit/Positions/XmlDecoding.h"
+#include "Kit/Text/AsciiText.h"
+#include "Kit/Text/Utf8.h"
 #include "kiv/Host/Xml/KivXml.h"
+#include "kiv/Kit/Positions/XmlDecoding.h"
 
 #include <algorithm>
 #include <array>
@@ -17,16 +19,8 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr std::string_view WhiteSpace = " \t\r\n";
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view IgnoreWords[] = {"kivifc:", "ignore"};
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(WhiteSpace);
-    if (first == std::string_view::npos)
-        return text.substr(0, 0);
-    return text.substr(first, text.find_last_not_of(WhiteSpace) - first + 1);
-}
 
 /// The codes of a comment "kivifc: ignore CODE"; absent for other comments.
 std::optional<std::string_view> ignoredCodes(std::string_view comment) {

@@ -234,6 +234,7 @@ KIT_SURROUNDINGS = {
     "AcrossDocuments.h": row(KIT, "const std::vector<SetDocument>& documents", [KIT_DOCUMENT]),
     "AcrossRules.h": row(KIT, "const SetDocument& document, const SetOutline& outline, std::string_view context",
                          [KIT_DOCUMENT, "Kit/Findings/SetOutline.h"]),
+    "AsciiText.h": row(KIT),
     "ClassRules.h": KIT_RUN,
     "ClassText.h": row(KIT),
     "DataTypeKinds.h": row(KIT, "const kiv::ifc::def::schema::DataTypeBase& dataType"),
@@ -262,7 +263,6 @@ KIT_SURROUNDINGS = {
     "Rule.h": row(KIT),
     "RuleNames.h": row(KIT, "RuleRun& run, FindingDraft& draft", ["Kit/Findings/RuleRun.h"]),
     "RuleRun.h": row(KIT, isNamespaceScope=True),
-    "RuleText.h": row(KIT),
     "SchemaFile.h": row(KIT),
     "SchemaFindings.h": row(KIT, SCHEMA_PARAMETER + ", const std::vector<kiv::assert::AssertRecord>& assertions, "
                                  "const std::string& text"),
@@ -286,7 +286,9 @@ KIT_SURROUNDINGS = {
     "TextPosition.h": row(KIT),
     "ThreadSink.h": row(KIT, before="template <class... T> void vKeep(T&&...) {}\ninline void vRead() {}"),
     "TypeRules.h": KIT_RUN,
+    "Utf8.h": row(KIT),
     "ViewStream.h": row(KIT, "kiv::xml::File& file, std::string_view text", ["kiv/Host/Xml/KivXml.h"]),
     "XmlChildren.h": row(KIT, "const XmlPositions& xml, XmlIndex element"),
+    "XmlDecoding.h": row(KIT, "const std::string& bytes"),
     "XmlPositions.h": row(KIT, "std::string& bytes"),
 }

@@ -1,8 +1,8 @@
 #include "Kit/Findings/Rules/AcrossRules.h"
 
 #include "Kit/Findings/RuleRun.h"
-#include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Host/Id/KivId.h"
 
 #include <algorithm>

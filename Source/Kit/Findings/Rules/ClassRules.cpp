@@ -3,8 +3,8 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/ClassText.h"
 #include "Kit/Findings/Rules/RuleNames.h"
-#include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
 
 #include <algorithm>
@@ -219,7 +219,7 @@ void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& ent
     constexpr std::size_t maxShown = 40;
     draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
                 sQuotedList(items, maxShown));
-    if (!nearest.empty() && boIsSameName(nearest, item.predefinedType))
+    if (!nearest.empty() && isEqualIgnoringCase(nearest, item.predefinedType))
         draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
                     std::string(entity.getName()).append("/").append(nearest));
 }
@@ -288,12 +288,12 @@ void ClassCheck::vUnknownAdd(const ClassOutline& item) {
 
 bool ClassCheck::boMatches(const ClassText& value, const ClassOutline& item) const {
     const auto itemName = trimmed(item.name);
-    if (boIsSameName(value.name, itemName))
+    if (isEqualIgnoringCase(value.name, itemName))
         return value.predefinedType.empty() || item.predefinedType.empty() ||
-               boIsSameName(value.predefinedType, trimmed(item.predefinedType));
+               isEqualIgnoringCase(value.predefinedType, trimmed(item.predefinedType));
     // A set for the occurrences may name the type that carries the predefined type, and the other way round.
-    if (boIsSameName(value.name, std::string(itemName) + "Type") ||
-        boIsSameName(std::string(value.name) + "Type", itemName))
+    if (isEqualIgnoringCase(value.name, std::string(itemName) + "Type") ||
+        isEqualIgnoringCase(std::string(value.name) + "Type", itemName))
         return true;
     const auto* valueEntity = pEntityOf(value.name);
     const auto* itemEntity = pEntityOf(itemName);

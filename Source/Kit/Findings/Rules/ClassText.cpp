@@ -1,6 +1,6 @@
 #include "Kit/Findings/Rules/ClassText.h"
 
-#include "Kit/Findings/Rules/RuleText.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
 
@@ -9,8 +9,7 @@ namespace kiv::kit {
 namespace {
 
 bool boIsNameCharacter(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
-           (character >= '0' && character <= '9') || character == '_';
+    return isLetter(character) || isDigit(character) || character == '_';
 }
 
 bool boIsName(std::string_view text) {
@@ -20,7 +19,8 @@ bool boIsName(std::string_view text) {
 /// What follows "Class.": PredefinedType="X".
 std::optional<std::string_view> attributeValueOf(std::string_view text) {
     const auto mark = text.find('=');
-    if (mark == std::string_view::npos || !boIsSameName(trimmed(text.substr(0, mark)), "PredefinedType"))
+    if (mark == std::string_view::npos ||
+        !isEqualIgnoringCase(trimmed(text.substr(0, mark)), "PredefinedType"))
         return std::nullopt;
     auto value = trimmed(text.substr(mark + 1));
     if (value.size() < 2 || value.front() != value.back() || (value.front() != '"' && value.front() != '\''))

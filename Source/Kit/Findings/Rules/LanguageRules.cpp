@@ -1,6 +1,7 @@
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
 #include <string>
@@ -107,14 +108,6 @@ constexpr Rule LanguageRules[] = {
      Right},
 };
 
-bool isLetter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
-
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 bool isLetters(std::string_view part) {
     return std::ranges::all_of(part, isLetter);
 }
@@ -188,13 +181,6 @@ bool isLanguageTag(std::string_view tag) {
     while (boTake(isVariant))
         ;
     return next == parts.size() || (parts[next].size() == 1 && isExtensions(parts, next));
-}
-
-std::string sLowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& letter : lower)
-        letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    return lower;
 }
 
 /// The tag that was probably meant; empty when it cannot be known.

@@ -2,6 +2,7 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEnumeration.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"

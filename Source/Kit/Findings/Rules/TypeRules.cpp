@@ -3,9 +3,9 @@
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/RuleNames.h"
-#include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Findings/Rules/SchemaValues.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
 #include <array>
