@@ -169,10 +169,10 @@ void SchemaRun::vNoteAt(Finding& finding, const TextPosition& position, std::str
 }
 
 void SchemaRun::vNearestNote(Finding& finding, std::string_view name,
-                             std::initializer_list<ExpressDeclarationKind> kinds) {
+                             std::initializer_list<ExpressDeclarationKind> kinds,
+                             std::vector<std::string_view> names) {
     if (nearestLeft_ == 0)
         return;
-    std::vector<std::string_view> names;
     for (const auto& one : declared) {
         if (std::ranges::find(kinds, one.declaration->kind) != kinds.end())
             names.push_back(one.declaration->name.text);
@@ -299,7 +299,7 @@ std::vector<const AssertRecord*> SchemaRun::untaken() const {
 Finding* SchemaRun::pMisreading() {
     const auto found = std::ranges::find_if(
         findings_, [](const Finding& finding) { return finding.code >= "E002" && finding.code <= "E006"; });
-    return found == findings_.end() ? nullptr : &*found;
+    return found == findings_.end() ? pOpenComment : &*found;
 }
 
 std::vector<Finding> SchemaRun::takeFindings() {

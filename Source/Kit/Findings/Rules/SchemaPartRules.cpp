@@ -302,12 +302,18 @@ void PartsCheck::vWhereCheck(const Where* where) {
         run_.boRuleTake(finding, where->getText());
 }
 
+/// A comment in it that nothing closes is the mistake then.
+bool boHasOpenComment(const SchemaRun& run, const ExpressDeclaration& declaration) {
+    const auto line = run.positions.openComment.line;
+    return line >= declaration.keyword.position.line && line <= declaration.end.position.line;
+}
+
 } // namespace
 
 void vLostPartsCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {
         // What has a finding already is misread as a whole.
-        if (declared.isLost() || declared.finding)
+        if (declared.isLost() || declared.finding || boHasOpenComment(run, *declared.declaration))
             continue;
         PartsCheck check(run, declared);
         if (const auto* const entity = Entity::pFrom(declared.object))

@@ -96,7 +96,7 @@ private:
 
     void vLostAdd(Declared& lost);
     std::string sLostReason(const Declared& lost, const SchemaStatement* around) const;
-    Finding* pEndFinding(std::size_t offset) const;
+    Finding* pAroundFinding(std::size_t offset) const;
     void vReportsTake(std::size_t index);
     void vReadingCheck(std::size_t index);
     void vTextCheck(std::size_t index);
@@ -186,18 +186,16 @@ void LostDeclarations::vReportsTake(std::size_t index) {
         run_.boTake(*readings_[index].finding, SchemaReport::Underlying);
 }
 
-/// The finding about a declaration whose end has this byte in it; null when there is none. Reading goes wrong
-/// from the end of a declaration that is lost on.
-Finding* LostDeclarations::pEndFinding(std::size_t offset) const {
+/// The finding about a declaration that has this byte in it; null when there is none. Where a declaration is
+/// lost, its lines are read as others.
+Finding* LostDeclarations::pAroundFinding(std::size_t offset) const {
     const auto keywordOffset = [this](const Declared& one) { return offsetIn(run_, one.declaration->text); };
     const auto after = std::ranges::upper_bound(run_.declared, offset, {}, keywordOffset);
     if (after == run_.declared.begin())
         return nullptr;
     const auto& declared = *std::prev(after);
-    const auto end = declared.declaration->end.text;
-    const bool isEnd =
-        !end.empty() && offset >= offsetIn(run_, end) && offset < offsetIn(run_, end) + end.size();
-    return isEnd ? declared.finding : nullptr;
+    const auto text = declared.declaration->text;
+    return offset < offsetIn(run_, text) + text.size() ? declared.finding : nullptr;
 }
 
 /// A keyword in a comment or a string.
@@ -205,11 +203,18 @@ void LostDeclarations::vTextCheck(std::size_t index) {
     auto& reading = readings_[index];
     const auto& statement = run_.lines.statements[index];
     if (!reading.finding)
-        reading.finding = pEndFinding(statement.keyword);
+        reading.finding = pAroundFinding(statement.keyword);
     if (reading.finding)
         return vTakenNote(*reading.finding, reading);
     auto position = positionOf(statement.keyword);
     position.length = keywordOf(statement.kind).size();
+    if (run_.pOpenComment && run_.pOpenComment->place.position < position) {
+        reading.finding = run_.pOpenComment;
+        reading.finding->severity = Severity::Error;
+        run_.vNoteAt(*reading.finding, position,
+                     sStatement(statement) + " is in the comment, and is read all the same");
+        return vTakenNote(*reading.finding, reading);
+    }
     auto& finding = run_.add("E005", position,
                              "a line that only mentions " + std::string(keywordOf(statement.kind)) +
                                  " is read as the declaration of " + sNamed(statement.name));
@@ -297,7 +302,7 @@ void vLostDeclarationsCheck(SchemaRun& run) {
 
 void vOpenCommentCheck(SchemaRun& run) {
     if (run.positions.openComment.line > 0)
-        run.add("E008", run.positions.openComment, "nothing closes this comment");
+        run.pOpenComment = &run.add("E008", run.positions.openComment, "nothing closes this comment");
 }
 
 void vOtherReportsAdd(SchemaRun& run) {
