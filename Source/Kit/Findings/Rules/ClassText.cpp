@@ -38,12 +38,13 @@ std::optional<ClassText> classTextOf(std::string_view text) {
     if (!boIsName(name))
         return std::nullopt;
     if (mark == std::string_view::npos)
-        return ClassText{name, {}, ClassSpelling::Current};
+        return ClassText{name, {}, ClassSpelling::Current, whole};
     const auto rest = trimmed(whole.substr(mark + 1));
     if (whole[mark] == '/')
-        return boIsName(rest) ? std::optional(ClassText{name, rest, ClassSpelling::Current}) : std::nullopt;
+        return boIsName(rest) ? std::optional(ClassText{name, rest, ClassSpelling::Current, whole})
+                              : std::nullopt;
     const auto value = attributeValueOf(rest);
-    return value ? std::optional(ClassText{name, *value, ClassSpelling::WithAttribute}) : std::nullopt;
+    return value ? std::optional(ClassText{name, *value, ClassSpelling::WithAttribute, whole}) : std::nullopt;
 }
 
 std::vector<ClassText> typeValueOf(std::string_view text) {

@@ -215,10 +215,20 @@ void vRepeatedCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& kno
         .vNoteAt("the first one is here", first->second);
 }
 
+void vNoLanguageAdd(RuleRun& run, const AliasOutline& alias) {
+    // An attribute of another name is the mistake then.
+    if (!alias.language && run.boMisplaced(alias.element))
+        return;
+    auto& draft = run.add("L002", alias.element, "the translation says no language");
+    const auto* ofXml = run.xml.pAttribute(run.xml.getElement(alias.element), "xml:lang");
+    if (ofXml && !alias.language)
+        draft.vNote("\"xml:lang\" is not read; write it as \"lang\"").vEdit(ofXml->nameBytes, "lang");
+}
+
 void vAliasCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& known) {
     const auto& element = run.xml.getElement(alias.element);
     if (!alias.language || trimmedBlanks(alias.language->value.value).empty()) {
-        run.add("L002", alias.element, "the translation says no language");
+        vNoLanguageAdd(run, alias);
         return;
     }
     const bool isEmpty = trimmedBlanks(element.text).empty() && element.firstChild == NoXmlElement &&

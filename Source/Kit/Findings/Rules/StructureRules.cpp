@@ -32,9 +32,6 @@ constexpr std::string_view PropertyTemplateTypes[] = {"PSET_TYPEDRIVENONLY",
 constexpr std::string_view QuantityTemplateTypes[] = {"QTO_TYPEDRIVENONLY", "QTO_TYPEDRIVENOVERRIDE",
                                                       "QTO_OCCURRENCEDRIVEN", "NOTDEFINED"};
 
-constexpr std::string_view QuantityTypes[] = {"Q_COUNT", "Q_WEIGHT", "Q_LENGTH",
-                                              "Q_AREA",  "Q_VOLUME", "Q_TIME"};
-
 /// What the official XML schema has in their places.
 constexpr std::pair<std::string_view, std::string_view> QuantityEntities[] = {
     {"IfcQuantityCount", "Q_COUNT"}, {"IfcQuantityWeight", "Q_WEIGHT"}, {"IfcQuantityLength", "Q_LENGTH"},
@@ -250,7 +247,10 @@ void StructureCheck::vAttributesCheck(XmlIndex element, const ElementRule& rule)
 
 void StructureCheck::vAttributeAdd(XmlIndex element, const ElementRule& rule, const XmlAttribute& attribute) {
     const auto match = legalMatch(attribute.name, rule.attributes);
-    if (!match.name.empty())
+    // Without the attribute that matters most, that one was meant.
+    const bool isMeant =
+        !rule.attributes.empty() && !xml_.pAttribute(xml_.getElement(element), rule.attributes.front());
+    if (!match.name.empty() || isMeant)
         run_.vMisplacedNote(element);
     const auto place = " of " + sNameQuoted(xml_.getElement(element));
     if (match.isLetterCase) {
