@@ -87,8 +87,9 @@ endfunction()
 function(kiv_test_options target)
     # GCC 12 sees faults in the joining of strings that are not there (its bug 105651); tests join many.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds -Wno-restrict -Wno-stringop-overflow>)
-    # To compile tests takes much longer than to run them; what they test is compiled apart and optimised.
-    target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-O0>)
+    # To compile tests takes much longer than to run them; what they test is compiled apart and optimised. With -g1, a
+    # backtrace names their functions and lines; to look at their variables needs -g.
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-O0> $<$<CONFIG:Debug>:-g1>)
 endfunction()
 
 # kiv_add_test(NAME SOURCES... LINK TARGETS...): one GoogleTest program, each of its tests known to CTest.
