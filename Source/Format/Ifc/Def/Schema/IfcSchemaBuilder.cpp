@@ -289,8 +289,8 @@ void SchemaBuilder::vTreeNumber(Entity& root) {
     while (!levels.empty()) {
         vLook(meter_);
         auto& level = levels.back();
-        if (level.nextSubtype < level.entity.subtypesCount_) {
-            enter(*level.entity.subtypes_[level.nextSubtype++]);
+        if (level.nextSubtype < level.entity.getSubtypes().size()) {
+            enter(*level.entity.tree_->subtypes[level.nextSubtype++]);
             continue;
         }
         level.entity.lastNumber_ = entityNumber_;
