@@ -4,6 +4,7 @@
 #include "Base/Words8.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
+#include "Format/Ifc/Def/Schema/ResolutionOrder.h"
 #include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
@@ -229,19 +230,15 @@ void SchemaBuilder::vObjectTableBuild() {
     }
 }
 
-/// Makes the order in which objects are resolved, and so the order of the reports about them, and that of
-/// attributes of one name, which `Schema::pAttributeGet` relies on: by the hash of the upper-cased name, its
-/// length, and its bytes.
+/// Makes the order in which objects are resolved. It is also that of attributes of one name, which
+/// `Schema::pAttributeGet` relies on.
 void SchemaBuilder::vHashesSort() {
     const auto isBefore = [this](const ObjectHash& left, const ObjectHash& right) {
         vLook(meter_);
-        if (left.hash != right.hash)
-            return left.hash < right.hash;
-        const auto leftName = model_.objectsAsRead[left.index]->getNameUpper();
-        const auto rightName = model_.objectsAsRead[right.index]->getNameUpper();
-        if (leftName.size() != rightName.size())
-            return leftName.size() < rightName.size();
-        return leftName != rightName ? leftName < rightName : left.index < right.index;
+        const auto keyOf = [this](const ObjectHash& place) {
+            return ResolutionKey{place.hash, model_.objectsAsRead[place.index]->getNameUpper()};
+        };
+        return isResolvedBefore(keyOf(left), keyOf(right));
     };
     const auto room = objectsByHash_.capacity();
     const auto starts = sortedByHash(objectsByHash_, isBefore, meter_);
