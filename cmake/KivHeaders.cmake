@@ -5,7 +5,6 @@ set(kivPublicHeaders
     KivIfcKit.h
     KivIfcSchemaPset.h
     Base/Exception.h
-    Base/Size32.h
     Base/WorkMeter.h
     Host/Assert/KivAssert.h
     Host/Id/KivId.h

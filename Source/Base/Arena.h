@@ -40,8 +40,8 @@ using ArenaPtr = std::unique_ptr<Object, ArenaDelete>;
 
 class Arena {
 public:
-    /// The first block of memory, in bytes, is taken with the first piece; later blocks are larger and
-    /// larger up to a limit, which is what may stay unused in the end.
+    /// Block sizes are in bytes. The first block is allocated with the first piece; each further one is twice
+    /// as large, up to the limit. At most one block's worth stays unused in the end.
     explicit Arena(std::size_t firstBlockSize = 8192, std::size_t largestBlockSize = std::size_t{1} << 16) :
         nextBlockSize_(firstBlockSize), largestBlockSize_(largestBlockSize) {}
     Arena(const Arena&) = delete;
@@ -79,10 +79,12 @@ public:
         return pAllocate(count * sizeof(Object), alignof(Object));
     }
 
-    /// Lets a meter hear of each block before it is taken; null for none. What it throws passes on.
+    /// Sets the meter that each block is reported to before it is allocated; null for none. What the meter
+    /// throws passes on.
     void vMeterSet(WorkMeter* meter) { meter_ = meter; }
 
-    /// Room for a text, where no padding comes between texts and what is larger.
+    /// Room for a text. Texts fill a block from its end, so that no padding comes between them and what is
+    /// aligned.
     char* pAllocateText(std::size_t size) {
         if (size > getRoom()) [[unlikely]]
             return pAllocateInNewBlock(size);

@@ -1,6 +1,6 @@
 /// @file
-/// Containers whose memory a meter hears of before it is taken. Without a meter no room is made ahead, and
-/// the container grows by itself.
+/// Containers whose memory a meter hears of before it is taken. Without a meter a container that takes values
+/// one by one grows by itself.
 ///
 ///     vRoomForOne(names, meter);
 ///     names.push_back(name);
@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -53,30 +52,6 @@ private:
     std::size_t bytes_ = 0;
 };
 
-/// Memory of the heap for containers that grow in a buffer first.
-class MeteredResource final : public std::pmr::memory_resource {
-public:
-    /// Null for no meter.
-    explicit MeteredResource(WorkMeter* meter) : meter_(meter) {}
-
-private:
-    void* do_allocate(std::size_t bytes, std::size_t alignment) override {
-        if (meter_)
-            meter_->vTake(WorkMeter::Unit::HeldBytes, bytes);
-        return std::pmr::new_delete_resource()->allocate(bytes, alignment);
-    }
-    void do_deallocate(void* place, std::size_t bytes, std::size_t alignment) override {
-        std::pmr::new_delete_resource()->deallocate(place, bytes, alignment);
-        if (meter_)
-            meter_->vMemoryGiveBack(bytes);
-    }
-    bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override {
-        return this == &other;
-    }
-
-    WorkMeter* meter_;
-};
-
 inline void vLook(WorkMeter* meter) {
     if (meter) [[unlikely]]
         meter->vLook();
@@ -102,11 +77,13 @@ void vRoomFor(Vector& values, std::size_t count, WorkMeter* meter) {
     constexpr auto size =
         sizeof(typename Vector::value_type); // NOLINT(bugprone-sizeof-expression): pointers too
     const auto before = values.capacity();
-    if (!meter || count <= before)
+    if (count <= before)
         return;
-    meter->vTake(WorkMeter::Unit::HeldBytes, count * size);
+    if (meter)
+        meter->vTake(WorkMeter::Unit::HeldBytes, count * size);
     values.reserve(count);
-    meter->vMemoryGiveBack(before * size);
+    if (meter)
+        meter->vMemoryGiveBack(before * size);
 }
 
 /// Makes room for one more value, as growing by `push_back` does.

@@ -10,8 +10,6 @@
 
 #include "Base/Ascii.h"
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -40,16 +38,6 @@ constexpr std::uint32_t upperNameHash(std::string_view name) {
     for (const char byte : name)
         hash = nameHashStep(hash, ascii::getUpper(byte));
     return hash;
-}
-
-/// `nameHash` of two texts of one length, which takes hardly longer than that of one.
-constexpr std::array<std::uint32_t, 2> nameHashes(std::string_view first, std::string_view second) {
-    std::array<std::uint32_t, 2> hashes{nameHash({}), nameHash({})};
-    for (std::size_t index = 0; index < first.size(); ++index) {
-        hashes[0] = nameHashStep(hashes[0], first[index]);
-        hashes[1] = nameHashStep(hashes[1], second[index]);
-    }
-    return hashes;
 }
 
 } // namespace kiv

@@ -22,7 +22,6 @@
 #include "Base/Metered.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -51,7 +50,8 @@ public:
         const auto slotCount = slotCountFor(size_ + count);
         if (slotCount <= slots_.size())
             return;
-        auto former = emptySlots(slotCount, meter);
+        // At least twice as many, so that keys may be added one by one.
+        auto former = emptySlots(std::max(slotCount, 2 * slots_.size()), meter);
         former.swap(slots_);
         for (const auto& slot : former) {
             if (slot.value)
@@ -79,9 +79,9 @@ public:
     }
 
 private:
-    /// A power of two, of which at least a quarter stays empty: every search ends, and soon.
+    /// About a third stays empty: every search ends, and soon.
     static constexpr std::size_t slotCountFor(std::size_t keys) {
-        return std::bit_ceil(std::max<std::size_t>(keys + keys / 2, 4));
+        return std::max<std::size_t>(keys + keys / 2, 4);
     }
 
     static std::vector<Slot> emptySlots(std::size_t count, WorkMeter* meter) {
@@ -100,13 +100,15 @@ private:
     /// The slot of the key, or the empty one where it belongs.
     template <class Key>
     std::size_t indexOf(const Key& key) const {
-        auto index = static_cast<std::size_t>(key.getHash() >> (64 - std::countr_zero(slots_.size())));
+        // The hash as a fraction of all hashes is the place as a fraction of the table. Any number of slots
+        // will do for that, so that a table whose size is known takes no more than it needs.
+        __extension__ using Product = unsigned __int128;
+        auto index = static_cast<std::size_t>(static_cast<Product>(key.getHash()) * slots_.size() >> 64);
         while (slots_[index].value && !key.isOf(slots_[index]))
-            index = (index + 1) & (slots_.size() - 1);
+            index = index + 1 == slots_.size() ? 0 : index + 1;
         return index;
     }
 
-    // None, or a power of two.
     std::vector<Slot> slots_;
     std::size_t size_ = 0;
 };

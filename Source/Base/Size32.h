@@ -8,8 +8,6 @@
 /// Errors:    std::length_error for a size of 4 GiB or more.
 #pragma once
 
-#include "kiv/Base/Export.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -17,7 +15,7 @@
 namespace kiv {
 
 /// Throws std::length_error; a function of its own, so that the code for all other sizes stays short.
-[[noreturn]] KIV_EXPORT void vSizeRefuse();
+[[noreturn]] void vSizeRefuse();
 
 inline std::uint32_t size32(std::size_t size) {
     if (size > std::numeric_limits<std::uint32_t>::max()) [[unlikely]]

@@ -125,6 +125,11 @@ inline std::uint64_t upperHash(std::string_view name) {
     return step(hash, getBytes8(name.data() + last)) * factor;
 }
 
+/// Eight bytes of memory as a number whose order is that of the bytes, one after the other.
+constexpr std::uint64_t getOrdered8(std::uint64_t bytes) {
+    return std::endian::native == std::endian::little ? __builtin_bswap64(bytes) : bytes;
+}
+
 /// The order of texts byte by byte, as that of std::string_view, decided by the first eight bytes where these
 /// differ.
 inline bool boLessText(std::string_view left, std::string_view right) {

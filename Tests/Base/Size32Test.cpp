@@ -1,4 +1,4 @@
-#include "kiv/Base/Size32.h"
+#include "Base/Size32.h"
 
 #include <gtest/gtest.h>
 

@@ -29,6 +29,24 @@ TEST(Words8Test, WordEndsAtTheFirstByteThatIsNoLetterNoDigitAndNoUnderscore) {
     }
 }
 
+TEST(Words8Test, OrderedBytesAreInTheOrderOfTheirFirstDifference) {
+    const std::string middle(LongText, '\x80');
+    for (std::size_t place = 0; place < LongText; ++place) {
+        // What follows the first difference does not count.
+        auto smaller = middle;
+        auto larger = middle;
+        smaller[place] = '\x7F';
+        larger[place] = '\x81';
+        if (place + 1 < LongText) {
+            smaller.back() = '\xFF';
+            larger.back() = '\x00';
+        }
+        const auto ordered = [](const std::string& text) { return getOrdered8(getBytes8(text.data())); };
+        EXPECT_LT(ordered(smaller), ordered(middle)) << place;
+        EXPECT_GT(ordered(larger), ordered(middle)) << place;
+    }
+}
+
 TEST(Words8Test, OnlyTheUpperCasedNameIsUpperOfIt) {
     for (int value = 0; value < 256; ++value) {
         const bool isLower = value >= 'a' && value <= 'z';

@@ -1,21 +1,21 @@
-/// Memory that can be made read-only: what is allocated while a `FrozenMemory::Placing` lives lies in pages
-/// of its own, which `vFreeze` makes read-only. Whoever writes to them then ends the process with SIGSEGV.
+/// Memory that can be made read-only: what is allocated while a `FrozenMemory::Placing` exists is placed in
+/// pages reserved for that, which `vFreeze` makes read-only. A write to them then ends the process with
+/// SIGSEGV.
 ///
 ///     std::optional<Store> store;
 ///     {
 ///         const FrozenMemory::Placing placing;
 ///         store.emplace();
 ///     }
-///     EXPECT_EXIT({ FrozenMemory::vFreeze(); store->vAsk(); std::_Exit(0); }, testing::ExitedWithCode(0),
-///     "");
+///     EXPECT_EXIT({ FrozenMemory::vFreeze(); store->vAsk(); std::_Exit(0); },
+///                 testing::ExitedWithCode(0), "");
 ///
-/// It replaces operator new and delete of the whole test program: list Support/FrozenMemory.cpp among its
-/// sources. With a sanitizer, which replaces them too, there is nothing to be frozen.
+/// Support/FrozenMemory.cpp has to be among the sources of the test program, whose operators new and delete
+/// it replaces. A sanitizer replaces them too, so that nothing can be frozen in a build with one.
 ///
-/// Ownership: the pages belong to the process; what lies in them is destroyed as usual, and its memory not
-/// used
-///            again.
-/// Threads:   each thread places what it allocates itself; one at a time.
+/// Ownership: the pages belong to the process. What lies in them is destroyed as usual, but its memory is not
+///            used again.
+/// Threads:   a `Placing` is for the allocations of its own thread; only one thread may have one at a time.
 #pragma once
 
 #include <cstddef>

@@ -252,7 +252,7 @@ std::optional<Element> File::parse(std::istream& stream, const std::string& name
                                    errorhandler::ParseInterface* progress) {
     error_.reset();
     ParseError error;
-    // The place is made first: once the document is there nothing fails, and its memory stays taken.
+    // Room in the list is made first, so that nothing can fail once the document has been read.
     if (documents_.size() == documents_.capacity())
         documents_.reserve(std::max<std::size_t>(1, 2 * documents_.size()));
     auto document = pDocumentRead(stream, error, maxTokenSize, progress);

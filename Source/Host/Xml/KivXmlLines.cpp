@@ -45,7 +45,6 @@ void LineCounter::vStartsAdd(std::string_view block, std::size_t from) {
 
 void LineCounter::vStartsReserve(std::size_t count) {
     vRoomFor(starts_, count, meter_);
-    starts_.reserve(count);
 }
 
 void LineCounter::vStartAdd(std::uint64_t start) {

@@ -81,8 +81,9 @@ private:
     std::uint64_t held_ = 0;
 };
 
-/// The memory of a parser, each block of which a meter hears of before it is taken. The parser does not say
-/// for whom it asks, so calls of it that may ask are made within a `Use`.
+/// The memory of a parser, each block of which is reported to a meter before it is allocated. The parser's
+/// hooks do not say which parser calls them, so every call of the parser that may allocate is made within a
+/// `Use`.
 class ParserMemory {
 public:
     /// Null for no meter.
@@ -358,7 +359,8 @@ bool Reader::boBlockParse(std::size_t size, bool isLast) {
     return XML_ParseBuffer(parser_.get(), static_cast<int>(size), isLast) == XML_STATUS_OK;
 }
 
-/// The parser found no memory: for it there is none, or none within the budget.
+/// The parser could not allocate: either the budget refused, and that refusal is thrown again, or there is no
+/// memory.
 void Reader::vOutOfMemory() const {
     parserMemory_.vRefusalRethrow();
     throw std::bad_alloc();

@@ -52,6 +52,8 @@ SURROUNDINGS = {
     "ScratchList.h": row(BASE, "WorkMeter* meter, Arena& arena, int entity, int line, int name, int type",
                          before="struct Attribute { Attribute(int, int, int, int); };"),
     "Size32.h": row(BASE, "std::uint32_t& nameSize_, std::string_view name", ["string_view"]),
+    "ResolutionOrder.h": row(SCHEMA, "std::uint32_t hash, std::string_view name, std::uint32_t otherHash, "
+                                     "std::string_view otherName", ["cstdint", "string_view"]),
     "VisitedDefinitions.h": row(DEF, "const SchemaPset::Visitor& visitor, const SchemaPset::Context& context, "
                                      "const SchemaPropertySetDefinitions& definitions", [IN + "SchemaPset.h"]),
     "IfcDefAliases.h": row(DEF, "const pset::PropertyDef& property", [IN + "Pset/IfcPropertyDef.h"]),

@@ -275,7 +275,6 @@ void TypePropertyEnumeratedValue::vConstantListRead(const kiv::xml::const_Elemen
 
 void TypePropertyEnumeratedValue::vConstantsOrder(WorkMeter* meter) {
     vRoomFor(constantsByName_, constants_.size(), meter);
-    constantsByName_.reserve(constants_.size());
     for (const ConstantDef& constant : constants_)
         constantsByName_.push_back(&constant);
     // Stable, so that of several constants of one name the first of the document comes first and is kept.

@@ -1,7 +1,7 @@
 #include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 
 #include "Base/Arena.h"
-#include "kiv/Base/Size32.h"
+#include "Base/Size32.h"
 
 #include <cstdint>
 #include <limits>
@@ -121,6 +121,8 @@ EnumerationValueExpression::EnumerationValueExpression(std::string_view typeName
     typeNameSize_(size32(typeName.size())),
     typeName_(typeName.data()),
     valueNameSize_(size32(valueName.size())) {
+    // In a rule the value name follows the type name, so that its offset says where it is. A comment of 4 GiB
+    // may lie between them, and a host may hand over texts from anywhere: then both names are copied.
     const auto distance = reinterpret_cast<std::uintptr_t>(valueName.data()) -
                           reinterpret_cast<std::uintptr_t>(typeName.data());
     if (arena && distance <= std::numeric_limits<std::uint32_t>::max()) {

@@ -69,7 +69,7 @@ private:
     /// Hands over the child that continues the leftmost chain; null in nodes that end it.
     virtual ExpressionPtr pChainTake();
 
-    // What is small in a node comes next, in the room that is left beside this.
+    // Last, so that small members of derived classes fill the padding that follows.
     bool isInArena_;
 };
 
@@ -374,7 +374,7 @@ public:
 
 private:
     std::uint32_t typeNameSize_;
-    // Begins the text that the other name is in too.
+    // Where the type name begins; the value name lies `valueNamePos_` bytes further on.
     const char* typeName_;
     std::uint32_t valueNamePos_;
     std::uint32_t valueNameSize_;

@@ -69,7 +69,7 @@ const OperatorOfToken* pOperatorOf(Kind token, Level level) {
     return entry.level == level ? &entry : nullptr;
 }
 
-/// The arguments of a call or the elements of an aggregate, while they are read; most are no more.
+/// The arguments of a call or the elements of an aggregate while they are read; few have more than four.
 using ExpressionCollector = ScratchList<ExpressionPtr, 4>;
 
 } // namespace

@@ -1,11 +1,11 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 
-#include "Base/Ascii.h"
 #include "Base/Metered.h"
 #include "Base/NameHash.h"
 #include "Base/Words8.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaModel.h"
+#include "Format/Ifc/Def/Schema/ResolutionOrder.h"
 #include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
@@ -21,24 +21,12 @@ namespace {
 
 using AttributeEntry = NameDirectory<const Attribute>::Entry;
 
-/// Whether a name that is upper-case already comes before another one of the same size, upper-cased.
-bool isBefore(std::string_view upperName, std::string_view name) {
-    return std::ranges::lexicographical_compare(
-        upperName, name, {}, [](char byte) { return static_cast<unsigned char>(byte); },
-        [](char byte) { return static_cast<unsigned char>(ascii::getUpper(byte)); });
-}
-
-/// How many of the attributes are of entities that come before the one of this name when a schema is
-/// resolved: by the hash of the upper-cased name, its length, and its bytes.
+/// How many of the attributes are of entities that are resolved before the one of this name.
 std::size_t countBefore(std::span<const AttributeEntry> entries, std::string_view name) {
-    const auto hash = upperNameHash(name);
+    const ResolutionKey key{upperNameHash(name), name};
     const auto end = std::partition_point(entries.begin(), entries.end(), [&](const AttributeEntry& entry) {
         const auto& entity = entry.value->getEntity();
-        const auto other = entity.getNameUpper();
-        const auto otherHash = entity.getNameUpperHash();
-        if (otherHash != hash)
-            return otherHash < hash;
-        return other.size() != name.size() ? other.size() < name.size() : isBefore(other, name);
+        return isResolvedBefore({entity.getNameUpperHash(), entity.getNameUpper()}, key);
     });
     return static_cast<std::size_t>(end - entries.begin());
 }

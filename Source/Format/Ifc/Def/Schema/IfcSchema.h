@@ -12,9 +12,9 @@
 /// Ownership: a schema owns every object and data type it hands out; they live as long as it does.
 /// Threads:   built by one thread; look-ups may then run from any number of threads at once.
 /// Errors:    an unknown name is an answer (null), never an error. A stream that fails while the schema is
-///            read throws `kiv::exception` with an empty message, a rule with a literal out of range
-///            std::out_of_range, a single name, type text or list of 4 GiB std::length_error. What the stream
-///            itself is set to throw comes out too, as from std::getline: with badbit among its
+///            read throws `kiv::exception` with an empty message; a rule with a literal out of range throws
+///            std::out_of_range; a single name, type text or list of 4 GiB or more throws std::length_error.
+///            What the stream itself is set to throw passes on, as from std::getline: with badbit among its
 ///            `exceptions()` what its buffer throws, with failbit or eofbit std::ios::failure at its end. The
 ///            first schema of a process passes on what std::random_device throws when the system has no
 ///            random source. Names that the text leaves unresolved are reported to the host's assertion

@@ -1,9 +1,9 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAggregate.h"
 
+#include "Base/Size32.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaUnsigned.h"
-#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>

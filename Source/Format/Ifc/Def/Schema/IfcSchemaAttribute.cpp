@@ -3,11 +3,11 @@
 #include "Base/Arena.h"
 #include "Base/Ascii.h"
 #include "Base/NameHash.h"
+#include "Base/Size32.h"
 #include "Base/UpperCase.h"
 #include "Base/Words8.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
-#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 namespace kiv::ifc::def::schema {

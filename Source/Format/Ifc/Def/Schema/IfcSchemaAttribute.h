@@ -36,7 +36,7 @@ public:
     std::string_view getName() const { return {name_, nameSize_}; }
     /// The name with a to z made A to Z.
     std::string_view getNameUpper() const { return {nameUpper_, nameSize_}; }
-    /// `nameHash` of the name as written; made anew each time, as look-ups do without it.
+    /// `nameHash` of the name as written; computed by each call, as look-ups do without it.
     std::uint32_t getNameHash() const;
     bool isOptional() const { return optional_; }
     /// The type as written, without OPTIONAL, up to the ';'.

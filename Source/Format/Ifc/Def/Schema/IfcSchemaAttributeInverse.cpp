@@ -1,8 +1,8 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"
 
+#include "Base/Size32.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
-#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"

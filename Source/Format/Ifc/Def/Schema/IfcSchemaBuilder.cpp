@@ -1,10 +1,11 @@
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 
 #include "Base/HashSort.h"
+#include "Base/Size32.h"
 #include "Base/Words8.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaLimits.h"
-#include "kiv/Base/Size32.h"
+#include "Format/Ifc/Def/Schema/ResolutionOrder.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
@@ -13,6 +14,8 @@
 #include "kiv/Host/Assert/KivAssert.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <istream>
 #include <stdexcept>
 #include <utility>
@@ -67,6 +70,53 @@ void vSortRuns(std::vector<Value>& values, Less less) {
         for (std::size_t run = 0; run + width < starts.size(); run += 2 * width)
             std::inplace_merge(at(run), at(run + width), at(run + 2 * width), less);
     }
+}
+
+/// An object and the beginning of its upper-cased name, by which most are put in order: the objects
+/// themselves lie all over the memory of the schema.
+class NamedObject {
+public:
+    explicit NamedObject(const ObjectBase* object) :
+        begin_(beginOf(object->getNameUpper())), object_(object) {}
+
+    const ObjectBase* pObject() const { return object_; }
+
+    /// By name, byte by byte.
+    friend bool operator<(const NamedObject& left, const NamedObject& right) {
+        if (left.begin_ != right.begin_)
+            return left.begin_ < right.begin_;
+        return left.object_->getNameUpper() < right.object_->getNameUpper();
+    }
+    bool isSameName(const NamedObject& other) const {
+        return begin_ == other.begin_ && isSameText(object_->getNameUpper(), other.object_->getNameUpper());
+    }
+
+private:
+    using Begin = std::array<std::uint64_t, 4>;
+
+    static Begin beginOf(std::string_view name) {
+        std::array<char, sizeof(Begin)> bytes{};
+        if (name.size() >= bytes.size())
+            std::memcpy(bytes.data(), name.data(), bytes.size());
+        else
+            name.copy(bytes.data(), name.size());
+        Begin begin{};
+        for (std::size_t index = 0; index < begin.size(); ++index)
+            begin[index] = getOrdered8(getBytes8(bytes.data() + index * LongText));
+        return begin;
+    }
+
+    Begin begin_;
+    const ObjectBase* object_;
+};
+
+/// Lets memory bring what will be looked at soon, into the caches. Any address will do.
+void vMemoryFetch(const void* begin, std::size_t size = 1) {
+    constexpr std::size_t CacheLine = 64;
+    const auto* const bytes = static_cast<const char*>(begin);
+    __builtin_prefetch(bytes);
+    for (std::size_t at = CacheLine; at < size; at += CacheLine)
+        __builtin_prefetch(bytes + at);
 }
 
 } // namespace
@@ -198,27 +248,57 @@ void SchemaBuilder::vResolve() {
     vTrim();
 }
 
+/// Objects are resolved in an order in which each lies somewhere else: while some are resolved, memory brings
+/// those whose turn comes next, and what they refer to.
 void SchemaBuilder::vObjectsResolve() {
+    constexpr std::size_t ObjectAhead = 12;
+    constexpr std::size_t PartsAhead = 6;
     vHashesSort();
-    for (const auto& place : objectsByHash_) {
+    const auto objectAt = [this](std::size_t index) {
+        return model_.objectsAsRead[objectsByHash_[index].index];
+    };
+    const auto count = objectsByHash_.size();
+    for (std::size_t index = 0; index < count; ++index) {
         vLook(meter_);
-        toChange(model_.objectsAsRead[place.index]).vUpdate(schema_);
+        if (index + ObjectAhead < count)
+            vMemoryFetch(objectAt(index + ObjectAhead), sizeof(Entity));
+        if (index + PartsAhead < count)
+            vPartsFetch(Entity::pFrom(objectAt(index + PartsAhead)));
+        toChange(objectAt(index)).vUpdate(schema_);
     }
 }
 
+/// Lets memory bring what resolving an entity looks at; null for none.
+void SchemaBuilder::vPartsFetch(const Entity* entity) {
+    if (!entity)
+        return;
+    vMemoryFetch(entity->supertypeName_);
+    vMemoryFetch(entity->attributes_, sizeof(Attribute));
+    vMemoryFetch(entity->tree_);
+    vMemoryFetch(entity->where_);
+}
+
 void SchemaBuilder::vObjectsByNameBuild() {
-    auto& objects = model_.objectsByName;
-    vRoomFor(objects, model_.objectsAsRead.size(), meter_);
-    objects = model_.objectsAsRead;
-    vSortRuns(objects, [this](const auto* left, const auto* right) {
+    MeteredScope held(meter_);
+    held.vTake(model_.objectsAsRead.size() * sizeof(NamedObject));
+    std::vector<NamedObject> objects;
+    objects.reserve(model_.objectsAsRead.size());
+    for (const auto* const object : model_.objectsAsRead) {
         vLook(meter_);
-        return boLessText(left->getNameUpper(), right->getNameUpper());
+        objects.emplace_back(object);
+    }
+    vSortRuns(objects, [this](const auto& left, const auto& right) {
+        vLook(meter_);
+        return left < right;
     });
-    const auto isSameName = [this](const auto* left, const auto* right) {
+    const auto isSameName = [this](const auto& left, const auto& right) {
         vLook(meter_);
-        return isSameText(left->getNameUpper(), right->getNameUpper());
+        return left.isSameName(right);
     };
     objects.erase(std::unique(objects.begin(), objects.end(), isSameName), objects.end());
+    vRoomFor(model_.objectsByName, objects.size(), meter_);
+    for (const auto& object : objects)
+        model_.objectsByName.push_back(object.pObject());
 }
 
 void SchemaBuilder::vObjectTableBuild() {
@@ -229,19 +309,15 @@ void SchemaBuilder::vObjectTableBuild() {
     }
 }
 
-/// Makes the order in which objects are resolved, and so the order of the reports about them, and that of
-/// attributes of one name, which `Schema::pAttributeGet` relies on: by the hash of the upper-cased name, its
-/// length, and its bytes.
+/// Makes the order in which objects are resolved. It is also that of attributes of one name, which
+/// `Schema::pAttributeGet` relies on.
 void SchemaBuilder::vHashesSort() {
     const auto isBefore = [this](const ObjectHash& left, const ObjectHash& right) {
         vLook(meter_);
-        if (left.hash != right.hash)
-            return left.hash < right.hash;
-        const auto leftName = model_.objectsAsRead[left.index]->getNameUpper();
-        const auto rightName = model_.objectsAsRead[right.index]->getNameUpper();
-        if (leftName.size() != rightName.size())
-            return leftName.size() < rightName.size();
-        return leftName != rightName ? leftName < rightName : left.index < right.index;
+        const auto keyOf = [this](const ObjectHash& place) {
+            return ResolutionKey{place.hash, model_.objectsAsRead[place.index]->getNameUpper()};
+        };
+        return isResolvedBefore(keyOf(left), keyOf(right));
     };
     const auto room = objectsByHash_.capacity();
     const auto starts = sortedByHash(objectsByHash_, isBefore, meter_);
@@ -289,8 +365,8 @@ void SchemaBuilder::vTreeNumber(Entity& root) {
     while (!levels.empty()) {
         vLook(meter_);
         auto& level = levels.back();
-        if (level.nextSubtype < level.entity.subtypesCount_) {
-            enter(*level.entity.subtypes_[level.nextSubtype++]);
+        if (level.nextSubtype < level.entity.getSubtypes().size()) {
+            enter(*level.entity.tree_->subtypes[level.nextSubtype++]);
             continue;
         }
         level.entity.lastNumber_ = entityNumber_;

@@ -97,6 +97,7 @@ private:
     void vPieceBegin();
     void vResolve();
     void vObjectsResolve();
+    static void vPartsFetch(const Entity* entity);
     void vObjectsByNameBuild();
     void vObjectTableBuild();
     void vHashesSort();

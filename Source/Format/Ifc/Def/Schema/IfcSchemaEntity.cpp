@@ -4,11 +4,11 @@
 #include "Base/Ascii.h"
 #include "Base/Metered.h"
 #include "Base/ScratchList.h"
+#include "Base/Size32.h"
 #include "Base/UpperCase.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
-#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <cstddef>
@@ -61,9 +61,12 @@ public:
         const auto attributes = attributes_.movedTo(line_.getArena());
         entity_.attributes_ = attributes.data();
         entity_.attributesCount_ = size32(attributes.size());
+        if (attributesInverse_.empty())
+            return;
         const auto inverse = attributesInverse_.movedTo(line_.getArena());
-        entity_.attributesInverse_ = inverse.data();
-        entity_.attributesInverseCount_ = size32(inverse.size());
+        auto& clauses = entity_.clauses(line_.pMeter());
+        clauses.inverseCount = size32(inverse.size());
+        clauses.inverse = inverse.data();
     }
 
 private:
@@ -126,8 +129,11 @@ private:
         supertypeSeen_ = true;
         pos = found + words.size();
         const auto names = line_.getNamesKept(pos, stream_);
-        entity_.supertypeOfNames_ = names.data();
-        entity_.supertypeOfCount_ = size32(names.size());
+        if (names.empty())
+            return;
+        entity_.tree_ = line_.getArena().pMake<Tree>();
+        entity_.tree_->nameCount = size32(names.size());
+        entity_.tree_->names = names.data();
     }
 
     /// False when the rest of the line is to be ignored.
@@ -181,27 +187,27 @@ private:
 
     void vUniqueRead() {
         const bool entry = boEntryExpected(unique_, Keyword("UNIQUE", 3));
-        if (unique_ != Clause::NotSeen && !entity_.unique_) {
+        if (unique_ != Clause::NotSeen && !entity_.pUnique()) {
             vMemoryTake(line_.pMeter(), sizeof(Unique));
-            entity_.unique_ = std::make_unique<Unique>();
+            entity_.clauses(line_.pMeter()).unique = std::make_unique<Unique>();
         }
         if (entry)
-            entity_.unique_->vUniqueAdd(entity_, std::string(labelBeforeColon()), line_,
-                                        colon_ + Colon.size());
+            entity_.clauses_->unique->vUniqueAdd(entity_, std::string(labelBeforeColon()), line_,
+                                                 colon_ + Colon.size());
     }
 
     /// Unlike the others, this clause takes nothing from the line that opens it.
     void vDeriveRead() {
         if (boOpens(derive_, Keyword("DERIVE", 4))) {
             vMemoryTake(line_.pMeter(), sizeof(Derive));
-            entity_.derive_ = std::make_unique<Derive>();
+            entity_.clauses(line_.pMeter()).derive = std::make_unique<Derive>();
             return;
         }
         if (!boEntryOrClose(derive_))
             return;
         vStatementJoin();
-        entity_.derive_->vDeriveAdd(line_.getKept(labelBeforeColon()), line_.getKept(textAfterColon()),
-                                    line_.pMeter());
+        entity_.clauses_->derive->vDeriveAdd(line_.getKept(labelBeforeColon()),
+                                             line_.getKept(textAfterColon()), line_.pMeter());
     }
 
     /// Appends the following lines to the current one until it holds a ';'.
@@ -281,6 +287,14 @@ Entity::Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd) :
 
 Entity::~Entity() = default;
 
+Entity::Clauses& Entity::clauses(WorkMeter* meter) {
+    if (!clauses_) {
+        vMemoryTake(meter, sizeof(Clauses));
+        clauses_ = std::make_unique<Clauses>();
+    }
+    return *clauses_;
+}
+
 const Entity* Entity::pFrom(const ObjectBase* object) {
     const bool is = object && object->getKind() == ObjectBase::Type::Entity;
     return is ? static_cast<const Entity*>(object) : nullptr;
@@ -294,9 +308,9 @@ void Entity::vUpdate(Schema& schema) {
         attribute.vUpdate(schema);
         SchemaBuilder::of(schema).vAttributeAdd(attribute);
     }
-    if (derive_ && derive_->boRedeclares()) {
+    if (clauses_ && clauses_->derive && clauses_->derive->boRedeclares()) {
         vLineResolve(schema);
-        derive_->vUpdate(*this, schema);
+        clauses_->derive->vUpdate(*this, schema);
     }
     if (where_)
         where_->parseRules(schema);
@@ -337,7 +351,9 @@ Entity* Entity::getTopmost(WorkMeter* meter) {
 }
 
 void Entity::vSubtypesResolve(Schema& schema) {
-    auto** const subtypes = SchemaBuilder::arenaOf(schema).pMakeArray<Entity*>(supertypeOfCount_);
+    if (!tree_)
+        return;
+    auto** const subtypes = SchemaBuilder::arenaOf(schema).pMakeArray<Entity*>(tree_->nameCount);
     std::uint32_t count = 0;
     for (const auto& name : getSupertypeOfNames()) {
         vLook(SchemaBuilder::pMeter(schema));
@@ -346,12 +362,14 @@ void Entity::vSubtypesResolve(Schema& schema) {
         else
             SchemaBuilder::vReport(schema, Report::SubtypeNotFound);
     }
-    subtypes_ = subtypes;
-    subtypesCount_ = count;
+    tree_->subtypes = subtypes;
+    tree_->subtypeCount = count;
 }
 
 void Entity::vUpdateInverse(Schema& schema) {
-    for (auto& attribute : std::span(attributesInverse_, attributesInverseCount_)) {
+    if (!clauses_)
+        return;
+    for (auto& attribute : std::span(clauses_->inverse, clauses_->inverseCount)) {
         vLook(SchemaBuilder::pMeter(schema));
         attribute.vUpdate(schema);
     }

@@ -38,7 +38,7 @@ public:
     /// The object as an entity; null for null and for everything else.
     static const Entity* pFrom(const ObjectBase* object);
 
-    /// As of every object, but kept, as look-ups of sets ask for it.
+    /// `nameHash` of the name as written. An entity keeps it, as look-ups of sets need it each time.
     std::uint32_t getNameHash() const { return nameHash_; }
 
     /// Resolves the supertype, the subtypes, the attributes and the rules. The list of subtypes lies in the
@@ -56,21 +56,25 @@ public:
     bool isAbstract() const { return abstract_; }
     /// The names listed in SUPERTYPE OF (ONEOF (...)), as written.
     std::span<const std::string_view> getSupertypeOfNames() const {
-        return {supertypeOfNames_, supertypeOfCount_};
+        return tree_ ? std::span(tree_->names, tree_->nameCount) : std::span<const std::string_view>();
     }
     /// The entities of those names, in the same order. A subtype that is not listed there is not among
     /// them.
-    std::span<const Entity* const> getSubtypes() const { return {subtypes_, subtypesCount_}; }
+    std::span<const Entity* const> getSubtypes() const {
+        return tree_ ? std::span<const Entity* const>(tree_->subtypes, tree_->subtypeCount)
+                     : std::span<const Entity* const>();
+    }
     /// The explicit attributes that the entity itself declares, in order.
     std::span<const Attribute> getAttributes() const { return {attributes_, attributesCount_}; }
     /// The inverse attributes that the entity itself declares, in order.
     std::span<const AttributeInverse> getAttributesInverse() const {
-        return {attributesInverse_, attributesInverseCount_};
+        return clauses_ ? std::span<const AttributeInverse>(clauses_->inverse, clauses_->inverseCount)
+                        : std::span<const AttributeInverse>();
     }
     /// The clauses; null when the declaration has none.
     const Where* pWhere() const { return where_; }
-    const Unique* pUnique() const { return unique_.get(); }
-    const Derive* pDerive() const { return derive_.get(); }
+    const Unique* pUnique() const { return clauses_ ? clauses_->unique.get() : nullptr; }
+    const Derive* pDerive() const { return clauses_ ? clauses_->derive.get() : nullptr; }
 
     /// The pre-order number in the tree of subtypes, from 1. 0 for an entity that has a supertype and is in
     /// no subtype list that a root leads to, and for the later of two entities of one name. Numbers have 16
@@ -101,15 +105,32 @@ private:
     friend class SchemaBuilder;
     class Reader;
 
+    /// What SUPERTYPE OF lists.
+    struct Tree {
+        const std::string_view* names = nullptr;
+        std::uint32_t nameCount = 0;
+        std::uint32_t subtypeCount = 0;
+        Entity** subtypes = nullptr;
+    };
+
+    /// The clauses that few entities have.
+    struct Clauses {
+        AttributeInverse* inverse = nullptr;
+        std::uint32_t inverseCount = 0;
+        std::unique_ptr<Unique> unique;
+        std::unique_ptr<Derive> derive;
+    };
+
     Entity(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd);
 
+    Clauses& clauses(WorkMeter* meter);
     void vLineResolve(Schema& schema);
     void vSupertypeResolve(Schema& schema);
     void vSubtypesResolve(Schema& schema);
     Entity* getTopmost(WorkMeter* meter);
 
     // All lists and the rules lie in the arena of the line helper that the entity was read with, or of its
-    // schema. The order leaves no room unused.
+    // schema. The order leaves hardly any room unused.
 
     bool abstract_ : 1 = false;
     bool supertypeSearched_ : 1 = false;
@@ -125,22 +146,18 @@ private:
     std::uint64_t attributeBits_ = 0;
     Attribute* attributes_ = nullptr;
     std::uint32_t attributesCount_ = 0;
-    std::uint32_t attributesInverseCount_ = 0;
-    AttributeInverse* attributesInverse_ = nullptr;
-    const std::string_view* supertypeOfNames_ = nullptr;
-    Entity** subtypes_ = nullptr;
-    std::uint32_t supertypeOfCount_ = 0;
-    std::uint32_t subtypesCount_ = 0;
+    std::uint32_t nameHash_;
     const char* supertypeName_ = nullptr;
     std::uint32_t supertypeNameSize_ = 0;
     std::uint16_t lastNumber_ = 0;
+    // Null when nothing is listed.
+    Tree* tree_ = nullptr;
     Where* where_ = nullptr;
-    std::unique_ptr<Unique> unique_;
-    std::unique_ptr<Derive> derive_;
+    // Null when there is none of them. Not in the arena, which the entity may outlive.
+    std::unique_ptr<Clauses> clauses_;
     // Leads to the topmost supertype on ever shorter ways; finds circles in the inheritance at hardly any
     // cost.
     Entity* towardsTop_ = nullptr;
-    std::uint32_t nameHash_;
 };
 
 } // namespace kiv::ifc::def::schema

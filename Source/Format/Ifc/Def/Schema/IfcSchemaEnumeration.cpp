@@ -1,8 +1,8 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEnumeration.h"
 
 #include "Base/Arena.h"
+#include "Base/Size32.h"
 #include "Base/Words8.h"
-#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>

@@ -37,7 +37,7 @@ protected:
 private:
     BodyObject(ObjectBase::Type kind, ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd);
 
-    // With the empty lines: a body lies in memory as it was read then, without a copy.
+    // Includes the empty lines, so that the body is a view of the text as it was read and no copy.
     std::string_view body_;
 };
 

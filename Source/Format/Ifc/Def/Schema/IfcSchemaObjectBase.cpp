@@ -1,8 +1,8 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 
 #include "Base/NameHash.h"
+#include "Base/Size32.h"
 #include "Base/UpperCase.h"
-#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 

@@ -54,9 +54,9 @@ public:
     std::string_view getName() const { return {name_, nameSize_}; }
     /// The name with a to z made A to Z.
     std::string_view getNameUpper() const { return {nameUpper_, nameSize_}; }
-    /// `nameHash` of the name as written; made anew each time.
+    /// `nameHash` of the name as written; computed by each call.
     std::uint32_t getNameHash() const;
-    /// `nameHash` of the upper-cased name; made anew each time too.
+    /// `nameHash` of the upper-cased name; computed by each call.
     std::uint32_t getNameUpperHash() const;
 
 protected:
@@ -69,7 +69,7 @@ private:
     const char* name_ = nullptr;
     const char* nameUpper_ = nullptr;
     std::uint32_t nameSize_ = 0;
-    // What is small in an object comes next, in the room that is left beside this.
+    // Last, so that small members of derived classes fill the padding that follows.
     std::uint8_t kind_;
 };
 
@@ -83,7 +83,7 @@ public:
     explicit ObjectName(std::string_view upperName);
 
     std::string_view getView() const { return upperName_; }
-    /// `nameHash` of the name; made anew each time.
+    /// `nameHash` of the name; computed by each call.
     std::uint32_t getHash() const;
 
 private:

@@ -22,7 +22,6 @@ void DataTypeSelect::vUpdate(Schema& schema) {
     auto* const meter = SchemaBuilder::of(schema).pMeter(schema); // throws when the schema is built
     allEntities_ = true;
     vRoomFor(members_, memberNames_.size(), meter);
-    members_.reserve(memberNames_.size());
     for (const auto& name : memberNames_) {
         vLook(meter);
         const auto* const member = schema.pObjectFromName(name);

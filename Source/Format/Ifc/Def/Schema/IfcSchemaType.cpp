@@ -1,10 +1,10 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include "Base/Metered.h"
+#include "Base/Size32.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
-#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 
 #include <algorithm>

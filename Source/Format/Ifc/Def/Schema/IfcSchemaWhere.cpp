@@ -2,10 +2,10 @@
 
 #include "Base/Arena.h"
 #include "Base/ScratchList.h"
+#include "Base/Size32.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaBuilder.h"
 #include "Format/Ifc/Def/Schema/IfcSchemaKeyword.h"
-#include "kiv/Base/Size32.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressParser.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaReadLineHelper.h"
 #include "kiv/Host/Assert/KivAssert.h"

@@ -26,8 +26,10 @@ class Arena;
 
 namespace kiv::ifc::def::schema {
 
+class Entity;
 class ReadLineHelper;
 class Schema;
+class Type;
 
 /// The rules of a clause, in the order of the text; a clause that was parsed again has them again, although
 /// they are stored once. A list that is looked at, not changed.
@@ -107,10 +109,6 @@ public:
     /// not looked at: the line of the keyword itself is no part of the clause.
     Where(Schema& schema, ReadLineHelper& line, std::size_t pos, std::istream& stream);
 
-    /// The same in the arena of `line`, where another clause lies that this one replaces; null for none.
-    static Where* pRead(Where* former, Schema& schema, ReadLineHelper& line, std::size_t pos,
-                        std::istream& stream);
-
     Where(const Where&) = delete;
     Where& operator=(const Where&) = delete;
 
@@ -129,8 +127,15 @@ public:
     ParsedRules getRules() const;
 
 private:
+    friend class Entity;
+    friend class Type;
     class Parsing;
     struct Refused;
+
+    /// Reads a clause into the arena of `line`. Of several clauses of one declaration the last counts: it
+    /// takes over the memory of the former one, which is null for the first.
+    static Where* pRead(Where* former, Schema& schema, ReadLineHelper& line, std::size_t pos,
+                        std::istream& stream);
 
     void vParse(Schema& schema);
     void vRulesParse(Schema& schema);
