@@ -173,6 +173,8 @@ SURROUNDINGS = {
     "ExpressionJson.h": row(TOOL),
     "TreeDrawing.h": row(TOOL),
     "InheritanceTree.h": row(TOOL, "const ifc::def::schema::Schema& schema"),
+    "OutputStream.h": row(TOOL, "Output& output, const kiv::ifc::def::xml::XmlSetsErrors& errors",
+                          ["ostream", IN + "IfcDefErrors.h"]),
     "Output.h": row(TOOL),
     "Progress.h": row(TOOL, "const std::vector<std::string>& paths, std::size_t done",
                       replace={"for (...)": "for (int i = 0; i < 2; ++i)"}),
@@ -288,5 +290,7 @@ KIT_SURROUNDINGS = {
     "TypeRules.h": KIT_RUN,
     "ViewStream.h": row(KIT, "kiv::xml::File& file, std::string_view text", ["kiv/Host/Xml/KivXml.h"]),
     "XmlChildren.h": row(KIT, "const XmlPositions& xml, XmlIndex element"),
+    "WellFormedXml.h": row(KIT, "std::string_view text", before="inline void vUse(std::string_view) {}"),
+    "XmlMistake.h": row(KIT, "Finding& finding, const SetDocument& document", [KIT_DOCUMENT]),
     "XmlPositions.h": row(KIT, "std::string& bytes"),
 }
