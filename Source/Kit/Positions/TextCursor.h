@@ -19,7 +19,7 @@ namespace kiv::kit {
 class TextCursor {
 public:
     /// UTF-8, with LF, CR or CR LF at the ends of lines.
-    explicit TextCursor(std::string_view text) : text_(text) {}
+    explicit TextCursor(std::string_view text) : text_(text), hasLoneReturns_(hasLoneReturns(text)) {}
 
     /// The position of the byte at `offset`, which is not before that of the question before. `size` bytes
     /// are meant, as far as they are on one line.
@@ -31,8 +31,12 @@ public:
     /// Code points up to the first line end.
     static std::size_t codePoints(std::string_view text) {
         std::size_t count = 0;
-        for (const char byte : text.substr(0, text.find_first_of("\r\n")))
+        // Not by a search for either: that asks a function about each byte.
+        for (const char byte : text) {
+            if (byte == '\r' || byte == '\n')
+                break;
             count += isCodePoint(byte) ? 1 : 0;
+        }
         return count;
     }
 
@@ -40,7 +44,33 @@ private:
     /// False for the second and later bytes of a code point.
     static bool isCodePoint(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }
 
+    static bool hasLoneReturns(std::string_view text) {
+        for (auto at = text.find('\r'); at != std::string_view::npos; at = text.find('\r', at + 1)) {
+            if (text.substr(at + 1, 1) != "\n")
+                return true;
+        }
+        return false;
+    }
+
     void vAdvance(std::size_t offset) {
+        if (hasLoneReturns_)
+            return vAdvanceByBytes(offset);
+        while (offset_ < offset) {
+            const auto piece = text_.substr(offset_, offset - offset_);
+            const auto lineEnd = piece.find('\n');
+            if (lineEnd == std::string_view::npos) {
+                for (const char byte : piece)
+                    column_ += isCodePoint(byte) ? 1 : 0;
+                offset_ = offset;
+                return;
+            }
+            ++line_;
+            column_ = 1;
+            offset_ += lineEnd + 1;
+        }
+    }
+
+    void vAdvanceByBytes(std::size_t offset) {
         for (; offset_ < offset; ++offset_) {
             const char byte = text_[offset_];
             if (byte == '\n' || (byte == '\r' && text_.substr(offset_ + 1, 1) != "\n")) {
@@ -53,6 +83,8 @@ private:
     }
 
     std::string_view text_;
+    /// Carriage returns that end lines by themselves, which hardly any text has.
+    bool hasLoneReturns_;
     std::size_t offset_ = 0;
     std::size_t line_ = 1;
     std::size_t column_ = 1;
