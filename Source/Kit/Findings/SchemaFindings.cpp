@@ -14,6 +14,8 @@ std::vector<Finding> schemaFindingsOf(const ifc::def::schema::Schema* schema,
         vLostDeclarationsCheck(run);
         vLostPartsCheck(run);
         vOpenCommentCheck(run);
+        vSchemaEndCheck(run);
+        vSemicolonsCheck(run);
         vNamesDeclaredTwiceCheck(run);
         vUsedNamesCheck(run);
         vExpressionNamesCheck(run);
