@@ -31,6 +31,7 @@
 #include "kiv/Kit/Names/NearestName.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
 #include "kiv/Kit/Positions/ExpressPositions.h"
+#include "kiv/Kit/Positions/XmlDecoding.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
 #include "kiv/Kit/Text/TextPosition.h"
 #include "kiv/KivIfcSchemaPset.h"

@@ -81,6 +81,7 @@ set(kivPublicHeaders
     Kit/Names/NearestName.h
     Kit/Names/SchemaRelease.h
     Kit/Positions/ExpressPositions.h
+    Kit/Positions/XmlDecoding.h
     Kit/Positions/XmlPositions.h
     Kit/Text/TextPosition.h)
 

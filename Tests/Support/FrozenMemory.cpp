@@ -1,5 +1,7 @@
 #include "Support/FrozenMemory.h"
 
+#include "Support/Sanitized.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -38,16 +40,6 @@ std::uintptr_t numberOf(const void* place) {
 
 bool isInPages(const void* place) {
     return numberOf(place) - numberOf(pages().begin) < PagesSize;
-}
-
-void* pPlace(std::size_t bytes, std::size_t alignment) {
-    auto& [begin, next] = pages();
-    next += (0 - numberOf(next)) & (alignment - 1);
-    if (bytes > PagesSize - static_cast<std::size_t>(next - begin))
-        std::abort();
-    char* const place = next;
-    next += std::max<std::size_t>(bytes, 1);
-    return place;
 }
 
 struct Freezing {
@@ -105,9 +97,19 @@ std::size_t FrozenMemory::librariesFreeze(const char* namePrefix) {
 
 } // namespace kiv::test
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !KIV_SANITIZED // a sanitizer has operators of its own
 
 namespace {
+
+void* pPlace(std::size_t bytes, std::size_t alignment) {
+    auto& [begin, next] = pages();
+    next += (0 - numberOf(next)) & (alignment - 1);
+    if (bytes > PagesSize - static_cast<std::size_t>(next - begin))
+        std::abort();
+    char* const place = next;
+    next += std::max<std::size_t>(bytes, 1);
+    return place;
+}
 
 void* pAllocate(std::size_t bytes, std::size_t alignment) {
     if (isPlacing)

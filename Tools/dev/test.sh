@@ -6,7 +6,8 @@ dev_test() {
     local preset=${1:-dev} log status=0
     log=build/$preset/test.log
     [ "$preset" != clang ] || need clang
-    need python3-jsonschema # compares what kivifc writes for programs with schemas
+    # The first compares what kivifc writes for programs with schemas, the second calls the hook for commits.
+    need python3-jsonschema git
     build "$preset"
     progress "testing $preset; log: $log"
     ctest --preset "$preset" -j "$(nproc)" --no-tests=error "${@:2}" >"$log" 2>&1 || status=$?

@@ -3,6 +3,7 @@
 #include "Kit/Documents/Reading.h"
 #include "Kit/Documents/ThreadSink.h"
 #include "Kit/Documents/ViewStream.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <exception>
 #include <istream>
@@ -14,10 +15,6 @@ namespace kiv::kit {
 namespace {
 
 using ifc::def::SchemaPset;
-
-bool isLetter(char byte) {
-    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-}
 
 /// Whether the name is that of a schema. Exchange files have a line FILE_SCHEMA(('IFC4')); and are no
 /// schemas.

@@ -1,5 +1,7 @@
 #include "kiv/Kit/Documents/SetPaths.h"
 
+#include "Kit/Text/AsciiText.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
@@ -16,12 +18,8 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view DocumentExtension = ".xml";
 
-char lowerCase(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 bool isNamedLikeADocument(const fs::path& path) {
-    return std::ranges::equal(path.extension().native(), DocumentExtension, {}, lowerCase);
+    return isEqualIgnoringCase(path.extension().native(), DocumentExtension);
 }
 
 bool isFolder(const std::string& path) {

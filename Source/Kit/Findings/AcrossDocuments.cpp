@@ -1,5 +1,6 @@
 #include "kiv/Kit/Findings/AcrossDocuments.h"
 
+#include "Kit/Findings/LibraryReports.h"
 #include "Kit/Findings/Rules/AcrossRules.h"
 #include "Kit/Findings/SetOutline.h"
 #include "kiv/Kit/Documents/SetDocument.h"
@@ -20,12 +21,13 @@ void AcrossDocuments::vAdd(const SetDocument& document, std::string_view context
     // A document without a set has nothing that could be in the way of another.
     if (document.failure)
         return;
+    const bool hasUnknownType = boHasUnknownType(document);
     if (document.positions) {
-        data_->run.vAdd(document.path, SetOutline(*document.positions), context);
+        data_->run.vAdd(document.path, SetOutline(*document.positions), context, hasUnknownType);
         return;
     }
     const XmlPositions positions(document.text);
-    data_->run.vAdd(document.path, SetOutline(positions), context);
+    data_->run.vAdd(document.path, SetOutline(positions), context, hasUnknownType);
 }
 
 std::vector<Finding> AcrossDocuments::getFindings() const {

@@ -1,5 +1,6 @@
 #include "kiv/Kit/Findings/IgnoreComments.h"
 
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Kit/Findings/Rule.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
 
@@ -13,16 +14,6 @@ namespace {
 
 bool isBefore(const TextPosition& left, const TextPosition& right) {
     return std::tie(left.line, left.column) < std::tie(right.line, right.column);
-}
-
-char upperCase(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
-std::string sUpperCase(std::string_view text) {
-    std::string upper(text);
-    std::ranges::transform(upper, upper.begin(), upperCase);
-    return upper;
 }
 
 bool isCodeOfRules(std::string_view beginning) {

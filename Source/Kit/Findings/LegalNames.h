@@ -23,8 +23,6 @@ struct LegalMatch {
     bool isLetterCase = false;
 };
 
-bool isEqualIgnoringCase(std::string_view left, std::string_view right);
-
 /// The text without white space at both ends, no-break and other wide spaces included.
 std::string_view trimmedBlanks(std::string_view text);
 

@@ -101,9 +101,6 @@ constexpr std::array<std::string_view, 10> TemplateTypes = {
     "QTO_TYPEDRIVENONLY",    "QTO_TYPEDRIVENOVERRIDE",
     "QTO_OCCURRENCEDRIVEN",  "NOTDEFINED"};
 
-constexpr std::array<std::string_view, 6> QuantityTypes = {"Q_COUNT", "Q_WEIGHT", "Q_LENGTH",
-                                                           "Q_AREA",  "Q_VOLUME", "Q_TIME"};
-
 /// The entity that a kind of property becomes; empty when it makes no type.
 std::string_view entityOf(PropertyKind kind) {
     switch (kind) {
@@ -257,7 +254,7 @@ void ReportPlaces::vQuantityTypeFind(XmlIndex element) {
     const bool hasChild = !parts.text.empty() || parts.firstChild != NoXmlElement || parts.isTextHidden;
     if (!hasChild)
         vAdd(ReportKind::QuantityTypeNotGiven, element);
-    else if (std::ranges::find(QuantityTypes, parts.text) == QuantityTypes.end())
+    else if (std::ranges::find(QuantityTypes, parts.text) == std::end(QuantityTypes))
         vAdd(ReportKind::QuantityTypeUnknown, element);
 }
 
@@ -391,6 +388,14 @@ LibraryReport reportOf(const RuleRun& run, ReportPlaces& places, const assert::A
 }
 
 } // namespace
+
+bool boHasUnknownType(const SetDocument& document) {
+    const auto* const kind =
+        std::ranges::find(AssertionKinds, ReportKind::DataTypeNotFound, &AssertionKind::kind);
+    return std::ranges::any_of(document.assertions, [kind](const DocumentAssertion& assertion) {
+        return assertion.record.function == kind->function && assertion.record.line == kind->line;
+    });
+}
 
 std::vector<LibraryReport> libraryReportsOf(const RuleRun& run) {
     ReportPlaces places(run);

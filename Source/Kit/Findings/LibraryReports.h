@@ -37,6 +37,9 @@ struct LibraryReport {
     bool isHarmless = false;
 };
 
+/// Whether the library found a data type of the document not in the schema that it was checked with.
+bool boHasUnknownType(const SetDocument& document);
+
 /// In the order in which they were made, records first.
 std::vector<LibraryReport> libraryReportsOf(const RuleRun& run);
 

@@ -1,6 +1,5 @@
 #include "kiv/Kit/Findings/Rule.h"
 
-#include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/Rules/AcrossRules.h"
 #include "Kit/Findings/Rules/ClassRules.h"
 #include "Kit/Findings/Rules/DocumentationRules.h"
@@ -8,6 +7,7 @@
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Findings/Rules/TypeRules.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
 #include <vector>

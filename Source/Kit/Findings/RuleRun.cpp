@@ -2,6 +2,7 @@
 
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kiv/Kit/Findings/Rule.h"
 
@@ -110,7 +111,7 @@ FindingDraft* RuleRun::pLastOf(XmlIndex element) {
 std::string_view cut(std::string_view text, std::size_t size) {
     if (text.size() <= size)
         return text;
-    while (size != 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U)
+    while (size != 0 && isContinuation(text[size]))
         --size;
     return text.substr(0, size);
 }

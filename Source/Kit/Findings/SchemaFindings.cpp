@@ -11,9 +11,9 @@ std::vector<Finding> schemaFindingsOf(const ifc::def::schema::Schema* schema,
                                       std::string path) {
     SchemaRun run(schema, assertions, text, std::move(path));
     if (boSomethingFound(run)) {
+        vOpenCommentCheck(run);
         vLostDeclarationsCheck(run);
         vLostPartsCheck(run);
-        vOpenCommentCheck(run);
         vSchemaEndCheck(run);
         vSemicolonsCheck(run);
         vNamesDeclaredTwiceCheck(run);

@@ -1,6 +1,7 @@
 #include "Kit/Findings/SchemaRun.h"
 
 #include "Kit/Findings/Rules/SchemaRules.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Kit/Names/NearestName.h"
 
 #include <algorithm>
@@ -66,12 +67,7 @@ bool isKindOf(const ObjectBase& object, ExpressDeclarationKind kind) {
 } // namespace
 
 std::string sUpperWord(std::string_view word) {
-    std::string upper(word);
-    for (auto& letter : upper) {
-        if (letter >= 'a' && letter <= 'z')
-            letter = static_cast<char>(letter - 'a' + 'A');
-    }
-    return upper;
+    return sUpperCase(word);
 }
 
 std::string sNamed(std::string_view name) {
@@ -173,10 +169,10 @@ void SchemaRun::vNoteAt(Finding& finding, const TextPosition& position, std::str
 }
 
 void SchemaRun::vNearestNote(Finding& finding, std::string_view name,
-                             std::initializer_list<ExpressDeclarationKind> kinds) {
+                             std::initializer_list<ExpressDeclarationKind> kinds,
+                             std::vector<std::string_view> names) {
     if (nearestLeft_ == 0)
         return;
-    std::vector<std::string_view> names;
     for (const auto& one : declared) {
         if (std::ranges::find(kinds, one.declaration->kind) != kinds.end())
             names.push_back(one.declaration->name.text);
@@ -323,7 +319,7 @@ Finding* SchemaRun::pMisreading() {
                (finding.code == "E009" && finding.severity == Severity::Error);
     };
     const auto found = std::ranges::find_if(findings_, isMisreading);
-    return found == findings_.end() ? nullptr : &*found;
+    return found == findings_.end() ? pOpenComment : &*found;
 }
 
 std::vector<Finding> SchemaRun::takeFindings() {

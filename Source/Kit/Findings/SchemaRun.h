@@ -89,15 +89,19 @@ public:
     std::string_view text;
     ExpressPositions positions;
     SchemaLines lines;
+    /// The finding about a comment that nothing closes, which then also explains what is misread after it;
+    /// null when there is none.
+    Finding* pOpenComment = nullptr;
     /// The declarations of the last schema, in the order of the text.
     std::vector<Declared> declared;
 
     /// A finding of the rule with that code. It stays where it is until the run ends.
     Finding& add(std::string_view code, const TextPosition& position, std::string message);
     void vNoteAt(Finding& finding, const TextPosition& position, std::string message) const;
-    /// Offers the name of these kinds that is most like `name`.
+    /// Offers the name of these kinds, or of the further names, that is most like `name`.
     void vNearestNote(Finding& finding, std::string_view name,
-                      std::initializer_list<ExpressDeclarationKind> kinds);
+                      std::initializer_list<ExpressDeclarationKind> kinds,
+                      std::vector<std::string_view> names = {});
     /// Offers the attribute of an entity or its supertypes that is most like `name`.
     void vNearestAttributeNote(Finding& finding, std::string_view name, const Declared& entity);
 
@@ -127,6 +131,8 @@ public:
     /// What no finding has taken, but for repetitions of what one has.
     std::vector<const assert::AssertRecord*> untaken() const;
 
+    /// The finding that was added last; null when there is none.
+    Finding* pLast() { return findings_.empty() ? nullptr : &findings_.back(); }
     /// The first finding about something that is read as something else; null when there is none.
     Finding* pMisreading();
     static void vReportNote(Finding& finding, const assert::AssertRecord& record);

@@ -15,7 +15,7 @@ constexpr std::size_t maxSubjectPart = 120;
 constexpr std::size_t maxSubjectDepth = 8;
 
 /// Without the blanks around it; other white space stays.
-std::string_view trimmed(std::string_view text) {
+std::string_view withoutBlanks(std::string_view text) {
     const auto first = text.find_first_not_of(' ');
     if (first == std::string_view::npos)
         return {};
@@ -101,7 +101,7 @@ void OutlineReader::vClassesRead(XmlIndex list) {
     outline_.applicableClasses = list;
     for (const auto child : XmlChildren(xml_, list)) {
         // Blanks only: a tab or a line break stays in the name.
-        const auto text = trimmed(xml_.getElement(child).text);
+        const auto text = withoutBlanks(xml_.getElement(child).text);
         if (tagOf(child) != "ClassName" || text.empty())
             continue;
         const auto mark = std::min(text.find('/'), text.size());

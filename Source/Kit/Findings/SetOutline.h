@@ -6,12 +6,13 @@
 ///     for (const auto& member : outline.members)
 ///         std::cout << outline.memberName(member) << '\n';
 ///
+/// Private to the kit.
+///
 /// Ownership: refers to the positions, which outlive it.
 /// Threads:   unchanged once made; any number of threads may read it.
 /// Errors:    a document without a set has an outline without parts. std::bad_alloc.
 #pragma once
 
-#include "kiv/Base/Export.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <cstdint>
@@ -103,7 +104,7 @@ struct AliasOutline {
     const XmlAttribute* language = nullptr;
 };
 
-struct KIV_EXPORT SetOutline {
+struct SetOutline {
     explicit SetOutline(const XmlPositions& positions);
 
     SetKind kind = SetKind::None;

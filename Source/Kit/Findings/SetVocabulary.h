@@ -22,6 +22,9 @@
 
 namespace kiv::kit {
 
+inline constexpr std::string_view QuantityTypes[] = {"Q_COUNT", "Q_WEIGHT", "Q_LENGTH",
+                                                     "Q_AREA",  "Q_VOLUME", "Q_TIME"};
+
 /// What an element is to contain.
 enum class ContentKind : std::uint8_t {
     Elements,

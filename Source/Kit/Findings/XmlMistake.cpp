@@ -2,6 +2,9 @@
 
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Positions/TextCursor.h"
+#include "Kit/Text/AsciiText.h"
+#include "Kit/Text/FileKind.h"
+#include "Kit/Text/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -14,32 +17,7 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr std::string_view Blanks = " \t\r\n";
 constexpr std::string_view NameEnds = " \t\r\n<>/=&;\"'";
-
-/// What a file is that is no XML, by how it begins.
-struct OtherKind {
-    std::string_view beginning;
-    std::string_view name;
-};
-
-constexpr OtherKind OtherKinds[] = {
-    {"%PDF-", "a PDF document"},        {"PK\x03\x04", "a ZIP archive"}, {"ISO-10303-21", "an IFC model"},
-    {"<!DOCTYPE html", "an HTML page"}, {"<html", "an HTML page"},       {"SCHEMA", "an EXPRESS schema"},
-    {"{", "a JSON document"},
-};
-
-char lowerCase(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-bool startsWithIgnoringCase(std::string_view text, std::string_view beginning) {
-    return std::ranges::equal(text.substr(0, beginning.size()), beginning, {}, lowerCase, lowerCase);
-}
-
-std::string_view withoutBlanks(std::string_view text) {
-    return text.substr(std::min(text.find_first_not_of(Blanks), text.size()));
-}
 
 std::string_view nameAt(std::string_view text) {
     return text.substr(0, text.find_first_of(NameEnds));
@@ -47,7 +25,7 @@ std::string_view nameAt(std::string_view text) {
 
 /// The name that a text ends with.
 std::string_view nameBefore(std::string_view text) {
-    const auto end = text.find_last_not_of(Blanks);
+    const auto end = text.find_last_not_of(WhiteSpace);
     if (end == std::string_view::npos)
         return {};
     text = text.substr(0, end + 1);
@@ -70,8 +48,7 @@ std::size_t sizeOf(unsigned char first) {
 std::string_view codePointAt(std::string_view text) {
     const auto size = sizeOf(static_cast<unsigned char>(text.front()));
     const auto bytes = text.substr(0, size);
-    const auto isLater = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
-    return bytes.size() == size && size != 0 && std::ranges::all_of(bytes.substr(1), isLater)
+    return bytes.size() == size && size != 0 && std::ranges::all_of(bytes.substr(1), isContinuation)
                ? bytes
                : std::string_view();
 }
@@ -90,7 +67,7 @@ std::size_t offsetOf(const XmlPositions& xml, const TextPosition& position) {
     auto offset = static_cast<std::size_t>(line.data() - text.data());
     for (std::size_t column = 1; column < position.column && offset < text.size(); ++column) {
         ++offset;
-        while (offset < text.size() && (static_cast<unsigned char>(text[offset]) & 0xC0U) == 0x80U)
+        while (offset < text.size() && isContinuation(text[offset]))
             ++offset;
     }
     return offset;
@@ -164,12 +141,10 @@ void Mistake::vBack(std::size_t bytes, std::size_t length) {
 }
 
 bool Mistake::boOtherKind() {
-    const auto text = withoutBlanks(xml_.getText());
-    const auto isKind = [&](const OtherKind& kind) { return startsWithIgnoringCase(text, kind.beginning); };
-    const auto* const kind = std::ranges::find_if(OtherKinds, isKind);
-    if (kind == std::end(OtherKinds))
+    const auto kind = fileKindOf(xml_.getText());
+    if (kind.empty() || kind == XmlKind)
         return false;
-    vMessage("the file is " + std::string(kind->name) + ", no set document");
+    vMessage("the file is " + std::string(kind) + ", no set document");
     return true;
 }
 
@@ -186,8 +161,8 @@ void Mistake::vMismatchedTag() {
 void Mistake::vNoElement() {
     const auto* const open = pOpen();
     if (!open)
-        return vMessage(withoutBlanks(xml_.getText()).empty() ? "the file has nothing but blanks"
-                                                              : "there is no element in the document");
+        return vMessage(trimmed(xml_.getText()).empty() ? "the file has nothing but blanks"
+                                                        : "there is no element in the document");
     vMessage("the document ends, and " + sQuoted(open->name) + " is not closed");
     vOpenNote(*open);
 }
@@ -300,7 +275,7 @@ bool Mistake::boValueSign() {
 bool Mistake::boTagInside(std::string_view tag) {
     if (after_.starts_with('<'))
         return boValueSign();
-    const auto last = tag.find_last_not_of(Blanks);
+    const auto last = tag.find_last_not_of(WhiteSpace);
     if (tag[last] == '=') {
         vMessage("the value of the attribute " + sQuoted(nameBefore(tag.substr(0, last))) +
                  " is not in quotes");
@@ -322,7 +297,7 @@ bool Mistake::boCharacter() {
     if (after_.empty())
         return false;
     const auto first = static_cast<unsigned char>(after_.front());
-    if (first < 0x20 && Blanks.find(after_.front()) == std::string_view::npos) {
+    if (first < 0x20 && !isWhiteSpace(after_.front())) {
         vMessage("the control character U+00" + sHexadecimal(first) + " is not allowed in XML");
         return true;
     }

@@ -1,5 +1,7 @@
 #include "kiv/Kit/Names/NearestName.h"
 
+#include "Kit/Text/AsciiText.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -30,12 +32,8 @@ constexpr std::size_t SurplusLetters = 4;
 /// What a letter costs that only the name has.
 constexpr std::size_t NeedlessLetterCost = 8;
 
-char lowerCase(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 bool isSame(char left, char right) {
-    return lowerCase(left) == lowerCase(right);
+    return getLower(left) == getLower(right);
 }
 
 bool isUpper(char letter) {
@@ -73,7 +71,7 @@ std::size_t changesAllowed(std::size_t length) {
 std::uint64_t bytesOf(std::string_view name) {
     std::uint64_t bytes = 0;
     for (const char byte : name)
-        bytes |= std::uint64_t{1} << (static_cast<unsigned char>(lowerCase(byte)) % 64U);
+        bytes |= std::uint64_t{1} << (static_cast<unsigned char>(getLower(byte)) % 64U);
     return bytes;
 }
 

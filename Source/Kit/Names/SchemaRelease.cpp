@@ -1,5 +1,6 @@
 #include "kiv/Kit/Names/SchemaRelease.h"
 
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 
@@ -72,10 +73,6 @@ constexpr Replacement Families[] = {
 };
 
 constexpr std::size_t PrefixSize = std::string_view("IFC").size();
-
-bool isDigit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
 
 /// Letters in upper case, digits and dots; everything else only separates words.
 std::string sUpperWords(std::string_view declared) {

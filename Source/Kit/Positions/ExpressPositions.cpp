@@ -1,6 +1,7 @@
 #include "kiv/Kit/Positions/ExpressPositions.h"
 
 #include "Kit/Positions/ExpressScanner.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
 #include <array>
@@ -10,10 +11,6 @@
 namespace kiv::kit {
 
 namespace {
-
-char upperCase(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
 
 bool isOneOf(std::string_view word, std::initializer_list<std::string_view> keywords) {
     return std::ranges::any_of(keywords,
@@ -528,7 +525,7 @@ bool isUtf16(std::string_view text) {
 } // namespace
 
 bool isSameExpressWord(std::string_view left, std::string_view right) {
-    return std::ranges::equal(left, right, {}, upperCase, upperCase);
+    return isEqualIgnoringCase(left, right);
 }
 
 ExpressPositions expressPositions(std::string_view text) {

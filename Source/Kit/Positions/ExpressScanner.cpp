@@ -1,5 +1,8 @@
 #include "Kit/Positions/ExpressScanner.h"
 
+#include "Kit/Text/AsciiText.h"
+#include "Kit/Text/Utf8.h"
+
 #include <algorithm>
 
 namespace kiv::kit {
@@ -9,22 +12,12 @@ namespace {
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view LineEnds = "\r\n";
 
-bool isDigit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
-
 bool isWordStart(char letter) {
-    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') || letter == '_' ||
-           static_cast<unsigned char>(letter) >= 0x80;
+    return isLetter(letter) || letter == '_' || static_cast<unsigned char>(letter) >= 0x80;
 }
 
 bool isWordPart(char letter) {
     return isWordStart(letter) || isDigit(letter);
-}
-
-/// Bytes after the first of a code point.
-bool isContinuation(char letter) {
-    return (static_cast<unsigned char>(letter) & 0xC0U) == 0x80;
 }
 
 bool isBlank(char letter) {

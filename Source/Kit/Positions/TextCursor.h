@@ -8,8 +8,10 @@
 /// Errors:    none.
 #pragma once
 
+#include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Text/TextPosition.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -30,20 +32,13 @@ public:
 
     /// Code points up to the first line end.
     static std::size_t codePoints(std::string_view text) {
-        std::size_t count = 0;
         // Not by a search for either: that asks a function about each byte.
-        for (const char byte : text) {
-            if (byte == '\r' || byte == '\n')
-                break;
-            count += isCodePoint(byte) ? 1 : 0;
-        }
-        return count;
+        const auto isLineEnd = [](char byte) { return byte == '\r' || byte == '\n'; };
+        const auto end = std::ranges::find_if(text, isLineEnd);
+        return codePointsIn(text.substr(0, static_cast<std::size_t>(end - text.begin())));
     }
 
 private:
-    /// False for the second and later bytes of a code point.
-    static bool isCodePoint(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }
-
     static bool hasLoneReturns(std::string_view text) {
         for (auto at = text.find('\r'); at != std::string_view::npos; at = text.find('\r', at + 1)) {
             if (text.substr(at + 1, 1) != "\n")
@@ -59,8 +54,7 @@ private:
             const auto piece = text_.substr(offset_, offset - offset_);
             const auto lineEnd = piece.find('\n');
             if (lineEnd == std::string_view::npos) {
-                for (const char byte : piece)
-                    column_ += isCodePoint(byte) ? 1 : 0;
+                column_ += codePointsIn(piece);
                 offset_ = offset;
                 return;
             }
@@ -76,7 +70,7 @@ private:
             if (byte == '\n' || (byte == '\r' && text_.substr(offset_ + 1, 1) != "\n")) {
                 ++line_;
                 column_ = 1;
-            } else if (isCodePoint(byte)) {
+            } else if (!isContinuation(byte)) {
                 ++column_;
             }
         }

@@ -1,4 +1,6 @@
-#include "Kit/Positions/XmlDecoding.h"
+#include "kiv/Kit/Positions/XmlDecoding.h"
+
+#include "Kit/Text/AsciiText.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -69,17 +71,6 @@ std::string sFromLatin1(std::string_view bytes) {
     return text;
 }
 
-bool isEqualIgnoringCase(std::string_view left, std::string_view lowerCase) {
-    if (left.size() != lowerCase.size())
-        return false;
-    for (std::size_t i = 0; i != left.size(); ++i) {
-        const char letter = left[i] >= 'A' && left[i] <= 'Z' ? static_cast<char>(left[i] + 32) : left[i];
-        if (letter != lowerCase[i])
-            return false;
-    }
-    return true;
-}
-
 /// The value of "encoding" in the XML declaration; empty when it says none.
 std::string_view declaredEncoding(std::string_view bytes) {
     if (!bytes.starts_with("<?xml"))
@@ -110,6 +101,8 @@ XmlEncoding encodingOf(std::string_view bytes) {
 }
 
 std::string sDecoded(std::string_view bytes, XmlEncoding encoding) {
+    if (encoding == XmlEncoding::Utf8)
+        return std::string(bytes);
     return encoding == XmlEncoding::Utf16 ? sFromUtf16(bytes) : sFromLatin1(bytes);
 }
 

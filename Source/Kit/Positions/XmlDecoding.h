@@ -1,13 +1,14 @@
 /// @file
-/// The bytes of an XML file as UTF-8.
+/// The bytes of an XML file as UTF-8, for showing its lines.
 ///
-/// Private to the kit.
+///     const auto text = sDecoded(bytes, encodingOf(bytes));
 ///
 /// Ownership: results are copies.
 /// Threads:   free functions without state.
 /// Errors:    what is no character of the encoding becomes U+FFFD.
 #pragma once
 
+#include "kiv/Base/Export.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <string>
@@ -16,9 +17,9 @@
 namespace kiv::kit {
 
 /// By the byte order mark, by the first character, or else by the XML declaration.
-XmlEncoding encodingOf(std::string_view bytes);
+KIV_EXPORT XmlEncoding encodingOf(std::string_view bytes);
 
-/// The text in UTF-8, for UTF-16 and Latin-1; a byte order mark stays.
-std::string sDecoded(std::string_view bytes, XmlEncoding encoding);
+/// The text in UTF-8; a byte order mark stays.
+KIV_EXPORT std::string sDecoded(std::string_view bytes, XmlEncoding encoding);
 
 } // namespace kiv::kit

@@ -2,8 +2,10 @@
 
 #include "Kit/Positions/TextCursor.h"
 #include "Kit/Positions/WellFormedXml.h"
-#include "Kit/Positions/XmlDecoding.h"
+#include "Kit/Text/AsciiText.h"
+#include "Kit/Text/Utf8.h"
 #include "kiv/Host/Xml/KivXml.h"
+#include "kiv/Kit/Positions/XmlDecoding.h"
 
 #include <algorithm>
 #include <array>
@@ -18,26 +20,8 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr std::string_view WhiteSpace = " \t\r\n";
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view IgnoreWords[] = {"kivifc:", "ignore"};
-
-/// Searching for one of several bytes asks a function about each; names and blanks are everywhere.
-bool isWhiteSpace(char byte) {
-    return byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n';
-}
-
-std::string_view trimmed(std::string_view text) {
-    std::size_t first = 0;
-    while (first < text.size() && isWhiteSpace(text[first]))
-        ++first;
-    if (first == text.size())
-        return text.substr(0, 0);
-    auto end = text.size();
-    while (isWhiteSpace(text[end - 1]))
-        --end;
-    return text.substr(first, end - first);
-}
 
 /// The codes of a comment "kivifc: ignore CODE"; absent for other comments.
 std::optional<std::string_view> ignoredCodes(std::string_view comment) {

@@ -42,16 +42,6 @@ void vLimitsAdd(CLI::App& app) {
     }
 }
 
-void vRun(Command& command, Console& console) {
-    try {
-        command.vRun(console);
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& error) {
-        console.diagnostics.vFail("this job", error.what());
-    }
-}
-
 /// Begins what is no option and no command, whatever it looks like.
 constexpr char PlainMark = '\x01';
 
@@ -138,6 +128,19 @@ void vFailureDocumentWrite(std::string_view format, Console& console) {
     vFindingsFailureShow(options, console);
 }
 
+void vRun(Command& command, std::string_view format, Console& console) {
+    try {
+        command.vRun(console);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        console.diagnostics.vFail("this job", error.what());
+        // It is written whole or not at all; of the others there may be a part.
+        if (format == "json")
+            vFailureDocumentWrite(format, console);
+    }
+}
+
 void vParseAndRun(std::vector<std::string>&& arguments, std::string_view format, Console& console) {
     CLI::App app;
     // A command that is not among the arguments is not run, whatever else they are.
@@ -159,7 +162,7 @@ void vParseAndRun(std::vector<std::string>&& arguments, std::string_view format,
     const auto chosen = std::ranges::find_if(commands, [](auto& each) { return each.parser->parsed(); });
     if (chosen == commands.end())
         return console.diagnostics.vFail("command line", "a command is missing; see kivifc --help");
-    vRun(*chosen->command, console);
+    vRun(*chosen->command, format, console);
 }
 
 } // namespace

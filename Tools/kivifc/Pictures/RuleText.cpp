@@ -25,12 +25,6 @@ std::string_view severityName(kit::Severity severity) {
     }
 }
 
-std::string sLowerCase(std::string_view text) {
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), ascii::getLower);
-    return lower;
-}
-
 /// The family that the first letter of a code names.
 constexpr std::array<std::pair<char, std::string_view>, 12> Families{{{'C', "Classes"},
                                                                       {'D', "Documentation"},
@@ -152,7 +146,7 @@ std::string sRulePage(std::span<const kit::Rule> rules) {
                        "| --- | --- | --- | --- |\n";
     for (const auto& rule : rules)
         text += fmt::format("| [{0}](#{2}-{3}) | {1} | {3} | {4} |\n", rule.code, severityName(rule.severity),
-                            sLowerCase(rule.code), rule.name, sMarkdown(rule.summary));
+                            ascii::sLowerCase(rule.code), rule.name, sMarkdown(rule.summary));
     std::string_view family;
     for (const auto& rule : rules) {
         if (familyOf(rule.code) != family)

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 namespace kiv::kivifc::ascii {
@@ -28,6 +29,12 @@ constexpr bool isLetter(char byte) {
 /// Whether both texts are the same but for the case of their letters.
 constexpr bool isEqualIgnoringCase(std::string_view left, std::string_view right) {
     return std::ranges::equal(left, right, {}, getLower, getLower);
+}
+
+inline std::string sLowerCase(std::string_view text) {
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(), getLower);
+    return lower;
 }
 
 /// The text without those of the bytes that it begins or ends with.

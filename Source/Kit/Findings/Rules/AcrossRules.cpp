@@ -1,12 +1,14 @@
 #include "Kit/Findings/Rules/AcrossRules.h"
 
 #include "Kit/Findings/RuleRun.h"
-#include "Kit/Findings/Rules/RuleText.h"
+#include "Kit/Findings/SetVocabulary.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Host/Id/KivId.h"
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -40,31 +42,6 @@ std::string_view shownKindOf(PropertyKind kind) {
     return {};
 }
 
-/// The types of all members as texts that can be compared and shown: "a single value of IfcLabel". Empty
-/// where a type is missing or unknown.
-std::vector<std::string> typeTextsOf(const SetOutline& outline) {
-    std::vector<std::string> texts(outline.members.size());
-    for (std::size_t i = 0; i != texts.size(); ++i) {
-        const auto& member = outline.members[i];
-        texts[i] = outline.kind == SetKind::QuantitySet
-                       ? cut(trimmed(outline.textOf(member.type)), maxTypeSize)
-                       : shownKindOf(member.kind);
-    }
-    std::vector<bool> hasType(texts.size());
-    for (const auto& type : outline.types) {
-        const auto member = static_cast<std::size_t>(type.member);
-        // What a time series is made of is not the type of the property.
-        const bool isCounted = type.use != TypeUse::ReferenceDataType || !hasType[member];
-        if (!type.attribute || !isCounted)
-            continue;
-        texts[member]
-            .append(hasType[member] ? ", " : " of ")
-            .append(cut(trimmed(type.attribute->value.value), maxTypeSize));
-        hasType[member] = true;
-    }
-    return texts;
-}
-
 /// The name of an enumeration as readers keep it.
 std::string_view enumerationName(std::string_view name) {
     constexpr std::string_view Prefix = "PEnum_";
@@ -87,6 +64,17 @@ std::vector<std::string_view> only(const std::vector<std::string>& in,
     std::ranges::set_difference(in, notIn, std::back_inserter(items));
     return items;
 }
+
+/// Whether a member has the name of one before it in its list, which is a mistake of its own.
+class RepeatedMembers {
+public:
+    bool boTake(const MemberOutline& member, std::string_view name) {
+        return !names_.emplace(member.owner, name).second;
+    }
+
+private:
+    std::set<std::pair<std::int32_t, std::string_view>> names_;
+};
 
 } // namespace
 
@@ -128,12 +116,39 @@ private:
     Finding surplus_;
 };
 
-void AcrossRun::vAdd(std::string_view path, const SetOutline& outline, std::string_view context) {
+/// The types of all members as texts that can be compared and shown: "a single value of IfcLabel". Empty
+/// where a type is missing or unknown.
+std::vector<AcrossRun::MemberType> AcrossRun::memberTypesOf(const SetOutline& outline) {
+    std::vector<MemberType> types(outline.members.size());
+    for (std::size_t i = 0; i != types.size(); ++i) {
+        const auto& member = outline.members[i];
+        const auto quantity = trimmed(outline.textOf(member.type));
+        if (outline.kind == SetKind::PropertySet)
+            types[i].text = shownKindOf(member.kind);
+        else if (std::ranges::find(QuantityTypes, quantity) != std::end(QuantityTypes))
+            types[i].text = quantity;
+    }
+    for (const auto& type : outline.types) {
+        auto& member = types[static_cast<std::size_t>(type.member)];
+        // What a time series is made of is not the type of the property.
+        const bool isCounted = type.use != TypeUse::ReferenceDataType || member.names.empty();
+        if (!type.attribute || !isCounted)
+            continue;
+        const auto name = cut(trimmed(type.attribute->value.value), maxTypeSize);
+        member.text.append(member.names.empty() ? " of " : ", ").append(name);
+        member.names.push_back(sUpperCase(name));
+    }
+    return types;
+}
+
+void AcrossRun::vAdd(std::string_view path, const SetOutline& outline, std::string_view context,
+                     bool hasUnknownType) {
     if (outline.kind == SetKind::None || outline.isPrefixed)
         return;
-    documents_.push_back({std::string(path), std::string(context), sUpperCase(outline.setName())});
+    const auto name = outline.setName();
+    documents_.push_back({std::string(path), std::string(context), std::string(name), sUpperCase(name)});
     vSetAdd(outline);
-    vMembersAdd(outline);
+    vMembersAdd(outline, hasUnknownType);
 }
 
 void AcrossRun::vSetAdd(const SetOutline& outline) {
@@ -145,8 +160,9 @@ void AcrossRun::vSetAdd(const SetOutline& outline) {
     vGuidAdd(outline, 0, std::string(name), true);
 }
 
-void AcrossRun::vMembersAdd(const SetOutline& outline) {
-    const auto types = typeTextsOf(outline);
+void AcrossRun::vMembersAdd(const SetOutline& outline, bool hasUnknownType) {
+    auto types = memberTypesOf(outline);
+    RepeatedMembers repeated;
     for (std::size_t i = 0; i != types.size(); ++i) {
         const auto& member = outline.members[i];
         const auto name = outline.memberName(member);
@@ -156,9 +172,22 @@ void AcrossRun::vMembersAdd(const SetOutline& outline) {
         const auto position = outline.elementOf(member.name).trimmedText.position;
         vGuidAdd(outline, member.element, outline.subjectOf(member), false);
         vSpellingAdd('M', name, position);
-        if (!types[i].empty())
-            types_[std::string(name)][types[i]].push_back({documents_.size() - 1, position});
+        if (types[i].text.empty() || repeated.boTake(member, name))
+            continue;
+        // A property is no quantity, whatever both are called.
+        const char kind = outline.kind == SetKind::QuantitySet ? 'Q' : 'P';
+        vTypeAdd(std::string(1, kind).append(name), std::move(types[i]), {documents_.size() - 1, position},
+                 hasUnknownType);
     }
+}
+
+void AcrossRun::vTypeAdd(std::string key, MemberType type, const Spot& spot, bool hasUnknownType) {
+    if (hasUnknownType) {
+        doubtful_.push_back({std::move(key), std::move(type), spot});
+        return;
+    }
+    knownTypes_.insert(type.names.begin(), type.names.end());
+    types_[std::move(key)][std::move(type.text)].push_back(spot);
 }
 
 void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& member) {
@@ -271,22 +300,50 @@ void AcrossRun::vSpellingsFind(Collector& findings) const {
 }
 
 void AcrossRun::vGuidsFind(Collector& findings) const {
-    for (const auto& [use, first] : guidRepeats_) {
-        auto& finding = findings.add("G101", use.spot,
-                                     std::string("the GUID of the ") + (use.isSet ? "set " : "member ") +
-                                         sQuoted(use.name) + " is in another document too",
-                                     use.name);
-        // Look-ups by GUID are for members alone.
-        if (use.isSet)
-            finding.severity = Severity::Warning;
-        finding.notes.push_back({"it is used here", findings.placeOf(first)});
-    }
+    // Who copies a set copies all its GUIDs: one mistake.
+    std::map<std::pair<std::size_t, std::size_t>, std::vector<const GuidRepeat*>> repeats;
+    for (const auto& repeat : guidRepeats_)
+        repeats[{repeat.use.spot.document, repeat.first.document}].push_back(&repeat);
+    for (const auto& [documents, ofOne] : repeats)
+        vGuidsOfOneFind(findings, ofOne);
+}
+
+/// The GUIDs that one document has from another.
+void AcrossRun::vGuidsOfOneFind(Collector& findings, std::span<const GuidRepeat* const> repeats) const {
+    const auto& [use, first] = *repeats.front();
+    const bool isOne = repeats.size() == 1;
+    const auto name = isOne ? std::string_view(use.name) : documents_[use.spot.document].shownName;
+    auto message = isOne ? std::string("the GUID of the ") + (use.isSet ? "set " : "member ") +
+                               sQuoted(name) + " is in another document too"
+                         : std::to_string(repeats.size()) + " GUIDs of the set " + sQuoted(name) +
+                               " are in another document too";
+    auto& finding = findings.add("G101", use.spot, std::move(message), name);
+    // Look-ups by GUID are for members alone.
+    if (isOne && use.isSet)
+        finding.severity = Severity::Warning;
+    finding.notes.push_back({"it is used here", findings.placeOf(first)});
+    constexpr std::size_t maxNotes = 5;
+    for (const auto* other : repeats.subspan(1, std::min(repeats.size() - 1, maxNotes)))
+        finding.notes.push_back(
+            {"so is that of the member " + sQuoted(other->use.name), findings.placeOf(other->use.spot)});
+}
+
+/// Whether documents without a mistake in their types have all of these.
+bool AcrossRun::boIsKnown(const MemberType& type) const {
+    return std::ranges::all_of(type.names,
+                               [this](const std::string& name) { return knownTypes_.contains(name); });
 }
 
 void AcrossRun::vTypesFind(Collector& findings) const {
-    for (const auto& [name, types] : types_) {
+    auto allTypes = types_;
+    for (const auto& [key, type, spot] : doubtful_) {
+        if (boIsKnown(type))
+            allTypes[key][type.text].push_back(spot);
+    }
+    for (const auto& [key, types] : allTypes) {
         if (types.size() == 1)
             continue;
+        const auto name = std::string_view(key).substr(1);
         const auto usual = usualOf(types);
         for (auto other = types.begin(); other != types.end(); ++other) {
             if (other == usual)

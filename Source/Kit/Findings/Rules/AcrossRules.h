@@ -15,9 +15,11 @@
 #pragma once
 
 #include "Kit/Findings/SetOutline.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Kit/Findings/Finding.h"
 #include "kiv/Kit/Findings/Rule.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -25,6 +27,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace kiv::kit {
@@ -33,13 +36,21 @@ std::span<const Rule> getAcrossRules();
 /// Of family G: those between documents.
 std::span<const Rule> getAcrossGuidRules();
 
+struct LessIgnoringCase {
+    bool operator()(std::string_view left, std::string_view right) const {
+        return std::ranges::lexicographical_compare(left, right, {}, getLower, getLower);
+    }
+};
+
 class AcrossRun {
 public:
     /// Findings of one code.
     static constexpr std::size_t maxFindingsPerCode = 10'000;
 
-    /// `path` is what the document is called in findings.
-    void vAdd(std::string_view path, const SetOutline& outline, std::string_view context);
+    /// `path` is what the document is called in findings. Types of a document that names an unknown one are
+    /// compared only when other documents have them too.
+    void vAdd(std::string_view path, const SetOutline& outline, std::string_view context,
+              bool hasUnknownType = false);
 
     /// In the order of paths, lines, columns and codes.
     std::vector<Finding> getFindings() const;
@@ -53,6 +64,7 @@ private:
     struct Document {
         std::string path;
         std::string context;
+        std::string shownName;
         /// Upper-cased.
         std::string setName;
     };
@@ -71,10 +83,25 @@ private:
         GuidUse use;
         Spot first;
     };
+    /// The type of a member as a text, and the names of the schema in it.
+    struct MemberType {
+        std::string text;
+        std::vector<std::string> names;
+    };
+    /// A member whose type may be unknown.
+    struct Doubtful {
+        std::string key;
+        MemberType type;
+        Spot spot;
+    };
+    /// The places of each type; letter case is a mistake of another kind.
+    using Types = std::map<std::string, std::vector<Spot>, LessIgnoringCase>;
     class Collector;
 
+    static std::vector<MemberType> memberTypesOf(const SetOutline& outline);
     void vSetAdd(const SetOutline& outline);
-    void vMembersAdd(const SetOutline& outline);
+    void vMembersAdd(const SetOutline& outline, bool hasUnknownType);
+    void vTypeAdd(std::string key, MemberType type, const Spot& spot, bool hasUnknownType);
     void vEnumerationAdd(const SetOutline& outline, const MemberOutline& member);
     void vGuidAdd(const SetOutline& outline, XmlIndex element, std::string name, bool isSet);
     void vSpellingAdd(char kind, std::string_view name, TextPosition position);
@@ -83,7 +110,9 @@ private:
     void vEnumerationsFind(Collector& findings) const;
     void vSpellingsFind(Collector& findings) const;
     void vGuidsFind(Collector& findings) const;
+    void vGuidsOfOneFind(Collector& findings, std::span<const GuidRepeat* const> repeats) const;
     void vTypesFind(Collector& findings) const;
+    bool boIsKnown(const MemberType& type) const;
 
     std::vector<Document> documents_;
     std::unordered_map<std::string, std::vector<Named>> sets_;
@@ -93,8 +122,11 @@ private:
     std::unordered_map<std::string, std::map<std::string, Spot, std::less<>>> spellings_;
     std::unordered_map<std::string, GuidUse> guids_;
     std::vector<GuidRepeat> guidRepeats_;
-    // By name, then by type.
-    std::unordered_map<std::string, std::map<std::string, std::vector<Spot>>> types_;
+    // By name, after a letter for its kind.
+    std::unordered_map<std::string, Types> types_;
+    std::vector<Doubtful> doubtful_;
+    // The types, upper-cased, of documents in which all are known.
+    std::unordered_set<std::string> knownTypes_;
 };
 
 } // namespace kiv::kit

@@ -3,14 +3,16 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/ClassText.h"
 #include "Kit/Findings/Rules/RuleNames.h"
-#include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
+#include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
 
 #include <algorithm>
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -61,6 +63,7 @@ private:
     void vRepeatedCheck(const ClassOutline& item, const schema::Entity& entity);
     void vSupertypesCheck();
 
+    FindingDraft& addAtTypeValue(std::string_view code, std::string_view part, std::string message);
     void vTypeValueCheck();
     bool boMatchesAClass(const ClassText& value) const;
     bool boMatches(const ClassText& value, const ClassOutline& item) const;
@@ -73,6 +76,8 @@ private:
     std::unordered_map<std::string, XmlIndex> listed_;
     std::unordered_map<const schema::Entity*, XmlIndex> entities_;
     std::vector<std::pair<const schema::Entity*, const ClassOutline*>> checked_;
+    // The classes whose predefined type is a mistake.
+    std::unordered_set<const ClassOutline*> mistyped_;
 };
 
 void ClassCheck::vRun() {
@@ -188,6 +193,7 @@ void ClassCheck::vSupertypesCheck() {
 void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity) {
     const auto* attribute = entity.pAttributeFromNameUpper("PREDEFINEDTYPE", true);
     if (!attribute) {
+        mistyped_.insert(&item);
         auto& draft = add("C009", item,
                           std::string(entity.getName()) + " has no predefined types, so " +
                               sQuoted(item.predefinedType) + " is none of them");
@@ -198,6 +204,7 @@ void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::En
     const auto* type = schema::Type::pFrom(attribute->pFirstType());
     const auto* legal = type ? dynamic_cast<const schema::DataTypeEnum*>(type->pDataType()) : nullptr;
     if (!legal) {
+        mistyped_.insert(&item);
         add("C009", item,
             "the attribute PredefinedType of " + std::string(entity.getName()) + " is no enumeration, so " +
                 sQuoted(item.predefinedType) + " is no predefined type");
@@ -209,6 +216,7 @@ void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::En
 
 void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
                              const schema::DataTypeEnum& legal) {
+    mistyped_.insert(&item);
     const std::vector<std::string_view> items(legal.getItems().begin(), legal.getItems().end());
     auto& draft =
         add("C008", item,
@@ -219,7 +227,7 @@ void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& ent
     constexpr std::size_t maxShown = 40;
     draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
                 sQuotedList(items, maxShown));
-    if (!nearest.empty() && boIsSameName(nearest, item.predefinedType))
+    if (!nearest.empty() && isEqualIgnoringCase(nearest, item.predefinedType))
         draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
                     std::string(entity.getName()).append("/").append(nearest));
 }
@@ -288,12 +296,12 @@ void ClassCheck::vUnknownAdd(const ClassOutline& item) {
 
 bool ClassCheck::boMatches(const ClassText& value, const ClassOutline& item) const {
     const auto itemName = trimmed(item.name);
-    if (boIsSameName(value.name, itemName))
+    if (isEqualIgnoringCase(value.name, itemName))
         return value.predefinedType.empty() || item.predefinedType.empty() ||
-               boIsSameName(value.predefinedType, trimmed(item.predefinedType));
+               isEqualIgnoringCase(value.predefinedType, trimmed(item.predefinedType));
     // A set for the occurrences may name the type that carries the predefined type, and the other way round.
-    if (boIsSameName(value.name, std::string(itemName) + "Type") ||
-        boIsSameName(std::string(value.name) + "Type", itemName))
+    if (isEqualIgnoringCase(value.name, std::string(itemName) + "Type") ||
+        isEqualIgnoringCase(std::string(value.name) + "Type", itemName))
         return true;
     const auto* valueEntity = pEntityOf(value.name);
     const auto* itemEntity = pEntityOf(itemName);
@@ -303,11 +311,30 @@ bool ClassCheck::boMatches(const ClassText& value, const ClassOutline& item) con
 
 bool ClassCheck::boMatchesAClass(const ClassText& value) const {
     for (const auto& item : outline_.classes) {
-        // What is no class as written today may mean any.
-        if (!pEntityOf(trimmed(item.name)) || boMatches(value, item))
+        // What is no class as written today may mean any, and so may a predefined type that is a mistake.
+        if (!pEntityOf(trimmed(item.name)) || mistyped_.contains(&item) || boMatches(value, item))
             return true;
     }
     return false;
+}
+
+/// At a part of the applicable type value.
+FindingDraft& ClassCheck::addAtTypeValue(std::string_view code, std::string_view part, std::string message) {
+    auto& draft = run_.addAtText(code, outline_.applicableTypeValue, std::move(message));
+    const auto& text = run_.xml.getElement(outline_.applicableTypeValue).trimmedText;
+    // With references in the text, its columns are not those of the value.
+    if (!text.bytes.isKnown())
+        return draft;
+    auto& position = draft.finding.place.position;
+    auto before = text.value.substr(0, static_cast<std::size_t>(part.data() - text.value.data()));
+    if (const auto lineEnd = before.rfind('\n'); lineEnd != std::string_view::npos) {
+        position.line += static_cast<std::size_t>(std::ranges::count(before, '\n'));
+        position.column = 1;
+        before.remove_prefix(lineEnd + 1);
+    }
+    position.column += codePointsIn(before);
+    position.length = codePointsIn(part);
+    return draft;
 }
 
 void ClassCheck::vTypeValueCheck() {
@@ -328,7 +355,7 @@ void ClassCheck::vTypeValueCheck() {
         std::vector<std::string_view> classes;
         for (const auto& item : outline_.classes)
             classes.push_back(trimmed(item.text));
-        run_.addAtText("C013", outline_.applicableTypeValue,
+        addAtTypeValue("C013", value.text,
                        "the applicable type value " + sQuoted(shown) + " contradicts the applicable classes")
             .vNoteAt("the classes are " + sQuotedList(classes),
                      run_.xml.getElement(outline_.applicableClasses).position)
@@ -351,7 +378,7 @@ void ClassCheck::vOlderTypeValueCheck(const std::vector<ClassText>& values) {
             continue;
         std::string today(value.name);
         today.append("/").append(value.predefinedType);
-        run_.addAtText("C014", outline_.applicableTypeValue,
+        addAtTypeValue("C014", value.text,
                        "the applicable type value is in the older spelling Class.PredefinedType=\"X\"")
             .vNote("today it is written " + sQuoted(today));
         return;

@@ -1,6 +1,6 @@
 #include "Kit/Findings/Rules/ClassText.h"
 
-#include "Kit/Findings/Rules/RuleText.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
 
@@ -9,8 +9,7 @@ namespace kiv::kit {
 namespace {
 
 bool boIsNameCharacter(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
-           (character >= '0' && character <= '9') || character == '_';
+    return isLetter(character) || isDigit(character) || character == '_';
 }
 
 bool boIsName(std::string_view text) {
@@ -20,7 +19,8 @@ bool boIsName(std::string_view text) {
 /// What follows "Class.": PredefinedType="X".
 std::optional<std::string_view> attributeValueOf(std::string_view text) {
     const auto mark = text.find('=');
-    if (mark == std::string_view::npos || !boIsSameName(trimmed(text.substr(0, mark)), "PredefinedType"))
+    if (mark == std::string_view::npos ||
+        !isEqualIgnoringCase(trimmed(text.substr(0, mark)), "PredefinedType"))
         return std::nullopt;
     auto value = trimmed(text.substr(mark + 1));
     if (value.size() < 2 || value.front() != value.back() || (value.front() != '"' && value.front() != '\''))
@@ -38,12 +38,13 @@ std::optional<ClassText> classTextOf(std::string_view text) {
     if (!boIsName(name))
         return std::nullopt;
     if (mark == std::string_view::npos)
-        return ClassText{name, {}, ClassSpelling::Current};
+        return ClassText{name, {}, ClassSpelling::Current, whole};
     const auto rest = trimmed(whole.substr(mark + 1));
     if (whole[mark] == '/')
-        return boIsName(rest) ? std::optional(ClassText{name, rest, ClassSpelling::Current}) : std::nullopt;
+        return boIsName(rest) ? std::optional(ClassText{name, rest, ClassSpelling::Current, whole})
+                              : std::nullopt;
     const auto value = attributeValueOf(rest);
-    return value ? std::optional(ClassText{name, *value, ClassSpelling::WithAttribute}) : std::nullopt;
+    return value ? std::optional(ClassText{name, *value, ClassSpelling::WithAttribute, whole}) : std::nullopt;
 }
 
 std::vector<ClassText> typeValueOf(std::string_view text) {

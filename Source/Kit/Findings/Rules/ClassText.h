@@ -32,6 +32,8 @@ struct ClassText {
     /// Empty when there is none.
     std::string_view predefinedType;
     ClassSpelling spelling = ClassSpelling::Current;
+    /// The whole, without white space around it.
+    std::string_view text = {};
 };
 
 /// White space around the text, and around "=", does not count.

@@ -1,7 +1,7 @@
 #include "Kit/Findings/Rules/DocumentationRules.h"
 
 #include "Kit/Findings/RuleRun.h"
-#include "Kit/Findings/Rules/RuleText.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <string>
 

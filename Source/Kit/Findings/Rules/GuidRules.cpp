@@ -1,11 +1,13 @@
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "kiv/Host/Id/KivId.h"
 
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kiv::kit {
 
@@ -96,8 +98,18 @@ std::string sFormNote(std::string_view value) {
     return "a GUID has 32 hexadecimal digits, with or without hyphens, or the 22 characters of IFC";
 }
 
-/// The definitions with GUIDs that were seen.
-using KnownGuids = std::map<kiv::Guid, TextPosition>;
+/// The definitions with GUIDs that were seen: where the GUID is, and what it is of.
+using KnownGuids = std::map<kiv::Guid, std::pair<TextPosition, XmlIndex>>;
+
+/// Whether both are members of one name in one list: the copy is the mistake then, not its GUID.
+bool boIsCopy(const RuleRun& run, XmlIndex element, XmlIndex other) {
+    const auto nameOf = [&run](XmlIndex member) {
+        const auto name = childOf(run.xml, member, "Name");
+        return name == NoXmlElement ? std::string_view() : run.xml.getElement(name).trimmedText.value;
+    };
+    return run.xml.getElement(element).parent == run.xml.getElement(other).parent &&
+           !nameOf(element).empty() && nameOf(element) == nameOf(other);
+}
 
 void vMalformedAdd(RuleRun& run, XmlIndex element, const XmlAttribute& attribute) {
     const auto value = attribute.value.value;
@@ -122,11 +134,11 @@ void vGuidCheck(RuleRun& run, XmlIndex element, KnownGuids& known) {
     }
     if (guid == kiv::Guid())
         return;
-    const auto [first, isNew] = known.emplace(guid, attribute->value.position);
-    if (!isNew)
+    const auto [first, isNew] = known.emplace(guid, std::pair(attribute->value.position, element));
+    if (!isNew && !boIsCopy(run, element, first->second.second))
         run.addAtValue("G002", element, *attribute,
                        "the GUID " + sQuoted(attribute->value.value) + " is used twice in this document")
-            .vNoteAt("the first use is here", first->second);
+            .vNoteAt("the first use is here", first->second.first);
 }
 
 } // namespace

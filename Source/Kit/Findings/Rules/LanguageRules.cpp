@@ -1,6 +1,7 @@
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
 #include <string>
@@ -107,14 +108,6 @@ constexpr Rule LanguageRules[] = {
      Right},
 };
 
-bool isLetter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
-
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 bool isLetters(std::string_view part) {
     return std::ranges::all_of(part, isLetter);
 }
@@ -190,13 +183,6 @@ bool isLanguageTag(std::string_view tag) {
     return next == parts.size() || (parts[next].size() == 1 && isExtensions(parts, next));
 }
 
-std::string sLowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& letter : lower)
-        letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    return lower;
-}
-
 /// The tag that was probably meant; empty when it cannot be known.
 std::string sMended(std::string_view value) {
     std::string tag(trimmedBlanks(value));
@@ -229,10 +215,20 @@ void vRepeatedCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& kno
         .vNoteAt("the first one is here", first->second);
 }
 
+void vNoLanguageAdd(RuleRun& run, const AliasOutline& alias) {
+    // An attribute of another name is the mistake then.
+    if (!alias.language && run.boMisplaced(alias.element))
+        return;
+    auto& draft = run.add("L002", alias.element, "the translation says no language");
+    const auto* ofXml = run.xml.pAttribute(run.xml.getElement(alias.element), "xml:lang");
+    if (ofXml && !alias.language)
+        draft.vNote("\"xml:lang\" is not read; write it as \"lang\"").vEdit(ofXml->nameBytes, "lang");
+}
+
 void vAliasCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& known) {
     const auto& element = run.xml.getElement(alias.element);
     if (!alias.language || trimmedBlanks(alias.language->value.value).empty()) {
-        run.add("L002", alias.element, "the translation says no language");
+        vNoLanguageAdd(run, alias);
         return;
     }
     const bool isEmpty = trimmedBlanks(element.text).empty() && element.firstChild == NoXmlElement &&

@@ -1,7 +1,7 @@
 #include "Kit/Findings/Rules/ReleaseRules.h"
 
 #include "Kit/Findings/RuleRun.h"
-#include "Kit/Findings/Rules/RuleText.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
 
@@ -52,7 +52,8 @@ void vReleaseCheck(RuleRun& run) {
             .vNote("what the releases name differently is reported as unknown");
     // A schema that is no known release may be called anything by its documents.
     const bool isSchemaKnown = !run.context.release.empty() || !getReleasesOf(run.schema).empty();
-    if (match == ReleaseMatch::Unknown && isSchemaKnown && !boIsSameName(declared, run.schema.getName()))
+    if (match == ReleaseMatch::Unknown && isSchemaKnown &&
+        !isEqualIgnoringCase(declared, run.schema.getName()))
         run.addAtValue("V003", element, *version, sQuoted(declared) + " is no known release of IFC")
             .vNote("the loaded schema is " + sLoadedRelease(run));
 }

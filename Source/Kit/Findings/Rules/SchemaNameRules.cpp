@@ -49,8 +49,11 @@ std::string sQualified(std::string_view owner, std::string_view name) {
 
 /// Takes the report that a name is the reason of.
 void vReportTake(SchemaRun& run, Finding& finding, const UseRule& use) {
-    if (use.report != SchemaReport::Other)
-        run.boTake(finding, use.report);
+    if (use.report == SchemaReport::Other || run.boTake(finding, use.report))
+        return;
+    // Of some lists the whole is reported, not what it is made of.
+    if (use.report == SchemaReport::Element)
+        run.boTake(finding, SchemaReport::Underlying);
 }
 
 /// Checks one name; `owner` is what uses it. False when the name is not declared as it must be.
@@ -123,12 +126,22 @@ void vInverseForCheck(SchemaRun& run, const std::string& owner, const ExpressWor
     run.boTake(finding, SchemaReport::Inverse);
 }
 
+/// Gives it to the last finding when that is about the word.
+void vElementReportTake(SchemaRun& run, const ExpressWord& word) {
+    auto* const finding = run.pLast();
+    if (finding && finding->place.position == word.position)
+        run.boTake(*finding, SchemaReport::Element);
+}
+
 void vInverseCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
     const auto owner = sQualified(entity.declaration->name.text, member.name.text);
     Declared* referred = nullptr;
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::Type) {
             const bool isFound = boUseCheck(run, name.word, owner, InverseRule);
+            // Of a list its element is reported too.
+            if (!isFound && isAggregate(member.type))
+                vElementReportTake(run, name.word);
             referred = isFound ? run.pDeclared(name.word.text) : nullptr;
         } else if (name.use == ExpressUse::InverseFor && referred &&
                    referred->declaration->kind == Kind::Entity) {

@@ -1,5 +1,6 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Positions/ExpressScanner.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEnumeration.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaSelect.h"
@@ -26,13 +27,6 @@ using Words = std::unordered_set<std::string_view>;
 
 constexpr std::string_view OwnLine =
     "each is read from a line of its own that has \" : \" in it, with the blanks";
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view Blanks = " \t\r\n";
-    const auto begin = std::min(text.find_first_not_of(Blanks), text.size());
-    const auto end = text.find_last_not_of(Blanks);
-    return end == std::string_view::npos ? std::string_view() : text.substr(begin, end + 1 - begin);
-}
 
 /// One declaration as the text has it, beside what the library has of it.
 class PartsCheck {
@@ -308,12 +302,18 @@ void PartsCheck::vWhereCheck(const Where* where) {
         run_.boRuleTake(finding, where->getText());
 }
 
+/// A comment in it that nothing closes is the mistake then.
+bool boHasOpenComment(const SchemaRun& run, const ExpressDeclaration& declaration) {
+    const auto line = run.positions.openComment.line;
+    return line >= declaration.keyword.position.line && line <= declaration.end.position.line;
+}
+
 } // namespace
 
 void vLostPartsCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {
         // What has a finding already is misread as a whole.
-        if (declared.isLost() || declared.finding)
+        if (declared.isLost() || declared.finding || boHasOpenComment(run, *declared.declaration))
             continue;
         PartsCheck check(run, declared);
         if (const auto* const entity = Entity::pFrom(declared.object))

@@ -1,5 +1,6 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Positions/ExpressScanner.h"
+#include "Kit/Text/FileKind.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
@@ -37,27 +38,10 @@ struct NothingReason {
     std::string_view remedy;
 };
 
-/// What a file is that is no schema, by how it begins.
-struct OtherKind {
-    std::string_view beginning;
-    std::string_view name;
-};
-
-constexpr OtherKind OtherKinds[] = {
-    {"%PDF-", "a PDF document"},        {"PK\x03\x04", "a ZIP archive"},    {"ISO-10303-21", "an IFC model"},
-    {"<!DOCTYPE html", "an HTML page"}, {"<!doctype html", "an HTML page"}, {"<html", "an HTML page"},
-    {"<", "an XML document"},           {"{", "a JSON document"},
-};
-
 /// Empty when the text may be meant as a schema.
 std::string_view otherKindOf(std::string_view text) {
-    text.remove_prefix(text.starts_with("\xEF\xBB\xBF") ? 3 : 0);
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
-    for (const auto& kind : OtherKinds) {
-        if (text.starts_with(kind.beginning))
-            return kind.name;
-    }
-    return {};
+    const auto kind = fileKindOf(text);
+    return kind == SchemaKind ? std::string_view() : kind;
 }
 
 constexpr std::string_view Capitals = "keywords are found in capitals only";
@@ -122,7 +106,7 @@ private:
 
     void vLostAdd(Declared& lost);
     std::string sLostReason(const Declared& lost, const SchemaStatement* around) const;
-    Finding* pEndFinding(std::size_t offset) const;
+    Finding* pAroundFinding(std::size_t offset) const;
     void vReportsTake(std::size_t index);
     void vReadingCheck(std::size_t index);
     void vTextCheck(std::size_t index);
@@ -212,18 +196,16 @@ void LostDeclarations::vReportsTake(std::size_t index) {
         run_.boTake(*readings_[index].finding, SchemaReport::Underlying);
 }
 
-/// The finding about a declaration whose end has this byte in it; null when there is none. Reading goes wrong
-/// from the end of a declaration that is lost on.
-Finding* LostDeclarations::pEndFinding(std::size_t offset) const {
+/// The finding about a declaration that has this byte in it; null when there is none. Where a declaration is
+/// lost, its lines are read as others.
+Finding* LostDeclarations::pAroundFinding(std::size_t offset) const {
     const auto keywordOffset = [this](const Declared& one) { return offsetIn(run_, one.declaration->text); };
     const auto after = std::ranges::upper_bound(run_.declared, offset, {}, keywordOffset);
     if (after == run_.declared.begin())
         return nullptr;
     const auto& declared = *std::prev(after);
-    const auto end = declared.declaration->end.text;
-    const bool isEnd =
-        !end.empty() && offset >= offsetIn(run_, end) && offset < offsetIn(run_, end) + end.size();
-    return isEnd ? declared.finding : nullptr;
+    const auto text = declared.declaration->text;
+    return offset < offsetIn(run_, text) + text.size() ? declared.finding : nullptr;
 }
 
 /// A keyword in a comment or a string.
@@ -231,11 +213,18 @@ void LostDeclarations::vTextCheck(std::size_t index) {
     auto& reading = readings_[index];
     const auto& statement = run_.lines.statements[index];
     if (!reading.finding)
-        reading.finding = pEndFinding(statement.keyword);
+        reading.finding = pAroundFinding(statement.keyword);
     if (reading.finding)
         return vTakenNote(*reading.finding, reading);
     auto position = positionOf(statement.keyword);
     position.length = keywordOf(statement.kind).size();
+    if (run_.pOpenComment && run_.pOpenComment->place.position < position) {
+        reading.finding = run_.pOpenComment;
+        reading.finding->severity = Severity::Error;
+        run_.vNoteAt(*reading.finding, position,
+                     sStatement(statement) + " is in the comment, and is read all the same");
+        return vTakenNote(*reading.finding, reading);
+    }
     auto& finding = run_.add("E005", position,
                              "a line that only mentions " + std::string(keywordOf(statement.kind)) +
                                  " is read as the declaration of " + sNamed(statement.name));
@@ -323,7 +312,7 @@ void vLostDeclarationsCheck(SchemaRun& run) {
 
 void vOpenCommentCheck(SchemaRun& run) {
     if (run.positions.openComment.line > 0)
-        run.add("E008", run.positions.openComment, "nothing closes this comment");
+        run.pOpenComment = &run.add("E008", run.positions.openComment, "nothing closes this comment");
 }
 
 namespace {

@@ -1,6 +1,7 @@
 #include "Kit/Findings/Rules/SchemaValues.h"
 
-#include "Kit/Findings/Rules/RuleText.h"
+#include "Kit/Text/AsciiText.h"
+#include "Kit/Text/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -15,10 +16,6 @@ namespace {
 
 constexpr std::string_view UnitEnd = "UNIT";
 
-bool boIsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 /// The text without one sign before its digits.
 std::string_view unsignedPart(std::string_view text) {
     const bool isSigned = !text.empty() && (text.front() == '+' || text.front() == '-');
@@ -27,7 +24,7 @@ std::string_view unsignedPart(std::string_view text) {
 
 bool boIsInteger(std::string_view text) {
     const auto digits = unsignedPart(text);
-    return !digits.empty() && std::ranges::all_of(digits, boIsDigit);
+    return !digits.empty() && std::ranges::all_of(digits, isDigit);
 }
 
 /// STEP files write .T., XML documents true or 1.
@@ -84,7 +81,7 @@ std::string sUnitNameOf(std::string_view measure) {
 std::optional<double> numberOf(std::string_view text) {
     const auto digits = unsignedPart(text);
     // Neither "inf" nor "nan" nor a second sign is a number.
-    if (digits.empty() || !(boIsDigit(digits.front()) || digits.front() == '.'))
+    if (digits.empty() || !(isDigit(digits.front()) || digits.front() == '.'))
         return std::nullopt;
     double number = 0;
     const auto* const end = digits.data() + digits.size();

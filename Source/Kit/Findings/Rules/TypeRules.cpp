@@ -1,11 +1,10 @@
 #include "Kit/Findings/Rules/TypeRules.h"
 
-#include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/RuleNames.h"
-#include "Kit/Findings/Rules/RuleText.h"
 #include "Kit/Findings/Rules/SchemaValues.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
 #include <array>
@@ -50,7 +49,6 @@ private:
 
     void vTypeCheck(const TypeOutline& type);
     bool boCounts(const TypeOutline& type) const;
-    bool boIsMisspelt(XmlIndex element, std::string_view attribute) const;
     bool boIsGiven(const TypeOutline& type) const;
     bool boHasReference(const TypeOutline& type) const;
     const schema::ObjectBase* pObjectOf(const TypeOutline& type);
@@ -71,6 +69,7 @@ private:
     void vConstantsCheck(const MemberOutline& member);
     void vTableCheck(const MemberOutline& member);
     void vListCheck(const MemberOutline& member);
+    bool boHasLostItem(XmlIndex list) const;
     bool boHasChild(XmlIndex parent, std::string_view tag) const;
     void vDataTypeRequire(XmlIndex element);
     void vReferenceRequire(const MemberOutline& member);
@@ -102,15 +101,6 @@ bool TypeCheck::boCounts(const TypeOutline& type) const {
     const auto next = static_cast<std::size_t>(&type - types.data()) + 1;
     return next == types.size() ||
            xml_.getElement(types[next].element).parent != xml_.getElement(type.element).parent;
-}
-
-/// Whether the element has an attribute that was probably meant to be that one: then its spelling is the
-/// mistake.
-bool TypeCheck::boIsMisspelt(XmlIndex element, std::string_view attribute) const {
-    const auto isMeant = [&](const XmlAttribute& other) {
-        return !legalMatch(other.name, {&attribute, 1}).name.empty();
-    };
-    return std::ranges::any_of(xml_.getAttributes(xml_.getElement(element)), isMeant);
 }
 
 bool TypeCheck::boIsGiven(const TypeOutline& type) const {
@@ -145,7 +135,7 @@ const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
             return nullptr;
         if (isRequired && type.attribute)
             run_.addAtValue("T008", type.element, *type.attribute, "the data type is empty");
-        else if (isRequired && !boIsMisspelt(type.element, "type"))
+        else if (isRequired)
             run_.add("T008", type.element, "\"DataType\" has no attribute \"type\"");
         return nullptr;
     }
@@ -347,8 +337,20 @@ void TypeCheck::vReferenceRequire(const MemberOutline& member) {
     const auto index = static_cast<std::size_t>(&member - run_.outline.members.data());
     const auto element = member.kindElement;
     if (!hasReference_[index] && !boHasChild(element, "DataType") && !run_.boMisspelt(element, "DataType") &&
-        (xml_.pAttribute(xml_.getElement(element), "reftype") || !boIsMisspelt(element, "reftype")))
+        (xml_.pAttribute(xml_.getElement(element), "reftype") || !run_.boMisplaced(element)))
         run_.add("T008", element, "nothing says what the property refers to: there is no \"reftype\"");
+}
+
+/// Whether an item is written where readers do not see it: a mistake of structure.
+bool TypeCheck::boHasLostItem(XmlIndex list) const {
+    for (const auto child : XmlChildren(xml_, list)) {
+        const auto& item = xml_.getElement(child);
+        const bool isElsewhere = item.attributeCount != 0 || item.firstChild != NoXmlElement ||
+                                 item.laterText.line != 0 || item.isTextHidden;
+        if (isElsewhere && trimmed(item.text).empty())
+            return true;
+    }
+    return false;
 }
 
 void TypeCheck::vItemsCheck(const MemberOutline& member) {
@@ -367,7 +369,7 @@ void TypeCheck::vItemsCheck(const MemberOutline& member) {
             run_.addAtText("T010", child, "the enumeration has the item " + sQuoted(item) + " twice")
                 .vNoteAt("it is here already", xml_.getElement(first->second).trimmedText.position);
     }
-    if (items.empty())
+    if (items.empty() && !boHasLostItem(member.enumeration))
         run_.add("T009", member.enumeration, "the enumeration has no items");
 }
 
@@ -379,7 +381,8 @@ void TypeCheck::vConstantsCheck(const MemberOutline& member) {
         if (const auto item = trimmed(xml_.getElement(child).text); !item.empty())
             items.try_emplace(sUpperCase(item), item);
     }
-    if (items.empty())
+    // One of the constants may be the item that is lost.
+    if (items.empty() || boHasLostItem(member.enumeration))
         return;
     for (const auto constant : XmlChildren(xml_, member.constants)) {
         for (const auto child : XmlChildren(xml_, constant)) {

@@ -162,7 +162,7 @@ INSTANTIATE_TEST_SUITE_P(TypeValues, ClassRulesTest,
                                "the classes are \"IfcWall/SOLIDWALL\" @3:2"}},
                              {"one of several is another class",
                               sClasses({"IfcWall"}, "IfcWall | IfcSlab"),
-                              {"4:22+17 warning C013 the applicable type value \"IfcSlab\" contradicts the "
+                              {"4:32+7 warning C013 the applicable type value \"IfcSlab\" contradicts the "
                                "applicable classes | the "
                                "classes are \"IfcWall\" @3:2"}},
                              {"an unknown class",

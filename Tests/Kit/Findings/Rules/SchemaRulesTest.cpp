@@ -259,6 +259,7 @@ INSTANTIATE_TEST_SUITE_P(
         Sample{"ENTITY Wall;\n\tHeight : REAL;\n WHERE\n\tW : SIZEF(SELF.Heigt) > "
                "SELF\\Wal.Height;\nEND_ENTITY;\n",
                "5:6+5 E018 warning: the function \"SIZEF\" is not declared in the rule \"W\" of \"Wall\"\n"
+               "  did you mean \"SIZEOF\"?\n"
                "5:17+5 E018 warning: the attribute \"Heigt\" is not declared in the rule \"W\" of \"Wall\"\n"
                "  did you mean \"Height\"?\n"
                "5:31+3 E018 warning: \"Wal\" is not declared in the rule \"W\" of \"Wall\"\n"
@@ -279,6 +280,31 @@ INSTANTIATE_TEST_SUITE_P(
                " IF (H > 0) THEN RETURN (H\\Wall.X);\n END_IF;\nEND_FUNCTION;\n",
                "7:7+7 E018 warning: the function \"Nothing\" is not declared in \"F\"\n"
                "8:28+4 E018 warning: \"Wall\" is not declared in \"F\"\n"}));
+
+// One mistake, one finding: what follows from it is a note there.
+INSTANTIATE_TEST_SUITE_P(
+    OneMistake, SchemaFindingsOf,
+    testing::Values(
+        // "SUPERTYPE" has the keyword TYPE in it.
+        Sample{
+            "entity B\n SUPERTYPE OF (ONEOF\n\t(C));\nend_entity;\nENTITY C;\nEND_ENTITY;\n",
+            "2:8+1 E002 error: ENTITY \"B\" is not read: the keyword is written \"entity\", and is found in "
+            "capitals only\n"
+            "  6:8+1 ENTITY \"C\" is taken for a part of it and is lost\n"
+            "  reported while reading: Not type found\n"},
+        Sample{"(* open\nTYPE B = REAL;\nEND_TYPE;\n(* closed *)\nENTITY C;\nEND_ENTITY;\n",
+               "2:1+2 E008 error: nothing closes this comment\n"
+               "  3:1+4 TYPE \"B\" is in the comment, and is read all the same\n"},
+        Sample{"TYPE B = ENUMERATION OF\n\t(C (* open\n\t,D);\nEND_TYPE;\n",
+               "3:5+2 E008 warning: nothing closes this comment\n"},
+        // Both the inverse attribute and its list are looked up.
+        Sample{"ENTITY B;\n INVERSE\n\tC : SET OF D FOR E;\nEND_ENTITY;\n",
+               "4:13+1 E013 error: the entity \"D\" of \"B.C\" is not declared\n"
+               "  reported while reading: Entity not found\n"
+               "  reported while reading: Type not found\n"},
+        Sample{"TYPE B = BAG [1:3] OF Label;\nEND_TYPE;\n",
+               "2:23+5 E013 error: the type \"Label\" of \"B\" is not declared\n"
+               "  reported while reading: Not type found\n"}));
 
 struct Text {
     std::string text;

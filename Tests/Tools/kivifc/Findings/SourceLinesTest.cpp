@@ -53,6 +53,12 @@ TEST(SourceLines, Utf16IsShownAsUtf8) {
     EXPECT_EQ(sources.line("be", 1), "a\xE2\x82\xAC");
 }
 
+TEST(SourceLines, Latin1IsShownAsUtf8) {
+    SourceLines sources;
+    sources.vKeep("latin", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<Name>T\xFCr</Name>");
+    EXPECT_EQ(sources.line("latin", 2), "<Name>T\xC3\xBCr</Name>");
+}
+
 } // namespace
 
 } // namespace kiv::kivifc::test

@@ -1,0 +1,177 @@
+// One mistake, one finding: what follows from a mistake is not reported beside it.
+#include "Kit/Findings/FindingLines.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::kit {
+
+namespace {
+
+struct Mistake {
+    std::string_view name;
+    std::string text;
+    /// LINE:COLUMN CODE of the finding, with the path before it in several documents.
+    std::string_view finding;
+};
+
+void PrintTo(const Mistake& mistake, std::ostream* stream) {
+    *stream << mistake.name;
+}
+
+/// The classes are in line 3; properties begin in line 5.
+std::string
+sSet(std::string_view properties, std::string_view name = "Pset_Wall",
+     std::string_view classes = "<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>",
+     std::string_view attributes = {}) {
+    std::string text = "<PropertySetDef";
+    text.append(attributes).append("><IfcVersion version=\"IFC4\"/>\n<Name>").append(name);
+    text.append("</Name><Definition>D</Definition>\n").append(classes).append("\n<PropertyDefs>\n");
+    return text.append(properties).append("\n</PropertyDefs></PropertySetDef>\n");
+}
+
+std::string sProperty(std::string_view kind, std::string_view name = "Mark",
+                      std::string_view attributes = {}) {
+    std::string text = "<PropertyDef";
+    text.append(attributes).append("><Name>").append(name).append("</Name><Definition>D</Definition>\n");
+    return text.append("<PropertyType>").append(kind).append("</PropertyType></PropertyDef>");
+}
+
+std::string sSingle(std::string_view dataType) {
+    return "<TypePropertySingleValue>" + std::string(dataType) + "</TypePropertySingleValue>";
+}
+
+std::string sOf(std::string_view type) {
+    return sSingle("<DataType type=\"" + std::string(type) + "\"/>");
+}
+
+std::string sEnumeration(std::string_view content) {
+    return "<TypePropertyEnumeratedValue>" + std::string(content) + "</TypePropertyEnumeratedValue>";
+}
+
+std::string sClasses(std::string_view name, std::string_view value) {
+    return "<ApplicableClasses><ClassName>" + std::string(name) +
+           "</ClassName></ApplicableClasses><ApplicableTypeValue>" + std::string(value) +
+           "</ApplicableTypeValue>";
+}
+
+std::string sAlias(std::string_view attribute) {
+    return "<PropertyDef><Name>Mark</Name><Definition>D</Definition>\n<NameAliases><NameAlias " +
+           std::string(attribute) + ">Marke</NameAlias></NameAliases>\n<PropertyType>" + sOf("IfcLabel") +
+           "</PropertyType></PropertyDef>";
+}
+
+std::string sQuantities(std::string_view name, std::string_view type) {
+    return "<QtoSetDef><IfcVersion version=\"IFC4\"/>\n<Name>" + std::string(name) +
+           "</Name><Definition>D</Definition>\n<ApplicableClasses><ClassName>IfcWall</ClassName>"
+           "</ApplicableClasses>\n<QtoDefs>\n<QtoDef><Name>Mark</Name><Definition>D</Definition><QtoType>" +
+           std::string(type) + "</QtoType></QtoDef>\n</QtoDefs></QtoSetDef>\n";
+}
+
+std::string sFiles(const std::vector<std::string>& files) {
+    std::string text;
+    for (std::size_t i = 0; i != files.size(); ++i)
+        text.append("---- ").append(1, static_cast<char>('A' + i)).append(".xml\n").append(files[i]);
+    return text;
+}
+
+constexpr std::string_view SetGuid = " ifdguid=\"11111111222233334444555555555550\"";
+constexpr std::string_view Guid = " ifdguid=\"11111111222233334444555555555551\"";
+constexpr std::string_view OtherGuid = " ifdguid=\"11111111222233334444555555555552\"";
+
+std::string sTwoProperties() {
+    return sProperty(sOf("IfcLabel"), "Mark", Guid) + "\n" + sProperty(sOf("IfcLabel"), "Other", OtherGuid);
+}
+
+class OneFindingTest : public testing::TestWithParam<Mistake> {};
+
+TEST_P(OneFindingTest, OfOneMistake) {
+    const auto findings = test::exampleFindings(GetParam().text);
+    std::string found;
+    for (const auto& finding : findings) {
+        const auto& position = finding.place.position;
+        const bool isAcross = GetParam().text.starts_with("---- ");
+        found += (found.empty() ? "" : ", ") + (isAcross ? finding.place.path + ":" : std::string()) +
+                 std::to_string(position.line) + ":" + std::to_string(position.column) + " " +
+                 std::string(finding.code);
+    }
+    EXPECT_EQ(found, GetParam().finding) << GetParam().text;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Classes, OneFindingTest,
+    testing::Values(Mistake{"an illegal predefined type",
+                            sSet("", "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLIDWALL")),
+                            "3:31 C008"},
+                    Mistake{"a predefined type of an entity without",
+                            sSet("", "Pset_Wall", sClasses("IfcDoor/SOLIDWALL", "IfcDoor/GATE")),
+                            "3:31 C009"},
+                    Mistake{"an illegal predefined type in both places",
+                            sSet("", "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLID")), "3:31 C008"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Attributes, OneFindingTest,
+    testing::Values(
+        Mistake{"a misspelt language", sSet(sAlias("lan=\"de\"")), "6:25 S002"},
+        Mistake{"a language in another letter case", sSet(sAlias("Lang=\"de\"")), "6:25 S003"},
+        Mistake{"another word for the language", sSet(sAlias("language=\"de\"")), "6:25 S002"},
+        Mistake{"the language attribute of XML", sSet(sAlias("xml:lang=\"de\"")), "6:15 L002"},
+        Mistake{"a misspelt type", sSet(sProperty(sSingle("<DataType tpe=\"IfcLabel\"/>"))), "6:50 S002"},
+        Mistake{"another word for the type", sSet(sProperty(sSingle("<DataType name=\"IfcLabel\"/>"))),
+                "6:50 S002"},
+        Mistake{"another word for what is referred to",
+                sSet(sProperty("<TypePropertyReferenceValue entity=\"IfcPerson\"/>")), "6:43 S002"},
+        Mistake{
+            "an item as an attribute",
+            sSet(sProperty(sEnumeration("<EnumList name=\"PEnum_A\"><EnumItem>A</EnumItem><EnumItem "
+                                        "value=\"B\"/></EnumList><ConstantList><ConstantDef><Name>B</Name>"
+                                        "</ConstantDef></ConstantList>"))),
+            "6:101 S002"},
+        Mistake{
+            "the only item as an attribute",
+            sSet(sProperty(sEnumeration("<EnumList name=\"PEnum_A\"><EnumItem value=\"B\"/></EnumList>"))),
+            "6:79 S002"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Members, OneFindingTest,
+    testing::Values(Mistake{"one member twice",
+                            sFiles({sSet(sProperty(sOf("IfcLabel")) + "\n" + sProperty(sOf("IfcText")))}),
+                            "A.xml:7:20 N006"},
+                    Mistake{"one member twice with its GUID",
+                            sSet(sProperty(sOf("IfcLabel"), "Mark", Guid) + "\n" +
+                                 sProperty(sOf("IfcLabel"), "Mark", Guid)),
+                            "7:63 N006"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Between, OneFindingTest,
+    testing::Values(
+        Mistake{
+            "a type that does not exist",
+            sFiles({sSet(sProperty(sOf("IfcLabel")), "Pset_A"), sSet(sProperty(sOf("IfcLable")), "Pset_B")}),
+            "B.xml:6:56 T001"},
+        Mistake{
+            "a type in another letter case",
+            sFiles({sSet(sProperty(sOf("IfcLabel")), "Pset_A"), sSet(sProperty(sOf("IFCLABEL")), "Pset_B")}),
+            "B.xml:6:56 T006"},
+        Mistake{"an unknown type of one member does not hide another",
+                sFiles({sSet(sProperty(sOf("IfcLabel")) + sProperty(sOf("IfcText"), "X"), "Pset_A"),
+                        sSet(sProperty(sOf("IfcText")) + sProperty(sOf("IfcTxt"), "Y"), "Pset_B")}),
+                "B.xml:7:56 T001, B.xml:5:20 D003"},
+        Mistake{"a quantity type that does not exist",
+                sFiles({sQuantities("Qto_A", "Q_LENGTH"), sQuantities("Qto_B", "LENGTH")}),
+                "B.xml:5:61 S009"},
+        Mistake{"a property and a quantity of one name are no mistake",
+                sFiles({sSet(sProperty(sOf("IfcLabel")), "Pset_A"), sQuantities("Qto_B", "Q_LENGTH")}), ""},
+        Mistake{
+            "a copied set with its GUIDs",
+            sFiles({sSet(sTwoProperties(), "Pset_A",
+                         "<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>", SetGuid),
+                    sSet(sTwoProperties(), "Pset_B",
+                         "<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>", SetGuid)}),
+            "B.xml:1:26 G101"}));
+
+} // namespace
+
+} // namespace kiv::kit
