@@ -90,7 +90,6 @@ public:
     void vDuplicateAttribute();
     void vJunk();
     void vDeclaration();
-    void vEncodingUnknown();
     void vEncodingWrong();
 
     /// Whether the file is something else altogether.
@@ -144,6 +143,8 @@ bool Mistake::boOtherKind() {
     const auto kind = fileKindOf(xml_.getText());
     if (kind.empty() || kind == XmlKind)
         return false;
+    // Where the parser gave up says nothing then.
+    finding_.place.position = {1, 1, 0};
     vMessage("the file is " + std::string(kind) + ", no set document");
     return true;
 }
@@ -203,11 +204,6 @@ void Mistake::vDeclaration() {
     vNote("remove what comes before it, blanks and empty lines too");
 }
 
-void Mistake::vEncodingUnknown() {
-    vMessage("the document declares an encoding that is not supported");
-    vNote("UTF-8, UTF-16, ISO-8859-1 and US-ASCII are");
-}
-
 void Mistake::vEncodingWrong() {
     vMessage("the document is not in the encoding that it declares");
 }
@@ -227,6 +223,9 @@ bool Mistake::boComment() {
     if (begin == std::string_view::npos ||
         before_.find("-->", begin + Begin.size()) != std::string_view::npos)
         return false;
+    constexpr std::size_t MarkSize = 2;
+    if (before_.ends_with("--"))
+        vBack(MarkSize, MarkSize);
     vMessage("\"--\" is not allowed inside a comment");
     return true;
 }
@@ -334,7 +333,6 @@ constexpr std::array Explanations{
     Explanation{"duplicate attribute", &Mistake::vDuplicateAttribute},
     Explanation{"junk after document element", &Mistake::vJunk},
     Explanation{"XML or text declaration not at start of entity", &Mistake::vDeclaration},
-    Explanation{"unknown encoding", &Mistake::vEncodingUnknown},
     Explanation{"encoding specified in XML declaration is incorrect", &Mistake::vEncodingWrong},
 };
 
