@@ -24,4 +24,7 @@ Figures memoryFigures(const Input& input);
 /// Look-ups of eight threads on one schema.
 Figures threadFigures(const Input& input);
 
+/// Checking by the rules of the kit, on one thread and on two.
+Figures checkFigures(const Input& input);
+
 } // namespace kiv::bench

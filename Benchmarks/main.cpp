@@ -19,7 +19,7 @@ namespace kiv::bench {
 namespace {
 
 constexpr const char* Help =
-    "kiv_bench [--json] [SECTION...]   SECTION: jobs, growth, memory, threads\n"
+    "kiv_bench [--json] [SECTION...]   SECTION: jobs, growth, memory, threads, check\n"
     "\n"
     "Measures these sections, all of them when none is named. See Benchmarks/README.md.\n";
 
@@ -36,7 +36,8 @@ constexpr Section Sections[] = {{"jobs", "schema jobs", schemaJobs},
                                 {"growth", "growth of reading", readingGrowth},
                                 {"growth", "growth of look-ups", lookupGrowth},
                                 {"memory", "memory", memoryFigures},
-                                {"threads", "threads", threadFigures}};
+                                {"threads", "threads", threadFigures},
+                                {"check", "checking by all rules", checkFigures}};
 
 struct Request {
     bool isJson = false;

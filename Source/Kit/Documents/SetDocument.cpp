@@ -18,6 +18,7 @@ namespace {
 
 using ifc::def::schema::Schema;
 using ifc::def::xml::SetDef;
+using WellFormed = XmlPositions::WellFormed;
 
 constexpr std::string_view PropertySetTag = "PropertySetDef";
 constexpr std::string_view QuantitySetTag = "QtoSetDef";
@@ -87,7 +88,7 @@ private:
         const auto root = file.parse(stream, document.path, &meter);
         // Only now, as parsing has found out whether the text is within the budget.
         if (options_.withPositions)
-            vPositionsFind(document, meter);
+            vPositionsFind(document, meter, root ? WellFormed::Yes : WellFormed::Unknown);
         if (!root) {
             const auto& error = *file.pError();
             document.failure = {FailureKind::NotXml, error.reason, {error.line, error.column}, {}};
@@ -104,8 +105,8 @@ private:
         sink.vCheck();
     }
 
-    static void vPositionsFind(SetDocument& document, ifc::def::BudgetMeter& meter) {
-        auto positions = std::make_shared<const XmlPositions>(document.text);
+    static void vPositionsFind(SetDocument& document, ifc::def::BudgetMeter& meter, WellFormed wellFormed) {
+        auto positions = std::make_shared<const XmlPositions>(document.text, wellFormed);
         meter.vTake(WorkMeter::Unit::HeldBytes, document.text.size() + positions->getElements().size_bytes());
         document.positions = std::move(positions);
     }

@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <string_view>
 #include <system_error>
+#include <unordered_set>
+#include <utility>
 
 namespace kiv::kit {
 
@@ -46,69 +48,107 @@ const char* pSpecialFile(const fs::directory_entry& entry) {
     }
 }
 
+/// A document in a folder.
+struct FoundDocument {
+    std::string path;
+    std::string key;
+};
+
+/// A folder that is to be searched, as it is shown and without links on the way to it.
+struct WaitingFolder {
+    std::string path;
+    fs::path key;
+};
+
 class Collector {
 public:
     void vPathCollect(const std::string& path) {
         if (isFolder(path))
             vFolderCollect(path);
         else
-            found_.documents.push_back(path);
+            vTake({path, sPathKey(path)});
     }
 
     SetPaths takeFound() {
-        vOrder(found_.documents);
-        vOrder(found_.problems);
+        std::ranges::sort(found_.documents);
+        std::ranges::sort(found_.problems);
+        const auto [first, last] = std::ranges::unique(found_.problems);
+        found_.problems.erase(first, last);
         return std::move(found_);
     }
 
 private:
-    template <class Value>
-    static void vOrder(std::vector<Value>& values) {
-        std::ranges::sort(values);
-        values.erase(std::unique(values.begin(), values.end()), values.end());
+    void vTake(FoundDocument&& document) {
+        if (keys_.insert(std::move(document.key)).second)
+            found_.documents.push_back(std::move(document.path));
     }
 
     void vFolderCollect(const std::string& top) {
-        const auto foundBefore = found_.documents.size() + found_.problems.size();
+        const auto problemsBefore = found_.problems.size();
+        // The system lists folders in no order.
+        std::vector<FoundDocument> documents;
         // A list of what is to do instead of recursion: folders nest as deep as they like.
-        std::vector<std::string> waiting{top};
+        std::vector<WaitingFolder> waiting{{top, sPathKey(top)}};
         while (!waiting.empty()) {
-            const auto folder = waiting.back();
+            const auto folder = std::move(waiting.back());
             waiting.pop_back();
-            vEntriesCollect(folder, waiting);
+            vEntriesCollect(folder, waiting, documents);
         }
-        if (found_.documents.size() + found_.problems.size() == foundBefore)
+        if (documents.empty() && found_.problems.size() == problemsBefore)
             found_.problems.push_back({top, "no document (*.xml) in this folder"});
+        std::ranges::sort(documents, {}, &FoundDocument::path);
+        for (auto& document : documents)
+            vTake(std::move(document));
     }
 
-    void vEntriesCollect(const std::string& folder, std::vector<std::string>& waiting) {
+    void vEntriesCollect(const WaitingFolder& folder, std::vector<WaitingFolder>& waiting,
+                         std::vector<FoundDocument>& documents) {
         std::error_code error;
-        fs::directory_iterator entry(folder, error);
+        fs::directory_iterator entry(folder.path, error);
         for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
             if (isInnerFolder(*entry))
-                waiting.push_back(entry->path().native());
+                waiting.push_back({entry->path().native(), folder.key / entry->path().filename()});
             else if (isNamedLikeADocument(entry->path()))
-                vDocumentTake(*entry);
+                vDocumentTake(*entry, folder, documents);
         }
         if (error)
-            found_.problems.push_back({folder, error.message()});
+            found_.problems.push_back({folder.path, error.message()});
     }
 
-    void vDocumentTake(const fs::directory_entry& entry) {
+    void vDocumentTake(const fs::directory_entry& entry, const WaitingFolder& folder,
+                       std::vector<FoundDocument>& documents) {
         std::error_code error;
+        const auto& path = entry.path();
         if (const auto* const special = pSpecialFile(entry))
             found_.problems.push_back(
-                {entry.path().native(),
-                 std::string(special) + " in a folder is not read unless its path is given"});
+                {path.native(), std::string(special) + " in a folder is not read unless its path is given"});
         // A link that leads nowhere counts too: reading it reports what is wrong.
-        else if (entry.is_regular_file(error) || !entry.exists(error))
-            found_.documents.push_back(entry.path().native());
+        else if (entry.is_symlink(error))
+            vLinkTake(entry, documents);
+        else if (entry.is_regular_file(error))
+            documents.push_back({path.native(), (folder.key / path.filename()).native()});
+    }
+
+    static void vLinkTake(const fs::directory_entry& entry, std::vector<FoundDocument>& documents) {
+        std::error_code error;
+        if (entry.is_regular_file(error) || !entry.exists(error))
+            documents.push_back({entry.path().native(), sPathKey(entry.path().native())});
     }
 
     SetPaths found_;
+    std::unordered_set<std::string> keys_;
 };
 
 } // namespace
+
+std::string sPathKey(const std::string& path) {
+    std::error_code error;
+    auto key = fs::canonical(path, error);
+    // Nothing is there, or it is a pipe of the system that no path leads to.
+    if (error)
+        key = fs::absolute(path, error).lexically_normal();
+    return error ? path : key.native();
+}
 
 SetPaths setPathsCollect(const std::vector<std::string>& paths) {
     Collector collector;

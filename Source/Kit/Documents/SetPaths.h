@@ -28,7 +28,8 @@ struct PathProblem {
 };
 
 struct SetPaths {
-    /// By path, byte by byte, each once.
+    /// By path, byte by byte. A file that several paths lead to is there once, by the path that was given
+    /// first; of those that a folder holds, by the first in this order.
     std::vector<std::string> documents;
     /// In the same order.
     std::vector<PathProblem> problems;
@@ -39,5 +40,9 @@ struct SetPaths {
 /// nothing is found are problems, and so are pipes, sockets and devices in a folder that are named like
 /// documents: to open one may wait for ever or have effects. Whether a file can be read is not checked.
 KIV_EXPORT SetPaths setPathsCollect(const std::vector<std::string>& paths);
+
+/// The same text for all paths that lead to one file: "a.xml", "./a.xml" and a link to it. Hard links are
+/// files of their own.
+KIV_EXPORT std::string sPathKey(const std::string& path);
 
 } // namespace kiv::kit

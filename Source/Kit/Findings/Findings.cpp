@@ -8,6 +8,7 @@
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Findings/Rules/TypeRules.h"
 #include "Kit/Findings/SetOutline.h"
+#include "Kit/Findings/XmlMistake.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kiv/Kit/Findings/Rule.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
@@ -65,6 +66,10 @@ Finding failureFinding(const SetDocument& document) {
     finding.severity = Severity::Error;
     finding.message = document.failure->reason;
     finding.place = {document.path, failurePosition(document)};
+    if (document.failure->kind == FailureKind::NotXml && document.positions)
+        vXmlMistakeExplain(finding, *document.positions);
+    else if (document.failure->kind == FailureKind::NotXml)
+        vXmlMistakeExplain(finding, XmlPositions(document.text));
     return finding;
 }
 

@@ -30,6 +30,8 @@ IgnoreComments::IgnoreComments(std::string path, const XmlPositions& positions) 
 
 void IgnoreComments::vCommentAdd(const XmlIgnore& comment, const XmlPositions& positions) {
     constexpr std::string_view Separators = ", \t\r\n";
+    if (comment.codes.find_first_not_of(Separators) == std::string_view::npos)
+        emptyComments_.push_back(comment.position);
     for (auto rest = comment.codes; !rest.empty();) {
         const auto word = rest.substr(0, rest.find_first_of(Separators));
         rest.remove_prefix(std::min(word.size() + 1, rest.size()));
@@ -79,9 +81,22 @@ Finding IgnoreComments::unusedFinding(const Code& code) const {
     return finding;
 }
 
+Finding IgnoreComments::emptyFinding(const TextPosition& position) const {
+    Finding finding;
+    finding.code = emptyCode;
+    finding.severity = Severity::Note;
+    finding.message = "the comment ignores nothing: it names no code";
+    finding.place = {path_, position};
+    finding.subject = "ignore";
+    finding.notes.push_back({"a code is T001, or T for all that begin with it", {}});
+    return finding;
+}
+
 std::vector<Finding>
 IgnoreComments::unusedFindings(const std::function<bool(std::string_view)>& isLookedFor) const {
     std::vector<Finding> findings;
+    for (const auto& position : emptyComments_)
+        findings.push_back(emptyFinding(position));
     for (const auto& code : codes_) {
         if (!code.isUsed && (!code.isKnown || !isLookedFor || isLookedFor(code.code)))
             findings.push_back(unusedFinding(code));

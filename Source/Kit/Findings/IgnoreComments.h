@@ -32,6 +32,8 @@ class KIV_EXPORT IgnoreComments {
 public:
     /// The code of the finding about a comment that hides nothing.
     static constexpr std::string_view unusedCode = "K001";
+    /// The code of the finding about a comment that names no code.
+    static constexpr std::string_view emptyCode = "K002";
 
     IgnoreComments(std::string path, const XmlPositions& positions);
 
@@ -39,10 +41,11 @@ public:
     bool boHide(const Finding& finding);
 
     /// A note for each code that hid nothing. A rule that is not looked for finds nothing to hide, so its
-    /// codes count only if `isLookedFor` says so of them; without that function all do.
+    /// codes count only if `isLookedFor` says so of them; without that function all do. A comment without
+    /// any code has one too.
     std::vector<Finding> unusedFindings(const std::function<bool(std::string_view)>& isLookedFor = {}) const;
 
-    bool isEmpty() const { return codes_.empty(); }
+    bool isEmpty() const { return codes_.empty() && emptyComments_.empty(); }
 
 private:
     /// One code of a comment.
@@ -59,9 +62,12 @@ private:
 
     void vCommentAdd(const XmlIgnore& comment, const XmlPositions& positions);
     Finding unusedFinding(const Code& code) const;
+    Finding emptyFinding(const TextPosition& position) const;
 
     std::string path_;
     std::vector<Code> codes_;
+    /// Those that name no code.
+    std::vector<TextPosition> emptyComments_;
 };
 
 } // namespace kiv::kit

@@ -17,18 +17,22 @@ constexpr std::string_view WideBlanks[] = {"\xC2\xA0",     "\xE2\x80\x80", "\xE2
                                            "\xE2\x80\x87", "\xE2\x80\x88", "\xE2\x80\x89", "\xE2\x80\x8A",
                                            "\xE2\x80\x8B", "\xE2\x80\xAF", "\xE3\x80\x80", "\xEF\xBB\xBF"};
 
+bool isAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
 /// How many bytes of a blank the text begins with; 0 when it begins with none.
 std::size_t blankAtFront(std::string_view text) {
-    if (!text.empty() && WhiteSpace.find(text.front()) != std::string_view::npos)
-        return 1;
+    if (text.empty() || isAscii(text.front()))
+        return !text.empty() && isWhiteSpace(text.front()) ? 1 : 0;
     const auto isThere = [text](std::string_view blank) { return text.starts_with(blank); };
     const auto* const found = std::ranges::find_if(WideBlanks, isThere);
     return found == std::end(WideBlanks) ? 0 : found->size();
 }
 
 std::size_t blankAtBack(std::string_view text) {
-    if (!text.empty() && WhiteSpace.find(text.back()) != std::string_view::npos)
-        return 1;
+    if (text.empty() || isAscii(text.back()))
+        return !text.empty() && isWhiteSpace(text.back()) ? 1 : 0;
     const auto isThere = [text](std::string_view blank) { return text.ends_with(blank); };
     const auto* const found = std::ranges::find_if(WideBlanks, isThere);
     return found == std::end(WideBlanks) ? 0 : found->size();

@@ -20,7 +20,7 @@ namespace kiv::kit {
 /// A document or schema that shows a rule.
 struct RuleExample {
     /// The whole text of the file. Set documents are judged with the schema of `getExampleSchema`; in
-    /// examples across documents a line "---- PATH" begins each file. Empty for a rule of what the library
+    /// examples across documents a line "---- PATH" begins each file. Empty for most that the library
     /// reports: where that has a cause in a document, the finding is of the rule that explains it.
     std::string_view text;
 };

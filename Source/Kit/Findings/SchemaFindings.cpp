@@ -14,6 +14,8 @@ std::vector<Finding> schemaFindingsOf(const ifc::def::schema::Schema* schema,
         vOpenCommentCheck(run);
         vLostDeclarationsCheck(run);
         vLostPartsCheck(run);
+        vSchemaEndCheck(run);
+        vSemicolonsCheck(run);
         vNamesDeclaredTwiceCheck(run);
         vUsedNamesCheck(run);
         vExpressionNamesCheck(run);

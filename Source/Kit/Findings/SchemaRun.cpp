@@ -296,15 +296,36 @@ std::vector<const AssertRecord*> SchemaRun::untaken() const {
     return records;
 }
 
+void SchemaRun::vConsequencesTake(Finding& finding, const TextPosition& begin, const TextPosition& end) {
+    const auto placeOf = [](const TextPosition& position) {
+        return std::pair(position.line, position.column);
+    };
+    for (auto& other : findings_) {
+        const auto place = placeOf(other.place.position);
+        if ((other.code != "E006" && other.code != "E007") || place < placeOf(begin) || place >= placeOf(end))
+            continue;
+        vNoteAt(finding, other.place.position, std::move(other.message));
+        finding.severity = Severity::Error;
+        if (!finding.origin)
+            finding.origin = std::move(other.origin);
+        // It stays where it is, and is not among the findings in the end.
+        other.code = {};
+    }
+}
+
 Finding* SchemaRun::pMisreading() {
-    const auto found = std::ranges::find_if(
-        findings_, [](const Finding& finding) { return finding.code >= "E002" && finding.code <= "E006"; });
+    const auto isMisreading = [](const Finding& finding) {
+        return (finding.code >= "E002" && finding.code <= "E006") ||
+               (finding.code == "E009" && finding.severity == Severity::Error);
+    };
+    const auto found = std::ranges::find_if(findings_, isMisreading);
     return found == findings_.end() ? pOpenComment : &*found;
 }
 
 std::vector<Finding> SchemaRun::takeFindings() {
     std::vector<Finding> findings(std::make_move_iterator(findings_.begin()),
                                   std::make_move_iterator(findings_.end()));
+    std::erase_if(findings, [](const Finding& finding) { return finding.code.empty(); });
     std::ranges::stable_sort(
         findings, {}, [](const Finding& finding) { return std::pair(finding.place.position, finding.code); });
     return findings;

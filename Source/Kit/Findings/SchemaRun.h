@@ -120,6 +120,10 @@ public:
     /// Whether one entity is above another, or is the same. Also true when that cannot be known.
     bool isSupertype(const Declared& above, const Declared& entity) const;
 
+    /// Findings about parts that are passed over, from one place to another, are what came of this one: they
+    /// become notes of it, which then is an error.
+    void vConsequencesTake(Finding& finding, const TextPosition& begin, const TextPosition& end);
+
     /// Makes the next report of that kind a note of the finding; false when there is none left.
     bool boTake(Finding& finding, SchemaReport report);
     /// The report of the rules with this text.

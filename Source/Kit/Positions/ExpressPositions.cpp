@@ -105,12 +105,14 @@ private:
         return isWord() && isSameExpressWord(token_.text, keyword);
     }
     bool isStatementEnd() const;
+    bool isUniqueClause() const;
     bool isNextMember(const Brackets& brackets) const;
     ExpressWord takeWord();
     std::size_t offset() const;
     std::string_view textFrom(std::size_t begin) const;
 
     void vSchemaRead(ExpressPositions& positions);
+    void vSchemaEndRead(ExpressSchemaHeader& header);
     ExpressDeclaration declarationRead(const Statement& statement);
     void vConstantsRead(ExpressPositions& positions);
     void vTypeRead(ExpressDeclaration& type);
@@ -128,18 +130,23 @@ private:
     void vBodyRead(ExpressDeclaration& declaration, const Statement& statement);
     void vEndRead(ExpressDeclaration& declaration, const Statement& statement);
     void vStatementSkip();
+    void vSemicolonTake();
+    void vUnendedNote();
 
     std::string_view text_;
     ExpressScanner scanner_;
     ExpressToken token_;
     ExpressToken ahead_;
+    ExpressToken previous_;
     // The end of the token before the current one.
     std::size_t previousEnd_ = 0;
+    std::vector<ExpressUnended> unended_;
 };
 
 void PositionReader::vNext() {
     if (!token_.text.empty())
         previousEnd_ = offset() + token_.text.size();
+    previous_ = token_;
     token_ = std::exchange(ahead_, scanner_.next());
 }
 
@@ -159,8 +166,13 @@ ExpressWord PositionReader::takeWord() {
 }
 
 bool PositionReader::isStatementEnd() const {
-    return isAtEnd() || token_.isSymbol(';') ||
+    return isAtEnd() || token_.isSymbol(';') || isUniqueClause() ||
            (isWord() && (isBoundary(token_.text) || isClause(token_.text)));
+}
+
+/// Not the word in LIST OF UNIQUE.
+bool PositionReader::isUniqueClause() const {
+    return isWord("UNIQUE") && !isSameExpressWord(previous_.text, "OF");
 }
 
 /// Whether a new member begins here because the one before lacks its ';'.
@@ -176,6 +188,19 @@ void PositionReader::vStatementSkip() {
         vNext();
 }
 
+/// Ends a statement of a declaration.
+void PositionReader::vSemicolonTake() {
+    if (token_.isSymbol(';'))
+        vNext();
+    // Where another declaration begins, the end of this one is missing, and not only its last ';'.
+    else if (!isAtEnd() && !(isWord() && pStatement(token_.text)) && !previous_.isSymbol(';'))
+        vUnendedNote();
+}
+
+void PositionReader::vUnendedNote() {
+    unended_.push_back({{previous_.text, previous_.position}, token_.position});
+}
+
 // schemas = { anything | schema_header | declaration }
 void PositionReader::vRead(ExpressPositions& positions) {
     while (!isAtEnd()) {
@@ -183,6 +208,8 @@ void PositionReader::vRead(ExpressPositions& positions) {
             isWord() && ahead_.kind == ExpressTokenKind::Word ? pStatement(token_.text) : nullptr;
         if (isWord("SCHEMA") && ahead_.kind == ExpressTokenKind::Word)
             vSchemaRead(positions);
+        else if (isWord("END_SCHEMA") && !positions.schemas.empty())
+            vSchemaEndRead(positions.schemas.back());
         else if (statement && statement->kind == ExpressDeclarationKind::Constant)
             vConstantsRead(positions);
         else if (statement)
@@ -191,6 +218,15 @@ void PositionReader::vRead(ExpressPositions& positions) {
             vNext();
     }
     positions.openComment = scanner_.getOpenComment();
+    positions.unended = std::move(unended_);
+}
+
+void PositionReader::vSchemaEndRead(ExpressSchemaHeader& header) {
+    header.end = takeWord();
+    if (token_.isSymbol(';'))
+        vNext();
+    else
+        vUnendedNote();
 }
 
 // schema_header = 'SCHEMA' name ... ';'
@@ -199,7 +235,12 @@ void PositionReader::vSchemaRead(ExpressPositions& positions) {
     header.keyword = takeWord();
     header.name = takeWord();
     header.firstDeclaration = positions.declarations.size();
-    vStatementSkip();
+    while (!isStatementEnd())
+        vNext();
+    if (token_.isSymbol(';'))
+        vNext();
+    else if (!isAtEnd())
+        vUnendedNote();
     positions.schemas.push_back(header);
 }
 
@@ -231,6 +272,8 @@ void PositionReader::vEndRead(ExpressDeclaration& declaration, const Statement& 
     declaration.end = takeWord();
     if (token_.isSymbol(';'))
         vNext();
+    else
+        vUnendedNote();
 }
 
 // constants = 'CONSTANT' { name ':' type ':=' expression ';' } 'END_CONSTANT' ';'
@@ -268,8 +311,7 @@ void PositionReader::vTypeRead(ExpressDeclaration& type) {
             type.names.push_back({use, {token_.text, token_.position}});
         vNext();
     }
-    if (token_.isSymbol(';'))
-        vNext();
+    vSemicolonTake();
     vClausesRead(type, ExpressMemberKind::Where);
 }
 
@@ -286,7 +328,7 @@ void PositionReader::vEntityRead(ExpressDeclaration& entity) {
 void PositionReader::vEntityHeaderRead(ExpressDeclaration& entity) {
     const Brackets outside;
     auto use = ExpressUse::Subtype;
-    while (!isStatementEnd() && !isWord("UNIQUE") && !isNextMember(outside)) {
+    while (!isStatementEnd() && !isNextMember(outside)) {
         if (isWord("ABSTRACT"))
             entity.isAbstract = true;
         else if (isWord("SUPERTYPE"))
@@ -299,8 +341,7 @@ void PositionReader::vEntityHeaderRead(ExpressDeclaration& entity) {
         }
         vNext();
     }
-    if (token_.isSymbol(';'))
-        vNext();
+    vSemicolonTake();
 }
 
 /// The names in brackets, whatever is between them.
@@ -345,8 +386,7 @@ void PositionReader::vMemberRead(ExpressDeclaration& declaration, ExpressMemberK
     } else {
         vAttributesRead(declaration, std::move(member));
     }
-    if (token_.isSymbol(';'))
-        vNext();
+    vSemicolonTake();
 }
 
 // label = [ name ':' ]

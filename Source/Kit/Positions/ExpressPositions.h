@@ -106,6 +106,16 @@ struct ExpressSchemaHeader {
     ExpressWord name;
     /// The index of the first declaration after it.
     std::size_t firstDeclaration = 0;
+    /// "END_SCHEMA" as written; empty when it is missing.
+    ExpressWord end;
+};
+
+/// A statement without its ';'.
+struct ExpressUnended {
+    /// The last word or symbol of the statement.
+    ExpressWord last;
+    /// Of what comes instead.
+    TextPosition next;
 };
 
 enum class ExpressEncoding : std::uint8_t {
@@ -122,6 +132,8 @@ struct ExpressPositions {
     std::vector<ExpressSchemaHeader> schemas;
     /// In the order of the text.
     std::vector<ExpressDeclaration> declarations;
+    /// In the order of the text. What is not understood, and what ends with the text, is not among them.
+    std::vector<ExpressUnended> unended;
     /// The first comment that nothing closes; line 0 for none.
     TextPosition openComment;
 };

@@ -171,7 +171,10 @@ ExpressToken ExpressScanner::next() {
         return token;
     token.kind = kindOf(charAt(0));
     token.text = text_.substr(mark_.offset, tokenSize(token.kind));
-    vAdvanceTo(mark_.offset + token.text.size());
+    // No token has a line end in it.
+    for (std::size_t distance = 1; distance <= token.text.size(); ++distance)
+        mark_.column += isContinuation(charAt(distance)) ? 0 : 1;
+    mark_.offset += token.text.size();
     token.position.length = mark_.column - token.position.column;
     return token;
 }

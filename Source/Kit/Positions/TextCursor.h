@@ -11,6 +11,7 @@
 #include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Text/TextPosition.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -20,7 +21,7 @@ namespace kiv::kit {
 class TextCursor {
 public:
     /// UTF-8, with LF, CR or CR LF at the ends of lines.
-    explicit TextCursor(std::string_view text) : text_(text) {}
+    explicit TextCursor(std::string_view text) : text_(text), hasLoneReturns_(hasLoneReturns(text)) {}
 
     /// The position of the byte at `offset`, which is not before that of the question before. `size` bytes
     /// are meant, as far as they are on one line.
@@ -31,11 +32,39 @@ public:
 
     /// Code points up to the first line end.
     static std::size_t codePoints(std::string_view text) {
-        return codePointsIn(text.substr(0, text.find_first_of("\r\n")));
+        // Not by a search for either: that asks a function about each byte.
+        const auto isLineEnd = [](char byte) { return byte == '\r' || byte == '\n'; };
+        const auto end = std::ranges::find_if(text, isLineEnd);
+        return codePointsIn(text.substr(0, static_cast<std::size_t>(end - text.begin())));
     }
 
 private:
+    static bool hasLoneReturns(std::string_view text) {
+        for (auto at = text.find('\r'); at != std::string_view::npos; at = text.find('\r', at + 1)) {
+            if (text.substr(at + 1, 1) != "\n")
+                return true;
+        }
+        return false;
+    }
+
     void vAdvance(std::size_t offset) {
+        if (hasLoneReturns_)
+            return vAdvanceByBytes(offset);
+        while (offset_ < offset) {
+            const auto piece = text_.substr(offset_, offset - offset_);
+            const auto lineEnd = piece.find('\n');
+            if (lineEnd == std::string_view::npos) {
+                column_ += codePointsIn(piece);
+                offset_ = offset;
+                return;
+            }
+            ++line_;
+            column_ = 1;
+            offset_ += lineEnd + 1;
+        }
+    }
+
+    void vAdvanceByBytes(std::size_t offset) {
         for (; offset_ < offset; ++offset_) {
             const char byte = text_[offset_];
             if (byte == '\n' || (byte == '\r' && text_.substr(offset_ + 1, 1) != "\n")) {
@@ -48,6 +77,8 @@ private:
     }
 
     std::string_view text_;
+    /// Carriage returns that end lines by themselves, which hardly any text has.
+    bool hasLoneReturns_;
     std::size_t offset_ = 0;
     std::size_t line_ = 1;
     std::size_t column_ = 1;

@@ -1,6 +1,7 @@
 #include "kiv/Kit/Positions/XmlPositions.h"
 
 #include "Kit/Positions/TextCursor.h"
+#include "Kit/Positions/WellFormedXml.h"
 #include "Kit/Text/AsciiText.h"
 #include "Kit/Text/Utf8.h"
 #include "kiv/Host/Xml/KivXml.h"
@@ -35,14 +36,6 @@ std::optional<std::string_view> ignoredCodes(std::string_view comment) {
     return trimmed(comment);
 }
 
-std::vector<std::size_t> lineStartsOf(std::string_view text) {
-    std::vector<std::size_t> starts = {0};
-    for (auto end = text.find_first_of("\r\n"); end != std::string_view::npos;
-         end = text.find_first_of("\r\n", starts.back()))
-        starts.push_back(end + (text.substr(end, 2) == "\r\n" ? 2 : 1));
-    return starts;
-}
-
 } // namespace
 
 struct XmlPositions::Data {
@@ -55,7 +48,6 @@ struct XmlPositions::Data {
             text.remove_prefix(ByteOrderMark.size());
             offset = ByteOrderMark.size();
         }
-        lineStarts = lineStartsOf(text);
     }
 
     /// A range of the text as one of the file.
@@ -77,7 +69,6 @@ struct XmlPositions::Data {
     std::string_view text;
     /// Of the text in the file.
     std::size_t offset = 0;
-    std::vector<std::size_t> lineStarts;
     std::vector<XmlElement> elements;
     std::vector<XmlAttribute> attributes;
     std::vector<XmlIgnore> ignores;
@@ -105,10 +96,16 @@ public:
     WrittenAttribute next() {
         WrittenAttribute written;
         written.before = offset_;
-        written.name = text_.find_first_not_of(WhiteSpace, offset_);
-        const auto nameEnd = text_.find_first_of(" \t\r\n=", written.name);
+        written.name = offset_;
+        while (isWhiteSpace(text_[written.name]))
+            ++written.name;
+        auto nameEnd = written.name;
+        while (!isWhiteSpace(text_[nameEnd]) && text_[nameEnd] != '=')
+            ++nameEnd;
         written.nameSize = nameEnd - written.name;
-        const auto quote = text_.find_first_of("\"'", nameEnd);
+        auto quote = nameEnd;
+        while (text_[quote] != '"' && text_[quote] != '\'')
+            ++quote;
         written.value = quote + 1;
         const auto end = text_.find(text_[quote], written.value);
         written.valueSize = end - written.value;
@@ -116,7 +113,13 @@ public:
         return written;
     }
 
-    std::size_t getOffset() const { return offset_; }
+    /// Whether there is one more before the end of the tag.
+    bool hasNext(std::size_t tagEnd) const {
+        auto at = offset_;
+        while (at != tagEnd && isWhiteSpace(text_[at]))
+            ++at;
+        return at < tagEnd && text_[at] != '/' && text_[at] != '>';
+    }
 
 private:
     std::string_view text_;
@@ -131,6 +134,8 @@ public:
     explicit XmlPositionsReader(XmlPositions::Data& data);
 
     void vRead();
+    /// The same without a parser, of a text that one has accepted.
+    void vWellFormedRead();
 
 private:
     /// Does something from within the parser, through whose C frames no exception may pass.
@@ -143,9 +148,21 @@ private:
     void vComment(const XML_Char* comment);
     void vProcessingInstruction(const XML_Char* target, const XML_Char* instruction);
 
+    void vPieceRead(XmlPieceKind kind, std::string_view piece);
+    void vTagRead(std::string_view tag);
+    void vCdataRead(std::string_view text);
+    void vInstructionRead(std::string_view instruction);
+    void vElementPlace(XmlElement& element);
+    void vElementClose();
+    void vCharactersTake(std::string_view piece);
+    void vCommentTake(std::string_view comment);
+
     bool boParse();
-    std::size_t getOffset() const;
-    std::size_t getSize() const;
+    void vParserMake();
+    /// The place of the parser.
+    void vPlaceTake();
+    std::size_t getOffset() const { return offset_; }
+    std::size_t getSize() const { return size_; }
     /// Whether the tag of that name is written at this place, and not in an entity.
     bool boTagWritten(std::string_view name) const;
     XmlElement& elementAdd(std::string_view name);
@@ -169,7 +186,10 @@ private:
 
     XmlPositions::Data& data_;
     TextCursor cursor_;
-    std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
+    std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_{nullptr, &XML_ParserFree};
+    /// The piece that is looked at.
+    std::size_t offset_ = 0;
+    std::size_t size_ = 0;
     std::vector<Open> open_;
     /// The first text of the innermost element, while it may still grow.
     bool isTextOpen_ = false;
@@ -187,6 +207,7 @@ void XMLCALL XmlPositionsReader::vCall(void* reader, Arguments... arguments) noe
     auto& self = *static_cast<XmlPositionsReader*>(reader);
     if (self.isStopped_)
         return;
+    self.vPlaceTake();
     try {
         (self.*member)(arguments...);
     } catch (...) {
@@ -195,8 +216,10 @@ void XMLCALL XmlPositionsReader::vCall(void* reader, Arguments... arguments) noe
     }
 }
 
-XmlPositionsReader::XmlPositionsReader(XmlPositions::Data& data) :
-    data_(data), cursor_(data.text), parser_(XML_ParserCreate("UTF-8"), &XML_ParserFree) {
+XmlPositionsReader::XmlPositionsReader(XmlPositions::Data& data) : data_(data), cursor_(data.text) {}
+
+void XmlPositionsReader::vParserMake() {
+    parser_.reset(XML_ParserCreate("UTF-8"));
     if (parser_ == nullptr)
         throw std::bad_alloc();
     XML_SetUserData(parser_.get(), this);
@@ -208,7 +231,9 @@ XmlPositionsReader::XmlPositionsReader(XmlPositions::Data& data) :
 }
 
 void XmlPositionsReader::vRead() {
+    vParserMake();
     const bool isRead = boParse();
+    vPlaceTake();
     if (exception_)
         std::rethrow_exception(exception_);
     if (isRead || data_.error)
@@ -232,13 +257,10 @@ bool XmlPositionsReader::boParse() {
     }
 }
 
-std::size_t XmlPositionsReader::getOffset() const {
+void XmlPositionsReader::vPlaceTake() {
     const auto index = std::max<XML_Index>(XML_GetCurrentByteIndex(parser_.get()), 0);
-    return std::min(static_cast<std::size_t>(index), data_.text.size());
-}
-
-std::size_t XmlPositionsReader::getSize() const {
-    return static_cast<std::size_t>(std::max(XML_GetCurrentByteCount(parser_.get()), 0));
+    offset_ = std::min(static_cast<std::size_t>(index), data_.text.size());
+    size_ = static_cast<std::size_t>(std::max(XML_GetCurrentByteCount(parser_.get()), 0));
 }
 
 bool XmlPositionsReader::boTagWritten(std::string_view name) const {
@@ -265,19 +287,22 @@ void XmlPositionsReader::vElementStart(const XML_Char* name, const XML_Char** at
     }
     const bool isWritten = boTagWritten(name);
     XmlElement& element = elementAdd(name);
-    if (isWritten) {
-        const auto offset = getOffset();
-        const auto size = element.name.size();
-        element.tagPosition = cursor_.at(offset, getSize());
-        element.position = cursor_.at(offset + 1, size);
-        element.nameBytes = data_.range(offset + 1, size);
-        element.bytes = data_.range(offset, getSize());
-    } else {
+    if (isWritten)
+        vElementPlace(element);
+    else
         element.tagPosition = element.position = cursor_.at(getOffset(), getSize());
-    }
     vAttributesAdd(element, attributes, isWritten);
     if (!isStopped_)
         vTextBegin(getOffset() + getSize());
+}
+
+void XmlPositionsReader::vElementPlace(XmlElement& element) {
+    const auto offset = getOffset();
+    const auto size = element.name.size();
+    element.tagPosition = cursor_.at(offset, getSize());
+    element.position = cursor_.at(offset + 1, size);
+    element.nameBytes = data_.range(offset + 1, size);
+    element.bytes = data_.range(offset, getSize());
 }
 
 XmlElement& XmlPositionsReader::elementAdd(std::string_view name) {
@@ -345,6 +370,10 @@ void XmlPositionsReader::vDefaultAttributeAdd(const XmlElement& element, std::st
 }
 
 void XmlPositionsReader::vElementEnd(const XML_Char*) {
+    vElementClose();
+}
+
+void XmlPositionsReader::vElementClose() {
     vTextEnd();
     const auto index = open_.back().element;
     auto& element = data_.elements[index];
@@ -361,7 +390,10 @@ void XmlPositionsReader::vElementEnd(const XML_Char*) {
 }
 
 void XmlPositionsReader::vCharacters(const XML_Char* characters, int size) {
-    const std::string_view piece(characters, static_cast<std::size_t>(size));
+    vCharactersTake({characters, static_cast<std::size_t>(size)});
+}
+
+void XmlPositionsReader::vCharactersTake(std::string_view piece) {
     if (isTextOpen_)
         text_.append(piece);
     else
@@ -369,6 +401,10 @@ void XmlPositionsReader::vCharacters(const XML_Char* characters, int size) {
 }
 
 void XmlPositionsReader::vComment(const XML_Char* comment) {
+    vCommentTake(comment);
+}
+
+void XmlPositionsReader::vCommentTake(std::string_view comment) {
     vTextHide(comment);
     const auto codes = ignoredCodes(comment);
     if (!codes)
@@ -384,6 +420,105 @@ void XmlPositionsReader::vProcessingInstruction(const XML_Char* target, const XM
     if (*instruction != '\0')
         text.append(" ").append(instruction);
     vTextHide(text);
+}
+
+void XmlPositionsReader::vWellFormedRead() {
+    WellFormedXml xml(data_.text);
+    for (auto piece = xml.next(); piece.kind != XmlPieceKind::End; piece = xml.next()) {
+        offset_ = piece.offset;
+        size_ = piece.size;
+        vPieceRead(piece.kind, data_.text.substr(piece.offset, piece.size));
+    }
+}
+
+void XmlPositionsReader::vPieceRead(XmlPieceKind kind, std::string_view piece) {
+    switch (kind) {
+    case XmlPieceKind::StartTag:
+    case XmlPieceKind::EmptyTag:
+        vTagRead(piece);
+        if (kind == XmlPieceKind::StartTag)
+            return;
+        // The end that an empty tag is too comes after it.
+        offset_ += size_;
+        size_ = 0;
+        return vElementClose();
+    case XmlPieceKind::EndTag:
+        return vElementClose();
+    case XmlPieceKind::Comment: {
+        constexpr std::size_t Begin = 4;
+        constexpr std::size_t Marks = 7;
+        return vCommentTake(sLineEndsNormalized(piece.substr(Begin, piece.size() - Marks)));
+    }
+    case XmlPieceKind::Instruction:
+        return vInstructionRead(piece);
+    default:
+        break;
+    }
+    // Between elements outside of the root there are blanks only.
+    if (open_.empty())
+        return;
+    if (kind == XmlPieceKind::Reference)
+        vCharactersTake(sReferred(piece));
+    else if (kind == XmlPieceKind::Cdata)
+        vCdataRead(piece);
+    else
+        vCharactersTake(kind == XmlPieceKind::LineEnd ? "\n" : piece);
+}
+
+void XmlPositionsReader::vTagRead(std::string_view tag) {
+    vTextEnd();
+    auto nameEnd = std::size_t{1};
+    while (!isWhiteSpace(tag[nameEnd]) && tag[nameEnd] != '/' && tag[nameEnd] != '>')
+        ++nameEnd;
+    XmlElement& element = elementAdd(tag.substr(1, nameEnd - 1));
+    vElementPlace(element);
+    element.firstAttribute = static_cast<std::uint32_t>(data_.attributes.size());
+    const auto tagEnd = offset_ + size_;
+    TagScanner scanner(data_.text, offset_ + nameEnd);
+    while (scanner.hasNext(tagEnd)) {
+        const auto written = scanner.next();
+        const auto value = data_.text.substr(written.value, written.valueSize);
+        const bool isAsWritten = value.find_first_of("&\t\r\n") == std::string_view::npos;
+        vWrittenAttributeAdd(written, data_.text.substr(written.name, written.nameSize),
+                             isAsWritten ? value : std::string_view(sAttributeValue(value)));
+    }
+    element.attributeCount = static_cast<std::uint32_t>(data_.attributes.size()) - element.firstAttribute;
+    vTextBegin(tagEnd);
+}
+
+/// Line by line, as a parser gives it.
+void XmlPositionsReader::vCdataRead(std::string_view text) {
+    constexpr std::size_t Begin = 9;
+    constexpr std::size_t End = 3;
+    const auto end = offset_ + text.size() - End;
+    offset_ += Begin;
+    while (offset_ != end) {
+        const auto rest = data_.text.substr(offset_, end - offset_);
+        const auto lineEnd = std::min(rest.find_first_of("\r\n"), rest.size());
+        size_ = lineEnd;
+        if (lineEnd != 0) {
+            vCharactersTake(rest.substr(0, lineEnd));
+        } else {
+            size_ = rest.starts_with("\r\n") ? 2 : 1;
+            vCharactersTake("\n");
+        }
+        offset_ += size_;
+    }
+}
+
+void XmlPositionsReader::vInstructionRead(std::string_view instruction) {
+    constexpr std::size_t Mark = 2;
+    const auto text = instruction.substr(Mark, instruction.size() - 2 * Mark);
+    const auto nameEnd = std::min(text.find_first_of(WhiteSpace), text.size());
+    const auto name = text.substr(0, nameEnd);
+    // The XML declaration is none.
+    if (name == "xml")
+        return;
+    const auto begin = std::min(text.find_first_not_of(WhiteSpace, nameEnd), text.size());
+    std::string shown(name);
+    if (begin != text.size())
+        shown.append(" ").append(sLineEndsNormalized(text.substr(begin)));
+    vTextHide(shown);
 }
 
 void XmlPositionsReader::vTextBegin(std::size_t offset) {
@@ -434,8 +569,13 @@ void XmlPositionsReader::vLaterTextNote(std::string_view piece) {
     element.laterText.length = TextCursor::codePoints(text);
 }
 
-XmlPositions::XmlPositions(std::string bytes) : data_(std::make_unique<Data>(std::move(bytes))) {
-    XmlPositionsReader(*data_).vRead();
+XmlPositions::XmlPositions(std::string bytes, WellFormed wellFormed) :
+    data_(std::make_unique<Data>(std::move(bytes))) {
+    XmlPositionsReader reader(*data_);
+    if (wellFormed == WellFormed::Yes && isWithoutDocumentType(data_->text))
+        reader.vWellFormedRead();
+    else
+        reader.vRead();
 }
 
 XmlPositions::~XmlPositions() = default;
@@ -473,10 +613,16 @@ XmlEncoding XmlPositions::getEncoding() const {
 }
 
 std::string_view XmlPositions::getLine(std::size_t line) const {
-    if (line == 0 || line > data_->lineStarts.size())
-        return {};
-    const auto rest = data_->text.substr(data_->lineStarts[line - 1]);
-    return rest.substr(0, rest.find_first_of("\r\n"));
+    // Few are asked for, so they are not kept.
+    auto rest = data_->text;
+    for (std::size_t number = 1;; ++number) {
+        const auto end = rest.find_first_of("\r\n");
+        if (number == line)
+            return rest.substr(0, end);
+        if (end == std::string_view::npos || line == 0)
+            return {};
+        rest.remove_prefix(end + (rest.substr(end, 2) == "\r\n" ? 2 : 1));
+    }
 }
 
 const XmlPositionError* XmlPositions::pError() const {

@@ -121,8 +121,11 @@ struct XmlPositionError {
 
 class KIV_EXPORT XmlPositions {
 public:
-    /// Takes the bytes of the file.
-    explicit XmlPositions(std::string bytes);
+    /// Says of a text that a parser has accepted it.
+    enum class WellFormed : std::uint8_t { Unknown, Yes };
+
+    /// Takes the bytes of the file. A text that is known to be well-formed takes less time.
+    explicit XmlPositions(std::string bytes, WellFormed wellFormed = WellFormed::Unknown);
     ~XmlPositions();
     XmlPositions(XmlPositions&&) noexcept;
     XmlPositions& operator=(XmlPositions&&) noexcept;

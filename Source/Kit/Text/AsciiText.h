@@ -13,6 +13,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,10 @@ namespace kiv::kit {
 
 /// The white space of XML.
 inline constexpr std::string_view WhiteSpace = " \t\r\n";
+
+constexpr bool isWhiteSpace(char letter) {
+    return letter == ' ' || letter == '\t' || letter == '\r' || letter == '\n';
+}
 
 constexpr bool isDigit(char letter) {
     return letter >= '0' && letter <= '9';
@@ -56,10 +61,16 @@ inline std::string sUpperCase(std::string_view text) {
 
 /// Without white space at both ends. Where nothing is left, the empty view still lies in the text.
 constexpr std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(WhiteSpace);
-    if (first == std::string_view::npos)
+    // Not by a search for any of them: that asks a function about each byte.
+    std::size_t first = 0;
+    while (first < text.size() && isWhiteSpace(text[first]))
+        ++first;
+    if (first == text.size())
         return text.substr(0, 0);
-    return text.substr(first, text.find_last_not_of(WhiteSpace) - first + 1);
+    auto end = text.size();
+    while (isWhiteSpace(text[end - 1]))
+        --end;
+    return text.substr(first, end - first);
 }
 
 } // namespace kiv::kit

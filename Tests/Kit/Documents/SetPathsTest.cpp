@@ -43,6 +43,34 @@ TEST(SetPaths, PathGivenTwiceIsTakenOnce) {
     EXPECT_THAT(setPathsCollect({path, folder.sPath("sets"), path}).documents, ElementsAre(path));
 }
 
+TEST(SetPaths, SpellingsOfOnePathAreOneDocument) {
+    const TemporaryFolder folder;
+    const auto path = folder.sWrite("sets/a.xml", "");
+    std::filesystem::create_symlink("a.xml", folder.sPath("sets/z.xml"));
+    const auto sets = folder.sPath("sets");
+    const std::string spellings[] = {path, sets + "/./a.xml", sets + "/../sets/a.xml", sets + "/z.xml"};
+    for (const auto& first : spellings) {
+        for (const auto& second : spellings)
+            EXPECT_THAT(setPathsCollect({first, second}).documents, ElementsAre(first)) << second;
+        EXPECT_THAT(setPathsCollect({first, sets}).documents, ElementsAre(first));
+        EXPECT_EQ(sPathKey(first), sPathKey(path));
+    }
+    EXPECT_THAT(setPathsCollect({sets}).documents, ElementsAre(path));
+    EXPECT_THAT(setPathsCollect({sets, sets + "/."}).documents, ElementsAre(path));
+    EXPECT_THAT(setPathsCollect({sets, sets + "/."}).problems, IsEmpty());
+}
+
+TEST(SetPaths, HardLinksAndMissingFilesAreFilesOfTheirOwn) {
+    const TemporaryFolder folder;
+    const auto path = folder.sWrite("a.xml", "");
+    const auto other = folder.sPath("b.xml");
+    std::filesystem::create_hard_link(path, other);
+    EXPECT_THAT(setPathsCollect({other, path}).documents, ElementsAre(path, other));
+    EXPECT_THAT(setPathsCollect({folder.sPath("none"), folder.sPath("./none")}).documents,
+                ElementsAre(folder.sPath("none")));
+    EXPECT_NE(sPathKey("none"), sPathKey("other"));
+}
+
 TEST(SetPaths, OrderIsThatOfThePathsNotOfTheArguments) {
     EXPECT_THAT(setPathsCollect({"b/2", "a/3", "b/1", "a.xml"}).documents,
                 ElementsAre("a.xml", "a/3", "b/1", "b/2"));

@@ -86,7 +86,9 @@ TEST(FindingsTest, ADocumentThatCannotBeReadHasOne) {
     };
     for (const auto& [text, line] : {
              Row{"", "0:0+0 error R041 the file is empty"},
-             Row{"<PropertySetDef>\n<Name></PropertySetDef>", "2:9+0 error R044 mismatched tag"},
+             Row{"<PropertySetDef>\n<Name></PropertySetDef>",
+                 "2:9+14 error R044 the end tag is that of \"PropertySetDef\", where \"Name\" is "
+                 "open | \"Name\" begins here @2:2 | the XML parser says: mismatched tag"},
          })
         EXPECT_THAT(findingLines(text), ElementsAre(std::string(line)));
     EXPECT_EQ(exampleFindings("<Other/>")[0].code, "S014");

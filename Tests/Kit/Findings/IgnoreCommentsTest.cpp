@@ -81,6 +81,21 @@ TEST(IgnoreComments, RuleThatIsNotLookedForIsNoUnusedOne) {
     EXPECT_THAT(comments.unusedFindings([](std::string_view) { return false; }), IsEmpty());
 }
 
+TEST(IgnoreComments, CommentWithoutCodesIsANote) {
+    for (const std::string codes : {"", " ", " , "}) {
+        const auto comments = ignores("<A>\n  <!-- kivifc: ignore" + codes + "--><B/></A>");
+        EXPECT_FALSE(comments.isEmpty()) << codes;
+        const auto empty = comments.unusedFindings([](std::string_view) { return false; });
+        ASSERT_THAT(empty, SizeIs(1)) << codes;
+        EXPECT_EQ(empty[0].code, "K002");
+        EXPECT_EQ(empty[0].severity, Severity::Note);
+        EXPECT_EQ(empty[0].message, "the comment ignores nothing: it names no code");
+        EXPECT_EQ(empty[0].place.position.line, 2U);
+        EXPECT_EQ(empty[0].place.position.column, 3U);
+    }
+    EXPECT_TRUE(ignores("<A><!-- kivifc: ignored --></A>").isEmpty());
+}
+
 TEST(IgnoreComments, UnknownCodeAndMissingElementAreSaid) {
     const auto unknown = ignores("<!-- kivifc: ignore QQQ --><A/>").unusedFindings();
     ASSERT_THAT(unknown, SizeIs(1));

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -31,6 +32,7 @@ const std::vector<Arguments> Jobs{
     {"schema", "Broken.exp", "--assertions"},
     {"check", "Building.exp", "BrokenSets/Broken_UnknownNodes.xml", "--report", "OUT/report.txt"},
     {"check", "Building.exp", "Sets", "--json"},
+    {"check", "Building.exp", "BrokenSets/Broken_UnknownNodes.xml", "--format", "json"},
     {"type", "Building.exp", "Sets", "Pset_BldWall.Mark"},
     {"entity", "Building.exp", "Sets", "BldWall", "--json"},
     {"export", "Building.exp", "Sets", "--out", "OUT/sets"},
@@ -99,6 +101,10 @@ void vExpectDoneOrTold(const Written& whole, const Written& written) {
         return;
     }
     EXPECT_EQ(written.run.status, 2);
+    if (whole.run.out.find("kivifc-check/1") != std::string::npos) {
+        EXPECT_TRUE(nlohmann::json::accept(written.run.out)) << written.run.out;
+        return;
+    }
     const auto lines = linesOf(written.run.err);
     EXPECT_THAT(lines, Each(StartsWith("kivifc: ")));
     const bool isFinding = written.run.out.find(": error: not enough memory [") != std::string::npos;

@@ -4,6 +4,7 @@
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Commands/Options.h"
 #include "kivifc/Documents/SetPaths.h"
+#include "kivifc/Findings/FindingWriter.h"
 
 #include <memory>
 #include <string>
@@ -43,7 +44,11 @@ public:
 
     void vRun(Console& console) override {
         console.output.vClosedPipeAllow();
-        if (!options_.boComplete(console.diagnostics))
+        const bool isComplete = options_.boComplete(console.diagnostics);
+        // Only now, as kivifc.toml may ask for it.
+        if (options_.format == "json" && !options_.isListing())
+            vJsonFindingsExpect();
+        if (!isComplete)
             return vFailureShow(console);
         const auto schema = schemaFileRead(options_.schemaPath, console.diagnostics);
         if (!schema)

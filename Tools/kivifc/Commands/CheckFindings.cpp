@@ -1,7 +1,10 @@
 #include "kivifc/Commands/CheckFindings.h"
 
+#include "kiv/Kit/Documents/SetPaths.h"
+#include "kiv/Kit/Names/SchemaRelease.h"
 #include "kivifc/Commands/CheckFixes.h"
 #include "kivifc/Documents/ReportFile.h"
+#include "kivifc/Documents/SetDocument.h"
 #include "kivifc/Documents/SetPaths.h"
 #include "kivifc/Findings/Baseline.h"
 #include "kivifc/Findings/CheckRun.h"
@@ -13,9 +16,11 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <thread>
 #include <unistd.h>
+#include <unordered_map>
 #include <utility>
 
 namespace kiv::kivifc {
@@ -58,16 +63,21 @@ std::size_t threadsFor(const CheckOptions& options, std::size_t documents) {
     return documents < DocumentsForThreads ? 1 : std::max(std::thread::hardware_concurrency(), 1U);
 }
 
-/// Each document once, with its contexts.
+/// Each document once, by the first path that leads to it, with its contexts.
 std::vector<CheckedPath> documentsOf(const std::vector<ContextPaths>& contexts, Diagnostics& diagnostics) {
-    std::map<std::string, std::vector<std::string>> documents;
-    for (const auto& context : contexts) {
-        for (const auto& path : setPathsCollect(context.paths, diagnostics))
-            documents[path].push_back(context.context.name);
-    }
     std::vector<CheckedPath> list;
-    for (auto& [path, names] : documents)
-        list.push_back({path, std::move(names)});
+    std::unordered_map<std::string, std::size_t> known;
+    for (const auto& context : contexts) {
+        for (const auto& path : setPathsCollect(context.paths, diagnostics)) {
+            // There may be a file of that name, which is not meant.
+            const auto key = path == StandardInputPath ? path : kit::sPathKey(path);
+            const auto [place, isNew] = known.emplace(key, list.size());
+            if (isNew)
+                list.push_back({path, {}});
+            list[place->second].contexts.push_back(context.context.name);
+        }
+    }
+    std::ranges::sort(list, {}, &CheckedPath::path);
     return list;
 }
 
@@ -81,9 +91,17 @@ std::vector<SchemaFile> otherSchemas(const CheckOptions& options, Diagnostics& d
     return schemas;
 }
 
+/// What the user says, or else the one release that the schema can be; empty when it can be several or none.
+std::string sReleaseOf(const SchemaFile& schema, const CheckOptions& options) {
+    if (!options.release.empty())
+        return options.release;
+    const auto releases = kit::getReleasesOf(*schema.schema);
+    return releases.size() == 1 ? std::string(releases.front()->name) : std::string();
+}
+
 kit::SetCheckContext checkContext(const SchemaFile& schema, const std::vector<SchemaFile>& others,
                                   const CheckOptions& options) {
-    kit::SetCheckContext context{*schema.schema, {}, {}, options.isVerbose};
+    kit::SetCheckContext context{*schema.schema, {}, sReleaseOf(schema, options), options.isVerbose};
     for (const auto& other : others)
         context.others.push_back({std::string(other.schema->getName()), *other.schema});
     return context;
@@ -109,10 +127,14 @@ public:
         schema_(schema), options_(options), console_(console) {}
 
     void vRun(const std::vector<ContextPaths>& contexts) {
+        if (!boBaselineRead())
+            return vFindingsFailureShow(options_, console_);
         const auto others = otherSchemas(options_, console_.diagnostics);
         vDocumentsCheck(contexts, others);
         vReportWrite();
         vBaselineApply();
+        if (options_.isFix || options_.isDiff)
+            vUnmendableNote(checked_.findings, checked_.unmendable, console_);
         if (options_.isDiff)
             return vDiffShow();
         if (options_.isFix)
@@ -122,6 +144,17 @@ public:
     }
 
 private:
+    /// First of all: without what is known, everything that is known would be shown as new.
+    bool boBaselineRead() {
+        if (options_.baselinePath.empty())
+            return true;
+        std::string failure;
+        baseline_ = baselineRead(options_.baselinePath, failure);
+        if (!baseline_)
+            console_.diagnostics.vFail(options_.baselinePath, failure);
+        return baseline_.has_value();
+    }
+
     void vDocumentsCheck(const std::vector<ContextPaths>& contexts, const std::vector<SchemaFile>& others) {
         CheckRequest request(schema_, checkContext(schema_, others, options_));
         request.documents = documentsOf(contexts, console_.diagnostics);
@@ -149,14 +182,8 @@ private:
             if (!failure.empty())
                 console_.diagnostics.vFail(options_.writtenBaselinePath, failure);
         }
-        if (options_.baselinePath.empty())
-            return;
-        std::string failure;
-        auto baseline = baselineRead(options_.baselinePath, failure);
-        if (baseline)
-            result_.counts.hidden = baselineHide(checked_.findings, *baseline, result_.fixed);
-        else
-            console_.diagnostics.vFail(options_.baselinePath, failure);
+        if (baseline_)
+            result_.counts.hidden = baselineHide(checked_.findings, *baseline_, result_.fixed);
     }
 
     void vDiffShow() {
@@ -207,6 +234,7 @@ private:
     const CheckOptions& options_;
     Console& console_;
     SourceLines sources_;
+    std::optional<Baseline> baseline_;
     CheckedDocuments checked_;
     CheckResult result_;
 };
@@ -219,7 +247,7 @@ void vCheckFindings(const SchemaFile& schema, const std::vector<ContextPaths>& c
 }
 
 void vFindingsFailureShow(const CheckOptions& options, Console& console) {
-    if (options.format == "text" || options.format == "github")
+    if (options.format == "text" || options.isListing())
         return;
     SourceLines sources;
     CheckResult result;

@@ -76,6 +76,17 @@ void vFindingsMend(std::vector<kit::Finding>& findings, const std::map<std::stri
     findings = std::move(left);
 }
 
+void vUnmendableNote(const std::vector<kit::Finding>& findings, const std::set<std::string>& unmendable,
+                     Console& console) {
+    for (std::size_t begin = 0; begin < findings.size();) {
+        const auto file = ofOneFile(findings, begin);
+        begin += file.size();
+        const auto& path = file.front().place.path;
+        if (unmendable.contains(path))
+            console.diagnostics.vNote(path, "is not UTF-8, so nothing in it is mended");
+    }
+}
+
 bool boDiffWrite(const std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts,
                  Output& output) {
     bool isAny = false;

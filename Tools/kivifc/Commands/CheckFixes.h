@@ -11,6 +11,7 @@
 #include "kivifc/Program/Program.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,10 @@ namespace kiv::kivifc {
 /// is not mended stays byte for byte. Findings that are mended are removed.
 void vFindingsMend(std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts,
                    Console& console);
+
+/// Says of documents that have findings and cannot be mended why that is so.
+void vUnmendableNote(const std::vector<kit::Finding>& findings, const std::set<std::string>& unmendable,
+                     Console& console);
 
 /// Whether there is anything to mend.
 bool boDiffWrite(const std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts,

@@ -1,6 +1,7 @@
 #include "kivifc/Commands/CheckOptions.h"
 
 #include "kiv/Kit/Names/NearestName.h"
+#include "kiv/Kit/Names/SchemaRelease.h"
 #include "kivifc/Program/AsciiText.h"
 
 #include <CLI/CLI.hpp>
@@ -52,10 +53,26 @@ std::string sSeverityFailure(std::string& value) {
     return failure;
 }
 
+/// Editions that only their family is known of are releases too.
+std::string sReleaseFailure(std::string& name) {
+    const bool isKnown = kit::compareReleases(name, name) != kit::ReleaseMatch::Unknown;
+    return isKnown ? "" : fmt::format("no release of IFC is named \"{}\"", name);
+}
+
 bool isSchemaName(std::string_view path) {
     constexpr std::string_view Extension = ".exp";
     return path.size() > Extension.size() &&
            ascii::isEqualIgnoringCase(path.substr(path.size() - Extension.size()), Extension);
+}
+
+/// Why the entry names no path that it should name; empty when it does.
+std::string sPathFailure(const ProjectEntry& entry, bool isPath) {
+    const bool isList = entry.key == "sets" || entry.key == "also" || entry.section == "contexts";
+    const bool isMissing = entry.values.empty() && !isList;
+    const bool isEmpty = std::ranges::any_of(entry.values, &std::string::empty);
+    if ((isPath || entry.section == "contexts") && (isMissing || isEmpty))
+        return fmt::format("\"{}\" is empty, where a path is expected", entry.key);
+    return {};
 }
 
 std::string sUnknownKey(const CLI::App& app, std::string_view key) {
@@ -99,6 +116,10 @@ void CheckOptions::vInputAdd(CLI::App& app) {
                    "A schema of another release, to say which one knows what this one does not")
         ->allow_extra_args(false)
         ->type_name("FILE");
+    app.add_option("--release", release,
+                   "The release of the schema, IFC4_ADD2 for example; by default what its entities show")
+        ->type_name("NAME")
+        ->check(CLI::Validator(sReleaseFailure, "", "release"));
     app.add_option("--config-file", projectPath_, "Read the options from this file instead of kivifc.toml")
         ->type_name("FILE");
     app.add_option("--stdin-filename", standardInputName, "What to call standard input")->type_name("NAME");
@@ -223,6 +244,8 @@ std::string CheckOptions::sEntryTake(const ProjectFile& project, const ProjectEn
     std::vector<std::string> values = entry.values;
     const bool isPath =
         entry.section.empty() && (isAmong(InputKeys, entry.key) || isAmong(PathKeys, entry.key));
+    if (const auto failure = sPathFailure(entry, isPath); !failure.empty())
+        return failure;
     if (isPath || entry.section == "contexts")
         std::ranges::transform(values, values.begin(), [&](auto& value) { return project.sPath(value); });
     if (entry.section == "contexts") {
@@ -237,7 +260,7 @@ std::string CheckOptions::sEntryTake(const ProjectFile& project, const ProjectEn
     }
     if (!entry.section.empty())
         return fmt::format("no section is named \"{}\"; there are contexts and severity", entry.section);
-    if (entry.key == "schema" && !values.empty())
+    if (entry.key == "schema")
         projectSchema_ = values.front();
     else if (entry.key == "sets")
         projectPaths_.insert(projectPaths_.begin(), values.begin(), values.end());

@@ -46,6 +46,8 @@ public:
     /// Set documents and folders, and NAME=PATH.
     std::vector<std::string> paths;
     std::vector<std::string> otherSchemas;
+    /// The release of the schema; empty for what the schema shows.
+    std::string release;
     std::string format = "text";
     std::string reportPath;
     std::string colour = "auto";

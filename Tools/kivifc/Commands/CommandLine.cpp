@@ -1,5 +1,7 @@
 #include "kivifc/Commands/CommandLine.h"
 
+#include "kivifc/Commands/CheckFindings.h"
+#include "kivifc/Commands/CheckOptions.h"
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Findings/FindingWriter.h"
@@ -7,11 +9,13 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <fmt/format.h>
 #include <new>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace kiv::kivifc {
@@ -35,16 +39,6 @@ void vLimitsAdd(CLI::App& app) {
         option->group("Limits")->type_name(limit.isSize ? "SIZE" : "NUMBER");
         if (limit.isSize)
             option->transform(CLI::AsSizeValue(false).description(""));
-    }
-}
-
-void vRun(Command& command, Console& console) {
-    try {
-        command.vRun(console);
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& error) {
-        console.diagnostics.vFail("this job", error.what());
     }
 }
 
@@ -111,27 +105,44 @@ std::vector<ParsedCommand> commandsAdd(CLI::App& app, IsAsked isAsked) {
     return commands;
 }
 
-/// Whether findings are to be a JSON document; the last argument is the first one here.
-bool isJsonAsked(const std::vector<std::string>& arguments) {
-    const auto isAsked = [](const std::string& value, const std::string& name) {
-        return name == "--format" && value == "json";
-    };
-    return std::ranges::adjacent_find(arguments, isAsked) != arguments.end() ||
-           std::ranges::find(arguments, "--format=json") != arguments.end();
+/// The format in which the arguments ask for findings; empty for none. Needs no memory.
+std::string_view askedFormat(int argc, char** argv) {
+    constexpr std::string_view Option = "--format";
+    for (int index = 1; index < argc; ++index) {
+        const std::string_view argument = argv[index];
+        if (argument == Option && index + 1 < argc)
+            return argv[index + 1];
+        if (argument.starts_with(Option) && argument.substr(Option.size()).starts_with('='))
+            return argument.substr(Option.size() + 1);
+    }
+    return {};
 }
 
 /// Programs get their document even when nothing could be done.
-void vFailureDocumentWrite(Console& console) {
-    CheckResult result;
-    result.failures = console.diagnostics.getFailures();
-    const auto writer = pJsonFindings(console.output);
-    writer->vBegin({}, result);
-    writer->vEnd(result);
+void vFailureDocumentWrite(std::string_view format, Console& console) {
+    constexpr std::array<std::string_view, 4> Formats{"json", "sarif", "github", "junit"};
+    if (std::ranges::find(Formats, format) == Formats.end())
+        return;
+    CheckOptions options;
+    options.format = format;
+    vFindingsFailureShow(options, console);
 }
 
-void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
+void vRun(Command& command, std::string_view format, Console& console) {
+    try {
+        command.vRun(console);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        console.diagnostics.vFail("this job", error.what());
+        // It is written whole or not at all; of the others there may be a part.
+        if (format == "json")
+            vFailureDocumentWrite(format, console);
+    }
+}
+
+void vParseAndRun(std::vector<std::string>&& arguments, std::string_view format, Console& console) {
     CLI::App app;
-    const bool isJson = isJsonAsked(arguments);
     // A command that is not among the arguments is not run, whatever else they are.
     const auto commands = commandsAdd(
         app, [&](const char* name) { return std::ranges::find(arguments, name) != arguments.end(); });
@@ -146,14 +157,12 @@ void vParseAndRun(std::vector<std::string>&& arguments, Console& console) {
         std::string reason = error.what();
         std::erase(reason, PlainMark);
         console.diagnostics.vFail("command line", fmt::format("{}; see kivifc --help", reason));
-        if (isJson)
-            vFailureDocumentWrite(console);
-        return;
+        return vFailureDocumentWrite(format, console);
     }
     const auto chosen = std::ranges::find_if(commands, [](auto& each) { return each.parser->parsed(); });
     if (chosen == commands.end())
         return console.diagnostics.vFail("command line", "a command is missing; see kivifc --help");
-    vRun(*chosen->command, console);
+    vRun(*chosen->command, format, console);
 }
 
 } // namespace
@@ -163,7 +172,10 @@ std::vector<ParsedCommand> commandLineSetUp(CLI::App& app) {
 }
 
 ExitStatus commandLineRun(int argc, char** argv) {
-    return programRun([&](Console& console) { vParseAndRun(argumentsOf(argc, argv), console); });
+    const auto format = askedFormat(argc, argv);
+    if (format == "json")
+        vJsonFindingsExpect();
+    return programRun([&](Console& console) { vParseAndRun(argumentsOf(argc, argv), format, console); });
 }
 
 } // namespace kiv::kivifc

@@ -206,6 +206,11 @@ Descriptor folderOpen(const fs::path& top, const fs::path& inner, std::string& f
 }
 
 std::string sFileReplace(const Descriptor& folder, const std::string& name, const std::string& text) {
+    return sFileReplace(folder, name, [&text](Output& output) { output.vWrite(text); });
+}
+
+std::string sFileReplace(const Descriptor& folder, const std::string& name,
+                         const ContentWriter& vContentWrite) {
     const auto former = statusOf(folder.getNumber(), name.c_str());
     const bool isReplaced = former && S_ISREG(former->st_mode);
     errno = 0;
@@ -215,7 +220,7 @@ std::string sFileReplace(const Descriptor& folder, const std::string& name, cons
     if (!stream)
         return sSystemReason();
     Output output(stream);
-    output.vWrite(text);
+    vContentWrite(output);
     if (auto failure = output.sFinish(); !failure.empty())
         return failure;
     if (isReplaced)
@@ -225,12 +230,16 @@ std::string sFileReplace(const Descriptor& folder, const std::string& name, cons
 }
 
 std::string sFileReplace(const fs::path& path, const std::string& text) {
+    return sFileReplace(path, [&text](Output& output) { output.vWrite(text); });
+}
+
+std::string sFileReplace(const fs::path& path, const ContentWriter& vContentWrite) {
     const auto parent = path.parent_path();
     const Descriptor folder(open(parent.empty() ? "." : parent.c_str(), FolderFlags));
     if (!folder.isOpen())
         return sSystemReason();
     vLeftoversRemove(folder);
-    return sFileReplace(folder, path.filename().native(), text);
+    return sFileReplace(folder, path.filename().native(), vContentWrite);
 }
 
 void vLeftoversRemove(const Descriptor& folder) {

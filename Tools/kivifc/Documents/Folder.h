@@ -10,7 +10,10 @@
 /// Errors:    the reason in words, and an empty text where there is none.
 #pragma once
 
+#include "kivifc/Program/Output.h"
+
 #include <filesystem>
+#include <functional>
 #include <string>
 
 namespace kiv::kivifc {
@@ -43,13 +46,19 @@ std::string sSystemReason();
 Descriptor folderOpen(const std::filesystem::path& top, const std::filesystem::path& inner,
                       std::string& failure);
 
+/// Writes what a file is to hold.
+using ContentWriter = std::function<void(Output&)>;
+
 /// Writes a file under another name first, in the same folder, and then gives it its own: it is there whole
 /// or, as whatever was there before, not at all, whatever ends the program. A file that is replaced hands its
 /// mode on, and its owner and group where the system permits that; a link is replaced itself.
 std::string sFileReplace(const Descriptor& folder, const std::string& name, const std::string& text);
+std::string sFileReplace(const Descriptor& folder, const std::string& name,
+                         const ContentWriter& vContentWrite);
 
 /// The same by path, in a folder that is there; it is rid of leftovers first.
 std::string sFileReplace(const std::filesystem::path& path, const std::string& text);
+std::string sFileReplace(const std::filesystem::path& path, const ContentWriter& vContentWrite);
 
 /// Removes the unfinished files that programs left there which were killed. Those of programs that still run
 /// stay, and so does every file that is not surely one: it has the name of one, with its checksum, is a file

@@ -21,8 +21,10 @@ void vReasonNote(const kit::SchemaFile& file, Diagnostics& diagnostics) {
     if (begin.empty())
         return;
     for (const auto& finding : kit::schemaFindingsOf(nullptr, {}, begin, file.path)) {
+        const auto& position = finding.place.position;
         for (const auto& note : finding.notes)
-            diagnostics.vNote(file.path, fmt::format("{}; {}", finding.message, note.message));
+            diagnostics.vNote(fmt::format("{}:{}:{}", file.path, position.line, position.column),
+                              fmt::format("[{}] {}; {}", finding.code, finding.message, note.message));
     }
 }
 

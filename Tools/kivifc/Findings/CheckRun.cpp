@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <future>
 #include <iterator>
 #include <string_view>
 #include <system_error>
@@ -52,6 +53,10 @@ Checked documentCheck(const CheckRequest& request, const CheckedPath& path) {
     return checked;
 }
 
+std::vector<Finding> schemaFindingsOf(const SchemaFile& schema) {
+    return kit::schemaFindingsOf(schema.schema.get(), schema.assertions, schema.text, schema.path);
+}
+
 bool isBefore(const Finding& left, const Finding& right) {
     return std::tie(left.place.path, left.place.position.line, left.place.position.column, left.code) <
            std::tie(right.place.path, right.place.position.line, right.place.position.column, right.code);
@@ -78,10 +83,8 @@ public:
             request_.onProgress(all_.paths.size());
     }
 
-    CheckedDocuments takeAll() {
-        const auto& schema = request_.schema;
-        vFindingsTake(
-            kit::schemaFindingsOf(schema.schema.get(), schema.assertions, schema.text, schema.path));
+    CheckedDocuments takeAll(std::vector<Finding>&& schemaFindings) {
+        vFindingsTake(std::move(schemaFindings));
         vFindingsTake(across_.getFindings());
         const auto isLookedFor = [&](std::string_view code) { return isSelected(request_.selection, code); };
         for (const auto& [path, ignores] : ignores_)
@@ -114,6 +117,10 @@ private:
         const auto hasEdits = [](const Finding& finding) { return !finding.edits.empty(); };
         if (request_.keepsTexts && std::ranges::any_of(checked.findings, hasEdits))
             all_.texts.emplace(document.path, document.text);
+        const bool isUtf8 =
+            !document.positions || document.positions->getEncoding() == kit::XmlEncoding::Utf8;
+        if (request_.keepsTexts && !isUtf8)
+            all_.unmendable.insert(document.path);
     }
 
     const CheckRequest& request_;
@@ -127,12 +134,16 @@ private:
 
 CheckedDocuments checkRun(const CheckRequest& request, SourceLines& sources) {
     Taker taker(request, sources);
+    // It takes as long as many documents, so where there are threads it is done beside them.
+    const auto anyPolicy = std::launch::async | std::launch::deferred;
+    auto schemaFindings = std::async(request.threads > 1 ? anyPolicy : std::launch::deferred,
+                                     [&request] { return schemaFindingsOf(request.schema); });
     auto path = request.documents.begin();
     vInOrder(
         request.documents.size(), request.threads,
         [&](std::size_t number) { return documentCheck(request, request.documents[number]); },
         [&](Checked&& checked) { taker.vTake(std::move(checked), *path++); });
-    return taker.takeAll();
+    return taker.takeAll(schemaFindings.get());
 }
 
 } // namespace kiv::kivifc

@@ -20,6 +20,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -61,6 +62,9 @@ struct CheckedDocuments {
     ifc::def::xml::XmlSetsErrors errors;
     /// By path.
     std::map<std::string, std::string> texts;
+    /// The paths of documents that are read and cannot be mended, as they are not UTF-8; known where texts
+    /// are kept.
+    std::set<std::string> unmendable;
 };
 
 /// `sources` gets the texts that cannot be read again.

@@ -72,8 +72,12 @@ struct TextFindingOptions {
 std::unique_ptr<FindingWriter> pTextFindings(Output& output, SourceLines& sources,
                                              const TextFindingOptions& options);
 
-/// One JSON document, as check.schema.json describes it.
+/// One JSON document, as check.schema.json describes it; written at its end, whole.
 std::unique_ptr<FindingWriter> pJsonFindings(Output& output);
+
+/// From now on, and until such a document is written, a lack of memory that ends the program leaves one that
+/// says so.
+void vJsonFindingsExpect() noexcept;
 
 /// SARIF 2.1.0. The lines of the sources give the places of edits.
 std::unique_ptr<FindingWriter> pSarifFindings(Output& output, SourceLines& sources);

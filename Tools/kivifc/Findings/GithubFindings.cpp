@@ -1,6 +1,7 @@
 #include "kivifc/Findings/FindingWriter.h"
 
 #include "kiv/Kit/Findings/Rule.h"
+#include "kivifc/Program/CodePoints.h"
 
 #include <fmt/format.h>
 #include <iterator>
@@ -22,12 +23,27 @@ std::string sEscapedFor(std::string_view text, std::string_view special) {
     return escaped;
 }
 
+/// What would show the line in another order, or end it for whom looks at it, is escaped; ends of lines have
+/// an escape of their own here.
+std::string sVisible(std::string_view text) {
+    std::string visible;
+    while (!text.empty()) {
+        const auto point = codePointTake(text);
+        const bool isLineEnd = point.value == '\r' || point.value == '\n';
+        if (isUnsafe(point) && !isLineEnd)
+            visible += sEscaped(point);
+        else
+            visible += point.bytes;
+    }
+    return visible;
+}
+
 std::string sData(std::string_view text) {
-    return sEscapedFor(text, "%\r\n");
+    return sEscapedFor(sVisible(text), "%\r\n");
 }
 
 std::string sProperty(std::string_view text) {
-    return sEscapedFor(text, "%\r\n:,");
+    return sEscapedFor(sVisible(text), "%\r\n:,");
 }
 
 std::string_view commandOf(kit::Severity severity) {
@@ -67,9 +83,13 @@ public:
     }
 
     void vEnd(const CheckResult& result) override {
+        for (const auto& [subject, reason] : result.failures)
+            output_.vWrite(fmt::format("::error::{}: {}\n", sData(subject), sData(reason)));
         for (const auto& [code, count] : result.omitted)
             output_.vWrite(fmt::format("::notice::... and {} more [{}]\n", count, code));
-        output_.vWrite(sSummary(result.counts) + '\n');
+        // Where not even a document was looked at, there is nothing to sum up.
+        if (result.failures.empty() || result.counts.documentsChecked != 0)
+            output_.vWrite(sSummary(result.counts) + '\n');
     }
 
 private:

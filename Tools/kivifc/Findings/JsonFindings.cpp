@@ -3,7 +3,10 @@
 #include "kivifc/Json/JsonWriter.h"
 
 #include "kiv/Kit/Findings/Rule.h"
+#include "kivifc/Program/Program.h"
 
+#include <deque>
+#include <string>
 #include <utility>
 
 // Findings as one JSON document.
@@ -74,7 +77,7 @@ Json summaryJson(const FindingCounts& counts) {
 class JsonFindings final : public FindingWriter {
 public:
     explicit JsonFindings(Output& output) :
-        writer_([&output](std::string_view text) { output.vWrite(text); }) {}
+        output_(output), writer_([this](std::string_view text) { blocks_.emplace_back(text); }) {}
 
     void vBegin(const std::vector<kit::Finding>&, const CheckResult& result) override {
         writer_.vObjectBegin();
@@ -100,6 +103,9 @@ public:
         vJsonWrite(summaryJson(result.counts), writer_);
         writer_.vObjectEnd();
         writer_.vEnd();
+        vLastWordsSet({});
+        for (const auto& block : blocks_)
+            output_.vWrite(block);
     }
 
 private:
@@ -119,10 +125,37 @@ private:
         writer_.vArrayEnd();
     }
 
+    Output& output_;
+    // All of it is made before any of it is written, so that a document is never half there.
+    std::deque<std::string> blocks_;
     JsonWriter writer_;
 };
 
+constexpr std::string_view MemoryFailure =
+    R"({
+  "format": "kivifc-check/1",
+  "schema": null,
+  "findings": [],
+  "omitted": {},
+  "fixed": [],
+  "failures": [{"subject": "this job", "reason": "not enough memory"}],
+  "summary": {
+    "errors": 0,
+    "warnings": 0,
+    "notes": 0,
+    "documents": 0,
+    "documentsWithFindings": 0,
+    "documentsUnreadable": 0,
+    "hiddenByBaseline": 0
+  }
+}
+)";
+
 } // namespace
+
+void vJsonFindingsExpect() noexcept {
+    vLastWordsSet(MemoryFailure);
+}
 
 std::unique_ptr<FindingWriter> pJsonFindings(Output& output) {
     return std::make_unique<JsonFindings>(output);

@@ -71,8 +71,10 @@ Json relatedJson(const kit::Finding& finding) {
 }
 
 std::string sHelp(const kit::Rule& rule) {
-    return fmt::format("{}\n\n{}\n\nWrong:\n\n{}\n\nRight:\n\n{}\n", rule.summary, rule.explanation,
-                       rule.wrong.text, rule.right.text);
+    auto text = fmt::format("{}\n\n{}\n", rule.summary, rule.explanation);
+    if (!rule.wrong.text.empty())
+        text += fmt::format("\nWrong:\n\n{}\n\nRight:\n\n{}\n", rule.wrong.text, rule.right.text);
+    return text;
 }
 
 Json ruleJson(std::string_view code) {

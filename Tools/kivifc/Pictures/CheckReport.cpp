@@ -4,8 +4,10 @@
 #include "kivifc/Json/SetJson.h"
 #include "kivifc/Pictures/TextTable.h"
 #include "kivifc/Program/OneLine.h"
+#include "kivifc/Program/OutputStream.h"
 
 #include <fmt/format.h>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -77,7 +79,9 @@ public:
     void vDocumentAdd(const SetDocument&) override {}
 
     void vEnd(std::chrono::nanoseconds) override {
-        context_.console.output.vWrite(context_.errors.getFormattedErrors());
+        OutputBuffer buffer(context_.console.output);
+        std::ostream stream(&buffer);
+        context_.errors.vFormattedErrorsWrite(stream);
     }
 
 private:

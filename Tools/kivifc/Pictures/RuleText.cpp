@@ -101,11 +101,23 @@ std::string sFenced(std::string_view language, std::string_view text) {
     return fmt::format("```{}\n{}{}```\n", language, text, text.ends_with('\n') ? "" : "\n");
 }
 
+/// What looks like a tag or a comment would not be shown.
+std::string sMarkdown(std::string_view text) {
+    std::string escaped;
+    for (const char letter : text)
+        escaped += letter == '<' ? "&lt;" : std::string(1, letter);
+    return escaped;
+}
+
 std::string sRuleSection(const kit::Rule& rule) {
-    return fmt::format("\n### {} {}\n\n{}: {}\n\n{}\n\nWrong:\n\n{}\nRight:\n\n{}", rule.code, rule.name,
-                       severityName(rule.severity), rule.summary, rule.explanation,
-                       sFenced(languageOf(rule), rule.wrong.text),
-                       sFenced(languageOf(rule), rule.right.text));
+    auto text =
+        fmt::format("\n### {} {}\n\n{}: {}\n\n{}\n", rule.code, rule.name, severityName(rule.severity),
+                    sMarkdown(rule.summary), sMarkdown(rule.explanation));
+    if (!rule.wrong.text.empty())
+        text += fmt::format("\nWrong:\n\n{}", sFenced(languageOf(rule), rule.wrong.text));
+    if (!rule.right.text.empty())
+        text += fmt::format("\nRight:\n\n{}", sFenced(languageOf(rule), rule.right.text));
+    return text;
 }
 
 } // namespace
@@ -134,7 +146,7 @@ std::string sRulePage(std::span<const kit::Rule> rules) {
                        "| --- | --- | --- | --- |\n";
     for (const auto& rule : rules)
         text += fmt::format("| [{0}](#{2}-{3}) | {1} | {3} | {4} |\n", rule.code, severityName(rule.severity),
-                            ascii::sLowerCase(rule.code), rule.name, rule.summary);
+                            ascii::sLowerCase(rule.code), rule.name, sMarkdown(rule.summary));
     std::string_view family;
     for (const auto& rule : rules) {
         if (familyOf(rule.code) != family)

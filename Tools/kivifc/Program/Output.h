@@ -35,6 +35,9 @@ public:
     /// be written; empty when all of it could.
     std::string sFinish();
 
+    /// Whether something could not be written, so that nothing is any more.
+    bool isFailed() const { return !failure_.empty(); }
+
     /// Whether the reader of the pipe has gone, where that is allowed; what was written is not whole then,
     /// and nothing needs to be said.
     bool isPipeClosed() const { return isPipeClosed_ && isClosedPipeAllowed_; }

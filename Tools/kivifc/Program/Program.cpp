@@ -26,14 +26,19 @@ ExitStatus jobRun(const std::function<void(Console&)>& job) {
     return diagnostics.getStatus();
 }
 
+std::string_view lastWords;
+
 /// Without any memory, as there is none.
 ExitStatus memoryFailureReport() {
+    std::fwrite(lastWords.data(), 1, lastWords.size(), stdout);
+    std::fflush(stdout);
+    lastWords = {};
     std::fputs("kivifc: this job: not enough memory\n", stderr);
     return ExitStatus::Failed;
 }
 
-/// Whether an allocation ever failed, on whatever thread. A stream does not say so, and the text that it holds
-/// is then cut short.
+/// Whether an allocation ever failed, on whatever thread. A stream does not say so, and the text that it
+/// holds is then cut short.
 std::atomic<bool> wasMemoryShort = false;
 
 void onMemoryShort() {
@@ -61,6 +66,10 @@ std::terminate_handler onOtherEnd = nullptr;
 }
 
 } // namespace
+
+void vLastWordsSet(std::string_view text) noexcept {
+    lastWords = text;
+}
 
 ExitStatus programRun(const std::function<void(Console&)>& job) {
     // When the reader of a pipe ends, the next write fails and is reported; the signal would end us silently.

@@ -17,6 +17,7 @@
 #include "kivifc/Program/Output.h"
 
 #include <functional>
+#include <string_view>
 
 namespace kiv::kivifc {
 
@@ -25,6 +26,10 @@ struct Console {
     Output& output;
     Diagnostics& diagnostics;
 };
+
+/// What standard output gets when a lack of memory ends the program, for those who expect a document there.
+/// The text lives as long as the process; empty for nothing.
+void vLastWordsSet(std::string_view text) noexcept;
 
 /// Runs the job once. Of exceptions it may let out std::bad_alloc only.
 ExitStatus programRun(const std::function<void(Console&)>& job);

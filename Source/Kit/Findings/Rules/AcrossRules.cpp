@@ -242,6 +242,9 @@ void AcrossRun::vSetsFind(Collector& findings) const {
             if (isFirst && !isHidden)
                 continue;
             const auto& other = isHidden ? uses.front() : *first->second;
+            // One document may belong to several contexts.
+            if (documents_[use.spot.document].path == documents_[other.spot.document].path)
+                continue;
             auto& finding =
                 isHidden
                     ? findings.add("X002", use.spot,

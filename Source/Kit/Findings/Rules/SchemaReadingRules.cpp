@@ -1,15 +1,17 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Positions/ExpressScanner.h"
+#include "Kit/Text/FileKind.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-// E001 to E005, E008 and R090: texts in which nothing is found, and declarations that the library does not
-// read.
+// E001 to E005, E008, E009, E019 and R090: texts in which nothing is found, and declarations that the library
+// does not read.
 namespace kiv::kit {
 
 namespace {
@@ -36,6 +38,12 @@ struct NothingReason {
     std::string_view remedy;
 };
 
+/// Empty when the text may be meant as a schema.
+std::string_view otherKindOf(std::string_view text) {
+    const auto kind = fileKindOf(text);
+    return kind == SchemaKind ? std::string_view() : kind;
+}
+
 constexpr std::string_view Capitals = "keywords are found in capitals only";
 
 NothingReason noSchemaReason(const SchemaRun& run) {
@@ -46,6 +54,8 @@ NothingReason noSchemaReason(const SchemaRun& run) {
         return {"its lines end with carriage returns alone", "end them with line feeds"};
     if (run.text.empty())
         return {"the file is empty", {}};
+    if (const auto kind = otherKindOf(run.text); !kind.empty())
+        return {"the file is " + std::string(kind), "a schema is a text file in EXPRESS"};
     if (headers.empty())
         return {"no line has the keyword SCHEMA", {}};
     if (headers.back().keyword.text != "SCHEMA")
@@ -55,7 +65,7 @@ NothingReason noSchemaReason(const SchemaRun& run) {
 
 /// Why a schema has no declarations.
 NothingReason noDeclarationsReason(const SchemaRun& run) {
-    if (run.positions.hasReturnsOnly)
+    if (run.positions.hasReturnsOnly || !otherKindOf(run.text).empty())
         return noSchemaReason(run);
     for (const auto& declared : run.declared) {
         if (isRead(declared.declaration->kind))
@@ -303,6 +313,65 @@ void vLostDeclarationsCheck(SchemaRun& run) {
 void vOpenCommentCheck(SchemaRun& run) {
     if (run.positions.openComment.line > 0)
         run.pOpenComment = &run.add("E008", run.positions.openComment, "nothing closes this comment");
+}
+
+namespace {
+
+bool isBefore(const TextPosition& left, const TextPosition& right) {
+    return std::pair(left.line, left.column) < std::pair(right.line, right.column);
+}
+
+/// The declaration that has this byte in it; null when none has.
+const Declared* pDeclarationAround(const SchemaRun& run, std::size_t offset) {
+    const auto beginOf = [&run](const Declared& one) { return offsetIn(run, one.declaration->text); };
+    const auto after = std::ranges::upper_bound(run.declared, offset, {}, beginOf);
+    if (after == run.declared.begin())
+        return nullptr;
+    const auto& around = *std::prev(after);
+    return offset < beginOf(around) + around.declaration->text.size() ? &around : nullptr;
+}
+
+/// Where the declaration ends that has the statement in it, for what is misread because of that.
+TextPosition endOfMisreading(const SchemaRun& run, const ExpressUnended& unended) {
+    const auto* const declared = pDeclarationAround(run, offsetIn(run, unended.last.text));
+    return declared ? declared->declaration->end.position : unended.next;
+}
+
+} // namespace
+
+void vSemicolonsCheck(SchemaRun& run) {
+    const auto& headers = run.positions.schemas;
+    const auto begin = headers.empty() ? Beginning : headers.back().keyword.position;
+    std::size_t kept = 0;
+    for (const auto& unended : run.positions.unended) {
+        if (isBefore(unended.last.position, begin))
+            continue;
+        const auto* const around = pDeclarationAround(run, offsetIn(run, unended.last.text));
+        // What is not read at all is found as such.
+        if (around && around->isLost())
+            continue;
+        auto& finding =
+            run.add("E009", unended.last.position, "\";\" is missing after " + sNamed(unended.last.text));
+        // Beyond them findings are only counted, and looking for what came of them would take too long.
+        if (++kept <= SchemaRun::maxFindingsPerCode)
+            run.vConsequencesTake(finding, {unended.last.position.line, 1, 0}, endOfMisreading(run, unended));
+    }
+}
+
+void vSchemaEndCheck(SchemaRun& run) {
+    // What is taken for its line may be a comment.
+    if (run.positions.schemas.empty())
+        return;
+    const auto& header = run.positions.schemas.back();
+    if (header.end.text == "END_SCHEMA")
+        return;
+    const auto what = "the end of the schema " + sNamed(header.name.text);
+    auto& finding =
+        header.end.text.empty()
+            ? run.add("E019", header.name.position, what + " is missing: no line has END_SCHEMA")
+            : run.add("E019", header.end.position,
+                      what + " is written " + sNamed(header.end.text) + ", and is found in capitals only");
+    finding.subject = header.name.text;
 }
 
 void vOtherReportsAdd(SchemaRun& run) {

@@ -174,6 +174,24 @@ constexpr Rule SchemaRules[] = {
       "END_ENTITY;\n"
       "END_SCHEMA;\n"}},
 
+    {"E009",
+     "semicolon-missing",
+     Severity::Warning,
+     "A statement does not end with \";\".",
+     "Every declaration, attribute and rule of EXPRESS ends with \";\", and so do the ends of declarations. "
+     "Without it other programs refuse the schema; what comes next may be taken for a part of the statement "
+     "and be lost, which makes the finding an error, and is listed in the notes.",
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      " Height : REAL\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"},
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      " Height : REAL;\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"}},
+
     {"E010",
      "declared-twice",
      Severity::Error,
@@ -378,6 +396,21 @@ constexpr Rule SchemaRules[] = {
       "\tHeight : REAL;\n"
       " WHERE\n"
       "\tTall : Height > 0;\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"}},
+
+    {"E019",
+     "schema-not-ended",
+     Severity::Warning,
+     "The end of the schema is missing.",
+     "END_SCHEMA, in capitals, ends a schema. Without it the rest of the file is read as a part of the "
+     "schema, "
+     "and nothing shows whether the file is whole.",
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      "END_ENTITY;\n"},
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
       "END_ENTITY;\n"
       "END_SCHEMA;\n"}},
 

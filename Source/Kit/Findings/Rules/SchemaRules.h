@@ -29,6 +29,10 @@ void vLostDeclarationsCheck(SchemaRun& run);
 void vLostPartsCheck(SchemaRun& run);
 /// E008: a comment that nothing closes.
 void vOpenCommentCheck(SchemaRun& run);
+/// E019: a schema that END_SCHEMA does not end.
+void vSchemaEndCheck(SchemaRun& run);
+/// E009: statements without ";". What comes of that, E006 and E007, has to be found before.
+void vSemicolonsCheck(SchemaRun& run);
 /// E010: names declared twice.
 void vNamesDeclaredTwiceCheck(SchemaRun& run);
 /// E011 to E017: names that declarations use.

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kiv::kit {
@@ -53,6 +54,62 @@ class SchemaFindingsOf : public testing::TestWithParam<Sample> {};
 TEST_P(SchemaFindingsOf, IsExact) {
     EXPECT_EQ(sDump(findingsOfText(sSchema(GetParam().statements))), GetParam().findings)
         << GetParam().statements;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Semicolons, SchemaFindingsOf,
+    testing::Values(
+        Sample{"TYPE B = REAL\nEND_TYPE;\n", "2:10+4 E009 warning: \";\" is missing after \"REAL\"\n"},
+        Sample{"TYPE B = REAL;\nEND_TYPE\nTYPE C = REAL;\nEND_TYPE;\n",
+               "3:1+8 E009 warning: \";\" is missing after \"END_TYPE\"\n"},
+        Sample{"TYPE B = ENUMERATION OF\n (D\n ,E)\nEND_TYPE;\n",
+               "4:4+1 E009 warning: \";\" is missing after \")\"\n"},
+        Sample{"ENTITY B\n C : REAL;\nEND_ENTITY;\n", "2:8+1 E009 warning: \";\" is missing after \"B\"\n"},
+        Sample{"ENTITY B;\n C : LIST [0:?] OF UNIQUE REAL\n D : REAL;\nEND_ENTITY;\n",
+               "3:27+4 E009 warning: \";\" is missing after \"REAL\"\n"},
+        Sample{"ENTITY B;\n C : REAL;\n UNIQUE\n U : C\nEND_ENTITY;\n",
+               "5:6+1 E009 warning: \";\" is missing after \"C\"\n"},
+        // What comes next is lost because of it, and is no finding of its own.
+        Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE OF (B)\n D : REAL;\nEND_ENTITY;\n",
+               "5:15+1 E009 error: \";\" is missing after \")\"\n"
+               "  5:14+1 the supertype \"B\" of \"C\" is not read\n"},
+        // What is inside of functions is not looked at.
+        Sample{"FUNCTION F : REAL;\n RETURN (1)\nEND_FUNCTION;\n", ""}));
+
+TEST(SchemaFindings, EndOfASchemaIsMissed) {
+    const std::string schema = "SCHEMA A;\nTYPE B = REAL;\nEND_TYPE;\n";
+    EXPECT_EQ(sDump(findingsOfText(schema)),
+              "1:8+1 E019 warning: the end of the schema \"A\" is missing: no line has END_SCHEMA\n");
+    EXPECT_EQ(sDump(findingsOfText(schema + "end_schema;\n")),
+              "4:1+10 E019 warning: the end of the schema \"A\" is written \"end_schema\", and is found in "
+              "capitals only\n");
+    EXPECT_EQ(sDump(findingsOfText(schema + "END_SCHEMA\n")),
+              "4:1+10 E009 warning: \";\" is missing after \"END_SCHEMA\"\n");
+    EXPECT_EQ(sDump(findingsOfText("SCHEMA A\nTYPE B = REAL;\nEND_TYPE;\nEND_SCHEMA;\n")),
+              "1:8+1 E009 warning: \";\" is missing after \"A\"\n");
+    EXPECT_EQ(sDump(findingsOfText(schema + "END_SCHEMA;\n")), "");
+}
+
+TEST(SchemaFindings, OtherKindsOfFilesAreNamed) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"%PDF-1.7\n", "a PDF document"},
+        {"PK\x03\x04zip", "a ZIP archive"},
+        {"\n<!DOCTYPE html><p>", "an HTML page"},
+        {"<html>SCHEMA", "an HTML page"},
+        {"<?xml version='1.0'?><a/>", "an XML document"},
+        {"ISO-10303-21;\nHEADER;\n", "an IFC model"},
+        {"{\"a\": 1}", "a JSON document"},
+    };
+    for (const auto& [text, kind] : rows) {
+        const auto findings = findingsOfText(text);
+        ASSERT_EQ(findings.size(), 1) << text;
+        EXPECT_EQ(findings[0].code, "E001");
+        EXPECT_EQ(findings[0].message, "no schema was found: the file is " + kind);
+        EXPECT_GT(findings[0].place.position.line, 0U);
+    }
+    const auto named = findingsOfText("<html>\nSCHEMA A;\n</html>\n");
+    ASSERT_EQ(named.size(), 1);
+    EXPECT_EQ(named[0].message, "the schema has no declarations: the file is an HTML page");
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -116,7 +116,9 @@ TEST_F(CheckSet, FileThatCannotBeReadFailsWhateverIsChosen) {
         EXPECT_EQ(broken.status, 2) << chosen[0];
         EXPECT_EQ(broken.err, "") << chosen[0];
         EXPECT_THAT(broken.out, StartsWith("Broken.xml:2:")) << chosen[0];
-        EXPECT_THAT(broken.out, HasSubstr(": error: mismatched tag [R044]\n")) << chosen[0];
+        EXPECT_THAT(broken.out,
+                    HasSubstr(": error: the end tag is that of \"Nam\", where \"Name\" is open [R044]\n"))
+            << chosen[0];
     }
 }
 
@@ -162,6 +164,45 @@ TEST_F(CheckSet, BaselineHidesWhatItListsAndSaysWhatIsFixed) {
     const auto fixed = classesRun({"--baseline", "known.json"});
     EXPECT_THAT(fixed.out, StartsWith("fixed since the baseline: Set.xml: "));
     EXPECT_THAT(fixed.out, HasSubstr(" [C001]\nno findings in 1 document\n"));
+}
+
+TEST_F(CheckSet, BadBaselineIsRefusedBeforeAnythingIsShown) {
+    folder_.sWrite("text.json", "no JSON");
+    folder_.sWrite("other.json", R"({"format": "other/1", "findings": []})");
+    folder_.sWrite("half.json", R"({"format": "kivifc-baseline/1", "findings": [{"path": 1}]})");
+    const std::pair<std::string, std::string> rows[] = {
+        {"none.json", "No such file or directory"},
+        {"text.json", "not a baseline: no JSON from byte 2 on"},
+        {"other.json", "its format is not \"kivifc-baseline/1\""},
+        {"half.json", "not a baseline: --write-baseline makes one"},
+    };
+    for (const auto& [name, reason] : rows) {
+        const auto text = classesRun({"--baseline", name, "--report", "report.txt"});
+        EXPECT_EQ(text.status, 2);
+        EXPECT_EQ(text.out, "") << name;
+        EXPECT_EQ(text.err, "kivifc: " + name + ": " + reason + "\n");
+        EXPECT_FALSE(fs::exists(folder_.sPath("report.txt")));
+        EXPECT_EQ(classesRun({"--baseline", name, "--format", "github"}).out,
+                  "::error::" + name + ": " + reason + "\n");
+        EXPECT_EQ(json::parse(classesRun({"--baseline", name, "--format", "json"}).out)["findings"].size(),
+                  0U);
+    }
+}
+
+TEST_F(CheckSet, GithubSaysWhyTheJobFailed) {
+    EXPECT_EQ(run({"None.exp", "Set.xml", "--format", "github"}).out,
+              "::error::None.exp: No such file or directory\n");
+    EXPECT_EQ(
+        run({"Building.exp", "--format=github"}).out,
+        "::error::command line: PATH, a set document or folder, is required; see kivifc check --help\n");
+    EXPECT_THAT(run({"Building.exp", "Set.xml", "--frob", "--format", "github"}).out,
+                StartsWith("::error::command line: "));
+    fs::create_directory(folder_.sPath("Nothing"));
+    const auto half = run({"Building.exp", "Set.xml", "Nothing", "--select", "C001", "--format", "github"});
+    EXPECT_EQ(half.status, 2);
+    EXPECT_THAT(half.out, StartsWith("::error file=Set.xml,line=6,"));
+    EXPECT_THAT(half.out, EndsWith("\n::error::Nothing: no document (*.xml) in this folder\n"
+                                   "1 error in 1 of 1 document\n"));
 }
 
 TEST_F(CheckFindings, OfEachCodeOnlySoManyAreShownAndAllAreCounted) {
@@ -231,6 +272,18 @@ TEST_F(CheckSet, StandardInputHasTheNameThatItIsGiven) {
     EXPECT_THAT(named.out, HasSubstr("\t\t           ^~~~~~\n"));
 }
 
+TEST_F(CheckSet, FileOfTwoPathsIsReadOnce) {
+    fs::create_directory(folder_.sPath("Sets"));
+    fs::create_symlink("../Set.xml", folder_.sPath("Sets/Link.xml"));
+    const auto once = run({"Building.exp", "./Set.xml", "Sets/../Set.xml", "Sets"});
+    EXPECT_THAT(once.out, StartsWith("./Set.xml:6:14: error: "));
+    EXPECT_THAT(once.out, Not(HasSubstr("[X001]")));
+    EXPECT_THAT(once.out, HasSubstr(" in 1 of 1 document\n"));
+    // Its set belongs to both contexts, and does not hide itself.
+    const auto contexts = run({"Building.exp", "Set.xml", "office=Sets", "--select", "X,G"});
+    EXPECT_EQ(contexts.out, "no findings in 1 document\n");
+}
+
 TEST_F(CheckSet, SchemaAndSetsMayBeInTheProjectFile) {
     folder_.sWrite("kivifc.toml", "schema = \"Building.exp\"\nsets = [\"Set.xml\"]\nselect = [\"C001\"]\n");
     const auto bare = run({});
@@ -243,6 +296,27 @@ TEST_F(CheckSet, SchemaAndSetsMayBeInTheProjectFile) {
     // The command line wins.
     EXPECT_THAT(run({"--select", "T"}).out, EndsWith("no findings in 1 document\n"));
     EXPECT_THAT(run({"None.xml"}).out, StartsWith("None.xml: error: No such file or directory [R040]\n"));
+}
+
+/// The schema of the samples shows no release of IFC.
+TEST_F(CheckSet, ReleaseOfTheSchemaMayBeNamed) {
+    folder_.sWrite("Set.xml", "<PropertySetDef><IfcVersion version=\"2x3\"/></PropertySetDef>");
+    const std::vector<std::string> versions{"Building.exp", "Set.xml", "--select", "V", "-q", "--no-context"};
+    const auto versionsRun = [&](const std::string& release) {
+        auto arguments = versions;
+        arguments.insert(arguments.end(), {"--release", release});
+        return run(arguments);
+    };
+    EXPECT_EQ(run(versions).out, "");
+    EXPECT_EQ(versionsRun("IFC2X3_TC1").out, "");
+    EXPECT_THAT(versionsRun("IFC4_ADD2").out, HasSubstr("the document is written for \"2x3\", and is checked "
+                                                        "with IFC4_ADD2 [V001]\n"));
+    folder_.sWrite("kivifc.toml", "release = \"IFC4\"\n");
+    EXPECT_THAT(run(versions).out, HasSubstr("is checked with IFC4 [V001]\n"));
+    EXPECT_EQ(versionsRun("2x3").out, "");
+    const auto unknown = versionsRun("BUILDING1");
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_THAT(unknown.err, HasSubstr("no release of IFC is named \"BUILDING1\""));
 }
 
 TEST_F(CheckSet, SearchForTheProjectFileEndsAtTheRepository) {
@@ -272,6 +346,12 @@ TEST_F(CheckSet, FaultsOfTheProjectFileHaveTheirLine) {
         {"\nignore = [\"Q9\"]\n", "kivifc: kivifc.toml:2: --ignore: no rule has the code \"Q9\""},
         {"format = \"yaml\"\n", "kivifc: kivifc.toml:1: "},
         {"[severities]\nT001 = \"note\"\n", "kivifc: kivifc.toml:2: no section is named \"severities\""},
+        {"sets = \"Set.xml\"\nschema =\n",
+         "kivifc: kivifc.toml:2: \"schema\" is empty, where a path is expected\n"},
+        {"schema = \"\"\n", "kivifc: kivifc.toml:1: \"schema\" is empty, where a path is expected\n"},
+        {"baseline = \"\"\n", "kivifc: kivifc.toml:1: \"baseline\" is empty, where a path is expected\n"},
+        {"[contexts]\noffice = \"\"\n",
+         "kivifc: kivifc.toml:2: \"office\" is empty, where a path is expected\n"},
         {"[severity]\nT001 = \"grave\"\n", "kivifc: kivifc.toml:2: "},
     };
     for (const auto& [text, line] : rows) {
@@ -334,6 +414,19 @@ TEST_F(CheckFindings, DiffShowsWhatFixWouldDo) {
               0);
     EXPECT_EQ(sFileText(path), Mended);
     EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011", "--diff"}).out, "");
+}
+
+TEST_F(CheckFindings, FixSaysThatItLeavesWhatIsNotUtf8) {
+    const std::string latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + std::string(Mendable);
+    const auto path = folder_.sWrite("Set.xml", latin);
+    for (const auto* option : {"--fix", "--diff"}) {
+        const auto left = run({"Building.exp", "Set.xml", "--select", "S011", option});
+        EXPECT_EQ(left.err, "kivifc: Set.xml: is not UTF-8, so nothing in it is mended\n") << option;
+        EXPECT_EQ(sFileText(path), latin);
+    }
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011"}).status, 1);
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011"}).err, "");
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "T001", "--fix"}).err, "");
 }
 
 TEST_F(CheckFindings, StandardInputIsNotMended) {

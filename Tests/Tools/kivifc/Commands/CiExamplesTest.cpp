@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <utility>
 
 namespace kiv::kivifc::test {
 
@@ -91,6 +92,41 @@ TEST_F(CommitHook, RefusesWhatHasFindings) {
 
 TEST_F(CommitHook, LetsPassWhatHasNone) {
     EXPECT_EQ(commit("Sets/Good.xml").status, 0);
+}
+
+/// The hook is about sets; a project has other XML too.
+TEST_F(CommitHook, LetsPassWhatIsNoSet) {
+    folder_.sWrite("Other.xml", "<?xml version=\"1.0\"?>\n<!-- <PropertySetDef> -->\n<Config/>\n");
+    folder_.sWrite("Inside.xml", "<List><PropertySetDef/></List>\n");
+    folder_.sWrite("Empty.xml", "");
+    EXPECT_EQ(commit("Other.xml Inside.xml Empty.xml Sets/Good.xml").status, 0);
+}
+
+TEST_F(CommitHook, FindsSetsByTheirRoot) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"Begin.xml", "<PropertySetDef><Nam/></PropertySetDef>"},
+        {"Comment.XML", "<!-- a > b -->\n<!-- <List> -->\r\n<QtoSetDef\n><Nam/></QtoSetDef>"},
+        {"Declared type.xml", "<?xml version=\"1.0\"?><!DOCTYPE x [<!ENTITY a \"b\">]>"
+                              "<PropertySetDef><Nam/></PropertySetDef>"},
+        {"Prefixed.xml", "<p:PropertySetDef xmlns:p=\"urn:x\"/>"},
+        {"Unfinished.xml", "<PropertySetDef "},
+        {"Wide.xml", std::string("\xFF\xFE<\0P\0r\0o\0p\0e\0r\0t\0y\0S\0e\0t\0D\0e\0f\0/\0>\0", 36)},
+    };
+    for (const auto& [name, text] : rows) {
+        folder_.sWrite("kivifc.toml", "schema = \"Building.exp\"\n");
+        folder_.sWrite(name, text);
+        const auto run = commit("'" + name + "'");
+        EXPECT_EQ(run.status, 1) << name;
+        EXPECT_THAT(run.out + run.err, HasSubstr(name)) << name;
+        fs::remove_all(folder_.sPath(".git"));
+    }
+}
+
+/// A document may get a new name and a mistake at once.
+TEST_F(CommitHook, LooksAtRenamedDocuments) {
+    ASSERT_EQ(commit("Sets/Good.xml").status, 0);
+    shellRun("git mv Sets/Good.xml Sets/Better.xml && echo '<a/>' >> Sets/Better.xml");
+    EXPECT_EQ(commit("Sets/Better.xml").status, 1);
 }
 
 /// What is checked is what would be committed.

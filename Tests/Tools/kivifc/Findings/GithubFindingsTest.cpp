@@ -21,6 +21,23 @@ TEST(GithubFindings, PropertiesAndMessageAreEscapedByTheirRules) {
               "no findings in 0 documents\n");
 }
 
+TEST(GithubFindings, WhatTurnsOrEndsLinesForTheReaderIsEscaped) {
+    EXPECT_EQ(sCommands({sampleFinding("Z999", kit::Severity::Error, "a\u202Eb\u2028c\u00E4", {1, 0, 0},
+                                       "d\u2066.xml")}),
+              "::error file=d\\u{2066}.xml,line=1,title=Z999::a\\u{202E}b\\u{2028}c\u00E4\n"
+              "no findings in 0 documents\n");
+}
+
+TEST(GithubFindings, FailureOfTheJobIsAnError) {
+    CheckResult result;
+    result.failures.push_back({"Sets\n", "100% gone"});
+    EXPECT_EQ(sWrittenBy([](Output& output) { return pGithubFindings(output); }, {}, result),
+              "::error::Sets%0A: 100%25 gone\n");
+    result.counts.documentsChecked = 1;
+    EXPECT_EQ(sWrittenBy([](Output& output) { return pGithubFindings(output); }, {}, result),
+              "::error::Sets%0A: 100%25 gone\nno findings in 1 document\n");
+}
+
 TEST(GithubFindings, NoteIsANoticeAndUnknownPlacesAreLeftOut) {
     EXPECT_EQ(sCommands({sampleFinding("Z999", kit::Severity::Note, "a", {0, 0, 0}),
                          sampleFinding("Z999", kit::Severity::Warning, "b", {3, 0, 0})}),

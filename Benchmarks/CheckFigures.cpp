@@ -1,0 +1,113 @@
+#include "Require.h"
+#include "Sections.h"
+#include "Timing.h"
+
+#include "kiv/Kit/Documents/SchemaFile.h"
+#include "kiv/Kit/Documents/SetDocument.h"
+#include "kiv/Kit/Findings/AcrossDocuments.h"
+#include "kiv/Kit/Findings/Findings.h"
+#include "kiv/Kit/Findings/SchemaFindings.h"
+
+#include <atomic>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace kiv::bench {
+
+namespace {
+
+/// One schema and all documents, checked with and without the rules of the kit.
+class Checks {
+public:
+    explicit Checks(const Input& input) :
+        schema_(kit::schemaTextRead(input.schemaText, "schema.exp")), texts_(input.setTexts) {
+        vRequire(schema_.schema != nullptr, "the schema cannot be read");
+        findings_ = findingsOnThreads(1);
+        vRequire(findings_ != 0, "the rules find nothing");
+    }
+
+    /// Reads and checks the documents as the library does it.
+    void vReadOnly() const {
+        kit::ReadOptions options;
+        options.withPositions = false;
+        std::size_t sets = 0;
+        for (const auto& text : texts_)
+            sets += kit::setTextCheck(text, "set.xml", *schema_.schema, options).pSet() != nullptr ? 1U : 0U;
+        vRequire(sets == texts_.size(), "a document is not read");
+    }
+
+    /// The same with all rules: in the schema, in each document and between them.
+    void vCheck(std::size_t threads) const {
+        vRequire(findingsOnThreads(threads) == findings_, "the rules find something else");
+    }
+
+private:
+    struct Checked {
+        kit::SetDocument document;
+        std::size_t findings = 0;
+    };
+
+    Checked documentCheck(const std::string& text) const {
+        Checked checked{kit::setTextCheck(text, "set.xml", *schema_.schema), 0};
+        checked.findings = kit::findingsOf(checked.document, {*schema_.schema}).size();
+        return checked;
+    }
+
+    std::size_t schemaFindings() const {
+        return kit::schemaFindingsOf(schema_.schema.get(), schema_.assertions, schema_.text, schema_.path)
+            .size();
+    }
+
+    /// Each thread takes what is next: the schema, which takes longest, and then the documents.
+    std::size_t findingsOnThreads(std::size_t threads) const {
+        std::vector<Checked> checked(texts_.size());
+        std::atomic<std::size_t> next = 0;
+        std::atomic<std::size_t> found = 0;
+        const auto vWork = [&] {
+            for (auto number = next++; number <= texts_.size(); number = next++) {
+                if (number == 0)
+                    found += schemaFindings();
+                else
+                    checked[number - 1] = documentCheck(texts_[number - 1]);
+            }
+        };
+        {
+            std::vector<std::jthread> others;
+            for (std::size_t number = 1; number < threads; ++number)
+                others.emplace_back(vWork);
+            vWork();
+        }
+        kit::AcrossDocuments across;
+        for (const auto& each : checked) {
+            across.vAdd(each.document);
+            found += each.findings;
+        }
+        return found + across.getFindings().size();
+    }
+
+    kit::SchemaFile schema_;
+    const std::vector<std::string>& texts_;
+    std::size_t findings_ = 0;
+};
+
+} // namespace
+
+Figures checkFigures(const Input& input) {
+    const Checks checks(input);
+    constexpr int Repetitions = 15;
+    const auto seconds = secondsOf({{"check, without rules", [&] { checks.vReadOnly(); }},
+                                    {"check, all rules", [&] { checks.vCheck(1); }}},
+                                   Repetitions);
+    const auto passed = secondsOf(
+        {{"check, one thread", [&] { checks.vCheck(1); }}, {"check, two threads", [&] { checks.vCheck(2); }}},
+        Repetitions, Clock::Wall);
+    return {{"check", "all documents by all rules", seconds[1], "reading and checking them without rules",
+             seconds[0], Unit::Seconds, 2.0},
+            {"check", "checks of two threads", 1 / passed[1], "of one thread", 1 / passed[0], Unit::PerSecond,
+             1.7, Sense::AtLeast}};
+}
+
+} // namespace kiv::bench

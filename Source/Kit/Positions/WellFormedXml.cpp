@@ -1,0 +1,150 @@
+#include "Kit/Positions/WellFormedXml.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace kiv::kit {
+
+namespace {
+
+constexpr std::string_view CommentBegin = "<!--";
+constexpr std::string_view CdataBegin = "<![CDATA[";
+
+constexpr std::pair<std::string_view, char> Entities[] = {
+    {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
+
+void vUtf8Append(std::string& text, std::uint32_t character) {
+    const auto vAdd = [&text](std::uint32_t byte) { text.push_back(static_cast<char>(byte)); };
+    if (character < 0x80U) {
+        vAdd(character);
+        return;
+    }
+    if (character < 0x800U) {
+        vAdd(0xC0U | character >> 6U);
+    } else {
+        if (character < 0x10000U) {
+            vAdd(0xE0U | character >> 12U);
+        } else {
+            vAdd(0xF0U | character >> 18U);
+            vAdd(0x80U | (character >> 12U & 0x3FU));
+        }
+        vAdd(0x80U | (character >> 6U & 0x3FU));
+    }
+    vAdd(0x80U | (character & 0x3FU));
+}
+
+bool isTextEnd(char byte) {
+    return byte == '<' || byte == '&' || byte == '\r' || byte == '\n';
+}
+
+} // namespace
+
+XmlPiece WellFormedXml::take(XmlPieceKind kind, std::size_t end) {
+    const XmlPiece piece{kind, offset_, std::min(end, text_.size()) - offset_};
+    offset_ += piece.size;
+    return piece;
+}
+
+XmlPiece WellFormedXml::pieceUpTo(XmlPieceKind kind, std::string_view end, std::size_t from) {
+    const auto found = text_.find(end, offset_ + from);
+    return take(kind, found == std::string_view::npos ? text_.size() : found + end.size());
+}
+
+XmlPiece WellFormedXml::next() {
+    if (offset_ == text_.size())
+        return {XmlPieceKind::End, offset_, 0};
+    switch (text_[offset_]) {
+    case '<':
+        return markup();
+    case '&':
+        return pieceUpTo(XmlPieceKind::Reference, ";", 1);
+    case '\n':
+        return take(XmlPieceKind::LineEnd, offset_ + 1);
+    case '\r':
+        return take(XmlPieceKind::LineEnd, offset_ + (text_.substr(offset_ + 1, 1) == "\n" ? 2 : 1));
+    default:
+        break;
+    }
+    auto end = offset_;
+    while (end != text_.size() && !isTextEnd(text_[end]))
+        ++end;
+    return take(XmlPieceKind::Text, end);
+}
+
+XmlPiece WellFormedXml::markup() {
+    const auto rest = text_.substr(offset_);
+    if (rest.starts_with("</"))
+        return pieceUpTo(XmlPieceKind::EndTag, ">", 2);
+    if (rest.starts_with(CommentBegin))
+        return pieceUpTo(XmlPieceKind::Comment, "-->", CommentBegin.size());
+    if (rest.starts_with(CdataBegin))
+        return pieceUpTo(XmlPieceKind::Cdata, "]]>", CdataBegin.size());
+    if (rest.starts_with("<?"))
+        return pieceUpTo(XmlPieceKind::Instruction, "?>", 2);
+    return tag();
+}
+
+/// A ">" may be in the value of an attribute.
+XmlPiece WellFormedXml::tag() {
+    auto end = offset_;
+    while (end != text_.size() && text_[end] != '>') {
+        if (text_[end] == '"' || text_[end] == '\'')
+            end = std::min(text_.find(text_[end], end + 1), text_.size() - 1);
+        ++end;
+    }
+    const bool isEmpty = end != text_.size() && text_[end - 1] == '/';
+    return take(isEmpty ? XmlPieceKind::EmptyTag : XmlPieceKind::StartTag, end + 1);
+}
+
+bool isWithoutDocumentType(std::string_view text) {
+    return text.find("<!DOCTYPE") == std::string_view::npos;
+}
+
+std::string sReferred(std::string_view reference) {
+    for (const auto& [entity, letter] : Entities) {
+        if (reference == entity)
+            return {letter};
+    }
+    constexpr std::string_view Decimal = "&#";
+    constexpr std::string_view Hexadecimal = "&#x";
+    const bool isHexadecimal = reference.starts_with(Hexadecimal);
+    const auto digits = reference.substr(isHexadecimal ? Hexadecimal.size() : Decimal.size());
+    std::uint32_t number = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number, isHexadecimal ? 16 : 10);
+    std::string text;
+    vUtf8Append(text, number);
+    return text;
+}
+
+std::string sAttributeValue(std::string_view written) {
+    std::string value;
+    value.reserve(written.size());
+    for (std::size_t at = 0; at != written.size();) {
+        const char byte = written[at];
+        if (byte == '&') {
+            const auto end = std::min(written.find(';', at), written.size() - 1) + 1;
+            value += sReferred(written.substr(at, end - at));
+            at = end;
+            continue;
+        }
+        const bool isBlank = byte == '\t' || byte == '\n' || byte == '\r';
+        value += isBlank ? ' ' : byte;
+        at += byte == '\r' && written.substr(at + 1, 1) == "\n" ? 2 : 1;
+    }
+    return value;
+}
+
+std::string sLineEndsNormalized(std::string_view text) {
+    std::string normalized;
+    normalized.reserve(text.size());
+    for (std::size_t at = 0; at != text.size(); ++at) {
+        if (text[at] != '\r')
+            normalized += text[at];
+        else if (text.substr(at + 1, 1) != "\n")
+            normalized += '\n';
+    }
+    return normalized;
+}
+
+} // namespace kiv::kit

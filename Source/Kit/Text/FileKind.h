@@ -1,0 +1,44 @@
+/// @file
+/// What a file is that was taken for something else, by how it begins.
+///
+///     fileKindOf("%PDF-1.7") // "a PDF document"
+///
+/// Private to the kit.
+///
+/// Ownership: the names live as long as the process.
+/// Threads:   any number of threads.
+/// Errors:    none; the kind of most texts is not known.
+#pragma once
+
+#include "Kit/Text/AsciiText.h"
+
+#include <string_view>
+
+namespace kiv::kit {
+
+inline constexpr std::string_view XmlKind = "an XML document";
+inline constexpr std::string_view SchemaKind = "an EXPRESS schema";
+
+/// Empty when it is not known.
+constexpr std::string_view fileKindOf(std::string_view text) {
+    struct Kind {
+        std::string_view beginning;
+        std::string_view name;
+    };
+    constexpr Kind Kinds[] = {
+        {"%PDF-", "a PDF document"},        {"PK\x03\x04", "a ZIP archive"}, {"ISO-10303-21", "an IFC model"},
+        {"<!DOCTYPE html", "an HTML page"}, {"<html", "an HTML page"},       {"<", XmlKind},
+        {"SCHEMA", SchemaKind},             {"{", "a JSON document"},
+    };
+    constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(ByteOrderMark))
+        text.remove_prefix(ByteOrderMark.size());
+    text = trimmed(text);
+    for (const auto& kind : Kinds) {
+        if (isEqualIgnoringCase(text.substr(0, kind.beginning.size()), kind.beginning))
+            return kind.name;
+    }
+    return {};
+}
+
+} // namespace kiv::kit
