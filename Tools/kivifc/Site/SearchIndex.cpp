@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace kiv::kivifc {
+namespace kiv::kivifc::site {
 
 namespace {
 
@@ -141,4 +141,4 @@ std::size_t SearchIndex::languageNumber(std::string_view language) {
     return languages_.emplace(language, languages_.size()).first->second;
 }
 
-} // namespace kiv::kivifc
+} // namespace kiv::kivifc::site

@@ -32,7 +32,7 @@
 #include <string_view>
 #include <vector>
 
-namespace kiv::kivifc {
+namespace kiv::kivifc::site {
 
 /// In the order in which results of the same rank are listed.
 enum class SearchKind {
@@ -94,4 +94,4 @@ private:
     std::map<std::string, std::size_t, std::less<>> languages_;
 };
 
-} // namespace kiv::kivifc
+} // namespace kiv::kivifc::site

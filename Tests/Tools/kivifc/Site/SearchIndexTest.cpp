@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-namespace kiv::kivifc {
+namespace kiv::kivifc::site {
 
 namespace {
 
@@ -94,4 +94,4 @@ TEST(SearchIndex, NamesThatNobodyTypesAreCut) {
 
 } // namespace
 
-} // namespace kiv::kivifc
+} // namespace kiv::kivifc::site
