@@ -124,7 +124,7 @@ class Browser:
         self.run(source)
         violations = self.driver.execute_async_script("""
             const [tags, done] = arguments;
-            axe.run(document, { runOnly: { type: "tag", values: tags }, resultTypes: ["violations"] })
+            axe.run(document, { preload: false, runOnly: { type: "tag", values: tags }, resultTypes: ["violations"] })
                 .then((result) => done(result.violations), (error) => done([{ id: String(error), nodes: [] }]));""", AXE_TAGS)
         return [f"{violation['id']}: {node['html'][:160]} {node.get('failureSummary', '')[:300]}"
                 for violation in violations for node in (violation["nodes"] or [{"html": ""}])[:5]]
