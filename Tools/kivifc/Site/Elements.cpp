@@ -1,0 +1,53 @@
+#include "kivifc/Site/Elements.h"
+
+#include <cstddef>
+#include <string>
+
+namespace kiv::kivifc::site {
+
+std::string sShort(std::string_view name) {
+    constexpr std::size_t Whole = 200;
+    constexpr std::size_t Kept = 160;
+    if (name.size() <= Whole)
+        return std::string(name);
+    auto end = Kept;
+    while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U)
+        --end;
+    return std::string(name.substr(0, end)) + "...";
+}
+
+void vSectionBegin(Html& html, Markup id, Markup title) {
+    html << "<section" << attribute("id", id.getView()) << ">\n<h2>" << title << "</h2>\n";
+}
+
+void vSectionBegin(Html& html, Markup id, Markup title, std::size_t count) {
+    html << "<section" << attribute("id", id.getView()) << ">\n<h2>" << title << " <span class=\"count\">"
+         << count << "</span></h2>\n";
+}
+
+void vSectionEnd(Html& html) {
+    html << "</section>\n";
+}
+
+void vTableBegin(Html& html, std::string_view label, std::initializer_list<Markup> columns) {
+    html << "<div class=\"scroll\" tabindex=\"0\" role=\"region\"" << attribute("aria-label", sShort(label))
+         << "><table class=\"rows\">\n<thead><tr>";
+    for (const auto& column : columns)
+        html << "<th scope=\"col\">" << column << "</th>";
+    html << "</tr></thead>\n<tbody>\n";
+}
+
+void vTableEnd(Html& html) {
+    html << "</tbody></table></div>\n";
+}
+
+void vRowLinkWrite(Html& html, std::string_view name) {
+    html << "<a class=\"anchor\"" << rowHref(name) << attribute("aria-label", "Link to " + sShort(name))
+         << ">#</a>";
+}
+
+void vNameLinkWrite(Html& html, const Address& address, std::string_view name) {
+    html << "<a" << href(address) << "><code>" << escaped(sShort(name)) << "</code></a>";
+}
+
+} // namespace kiv::kivifc::site

@@ -1,0 +1,26 @@
+#include "kivifc/Site/SitePages.h"
+
+#include "kivifc/Site/Assets.h"
+#include "kivifc/Site/EntityPage.h"
+#include "kivifc/Site/StartPage.h"
+
+#include <array>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+using Write = void (*)(const SiteModel& model, SiteFolder& folder);
+
+constexpr std::array<Write, 2> Kinds{vStartPageWrite, vEntityPagesWrite};
+
+} // namespace
+
+void vSitePagesWrite(const SiteModel& model, SiteFolder& folder) {
+    for (const auto write : Kinds)
+        write(model, folder);
+    for (const auto& asset : getAssets())
+        folder.vWrite(asset);
+}
+
+} // namespace kiv::kivifc::site
