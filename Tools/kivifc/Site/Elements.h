@@ -16,7 +16,9 @@
 
 #include "kivifc/Site/Html.h"
 
+#include <cstddef>
 #include <initializer_list>
+#include <string>
 #include <string_view>
 
 namespace kiv::kivifc::site {
@@ -24,6 +26,8 @@ namespace kiv::kivifc::site {
 /// A name that appears again and again: the whole of it up to some hundred bytes, else its beginning with
 /// "...", so that a long one does not make each page long that names it. Cut between code points.
 std::string sShort(std::string_view name);
+/// The same for a text that may have that many bytes.
+std::string sShort(std::string_view text, std::size_t sizeMax);
 
 /// `id` is a word in lower case, as those of rows never are.
 void vSectionBegin(Html& html, Markup id, Markup title);
