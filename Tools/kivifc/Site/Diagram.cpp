@@ -127,7 +127,8 @@ public:
 
     void vWrite() {
         const auto height = static_cast<long long>(rows_.size()) * RowHeight;
-        html_ << "<figure class=\"diagram\"><svg xmlns=\"http://www.w3.org/2000/svg\" role=\"group\" "
+        html_ << "<figure class=\"diagram\"><div class=\"scroll\" tabindex=\"0\" role=\"region\" "
+                 "aria-labelledby=\"diagram-title\"><svg xmlns=\"http://www.w3.org/2000/svg\" role=\"group\" "
                  "aria-labelledby=\"diagram-title\""
               << attribute("width", width()) << attribute("height", height)
               << attribute("viewBox", "0 0 " + std::to_string(width()) + " " + std::to_string(height))
@@ -137,7 +138,7 @@ public:
             vLineWrite(row);
             vBoxWrite(row);
         }
-        html_ << "</svg></figure>\n";
+        html_ << "</svg></div></figure>\n";
     }
 
 private:
@@ -183,26 +184,21 @@ private:
         if (entity) {
             const auto label = sLabel(entity->getName());
             const bool isSelf = entity == &entity_;
-            if (!isSelf)
+            if (isSelf)
+                html_ << "<g class=\"here\">";
+            else
                 html_ << "<a" << href(model_.getAddresses().of(*entity)) << ">";
-            html_ << "<rect" << attribute("class", sClasses(*entity)) << attribute("x", left(row))
-                  << attribute("y", top(row)) << attribute("width", boxWidth(label))
-                  << attribute("height", BoxHeight) << attribute("rx", 4) << "/>";
+            html_ << "<rect" << attribute("class", entity->isAbstract() ? "box abstract" : "box")
+                  << attribute("x", left(row)) << attribute("y", top(row))
+                  << attribute("width", boxWidth(label)) << attribute("height", BoxHeight)
+                  << attribute("rx", 4) << "/>";
             vTextWrite("name", left(row) + BoxPadding, row, label);
-            if (!isSelf)
-                html_ << "</a>";
+            html_ << (isSelf ? Markup("</g>") : Markup("</a>"));
             right += boxWidth(label);
         }
         if (const auto hidden = sHidden(rows_[row]); !hidden.empty())
             vTextWrite("more", right + BoxPadding, row, hidden);
         html_ << "\n";
-    }
-
-    std::string sClasses(const Entity& entity) const {
-        std::string classes = "box";
-        classes += &entity == &entity_ ? " self" : "";
-        classes += entity.isAbstract() ? " abstract" : "";
-        return classes;
     }
 
     void vTextWrite(std::string_view kind, long long x, std::size_t row, std::string_view text) {

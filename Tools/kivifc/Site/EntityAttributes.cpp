@@ -108,15 +108,17 @@ void EntityAttributes::vKindWrite(const Kind& kind, const ItemsOf& itemsOf, cons
     if (count == 0)
         return;
     vSectionBegin(html_, kind.id, kind.title, count);
-    vTableBegin(html_, entity_.getName(), {"Name", kind.column, "From"});
+    vTableBegin(html_, entity_.getName(), {"Name", kind.column});
     std::size_t inherited = 0;
     for (const auto* entity : line_) {
+        if (inherited <= InheritedMax && entity != &entity_ && !itemsOf(*entity).empty())
+            vGroupBegin(*entity);
         for (const auto& item : itemsOf(*entity)) {
             if (entity != &entity_ && ++inherited > InheritedMax)
                 break;
             vRowBegin(*entity, &item, sName(item));
             vCellWrite(*entity, item);
-            vRowEnd(*entity);
+            html_ << "</td></tr>\n";
         }
     }
     vTableEnd(html_);
@@ -125,22 +127,25 @@ void EntityAttributes::vKindWrite(const Kind& kind, const ItemsOf& itemsOf, cons
     vSectionEnd(html_);
 }
 
+void EntityAttributes::vGroupBegin(const Entity& declaring) {
+    html_ << "</tbody>\n<tbody class=\"inherited\">\n<tr class=\"group\"><th colspan=\"2\" "
+             "scope=\"rowgroup\">From ";
+    vObjectLinkWrite(model_, declaring, html_);
+    html_ << "</th></tr>\n";
+}
+
+/// An inherited one has its address on the page of the entity that declares it.
 void EntityAttributes::vRowBegin(const Entity& declaring, const void* item, std::string_view name) {
     const auto own = ownIds_.find(item);
     const auto id = own == ownIds_.end() ? ids_.sTake(name) : own->second;
-    html_ << "<tr" << attribute("id", id);
-    if (&declaring != &entity_)
-        html_ << " class=\"inherited\"";
-    html_ << "><th scope=\"row\"><code>" << escaped(sShort(name)) << "</code>";
-    vRowLinkWrite(html_, id, name);
+    html_ << "<tr" << attribute("id", id) << "><th scope=\"row\">";
+    if (&declaring == &entity_) {
+        html_ << "<code>" << escaped(sShort(name)) << "</code>";
+        vRowLinkWrite(html_, id, name);
+    } else {
+        vNameLinkWrite(html_, model_.getAddresses().of(declaring).row(name), name);
+    }
     html_ << "</th><td>";
-}
-
-void EntityAttributes::vRowEnd(const Entity& declaring) {
-    html_ << "</td><td>";
-    if (&declaring != &entity_)
-        vObjectLinkWrite(model_, declaring, html_);
-    html_ << "</td></tr>\n";
 }
 
 void EntityAttributes::vExplicitWrite() {
@@ -156,13 +161,14 @@ void EntityAttributes::vStateWrite(const Attribute& attribute) {
     if (attribute.isOptional())
         html_ << " <span class=\"badge\">optional</span>";
     if (const auto* former = pRedeclared(attribute, model_.getSchema())) {
-        html_ << " <span class=\"badge\">redeclares</span> ";
+        html_ << " <span class=\"badge redeclared\">redeclares</span> ";
         vAttributeLinkWrite(model_, *former, html_);
     }
     const auto again = redeclared_.find(&attribute);
     if (again != redeclared_.end()) {
-        html_ << " <span class=\"badge\">"
-              << (again->second.isDerived ? Markup("derived") : Markup("redeclared")) << "</span> in ";
+        html_ << (again->second.isDerived
+                      ? Markup(" <span class=\"badge derived\">derived</span> in ")
+                      : Markup(" <span class=\"badge redeclared\">redeclared</span> in "));
         vObjectLinkWrite(model_, *again->second.entity, html_);
     }
     if (&attribute.getEntity() == &entity_)
@@ -185,13 +191,18 @@ void EntityAttributes::vRedeclarationsBelowWrite(const Attribute& attribute) {
 }
 
 void EntityAttributes::vInverseWrite() {
-    vKindWrite({"inverses", "Inverse attributes", "Type and the attribute that it mirrors"}, inversesOf,
+    vKindWrite({"inverse", "Inverse attributes", "Type and the attribute that it mirrors"}, inversesOf,
                nameOf<AttributeInverse>, [&](const Entity&, const AttributeInverse& inverse) {
                    vTypeTextWrite(model_, inverse, html_);
                    html_ << " <span class=\"kw\">FOR</span> ";
-                   if (inverse.pReferredAttribute())
-                       return vAttributeLinkWrite(model_, *inverse.pReferredAttribute(), html_);
-                   html_ << "<code>" << escaped(sShort(inverse.getForAttributeName())) << "</code>";
+                   const auto name = inverse.getForAttributeName();
+                   const auto* mirrored = inverse.pReferredAttribute();
+                   if (!mirrored) {
+                       html_ << "<code>" << escaped(sShort(name)) << "</code>";
+                       return;
+                   }
+                   const auto& addresses = model_.getAddresses();
+                   vNameLinkWrite(html_, addresses.of(mirrored->getEntity()).row(nameOf(*mirrored)), name);
                });
 }
 
@@ -204,7 +215,7 @@ void EntityAttributes::vDerivedWrite() {
                    html_ << "</code>";
                    if (!value.pRedeclared())
                        return;
-                   html_ << " <span class=\"badge\">redeclares</span> ";
+                   html_ << " <span class=\"badge redeclared\">redeclares</span> ";
                    vAttributeLinkWrite(model_, *value.pRedeclared(), html_);
                });
 }

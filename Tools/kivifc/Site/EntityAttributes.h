@@ -55,7 +55,7 @@ private:
     void vKindWrite(const Kind& kind, const ItemsOf& itemsOf, const NameOf& nameOf,
                     const WriteCell& vCellWrite);
     void vRowBegin(const Entity& declaring, const void* item, std::string_view name);
-    void vRowEnd(const Entity& declaring);
+    void vGroupBegin(const Entity& declaring);
     void vStateWrite(const Attribute& attribute);
     void vRedeclarationsBelowWrite(const Attribute& attribute);
 

@@ -43,7 +43,7 @@ private:
     void vTreeWrite() {
         html_ << "<p class=\"lead\">";
         if (entity_.isAbstract())
-            html_ << "<span class=\"badge\">abstract</span> ";
+            html_ << "<span class=\"badge abstract\">abstract</span> ";
         vLineWrite();
         html_ << "</p>\n";
         vSectionBegin(html_, "tree", "Place in the tree");

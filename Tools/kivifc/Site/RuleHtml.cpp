@@ -42,45 +42,57 @@ public:
     Layout(const SiteModel& model, const ExpressScope& scope, Html& html) :
         model_(model), scope_(scope), html_(html) {}
 
-    void vWrite(const Expression& expression, int depth) {
-        if (depth < DepthMax) {
-            for (const auto op : {BinaryOperator::And, BinaryOperator::Or}) {
-                const bool isAlways = depth == 0 && op == BinaryOperator::And;
-                if (pJoin(expression, op) && (isAlways || kit::sExpression(expression).size() > LineSize))
-                    return vJoinWrite(expression, op, depth);
-            }
-        }
-        vExpressWrite(model_, scope_, kit::sExpression(expression), html_);
+    void vWrite(const Expression& expression) {
+        vListWrite(operandsOf(expression, BinaryOperator::And), "AND", 0);
     }
 
 private:
-    void vJoinWrite(const Expression& expression, BinaryOperator op, int depth) {
-        bool isFirst = true;
-        for (const auto* operand : operandsOf(expression, op)) {
-            if (!std::exchange(isFirst, false)) {
-                html_ << "\n";
-                vIndentWrite(depth);
-                html_ << "<span class=\"kw\">" << (op == BinaryOperator::And ? Markup("AND") : Markup("OR"))
-                      << "</span> ";
-            }
-            vOperandWrite(*operand, depth + 1);
+    /// An item for each operand; `word` joins them.
+    void vListWrite(const std::vector<const Expression*>& operands, Markup word, int depth) {
+        html_ << "<ul class=\"operands\">\n";
+        for (const auto* operand : operands) {
+            html_ << "<li>";
+            if (operand != operands.front())
+                html_ << "<span class=\"kw\">" << word << "</span> ";
+            vOperandWrite(*operand, operands.size() > 1, depth);
+            html_ << "</li>\n";
         }
+        html_ << "</ul>\n";
     }
 
-    /// In parentheses when it is made with another operator than a power.
-    void vOperandWrite(const Expression& operand, int depth) {
+    void vOperandWrite(const Expression& operand, bool isOneOfSeveral, int depth) {
+        const bool isLoose = isOneOfSeveral && isLooserThanJoin(operand);
+        html_ << (isLoose ? Markup("(") : Markup(""));
+        if (!boJoinWrite(operand, depth))
+            vTextWrite(operand);
+        html_ << (isLoose ? Markup(")") : Markup(""));
+    }
+
+    /// What is too long for a line, once more by its operands.
+    bool boJoinWrite(const Expression& expression, int depth) {
+        if (depth >= DepthMax || kit::sExpression(expression).size() <= LineSize)
+            return false;
+        if (pJoin(expression, BinaryOperator::Or)) {
+            vListWrite(operandsOf(expression, BinaryOperator::Or), "OR", depth + 1);
+            return true;
+        }
+        if (pJoin(expression, BinaryOperator::And)) {
+            vListWrite(operandsOf(expression, BinaryOperator::And), "AND", depth + 1);
+            return true;
+        }
+        return false;
+    }
+
+    void vTextWrite(const Expression& expression) {
+        html_ << "<code>";
+        vExpressWrite(model_, scope_, kit::sExpression(expression), html_);
+        html_ << "</code>";
+    }
+
+    /// It needs parentheses to be an operand.
+    static bool isLooserThanJoin(const Expression& operand) {
         const auto* binary = dynamic_cast<const BinaryExpression*>(&operand);
-        const bool isLoose = binary && binary->getOperator() != BinaryOperator::Power;
-        if (isLoose)
-            html_ << "(";
-        vWrite(operand, depth);
-        if (isLoose)
-            html_ << ")";
-    }
-
-    void vIndentWrite(int depth) {
-        for (int level = 0; level < depth; ++level)
-            html_ << "    ";
+        return binary && binary->getOperator() != BinaryOperator::Power;
     }
 
     const SiteModel& model_;
@@ -92,7 +104,7 @@ private:
 
 void vExpressionWrite(const SiteModel& model, const ExpressScope& scope, const Expression& expression,
                       Html& html) {
-    Layout(model, scope, html).vWrite(expression, 0);
+    Layout(model, scope, html).vWrite(expression);
 }
 
 void vWhereWrite(const SiteModel& model, const ExpressScope& scope, const Where* where, RowIds& ids,
@@ -101,17 +113,16 @@ void vWhereWrite(const SiteModel& model, const ExpressScope& scope, const Where*
     if (rules.empty())
         return;
     vSectionBegin(html, "where", "Rules", rules.size());
-    html << "<dl class=\"where\">\n";
     for (const auto* rule : rules) {
         const auto label = rule->label.getView();
         const auto id = ids.sTake(label);
-        html << "<dt" << attribute("id", id) << "><code>" << escaped(sShort(label)) << "</code>";
+        html << "<div class=\"rule\"" << attribute("id", id) << "><h3><code>" << escaped(sShort(label))
+             << "</code>";
         vRowLinkWrite(html, id, label);
-        html << "</dt>\n<dd><pre class=\"express\"><code>";
+        html << "</h3>\n";
         vExpressionWrite(model, scope, *rule->expression, html);
-        html << "</code></pre></dd>\n";
+        html << "</div>\n";
     }
-    html << "</dl>\n";
     vSectionEnd(html);
 }
 

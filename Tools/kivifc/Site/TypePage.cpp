@@ -28,7 +28,7 @@ Markup kindOf(const Type& type) {
         return "Enumeration";
     if (dynamic_cast<const DataTypeSelect*>(type.pUnderlying()))
         return "Select";
-    return DataTypeListInterface::pFrom(type.pUnderlying()) ? Markup("Aggregate type") : Markup("Type");
+    return DataTypeListInterface::pFrom(type.pUnderlying()) ? Markup("Aggregate") : Markup("Type");
 }
 
 /// Writes the page of one type.
@@ -68,7 +68,7 @@ private:
     }
 
     void vMembersWrite(const DataTypeSelect& select) {
-        vSectionBegin(html_, "members", "Members", select.getMemberNames().size());
+        vSectionBegin(html_, "items", "Members", select.getMemberNames().size());
         unfolded_.insert(&select);
         vMemberListWrite(select, 0);
         vSectionEnd(html_);
