@@ -3,6 +3,8 @@
 #include "kivifc/Site/Assets.h"
 #include "kivifc/Site/EntityPage.h"
 #include "kivifc/Site/StartPage.h"
+#include "kivifc/Site/TextPage.h"
+#include "kivifc/Site/TypePage.h"
 
 #include <array>
 
@@ -12,7 +14,8 @@ namespace {
 
 using Write = void (*)(const SiteModel& model, SiteFolder& folder);
 
-constexpr std::array<Write, 2> Kinds{vStartPageWrite, vEntityPagesWrite};
+constexpr std::array Kinds{Write{vStartPageWrite}, Write{vEntityPagesWrite}, Write{vTypePagesWrite},
+                           Write{vFunctionPagesWrite}, Write{vRulePagesWrite}};
 
 } // namespace
 
