@@ -53,4 +53,10 @@ void vGuidNotationsWrite(const Guid& guid, Html& html) {
          << "</code></dd></div></dl>\n";
 }
 
+void vGuidRowWrite(const Guid& guid, Html& html) {
+    const GuidNotations written(guid);
+    html << "<p><code>" << escaped(written.globalId) << "</code> <code>" << escaped(written.digits)
+         << "</code> <code>" << escaped(written.hyphenated) << "</code></p>\n";
+}
+
 } // namespace kiv::kivifc::site

@@ -32,4 +32,7 @@ struct GuidNotations {
 /// All three, as a list.
 void vGuidNotationsWrite(const Guid& guid, Html& html);
 
+/// All three, one after the other.
+void vGuidRowWrite(const Guid& guid, Html& html);
+
 } // namespace kiv::kivifc::site

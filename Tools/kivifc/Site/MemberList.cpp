@@ -25,7 +25,8 @@ public:
     void vAdd(const Def& def, const Def* whole) {
         members_.push_back({&def, sRow(def.getName()), whole});
         const auto* property = dynamic_cast<const PropertyDef*>(&def);
-        const auto* complex = property ? dynamic_cast<const TypeComplexProperty*>(property->pType()) : nullptr;
+        const auto* complex =
+            property ? dynamic_cast<const TypeComplexProperty*>(property->pType()) : nullptr;
         if (!complex)
             return;
         for (const auto& part : complex->getProperties())

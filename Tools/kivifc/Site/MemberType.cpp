@@ -131,10 +131,9 @@ private:
         if (items.empty())
             return;
         html_ << ": ";
-        const bool areDescribed =
-            detail_.hasDefinitions && std::ranges::any_of(items, [](const Item& item) {
-                return item.constant && isDescribed(*item.constant);
-            });
+        const bool areDescribed = detail_.hasDefinitions && std::ranges::any_of(items, [](const Item& item) {
+                                      return item.constant && isDescribed(*item.constant);
+                                  });
         if (areDescribed)
             vItemsDescribe(items);
         else
@@ -236,8 +235,8 @@ void vMemberTypeWrite(const SiteModel& model, const Def& def, const MemberTypeDe
     if (const auto* type = pPropertyType(def)) {
         writer.vWriteAs<pset::TypePropertyBoundedValue, pset::TypePropertySingleValue,
                         pset::TypePropertyReferenceValue, pset::TypePropertyEnumeratedValue,
-                        pset::TypePropertyTableValue, pset::TypePropertyListValue,
-                        pset::TypeComplexProperty>(*type);
+                        pset::TypePropertyTableValue, pset::TypePropertyListValue, pset::TypeComplexProperty>(
+            *type);
     }
 }
 

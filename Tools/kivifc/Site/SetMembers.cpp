@@ -30,7 +30,8 @@ constexpr std::size_t ShortDefinitionMax = 400;
 
 using Rows = std::unordered_map<const Def*, std::string_view>;
 
-/// One row of the page of an entity.
+/// One row of the page of an entity. Most of what a site takes on disk are such rows, so they are sparing: no
+/// translations, and nothing around a text that is alone in its cell.
 class ShortRow {
 public:
     ShortRow(const SiteModel& model, const SiteSet& set, Html& html) :
@@ -40,13 +41,12 @@ public:
         const auto& def = *member.def;
         html_ << "<tr><th scope=\"row\"><a" << href(address_.row(member.row)) << "><code>"
               << escaped(sShort(def.getName())) << "</code></a>";
-        vNameTranslationsWrite(def.getNameAliases(), html_);
         if (member.whole)
             html_ << " <span class=\"note\">part of " << isolated(sShort(member.whole->getName()))
                   << "</span>";
         html_ << "</th><td>";
         vMemberTypeWrite(model_, def, {.itemsMax = ShortItemsMax}, html_);
-        html_ << "</td><td class=\"note\">" << isolated(sShort(def.getDefinition(), ShortDefinitionMax))
+        html_ << "</td><td class=\"note\">" << escaped(sShort(def.getDefinition(), ShortDefinitionMax))
               << "</td></tr>\n";
     }
 
@@ -99,7 +99,7 @@ private:
             html_ << "translations";
         html_ << "</summary>\n";
         if (hasGuid)
-            vGuidNotationsWrite(def.getIfdGuid(), html_);
+            vGuidRowWrite(def.getIfdGuid(), html_);
         vTranslationsListWrite(def.getNameAliases(), def.getDefinitionAliases(), html_);
         if (enumeration)
             vItemsTranslationsWrite(*enumeration);

@@ -31,8 +31,7 @@ bool isScript(std::string_view part) {
 }
 
 bool isCountry(std::string_view part) {
-    return (part.size() == 2 && isLetters(part)) ||
-           (part.size() == 3 && std::ranges::all_of(part, isDigit));
+    return (part.size() == 2 && isLetters(part)) || (part.size() == 3 && std::ranges::all_of(part, isDigit));
 }
 
 /// What comes before the next hyphen, which is taken off the text.
