@@ -2,6 +2,7 @@
 
 #include "kivifc/Site/Assets.h"
 #include "kivifc/Site/EntityPage.h"
+#include "kivifc/Site/SearchIndexFile.h"
 #include "kivifc/Site/StartPage.h"
 
 #include <array>
@@ -12,7 +13,7 @@ namespace {
 
 using Write = void (*)(const SiteModel& model, SiteFolder& folder);
 
-constexpr std::array<Write, 2> Kinds{vStartPageWrite, vEntityPagesWrite};
+constexpr std::array<Write, 3> Kinds{vStartPageWrite, vEntityPagesWrite, vSearchIndexWrite};
 
 } // namespace
 
