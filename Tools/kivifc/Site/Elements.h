@@ -17,7 +17,9 @@
 #include "kivifc/Site/Html.h"
 
 #include <initializer_list>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace kiv::kivifc::site {
 
@@ -37,6 +39,22 @@ void vTableEnd(Html& html);
 
 /// The "#" beside a row, by which one gets its address.
 void vRowLinkWrite(Html& html, std::string_view name);
+
+/// The same for an id that a page gave to the row.
+void vRowLinkWrite(Html& html, const std::string& id, std::string_view name);
+
+/// The ids of the rows of one page, each given out once.
+///
+///     RowIds ids;
+///     html << "<tr" << attribute("id", ids.sTake(name)) << ">";
+class RowIds {
+public:
+    /// That of the name; for a name that is there again, one that no link leads to.
+    std::string sTake(std::string_view name);
+
+private:
+    std::unordered_map<std::string, int> taken_;
+};
 
 /// A name as a link, in the type of code.
 void vNameLinkWrite(Html& html, const Address& address, std::string_view name);

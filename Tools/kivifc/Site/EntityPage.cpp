@@ -1,10 +1,16 @@
 #include "kivifc/Site/EntityPage.h"
 
+#include "kivifc/Site/Diagram.h"
+#include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/Elements.h"
+#include "kivifc/Site/EntityAttributes.h"
+#include "kivifc/Site/EntitySets.h"
 #include "kivifc/Site/ExpressHtml.h"
 #include "kivifc/Site/Page.h"
-#include "kivifc/Site/RedeclaredName.h"
+#include "kivifc/Site/RuleHtml.h"
+#include "kivifc/Site/UsesHtml.h"
 
+#include <cstddef>
 #include <string>
 
 namespace kiv::kivifc::site {
@@ -24,40 +30,67 @@ public:
         html_(page_.body()) {}
 
     std::string sText() {
-        vAttributesWrite();
+        vTreeWrite();
+        EntityAttributes(model_, entity_, ids_, html_).vWrite();
+        vWhereWrite(model_, {.pSelf = &entity_}, entity_.pWhere(), ids_, html_);
+        vInheritedRulesWrite();
+        vEntitySetsWrite(model_, entity_, html_);
+        vUsesWrite(model_, entity_, html_);
         return page_.takeText();
     }
 
 private:
-    void vAttributesWrite() {
-        const auto attributes = entity_.getAttributes();
-        if (attributes.empty())
-            return;
-        vSectionBegin(html_, "attributes", "Attributes", attributes.size());
-        vTableBegin(html_, "Attributes of " + sShort(entity_.getName()), {"Name", "Type"});
-        for (const auto& attribute : attributes)
-            vAttributeWrite(attribute);
-        vTableEnd(html_);
+    void vTreeWrite() {
+        html_ << "<p class=\"lead\">";
+        if (entity_.isAbstract())
+            html_ << "<span class=\"badge abstract\">abstract</span> ";
+        vLineWrite();
+        html_ << "</p>\n";
+        vSectionBegin(html_, "tree", "Place in the tree");
+        vDiagramWrite(model_, entity_, html_);
         vSectionEnd(html_);
     }
 
-    void vAttributeWrite(const Attribute& each) {
-        const auto name = ownNameOf(each.getName());
-        html_ << "<tr" << attribute("id", sAnchor(name)) << "><th scope=\"row\"><code>"
-              << escaped(sShort(name)) << "</code>";
-        vRowLinkWrite(html_, name);
-        html_ << "</th><td><code>";
-        vExpressWrite(model_, {}, each.getTypeText(), html_);
-        html_ << "</code>";
-        if (each.isOptional())
-            html_ << " <span class=\"badge\">optional</span>";
-        html_ << "</td></tr>\n";
+    /// The supertypes as a line of text.
+    void vLineWrite() {
+        const auto line = nearestOf(entity_);
+        if (line.back()->pSupertype())
+            html_ << "... &gt; ";
+        for (auto each = line.rbegin(); each != line.rend(); ++each) {
+            if (*each == &entity_)
+                html_ << "<code>" << escaped(sShort(entity_.getName())) << "</code>";
+            else
+                vObjectLinkWrite(model_, **each, html_);
+            if (*each != &entity_)
+                html_ << " &gt; ";
+        }
+    }
+
+    /// Their text is on the pages of the supertypes.
+    void vInheritedRulesWrite() {
+        constexpr std::size_t RulesMax = 100;
+        std::size_t count = 0;
+        for (const auto* each : nearestOf(entity_)) {
+            if (each == &entity_)
+                continue;
+            for (const auto* rule : distinctRules(each->pWhere())) {
+                if (++count > RulesMax)
+                    break;
+                html_ << (count == 1 ? Markup("<p>Inherited rules: ") : Markup(", ")) << "<a"
+                      << href(model_.getAddresses().of(*each).row(rule->label)) << "><code>"
+                      << escaped(sShort(each->getName())) << "." << escaped(sShort(rule->label))
+                      << "</code></a>";
+            }
+        }
+        if (count > 0)
+            html_ << "</p>\n";
     }
 
     const SiteModel& model_;
     const Entity& entity_;
     Page page_;
     Html& html_;
+    RowIds ids_;
 };
 
 } // namespace

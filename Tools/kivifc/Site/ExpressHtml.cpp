@@ -100,8 +100,8 @@ private:
             html_ << escaped(text);
             break;
         }
-        isAfterPoint_ = text == ".";
-        if (!isAfterPoint_)
+        isAfterPoint_ = text.ends_with('.');
+        if (text != ".")
             pBefore_ = nullptr;
     }
 

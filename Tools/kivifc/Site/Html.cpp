@@ -112,6 +112,14 @@ Html& Html::operator<<(const RowHref& href) {
     return *this;
 }
 
+Html& Html::operator<<(const IdHref& href) {
+    vInTagExpect(true);
+    text_.append(" href=\"#");
+    vEscapedAppend(href.id);
+    text_ += '"';
+    return *this;
+}
+
 Html& Html::operator<<(const Html& part) {
     vInTagExpect(false);
     part.vInTagExpect(false);

@@ -144,6 +144,15 @@ inline RowHref rowHref(std::string_view name) {
     return {name};
 }
 
+/// ` href="#id"`, for an id that a page gave to a row; whatever it is, it is one of this page.
+struct IdHref {
+    std::string_view id;
+};
+
+inline IdHref idHref(std::string_view id) {
+    return {id};
+}
+
 class Html {
 public:
     /// `root` leads from the page to the top of the site: "" or "../".
@@ -156,6 +165,7 @@ public:
     Html& operator<<(const NumberAttribute& attribute);
     Html& operator<<(const Href& href);
     Html& operator<<(const RowHref& href);
+    Html& operator<<(const IdHref& href);
     /// A part that was made for a page at the same place.
     Html& operator<<(const Html& part);
     Html& operator<<(std::size_t number);

@@ -4,7 +4,6 @@
 #include "kivifc/Site/RedeclaredName.h"
 
 #include <algorithm>
-#include <iterator>
 #include <map>
 #include <unordered_set>
 #include <utility>
@@ -49,7 +48,7 @@ SiteModel::SiteModel(const SchemaWithSets& loaded, std::string title) :
     vSetsApply();
     vUnrestrictedFind();
     vRedeclarationsFind();
-    vDepthsFind();
+    vPlacesFind();
 }
 
 void SiteModel::vObjectsSort() {
@@ -153,19 +152,23 @@ void SiteModel::vRedeclarationsFind() {
 }
 
 /// Level by level: a line of inheritance may be too long to recurse along.
-void SiteModel::vDepthsFind() {
-    auto level = tree_.getRoots();
-    for (std::size_t depth = 0; !level.empty(); ++depth) {
-        InheritanceTree::Entities next;
-        for (const auto* entity : level) {
-            depths_.emplace(entity, depth);
-            std::ranges::copy(tree_.getChildren(*entity), std::back_inserter(next));
+void SiteModel::vPlacesFind() {
+    auto all = tree_.getRoots();
+    for (const auto* root : all)
+        places_.emplace(root, Place{});
+    for (std::size_t next = 0; next < all.size(); ++next) {
+        for (const auto* child : tree_.getChildren(*all[next])) {
+            places_.emplace(child, Place{places_.at(all[next]).depth + 1, 0});
+            all.push_back(child);
         }
-        level = std::move(next);
+    }
+    for (auto place = all.rbegin(); place != all.rend(); ++place) {
+        if ((*place)->pSupertype())
+            places_.at((*place)->pSupertype()).below += places_.at(*place).below + 1;
     }
     // None, unless supertypes go in a circle.
     for (const auto* entity : entities_)
-        depths_.try_emplace(entity, 0);
+        places_.try_emplace(entity);
 }
 
 const SiteSet* SiteModel::pSet(const SetDef* set) const {

@@ -98,16 +98,23 @@ public:
     redeclarationsOf(const ifc::def::schema::AttributeBase& attribute) const;
 
     /// How many supertypes an entity has above it.
-    std::size_t depthOf(const Entity& entity) const { return depths_.at(&entity); }
+    std::size_t depthOf(const Entity& entity) const { return places_.at(&entity).depth; }
+    /// How many entities are below it, at whatever depth.
+    std::size_t countBelow(const Entity& entity) const { return places_.at(&entity).below; }
 
 private:
+    struct Place {
+        std::size_t depth = 0;
+        std::size_t below = 0;
+    };
+
     void vObjectsSort();
     void vSetsCollect();
     void vUnusedSetsRead();
     void vSetsApply();
     void vUnrestrictedFind();
     void vRedeclarationsFind();
-    void vDepthsFind();
+    void vPlacesFind();
 
     const SchemaWithSets& loaded_;
     std::string title_;
@@ -125,7 +132,7 @@ private:
     std::unordered_map<const Entity*, std::vector<AppliedSets>> applied_;
     std::vector<const SiteSet*> unrestricted_;
     std::unordered_map<const ifc::def::schema::AttributeBase*, std::vector<Redeclaration>> redeclarations_;
-    std::unordered_map<const Entity*, std::size_t> depths_;
+    std::unordered_map<const Entity*, Place> places_;
 };
 
 } // namespace kiv::kivifc::site

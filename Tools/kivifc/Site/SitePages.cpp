@@ -4,6 +4,8 @@
 #include "kivifc/Site/EntityPage.h"
 #include "kivifc/Site/SearchIndexFile.h"
 #include "kivifc/Site/StartPage.h"
+#include "kivifc/Site/TextPage.h"
+#include "kivifc/Site/TypePage.h"
 
 #include <array>
 
@@ -13,7 +15,8 @@ namespace {
 
 using Write = void (*)(const SiteModel& model, SiteFolder& folder);
 
-constexpr std::array<Write, 3> Kinds{vStartPageWrite, vEntityPagesWrite, vSearchIndexWrite};
+constexpr std::array Kinds{Write{vStartPageWrite},     Write{vEntityPagesWrite}, Write{vTypePagesWrite},
+                           Write{vFunctionPagesWrite}, Write{vRulePagesWrite},   Write{vSearchIndexWrite}};
 
 } // namespace
 

@@ -11,12 +11,11 @@ namespace kiv::kivifc::site {
 namespace {
 
 void vFigureWrite(Html& html, Markup name, std::size_t count) {
-    html << "<li class=\"figure\"><span class=\"number\">" << count << "</span> " << name << "</li>\n";
+    html << "<li><span><strong>" << count << "</strong> " << name << "</span></li>\n";
 }
 
 void vFigureWrite(Html& html, Markup name, std::size_t count, PageName page) {
-    html << "<li class=\"figure\"><a" << href(Address(page)) << "><span class=\"number\">" << count
-         << "</span> " << name << "</a></li>\n";
+    html << "<li><a" << href(Address(page)) << "><strong>" << count << "</strong> " << name << "</a></li>\n";
 }
 
 void vSchemaWrite(const SiteModel& model, Html& html) {

@@ -5,6 +5,7 @@
 #include "kiv/Kit/Express/ExpressionWalk.h"
 #include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/ExpressWords.h"
+#include "kivifc/Site/RedeclaredName.h"
 
 #include <functional>
 #include <utility>
@@ -78,7 +79,7 @@ private:
         }
         if (entity.pDerive()) {
             for (const auto& value : entity.pDerive()->getValues())
-                vTextTake(value.getRest(), {&entity, value.getName()});
+                vTextTake(value.getRest(), {&entity, ownNameOf(value.getName())});
         }
         vRulesTake(entity, entity.pWhere());
     }
