@@ -150,7 +150,8 @@
                 return;
             }
             near = index;
-            if (box.value && !list.hidden)
+            // Who is among the results already keeps them.
+            if (box.value && document.activeElement === box)
                 show();
         };
         setTimeout(step, 0, 0);
