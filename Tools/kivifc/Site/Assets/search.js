@@ -364,7 +364,7 @@
     box.addEventListener("focus", () => load().catch(() => say("The index of the search cannot be read.")));
     box.addEventListener("input", typed);
     box.addEventListener("focus", () => {
-        if (box.value && entries)
+        if (box.value && entries && list.hidden)
             show();
     });
     box.parentNode.addEventListener("keydown", (event) => {
