@@ -70,6 +70,9 @@ void Page::vBarWrite(std::string_view siteTitle) {
 }
 
 void Page::vCrumbsWrite(std::string_view siteTitle, const PageHead& head) {
+    const bool isStart = head.crumbs.empty() && head.title == siteTitle;
+    if (isStart)
+        return;
     html_ << "<nav class=\"crumbs\" aria-label=\"Breadcrumb\"><ol>";
     html_ << "<li><a" << href(Address(StartPage)) << ">" << escaped(sShort(siteTitle)) << "</a></li>";
     for (const auto& crumb : head.crumbs)
