@@ -7,8 +7,8 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDerive.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaUnique.h"
 #include "kiv/Kit/Documents/SetMembers.h"
-#include "kivifc/Site/Anchors.h"
 #include "kivifc/Site/DistinctRules.h"
+#include "kivifc/Site/Elements.h"
 #include "kivifc/Site/RedeclaredName.h"
 #include "kivifc/Site/SearchIndex.h"
 
@@ -54,21 +54,22 @@ public:
 private:
     void vPageAdd(SearchKind kind, const ObjectBase& object) {
         index_.vPageAdd(kind, object.getName(), model_.getAddresses().of(object).getPath());
-        anchors_ = {};
+        ids_ = {};
     }
 
-    void vRowAdd(SearchKind kind, std::string_view name) { index_.vRowAdd(kind, name, anchors_.sTake(name)); }
+    void vRowAdd(SearchKind kind, std::string_view name) { index_.vRowAdd(kind, name, ids_.sTake(name)); }
 
+    /// Rows are asked for their ids in the order in which the page does that.
     void vEntityAdd(const Entity& entity) {
         vPageAdd(SearchKind::Entity, entity);
         for (const auto& attribute : entity.getAttributes())
             vRowAdd(SearchKind::Attribute, ownNameOf(attribute.getName()));
+        for (const auto& attribute : entity.getAttributesInverse())
+            vRowAdd(SearchKind::InverseAttribute, attribute.getName());
         if (entity.pDerive()) {
             for (const auto& value : entity.pDerive()->getValues())
                 vRowAdd(SearchKind::DerivedAttribute, ownNameOf(value.getName()));
         }
-        for (const auto& attribute : entity.getAttributesInverse())
-            vRowAdd(SearchKind::InverseAttribute, attribute.getName());
         if (entity.pUnique()) {
             for (const auto& rule : entity.pUnique()->getRules())
                 vRowAdd(SearchKind::UniqueRule, rule.label);
@@ -100,7 +101,7 @@ private:
                                                                                  : SearchKind::PropertySet;
         index_.vPageAdd(kind, set.getName(), model_.getAddresses().of(set).getPath(),
                         sDigits(set.getIfdGuid()));
-        anchors_ = {};
+        ids_ = {};
         for (const auto* member : kit::setMembers(set))
             vMemberAdd(*member);
     }
@@ -108,7 +109,7 @@ private:
     // Properties within properties: as deep as XML elements may be.
     void vMemberAdd(const xml::Def& member) {
         const auto* property = dynamic_cast<const pset::PropertyDef*>(&member);
-        const auto anchor = anchors_.sTake(member.getName());
+        const auto anchor = ids_.sTake(member.getName());
         const auto& aliases = member.getNameAliases().getEntries();
         std::vector<std::string> tags;
         std::ranges::transform(aliases, std::back_inserter(tags),
@@ -136,7 +137,7 @@ private:
 
     const SiteModel& model_;
     SearchIndex index_;
-    Anchors anchors_;
+    RowIds ids_;
 };
 
 } // namespace

@@ -33,7 +33,7 @@ TEST(SearchIndexFile, HoldsTheRowsOfEachPage) {
         const std::string line :
         {R"([0,"BldWall",0,0,[[8,"PredefinedType","Length","Height","Thickness"],[10,"SideArea","GrossVolume"],)"
          R"([14,"KindIsTold","Slender","Solid","InBuilding"]]])",
-         R"([0,"BldStorey",0,0,[[8,"Level","Elevation","ClearHeight"],[10,"Ceiling"],[9,"Rooms"],[15,"UR2","UR3"],)"
+         R"([0,"BldStorey",0,0,[[8,"Level","Elevation","ClearHeight"],[9,"Rooms"],[10,"Ceiling"],[15,"UR2","UR3"],)"
          R"([14,"NoThirteenth"]]])",
          // Declared again: by its own name.
          R"([0,"BldStandardWall",0,0,[[8,"Layers"],[10,"Thickness"],[14,"SideInRange"]]])",
@@ -57,7 +57,7 @@ TEST(SearchIndexFile, HoldsMembersWithGuidsLanguagesAndValues) {
 
 TEST(SearchIndexFile, ANameThatIsThereTwiceHasTwoAnchors) {
     EXPECT_THAT(indexLines(),
-                Contains(HasSubstr(R"([4,"Pset_BldFlowPart",0,0,[[6,"Medium",["Medium","Medium~2"])")));
+                Contains(HasSubstr(R"([4,"Pset_BldFlowPart",0,0,[[6,"Medium",["Medium","Medium~~2"])")));
 }
 
 } // namespace
