@@ -60,6 +60,28 @@ class LinksTest(unittest.TestCase):
         self.assertEqual(found, ["index.html: the policy is None"])
 
 
+class IndexTest(unittest.TestCase):
+    def problems(self, pages_of_index, **files):
+        with tempfile.TemporaryDirectory() as folder:
+            os.mkdir(os.path.join(folder, "assets"))
+            with open(os.path.join(folder, "assets", "search-index.js"), "w", encoding="utf-8") as file:
+                file.write(f'window.kivSearch={{format:1,kinds:["Entity","Property set","Property"],languages:[],pages:[\n{pages_of_index}\n]}};\n')
+            return links.index_problems(folder, site(**files))
+
+    def test_entries_lead_to_pages_and_rows(self):
+        self.assertEqual(self.problems('[0,"Wall",0,0,[[2,"Name",["Odd","Odd~2"]]]],\n[1,"Set"]',
+                                       Wall='<p id="Name"></p><p id="Odd~2"></p>', sets__Set=""), [])
+
+    def test_entries_that_lead_nowhere_are_found(self):
+        for entry in ('[0,"Door"]', '[1,"Wall"]', '[0,"Wall","Other.html"]', '[0,"Wall",0,0,[[2,"Name"]]]'):
+            with self.subTest(entry):
+                self.assertEqual(len(self.problems(entry, Wall="")), 1)
+
+    def test_pages_that_the_search_does_not_know_are_found(self):
+        self.assertEqual(self.problems('[0,"Wall"]', Wall="", Door='<h1><span class="kind">Entity</span> Door</h1>'),
+                         ["search: knows no Door.html"])
+
+
 class CompleteTest(unittest.TestCase):
     schema = {"objects": [{"kind": "Entity", "name": "Wall", "attributes": [{"name": "Name"}], "attributesInverse": [],
                            "unique": None, "derive": None, "where": None}]}

@@ -2,8 +2,8 @@
 
     complete.py --kivifc PROGRAM FOLDER SCHEMA SETS...
 
-compares both ways, each entity, attribute, inverse attribute, rule, type, item, function, set and member by name and owner.
-Exit status 1 when something is missing or too much.
+compares both ways, each entity, attribute, inverse attribute, rule, type, item, function, set and member by name and owner,
+and follows the links as links.py does. Exit status 1 when something is missing, too much or leads nowhere.
 """
 
 import argparse
@@ -12,6 +12,7 @@ import json
 import subprocess
 import sys
 
+import links
 import pages
 
 MOST_SHOWN = 40
@@ -127,7 +128,8 @@ def main(arguments):
     parser.add_argument("sets", nargs="*")
     options = parser.parse_args(arguments)
     checked = loaded(options.kivifc, "check", options.schema, *options.sets) if options.sets else {"documents": []}
-    return compare(pages.site_read(options.folder), loaded(options.kivifc, "schema", options.schema), checked)
+    site = pages.site_read(options.folder)
+    return all([links.report(options.folder, site), compare(site, loaded(options.kivifc, "schema", options.schema), checked)])
 
 
 if __name__ == "__main__":

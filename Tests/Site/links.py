@@ -5,8 +5,10 @@
 Says what is wrong, and how many links there are. Exit status 1 when something is wrong.
 """
 
+import json
 import os
 import posixpath
+import re
 import sys
 import urllib.parse
 
@@ -48,6 +50,37 @@ def unreached(site):
     return sorted(set(site) - seen)
 
 
+def index_read(folder):
+    """The index of the search: what its script says is JSON but for the names of its members."""
+    with open(os.path.join(folder, "assets", "search-index.js"), encoding="utf-8") as file:
+        text = file.read()
+    body = re.fullmatch(r"window\.kivSearch=\{format:1,kinds:(\[.*\]),languages:(\[.*\]),pages:(\[\n.*\n\])\};\n", text, re.DOTALL)
+    return [json.loads(part) for part in body.groups()]
+
+
+def index_addresses(index):
+    """Where each entry of the index leads to, with its name."""
+    kinds, _, pages_of_index = index
+    for kind, name, *others in pages_of_index:
+        file, _, runs = (others + [0] * 3)[:3]
+        is_set = kinds[kind] in ("Property set", "Quantity set")
+        path = file or ("sets/" if is_set else "") + name + ".html"
+        yield path, "", name
+        for _, *rows in runs or []:
+            for row in rows:
+                text, anchor = (row, 0) if isinstance(row, str) else (row + [0])[:2]
+                yield path, anchor or text, text
+
+
+def index_problems(folder, site):
+    """Entries of the search that lead nowhere, and pages and rows of schema and sets that it does not know."""
+    addresses = list(index_addresses(index_read(folder)))
+    found = [f"search: {name[:80]} leads to no {'place' if anchor else 'page'}: {path}#{anchor[:80]}" for path, anchor, name in addresses
+             if path not in site or anchor and anchor not in site[path].ids]
+    known = {path for path, _, _ in addresses}
+    return found + [f"search: knows no {page.path}" for page in site.values() if page.kind and page.path not in known]
+
+
 def problems(site):
     if "index.html" not in site:
         return ["there is no index.html"]
@@ -62,7 +95,7 @@ def problems(site):
 
 def report(folder, site):
     """Prints what is wrong with a site that was read, and says whether anything is."""
-    found = problems(site)
+    found = problems(site) + index_problems(folder, site)
     for text in found[:MOST_SHOWN]:
         print(f"{folder}: {text}")
     if len(found) > MOST_SHOWN:

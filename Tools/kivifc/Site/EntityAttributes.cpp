@@ -194,7 +194,7 @@ void EntityAttributes::vInverseWrite() {
     vKindWrite({"inverse", "Inverse attributes", "Type and the attribute that it mirrors"}, inversesOf,
                nameOf<AttributeInverse>, [&](const Entity&, const AttributeInverse& inverse) {
                    vTypeTextWrite(model_, inverse, html_);
-                   html_ << " <span class=\"kw\">FOR</span> ";
+                   html_ << " <code class=\"kw\">FOR</code> ";
                    const auto name = inverse.getForAttributeName();
                    const auto* mirrored = inverse.pReferredAttribute();
                    if (!mirrored) {

@@ -14,13 +14,22 @@ constexpr Markup Policy("<meta http-equiv=\"Content-Security-Policy\" content=\"
                         "style-src 'self'; script-src 'self'; "
                         "img-src 'self' data:; base-uri 'none'; form-action 'none'\">\n");
 
-constexpr Markup SearchBox(
-    "<div class=\"search\" role=\"search\"><input id=\"search\" type=\"search\" role=\"combobox\" "
-    "aria-label=\"Search\" aria-controls=\"results\" aria-expanded=\"false\" aria-autocomplete=\"list\" "
-    "autocomplete=\"off\" spellcheck=\"false\" placeholder=\"Search: press / or s\">"
-    "<ul id=\"results\" role=\"listbox\" aria-label=\"Search results\" hidden></ul></div>\n"
-    "<select id=\"language\" aria-label=\"Language of names and definitions\" hidden></select>\n"
-    "<button id=\"mode\" type=\"button\" hidden>Dark</button>\n");
+// site.js fills and shows what is hidden here.
+constexpr Markup
+    SearchBox("<div class=\"search\" role=\"search\"><label class=\"hidden\" for=\"search\">Search</label>"
+              "<input id=\"search\" type=\"search\" autocomplete=\"off\" spellcheck=\"false\" "
+              "placeholder=\"Search: press / or s\">"
+              "<p id=\"found\" class=\"hidden\" role=\"status\"></p><ul id=\"results\" "
+              "aria-label=\"Results\" hidden></ul></div>\n"
+              "<label class=\"hidden\" for=\"language\">Language of names and definitions</label>"
+              "<select id=\"language\" hidden></select>\n"
+              "<button id=\"mode\" type=\"button\" hidden>Dark</button>\n");
+
+/// The icon is none, so that browsers ask for none.
+constexpr Markup
+    HeadEnd("<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+            "<meta name=\"color-scheme\" content=\"light dark\">\n"
+            "<meta name=\"referrer\" content=\"no-referrer\">\n<link rel=\"icon\" href=\"data:,\">\n");
 
 } // namespace
 
@@ -40,14 +49,15 @@ Page::Page(std::string_view siteTitle, const PageHead& head) :
 void Page::vHeadWrite(std::string_view siteTitle, const PageHead& head) {
     html_ << "<!DOCTYPE html>\n<html lang=\"en\"" << attribute("data-root", html_.getRoot().getView())
           << ">\n<head>\n<meta charset=\"utf-8\">\n"
-          << Policy << "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>"
-          << escaped(sShort(head.title)) << " - " << escaped(sShort(siteTitle))
-          << "</title>\n<link rel=\"stylesheet\"" << href(Address(StyleSheet)) << ">\n";
+          << Policy << HeadEnd << "<title>" << escaped(sShort(head.title)) << " - "
+          << escaped(sShort(siteTitle)) << "</title>\n<link rel=\"stylesheet\"" << href(Address(StyleSheet))
+          << ">\n";
+    // The first is obeyed before the page is drawn, so that a remembered mode is there from the beginning.
     if (head.isBelowTop)
-        html_ << "<script defer src=\"../assets/site.js\"></script>\n"
+        html_ << "<script src=\"../assets/site.js\"></script>\n"
                  "<script defer src=\"../assets/search.js\"></script>\n";
     else
-        html_ << "<script defer src=\"assets/site.js\"></script>\n"
+        html_ << "<script src=\"assets/site.js\"></script>\n"
                  "<script defer src=\"assets/search.js\"></script>\n";
     html_ << "</head>\n<body>\n";
 }
@@ -60,6 +70,9 @@ void Page::vBarWrite(std::string_view siteTitle) {
 }
 
 void Page::vCrumbsWrite(std::string_view siteTitle, const PageHead& head) {
+    const bool isStart = head.crumbs.empty() && head.title == siteTitle;
+    if (isStart)
+        return;
     html_ << "<nav class=\"crumbs\" aria-label=\"Breadcrumb\"><ol>";
     html_ << "<li><a" << href(Address(StartPage)) << ">" << escaped(sShort(siteTitle)) << "</a></li>";
     for (const auto& crumb : head.crumbs)

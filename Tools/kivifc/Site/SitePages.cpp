@@ -6,6 +6,7 @@
 #include "kivifc/Site/LanguageIndexPages.h"
 #include "kivifc/Site/ObjectIndexPages.h"
 #include "kivifc/Site/PropertyIndexPages.h"
+#include "kivifc/Site/SearchIndexFile.h"
 #include "kivifc/Site/SetIndexPage.h"
 #include "kivifc/Site/SetPage.h"
 #include "kivifc/Site/StartPage.h"
@@ -21,10 +22,10 @@ namespace {
 using Write = void (*)(const SiteModel& model, SiteFolder& folder);
 
 constexpr std::array Kinds{
-    Write{vStartPageWrite},          Write{vEntityPagesWrite},   Write{vTypePagesWrite},
-    Write{vFunctionPagesWrite},      Write{vRulePagesWrite},     Write{vSetPagesWrite},
-    Write{vObjectIndexPagesWrite},   Write{vSetIndexPageWrite},  Write{vPropertyIndexPagesWrite},
-    Write{vLanguageIndexPagesWrite}, Write{vGuidIndexPagesWrite}};
+    Write{vStartPageWrite},          Write{vEntityPagesWrite},    Write{vTypePagesWrite},
+    Write{vFunctionPagesWrite},      Write{vRulePagesWrite},      Write{vSetPagesWrite},
+    Write{vObjectIndexPagesWrite},   Write{vSetIndexPageWrite},   Write{vPropertyIndexPagesWrite},
+    Write{vLanguageIndexPagesWrite}, Write{vGuidIndexPagesWrite}, Write{vSearchIndexWrite}};
 
 } // namespace
 

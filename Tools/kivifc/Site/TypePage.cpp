@@ -8,6 +8,7 @@
 #include "kivifc/Site/TypeHtml.h"
 #include "kivifc/Site/UsesHtml.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <unordered_set>
@@ -56,7 +57,7 @@ public:
 private:
     void vItemsWrite(const DataTypeEnum& items) {
         vSectionBegin(html_, "items", "Items", items.getItems().size());
-        html_ << "<ul class=\"items\">\n";
+        html_ << "<ul class=\"names\">\n";
         for (const auto item : items.getItems()) {
             const auto id = ids_.sTake(item);
             html_ << "<li" << attribute("id", id) << "><code>" << escaped(item) << "</code>";
@@ -76,7 +77,8 @@ private:
 
     /// Members that are selects have theirs below them, each select once.
     void vMemberListWrite(const DataTypeSelect& select, std::size_t depth) {
-        html_ << "<ul class=\"members\">\n";
+        // Names alone are set in columns; with lists below them they are a tree.
+        html_ << (isFlat(select) ? Markup("<ul class=\"names\">\n") : Markup("<ul class=\"tree\">\n"));
         for (const auto name : select.getMemberNames()) {
             const auto* object = model_.getSchema().pObjectFromName(name);
             html_ << "<li";
@@ -90,6 +92,10 @@ private:
             html_ << "</li>\n";
         }
         html_ << "</ul>\n";
+    }
+
+    static bool isFlat(const DataTypeSelect& select) {
+        return std::ranges::none_of(select.getMembers(), pSelect);
     }
 
     void vMemberWrite(const ObjectBase* object, std::string_view name) {

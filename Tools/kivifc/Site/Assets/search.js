@@ -150,7 +150,8 @@
                 return;
             }
             near = index;
-            if (box.value && !list.hidden)
+            // Who is among the results already keeps them.
+            if (box.value && document.activeElement === box)
                 show();
         };
         setTimeout(step, 0, 0);
@@ -363,7 +364,7 @@
     box.addEventListener("focus", () => load().catch(() => say("The index of the search cannot be read.")));
     box.addEventListener("input", typed);
     box.addEventListener("focus", () => {
-        if (box.value && entries)
+        if (box.value && entries && list.hidden)
             show();
     });
     box.parentNode.addEventListener("keydown", (event) => {

@@ -174,6 +174,33 @@
             element.scrollIntoView();
     }
 
+    /* Contents */
+
+    // On pages with several sections: links to them, beside the text or below the title.
+    function contentsBegin() {
+        const headings = document.querySelectorAll("main > section[id] > h2");
+        const title = document.querySelector("main > h1");
+        if (headings.length < 3 || !title || document.querySelector(".toc"))
+            return;
+        const contents = document.createElement("nav");
+        contents.className = "toc";
+        contents.setAttribute("aria-label", "On this page");
+        const list = document.createElement("ul");
+        for (const heading of headings) {
+            const link = document.createElement("a");
+            link.href = "#" + heading.parentNode.id;
+            for (const part of heading.childNodes) {
+                if (!part.classList?.contains("anchor"))
+                    link.append(part.cloneNode(true));
+            }
+            const item = document.createElement("li");
+            item.append(link);
+            list.append(item);
+        }
+        contents.append(list);
+        title.after(contents);
+    }
+
     /* Keys */
 
     function isTyping(element) {
@@ -197,6 +224,7 @@
 
     document.addEventListener("DOMContentLoaded", () => {
         modeBegin();
+        contentsBegin();
         languageBegin();
         copyBegin();
         keysBegin();
