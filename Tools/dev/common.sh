@@ -45,6 +45,28 @@ need() {
     progress ''
 }
 
+# npm_file FILE PACKAGE INTEGRITY PATH: a file of an npm package, unless it is there. Exit status 77 says that this machine has
+# no npm, or that npm does not get it.
+npm_file() {
+    local file=$1 package=$2 integrity=$3 path=$4 folder archive status=0
+    [ ! -f "$file" ] || return 0
+    command -v npm >/dev/null || return 77
+    mkdir -p "$(dirname "$file")"
+    folder=$(mktemp -d build/npm.XXXXXX)
+    npm pack --silent --pack-destination "$folder" "$package" >/dev/null 2>"$folder/log" || status=77
+    if [ $status -eq 0 ]; then
+        archive=$(ls "$folder"/*.tgz)
+        [ "sha512-$(openssl dgst -sha512 -binary "$archive" | base64 -w 0)" = "$integrity" ] || status=1
+    else
+        cat "$folder/log" >&2
+    fi
+    # Under another name first, so that half a file is never taken for it.
+    [ $status -ne 0 ] || { tar -xzOf "$archive" "package/$path" >"$folder/file" && mv "$folder/file" "$file"; } || status=1
+    rm -rf "$folder"
+    [ $status -ne 1 ] || fail "$package is not what it was"
+    return $status
+}
+
 # configure PRESET [CMAKE OPTIONS...]
 configure() {
     local preset=$1 log=build/$1/build.log werror=OFF

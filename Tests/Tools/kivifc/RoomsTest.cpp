@@ -15,8 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 
 /// Each may include itself and those before it.
-constexpr std::array<std::string_view, 7> Rooms{"Program",  "Documents", "Json",  "Pictures",
-                                                "Findings", "Commands",  "Manual"};
+constexpr std::array<std::string_view, 8> Rooms{"Program",  "Documents", "Json",     "Pictures",
+                                                "Findings", "Site",      "Commands", "Manual"};
 
 bool isAllowed(const std::string& room, const std::string& header) {
     const fs::path path(header);

@@ -258,8 +258,11 @@ std::string CheckOptions::sEntryTake(const ProjectFile& project, const ProjectEn
         vOptionTake("--severity", values);
         return {};
     }
+    // Another command reads it.
+    if (entry.section == "site")
+        return {};
     if (!entry.section.empty())
-        return fmt::format("no section is named \"{}\"; there are contexts and severity", entry.section);
+        return fmt::format("no section is named \"{}\"; there are contexts, severity and site", entry.section);
     if (entry.key == "schema")
         projectSchema_ = values.front();
     else if (entry.key == "sets")

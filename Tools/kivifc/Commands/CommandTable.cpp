@@ -17,6 +17,7 @@ constexpr std::array Commands{
     CommandEntry{"entity", "Show all that is known of an entity: its own and what it inherits",
                  pEntityCommand},
     CommandEntry{"export", "Write sets as documents, one file a set", pExportCommand},
+    CommandEntry{"site", "Write a schema and its sets as pages for a web browser", pSiteCommand},
 };
 
 } // namespace

@@ -24,6 +24,7 @@ std::unique_ptr<Command> pExportCommand();
 std::unique_ptr<Command> pFindCommand();
 std::unique_ptr<Command> pSchemaCommand();
 std::unique_ptr<Command> pSetsCommand();
+std::unique_ptr<Command> pSiteCommand();
 std::unique_ptr<Command> pTypeCommand();
 
 /// One row of the table.

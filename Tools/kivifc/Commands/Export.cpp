@@ -131,7 +131,7 @@ void ExportCommand::vRun(Console& console) {
     loaded->schema.schema->forEachDefinition(
         [&](const auto& context, const auto& definitions) { exporter.vContextExport(context, definitions); },
         {});
-    if (exporter.getWritten().empty() || loaded->setsUnused != 0)
+    if (exporter.getWritten().empty() || !loaded->unusedSets.empty())
         console.diagnostics.vFinding();
     if (jsonAsked_)
         return vJsonWrite(exporter.getWritten(), console.output);

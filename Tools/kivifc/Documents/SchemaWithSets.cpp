@@ -36,7 +36,7 @@ void vSetsRegister(kit::SetCollection&& sets, const Context& context, SchemaWith
         if (problem.failure) {
             diagnostics.vFail(shownFailure(problem.path, *problem.failure));
         } else {
-            ++loaded.setsUnused;
+            loaded.unusedSets.push_back({context, problem.path, problem.reason});
             diagnostics.vNote(problem.path, problem.reason);
         }
     }
@@ -89,7 +89,7 @@ std::optional<SchemaWithSets> schemaWithSetsRead(const std::string& schemaPath,
     auto schema = schemaFileRead(schemaPath, diagnostics);
     if (!schema)
         return std::nullopt;
-    SchemaWithSets loaded{std::move(*schema), {}, 0};
+    SchemaWithSets loaded{std::move(*schema), {}, {}};
     for (auto& [context, paths] :
          pathsByContext(std::string(loaded.schema.schema->getName()), sets, diagnostics)) {
         vSetsRegister(documentsRead(loaded, setPathsCollect(paths, diagnostics)), context, loaded,

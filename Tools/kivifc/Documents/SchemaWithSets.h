@@ -14,7 +14,6 @@
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
 #include "kivifc/Documents/SchemaFile.h"
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -27,12 +26,19 @@ inline constexpr const char* SetsDescription =
     "Set documents and folders of *.xml, which become the standard sets of the schema; NAME=PATH makes them "
     "the sets of the context NAME";
 
+/// A set that was read but left out: refused, or with a name that is taken.
+struct UnusedSet {
+    ifc::def::SchemaPset::Context context;
+    std::string path;
+    std::string reason;
+};
+
 struct SchemaWithSets {
     SchemaFile schema;
     /// The document of each set.
     std::unordered_map<const ifc::def::xml::SetDef*, std::string> paths;
-    /// Sets that were read but left out: refused, or with a name that is taken.
-    std::size_t setsUnused = 0;
+    /// In the order of contexts and documents.
+    std::vector<UnusedSet> unusedSets;
 };
 
 /// The paths of the sets of one context.

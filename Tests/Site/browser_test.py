@@ -1,0 +1,416 @@
+"""What people see and do on the pages of a site, in a headless Chromium.
+
+The environment names what is looked at: KIV_SITE the site of the sample, KIV_SITE_HOSTILE one of hostile documents,
+KIV_SITE_LARGE one of a real schema (not always there), KIV_SITE_AXE the script of axe-core (not always there),
+KIV_SITE_SCREENSHOTS the folder for pictures.
+"""
+
+import functools
+import http.server
+import os
+import threading
+import unittest
+import uuid
+
+from selenium.webdriver.common.keys import Keys
+
+import pages
+from browser import WIDTHS, Browser
+
+SITE = os.environ["KIV_SITE"]
+HOSTILE = os.environ.get("KIV_SITE_HOSTILE")
+LARGE = os.environ.get("KIV_SITE_LARGE")
+AXE = os.environ.get("KIV_SITE_AXE")
+SCREENSHOTS = os.environ.get("KIV_SITE_SCREENSHOTS")
+
+# Of the sample's Pset_BldWall.Mark.
+MARK_GUID = "02bf42a5a9509184065e4ea845fc4da1"
+FIRST_RESULT_MILLISECONDS = 200
+
+
+def representatives(folder):
+    """One page of each kind, that with the most to see: label and path."""
+    best = {}
+    for page in pages.site_read(folder).values():
+        label = page.kind if page.kind and page.path != "index.html" else page.path.split(".")[0].split("-")[0]
+        if page.path == "entities-by-letter.html":
+            label = "entities by letter"
+        size = (len(page.rows) + len(page.links), page.path)
+        if label not in best or size > best[label][0]:
+            best[label] = (size, page.path)
+    return sorted((label.lower().replace(" ", "-"), path) for label, (_, path) in best.items())
+
+
+class SiteTest(unittest.TestCase):
+    """Has a browser, which complains of nothing at the end of a test."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.browser = BROWSER
+
+    def setUp(self):
+        self.browser.scripts_permit(True)
+        self.browser.width_set(1280)
+        self.browser.mode_prefer("light")
+        self.browser.open(SITE, "index.html")
+        self.browser.run("localStorage.clear()")
+        self.browser.complaints()
+
+    def tearDown(self):
+        self.assertEqual(self.browser.complaints(), [])
+
+    def found(self, text):
+        return self.browser.search(text)
+
+
+class PagesTest(SiteTest):
+    def test_every_kind_of_page_opens_without_complaint(self):
+        for label, path in KINDS:
+            with self.subTest(label):
+                self.browser.open(SITE, path)
+                self.assertEqual(len(self.browser.all("h1")), 1)
+                self.assertEqual(self.browser.run("return getComputedStyle(document.querySelector('.skip')).position"),
+                                 "absolute")
+                self.assertEqual(self.browser.complaints(), [])
+
+    def test_links_lead_through_all_kinds_of_pages(self):
+        self.browser.open(SITE, "index.html")
+        way = [('a[href="entities.html"]', "entities.html"), ('a[href="BldWall.html"]', "BldWall.html"),
+               ('#PredefinedType a[href="BldWallKind.html"], #attributes a[href="BldWallKind.html"]', "BldWallKind.html"),
+               ('a[href^="BldWall.html"]', "BldWall.html"),
+               ('a[href^="sets/Pset_BldWall.html"]', "sets/Pset_BldWall.html"),
+               ('main a[href^="../BldWall.html"]', "BldWall.html"), ("a.home", "index.html"),
+               ('a[href="properties.html"]', "properties.html")]
+        for selector, path in way:
+            self.browser.run("document.querySelectorAll('details').forEach((each) => { each.open = true; })")
+            link = self.browser.one(selector)
+            self.browser.run("arguments[0].scrollIntoView({block: 'center'})", link)
+            link.click()
+            self.browser.wait("return document.readyState === 'complete'")
+            self.assertEqual(self.browser.path().split("#")[0], path, selector)
+
+    def test_pages_are_readable_without_scripts(self):
+        for label, path in KINDS:
+            with self.subTest(label):
+                self.browser.open(SITE, path)
+                # The contents are made of the headings.
+                self.browser.run("document.querySelector('.toc')?.remove()")
+                shown = self.browser.one("main").text
+                self.browser.scripts_permit(False)
+                self.browser.open(SITE, path)
+                self.assertFalse(self.browser.one(".search").is_displayed())
+                self.assertFalse(self.browser.one("#mode").is_displayed())
+                self.assertFalse(self.browser.one("#language").is_displayed())
+                self.assertEqual(self.browser.one("main").text, shown)
+                self.browser.scripts_permit(True)
+
+    def test_nothing_is_wider_than_a_narrow_screen(self):
+        self.browser.width_set(320)
+        for label, path in KINDS:
+            with self.subTest(label):
+                self.browser.open(SITE, path)
+                self.assertLessEqual(self.browser.run("return document.documentElement.scrollWidth"), 320)
+
+    def test_what_is_printed_is_the_page_alone(self):
+        self.browser.open(SITE, "BldWall.html")
+        self.browser.command("Emulation.setEmulatedMedia", media="print")
+        try:
+            self.assertFalse(self.browser.one(".bar").is_displayed())
+            self.assertFalse(self.browser.one(".anchor").is_displayed())
+            self.assertTrue(self.browser.one("h1").is_displayed())
+        finally:
+            self.browser.command("Emulation.setEmulatedMedia", media="")
+
+    def test_the_first_tab_skips_to_the_content(self):
+        self.browser.open(SITE, "BldWall.html")
+        self.browser.keys(Keys.TAB, Keys.ENTER)
+        self.assertEqual(self.browser.wait("return document.activeElement.id"), "content")
+
+    def test_a_link_to_a_row_is_copied(self):
+        self.browser.open(SITE, "BldWall.html")
+        self.browser.command("Browser.grantPermissions", permissions=["clipboardReadWrite", "clipboardSanitizedWrite"])
+        anchor = self.browser.one('a.anchor[href="#PredefinedType"]')
+        self.browser.run("arguments[0].scrollIntoView({block: 'center'})", anchor)
+        anchor.click()
+        self.assertEqual(self.browser.wait("return document.querySelector('.copied')?.textContent"), "Link copied")
+        copied = self.browser.driver.execute_async_script("navigator.clipboard.readText().then(arguments[0])")
+        self.assertEqual(copied, self.browser.driver.current_url)
+        self.assertTrue(copied.endswith("/BldWall.html#PredefinedType"))
+
+    def test_an_address_opens_what_it_points_into(self):
+        closed = "return [...document.querySelectorAll('details.set:not([open]) [id]')].map((each) => each.id)"
+        self.browser.open(SITE, "BldWall.html")
+        inside = self.browser.run(closed)
+        if not inside:
+            self.skipTest("no row with an address lies in closed details")
+        self.browser.run("location.hash = arguments[0]", inside[0])
+        self.browser.wait("return document.getElementById(arguments[0]).closest('details').open", inside[0])
+
+    def test_the_site_works_from_a_web_server(self):
+        handler = functools.partial(QuietHandler, directory=SITE)
+        with http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler) as server:
+            threading.Thread(target=server.serve_forever, daemon=True).start()
+            root = f"http://127.0.0.1:{server.server_port}/"
+            self.browser.allow(root)
+            self.browser.driver.get(root + "sets/Pset_BldWall.html")
+            self.assertEqual(self.found("BldWall")[0][3], "./../BldWall.html")
+            server.shutdown()
+
+
+class QuietHandler(http.server.SimpleHTTPRequestHandler):
+    def log_message(self, *_):
+        pass
+
+
+class SearchTest(SiteTest):
+    def test_the_keyboard_alone_is_enough(self):
+        for key in "/s":
+            with self.subTest(key):
+                self.browser.open(SITE, "entities.html")
+                self.browser.keys(key)
+                self.assertEqual(self.browser.run("return document.activeElement.id"), "search")
+                self.browser.keys("standardwall")
+                self.browser.wait("return document.querySelector('#results a')")
+                self.browser.keys(Keys.ARROW_DOWN)
+                self.assertEqual(self.browser.run("return document.activeElement.querySelector('.name').textContent"),
+                                 "BldStandardWall")
+                self.browser.keys(Keys.ARROW_UP)
+                self.assertEqual(self.browser.run("return document.activeElement.id"), "search")
+                self.browser.keys(Keys.ARROW_DOWN, Keys.ENTER)
+                self.browser.wait("return document.querySelector('h1').textContent.includes('BldStandardWall')")
+                self.assertEqual(self.browser.path(), "BldStandardWall.html")
+
+    def test_enter_takes_the_first_result_and_escape_closes(self):
+        self.browser.open(SITE, "sets/Pset_BldWall.html")
+        self.browser.keys("/", "BldDoor")
+        self.browser.wait("return document.querySelector('#results a')")
+        self.browser.keys(Keys.ESCAPE)
+        self.assertFalse(self.browser.one("#results").is_displayed())
+        self.browser.keys(Keys.ESCAPE)
+        self.assertEqual(self.browser.run("return document.getElementById('search').value"), "")
+        self.browser.keys("BldDoor")
+        self.browser.wait("return !document.getElementById('results').hidden")
+        self.browser.keys(Keys.ENTER)
+        self.browser.wait("return document.querySelector('h1').textContent.includes('BldDoor')")
+        self.assertEqual(self.browser.path(), "BldDoor.html")
+
+    def test_letters_typed_in_a_result_go_on_with_the_search(self):
+        self.browser.keys("/", "BldWa")
+        self.browser.wait("return document.querySelector('#results a')")
+        self.browser.keys(Keys.ARROW_DOWN, "s")
+        self.assertEqual(self.browser.run("return document.getElementById('search').value"), "BldWas")
+
+    def test_all_kinds_are_found(self):
+        rows = [("BldWall", "BldWall", "Entity", "BldWall.html"),
+                ("BldLabel", "BldLabel", "Type", "BldLabel.html"),
+                ("BldWallKind", "BldWallKind", "Enumeration", "BldWallKind.html"),
+                ("BldPlaceable", "BldPlaceable", "Select", "BldPlaceable.html"),
+                ("LAYERED", "LAYERED", "Enumeration value", "BldWallKind.html#LAYERED"),
+                ("BldCountDoors", "BldCountDoors", "Function", "BldCountDoors.html"),
+                ("BldOneProject", "BldOneProject", "Rule", "BldOneProject.html"),
+                ("Terrain", "Terrain", "Attribute", "BldSite.html#Terrain"),
+                ("Comfortable", "Comfortable", "WHERE rule", "BldRiserHeight.html#Comfortable"),
+                ("Pset_BldWall", "Pset_BldWall", "Property set", "sets/Pset_BldWall.html"),
+                ("Qto_BldWall", "Qto_BldWall", "Quantity set", "sets/Qto_BldWall.html"),
+                ("LeafMaterial", "LeafMaterial", "Property", "sets/Pset_BldDoor.html#LeafMaterial"),
+                ("Zeichen", "Zeichen", "Property", "sets/Pset_BldWall.html#Mark"),
+                ("REPERE", "Repère", "Property", "sets/Pset_BldWall.html#Mark"),
+                ("記号", "記号", "Property", "sets/Pset_BldWall.html#Mark"),
+                ("标记", "标记", "Property", "sets/Pset_BldWall.html#Mark"),
+                ("号", "記号", "Property", "sets/Pset_BldWall.html#Mark")]
+        for text, name, kind, address in rows:
+            with self.subTest(text):
+                results = self.found(text)
+                self.assertTrue(results)
+                self.assertEqual([results[0][0], results[0][2], results[0][3]], [name, kind, "./" + address])
+
+    def test_guids_are_found_in_any_notation(self):
+        guid = uuid.UUID(MARK_GUID)
+        characters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$"
+        short = "".join(characters[guid.int >> (6 * place) & 63] for place in reversed(range(22)))
+        for text in (MARK_GUID, MARK_GUID.upper(), str(guid), f"{{{guid}}}", f" {short} ", MARK_GUID[:10], str(guid)[:12]):
+            with self.subTest(text):
+                self.assertEqual([result[3] for result in self.found(text)][:1], ["./sets/Pset_BldWall.html#Mark"])
+
+    def test_results_are_ranked(self):
+        names = [result[0] for result in self.found("wall")]
+        self.assertEqual(names[0], "BldWall")  # What nearly all names begin with need not be typed.
+        self.assertLess(names.index("BldWallKind"), names.index("BldStandardWall"))  # The beginning, then a part.
+        self.assertIn("Pset_BldWall", names)
+        near = [result[0] for result in self.found("BldWalll")]
+        self.assertEqual(near[0], "BldWall")
+        self.assertIn("BldStandardWall", [result[0] for result in self.found("standrad wall")])
+        self.assertEqual(self.found("BldSite.Terr")[0][3], "./BldSite.html#Terrain")
+        self.assertEqual(self.found("xqzvkjw"), [])
+        self.assertEqual(self.browser.one("#results").text, "Nothing has that name or one near it.")
+
+    def test_names_of_the_language_itself_are_names(self):
+        for text in ("__proto__", "constructor", "toString", "hasOwnProperty", "\\", "(", "[", "*", "a" * 5000):
+            with self.subTest(text[:20]):
+                self.assertNotIn(None, self.found(text))
+
+    def first_result_milliseconds(self, folder, word):
+        """From the first key, just after the page was opened and the search was focused, to the first result."""
+        self.browser.open(folder, "index.html")
+        self.browser.run("""
+            const box = document.getElementById("search");
+            box.addEventListener("keydown", () => { window.keyTime ??= performance.now(); }, true);
+            new MutationObserver(() => {
+                if (document.querySelector("#results a"))
+                    window.resultTime ??= performance.now();
+            }).observe(document.getElementById("results"), { childList: true });""")
+        self.browser.keys("/")
+        self.browser.keys(word)
+        return self.browser.wait("return window.resultTime && window.resultTime - window.keyTime + 0.001")
+
+    def test_first_results_are_there_at_once(self):
+        for folder, word in ((SITE, "w"), (LARGE, "w")):
+            if folder:
+                with self.subTest(folder):
+                    # Another program may have the processor for a while; the least of three counts.
+                    times = [self.first_result_milliseconds(folder, word) for _ in range(3)]
+                    print(f"search: first result {min(times):.0f} ms after the first key ({os.path.basename(folder)})")
+                    self.assertLess(min(times), FIRST_RESULT_MILLISECONDS)
+
+
+class SwitchTest(SiteTest):
+    def ground(self):
+        return self.browser.run("return getComputedStyle(document.body).backgroundColor")
+
+    def test_the_mode_follows_the_system_until_it_is_chosen(self):
+        self.browser.open(SITE, "index.html")
+        light = self.ground()
+        self.browser.mode_prefer("dark")
+        dark = self.ground()
+        self.assertNotEqual(light, dark)
+        self.assertEqual(self.browser.one("#mode").text, "Light")
+        self.browser.one("#mode").click()
+        self.assertEqual(self.ground(), light)
+        self.browser.open(SITE, "sets/Pset_BldWall.html")  # Remembered, in another folder as well.
+        self.assertEqual(self.ground(), light)
+        self.assertEqual(self.browser.one("#mode").text, "Dark")
+        self.browser.one("#mode").click()
+        self.browser.mode_prefer("light")
+        self.browser.open(SITE, "BldWall.html")
+        self.assertEqual(self.ground(), dark)
+
+    def choose(self, tag):
+        self.browser.run("""const select = document.getElementById("language");
+            select.value = arguments[0];
+            select.dispatchEvent(new Event("change"));""", tag)
+
+    def test_the_language_is_switched_and_remembered(self):
+        self.browser.open(SITE, "sets/Pset_BldWall.html")
+        options = self.browser.run("return [...document.getElementById('language').options].map((each) => each.value)")
+        self.assertEqual(options[0], "")
+        self.assertIn("ja-JP", options)
+        mark = "#Mark"
+        self.assertNotIn("記号", self.browser.one(mark).text)
+        self.choose("ja-JP")
+        self.assertIn("記号", self.browser.one(mark).text)
+        self.browser.open(SITE, "sets/Pset_BldDoor.html")
+        self.browser.open(SITE, "sets/Pset_BldWall.html")
+        self.assertIn("記号", self.browser.one(mark).text)
+        self.choose("")
+        self.assertNotIn("記号", self.browser.one(mark).text)
+
+    def test_another_form_of_the_language_is_better_than_none(self):
+        self.browser.open(SITE, "sets/Pset_BldWall.html")
+        self.choose("de-CH")
+        self.assertIn("Kennzeichen", self.browser.one("#Mark").text)
+        self.browser.open(SITE, "sets/Pset_BldDoor.html")
+        self.assertEqual(self.browser.run("return document.getElementById('language').value.slice(0, 2)"), "de")
+
+
+class AccessTest(SiteTest):
+    @unittest.skipUnless(AXE, "axe-core is not there")
+    def test_axe_finds_nothing_on_any_kind_of_page(self):
+        with open(AXE, encoding="utf-8") as file:
+            source = file.read()
+        for mode in ("light", "dark"):
+            self.browser.mode_prefer(mode)
+            for label, path in KINDS:
+                for width in (1280, 390):
+                    with self.subTest(f"{label} {mode} {width}"):
+                        self.browser.width_set(width)
+                        self.browser.open(SITE, path)
+                        self.browser.run("for (const each of document.querySelectorAll('details')) each.open = true;")
+                        self.assertEqual(self.browser.axe(source), [])
+
+    @unittest.skipUnless(AXE, "axe-core is not there")
+    def test_axe_finds_nothing_in_results(self):
+        with open(AXE, encoding="utf-8") as file:
+            source = file.read()
+        self.browser.open(SITE, "index.html")
+        self.assertTrue(self.found("wall"))
+        self.assertEqual(self.browser.axe(source), [])
+
+    def test_axe_would_find_something(self):
+        if not AXE:
+            self.skipTest("axe-core is not there")
+        with open(AXE, encoding="utf-8") as file:
+            source = file.read()
+        self.browser.open(SITE, "index.html")
+        self.browser.run("document.querySelector('main').append(document.createElement('button'))")
+        self.assertNotEqual(self.browser.axe(source), [])
+
+
+@unittest.skipUnless(HOSTILE, "there is no hostile site")
+class HostileTest(SiteTest):
+    """The documents of this site try to run `kivCanary`, in every way that their names and definitions could be."""
+
+    def harm(self):
+        return self.browser.run("""return [window.kivCanary, document.querySelectorAll(
+            "main script, main img, main iframe, main object, main style, main form, #results script, #results img").length,
+            [...document.querySelectorAll("*")].filter((each) => [...each.attributes].some((attribute) =>
+                /^on/i.test(attribute.name) || /^\\s*(javascript:|vbscript:|data:text)/i.test(attribute.value) &&
+                /^(href|src|xlink:href|action)$/.test(attribute.name))).length]""")
+
+    def test_nothing_executes_on_any_page(self):
+        for path in sorted(pages.site_read(HOSTILE)):
+            with self.subTest(path[:80]):
+                self.browser.open(HOSTILE, path)
+                self.assertEqual(self.harm(), [None, 0, 0])
+        self.assertEqual(self.browser.complaints(), [])
+
+    def test_nothing_executes_in_the_search(self):
+        self.browser.open(HOSTILE, "index.html")
+        for text in ("script", "javascript", "onerror", "img", "<", "\"", "'", "&", "\u202e", "aaaa", "kivcanary", "lt"):
+            with self.subTest(text):
+                self.browser.search(text)
+                self.assertEqual(self.harm(), [None, 0, 0])
+                outside = self.browser.run("""return [...document.querySelectorAll("#results a")].map((each) => each.href)
+                    .filter((address) => !address.startsWith(new URL(".", location.href)))""")
+                self.assertEqual(outside, [])
+
+    def test_links_of_results_lead_to_pages(self):
+        self.browser.open(HOSTILE, "index.html")
+        results = self.browser.search("script")
+        self.assertTrue(results)
+        for address in {result[3] for result in results}:
+            self.browser.open(HOSTILE, address)
+            self.assertEqual(len(self.browser.all("h1")), 1, address)
+
+
+@unittest.skipUnless(SCREENSHOTS, "no folder for screenshots")
+class ScreenshotTest(SiteTest):
+    def test_each_kind_of_page_at_three_widths_in_both_modes(self):
+        for mode in ("light", "dark"):
+            self.browser.mode_prefer(mode)
+            for width in WIDTHS:
+                self.browser.width_set(width)
+                for label, path in KINDS:
+                    self.browser.open(SITE, path)
+                    self.browser.screenshot(os.path.join(SCREENSHOTS, f"{label}-{width}-{mode}.png"))
+                self.browser.open(SITE, "index.html")
+                self.found("wall")
+                self.browser.screenshot(os.path.join(SCREENSHOTS, f"search-{width}-{mode}.png"))
+
+
+if __name__ == "__main__":
+    KINDS = representatives(SITE)
+    BROWSER = Browser()
+    try:
+        unittest.main(verbosity=1, exit=True)
+    finally:
+        BROWSER.quit()

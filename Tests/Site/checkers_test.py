@@ -1,0 +1,111 @@
+"""The checkers of sites find what they are there for: small sites with one fault each."""
+
+import os
+import tempfile
+import unittest
+
+import complete
+import links
+import pages
+
+HEAD = ("<!DOCTYPE html><html lang=\"en\" data-root=\"\"><head><meta charset=\"utf-8\"><meta http-equiv=\"Content-Security-Policy\" "
+        f"content=\"{pages.POLICY}\"><title>t</title></head><body><main>")
+END = "</main></body></html>"
+WALL = ("<h1><span class=\"kind\">Entity</span> <bdi>Wall</bdi></h1><section id=\"attributes\"><table><tbody>"
+        "<tr id=\"Name\"><th scope=\"row\"><a class=\"anchor\" href=\"#Name\">#</a><code>Name</code></th><td><code>Label</code></td></tr>"
+        "</tbody><tbody class=\"inherited\"><tr id=\"Id\"><th scope=\"row\"><code>Id</code></th></tr></tbody></table></section>")
+
+
+def site(**files):
+    with tempfile.TemporaryDirectory() as folder:
+        for name, body in files.items():
+            path = os.path.join(folder, name.replace("__", "/") + ".html")
+            os.makedirs(os.path.dirname(path), exist_ok=True)
+            with open(path, "w", encoding="utf-8") as file:
+                file.write(body if body.startswith("<!DOCTYPE") else HEAD + body + END)
+        return pages.site_read(folder)
+
+
+class LinksTest(unittest.TestCase):
+    def test_a_whole_site_has_no_problems(self):
+        self.assertEqual(links.problems(site(
+            index='<a href="sets/A.html#x">a</a><a href="#y">y</a><p id="y"></p>',
+            sets__A='<p id="x"></p><a href="../index.html">home</a>')), [])
+
+    def test_faults_are_found(self):
+        rows = [('<a href="B.html">b</a>', "leads to no page"),
+                ('<a href="#z">z</a>', "leads to no place on its page"),
+                ('<a href="../B.html">b</a>', "leads out of the folder"),
+                ('<a href="http://example.org/">e</a>', "leads out of the site"),
+                ('<a href="javascript:x">e</a>', "leads out of the site"),
+                ('<a href="//example.org/">e</a>', "leads out of the site"),
+                ('<a>e</a>', "a link without an address"),
+                ('<p onclick="x">', "attribute onclick"),
+                ('<p style="x">', "attribute style"),
+                ('<script>x</script>', "<script> asks for None"),
+                ('<script src="http://example.org/site.js"></script>', "<script> asks for"),
+                ('<iframe></iframe>', "<iframe>"),
+                ('<p id="a"></p><p id="a"></p>', "the id a is there 2 times"),
+                ('<p>', "</main> ends <p>")]
+        for body, problem in rows:
+            with self.subTest(body):
+                found = links.problems(site(index=body))
+                self.assertTrue(any(problem in text for text in found), found)
+
+    def test_pages_that_nothing_leads_to_are_found(self):
+        self.assertEqual(links.problems(site(index="", A="")), ["A.html: no link leads here"])
+
+    def test_a_page_without_a_policy_is_found(self):
+        found = links.problems(site(index="<!DOCTYPE html><html><head></head><body></body></html>"))
+        self.assertEqual(found, ["index.html: the policy is None"])
+
+
+class IndexTest(unittest.TestCase):
+    def problems(self, pages_of_index, **files):
+        with tempfile.TemporaryDirectory() as folder:
+            os.mkdir(os.path.join(folder, "assets"))
+            with open(os.path.join(folder, "assets", "search-index.js"), "w", encoding="utf-8") as file:
+                file.write(f'window.kivSearch={{format:1,kinds:["Entity","Property set","Property"],languages:[],pages:[\n{pages_of_index}\n]}};\n')
+            return links.index_problems(folder, site(**files))
+
+    def test_entries_lead_to_pages_and_rows(self):
+        self.assertEqual(self.problems('[0,"Wall",0,0,[[2,"Name",["Odd","Odd~2"]]]],\n[1,"Set"]',
+                                       Wall='<p id="Name"></p><p id="Odd~2"></p>', sets__Set=""), [])
+
+    def test_entries_that_lead_nowhere_are_found(self):
+        for entry in ('[0,"Door"]', '[1,"Wall"]', '[0,"Wall","Other.html"]', '[0,"Wall",0,0,[[2,"Name"]]]'):
+            with self.subTest(entry):
+                self.assertEqual(len(self.problems(entry, Wall="")), 1)
+
+    def test_pages_that_the_search_does_not_know_are_found(self):
+        self.assertEqual(self.problems('[0,"Wall"]', Wall="", Door='<h1><span class="kind">Entity</span> Door</h1>'),
+                         ["search: knows no Door.html"])
+
+
+class CompleteTest(unittest.TestCase):
+    schema = {"objects": [{"kind": "Entity", "name": "Wall", "attributes": [{"name": "Name"}], "attributesInverse": [],
+                           "unique": None, "derive": None, "where": None}]}
+
+    def compared(self, schema, *bodies):
+        return complete.compare(site(**{f"P{number}": body for number, body in enumerate(bodies)}), schema, {"documents": []})
+
+    def test_pages_that_show_what_was_read_are_complete(self):
+        self.assertTrue(self.compared(self.schema, WALL))
+
+    def test_what_is_missing_or_too_much_is_found(self):
+        self.assertFalse(self.compared(self.schema))
+        self.assertFalse(self.compared(self.schema, WALL, WALL))
+        self.assertFalse(self.compared(self.schema, WALL.replace("Name", "Other")))
+        self.assertFalse(self.compared(self.schema, WALL.replace("inherited", "own")))
+        entity = dict(self.schema["objects"][0], derive=[{"name": "SELF\\Root.Area"}])
+        self.assertFalse(self.compared({"objects": [entity]}, WALL))
+        self.assertFalse(self.compared({"objects": []}, WALL))
+
+    def test_members_within_members_count(self):
+        inner = {"name": "B", "type": None}
+        self.assertEqual(list(complete.members([{"name": "A", "type": {"properties": [inner]}}])),
+                         [("member", "A"), ("member", "B")])
+
+
+if __name__ == "__main__":
+    unittest.main(buffer=True)

@@ -1,0 +1,178 @@
+"""The pages of a site as tests see them: ids, links, rows, and what must not be on any page."""
+
+import html.parser
+import multiprocessing
+import os
+from dataclasses import dataclass, field
+
+POLICY = ("default-src 'none'; style-src 'self'; script-src 'self'; img-src 'self' data:; "
+          "base-uri 'none'; form-action 'none'")
+# Of a page, all that may come from somewhere: the site's own files. "data:," is the icon that no one asks a server for.
+ASSETS = {"site.css", "site.js", "search.js"}
+VOID = {"area", "base", "br", "col", "embed", "hr", "img", "input", "link", "meta", "source", "track", "wbr"}
+ALLOWED = set("""html head meta title link script body a header div label input ul li ol select option button nav main h1 h2 h3 h4
+    p span section table caption thead tbody tr th td code pre bdi dl dt dd details summary figure figcaption svg g path rect text
+    line polyline circle tspan article footer strong em small abbr kbd br wbr hr aside""".split())
+
+
+@dataclass
+class Row:
+    """Something on a page that has an id and a name."""
+    section: str
+    id: str
+    name: str = ""
+    inherited: bool = False
+
+
+@dataclass
+class Page:
+    path: str
+    kind: str = ""
+    name: str = ""
+    ids: dict = field(default_factory=dict)
+    links: list = field(default_factory=list)
+    rows: list = field(default_factory=list)
+    problems: list = field(default_factory=list)
+
+
+class Reader(html.parser.HTMLParser):
+    """Fills a Page."""
+
+    def __init__(self, page):
+        super().__init__(convert_charrefs=True)
+        self.page = page
+        self.open = []  # (tag, id, classes)
+        self.policy = None
+        self.heading = None  # Parts of the text of h1
+        self.row = None
+        self.row_depth = 0
+        self.taking = None  # Depth of the element whose text is the name of a row
+
+    def problem(self, text):
+        self.page.problems.append(f"{self.page.path}:{self.getpos()[0]}: {text}")
+
+    def handle_starttag(self, tag, attributes):
+        values = dict(attributes)
+        self.element_check(tag, attributes, values)
+        if "id" in values:
+            self.page.ids[values["id"]] = self.page.ids.get(values["id"], 0) + 1
+        if tag in VOID:
+            return
+        classes = (values.get("class") or "").split()
+        self.open.append((tag, values.get("id"), classes))
+        self.row_begin(tag, values)
+        if tag == "h1":
+            self.heading = []
+
+    def handle_startendtag(self, tag, attributes):
+        values = dict(attributes)
+        self.element_check(tag, attributes, values)
+
+    def handle_endtag(self, tag):
+        if tag in VOID or not self.open:
+            return
+        if self.open[-1][0] != tag:
+            self.problem(f"</{tag}> ends <{self.open[-1][0]}>")
+            return
+        depth = len(self.open)
+        if self.taking == depth:
+            self.taking = None
+            self.row.name = self.row.name.strip()
+        if self.row and depth == self.row_depth:
+            self.row = None
+        if tag == "h1":
+            self.page.name = "".join(self.heading).strip()
+            self.heading = None
+        self.open.pop()
+
+    def handle_data(self, data):
+        if self.taking:
+            self.row.name += data
+        if self.heading is not None:
+            if any("kind" in classes for _, _, classes in self.open):
+                self.page.kind += data.strip()
+            else:
+                self.heading.append(data)
+
+    def row_begin(self, tag, values):
+        names = [name for name, _, _ in self.open]
+        if tag in ("tr", "article", "li", "div", "details") and values.get("id"):
+            section = next((name for at, name, _ in self.open if at == "section" and name), "")
+            inherited = any("inherited" in classes for _, _, classes in self.open)
+            self.row = Row(section, values["id"], "", inherited)
+            self.row_depth = len(self.open)
+            self.page.rows.append(self.row)
+        elif self.row and not self.row.name and not self.taking and tag in ("code", "bdi") and (
+                "h3" in names or "th" in names or "summary" in names or tag == "code"):
+            self.taking = len(self.open)
+
+    def element_check(self, tag, attributes, values):
+        if tag not in ALLOWED:
+            self.problem(f"<{tag}>")
+        if len(values) != len(attributes):
+            self.problem(f"an attribute of <{tag}> is there twice")
+        for name in values:
+            if name.startswith("on") or name in ("style", "srcset", "formaction", "action", "ping", "srcdoc"):
+                self.problem(f"attribute {name} of <{tag}>")
+        if tag == "meta":
+            self.meta_check(values)
+        if tag == "script":
+            self.resource_check(values.get("src"), tag)
+        if tag == "link":
+            self.resource_check(values.get("href"), tag)
+        if tag in ("a", "area"):
+            self.link_take(values)
+
+    def meta_check(self, values):
+        name = (values.get("http-equiv") or "").lower()
+        if name == "content-security-policy":
+            self.policy = values.get("content")
+        elif name:
+            self.problem(f"http-equiv {name}")
+
+    def resource_check(self, address, tag):
+        if address == "data:,":
+            return
+        folder, _, name = (address or "").rpartition("/")
+        depth = self.page.path.count("/")
+        if name not in ASSETS or folder != "../" * depth + "assets":
+            self.problem(f"<{tag}> asks for {address}")
+
+    def link_take(self, values):
+        address = values.get("href")
+        if address is None:
+            self.problem("a link without an address")
+        elif ":" in address.split("#")[0] or address.startswith(("/", "\\")):
+            self.problem(f"the link {address[:100]} leads out of the site")
+        else:
+            self.page.links.append((self.getpos()[0], address))
+
+
+def page_read(job):
+    """The page at a path below a folder."""
+    folder, path = job
+    page = Page(path)
+    with open(os.path.join(folder, path), encoding="utf-8", newline="") as file:
+        text = file.read()
+    reader = Reader(page)
+    reader.feed(text)
+    reader.close()
+    if reader.policy != POLICY:
+        page.problems.append(f"{path}: the policy is {reader.policy}")
+    if "<script" in text and text.index("<script") < text.index("Content-Security-Policy"):
+        page.problems.append(f"{path}: a script comes before the policy")
+    for name, count in page.ids.items():
+        if count > 1:
+            page.problems.append(f"{path}: the id {name[:100]} is there {count} times")
+    if reader.open:
+        page.problems.append(f"{path}: <{reader.open[-1][0]}> does not end")
+    return page
+
+
+def site_read(folder):
+    """All pages of a site by path."""
+    paths = sorted(os.path.relpath(os.path.join(at, name), folder).replace(os.sep, "/")
+                   for at, _, names in os.walk(folder) for name in names if name.endswith(".html"))
+    with multiprocessing.Pool() as pool:
+        pages = pool.map(page_read, [(folder, path) for path in paths], chunksize=16)
+    return {page.path: page for page in pages}

@@ -1,0 +1,109 @@
+#include "Tools/kivifc/KivifcRun.h"
+#include "Tools/kivifc/TemporaryFolder.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+
+namespace kiv::kivifc::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// Each file below a folder with its bytes.
+std::map<std::string, std::string> filesOf(const std::string& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file())
+            files[entry.path().lexically_relative(folder)] = sFileText(entry.path());
+    }
+    return files;
+}
+
+TEST(Site, HasAPageForEachEntityAndSaysWhereItIs) {
+    const TemporaryFolder folder;
+    const auto run = kivifcRun({"site", "Building.exp", "Sets", "--out", folder.sPath("site")});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_THAT(run.out, StartsWith(folder.sPath("site") + "/index.html: "));
+    EXPECT_THAT(sFileText(folder.sPath("site/BldWall.html")),
+                HasSubstr("<title>BldWall - BUILDING1</title>"));
+    EXPECT_TRUE(fs::exists(folder.sPath("site/assets/site.css")));
+}
+
+TEST(Site, SameInputGivesTheSameBytes) {
+    const TemporaryFolder folder;
+    for (const std::string name : {"one", "two"})
+        ASSERT_EQ(
+            kivifcRun({"site", "Building.exp", "Sets", "office=Sets", "--out", folder.sPath(name)}).status,
+            0);
+    EXPECT_EQ(filesOf(folder.sPath("one")), filesOf(folder.sPath("two")));
+}
+
+TEST(Site, FolderOfSomebodyElseNeedsForce) {
+    const TemporaryFolder folder;
+    folder.sWrite("site/notes.txt", "mine");
+    const auto refused = kivifcRun({"site", "Building.exp", "--out", folder.sPath("site")});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr("--force"));
+    EXPECT_EQ(sFileText(folder.sPath("site/notes.txt")), "mine");
+    EXPECT_EQ(kivifcRun({"site", "Building.exp", "--out", folder.sPath("site"), "--force"}).status, 0);
+    EXPECT_FALSE(fs::exists(folder.sPath("site/notes.txt")));
+}
+
+TEST(Site, FormerSiteStaysWhenTheSchemaCannotBeRead) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(kivifcRun({"site", "Building.exp", "--out", folder.sPath("site")}).status, 0);
+    const auto before = filesOf(folder.sPath("site"));
+    EXPECT_EQ(kivifcRun({"site", "Missing.exp", "--out", folder.sPath("site")}).status, 2);
+    EXPECT_EQ(filesOf(folder.sPath("site")), before);
+}
+
+TEST(Site, ProjectFileHoldsItsArguments) {
+    const TemporaryFolder folder;
+    folder.sWrite("kivifc.toml", std::string("schema = \"") + KIVIFC_SAMPLES + "/Building.exp\"\nsets = [\"" +
+                                     KIVIFC_SAMPLES +
+                                     "/Sets\"]\n[site]\nout = \"pages\"\ntitle = \"Our schema\"\n");
+    RunOptions options;
+    options.folder = folder.sPath("");
+    EXPECT_EQ(kivifcRun({"site"}, options).status, 0);
+    EXPECT_THAT(sFileText(folder.sPath("pages/BldWall.html")),
+                HasSubstr("<title>BldWall - Our schema</title>"));
+    // The command line comes first.
+    EXPECT_EQ(kivifcRun({"site", "--title", "Other", "--out", "more"}, options).status, 0);
+    EXPECT_THAT(sFileText(folder.sPath("more/BldWall.html")), HasSubstr("<title>BldWall - Other</title>"));
+    // Another command of the same project is not disturbed.
+    EXPECT_EQ(kivifcRun({"check"}, options).err, "");
+}
+
+TEST(Site, WhatIsMissingIsNamed) {
+    EXPECT_THAT(kivifcRun({"site"}).err, HasSubstr("FILE, the schema, is required"));
+    EXPECT_THAT(kivifcRun({"site", "Building.exp"}).err, HasSubstr("--out DIR"));
+    EXPECT_EQ(kivifcRun({"site", "Building.exp"}).status, 2);
+}
+
+TEST(Site, UnknownKeyOfItsSectionIsAFailure) {
+    const TemporaryFolder folder;
+    folder.sWrite("kivifc.toml", "[site]\nouts = \"pages\"\n");
+    RunOptions options;
+    options.folder = folder.sPath("");
+    const auto run = kivifcRun({"site"}, options);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.err, HasSubstr("kivifc.toml:2: no key of [site] is named \"outs\""));
+}
+
+TEST(Site, SetThatIsRefusedIsAFinding) {
+    const TemporaryFolder folder;
+    const auto run =
+        kivifcRun({"site", "Building.exp", "BrokenSets/Broken_Refused.xml", "--out", folder.sPath("site")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(fs::exists(folder.sPath("site/index.html")));
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::test

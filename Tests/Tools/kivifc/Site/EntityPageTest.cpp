@@ -1,0 +1,191 @@
+#include "kivifc/Site/EntityPage.h"
+
+#include "Tools/kivifc/Site/SiteSample.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace kiv::kivifc::site::test {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* Declarations = "TYPE Label = STRING(80);\n"
+                                     "END_TYPE;\n"
+                                     "TYPE Labels = LIST [1:?] OF Label;\n"
+                                     "END_TYPE;\n"
+                                     "TYPE Kind = ENUMERATION OF (A1, A2, A3, A4, A5, A6, A7, A8, A9, A10);\n"
+                                     "END_TYPE;\n"
+                                     "ENTITY Root\n"
+                                     " ABSTRACT SUPERTYPE OF (ONEOF (Wall));\n"
+                                     "    Name : OPTIONAL Label;\n"
+                                     "    Length : REAL;\n"
+                                     " UNIQUE\n"
+                                     "    UR1 : Name, Length;\n"
+                                     " WHERE\n"
+                                     "    Long : (Length > 1.0) AND (Length < 9.0);\n"
+                                     "END_ENTITY;\n"
+                                     "ENTITY Wall\n"
+                                     " SUBTYPE OF (Root);\n"
+                                     "    PredefinedType : Kind;\n"
+                                     "    Names : Labels;\n"
+                                     " DERIVE\n"
+                                     "    SELF\\Root.Length : REAL := 2.0;\n"
+                                     " INVERSE\n"
+                                     "    Rooms : SET [0:?] OF Room FOR Bounds;\n"
+                                     " WHERE\n"
+                                     "    Kinds : PredefinedType <> Kind.A2;\n"
+                                     "END_ENTITY;\n"
+                                     "ENTITY Room;\n"
+                                     "    Bounds : Wall;\n"
+                                     "END_ENTITY;\n";
+
+constexpr const char* Set = "<PropertySetDef><Name>Pset_Wall</Name>"
+                            "<ApplicableClasses><ClassName>Root</ClassName></ApplicableClasses>"
+                            "<PropertyDefs><PropertyDef><Name>Mark</Name></PropertyDef></PropertyDefs>"
+                            "</PropertySetDef>";
+
+class EntityPageTest : public testing::Test {
+protected:
+    /// A section of a page, from its heading to its end.
+    std::string sSection(const std::string& page, const std::string& id) const {
+        const auto text = sample_.sPage(page);
+        const auto begin = text.find("<section id=\"" + id + "\">");
+        return begin == std::string::npos ? "" : text.substr(begin, text.find("</section>", begin) - begin);
+    }
+
+    SiteSample sample_{Declarations, {{"TEST", Set}}};
+};
+
+TEST_F(EntityPageTest, OwnAttributeHasARowWithItsAddress) {
+    const auto section = sSection("Root.html", "attributes");
+    EXPECT_THAT(section, HasSubstr("<tr id=\"Name\"><th scope=\"row\"><code>Name</code><a class=\"anchor\" "
+                                   "href=\"#Name\""));
+    EXPECT_THAT(section, HasSubstr("optional"));
+}
+
+TEST_F(EntityPageTest, TypesAreUnfoldedOneStep) {
+    EXPECT_THAT(sSection("Root.html", "attributes"),
+                HasSubstr("<a href=\"Label.html\">Label</a> <span class=\"unfolded\">= <span class=\"kw\">"
+                          "STRING</span>(80)</span>"));
+    EXPECT_THAT(sSection("Wall.html", "attributes"),
+                HasSubstr("A1, A2, A3, A4, A5, A6, A7, A8, and 2 more)"));
+}
+
+TEST_F(EntityPageTest, InheritedAttributeIsBelowItsEntityAndLinksThere) {
+    const auto section = sSection("Wall.html", "attributes");
+    const auto group = section.find("From <a href=\"Root.html\">");
+    ASSERT_NE(group, std::string::npos);
+    EXPECT_GT(section.find("<a href=\"Root.html#Name\"><code>Name</code></a>"), group);
+    EXPECT_LT(section.find("PredefinedType"), group);
+}
+
+TEST_F(EntityPageTest, RedeclarationIsSaidOnBothSides) {
+    EXPECT_THAT(sSection("Root.html", "attributes"),
+                HasSubstr("Further down: derived in <a href=\"Wall.html\"><code>Wall</code></a>"));
+    EXPECT_THAT(sSection("Wall.html", "attributes"), HasSubstr("derived</span> in <a href=\"Wall.html\">"));
+    const auto derived = sSection("Wall.html", "derived");
+    EXPECT_THAT(derived, HasSubstr("<tr id=\"Length\">"));
+    EXPECT_THAT(derived, HasSubstr("<a href=\"Root.html#Length\"><code>Root.Length</code></a>"));
+}
+
+TEST_F(EntityPageTest, InverseAttributeNamesWhatItMirrors) {
+    EXPECT_THAT(sSection("Wall.html", "inverse"),
+                HasSubstr("<a href=\"Room.html#Bounds\"><code>Bounds</code></a>"));
+}
+
+TEST_F(EntityPageTest, UniqueRuleLinksItsAttributes) {
+    EXPECT_THAT(sSection("Root.html", "unique"), HasSubstr("<tr id=\"UR1\">"));
+    EXPECT_THAT(sSection("Root.html", "unique"),
+                HasSubstr("<a href=\"Root.html#Name\">Name</a>, <a href=\"Root.html#Length\">Length</a>"));
+}
+
+TEST_F(EntityPageTest, EachOperandOfAndIsAnItem) {
+    EXPECT_THAT(
+        sSection("Root.html", "where"),
+        HasSubstr("<li>(<code><a href=\"Root.html#Length\">Length</a> &gt; 1.0</code>)</li>\n"
+                  "<li><span class=\"kw\">AND</span> (<code><a href=\"Root.html#Length\">Length</a> &lt; "
+                  "9.0</code>)</li>"));
+}
+
+TEST_F(EntityPageTest, RuleLinksItsNames) {
+    EXPECT_THAT(sSection("Wall.html", "where"),
+                HasSubstr("<a href=\"Kind.html\">Kind</a>.<a href=\"Kind.html#A2\">A2</a>"));
+    EXPECT_THAT(sample_.sPage("Wall.html"),
+                HasSubstr("<a href=\"Root.html#Long\"><code>Root.Long</code></a>"));
+}
+
+TEST_F(EntityPageTest, UsesAreListed) {
+    EXPECT_THAT(sSection("Wall.html", "uses"),
+                HasSubstr("<a href=\"Room.html#Bounds\"><code>Room.Bounds</code></a>"));
+}
+
+TEST_F(EntityPageTest, SetsOfSupertypesAreThereWithTheirMembers) {
+    const auto section = sSection("Wall.html", "sets");
+    EXPECT_THAT(section, HasSubstr("From <a href=\"Root.html\">"));
+    EXPECT_THAT(section, HasSubstr("sets/Pset_Wall.html#Mark"));
+    EXPECT_EQ(sSection("Room.html", "sets"), "");
+}
+
+TEST_F(EntityPageTest, TreeHasABoxForEachEntityOfTheLine) {
+    const auto tree = sSection("Wall.html", "tree");
+    EXPECT_THAT(tree, HasSubstr("<a href=\"Root.html\"><rect class=\"box abstract\""));
+    EXPECT_THAT(tree, HasSubstr("<g class=\"here\"><rect class=\"box\""));
+    EXPECT_THAT(tree, Not(HasSubstr("more</text>")));
+}
+
+std::string sEntity(const std::string& name, const std::string& supertype) {
+    return "ENTITY " + name + "\n SUBTYPE OF (" + supertype + ");\nEND_ENTITY;\n";
+}
+
+TEST(EntityPageTree, OfManySubtypesSomeAreShownAndTheOthersCounted) {
+    std::string text = "ENTITY Top;\nEND_ENTITY;\n";
+    for (int number = 100; number < 150; ++number)
+        text += sEntity("Sub" + std::to_string(number), "Top");
+    // One below an entity that is not shown.
+    text += sEntity("Deep", "Sub149");
+    const SiteSample sample(text);
+    const auto page = sample.sPage("Top.html");
+    // 50 subtypes and the one below them, less the 40 that are shown.
+    EXPECT_THAT(page, HasSubstr(">and 11 more</text>"));
+    EXPECT_THAT(page, HasSubstr("<a href=\"Sub139.html\">"));
+    EXPECT_THAT(page, Not(HasSubstr("<a href=\"Sub140.html\">")));
+}
+
+TEST(EntityPageTree, LevelsThatDoNotFitAreCountedBesideTheirBox) {
+    std::string text = "ENTITY Top;\nEND_ENTITY;\n" + sEntity("Middle", "Top");
+    for (int number = 100; number < 150; ++number)
+        text += sEntity("Sub" + std::to_string(number), "Middle");
+    const SiteSample sample(text);
+    EXPECT_THAT(sample.sPage("Top.html"), HasSubstr(">+ 50 below</text>"));
+}
+
+/// Else n entities in one line would take n * n rows.
+TEST(EntityPageGrowth, LongLineOfSupertypesDoesNotMakeEachPageAsLong) {
+    std::string text = "ENTITY E0;\nA0 : REAL;\nEND_ENTITY;\n";
+    for (int number = 1; number <= 400; ++number) {
+        const auto name = std::to_string(number);
+        text += "ENTITY E" + name + "\n SUBTYPE OF (E" + std::to_string(number - 1) + ");\n A" + name +
+                " : REAL;\nEND_ENTITY;\n";
+    }
+    const SiteSample sample(text);
+    EXPECT_LT(sample.sPage("E400.html").size(), sample.sPage("E100.html").size() + 1000);
+    EXPECT_THAT(sample.sPage("E400.html"), Not(HasSubstr("E300.html")));
+}
+
+TEST(EntityPageHostile, NamesAreText) {
+    // What the library takes as a name ends at a blank.
+    const SiteSample sample("ENTITY <script>alert(1)</script>;\n    <img/src=x> : REAL;\nEND_ENTITY;\n");
+    const auto& entity = *sample.getModel().getEntities().front();
+    const auto page = sample.sPage(std::string(sample.getModel().getAddresses().of(entity).getPath()));
+    EXPECT_THAT(page, Not(HasSubstr("<script>alert")));
+    EXPECT_THAT(page, HasSubstr("&lt;script&gt;"));
+    EXPECT_THAT(page, Not(HasSubstr("<img")));
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::site::test

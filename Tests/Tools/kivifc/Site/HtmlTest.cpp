@@ -1,0 +1,97 @@
+#include "kivifc/Site/Html.h"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace kiv::kivifc::site::test {
+
+namespace {
+
+template <typename Text>
+constexpr bool isAppended = requires(Html html, Text text) {
+    html << text;
+};
+
+// Text does not become HTML by itself.
+static_assert(isAppended<Markup>);
+static_assert(isAppended<Escaped>);
+static_assert(!isAppended<std::string>);
+static_assert(!isAppended<std::string_view>);
+
+struct EscapedText {
+    std::string text;
+    std::string html;
+};
+
+void PrintTo(const EscapedText& row, std::ostream* stream) {
+    *stream << row.html;
+}
+
+class HtmlEscaped : public testing::TestWithParam<EscapedText> {};
+
+TEST_P(HtmlEscaped, IsTextAndNoMarkup) {
+    Html html("");
+    html << escaped(GetParam().text);
+    EXPECT_EQ(html.getText(), GetParam().html);
+}
+
+TEST_P(HtmlEscaped, IsTheSameInTheValueOfAnAttribute) {
+    Html html("");
+    html << "<b" << attribute("title", GetParam().text) << ">";
+    EXPECT_EQ(html.getText(), "<b title=\"" + GetParam().html + "\">");
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, HtmlEscaped,
+                         testing::Values(EscapedText{"IfcWall", "IfcWall"}, EscapedText{"", ""},
+                                         EscapedText{"<script>", "&lt;script&gt;"},
+                                         EscapedText{"a & b", "a &amp; b"}, EscapedText{"\"'", "&quot;&#39;"},
+                                         EscapedText{"line\n\ttab", "line\n\ttab"},
+                                         EscapedText{"W\xC3\xA4nde", "W\xC3\xA4nde"},
+                                         // U+202E turns the direction of writing.
+                                         EscapedText{"a\xE2\x80\xAE"
+                                                     "b",
+                                                     "a\\u{202E}b"},
+                                         EscapedText{std::string("\0\x1B", 2), "\\x00\\x1B"},
+                                         EscapedText{"\xFF<", "\\xFF&lt;"},
+                                         // U+FFFE is no character.
+                                         EscapedText{"\xEF\xBF\xBE", "\\u{FFFE}"}));
+
+TEST(Html, IsolatedTextIsEscapedToo) {
+    Html html("");
+    html << isolated("<a>");
+    EXPECT_EQ(html.getText(), "<bdi>&lt;a&gt;</bdi>");
+}
+
+TEST(Html, TextWithinATagIsAMistake) {
+    Html html("");
+    html << "<td";
+    EXPECT_THROW(html << escaped(" onclick=x"), std::logic_error);
+    EXPECT_THROW(html << std::size_t{1}, std::logic_error);
+    EXPECT_THROW(html << "<b>", std::logic_error);
+}
+
+TEST(Html, AttributeOutsideOfATagIsAMistake) {
+    Html html("");
+    EXPECT_THROW(html << attribute("id", "a"), std::logic_error);
+    EXPECT_THROW(html << rowHref("A"), std::logic_error);
+    EXPECT_THROW(html << ">", std::logic_error);
+}
+
+TEST(Html, AddressesAreRelativeToThePage) {
+    Html html("../");
+    html << "<a" << href(Address(PageName("entities.html"))) << ">";
+    EXPECT_EQ(html.getText(), "<a href=\"../entities.html\">");
+}
+
+TEST(Html, AddressOfARowHasItsAnchor) {
+    Html html("");
+    const auto address = Address(PageName("sets.html")).row("Pset_Wall");
+    html << "<a" << href(address) << "></a><a" << rowHref("Pset_Wall") << ">";
+    EXPECT_EQ(html.getText(), "<a href=\"sets.html#Pset_Wall\"></a><a href=\"#Pset_Wall\">");
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::site::test

@@ -1,0 +1,163 @@
+#include "kivifc/Site/SiteFolder.h"
+
+#include "Tools/kivifc/TemporaryFolder.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+
+namespace kiv::kivifc::site::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+using kiv::kivifc::test::sFileText;
+using kiv::kivifc::test::TemporaryFolder;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::UnorderedElementsAre;
+
+std::string sWritten(const std::string& path, std::string_view text, bool isForced = false) {
+    SiteFolder folder(path, isForced);
+    folder.vWrite(Address(PageName("index.html")), text);
+    return folder.sFinish();
+}
+
+/// All that is in a folder, with the names of hidden files too.
+std::set<std::string> namesIn(const std::string& path) {
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator(path))
+        names.insert(entry.path().filename());
+    return names;
+}
+
+TEST(SiteFolder, HasItsFilesAndAListOfThem) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    EXPECT_EQ(sFileText(folder.sPath("site/.kivifc-site")), "kivifc site 1\nindex.html\n");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, FoldersThatLeadToItAreMade) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(sWritten(folder.sPath("a/b/site/"), "first"), "");
+    EXPECT_EQ(sFileText(folder.sPath("a/b/site/index.html")), "first");
+}
+
+TEST(SiteFolder, FormerSiteIsReplacedWhole) {
+    const TemporaryFolder folder;
+    {
+        SiteFolder former(folder.sPath("site"), false);
+        former.vWrite(Address(PageName("gone.html")), "");
+        ASSERT_EQ(former.sFinish(), "");
+    }
+    EXPECT_EQ(sWritten(folder.sPath("site"), "second"), "");
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "second");
+    EXPECT_FALSE(fs::exists(folder.sPath("site/gone.html")));
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, FormerSiteStaysUntilTheNewOneIsFinished) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    {
+        SiteFolder unfinished(folder.sPath("site"), false);
+        unfinished.vWrite(Address(PageName("index.html")), "second");
+        EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    }
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, FormerSiteStaysWhenAFileCannotBeWritten) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    {
+        SiteFolder failing(folder.sPath("site"), false);
+        failing.vWrite(Address(PageName("index.html")), "second");
+        // There is one of that name already.
+        failing.vWrite(Address(PageName("index.html")), "third");
+        EXPECT_EQ(failing.sFinish(), "index.html: File exists");
+    }
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, FolderOfSomebodyElseIsRefused) {
+    const TemporaryFolder folder;
+    folder.sWrite("site/notes.txt", "mine");
+    EXPECT_THAT(sWritten(folder.sPath("site"), "first"), HasSubstr("kivifc did not make this folder"));
+    EXPECT_EQ(sFileText(folder.sPath("site/notes.txt")), "mine");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, SiteWithAFileOfSomebodyElseIsRefused) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    folder.sWrite("site/more/notes.txt", "mine");
+    EXPECT_THAT(sWritten(folder.sPath("site"), "second"), HasSubstr("\"more/notes.txt\""));
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+}
+
+TEST(SiteFolder, FolderOfSomebodyElseIsReplacedWhenThatIsAsked) {
+    const TemporaryFolder folder;
+    folder.sWrite("site/notes.txt", "mine");
+    EXPECT_EQ(sWritten(folder.sPath("site"), "first", true), "");
+    EXPECT_THAT(namesIn(folder.sPath("site")),
+                UnorderedElementsAre("index.html", ".kivifc-site", "sets", "assets"));
+}
+
+TEST(SiteFolder, EmptyFolderIsReplaced) {
+    const TemporaryFolder folder;
+    fs::create_directory(folder.sPath("site"));
+    EXPECT_EQ(sWritten(folder.sPath("site"), "first"), "");
+}
+
+TEST(SiteFolder, FileIsRefused) {
+    const TemporaryFolder folder;
+    folder.sWrite("site", "mine");
+    EXPECT_EQ(sWritten(folder.sPath("site"), "first", true), "is no folder");
+    EXPECT_EQ(sFileText(folder.sPath("site")), "mine");
+}
+
+TEST(SiteFolder, LinkStaysAndWhatItLeadsToIsReplaced) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("real"), "first"), "");
+    fs::create_directory_symlink("real", folder.sPath("link"));
+    EXPECT_EQ(sWritten(folder.sPath("link"), "second"), "");
+    EXPECT_TRUE(fs::is_symlink(folder.sPath("link")));
+    EXPECT_EQ(sFileText(folder.sPath("real/index.html")), "second");
+}
+
+/// A marker that is a link could list anything.
+TEST(SiteFolder, MarkThatIsALinkIsNone) {
+    const TemporaryFolder folder;
+    folder.sWrite("list", "kivifc site 1\nnotes.txt\n");
+    folder.sWrite("site/notes.txt", "mine");
+    fs::create_symlink("../list", folder.sPath("site/.kivifc-site"));
+    EXPECT_THAT(sWritten(folder.sPath("site"), "first"), HasSubstr("kivifc did not make this folder"));
+}
+
+TEST(SiteFolder, LeftoverOfAKilledSiteIsRemoved) {
+    const TemporaryFolder folder;
+    folder.sWrite(".site.kivifc-site/index.html", "left");
+    EXPECT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, SecondWriterIsRefused) {
+    const TemporaryFolder folder;
+    SiteFolder first(folder.sPath("site"), false);
+    EXPECT_EQ(sWritten(folder.sPath("site"), "second"), "another kivifc is writing it");
+    first.vWrite(Address(PageName("index.html")), "first");
+    EXPECT_EQ(first.sFinish(), "");
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::site::test

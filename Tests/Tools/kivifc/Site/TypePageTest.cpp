@@ -1,0 +1,88 @@
+#include "kivifc/Site/TypePage.h"
+
+#include "Tools/kivifc/Site/SiteSample.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace kiv::kivifc::site::test {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(TypePage, EnumerationHasARowForEachItem) {
+    const SiteSample sample("TYPE Kind = ENUMERATION OF\n (SOLID,\n HOLLOW);\nEND_TYPE;\n");
+    const auto page = sample.sPage("Kind.html");
+    EXPECT_THAT(page, HasSubstr("<span class=\"kind\">Enumeration</span>"));
+    EXPECT_THAT(page, HasSubstr("<li id=\"SOLID\"><code>SOLID</code>"));
+    EXPECT_THAT(page, HasSubstr("<li id=\"HOLLOW\"><code>HOLLOW</code>"));
+}
+
+TEST(TypePage, SelectIsUnfoldedThroughSelects) {
+    const SiteSample sample("TYPE Length = REAL;\nEND_TYPE;\nTYPE Label = STRING;\nEND_TYPE;\n"
+                            "TYPE Inner = SELECT (Length, Label);\nEND_TYPE;\n"
+                            "TYPE Outer = SELECT (Inner, Label);\nEND_TYPE;\n");
+    const auto page = sample.sPage("Outer.html");
+    EXPECT_THAT(
+        page, HasSubstr("<li id=\"Inner\"><a href=\"Inner.html\"><code>Inner</code></a><ul class=\"names\">\n"
+                        "<li><a href=\"Length.html\">"));
+    EXPECT_THAT(page, HasSubstr("<li id=\"Label\"><a href=\"Label.html\">"));
+}
+
+/// Each is unfolded once.
+TEST(TypePage, SelectsThatSelectEachOtherEnd) {
+    const SiteSample sample("TYPE A = SELECT (B);\nEND_TYPE;\nTYPE B = SELECT (A);\nEND_TYPE;\n");
+    EXPECT_THAT(sample.sPage("A.html"), HasSubstr("<a href=\"B.html\"><code>B</code></a><ul"));
+}
+
+TEST(TypePage, TypeOfTypesIsFollowedToItsEnd) {
+    const SiteSample sample(
+        "TYPE Length = REAL;\nEND_TYPE;\nTYPE Positive = Length;\n WHERE\n    WR1 : SELF > 0.0;\n"
+        "END_TYPE;\n");
+    const auto page = sample.sPage("Positive.html");
+    EXPECT_THAT(page, HasSubstr("Positive = <a href=\"Length.html\">Length</a>;"));
+    EXPECT_THAT(page,
+                HasSubstr("<a href=\"Length.html\"><code>Length</code></a> = <code><span class=\"kw\">REAL"));
+    EXPECT_THAT(page, HasSubstr("<div class=\"rule\" id=\"WR1\">"));
+    EXPECT_THAT(sample.sPage("Length.html"), HasSubstr("<a href=\"Positive.html\">"));
+}
+
+/// A clause that was resolved with each type that is built on it has its rules that many times.
+TEST(TypePage, RuleIsThereOnce) {
+    const SiteSample sample("TYPE A = REAL;\n WHERE\n    WR1 : SELF > 0.0;\nEND_TYPE;\n"
+                            "TYPE B = A;\nEND_TYPE;\nTYPE C = A;\nEND_TYPE;\n");
+    const auto page = sample.sPage("A.html");
+    const auto first = page.find("<div class=\"rule\"");
+    ASSERT_NE(first, std::string::npos);
+    EXPECT_EQ(page.find("<div class=\"rule\"", first + 1), std::string::npos);
+}
+
+TEST(TextPage, FunctionHasItsTextAndItsCallers) {
+    const SiteSample sample(
+        "ENTITY Wall;\n    Length : REAL;\n WHERE\n    WR1 : Twice(Length) > 1.0;\nEND_ENTITY;\n"
+        "FUNCTION Twice(x : REAL)\n    : REAL;\n  -- of 'TEST.WALL' and <b>\n\n"
+        "  RETURN(x * 2);\nEND_FUNCTION;\n");
+    const auto page = sample.sPage("Twice.html");
+    EXPECT_THAT(
+        page,
+        HasSubstr("<span class=\"kw\">FUNCTION</span> Twice(x : <span class=\"kw\">REAL</span>)\n    : "));
+    EXPECT_THAT(page, HasSubstr("<span class=\"com\">-- of &#39;TEST.WALL&#39; and &lt;b&gt;</span>\n\n"));
+    EXPECT_THAT(page, HasSubstr("<span class=\"kw\">END_FUNCTION</span>"));
+    EXPECT_THAT(page, HasSubstr("<a href=\"Wall.html#WR1\"><code>Wall.WR1</code></a>"));
+}
+
+TEST(TextPage, RuleHasItsText) {
+    const SiteSample sample(
+        "ENTITY Wall;\nEND_ENTITY;\nRULE One FOR (Wall);\n WHERE\n    WR1 : SIZEOF(Wall) <= 1;\n"
+        "END_RULE;\n");
+    EXPECT_THAT(sample.sPage("One.html"), HasSubstr("SIZEOF</span>(<a href=\"Wall.html\">Wall</a>)"));
+    EXPECT_THAT(sample.sPage("One.html"), Not(HasSubstr("id=\"uses\"")));
+    EXPECT_THAT(sample.sPage("Wall.html"), HasSubstr("<a href=\"One.html\"><code>One</code></a>"));
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::site::test

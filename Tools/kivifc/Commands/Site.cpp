@@ -1,0 +1,77 @@
+#include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Commands/Options.h"
+#include "kivifc/Commands/SiteOptions.h"
+#include "kivifc/Documents/SchemaWithSets.h"
+#include "kivifc/Program/OneLine.h"
+#include "kivifc/Site/SiteFolder.h"
+#include "kivifc/Site/SiteModel.h"
+#include "kivifc/Site/SitePages.h"
+
+#include <fmt/format.h>
+#include <memory>
+#include <string>
+
+// `kivifc site`: a schema and its sets as pages for a web browser.
+namespace kiv::kivifc {
+
+namespace {
+
+constexpr const char* Footer =
+    "Open DIR/index.html in a browser; no server is needed, and no page asks for anything outside of DIR.\n"
+    "\n"
+    "The site is written beside DIR and takes its place when it is complete; when anything fails, the "
+    "former\n"
+    "one stays. DIR is only replaced when it is empty, or a site of kivifc with no other files in it, "
+    "unless\n"
+    "--force is given. Equal input gives equal files.\n"
+    "\n"
+    "In kivifc.toml, out and title of the section [site] are the options of these names; schema, sets\n"
+    "and [contexts] are those of kivifc check.\n"
+    "\n"
+    "Exit status: 0 the site is written with all that was read, 1 sets were refused or have a name that is\n"
+    "taken, 2 a file could not be read or the site could not be written.";
+
+class SiteCommand final : public Command {
+public:
+    void vOptionsAdd(CLI::App& app) override;
+    void vRun(Console& console) override;
+
+private:
+    SiteOptions options_;
+};
+
+} // namespace
+
+void SiteCommand::vOptionsAdd(CLI::App& app) {
+    options_.vAdd(app);
+    Options(app).vFooter(Footer);
+}
+
+void SiteCommand::vRun(Console& console) {
+    auto& diagnostics = console.diagnostics;
+    if (!options_.boComplete(diagnostics))
+        return;
+    // First, so that nobody waits for a site that is then refused.
+    site::SiteFolder folder(options_.folder, options_.isForced);
+    if (!folder.getFailure().empty())
+        return diagnostics.vFail(options_.folder, folder.getFailure());
+    const auto loaded = schemaWithSetsRead(options_.schemaPath, options_.sets, diagnostics);
+    if (!loaded)
+        return;
+    const auto title =
+        options_.title.empty() ? std::string(loaded->schema.schema->getName()) : options_.title;
+    site::vSitePagesWrite(site::SiteModel(*loaded, title), folder);
+    const auto failure = folder.sFinish();
+    if (!failure.empty())
+        return diagnostics.vFail(options_.folder, failure);
+    if (!loaded->unusedSets.empty())
+        diagnostics.vFinding();
+    console.output.vWrite(fmt::format("{}/index.html: {} files, {} KiB\n", sOneLine(options_.folder),
+                                      folder.getCount(), folder.getBytes() / 1024));
+}
+
+std::unique_ptr<Command> pSiteCommand() {
+    return std::make_unique<SiteCommand>();
+}
+
+} // namespace kiv::kivifc

@@ -1,0 +1,61 @@
+/// @file
+/// Where something is in a site: a file of it, and a row of that file. There is no way to make one of any
+/// text, so that a link never leads out of the site, whatever documents say.
+///
+///     constexpr PageName Entities("entities.html");
+///     html << "<a" << href(Address(Entities)) << ">Entities</a>";
+///     html << "<a" << href(addresses.ofObject(wall).row("PredefinedType")) << ">...</a>";
+///
+/// Ownership: the path belongs to the `Addresses` that made it, which must outlive the address.
+/// Threads:   any number of threads.
+/// Errors:    std::bad_alloc.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kiv::kivifc::site {
+
+/// A name of ours: of a page that every site has.
+class PageName {
+public:
+    // A name is used where it is written. NOLINTNEXTLINE(google-explicit-constructor)
+    consteval PageName(const char* name) : name_(name) {}
+
+    constexpr std::string_view getView() const { return name_; }
+
+private:
+    std::string_view name_;
+};
+
+/// The name of a row, fit to be the `id` of an element: the name itself, unless it has other characters than
+/// letters, digits and underscores, is too long, or is one of ours; then a part of it and a checksum.
+std::string sAnchor(std::string_view name);
+
+class Address {
+public:
+    // NOLINTNEXTLINE(google-explicit-constructor): a page that every site has
+    Address(PageName name) : path_(name.getView()) {}
+
+    /// From the top of the site: "sets/Pset_WallCommon.html".
+    std::string_view getPath() const { return path_; }
+    /// Empty for the whole page.
+    const std::string& getAnchor() const { return anchor_; }
+
+    /// The row of that name on the same page.
+    Address row(std::string_view name) const {
+        auto address = *this;
+        address.anchor_ = sAnchor(name);
+        return address;
+    }
+
+private:
+    friend class Addresses;
+
+    explicit Address(std::string_view path) : path_(path) {}
+
+    std::string_view path_;
+    std::string anchor_;
+};
+
+} // namespace kiv::kivifc::site

@@ -1,0 +1,106 @@
+#include "kivifc/Site/Addresses.h"
+
+#include "kivifc/Documents/Checksum.h"
+#include "kivifc/Program/AsciiText.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <fmt/format.h>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+/// File systems allow 255 bytes, which the suffix and the ending are part of.
+constexpr std::size_t NameSizeMax = 100;
+
+constexpr std::array OurPages{StartPage, EntitiesPage, EntitiesByLetterPage, TypesPage,     FunctionsPage,
+                              RulesPage, SetsPage,     PropertiesPage,       LanguagesPage, GuidsPage};
+
+bool isLetterOrDigit(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9');
+}
+
+bool isSafe(char byte) {
+    return isLetterOrDigit(byte) || byte == '_';
+}
+
+std::string sFolded(std::string_view text) {
+    std::string folded(text);
+    std::ranges::transform(folded, folded.begin(), ascii::getLower);
+    return folded;
+}
+
+/// Some systems take such names for devices, whatever their ending is.
+bool isDevice(std::string_view folded) {
+    constexpr std::array<std::string_view, 4> Devices{"con", "prn", "aux", "nul"};
+    if (std::ranges::find(Devices, folded) != Devices.end())
+        return true;
+    return folded.size() == 4 && (folded.starts_with("com") || folded.starts_with("lpt"));
+}
+
+/// Our pages have names in lower case; "-" is in names of ours only.
+bool isOurs(std::string_view folded) {
+    return std::ranges::any_of(OurPages, [&](const PageName& page) {
+        const auto name = page.getView();
+        return name.substr(0, name.find('.')) == folded;
+    });
+}
+
+bool isPlain(std::string_view name) {
+    return !name.empty() && name.size() <= NameSizeMax && isLetterOrDigit(name.front()) &&
+           std::ranges::all_of(name, isSafe);
+}
+
+/// What is safe of a name, and a checksum of all of it.
+std::string sMarked(std::string_view name, std::string_view distinction) {
+    std::string marked;
+    for (const char byte : name.substr(0, NameSizeMax)) {
+        if (isSafe(byte))
+            marked += byte;
+    }
+    return fmt::format("{}~{:016x}", marked, checksum(fmt::format("{}\n{}", name, distinction)));
+}
+
+} // namespace
+
+/// The names of our own elements are in lower case, and any of them may come later.
+std::string sAnchor(std::string_view name) {
+    const bool isLower = std::ranges::none_of(
+        name, [](char byte) { return (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9'); });
+    if (!isPlain(name))
+        return sMarked(name, "");
+    return isLower ? std::string(name) + '~' : std::string(name);
+}
+
+std::string FileNames::sTake(std::string_view name, std::string_view distinction) {
+    const auto folded = sFolded(name.substr(0, NameSizeMax + 1));
+    if (isPlain(name) && !isOurs(folded) && !isDevice(folded) && taken_.insert(folded).second)
+        return std::string(name) + ".html";
+    auto marked = sMarked(name, distinction);
+    for (int count = 2; !taken_.insert(sFolded(marked)).second; ++count)
+        marked = sMarked(name, fmt::format("{}\n{}", distinction, count));
+    return marked + ".html";
+}
+
+void Addresses::vAdd(const ifc::def::schema::ObjectBase& object) {
+    if (!objects_.contains(&object))
+        objects_.emplace(&object, topNames_.sTake(object.getName(), ""));
+}
+
+void Addresses::vAdd(const ifc::def::xml::SetDef& set, std::string_view context) {
+    sets_.emplace(&set, "sets/" + setNames_.sTake(set.getName(), context));
+}
+
+void Addresses::vAdd(PageName prefix, std::string_view part) {
+    const auto key = fmt::format("{}-{}", prefix.getView(), part);
+    const auto safe = isPlain(part) ? std::string(part) : sMarked(part, "");
+    parts_.emplace(key, fmt::format("{}-{}.html", prefix.getView(), safe));
+}
+
+Address Addresses::of(PageName prefix, std::string_view part) const {
+    return Address(parts_.at(fmt::format("{}-{}", prefix.getView(), part)));
+}
+
+} // namespace kiv::kivifc::site

@@ -1,0 +1,73 @@
+/// @file
+/// Where each object of a schema and each set is in a site: names that stay the same from run to run.
+///
+///     Addresses addresses;
+///     addresses.vAdd(*wall);
+///     addresses.of(*wall).getPath(); // "IfcWall.html"
+///
+/// An object or set has the file of its name when that is safe in every file system: letters, digits and
+/// underscores, not too long, unlike the names of our own pages and, but for the case of letters, unlike
+/// those that were added before. Any other one has what is safe of its name, "~" and a checksum.
+///
+/// Ownership: refers to nothing; addresses refer to it.
+/// Threads:   one thread while it is filled, then any number.
+/// Errors:    std::out_of_range for what was not added; std::bad_alloc.
+#pragma once
+
+#include "kiv/Format/Ifc/Def/IfcDefBase.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "kivifc/Site/Address.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace kiv::kivifc::site {
+
+// Pages that every site has, at its top.
+inline constexpr PageName StartPage("index.html");
+inline constexpr PageName EntitiesPage("entities.html");
+inline constexpr PageName EntitiesByLetterPage("entities-by-letter.html");
+inline constexpr PageName TypesPage("types.html");
+inline constexpr PageName FunctionsPage("functions.html");
+inline constexpr PageName RulesPage("rules.html");
+inline constexpr PageName SetsPage("sets.html");
+inline constexpr PageName PropertiesPage("properties.html");
+inline constexpr PageName LanguagesPage("languages.html");
+inline constexpr PageName GuidsPage("guids.html");
+
+/// The file names of one folder, each given out once.
+class FileNames {
+public:
+    /// The name with the ending ".html". `distinction` makes the checksums of equal names differ.
+    std::string sTake(std::string_view name, std::string_view distinction);
+
+private:
+    // In lower case.
+    std::unordered_set<std::string> taken_;
+};
+
+class Addresses {
+public:
+    /// Of objects of one name, the first has the plain one.
+    void vAdd(const ifc::def::schema::ObjectBase& object);
+    /// `context` is what distinguishes it from sets of the same name.
+    void vAdd(const ifc::def::xml::SetDef& set, std::string_view context);
+    /// A page of ours whose name depends on what is on it, such as the properties that begin with a letter:
+    /// "properties-A.html". The key is prefix and part together.
+    void vAdd(PageName prefix, std::string_view part);
+
+    Address of(const ifc::def::schema::ObjectBase& object) const { return Address(objects_.at(&object)); }
+    Address of(const ifc::def::xml::SetDef& set) const { return Address(sets_.at(&set)); }
+    Address of(PageName prefix, std::string_view part) const;
+
+private:
+    FileNames topNames_;
+    FileNames setNames_;
+    std::unordered_map<const ifc::def::schema::ObjectBase*, std::string> objects_;
+    std::unordered_map<const ifc::def::xml::SetDef*, std::string> sets_;
+    std::unordered_map<std::string, std::string> parts_;
+};
+
+} // namespace kiv::kivifc::site

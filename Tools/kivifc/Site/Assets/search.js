@@ -1,0 +1,391 @@
+/* The search. The index is a script of its own, which is loaded when the box is first used, because browsers let pages that
+   lie in a folder load nothing else. Names that are, begin with or contain what was typed are found by looking at all names,
+   which takes a few milliseconds; those that are near by MiniSearch, as soon as it has read the names. */
+"use strict";
+
+(() => {
+    const Most = 40; // Results that are listed.
+    const MostOfOne = 4; // Of one name and kind, unless it is what was typed.
+    const SetKinds = new Set(["Property set", "Quantity set"]);
+
+    const box = document.getElementById("search");
+    const list = document.getElementById("results");
+    const status = document.getElementById("found");
+    if (!box || !list)
+        return;
+    // Always a path below the page's own folder, whatever the index says.
+    const top = "./" + (document.documentElement.dataset.root || "");
+
+    /* Texts */
+
+    // As it is compared: without case, accents, and forms that differ in width only. Marks of Japanese stay.
+    function folded(text) {
+        return text.normalize("NFKD").replace(/[\u0300-\u036f]/g, "").normalize("NFKC").toLowerCase().trim();
+    }
+
+    const Ideographs = /[\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}\u30fc]+/gu;
+
+    function pairs(text) {
+        const letters = [...text];
+        return letters.length < 2 ? letters : letters.slice(1).map((letter, index) => letters[index] + letter);
+    }
+
+    // The words of a name: IfcWallType has ifc, wall and type; Chinese and Japanese, which has no spaces, pairs of characters.
+    function words(text) {
+        const found = [];
+        const rest = text.replace(Ideographs, (run) => {
+            found.push(...pairs(run));
+            return " ";
+        });
+        for (const word of rest.match(/\p{Lu}+(?!\p{Ll})|\p{Lu}?[\p{L}\p{M}]+?(?=\p{Lu}|[^\p{L}\p{M}]|$)|\p{N}+/gu) || [])
+            found.push(folded(word));
+        return found;
+    }
+
+    // A name and its words.
+    function terms(text) {
+        const whole = folded(text);
+        return whole.includes(" ") || whole.length > 60 ? words(text) : [...new Set([whole, ...words(text)])];
+    }
+
+    /* GUIDs */
+
+    const Base64 = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$";
+
+    // What was typed as the beginning of a GUID in hexadecimal digits, 8 or more of them, or all of one in 22 characters. What
+    // consists of 22 hexadecimal digits may be either.
+    function guidDigits(text) {
+        const bare = text.trim().replace(/^\{|\}$/g, "");
+        const found = [];
+        const digits = bare.replace(/-/g, "").toLowerCase();
+        if (/^[0-9a-f]{8,32}$/.test(digits))
+            found.push(digits);
+        if (/^[0-3][0-9A-Za-z_$]{21}$/.test(bare)) {
+            const number = [...bare].reduce((sum, character) => sum * 64n + BigInt(Base64.indexOf(character)), 0n);
+            found.push(number.toString(16).padStart(32, "0"));
+        }
+        return found;
+    }
+
+    /* Index */
+
+    let entries = null; // Each: {name, key, short, kind, page: {name, file}, of, anchor, language}
+    let kinds = [];
+    const guids = []; // [digits, entry]
+    const byName = new Map(); // Name: entries
+    let near = null; // MiniSearch over the distinct names, once it is there
+
+    // What nearly all names of a schema begin with, such as "Ifc": nobody types it.
+    function commonPrefix(names) {
+        const counts = new Map();
+        for (const name of names) {
+            const prefix = /^\p{Lu}\p{Ll}+(?=\p{Lu})/u.exec(name)?.[0];
+            if (prefix)
+                counts.set(prefix, (counts.get(prefix) || 0) + 1);
+        }
+        const [prefix, count] = [...counts].sort((a, b) => b[1] - a[1])[0] || ["", 0];
+        return count * 2 > names.length ? prefix : "";
+    }
+
+    // What is left of a name without that.
+    function shortened(name, kind, prefix) {
+        if (SetKinds.has(kind))
+            return folded(name.replace(/^[^_]*_/, ""));
+        return prefix && name.startsWith(prefix) ? folded(name.slice(prefix.length)) : "";
+    }
+
+    // An entry for the name and one for each translation of it; `of` says where it is.
+    function entriesAdd(all, entry, guid, translations, languages) {
+        all.push(entry);
+        if (guid)
+            guids.push([guid, entry]);
+        for (let at = 0; at + 1 < translations.length; at += 2) {
+            const name = translations[at + 1];
+            const of = entry.of ? entry.of + " › " + entry.name : entry.name;
+            if (name !== entry.name)
+                all.push({ ...entry, name, key: folded(name), short: "", of, language: languages[translations[at]] });
+        }
+    }
+
+    function rowsRead(all, index, page, runs) {
+        for (const [kind, ...run] of runs) {
+            for (const row of run) {
+                const [name, anchor, guid, ...translations] = typeof row === "string" ? [row] : row;
+                const entry = { name, key: folded(name), short: "", kind, page, of: page.name, anchor: anchor || name, language: "" };
+                entriesAdd(all, entry, guid, translations, index.languages);
+            }
+        }
+    }
+
+    function indexRead(index) {
+        const all = [];
+        const isSet = (kind) => SetKinds.has(index.kinds[kind]);
+        const prefix = commonPrefix(index.pages.filter(([kind]) => !isSet(kind)).map(([, name]) => name));
+        for (const [kind, name, file, guid, rows, translations] of index.pages) {
+            const page = { name, file: file || (isSet(kind) ? "sets/" : "") + name + ".html" };
+            const short = shortened(name, index.kinds[kind], prefix);
+            const entry = { name, key: folded(name), short, kind, page, of: "", anchor: "", language: "" };
+            entriesAdd(all, entry, guid, translations || [], index.languages);
+            rowsRead(all, index, page, rows || []);
+        }
+        kinds = index.kinds;
+        return all;
+    }
+
+    // In parts, so that the page goes on answering meanwhile.
+    function nearBuild() {
+        for (const entry of entries) {
+            const same = byName.get(entry.name);
+            if (same)
+                same.push(entry);
+            else
+                byName.set(entry.name, [entry]);
+        }
+        const index = new MiniSearch({ fields: ["name"], idField: "name", tokenize: terms, processTerm: (term) => term });
+        const names = [...byName.keys()];
+        const step = (from) => {
+            index.addAll(names.slice(from, from + 1500).map((name) => ({ name })));
+            if (from + 1500 < names.length) {
+                setTimeout(step, 0, from + 1500);
+                return;
+            }
+            near = index;
+            // Who is among the results already keeps them.
+            if (box.value && document.activeElement === box)
+                show();
+        };
+        setTimeout(step, 0, 0);
+    }
+
+    let loading = null;
+
+    function scriptLoad(name) {
+        return new Promise((resolve, reject) => {
+            const script = document.createElement("script");
+            script.src = top + "assets/" + name;
+            script.onload = resolve;
+            script.onerror = reject;
+            document.head.append(script);
+        });
+    }
+
+    function load() {
+        loading ||= Promise.all([scriptLoad("search-index.js"), scriptLoad("minisearch.js")]).then(() => {
+            entries = indexRead(window.kivSearch);
+            window.kivSearch = null;
+            nearBuild();
+        });
+        return loading;
+    }
+
+    /* Ranks: it, the beginning of it, a part of it, near it */
+
+    function rank(entry, query) {
+        const { key } = entry;
+        if (key === query)
+            return 0;
+        if (entry.short === query)
+            return 1;
+        if (key.startsWith(query) || entry.short.startsWith(query))
+            return 2;
+        const place = key.indexOf(query);
+        if (place < 0)
+            return -1;
+        return isWordBegin(entry, place) ? 3 : 4;
+    }
+
+    // As far as folding has kept the places of the characters.
+    function isWordBegin({ name, key }, place) {
+        return key.length === name.length && (/\p{Lu}/u.test(name[place]) || !/[\p{L}\p{N}]/u.test(name[place - 1]));
+    }
+
+    function ranked(query) {
+        const found = [];
+        for (const entry of entries) {
+            const value = rank(entry, query);
+            if (value >= 0)
+                found.push([value, entry]);
+        }
+        return found.sort(([a, one], [b, other]) => a - b || one.kind - other.kind || one.key.length - other.key.length ||
+            (one.key < other.key ? -1 : Number(one.key > other.key))).map(([, entry]) => entry);
+    }
+
+    // Where nothing else is found, two letters that have changed places are near too.
+    function nearest(text, query, isAlone) {
+        if (!near || query.length < 2)
+            return [];
+        const isIdeographic = query.search(Ideographs) >= 0;
+        const options = isIdeographic ? { combineWith: "OR" } : {
+            combineWith: "AND", prefix: true, fuzzy: (term) => (term.length > 3 ? (isAlone ? 0.34 : 0.2) : false), maxFuzzy: 4,
+            // Of a query that is one word, the whole; of several words, each.
+            tokenize: (words) => folded(words).split(/[\s.]+/).filter((word) => word),
+        };
+        return near.search(text, options).slice(0, Most).flatMap((result) => byName.get(result.id));
+    }
+
+    function search(text) {
+        const query = folded(text);
+        if (!query)
+            return [];
+        const wanted = guidDigits(text);
+        const found = new Set(guids.filter(([digits]) => wanted.some((begin) => digits.startsWith(begin))).map(([, entry]) => entry));
+        for (const entry of ranked(query))
+            found.add(entry);
+        // "IfcWall.PredefinedType": a row of a page.
+        const dot = query.lastIndexOf(".");
+        if (dot > 0) {
+            for (const entry of entries) {
+                if (entry.of && entry.key.startsWith(query.slice(dot + 1)) && folded(entry.page.name) === query.slice(0, dot))
+                    found.add(entry);
+            }
+        }
+        if (found.size < Most) {
+            for (const entry of nearest(text, query, found.size === 0))
+                found.add(entry);
+        }
+        return thinned([...found], query);
+    }
+
+    // One name in many places leaves room for others.
+    function thinned(found, query) {
+        const counts = new Map();
+        const kept = [];
+        for (const entry of found) {
+            const id = entry.kind + " " + entry.key;
+            const count = (counts.get(id) || 0) + 1;
+            counts.set(id, count);
+            if (count <= MostOfOne || entry.key === query)
+                kept.push(entry);
+            if (kept.length === Most)
+                break;
+        }
+        return kept;
+    }
+
+    /* Results */
+
+    function element(tag, className, text) {
+        const made = document.createElement(tag);
+        made.className = className;
+        made.textContent = text;
+        return made;
+    }
+
+    // The part that was typed is marked, where folding has kept the places of the characters.
+    function nameElement(entry, query) {
+        const made = element("span", "name", "");
+        const place = entry.key.length === entry.name.length ? entry.key.indexOf(query) : -1;
+        if (place < 0) {
+            made.textContent = entry.name;
+            return made;
+        }
+        made.append(entry.name.slice(0, place), element("mark", "", entry.name.slice(place, place + query.length)),
+            entry.name.slice(place + query.length));
+        return made;
+    }
+
+    function resultElement(entry, query) {
+        const item = document.createElement("li");
+        const link = document.createElement("a");
+        link.href = top + entry.page.file + (entry.anchor ? "#" + entry.anchor : "");
+        const name = nameElement(entry, query);
+        if (entry.language)
+            name.lang = entry.language;
+        const place = [entry.of, entry.language].filter((text) => text).join(" · ") || (entry.page.file.startsWith("sets/") ? "Sets" : "Schema");
+        link.append(name, " ", element("span", "place", place), " ", element("span", "kind", kinds[entry.kind]));
+        item.append(link);
+        return item;
+    }
+
+    function hide() {
+        list.hidden = true;
+    }
+
+    function say(text) {
+        if (status)
+            status.textContent = text;
+    }
+
+    function show() {
+        if (!box.value.trim())
+            return hide();
+        const found = search(box.value);
+        const query = folded(box.value);
+        list.replaceChildren(...found.map((entry) => resultElement(entry, query)));
+        list.querySelector("a")?.classList.add("first");
+        if (found.length === 0)
+            list.append(element("li", "none", near ? "Nothing has that name or one near it." : "Searching…"));
+        say(found.length === 1 ? "1 result" : `${found.length} results`);
+        list.scrollTop = 0;
+        list.hidden = false;
+    }
+
+    function typed() {
+        if (entries)
+            return show();
+        return load().then(show, () => say("The index of the search cannot be read."));
+    }
+
+    function focusMove(step) {
+        const links = [...list.querySelectorAll("a")];
+        const at = links.indexOf(document.activeElement) + step;
+        if (list.hidden || links.length === 0)
+            return;
+        (at < 0 ? box : links[Math.min(at, links.length - 1)]).focus();
+    }
+
+    function keyTaken(event) {
+        const isInBox = event.target === box;
+        switch (event.key) {
+        case "ArrowDown":
+            focusMove(1);
+            return true;
+        case "ArrowUp":
+            if (isInBox)
+                return false;
+            focusMove(-1);
+            return true;
+        case "Enter":
+            if (!isInBox)
+                return false;
+            list.querySelector("a")?.click();
+            return true;
+        case "Escape":
+            if (isInBox && list.hidden)
+                box.value = "";
+            hide();
+            box.focus();
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    box.addEventListener("focus", () => load().catch(() => say("The index of the search cannot be read.")));
+    box.addEventListener("input", typed);
+    box.addEventListener("focus", () => {
+        if (box.value && entries && list.hidden)
+            show();
+    });
+    box.parentNode.addEventListener("keydown", (event) => {
+        if (event.ctrlKey || event.metaKey || event.altKey || event.isComposing)
+            return;
+        if (keyTaken(event))
+            event.preventDefault();
+        else if (event.target !== box && event.key.length === 1)
+            box.focus(); // The character goes on into the box.
+    });
+    // A result on this page moves there; the list is in the way then.
+    list.addEventListener("click", (event) => {
+        if (event.target.closest("a") && !event.ctrlKey && !event.metaKey && !event.shiftKey)
+            hide();
+    });
+    document.addEventListener("pointerdown", (event) => {
+        if (!box.parentNode.contains(event.target))
+            hide();
+    });
+    box.parentNode.addEventListener("focusout", (event) => {
+        if (event.relatedTarget && !box.parentNode.contains(event.relatedTarget))
+            hide();
+    });
+})();

@@ -1,0 +1,67 @@
+#include "kivifc/Site/Elements.h"
+
+#include <cstddef>
+#include <string>
+
+namespace kiv::kivifc::site {
+
+std::string sShort(std::string_view name) {
+    constexpr std::size_t Whole = 200;
+    return sShort(name, Whole);
+}
+
+std::string sShort(std::string_view text, std::size_t sizeMax) {
+    if (text.size() <= sizeMax)
+        return std::string(text);
+    auto end = sizeMax - sizeMax / 5;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        --end;
+    return std::string(text.substr(0, end)) + "...";
+}
+
+void vSectionBegin(Html& html, Markup id, Markup title) {
+    html << "<section" << attribute("id", id.getView()) << ">\n<h2>" << title << "</h2>\n";
+}
+
+void vSectionBegin(Html& html, Markup id, Markup title, std::size_t count) {
+    html << "<section" << attribute("id", id.getView()) << ">\n<h2>" << title << " <span class=\"count\">"
+         << count << "</span></h2>\n";
+}
+
+void vSectionEnd(Html& html) {
+    html << "</section>\n";
+}
+
+void vTableBegin(Html& html, std::string_view label, std::initializer_list<Markup> columns) {
+    html << "<div class=\"scroll\" tabindex=\"0\" role=\"region\"" << attribute("aria-label", sShort(label))
+         << "><table class=\"rows\">\n<thead><tr>";
+    for (const auto& column : columns)
+        html << "<th scope=\"col\">" << column << "</th>";
+    html << "</tr></thead>\n<tbody>\n";
+}
+
+void vTableEnd(Html& html) {
+    html << "</tbody></table></div>\n";
+}
+
+void vRowLinkWrite(Html& html, std::string_view name) {
+    html << "<a class=\"anchor\"" << rowHref(name) << attribute("aria-label", "Link to " + sShort(name))
+         << ">#</a>";
+}
+
+void vRowLinkWrite(Html& html, const std::string& id, std::string_view name) {
+    html << "<a class=\"anchor\"" << idHref(id) << attribute("aria-label", "Link to " + sShort(name))
+         << ">#</a>";
+}
+
+std::string RowIds::sTake(std::string_view name) {
+    auto id = sAnchor(name);
+    const auto count = ++taken_[id];
+    return count == 1 ? id : id + "~~" + std::to_string(count);
+}
+
+void vNameLinkWrite(Html& html, const Address& address, std::string_view name) {
+    html << "<a" << href(address) << "><code>" << escaped(sShort(name)) << "</code></a>";
+}
+
+} // namespace kiv::kivifc::site

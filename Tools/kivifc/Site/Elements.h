@@ -1,0 +1,65 @@
+/// @file
+/// What pages are made of: sections, tables, rows that can be pointed at, links by name.
+///
+///     vSectionBegin(html, "attributes", "Attributes");
+///     vTableBegin(html, "Attributes of IfcWall", {"Name", "Type"});
+///     html << "<tr" << attribute("id", sAnchor(name)) << "><td>" << escaped(name);
+///     vRowLinkWrite(html, name);
+///     html << "</td>...</tr>";
+///     vTableEnd(html);
+///     vSectionEnd(html);
+///
+/// Ownership: nothing is kept.
+/// Threads:   any number of threads, each with its own page.
+/// Errors:    std::bad_alloc.
+#pragma once
+
+#include "kivifc/Site/Html.h"
+
+#include <cstddef>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace kiv::kivifc::site {
+
+/// A name that appears again and again: the whole of it up to some hundred bytes, else its beginning with
+/// "...", so that a long one does not make each page long that names it. Cut between code points.
+std::string sShort(std::string_view name);
+/// The same for a text that may have that many bytes.
+std::string sShort(std::string_view text, std::size_t sizeMax);
+
+/// `id` is a word in lower case, as those of rows never are.
+void vSectionBegin(Html& html, Markup id, Markup title);
+/// The same with the number of what is in it.
+void vSectionBegin(Html& html, Markup id, Markup title, std::size_t count);
+void vSectionEnd(Html& html);
+
+/// `label` names the region in which a table too wide for the window is moved.
+void vTableBegin(Html& html, std::string_view label, std::initializer_list<Markup> columns);
+void vTableEnd(Html& html);
+
+/// The "#" beside a row, by which one gets its address.
+void vRowLinkWrite(Html& html, std::string_view name);
+
+/// The same for an id that a page gave to the row.
+void vRowLinkWrite(Html& html, const std::string& id, std::string_view name);
+
+/// The ids of the rows of one page, each given out once.
+///
+///     RowIds ids;
+///     html << "<tr" << attribute("id", ids.sTake(name)) << ">";
+class RowIds {
+public:
+    /// That of the name; for a name that is there again, one that no link leads to.
+    std::string sTake(std::string_view name);
+
+private:
+    std::unordered_map<std::string, int> taken_;
+};
+
+/// A name as a link, in the type of code.
+void vNameLinkWrite(Html& html, const Address& address, std::string_view name);
+
+} // namespace kiv::kivifc::site

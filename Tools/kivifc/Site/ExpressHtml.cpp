@@ -1,0 +1,191 @@
+#include "kivifc/Site/ExpressHtml.h"
+
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kivifc/Site/Elements.h"
+#include "kivifc/Site/ExpressWords.h"
+#include "kivifc/Site/RedeclaredName.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+/// Reserved words and built-in functions of ISO 10303-11.
+constexpr std::array<std::string_view, 114> Keywords{"ABS",          "ABSTRACT",   "ACOS",
+                                                     "AGGREGATE",    "ALIAS",      "AND",
+                                                     "ANDOR",        "ARRAY",      "AS",
+                                                     "ASIN",         "ATAN",       "BAG",
+                                                     "BEGIN",        "BINARY",     "BLENGTH",
+                                                     "BOOLEAN",      "BY",         "CASE",
+                                                     "CONSTANT",     "CONST_E",    "COS",
+                                                     "DERIVE",       "DIV",        "ELSE",
+                                                     "END",          "END_ALIAS",  "END_CASE",
+                                                     "END_CONSTANT", "END_ENTITY", "END_FUNCTION",
+                                                     "END_IF",       "END_LOCAL",  "END_PROCEDURE",
+                                                     "END_REPEAT",   "END_RULE",   "END_SCHEMA",
+                                                     "END_TYPE",     "ENTITY",     "ENUMERATION",
+                                                     "ESCAPE",       "EXISTS",     "EXP",
+                                                     "EXTENSIBLE",   "FALSE",      "FIXED",
+                                                     "FOR",          "FORMAT",     "FROM",
+                                                     "FUNCTION",     "GENERIC",    "HIBOUND",
+                                                     "HIINDEX",      "IF",         "IN",
+                                                     "INSERT",       "INTEGER",    "INVERSE",
+                                                     "LENGTH",       "LIKE",       "LIST",
+                                                     "LOBOUND",      "LOCAL",      "LOG",
+                                                     "LOG10",        "LOG2",       "LOGICAL",
+                                                     "LOINDEX",      "MOD",        "NOT",
+                                                     "NUMBER",       "NVL",        "ODD",
+                                                     "OF",           "ONEOF",      "OPTIONAL",
+                                                     "OR",           "OTHERWISE",  "PI",
+                                                     "PROCEDURE",    "QUERY",      "REAL",
+                                                     "REFERENCE",    "REMOVE",     "REPEAT",
+                                                     "RETURN",       "ROLESOF",    "RULE",
+                                                     "SCHEMA",       "SELECT",     "SELF",
+                                                     "SET",          "SIN",        "SIZEOF",
+                                                     "SKIP",         "SQRT",       "STRING",
+                                                     "SUBTYPE",      "SUPERTYPE",  "TAN",
+                                                     "THEN",         "TO",         "TRUE",
+                                                     "TYPE",         "TYPEOF",     "UNIQUE",
+                                                     "UNKNOWN",      "UNTIL",      "USEDIN",
+                                                     "VALUE",        "VALUE_IN",   "VAR",
+                                                     "WHERE",        "WHILE",      "XOR"};
+
+static_assert(std::ranges::is_sorted(Keywords));
+
+std::string sUpper(std::string_view text) {
+    std::string upper(text);
+    for (auto& byte : upper) {
+        if (byte >= 'a' && byte <= 'z')
+            byte = static_cast<char>(byte - 'a' + 'A');
+    }
+    return upper;
+}
+
+bool isKeyword(std::string_view upper) {
+    return std::ranges::binary_search(Keywords, upper);
+}
+
+/// Writes one text, and remembers what the names before a point mean.
+class Writer {
+public:
+    Writer(const SiteModel& model, const ExpressScope& scope, Html& html) :
+        model_(model), scope_(scope), html_(html) {}
+
+    void vWrite(std::string_view text) {
+        for (ExpressWords words(text); words.boNext();)
+            vPieceWrite(words);
+    }
+
+private:
+    void vPieceWrite(const ExpressWords& words) {
+        const auto text = words.getText();
+        switch (words.getKind()) {
+        case ExpressWords::Kind::Word:
+            return vWordWrite(text);
+        case ExpressWords::Kind::String:
+            html_ << "<span class=\"str\">";
+            vLiteralWrite(text);
+            html_ << "</span>";
+            break;
+        case ExpressWords::Kind::Comment:
+            html_ << "<span class=\"com\">" << escaped(text) << "</span>";
+            return;
+        case ExpressWords::Kind::Other:
+            html_ << escaped(text);
+            break;
+        }
+        isAfterPoint_ = text.ends_with('.');
+        if (text != ".")
+            pBefore_ = nullptr;
+    }
+
+    void vWordWrite(std::string_view word) {
+        const auto upper = sUpper(word);
+        const bool isMember = std::exchange(isAfterPoint_, false);
+        const auto* before = std::exchange(pBefore_, nullptr);
+        if (isMember)
+            return vMemberWrite(word, upper, before);
+        if (isKeyword(upper)) {
+            if (upper == "SELF")
+                pBefore_ = scope_.pSelf;
+            html_ << "<span class=\"kw\">" << escaped(word) << "</span>";
+            return;
+        }
+        const auto* object = model_.getSchema().pObjectFromName(word);
+        pBefore_ = object;
+        if (object && object != scope_.pDeclared)
+            return vLinkWrite(model_.getAddresses().of(*object), word);
+        if (!object && scope_.pSelf)
+            return vMemberWrite(word, upper, scope_.pSelf);
+        html_ << escaped(word);
+    }
+
+    /// A name after a point: an attribute or an item of what is before it.
+    void vMemberWrite(std::string_view word, const std::string& upper, const ObjectBase* before) {
+        const auto& addresses = model_.getAddresses();
+        if (const auto* entity = Entity::pFrom(before)) {
+            const AttributeBase* attribute = entity->pAttributeFromNameUpper(upper, true);
+            if (!attribute)
+                attribute = entity->pAttributeInverseFromNameUpper(upper, true);
+            if (attribute)
+                return vLinkWrite(addresses.of(attribute->getEntity()).row(ownNameOf(attribute->getName())),
+                                  word);
+        }
+        if (const auto* type = Type::pFrom(before)) {
+            const auto* items = dynamic_cast<const DataTypeEnum*>(type->pUnderlying());
+            if (items && items->boContains(word))
+                return vLinkWrite(addresses.of(*type).row(word), word);
+        }
+        html_ << escaped(word);
+    }
+
+    /// 'IFC4.IFCWALL' names an entity.
+    void vLiteralWrite(std::string_view text) {
+        const auto point = text.find('.');
+        const ObjectBase* object = nullptr;
+        if (point != std::string_view::npos && text.size() > point + 2)
+            object = model_.getSchema().pObjectFromName(text.substr(point + 1, text.size() - point - 2));
+        if (!object) {
+            html_ << escaped(text);
+            return;
+        }
+        html_ << escaped(text.substr(0, point + 1));
+        vLinkWrite(model_.getAddresses().of(*object), text.substr(point + 1, text.size() - point - 2));
+        html_ << escaped(text.substr(text.size() - 1));
+    }
+
+    void vLinkWrite(const Address& address, std::string_view word) {
+        html_ << "<a" << href(address) << ">" << escaped(word) << "</a>";
+    }
+
+    const SiteModel& model_;
+    const ExpressScope& scope_;
+    Html& html_;
+    const ObjectBase* pBefore_ = nullptr;
+    bool isAfterPoint_ = false;
+};
+
+} // namespace
+
+void vExpressWrite(const SiteModel& model, const ExpressScope& scope, std::string_view text, Html& html) {
+    Writer(model, scope, html).vWrite(text);
+}
+
+void vObjectLinkWrite(const SiteModel& model, const ObjectBase& object, Html& html) {
+    vNameLinkWrite(html, model.getAddresses().of(object), object.getName());
+}
+
+void vAttributeLinkWrite(const SiteModel& model, const AttributeBase& attribute, Html& html) {
+    const auto& entity = attribute.getEntity();
+    const auto name = ownNameOf(attribute.getName());
+    html << "<a" << href(model.getAddresses().of(entity).row(name)) << "><code>"
+         << escaped(sShort(entity.getName())) << "." << escaped(sShort(name)) << "</code></a>";
+}
+
+} // namespace kiv::kivifc::site

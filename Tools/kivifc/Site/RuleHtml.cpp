@@ -1,0 +1,129 @@
+#include "kivifc/Site/RuleHtml.h"
+
+#include "kiv/Kit/Express/ExpressionText.h"
+#include "kivifc/Site/DistinctRules.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+/// What is longer than this is laid out on lines of its own.
+constexpr std::size_t LineSize = 72;
+/// Within AND, OR; within that, AND again. More would be steps that nobody follows.
+constexpr int DepthMax = 3;
+
+const BinaryExpression* pJoin(const Expression& expression, BinaryOperator op) {
+    const auto* binary = dynamic_cast<const BinaryExpression*>(&expression);
+    return binary && binary->getOperator() == op ? binary : nullptr;
+}
+
+/// What the operator joins, in order. Chains grow to the left as long as the text likes.
+std::vector<const Expression*> operandsOf(const Expression& expression, BinaryOperator op) {
+    std::vector<const Expression*> operands;
+    const auto* rest = &expression;
+    while (const auto* join = pJoin(*rest, op)) {
+        operands.push_back(&join->getRight());
+        rest = &join->getLeft();
+    }
+    operands.push_back(rest);
+    std::ranges::reverse(operands);
+    return operands;
+}
+
+class Layout {
+public:
+    Layout(const SiteModel& model, const ExpressScope& scope, Html& html) :
+        model_(model), scope_(scope), html_(html) {}
+
+    void vWrite(const Expression& expression) {
+        vListWrite(operandsOf(expression, BinaryOperator::And), "AND", 0);
+    }
+
+private:
+    /// An item for each operand; `word` joins them.
+    void vListWrite(const std::vector<const Expression*>& operands, Markup word, int depth) {
+        html_ << "<ul class=\"operands\">\n";
+        for (const auto* operand : operands) {
+            html_ << "<li>";
+            if (operand != operands.front())
+                html_ << "<span class=\"kw\">" << word << "</span> ";
+            vOperandWrite(*operand, operands.size() > 1, depth);
+            html_ << "</li>\n";
+        }
+        html_ << "</ul>\n";
+    }
+
+    void vOperandWrite(const Expression& operand, bool isOneOfSeveral, int depth) {
+        const bool isLoose = isOneOfSeveral && isLooserThanJoin(operand);
+        html_ << (isLoose ? Markup("(") : Markup(""));
+        if (!boJoinWrite(operand, depth))
+            vTextWrite(operand);
+        html_ << (isLoose ? Markup(")") : Markup(""));
+    }
+
+    /// What is too long for a line, once more by its operands.
+    bool boJoinWrite(const Expression& expression, int depth) {
+        if (depth >= DepthMax || kit::sExpression(expression).size() <= LineSize)
+            return false;
+        if (pJoin(expression, BinaryOperator::Or)) {
+            vListWrite(operandsOf(expression, BinaryOperator::Or), "OR", depth + 1);
+            return true;
+        }
+        if (pJoin(expression, BinaryOperator::And)) {
+            vListWrite(operandsOf(expression, BinaryOperator::And), "AND", depth + 1);
+            return true;
+        }
+        return false;
+    }
+
+    void vTextWrite(const Expression& expression) {
+        html_ << "<code>";
+        vExpressWrite(model_, scope_, kit::sExpression(expression), html_);
+        html_ << "</code>";
+    }
+
+    /// It needs parentheses to be an operand.
+    static bool isLooserThanJoin(const Expression& operand) {
+        const auto* binary = dynamic_cast<const BinaryExpression*>(&operand);
+        return binary && binary->getOperator() != BinaryOperator::Power;
+    }
+
+    const SiteModel& model_;
+    const ExpressScope& scope_;
+    Html& html_;
+};
+
+} // namespace
+
+void vExpressionWrite(const SiteModel& model, const ExpressScope& scope, const Expression& expression,
+                      Html& html) {
+    Layout(model, scope, html).vWrite(expression);
+}
+
+void vWhereWrite(const SiteModel& model, const ExpressScope& scope, const Where* where, RowIds& ids,
+                 Html& html) {
+    const auto rules = distinctRules(where);
+    if (rules.empty())
+        return;
+    vSectionBegin(html, "where", "Rules", rules.size());
+    for (const auto* rule : rules) {
+        const auto label = rule->label.getView();
+        const auto id = ids.sTake(label);
+        html << "<div class=\"rule\"" << attribute("id", id) << "><h3><code>" << escaped(sShort(label))
+             << "</code>";
+        vRowLinkWrite(html, id, label);
+        html << "</h3>\n";
+        vExpressionWrite(model, scope, *rule->expression, html);
+        html << "</div>\n";
+    }
+    vSectionEnd(html);
+}
+
+} // namespace kiv::kivifc::site

@@ -1,0 +1,149 @@
+#include "kivifc/Site/SearchIndexFile.h"
+
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDerive.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaUnique.h"
+#include "kiv/Kit/Documents/SetMembers.h"
+#include "kivifc/Site/DistinctRules.h"
+#include "kivifc/Site/Elements.h"
+#include "kivifc/Site/RedeclaredName.h"
+#include "kivifc/Site/SearchIndex.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+using namespace ifc::def::schema;
+namespace pset = ifc::def::pset;
+namespace xml = ifc::def::xml;
+
+constexpr PageName IndexFile("assets/search-index.js");
+
+std::string sDigits(const Guid& guid) {
+    return guid.isNull() ? std::string() : guid.toString(false);
+}
+
+class Filling {
+public:
+    explicit Filling(const SiteModel& model) : model_(model) {}
+
+    std::string sText() {
+        for (const auto* entity : model_.getEntities())
+            vEntityAdd(*entity);
+        for (const auto* type : model_.getTypes())
+            vTypeAdd(*type);
+        for (const auto* function : model_.getFunctions())
+            vPageAdd(SearchKind::Function, *function);
+        for (const auto* rule : model_.getRules())
+            vPageAdd(SearchKind::Rule, *rule);
+        for (const auto& set : model_.getSets())
+            vSetAdd(*set.set);
+        return index_.sText();
+    }
+
+private:
+    void vPageAdd(SearchKind kind, const ObjectBase& object) {
+        index_.vPageAdd(kind, object.getName(), model_.getAddresses().of(object).getPath());
+        ids_ = {};
+    }
+
+    void vRowAdd(SearchKind kind, std::string_view name) { index_.vRowAdd(kind, name, ids_.sTake(name)); }
+
+    /// Rows are asked for their ids in the order in which the page does that.
+    void vEntityAdd(const Entity& entity) {
+        vPageAdd(SearchKind::Entity, entity);
+        for (const auto& attribute : entity.getAttributes())
+            vRowAdd(SearchKind::Attribute, ownNameOf(attribute.getName()));
+        for (const auto& attribute : entity.getAttributesInverse())
+            vRowAdd(SearchKind::InverseAttribute, attribute.getName());
+        if (entity.pDerive()) {
+            for (const auto& value : entity.pDerive()->getValues())
+                vRowAdd(SearchKind::DerivedAttribute, ownNameOf(value.getName()));
+        }
+        if (entity.pUnique()) {
+            for (const auto& rule : entity.pUnique()->getRules())
+                vRowAdd(SearchKind::UniqueRule, rule.label);
+        }
+        vWhereAdd(entity.pWhere());
+    }
+
+    void vWhereAdd(const Where* where) {
+        for (const auto* rule : distinctRules(where))
+            vRowAdd(SearchKind::DomainRule, rule->label.getView());
+    }
+
+    void vTypeAdd(const Type& type) {
+        // What a type is built on says what it is; a renamed enumeration has its items on the page of the
+        // other.
+        if (const auto* enumeration = dynamic_cast<const DataTypeEnum*>(type.pUnderlying())) {
+            vPageAdd(SearchKind::Enumeration, type);
+            for (const auto item : enumeration->getItems())
+                vRowAdd(SearchKind::EnumerationValue, item);
+        } else {
+            const bool isSelect = dynamic_cast<const DataTypeSelect*>(type.pUnderlying()) != nullptr;
+            vPageAdd(isSelect ? SearchKind::Select : SearchKind::Type, type);
+        }
+        vWhereAdd(type.pWhere());
+    }
+
+    void vSetAdd(const xml::SetDef& set) {
+        const auto kind = kit::pSetKind(set) == std::string_view("quantity set") ? SearchKind::QuantitySet
+                                                                                 : SearchKind::PropertySet;
+        index_.vPageAdd(kind, set.getName(), model_.getAddresses().of(set).getPath(),
+                        sDigits(set.getIfdGuid()));
+        ids_ = {};
+        for (const auto* member : kit::setMembers(set))
+            vMemberAdd(*member);
+    }
+
+    // Properties within properties: as deep as XML elements may be.
+    void vMemberAdd(const xml::Def& member) {
+        const auto* property = dynamic_cast<const pset::PropertyDef*>(&member);
+        const auto anchor = ids_.sTake(member.getName());
+        const auto& aliases = member.getNameAliases().getEntries();
+        std::vector<std::string> tags;
+        std::ranges::transform(aliases, std::back_inserter(tags),
+                               [](const auto& alias) { return alias.locale.getCombined(); });
+        std::vector<SearchTranslation> translations;
+        for (std::size_t at = 0; at < aliases.size(); ++at)
+            translations.push_back({tags[at], aliases[at].text});
+        index_.vRowAdd(property ? SearchKind::Property : SearchKind::Quantity, member.getName(), anchor,
+                       sDigits(member.getIfdGuid()), translations);
+        if (property && property->pType())
+            vInsideAdd(*property->pType(), anchor);
+    }
+
+    /// What is in a property: the values of an enumeration, which are at its row, or properties.
+    void vInsideAdd(const pset::PropertyType& type, const std::string& anchor) {
+        if (const auto* enumerated = dynamic_cast<const pset::TypePropertyEnumeratedValue*>(&type)) {
+            for (const auto& item : enumerated->getItems())
+                index_.vRowAdd(SearchKind::EnumerationValue, item, anchor);
+        }
+        if (const auto* complex = dynamic_cast<const pset::TypeComplexProperty*>(&type)) {
+            for (const auto& member : complex->getProperties())
+                vMemberAdd(member);
+        }
+    }
+
+    const SiteModel& model_;
+    SearchIndex index_;
+    RowIds ids_;
+};
+
+} // namespace
+
+void vSearchIndexWrite(const SiteModel& model, SiteFolder& folder) {
+    folder.vWrite(IndexFile, Filling(model).sText());
+}
+
+} // namespace kiv::kivifc::site

@@ -1,0 +1,175 @@
+#include "kivifc/Site/SetMembers.h"
+
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
+#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
+#include "kivifc/Site/Elements.h"
+#include "kivifc/Site/GuidNotations.h"
+#include "kivifc/Site/MemberList.h"
+#include "kivifc/Site/MemberType.h"
+#include "kivifc/Site/Translations.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+namespace pset = ifc::def::pset;
+using ifc::def::xml::Def;
+
+/// Sets have some ten members; what is longer is an exception, or made to fill disks.
+constexpr std::size_t ShortMembersMax = 200;
+constexpr std::size_t ShortItemsMax = 40;
+constexpr std::size_t ShortDefinitionMax = 400;
+
+using Rows = std::unordered_map<const Def*, std::string_view>;
+
+/// One row of the page of an entity. Most of what a site takes on disk are such rows, so they are sparing: no
+/// translations, and nothing around a text that is alone in its cell.
+class ShortRow {
+public:
+    ShortRow(const SiteModel& model, const SiteSet& set, Html& html) :
+        model_(model), address_(model.getAddresses().of(*set.set)), html_(html) {}
+
+    void vWrite(const ListedMember& member) {
+        const auto& def = *member.def;
+        html_ << "<tr><th scope=\"row\"><a" << href(address_.row(member.row)) << "><code>"
+              << escaped(sShort(def.getName())) << "</code></a>";
+        if (member.whole)
+            html_ << " <span class=\"note\">part of " << isolated(sShort(member.whole->getName()))
+                  << "</span>";
+        html_ << "</th><td>";
+        vMemberTypeWrite(model_, def, {.itemsMax = ShortItemsMax}, html_);
+        html_ << "</td><td class=\"note\">" << escaped(sShort(def.getDefinition(), ShortDefinitionMax))
+              << "</td></tr>\n";
+    }
+
+private:
+    const SiteModel& model_;
+    Address address_;
+    Html& html_;
+};
+
+/// One row of the page of the set itself.
+class FullRow {
+public:
+    FullRow(const SiteModel& model, const Rows& rows, Html& html) : model_(model), rows_(rows), html_(html) {}
+
+    void vWrite(const ListedMember& member) {
+        const auto& def = *member.def;
+        html_ << "<tr" << attribute("id", sAnchor(member.row)) << "><th scope=\"row\"><a class=\"anchor\""
+              << rowHref(member.row) << attribute("aria-label", "Link to " + sShort(def.getName()))
+              << ">#</a><code>" << escaped(sShort(def.getName())) << "</code>";
+        vNameTranslationsWrite(def.getNameAliases(), html_);
+        vWholeWrite(member);
+        html_ << "</th><td>" << memberKind(def) << "</td><td>";
+        vMemberTypeWrite(model_, def, {.hasDefinitions = true}, html_);
+        html_ << "</td><td class=\"definition\">";
+        vTranslatedWrite(def.getDefinition(), def.getDefinitionAliases(), html_);
+        vMoreWrite(def);
+        html_ << "</td></tr>\n";
+    }
+
+private:
+    void vWholeWrite(const ListedMember& member) {
+        if (!member.whole)
+            return;
+        html_ << " <span class=\"note\">part of <a" << rowHref(rows_.at(member.whole)) << ">"
+              << isolated(sShort(member.whole->getName())) << "</a></span>";
+    }
+
+    /// GUID and languages, which are rarely looked for.
+    void vMoreWrite(const Def& def) {
+        const bool hasGuid = !def.getIfdGuid().isNull();
+        const auto* enumeration = pDescribedEnumeration(def);
+        const auto languages = languageCount(def.getNameAliases(), def.getDefinitionAliases());
+        if (!hasGuid && !enumeration && languages == 0)
+            return;
+        html_ << "<details><summary>" << (hasGuid ? Markup("GUID") : Markup(""))
+              << (hasGuid && (languages != 0 || enumeration) ? Markup(" and ") : Markup(""));
+        if (languages != 0)
+            html_ << languages << (languages == 1 ? Markup(" translation") : Markup(" translations"));
+        else if (enumeration)
+            html_ << "translations";
+        html_ << "</summary>\n";
+        if (hasGuid)
+            vGuidRowWrite(def.getIfdGuid(), html_);
+        vTranslationsListWrite(def.getNameAliases(), def.getDefinitionAliases(), html_);
+        if (enumeration)
+            vItemsTranslationsWrite(*enumeration);
+        html_ << "</details>";
+    }
+
+    /// Null unless its items have translations.
+    static const pset::TypePropertyEnumeratedValue* pDescribedEnumeration(const Def& def) {
+        const auto* property = dynamic_cast<const pset::PropertyDef*>(&def);
+        const auto* type =
+            property ? dynamic_cast<const pset::TypePropertyEnumeratedValue*>(property->pType()) : nullptr;
+        const bool isTranslated =
+            type && std::ranges::any_of(type->getConstants(), [](const pset::ConstantDef& each) {
+                return !each.getNameAliases().getEntries().empty() ||
+                       !each.getDefinitionAliases().getEntries().empty();
+            });
+        return isTranslated ? type : nullptr;
+    }
+
+    void vItemsTranslationsWrite(const pset::TypePropertyEnumeratedValue& type) {
+        for (const auto& constant : type.getConstants()) {
+            if (languageCount(constant.getNameAliases(), constant.getDefinitionAliases()) == 0)
+                continue;
+            html_ << "<p><code>" << escaped(sShort(constant.getName())) << "</code></p>\n";
+            vTranslationsListWrite(constant.getNameAliases(), constant.getDefinitionAliases(), html_);
+        }
+    }
+
+    const SiteModel& model_;
+    const Rows& rows_;
+    Html& html_;
+};
+
+std::string sLabel(const SiteSet& set) {
+    return "Members of " + sShort(set.set->getName());
+}
+
+void vShortWrite(const SiteModel& model, const SiteSet& set, const std::vector<ListedMember>& members,
+                 Html& html) {
+    const auto count = std::min(members.size(), ShortMembersMax);
+    vTableBegin(html, sLabel(set), {"Name", "Type and values", "Definition"});
+    ShortRow row(model, set, html);
+    for (const auto& member : std::span(members).first(count))
+        row.vWrite(member);
+    vTableEnd(html);
+    if (count < members.size())
+        html << "<p><a class=\"more\"" << href(model.getAddresses().of(*set.set)) << ">and "
+             << members.size() - count << " more</a></p>\n";
+}
+
+void vFullWrite(const SiteModel& model, const SiteSet& set, const std::vector<ListedMember>& members,
+                Html& html) {
+    Rows rows;
+    for (const auto& member : members)
+        rows.emplace(member.def, member.row);
+    vTableBegin(html, sLabel(set), {"Name", "Kind", "Type and values", "Definition"});
+    FullRow row(model, rows, html);
+    for (const auto& member : members)
+        row.vWrite(member);
+    vTableEnd(html);
+}
+
+} // namespace
+
+void vSetMembersWrite(const SiteModel& model, const SiteSet& set, MembersDetail detail, Html& html) {
+    const auto members = memberList(*set.set);
+    if (detail == MembersDetail::Short)
+        vShortWrite(model, set, members, html);
+    else
+        vFullWrite(model, set, members, html);
+}
+
+} // namespace kiv::kivifc::site

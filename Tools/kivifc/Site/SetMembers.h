@@ -1,0 +1,29 @@
+/// @file
+/// The members of a set as a table, as the pages of sets and of entities show them.
+///
+///     vSetMembersWrite(model, *set, MembersDetail::Short, html);
+///
+/// Ownership: nothing is kept.
+/// Threads:   any number of threads, each with its own page.
+/// Errors:    std::bad_alloc.
+#pragma once
+
+#include "kivifc/Site/Html.h"
+#include "kivifc/Site/SiteModel.h"
+
+#include <cstdint>
+
+namespace kiv::kivifc::site {
+
+enum class MembersDetail : std::uint8_t {
+    /// Name, type, unit, values and definition: what is asked on the page of an entity. As that is there
+    /// again
+    /// on the page of each subtype, it has a limit: beyond it the page of the set is referred to.
+    Short,
+    /// All that the document says, with the rows to be pointed at.
+    Full,
+};
+
+void vSetMembersWrite(const SiteModel& model, const SiteSet& set, MembersDetail detail, Html& html);
+
+} // namespace kiv::kivifc::site

@@ -1,0 +1,70 @@
+/// @file
+/// The folder of a site: written beside the former one and exchanged with it when it is complete.
+///
+///     SiteFolder folder("Site", isForced);
+///     folder.vWrite(addresses.of(wall), text);
+///     if (const auto failure = folder.sFinish(); !failure.empty())
+///         ...
+///
+/// A site has a file `.kivifc-site` that lists the files of it. A folder without one, or with a file that is
+/// not in its list, is not replaced unless that is asked for. When anything fails the former folder remains,
+/// and what was written is removed; what a site leaves that was killed is removed by the next one.
+///
+/// Ownership: what was not finished is gone with it.
+/// Threads:   one thread; other processes that write the same site are refused.
+/// Errors:    the first failure is kept, nothing is written after it, and `sFinish` gives its reason.
+#pragma once
+
+#include "kivifc/Documents/Folder.h"
+#include "kivifc/Site/Address.h"
+#include "kivifc/Site/Assets.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::kivifc::site {
+
+class SiteFolder {
+public:
+    /// `isForced`: a folder that is not a site, or has other files too, is replaced, and these are gone.
+    SiteFolder(const std::filesystem::path& folder, bool isForced);
+    SiteFolder(const SiteFolder&) = delete;
+    SiteFolder& operator=(const SiteFolder&) = delete;
+    ~SiteFolder();
+
+    /// Empty as long as all is well; to be asked before a site is made, as it may be refused at once.
+    const std::string& getFailure() const { return failure_; }
+
+    void vWrite(const Address& address, std::string_view text);
+    /// To the folder `assets`.
+    void vWrite(const Asset& asset);
+
+    /// Puts the site in its place. Gives the reason when that, or anything before it, failed.
+    std::string sFinish();
+
+    /// Of files written.
+    std::size_t getCount() const { return written_.size(); }
+    std::size_t getBytes() const { return bytes_; }
+
+private:
+    void vPrepare(const std::filesystem::path& folder, bool isForced);
+    void vFileWrite(const Descriptor& folder, std::string_view folderName, std::string_view name,
+                    std::string_view text);
+    std::string sExchange();
+
+    // With no link in it.
+    std::filesystem::path target_;
+    // Beside it.
+    std::filesystem::path unfinished_;
+    Descriptor top_;
+    Descriptor sets_;
+    Descriptor assets_;
+    std::vector<std::string> written_;
+    std::size_t bytes_ = 0;
+    bool isBegun_ = false;
+    std::string failure_;
+};
+
+} // namespace kiv::kivifc::site

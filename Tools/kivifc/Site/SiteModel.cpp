@@ -1,0 +1,191 @@
+#include "kivifc/Site/SiteModel.h"
+
+#include "kivifc/Documents/SetDocument.h"
+#include "kivifc/Site/RedeclaredName.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_set>
+#include <utility>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+using namespace ifc::def::schema;
+using ifc::def::xml::SetDef;
+
+template <typename Object>
+void vSortByName(std::vector<const Object*>& objects) {
+    std::ranges::stable_sort(objects, {}, [](const Object* object) { return object->getNameUpper(); });
+}
+
+/// What a set says of an entity: the predefined types that it names with it; empty when it names the entity
+/// alone as well.
+std::vector<std::string> predefinedTypesOf(const SetDef& set, const Entity& entity) {
+    std::vector<std::string> types;
+    for (const auto& applicable : set.getApplicableClasses()) {
+        if (applicable.getClassName() != entity.getName())
+            continue;
+        if (applicable.getPredefinedType().empty())
+            return {};
+        if (std::ranges::find(types, applicable.getPredefinedType()) == types.end())
+            types.push_back(applicable.getPredefinedType());
+    }
+    return types;
+}
+
+} // namespace
+
+SiteModel::SiteModel(const SchemaWithSets& loaded, std::string title) :
+    loaded_(loaded),
+    title_(std::move(title)),
+    declarations_(loaded.schema),
+    uses_(*loaded.schema.schema, declarations_),
+    tree_(*loaded.schema.schema) {
+    vObjectsSort();
+    vSetsCollect();
+    vSetsApply();
+    vUnrestrictedFind();
+    vRedeclarationsFind();
+    vPlacesFind();
+}
+
+void SiteModel::vObjectsSort() {
+    // The one that look-ups find has the plain address.
+    for (const auto* object : getSchema().getObjectsByName())
+        addresses_.vAdd(*object);
+    for (const auto* object : getSchema().getObjects()) {
+        addresses_.vAdd(*object);
+        if (const auto* entity = Entity::pFrom(object))
+            entities_.push_back(entity);
+        else if (const auto* type = Type::pFrom(object))
+            types_.push_back(type);
+        else if (const auto* function = dynamic_cast<const Function*>(object))
+            functions_.push_back(function);
+        else if (const auto* rule = dynamic_cast<const Rule*>(object))
+            rules_.push_back(rule);
+    }
+    vSortByName(entities_);
+    vSortByName(types_);
+    vSortByName(functions_);
+    vSortByName(rules_);
+}
+
+void SiteModel::vSetsCollect() {
+    getSchema().forEachDefinition(
+        [&](const auto& context, const auto& definitions) {
+            for (const auto* set : definitions.getXmlSets()) {
+                const auto* found = getSchema().pXmlSetFromName(set->getName(), {});
+                sets_.push_back({set, context, loaded_.paths.at(set), {}, found == set ? nullptr : found});
+            }
+        },
+        {});
+    vUnusedSetsRead();
+    for (const auto& set : sets_)
+        setsByDef_.emplace(set.set, &set);
+    // Standard sets have the plain addresses.
+    for (const bool isStandard : {true, false}) {
+        for (const auto& set : sets_) {
+            if (set.isUsed() && set.context.isStandard == isStandard)
+                addresses_.vAdd(*set.set, set.context.name);
+        }
+    }
+    for (const auto& set : sets_) {
+        if (!set.isUsed())
+            addresses_.vAdd(*set.set, set.context.name + '\n' + set.path);
+    }
+}
+
+/// They are gone from the collections, so their documents are read again.
+void SiteModel::vUnusedSetsRead() {
+    unusedDocuments_.reserve(loaded_.unusedSets.size());
+    for (const auto& unused : loaded_.unusedSets) {
+        auto document = setDocumentRead(unused.path);
+        if (!document.pSet())
+            continue;
+        sets_.push_back({document.pSet(), unused.context, unused.path, unused.reason, nullptr});
+        unusedDocuments_.push_back(std::move(document));
+    }
+}
+
+void SiteModel::vSetsApply() {
+    for (const auto* entity : entities_) {
+        std::map<std::vector<std::string>, std::vector<const SiteSet*>> byTypes;
+        std::unordered_set<const SetDef*> known;
+        for (const auto* set : getSchema().getXmlSetsToEntity(*entity, false, {})) {
+            if (pSet(set) && known.insert(set).second)
+                byTypes[predefinedTypesOf(*set, *entity)].push_back(pSet(set));
+        }
+        std::vector<AppliedSets> groups;
+        groups.reserve(byTypes.size());
+        for (auto& [types, sets] : byTypes)
+            groups.push_back({types, std::move(sets)});
+        if (!groups.empty())
+            applied_.emplace(entity, std::move(groups));
+    }
+}
+
+void SiteModel::vUnrestrictedFind() {
+    for (const auto& set : sets_) {
+        if (set.isUsed() && set.set->getApplicableClasses().empty())
+            unrestricted_.push_back(&set);
+    }
+}
+
+void SiteModel::vRedeclarationsFind() {
+    for (const auto* object : getSchema().getObjects()) {
+        const auto* entity = Entity::pFrom(object);
+        if (!entity)
+            continue;
+        for (const auto& attribute : entity->getAttributes()) {
+            if (const auto* former = pRedeclared(attribute, getSchema()))
+                redeclarations_[former].push_back({entity, false});
+        }
+        if (!entity->pDerive())
+            continue;
+        for (const auto& value : entity->pDerive()->getValues()) {
+            if (value.pRedeclared())
+                redeclarations_[value.pRedeclared()].push_back({entity, true});
+        }
+    }
+}
+
+/// Level by level: a line of inheritance may be too long to recurse along.
+void SiteModel::vPlacesFind() {
+    auto all = tree_.getRoots();
+    for (const auto* root : all)
+        places_.emplace(root, Place{});
+    for (std::size_t next = 0; next < all.size(); ++next) {
+        for (const auto* child : tree_.getChildren(*all[next])) {
+            places_.emplace(child, Place{places_.at(all[next]).depth + 1, 0});
+            all.push_back(child);
+        }
+    }
+    for (auto place = all.rbegin(); place != all.rend(); ++place) {
+        if ((*place)->pSupertype())
+            places_.at((*place)->pSupertype()).below += places_.at(*place).below + 1;
+    }
+    // None, unless supertypes go in a circle.
+    for (const auto* entity : entities_)
+        places_.try_emplace(entity);
+}
+
+const SiteSet* SiteModel::pSet(const SetDef* set) const {
+    const auto found = setsByDef_.find(set);
+    return found == setsByDef_.end() ? nullptr : found->second;
+}
+
+const std::vector<AppliedSets>& SiteModel::setsOf(const Entity& entity) const {
+    static const std::vector<AppliedSets> None;
+    const auto found = applied_.find(&entity);
+    return found == applied_.end() ? None : found->second;
+}
+
+const std::vector<Redeclaration>& SiteModel::redeclarationsOf(const AttributeBase& attribute) const {
+    static const std::vector<Redeclaration> None;
+    const auto found = redeclarations_.find(&attribute);
+    return found == redeclarations_.end() ? None : found->second;
+}
+
+} // namespace kiv::kivifc::site

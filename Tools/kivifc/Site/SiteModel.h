@@ -1,0 +1,138 @@
+/// @file
+/// What pages ask again and again of a schema and its sets, found once: who uses an object, which sets apply
+/// to an entity, where everything is in the site.
+///
+///     const SiteModel model(loaded, "IFC4");
+///     for (const auto* entity : model.getEntities())
+///         write(*entity, model.getUses().of(*entity), model.setsOf(*entity));
+///
+/// Ownership: refers to the schema and its sets, which must outlive it; it owns the sets that were read and
+///            are not used.
+/// Threads:   read-only once made.
+/// Errors:    std::bad_alloc.
+#pragma once
+
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Kit/Documents/SetDocument.h"
+#include "kivifc/Documents/SchemaWithSets.h"
+#include "kivifc/Pictures/InheritanceTree.h"
+#include "kivifc/Site/Addresses.h"
+#include "kivifc/Site/Declarations.h"
+#include "kivifc/Site/Uses.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace kiv::kivifc::site {
+
+/// A set that was read.
+struct SiteSet {
+    const ifc::def::xml::SetDef* set = nullptr;
+    ifc::def::SchemaPset::Context context;
+    /// Its document.
+    std::string path;
+    /// Why no look-up finds it: refused by the schema, or of a name that is taken; empty for one that is
+    /// used.
+    std::string unusedReason;
+    /// The set of an earlier context that a search by name finds instead; null for none.
+    const ifc::def::xml::SetDef* hiddenBy = nullptr;
+
+    bool isUsed() const { return unusedReason.empty(); }
+};
+
+/// The sets that name an entity with the same predefined types.
+struct AppliedSets {
+    /// As the documents write them, in order; empty for all of the entity, whatever its predefined type is.
+    std::vector<std::string> predefinedTypes;
+    /// In the order of contexts and names.
+    std::vector<const SiteSet*> sets;
+};
+
+/// Where an attribute of a supertype is declared again.
+struct Redeclaration {
+    const ifc::def::schema::Entity* entity;
+    /// As a derived one, so that files have no value for it; else as an explicit one of a narrower type.
+    bool isDerived;
+};
+
+class SiteModel {
+public:
+    using Entity = ifc::def::schema::Entity;
+    using ObjectBase = ifc::def::schema::ObjectBase;
+
+    SiteModel(const SchemaWithSets& loaded, std::string title);
+    SiteModel(const SiteModel&) = delete;
+    SiteModel& operator=(const SiteModel&) = delete;
+
+    const std::string& getTitle() const { return title_; }
+    const SchemaFile& getSchemaFile() const { return loaded_.schema; }
+    const ifc::def::SchemaPset& getSchema() const { return *loaded_.schema.schema; }
+    const Addresses& getAddresses() const { return addresses_; }
+    const Uses& usesOf(const ObjectBase& object) const { return uses_.of(object); }
+    const Declarations& getDeclarations() const { return declarations_; }
+    const InheritanceTree& getTree() const { return tree_; }
+
+    // All objects of a kind, those of a name that is there twice included, by upper-cased name.
+    const std::vector<const Entity*>& getEntities() const { return entities_; }
+    const std::vector<const ifc::def::schema::Type*>& getTypes() const { return types_; }
+    const std::vector<const ifc::def::schema::Function*>& getFunctions() const { return functions_; }
+    const std::vector<const ifc::def::schema::Rule*>& getRules() const { return rules_; }
+
+    /// Every set that was read: by context, those of hosts first, and upper-cased name; those that are not
+    /// used come last.
+    const std::vector<SiteSet>& getSets() const { return sets_; }
+    /// Null for a set that the model does not know.
+    const SiteSet* pSet(const ifc::def::xml::SetDef* set) const;
+
+    /// The sets that name this very entity, as the library's look-up finds them; those for all predefined
+    /// types come first. Sets without classes are not among them.
+    const std::vector<AppliedSets>& setsOf(const Entity& entity) const;
+    /// The sets that name no class and so apply to every entity.
+    const std::vector<const SiteSet*>& getUnrestrictedSets() const { return unrestricted_; }
+
+    /// Where the attribute is declared again below its entity, in the order of the text.
+    const std::vector<Redeclaration>&
+    redeclarationsOf(const ifc::def::schema::AttributeBase& attribute) const;
+
+    /// How many supertypes an entity has above it.
+    std::size_t depthOf(const Entity& entity) const { return places_.at(&entity).depth; }
+    /// How many entities are below it, at whatever depth.
+    std::size_t countBelow(const Entity& entity) const { return places_.at(&entity).below; }
+
+private:
+    struct Place {
+        std::size_t depth = 0;
+        std::size_t below = 0;
+    };
+
+    void vObjectsSort();
+    void vSetsCollect();
+    void vUnusedSetsRead();
+    void vSetsApply();
+    void vUnrestrictedFind();
+    void vRedeclarationsFind();
+    void vPlacesFind();
+
+    const SchemaWithSets& loaded_;
+    std::string title_;
+    Declarations declarations_;
+    UseTable uses_;
+    InheritanceTree tree_;
+    Addresses addresses_;
+    std::vector<const Entity*> entities_;
+    std::vector<const ifc::def::schema::Type*> types_;
+    std::vector<const ifc::def::schema::Function*> functions_;
+    std::vector<const ifc::def::schema::Rule*> rules_;
+    std::vector<SiteSet> sets_;
+    std::vector<kit::SetDocument> unusedDocuments_;
+    std::unordered_map<const ifc::def::xml::SetDef*, const SiteSet*> setsByDef_;
+    std::unordered_map<const Entity*, std::vector<AppliedSets>> applied_;
+    std::vector<const SiteSet*> unrestricted_;
+    std::unordered_map<const ifc::def::schema::AttributeBase*, std::vector<Redeclaration>> redeclarations_;
+    std::unordered_map<const Entity*, Place> places_;
+};
+
+} // namespace kiv::kivifc::site

@@ -1,0 +1,66 @@
+#include "kivifc/Site/TypeHtml.h"
+
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kivifc/Site/Elements.h"
+#include "kivifc/Site/ExpressHtml.h"
+
+#include <cstddef>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+/// Of the names in a list.
+constexpr std::size_t NamesMax = 8;
+
+template <typename Names, typename WriteName>
+void vNamesWrite(const Names& names, Html& html, const WriteName& vNameWrite) {
+    html << "(";
+    std::size_t count = 0;
+    for (const auto& name : names) {
+        html << (count == 0 ? Markup("") : Markup(", "));
+        if (count++ == NamesMax && names.size() > NamesMax + 1) {
+            html << "and " << names.size() - NamesMax << " more";
+            break;
+        }
+        vNameWrite(name);
+    }
+    html << ")";
+}
+
+/// The defined type that a type is, or is an aggregate of; null for none.
+const Type* pNamedType(const ObjectBase* object) {
+    const auto* dataType = DataTypeBase::pFrom(object);
+    return Type::pFrom(dataType ? dataType->pBaseType() : object);
+}
+
+} // namespace
+
+void vUnderlyingWrite(const SiteModel& model, const Type& type, Html& html) {
+    if (const auto* items = dynamic_cast<const DataTypeEnum*>(type.pUnderlying())) {
+        html << "<span class=\"kw\">ENUMERATION</span> ";
+        return vNamesWrite(items->getItems(), html,
+                           [&](std::string_view item) { html << escaped(sShort(item)); });
+    }
+    if (const auto* select = dynamic_cast<const DataTypeSelect*>(type.pUnderlying())) {
+        html << "<span class=\"kw\">SELECT</span> ";
+        return vNamesWrite(select->getMemberNames(), html,
+                           [&](std::string_view name) { vExpressWrite(model, {}, sShort(name), html); });
+    }
+    vExpressWrite(model, {}, sShort(type.getUnderlyingText()), html);
+}
+
+void vTypeTextWrite(const SiteModel& model, const AttributeBase& attribute, Html& html) {
+    html << "<code>";
+    vExpressWrite(model, {}, sShort(attribute.getTypeText()), html);
+    if (const auto* type = pNamedType(attribute.pFirstType())) {
+        html << " <span class=\"unfolded\">= ";
+        vUnderlyingWrite(model, *type, html);
+        html << "</span>";
+    }
+    html << "</code>";
+}
+
+} // namespace kiv::kivifc::site

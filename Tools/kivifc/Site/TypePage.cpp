@@ -1,0 +1,149 @@
+#include "kivifc/Site/TypePage.h"
+
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kivifc/Site/Elements.h"
+#include "kivifc/Site/ExpressHtml.h"
+#include "kivifc/Site/Page.h"
+#include "kivifc/Site/RuleHtml.h"
+#include "kivifc/Site/TypeHtml.h"
+#include "kivifc/Site/UsesHtml.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <unordered_set>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+const DataTypeSelect* pSelect(const ObjectBase* object) {
+    const auto* type = Type::pFrom(object);
+    return dynamic_cast<const DataTypeSelect*>(type ? type->pDataType() : nullptr);
+}
+
+Markup kindOf(const Type& type) {
+    if (dynamic_cast<const DataTypeEnum*>(type.pUnderlying()))
+        return "Enumeration";
+    if (dynamic_cast<const DataTypeSelect*>(type.pUnderlying()))
+        return "Select";
+    return DataTypeListInterface::pFrom(type.pUnderlying()) ? Markup("Aggregate") : Markup("Type");
+}
+
+/// Writes the page of one type.
+class TypePage {
+public:
+    TypePage(const SiteModel& model, const Type& type) :
+        model_(model),
+        type_(type),
+        page_(model.getTitle(),
+              {.title = type.getName(), .kind = kindOf(type), .crumbs = {{"Types", TypesPage}}}),
+        html_(page_.body()) {}
+
+    std::string sText() {
+        if (const auto* items = dynamic_cast<const DataTypeEnum*>(type_.pUnderlying()))
+            vItemsWrite(*items);
+        else if (const auto* select = dynamic_cast<const DataTypeSelect*>(type_.pUnderlying()))
+            vMembersWrite(*select);
+        else
+            vDefinitionWrite();
+        vWhereWrite(model_, {}, type_.pWhere(), ids_, html_);
+        vUsesWrite(model_, type_, html_);
+        return page_.takeText();
+    }
+
+private:
+    void vItemsWrite(const DataTypeEnum& items) {
+        vSectionBegin(html_, "items", "Items", items.getItems().size());
+        html_ << "<ul class=\"names\">\n";
+        for (const auto item : items.getItems()) {
+            const auto id = ids_.sTake(item);
+            html_ << "<li" << attribute("id", id) << "><code>" << escaped(item) << "</code>";
+            vRowLinkWrite(html_, id, item);
+            html_ << "</li>\n";
+        }
+        html_ << "</ul>\n";
+        vSectionEnd(html_);
+    }
+
+    void vMembersWrite(const DataTypeSelect& select) {
+        vSectionBegin(html_, "items", "Members", select.getMemberNames().size());
+        unfolded_.insert(&select);
+        vMemberListWrite(select, 0);
+        vSectionEnd(html_);
+    }
+
+    /// Members that are selects have theirs below them, each select once.
+    void vMemberListWrite(const DataTypeSelect& select, std::size_t depth) {
+        // Names alone are set in columns; with lists below them they are a tree.
+        html_ << (isFlat(select) ? Markup("<ul class=\"names\">\n") : Markup("<ul class=\"tree\">\n"));
+        for (const auto name : select.getMemberNames()) {
+            const auto* object = model_.getSchema().pObjectFromName(name);
+            html_ << "<li";
+            if (depth == 0)
+                html_ << attribute("id", ids_.sTake(name));
+            html_ << ">";
+            vMemberWrite(object, name);
+            const auto* inner = pSelect(object);
+            if (inner && depth < DepthMax && written_ < MembersMax && unfolded_.insert(inner).second)
+                vMemberListWrite(*inner, depth + 1);
+            html_ << "</li>\n";
+        }
+        html_ << "</ul>\n";
+    }
+
+    static bool isFlat(const DataTypeSelect& select) {
+        return std::ranges::none_of(select.getMembers(), pSelect);
+    }
+
+    void vMemberWrite(const ObjectBase* object, std::string_view name) {
+        ++written_;
+        if (object)
+            return vObjectLinkWrite(model_, *object, html_);
+        html_ << "<code>" << escaped(sShort(name)) << "</code>";
+    }
+
+    /// As the schema has it, and what that leads to.
+    void vDefinitionWrite() {
+        vSectionBegin(html_, "definition", "Definition");
+        html_ << "<pre class=\"express\"><code><span class=\"kw\">TYPE</span> "
+              << escaped(sShort(type_.getName())) << " = ";
+        vExpressWrite(model_, {}, type_.getUnderlyingText(), html_);
+        html_ << ";</code></pre>\n";
+        const auto* next = Type::pFrom(type_.pUnderlying());
+        // Types may be defined by each other.
+        std::unordered_set<const Type*> known{&type_};
+        for (; next && known.size() <= DepthMax && known.insert(next).second;
+             next = Type::pFrom(next->pUnderlying())) {
+            html_ << "<p>";
+            vObjectLinkWrite(model_, *next, html_);
+            html_ << " = <code>";
+            vUnderlyingWrite(model_, *next, html_);
+            html_ << "</code></p>\n";
+        }
+        vSectionEnd(html_);
+    }
+
+    /// Of selects within selects, and of types made of types: more is left to their pages.
+    static constexpr std::size_t DepthMax = 8;
+    static constexpr std::size_t MembersMax = 1000;
+
+    const SiteModel& model_;
+    const Type& type_;
+    Page page_;
+    Html& html_;
+    RowIds ids_;
+    std::unordered_set<const DataTypeSelect*> unfolded_;
+    std::size_t written_ = 0;
+};
+
+} // namespace
+
+void vTypePagesWrite(const SiteModel& model, SiteFolder& folder) {
+    for (const auto* type : model.getTypes())
+        folder.vWrite(model.getAddresses().of(*type), TypePage(model, *type).sText());
+}
+
+} // namespace kiv::kivifc::site

@@ -1,0 +1,156 @@
+#include "kivifc/Site/Uses.h"
+
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
+#include "kiv/Kit/Express/ExpressionWalk.h"
+#include "kivifc/Site/DistinctRules.h"
+#include "kivifc/Site/ExpressWords.h"
+#include "kivifc/Site/RedeclaredName.h"
+
+#include <functional>
+#include <utility>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+using namespace ifc::def::schema;
+
+/// The names in a rule. Whether they are names of objects is for who takes them.
+class RuleNames final : public kit::ExpressionWalk {
+public:
+    using Take = std::function<void(std::string_view)>;
+
+    explicit RuleNames(Take take) : take_(std::move(take)) {}
+
+    using ExpressionWalk::visit;
+    void visit(const FunctionCallExpression& node) override {
+        take_(node.getName());
+        ExpressionWalk::visit(node);
+    }
+    void visit(const EnumerationValueExpression& node) override { take_(node.getTypeName()); }
+    /// TYPEOF compares with 'SCHEMA.NAME'.
+    void visit(const StringValueExpression& node) override {
+        const auto value = node.getValue();
+        const auto point = value.find('.');
+        if (point != std::string_view::npos)
+            take_(value.substr(point + 1));
+    }
+    void visit(const GetExpression& node) override {
+        if (node.getQualifier() == Qualifier::Group || node.getQualifier() == Qualifier::None)
+            take_(node.getName());
+        ExpressionWalk::visit(node);
+    }
+
+private:
+    Take take_;
+};
+
+bool isSame(const RuleUse& left, const RuleUse& right) {
+    return left.owner == right.owner && left.label == right.label;
+}
+
+} // namespace
+
+class UseTable::Builder {
+public:
+    Builder(const Schema& schema, const Declarations& declarations,
+            std::unordered_map<const ObjectBase*, Uses>& uses) :
+        schema_(schema), declarations_(declarations), uses_(uses) {}
+
+    void vTake(const ObjectBase& object) {
+        if (const auto* entity = Entity::pFrom(&object))
+            vEntityTake(*entity);
+        else if (const auto* type = Type::pFrom(&object))
+            vTypeTake(*type);
+        else
+            vTextTake(declarations_.textOf(object), {&object, {}});
+    }
+
+private:
+    void vEntityTake(const Entity& entity) {
+        for (const auto& attribute : entity.getAttributes()) {
+            if (const auto* named = pNamed(attribute.pFirstType()))
+                uses_[named].attributes.push_back(&attribute);
+        }
+        for (const auto& inverse : entity.getAttributesInverse()) {
+            if (inverse.pReferredEntity())
+                uses_[inverse.pReferredEntity()].inverses.push_back(&inverse);
+        }
+        if (entity.pDerive()) {
+            for (const auto& value : entity.pDerive()->getValues())
+                vTextTake(value.getRest(), {&entity, ownNameOf(value.getName())});
+        }
+        vRulesTake(entity, entity.pWhere());
+    }
+
+    void vTypeTake(const Type& type) {
+        if (const auto* select = dynamic_cast<const DataTypeSelect*>(type.pUnderlying())) {
+            for (const auto* member : select->getMembers())
+                uses_[member].types.push_back(&type);
+        } else if (const auto* named = pNamed(type.pUnderlying())) {
+            uses_[named].types.push_back(&type);
+        }
+        vRulesTake(type, type.pWhere());
+    }
+
+    void vRulesTake(const ObjectBase& owner, const Where* where) {
+        for (const auto* rule : distinctRules(where)) {
+            RuleNames names([&](std::string_view name) { vNameTake(name, {&owner, rule->label}); });
+            names.vWalk(*rule->expression);
+        }
+    }
+
+    void vTextTake(std::string_view text, const RuleUse& use) {
+        for (ExpressWords words(text); words.boNext();) {
+            if (words.getKind() == ExpressWords::Kind::Word)
+                vNameTake(words.getText(), use);
+            else if (words.getKind() == ExpressWords::Kind::String)
+                vNameTake(typeNameOf(words.getText()), use);
+        }
+    }
+
+    /// What is after the point of 'SCHEMA.NAME'; empty for any other text.
+    static std::string_view typeNameOf(std::string_view literal) {
+        const auto point = literal.find('.');
+        if (point == std::string_view::npos || literal.size() < point + 2)
+            return {};
+        return literal.substr(point + 1, literal.size() - point - 2);
+    }
+
+    void vNameTake(std::string_view name, const RuleUse& use) {
+        const auto* object = name.empty() ? nullptr : schema_.pObjectFromName(name);
+        if (!object || object == use.owner)
+            return;
+        auto& rules = uses_[object].rules;
+        // A rule that names an object again does so before the next rule is looked at.
+        if (rules.empty() || !isSame(rules.back(), use))
+            rules.push_back(use);
+    }
+
+    /// The named object that a type is or, as an aggregate, is made of; null for none.
+    static const ObjectBase* pNamed(const ObjectBase* object) {
+        const auto* dataType = DataTypeBase::pFrom(object);
+        if (!dataType)
+            return object;
+        const auto* base = DataTypeListInterface::pFrom(dataType) ? dataType->pBaseType() : nullptr;
+        return DataTypeBase::pFrom(base) ? nullptr : base;
+    }
+
+    const Schema& schema_;
+    const Declarations& declarations_;
+    std::unordered_map<const ObjectBase*, Uses>& uses_;
+};
+
+UseTable::UseTable(const Schema& schema, const Declarations& declarations) {
+    Builder builder(schema, declarations, uses_);
+    for (const auto* object : schema.getObjects())
+        builder.vTake(*object);
+}
+
+const Uses& UseTable::of(const ObjectBase& object) const {
+    const auto found = uses_.find(&object);
+    return found == uses_.end() ? none_ : found->second;
+}
+
+} // namespace kiv::kivifc::site
