@@ -240,6 +240,8 @@ void ReportPlaces::vAttributesFind(XmlIndex element, const ElementRule& rule) {
 }
 
 void ReportPlaces::vUnitFind(XmlIndex element) {
+    if (xml_.getElement(xml_.getElement(element).parent).name == "TypeSimpleProperty")
+        return;
     const auto* type = xml_.pAttribute(xml_.getElement(element), "type");
     if (!type) {
         vAdd(ReportKind::UnknownNode, element);

@@ -102,14 +102,16 @@ TEST_P(OneFindingTest, OfOneMistake) {
 
 INSTANTIATE_TEST_SUITE_P(
     Classes, OneFindingTest,
-    testing::Values(Mistake{"an illegal predefined type",
-                            sSet("", "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLIDWALL")),
-                            "3:31 C008"},
-                    Mistake{"a predefined type of an entity without",
-                            sSet("", "Pset_Wall", sClasses("IfcDoor/SOLIDWALL", "IfcDoor/GATE")),
-                            "3:31 C009"},
-                    Mistake{"an illegal predefined type in both places",
-                            sSet("", "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLID")), "3:31 C008"}));
+    testing::Values(
+        Mistake{"an illegal predefined type",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLIDWALL")),
+                "3:31 C008"},
+        Mistake{"a predefined type of an entity without",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall", sClasses("IfcDoor/SOLIDWALL", "IfcDoor/GATE")),
+                "3:31 C009"},
+        Mistake{"an illegal predefined type in both places",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLID")),
+                "3:31 C008"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Attributes, OneFindingTest,

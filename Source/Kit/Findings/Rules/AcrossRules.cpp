@@ -65,6 +65,11 @@ std::vector<std::string_view> only(const std::vector<std::string>& in,
     return items;
 }
 
+/// For a message: hosts need not name contexts.
+std::string sContext(std::string_view name) {
+    return name.empty() ? "another context" : "the context " + sQuoted(name);
+}
+
 /// Whether a member has the name of one before it in its list, which is a mistake of its own.
 class RepeatedMembers {
 public:
@@ -132,7 +137,7 @@ std::vector<AcrossRun::MemberType> AcrossRun::memberTypesOf(const SetOutline& ou
         auto& member = types[static_cast<std::size_t>(type.member)];
         // What a time series is made of is not the type of the property.
         const bool isCounted = type.use != TypeUse::ReferenceDataType || member.names.empty();
-        if (!type.attribute || !isCounted)
+        if (!type.attribute || !isCounted || member.text.empty())
             continue;
         const auto name = cut(trimmed(type.attribute->value.value), maxTypeSize);
         member.text.append(member.names.empty() ? " of " : ", ").append(name);
@@ -209,6 +214,7 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     vSpellingAdd('E', name, spot.position);
     // What hosts add may hide what is standard, enumerations included.
     std::string key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));
+    enumerationNames_.try_emplace(key, name);
     enumerations_[std::move(key)][std::move(items)].push_back(spot);
 }
 
@@ -245,7 +251,8 @@ void AcrossRun::vSetsFind(Collector& findings) const {
             auto& finding =
                 isHidden
                     ? findings.add("X002", use.spot,
-                                   "there is a set " + sQuoted(use.name) + " in another context too",
+                                   "there is a set " + sQuoted(use.name) + " in " +
+                                       sContext(documents_[other.spot.document].context) + " too",
                                    use.name)
                     : findings.add("X001", use.spot, "there are two sets " + sQuoted(use.name), use.name);
             finding.notes.push_back(
@@ -257,7 +264,7 @@ void AcrossRun::vSetsFind(Collector& findings) const {
 void AcrossRun::vEnumerationsFind(Collector& findings) const {
     for (const auto& [key, variants] : enumerations_) {
         const auto usual = usualOf(variants);
-        const auto name = key.substr(key.find('\n') + 1);
+        const auto& name = enumerationNames_.at(key);
         for (auto other = variants.begin(); other != variants.end(); ++other) {
             if (other == usual)
                 continue;

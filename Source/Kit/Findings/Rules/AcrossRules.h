@@ -118,6 +118,8 @@ private:
     std::unordered_map<std::string, std::vector<Named>> sets_;
     // By context and name.
     std::unordered_map<std::string, Enumeration> enumerations_;
+    // By the same keys, as they were written first.
+    std::unordered_map<std::string, std::string> enumerationNames_;
     // By the upper-cased name, after a letter for its kind.
     std::unordered_map<std::string, std::map<std::string, Spot, std::less<>>> spellings_;
     std::unordered_map<std::string, GuidUse> guids_;

@@ -20,7 +20,13 @@ constexpr std::array Rules{Rule{
   <Definition>Properties of all walls.</Definition>
   <!-- kivifc: ignore T001 -->
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
     RuleExample{R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
@@ -28,7 +34,13 @@ constexpr std::array Rules{Rule{
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}}};
 

@@ -28,7 +28,13 @@ constexpr Rule GuidRules[] = {
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef ifdguid="aa3b8880-d215-11e1-8000-00215ad4efdf">
@@ -36,7 +42,13 @@ constexpr Rule GuidRules[] = {
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
     {"G002",
