@@ -391,7 +391,9 @@ LibraryReport reportOf(const RuleRun& run, ReportPlaces& places, const assert::A
 
 } // namespace
 
-bool boHasUnknownType(const SetDocument& document) {
+bool boMayHaveUnknownType(const SetDocument& document) {
+    if (document.isRefused || !document.errors.getRecords().empty())
+        return true;
     const auto* const kind =
         std::ranges::find(AssertionKinds, ReportKind::DataTypeNotFound, &AssertionKind::kind);
     return std::ranges::any_of(document.assertions, [kind](const DocumentAssertion& assertion) {

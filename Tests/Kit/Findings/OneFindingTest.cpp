@@ -161,6 +161,12 @@ INSTANTIATE_TEST_SUITE_P(
                 sFiles({sSet(sProperty(sOf("IfcLabel")) + sProperty(sOf("IfcText"), "X"), "Pset_A"),
                         sSet(sProperty(sOf("IfcText")) + sProperty(sOf("IfcTxt"), "Y"), "Pset_B")}),
                 "B.xml:7:56 T001, B.xml:5:20 D003"},
+        // Of a set with such a class the library looks at no type.
+        Mistake{"an unknown type in two sets, one of which has a mistake of another kind",
+                sFiles({sSet(sProperty(sOf("IfcLabel")), "Pset_A"),
+                        sSet(sProperty(sOf("IfcLable")), "Pset_B", sClasses("IfcWall/SOLID", "")),
+                        sSet(sProperty(sOf("IfcLable")), "Pset_C")}),
+                "B.xml:3:31 C008, B.xml:6:56 T001, C.xml:6:56 T001"},
         Mistake{"a quantity type that does not exist",
                 sFiles({sQuantities("Qto_A", "Q_LENGTH"), sQuantities("Qto_B", "LENGTH")}),
                 "B.xml:5:61 S009"},

@@ -147,13 +147,13 @@ std::vector<AcrossRun::MemberType> AcrossRun::memberTypesOf(const SetOutline& ou
 }
 
 void AcrossRun::vAdd(std::string_view path, const SetOutline& outline, std::string_view context,
-                     bool hasUnknownType) {
+                     bool mayHaveUnknownType) {
     if (outline.kind == SetKind::None || outline.isPrefixed)
         return;
     const auto name = outline.setName();
     documents_.push_back({std::string(path), std::string(context), std::string(name), sUpperCase(name)});
     vSetAdd(outline);
-    vMembersAdd(outline, hasUnknownType);
+    vMembersAdd(outline, mayHaveUnknownType);
 }
 
 void AcrossRun::vSetAdd(const SetOutline& outline) {
@@ -165,7 +165,7 @@ void AcrossRun::vSetAdd(const SetOutline& outline) {
     vGuidAdd(outline, 0, std::string(name), true);
 }
 
-void AcrossRun::vMembersAdd(const SetOutline& outline, bool hasUnknownType) {
+void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) {
     auto types = memberTypesOf(outline);
     RepeatedMembers repeated;
     for (std::size_t i = 0; i != types.size(); ++i) {
@@ -182,12 +182,12 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, bool hasUnknownType) {
         // A property is no quantity, whatever both are called.
         const char kind = outline.kind == SetKind::QuantitySet ? 'Q' : 'P';
         vTypeAdd(std::string(1, kind).append(name), std::move(types[i]), {documents_.size() - 1, position},
-                 hasUnknownType);
+                 mayHaveUnknownType);
     }
 }
 
-void AcrossRun::vTypeAdd(std::string key, MemberType type, const Spot& spot, bool hasUnknownType) {
-    if (hasUnknownType) {
+void AcrossRun::vTypeAdd(std::string key, MemberType type, const Spot& spot, bool mayHaveUnknownType) {
+    if (mayHaveUnknownType) {
         doubtful_.push_back({std::move(key), std::move(type), spot});
         return;
     }
