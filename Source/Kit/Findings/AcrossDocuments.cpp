@@ -21,13 +21,13 @@ void AcrossDocuments::vAdd(const SetDocument& document, std::string_view context
     // A document without a set has nothing that could be in the way of another.
     if (document.failure)
         return;
-    const bool hasUnknownType = boHasUnknownType(document);
+    const bool mayHaveUnknownType = boMayHaveUnknownType(document);
     if (document.positions) {
-        data_->run.vAdd(document.path, SetOutline(*document.positions), context, hasUnknownType);
+        data_->run.vAdd(document.path, SetOutline(*document.positions), context, mayHaveUnknownType);
         return;
     }
     const XmlPositions positions(document.text);
-    data_->run.vAdd(document.path, SetOutline(positions), context, hasUnknownType);
+    data_->run.vAdd(document.path, SetOutline(positions), context, mayHaveUnknownType);
 }
 
 std::vector<Finding> AcrossDocuments::getFindings() const {

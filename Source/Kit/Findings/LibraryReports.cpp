@@ -240,6 +240,8 @@ void ReportPlaces::vAttributesFind(XmlIndex element, const ElementRule& rule) {
 }
 
 void ReportPlaces::vUnitFind(XmlIndex element) {
+    if (xml_.getElement(xml_.getElement(element).parent).name == "TypeSimpleProperty")
+        return;
     const auto* type = xml_.pAttribute(xml_.getElement(element), "type");
     if (!type) {
         vAdd(ReportKind::UnknownNode, element);
@@ -389,7 +391,9 @@ LibraryReport reportOf(const RuleRun& run, ReportPlaces& places, const assert::A
 
 } // namespace
 
-bool boHasUnknownType(const SetDocument& document) {
+bool boMayHaveUnknownType(const SetDocument& document) {
+    if (document.isRefused || !document.errors.getRecords().empty())
+        return true;
     const auto* const kind =
         std::ranges::find(AssertionKinds, ReportKind::DataTypeNotFound, &AssertionKind::kind);
     return std::ranges::any_of(document.assertions, [kind](const DocumentAssertion& assertion) {

@@ -37,8 +37,9 @@ struct LibraryReport {
     bool isHarmless = false;
 };
 
-/// Whether the library found a data type of the document not in the schema that it was checked with.
-bool boHasUnknownType(const SetDocument& document);
+/// Whether a data type of the document may be unknown: the library did not find one in the schema, or it
+/// recorded something else, after which it need not have looked at all.
+bool boMayHaveUnknownType(const SetDocument& document);
 
 /// In the order in which they were made, records first.
 std::vector<LibraryReport> libraryReportsOf(const RuleRun& run);

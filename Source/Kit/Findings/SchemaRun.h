@@ -92,6 +92,8 @@ public:
     /// The finding about a comment that nothing closes, which then also explains what is misread after it;
     /// null when there is none.
     Finding* pOpenComment = nullptr;
+    /// Members that are not read: what they name is never looked up.
+    std::unordered_set<const ExpressMember*> lostMembers;
     /// The declarations of the last schema, in the order of the text.
     std::vector<Declared> declared;
 

@@ -180,8 +180,10 @@ void OutlineReader::vPropertyKindRead(std::size_t member) {
     case PropertyKind::Complex:
         vComplexRead(member);
         break;
-    case PropertyKind::None:
     case PropertyKind::Simple:
+        vTypesRead(kindElement, member, TypeUse::Simple);
+        break;
+    case PropertyKind::None:
         break;
     }
 }

@@ -36,7 +36,7 @@ enum class PropertyKind : std::uint8_t {
     ReferenceValue,
     ListValue,
     Complex,
-    /// "TypeSimpleProperty" of older documents, which is accepted and makes no type.
+    /// "TypeSimpleProperty" of older documents, which is accepted and makes no type, whatever is inside.
     Simple,
 };
 
@@ -79,6 +79,8 @@ enum class TypeUse : std::uint8_t {
     ReferenceDataType,
     /// "reftype" of a reference value.
     Reference,
+    /// In a "TypeSimpleProperty" of older documents, where it may name an entity.
+    Simple,
 };
 
 /// An attribute that names a type of the schema: "type" of a "DataType", "reftype".

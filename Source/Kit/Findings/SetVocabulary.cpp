@@ -97,7 +97,9 @@ constexpr ElementRule ReferenceValue = {"TypePropertyReferenceValue", ContentKin
 constexpr ChildRule ListChildren[] = {{&ListValue}};
 constexpr ElementRule ListKind = {"TypePropertyListValue", ContentKind::Elements, UnknownChild::Recorded,
                                   ListChildren};
-constexpr ElementRule SimpleProperty = {"TypeSimpleProperty", ContentKind::Ignored};
+/// Of older documents. Readers do not look inside.
+constexpr ElementRule SimpleProperty = {"TypeSimpleProperty", ContentKind::Elements, UnknownChild::PassedOver,
+                                        SingleChildren};
 /// Complex properties contain properties, whose rule is that of the children of "PropertyDefs".
 extern const ElementRule ComplexProperty;
 

@@ -102,14 +102,16 @@ TEST_P(OneFindingTest, OfOneMistake) {
 
 INSTANTIATE_TEST_SUITE_P(
     Classes, OneFindingTest,
-    testing::Values(Mistake{"an illegal predefined type",
-                            sSet("", "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLIDWALL")),
-                            "3:31 C008"},
-                    Mistake{"a predefined type of an entity without",
-                            sSet("", "Pset_Wall", sClasses("IfcDoor/SOLIDWALL", "IfcDoor/GATE")),
-                            "3:31 C009"},
-                    Mistake{"an illegal predefined type in both places",
-                            sSet("", "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLID")), "3:31 C008"}));
+    testing::Values(
+        Mistake{"an illegal predefined type",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLIDWALL")),
+                "3:31 C008"},
+        Mistake{"a predefined type of an entity without",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall", sClasses("IfcDoor/SOLIDWALL", "IfcDoor/GATE")),
+                "3:31 C009"},
+        Mistake{"an illegal predefined type in both places",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall", sClasses("IfcWall/SOLID", "IfcWall/SOLID")),
+                "3:31 C008"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Attributes, OneFindingTest,
@@ -159,6 +161,12 @@ INSTANTIATE_TEST_SUITE_P(
                 sFiles({sSet(sProperty(sOf("IfcLabel")) + sProperty(sOf("IfcText"), "X"), "Pset_A"),
                         sSet(sProperty(sOf("IfcText")) + sProperty(sOf("IfcTxt"), "Y"), "Pset_B")}),
                 "B.xml:7:56 T001, B.xml:5:20 D003"},
+        // Of a set with such a class the library looks at no type.
+        Mistake{"an unknown type in two sets, one of which has a mistake of another kind",
+                sFiles({sSet(sProperty(sOf("IfcLabel")), "Pset_A"),
+                        sSet(sProperty(sOf("IfcLable")), "Pset_B", sClasses("IfcWall/SOLID", "")),
+                        sSet(sProperty(sOf("IfcLable")), "Pset_C")}),
+                "B.xml:3:31 C008, B.xml:6:56 T001, C.xml:6:56 T001"},
         Mistake{"a quantity type that does not exist",
                 sFiles({sQuantities("Qto_A", "Q_LENGTH"), sQuantities("Qto_B", "LENGTH")}),
                 "B.xml:5:61 S009"},

@@ -131,6 +131,20 @@ TEST(FindingsGrowthTest, NamesGuidsAndLanguages) {
         {row("properties of one name", Many, "<PropertyDef><Name>A </Name></PropertyDef>", sProperties),
          row("properties of one GUID", Many, "<PropertyDef ifdguid='00000000000000000000000000000001'/>",
              sProperties),
+         {"properties of the GUID of a long one", Many,
+          [](std::size_t count) {
+              return sProperties("<PropertyDef ifdguid='00000000000000000000000000000001'>" +
+                                 sTimes("<a/>", count) + "</PropertyDef>" +
+                                 sTimes("<PropertyDef ifdguid='00000000000000000000000000000001'/>", count));
+          }},
+         {"items and constants", Many,
+          [=](std::size_t count) {
+              return sType("<TypePropertyEnumeratedValue><EnumList><EnumItem a='b'/>" +
+                           sJoined(count, numbered("<EnumItem> A", "</EnumItem><EnumItem/>")) +
+                           "</EnumList><ConstantList>" +
+                           sTimes("<ConstantDef><Name>A</Name></ConstantDef>", count) +
+                           "</ConstantList></TypePropertyEnumeratedValue>");
+          }},
          row("properties without a GUID", Many, "<PropertyDef ifdguid='0'/>", sProperties),
          row("translations", Many, "<NameAliases><NameAlias lang='d_'>A</NameAlias></NameAliases>",
              sProperty),

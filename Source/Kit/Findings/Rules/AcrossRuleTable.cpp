@@ -6,7 +6,9 @@ namespace {
 
 // clang-format off: the examples are documents, one rule after the other.
 constexpr Rule AcrossGuidRules[] = {
-    {"G101", "guid-in-two-documents", Severity::Error,
+    {"G101",
+     "guid-in-two-documents",
+     Severity::Error,
      "A GUID is in two documents.",
      "A GUID is there to identify one definition. A look-up by GUID finds the first one of the two and "
      "never the other. That of a set is not looked up, and is a warning.\n\nGive the later one a GUID of "
@@ -98,7 +100,9 @@ constexpr Rule AcrossGuidRules[] = {
 
 // clang-format off: the examples are documents, one rule after the other.
 constexpr Rule AcrossRules[] = {
-    {"X001", "set-name-twice", Severity::Error,
+    {"X001",
+     "set-name-twice",
+     Severity::Error,
      "Two sets have one name.",
      "Sets are looked up by name, in any letter case. Of two sets of one name only the first is kept, and "
      "the other is lost.\n\nRename one of them, or make them one set.",
@@ -110,7 +114,13 @@ constexpr Rule AcrossRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 ---- Pset_WallCommon2.xml
 <PropertySetDef>
@@ -120,7 +130,13 @@ constexpr Rule AcrossRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(---- Pset_WallCommon.xml
@@ -131,7 +147,13 @@ constexpr Rule AcrossRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 ---- Pset_WallFinish.xml
 <PropertySetDef>
@@ -141,10 +163,18 @@ constexpr Rule AcrossRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"X002", "set-name-in-two-contexts", Severity::Note,
+    {"X002",
+     "set-name-in-two-contexts",
+     Severity::Note,
      "Sets of one name are in different contexts.",
      "A set of a context that is searched first hides the sets of that name in others. That is how an "
      "office replaces a standard set by its own.\n\nNothing is to be done when the hiding is intended.",
@@ -156,7 +186,13 @@ constexpr Rule AcrossRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 ---- office/Pset_WallCommon.xml
 <PropertySetDef>
@@ -166,7 +202,13 @@ constexpr Rule AcrossRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(---- standard/Pset_WallCommon.xml
@@ -177,7 +219,13 @@ constexpr Rule AcrossRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 ---- office/Pset_WallFinish.xml
 <PropertySetDef>
@@ -187,10 +235,18 @@ constexpr Rule AcrossRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"X003", "enumeration-with-other-items", Severity::Warning,
+    {"X003",
+     "enumeration-with-other-items",
+     Severity::Warning,
      "One enumeration has different items in different places.",
      "An enumeration of one name is one enumeration: in a model there is one list of items for it. Where "
      "the lists differ, values that are legal in one place are not in the other.\n\nMake the lists the "
@@ -289,7 +345,9 @@ constexpr Rule AcrossRules[] = {
   </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"X004", "names-differ-in-case", Severity::Note,
+    {"X004",
+     "names-differ-in-case",
+     Severity::Note,
      "Two names differ in letter case only.",
      "To some programs they are one name, to others two.\n\nWrite the name in one way everywhere.",
      {R"xml(---- Pset_WallCommon.xml

@@ -65,6 +65,11 @@ std::vector<std::string_view> only(const std::vector<std::string>& in,
     return items;
 }
 
+/// For a message: hosts need not name contexts.
+std::string sContext(std::string_view name) {
+    return name.empty() ? "another context" : "the context " + sQuoted(name);
+}
+
 /// Whether a member has the name of one before it in its list, which is a mistake of its own.
 class RepeatedMembers {
 public:
@@ -132,7 +137,7 @@ std::vector<AcrossRun::MemberType> AcrossRun::memberTypesOf(const SetOutline& ou
         auto& member = types[static_cast<std::size_t>(type.member)];
         // What a time series is made of is not the type of the property.
         const bool isCounted = type.use != TypeUse::ReferenceDataType || member.names.empty();
-        if (!type.attribute || !isCounted)
+        if (!type.attribute || !isCounted || member.text.empty())
             continue;
         const auto name = cut(trimmed(type.attribute->value.value), maxTypeSize);
         member.text.append(member.names.empty() ? " of " : ", ").append(name);
@@ -142,13 +147,13 @@ std::vector<AcrossRun::MemberType> AcrossRun::memberTypesOf(const SetOutline& ou
 }
 
 void AcrossRun::vAdd(std::string_view path, const SetOutline& outline, std::string_view context,
-                     bool hasUnknownType) {
+                     bool mayHaveUnknownType) {
     if (outline.kind == SetKind::None || outline.isPrefixed)
         return;
     const auto name = outline.setName();
     documents_.push_back({std::string(path), std::string(context), std::string(name), sUpperCase(name)});
     vSetAdd(outline);
-    vMembersAdd(outline, hasUnknownType);
+    vMembersAdd(outline, mayHaveUnknownType);
 }
 
 void AcrossRun::vSetAdd(const SetOutline& outline) {
@@ -160,7 +165,7 @@ void AcrossRun::vSetAdd(const SetOutline& outline) {
     vGuidAdd(outline, 0, std::string(name), true);
 }
 
-void AcrossRun::vMembersAdd(const SetOutline& outline, bool hasUnknownType) {
+void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) {
     auto types = memberTypesOf(outline);
     RepeatedMembers repeated;
     for (std::size_t i = 0; i != types.size(); ++i) {
@@ -177,12 +182,12 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, bool hasUnknownType) {
         // A property is no quantity, whatever both are called.
         const char kind = outline.kind == SetKind::QuantitySet ? 'Q' : 'P';
         vTypeAdd(std::string(1, kind).append(name), std::move(types[i]), {documents_.size() - 1, position},
-                 hasUnknownType);
+                 mayHaveUnknownType);
     }
 }
 
-void AcrossRun::vTypeAdd(std::string key, MemberType type, const Spot& spot, bool hasUnknownType) {
-    if (hasUnknownType) {
+void AcrossRun::vTypeAdd(std::string key, MemberType type, const Spot& spot, bool mayHaveUnknownType) {
+    if (mayHaveUnknownType) {
         doubtful_.push_back({std::move(key), std::move(type), spot});
         return;
     }
@@ -209,6 +214,7 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     vSpellingAdd('E', name, spot.position);
     // What hosts add may hide what is standard, enumerations included.
     std::string key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));
+    enumerationNames_.try_emplace(key, name);
     enumerations_[std::move(key)][std::move(items)].push_back(spot);
 }
 
@@ -248,7 +254,8 @@ void AcrossRun::vSetsFind(Collector& findings) const {
             auto& finding =
                 isHidden
                     ? findings.add("X002", use.spot,
-                                   "there is a set " + sQuoted(use.name) + " in another context too",
+                                   "there is a set " + sQuoted(use.name) + " in " +
+                                       sContext(documents_[other.spot.document].context) + " too",
                                    use.name)
                     : findings.add("X001", use.spot, "there are two sets " + sQuoted(use.name), use.name);
             finding.notes.push_back(
@@ -260,7 +267,7 @@ void AcrossRun::vSetsFind(Collector& findings) const {
 void AcrossRun::vEnumerationsFind(Collector& findings) const {
     for (const auto& [key, variants] : enumerations_) {
         const auto usual = usualOf(variants);
-        const auto name = key.substr(key.find('\n') + 1);
+        const auto& name = enumerationNames_.at(key);
         for (auto other = variants.begin(); other != variants.end(); ++other) {
             if (other == usual)
                 continue;

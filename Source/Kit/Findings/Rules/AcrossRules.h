@@ -47,10 +47,10 @@ public:
     /// Findings of one code.
     static constexpr std::size_t maxFindingsPerCode = 10'000;
 
-    /// `path` is what the document is called in findings. Types of a document that names an unknown one are
-    /// compared only when other documents have them too.
+    /// `path` is what the document is called in findings. Types of a document that may name an
+    /// unknown one are compared only when other documents have them too.
     void vAdd(std::string_view path, const SetOutline& outline, std::string_view context,
-              bool hasUnknownType = false);
+              bool mayHaveUnknownType = false);
 
     /// In the order of paths, lines, columns and codes.
     std::vector<Finding> getFindings() const;
@@ -100,8 +100,8 @@ private:
 
     static std::vector<MemberType> memberTypesOf(const SetOutline& outline);
     void vSetAdd(const SetOutline& outline);
-    void vMembersAdd(const SetOutline& outline, bool hasUnknownType);
-    void vTypeAdd(std::string key, MemberType type, const Spot& spot, bool hasUnknownType);
+    void vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType);
+    void vTypeAdd(std::string key, MemberType type, const Spot& spot, bool mayHaveUnknownType);
     void vEnumerationAdd(const SetOutline& outline, const MemberOutline& member);
     void vGuidAdd(const SetOutline& outline, XmlIndex element, std::string name, bool isSet);
     void vSpellingAdd(char kind, std::string_view name, TextPosition position);
@@ -118,6 +118,8 @@ private:
     std::unordered_map<std::string, std::vector<Named>> sets_;
     // By context and name.
     std::unordered_map<std::string, Enumeration> enumerations_;
+    // By the same keys, as they were written first.
+    std::unordered_map<std::string, std::string> enumerationNames_;
     // By the upper-cased name, after a letter for its kind.
     std::unordered_map<std::string, std::map<std::string, Spot, std::less<>>> spellings_;
     std::unordered_map<std::string, GuidUse> guids_;

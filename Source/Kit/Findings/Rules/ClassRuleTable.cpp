@@ -6,7 +6,9 @@ namespace {
 
 // clang-format off: the examples are documents, one rule after the other.
 constexpr Rule ClassRules[] = {
-    {"C001", "unknown-class", Severity::Error,
+    {"C001",
+     "unknown-class",
+     Severity::Error,
      "An applicable class is not in the schema.",
      "The set is looked up by the classes that it applies to. Under a class that does not exist nobody "
      "finds it.\n\nWrite the name of the entity as the schema has it, one in each \"ClassName\".",
@@ -17,7 +19,13 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWal</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -27,10 +35,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C002", "class-not-an-entity", Severity::Error,
+    {"C002",
+     "class-not-an-entity",
+     Severity::Error,
      "An applicable class is something else than an entity.",
      "Sets apply to entities. The schema has the name, but as that of a defined type, a function or a "
      "rule.\n\nName the entity that was meant.",
@@ -41,7 +57,13 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWallTypeEnum</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -51,10 +73,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C003", "class-letter-case", Severity::Error,
+    {"C003",
+     "class-letter-case",
+     Severity::Error,
      "A class is written in another letter case than in the schema.",
      "The check finds the entity, but look-ups by class compare letter case: the set is not listed for "
      "the entity.\n\nWrite the name as the schema has it.",
@@ -65,7 +95,13 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IFCWALL</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -75,10 +111,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C004", "repeated-class", Severity::Warning,
+    {"C004",
+     "repeated-class",
+     Severity::Warning,
      "A class is listed twice.",
      "The second one adds nothing, and is often there in place of another.\n\nRemove it, or write what "
      "was meant.",
@@ -90,7 +134,13 @@ constexpr Rule ClassRules[] = {
     <ClassName>IfcWall</ClassName>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -100,10 +150,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C005", "class-with-supertype", Severity::Note,
+    {"C005",
+     "class-with-supertype",
+     Severity::Note,
      "A class is listed together with one of its supertypes.",
      "What applies to an entity applies to its subtypes too. The set is listed twice for the subtype.\n\n"
      "Remove the subtype, unless the document is to name all of them on purpose.",
@@ -115,7 +173,13 @@ constexpr Rule ClassRules[] = {
     <ClassName>IfcElement</ClassName>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -125,10 +189,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcElement</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C006", "empty-class", Severity::Warning,
+    {"C006",
+     "empty-class",
+     Severity::Warning,
      "A class name is empty.",
      "An empty \"ClassName\" is ignored. Where it is the only one, the set has no class left, and is "
      "listed only where sets without restriction are asked for.\n\nWrite the class, or remove the element.",
@@ -140,7 +212,13 @@ constexpr Rule ClassRules[] = {
     <ClassName>IfcWall</ClassName>
     <ClassName/>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -150,10 +228,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C007", "no-classes", Severity::Note,
+    {"C007",
+     "no-classes",
+     Severity::Note,
      "A set names no class that it applies to.",
      "A set without classes is one without restriction: it is listed only where such sets are asked for.\n"
      "\nName the classes in \"ApplicableClasses\", unless the set is for everything.",
@@ -161,7 +247,13 @@ constexpr Rule ClassRules[] = {
   <IfcVersion version="IFC4"/>
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -171,10 +263,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C008", "wrong-predefined-type", Severity::Error,
+    {"C008",
+     "wrong-predefined-type",
+     Severity::Error,
      "A class has no predefined type of that name.",
      "After \"/\" comes one of the items that the schema has for the attribute PredefinedType of the "
      "entity, in upper case.\n\nWrite one of the items, or the class alone.",
@@ -185,7 +285,13 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall/SOLIDWAL</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -195,10 +301,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall/SOLIDWALL</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C009", "no-predefined-types", Severity::Error,
+    {"C009",
+     "no-predefined-types",
+     Severity::Error,
      "A class that has no predefined types is given one.",
      "Only an entity with an attribute PredefinedType, of its own or of a supertype, has predefined "
      "types.\n\nWrite the class alone, or the class that has the predefined type.",
@@ -209,7 +323,13 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcElement/SOLIDWALL</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -219,10 +339,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall/SOLIDWALL</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C010", "white-space-in-class", Severity::Error,
+    {"C010",
+     "white-space-in-class",
+     Severity::Error,
      "There is white space in a class name.",
      "Readers cut off the blanks around a class name, but not tabs and line breaks, nor blanks beside "
      "\"/\". These become a part of the name, and no entity has that.\n\nWrite the name without white "
@@ -236,7 +364,13 @@ constexpr Rule ClassRules[] = {
       IfcWall
     </ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -246,10 +380,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C011", "domain-before-class", Severity::Error,
+    {"C011",
+     "domain-before-class",
+     Severity::Error,
      "A class is written after the name of its part of the schema.",
      "Older documents wrote DOMAIN/Class. Today the part before \"/\" is the class and the part after it "
      "a predefined type, so that the domain is taken for the class.\n\nRemove the domain and the \"/\".",
@@ -260,7 +402,13 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IFCSHAREDBLDGELEMENTS/IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -270,10 +418,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C012", "attribute-in-class", Severity::Error,
+    {"C012",
+     "attribute-in-class",
+     Severity::Error,
      "A predefined type is written as the value of an attribute.",
      "Older documents wrote Class.PredefinedType=\"X\" for what is Class/X today. Readers take the whole "
      "for the name of a class.\n\nWrite Class/X.",
@@ -284,7 +440,13 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall.PredefinedType="SOLIDWALL"</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -294,10 +456,18 @@ constexpr Rule ClassRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall/SOLIDWALL</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C013", "contradicting-type-value", Severity::Warning,
+    {"C013",
+     "contradicting-type-value",
+     Severity::Warning,
      "The applicable type value contradicts the applicable classes.",
      "The type value repeats or narrows what the classes say: it names one of them, a subtype or "
      "supertype of one, or its type, and the same predefined type. Where it names something else, one of "
@@ -310,7 +480,13 @@ constexpr Rule ClassRules[] = {
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
   <ApplicableTypeValue>IfcSlab</ApplicableTypeValue>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -321,10 +497,18 @@ constexpr Rule ClassRules[] = {
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
   <ApplicableTypeValue>IfcWall/SOLIDWALL</ApplicableTypeValue>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"C014", "older-type-value", Severity::Note,
+    {"C014",
+     "older-type-value",
+     Severity::Note,
      "The applicable type value is in the spelling of older documents.",
      "Documents of IFC 2x3 wrote Class.PredefinedType=\"X\" for what is Class/X since. Readers that look "
      "at the type value may know one of them only. In documents that declare IFC 2x3 it is not reported.\n"
@@ -337,7 +521,13 @@ constexpr Rule ClassRules[] = {
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
   <ApplicableTypeValue>IfcWall.PredefinedType="SOLIDWALL"</ApplicableTypeValue>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -348,7 +538,13 @@ constexpr Rule ClassRules[] = {
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
   <ApplicableTypeValue>IfcWall/SOLIDWALL</ApplicableTypeValue>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
 };

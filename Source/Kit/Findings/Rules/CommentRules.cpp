@@ -31,7 +31,13 @@ constexpr std::array Rules{
   <Definition>Properties of all walls.</Definition>
   <!-- kivifc: ignore T001 -->
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
          WithoutComments},
@@ -46,7 +52,13 @@ constexpr std::array Rules{
   <Definition>Properties of all walls.</Definition>
   <!-- kivifc: ignore -->
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
          WithoutComments}};

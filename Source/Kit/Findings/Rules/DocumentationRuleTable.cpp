@@ -6,7 +6,9 @@ namespace {
 
 // clang-format off: the examples are documents, one rule after the other.
 constexpr Rule DocumentationRules[] = {
-    {"D001", "set-without-definition", Severity::Note,
+    {"D001",
+     "set-without-definition",
+     Severity::Note,
      "A set has no definition.",
      "The definition is what people read who have to choose a set, and what translations start from.\n\n"
      "Say in \"Definition\" what the set is for.",
@@ -16,7 +18,13 @@ constexpr Rule DocumentationRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -26,10 +34,18 @@ constexpr Rule DocumentationRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"D002", "member-without-definition", Severity::Note,
+    {"D002",
+     "member-without-definition",
+     Severity::Note,
      "A property or quantity has no definition.",
      "A name alone leaves open what is meant, and people fill in different things.\n\nSay in "
      "\"Definition\" what the value is, and from where to where it is measured.",
@@ -72,7 +88,9 @@ constexpr Rule DocumentationRules[] = {
   </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"D003", "name-with-several-types", Severity::Note,
+    {"D003",
+     "name-with-several-types",
+     Severity::Note,
      "One name has different types in different sets.",
      "People who know the one expect the other to be the same, and so do programs that look for a "
      "property by its name alone. Where most sets agree on a type, the others are reported.\n\nUse the "

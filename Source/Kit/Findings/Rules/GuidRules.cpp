@@ -7,7 +7,6 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace kiv::kit {
 
@@ -28,7 +27,13 @@ constexpr Rule GuidRules[] = {
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef ifdguid="aa3b8880-d215-11e1-8000-00215ad4efdf">
@@ -36,7 +41,13 @@ constexpr Rule GuidRules[] = {
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
     {"G002",
@@ -98,17 +109,26 @@ std::string sFormNote(std::string_view value) {
     return "a GUID has 32 hexadecimal digits, with or without hyphens, or the 22 characters of IFC";
 }
 
-/// The definitions with GUIDs that were seen: where the GUID is, and what it is of.
-using KnownGuids = std::map<kiv::Guid, std::pair<TextPosition, XmlIndex>>;
+/// A definition with a GUID.
+struct GuidOwner {
+    TextPosition guid;
+    XmlIndex parent = NoXmlElement;
+    /// Empty when it has none.
+    std::string_view name;
+};
+
+/// By the GUID, the first that has it.
+using KnownGuids = std::map<kiv::Guid, GuidOwner>;
+
+GuidOwner ownerOf(const RuleRun& run, XmlIndex element, const XmlAttribute& guid) {
+    const auto name = childOf(run.xml, element, "Name");
+    return {guid.value.position, run.xml.getElement(element).parent,
+            name == NoXmlElement ? std::string_view() : run.xml.getElement(name).trimmedText.value};
+}
 
 /// Whether both are members of one name in one list: the copy is the mistake then, not its GUID.
-bool boIsCopy(const RuleRun& run, XmlIndex element, XmlIndex other) {
-    const auto nameOf = [&run](XmlIndex member) {
-        const auto name = childOf(run.xml, member, "Name");
-        return name == NoXmlElement ? std::string_view() : run.xml.getElement(name).trimmedText.value;
-    };
-    return run.xml.getElement(element).parent == run.xml.getElement(other).parent &&
-           !nameOf(element).empty() && nameOf(element) == nameOf(other);
+bool boIsCopy(const GuidOwner& member, const GuidOwner& other) {
+    return member.parent == other.parent && !member.name.empty() && member.name == other.name;
 }
 
 void vMalformedAdd(RuleRun& run, XmlIndex element, const XmlAttribute& attribute) {
@@ -134,11 +154,12 @@ void vGuidCheck(RuleRun& run, XmlIndex element, KnownGuids& known) {
     }
     if (guid == kiv::Guid())
         return;
-    const auto [first, isNew] = known.emplace(guid, std::pair(attribute->value.position, element));
-    if (!isNew && !boIsCopy(run, element, first->second.second))
+    const auto owner = ownerOf(run, element, *attribute);
+    const auto [first, isNew] = known.emplace(guid, owner);
+    if (!isNew && !boIsCopy(owner, first->second))
         run.addAtValue("G002", element, *attribute,
                        "the GUID " + sQuoted(attribute->value.value) + " is used twice in this document")
-            .vNoteAt("the first use is here", first->second.first);
+            .vNoteAt("the first use is here", first->second.guid);
 }
 
 } // namespace

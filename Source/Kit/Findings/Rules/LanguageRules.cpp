@@ -18,7 +18,13 @@ constexpr RuleExample Right = {R"xml(<PropertySetDef>
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
   <PsetDefinitionAliases>
     <PsetDefinitionAlias lang="de-DE">Eigenschaften aller Waende.</PsetDefinitionAlias>
     <PsetDefinitionAlias lang="fr-FR">Proprietes de tous les murs.</PsetDefinitionAlias>
@@ -31,17 +37,24 @@ constexpr Rule LanguageRules[] = {
      "malformed-language",
      Severity::Warning,
      "The value of \"lang\" is no language tag.",
-     "A translation is found by its language. A language tag has the form of BCP 47: the language, if needed "
-     "the "
-     "script, and the country, joined by hyphens, for example \"de\", \"de-AT\" or \"zh-Hans-CN\". With "
-     "another "
-     "spelling those who ask for the language do not get the translation.",
+     "A translation is found by its language. A language tag has the form of BCP 47: the language in two or "
+     "three letters, if needed the script, and the country, joined by hyphens, for example \"de\", \"de-AT\" "
+     "or "
+     "\"zh-Hans-CN\". With another spelling, or the name of the language, those who ask for the language do "
+     "not "
+     "get the translation.",
      {R"xml(<PropertySetDef>
   <IfcVersion version="IFC4"/>
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
   <PsetDefinitionAliases>
     <PsetDefinitionAlias lang="German (Austria)">Eigenschaften aller Waende.</PsetDefinitionAlias>
   </PsetDefinitionAliases>
@@ -52,15 +65,21 @@ constexpr Rule LanguageRules[] = {
      "alias-without-language",
      Severity::Error,
      "A translation says no language.",
-     "A translation without \"lang\" is left out when the document is read: nobody could ask for it.\n\nAdd "
-     "\"lang\" "
-     "with the language, for example lang=\"de-DE\".",
+     "A translation without \"lang\" is left out when the document is read: nobody could ask for it. "
+     "\"xml:lang\" is another attribute, and is not read.\n\nAdd \"lang\" with the language, for example "
+     "lang=\"de-DE\".",
      {R"xml(<PropertySetDef>
   <IfcVersion version="IFC4"/>
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
   <PsetDefinitionAliases>
     <PsetDefinitionAlias>Eigenschaften aller Waende.</PsetDefinitionAlias>
   </PsetDefinitionAliases>
@@ -79,7 +98,13 @@ constexpr Rule LanguageRules[] = {
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
   <PsetDefinitionAliases>
     <PsetDefinitionAlias lang="de-DE">Eigenschaften aller Waende.</PsetDefinitionAlias>
     <PsetDefinitionAlias lang="de-DE">Proprietes de tous les murs.</PsetDefinitionAlias>
@@ -99,7 +124,13 @@ constexpr Rule LanguageRules[] = {
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
   <PsetDefinitionAliases>
     <PsetDefinitionAlias lang="de-DE"/>
   </PsetDefinitionAliases>
@@ -149,7 +180,8 @@ bool isExtensions(const std::vector<std::string_view>& parts, std::size_t first)
 
 /// langtag = language ["-" script] ["-" region] *("-" variant) *("-" extension) ["-" privateuse]
 ///
-/// The form alone: whether a language is registered is not looked at.
+/// The form alone: whether a language is registered is not looked at. Its code has two or three letters: no
+/// longer one is registered.
 bool isLanguageTag(std::string_view tag) {
     // No tag in use is nearly as long.
     constexpr std::size_t longestTag = 100;
@@ -163,7 +195,7 @@ bool isLanguageTag(std::string_view tag) {
         return false;
     if (parts[0] == "x" || parts[0] == "X" || parts[0] == "i")
         return parts.size() > 1;
-    if (parts[0].size() < 2 || !isLetters(parts[0]))
+    if (parts[0].size() < 2 || parts[0].size() > 3 || !isLetters(parts[0]))
         return false;
     std::size_t next = 1;
     const auto boTake = [&](auto&& isOf) {
@@ -174,7 +206,7 @@ bool isLanguageTag(std::string_view tag) {
     const auto isLanguageExtension = [](std::string_view part) {
         return part.size() == 3 && isLetters(part);
     };
-    for (int i = 0; i != 3 && parts[0].size() <= 3 && boTake(isLanguageExtension); ++i)
+    for (int i = 0; i != 3 && boTake(isLanguageExtension); ++i)
         ;
     boTake([](std::string_view part) { return part.size() == 4 && isLetters(part); });
     boTake(isCountry);

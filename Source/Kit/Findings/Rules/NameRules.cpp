@@ -1,5 +1,6 @@
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Positions/XmlChildren.h"
 
@@ -25,7 +26,13 @@ constexpr Rule NameRules[] = {
   <Name/>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
@@ -33,7 +40,13 @@ constexpr Rule NameRules[] = {
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
     {"N002",
@@ -121,7 +134,13 @@ constexpr Rule NameRules[] = {
   <Name>Pset_WallCommon </Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -129,24 +148,46 @@ constexpr Rule NameRules[] = {
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
     {"N005",
      "stray-blanks-in-name",
      Severity::Warning,
-     "A name contains a line break, a tab, an invisible blank, or several blanks in a row.",
-     "Such blanks come from typing or pasting. They look like one blank or like nothing and make another "
-     "name of it, "
-     "which nobody finds.\n\nWrite the name without them.",
+     "A name contains a line break, a tab, several blanks in a row, or a character that cannot be seen.",
+     "Such characters come from typing or pasting. They look like one blank or like nothing and make another "
+     "name of it, which nobody finds. Those that turn the direction of writing make a name look like another "
+     "one.\n\nWrite the name without them.",
      {"<PropertySetDef>\n  <IfcVersion version=\"IFC4\"/>\n  <Name>Pset_Wall  Common</Name>\n"
       "  <Definition>Properties of all walls.</Definition>\n"
       "  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n"
-      "  <PropertyDefs/>\n</PropertySetDef>\n"},
+      "  <PropertyDefs>\n"
+      "    <PropertyDef>\n"
+      "      <Name>IsExternal</Name>\n"
+      "      <Definition>Whether it is outside.</Definition>\n"
+      "      <PropertyType><TypePropertySingleValue><DataType "
+      "type=\"IfcBoolean\"/></TypePropertySingleValue></PropertyType>\n"
+      "    </PropertyDef>\n"
+      "  </PropertyDefs>\n"
+      "</PropertySetDef>\n"},
      {"<PropertySetDef>\n  <IfcVersion version=\"IFC4\"/>\n  <Name>Pset_WallCommon</Name>\n"
       "  <Definition>Properties of all walls.</Definition>\n"
       "  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n"
-      "  <PropertyDefs/>\n</PropertySetDef>\n"}},
+      "  <PropertyDefs>\n"
+      "    <PropertyDef>\n"
+      "      <Name>IsExternal</Name>\n"
+      "      <Definition>Whether it is outside.</Definition>\n"
+      "      <PropertyType><TypePropertySingleValue><DataType "
+      "type=\"IfcBoolean\"/></TypePropertySingleValue></PropertyType>\n"
+      "    </PropertyDef>\n"
+      "  </PropertyDefs>\n"
+      "</PropertySetDef>\n"}},
     {"N006",
      "repeated-member",
      Severity::Error,
@@ -195,13 +236,29 @@ bool boStrayBlanks(std::string_view name) {
     return false;
 }
 
-/// The bytes of a name and of the blanks around it; unknown when the two are not next to each other.
-ByteRange untrimmedBytes(const XmlElement& element) {
-    const auto& trimmedText = element.trimmedText;
-    if (!trimmedText.bytes.isKnown() || trimmedText.value.empty())
-        return {};
-    const auto before = element.text.find(trimmedText.value);
-    return {trimmedText.bytes.offset - before, element.text.size()};
+/// What turns the direction of writing or ends a line, and shows nothing of its own.
+constexpr std::pair<std::string_view, std::string_view> InvisibleMarks[] = {
+    {"\xD8\x9C", "U+061C"},     {"\xE2\x80\x8E", "U+200E"}, {"\xE2\x80\x8F", "U+200F"},
+    {"\xE2\x80\xA8", "U+2028"}, {"\xE2\x80\xA9", "U+2029"}, {"\xE2\x80\xAA", "U+202A"},
+    {"\xE2\x80\xAB", "U+202B"}, {"\xE2\x80\xAC", "U+202C"}, {"\xE2\x80\xAD", "U+202D"},
+    {"\xE2\x80\xAE", "U+202E"}, {"\xE2\x81\xA6", "U+2066"}, {"\xE2\x81\xA7", "U+2067"},
+    {"\xE2\x81\xA8", "U+2068"}, {"\xE2\x81\xA9", "U+2069"}};
+
+/// "U+202E"; empty when there is none in the name.
+std::string_view invisibleMarkIn(std::string_view name) {
+    for (const auto& [bytes, code] : InvisibleMarks) {
+        if (name.find(bytes) != std::string_view::npos)
+            return code;
+    }
+    return {};
+}
+
+/// What does not belong inside a name, for a message; empty when all does.
+std::string sStrayIn(std::string_view name) {
+    if (boStrayBlanks(name))
+        return " contains blanks that do not belong there";
+    const auto mark = invisibleMarkIn(name);
+    return mark.empty() ? std::string() : " contains the invisible character " + std::string(mark);
 }
 
 void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
@@ -216,10 +273,8 @@ void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
                       "the name of the " + std::string(what) + " " + sQuoted(trimmed) + " " + side +
                           " with white space")
             .vEdit(untrimmedBytes(element), trimmed);
-    } else if (boStrayBlanks(trimmed)) {
-        run.addAtText("N005", name,
-                      "the name of the " + std::string(what) + " " + sQuoted(trimmed) +
-                          " contains blanks that do not belong there");
+    } else if (const auto stray = sStrayIn(trimmed); !stray.empty()) {
+        run.addAtText("N005", name, "the name of the " + std::string(what) + " " + sQuoted(trimmed) + stray);
     }
 }
 
@@ -266,10 +321,9 @@ void vEnumerationNameCheck(RuleRun& run, XmlIndex enumeration) {
         run.addAtValue("N004", enumeration, *attribute,
                        "the name of the enumeration " + sQuoted(trimmed) + " has white space around it")
             .vEdit(attribute->value.bytes, trimmed);
-    else if (boStrayBlanks(name))
+    else if (const auto stray = sStrayIn(name); !stray.empty())
         run.addAtValue("N005", enumeration, *attribute,
-                       "the name of the enumeration " + sQuoted(name) +
-                           " contains blanks that do not belong there");
+                       "the name of the enumeration " + sQuoted(name) + stray);
 }
 
 /// The members of one owner, by name.

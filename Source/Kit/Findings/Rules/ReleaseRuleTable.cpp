@@ -6,7 +6,9 @@ namespace {
 
 // clang-format off: the examples are documents, one rule after the other.
 constexpr Rule ReleaseRules[] = {
-    {"V001", "other-release", Severity::Warning,
+    {"V001",
+     "other-release",
+     Severity::Warning,
      "A document is written for another release than the loaded schema.",
      "Classes and types come and go with the releases of IFC, so that much of what is reported may only "
      "be the difference. Editions of one release count as the same, and so do the names it goes by: "
@@ -18,7 +20,13 @@ constexpr Rule ReleaseRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -28,10 +36,18 @@ constexpr Rule ReleaseRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"V002", "no-release", Severity::Warning,
+    {"V002",
+     "no-release",
+     Severity::Warning,
      "A document does not say which release it is written for.",
      "Readers choose the schema by the release, and cannot when there is none.\n\nGive the document an "
      "\"IfcVersion\" with the attribute \"version\".",
@@ -41,7 +57,13 @@ constexpr Rule ReleaseRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -51,10 +73,18 @@ constexpr Rule ReleaseRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
-    {"V003", "unknown-release", Severity::Warning,
+    {"V003",
+     "unknown-release",
+     Severity::Warning,
      "A document names a release that is not known.",
      "Readers choose the schema by the release. A name that is none of IFC leads nowhere.\n\nWrite the "
      "release as it is usually named: \"IFC4\", \"IFC2X3\", \"IFC4X3_ADD2\".",
@@ -65,7 +95,13 @@ constexpr Rule ReleaseRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"},
      {R"xml(<PropertySetDef>
@@ -75,7 +111,13 @@ constexpr Rule ReleaseRules[] = {
   <ApplicableClasses>
     <ClassName>IfcWall</ClassName>
   </ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"}},
 };

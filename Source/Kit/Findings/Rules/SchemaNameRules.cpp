@@ -185,6 +185,8 @@ void vUniqueCheck(SchemaRun& run, const Declared& entity, const ExpressMember& m
 }
 
 void vMemberCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
+    if (run.lostMembers.contains(&member))
+        return;
     const auto owner = sQualified(entity.declaration->name.text, member.name.text);
     if (member.kind == ExpressMemberKind::Unique)
         return vUniqueCheck(run, entity, member);

@@ -104,8 +104,10 @@ void PartsCheck::vListCheck(ExpressUse use, std::span<const std::string_view> re
 
 void PartsCheck::vMembersCheck(ExpressMemberKind kind, const Words& read, const std::string& what) {
     for (const auto& member : declaration_.members) {
-        if (member.kind == kind && !read.contains(member.name.text))
-            lostAdd(member.name, what, OwnLine);
+        if (member.kind != kind || read.contains(member.name.text))
+            continue;
+        lostAdd(member.name, what, OwnLine);
+        run_.lostMembers.insert(&member);
     }
 }
 

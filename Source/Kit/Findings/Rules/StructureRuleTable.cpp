@@ -505,6 +505,89 @@ constexpr Rule StructureRules[] = {
 </QtoSetDef>
 )xml"},
      RightQuantities},
+    {"S020",
+     "empty-set",
+     Severity::Warning,
+     "A set has no properties or quantities.",
+     "A set whose \"PropertyDefs\" or \"QtoDefs\" is empty says nothing about an element of a model. "
+     "Usually its members were lost, or are still to be written.\n\nAdd what the set is for, or leave "
+     "the document out.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs/>
+</PropertySetDef>
+)xml"},
+     Right},
+    {"S021",
+     "repeated-list",
+     Severity::Note,
+     "A list of the set is repeated.",
+     "Readers of this library join the lists, as if all were in the first one. Others read only one of "
+     "them: the official XML schema has one.\n\nMove everything into the first list.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsBearing</Name>
+      <Definition>Whether it is load-bearing.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+    <PropertyDef>
+      <Name>IsBearing</Name>
+      <Definition>Whether it is load-bearing.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"}},
+    {"S022",
+     "empty-unit-type",
+     Severity::Note,
+     "The type of a unit is empty.",
+     "Some programs write it for a value without a unit, as older official documents do. It says "
+     "nothing, and others take it for a unit without a name.\n\nLeave \"UnitType\" out.",
+     {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcReal"/><UnitType type=""/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+     Right},
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEnumeration.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Kit/Names/SchemaRelease.h"
 
 #include <algorithm>
 #include <span>
@@ -66,6 +67,7 @@ private:
     void vAttributesCheck(XmlIndex element, const ElementRule& rule);
     void vAttributeAdd(XmlIndex element, const ElementRule& rule, const XmlAttribute& attribute);
     void vMissingCheck(XmlIndex element, const ElementRule& rule);
+    void vListsCheck(XmlIndex set);
     void vMissingAdd(XmlIndex element, std::string_view child, const std::string& why);
     void vMissingAttributeCheck(XmlIndex element, std::string_view attribute, Severity severity,
                                 std::string message);
@@ -95,6 +97,7 @@ void StructureCheck::vCheck() {
         else
             vUnreadCheck(element);
     }
+    vListsCheck(0);
 }
 
 void StructureCheck::vUnitTypesFind() {
@@ -106,14 +109,19 @@ void StructureCheck::vUnitTypesFind() {
     }
 }
 
-/// The namespaces of all releases are formed alike.
+/// The namespaces of all releases are formed alike: the release is between these.
 bool isSetNamespace(std::string_view uri, SetKind kind) {
     const std::string_view folder = kind == SetKind::PropertySet ? "xml/psd/PSD_" : "xml/qto/QTO_";
+    constexpr std::string_view End = ".xsd";
     for (const auto host : NamespaceHosts) {
         const auto start = uri.substr(0, host.size());
-        const auto rest = uri.substr(std::min(host.size(), uri.size()));
-        if (isEqualIgnoringCase(start, host) && rest.starts_with(folder) && rest.ends_with(".xsd"))
-            return true;
+        auto rest = uri.substr(std::min(host.size(), uri.size()));
+        if (!isEqualIgnoringCase(start, host) || !rest.starts_with(folder) || !rest.ends_with(End))
+            continue;
+        rest.remove_prefix(folder.size());
+        rest.remove_suffix(std::min(End.size(), rest.size()));
+        // As in "PSD_R2x3".
+        return pSchemaReleaseFind(rest) || (rest.starts_with('R') && pSchemaReleaseFind(rest.substr(1)));
     }
     return false;
 }
@@ -294,6 +302,26 @@ void StructureCheck::vMissingCheck(XmlIndex element, const ElementRule& rule) {
         vMissingAttributeCheck(element, "value", Severity::Warning, "the bound has no \"value\"");
 }
 
+/// A list of members that has none, and lists that are joined.
+void StructureCheck::vListsCheck(XmlIndex set) {
+    constexpr std::string_view Lists[] = {"PropertyDefs", "QtoDefs", "ApplicableClasses"};
+    for (const auto name : Lists) {
+        auto first = NoXmlElement;
+        for (const auto list : XmlChildren(xml_, set)) {
+            const bool isRead = xml_.getElement(list).name == name && pRuleOf(list);
+            if (isRead && first != NoXmlElement)
+                run_.add("S021", list, sQuoted(name) + " is repeated")
+                    .vNoteAt("the first one is here", xml_.getElement(first).position);
+            else if (isRead)
+                first = list;
+        }
+        const bool isEmpty = first != NoXmlElement && name != "ApplicableClasses" &&
+                             xml_.getElement(first).firstChild == NoXmlElement && !run_.boMisplaced(first);
+        if (isEmpty)
+            run_.add("S020", first, sQuoted(name) + " is empty, so the set says nothing");
+    }
+}
+
 void StructureCheck::vMissingAdd(XmlIndex element, std::string_view child, const std::string& why) {
     for (const auto place : XmlChildren(xml_, element)) {
         if (xml_.getElement(place).name == child)
@@ -404,14 +432,20 @@ void StructureCheck::vTemplateTypeCheck() {
 
 void StructureCheck::vUnitTypeCheck(XmlIndex element) {
     const auto* type = xml_.pAttribute(xml_.getElement(element), "type");
-    // Older documents write an empty type for a value without a unit. A schema without units has no list of
-    // them.
-    if (!type || unitTypes_.empty() || trimmedBlanks(type->value.value).empty() ||
-        std::ranges::find(unitTypes_, type->value.value) != unitTypes_.end())
+    if (type && trimmedBlanks(type->value.value).empty()) {
+        run_.addAtValue("S022", element, *type, "the type of the unit is empty")
+            .vNote("leave \"UnitType\" out where there is no unit");
+        return;
+    }
+    // A schema without units has no list of them.
+    if (!type || unitTypes_.empty() || std::ranges::find(unitTypes_, type->value.value) != unitTypes_.end())
         return;
     auto* draft = pValueAdd("S008", element, type, type->value, "type of unit", unitTypes_);
     if (!draft)
         return;
+    // Readers pass over what is inside of older simple properties.
+    if (xml_.getElement(xml_.getElement(element).parent).name == "TypeSimpleProperty")
+        draft->vSeverity(Severity::Warning);
     if (run_.schema.pObjectFromName(trimmedBlanks(type->value.value)))
         draft->vNote("it is a name of the schema, but not an item of IfcUnitEnum or IfcDerivedUnitEnum");
     draft->vNote("legal values: the items of IfcUnitEnum and IfcDerivedUnitEnum, such as " +

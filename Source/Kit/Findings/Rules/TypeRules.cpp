@@ -57,6 +57,8 @@ private:
     void vUseCheck(const TypeOutline& type, const schema::ObjectBase& object);
     void vValueTypeCheck(const TypeOutline& type, const schema::ObjectBase& object);
     void vReferenceCheck(const TypeOutline& type, const schema::ObjectBase& object);
+    void vSelectAdd(const TypeOutline& type, const schema::ObjectBase& object,
+                    const schema::DataTypeSelect& select);
     const schema::Type* pSelect(PropertyKind kind);
 
     void vUnitCheck(const TypeOutline& type, const schema::Type& measure);
@@ -66,8 +68,11 @@ private:
 
     void vMemberCheck(const MemberOutline& member);
     void vItemsCheck(const MemberOutline& member);
+    void vItemCheck(XmlIndex child, std::unordered_map<std::string, XmlIndex>& known);
     void vConstantsCheck(const MemberOutline& member);
     void vTableCheck(const MemberOutline& member);
+    void vColumnsCheck(const MemberOutline& member);
+    std::size_t valuesIn(XmlIndex column) const;
     void vListCheck(const MemberOutline& member);
     bool boHasLostItem(XmlIndex list) const;
     bool boHasChild(XmlIndex parent, std::string_view tag) const;
@@ -129,8 +134,8 @@ void TypeCheck::vTypeCheck(const TypeOutline& type) {
 const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
     if (!boIsGiven(type)) {
         // What a time series is made of need not be said, nor need "reftype" when "DataType" is there.
-        const bool isRequired =
-            type.use == TypeUse::Value || (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
+        const bool isRequired = type.use == TypeUse::Value || type.use == TypeUse::Simple ||
+                                (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
         if (run_.boMisplaced(type.element))
             return nullptr;
         if (isRequired && type.attribute)
@@ -194,14 +199,25 @@ void TypeCheck::vValueTypeCheck(const TypeOutline& type, const schema::ObjectBas
             draft.vNote("a property that refers to an entity is a \"TypePropertyReferenceValue\"");
         return;
     }
+    if (const auto* members = dynamic_cast<const schema::DataTypeSelect*>(valueType->pDataType())) {
+        vSelectAdd(type, object, *members);
+        return;
+    }
     const auto* select = pSelect(memberOf(type).kind);
-    // Any value of a select of values is a value.
-    if (!select || dynamic_cast<const schema::DataTypeSelect*>(valueType->pDataType()) ||
-        boIsSelected(select, object))
+    if (!select || boIsSelected(select, object))
         return;
     run_.addAtValue("T005", type.element, *type.attribute,
                     "values of " + sQuoted(object.getName()) + " cannot be in a property: " +
                         std::string(select->getName()) + " does not select that type");
+}
+
+void TypeCheck::vSelectAdd(const TypeOutline& type, const schema::ObjectBase& object,
+                           const schema::DataTypeSelect& select) {
+    const auto members = select.getMemberNames();
+    run_.addAtValue("T018", type.element, *type.attribute,
+                    sQuoted(object.getName()) +
+                        " is a SELECT, which leaves open of which type the values are")
+        .vNote("it selects " + sQuotedList({members.begin(), members.end()}));
 }
 
 void TypeCheck::vReferenceCheck(const TypeOutline& type, const schema::ObjectBase& object) {
@@ -232,6 +248,21 @@ const schema::Type* TypeCheck::pSelect(PropertyKind kind) {
     return place->second;
 }
 
+/// Whether the values of a type are no numbers: only numbers are converted from one unit to another.
+bool boHasNoNumber(const schema::Type& measure) {
+    if (!measure.pDataType())
+        return false;
+    switch (measure.pDataType()->getDataTypeKind()) {
+    case schema::DataTypeKind::String:
+    case schema::DataTypeKind::Boolean:
+    case schema::DataTypeKind::Logical:
+    case schema::DataTypeKind::Enumeration:
+        return true;
+    default:
+        return false;
+    }
+}
+
 void TypeCheck::vUnitCheck(const TypeOutline& type, const schema::Type& measure) {
     if (type.unit == NoXmlElement)
         return;
@@ -241,6 +272,12 @@ void TypeCheck::vUnitCheck(const TypeOutline& type, const schema::Type& measure)
     if (!units_)
         units_.emplace(run_.schema);
     const auto unit = sUpperCase(trimmed(attribute->value.value));
+    if (!unit.empty() && boHasNoNumber(measure)) {
+        run_.addAtValue("T017", type.unit, *attribute,
+                        "values of " + std::string(measure.getName()) + " have no unit, and " +
+                            sQuoted(unit) + " is given");
+        return;
+    }
     const auto fitting = units_->unitOf(measure);
     // A unit that the schema does not know is a mistake of another kind.
     if (fitting.empty() || fitting == unit || !units_->boContains(unit))
@@ -303,6 +340,7 @@ void TypeCheck::vMemberCheck(const MemberOutline& member) {
     switch (member.kind) {
     case PropertyKind::SingleValue:
     case PropertyKind::BoundedValue:
+    case PropertyKind::Simple:
         vDataTypeRequire(member.kindElement);
         break;
     case PropertyKind::ReferenceValue:
@@ -341,16 +379,40 @@ void TypeCheck::vReferenceRequire(const MemberOutline& member) {
         run_.add("T008", element, "nothing says what the property refers to: there is no \"reftype\"");
 }
 
+bool boIsLost(const XmlElement& item) {
+    const bool isElsewhere = item.attributeCount != 0 || item.firstChild != NoXmlElement ||
+                             item.laterText.line != 0 || item.isTextHidden;
+    return isElsewhere && trimmed(item.text).empty();
+}
+
 /// Whether an item is written where readers do not see it: a mistake of structure.
 bool TypeCheck::boHasLostItem(XmlIndex list) const {
     for (const auto child : XmlChildren(xml_, list)) {
-        const auto& item = xml_.getElement(child);
-        const bool isElsewhere = item.attributeCount != 0 || item.firstChild != NoXmlElement ||
-                                 item.laterText.line != 0 || item.isTextHidden;
-        if (isElsewhere && trimmed(item.text).empty())
+        if (boIsLost(xml_.getElement(child)))
             return true;
     }
     return false;
+}
+
+/// `known` are those before it, upper-cased.
+void TypeCheck::vItemCheck(XmlIndex child, std::unordered_map<std::string, XmlIndex>& known) {
+    const auto& element = xml_.getElement(child);
+    const auto item = trimmed(element.text);
+    if (item.empty())
+        return;
+    const auto [first, isNew] = known.try_emplace(sUpperCase(item), child);
+    const auto& before = xml_.getElement(first->second).trimmedText;
+    if (!isNew && before.value == item)
+        run_.addAtText("T010", child, "the enumeration has the item " + sQuoted(item) + " twice")
+            .vNoteAt("it is here already", before.position);
+    else if (!isNew)
+        run_.addAtText("T021", child,
+                       "the items " + sQuoted(before.value) + " and " + sQuoted(item) +
+                           " differ in letter case only")
+            .vNoteAt("the first one is here", before.position);
+    else if (item.size() != element.text.size() && !element.isTextHidden)
+        run_.addAtText("T023", child, "there is white space around the item " + sQuoted(item))
+            .vEdit(untrimmedBytes(element), item);
 }
 
 void TypeCheck::vItemsCheck(const MemberOutline& member) {
@@ -359,18 +421,16 @@ void TypeCheck::vItemsCheck(const MemberOutline& member) {
             run_.add("T009", member.kindElement, "the enumeration has no items: there is no \"EnumList\"");
         return;
     }
-    std::unordered_map<std::string_view, XmlIndex> items;
-    for (const auto child : XmlChildren(xml_, member.enumeration)) {
-        const auto item = trimmed(xml_.getElement(child).text);
-        if (item.empty())
-            continue;
-        const auto [first, isNew] = items.try_emplace(item, child);
-        if (!isNew)
-            run_.addAtText("T010", child, "the enumeration has the item " + sQuoted(item) + " twice")
-                .vNoteAt("it is here already", xml_.getElement(first->second).trimmedText.position);
-    }
+    std::unordered_map<std::string, XmlIndex> items;
+    for (const auto child : XmlChildren(xml_, member.enumeration))
+        vItemCheck(child, items);
     if (items.empty() && !boHasLostItem(member.enumeration))
         run_.add("T009", member.enumeration, "the enumeration has no items");
+    for (const auto child : XmlChildren(xml_, items.empty() ? NoXmlElement : member.enumeration)) {
+        const auto& item = xml_.getElement(child);
+        if (trimmed(item.text).empty() && !boIsLost(item))
+            run_.add("T020", child, "the enumeration has an item without text, which is ignored");
+    }
 }
 
 void TypeCheck::vConstantsCheck(const MemberOutline& member) {
@@ -384,12 +444,23 @@ void TypeCheck::vConstantsCheck(const MemberOutline& member) {
     // One of the constants may be the item that is lost.
     if (items.empty() || boHasLostItem(member.enumeration))
         return;
+    std::unordered_map<std::string_view, XmlIndex> constants;
     for (const auto constant : XmlChildren(xml_, member.constants)) {
         for (const auto child : XmlChildren(xml_, constant)) {
             const auto name = trimmed(xml_.getElement(child).text);
+            if (xml_.getElement(child).name != "Name" || name.empty())
+                continue;
+            const auto [first, isNew] = constants.try_emplace(name, child);
+            // Two names of one constant are a mistake of structure.
+            if (!isNew && xml_.getElement(first->second).parent == constant)
+                continue;
+            if (!isNew) {
+                run_.addAtText("T022", child, "the constant " + sQuoted(name) + " is described twice")
+                    .vNoteAt("the first one is here", xml_.getElement(first->second).trimmedText.position);
+                continue;
+            }
             const auto found = items.find(sUpperCase(name));
-            if (xml_.getElement(child).name != "Name" || name.empty() ||
-                (found != items.end() && found->second == name))
+            if (found != items.end() && found->second == name)
                 continue;
             auto& draft = run_.addAtText("T011", child,
                                          "the constant " + sQuoted(name) + " is no item of the enumeration");
@@ -399,7 +470,27 @@ void TypeCheck::vConstantsCheck(const MemberOutline& member) {
     }
 }
 
+/// The number of values in a column; 0 when it lists none.
+std::size_t TypeCheck::valuesIn(XmlIndex column) const {
+    std::size_t count = 0;
+    for (const auto item : XmlChildren(xml_, childOf(xml_, column, "Values")))
+        count += xml_.getElement(item).name == "ValueItem" ? 1 : 0;
+    return count;
+}
+
+/// Each value of the one column belongs to one of the other.
+void TypeCheck::vColumnsCheck(const MemberOutline& member) {
+    const auto definedColumn = childOf(xml_, member.kindElement, "DefinedValue");
+    const auto defining = valuesIn(childOf(xml_, member.kindElement, "DefiningValue"));
+    const auto defined = valuesIn(definedColumn);
+    if (defining != 0 && defined != 0 && defining != defined)
+        run_.add("T019", definedColumn,
+                 "the table has " + std::to_string(defining) + " defining and " + std::to_string(defined) +
+                     " defined values");
+}
+
 void TypeCheck::vTableCheck(const MemberOutline& member) {
+    vColumnsCheck(member);
     bool hasDefining = false;
     bool hasDefined = false;
     for (const auto column : XmlChildren(xml_, member.kindElement)) {

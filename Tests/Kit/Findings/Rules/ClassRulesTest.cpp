@@ -24,7 +24,10 @@ std::string sSetOf(std::string_view classes, std::string_view typeValue = {},
     return "<PropertySetDef>\n<IfcVersion version=\"" + std::string(release) +
            "\"/><Name>A</Name><Definition>B</Definition>\n" + std::string(classes) +
            "\n<ApplicableTypeValue>" + std::string(typeValue) +
-           "</ApplicableTypeValue><PropertyDefs/>\n</PropertySetDef>\n";
+           "</ApplicableTypeValue><PropertyDefs><PropertyDef><Name>P</Name><Definition>D</"
+           "Definition><PropertyType><TypePropertySingleValue><DataType "
+           "type=\"IfcLabel\"/></TypePropertySingleValue></PropertyType></PropertyDef></PropertyDefs>\n</"
+           "PropertySetDef>\n";
 }
 
 /// The first class begins in column 31.

@@ -18,13 +18,16 @@ std::string quantity(std::string_view name, std::string_view guid) {
            "</Name><Definition>d</Definition><QtoType>Q_AREA</QtoType></QtoDef>\n";
 }
 
+constexpr std::string_view Plain =
+    "<QtoDef><Name>W</Name><Definition>d</Definition><QtoType>Q_AREA</QtoType></QtoDef>\n";
+
 /// The quantities begin on line 3.
 std::string setWith(std::string_view guid, std::string_view quantities) {
     return "<QtoSetDef ifdguid=\"" + std::string(guid) +
            "\"><IfcVersion "
            "version=\"IFC4\"/><Name>A</Name><Definition>d</Definition><ApplicableClasses><ClassName>"
            "IfcWall</ClassName></ApplicableClasses>\n<QtoDefs>\n" +
-           std::string(quantities) + "</QtoDefs></QtoSetDef>";
+           std::string(quantities.empty() ? Plain : quantities) + "</QtoDefs></QtoSetDef>";
 }
 
 constexpr std::string_view Guid = "aa3b8880d21511e1800000215ad4efdf";

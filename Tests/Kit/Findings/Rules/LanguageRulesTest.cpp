@@ -17,7 +17,8 @@ using testing::IsEmpty;
 std::string setWith(std::string_view aliases) {
     return "<QtoSetDef><IfcVersion "
            "version=\"IFC4\"/><Name>A</Name><Definition>d</Definition><ApplicableClasses>"
-           "<ClassName>IfcWall</ClassName></ApplicableClasses><QtoDefs/><QtoDefinitionAliases>\n" +
+           "<ClassName>IfcWall</ClassName></ApplicableClasses><QtoDefs><QtoDef><Name>W</Name><Definition>d</"
+           "Definition><QtoType>Q_AREA</QtoType></QtoDef></QtoDefs><QtoDefinitionAliases>\n" +
            std::string(aliases) + "</QtoDefinitionAliases></QtoSetDef>";
 }
 
@@ -34,8 +35,9 @@ TEST(LanguageRulesTest, LanguageTagsAreRight) {
 }
 
 TEST(LanguageRulesTest, OtherTextsAreFound) {
-    for (const std::string_view tag : {"German (Austria)", "d", "de-", "-de", "de--AT", "d\xC3\xA9", "de-A",
-                                       "abcdefghi", "de-AT-DE", "1de", "de-Latn-Latn", "x"})
+    for (const std::string_view tag :
+         {"english", "abcd", "German (Austria)", "d", "de-", "-de", "de--AT", "d\xC3\xA9", "de-A",
+          "abcdefghi", "de-AT-DE", "1de", "de-Latn-Latn", "x"})
         EXPECT_EQ(findingLines(setWith(alias(tag))).size(), 1) << tag;
 }
 

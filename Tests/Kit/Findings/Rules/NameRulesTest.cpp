@@ -13,12 +13,15 @@ using test::findingLines;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+constexpr std::string_view Plain =
+    "<QtoDef><Name>W</Name><Definition>d</Definition><QtoType>Q_AREA</QtoType></QtoDef>\n";
+
 /// A quantity set with this on line 2, and this inside "QtoDefs" on line 4.
 std::string setWith(std::string_view name, std::string_view quantities = {}) {
     return "<QtoSetDef><IfcVersion version=\"IFC4\"/>\n" + std::string(name) +
            "<Definition>d</Definition><ApplicableClasses><ClassName>IfcWall</ClassName></"
            "ApplicableClasses>\n<QtoDefs>\n" +
-           std::string(quantities) + "</QtoDefs></QtoSetDef>";
+           std::string(quantities.empty() ? Plain : quantities) + "</QtoDefs></QtoSetDef>";
 }
 
 std::string quantity(std::string_view name) {
@@ -59,6 +62,11 @@ TEST(NameRulesTest, BlanksAroundNamesAreMended) {
 TEST(NameRulesTest, StrayBlanksAreFound) {
     for (const std::string_view name : {"A  B", "A\tB", "A\nB",
                                         "A\xE2\x80\x8B"
+                                        "B",
+                                        // A mark that turns the direction of writing, and the end of a line.
+                                        "A\xE2\x80\xAE"
+                                        "B",
+                                        "A\xE2\x80\xA8"
                                         "B"}) {
         const auto lines = findingLines(setWith("<Name>" + std::string(name) + "</Name>"));
         ASSERT_EQ(lines.size(), 1) << name;

@@ -19,7 +19,10 @@ using testing::IsEmpty;
 std::string sSetOf(std::string_view release) {
     return "<PropertySetDef>\n" + std::string(release) +
            "\n<Name>A</Name><Definition>B</Definition><ApplicableClasses><ClassName>IfcWall</ClassName>"
-           "</ApplicableClasses><PropertyDefs/>\n</PropertySetDef>\n";
+           "</ApplicableClasses><PropertyDefs><PropertyDef><Name>P</Name><Definition>D</"
+           "Definition><PropertyType><TypePropertySingleValue><DataType "
+           "type=\"IfcLabel\"/></TypePropertySingleValue></PropertyType></PropertyDef></PropertyDefs>\n</"
+           "PropertySetDef>\n";
 }
 
 std::string sDeclared(std::string_view release) {

@@ -297,6 +297,12 @@ INSTANTIATE_TEST_SUITE_P(
                "  3:1+4 TYPE \"B\" is in the comment, and is read all the same\n"},
         Sample{"TYPE B = ENUMERATION OF\n\t(C (* open\n\t,D);\nEND_TYPE;\n",
                "3:5+2 E008 warning: nothing closes this comment\n"},
+        // What is not read names nothing.
+        Sample{"ENTITY B;\n\tC: SET OF Label;\n INVERSE\n\tD: B FOR E;\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "5:2+1 E006 error: the inverse attribute \"D\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"},
         // Both the inverse attribute and its list are looked up.
         Sample{"ENTITY B;\n INVERSE\n\tC : SET OF D FOR E;\nEND_ENTITY;\n",
                "4:13+1 E013 error: the entity \"D\" of \"B.C\" is not declared\n"

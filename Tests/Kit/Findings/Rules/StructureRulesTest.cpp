@@ -89,7 +89,7 @@ TEST(StructureRulesTest, AnUnknownAttributeIsExplained) {
         findingLines(setWithSingle("<DataType type=\"IfcReal\" unit=\"m\"/>")),
         ElementsAre(
             "8:65+4 error S002 attribute \"unit\" of \"DataType\" is not known | legal here: \"type\""));
-    EXPECT_THAT(findingLines(setWith("", " xsi:schemaLocation=\"x\" xmlns:xsi=\"y\"")), IsEmpty());
+    EXPECT_THAT(findingLines(setWith(property(""), " xsi:schemaLocation=\"x\" xmlns:xsi=\"y\"")), IsEmpty());
 }
 
 TEST(StructureRulesTest, LetterCaseIsMended) {
@@ -169,7 +169,10 @@ TEST(StructureRulesTest, UnitsAreThoseOfTheSchema) {
     EXPECT_THAT(findingLines(setWithSingle("<DataType type=\"IfcReal\"/><UnitType type=\"FORCEUNIT\"/>")),
                 ElementsAre("8:82+9 error S008 \"FORCEUNIT\" is no type of unit | legal values: the items of "
                             "IfcUnitEnum and IfcDerivedUnitEnum, such as \"AREAUNIT\" and \"USERDEFINED\""));
-    EXPECT_THAT(findingLines(setWithSingle("<DataType type=\"IfcReal\"/><UnitType type=\"\"/>")), IsEmpty());
+    EXPECT_THAT(
+        findingLines(setWithSingle("<DataType type=\"IfcReal\"/><UnitType type=\"\"/>")),
+        ElementsAre("8:76+4 note S022 the type of the unit is empty | leave \"UnitType\" out where there "
+                    "is no unit"));
 }
 
 TEST(StructureRulesTest, ABlankAfterAUnitIsMended) {
@@ -288,9 +291,50 @@ TEST(StructureRulesTest, QuantitiesInAPropertySetAreFoundOnce) {
 
 TEST(StructureRulesTest, IgnoredContentIsLeftAlone) {
     EXPECT_THAT(findingLines(setWith(property("<ValueDef>text<Foo bar=\"1\"/></ValueDef>"))), IsEmpty());
-    EXPECT_THAT(findingLines(setWithType("<PropertyType><TypeSimpleProperty><Foo/></TypeSimpleProperty>"
-                                         "</PropertyType>")),
+}
+
+std::string setWithSimple(std::string_view content) {
+    return setWithType("<PropertyType><TypeSimpleProperty>" + std::string(content) +
+                       "</TypeSimpleProperty></PropertyType>");
+}
+
+TEST(StructureRulesTest, OlderSimplePropertiesAreLookedAt) {
+    EXPECT_THAT(findingLines(setWithSimple("<DataType type=\"IfcTimeSeries\"/>")), IsEmpty());
+    EXPECT_THAT(findingLines(setWithSimple("<DataType type=\"IfcReal\"/><UnitType type=\"LENGTHUNIT\"/>")),
                 IsEmpty());
+    EXPECT_THAT(findingLines(setWithSimple("<DataType type=\"IfcReel\"/>")),
+                ElementsAre("8:51+7 error T001 IFC4 has no type \"IfcReel\" | did you mean \"IfcReal\"?"));
+    EXPECT_THAT(
+        findingLines(setWithSimple("<DataType type=\"IfcReal\"/><Foo/>")),
+        ElementsAre("8:62+3 error S001 \"Foo\" is not known inside \"TypeSimpleProperty\" | legal here: "
+                    "\"DataType\" and \"UnitType\""));
+    EXPECT_THAT(
+        findingLines(setWithSimple("<UnitType/>")),
+        ElementsAre("8:16+18 error T008 no data type is given: \"TypeSimpleProperty\" has no \"DataType\"",
+                    "8:36+8 error S005 the unit has no \"type\""));
+    // Time series name the measure of their values; readers do not look at it.
+    EXPECT_THAT(findingLines(setWithSimple("<DataType type=\"IfcReal\"/><UnitType type=\"METREUNIT\"/>")),
+                ElementsAre(testing::StartsWith("8:77+9 warning S008 \"METREUNIT\" is no type of unit")));
+}
+
+TEST(StructureRulesTest, ListsThatAreEmptyOrRepeatedAreFound) {
+    EXPECT_THAT(findingLines(setWith("")),
+                ElementsAre("6:2+12 warning S020 \"PropertyDefs\" is empty, so the set says nothing"));
+    EXPECT_THAT(findingLines(setWith(property("") + "</PropertyDefs>\n<PropertyDefs>")),
+                ElementsAre("8:2+12 note S021 \"PropertyDefs\" is repeated | the first one is here @6:2"));
+}
+
+TEST(StructureRulesTest, NamespacesNameARelease) {
+    for (const std::string_view release : {"IFC4", "R2x3", "IFC2x3", "IFC4x3", "IFC4_ADD2"})
+        EXPECT_THAT(findingLines(setWith(property(""), " xmlns=\"http://buildingsmart-tech.org/xml/psd/PSD_" +
+                                                           std::string(release) + ".xsd\"")),
+                    IsEmpty())
+            << release;
+    for (const std::string_view name : {"", "WALLS", "IFC"})
+        EXPECT_THAT(findingLines(setWith(property(""), " xmlns=\"http://buildingsmart-tech.org/xml/psd/PSD_" +
+                                                           std::string(name) + ".xsd\"")),
+                    ElementsAre(testing::HasSubstr("warning S012 ")))
+            << name;
 }
 
 } // namespace

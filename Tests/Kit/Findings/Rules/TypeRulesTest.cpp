@@ -57,6 +57,60 @@ TEST_P(TypeRulesTest, FindsExactly) {
 
 const std::string Asserted = " | the library reports: Excpeted name to exist in schema";
 
+/// The items of an enumeration, or what else is in its list; the first begins in column 55.
+std::string sItems(std::string_view items, std::string_view constants = {}) {
+    return sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"PEnum_A\">" + std::string(items) +
+                  "</EnumList>" + std::string(constants) + "</TypePropertyEnumeratedValue>");
+}
+
+std::string sColumn(std::string_view tag, std::string_view items) {
+    const std::string name(tag);
+    return "<" + name + "><DataType type=\"IfcReal\"/><Values>" + std::string(items) + "</Values></" + name +
+           ">";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Contents, TypeRulesTest,
+    testing::ValuesIn<std::vector<TypeCase>>({
+        {"a unit of a text",
+         sSingle("IfcLabel", "<UnitType type=\"LENGTHUNIT\"/>"),
+         {"5:69+10 warning T017 values of IfcLabel have no unit, and \"LENGTHUNIT\" is given"}},
+        {"an empty unit of a text is no unit",
+         sSingle("IfcLabel", "<UnitType type=\"\"/>"),
+         {"5:63+4 note S022 the type of the unit is empty | leave \"UnitType\" out where there is no unit"}},
+        {"a unit of a plain number", sSingle("IfcReal", "<UnitType type=\"LENGTHUNIT\"/>"), {}},
+        {"columns of different length",
+         sSetOf("<TypePropertyTableValue>" + sColumn("DefiningValue", "<ValueItem>1</ValueItem>") +
+                sColumn("DefinedValue", "<ValueItem>1</ValueItem><ValueItem>2</ValueItem>") +
+                "</TypePropertyTableValue>"),
+         {"5:124+12 warning T019 the table has 1 defining and 2 defined values"}},
+        {"a column that lists no values",
+         sSetOf("<TypePropertyTableValue>" + sColumn("DefiningValue", "<ValueItem>1</ValueItem>") +
+                sColumn("DefinedValue", "") + "</TypePropertyTableValue>"),
+         {}},
+        {"an empty item",
+         sItems("<EnumItem>A</EnumItem><EnumItem/>"),
+         {"5:78+8 warning T020 the enumeration has an item without text, which is ignored"}},
+        {"items in two letter cases",
+         sItems("<EnumItem>A</EnumItem><EnumItem>a</EnumItem>"),
+         {"5:87+1 warning T021 the items \"A\" and \"a\" differ in letter case only | the first one is here "
+          "@5:65"}},
+        {"a constant twice",
+         sItems("<EnumItem>A</EnumItem>", "<ConstantList><ConstantDef><Name>A</Name></"
+                                          "ConstantDef><ConstantDef><Name>A</Name></ConstantDef>"
+                                          "</ConstantList>"),
+         {"5:162+1 warning T022 the constant \"A\" is described twice | the first one is here @5:121"}},
+        {"a blank before an item",
+         sItems("<EnumItem> A</EnumItem>"),
+         {"5:66+1 note T023 there is white space around the item \"A\""}},
+    }));
+
+TEST(TypeRules, BlanksAroundAnItemAreMended) {
+    const auto mended = test::sMended(sItems("<EnumItem>\n A </EnumItem>"));
+    EXPECT_NE(mended.find("<EnumItem>A</EnumItem>"), std::string::npos) << mended;
+    EXPECT_THAT(test::findingLines(mended), IsEmpty());
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Names, TypeRulesTest,
     testing::ValuesIn<std::vector<TypeCase>>({
@@ -128,7 +182,10 @@ INSTANTIATE_TEST_SUITE_P(
          sSetOf("<TypePropertyReferenceValue reftype=\"IfcTimeSeries\"><DataType/>"
                 "</TypePropertyReferenceValue>"),
          {}},
-        {"any value", sSingle("IfcMeasureValue"), {}},
+        {"any value",
+         sSingle("IfcDerivedMeasureValue"),
+         {"5:42+22 warning T018 \"IfcDerivedMeasureValue\" is a SELECT, which leaves open of which type the "
+          "values are | it selects \"IfcThermalTransmittanceMeasure\""}},
     }));
 
 INSTANTIATE_TEST_SUITE_P(
