@@ -17,6 +17,7 @@
 namespace kiv::kit {
 
 inline constexpr std::string_view XmlKind = "an XML document";
+inline constexpr std::string_view ModelKind = "an IFC model";
 inline constexpr std::string_view SchemaKind = "an EXPRESS schema";
 
 /// Empty when it is not known.
@@ -26,9 +27,10 @@ constexpr std::string_view fileKindOf(std::string_view text) {
         std::string_view name;
     };
     constexpr Kind Kinds[] = {
-        {"%PDF-", "a PDF document"},        {"PK\x03\x04", "a ZIP archive"}, {"ISO-10303-21", "an IFC model"},
-        {"<!DOCTYPE html", "an HTML page"}, {"<html", "an HTML page"},       {"<", XmlKind},
-        {"SCHEMA", SchemaKind},             {"{", "a JSON document"},
+        {"%PDF-", "a PDF document"}, {"PK\x03\x04", "a ZIP archive"},
+        {"ISO-10303-21", ModelKind}, {"<!DOCTYPE html", "an HTML page"},
+        {"<html", "an HTML page"},   {"<", XmlKind},
+        {"SCHEMA", SchemaKind},      {"{", "a JSON document"},
     };
     constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(ByteOrderMark))

@@ -44,6 +44,12 @@ std::string_view otherKindOf(std::string_view text) {
     return kind == SchemaKind ? std::string_view() : kind;
 }
 
+/// Set documents and models are in the place of the schema when arguments are in the wrong order: then
+/// nothing is to be mended in them.
+std::string_view remedyFor(std::string_view kind) {
+    return kind == XmlKind || kind == ModelKind ? "" : "a schema is a text file in EXPRESS";
+}
+
 constexpr std::string_view Capitals = "keywords are found in capitals only";
 
 NothingReason noSchemaReason(const SchemaRun& run) {
@@ -55,7 +61,7 @@ NothingReason noSchemaReason(const SchemaRun& run) {
     if (run.text.empty())
         return {"the file is empty", {}};
     if (const auto kind = otherKindOf(run.text); !kind.empty())
-        return {"the file is " + std::string(kind), "a schema is a text file in EXPRESS"};
+        return {"the file is " + std::string(kind), remedyFor(kind)};
     if (headers.empty())
         return {"no line has the keyword SCHEMA", {}};
     if (headers.back().keyword.text != "SCHEMA")
