@@ -5,15 +5,13 @@
 
 namespace kiv::kivifc::site {
 
-std::string sShort(std::string_view name) {
-    constexpr std::size_t Whole = 200;
-    constexpr std::size_t Kept = 160;
-    if (name.size() <= Whole)
-        return std::string(name);
-    auto end = Kept;
-    while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U)
+std::string sShort(std::string_view text, std::size_t whole) {
+    if (text.size() <= whole)
+        return std::string(text);
+    auto end = whole - whole / 5;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
         --end;
-    return std::string(name.substr(0, end)) + "...";
+    return std::string(text.substr(0, end)) + "...";
 }
 
 void vSectionBegin(Html& html, Markup id, Markup title) {
