@@ -105,7 +105,7 @@ private:
         if (!set.context.isStandard)
             html_ << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
         html_ << "</summary>\n<p><a" << href(address) << ">Page of the set</a> <bdi>"
-              << escaped(set.set->getDefinition()) << "</bdi></p>\n";
+              << escaped(sShort(set.set->getDefinition())) << "</bdi></p>\n";
         vSetMembersWrite(model_, set, MembersDetail::Short, html_);
         html_ << "</details>\n";
     }
