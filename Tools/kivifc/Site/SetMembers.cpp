@@ -1,86 +1,137 @@
 #include "kivifc/Site/SetMembers.h"
 
-#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
-#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "kiv/Kit/Documents/SetMembers.h"
 #include "kivifc/Site/Elements.h"
-#include "kivifc/Site/ExpressHtml.h"
+#include "kivifc/Site/GuidNotations.h"
+#include "kivifc/Site/MemberList.h"
+#include "kivifc/Site/MemberType.h"
+#include "kivifc/Site/Translations.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <string>
 #include <string_view>
+#include <unordered_map>
+#include <vector>
 
 namespace kiv::kivifc::site {
 
 namespace {
 
-namespace defs = ifc::def::xml;
-namespace pset = ifc::def::pset;
-namespace qto = ifc::def::qto;
+using ifc::def::xml::Def;
 
-class MembersTable {
+/// Sets have some ten members; what is longer is an exception, or made to fill disks.
+constexpr std::size_t ShortMembersMax = 200;
+constexpr std::size_t ShortItemsMax = 40;
+constexpr std::size_t ShortDefinitionMax = 200;
+
+using Rows = std::unordered_map<const Def*, std::string_view>;
+
+/// One row of the page of an entity. Most of what a site takes on disk are such rows, so they are sparing: no
+/// translations, and nothing around a text that is alone in its cell.
+class ShortRow {
 public:
-    MembersTable(const SiteModel& model, Html& html) : model_(model), html_(html) {}
+    ShortRow(const SiteModel& model, const SiteSet& set, Html& html) :
+        model_(model), address_(model.getAddresses().of(*set.set)), html_(html) {}
 
-    void vRowWrite(const SiteSet& set, const defs::Def& def, bool isPointedAt) {
-        html_ << "<tr";
-        if (isPointedAt)
-            html_ << attribute("id", sAnchor(def.getName()));
-        html_ << "><th scope=\"row\">";
-        if (isPointedAt)
-            html_ << isolated(sShort(def.getName()));
-        else
-            html_ << "<a" << href(model_.getAddresses().of(*set.set).row(def.getName())) << ">"
-                  << isolated(sShort(def.getName())) << "</a>";
-        if (isPointedAt)
-            vRowLinkWrite(html_, def.getName());
+    void vWrite(const ListedMember& member) {
+        const auto& def = *member.def;
+        html_ << "<tr><th scope=\"row\"><a" << href(address_.row(member.row)) << "><code>"
+              << escaped(sShort(def.getName())) << "</code></a>";
+        if (member.whole)
+            html_ << " <span class=\"note\">part of " << isolated(sShort(member.whole->getName()))
+                  << "</span>";
         html_ << "</th><td>";
-        vTypeWrite(def);
-        html_ << "</td><td>" << isolated(def.getDefinition()) << "</td></tr>\n";
+        vMemberTypeWrite(model_, def, {.itemsMax = ShortItemsMax}, html_);
+        html_ << "</td><td class=\"note\">" << escaped(sShort(def.getDefinition(), ShortDefinitionMax))
+              << "</td></tr>\n";
     }
 
 private:
-    void vTypeWrite(const defs::Def& def) {
-        if (const auto* property = dynamic_cast<const pset::PropertyDef*>(&def)) {
-            if (property->pType())
-                vTypeWrite(*property->pType());
-        } else if (const auto* quantity = dynamic_cast<const qto::QuantityDef*>(&def)) {
-            if (quantity->pType())
-                vNameWrite(quantity->pType()->sMeasureTypeName());
-        }
+    const SiteModel& model_;
+    Address address_;
+    Html& html_;
+};
+
+/// One row of the page of the set itself.
+class FullRow {
+public:
+    FullRow(const SiteModel& model, const Rows& rows, Html& html) : model_(model), rows_(rows), html_(html) {}
+
+    void vWrite(const ListedMember& member) {
+        const auto& def = *member.def;
+        html_ << "<tr" << attribute("id", sAnchor(member.row)) << "><th scope=\"row\"><a class=\"anchor\""
+              << rowHref(member.row) << attribute("aria-label", "Link to " + sShort(def.getName()))
+              << ">#</a><code>" << escaped(sShort(def.getName())) << "</code>";
+        vNameTranslationsWrite(def.getNameAliases(), html_);
+        vWholeWrite(member);
+        html_ << "</th><td>" << memberKind(def) << "</td><td>";
+        vMemberTypeWrite(model_, def, {.hasDefinitions = true}, html_);
+        html_ << "</td><td class=\"definition\">";
+        vTranslatedWrite(def.getDefinition(), def.getDefinitionAliases(), html_);
+        vGuidWrite(def);
+        html_ << "</td></tr>\n";
     }
 
-    void vTypeWrite(const pset::PropertyType& type) {
-        if (const auto* enumerated = dynamic_cast<const pset::TypePropertyEnumeratedValue*>(&type)) {
-            Markup separator = "";
-            for (const auto& item : enumerated->getItems()) {
-                html_ << separator << "<code>" << escaped(sShort(item)) << "</code>";
-                separator = ", ";
-            }
-        } else if (const auto* reference = dynamic_cast<const pset::TypePropertyReferenceValue*>(&type)) {
-            vNameWrite(reference->getDataTypeName());
-        }
+private:
+    void vWholeWrite(const ListedMember& member) {
+        if (!member.whole)
+            return;
+        html_ << " <span class=\"note\">part of <a" << rowHref(rows_.at(member.whole)) << ">"
+              << isolated(sShort(member.whole->getName())) << "</a></span>";
     }
 
-    void vNameWrite(std::string_view name) {
-        const auto* object = model_.getSchema().pObjectFromName(name);
-        if (object)
-            return vObjectLinkWrite(model_, *object, html_);
-        html_ << "<code>" << escaped(sShort(name)) << "</code>";
+    /// Rarely looked for, so that it is opened when it is.
+    void vGuidWrite(const Def& def) {
+        if (def.getIfdGuid().isNull())
+            return;
+        html_ << "<details><summary>GUID</summary>";
+        vGuidRowWrite(def.getIfdGuid(), html_);
+        html_ << "</details>";
     }
 
     const SiteModel& model_;
+    const Rows& rows_;
     Html& html_;
 };
+
+std::string sLabel(const SiteSet& set) {
+    return "Members of " + sShort(set.set->getName());
+}
+
+void vShortWrite(const SiteModel& model, const SiteSet& set, const std::vector<ListedMember>& members,
+                 Html& html) {
+    const auto count = std::min(members.size(), ShortMembersMax);
+    vTableBegin(html, sLabel(set), {"Name", "Type and values", "Definition"});
+    ShortRow row(model, set, html);
+    for (const auto& member : std::span(members).first(count))
+        row.vWrite(member);
+    vTableEnd(html);
+    if (count < members.size())
+        html << "<p><a class=\"more\"" << href(model.getAddresses().of(*set.set)) << ">and "
+             << members.size() - count << " more</a></p>\n";
+}
+
+void vFullWrite(const SiteModel& model, const SiteSet& set, const std::vector<ListedMember>& members,
+                Html& html) {
+    Rows rows;
+    for (const auto& member : members)
+        rows.emplace(member.def, member.row);
+    vTableBegin(html, sLabel(set), {"Name", "Kind", "Type and values", "Definition"});
+    FullRow row(model, rows, html);
+    for (const auto& member : members)
+        row.vWrite(member);
+    vTableEnd(html);
+}
 
 } // namespace
 
 void vSetMembersWrite(const SiteModel& model, const SiteSet& set, MembersDetail detail, Html& html) {
-    const auto members = kit::setMembers(*set.set);
-    vTableBegin(html, "Members of " + sShort(set.set->getName()), {"Name", "Type", "Definition"});
-    MembersTable table(model, html);
-    for (const auto* member : members)
-        table.vRowWrite(set, *member, detail == MembersDetail::Full);
-    vTableEnd(html);
+    const auto members = memberList(*set.set);
+    if (detail == MembersDetail::Short)
+        vShortWrite(model, set, members, html);
+    else
+        vFullWrite(model, set, members, html);
 }
 
 } // namespace kiv::kivifc::site

@@ -16,7 +16,9 @@
 namespace kiv::kivifc::site {
 
 enum class MembersDetail : std::uint8_t {
-    /// Name, type, unit, values and definition: what is asked on the page of an entity, again on each page.
+    /// Name, type, unit, values and definition: what is asked on the page of an entity. As that is there
+    /// again
+    /// on the page of each subtype, it has a limit: beyond it the page of the set is referred to.
     Short,
     /// All that the document says, with the rows to be pointed at.
     Full,

@@ -2,7 +2,13 @@
 
 #include "kivifc/Site/Assets.h"
 #include "kivifc/Site/EntityPage.h"
+#include "kivifc/Site/GuidIndexPages.h"
+#include "kivifc/Site/LanguageIndexPages.h"
+#include "kivifc/Site/ObjectIndexPages.h"
+#include "kivifc/Site/PropertyIndexPages.h"
 #include "kivifc/Site/SearchIndexFile.h"
+#include "kivifc/Site/SetIndexPage.h"
+#include "kivifc/Site/SetPage.h"
 #include "kivifc/Site/StartPage.h"
 #include "kivifc/Site/TextPage.h"
 #include "kivifc/Site/TypePage.h"
@@ -15,8 +21,11 @@ namespace {
 
 using Write = void (*)(const SiteModel& model, SiteFolder& folder);
 
-constexpr std::array Kinds{Write{vStartPageWrite},     Write{vEntityPagesWrite}, Write{vTypePagesWrite},
-                           Write{vFunctionPagesWrite}, Write{vRulePagesWrite},   Write{vSearchIndexWrite}};
+constexpr std::array Kinds{
+    Write{vStartPageWrite},          Write{vEntityPagesWrite},    Write{vTypePagesWrite},
+    Write{vFunctionPagesWrite},      Write{vRulePagesWrite},      Write{vSetPagesWrite},
+    Write{vObjectIndexPagesWrite},   Write{vSetIndexPageWrite},   Write{vPropertyIndexPagesWrite},
+    Write{vLanguageIndexPagesWrite}, Write{vGuidIndexPagesWrite}, Write{vSearchIndexWrite}};
 
 } // namespace
 

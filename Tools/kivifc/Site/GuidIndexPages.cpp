@@ -1,0 +1,182 @@
+#include "kivifc/Site/GuidIndexPages.h"
+
+#include "kivifc/Site/Elements.h"
+#include "kivifc/Site/GuidNotations.h"
+#include "kivifc/Site/MemberList.h"
+#include "kivifc/Site/Page.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+constexpr PageName PartPrefix("guids");
+/// More than that are on pages of their own, one for each first digit.
+constexpr std::size_t GuidsMax = 1000;
+
+/// What has a GUID.
+struct GuidOwner {
+    Guid guid;
+    const SiteSet* set;
+    /// Null for the set itself.
+    const ifc::def::xml::Def* member = nullptr;
+    /// That of the member on the page of the set.
+    std::string row = {};
+};
+
+using Owners = std::vector<GuidOwner>;
+
+/// By GUID; those of one in the order of sets and members.
+Owners ownersOf(const SiteModel& model) {
+    Owners owners;
+    for (const auto& set : model.getSets()) {
+        if (!set.set->getIfdGuid().isNull())
+            owners.push_back({set.set->getIfdGuid(), &set});
+        for (auto& member : memberList(*set.set)) {
+            const auto& guid = member.def->getIfdGuid();
+            if (!guid.isNull())
+                owners.push_back({guid, &set, member.def, std::move(member.row)});
+        }
+    }
+    std::ranges::stable_sort(owners, {}, &GuidOwner::guid);
+    return owners;
+}
+
+char firstDigitOf(const GuidOwner& owner) {
+    return owner.guid.toString(false).front();
+}
+
+class GuidIndex {
+public:
+    GuidIndex(const SiteModel& model, SiteFolder& folder) :
+        model_(model), folder_(folder), owners_(ownersOf(model)) {
+        for (const auto& owner : owners_) {
+            if (digits_.empty() || digits_.back() != firstDigitOf(owner))
+                digits_ += firstDigitOf(owner);
+        }
+        for (const char& digit : digits_)
+            parts_.vAdd(PartPrefix, {&digit, 1});
+    }
+
+    void vWrite() {
+        Page page(model_.getTitle(), {.title = "GUIDs", .kind = "", .crumbs = {}});
+        auto& html = page.body();
+        html << "<p class=\"lead\">" << owners_.size()
+             << " sets, properties and quantities have a GUID. The 32 digits of one are those between its "
+                "hyphens.</p>\n";
+        if (owners_.size() <= GuidsMax) {
+            vTableWrite(owners_, html);
+        } else {
+            vPartsWrite(html);
+            vRepeatedWrite(html);
+        }
+        folder_.vWrite(GuidsPage, page.takeText());
+    }
+
+private:
+    /// Those that begin with one digit, as the owners are sorted.
+    std::span<const GuidOwner> ownersWith(char digit) const {
+        const auto range = std::ranges::equal_range(owners_, digit, {}, firstDigitOf);
+        return {range.begin(), range.end()};
+    }
+
+    void vPartsWrite(Html& html) {
+        html << "<nav class=\"letters\" aria-label=\"First digit\">\n";
+        for (const char& digit : digits_)
+            html << "<a" << href(parts_.of(PartPrefix, {&digit, 1})) << ">" << escaped({&digit, 1})
+                 << "</a>\n";
+        html << "</nav>\n";
+        for (const char& digit : digits_)
+            vPartWrite({&digit, 1}, ownersWith(digit));
+    }
+
+    void vPartWrite(std::string_view digit, std::span<const GuidOwner> owners) {
+        const auto title = "GUIDs: " + std::string(digit);
+        Page page(model_.getTitle(), {.title = title, .kind = "", .crumbs = {{"GUIDs", GuidsPage}}});
+        vTableWrite(owners, page.body());
+        folder_.vWrite(parts_.of(PartPrefix, digit), page.takeText());
+    }
+
+    /// Calls `write` with the owners of each GUID.
+    template <typename Write>
+    static void forEachGuid(std::span<const GuidOwner> owners, const Write& write) {
+        while (!owners.empty()) {
+            const auto end = std::ranges::find_if(
+                owners, [&](const auto& owner) { return owner.guid != owners.front().guid; });
+            const auto count = static_cast<std::size_t>(std::distance(owners.begin(), end));
+            write(owners.first(count));
+            owners = owners.subspan(count);
+        }
+    }
+
+    void vTableWrite(std::span<const GuidOwner> owners, Html& html) const {
+        vTableBegin(html, "GUIDs", {"22 characters", "With hyphens", "Set or member"});
+        forEachGuid(owners, [&](std::span<const GuidOwner> same) { vRowWrite(same, html); });
+        vTableEnd(html);
+    }
+
+    /// What is wrong in most cases, and otherwise lost in thousands of rows.
+    void vRepeatedWrite(Html& html) const {
+        Html rows("");
+        forEachGuid(owners_, [&](std::span<const GuidOwner> same) {
+            if (same.size() > 1)
+                vRowWrite(same, rows);
+        });
+        if (rows.isEmpty())
+            return;
+        vSectionBegin(html, "repeated", "GUIDs that are there more than once");
+        vTableBegin(html, "GUIDs that are there more than once",
+                    {"22 characters", "With hyphens", "Set or member"});
+        html << rows;
+        vTableEnd(html);
+        vSectionEnd(html);
+    }
+
+    // The row of the owner is the one to point at; rows here have no address of their own.
+    void vRowWrite(std::span<const GuidOwner> same, Html& html) const {
+        const GuidNotations written(same.front().guid);
+        html << "<tr><th scope=\"row\"><code>" << escaped(written.globalId) << "</code></th><td><code>"
+             << escaped(written.hyphenated) << "</code></td><td";
+        if (same.size() > 1)
+            html << attribute("class", "differs");
+        html << ">";
+        Markup separator = "";
+        for (const auto& owner : same) {
+            html << separator;
+            vOwnerWrite(owner, html);
+            separator = ", ";
+        }
+        html << "</td></tr>\n";
+    }
+
+    void vOwnerWrite(const GuidOwner& owner, Html& html) const {
+        const auto page = model_.getAddresses().of(*owner.set->set);
+        html << "<a" << href(owner.member ? page.row(owner.row) : page) << ">"
+             << isolated(sShort(owner.set->set->getName()));
+        if (owner.member)
+            html << "." << isolated(sShort(owner.member->getName()));
+        html << "</a>";
+    }
+
+    const SiteModel& model_;
+    SiteFolder& folder_;
+    Owners owners_;
+    std::string digits_;
+    Addresses parts_;
+};
+
+} // namespace
+
+void vGuidIndexPagesWrite(const SiteModel& model, SiteFolder& folder) {
+    GuidIndex(model, folder).vWrite();
+}
+
+} // namespace kiv::kivifc::site

@@ -1,0 +1,204 @@
+#include "kivifc/Site/SetPage.h"
+
+#include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kivifc/Documents/SchemaWithSets.h"
+#include "kivifc/Site/Elements.h"
+#include "kivifc/Site/GuidNotations.h"
+#include "kivifc/Site/MemberList.h"
+#include "kivifc/Site/Page.h"
+#include "kivifc/Site/SetClasses.h"
+#include "kivifc/Site/SetFindings.h"
+#include "kivifc/Site/SetMembers.h"
+#include "kivifc/Site/Translations.h"
+
+#include <filesystem>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace kiv::kivifc::site {
+
+namespace {
+
+using ifc::def::xml::SetDef;
+
+/// Messages name what is wrong, which may be as long as a document.
+constexpr std::size_t MessageMax = 2000;
+
+/// The sets that each set hides.
+using HiddenSets = std::unordered_map<const SetDef*, std::vector<const SiteSet*>>;
+
+HiddenSets hiddenSets(const SiteModel& model) {
+    HiddenSets hidden;
+    for (const auto& set : model.getSets()) {
+        if (set.hiddenBy)
+            hidden[set.hiddenBy].push_back(&set);
+    }
+    return hidden;
+}
+
+Markup severityWord(kit::Severity severity) {
+    switch (severity) {
+    case kit::Severity::Error:
+        return "error";
+    case kit::Severity::Warning:
+        return "warning";
+    case kit::Severity::Note:
+        break;
+    }
+    return "note";
+}
+
+Markup setKind(const SetDef& set) {
+    return dynamic_cast<const ifc::def::qto::QuantitySetDef*>(&set) ? Markup("Quantity set")
+                                                                    : Markup("Property set");
+}
+
+/// What all pages of sets look things up in.
+struct SetPages {
+    const SiteModel& model;
+    HiddenSets hidden;
+    SetFindings findings;
+};
+
+/// Writes the page of one set.
+class SetPage {
+public:
+    SetPage(const SetPages& pages, const SiteSet& site) :
+        pages_(pages),
+        model_(pages.model),
+        site_(site),
+        set_(*site.set),
+        members_(memberList(set_).size()),
+        findings_(pages.findings.of(site)),
+        page_(model_.getTitle(), {.title = set_.getName(),
+                                  .kind = setKind(set_),
+                                  .crumbs = {{"Sets", SetsPage}},
+                                  .isBelowTop = true}),
+        html_(page_.body()) {}
+
+    std::string sText() {
+        vLeadWrite();
+        vContentsWrite();
+        vFactsWrite();
+        vClassesWrite();
+        vMembersWrite();
+        vFindingsWrite();
+        return page_.takeText();
+    }
+
+private:
+    void vLeadWrite() {
+        html_ << "<p class=\"lead definition\">";
+        vTranslatedWrite(set_.getDefinition(), set_.getDefinitionAliases(), html_);
+        html_ << "</p>\n";
+        if (!site_.isUsed())
+            html_ << "<p><span class=\"badge error\">not used</span> "
+                  << escaped(sShort(site_.unusedReason, MessageMax)) << "</p>\n";
+    }
+
+    void vContentsWrite() {
+        html_ << "<nav class=\"toc\" aria-label=\"On this page\"><ul>\n"
+                 "<li><a href=\"#facts\">About</a></li>\n<li><a href=\"#classes\">Classes</a></li>\n"
+                 "<li><a href=\"#members\">Members <span class=\"count\">"
+              << members_ << "</span></a></li>\n<li><a href=\"#findings\">Findings <span class=\"count\">"
+              << findings_.size() << "</span></a></li>\n</ul></nav>\n";
+    }
+
+    void vFactsWrite() {
+        vSectionBegin(html_, "facts", "About");
+        html_ << "<dl class=\"facts\">\n";
+        vFactWrite("Context", sContext(site_.context));
+        vFactWrite("Document", std::filesystem::path(site_.path).filename().string());
+        vFactWrite("IFC version", set_.getIfcVersion());
+        vFactWrite("Template type", ifc::def::xml::sTemplateTypeText(set_.getTemplateType()));
+        vFactWrite("Applicable type value", set_.getApplicableTypeValue());
+        vHiddenWrite();
+        html_ << "</dl>\n";
+        if (!set_.getIfdGuid().isNull())
+            vGuidNotationsWrite(set_.getIfdGuid(), html_);
+        vSectionEnd(html_);
+    }
+
+    void vFactWrite(Markup name, std::string_view value) {
+        if (!value.empty())
+            html_ << "<div><dt>" << name << "</dt><dd>" << isolated(value) << "</dd></div>\n";
+    }
+
+    void vHiddenWrite() {
+        if (site_.hiddenBy)
+            vSetFactWrite("Hidden by", *model_.pSet(site_.hiddenBy));
+        const auto hidden = pages_.hidden.find(&set_);
+        if (hidden == pages_.hidden.end())
+            return;
+        for (const auto* each : hidden->second)
+            vSetFactWrite("Hides", *each);
+    }
+
+    void vSetFactWrite(Markup name, const SiteSet& other) {
+        html_ << "<div><dt>" << name << "</dt><dd>";
+        vNameLinkWrite(html_, model_.getAddresses().of(*other.set), other.set->getName());
+        html_ << " of " << isolated(sShort(sContext(other.context))) << "</dd></div>\n";
+    }
+
+    void vClassesWrite() {
+        vSectionBegin(html_, "classes", "Applicable classes");
+        if (set_.getApplicableClasses().empty())
+            html_ << "<p>Every class: the document names none.</p>\n";
+        else
+            vSetClassesWrite(model_, set_, html_);
+        vSectionEnd(html_);
+    }
+
+    void vMembersWrite() {
+        vSectionBegin(html_, "members", "Members", members_);
+        if (members_ == 0)
+            html_ << "<p>None.</p>\n";
+        else
+            vSetMembersWrite(model_, site_, MembersDetail::Full, html_);
+        vSectionEnd(html_);
+    }
+
+    void vFindingsWrite() {
+        vSectionBegin(html_, "findings", "Findings", findings_.size());
+        if (findings_.empty())
+            html_ << "<p>None: <code>kivifc check</code> is content with the document.</p>\n";
+        else
+            html_ << "<ul class=\"findings\">\n";
+        for (const auto* finding : findings_)
+            vFindingWrite(*finding);
+        if (!findings_.empty())
+            html_ << "</ul>\n";
+        vSectionEnd(html_);
+    }
+
+    void vFindingWrite(const kit::Finding& finding) {
+        const auto severity = severityWord(finding.severity);
+        html_ << "<li" << attribute("class", severity.getView()) << "><span"
+              << attribute("class", "badge " + std::string(severity.getView())) << ">" << severity
+              << "</span> <code>" << escaped(finding.code) << "</code> "
+              << isolated(sShort(finding.message, MessageMax));
+        if (finding.place.position.line != 0)
+            html_ << " <span class=\"note\">line " << finding.place.position.line << "</span>";
+        html_ << "</li>\n";
+    }
+
+    const SetPages& pages_;
+    const SiteModel& model_;
+    const SiteSet& site_;
+    const SetDef& set_;
+    std::size_t members_;
+    const std::vector<const kit::Finding*>& findings_;
+    Page page_;
+    Html& html_;
+};
+
+} // namespace
+
+void vSetPagesWrite(const SiteModel& model, SiteFolder& folder) {
+    const SetPages pages{model, hiddenSets(model), SetFindings(model)};
+    for (const auto& set : model.getSets())
+        folder.vWrite(model.getAddresses().of(*set.set), SetPage(pages, set).sText());
+}
+
+} // namespace kiv::kivifc::site
