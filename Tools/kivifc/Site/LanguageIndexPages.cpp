@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,12 +68,18 @@ public:
         for (const auto& set : model.getSets())
             vSetAdd(set);
         for (auto& [key, language] : languages_)
-            vIndexSort(language.names, [](const TranslatedName& each) { return each.text; });
+            vSort(language.names);
     }
 
     const std::map<std::string, Language>& get() const { return languages_; }
 
 private:
+    /// By what they mean, and then by themselves.
+    static void vSort(std::vector<TranslatedName>& names) {
+        vIndexSort(names, [](const TranslatedName& each) { return each.name; });
+        vIndexSort(names, [](const TranslatedName& each) { return each.text; });
+    }
+
     void vSetAdd(const SiteSet& set) {
         vDefinitionsAdd(set.set->getDefinitionAliases());
         const auto page = model_.getAddresses().of(*set.set);
@@ -125,16 +133,29 @@ void vTagWrite(const Language& language, Html& html) {
     html << "<code>" << escaped(sShort(language.tag)) << "</code>";
 }
 
+/// One name and what it means, with the members that have it.
+void vNameWrite(std::span<const TranslatedName> same, const std::string& tag, Html& html) {
+    html << "<tr><th scope=\"row\"";
+    if (!tag.empty())
+        html << attribute("lang", tag);
+    html << ">" << escaped(sShort(same.front().text)) << "</th><td><code>"
+         << escaped(sShort(same.front().name)) << "</code></td><td><ul class=\"links\">\n";
+    for (const auto& name : same)
+        html << "<li><a" << href(name.address) << ">" << escaped(sShort(name.set->set->getName()))
+             << "</a></li>\n";
+    html << "</ul></td></tr>\n";
+}
+
 void vNamesWrite(const Language& language, Html& html) {
-    vTableBegin(html, "Names in " + sShort(language.tag), {"Name", "Means", "Set"});
+    vTableBegin(html, "Names in " + sShort(language.tag), {"Name", "Means", "Sets"});
     const auto tag = sLanguageTag(language.tag);
-    for (const auto& name : language.names) {
-        html << "<tr><th scope=\"row\"";
-        if (!tag.empty())
-            html << attribute("lang", tag);
-        html << ">" << escaped(sShort(name.text)) << "</th><td><a" << href(name.address) << "><code>"
-             << escaped(sShort(name.name)) << "</code></a></td><td>"
-             << escaped(sShort(name.set->set->getName())) << "</td></tr>\n";
+    for (auto rest = std::span(language.names); !rest.empty();) {
+        const auto end = std::ranges::find_if(rest, [&](const TranslatedName& each) {
+            return each.text != rest.front().text || each.name != rest.front().name;
+        });
+        const auto count = static_cast<std::size_t>(std::distance(rest.begin(), end));
+        vNameWrite(rest.first(count), tag, html);
+        rest = rest.subspan(count);
     }
     vTableEnd(html);
 }

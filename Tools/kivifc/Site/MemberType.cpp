@@ -4,6 +4,7 @@
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityType.h"
+#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/ExpressHtml.h"
 #include "kivifc/Site/Translations.h"
@@ -89,6 +90,10 @@ std::vector<Item> itemsOf(const pset::TypePropertyEnumeratedValue& type) {
     return items;
 }
 
+bool isAscii(std::string_view text) {
+    return std::ranges::all_of(text, ascii::isAscii);
+}
+
 bool isDescribed(const pset::ConstantDef& constant) {
     return !constant.getDefinition().empty() || !constant.getNameAliases().getEntries().empty() ||
            !constant.getDefinitionAliases().getEntries().empty();
@@ -142,11 +147,17 @@ private:
 
     void vItemsWrite(const std::vector<Item>& items) {
         const auto count = std::min(items.size(), detail_.itemsMax);
+        // One element for all is less to read and to keep, but letters written from right to left would
+        // change the order of the items.
+        const auto shown = std::span(items).first(count);
+        const bool areApart = !std::ranges::all_of(shown, isAscii, &Item::name);
+        html_ << "<code>";
         Markup separator = "";
-        for (const auto& item : std::span(items).first(count)) {
-            html_ << separator << "<code>" << escaped(sShort(item.name)) << "</code>";
-            separator = ", ";
+        for (const auto& item : shown) {
+            html_ << separator << escaped(sShort(item.name));
+            separator = areApart ? Markup("</code>, <code>") : Markup(", ");
         }
+        html_ << "</code>";
         if (count < items.size())
             html_ << " and " << items.size() - count << " more";
     }

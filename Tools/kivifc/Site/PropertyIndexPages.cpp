@@ -91,7 +91,7 @@ private:
 void vPlacesWrite(const TypedMembers& typed, Html& html) {
     html << "<ul class=\"links\">\n";
     for (const auto& [set, address] : typed.places)
-        html << "<li><a" << href(address) << ">" << isolated(sShort(set->set->getName())) << "</a></li>\n";
+        html << "<li><a" << href(address) << ">" << escaped(sShort(set->set->getName())) << "</a></li>\n";
     html << "</ul>";
 }
 

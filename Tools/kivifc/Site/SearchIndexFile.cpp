@@ -9,14 +9,17 @@
 #include "kiv/Kit/Documents/SetMembers.h"
 #include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/Elements.h"
+#include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/RedeclaredName.h"
 #include "kivifc/Site/SearchIndex.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kiv::kivifc::site {
@@ -28,6 +31,18 @@ namespace pset = ifc::def::pset;
 namespace xml = ifc::def::xml;
 
 constexpr PageName IndexFile("assets/search-index.js");
+
+constexpr std::array<std::pair<std::string_view, PageName>, 9> IndexPages{{
+    {"Entities as a tree", EntitiesPage},
+    {"Entities by letter", EntitiesByLetterPage},
+    {"Types", TypesPage},
+    {"Functions", FunctionsPage},
+    {"Rules", RulesPage},
+    {"Sets by class and by prefix", SetsPage},
+    {"Properties by name", PropertiesPage},
+    {"Languages", LanguagesPage},
+    {"GUIDs", GuidsPage},
+}};
 
 std::string sDigits(const Guid& guid) {
     return guid.isNull() ? std::string() : guid.toString(false);
@@ -48,6 +63,8 @@ public:
             vPageAdd(SearchKind::Rule, *rule);
         for (const auto& set : model_.getSets())
             vSetAdd(*set.set);
+        for (const auto& [name, page] : IndexPages)
+            index_.vPageAdd(SearchKind::Page, name, page.getView());
         return index_.sText();
     }
 
@@ -102,14 +119,14 @@ private:
         index_.vPageAdd(kind, set.getName(), model_.getAddresses().of(set).getPath(),
                         sDigits(set.getIfdGuid()));
         ids_ = {};
-        for (const auto* member : kit::setMembers(set))
-            vMemberAdd(*member);
+        for (const auto& member : memberList(set))
+            vMemberAdd(member);
     }
 
-    // Properties within properties: as deep as XML elements may be.
-    void vMemberAdd(const xml::Def& member) {
+    void vMemberAdd(const ListedMember& listed) {
+        const auto& member = *listed.def;
         const auto* property = dynamic_cast<const pset::PropertyDef*>(&member);
-        const auto anchor = ids_.sTake(member.getName());
+        const auto anchor = sAnchor(listed.row);
         const auto& aliases = member.getNameAliases().getEntries();
         std::vector<std::string> tags;
         std::ranges::transform(aliases, std::back_inserter(tags),
@@ -120,19 +137,16 @@ private:
         index_.vRowAdd(property ? SearchKind::Property : SearchKind::Quantity, member.getName(), anchor,
                        sDigits(member.getIfdGuid()), translations);
         if (property && property->pType())
-            vInsideAdd(*property->pType(), anchor);
+            vValuesAdd(*property->pType(), anchor);
     }
 
-    /// What is in a property: the values of an enumeration, which are at its row, or properties.
-    void vInsideAdd(const pset::PropertyType& type, const std::string& anchor) {
-        if (const auto* enumerated = dynamic_cast<const pset::TypePropertyEnumeratedValue*>(&type)) {
-            for (const auto& item : enumerated->getItems())
-                index_.vRowAdd(SearchKind::EnumerationValue, item, anchor);
-        }
-        if (const auto* complex = dynamic_cast<const pset::TypeComplexProperty*>(&type)) {
-            for (const auto& member : complex->getProperties())
-                vMemberAdd(member);
-        }
+    /// The values of an enumeration are at the row of the property.
+    void vValuesAdd(const pset::PropertyType& type, std::string_view anchor) {
+        const auto* enumerated = dynamic_cast<const pset::TypePropertyEnumeratedValue*>(&type);
+        if (!enumerated)
+            return;
+        for (const auto& item : enumerated->getItems())
+            index_.vRowAdd(SearchKind::EnumerationValue, item, anchor);
     }
 
     const SiteModel& model_;

@@ -1,7 +1,5 @@
 #include "kivifc/Site/SetMembers.h"
 
-#include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
-#include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/GuidNotations.h"
 #include "kivifc/Site/MemberList.h"
@@ -20,13 +18,12 @@ namespace kiv::kivifc::site {
 
 namespace {
 
-namespace pset = ifc::def::pset;
 using ifc::def::xml::Def;
 
 /// Sets have some ten members; what is longer is an exception, or made to fill disks.
 constexpr std::size_t ShortMembersMax = 200;
 constexpr std::size_t ShortItemsMax = 40;
-constexpr std::size_t ShortDefinitionMax = 400;
+constexpr std::size_t ShortDefinitionMax = 200;
 
 using Rows = std::unordered_map<const Def*, std::string_view>;
 
@@ -34,8 +31,11 @@ using Rows = std::unordered_map<const Def*, std::string_view>;
 /// translations, and nothing around a text that is alone in its cell.
 class ShortRow {
 public:
-    ShortRow(const SiteModel& model, const SiteSet& set, Html& html) :
-        model_(model), address_(model.getAddresses().of(*set.set)), html_(html) {}
+    ShortRow(const SiteModel& model, const SiteSet& set, bool hasDefinitions, Html& html) :
+        model_(model),
+        address_(model.getAddresses().of(*set.set)),
+        hasDefinitions_(hasDefinitions),
+        html_(html) {}
 
     void vWrite(const ListedMember& member) {
         const auto& def = *member.def;
@@ -46,13 +46,15 @@ public:
                   << "</span>";
         html_ << "</th><td>";
         vMemberTypeWrite(model_, def, {.itemsMax = ShortItemsMax}, html_);
-        html_ << "</td><td class=\"note\">" << escaped(sShort(def.getDefinition(), ShortDefinitionMax))
-              << "</td></tr>\n";
+        if (hasDefinitions_)
+            html_ << "</td><td class=\"note\">" << escaped(sShort(def.getDefinition(), ShortDefinitionMax));
+        html_ << "</td></tr>\n";
     }
 
 private:
     const SiteModel& model_;
     Address address_;
+    bool hasDefinitions_;
     Html& html_;
 };
 
@@ -72,7 +74,7 @@ public:
         vMemberTypeWrite(model_, def, {.hasDefinitions = true}, html_);
         html_ << "</td><td class=\"definition\">";
         vTranslatedWrite(def.getDefinition(), def.getDefinitionAliases(), html_);
-        vMoreWrite(def);
+        vGuidWrite(def);
         html_ << "</td></tr>\n";
     }
 
@@ -84,48 +86,13 @@ private:
               << isolated(sShort(member.whole->getName())) << "</a></span>";
     }
 
-    /// GUID and languages, which are rarely looked for.
-    void vMoreWrite(const Def& def) {
-        const bool hasGuid = !def.getIfdGuid().isNull();
-        const auto* enumeration = pDescribedEnumeration(def);
-        const auto languages = languageCount(def.getNameAliases(), def.getDefinitionAliases());
-        if (!hasGuid && !enumeration && languages == 0)
+    /// Rarely looked for, so that it is opened when it is.
+    void vGuidWrite(const Def& def) {
+        if (def.getIfdGuid().isNull())
             return;
-        html_ << "<details><summary>" << (hasGuid ? Markup("GUID") : Markup(""))
-              << (hasGuid && (languages != 0 || enumeration) ? Markup(" and ") : Markup(""));
-        if (languages != 0)
-            html_ << languages << (languages == 1 ? Markup(" translation") : Markup(" translations"));
-        else if (enumeration)
-            html_ << "translations";
-        html_ << "</summary>\n";
-        if (hasGuid)
-            vGuidRowWrite(def.getIfdGuid(), html_);
-        vTranslationsListWrite(def.getNameAliases(), def.getDefinitionAliases(), html_);
-        if (enumeration)
-            vItemsTranslationsWrite(*enumeration);
+        html_ << "<details><summary>GUID</summary>";
+        vGuidRowWrite(def.getIfdGuid(), html_);
         html_ << "</details>";
-    }
-
-    /// Null unless its items have translations.
-    static const pset::TypePropertyEnumeratedValue* pDescribedEnumeration(const Def& def) {
-        const auto* property = dynamic_cast<const pset::PropertyDef*>(&def);
-        const auto* type =
-            property ? dynamic_cast<const pset::TypePropertyEnumeratedValue*>(property->pType()) : nullptr;
-        const bool isTranslated =
-            type && std::ranges::any_of(type->getConstants(), [](const pset::ConstantDef& each) {
-                return !each.getNameAliases().getEntries().empty() ||
-                       !each.getDefinitionAliases().getEntries().empty();
-            });
-        return isTranslated ? type : nullptr;
-    }
-
-    void vItemsTranslationsWrite(const pset::TypePropertyEnumeratedValue& type) {
-        for (const auto& constant : type.getConstants()) {
-            if (languageCount(constant.getNameAliases(), constant.getDefinitionAliases()) == 0)
-                continue;
-            html_ << "<p><code>" << escaped(sShort(constant.getName())) << "</code></p>\n";
-            vTranslationsListWrite(constant.getNameAliases(), constant.getDefinitionAliases(), html_);
-        }
     }
 
     const SiteModel& model_;
@@ -138,10 +105,13 @@ std::string sLabel(const SiteSet& set) {
 }
 
 void vShortWrite(const SiteModel& model, const SiteSet& set, const std::vector<ListedMember>& members,
-                 Html& html) {
+                 bool hasDefinitions, Html& html) {
     const auto count = std::min(members.size(), ShortMembersMax);
-    vTableBegin(html, sLabel(set), {"Name", "Type and values", "Definition"});
-    ShortRow row(model, set, html);
+    if (hasDefinitions)
+        vTableBegin(html, sLabel(set), {"Name", "Type and values", "Definition"});
+    else
+        vTableBegin(html, sLabel(set), {"Name", "Type and values"});
+    ShortRow row(model, set, hasDefinitions, html);
     for (const auto& member : std::span(members).first(count))
         row.vWrite(member);
     vTableEnd(html);
@@ -166,10 +136,10 @@ void vFullWrite(const SiteModel& model, const SiteSet& set, const std::vector<Li
 
 void vSetMembersWrite(const SiteModel& model, const SiteSet& set, MembersDetail detail, Html& html) {
     const auto members = memberList(*set.set);
-    if (detail == MembersDetail::Short)
-        vShortWrite(model, set, members, html);
-    else
+    if (detail == MembersDetail::Full)
         vFullWrite(model, set, members, html);
+    else
+        vShortWrite(model, set, members, detail == MembersDetail::Short, html);
 }
 
 } // namespace kiv::kivifc::site

@@ -117,7 +117,6 @@ private:
         html_ << "</dl>\n";
         if (!set_.getIfdGuid().isNull())
             vGuidNotationsWrite(set_.getIfdGuid(), html_);
-        vTranslationsListWrite({}, set_.getDefinitionAliases(), html_);
         vSectionEnd(html_);
     }
 

@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <unordered_map>
-#include <vector>
 
 namespace kiv::kivifc::site {
 
@@ -56,48 +54,6 @@ void vVariantsWrite(const Aliases& aliases, Html& html) {
     }
 }
 
-/// The translations of one language.
-struct Language {
-    std::string name;
-    std::vector<std::string_view> texts;
-};
-
-/// Those of a member by language, in the order in which the document has them first.
-class Languages {
-public:
-    Languages(const Aliases& names, const Aliases& definitions) {
-        vAdd(names);
-        vAdd(definitions);
-    }
-
-    const std::vector<Language>& get() const { return languages_; }
-
-private:
-    void vAdd(const Aliases& aliases) {
-        for (const auto& entry : aliases.getEntries()) {
-            auto name = entry.locale.getCombined();
-            const auto [found, isNew] = numbers_.try_emplace(name, languages_.size());
-            if (isNew)
-                languages_.push_back({std::move(name), {}});
-            languages_[found->second].texts.push_back(entry.text);
-        }
-    }
-
-    std::vector<Language> languages_;
-    std::unordered_map<std::string, std::size_t> numbers_;
-};
-
-void vLanguageWrite(const Language& language, Html& html) {
-    html << "<div><dt><code>" << escaped(sShort(language.name)) << "</code></dt>";
-    for (const auto text : language.texts) {
-        html << "<dd";
-        if (const auto tag = sLanguageTag(language.name); !tag.empty())
-            html << attribute("lang", tag);
-        html << ">" << isolated(text) << "</dd>";
-    }
-    html << "</div>\n";
-}
-
 } // namespace
 
 std::string sLanguageTag(std::string_view language) {
@@ -129,20 +85,6 @@ void vNameTranslationsWrite(const Aliases& aliases, Html& html) {
     html << " <span class=\"note\"><span class=\"t\" data-l=\"\"></span>";
     vVariantsWrite(aliases, html);
     html << "</span>";
-}
-
-void vTranslationsListWrite(const Aliases& names, const Aliases& definitions, Html& html) {
-    const Languages languages(names, definitions);
-    if (languages.get().empty())
-        return;
-    html << "<dl class=\"facts\">\n";
-    for (const auto& language : languages.get())
-        vLanguageWrite(language, html);
-    html << "</dl>\n";
-}
-
-std::size_t languageCount(const Aliases& names, const Aliases& definitions) {
-    return Languages(names, definitions).get().size();
 }
 
 } // namespace kiv::kivifc::site

@@ -1,5 +1,6 @@
 /// @file
-/// Names and definitions with their translations, of which a page shows one at a time.
+/// Names and definitions with their translations, of which a page shows one at a time; without the script that
+/// switches them, all of them one below the other.
 ///
 ///     vTranslatedWrite(def.getDefinition(), def.getDefinitionAliases(), html);
 ///
@@ -25,12 +26,5 @@ void vTranslatedWrite(std::string_view text, const ifc::def::xml::Aliases& alias
 
 /// The translations of a name that is shown itself whatever the language is; nothing without any.
 void vNameTranslationsWrite(const ifc::def::xml::Aliases& aliases, Html& html);
-
-/// All translations as a list that is read without the switch; nothing without any.
-void vTranslationsListWrite(const ifc::def::xml::Aliases& names, const ifc::def::xml::Aliases& definitions,
-                            Html& html);
-
-/// In how many languages there is a translation.
-std::size_t languageCount(const ifc::def::xml::Aliases& names, const ifc::def::xml::Aliases& definitions);
 
 } // namespace kiv::kivifc::site
