@@ -52,6 +52,7 @@ const std::vector<Arguments> Jobs{
     {"find", "Building.exp", "Sets", "Pset_BldWall", "--json"},
     {"export", "Building.exp", "Sets", "--out", "OUT"},
     {"export", "Building.exp", "Sets", "--out", "OUT", "--json"},
+    {"site", "Building.exp", "Sets", "--out", "OUT"},
     {"config", "Building.exp", Config},
     {"config", "Building.exp", Config, "--json"},
 };

@@ -7,14 +7,20 @@
 #include "kivifc/Site/SiteModel.h"
 #include "kivifc/Site/SitePages.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <fmt/format.h>
 #include <memory>
 #include <string>
+#include <system_error>
+#include <vector>
 
 // `kivifc site`: a schema and its sets as pages for a web browser.
 namespace kiv::kivifc {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr const char* Footer =
     "Open DIR/index.html in a browser; no server is needed, and no page asks for anything outside of DIR.\n"
@@ -30,6 +36,31 @@ constexpr const char* Footer =
     "\n"
     "Exit status: 0 the site is written with all that was read, 1 sets were refused or have a name that is\n"
     "taken, 2 a file could not be read or the site could not be written.";
+
+/// Whether a path leads to a folder or into it.
+bool isWithin(const fs::path& path, const fs::path& folder) {
+    std::error_code error;
+    const auto inner = fs::weakly_canonical(fs::absolute(path, error), error);
+    auto outer = fs::weakly_canonical(fs::absolute(folder, error), error);
+    // With a slash at its end.
+    if (!outer.has_filename())
+        outer = outer.parent_path();
+    return !error && std::ranges::mismatch(outer, inner).in1 == outer.end();
+}
+
+/// What is read that would be gone with the folder when this is replaced; empty for nothing.
+std::string sReadFrom(const SiteOptions& options) {
+    std::vector<std::string> paths = options.sets;
+    paths.push_back(options.schemaPath);
+    for (const auto& path : paths) {
+        std::error_code error;
+        const auto name = path.find('=');
+        const bool isNamed = name != std::string::npos && !fs::exists(path, error);
+        if (isWithin(isNamed ? path.substr(name + 1) : path, options.folder))
+            return path;
+    }
+    return {};
+}
 
 class SiteCommand final : public Command {
 public:
@@ -51,6 +82,9 @@ void SiteCommand::vRun(Console& console) {
     auto& diagnostics = console.diagnostics;
     if (!options_.boComplete(diagnostics))
         return;
+    if (const auto path = sReadFrom(options_); !path.empty())
+        return diagnostics.vFail(options_.folder,
+                                 fmt::format("is replaced whole, and \"{}\" is in it", path));
     // First, so that nobody waits for a site that is then refused.
     site::SiteFolder folder(options_.folder, options_.isForced);
     if (!folder.getFailure().empty())

@@ -5,15 +5,10 @@
 
 namespace kiv::kivifc::site {
 
-std::string sShort(std::string_view name) {
-    constexpr std::size_t Whole = 200;
-    return sShort(name, Whole);
-}
-
-std::string sShort(std::string_view text, std::size_t sizeMax) {
-    if (text.size() <= sizeMax)
+std::string sShort(std::string_view text, std::size_t whole) {
+    if (text.size() <= whole)
         return std::string(text);
-    auto end = sizeMax - sizeMax / 5;
+    auto end = whole - whole / 5;
     while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
         --end;
     return std::string(text.substr(0, end)) + "...";

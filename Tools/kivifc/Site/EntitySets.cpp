@@ -6,8 +6,10 @@
 #include "kivifc/Site/ExpressHtml.h"
 #include "kivifc/Site/SetMembers.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
+#include <vector>
 
 namespace kiv::kivifc::site {
 
@@ -15,9 +17,13 @@ namespace {
 
 using ifc::def::schema::Entity;
 
-/// Sets with their members on one page; more are named alone, up to a number as well.
-constexpr std::size_t SetsWithMembersMax = 100;
+/// Members on one page; further sets are named alone, up to a number as well. What applies to an entity is
+/// there again on the page of each one below it.
+constexpr std::size_t MembersMax = 1500;
 constexpr std::size_t SetsMax = 400;
+constexpr std::size_t PredefinedTypesMax = 20;
+/// In bytes; the page of the set has all of it.
+constexpr std::size_t DefinitionMax = 600;
 
 class EntitySets {
 public:
@@ -68,11 +74,13 @@ private:
         if (group.predefinedTypes.empty())
             return;
         html_ << "<h4>Predefined type ";
-        Markup separator = "";
-        for (const auto& type : group.predefinedTypes) {
-            html_ << separator << "<code>" << escaped(sShort(type)) << "</code>";
-            separator = ", ";
+        const auto& types = group.predefinedTypes;
+        for (std::size_t index = 0; index < std::min(types.size(), PredefinedTypesMax); ++index) {
+            html_ << (index == 0 ? Markup("") : Markup(", ")) << "<code>" << escaped(sShort(types[index]))
+                  << "</code>";
         }
+        if (types.size() > PredefinedTypesMax)
+            html_ << " and " << types.size() - PredefinedTypesMax << " more";
         html_ << "</h4>\n";
     }
 
@@ -87,25 +95,28 @@ private:
         for (const auto* set : sets) {
             if (written_ >= SetsMax)
                 return;
-            vSetWrite(*set, written_++ < SetsWithMembersMax);
+            ++written_;
+            vSetWrite(*set);
         }
     }
 
-    void vSetWrite(const SiteSet& set, bool hasMembers) {
+    void vSetWrite(const SiteSet& set) {
+        const auto count = kit::setMembers(*set.set).size();
         const auto& name = set.set->getName();
         const auto address = model_.getAddresses().of(*set.set);
-        if (!hasMembers) {
+        if (members_ + count > MembersMax) {
             html_ << "<p>";
             vNameLinkWrite(html_, address, name);
             html_ << "</p>\n";
             return;
         }
+        members_ += count;
         html_ << "<details class=\"set\"><summary><bdi>" << escaped(sShort(name))
-              << "</bdi> <span class=\"count\">" << kit::setMembers(*set.set).size() << "</span>";
+              << "</bdi> <span class=\"count\">" << count << "</span>";
         if (!set.context.isStandard)
             html_ << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
         html_ << "</summary>\n<p><a" << href(address) << ">Page of the set</a> <bdi>"
-              << escaped(sShort(set.set->getDefinition())) << "</bdi></p>\n";
+              << escaped(sShort(set.set->getDefinition(), DefinitionMax)) << "</bdi></p>\n";
         vSetMembersWrite(model_, set, MembersDetail::Short, html_);
         html_ << "</details>\n";
     }
@@ -115,6 +126,7 @@ private:
     Html& html_;
     std::vector<const Entity*> line_;
     std::size_t written_ = 0;
+    std::size_t members_ = 0;
 };
 
 } // namespace

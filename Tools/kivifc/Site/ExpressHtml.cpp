@@ -109,40 +109,56 @@ private:
         const auto upper = sUpper(word);
         const bool isMember = std::exchange(isAfterPoint_, false);
         const auto* before = std::exchange(pBefore_, nullptr);
-        if (isMember)
-            return vMemberWrite(word, upper, before);
-        if (isKeyword(upper)) {
-            if (upper == "SELF")
-                pBefore_ = scope_.pSelf;
-            html_ << "<span class=\"kw\">" << escaped(word) << "</span>";
+        if (isMember) {
+            if (!boMemberWrite(word, upper, before))
+                html_ << escaped(word);
             return;
         }
+        // Keywords are written in capitals; LENGTH is a function and Length may be an attribute.
+        if ((word == upper && isKeyword(upper)) || !boNameWrite(word, upper))
+            vOtherWrite(word, upper);
+    }
+
+    /// What is no name: a keyword, or a word that means nothing here.
+    void vOtherWrite(std::string_view word, const std::string& upper) {
+        if (!isKeyword(upper)) {
+            html_ << escaped(word);
+            return;
+        }
+        if (upper == "SELF")
+            pBefore_ = scope_.pSelf;
+        html_ << "<span class=\"kw\">" << escaped(word) << "</span>";
+    }
+
+    bool boNameWrite(std::string_view word, const std::string& upper) {
         const auto* object = model_.getSchema().pObjectFromName(word);
+        if (!object)
+            return scope_.pSelf && boMemberWrite(word, upper, scope_.pSelf);
         pBefore_ = object;
-        if (object && object != scope_.pDeclared)
-            return vLinkWrite(model_.getAddresses().of(*object), word);
-        if (!object && scope_.pSelf)
-            return vMemberWrite(word, upper, scope_.pSelf);
-        html_ << escaped(word);
+        if (object == scope_.pDeclared)
+            html_ << escaped(word);
+        else
+            vLinkWrite(model_.getAddresses().of(*object), word);
+        return true;
     }
 
     /// A name after a point: an attribute or an item of what is before it.
-    void vMemberWrite(std::string_view word, const std::string& upper, const ObjectBase* before) {
+    bool boMemberWrite(std::string_view word, const std::string& upper, const ObjectBase* before) {
         const auto& addresses = model_.getAddresses();
         if (const auto* entity = Entity::pFrom(before)) {
             const AttributeBase* attribute = entity->pAttributeFromNameUpper(upper, true);
             if (!attribute)
                 attribute = entity->pAttributeInverseFromNameUpper(upper, true);
             if (attribute)
-                return vLinkWrite(addresses.of(attribute->getEntity()).row(ownNameOf(attribute->getName())),
-                                  word);
+                return boLinkWrite(addresses.of(attribute->getEntity()).row(ownNameOf(attribute->getName())),
+                                   word);
         }
         if (const auto* type = Type::pFrom(before)) {
             const auto* items = dynamic_cast<const DataTypeEnum*>(type->pUnderlying());
             if (items && items->boContains(word))
-                return vLinkWrite(addresses.of(*type).row(word), word);
+                return boLinkWrite(addresses.of(*type).row(word), word);
         }
-        html_ << escaped(word);
+        return false;
     }
 
     /// 'IFC4.IFCWALL' names an entity.
@@ -158,6 +174,11 @@ private:
         html_ << escaped(text.substr(0, point + 1));
         vLinkWrite(model_.getAddresses().of(*object), text.substr(point + 1, text.size() - point - 2));
         html_ << escaped(text.substr(text.size() - 1));
+    }
+
+    bool boLinkWrite(const Address& address, std::string_view word) {
+        vLinkWrite(address, word);
+        return true;
     }
 
     void vLinkWrite(const Address& address, std::string_view word) {

@@ -147,7 +147,7 @@ SiteFolder::~SiteFolder() {
 
 void SiteFolder::vPrepare(const fs::path& folder, bool isForced) {
     // A link to a folder is followed once, here, and the folder that it leads to is exchanged.
-    target_ = fs::weakly_canonical(folder);
+    target_ = fs::weakly_canonical(fs::absolute(folder));
     // As one has it that was given with a slash at its end.
     if (!target_.has_filename())
         target_ = target_.parent_path();

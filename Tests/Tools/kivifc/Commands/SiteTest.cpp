@@ -55,6 +55,17 @@ TEST(Site, FolderOfSomebodyElseNeedsForce) {
     EXPECT_FALSE(fs::exists(folder.sPath("site/notes.txt")));
 }
 
+TEST(Site, FolderThatHoldsWhatIsReadStaysEvenWithForce) {
+    const TemporaryFolder folder;
+    const auto schema = folder.sWrite("all/schema/Small.exp", "SCHEMA SMALL;\nEND_SCHEMA;\n");
+    for (const auto& out : {folder.sPath("all"), folder.sPath("all/schema/")}) {
+        const auto run = kivifcRun({"site", schema, "--out", out, "--force"});
+        EXPECT_EQ(run.status, 2);
+        EXPECT_THAT(run.err, HasSubstr("Small.exp\" is in it"));
+    }
+    EXPECT_TRUE(fs::exists(schema));
+}
+
 TEST(Site, FormerSiteStaysWhenTheSchemaCannotBeRead) {
     const TemporaryFolder folder;
     ASSERT_EQ(kivifcRun({"site", "Building.exp", "--out", folder.sPath("site")}).status, 0);

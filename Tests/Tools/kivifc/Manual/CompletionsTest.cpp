@@ -80,9 +80,9 @@ TEST(Completions, ValuesAreCompletedByTheirKind) {
         EXPECT_EQ(command.positionals.front().completion, isFile ? Completion::Files : Completion::None)
             << command.name;
     }
-    EXPECT_THAT(folders, ElementsAre("--out"));
+    EXPECT_THAT(folders, ElementsAre("--out", "--out"));
     EXPECT_THAT(files, ElementsAre("--also", "--config-file", "--report", "--baseline", "--write-baseline",
-                                   "--config"));
+                                   "--config", "--config-file"));
     EXPECT_THAT(choices,
                 ElementsAre(UnorderedElementsAre("text", "report", "json", "sarif", "github", "junit"),
                             UnorderedElementsAre("auto", "always", "never"),
@@ -124,7 +124,7 @@ TEST_F(BashCompletionRun, OffersWhatMayComeNext) {
     };
     const Row rows[] = {{{"ch"}, {"check"}},
                         {{"--v"}, {"--version"}},
-                        {{"s"}, {"schema", "sets"}},
+                        {{"s"}, {"schema", "sets", "site"}},
                         {{"check", "--wa"}, {"--warnings"}},
                         {{"check", "walls.exp", "--js"}, {"--json"}},
                         {{"check", "--format", ""}, {"text", "report", "json", "sarif", "github", "junit"}},

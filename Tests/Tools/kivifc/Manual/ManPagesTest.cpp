@@ -35,7 +35,7 @@ TEST(ManPages, EachCommandOfTheHelpHasAPage) {
     for (const auto& page : allPages())
         names.push_back(page.command.name);
     EXPECT_THAT(names, testing::ElementsAre("kivifc", "schema", "check", "explain", "type", "sets", "find", "config",
-                                            "entity", "export"));
+                                            "entity", "export", "site"));
 }
 
 TEST(ManPages, EachOptionIsThereWithItsDescription) {
@@ -90,7 +90,7 @@ TEST(ManPages, ExamplesRunOnTheSampleData) {
             std::istringstream line(example.command);
             std::vector<std::string> words;
             for (std::string word; line >> word;)
-                words.push_back(word == "Exported" ? folder.sPath("out") : word);
+                words.push_back(word == "Exported" || word == "Pages" ? folder.sPath(word) : word);
             ASSERT_EQ(words.front(), "kivifc");
             words.erase(words.begin());
             const auto run = kivifcRun(words);

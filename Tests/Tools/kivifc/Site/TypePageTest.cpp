@@ -63,12 +63,12 @@ TEST(TypePage, RuleIsThereOnce) {
 TEST(TextPage, FunctionHasItsTextAndItsCallers) {
     const SiteSample sample(
         "ENTITY Wall;\n    Length : REAL;\n WHERE\n    WR1 : Twice(Length) > 1.0;\nEND_ENTITY;\n"
-        "FUNCTION Twice(x : REAL)\n    : REAL;\n  -- of 'TEST.WALL' and <b>\n\n"
+        "FUNCTION Twice\n    (x : REAL) : REAL;\n  -- of 'TEST.WALL' and <b>\n\n"
         "  RETURN(x * 2);\nEND_FUNCTION;\n");
     const auto page = sample.sPage("Twice.html");
     EXPECT_THAT(
         page,
-        HasSubstr("<span class=\"kw\">FUNCTION</span> Twice(x : <span class=\"kw\">REAL</span>)\n    : "));
+        HasSubstr("<span class=\"kw\">FUNCTION</span> Twice\n    (x : <span class=\"kw\">REAL</span>) : "));
     EXPECT_THAT(page, HasSubstr("<span class=\"com\">-- of &#39;TEST.WALL&#39; and &lt;b&gt;</span>\n\n"));
     EXPECT_THAT(page, HasSubstr("<span class=\"kw\">END_FUNCTION</span>"));
     EXPECT_THAT(page, HasSubstr("<a href=\"Wall.html#WR1\"><code>Wall.WR1</code></a>"));
