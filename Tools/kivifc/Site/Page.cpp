@@ -14,22 +14,9 @@ constexpr Markup Policy("<meta http-equiv=\"Content-Security-Policy\" content=\"
                         "style-src 'self'; script-src 'self'; "
                         "img-src 'self' data:; base-uri 'none'; form-action 'none'\">\n");
 
-// site.js fills and shows what is hidden here.
-constexpr Markup
-    SearchBox("<div class=\"search\" role=\"search\"><label class=\"hidden\" for=\"search\">Search</label>"
-              "<input id=\"search\" type=\"search\" autocomplete=\"off\" spellcheck=\"false\" "
-              "placeholder=\"Search: press / or s\">"
-              "<p id=\"found\" class=\"hidden\" role=\"status\"></p><ul id=\"results\" "
-              "aria-label=\"Results\" hidden></ul></div>\n"
-              "<label class=\"hidden\" for=\"language\">Language of names and definitions</label>"
-              "<select id=\"language\" hidden></select>\n"
-              "<button id=\"mode\" type=\"button\" hidden>Dark</button>\n");
-
 /// The icon is none, so that browsers ask for none.
-constexpr Markup
-    HeadEnd("<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-            "<meta name=\"color-scheme\" content=\"light dark\">\n"
-            "<meta name=\"referrer\" content=\"no-referrer\">\n<link rel=\"icon\" href=\"data:,\">\n");
+constexpr Markup HeadEnd("<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+                         "<link rel=\"icon\" href=\"data:,\">\n");
 
 } // namespace
 
@@ -62,11 +49,12 @@ void Page::vHeadWrite(std::string_view siteTitle, const PageHead& head) {
     html_ << "</head>\n<body>\n";
 }
 
+/// Search, language and mode need scripts, so site.js adds them: without it nothing is there that does
+/// nothing.
 void Page::vBarWrite(std::string_view siteTitle) {
     html_
         << "<a class=\"skip\" href=\"#content\">Skip to content</a>\n<header class=\"bar\"><a class=\"home\""
-        << href(Address(StartPage)) << ">" << escaped(sShort(siteTitle)) << "</a>\n"
-        << SearchBox << "</header>\n";
+        << href(Address(StartPage)) << ">" << escaped(sShort(siteTitle)) << "</a></header>\n";
 }
 
 void Page::vCrumbsWrite(std::string_view siteTitle, const PageHead& head) {

@@ -123,8 +123,8 @@ void vNameWrite(const NamedMembers& named, Html& html) {
     }
 }
 
-void vTableWrite(const std::vector<const NamedMembers*>& names, Html& html) {
-    vTableBegin(html, "Properties and quantities by name", {"Name", "Kind", "Type and values", "Sets"});
+void vTableWrite(const std::string& letter, const std::vector<const NamedMembers*>& names, Html& html) {
+    vTableBegin(html, "Properties and quantities: " + letter, {"Name", "Kind", "Type and values", "Sets"});
     for (const auto* named : names)
         vNameWrite(*named, html);
     vTableEnd(html);
@@ -166,7 +166,7 @@ private:
     void vGroupsWrite(Html& html) const {
         for (const auto& [letter, names] : groups_) {
             vLetterWrite(letter, html);
-            vTableWrite(names, html);
+            vTableWrite(letter, names, html);
         }
     }
 
@@ -185,7 +185,7 @@ private:
         const auto title = "Properties: " + letter;
         Page page(model_.getTitle(),
                   {.title = title, .kind = "", .crumbs = {{"Properties by name", PropertiesPage}}});
-        vTableWrite(names, page.body());
+        vTableWrite(letter, names, page.body());
         folder_.vWrite(parts_.of(PartPrefix, letterPart(letter)), page.takeText());
     }
 

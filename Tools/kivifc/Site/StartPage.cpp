@@ -5,6 +5,7 @@
 #include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/Page.h"
 
+#include <array>
 #include <cstddef>
 
 namespace kiv::kivifc::site {
@@ -51,22 +52,21 @@ void vFiguresWrite(const SiteModel& model, const SchemaCounts& counts, Html& htm
     html << "</ul>\n";
 }
 
-void vCardsWrite(const SiteModel& model, Html& html) {
+constexpr std::array Cards{
+    Card{EntitiesPage, "Entities as a tree", "Each entity below its supertype"},
+    Card{EntitiesByLetterPage, "Entities by letter", "When the name is known"},
+    Card{TypesPage, "Types", "Enumerations, selects, simple types and aggregates"},
+    Card{FunctionsPage, "Functions", "The text of each, and who calls it"},
+    Card{RulesPage, "Rules", "What holds for all instances of an entity together"},
+    Card{SetsPage, "Sets", "Property and quantity sets by class and by prefix"},
+    Card{PropertiesPage, "Properties by name", "One name in all sets that have it, side by side"},
+    Card{LanguagesPage, "Languages", "What is translated, and what a translated name means"},
+    Card{GuidsPage, "GUIDs", "Which set or member a GUID belongs to"}};
+
+void vCardsWrite(Html& html) {
     html << "<ul class=\"cards\">\n";
-    for (const auto& card : {Card{EntitiesPage, "Entities as a tree", "Each entity below its supertype"},
-                             Card{EntitiesByLetterPage, "Entities by letter", "When the name is known"},
-                             Card{TypesPage, "Types", "Enumerations, selects, simple types and aggregates"},
-                             Card{FunctionsPage, "Functions", "The text of each, and who calls it"},
-                             Card{RulesPage, "Rules", "What holds for all instances of an entity together"}})
+    for (const auto& card : Cards)
         vCardWrite(card, html);
-    if (!model.getSets().empty()) {
-        for (const auto& card :
-             {Card{SetsPage, "Sets", "Property and quantity sets by class and by prefix"},
-              Card{PropertiesPage, "Properties by name", "One name in all sets that have it, side by side"},
-              Card{LanguagesPage, "Languages", "What is translated, and what a translated name means"},
-              Card{GuidsPage, "GUIDs", "Which set or member a GUID belongs to"}})
-            vCardWrite(card, html);
-    }
     html << "</ul>\n";
 }
 
@@ -99,7 +99,7 @@ void vStartPageWrite(const SiteModel& model, SiteFolder& folder) {
          << ".</p>\n";
     vFiguresWrite(model, counts, html);
     vSectionBegin(html, "entries", "Where to begin");
-    vCardsWrite(model, html);
+    vCardsWrite(html);
     vSectionEnd(html);
     vSectionBegin(html, "schema", "The schema in figures");
     vFactsWrite(counts, html);

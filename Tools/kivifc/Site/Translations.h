@@ -1,6 +1,6 @@
 /// @file
-/// Names and definitions with their translations, of which a page shows one at a time; without the script that
-/// switches them, all of them one below the other.
+/// Names and definitions with their translations, of which a page shows one at a time; without the script
+/// that switches them, all of them one below the other.
 ///
 ///     vTranslatedWrite(def.getDefinition(), def.getDefinitionAliases(), html);
 ///

@@ -3,7 +3,8 @@
    which takes a few milliseconds; those that are near by MiniSearch, as soon as it has read the names. */
 "use strict";
 
-(() => {
+// After site.js, which has made the box.
+document.addEventListener("DOMContentLoaded", () => {
     const Most = 40; // Results that are listed.
     const MostOfOne = 4; // Of one name and kind, unless it is what was typed.
     const SetKinds = new Set(["Property set", "Quantity set"]);
@@ -388,4 +389,4 @@
         if (event.relatedTarget && !box.parentNode.contains(event.relatedTarget))
             hide();
     });
-})();
+});

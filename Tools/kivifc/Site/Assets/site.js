@@ -22,6 +22,27 @@
         }
     }
 
+    /* The bar */
+
+    function made(tag, values, ...children) {
+        const element = Object.assign(document.createElement(tag), values);
+        element.append(...children);
+        return element;
+    }
+
+    // Search, language and mode do nothing without scripts, so pages do not have them.
+    function barBegin() {
+        const box = made("input", { id: "search", type: "search", autocomplete: "off", spellcheck: false,
+            placeholder: "Search: press / or s" });
+        const list = made("ul", { id: "results", hidden: true, ariaLabel: "Results" });
+        const status = made("p", { id: "found", className: "hidden", role: "status" });
+        const search = made("div", { className: "search", role: "search" },
+            made("label", { className: "hidden", htmlFor: "search" }, "Search"), box, status, list);
+        document.querySelector(".bar")?.append(search,
+            made("label", { className: "hidden", htmlFor: "language" }, "Language of names and definitions"),
+            made("select", { id: "language", hidden: true }), made("button", { id: "mode", type: "button" }));
+    }
+
     /* Mode */
 
     const dark = matchMedia("(prefers-color-scheme: dark)");
@@ -38,7 +59,6 @@
     function modeButtonShow(button) {
         button.textContent = isDark() ? "Light" : "Dark";
         button.setAttribute("aria-label", isDark() ? "Light mode" : "Dark mode");
-        button.hidden = false;
     }
 
     function modeBegin() {
@@ -223,6 +243,7 @@
     }
 
     document.addEventListener("DOMContentLoaded", () => {
+        barBegin();
         modeBegin();
         contentsBegin();
         languageBegin();

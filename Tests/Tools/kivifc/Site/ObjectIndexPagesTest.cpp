@@ -1,0 +1,91 @@
+#include "kivifc/Site/ObjectIndexPages.h"
+
+#include "Tools/kivifc/Site/SiteSample.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace kiv::kivifc::site::test {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+std::string sEntity(const std::string& name, const std::string& supertype) {
+    return "ENTITY " + name + (supertype.empty() ? "" : "\n SUBTYPE OF (" + supertype + ")") +
+           ";\nEND_ENTITY;\n";
+}
+
+TEST(ObjectIndexPages, TreeHasEachEntityBelowItsSupertype) {
+    const SiteSample sample(sEntity("Root", "") + sEntity("Wall", "Root") + sEntity("Door", "Root") +
+                            sEntity("Thick", "Wall") + sEntity("Alone", ""));
+    EXPECT_THAT(sample.sPage("entities.html"),
+                HasSubstr("<ul class=\"tree\">\n"
+                          "<li><a href=\"Alone.html\"><code>Alone</code></a></li>\n"
+                          "<li><a href=\"Root.html\"><code>Root</code></a>\n<ul>\n"
+                          "<li><a href=\"Door.html\"><code>Door</code></a></li>\n"
+                          "<li><a href=\"Wall.html\"><code>Wall</code></a>\n<ul>\n"
+                          "<li><a href=\"Thick.html\"><code>Thick</code></a></li>\n"
+                          "</ul></li>\n</ul></li>\n</ul>\n"));
+}
+
+std::size_t countOf(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
+        ++count;
+    return count;
+}
+
+/// Browsers do not follow lists within lists for ever.
+TEST(ObjectIndexPages, LongLineOfInheritanceEndsInAList) {
+    std::string declarations = sEntity("E0", "");
+    for (int number = 1; number < 300; ++number)
+        declarations += sEntity("E" + std::to_string(number), "E" + std::to_string(number - 1));
+    const SiteSample sample(declarations);
+    const auto page = sample.sPage("entities.html");
+    const auto tree = page.substr(page.find("<ul class=\"tree\">"));
+    EXPECT_EQ(countOf(tree, "<li><a href=\"E"), 300U);
+    EXPECT_EQ(countOf(tree, "<ul>"), 40U);
+    EXPECT_EQ(countOf(tree, "</ul></li>"), 40U);
+}
+
+TEST(ObjectIndexPages, EntitiesAreUnderTheLetterAfterTheCommonWord) {
+    std::string declarations;
+    for (int number = 0; number < 30; ++number)
+        declarations += sEntity("IfcWall" + std::to_string(number), "");
+    const SiteSample sample(declarations + sEntity("IfcDoor", ""));
+    const auto page = sample.sPage("entities-by-letter.html");
+    EXPECT_THAT(page, HasSubstr("<a href=\"#letter-D\">D</a>\n<a href=\"#letter-W\">W</a>\n</nav>"));
+    EXPECT_THAT(page,
+                HasSubstr("<h2 id=\"letter-D\">D</h2>\n<ul class=\"names\">\n<li><a href=\"IfcDoor.html\">"));
+    EXPECT_THAT(page, Not(HasSubstr("letter-I\"")));
+}
+
+TEST(ObjectIndexPages, TypesAreByWhatTheyAreMadeOf) {
+    const SiteSample sample(
+        "TYPE Kind = ENUMERATION OF\n (A,\n B);\nEND_TYPE;\nTYPE Label = STRING;\nEND_TYPE;\n"
+        "TYPE Some = SELECT (Label);\nEND_TYPE;\n");
+    const auto page = sample.sPage("types.html");
+    const auto section = [&](const std::string& id) {
+        const auto begin = page.find("<section id=\"" + id + "\">");
+        return begin == std::string::npos ? "" : page.substr(begin, page.find("</section>", begin) - begin);
+    };
+    EXPECT_THAT(section("enumerations"), HasSubstr("Kind.html"));
+    EXPECT_THAT(section("selects"), HasSubstr("Some.html"));
+    EXPECT_THAT(section("simple"), HasSubstr("Label.html"));
+    EXPECT_EQ(countOf(page, "<li><a href="), 4U) << "three types and the way to the start page";
+}
+
+TEST(ObjectIndexPages, WhatIsNotThereIsSaid) {
+    const SiteSample sample(sEntity("Wall", ""));
+    EXPECT_THAT(sample.sPage("functions.html"), HasSubstr("The schema has none."));
+    EXPECT_THAT(sample.sPage("sets.html"), HasSubstr("The site was made without sets."));
+    EXPECT_THAT(sample.sPage("properties.html"), HasSubstr("No set has any."));
+    EXPECT_THAT(sample.sPage("languages.html"), HasSubstr("No set is translated."));
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::site::test

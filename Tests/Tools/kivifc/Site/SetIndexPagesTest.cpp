@@ -1,0 +1,147 @@
+// The indexes of sets, of properties, of languages and of GUIDs.
+#include "Tools/kivifc/Site/SetTexts.h"
+#include "Tools/kivifc/Site/SiteSample.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace kiv::kivifc::site::test {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* Declarations = "TYPE Label = STRING;\nEND_TYPE;\nTYPE Text = STRING;\nEND_TYPE;\n"
+                                     "ENTITY Wall;\nEND_ENTITY;\nENTITY Door;\nEND_ENTITY;\n";
+
+/// That many properties with GUIDs 1, 2, ...
+std::string sProperties(int count) {
+    std::string members;
+    for (int number = 1; number <= count; ++number)
+        members += sProperty(fmt::format("{}{}", number % 2 == 0 ? 'A' : 'B', number), sSingle("Label"), {},
+                             fmt::format("ifdguid=\"{:032x}\"", number));
+    return members;
+}
+
+TEST(SetIndexPage, SetsAreByClassAndByPrefix) {
+    const SiteSample sample(Declarations, {{"TEST", sSet("Pset_B", {"Wall", "Door/X", "Roof"}, "")},
+                                           {"office", sSet("Off_A", {"WALL"}, "")},
+                                           {"other", sSet("Every", {}, "")}});
+    const auto page = sample.sPage("sets.html");
+    EXPECT_THAT(page,
+                HasSubstr("<tr id=\"Wall\"><th scope=\"row\"><a class=\"anchor\" href=\"#Wall\" "
+                          "aria-label=\"Link to Wall\">#</a><a href=\"Wall.html\"><code>Wall</code></a></th>"
+                          "<td><ul class=\"links\">\n<li><a href=\"sets/Off_A.html\"><code>Off_A</code></a> "
+                          "<span class=\"badge\">office</span></li>\n<li><a href=\"sets/Pset_B.html\">"));
+    EXPECT_THAT(page, HasSubstr("<code>Roof</code></th>"));
+    EXPECT_THAT(page, HasSubstr("<th scope=\"row\">Every class</th><td><ul class=\"links\">\n<li><a "
+                                "href=\"sets/Every.html\">"));
+    EXPECT_THAT(page, HasSubstr("<h3>Without a prefix <span class=\"count\">1</span></h3>"));
+    EXPECT_THAT(page, HasSubstr("<h3><code>Off_</code> <span class=\"count\">1</span></h3>"));
+    EXPECT_THAT(page, HasSubstr("<h3><code>Pset_</code> <span class=\"count\">1</span></h3>"));
+}
+
+TEST(PropertyIndexPages, OneNameInManySetsIsSideBySide) {
+    const SiteSample sample(Declarations, {{"TEST", sSet("S1", {}, sProperty("Mark", sSingle("Label")))},
+                                           {"TEST2", sSet("S2", {}, sProperty("Mark", sSingle("LABEL")))}});
+    EXPECT_THAT(
+        sample.sPage("properties.html"),
+        HasSubstr("<code>Mark</code></th><td>Single value</td><td><a href=\"Label.html\"><code>Label</code>"
+                  "</a></td><td><ul class=\"links\">\n<li><a href=\"sets/S2.html#Mark\">S2</a></li>\n<li><a "
+                  "href=\"sets/S1.html#Mark\">S1</a></li>\n</ul></td></tr>"));
+    EXPECT_THAT(sample.sPage("properties.html"), Not(HasSubstr("differs")));
+}
+
+TEST(PropertyIndexPages, DifferingTypesStandOut) {
+    const SiteSample sample(Declarations, {{"TEST", sSet("S1", {}, sProperty("Mark", sSingle("Label")))},
+                                           {"TEST2", sSet("S2", {}, sProperty("Mark", sSingle("Text")))}});
+    const auto page = sample.sPage("properties.html");
+    EXPECT_THAT(page, HasSubstr("<tr id=\"Mark\"><th scope=\"row\" rowspan=\"2\">"));
+    EXPECT_THAT(page, HasSubstr("<span class=\"badge differs\">types differ</span>"));
+    EXPECT_THAT(page,
+                HasSubstr("<td class=\"differs\"><a href=\"Text.html\"><code>Text</code></a></td><td><ul "
+                          "class=\"links\">\n<li><a href=\"sets/S2.html#Mark\">"));
+    EXPECT_THAT(page, HasSubstr("<tr><td class=\"differs\">Single value</td><td class=\"differs\"><a "
+                                "href=\"Label.html\">"));
+}
+
+/// An enumeration with other items is another type.
+TEST(PropertyIndexPages, ItemsArePartOfTheType) {
+    const SiteSample sample(Declarations,
+                            {{"TEST", sSet("S1", {}, sProperty("Mark", sEnumeration("K", {"A", "B"})))},
+                             {"TEST2", sSet("S2", {}, sProperty("Mark", sEnumeration("K", {"A"})))}});
+    EXPECT_THAT(sample.sPage("properties.html"), HasSubstr("types differ"));
+}
+
+TEST(PropertyIndexPages, ManyNamesAreOnPagesByLetter) {
+    const SiteSample few(Declarations, {{"TEST", sSet("S", {}, sProperties(500))}});
+    EXPECT_THAT(few.sPage("properties.html"), HasSubstr("<tr id=\"A500\">"));
+}
+
+TEST(PropertyIndexPages, MoreNamesAreOnPagesByLetter) {
+    const SiteSample many(Declarations, {{"TEST", sSet("S", {}, sProperties(501))}});
+    const auto page = many.sPage("properties.html");
+    EXPECT_THAT(page, Not(HasSubstr("<tr id=\"A500\">")));
+    EXPECT_THAT(page, HasSubstr("<a href=\"properties-A.html\">A</a>\n<a href=\"properties-B.html\">B</a>"));
+    EXPECT_THAT(many.sPage("properties-A.html"), HasSubstr("<tr id=\"A500\">"));
+    EXPECT_THAT(many.sPage("properties-B.html"), HasSubstr("<tr id=\"B501\">"));
+    EXPECT_THAT(many.sPage("properties-A.html"), Not(HasSubstr("B501")));
+}
+
+TEST(LanguageIndexPages, CountNamesAndDefinitions) {
+    const SiteSample sample(
+        Declarations, {{"TEST", sSet("S", {},
+                                     sProperty("Mark", sSingle("Label"),
+                                               sNameAlias("de", "Zeichen") +
+                                                   "<DefinitionAliases><DefinitionAlias lang=\"DE\">"
+                                                   "Ein Zeichen.</DefinitionAlias></DefinitionAliases>"))}});
+    const auto page = sample.sPage("languages.html");
+    EXPECT_THAT(page, HasSubstr("1 language beside that of the documents"));
+    EXPECT_THAT(page, HasSubstr("<code>de</code></a></th><td>1</td><td>1</td></tr>"));
+    EXPECT_THAT(page,
+                HasSubstr("<tr><th scope=\"row\" lang=\"de\">Zeichen</th><td><code>Mark</code></td><td><ul "
+                          "class=\"links\">\n<li><a href=\"sets/S.html#Mark\">S</a></li>\n</ul></td></tr>"));
+}
+
+TEST(LanguageIndexPages, LanguageWithManyNamesHasAPage) {
+    std::string members;
+    for (int number = 0; number < 50; ++number)
+        members += sProperty(fmt::format("P{}", number), sSingle("Label"),
+                             sNameAlias("pt-BR", fmt::format("Nome{}", number)));
+    members += sProperty("Q", sSingle("Label"), sNameAlias("fr", "Nom"));
+    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, members)}});
+    const auto page = sample.sPage("languages.html");
+    EXPECT_THAT(page, HasSubstr("<a href=\"languages-pt_BR.html\"><code>pt-BR</code></a></th><td>50</td>"));
+    EXPECT_THAT(page, HasSubstr(">Nom</th>"));
+    EXPECT_THAT(page, Not(HasSubstr("Nome7")));
+    EXPECT_THAT(sample.sPage("languages-pt_BR.html"), HasSubstr(">Nome7</th>"));
+}
+
+TEST(GuidIndexPages, RepeatedOnesStandOut) {
+    const std::string guid = "ifdguid=\"00000000000000000000000000000040\"";
+    const SiteSample sample(Declarations,
+                            {{"TEST", sSet("S", {}, sProperty("Mark", sSingle("Label"), {}, guid), guid)}});
+    EXPECT_THAT(
+        sample.sPage("guids.html"),
+        HasSubstr("<tr><th scope=\"row\"><code>0000000000000000000010</code></th><td><code>00000000-0000-"
+                  "0000-0000-000000000040</code></td><td class=\"differs\"><a href=\"sets/S.html\">"
+                  "<bdi>S</bdi></a>, <a href=\"sets/S.html#Mark\"><bdi>S</bdi>.<bdi>Mark</bdi></a>"));
+}
+
+TEST(GuidIndexPages, ManyAreByTheirFirstDigit) {
+    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, sProperties(1000),
+                                                         "ifdguid=\"f0000000000000000000000000000000\"")}});
+    const auto page = sample.sPage("guids.html");
+    EXPECT_THAT(page, HasSubstr("1001 sets, properties and quantities"));
+    EXPECT_THAT(page, HasSubstr("<a href=\"guids-0.html\">0</a>\n<a href=\"guids-f.html\">f</a>\n</nav>"));
+    EXPECT_THAT(sample.sPage("guids-0.html"), HasSubstr("00000000-0000-0000-0000-0000000003e8"));
+    EXPECT_THAT(sample.sPage("guids-f.html"), HasSubstr("f0000000-0000-0000-0000-000000000000"));
+    EXPECT_THAT(sample.sPage("guids-f.html"), Not(HasSubstr("0000-0000000003e8")));
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::site::test

@@ -1,0 +1,110 @@
+#include "kivifc/Site/SetPage.h"
+
+#include "Tools/kivifc/KivifcRun.h"
+#include "Tools/kivifc/Site/SetTexts.h"
+#include "Tools/kivifc/Site/SiteSample.h"
+#include "Tools/kivifc/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace kiv::kivifc::site::test {
+
+namespace {
+
+using kiv::kivifc::test::kivifcRun;
+using kiv::kivifc::test::sFileText;
+using kiv::kivifc::test::TemporaryFolder;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* Declarations = "TYPE Label = STRING;\nEND_TYPE;\nENTITY Wall;\nEND_ENTITY;\n";
+
+TEST(SetPage, HasWhatTheDocumentSays) {
+    const SiteSample sample(Declarations,
+                            {{"TEST", sSet("Pset_Wall", {"Wall"}, sProperty("Mark", sSingle("Label")),
+                                           "templatetype=\"PSET_TYPEDRIVENONLY\" "
+                                           "ifdguid=\"00000000000000000000000000000040\"")}});
+    const auto page = sample.sPage("sets/Pset_Wall.html");
+    EXPECT_THAT(page, HasSubstr("<h1><span class=\"kind\">Property set</span> <bdi>Pset_Wall</bdi></h1>"));
+    EXPECT_THAT(page, HasSubstr("About Pset_Wall."));
+    EXPECT_THAT(page, HasSubstr("<dt>Context</dt><dd><bdi>TEST (standard)</bdi></dd>"));
+    EXPECT_THAT(page, HasSubstr("<dt>Document</dt><dd><bdi>Set.xml</bdi></dd>"));
+    EXPECT_THAT(page, HasSubstr("<bdi>PSET_TYPEDRIVENONLY</bdi>"));
+    EXPECT_THAT(page, HasSubstr("<dt>22 characters</dt><dd><code>0000000000000000000010</code></dd>"));
+    EXPECT_THAT(page,
+                HasSubstr("<dt>with hyphens</dt><dd><code>00000000-0000-0000-0000-000000000040</code>"));
+    EXPECT_THAT(page, HasSubstr("<a href=\"../Wall.html\"><code>Wall</code></a>"));
+    EXPECT_THAT(page, HasSubstr("<tr id=\"Mark\">"));
+    EXPECT_THAT(page, HasSubstr("<a href=\"../Label.html\">"));
+    EXPECT_THAT(page, Not(HasSubstr("<dt>Hides")));
+    EXPECT_THAT(page, Not(HasSubstr("<dt>Hidden by")));
+}
+
+TEST(SetPage, QuantitySetIsCalledThat) {
+    const SiteSample sample(Declarations,
+                            {{"TEST", "<QtoSetDef><Name>Qto_Wall</Name><QtoDefs><QtoDef><Name>Length</Name>"
+                                      "<QtoType>Q_LENGTH</QtoType></QtoDef></QtoDefs></QtoSetDef>"}});
+    const auto page = sample.sPage("sets/Qto_Wall.html");
+    EXPECT_THAT(page, HasSubstr("<span class=\"kind\">Quantity set</span>"));
+    EXPECT_THAT(page, HasSubstr("<td>Length</td><td><code>IfcLengthMeasure</code></td>"));
+    EXPECT_THAT(page, HasSubstr("Every class: the document names none."));
+}
+
+/// Sets of hosts are searched before the standard ones.
+TEST(SetPage, SetsOfOneNameSayWhichIsFound) {
+    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, "")}, {"office", sSet("S", {}, "")}});
+    const auto standard = sample.sPage("sets/S.html");
+    EXPECT_THAT(standard, HasSubstr("TEST (standard)"));
+    EXPECT_THAT(standard, HasSubstr("<dt>Hidden by</dt><dd><a href=\"../sets/S~"));
+    EXPECT_THAT(standard, HasSubstr(" of <bdi>office (host)</bdi>"));
+    const auto& sets = sample.getModel().getSets();
+    const auto office = sample.getModel().getAddresses().of(*sets.front().set);
+    ASSERT_EQ(sets.front().context.name, "office");
+    const auto host = sample.sPage(std::string(office.getPath()));
+    EXPECT_THAT(host, HasSubstr("<dt>Hides</dt><dd><a href=\"../sets/S.html\"><code>S</code></a>"));
+}
+
+TEST(SetPage, TranslationsAreBesideTheDefinition) {
+    const SiteSample sample(Declarations,
+                            {{"TEST", "<PropertySetDef><Name>S</Name><Definition>Walls.</Definition>"
+                                      "<PsetDefinitionAliases><PsetDefinitionAlias lang=\"de\">W\xC3\xA4nde."
+                                      "</PsetDefinitionAlias></PsetDefinitionAliases></PropertySetDef>"}});
+    EXPECT_THAT(sample.sPage("sets/S.html"),
+                HasSubstr("<span class=\"t\" data-l=\"\">Walls.</span><span class=\"t\" lang=\"de\" "
+                          "data-l=\"de\">W\xC3\xA4nde.</span>"));
+}
+
+/// The document names a class that the schema does not have, and no GUID.
+TEST(SetPage, FindingsAreThoseOfACheck) {
+    const TemporaryFolder folder;
+    const auto schema =
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+    const auto document =
+        folder.sWrite("S.xml", sSet("Pset_S", {"Wal"}, sProperty("Mark", sSingle("Label"))));
+    const auto out = folder.sPath("site");
+    EXPECT_EQ(kivifcRun({"site", schema, document, "--out", out}).status, 0);
+    const auto page = sFileText(out + "/sets/Pset_S.html");
+    const auto check = kivifcRun({"check", schema, document, "--format", "github"}).out;
+    EXPECT_THAT(check, HasSubstr("C001"));
+    EXPECT_THAT(page,
+                HasSubstr("<li class=\"error\"><span class=\"badge error\">error</span> <code>C001</code> "));
+    EXPECT_THAT(page, HasSubstr("<span class=\"note\">line 1</span>"));
+}
+
+TEST(SetPage, DocumentWithoutFindingsSaysSo) {
+    const TemporaryFolder folder;
+    const auto out = folder.sPath("site");
+    EXPECT_EQ(kivifcRun({"site", "Building.exp", "Sets", "--out", out}).status, 0);
+    const auto check =
+        kivifcRun({"check", "Building.exp", "Sets/Pset_BldStorey.xml", "--format", "github"}).out;
+    const auto page = sFileText(out + "/sets/Pset_BldStorey.html");
+    EXPECT_EQ(check.find("Pset_BldStorey") == std::string::npos,
+              page.find("is content with the document") != std::string::npos)
+        << check;
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::site::test

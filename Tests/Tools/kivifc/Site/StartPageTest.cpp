@@ -1,0 +1,48 @@
+#include "kivifc/Site/StartPage.h"
+
+#include "Tools/kivifc/Site/SetTexts.h"
+#include "Tools/kivifc/Site/SiteSample.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace kiv::kivifc::site::test {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* Declarations =
+    "TYPE Label = STRING;\nEND_TYPE;\n"
+    "ENTITY Wall;\n    Name : OPTIONAL Label;\n    Size : REAL;\nEND_ENTITY;\n"
+    "ENTITY Thick\n SUBTYPE OF (Wall);\nEND_ENTITY;\n";
+
+TEST(StartPage, HasFiguresAndEntryPoints) {
+    const SiteSample sample(
+        Declarations,
+        {{"TEST", sSet("S", {}, sProperty("A", sSingle("Label")) + sProperty("B", sSingle("Label")))}});
+    const auto page = sample.sPage("index.html");
+    EXPECT_THAT(page, HasSubstr("<li><a href=\"entities.html\"><strong>2</strong> entities</a></li>"));
+    EXPECT_THAT(page, HasSubstr("<li><a href=\"types.html\"><strong>1</strong> type</a></li>"));
+    EXPECT_THAT(page, HasSubstr("<li><a href=\"sets.html\"><strong>1</strong> set</a></li>"));
+    EXPECT_THAT(page,
+                HasSubstr("<li><a href=\"properties.html\"><strong>2</strong> properties and quantities"));
+    EXPECT_THAT(page, HasSubstr("<dt>Optional ones of them</dt><dd>1</dd>"));
+    EXPECT_THAT(page, HasSubstr("<dt>Longest line of entities</dt><dd>2</dd>"));
+    for (const auto* name : {"entities", "entities-by-letter", "types", "functions", "rules", "sets",
+                             "properties", "languages", "guids"})
+        EXPECT_THAT(page, HasSubstr("<li><a href=\"" + std::string(name) + ".html\"><strong>"));
+}
+
+/// Their pages say that there are none.
+TEST(StartPage, WithoutSetsHasNoFiguresOfThem) {
+    const SiteSample sample(Declarations);
+    EXPECT_THAT(sample.sPage("index.html"), HasSubstr("<a href=\"sets.html\"><strong>Sets</strong>"));
+    EXPECT_THAT(sample.sPage("index.html"), Not(HasSubstr("<strong>0</strong> sets")));
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::site::test
