@@ -239,7 +239,8 @@ std::string CheckOptions::sEntryTake(const ProjectFile& project, const ProjectEn
     if (entry.section == "site")
         return {};
     if (!entry.section.empty())
-        return fmt::format("no section is named \"{}\"; there are contexts, severity and site", entry.section);
+        return fmt::format("no section is named \"{}\"; there are contexts, severity and site",
+                           entry.section);
     if (entry.key == "schema" && !values.empty())
         projectSchema_ = values.front();
     else if (entry.key == "sets")

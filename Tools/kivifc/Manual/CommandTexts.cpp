@@ -126,7 +126,8 @@ std::vector<ExampleText> examplesOf(const std::string& name) {
          "What a configuration says of the attributes of the schema."},
         {"kivifc entity Building.exp Sets BldWall", "BldWall, with all that it inherits and its sets."},
         {"kivifc export Building.exp Sets --out Exported", "Write all sets to the folder Exported."},
-        {"kivifc site Building.exp Sets --out Pages", "Write pages for a browser; Pages/index.html is the first."},
+        {"kivifc site Building.exp Sets --out Pages",
+         "Write pages for a browser; Pages/index.html is the first."},
     };
     std::vector<ExampleText> own;
     std::ranges::copy_if(examples, std::back_inserter(own), [&](const auto& example) {

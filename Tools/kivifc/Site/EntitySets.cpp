@@ -23,7 +23,7 @@ constexpr std::size_t MembersMax = 1500;
 constexpr std::size_t SetsMax = 400;
 constexpr std::size_t PredefinedTypesMax = 20;
 /// In bytes; the page of the set has all of it.
-constexpr std::size_t DefinitionMax = 600;
+constexpr std::size_t DefinitionMax = 300;
 
 class EntitySets {
 public:
@@ -66,7 +66,7 @@ private:
         }
         for (const auto& group : model_.setsOf(each)) {
             vPredefinedTypesWrite(group);
-            vSetsWrite(group.sets);
+            vSetsWrite(group.sets, &each == &entity_ ? MembersDetail::Short : MembersDetail::Brief);
         }
     }
 
@@ -88,19 +88,19 @@ private:
         if (model_.getUnrestrictedSets().empty())
             return;
         html_ << "<h3>Of every entity</h3>\n";
-        vSetsWrite(model_.getUnrestrictedSets());
+        vSetsWrite(model_.getUnrestrictedSets(), MembersDetail::Brief);
     }
 
-    void vSetsWrite(std::span<const SiteSet* const> sets) {
+    void vSetsWrite(std::span<const SiteSet* const> sets, MembersDetail detail) {
         for (const auto* set : sets) {
             if (written_ >= SetsMax)
                 return;
             ++written_;
-            vSetWrite(*set);
+            vSetWrite(*set, detail);
         }
     }
 
-    void vSetWrite(const SiteSet& set) {
+    void vSetWrite(const SiteSet& set, MembersDetail detail) {
         const auto count = kit::setMembers(*set.set).size();
         const auto& name = set.set->getName();
         const auto address = model_.getAddresses().of(*set.set);
@@ -117,7 +117,7 @@ private:
             html_ << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
         html_ << "</summary>\n<p><a" << href(address) << ">Page of the set</a> <bdi>"
               << escaped(sShort(set.set->getDefinition(), DefinitionMax)) << "</bdi></p>\n";
-        vSetMembersWrite(model_, set, MembersDetail::Short, html_);
+        vSetMembersWrite(model_, set, detail, html_);
         html_ << "</details>\n";
     }
 

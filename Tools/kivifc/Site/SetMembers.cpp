@@ -32,8 +32,11 @@ using Rows = std::unordered_map<const Def*, std::string_view>;
 /// place.
 class ShortRow {
 public:
-    ShortRow(const SiteModel& model, const SiteSet& set, Html& html) :
-        model_(model), address_(model.getAddresses().of(*set.set)), html_(html) {}
+    ShortRow(const SiteModel& model, const SiteSet& set, bool hasDefinitions, Html& html) :
+        model_(model),
+        address_(model.getAddresses().of(*set.set)),
+        hasDefinitions_(hasDefinitions),
+        html_(html) {}
 
     void vWrite(const ListedMember& member) {
         const auto& def = *member.def;
@@ -44,12 +47,15 @@ public:
                   << "</span>";
         html_ << "</th><td>";
         vMemberTypeWrite(model_, def, {.itemsMax = ShortItemsMax}, html_);
-        html_ << "</td><td>" << escaped(sShort(def.getDefinition(), ShortDefinitionMax)) << "</td></tr>\n";
+        if (hasDefinitions_)
+            html_ << "</td><td>" << escaped(sShort(def.getDefinition(), ShortDefinitionMax));
+        html_ << "</td></tr>\n";
     }
 
 private:
     const SiteModel& model_;
     Address address_;
+    bool hasDefinitions_;
     Html& html_;
 };
 
@@ -100,10 +106,13 @@ std::string sLabel(const SiteSet& set) {
 }
 
 void vShortWrite(const SiteModel& model, const SiteSet& set, const std::vector<ListedMember>& members,
-                 Html& html) {
+                 bool hasDefinitions, Html& html) {
     const auto count = std::min(members.size(), ShortMembersMax);
-    vTableBegin(html, sLabel(set), {"Name", "Type and values", "Definition"});
-    ShortRow row(model, set, html);
+    if (hasDefinitions)
+        vTableBegin(html, sLabel(set), {"Name", "Type and values", "Definition"});
+    else
+        vTableBegin(html, sLabel(set), {"Name", "Type and values"});
+    ShortRow row(model, set, hasDefinitions, html);
     for (const auto& member : std::span(members).first(count))
         row.vWrite(member);
     vTableEnd(html);
@@ -128,10 +137,10 @@ void vFullWrite(const SiteModel& model, const SiteSet& set, const std::vector<Li
 
 void vSetMembersWrite(const SiteModel& model, const SiteSet& set, MembersDetail detail, Html& html) {
     const auto members = memberList(*set.set);
-    if (detail == MembersDetail::Short)
-        vShortWrite(model, set, members, html);
-    else
+    if (detail == MembersDetail::Full)
         vFullWrite(model, set, members, html);
+    else
+        vShortWrite(model, set, members, detail == MembersDetail::Short, html);
 }
 
 } // namespace kiv::kivifc::site

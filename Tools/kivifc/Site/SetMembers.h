@@ -16,9 +16,11 @@
 namespace kiv::kivifc::site {
 
 enum class MembersDetail : std::uint8_t {
-    /// Name, type, unit, values and definition: what is asked on the page of an entity. As that is there
-    /// again
-    /// on the page of each subtype, it has a limit: beyond it the page of the set is referred to.
+    /// Name, type, unit and values: for the pages of what is below the entity that the set names, which are
+    /// most of what a site takes on disk.
+    Brief,
+    /// The same with definitions: what is asked on the page of that entity. Both have a limit, beyond which
+    /// the page of the set is referred to.
     Short,
     /// All that the document says, with the rows to be pointed at.
     Full,

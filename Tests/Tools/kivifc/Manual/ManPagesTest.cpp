@@ -34,8 +34,8 @@ TEST(ManPages, EachCommandOfTheHelpHasAPage) {
     std::vector<std::string> names;
     for (const auto& page : allPages())
         names.push_back(page.command.name);
-    EXPECT_THAT(names, testing::ElementsAre("kivifc", "schema", "check", "explain", "type", "sets", "find", "config",
-                                            "entity", "export", "site"));
+    EXPECT_THAT(names, testing::ElementsAre("kivifc", "schema", "check", "explain", "type", "sets", "find",
+                                            "config", "entity", "export", "site"));
 }
 
 TEST(ManPages, EachOptionIsThereWithItsDescription) {
