@@ -28,7 +28,8 @@ constexpr std::size_t ShortDefinitionMax = 200;
 using Rows = std::unordered_map<const Def*, std::string_view>;
 
 /// One row of the page of an entity. Most of what a site takes on disk are such rows, so they are sparing: no
-/// translations, and nothing around a text that is alone in its cell.
+/// translations, and nothing around a text that is alone in its cell, for which the style sheet knows its
+/// place.
 class ShortRow {
 public:
     ShortRow(const SiteModel& model, const SiteSet& set, bool hasDefinitions, Html& html) :
@@ -39,15 +40,15 @@ public:
 
     void vWrite(const ListedMember& member) {
         const auto& def = *member.def;
-        html_ << "<tr><th scope=\"row\"><a" << href(address_.row(member.row)) << "><code>"
-              << escaped(sShort(def.getName())) << "</code></a>";
+        html_ << "<tr><th scope=\"row\"><a" << href(address_.row(member.row)) << ">"
+              << escaped(sShort(def.getName())) << "</a>";
         if (member.whole)
             html_ << " <span class=\"note\">part of " << isolated(sShort(member.whole->getName()))
                   << "</span>";
         html_ << "</th><td>";
         vMemberTypeWrite(model_, def, {.itemsMax = ShortItemsMax}, html_);
         if (hasDefinitions_)
-            html_ << "</td><td class=\"note\">" << escaped(sShort(def.getDefinition(), ShortDefinitionMax));
+            html_ << "</td><td>" << escaped(sShort(def.getDefinition(), ShortDefinitionMax));
         html_ << "</td></tr>\n";
     }
 
