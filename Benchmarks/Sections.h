@@ -27,4 +27,7 @@ Figures threadFigures(const Input& input);
 /// Checking by the rules of the kit, on one thread and on two.
 Figures checkFigures(const Input& input);
 
+/// Writing the site of the schema and its sets.
+Figures siteFigures(const Input& input);
+
 } // namespace kiv::bench

@@ -19,7 +19,7 @@ namespace kiv::bench {
 namespace {
 
 constexpr const char* Help =
-    "kiv_bench [--json] [SECTION...]   SECTION: jobs, growth, memory, threads, check\n"
+    "kiv_bench [--json] [SECTION...]   SECTION: jobs, growth, memory, threads, check, site\n"
     "\n"
     "Measures these sections, all of them when none is named. See Benchmarks/README.md.\n";
 
@@ -37,7 +37,8 @@ constexpr Section Sections[] = {{"jobs", "schema jobs", schemaJobs},
                                 {"growth", "growth of look-ups", lookupGrowth},
                                 {"memory", "memory", memoryFigures},
                                 {"threads", "threads", threadFigures},
-                                {"check", "checking by all rules", checkFigures}};
+                                {"check", "checking by all rules", checkFigures},
+                                {"site", "the site", siteFigures}};
 
 struct Request {
     bool isJson = false;
