@@ -2,12 +2,10 @@
 
 #include "kiv/Kit/Names/NearestName.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
-#include "kivifc/Program/AsciiText.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <fmt/format.h>
 #include <string_view>
 
@@ -59,22 +57,6 @@ std::string sReleaseFailure(std::string& name) {
     return isKnown ? "" : fmt::format("no release of IFC is named \"{}\"", name);
 }
 
-bool isSchemaName(std::string_view path) {
-    constexpr std::string_view Extension = ".exp";
-    return path.size() > Extension.size() &&
-           ascii::isEqualIgnoringCase(path.substr(path.size() - Extension.size()), Extension);
-}
-
-/// Why the entry names no path that it should name; empty when it does.
-std::string sPathFailure(const ProjectEntry& entry, bool isPath) {
-    const bool isList = entry.key == "sets" || entry.key == "also" || entry.section == "contexts";
-    const bool isMissing = entry.values.empty() && !isList;
-    const bool isEmpty = std::ranges::any_of(entry.values, &std::string::empty);
-    if ((isPath || entry.section == "contexts") && (isMissing || isEmpty))
-        return fmt::format("\"{}\" is empty, where a path is expected", entry.key);
-    return {};
-}
-
 std::string sUnknownKey(const CLI::App& app, std::string_view key) {
     std::vector<std::string> names(InputKeys.begin(), InputKeys.end());
     for (const auto* option : app.get_options()) {
@@ -86,12 +68,6 @@ std::string sUnknownKey(const CLI::App& app, std::string_view key) {
     const auto nearest = kit::nearestName(key, candidates);
     return fmt::format("no key is named \"{}\"{}", key,
                        nearest ? fmt::format(", did you mean \"{}\"?", nearest->name) : "");
-}
-
-/// Empty when it is not set.
-std::string sEnvironment(const char* name) {
-    const auto* const value = std::getenv(name);
-    return value ? value : "";
 }
 
 } // namespace
@@ -202,57 +178,23 @@ bool CheckOptions::boComplete(Diagnostics& diagnostics) {
         if (option->count() > 0)
             given_.push_back(option->get_name());
     }
-    if (!boProjectRead(diagnostics))
+    const auto sTake = [&](const ProjectFile& project, const ProjectEntry& entry) {
+        try {
+            return sEntryTake(project, entry);
+        } catch (const CLI::Error& error) {
+            return std::string(error.what());
+        }
+    };
+    if (!boProjectRead(projectPath_, diagnostics, sTake))
         return false;
-    vSchemaChoose();
-    if (paths.empty())
-        paths = projectPaths_;
+    input_.vComplete(schemaPath, paths);
     return boInputCheck(diagnostics);
 }
 
-bool CheckOptions::boProjectRead(Diagnostics& diagnostics) {
-    const auto path = projectPath_.empty() ? sProjectFileFind() : projectPath_;
-    if (path.empty())
-        return true;
-    std::string failure;
-    const auto project = projectFileRead(path, failure);
-    if (!project) {
-        diagnostics.vFail(path, failure);
-        return false;
-    }
-    return std::ranges::all_of(project->entries, [&](const ProjectEntry& entry) {
-        return boEntryTake(*project, entry, diagnostics);
-    });
-}
-
-bool CheckOptions::boEntryTake(const ProjectFile& project, const ProjectEntry& entry,
-                               Diagnostics& diagnostics) {
-    std::string failure;
-    try {
-        failure = sEntryTake(project, entry);
-    } catch (const CLI::Error& error) {
-        failure = error.what();
-    }
-    if (failure.empty())
-        return true;
-    diagnostics.vFail(entry.line == 0 ? project.path : fmt::format("{}:{}", project.path, entry.line),
-                      failure);
-    return false;
-}
-
 std::string CheckOptions::sEntryTake(const ProjectFile& project, const ProjectEntry& entry) {
+    if (ProjectInput::isNamedBy(entry))
+        return input_.sEntryTake(project, entry);
     std::vector<std::string> values = entry.values;
-    const bool isPath =
-        entry.section.empty() && (isAmong(InputKeys, entry.key) || isAmong(PathKeys, entry.key));
-    if (const auto failure = sPathFailure(entry, isPath); !failure.empty())
-        return failure;
-    if (isPath || entry.section == "contexts")
-        std::ranges::transform(values, values.begin(), [&](auto& value) { return project.sPath(value); });
-    if (entry.section == "contexts") {
-        for (const auto& value : values)
-            projectPaths_.push_back(entry.key + '=' + value);
-        return {};
-    }
     if (entry.section == "severity") {
         std::ranges::transform(values, values.begin(), [&](auto& value) { return entry.key + '=' + value; });
         vOptionTake("--severity", values);
@@ -264,14 +206,14 @@ std::string CheckOptions::sEntryTake(const ProjectFile& project, const ProjectEn
     if (!entry.section.empty())
         return fmt::format("no section is named \"{}\"; there are contexts, severity and site",
                            entry.section);
-    if (entry.key == "schema")
-        projectSchema_ = values.front();
-    else if (entry.key == "sets")
-        projectPaths_.insert(projectPaths_.begin(), values.begin(), values.end());
-    else if (isAmong(CommandLineKeys, entry.key) || !app_->get_option_no_throw("--" + entry.key))
+    if (isAmong(CommandLineKeys, entry.key) || !app_->get_option_no_throw("--" + entry.key))
         return sUnknownKey(*app_, entry.key);
-    else
-        vOptionTake("--" + entry.key, values);
+    if (isAmong(PathKeys, entry.key)) {
+        if (auto failure = sPathFailure(entry); !failure.empty())
+            return failure;
+        std::ranges::transform(values, values.begin(), [&](auto& value) { return project.sPath(value); });
+    }
+    vOptionTake("--" + entry.key, values);
     return {};
 }
 
@@ -282,17 +224,6 @@ void CheckOptions::vOptionTake(const std::string& name, const std::vector<std::s
     for (const auto& value : values)
         option->add_result(value);
     option->run_callback();
-}
-
-void CheckOptions::vSchemaChoose() {
-    auto other = sEnvironment("KIVIFC_SCHEMA");
-    if (other.empty())
-        other = projectSchema_;
-    if (other.empty() || isSchemaName(schemaPath))
-        return;
-    if (!schemaPath.empty())
-        paths.insert(paths.begin(), schemaPath);
-    schemaPath = other;
 }
 
 bool CheckOptions::boInputCheck(Diagnostics& diagnostics) const {

@@ -12,7 +12,7 @@
 /// Errors:    reported; the options are then not complete.
 #pragma once
 
-#include "kivifc/Documents/ProjectFile.h"
+#include "kivifc/Documents/ProjectInput.h"
 #include "kivifc/Findings/Selection.h"
 #include "kivifc/Program/Diagnostics.h"
 
@@ -70,18 +70,14 @@ private:
     void vInputAdd(CLI::App& app);
     void vOutputAdd(CLI::App& app);
     void vChoiceAdd(CLI::App& app);
-    bool boProjectRead(Diagnostics& diagnostics);
-    bool boEntryTake(const ProjectFile& project, const ProjectEntry& entry, Diagnostics& diagnostics);
     /// Why the entry cannot be used; empty when it was, or when the command line says otherwise.
     std::string sEntryTake(const ProjectFile& project, const ProjectEntry& entry);
     void vOptionTake(const std::string& name, const std::vector<std::string>& values);
-    void vSchemaChoose();
     bool boInputCheck(Diagnostics& diagnostics) const;
 
     CLI::App* app_ = nullptr;
     std::string projectPath_;
-    std::string projectSchema_;
-    std::vector<std::string> projectPaths_;
+    ProjectInput input_;
     /// Options that were on the command line, which the file does not change.
     std::vector<std::string> given_;
     std::string failOn_ = "error";

@@ -12,7 +12,7 @@
 /// Errors:    what is wrong with the file, or missing, is a failure.
 #pragma once
 
-#include "kivifc/Documents/ProjectFile.h"
+#include "kivifc/Documents/ProjectInput.h"
 #include "kivifc/Program/Diagnostics.h"
 
 #include <string>
@@ -40,15 +40,12 @@ public:
     bool isForced = false;
 
 private:
-    bool boProjectRead(Diagnostics& diagnostics);
     /// Why the entry cannot be used; empty when it was, or is for another command.
     std::string sEntryTake(const ProjectFile& project, const ProjectEntry& entry);
     std::string sSiteEntryTake(const ProjectFile& project, const ProjectEntry& entry);
-    void vSchemaChoose();
 
     std::string projectPath_;
-    std::string projectSchema_;
-    std::vector<std::string> projectSets_;
+    ProjectInput input_;
 };
 
 } // namespace kiv::kivifc
