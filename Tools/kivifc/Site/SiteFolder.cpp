@@ -1,6 +1,7 @@
 #include "kivifc/Site/SiteFolder.h"
 
-#include "kivifc/Documents/TextFile.h"
+#include "kivifc/Program/UnfinishedFile.h"
+#include "kivifc/Site/SiteMark.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -8,8 +9,6 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <set>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -20,87 +19,43 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* MarkName = ".kivifc-site";
-constexpr std::string_view MarkHead = "kivifc site 1";
 constexpr int FolderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-
-/// The files that a site says it has; empty when the folder is none. Links are not followed.
-std::set<std::string> listedFiles(const fs::path& folder) {
-    std::set<std::string> files;
-    std::error_code error;
-    const auto path = folder / MarkName;
-    if (!fs::is_regular_file(fs::symlink_status(path, error)))
-        return files;
-    const auto text = textFileRead(path.native()).text;
-    if (!text.starts_with(MarkHead))
-        return files;
-    files.insert(MarkName);
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        const auto end = std::min(rest.find('\n'), rest.size());
-        files.emplace(rest.substr(0, end));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    return files;
-}
-
-/// The first file in a folder that is not listed; empty when there is none.
-std::string sForeignFile(const fs::path& folder, const std::set<std::string>& listed) {
-    std::error_code error;
-    fs::recursive_directory_iterator entry(folder, error);
-    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-        const auto name = entry->path().lexically_relative(folder).generic_string();
-        const bool isFolder = entry->is_directory(error) && !entry->is_symlink(error);
-        if (!isFolder && !listed.contains(name))
-            return name;
-    }
-    return error ? error.message() : std::string();
-}
-
-/// Why a folder that is there must not be replaced; empty when it may be.
-std::string sKeepReason(const fs::path& folder) {
-    std::error_code error;
-    if (fs::is_empty(folder, error))
-        return {};
-    const auto listed = listedFiles(folder);
-    if (listed.empty())
-        return "kivifc did not make this folder; --force replaces it and all that is in it";
-    const auto foreign = sForeignFile(folder, listed);
-    if (foreign.empty())
-        return {};
-    return fmt::format("kivifc did not write \"{}\" in it; --force replaces the folder and all that is in it",
-                       foreign);
-}
 
 bool isFolderThere(const fs::path& path) {
     std::error_code error;
     return fs::is_directory(fs::symlink_status(path, error));
 }
 
+constexpr const char* InUse = "another kivifc is writing it";
+
+bool isAnythingThere(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(path, error));
+}
+
 /// A folder of this name, held open and locked, so that nobody else takes it for a leftover.
-Descriptor lockedFolder(const fs::path& path, std::string& failure) {
+Descriptor folderBegin(const fs::path& path, std::string& failure) {
     if (mkdir(path.c_str(), 0777) != 0) {
-        failure = sSystemReason();
+        failure = errno == EEXIST ? InUse : sSystemReason();
         return {};
     }
-    Descriptor folder(open(path.c_str(), FolderFlags | O_NOFOLLOW));
-    if (!folder.isOpen() || flock(folder.getNumber(), LOCK_EX | LOCK_NB) != 0)
-        failure = sSystemReason();
+    auto folder = folderLock(path);
+    failure = folder.isOpen() ? sUnfinishedMark(folder) : InUse;
     return folder;
 }
 
-/// Removes what a site left that was killed; a reason when somebody is writing it.
+/// Removes what a site left that was killed; a reason when somebody is writing it, or made it.
 std::string sLeftoverRemove(const fs::path& path) {
-    std::error_code error;
-    if (!fs::exists(fs::symlink_status(path, error)))
+    if (!isAnythingThere(path))
         return {};
-    const Descriptor folder(open(path.c_str(), FolderFlags | O_NOFOLLOW));
-    if (!folder.isOpen())
+    if (!isFolderThere(path))
         return fmt::format("\"{}\" is in the way", path.native());
-    if (flock(folder.getNumber(), LOCK_EX | LOCK_NB) != 0)
-        return "another kivifc is writing it";
-    fs::remove_all(path, error);
-    return error ? error.message() : std::string();
+    const auto folder = folderLock(path);
+    if (!folder.isOpen())
+        return InUse;
+    if (!isRemovable(path))
+        return fmt::format("\"{}\", which kivifc did not make, is in the way", path.native());
+    return sMarkedRemove(path);
 }
 
 Descriptor folderWithin(const Descriptor& folder, const char* name, std::string& failure) {
@@ -121,7 +76,9 @@ bool boWriteAll(int file, std::string_view text) {
     return true;
 }
 
-bool boExchange([[maybe_unused]] const fs::path& left, [[maybe_unused]] const fs::path& right) {
+} // namespace
+
+bool boFoldersExchange([[maybe_unused]] const fs::path& left, [[maybe_unused]] const fs::path& right) {
 #ifdef RENAME_EXCHANGE
     return renameat2(AT_FDCWD, left.c_str(), AT_FDCWD, right.c_str(), RENAME_EXCHANGE) == 0;
 #else
@@ -129,23 +86,21 @@ bool boExchange([[maybe_unused]] const fs::path& left, [[maybe_unused]] const fs
 #endif
 }
 
-} // namespace
-
-SiteFolder::SiteFolder(const fs::path& folder, bool isForced) {
+SiteFolder::SiteFolder(const fs::path& folder, bool isForced, FoldersExchange boExchange) :
+    isForced_(isForced), boExchange_(boExchange) {
     try {
-        vPrepare(folder, isForced);
+        vPrepare(folder);
     } catch (const fs::filesystem_error& error) {
         failure_ = error.code().message();
     }
 }
 
 SiteFolder::~SiteFolder() {
-    std::error_code error;
     if (isBegun_)
-        fs::remove_all(unfinished_, error);
+        sMarkedRemove(unfinished_);
 }
 
-void SiteFolder::vPrepare(const fs::path& folder, bool isForced) {
+void SiteFolder::vPrepare(const fs::path& folder) {
     // A link to a folder is followed once, here, and the folder that it leads to is exchanged.
     target_ = fs::weakly_canonical(fs::absolute(folder));
     // As one has it that was given with a slash at its end.
@@ -155,18 +110,35 @@ void SiteFolder::vPrepare(const fs::path& folder, bool isForced) {
         failure_ = "is the root of the file system";
         return;
     }
-    if (fs::exists(fs::symlink_status(target_)) && !isFolderThere(target_))
+    if (isAnythingThere(target_) && !isFolderThere(target_)) {
         failure_ = "is no folder";
-    else if (isFolderThere(target_) && !isForced)
-        failure_ = sKeepReason(target_);
-    if (!failure_.empty())
         return;
+    }
     fs::create_directories(target_.parent_path());
     unfinished_ = target_.parent_path() / fmt::format(".{}.kivifc-site", target_.filename().native());
-    failure_ = sLeftoverRemove(unfinished_);
-    if (!failure_.empty())
-        return;
-    top_ = lockedFolder(unfinished_, failure_);
+    former_ = unfinished_.native() + "-former";
+    failure_ = sLeftoversRemove();
+    if (failure_.empty() && !isForced_ && isFolderThere(target_))
+        failure_ = sKeepReason(target_);
+    if (failure_.empty())
+        vBegin();
+}
+
+/// A site that was killed between two renames left the former one under its other name.
+std::string SiteFolder::sLeftoversRemove() {
+    auto failure = sLeftoverRemove(unfinished_);
+    if (!failure.empty() || isAnythingThere(target_) || !isFolderThere(former_))
+        return failure.empty() ? sLeftoverRemove(former_) : failure;
+    const auto former = folderLock(former_);
+    if (!former.isOpen())
+        return InUse;
+    std::error_code error;
+    fs::rename(former_, target_, error);
+    return error ? error.message() : std::string();
+}
+
+void SiteFolder::vBegin() {
+    top_ = folderBegin(unfinished_, failure_);
     isBegun_ = top_.isOpen();
     if (failure_.empty())
         sets_ = folderWithin(top_, "sets", failure_);
@@ -207,40 +179,61 @@ void SiteFolder::vFileWrite(const Descriptor& folder, std::string_view folderNam
 
 std::string SiteFolder::sFinish() {
     std::ranges::sort(written_);
-    std::string mark(MarkHead);
-    mark += '\n';
-    for (const auto& path : written_)
-        mark.append(path).append("\n");
-    vFileWrite(top_, "", MarkName, mark);
-    if (failure_.empty())
-        failure_ = sExchange();
+    vFileWrite(top_, "", MarkName, sMark(written_));
+    if (!failure_.empty())
+        return failure_;
+    // Nothing ends the program while there is no site, or two.
+    const HeldEndSignals held;
+    vUnfinishedUnmark(top_);
+    failure_ = isFolderThere(target_) ? sReplace() : sMove();
     return failure_;
 }
 
-/// The two change places in one step where the system has such a step. Else the former site goes to a name
-/// beside it, so that there is none for a moment, and comes back when the new one cannot take its place.
-std::string SiteFolder::sExchange() {
+std::string SiteFolder::sMove() {
     std::error_code error;
-    const bool isReplaced = isFolderThere(target_);
-    // What is removed in the end is then the former site.
-    if (isReplaced && boExchange(unfinished_, target_))
-        return {};
-    const auto former = fs::path(unfinished_.native() + "-former");
-    if (isReplaced)
-        fs::rename(target_, former, error);
-    if (error)
-        return error.message();
     fs::rename(unfinished_, target_, error);
-    if (error && isReplaced) {
-        std::error_code ignored;
-        fs::rename(former, target_, ignored);
-    }
     if (error)
         return error.message();
     isBegun_ = false;
-    if (isReplaced)
-        fs::remove_all(former, error);
     return {};
+}
+
+/// The former site is locked before it goes to another name, where else it would be taken for a leftover.
+std::string SiteFolder::sReplace() {
+    const auto former = folderLock(target_);
+    if (!former.isOpen())
+        return InUse;
+    // In one step where the system has such a step, so that there is a site at any moment.
+    if (boExchange_(unfinished_, target_)) {
+        auto reason = isForced_ ? std::string() : sKeepReason(unfinished_);
+        if (!reason.empty()) {
+            isBegun_ = boExchange_(unfinished_, target_);
+            return reason;
+        }
+        isBegun_ = false;
+        return sFormerRemove(former, unfinished_);
+    }
+    std::error_code error;
+    fs::rename(target_, former_, error);
+    if (error)
+        return error.message();
+    auto reason = isForced_ ? std::string() : sKeepReason(former_);
+    if (reason.empty())
+        reason = sMove();
+    if (reason.empty())
+        return sFormerRemove(former, former_);
+    fs::rename(former_, target_, error);
+    return reason;
+}
+
+/// What cannot be removed of it, the next site removes.
+std::string SiteFolder::sFormerRemove(const Descriptor& folder, const fs::path& path) {
+    auto failure = sUnfinishedMark(folder);
+    if (failure.empty())
+        failure = sMarkedRemove(path);
+    if (failure.empty())
+        return {};
+    return fmt::format("the site is written, but \"{}\" cannot be removed: {}", path.native(), failure);
 }
 
 } // namespace kiv::kivifc::site

@@ -8,7 +8,8 @@
 ///
 /// A site has a file `.kivifc-site` that lists the files of it. A folder without one, or with a file that is
 /// not in its list, is not replaced unless that is asked for. When anything fails the former folder remains,
-/// and what was written is removed; what a site leaves that was killed is removed by the next one.
+/// and what was written is removed. What a site leaves that was killed the next one removes, or, when that is
+/// the former site, puts back; folders of such a name that kivifc did not make stay.
 ///
 /// Ownership: what was not finished is gone with it.
 /// Threads:   one thread; other processes that write the same site are refused.
@@ -26,10 +27,15 @@
 
 namespace kiv::kivifc::site {
 
+/// Lets two folders change places in one step; false where that is not possible.
+using FoldersExchange = bool (*)(const std::filesystem::path& left, const std::filesystem::path& right);
+bool boFoldersExchange(const std::filesystem::path& left, const std::filesystem::path& right);
+
 class SiteFolder {
 public:
     /// `isForced`: a folder that is not a site, or has other files too, is replaced, and these are gone.
-    SiteFolder(const std::filesystem::path& folder, bool isForced);
+    SiteFolder(const std::filesystem::path& folder, bool isForced,
+               FoldersExchange boExchange = boFoldersExchange);
     SiteFolder(const SiteFolder&) = delete;
     SiteFolder& operator=(const SiteFolder&) = delete;
     ~SiteFolder();
@@ -49,15 +55,23 @@ public:
     std::size_t getBytes() const { return bytes_; }
 
 private:
-    void vPrepare(const std::filesystem::path& folder, bool isForced);
+    void vPrepare(const std::filesystem::path& folder);
+    std::string sLeftoversRemove();
+    void vBegin();
     void vFileWrite(const Descriptor& folder, std::string_view folderName, std::string_view name,
                     std::string_view text);
-    std::string sExchange();
+    std::string sMove();
+    std::string sReplace();
+    static std::string sFormerRemove(const Descriptor& folder, const std::filesystem::path& path);
 
     // With no link in it.
     std::filesystem::path target_;
     // Beside it.
     std::filesystem::path unfinished_;
+    // Where the former site is meanwhile, when the two cannot change places in one step.
+    std::filesystem::path former_;
+    bool isForced_;
+    FoldersExchange boExchange_;
     Descriptor top_;
     Descriptor sets_;
     Descriptor assets_;

@@ -144,8 +144,97 @@ TEST(SiteFolder, MarkThatIsALinkIsNone) {
 TEST(SiteFolder, LeftoverOfAKilledSiteIsRemoved) {
     const TemporaryFolder folder;
     folder.sWrite(".site.kivifc-site/index.html", "left");
+    folder.sWrite(".site.kivifc-site/.kivifc-site-unfinished", "");
     EXPECT_EQ(sWritten(folder.sPath("site"), "first"), "");
     EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, LeftoverOfSomebodyElseStaysEvenWhenItIsInTheWay) {
+    for (const std::string name : {".site.kivifc-site", ".site.kivifc-site-former"}) {
+        const TemporaryFolder folder;
+        ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+        folder.sWrite(name + "/notes.txt", "mine");
+        EXPECT_THAT(sWritten(folder.sPath("site"), "second", true),
+                    HasSubstr(name + "\", which kivifc did not make, is in the way"));
+        EXPECT_EQ(sFileText(folder.sPath(name + "/notes.txt")), "mine");
+        EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    }
+}
+
+/// A system on which two folders cannot change places.
+bool boNever(const fs::path&, const fs::path&) {
+    return false;
+}
+
+TEST(SiteFolder, FormerSiteIsReplacedInTwoStepsWhereOneIsNotPossible) {
+    const TemporaryFolder folder;
+    for (const std::string text : {"first", "second", "third"}) {
+        SiteFolder site(folder.sPath("site"), false, boNever);
+        site.vWrite(Address(PageName("index.html")), text);
+        EXPECT_EQ(site.sFinish(), "");
+        EXPECT_EQ(sFileText(folder.sPath("site/index.html")), text);
+        EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+        EXPECT_THAT(namesIn(folder.sPath("site")),
+                    UnorderedElementsAre("index.html", ".kivifc-site", "sets", "assets"));
+    }
+}
+
+/// As a program leaves it that is killed between the two steps.
+TEST(SiteFolder, FormerSiteComesBackWhenTheNewOneDidNotTakeItsPlace) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    folder.sWrite("site/notes.txt", "mine");
+    fs::rename(folder.sPath("site"), folder.sPath(".site.kivifc-site-former"));
+    // Its own rules hold again: the file of somebody else is in it.
+    EXPECT_THAT(sWritten(folder.sPath("site"), "second"), HasSubstr("\"notes.txt\""));
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    EXPECT_EQ(sFileText(folder.sPath("site/notes.txt")), "mine");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, LeftoverOfAFormerSiteIsRemoved) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    fs::rename(folder.sPath("site"), folder.sPath(".site.kivifc-site-former"));
+    ASSERT_TRUE(fs::create_directory(folder.sPath("site")));
+    EXPECT_EQ(sWritten(folder.sPath("site"), "second"), "");
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "second");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, FileThatSomebodyAddsMeanwhileKeepsTheFormerSite) {
+    for (const auto boExchange : {&boFoldersExchange, &boNever}) {
+        const TemporaryFolder folder;
+        ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+        {
+            SiteFolder second(folder.sPath("site"), false, boExchange);
+            second.vWrite(Address(PageName("index.html")), "second");
+            folder.sWrite("site/notes.txt", "mine");
+            EXPECT_THAT(second.sFinish(), HasSubstr("\"notes.txt\""));
+        }
+        EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+        EXPECT_EQ(sFileText(folder.sPath("site/notes.txt")), "mine");
+        EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+    }
+}
+
+/// Another program comes just when the two folders have changed places.
+bool boExchangeAndWrite(const fs::path& left, const fs::path& right) {
+    if (!boFoldersExchange(left, right))
+        return false;
+    EXPECT_EQ(sWritten(right, "third"), "another kivifc is writing it");
+    EXPECT_TRUE(fs::exists(left / "index.html"));
+    return true;
+}
+
+TEST(SiteFolder, FormerSiteIsNoLeftoverWhileItIsBeingReplaced) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    SiteFolder second(folder.sPath("site"), false, boExchangeAndWrite);
+    second.vWrite(Address(PageName("index.html")), "second");
+    EXPECT_EQ(second.sFinish(), "");
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "second");
     EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
 }
 
