@@ -29,14 +29,23 @@ std::size_t contextNameEnd(const std::string& argument) {
     return end == 0 ? std::string::npos : end;
 }
 
+/// The sets of some documents, and of each problem the bytes of its document.
+struct ReadSets {
+    kit::SetCollection sets;
+    std::vector<std::string> problemTexts;
+};
+
 /// Says what was not used, and registers the rest.
-void vSetsRegister(kit::SetCollection&& sets, const Context& context, SchemaWithSets& loaded,
+void vSetsRegister(ReadSets&& read, const Context& context, SchemaWithSets& loaded,
                    Diagnostics& diagnostics) {
-    for (const auto& problem : sets.problems) {
+    auto& sets = read.sets;
+    for (std::size_t index = 0; index < sets.problems.size(); ++index) {
+        const auto& problem = sets.problems[index];
         if (problem.failure) {
             diagnostics.vFail(shownFailure(problem.path, *problem.failure));
         } else {
-            loaded.unusedSets.push_back({context, problem.path, problem.reason});
+            loaded.unusedSets.push_back(
+                {context, problem.path, problem.reason, std::move(read.problemTexts[index])});
             diagnostics.vNote(problem.path, problem.reason);
         }
     }
@@ -45,11 +54,17 @@ void vSetsRegister(kit::SetCollection&& sets, const Context& context, SchemaWith
                                                                                  std::move(sets.definitions));
 }
 
-kit::SetCollection documentsRead(const SchemaWithSets& loaded, const std::vector<std::string>& documents) {
-    kit::SetCollection sets;
-    for (const auto& path : documents)
-        kit::vSetAdd(sets, *loaded.schema.schema, setDocumentRead(path));
-    return sets;
+ReadSets documentsRead(const SchemaWithSets& loaded, const std::vector<std::string>& documents) {
+    ReadSets read;
+    for (const auto& path : documents) {
+        auto document = setDocumentRead(path);
+        // A copy, as what was found in the document may refer to its text.
+        auto text = document.text;
+        kit::vSetAdd(read.sets, *loaded.schema.schema, std::move(document));
+        if (read.sets.problems.size() > read.problemTexts.size())
+            read.problemTexts.push_back(std::move(text));
+    }
+    return read;
 }
 
 std::map<Context, std::vector<std::string>> pathsByContext(const std::string& schemaName,

@@ -31,6 +31,8 @@ struct UnusedSet {
     ifc::def::SchemaPset::Context context;
     std::string path;
     std::string reason;
+    /// The bytes of the document, which cannot be read again when they came from a pipe.
+    std::string text;
 };
 
 struct SchemaWithSets {

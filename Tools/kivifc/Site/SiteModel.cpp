@@ -1,6 +1,6 @@
 #include "kivifc/Site/SiteModel.h"
 
-#include "kivifc/Documents/SetDocument.h"
+#include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Site/RedeclaredName.h"
 
 #include <algorithm>
@@ -97,11 +97,11 @@ void SiteModel::vSetsCollect() {
     }
 }
 
-/// They are gone from the collections, so their documents are read again.
+/// They are gone from the collections, so they are made again of the text of their documents.
 void SiteModel::vUnusedSetsRead() {
     unusedDocuments_.reserve(loaded_.unusedSets.size());
     for (const auto& unused : loaded_.unusedSets) {
-        auto document = setDocumentRead(unused.path);
+        auto document = kit::setTextRead(unused.text, unused.path, readingOptions());
         if (!document.pSet())
             continue;
         sets_.push_back({document.pSet(), unused.context, unused.path, unused.reason, nullptr});
