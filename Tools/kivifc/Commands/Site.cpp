@@ -8,6 +8,7 @@
 #include "kivifc/Site/SitePages.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <memory>
@@ -25,11 +26,14 @@ namespace fs = std::filesystem;
 constexpr const char* Footer =
     "Open DIR/index.html in a browser; no server is needed, and no page asks for anything outside of DIR.\n"
     "\n"
-    "The site is written beside DIR and takes its place when it is complete; when anything fails, the "
-    "former\n"
-    "one stays. DIR is only replaced when it is empty, or a site of kivifc with no other files in it, "
-    "unless\n"
-    "--force is given. Equal input gives equal files.\n"
+    "The site is written beside DIR and takes its place when it is complete; when anything fails, a "
+    "document\n"
+    "that cannot be read included, the former one stays. DIR is only replaced when it is empty, or a site "
+    "of\n"
+    "kivifc with no other files in it, unless --force is given; a DIR that is or contains the current "
+    "folder,\n"
+    "the home folder, kivifc.toml or anything that is read is refused in any case. Equal input gives equal\n"
+    "files.\n"
     "\n"
     "In kivifc.toml, out and title of the section [site] are the options of these names; schema, sets\n"
     "and [contexts] are those of kivifc check.\n"
@@ -52,6 +56,8 @@ bool isWithin(const fs::path& path, const fs::path& folder) {
 std::string sReadFrom(const SiteOptions& options) {
     std::vector<std::string> paths = options.sets;
     paths.push_back(options.schemaPath);
+    if (!options.getProjectPath().empty())
+        paths.push_back(options.getProjectPath());
     for (const auto& path : paths) {
         std::error_code error;
         const auto name = path.find('=');
@@ -59,6 +65,19 @@ std::string sReadFrom(const SiteOptions& options) {
         if (isWithin(isNamed ? path.substr(name + 1) : path, options.folder))
             return path;
     }
+    return {};
+}
+
+/// Why a folder is never replaced, whatever it has; empty when it may be.
+std::string sKeptReason(const SiteOptions& options) {
+    if (const auto path = sReadFrom(options); !path.empty())
+        return fmt::format("is replaced whole, and \"{}\" is in it", path);
+    // Most likely "." or "~" where a folder in it was meant, and all work is in it.
+    if (isWithin(".", options.folder))
+        return "is replaced whole, and the current folder is it or in it";
+    const auto* const home = std::getenv("HOME");
+    if (home && *home != '\0' && isWithin(home, options.folder))
+        return "is replaced whole, and the home folder is it or in it";
     return {};
 }
 
@@ -82,9 +101,8 @@ void SiteCommand::vRun(Console& console) {
     auto& diagnostics = console.diagnostics;
     if (!options_.boComplete(diagnostics))
         return;
-    if (const auto path = sReadFrom(options_); !path.empty())
-        return diagnostics.vFail(options_.folder,
-                                 fmt::format("is replaced whole, and \"{}\" is in it", path));
+    if (const auto reason = sKeptReason(options_); !reason.empty())
+        return diagnostics.vFail(options_.folder, reason);
     // First, so that nobody waits for a site that is then refused.
     site::SiteFolder folder(options_.folder, options_.isForced);
     if (!folder.getFailure().empty())
@@ -92,6 +110,9 @@ void SiteCommand::vRun(Console& console) {
     const auto loaded = schemaWithSetsRead(options_.schemaPath, options_.sets, diagnostics);
     if (!loaded)
         return;
+    // A site without them would look complete.
+    if (!diagnostics.getFailures().empty())
+        return diagnostics.vNote(options_.folder, "no site is written, as not everything could be read");
     const auto title =
         options_.title.empty() ? std::string(loaded->schema.schema->getName()) : options_.title;
     site::vSitePagesWrite(site::SiteModel(*loaded, title), folder);

@@ -31,6 +31,9 @@ public:
     /// Adds what the environment and kivifc.toml say, where the command line says nothing.
     bool boComplete(Diagnostics& diagnostics);
 
+    /// What --config-file names; empty when kivifc.toml is looked for, from the current folder upwards.
+    const std::string& getProjectPath() const { return projectPath_; }
+
     std::string schemaPath;
     /// Set documents and folders, and NAME=PATH.
     std::vector<std::string> sets;

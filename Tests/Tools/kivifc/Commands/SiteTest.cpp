@@ -74,6 +74,46 @@ TEST(Site, FormerSiteStaysWhenTheSchemaCannotBeRead) {
     EXPECT_EQ(filesOf(folder.sPath("site")), before);
 }
 
+TEST(Site, FormerSiteStaysWhenSetsCannotBeRead) {
+    const TemporaryFolder folder;
+    const auto broken = folder.sWrite("Broken.xml", "<PropertySetDef><Name>Pset_");
+    ASSERT_EQ(kivifcRun({"site", "Building.exp", "Sets", "--out", folder.sPath("site")}).status, 0);
+    const auto before = filesOf(folder.sPath("site"));
+    for (const auto& sets : {std::string("Stes"), broken}) {
+        const auto run = kivifcRun({"site", "Building.exp", sets, "--out", folder.sPath("site")});
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.out, "");
+        EXPECT_THAT(run.err, HasSubstr("no site is written, as not everything could be read"));
+        EXPECT_EQ(filesOf(folder.sPath("site")), before);
+    }
+}
+
+TEST(Site, FolderThatHoldsTheProjectStaysEvenWithForce) {
+    const TemporaryFolder folder;
+    folder.sWrite("project/notes.txt", "mine");
+    fs::create_directory(folder.sPath("project/inner"));
+    const std::string schema = std::string(KIVIFC_SAMPLES) + "/Building.exp";
+    RunOptions options;
+    options.folder = folder.sPath("project/inner");
+    for (const std::string out : {".", "..", "../../project/"}) {
+        const auto run = kivifcRun({"site", schema, "--out", out, "--force"}, options);
+        EXPECT_EQ(run.status, 2) << out;
+        EXPECT_THAT(run.err, HasSubstr("the current folder is it or in it"));
+    }
+    options.folder.clear();
+    options.environment = {"HOME=" + folder.sPath("project/inner")};
+    EXPECT_THAT(kivifcRun({"site", schema, "--out", folder.sPath("project"), "--force"}, options).err,
+                HasSubstr("the home folder is it or in it"));
+    options.environment = {"HOME="};
+    const auto toml = folder.sWrite("project/other.toml", "");
+    EXPECT_THAT(
+        kivifcRun({"site", schema, "--out", folder.sPath("project"), "--force", "--config-file", toml},
+                  options)
+            .err,
+        HasSubstr("other.toml\" is in it"));
+    EXPECT_EQ(sFileText(folder.sPath("project/notes.txt")), "mine");
+}
+
 TEST(Site, ProjectFileHoldsItsArguments) {
     const TemporaryFolder folder;
     folder.sWrite("kivifc.toml", std::string("schema = \"") + KIVIFC_SAMPLES + "/Building.exp\"\nsets = [\"" +
@@ -113,6 +153,19 @@ TEST(Site, SetThatIsRefusedIsAFinding) {
         kivifcRun({"site", "Building.exp", "BrokenSets/Broken_Refused.xml", "--out", folder.sPath("site")});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(fs::exists(folder.sPath("site/index.html")));
+}
+
+TEST(Site, SetThatIsRefusedHasItsPageThoughItCameFromAPipe) {
+    const TemporaryFolder folder;
+    RunOptions options;
+    options.input = sFileText(std::string(KIVIFC_SAMPLES) + "/BrokenSets/Broken_Refused.xml");
+    EXPECT_EQ(kivifcRun({"site", "Building.exp", "-", "--out", folder.sPath("site")}, options).status, 1);
+    ASSERT_EQ(
+        kivifcRun({"site", "Building.exp", "BrokenSets/Broken_Refused.xml", "--out", folder.sPath("other")})
+            .status,
+        1);
+    for (const auto& [name, text] : filesOf(folder.sPath("other")))
+        EXPECT_TRUE(fs::exists(folder.sPath("site/" + name))) << name;
 }
 
 } // namespace
