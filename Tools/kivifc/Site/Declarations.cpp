@@ -1,9 +1,14 @@
 #include "kivifc/Site/Declarations.h"
 
 #include "kiv/Kit/Positions/ExpressPositions.h"
+#include "kivifc/Program/AsciiText.h"
 
+#include <algorithm>
 #include <array>
+#include <deque>
 #include <span>
+#include <string>
+#include <unordered_map>
 #include <utility>
 
 namespace kiv::kivifc::site {
@@ -11,6 +16,7 @@ namespace kiv::kivifc::site {
 namespace {
 
 using ifc::def::schema::ObjectBase;
+using kit::ExpressDeclaration;
 using kit::ExpressDeclarationKind;
 
 constexpr std::array<std::pair<ExpressDeclarationKind, ObjectBase::Type>, 4> Kinds{
@@ -19,41 +25,63 @@ constexpr std::array<std::pair<ExpressDeclarationKind, ObjectBase::Type>, 4> Kin
      {ExpressDeclarationKind::Function, ObjectBase::Type::Function},
      {ExpressDeclarationKind::Rule, ObjectBase::Type::Rule}}};
 
-bool isSameKind(ExpressDeclarationKind declared, ObjectBase::Type kind) {
-    for (const auto& [each, object] : Kinds) {
-        if (each == declared)
-            return object == kind;
-    }
-    return false;
+constexpr bool isWordByte(char byte) {
+    return ascii::isLetter(byte) || (byte >= '0' && byte <= '9') || byte == '_';
 }
 
-/// The library ends a name at a blank, so that it may have more than the name: "A;".
-bool isSameName(std::string_view declared, std::string_view name) {
-    return kit::isSameExpressWord(declared, name.substr(0, declared.size()));
+/// In upper case. The library ends a name at a blank, so that it may have more than the name: "A;".
+std::string sWordUpper(std::string_view name) {
+    std::string word;
+    for (const char byte : name.substr(0, std::ranges::find_if_not(name, isWordByte) - name.begin()))
+        word += ascii::getUpper(byte);
+    return word;
 }
+
+/// The declarations of a kind and a name that no object has yet, the next one first.
+class Waiting {
+public:
+    explicit Waiting(std::span<const ExpressDeclaration> declarations) {
+        for (const auto& declaration : declarations)
+            byName_[sWordUpper(declaration.name.text)].push_back(&declaration);
+    }
+
+    /// Null when there is none.
+    const ExpressDeclaration* pTake(const ObjectBase& object) {
+        const auto found = byName_.find(sWordUpper(object.getName()));
+        if (found == byName_.end())
+            return nullptr;
+        auto& waiting = found->second;
+        const auto place = std::ranges::find_if(waiting, [&](const ExpressDeclaration* declaration) {
+            return isSameKind(declaration->kind, object.getKind());
+        });
+        if (place == waiting.end())
+            return nullptr;
+        const auto* declaration = *place;
+        waiting.erase(place);
+        return declaration;
+    }
+
+private:
+    static bool isSameKind(ExpressDeclarationKind declared, ObjectBase::Type kind) {
+        return std::ranges::find(Kinds, std::pair(declared, kind)) != Kinds.end();
+    }
+
+    std::unordered_map<std::string, std::deque<const ExpressDeclaration*>> byName_;
+};
 
 } // namespace
 
-// Both lists are in the order of the text, so that one goes along the other; what only one of them has is
-// passed over.
+// Objects of a kind and a name have their declarations in the order of the text. What only the text has, such
+// as constants and procedures, is passed over, however much of it there is.
 Declarations::Declarations(const SchemaFile& file) {
     const auto positions = kit::expressPositions(file.text);
     std::span declarations(positions.declarations);
     if (!positions.schemas.empty())
         declarations = declarations.subspan(positions.schemas.back().firstDeclaration);
-    std::size_t next = 0;
+    Waiting waiting(declarations);
     for (const auto* object : file.schema->getObjects()) {
-        auto place = next;
-        // Near, as else many objects that are not found would each look through all of the text.
-        constexpr std::size_t Looked = 64;
-        while (place < declarations.size() && place < next + Looked &&
-               !(isSameKind(declarations[place].kind, object->getKind()) &&
-                 isSameName(declarations[place].name.text, object->getName())))
-            ++place;
-        if (place >= declarations.size() || place == next + Looked)
-            continue;
-        found_.emplace(object, Found{declarations[place].text, declarations[place].keyword.position.line});
-        next = place + 1;
+        if (const auto* declaration = waiting.pTake(*object))
+            found_.emplace(object, Found{declaration->text, declaration->keyword.position.line});
     }
 }
 
