@@ -1,5 +1,6 @@
 #include "kivifc/Site/Diagram.h"
 
+#include "kivifc/Program/CodePoints.h"
 #include "kivifc/Site/Elements.h"
 
 #include <algorithm>
@@ -24,7 +25,7 @@ constexpr long long BoxPadding = 10;
 /// Rows that a reader still takes in at once.
 constexpr std::size_t RowsBelowMax = 40;
 constexpr std::size_t SupertypesMax = 20;
-/// Letters of a box; the page has the whole name.
+/// Columns of letters of a box; the page has the whole name.
 constexpr std::size_t LettersMax = 48;
 
 struct Row {
@@ -38,13 +39,25 @@ struct Row {
 };
 
 long long boxWidth(std::string_view label) {
-    return static_cast<long long>(std::min(label.size(), LettersMax)) * LetterWidth + 2 * BoxPadding;
+    return static_cast<long long>(escapedWidth(label)) * LetterWidth + 2 * BoxPadding;
 }
 
 std::string sLabel(std::string_view name) {
-    if (name.size() <= LettersMax)
-        return std::string(name);
-    return sShort(name).substr(0, LettersMax - 3) + "...";
+    constexpr std::string_view Dots = "...";
+    // Of a name of megabytes, no more than can be shown is looked at.
+    const auto whole = sShort(name);
+    if (escapedWidth(whole) <= LettersMax)
+        return whole;
+    std::string label;
+    std::size_t width = 0;
+    for (std::string_view rest = whole; !rest.empty();) {
+        const auto bytes = codePointTake(rest).bytes;
+        width += escapedWidth(bytes);
+        if (width > LettersMax - Dots.size())
+            break;
+        label += bytes;
+    }
+    return label.append(Dots);
 }
 
 /// Chooses what is shown.

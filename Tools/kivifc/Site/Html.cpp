@@ -57,6 +57,15 @@ bool isShown(const CodePoint& point) {
 
 } // namespace
 
+std::size_t escapedWidth(std::string_view text) {
+    std::size_t width = 0;
+    while (!text.empty()) {
+        const auto point = codePointTake(text);
+        width += isShown(point) ? displayWidth(point) : sEscaped(point).size();
+    }
+    return width;
+}
+
 void Html::vInTagExpect(bool isInTag) const {
     if (isInTag_ != isInTag)
         throw std::logic_error(isInTag ? "an attribute outside of a tag" : "text within a tag");

@@ -15,6 +15,7 @@
 ///            mistake of ours; markup that ends within the value of an attribute does not compile.
 #pragma once
 
+#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/Address.h"
 
 #include <cstddef>
@@ -65,19 +66,25 @@ class AttributeName {
 public:
     // NOLINTNEXTLINE(google-explicit-constructor)
     consteval AttributeName(const char* name) : name_(name) {
-        for (const char byte : name_) {
-            if (!(byte >= 'a' && byte <= 'z') && !(byte >= 'A' && byte <= 'Z') && byte != '-' &&
-                !(byte >= '0' && byte <= '9'))
-                throw "no name of an attribute";
+        // Not constant, so that the compiler refuses it.
+        if (!isHarmless(name_))
+            throw "no name of an attribute, or the value of the attribute is obeyed";
+    }
+
+    /// Whether it is a name of an attribute whose value is neither an address nor obeyed. Browsers take
+    /// capitals for small letters.
+    static constexpr bool isHarmless(std::string_view name) {
+        for (const char byte : name) {
+            if (!ascii::isLetter(byte) && byte != '-' && !(byte >= '0' && byte <= '9'))
+                return false;
         }
         for (const std::string_view harmful :
              {"href", "src", "style", "action", "formaction", "srcdoc", "srcset", "content", "http-equiv",
-              "data", "background", "poster"}) {
-            if (name_ == harmful)
-                throw "the value of this attribute is obeyed";
+              "data", "background", "poster", "ping", "manifest"}) {
+            if (ascii::isEqualIgnoringCase(name, harmful))
+                return false;
         }
-        if (name_.starts_with("on"))
-            throw "the value of this attribute is a program";
+        return !ascii::isEqualIgnoringCase(name.substr(0, 2), "on");
     }
 
     constexpr std::string_view getView() const { return name_; }
@@ -106,6 +113,9 @@ struct Isolated {
 inline Isolated isolated(std::string_view text) {
     return {text};
 }
+
+/// How many columns of letters of one width an escaped text takes; those of East Asia take two.
+std::size_t escapedWidth(std::string_view text);
 
 struct HtmlAttribute {
     AttributeName name;

@@ -20,6 +20,15 @@ static_assert(isAppended<Escaped>);
 static_assert(!isAppended<std::string>);
 static_assert(!isAppended<std::string_view>);
 
+// A browser takes capitals for small letters.
+static_assert(AttributeName::isHarmless("viewBox"));
+static_assert(!AttributeName::isHarmless("HREF"));
+static_assert(!AttributeName::isHarmless("onclick"));
+static_assert(!AttributeName::isHarmless("ONCLICK"));
+static_assert(!AttributeName::isHarmless("ping"));
+static_assert(!AttributeName::isHarmless("manifest"));
+static_assert(!AttributeName::isHarmless("a b"));
+
 struct EscapedText {
     std::string text;
     std::string html;
