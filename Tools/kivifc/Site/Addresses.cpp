@@ -2,6 +2,7 @@
 
 #include "kivifc/Documents/Checksum.h"
 #include "kivifc/Program/AsciiText.h"
+#include "kivifc/Site/IndexPages.h"
 
 #include <algorithm>
 #include <array>
@@ -15,21 +16,12 @@ namespace {
 /// File systems allow 255 bytes, which the suffix and the ending are part of.
 constexpr std::size_t NameSizeMax = 100;
 
-constexpr std::array OurPages{StartPage, EntitiesPage, EntitiesByLetterPage, TypesPage,     FunctionsPage,
-                              RulesPage, SetsPage,     PropertiesPage,       LanguagesPage, GuidsPage};
-
 bool isLetterOrDigit(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9');
+    return ascii::isLetter(byte) || (byte >= '0' && byte <= '9');
 }
 
 bool isSafe(char byte) {
     return isLetterOrDigit(byte) || byte == '_';
-}
-
-std::string sFolded(std::string_view text) {
-    std::string folded(text);
-    std::ranges::transform(folded, folded.begin(), ascii::getLower);
-    return folded;
 }
 
 /// Some systems take such names for devices, whatever their ending is.
@@ -42,10 +34,11 @@ bool isDevice(std::string_view folded) {
 
 /// Our pages have names in lower case; "-" is in names of ours only.
 bool isOurs(std::string_view folded) {
-    return std::ranges::any_of(OurPages, [&](const PageName& page) {
+    const auto isSame = [&](const PageName& page) {
         const auto name = page.getView();
         return name.substr(0, name.find('.')) == folded;
-    });
+    };
+    return isSame(StartPage) || std::ranges::any_of(IndexPages, isSame, &IndexPage::page);
 }
 
 bool isPlain(std::string_view name) {
@@ -75,12 +68,16 @@ std::string sAnchor(std::string_view name) {
 }
 
 std::string FileNames::sTake(std::string_view name, std::string_view distinction) {
-    const auto folded = sFolded(name.substr(0, NameSizeMax + 1));
+    const auto folded = ascii::sLowerCase(name.substr(0, NameSizeMax + 1));
     if (isPlain(name) && !isOurs(folded) && !isDevice(folded) && taken_.insert(folded).second)
         return std::string(name) + ".html";
     auto marked = sMarked(name, distinction);
-    for (int count = 2; !taken_.insert(sFolded(marked)).second; ++count)
-        marked = sMarked(name, fmt::format("{}\n{}", distinction, count));
+    if (taken_.insert(ascii::sLowerCase(marked)).second)
+        return marked + ".html";
+    auto& count = counts_.try_emplace(marked, 1).first->second;
+    do
+        marked = sMarked(name, fmt::format("{}\n{}", distinction, ++count));
+    while (!taken_.insert(ascii::sLowerCase(marked)).second);
     return marked + ".html";
 }
 

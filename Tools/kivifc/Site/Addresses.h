@@ -46,6 +46,8 @@ public:
 private:
     // In lower case.
     std::unordered_set<std::string> taken_;
+    // How many names with this checksum there were, so that many equal ones do not each try all numbers.
+    std::unordered_map<std::string, int> counts_;
 };
 
 class Addresses {

@@ -21,9 +21,19 @@ using ifc::def::schema::Entity;
 /// there again on the page of each one below it.
 constexpr std::size_t MembersMax = 1500;
 constexpr std::size_t SetsMax = 400;
+/// The same of what is inherited: the sets of one entity are on the pages of thousands of others.
+constexpr std::size_t InheritedMembersMax = 500;
+constexpr std::size_t InheritedSetsMax = 100;
 constexpr std::size_t PredefinedTypesMax = 20;
 /// In bytes; the page of the set has all of it.
 constexpr std::size_t DefinitionMax = 300;
+
+/// What can still be written.
+struct Room {
+    MembersDetail detail;
+    std::size_t members;
+    std::size_t sets;
+};
 
 class EntitySets {
 public:
@@ -66,7 +76,7 @@ private:
         }
         for (const auto& group : model_.setsOf(each)) {
             vPredefinedTypesWrite(group);
-            vSetsWrite(group.sets, &each == &entity_ ? MembersDetail::Short : MembersDetail::Brief);
+            vSetsWrite(group.sets, &each == &entity_ ? own_ : inherited_);
         }
     }
 
@@ -88,36 +98,37 @@ private:
         if (model_.getUnrestrictedSets().empty())
             return;
         html_ << "<h3>Of every entity</h3>\n";
-        vSetsWrite(model_.getUnrestrictedSets(), MembersDetail::Brief);
+        vSetsWrite(model_.getUnrestrictedSets(), inherited_);
     }
 
-    void vSetsWrite(std::span<const SiteSet* const> sets, MembersDetail detail) {
+    void vSetsWrite(std::span<const SiteSet* const> sets, Room& room) {
         for (const auto* set : sets) {
-            if (written_ >= SetsMax)
+            if (room.sets == 0)
                 return;
+            --room.sets;
             ++written_;
-            vSetWrite(*set, detail);
+            vSetWrite(*set, room);
         }
     }
 
-    void vSetWrite(const SiteSet& set, MembersDetail detail) {
+    void vSetWrite(const SiteSet& set, Room& room) {
         const auto count = kit::setMembers(*set.set).size();
         const auto& name = set.set->getName();
         const auto address = model_.getAddresses().of(*set.set);
-        if (members_ + count > MembersMax) {
+        if (count > room.members) {
             html_ << "<p>";
             vNameLinkWrite(html_, address, name);
             html_ << "</p>\n";
             return;
         }
-        members_ += count;
+        room.members -= count;
         html_ << "<details class=\"set\"><summary><bdi>" << escaped(sShort(name))
               << "</bdi> <span class=\"count\">" << count << "</span>";
         if (!set.context.isStandard)
             html_ << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
         html_ << "</summary>\n<p><a" << href(address) << ">Page of the set</a> <bdi>"
               << escaped(sShort(set.set->getDefinition(), DefinitionMax)) << "</bdi></p>\n";
-        vSetMembersWrite(model_, set, detail, html_);
+        vSetMembersWrite(model_, set, room.detail, html_);
         html_ << "</details>\n";
     }
 
@@ -126,7 +137,8 @@ private:
     Html& html_;
     std::vector<const Entity*> line_;
     std::size_t written_ = 0;
-    std::size_t members_ = 0;
+    Room own_{MembersDetail::Short, MembersMax, SetsMax};
+    Room inherited_{MembersDetail::Brief, InheritedMembersMax, InheritedSetsMax};
 };
 
 } // namespace

@@ -9,17 +9,16 @@
 #include "kiv/Kit/Documents/SetMembers.h"
 #include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/Elements.h"
+#include "kivifc/Site/IndexPages.h"
 #include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/RedeclaredName.h"
 #include "kivifc/Site/SearchIndex.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <iterator>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace kiv::kivifc::site {
@@ -31,18 +30,6 @@ namespace pset = ifc::def::pset;
 namespace xml = ifc::def::xml;
 
 constexpr PageName IndexFile("assets/search-index.js");
-
-constexpr std::array<std::pair<std::string_view, PageName>, 9> IndexPages{{
-    {"Entities as a tree", EntitiesPage},
-    {"Entities by letter", EntitiesByLetterPage},
-    {"Types", TypesPage},
-    {"Functions", FunctionsPage},
-    {"Rules", RulesPage},
-    {"Sets by class and by prefix", SetsPage},
-    {"Properties by name", PropertiesPage},
-    {"Languages", LanguagesPage},
-    {"GUIDs", GuidsPage},
-}};
 
 std::string sDigits(const Guid& guid) {
     return guid.isNull() ? std::string() : guid.toString(false);
@@ -63,8 +50,8 @@ public:
             vPageAdd(SearchKind::Rule, *rule);
         for (const auto& set : model_.getSets())
             vSetAdd(*set.set);
-        for (const auto& [name, page] : IndexPages)
-            index_.vPageAdd(SearchKind::Page, name, page.getView());
+        for (const auto& [page, title] : IndexPages)
+            index_.vPageAdd(SearchKind::Page, title.getView(), page.getView());
         return index_.sText();
     }
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstddef>
+#include <ctime>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
@@ -62,6 +64,18 @@ TEST(FileNames, NameOfTwoContextsHasAFileForEach) {
     const auto again = names.sTake("Pset_Wall", "office");
     EXPECT_EQ(standard, "Pset_Wall.html");
     EXPECT_EQ((std::set<std::string>{standard, office, again}.size()), 3U);
+}
+
+/// Some seconds would become minutes if each tried the numbers of all before it.
+TEST(FileNames, ManyEqualNamesTakeTimeInProportion) {
+    constexpr int Count = 30000;
+    FileNames names;
+    std::set<std::string> files;
+    const auto begin = std::clock();
+    for (int number = 0; number < Count; ++number)
+        files.insert(names.sTake("Pset_Wall", "office"));
+    EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 5.0);
+    EXPECT_EQ(files.size(), static_cast<std::size_t>(Count));
 }
 
 TEST(Anchor, IsTheNameUnlessOursCouldBeTheSame) {

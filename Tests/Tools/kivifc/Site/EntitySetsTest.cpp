@@ -1,0 +1,70 @@
+#include "kivifc/Site/EntitySets.h"
+
+#include "Tools/kivifc/Site/SetTexts.h"
+#include "Tools/kivifc/Site/SiteSample.h"
+
+#include <cstddef>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kiv::kivifc::site::test {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+std::string sProperties(int count) {
+    std::string members;
+    for (int number = 0; number < count; ++number)
+        members += sProperty("P" + std::to_string(number), sSingle("Label"));
+    return members;
+}
+
+std::string sFamily(int children) {
+    std::string text = "TYPE Label = STRING;\nEND_TYPE;\nENTITY Root;\nEND_ENTITY;\n";
+    for (int number = 0; number < children; ++number)
+        text += "ENTITY Child" + std::to_string(number) + "\n SUBTYPE OF (Root);\nEND_ENTITY;\n";
+    return text;
+}
+
+using Sets = std::vector<std::pair<std::string, std::string>>;
+
+TEST(EntitySets, WhatIsInheritedHasLessRoomThanWhatIsOwn) {
+    Sets sets;
+    for (const std::string name : {"Pset_A", "Pset_B", "Pset_C"})
+        sets.emplace_back("context" + name, sSet(name, {"Root"}, sProperties(200)));
+    const SiteSample sample(sFamily(1), sets);
+    const auto own = sample.sPage("Root.html");
+    const auto inherited = sample.sPage("Child0.html");
+    for (const std::string name : {"Pset_A", "Pset_B", "Pset_C"})
+        EXPECT_THAT(own, HasSubstr("sets/" + name + ".html#P199\"")) << name;
+    // 400 members fit into 500; the last set is named alone.
+    EXPECT_THAT(inherited, HasSubstr("sets/Pset_B.html#P199\""));
+    EXPECT_THAT(inherited, Not(HasSubstr("sets/Pset_C.html#P")));
+    EXPECT_THAT(inherited, HasSubstr("<p><a href=\"sets/Pset_C.html\"><code>Pset_C</code></a></p>"));
+}
+
+/// The sum of all pages.
+std::size_t sizeOf(int children) {
+    const SiteSample sample(sFamily(children), {{"TEST", sSet("Pset_A", {"Root"}, sProperties(50))}});
+    std::size_t size = sample.sPage("Root.html").size();
+    for (int number = 0; number < children; ++number)
+        size += sample.sPage("Child" + std::to_string(number) + ".html").size();
+    return size;
+}
+
+/// Each child has the sets of the parent, and neither the children of it nor each other.
+TEST(EntitySets, PagesOfAParentWithManyChildrenGrowInProportion) {
+    const auto few = sizeOf(100);
+    const auto many = sizeOf(400);
+    EXPECT_LT(many, few * 5);
+    EXPECT_GT(many, few * 3);
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::site::test
