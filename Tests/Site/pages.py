@@ -98,7 +98,9 @@ class Reader(html.parser.HTMLParser):
         names = [name for name, _, _ in self.open]
         if tag in ("tr", "article", "li", "div", "details") and values.get("id"):
             section = next((name for at, name, _ in self.open if at == "section" and name), "")
-            inherited = any("inherited" in classes for _, _, classes in self.open)
+            # Members of a select that is a member are below it.
+            nested = any(at == "li" and name for at, name, _ in self.open[:-1])
+            inherited = nested or any("inherited" in classes for _, _, classes in self.open)
             self.row = Row(section, values["id"], "", inherited)
             self.row_depth = len(self.open)
             self.page.rows.append(self.row)

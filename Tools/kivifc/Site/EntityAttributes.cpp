@@ -108,7 +108,9 @@ void EntityAttributes::vKindWrite(const Kind& kind, const ItemsOf& itemsOf, cons
     if (count == 0)
         return;
     vSectionBegin(html_, kind.id, kind.title, count);
-    vTableBegin(html_, entity_.getName(), {"Name", kind.column});
+    // The regions of a page have different names, as programs list them that read pages aloud.
+    vTableBegin(html_, std::string(kind.title.getView()) + " of " + sShort(entity_.getName()),
+                {"Name", kind.column});
     std::size_t inherited = 0;
     for (const auto* entity : line_) {
         if (inherited <= InheritedMax && entity != &entity_ && !itemsOf(*entity).empty())
@@ -134,17 +136,17 @@ void EntityAttributes::vGroupBegin(const Entity& declaring) {
     html_ << "</th></tr>\n";
 }
 
-/// An inherited one has its address on the page of the entity that declares it.
+/// The name of an inherited one leads to the page of the entity that declares it.
 void EntityAttributes::vRowBegin(const Entity& declaring, const void* item, std::string_view name) {
     const auto own = ownIds_.find(item);
     const auto id = own == ownIds_.end() ? ids_.sTake(name) : own->second;
     html_ << "<tr" << attribute("id", id) << "><th scope=\"row\">";
     if (&declaring == &entity_) {
         html_ << "<code>" << escaped(sShort(name)) << "</code>";
-        vRowLinkWrite(html_, id, name);
     } else {
         vNameLinkWrite(html_, model_.getAddresses().of(declaring).row(name), name);
     }
+    vRowLinkWrite(html_, id, name);
     html_ << "</th><td>";
 }
 

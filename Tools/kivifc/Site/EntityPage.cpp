@@ -46,9 +46,20 @@ private:
             html_ << "<span class=\"badge abstract\">abstract</span> ";
         vLineWrite();
         html_ << "</p>\n";
+        vFarthestWrite();
         vSectionBegin(html_, "tree", "Place in the tree");
         vDiagramWrite(model_, entity_, html_);
         vSectionEnd(html_);
+    }
+
+    /// Where what is inherited goes on, of a line that is too long for one page.
+    void vFarthestWrite() {
+        const auto& farthest = *nearestOf(entity_).back();
+        if (!farthest.pSupertype())
+            return;
+        html_ << "<p>Attributes, sets and rules are listed up to ";
+        vObjectLinkWrite(model_, farthest, html_);
+        html_ << ", whose page has what it inherits.</p>\n";
     }
 
     /// The supertypes as a line of text.
@@ -75,13 +86,15 @@ private:
                 continue;
             for (const auto* rule : distinctRules(each->pWhere())) {
                 if (++count > RulesMax)
-                    break;
+                    continue;
                 html_ << (count == 1 ? Markup("<p>Inherited rules: ") : Markup(", ")) << "<a"
                       << href(model_.getAddresses().of(*each).row(rule->label)) << "><code>"
                       << escaped(sShort(each->getName())) << "." << escaped(sShort(rule->label))
                       << "</code></a>";
             }
         }
+        if (count > RulesMax)
+            html_ << " and " << count - RulesMax << " more on the pages of the supertypes";
         if (count > 0)
             html_ << "</p>\n";
     }

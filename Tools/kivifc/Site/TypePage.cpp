@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 namespace kiv::kivifc::site {
 
@@ -60,7 +61,7 @@ private:
         html_ << "<ul class=\"names\">\n";
         for (const auto item : items.getItems()) {
             const auto id = ids_.sTake(item);
-            html_ << "<li" << attribute("id", id) << "><code>" << escaped(item) << "</code>";
+            html_ << "<li" << attribute("id", id) << "><code>" << escaped(sShort(item)) << "</code>";
             vRowLinkWrite(html_, id, item);
             html_ << "</li>\n";
         }
@@ -79,19 +80,33 @@ private:
     void vMemberListWrite(const DataTypeSelect& select, std::size_t depth) {
         // Names alone are set in columns; with lists below them they are a tree.
         html_ << (isFlat(select) ? Markup("<ul class=\"names\">\n") : Markup("<ul class=\"tree\">\n"));
+        // Before those of the lists below, so that a member of the type itself has the id of its name.
+        std::vector<std::string> ids;
+        for (const auto name : select.getMemberNames())
+            ids.push_back(ids_.sTake(name));
+        auto next = ids.begin();
         for (const auto name : select.getMemberNames()) {
             const auto* object = model_.getSchema().pObjectFromName(name);
-            html_ << "<li";
-            if (depth == 0)
-                html_ << attribute("id", ids_.sTake(name));
-            html_ << ">";
+            const auto& id = *next++;
+            html_ << "<li" << attribute("id", id) << ">";
             vMemberWrite(object, name);
-            const auto* inner = pSelect(object);
-            if (inner && depth < DepthMax && written_ < MembersMax && unfolded_.insert(inner).second)
-                vMemberListWrite(*inner, depth + 1);
+            vRowLinkWrite(html_, id, name);
+            if (const auto* inner = pSelect(object))
+                vInnerWrite(*inner, depth + 1);
             html_ << "</li>\n";
         }
         html_ << "</ul>\n";
+    }
+
+    void vInnerWrite(const DataTypeSelect& select, std::size_t depth) {
+        if (unfolded_.contains(&select))
+            return;
+        if (depth > DepthMax || written_ >= MembersMax) {
+            html_ << " <span class=\"note\">has its members on its page</span>";
+            return;
+        }
+        unfolded_.insert(&select);
+        vMemberListWrite(select, depth);
     }
 
     static bool isFlat(const DataTypeSelect& select) {
@@ -123,6 +138,8 @@ private:
             vUnderlyingWrite(model_, *next, html_);
             html_ << "</code></p>\n";
         }
+        if (next && !known.contains(next))
+            html_ << "<p class=\"note\">The page of the last one goes on.</p>\n";
         vSectionEnd(html_);
     }
 

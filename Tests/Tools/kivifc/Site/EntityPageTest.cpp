@@ -186,6 +186,38 @@ TEST(EntityPageHostile, NamesAreText) {
     EXPECT_THAT(page, Not(HasSubstr("<img")));
 }
 
+TEST_F(EntityPageTest, InheritedRowHasALinkToCopy) {
+    EXPECT_THAT(sSection("Wall.html", "attributes"),
+                HasSubstr("<tr id=\"Name\"><th scope=\"row\"><a href=\"Root.html#Name\"><code>Name</code></a>"
+                          "<a class=\"anchor\" href=\"#Name\""));
+}
+
+TEST_F(EntityPageTest, RegionsOfAPageHaveDifferentNames) {
+    const auto page = sample_.sPage("Wall.html");
+    EXPECT_THAT(page, HasSubstr("aria-label=\"Attributes of Wall\""));
+    EXPECT_THAT(page, HasSubstr("aria-label=\"Inverse attributes of Wall\""));
+    EXPECT_THAT(page, HasSubstr("aria-label=\"Derived attributes of Wall\""));
+}
+
+TEST(EntityPage, LineThatIsTooLongForAPageSaysWhereItGoesOn) {
+    std::string text = "ENTITY E0;\nEND_ENTITY;\n";
+    for (int number = 1; number < 40; ++number)
+        text += "ENTITY E" + std::to_string(number) + "\n SUBTYPE OF (E" + std::to_string(number - 1) +
+                ");\nEND_ENTITY;\n";
+    const SiteSample sample(text);
+    // Of 40 entities in a line, a page has the nearest 32.
+    EXPECT_THAT(sample.sPage("E39.html"), HasSubstr("listed up to <a href=\"E8.html\"><code>E8</code></a>"));
+    EXPECT_THAT(sample.sPage("E31.html"), Not(HasSubstr("listed up to")));
+}
+
+TEST(EntityPage, InheritedRulesThatAreNotListedAreCounted) {
+    std::string text = "ENTITY Root;\n    Size : REAL;\n WHERE\n";
+    for (int number = 0; number < 120; ++number)
+        text += "    W" + std::to_string(number) + " : Size > 1.0;\n";
+    const SiteSample sample(text + "END_ENTITY;\nENTITY Child\n SUBTYPE OF (Root);\nEND_ENTITY;\n");
+    EXPECT_THAT(sample.sPage("Child.html"), HasSubstr(" and 20 more on the pages of the supertypes"));
+}
+
 } // namespace
 
 } // namespace kiv::kivifc::site::test

@@ -26,16 +26,22 @@ TEST(TypePage, SelectIsUnfoldedThroughSelects) {
                             "TYPE Inner = SELECT (Length, Label);\nEND_TYPE;\n"
                             "TYPE Outer = SELECT (Inner, Label);\nEND_TYPE;\n");
     const auto page = sample.sPage("Outer.html");
-    EXPECT_THAT(
-        page, HasSubstr("<li id=\"Inner\"><a href=\"Inner.html\"><code>Inner</code></a><ul class=\"names\">\n"
-                        "<li><a href=\"Length.html\">"));
-    EXPECT_THAT(page, HasSubstr("<li id=\"Label\"><a href=\"Label.html\">"));
+    EXPECT_THAT(page, HasSubstr("<li id=\"Inner\"><a href=\"Inner.html\"><code>Inner</code></a>"));
+    EXPECT_THAT(page, HasSubstr("<ul class=\"names\">\n<li id=\"Length\"><a href=\"Length.html\">"));
+    // The member of the type itself has the plain address, although it comes later on the page.
+    const auto inner = page.find("<li id=\"Label~~2\"><a href=\"Label.html\">");
+    const auto own = page.find("<li id=\"Label\"><a href=\"Label.html\">");
+    EXPECT_LT(inner, own);
+    EXPECT_NE(own, std::string::npos);
+    EXPECT_THAT(page, HasSubstr("<a class=\"anchor\" href=\"#Length\" aria-label=\"Link to Length\">#</a>"));
 }
 
 /// Each is unfolded once.
 TEST(TypePage, SelectsThatSelectEachOtherEnd) {
     const SiteSample sample("TYPE A = SELECT (B);\nEND_TYPE;\nTYPE B = SELECT (A);\nEND_TYPE;\n");
-    EXPECT_THAT(sample.sPage("A.html"), HasSubstr("<a href=\"B.html\"><code>B</code></a><ul"));
+    EXPECT_THAT(sample.sPage("A.html"),
+                HasSubstr("<a href=\"B.html\"><code>B</code></a><a class=\"anchor\" href=\"#B\" "
+                          "aria-label=\"Link to B\">#</a><ul"));
 }
 
 TEST(TypePage, TypeOfTypesIsFollowedToItsEnd) {
@@ -81,6 +87,17 @@ TEST(TextPage, RuleHasItsText) {
     EXPECT_THAT(sample.sPage("One.html"), HasSubstr("SIZEOF</span>(<a href=\"Wall.html\">Wall</a>)"));
     EXPECT_THAT(sample.sPage("One.html"), Not(HasSubstr("id=\"uses\"")));
     EXPECT_THAT(sample.sPage("Wall.html"), HasSubstr("<a href=\"One.html\"><code>One</code></a>"));
+}
+
+TEST(TypePage, SelectsBelowALimitSayWhereTheirMembersAre) {
+    std::string text = "TYPE S12 = REAL;\nEND_TYPE;\n";
+    for (int number = 11; number >= 0; --number)
+        text += "TYPE S" + std::to_string(number) + " = SELECT (S" + std::to_string(number + 1) +
+                ");\nEND_TYPE;\n";
+    const auto page = SiteSample(text).sPage("S0.html");
+    EXPECT_THAT(page, HasSubstr("<li id=\"S9\">"));
+    EXPECT_THAT(page, HasSubstr("has its members on its page"));
+    EXPECT_THAT(page, Not(HasSubstr("<li id=\"S10\">")));
 }
 
 } // namespace
