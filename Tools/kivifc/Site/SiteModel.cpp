@@ -45,6 +45,7 @@ SiteModel::SiteModel(const SchemaWithSets& loaded, std::string title) :
     tree_(*loaded.schema.schema) {
     vObjectsSort();
     vSetsCollect();
+    vMemberUsesFind();
     vSetsApply();
     vUnrestrictedFind();
     vRedeclarationsFind();
@@ -107,6 +108,15 @@ void SiteModel::vUnusedSetsRead() {
         sets_.push_back({document.pSet(), unused.context, unused.path, unused.reason, nullptr});
         unusedDocuments_.push_back(std::move(document));
     }
+}
+
+void SiteModel::vMemberUsesFind() {
+    std::vector<const SetDef*> used;
+    for (const auto& set : sets_) {
+        if (set.isUsed())
+            used.push_back(set.set);
+    }
+    memberUses_ = MemberUses(getSchema(), used);
 }
 
 void SiteModel::vSetsApply() {

@@ -20,6 +20,7 @@
 #include "kivifc/Pictures/InheritanceTree.h"
 #include "kivifc/Site/Addresses.h"
 #include "kivifc/Site/Declarations.h"
+#include "kivifc/Site/MemberUses.h"
 #include "kivifc/Site/Uses.h"
 
 #include <string>
@@ -72,6 +73,10 @@ public:
     const ifc::def::SchemaPset& getSchema() const { return *loaded_.schema.schema; }
     const Addresses& getAddresses() const { return addresses_; }
     const Uses& usesOf(const ObjectBase& object) const { return uses_.of(object); }
+    /// Of the sets that are used.
+    const std::vector<MemberUse>& memberUsesOf(const ObjectBase& object) const {
+        return memberUses_.of(object);
+    }
     const Declarations& getDeclarations() const { return declarations_; }
     const InheritanceTree& getTree() const { return tree_; }
 
@@ -111,6 +116,7 @@ private:
     void vObjectsSort();
     void vSetsCollect();
     void vUnusedSetsRead();
+    void vMemberUsesFind();
     void vSetsApply();
     void vUnrestrictedFind();
     void vRedeclarationsFind();
@@ -120,6 +126,7 @@ private:
     std::string title_;
     Declarations declarations_;
     UseTable uses_;
+    MemberUses memberUses_;
     InheritanceTree tree_;
     Addresses addresses_;
     std::vector<const Entity*> entities_;

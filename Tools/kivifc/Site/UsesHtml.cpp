@@ -3,6 +3,11 @@
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/ExpressHtml.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <vector>
+
 namespace kiv::kivifc::site {
 
 namespace {
@@ -31,11 +36,30 @@ void vRuleWrite(const SiteModel& model, const RuleUse& use, Html& html) {
          << escaped(sShort(use.owner->getName())) << "." << escaped(sShort(use.label)) << "</code></a>";
 }
 
+void vMembersWrite(const SiteModel& model, const std::vector<MemberUse>& uses, Html& html) {
+    // A type such as a label is that of hundreds.
+    constexpr std::size_t MembersMax = 100;
+    if (uses.empty())
+        return;
+    html << "<h3>Properties and quantities <span class=\"count\">" << uses.size()
+         << "</span></h3>\n<ul class=\"links\">\n";
+    for (const auto& use : std::span(uses).first(std::min(uses.size(), MembersMax))) {
+        html << "<li><a" << href(model.getAddresses().of(*use.set).row(use.row)) << "><code>"
+             << escaped(sShort(use.set->getName())) << "." << escaped(sShort(use.member->getName()))
+             << "</code></a></li>\n";
+    }
+    if (uses.size() > MembersMax)
+        html << "<li><a" << href(Address(PropertiesPage)) << ">and " << uses.size() - MembersMax
+             << " more</a></li>\n";
+    html << "</ul>\n";
+}
+
 } // namespace
 
 void vUsesWrite(const SiteModel& model, const ObjectBase& object, Html& html) {
     const auto& uses = model.usesOf(object);
-    if (uses.isEmpty())
+    const auto& members = model.memberUsesOf(object);
+    if (uses.isEmpty() && members.empty())
         return;
     vSectionBegin(html, "uses", "Used by");
     const auto vAttribute = [&](const AttributeBase* attribute) {
@@ -46,6 +70,7 @@ void vUsesWrite(const SiteModel& model, const ObjectBase& object, Html& html) {
     vListWrite(html, "Types", uses.types, [&](const auto* type) { vObjectLinkWrite(model, *type, html); });
     vListWrite(html, "Rules and functions", uses.rules,
                [&](const RuleUse& use) { vRuleWrite(model, use, html); });
+    vMembersWrite(model, members, html);
     vSectionEnd(html);
 }
 
