@@ -1,6 +1,7 @@
 #include "kivifc/Site/ExpressHtml.h"
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
+#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/ExpressWords.h"
 #include "kivifc/Site/RedeclaredName.h"
@@ -60,10 +61,7 @@ static_assert(std::ranges::is_sorted(Keywords));
 
 std::string sUpper(std::string_view text) {
     std::string upper(text);
-    for (auto& byte : upper) {
-        if (byte >= 'a' && byte <= 'z')
-            byte = static_cast<char>(byte - 'a' + 'A');
-    }
+    std::ranges::transform(upper, upper.begin(), ascii::getUpper);
     return upper;
 }
 

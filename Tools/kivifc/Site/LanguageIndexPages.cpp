@@ -49,11 +49,6 @@ struct Language {
     bool hasPage() const { return names.size() >= NamesOfPage; }
 };
 
-std::string sFolded(std::string text) {
-    std::ranges::transform(text, text.begin(), ascii::getLower);
-    return text;
-}
-
 /// A part of a file name; the tags of two languages differ in more than "-" and "_".
 std::string sPart(const Language& language) {
     auto part = language.tag;
@@ -119,7 +114,7 @@ private:
 
     Language& languageOf(const Aliases::Entry& entry) {
         auto tag = entry.locale.getCombined();
-        auto& language = languages_[sFolded(tag)];
+        auto& language = languages_[ascii::sLowerCase(tag)];
         if (language.tag.empty())
             language.tag = std::move(tag);
         return language;
