@@ -41,8 +41,12 @@ std::string sWordUpper(std::string_view name) {
 class Waiting {
 public:
     explicit Waiting(std::span<const ExpressDeclaration> declarations) {
-        for (const auto& declaration : declarations)
-            byName_[sWordUpper(declaration.name.text)].push_back(&declaration);
+        for (const auto& declaration : declarations) {
+            // Constants and procedures would be looked through for each object of their name.
+            if (std::ranges::find(Kinds, declaration.kind, [](const auto& kinds) { return kinds.first; }) !=
+                Kinds.end())
+                byName_[sWordUpper(declaration.name.text)].push_back(&declaration);
+        }
     }
 
     /// Null when there is none.
