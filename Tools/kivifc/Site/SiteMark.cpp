@@ -52,7 +52,7 @@ std::string sForeignFile(const fs::path& folder, const std::set<std::string>& li
     std::error_code error;
     fs::recursive_directory_iterator entry(folder, error);
     for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-        const auto name = entry->path().lexically_relative(folder).generic_string();
+        auto name = entry->path().lexically_relative(folder).generic_string();
         const bool isFolder = entry->is_directory(error) && !entry->is_symlink(error);
         if (!isFolder && !listed.contains(name))
             return name;
