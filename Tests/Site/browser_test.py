@@ -193,6 +193,16 @@ class SearchTest(SiteTest):
         self.browser.wait("return document.querySelector('h1').textContent.includes('BldDoor')")
         self.assertEqual(self.browser.path(), "BldDoor.html")
 
+    def test_enter_takes_nothing_that_is_not_shown(self):
+        self.browser.keys("/", "wall")
+        self.browser.wait("return document.querySelector('#results a')")
+        self.browser.keys(*[Keys.BACKSPACE] * len("wall"))
+        self.browser.wait("return document.getElementById('results').hidden")
+        self.browser.keys(Keys.ENTER)
+        self.browser.keys("door")
+        self.browser.wait("return document.querySelector('#results .name')?.textContent.includes('Door')")
+        self.assertEqual(self.browser.path(), "index.html")
+
     def test_letters_typed_in_a_result_go_on_with_the_search(self):
         self.browser.keys("/", "BldWa")
         self.browser.wait("return document.querySelector('#results a')")

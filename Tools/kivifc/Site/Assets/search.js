@@ -349,7 +349,9 @@ document.addEventListener("DOMContentLoaded", () => {
         case "Enter":
             if (!isInBox)
                 return false;
-            list.querySelector("a")?.click();
+            // A list that is not shown is of what was typed before.
+            if (!list.hidden)
+                list.querySelector("a")?.click();
             return true;
         case "Escape":
             if (isInBox && list.hidden)
