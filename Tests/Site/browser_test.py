@@ -8,6 +8,8 @@ KIV_SITE_SCREENSHOTS the folder for pictures.
 import functools
 import http.server
 import os
+import shutil
+import tempfile
 import threading
 import unittest
 import uuid
@@ -257,6 +259,24 @@ class SearchTest(SiteTest):
         for text in ("__proto__", "constructor", "toString", "hasOwnProperty", "\\", "(", "[", "*", "a" * 5000):
             with self.subTest(text[:20]):
                 self.assertNotIn(None, self.found(text))
+
+    def test_an_index_that_cannot_be_read_is_tried_again(self):
+        with tempfile.TemporaryDirectory() as folder:
+            site = os.path.join(folder, "site")
+            shutil.copytree(SITE, site)
+            index = os.path.join(site, "assets", "search-index.js")
+            os.rename(index, index + ".away")
+            self.browser.open(site, "index.html")
+            self.browser.keys("/")
+            self.browser.wait("return document.querySelector('#results .none')")
+            self.assertIn("cannot be read", self.browser.one("#results").text)
+            self.assertIn("cannot be read", self.browser.run("return document.getElementById('found').textContent"))
+            os.rename(index + ".away", index)
+            self.browser.keys("door")
+            self.browser.wait("return document.querySelector('#results .name')")
+            self.assertIn("Door", self.browser.one("#results .name").text)
+            # That the browser did not find the file is what it says of it.
+            self.assertEqual([text for text in self.browser.complaints() if "ERR_FILE_NOT_FOUND" not in text], [])
 
     def first_result_milliseconds(self, folder, word):
         """From the first key, just after the page was opened and the search was focused, to the first result."""

@@ -165,7 +165,10 @@ document.addEventListener("DOMContentLoaded", () => {
             const script = document.createElement("script");
             script.src = top + "assets/" + name;
             script.onload = resolve;
-            script.onerror = reject;
+            script.onerror = () => {
+                script.remove();
+                reject(new Error(name));
+            };
             document.head.append(script);
         });
     }
@@ -175,6 +178,10 @@ document.addEventListener("DOMContentLoaded", () => {
             entries = indexRead(window.kivSearch);
             window.kivSearch = null;
             nearBuild();
+        }).catch((error) => {
+            // A file that was not there, while a site is exchanged or on its way, may be there at the next key.
+            loading = null;
+            throw error;
         });
         return loading;
     }
@@ -321,10 +328,17 @@ document.addEventListener("DOMContentLoaded", () => {
         list.hidden = false;
     }
 
+    function failureShow() {
+        const text = "The index of the search cannot be read. The next key tries again.";
+        list.replaceChildren(element("li", "none", text));
+        say(text);
+        list.hidden = false;
+    }
+
     function typed() {
         if (entries)
             return show();
-        return load().then(show, () => say("The index of the search cannot be read."));
+        return load().then(show, failureShow);
     }
 
     function focusMove(step) {
@@ -364,7 +378,7 @@ document.addEventListener("DOMContentLoaded", () => {
         }
     }
 
-    box.addEventListener("focus", () => load().catch(() => say("The index of the search cannot be read.")));
+    box.addEventListener("focus", () => load().catch(failureShow));
     box.addEventListener("input", typed);
     box.addEventListener("focus", () => {
         if (box.value && entries && list.hidden)
