@@ -139,13 +139,20 @@ class PagesTest(SiteTest):
         self.assertTrue(copied.endswith("/BldWall.html#PredefinedType"))
 
     def test_an_address_opens_what_it_points_into(self):
-        closed = "return [...document.querySelectorAll('details.set:not([open]) [id]')].map((each) => each.id)"
-        self.browser.open(SITE, "BldWall.html")
-        inside = self.browser.run(closed)
-        if not inside:
-            self.skipTest("no row with an address lies in closed details")
-        self.browser.run("location.hash = arguments[0]", inside[0])
-        self.browser.wait("return document.getElementById(arguments[0]).closest('details').open", inside[0])
+        self.browser.open(SITE, "guids.html")
+        link = self.browser.one('a[href="sets/Pset_BldWall.html#guid-Mark"]')
+        self.browser.run("arguments[0].scrollIntoView({block: 'center'})", link)
+        link.click()
+        self.browser.wait("return document.readyState === 'complete' && document.querySelector('details[open] #guid-Mark')")
+        guid = self.browser.one("#guid-Mark")
+        self.assertIn(MARK_GUID, guid.text)
+        self.assertTrue(self.browser.run("""const { top, bottom } = arguments[0].getBoundingClientRect();
+            return top >= 0 && bottom <= innerHeight""", guid))
+        # On the page itself, another one.
+        self.assertFalse(self.browser.run("return document.querySelector('details:not([open]) [id^=guid-]') === null"))
+        other = self.browser.run("return document.querySelector('details:not([open]) [id^=guid-]').id")
+        self.browser.run("location.hash = arguments[0]", other)
+        self.browser.wait("return document.getElementById(arguments[0]).closest('details').open", other)
 
     def test_the_site_works_from_a_web_server(self):
         handler = functools.partial(QuietHandler, directory=SITE)

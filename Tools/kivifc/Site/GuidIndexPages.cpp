@@ -159,7 +159,7 @@ private:
 
     void vOwnerWrite(const GuidOwner& owner, Html& html) const {
         const auto page = model_.getAddresses().of(*owner.set->set);
-        html << "<a" << href(owner.member ? page.row(owner.row) : page) << ">"
+        html << "<a" << href(owner.member ? page.guid(owner.row) : page) << ">"
              << isolated(sShort(owner.set->set->getName()));
         if (owner.member)
             html << "." << isolated(sShort(owner.member->getName()));
