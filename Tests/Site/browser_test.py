@@ -350,6 +350,33 @@ class SwitchTest(SiteTest):
         self.choose("")
         self.assertNotIn("記号", self.browser.one(mark).text)
 
+    def test_a_page_without_translations_says_where_they_are(self):
+        self.browser.open(SITE, "BldWall.html")
+        self.assertEqual(self.browser.all("#sets .language"), [])
+        self.browser.open(SITE, "sets/Pset_BldWall.html")
+        self.choose("ja-JP")
+        self.browser.open(SITE, "BldWall.html")
+        self.assertIn("ja-JP", self.browser.one("#sets .language").text)
+        self.browser.open(SITE, "types.html")
+        self.assertEqual(self.browser.all(".language"), [])
+
+    def test_single_keys_are_switched_off_and_on(self):
+        focused = "return document.activeElement.id === 'search'"
+        placeholder = "return document.getElementById('search').placeholder"
+        for key in "/s":
+            self.browser.open(SITE, "BldWall.html")
+            self.assertTrue(self.browser.one("#keys").is_selected())
+            self.browser.one("#keys").click()
+            self.browser.open(SITE, "sets/Pset_BldWall.html")  # Remembered.
+            self.assertEqual(self.browser.run(placeholder), "Search")
+            self.browser.keys(key)
+            self.assertFalse(self.browser.run(focused))
+            self.browser.one("#keys").click()
+            self.assertIn("press", self.browser.run(placeholder))
+            self.browser.run("document.activeElement.blur()")
+            self.browser.keys(key)
+            self.assertTrue(self.browser.run(focused))
+
     def test_another_form_of_the_language_is_better_than_none(self):
         self.browser.open(SITE, "sets/Pset_BldWall.html")
         self.choose("de-CH")
