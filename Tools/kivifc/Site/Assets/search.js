@@ -70,7 +70,7 @@ document.addEventListener("DOMContentLoaded", () => {
 
     /* Index */
 
-    let entries = null; // Each: {name, key, short, kind, page: {name, file}, of, anchor, language}
+    let entries = null; // Each: {name, key, short, kind, page: {name, key, file}, of, anchor, language}
     let kinds = [];
     const guids = []; // [digits, entry]
     const byName = new Map(); // Name: entries
@@ -123,9 +123,9 @@ document.addEventListener("DOMContentLoaded", () => {
         const isSet = (kind) => SetKinds.has(index.kinds[kind]);
         const prefix = commonPrefix(index.pages.filter(([kind]) => !isSet(kind)).map(([, name]) => name));
         for (const [kind, name, file, guid, rows, translations] of index.pages) {
-            const page = { name, file: file || (isSet(kind) ? "sets/" : "") + name + ".html" };
+            const page = { name, key: folded(name), file: file || (isSet(kind) ? "sets/" : "") + name + ".html" };
             const short = shortened(name, index.kinds[kind], prefix);
-            const entry = { name, key: folded(name), short, kind, page, of: "", anchor: "", language: "" };
+            const entry = { name, key: page.key, short, kind, page, of: "", anchor: "", language: "" };
             entriesAdd(all, entry, guid, translations || [], index.languages);
             rowsRead(all, index, page, rows || []);
         }
@@ -207,15 +207,31 @@ document.addEventListener("DOMContentLoaded", () => {
         return key.length === name.length && (/\p{Lu}/u.test(name[place]) || !/[\p{L}\p{N}]/u.test(name[place - 1]));
     }
 
+    function compared(one, other) {
+        return one.kind - other.kind || one.key.length - other.key.length || (one.key < other.key ? -1 : Number(one.key > other.key));
+    }
+
+    // Puts an entry where it belongs among the best of its rank, at most as many as are listed: a letter has more hits than can be
+    // sorted at each key.
+    function bestAdd(best, entry, query) {
+        let at = best.length;
+        while (at > 0 && compared(entry, best[at - 1]) < 0)
+            --at;
+        const isOneOfMany = at >= MostOfOne && entry.key !== query && compared(entry, best[at - MostOfOne]) === 0;
+        if (at === Most || isOneOfMany)
+            return;
+        best.splice(at, 0, entry);
+        best.length = Math.min(best.length, Most);
+    }
+
     function ranked(query) {
-        const found = [];
+        const ranks = [[], [], [], [], []];
         for (const entry of entries) {
             const value = rank(entry, query);
             if (value >= 0)
-                found.push([value, entry]);
+                bestAdd(ranks[value], entry, query);
         }
-        return found.sort(([a, one], [b, other]) => a - b || one.kind - other.kind || one.key.length - other.key.length ||
-            (one.key < other.key ? -1 : Number(one.key > other.key))).map(([, entry]) => entry);
+        return ranks.flat();
     }
 
     // Where nothing else is found, two letters that have changed places are near too.
@@ -243,7 +259,7 @@ document.addEventListener("DOMContentLoaded", () => {
         const dot = query.lastIndexOf(".");
         if (dot > 0) {
             for (const entry of entries) {
-                if (entry.of && entry.key.startsWith(query.slice(dot + 1)) && folded(entry.page.name) === query.slice(0, dot))
+                if (entry.of && entry.key.startsWith(query.slice(dot + 1)) && entry.page.key === query.slice(0, dot))
                     found.add(entry);
             }
         }
