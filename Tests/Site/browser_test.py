@@ -148,6 +148,8 @@ class PagesTest(SiteTest):
         self.assertIn(MARK_GUID, guid.text)
         self.assertTrue(self.browser.run("""const { top, bottom } = arguments[0].getBoundingClientRect();
             return top >= 0 && bottom <= innerHeight""", guid))
+        self.assertTrue(self.browser.run("""return document.getElementById("Mark").getBoundingClientRect().top >=
+            document.querySelector(".bar").getBoundingClientRect().bottom"""))
         # On the page itself, another one.
         self.assertFalse(self.browser.run("return document.querySelector('details:not([open]) [id^=guid-]') === null"))
         other = self.browser.run("return document.querySelector('details:not([open]) [id^=guid-]').id")
