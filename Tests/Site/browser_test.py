@@ -8,6 +8,8 @@ KIV_SITE_SCREENSHOTS the folder for pictures.
 import functools
 import http.server
 import os
+import shutil
+import tempfile
 import threading
 import unittest
 import uuid
@@ -137,13 +139,22 @@ class PagesTest(SiteTest):
         self.assertTrue(copied.endswith("/BldWall.html#PredefinedType"))
 
     def test_an_address_opens_what_it_points_into(self):
-        closed = "return [...document.querySelectorAll('details.set:not([open]) [id]')].map((each) => each.id)"
-        self.browser.open(SITE, "BldWall.html")
-        inside = self.browser.run(closed)
-        if not inside:
-            self.skipTest("no row with an address lies in closed details")
-        self.browser.run("location.hash = arguments[0]", inside[0])
-        self.browser.wait("return document.getElementById(arguments[0]).closest('details').open", inside[0])
+        self.browser.open(SITE, "guids.html")
+        link = self.browser.one('a[href="sets/Pset_BldWall.html#guid-Mark"]')
+        self.browser.run("arguments[0].scrollIntoView({block: 'center'})", link)
+        link.click()
+        self.browser.wait("return document.readyState === 'complete' && document.querySelector('details[open] #guid-Mark')")
+        guid = self.browser.one("#guid-Mark")
+        self.assertIn(MARK_GUID, guid.text)
+        self.assertTrue(self.browser.run("""const { top, bottom } = arguments[0].getBoundingClientRect();
+            return top >= 0 && bottom <= innerHeight""", guid))
+        self.assertTrue(self.browser.run("""return document.getElementById("Mark").getBoundingClientRect().top >=
+            document.querySelector(".bar").getBoundingClientRect().bottom"""))
+        # On the page itself, another one.
+        self.assertFalse(self.browser.run("return document.querySelector('details:not([open]) [id^=guid-]') === null"))
+        other = self.browser.run("return document.querySelector('details:not([open]) [id^=guid-]').id")
+        self.browser.run("location.hash = arguments[0]", other)
+        self.browser.wait("return document.getElementById(arguments[0]).closest('details').open", other)
 
     def test_the_site_works_from_a_web_server(self):
         handler = functools.partial(QuietHandler, directory=SITE)
@@ -192,6 +203,16 @@ class SearchTest(SiteTest):
         self.browser.keys(Keys.ENTER)
         self.browser.wait("return document.querySelector('h1').textContent.includes('BldDoor')")
         self.assertEqual(self.browser.path(), "BldDoor.html")
+
+    def test_enter_takes_nothing_that_is_not_shown(self):
+        self.browser.keys("/", "wall")
+        self.browser.wait("return document.querySelector('#results a')")
+        self.browser.keys(*[Keys.BACKSPACE] * len("wall"))
+        self.browser.wait("return document.getElementById('results').hidden")
+        self.browser.keys(Keys.ENTER)
+        self.browser.keys("door")
+        self.browser.wait("return document.querySelector('#results .name')?.textContent.includes('Door')")
+        self.assertEqual(self.browser.path(), "index.html")
 
     def test_letters_typed_in_a_result_go_on_with_the_search(self):
         self.browser.keys("/", "BldWa")
@@ -247,6 +268,24 @@ class SearchTest(SiteTest):
         for text in ("__proto__", "constructor", "toString", "hasOwnProperty", "\\", "(", "[", "*", "a" * 5000):
             with self.subTest(text[:20]):
                 self.assertNotIn(None, self.found(text))
+
+    def test_an_index_that_cannot_be_read_is_tried_again(self):
+        with tempfile.TemporaryDirectory() as folder:
+            site = os.path.join(folder, "site")
+            shutil.copytree(SITE, site)
+            index = os.path.join(site, "assets", "search-index.js")
+            os.rename(index, index + ".away")
+            self.browser.open(site, "index.html")
+            self.browser.keys("/")
+            self.browser.wait("return document.querySelector('#results .none')")
+            self.assertIn("cannot be read", self.browser.one("#results").text)
+            self.assertIn("cannot be read", self.browser.run("return document.getElementById('found').textContent"))
+            os.rename(index + ".away", index)
+            self.browser.keys("door")
+            self.browser.wait("return document.querySelector('#results .name')")
+            self.assertIn("Door", self.browser.one("#results .name").text)
+            # That the browser did not find the file is what it says of it.
+            self.assertEqual([text for text in self.browser.complaints() if "ERR_FILE_NOT_FOUND" not in text], [])
 
     def first_result_milliseconds(self, folder, word):
         """From the first key, just after the page was opened and the search was focused, to the first result."""
@@ -312,6 +351,33 @@ class SwitchTest(SiteTest):
         self.assertIn("記号", self.browser.one(mark).text)
         self.choose("")
         self.assertNotIn("記号", self.browser.one(mark).text)
+
+    def test_a_page_without_translations_says_where_they_are(self):
+        self.browser.open(SITE, "BldWall.html")
+        self.assertEqual(self.browser.all("#sets .language"), [])
+        self.browser.open(SITE, "sets/Pset_BldWall.html")
+        self.choose("ja-JP")
+        self.browser.open(SITE, "BldWall.html")
+        self.assertIn("ja-JP", self.browser.one("#sets .language").text)
+        self.browser.open(SITE, "types.html")
+        self.assertEqual(self.browser.all(".language"), [])
+
+    def test_single_keys_are_switched_off_and_on(self):
+        focused = "return document.activeElement.id === 'search'"
+        placeholder = "return document.getElementById('search').placeholder"
+        for key in "/s":
+            self.browser.open(SITE, "BldWall.html")
+            self.assertTrue(self.browser.one("#keys").is_selected())
+            self.browser.one("#keys").click()
+            self.browser.open(SITE, "sets/Pset_BldWall.html")  # Remembered.
+            self.assertEqual(self.browser.run(placeholder), "Search")
+            self.browser.keys(key)
+            self.assertFalse(self.browser.run(focused))
+            self.browser.one("#keys").click()
+            self.assertIn("press", self.browser.run(placeholder))
+            self.browser.run("document.activeElement.blur()")
+            self.browser.keys(key)
+            self.assertTrue(self.browser.run(focused))
 
     def test_another_form_of_the_language_is_better_than_none(self):
         self.browser.open(SITE, "sets/Pset_BldWall.html")

@@ -1,5 +1,6 @@
 """The checkers of sites find what they are there for: small sites with one fault each."""
 
+import collections
 import os
 import tempfile
 import unittest
@@ -100,6 +101,15 @@ class CompleteTest(unittest.TestCase):
         entity = dict(self.schema["objects"][0], derive=[{"name": "SELF\\Root.Area"}])
         self.assertFalse(self.compared({"objects": [entity]}, WALL))
         self.assertFalse(self.compared({"objects": []}, WALL))
+
+    def test_sets_of_an_entity_are_those_that_apply(self):
+        section = ('<section id="sets"><details class="set"><summary>Set</summary><p><a href="sets/A.html">Page</a>'
+                   '<a href="sets/B.html#Row">Row</a></p></details></section><a href="sets/B.html">elsewhere</a>')
+        heading = '<h1><span class="kind">Property set</span> {}</h1>'
+        made = site(Wall=WALL + section, sets__A=heading.format("A"), sets__B=heading.format("B"))
+        for names, is_right in ((["A"], True), ([], False), (["B"], False), (["A", "B"], False), (["A", "A"], False)):
+            with self.subTest(names):
+                self.assertEqual(complete.compare_sets(made, lambda entity: collections.Counter(names)), is_right)
 
     def test_members_within_members_count(self):
         inner = {"name": "B", "type": None}

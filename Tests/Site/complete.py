@@ -3,7 +3,7 @@
     complete.py --kivifc PROGRAM FOLDER SCHEMA SETS...
 
 compares both ways, each entity, attribute, inverse attribute, rule, type, item, function, set and member by name and owner,
-and follows the links as links.py does. Exit status 1 when something is missing, too much or leads nowhere.
+and the sets on the pages of entities with what `kivifc sets` says applies to them, and follows the links as links.py does. Exit status 1 when something is missing, too much or leads nowhere.
 """
 
 import argparse
@@ -16,6 +16,8 @@ import links
 import pages
 
 MOST_SHOWN = 40
+# Entities whose sets are looked up, each by a run of kivifc; of a schema with more, as many from all over the alphabet.
+MOST_LOOKED_UP = 60
 # Names are cut on pages beyond some length; what is compared is their beginning.
 LONGEST = 60
 TYPE_KINDS = {"Type", "Enumeration", "Select", "Defined type", "Aggregate", "Simple type"}
@@ -120,6 +122,31 @@ def compare(site, schema, checked):
     return read == on_pages
 
 
+def sets_on_page(site, page):
+    return collections.Counter(short(site[path].name) for path in page.sets)
+
+
+def sets_looked_up(program, schema, sets, entity):
+    """What the library finds for an entity and all above it. None applying is exit status 1."""
+    result = subprocess.run([program, "sets", schema, *sets, "--entity", entity, "--unrestricted", "--json"],
+                            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False)
+    return collections.Counter(short(each["name"]) for each in json.loads(result.stdout))
+
+
+def compare_sets(site, look_up):
+    """Prints the entities whose sets differ from those that `look_up` says; whether there are none."""
+    entities = sorted((page for page in site.values() if page.kind == "Entity"), key=lambda page: page.name)
+    entities = entities[::max(1, -(-len(entities) // MOST_LOOKED_UP))]
+    wrong = 0
+    for page in entities:
+        on_page, applying = sets_on_page(site, page), look_up(page.name)
+        if on_page != applying:
+            wrong += 1
+            print(f"complete: sets of {page.name}: missing {sorted(applying - on_page)[:5]}, too many {sorted(on_page - applying)[:5]}")
+    print(f"complete: the sets of {len(entities)} entities looked up, {wrong} differ")
+    return not wrong
+
+
 def main(arguments):
     parser = argparse.ArgumentParser()
     parser.add_argument("--kivifc", required=True)
@@ -129,7 +156,9 @@ def main(arguments):
     options = parser.parse_args(arguments)
     checked = loaded(options.kivifc, "check", options.schema, *options.sets) if options.sets else {"documents": []}
     site = pages.site_read(options.folder)
-    return all([links.report(options.folder, site), compare(site, loaded(options.kivifc, "schema", options.schema), checked)])
+    return all([links.report(options.folder, site), compare(site, loaded(options.kivifc, "schema", options.schema), checked),
+                not options.sets or compare_sets(
+                    site, lambda entity: sets_looked_up(options.kivifc, options.schema, options.sets, entity))])
 
 
 if __name__ == "__main__":

@@ -3,6 +3,7 @@
 import html.parser
 import multiprocessing
 import os
+import urllib.parse
 from dataclasses import dataclass, field
 
 POLICY = ("default-src 'none'; style-src 'self'; script-src 'self'; img-src 'self' data:; "
@@ -32,6 +33,7 @@ class Page:
     ids: dict = field(default_factory=dict)
     links: list = field(default_factory=list)
     rows: list = field(default_factory=list)
+    sets: set = field(default_factory=set)  # Paths of the sets that are said to apply to the entity of the page
     problems: list = field(default_factory=list)
 
 
@@ -148,6 +150,8 @@ class Reader(html.parser.HTMLParser):
             self.problem(f"the link {address[:100]} leads out of the site")
         else:
             self.page.links.append((self.getpos()[0], address))
+            if address.startswith("sets/") and "#" not in address and ("section", "sets") in [at[:2] for at in self.open]:
+                self.page.sets.add(urllib.parse.unquote(address))
 
 
 def page_read(job):

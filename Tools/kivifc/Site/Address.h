@@ -32,6 +32,11 @@ private:
 /// letters, digits and underscores, is too long, or is one of ours; then a part of it and a checksum.
 std::string sAnchor(std::string_view name);
 
+/// The `id` of the GUID in the row of that name; those of rows have no hyphen.
+inline std::string sGuidAnchor(std::string_view row) {
+    return "guid-" + sAnchor(row);
+}
+
 class Address {
 public:
     // NOLINTNEXTLINE(google-explicit-constructor): a page that every site has
@@ -46,6 +51,13 @@ public:
     Address row(std::string_view name) const {
         auto address = *this;
         address.anchor_ = sAnchor(name);
+        return address;
+    }
+
+    /// The GUID in that row, in what is closed until it is asked for.
+    Address guid(std::string_view row) const {
+        auto address = *this;
+        address.anchor_ = sGuidAnchor(row);
         return address;
     }
 

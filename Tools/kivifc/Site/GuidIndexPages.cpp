@@ -2,6 +2,7 @@
 
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/GuidNotations.h"
+#include "kivifc/Site/IndexElements.h"
 #include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/Page.h"
 
@@ -88,12 +89,18 @@ private:
         return {range.begin(), range.end()};
     }
 
-    void vPartsWrite(Html& html) {
+    /// `here` is the digit of the page that they are on; empty for none.
+    void vPartLinksWrite(std::string_view here, Html& html) const {
         html << "<nav class=\"letters\" aria-label=\"First digit\">\n";
-        for (const char& digit : digits_)
-            html << "<a" << href(parts_.of(PartPrefix, {&digit, 1})) << ">" << escaped({&digit, 1})
-                 << "</a>\n";
+        for (const char& each : digits_) {
+            const std::string_view digit(&each, 1);
+            vPartLinkWrite(html, parts_.of(PartPrefix, digit), digit, digit == here);
+        }
         html << "</nav>\n";
+    }
+
+    void vPartsWrite(Html& html) {
+        vPartLinksWrite("", html);
         for (const char& digit : digits_)
             vPartWrite({&digit, 1}, ownersWith(digit));
     }
@@ -101,6 +108,7 @@ private:
     void vPartWrite(std::string_view digit, std::span<const GuidOwner> owners) {
         const auto title = "GUIDs: " + std::string(digit);
         Page page(model_.getTitle(), {.title = title, .kind = "", .crumbs = {{"GUIDs", GuidsPage}}});
+        vPartLinksWrite(digit, page.body());
         vTableWrite(owners, page.body());
         folder_.vWrite(parts_.of(PartPrefix, digit), page.takeText());
     }
@@ -159,11 +167,12 @@ private:
 
     void vOwnerWrite(const GuidOwner& owner, Html& html) const {
         const auto page = model_.getAddresses().of(*owner.set->set);
-        html << "<a" << href(owner.member ? page.row(owner.row) : page) << ">"
+        html << "<a" << href(owner.member ? page.guid(owner.row) : page) << ">"
              << isolated(sShort(owner.set->set->getName()));
         if (owner.member)
             html << "." << isolated(sShort(owner.member->getName()));
         html << "</a>";
+        vContextBadgeWrite(*owner.set, html);
     }
 
     const SiteModel& model_;

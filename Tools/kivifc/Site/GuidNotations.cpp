@@ -53,9 +53,9 @@ void vGuidNotationsWrite(const Guid& guid, Html& html) {
          << "</code></dd></div></dl>\n";
 }
 
-void vGuidRowWrite(const Guid& guid, Html& html) {
+void vGuidRowWrite(const Guid& guid, const std::string& id, Html& html) {
     const GuidNotations written(guid);
-    html << "<p><code>" << escaped(written.globalId) << "</code> <code>" << escaped(written.digits)
+    html << "<p" << attribute("id", id) << "><code>" << escaped(written.globalId) << "</code> <code>" << escaped(written.digits)
          << "</code> <code>" << escaped(written.hyphenated) << "</code></p>\n";
 }
 

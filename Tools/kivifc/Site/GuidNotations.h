@@ -32,7 +32,7 @@ struct GuidNotations {
 /// All three, as a list.
 void vGuidNotationsWrite(const Guid& guid, Html& html);
 
-/// All three, one after the other.
-void vGuidRowWrite(const Guid& guid, Html& html);
+/// All three, one after the other; `id` is what links to them point at.
+void vGuidRowWrite(const Guid& guid, const std::string& id, Html& html);
 
 } // namespace kiv::kivifc::site

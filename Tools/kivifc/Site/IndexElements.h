@@ -12,6 +12,7 @@
 
 #include "kivifc/Site/Html.h"
 #include "kivifc/Site/NameGroups.h"
+#include "kivifc/Site/SiteModel.h"
 
 #include <map>
 #include <string>
@@ -51,6 +52,13 @@ void vLettersWrite(const LetterGroups<Item>& groups, Html& html) {
 
 /// The heading that the link to a letter leads to; no row has an id with a hyphen.
 void vLetterWrite(const std::string& letter, Html& html);
+
+/// The link to a part of an index, on the page of the index or of any part.
+void vPartLinkWrite(Html& html, const Address& address, std::string_view text, bool isHere);
+
+/// After the name of a set: the context, unless that is the standard one. Sets of two contexts may have one
+/// name.
+void vContextBadgeWrite(const SiteSet& set, Html& html);
 
 /// A part of a file name: that of the letter.
 std::string_view letterPart(std::string_view letter);

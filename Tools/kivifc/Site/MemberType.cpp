@@ -236,7 +236,7 @@ Markup memberKind(const Def& def) {
         return quantityKind(type->pTypeCode());
     if (const auto* type = pPropertyType(def))
         return propertyKind(*type);
-    return "None";
+    return "No type given";
 }
 
 void vMemberTypeWrite(const SiteModel& model, const Def& def, const MemberTypeDetail& detail, Html& html) {

@@ -17,7 +17,7 @@
 
 namespace kiv::kivifc::site {
 
-/// "Single value", "Area" and so on; "None" for a member without a type.
+/// "Single value", "Area" and so on; "No type given" for a member without a type.
 Markup memberKind(const ifc::def::xml::Def& def);
 
 struct MemberTypeDetail {

@@ -90,8 +90,11 @@ private:
 
 void vPlacesWrite(const TypedMembers& typed, Html& html) {
     html << "<ul class=\"links\">\n";
-    for (const auto& [set, address] : typed.places)
-        html << "<li><a" << href(address) << ">" << escaped(sShort(set->set->getName())) << "</a></li>\n";
+    for (const auto& [set, address] : typed.places) {
+        html << "<li><a" << href(address) << ">" << escaped(sShort(set->set->getName())) << "</a>";
+        vContextBadgeWrite(*set, html);
+        html << "</li>\n";
+    }
     html << "</ul>";
 }
 
@@ -172,19 +175,24 @@ private:
 
     /// Links to the pages of the letters, and these pages.
     void vPartsWrite(Html& html) {
-        html << "<nav class=\"letters\" aria-label=\"Letters\">\n";
-        for (const auto& [letter, names] : groups_)
-            html << "<a" << href(parts_.of(PartPrefix, letterPart(letter))) << ">" << escaped(letter)
-                 << "</a>\n";
-        html << "</nav>\n";
+        vPartLinksWrite("", html);
         for (const auto& [letter, names] : groups_)
             vPartWrite(letter, names);
+    }
+
+    /// `here` is the letter of the page that they are on; empty for none.
+    void vPartLinksWrite(std::string_view here, Html& html) const {
+        html << "<nav class=\"letters\" aria-label=\"Letters\">\n";
+        for (const auto& [letter, names] : groups_)
+            vPartLinkWrite(html, parts_.of(PartPrefix, letterPart(letter)), letter, letter == here);
+        html << "</nav>\n";
     }
 
     void vPartWrite(const std::string& letter, const std::vector<const NamedMembers*>& names) {
         const auto title = "Properties: " + letter;
         Page page(model_.getTitle(),
                   {.title = title, .kind = "", .crumbs = {{"Properties by name", PropertiesPage}}});
+        vPartLinksWrite(letter, page.body());
         vTableWrite(letter, names, page.body());
         folder_.vWrite(parts_.of(PartPrefix, letterPart(letter)), page.takeText());
     }

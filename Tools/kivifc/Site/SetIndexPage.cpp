@@ -2,6 +2,7 @@
 
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/ExpressHtml.h"
+#include "kivifc/Site/IndexElements.h"
 #include "kivifc/Site/NameGroups.h"
 #include "kivifc/Site/Page.h"
 #include "kivifc/Site/SetClasses.h"
@@ -111,8 +112,8 @@ private:
         vNameLinkWrite(html, model_.getAddresses().of(*set.set), set.set->getName());
         if (!set.isUsed())
             html << " <span class=\"badge error\">not used</span>";
-        else if (!set.context.isStandard)
-            html << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
+        else
+            vContextBadgeWrite(set, html);
         html << "</li>\n";
     }
 

@@ -75,7 +75,7 @@ public:
         vMemberTypeWrite(model_, def, {.hasDefinitions = true}, html_);
         html_ << "</td><td class=\"definition\">";
         vTranslatedWrite(def.getDefinition(), def.getDefinitionAliases(), html_);
-        vGuidWrite(def);
+        vGuidWrite(member);
         html_ << "</td></tr>\n";
     }
 
@@ -88,11 +88,12 @@ private:
     }
 
     /// Rarely looked for, so that it is opened when it is.
-    void vGuidWrite(const Def& def) {
-        if (def.getIfdGuid().isNull())
+    void vGuidWrite(const ListedMember& member) {
+        const auto& guid = member.def->getIfdGuid();
+        if (guid.isNull())
             return;
         html_ << "<details><summary>GUID</summary>";
-        vGuidRowWrite(def.getIfdGuid(), html_);
+        vGuidRowWrite(guid, sGuidAnchor(member.row), html_);
         html_ << "</details>";
     }
 

@@ -1,7 +1,6 @@
 #include "kivifc/Site/SetPage.h"
 
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "kivifc/Documents/SchemaWithSets.h"
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/GuidNotations.h"
 #include "kivifc/Site/MemberList.h"
@@ -47,6 +46,11 @@ Markup severityWord(kit::Severity severity) {
         break;
     }
     return "note";
+}
+
+/// The readers of a site need not know what a host is.
+std::string sContextText(const ifc::def::SchemaPset::Context& context) {
+    return sShort(context.name) + (context.isStandard ? " (standard)" : " (your own)");
 }
 
 Markup setKind(const SetDef& set) {
@@ -108,7 +112,7 @@ private:
     void vFactsWrite() {
         vSectionBegin(html_, "facts", "About");
         html_ << "<dl class=\"facts\">\n";
-        vFactWrite("Context", sContext(site_.context));
+        vFactWrite("Context", sContextText(site_.context));
         vFactWrite("Document", std::filesystem::path(site_.path).filename().string());
         vFactWrite("IFC version", set_.getIfcVersion());
         vFactWrite("Template type", ifc::def::xml::sTemplateTypeText(set_.getTemplateType()));
@@ -138,7 +142,7 @@ private:
     void vSetFactWrite(Markup name, const SiteSet& other) {
         html_ << "<div><dt>" << name << "</dt><dd>";
         vNameLinkWrite(html_, model_.getAddresses().of(*other.set), other.set->getName());
-        html_ << " of " << isolated(sShort(sContext(other.context))) << "</dd></div>\n";
+        html_ << " of " << isolated(sContextText(other.context)) << "</dd></div>\n";
     }
 
     void vClassesWrite() {

@@ -78,9 +78,9 @@ void vFactsWrite(const SchemaCounts& counts, Html& html) {
     html << "<dl class=\"facts\">\n";
     vFactWrite("Abstract entities", counts.entitiesAbstract, html);
     vFactWrite("Entities without a supertype", counts.roots, html);
-    vFactWrite("Longest line of entities", counts.depth, html);
+    vFactWrite("Deepest inheritance", counts.depth, html);
     vFactWrite("Attributes", counts.attributes, html);
-    vFactWrite("Optional ones of them", counts.attributesOptional, html);
+    vFactWrite("of which optional", counts.attributesOptional, html);
     vFactWrite("Inverse attributes", counts.attributesInverse, html);
     vFactWrite("Derived attributes", counts.attributesDerived, html);
     vFactWrite("UNIQUE rules", counts.uniqueRules, html);

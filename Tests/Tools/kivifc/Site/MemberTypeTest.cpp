@@ -59,7 +59,7 @@ TEST(MemberType, EachKindShowsWhatItHas) {
          "Table", label + ": <code>1 2</code> to " + label + " in <code>METRE</code> by <code>y = x</code>"},
         {"<TypeComplexProperty name=\"CP\">" + sProperty("Q", sSingle("Label")) + "</TypeComplexProperty>",
          "Complex", "<code>CP</code> of 1 property"},
-        {"", "None", ""},
+        {"", "No type given", ""},
     };
     for (const auto& row : rows) {
         const auto found = shownType(row.type);

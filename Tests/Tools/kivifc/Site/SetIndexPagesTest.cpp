@@ -89,6 +89,17 @@ TEST(PropertyIndexPages, MoreNamesAreOnPagesByLetter) {
     EXPECT_THAT(many.sPage("properties-A.html"), HasSubstr("<tr id=\"A500\">"));
     EXPECT_THAT(many.sPage("properties-B.html"), HasSubstr("<tr id=\"B501\">"));
     EXPECT_THAT(many.sPage("properties-A.html"), Not(HasSubstr("B501")));
+    EXPECT_THAT(many.sPage("properties-B.html"),
+                HasSubstr("<a href=\"properties-A.html\">A</a>\n"
+                          "<a href=\"properties-B.html\" aria-current=\"page\">B</a>\n</nav>"));
+}
+
+TEST(PropertyIndexPages, SetsOfOneNameSayTheirContext) {
+    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, sProperty("Mark", sSingle("Label")))},
+                                           {"office", sSet("S", {}, sProperty("Mark", sSingle("Label")))}});
+    const auto page = sample.sPage("properties.html");
+    EXPECT_THAT(page, HasSubstr("#Mark\">S</a> <span class=\"badge\">office</span></li>"));
+    EXPECT_THAT(page, HasSubstr("<li><a href=\"sets/S.html#Mark\">S</a></li>"));
 }
 
 TEST(LanguageIndexPages, CountNamesAndDefinitions) {
@@ -128,7 +139,7 @@ TEST(GuidIndexPages, RepeatedOnesStandOut) {
         sample.sPage("guids.html"),
         HasSubstr("<tr><th scope=\"row\"><code>0000000000000000000010</code></th><td><code>00000000-0000-"
                   "0000-0000-000000000040</code></td><td class=\"differs\"><a href=\"sets/S.html\">"
-                  "<bdi>S</bdi></a>, <a href=\"sets/S.html#Mark\"><bdi>S</bdi>.<bdi>Mark</bdi></a>"));
+                  "<bdi>S</bdi></a>, <a href=\"sets/S.html#guid-Mark\"><bdi>S</bdi>.<bdi>Mark</bdi></a>"));
 }
 
 TEST(GuidIndexPages, ManyAreByTheirFirstDigit) {
@@ -140,6 +151,9 @@ TEST(GuidIndexPages, ManyAreByTheirFirstDigit) {
     EXPECT_THAT(sample.sPage("guids-0.html"), HasSubstr("00000000-0000-0000-0000-0000000003e8"));
     EXPECT_THAT(sample.sPage("guids-f.html"), HasSubstr("f0000000-0000-0000-0000-000000000000"));
     EXPECT_THAT(sample.sPage("guids-f.html"), Not(HasSubstr("0000-0000000003e8")));
+    EXPECT_THAT(sample.sPage("guids-f.html"),
+                HasSubstr("<a href=\"guids-0.html\">0</a>\n<a href=\"guids-f.html\" "
+                          "aria-current=\"page\">f</a>\n</nav>"));
 }
 
 } // namespace

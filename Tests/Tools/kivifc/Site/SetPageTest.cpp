@@ -58,7 +58,7 @@ TEST(SetPage, SetsOfOneNameSayWhichIsFound) {
     const auto standard = sample.sPage("sets/S.html");
     EXPECT_THAT(standard, HasSubstr("TEST (standard)"));
     EXPECT_THAT(standard, HasSubstr("<dt>Hidden by</dt><dd><a href=\"../sets/S~"));
-    EXPECT_THAT(standard, HasSubstr(" of <bdi>office (host)</bdi>"));
+    EXPECT_THAT(standard, HasSubstr(" of <bdi>office (your own)</bdi>"));
     const auto& sets = sample.getModel().getSets();
     const auto office = sample.getModel().getAddresses().of(*sets.front().set);
     ASSERT_EQ(sets.front().context.name, "office");

@@ -70,7 +70,7 @@ document.addEventListener("DOMContentLoaded", () => {
 
     /* Index */
 
-    let entries = null; // Each: {name, key, short, kind, page: {name, file}, of, anchor, language}
+    let entries = null; // Each: {name, key, short, kind, page: {name, key, file}, of, anchor, language}
     let kinds = [];
     const guids = []; // [digits, entry]
     const byName = new Map(); // Name: entries
@@ -123,9 +123,9 @@ document.addEventListener("DOMContentLoaded", () => {
         const isSet = (kind) => SetKinds.has(index.kinds[kind]);
         const prefix = commonPrefix(index.pages.filter(([kind]) => !isSet(kind)).map(([, name]) => name));
         for (const [kind, name, file, guid, rows, translations] of index.pages) {
-            const page = { name, file: file || (isSet(kind) ? "sets/" : "") + name + ".html" };
+            const page = { name, key: folded(name), file: file || (isSet(kind) ? "sets/" : "") + name + ".html" };
             const short = shortened(name, index.kinds[kind], prefix);
-            const entry = { name, key: folded(name), short, kind, page, of: "", anchor: "", language: "" };
+            const entry = { name, key: page.key, short, kind, page, of: "", anchor: "", language: "" };
             entriesAdd(all, entry, guid, translations || [], index.languages);
             rowsRead(all, index, page, rows || []);
         }
@@ -165,7 +165,10 @@ document.addEventListener("DOMContentLoaded", () => {
             const script = document.createElement("script");
             script.src = top + "assets/" + name;
             script.onload = resolve;
-            script.onerror = reject;
+            script.onerror = () => {
+                script.remove();
+                reject(new Error(name));
+            };
             document.head.append(script);
         });
     }
@@ -175,6 +178,10 @@ document.addEventListener("DOMContentLoaded", () => {
             entries = indexRead(window.kivSearch);
             window.kivSearch = null;
             nearBuild();
+        }).catch((error) => {
+            // A file that was not there, while a site is exchanged or on its way, may be there at the next key.
+            loading = null;
+            throw error;
         });
         return loading;
     }
@@ -200,15 +207,31 @@ document.addEventListener("DOMContentLoaded", () => {
         return key.length === name.length && (/\p{Lu}/u.test(name[place]) || !/[\p{L}\p{N}]/u.test(name[place - 1]));
     }
 
+    function compared(one, other) {
+        return one.kind - other.kind || one.key.length - other.key.length || (one.key < other.key ? -1 : Number(one.key > other.key));
+    }
+
+    // Puts an entry where it belongs among the best of its rank, at most as many as are listed: a letter has more hits than can be
+    // sorted at each key.
+    function bestAdd(best, entry, query) {
+        let at = best.length;
+        while (at > 0 && compared(entry, best[at - 1]) < 0)
+            --at;
+        const isOneOfMany = at >= MostOfOne && entry.key !== query && compared(entry, best[at - MostOfOne]) === 0;
+        if (at === Most || isOneOfMany)
+            return;
+        best.splice(at, 0, entry);
+        best.length = Math.min(best.length, Most);
+    }
+
     function ranked(query) {
-        const found = [];
+        const ranks = [[], [], [], [], []];
         for (const entry of entries) {
             const value = rank(entry, query);
             if (value >= 0)
-                found.push([value, entry]);
+                bestAdd(ranks[value], entry, query);
         }
-        return found.sort(([a, one], [b, other]) => a - b || one.kind - other.kind || one.key.length - other.key.length ||
-            (one.key < other.key ? -1 : Number(one.key > other.key))).map(([, entry]) => entry);
+        return ranks.flat();
     }
 
     // Where nothing else is found, two letters that have changed places are near too.
@@ -236,7 +259,7 @@ document.addEventListener("DOMContentLoaded", () => {
         const dot = query.lastIndexOf(".");
         if (dot > 0) {
             for (const entry of entries) {
-                if (entry.of && entry.key.startsWith(query.slice(dot + 1)) && folded(entry.page.name) === query.slice(0, dot))
+                if (entry.of && entry.key.startsWith(query.slice(dot + 1)) && entry.page.key === query.slice(0, dot))
                     found.add(entry);
             }
         }
@@ -321,10 +344,17 @@ document.addEventListener("DOMContentLoaded", () => {
         list.hidden = false;
     }
 
+    function failureShow() {
+        const text = "The index of the search cannot be read. The next key tries again.";
+        list.replaceChildren(element("li", "none", text));
+        say(text);
+        list.hidden = false;
+    }
+
     function typed() {
         if (entries)
             return show();
-        return load().then(show, () => say("The index of the search cannot be read."));
+        return load().then(show, failureShow);
     }
 
     function focusMove(step) {
@@ -349,7 +379,9 @@ document.addEventListener("DOMContentLoaded", () => {
         case "Enter":
             if (!isInBox)
                 return false;
-            list.querySelector("a")?.click();
+            // A list that is not shown is of what was typed before.
+            if (!list.hidden)
+                list.querySelector("a")?.click();
             return true;
         case "Escape":
             if (isInBox && list.hidden)
@@ -362,7 +394,7 @@ document.addEventListener("DOMContentLoaded", () => {
         }
     }
 
-    box.addEventListener("focus", () => load().catch(() => say("The index of the search cannot be read.")));
+    box.addEventListener("focus", () => load().catch(failureShow));
     box.addEventListener("input", typed);
     box.addEventListener("focus", () => {
         if (box.value && entries && list.hidden)

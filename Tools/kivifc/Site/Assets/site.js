@@ -33,7 +33,7 @@
     // Search, language and mode do nothing without scripts, so pages do not have them.
     function barBegin() {
         const box = made("input", { id: "search", type: "search", autocomplete: "off", spellcheck: false,
-            placeholder: "Search: press / or s" });
+            placeholder: "" });
         const list = made("ul", { id: "results", hidden: true, ariaLabel: "Results" });
         const status = made("p", { id: "found", className: "hidden", role: "status" });
         const search = made("div", { className: "search", role: "search" },
@@ -122,12 +122,21 @@
         }
     }
 
+    // Members in place have no translations, which would be there on page after page: who chose a language reads where they are.
+    function languageNoteShow() {
+        const tag = remembered("language");
+        const heading = document.querySelector("#sets > h2");
+        if (tag && heading && document.querySelector("details.set"))
+            heading.after(made("p", { className: "note language" }, "Members are shown as their documents write them. Where they are " +
+                `translated, the page of the set shows them in ${languageName(tag)}.`));
+    }
+
     function languageBegin() {
         const select = document.getElementById("language");
         const groups = groupsFind();
         const tags = new Set(groups.flat().map((variant) => variant.dataset.l).filter((tag) => tag));
         if (!select || tags.size === 0)
-            return;
+            return languageNoteShow();
         select.add(new Option("As written", ""));
         for (const tag of [...tags].sort())
             select.add(new Option(languageName(tag), tag));
@@ -228,10 +237,27 @@
             (element.isContentEditable || /^(INPUT|TEXTAREA|SELECT)$/.test(element.tagName));
     }
 
+    // Who speaks to the computer, or hits keys by chance, switches single keys off.
+    function keysSwitchBegin(box) {
+        const input = made("input", { type: "checkbox", id: "keys", checked: remembered("keys") !== "off" });
+        const show = () => { box.placeholder = input.checked ? "Search: press / or s" : "Search"; };
+        input.addEventListener("change", () => {
+            remember("keys", input.checked ? "on" : "off");
+            show();
+        });
+        show();
+        document.querySelector("footer")?.append(made("p", {}, made("label", { className: "keys" }, input,
+            " The keys / and s go to the search")));
+        return input;
+    }
+
     function keysBegin() {
         const box = document.getElementById("search");
+        if (!box)
+            return;
+        const keys = keysSwitchBegin(box);
         document.addEventListener("keydown", (event) => {
-            if (!box || event.ctrlKey || event.metaKey || event.altKey || isTyping(event.target))
+            if (!keys.checked || event.ctrlKey || event.metaKey || event.altKey || isTyping(event.target))
                 return;
             // From a result, letters go on with the search.
             if ((event.key === "/" || event.key === "s") && !event.target.closest?.("#results")) {
