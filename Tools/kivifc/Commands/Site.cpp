@@ -75,6 +75,7 @@ std::string sKeptReason(const SiteOptions& options) {
     // Most likely "." or "~" where a folder in it was meant, and all work is in it.
     if (isWithin(".", options.folder))
         return "is replaced whole, and the current folder is it or in it";
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing changes the environment
     const auto* const home = std::getenv("HOME");
     if (home && *home != '\0' && isWithin(home, options.folder))
         return "is replaced whole, and the home folder is it or in it";

@@ -45,7 +45,7 @@ long long boxWidth(std::string_view label) {
 std::string sLabel(std::string_view name) {
     constexpr std::string_view Dots = "...";
     // Of a name of megabytes, no more than can be shown is looked at.
-    const auto whole = sShort(name);
+    auto whole = sShort(name);
     if (escapedWidth(whole) <= LettersMax)
         return whole;
     std::string label;
