@@ -142,7 +142,7 @@ def compare_sets(site, look_up):
         on_page, applying = sets_on_page(site, page), look_up(page.name)
         if on_page != applying:
             wrong += 1
-            print(f"complete: sets of {page.name}: missing {sorted(applying - on_page)[:5]}, too many {sorted(on_page - applying)[:5]}")
+            print(f"complete: sets of {page.name[:80]}: missing {sorted(applying - on_page)[:5]}, too many {sorted(on_page - applying)[:5]}")
     print(f"complete: the sets of {len(entities)} entities looked up, {wrong} differ")
     return not wrong
 

@@ -55,8 +55,8 @@ void vGuidNotationsWrite(const Guid& guid, Html& html) {
 
 void vGuidRowWrite(const Guid& guid, const std::string& id, Html& html) {
     const GuidNotations written(guid);
-    html << "<p" << attribute("id", id) << "><code>" << escaped(written.globalId) << "</code> <code>" << escaped(written.digits)
-         << "</code> <code>" << escaped(written.hyphenated) << "</code></p>\n";
+    html << "<p" << attribute("id", id) << "><code>" << escaped(written.globalId) << "</code> <code>"
+         << escaped(written.digits) << "</code> <code>" << escaped(written.hyphenated) << "</code></p>\n";
 }
 
 } // namespace kiv::kivifc::site

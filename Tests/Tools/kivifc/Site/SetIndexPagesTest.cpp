@@ -50,7 +50,8 @@ TEST(PropertyIndexPages, OneNameInManySetsIsSideBySide) {
     EXPECT_THAT(
         sample.sPage("properties.html"),
         HasSubstr("<code>Mark</code></th><td>Single value</td><td><a href=\"Label.html\"><code>Label</code>"
-                  "</a></td><td><ul class=\"links\">\n<li><a href=\"sets/S2.html#Mark\">S2</a></li>\n<li><a "
+                  "</a></td><td><ul class=\"links\">\n<li><a href=\"sets/S2.html#Mark\">S2</a> "
+                  "<span class=\"badge\">TEST2</span></li>\n<li><a "
                   "href=\"sets/S1.html#Mark\">S1</a></li>\n</ul></td></tr>"));
     EXPECT_THAT(sample.sPage("properties.html"), Not(HasSubstr("differs")));
 }
