@@ -72,8 +72,8 @@ public:
     SetPaths takeFound() {
         std::ranges::sort(found_.documents);
         std::ranges::sort(found_.problems);
-        const auto [first, last] = std::ranges::unique(found_.problems);
-        found_.problems.erase(first, last);
+        const auto end = std::unique(found_.problems.begin(), found_.problems.end());
+        found_.problems.erase(end, found_.problems.end());
         return std::move(found_);
     }
 

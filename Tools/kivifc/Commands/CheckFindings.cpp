@@ -9,11 +9,11 @@
 #include "kivifc/Findings/Baseline.h"
 #include "kivifc/Findings/CheckRun.h"
 #include "kivifc/Findings/FindingWriter.h"
+#include "kivifc/Program/Environment.h"
 #include "kivifc/Program/Progress.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <optional>
@@ -31,17 +31,10 @@ namespace {
 constexpr std::size_t DocumentsForThreads = 200;
 constexpr std::size_t FindingsMaxInText = 50;
 
-bool isSet(const char* variable) {
-    const auto* const value = std::getenv(variable);
-    return value && *value != '\0';
-}
-
 bool isColoured(const std::string& choice) {
     if (choice != "auto")
         return choice == "always";
-    const auto* const terminal = std::getenv("TERM");
-    const bool isDumb = terminal && std::string_view(terminal) == "dumb";
-    return !isSet("NO_COLOR") && !isDumb && isatty(STDOUT_FILENO) == 1;
+    return sEnvironment("NO_COLOR").empty() && sEnvironment("TERM") != "dumb" && isatty(STDOUT_FILENO) == 1;
 }
 
 std::unique_ptr<FindingWriter> pWriter(const CheckOptions& options, SourceLines& sources, Output& output) {

@@ -2,13 +2,13 @@
 #include "kivifc/Commands/Options.h"
 #include "kivifc/Commands/SiteOptions.h"
 #include "kivifc/Documents/SchemaWithSets.h"
+#include "kivifc/Program/Environment.h"
 #include "kivifc/Program/OneLine.h"
 #include "kivifc/Site/SiteFolder.h"
 #include "kivifc/Site/SiteModel.h"
 #include "kivifc/Site/SitePages.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <memory>
@@ -75,9 +75,7 @@ std::string sKeptReason(const SiteOptions& options) {
     // Most likely "." or "~" where a folder in it was meant, and all work is in it.
     if (isWithin(".", options.folder))
         return "is replaced whole, and the current folder is it or in it";
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing changes the environment
-    const auto* const home = std::getenv("HOME");
-    if (home && *home != '\0' && isWithin(home, options.folder))
+    if (const auto home = sEnvironment("HOME"); !home.empty() && isWithin(home, options.folder))
         return "is replaced whole, and the home folder is it or in it";
     return {};
 }

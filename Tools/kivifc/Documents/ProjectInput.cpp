@@ -1,9 +1,9 @@
 #include "kivifc/Documents/ProjectInput.h"
 
 #include "kivifc/Program/AsciiText.h"
+#include "kivifc/Program/Environment.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fmt/format.h>
 #include <iterator>
 #include <string_view>
@@ -16,12 +16,6 @@ bool isSchemaName(std::string_view path) {
     constexpr std::string_view Extension = ".exp";
     return path.size() > Extension.size() &&
            ascii::isEqualIgnoringCase(path.substr(path.size() - Extension.size()), Extension);
-}
-
-/// Empty when it is not set.
-std::string sEnvironment(const char* name) {
-    const auto* const value = std::getenv(name);
-    return value ? value : "";
 }
 
 } // namespace
