@@ -1,5 +1,6 @@
 #include "kivifc/Site/GuidNotations.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -10,7 +11,8 @@ namespace {
 
 std::string sHyphenated(std::string_view digits) {
     std::string text;
-    for (const std::size_t size : {8, 4, 4, 4, 12}) {
+    constexpr std::array<std::size_t, 5> Sizes{8, 4, 4, 4, 12};
+    for (const auto size : Sizes) {
         text.append(text.empty() ? "" : "-").append(digits.substr(0, size));
         digits.remove_prefix(size);
     }
