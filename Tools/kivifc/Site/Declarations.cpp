@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <deque>
+#include <iterator>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -32,8 +33,8 @@ constexpr bool isWordByte(char byte) {
 /// In upper case. The library ends a name at a blank, so that it may have more than the name: "A;".
 std::string sWordUpper(std::string_view name) {
     std::string word;
-    for (const char byte : name.substr(0, std::ranges::find_if_not(name, isWordByte) - name.begin()))
-        word += ascii::getUpper(byte);
+    std::transform(name.begin(), std::ranges::find_if_not(name, isWordByte), std::back_inserter(word),
+                   [](char byte) { return ascii::getUpper(byte); });
     return word;
 }
 

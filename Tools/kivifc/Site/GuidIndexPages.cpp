@@ -85,8 +85,8 @@ public:
 private:
     /// Those that begin with one digit, as the owners are sorted.
     std::span<const GuidOwner> ownersWith(char digit) const {
-        const auto range = std::ranges::equal_range(owners_, digit, {}, firstDigitOf);
-        return {range.begin(), range.end()};
+        return {std::ranges::lower_bound(owners_, digit, {}, firstDigitOf),
+                std::ranges::upper_bound(owners_, digit, {}, firstDigitOf)};
     }
 
     /// `here` is the digit of the page that they are on; empty for none.

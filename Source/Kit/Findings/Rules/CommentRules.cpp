@@ -14,7 +14,13 @@ constexpr RuleExample WithoutComments{R"xml(<PropertySetDef ifdguid="aa3b8880d21
   <Name>Pset_WallCommon</Name>
   <Definition>Properties of all walls.</Definition>
   <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs/>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
 </PropertySetDef>
 )xml"};
 
