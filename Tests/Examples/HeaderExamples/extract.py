@@ -15,7 +15,7 @@ import re
 import sys
 from pathlib import Path
 
-from surroundings import KIT_SURROUNDINGS, PLAIN, SURROUNDINGS
+from surroundings import KIT_SURROUNDINGS, PLAIN, SITE_SURROUNDINGS, SURROUNDINGS
 
 class StaleRow(Exception):
     """surroundings.py does not fit the headers."""
@@ -70,13 +70,16 @@ def header_name(root, include_folder, header):
     return f"kiv/{name}" if (include_folder / "kiv" / name).exists() else name
 
 
-def kit_row(root, header):
-    """The kit has headers that are named like those of kivifc."""
-    return KIT_SURROUNDINGS.get(header.name) if header.is_relative_to(root / "Source/Kit") else None
+def row_of(root, header):
+    """The kit and the site have headers that are named like those of others."""
+    for folder, rows in (("Source/Kit", KIT_SURROUNDINGS), ("Tools/kivifc/Site", SITE_SURROUNDINGS)):
+        if header.is_relative_to(root / folder) and header.name in rows:
+            return rows[header.name]
+    return SURROUNDINGS.get(header.name)
 
 
 def source_of(root, include_folder, header, examples):
-    row = kit_row(root, header) or SURROUNDINGS.get(header.name)
+    row = row_of(root, header)
     if row is None:
         raise StaleRow(f"{header}:{examples[0][0]}: an example that HeaderExamples/surroundings.py does not know")
     includes = [header_name(root, include_folder, header), *row.get("includes", [])]

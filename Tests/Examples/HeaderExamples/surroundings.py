@@ -22,6 +22,7 @@ PLAIN = {
     "DataTypeJson.h": ['{"object"'],
     "ExpressionJson.h": ["a - b - c"],
     "ProjectFile.h": ["schema =", "[contexts]"],
+    "SearchIndex.h": ["{format"],
     "TreeDrawing.h": ["BldUnit"],
 }
 
@@ -130,7 +131,11 @@ SURROUNDINGS = {
     "Options.h": row(TOOL, "CLI::App& app, std::string& schemaPath_, bool& isJson_"),
     "OrderedJobs.h": row(TOOL, "const std::vector<std::string>& paths", ["string"],
                          before="struct Document {}; Document documentRead(const std::string&);"),
+    "Environment.h": row(TOOL, "std::string& text", before="inline void vColour(std::string&) {}"),
     "ProjectFile.h": row(TOOL),
+    "ProjectInput.h": row(TOOL, "const std::string& path, Diagnostics& diagnostics, std::string& schemaPath, "
+                                "std::vector<std::string>& setPaths"),
+    "SiteOptions.h": row(TOOL, "CLI::App& app, int argc, char** argv, Diagnostics& diagnostics", ["CLI/CLI.hpp"]),
     "RuleText.h": row(TOOL, "Output& output", ["kivifc/Program/Output.h"]),
     "Selection.h": row(TOOL, "std::vector<kit::Finding>& findings"),
     "SourceLines.h": row(TOOL),
@@ -234,6 +239,74 @@ KIT = "kiv::kit"
 KIT_DOCUMENT = "kiv/Kit/Documents/SetDocument.h"
 KIT_RUN = row(KIT, "RuleRun& run", ["Kit/Findings/RuleRun.h"])
 SCHEMA_PARAMETER = "const kiv::ifc::def::schema::Schema& schema"
+SITE = TOOL + "::site"
+SITE_WRITE = "template <class... T> void write(T&&...) {}"
+
+
+def site_row(parameters, before=SITE_WRITE, **more):
+    """All of a site is there, as far as a page needs it."""
+    return row(SITE, parameters,
+               ["kivifc/Site/Addresses.h", "kivifc/Site/Elements.h", "kivifc/Site/SiteFolder.h",
+                "kivifc/Site/SiteModel.h", IN + "IfcDefBase.h", *ENTITY],
+               before=before, **more)
+
+
+SITE_PAGES = site_row("const SiteModel& model, SiteFolder& folder")
+SITE_OF_WALL = site_row("const SiteModel& model, const ifc::def::schema::Entity& wall, RowIds& ids, Html& html")
+SITE_SURROUNDINGS = {
+    "Address.h": site_row("const Addresses& addresses, const ifc::def::schema::Entity& wall, Html& html"),
+    "Addresses.h": site_row("const ifc::def::schema::Entity* wall"),
+    "Assets.h": site_row("SiteFolder& folder"),
+    "Declarations.h": site_row("const SchemaFile& file, const ifc::def::schema::ObjectBase* function"),
+    "Diagram.h": SITE_OF_WALL,
+    "DistinctRules.h": site_row("const ifc::def::schema::Type& type"),
+    "Elements.h": site_row("const std::string& name, Html& html"),
+    "EntityAttributes.h": SITE_OF_WALL,
+    "EntityPage.h": SITE_PAGES,
+    "EntitySets.h": SITE_OF_WALL,
+    "ExpressHtml.h": SITE_OF_WALL,
+    "ExpressWords.h": site_row("std::string_view text"),
+    "GuidIndexPages.h": SITE_PAGES,
+    "GuidNotations.h": site_row("const Guid& guid"),
+    "Html.h": site_row("const std::string& name"),
+    "IndexElements.h": site_row("const std::vector<const ifc::def::schema::Entity*>& entities, Html& html"),
+    "IndexPages.h": site_row("Html& html"),
+    "LanguageIndexPages.h": SITE_PAGES,
+    "MemberList.h": site_row("const Addresses& addresses, const ifc::def::xml::SetDef& set"),
+    "MemberType.h": site_row("const SiteModel& model, const ifc::def::xml::Def& def, Html& html"),
+    "MemberUses.h": site_row("const ifc::def::schema::Schema& schema, "
+                             "const std::vector<const ifc::def::xml::SetDef*>& sets, "
+                             "const ifc::def::schema::ObjectBase* label"),
+    "NameGroups.h": site_row("const std::vector<std::string_view>& names"),
+    "ObjectIndexPages.h": SITE_PAGES,
+    "Page.h": site_row("const SiteModel& model, const Addresses& addresses, "
+                       "const ifc::def::schema::Entity& wall, const std::string& text, SiteFolder& folder"),
+    "PropertyIndexPages.h": SITE_PAGES,
+    "RedeclaredName.h": site_row(""),
+    "RuleHtml.h": SITE_OF_WALL,
+    "SearchIndex.h": site_row(""),
+    "SearchIndexFile.h": SITE_PAGES,
+    "SetClasses.h": site_row("const SiteModel& model, const SiteSet& set, Html& html"),
+    "SetFindings.h": site_row("const SiteModel& model, const SiteSet& set"),
+    "SetIndexPage.h": SITE_PAGES,
+    "SetMembers.h": site_row("const SiteModel& model, const SiteSet* set, Html& html"),
+    "SetPage.h": SITE_PAGES,
+    "SiteFolder.h": site_row("const Addresses& addresses, const ifc::def::schema::Entity& wall, "
+                             "const std::string& text, bool isForced"),
+    "SiteMark.h": site_row("const std::filesystem::path& folder",
+                           replace={"return reason; // somebody else has files there": "use(reason);"}),
+    "SiteModel.h": site_row("const SchemaWithSets& loaded"),
+    "SitePages.h": SITE_PAGES,
+    "StartPage.h": SITE_PAGES,
+    "TextPage.h": SITE_PAGES,
+    "Translations.h": site_row("const ifc::def::xml::Def& def, Html& html"),
+    "TypeHtml.h": site_row("const SiteModel& model, const ifc::def::schema::Attribute& attribute, Html& html"),
+    "TypePage.h": SITE_PAGES,
+    "Uses.h": site_row("const ifc::def::schema::Schema& schema, const Declarations& declarations, "
+                       "const ifc::def::schema::ObjectBase* label"),
+    "UsesHtml.h": site_row("const SiteModel& model, const ifc::def::schema::ObjectBase& label, Html& html"),
+}
+
 KIT_SURROUNDINGS = {
     "AcrossDocuments.h": row(KIT, "const std::vector<SetDocument>& documents", [KIT_DOCUMENT]),
     "AcrossRules.h": row(KIT, "const SetDocument& document, const SetOutline& outline, std::string_view context",

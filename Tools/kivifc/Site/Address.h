@@ -4,7 +4,7 @@
 ///
 ///     constexpr PageName Entities("entities.html");
 ///     html << "<a" << href(Address(Entities)) << ">Entities</a>";
-///     html << "<a" << href(addresses.ofObject(wall).row("PredefinedType")) << ">...</a>";
+///     html << "<a" << href(addresses.of(wall).row("PredefinedType")) << ">...</a>";
 ///
 /// Ownership: the path belongs to the `Addresses` that made it, which must outlive the address.
 /// Threads:   any number of threads.

@@ -3,7 +3,7 @@
 /// build puts into the program.
 ///
 ///     for (const auto& asset : getAssets())
-///         folder.vWrite(asset, ...);
+///         folder.vWrite(asset);
 ///
 /// Ownership: they live as long as the process.
 /// Threads:   any number of threads.

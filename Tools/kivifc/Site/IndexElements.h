@@ -1,9 +1,10 @@
 /// @file
 /// What indexes are made of: letters to go to, and the groups of names under them.
 ///
-///     vLettersWrite({"A", "W"}, html);
-///     vLetterBegin("A", html);
-///     html << "<ul class=\"names\">";
+///     const auto groups = letterGroups(entities, [](const auto* entity) { return entity->getName(); });
+///     vLettersWrite(groups, html);
+///     for (const auto& [letter, entitiesOfLetter] : groups)
+///         vLetterWrite(letter, html);
 ///
 /// Ownership: nothing is kept.
 /// Threads:   any number of threads, each with its own page.

@@ -4,7 +4,7 @@
 ///
 ///     const SiteModel model(loaded, "IFC4");
 ///     for (const auto* entity : model.getEntities())
-///         write(*entity, model.getUses().of(*entity), model.setsOf(*entity));
+///         write(*entity, model.usesOf(*entity), model.setsOf(*entity));
 ///
 /// Ownership: refers to the schema and its sets, which must outlive it; it owns the sets that were read and
 ///            are not used.
