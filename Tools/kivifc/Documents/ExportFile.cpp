@@ -2,6 +2,7 @@
 
 #include "kivifc/Documents/Checksum.h"
 #include "kivifc/Documents/TextFile.h"
+#include "kivifc/Program/CodePoints.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -61,9 +62,7 @@ std::string sFileByte(char byte, bool isFirst) {
 
 /// Cut between characters of UTF-8. "%~" is in no name that was not cut.
 std::string sShortened(const std::string& text, std::string_view name) {
-    auto size = NameSizeMax;
-    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U)
-        --size;
+    const auto size = characterBegin(text, NameSizeMax);
     return fmt::format("{}%~{:016x}", text.substr(0, size), checksum(name));
 }
 

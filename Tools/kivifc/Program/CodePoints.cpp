@@ -82,6 +82,12 @@ CodePoint codePointTake(std::string_view& text) {
     return point;
 }
 
+std::size_t characterBegin(std::string_view text, std::size_t position) {
+    while (position > 0 && position < text.size() && isContinuation(text[position]))
+        --position;
+    return position;
+}
+
 std::size_t displayWidth(const CodePoint& point) {
     if (point.isValid && isIn(Combining, point.value))
         return 0;

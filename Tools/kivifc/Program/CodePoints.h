@@ -28,6 +28,9 @@ struct CodePoint {
 /// Takes the first code point off a text that is not empty.
 CodePoint codePointTake(std::string_view& text);
 
+/// Where the character begins that the byte at `position` belongs to, so that a text can be cut before it.
+std::size_t characterBegin(std::string_view text, std::size_t position);
+
 /// How many columns of a terminal it takes: 2 for the wide letters of East Asia and for pictures, 0 for marks
 /// that are drawn onto the letter before them.
 std::size_t displayWidth(const CodePoint& point);

@@ -1,5 +1,7 @@
 #include "kivifc/Site/Elements.h"
 
+#include "kivifc/Program/CodePoints.h"
+
 #include <cstddef>
 #include <string>
 
@@ -8,9 +10,7 @@ namespace kiv::kivifc::site {
 std::string sShort(std::string_view text, std::size_t whole) {
     if (text.size() <= whole)
         return std::string(text);
-    auto end = whole - whole / 5;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
-        --end;
+    const auto end = characterBegin(text, whole - whole / 5);
     return std::string(text.substr(0, end)) + "...";
 }
 

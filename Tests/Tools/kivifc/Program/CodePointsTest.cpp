@@ -16,6 +16,13 @@ struct Row {
     bool isValid;
 };
 
+TEST(CodePoints, ACharacterIsCutBeforeItsFirstByte) {
+    EXPECT_EQ(characterBegin("a\u00E9b", 2), 1U);
+    EXPECT_EQ(characterBegin("a\u00E9b", 3), 3U);
+    EXPECT_EQ(characterBegin("\xA9", 0), 0U);
+    EXPECT_EQ(characterBegin("a\u00E9", 3), 3U);
+}
+
 TEST(CodePoints, AreTakenOneByOne) {
     const Row rows[] = {
         {"ab", 'a', 1, true},
