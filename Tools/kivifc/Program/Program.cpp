@@ -30,7 +30,8 @@ std::string_view lastWords;
 
 /// Without any memory, as there is none.
 ExitStatus memoryFailureReport() {
-    std::fwrite(lastWords.data(), 1, lastWords.size(), stdout);
+    if (!lastWords.empty()) // an empty view may have no address, which fwrite does not permit
+        std::fwrite(lastWords.data(), 1, lastWords.size(), stdout);
     std::fflush(stdout);
     lastWords = {};
     std::fputs("kivifc: this job: not enough memory\n", stderr);
