@@ -58,8 +58,8 @@ std::string_view ruleText(const AssertRecord& record) {
 }
 
 bool isKindOf(const ObjectBase& object, ExpressDeclarationKind kind) {
-    using Kind = ObjectBase::Type;
-    static constexpr std::array Kinds = {Kind::Type, Kind::Entity, Kind::Function, Kind::Rule};
+    using Type = ObjectBase::Type;
+    static constexpr std::array Kinds = {Type::Type, Type::Entity, Type::Function, Type::Rule};
     const auto index = static_cast<std::size_t>(kind);
     return index < Kinds.size() && object.getKind() == Kinds[index];
 }

@@ -16,7 +16,7 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr std::size_t maxSubjectSize = 250;
+constexpr std::size_t maxSharedNameSize = 250;
 constexpr std::size_t maxTypeSize = 120;
 
 std::string_view shownKindOf(PropertyKind kind) {
@@ -97,7 +97,7 @@ public:
         finding.severity = rule ? rule->severity : Severity::Error;
         finding.message = std::move(message);
         finding.place = placeOf(spot);
-        finding.subject = cut(subject, maxSubjectSize);
+        finding.subject = cut(subject, maxSharedNameSize);
         auto& count = counts_[finding.code];
         if (count == maxFindingsPerCode)
             return surplus_ = std::move(finding);
