@@ -168,10 +168,10 @@ void SiteFolder::vFileWrite(const Descriptor& folder, std::string_view folderNam
         return;
     errno = 0;
     const std::string file(name);
-    const Descriptor made(
+    Descriptor made(
         openat(folder.getNumber(), file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
     const auto path = std::string(folderName) + file;
-    if (!made.isOpen() || !boWriteAll(made.getNumber(), text))
+    if (!made.isOpen() || !boWriteAll(made.getNumber(), text) || !made.boClose())
         failure_ = fmt::format("{}: {}", path, sSystemReason());
     written_.push_back(path);
     bytes_ += text.size();

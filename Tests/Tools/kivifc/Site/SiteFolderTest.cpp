@@ -2,11 +2,30 @@
 
 #include "Tools/kivifc/TemporaryFolder.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+/// As of a disk that turns out to be full when a file is closed: close takes place and fails.
+bool isCloseFailing = false;
+
+} // namespace
+
+/// In place of that of the C library.
+extern "C" int close(int file) {
+    const auto result = static_cast<int>(syscall(SYS_close, file));
+    if (!isCloseFailing)
+        return result;
+    errno = ENOSPC;
+    return -1;
+}
 
 namespace kiv::kivifc::site::test {
 
@@ -81,6 +100,21 @@ TEST(SiteFolder, FormerSiteStaysWhenAFileCannotBeWritten) {
         // There is one of that name already.
         failing.vWrite(Address(PageName("index.html")), "third");
         EXPECT_EQ(failing.sFinish(), "index.html: File exists");
+    }
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, FormerSiteStaysWhenAFileCannotBeClosed) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    {
+        SiteFolder failing(folder.sPath("site"), false);
+        isCloseFailing = true;
+        failing.vWrite(Address(PageName("index.html")), "second");
+        isCloseFailing = false;
+        failing.vWrite(Address(PageName("other.html")), "second");
+        EXPECT_EQ(failing.sFinish(), "index.html: No space left on device");
     }
     EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
     EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
