@@ -50,8 +50,8 @@ public:
             vPageAdd(SearchKind::Rule, *rule);
         for (const auto& set : model_.getSets())
             vSetAdd(*set.set);
-        for (const auto& [page, title] : IndexPages)
-            index_.vPageAdd(SearchKind::Page, title.getView(), page.getView());
+        for (const auto& index : IndexPages)
+            index_.vPageAdd(SearchKind::Page, index.getFullTitle(), index.page.getView());
         return index_.sText();
     }
 
