@@ -71,13 +71,13 @@ EntityAttributes::EntityAttributes(const SiteModel& model, const Entity& entity,
 
 void EntityAttributes::vOwnIdsTake() {
     for (const auto& attribute : explicitOf(entity_))
-        ownIds_.emplace(&attribute, ids_.sTake(nameOf(attribute)));
+        ownIds_.emplace(&attribute, ids_.take(nameOf(attribute)));
     for (const auto& inverse : inversesOf(entity_))
-        ownIds_.emplace(&inverse, ids_.sTake(nameOf(inverse)));
+        ownIds_.emplace(&inverse, ids_.take(nameOf(inverse)));
     for (const auto& value : derivedOf(entity_))
-        ownIds_.emplace(&value, ids_.sTake(nameOf(value)));
+        ownIds_.emplace(&value, ids_.take(nameOf(value)));
     for (const auto& rule : uniqueOf(entity_))
-        ownIds_.emplace(&rule, ids_.sTake(rule.label));
+        ownIds_.emplace(&rule, ids_.take(rule.label));
 }
 
 void EntityAttributes::vRedeclaredFind() {
@@ -139,8 +139,8 @@ void EntityAttributes::vGroupBegin(const Entity& declaring) {
 /// The name of an inherited one leads to the page of the entity that declares it.
 void EntityAttributes::vRowBegin(const Entity& declaring, const void* item, std::string_view name) {
     const auto own = ownIds_.find(item);
-    const auto id = own == ownIds_.end() ? ids_.sTake(name) : own->second;
-    html_ << "<tr" << attribute("id", id) << "><th scope=\"row\">";
+    const auto id = own == ownIds_.end() ? ids_.take(name) : own->second;
+    html_ << "<tr" << attribute("id", id.getText()) << "><th scope=\"row\">";
     if (&declaring == &entity_) {
         html_ << "<code>" << escaped(sShort(name)) << "</code>";
     } else {

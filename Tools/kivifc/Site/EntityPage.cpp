@@ -31,8 +31,10 @@ public:
 
     std::string sText() {
         vTreeWrite();
-        EntityAttributes(model_, entity_, ids_, html_).vWrite();
-        vWhereWrite(model_, {.pSelf = &entity_}, entity_.pWhere(), ids_, html_);
+        EntityAttributes attributes(model_, entity_, ids_, html_);
+        const auto ruleIds = ruleIdsTake(entity_.pWhere(), ids_);
+        attributes.vWrite();
+        vWhereWrite(model_, {.pSelf = &entity_}, entity_.pWhere(), ruleIds, html_);
         vInheritedRulesWrite();
         vEntitySetsWrite(model_, entity_, html_);
         vUsesWrite(model_, entity_, html_);
