@@ -11,6 +11,7 @@
 /// Errors:    std::bad_alloc.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,7 +22,10 @@ namespace kiv::kivifc::site {
 class PageName {
 public:
     // A name is used where it is written. NOLINTNEXTLINE(google-explicit-constructor)
-    consteval PageName(const char* name) : name_(name) {}
+    template <std::size_t Size>
+    consteval PageName(const char (&name)[Size]) : name_(name) {}
+    template <std::size_t Size>
+    PageName(char (&name)[Size]) = delete;
 
     constexpr std::string_view getView() const { return name_; }
 
