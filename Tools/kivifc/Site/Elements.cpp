@@ -45,8 +45,8 @@ void vRowLinkWrite(Html& html, std::string_view name) {
 }
 
 void vRowLinkWrite(Html& html, const RowId& id, std::string_view name) {
-    html << "<a class=\"anchor\"" << idHref(id.getText()) << attribute("aria-label", "Link to " + sShort(name))
-         << ">#</a>";
+    html << "<a class=\"anchor\"" << idHref(id.getText())
+         << attribute("aria-label", "Link to " + sShort(name)) << ">#</a>";
 }
 
 void vNameLinkWrite(Html& html, const Address& address, std::string_view name) {

@@ -123,8 +123,8 @@ void vWhereWrite(const SiteModel& model, const ExpressScope& scope, const Where*
     auto id = ids.begin();
     for (const auto* rule : rules) {
         const auto label = rule->label.getView();
-        html << "<div class=\"rule\"" << attribute("id", id->getText()) << "><h3><code>" << escaped(sShort(label))
-             << "</code>";
+        html << "<div class=\"rule\"" << attribute("id", id->getText()) << "><h3><code>"
+             << escaped(sShort(label)) << "</code>";
         vRowLinkWrite(html, *id++, label);
         html << "</h3>\n";
         vExpressionWrite(model, scope, *rule->expression, html);

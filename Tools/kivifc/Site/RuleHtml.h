@@ -18,8 +18,8 @@
 
 namespace kiv::kivifc::site {
 
-/// An id for each rule of a clause, which null has none of. A page asks for them before those of what it shows
-/// of others, so that links from elsewhere find the rules.
+/// An id for each rule of a clause, which null has none of. A page asks for them before those of what it
+/// shows of others, so that links from elsewhere find the rules.
 std::vector<RowId> ruleIdsTake(const ifc::def::schema::Where* where, RowIds& ids);
 
 /// A section with a row for each rule; nothing for a clause without rules, or null.

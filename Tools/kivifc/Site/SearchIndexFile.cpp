@@ -63,7 +63,9 @@ private:
         ids_ = {};
     }
 
-    void vRowAdd(SearchKind kind, std::string_view name) { index_.vRowAdd(kind, name, ids_.take(name).getText()); }
+    void vRowAdd(SearchKind kind, std::string_view name) {
+        index_.vRowAdd(kind, name, ids_.take(name).getText());
+    }
 
     /// Rows are asked for their ids in the order in which the page does that.
     void vEntityAdd(const Entity& entity) {
