@@ -16,6 +16,7 @@
 #include "kivifc/Site/RowIds.h"
 #include "kivifc/Site/SiteModel.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -49,7 +50,7 @@ private:
         Markup column;
     };
 
-    void vRedeclaredFind();
+    std::optional<Redeclaration> nearestRedeclarationOf(const Attribute& attribute) const;
     void vOwnIdsTake();
     void vExplicitWrite();
     void vInverseWrite();
@@ -68,8 +69,8 @@ private:
     RowIds& ids_;
     Html& html_;
     std::vector<const Entity*> line_;
-    // What is declared again in the line, and where that is nearest.
-    std::unordered_map<const AttributeBase*, Redeclaration> redeclared_;
+    // Those of the line that declare something again, the nearest first.
+    std::vector<const Entity*> redeclaring_;
     // Of what the entity itself declares, by its place in memory: what it inherits does not take them away.
     std::unordered_map<const void*, RowId> ownIds_;
 };

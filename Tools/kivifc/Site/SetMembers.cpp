@@ -20,8 +20,6 @@ namespace {
 
 using ifc::def::xml::Def;
 
-/// Sets have some ten members; what is longer is an exception, or made to fill disks.
-constexpr std::size_t ShortMembersMax = 200;
 constexpr std::size_t ShortItemsMax = 40;
 constexpr std::size_t ShortDefinitionMax = 200;
 

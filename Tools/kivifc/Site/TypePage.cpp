@@ -113,7 +113,7 @@ private:
     void vInnerWrite(const DataTypeSelect& select, std::size_t depth) {
         if (unfolded_.contains(&select))
             return;
-        if (depth > DepthMax || written_ >= MembersMax) {
+        if (depth > DepthMax || written_ + select.getMemberNames().size() > MembersMax) {
             html_ << " <span class=\"note\">has its members on its page</span>";
             return;
         }
