@@ -176,6 +176,10 @@ void Descriptor::vRelease() {
     number_ = -1;
 }
 
+bool Descriptor::boClose() {
+    return close(std::exchange(number_, -1)) == 0;
+}
+
 Descriptor::~Descriptor() {
     const int error = errno;
     if (isOpen())

@@ -34,6 +34,10 @@ public:
     /// Somebody else closes it.
     void vRelease();
 
+    /// Closes it now. A full disk or a server may refuse only here what was written before; false then, with
+    /// the reason in `errno`. It is closed in any case.
+    bool boClose();
+
 private:
     int number_ = -1;
 };

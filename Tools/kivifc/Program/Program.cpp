@@ -52,7 +52,7 @@ std::terminate_handler onOtherEnd = nullptr;
 /// The destructor of a JSON value needs memory, and no exception can leave it; making an exception may need
 /// memory too.
 [[noreturn]] void onEnd() {
-    vUnfinishedFileRemove();
+    vUnfinishedRemove();
     if (wasMemoryShort)
         std::_Exit(static_cast<int>(memoryFailureReport()));
     onOtherEnd();

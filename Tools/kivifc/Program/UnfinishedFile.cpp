@@ -14,6 +14,8 @@ constexpr std::array<int, 3> EndSignals{SIGINT, SIGTERM, SIGHUP};
 // Written only while the signals are held back, so that their handler never finds half of it.
 int unfinishedFolder = -1;
 std::array<char, 64> unfinishedName{};
+FolderRemoval folderRemoval = nullptr;
+const void* removedFolder = nullptr;
 
 std::array<struct sigaction, EndSignals.size()> formerActions{};
 
@@ -28,7 +30,7 @@ sigset_t endSignals() {
 /// The signal that is raised here comes when the handler has returned, and then ends the program.
 extern "C" void onEndSignal(int number) {
     const int error = errno;
-    vUnfinishedFileRemove();
+    vUnfinishedRemove();
     for (std::size_t place = 0; place < EndSignals.size(); ++place) {
         if (EndSignals[place] == number)
             sigaction(number, &formerActions[place], nullptr);
@@ -81,6 +83,25 @@ void vUnfinishedFileRemove() {
     if (unfinishedFolder >= 0)
         unlinkat(unfinishedFolder, unfinishedName.data(), 0);
     unfinishedFolder = -1;
+}
+
+void vUnfinishedFolderNote(FolderRemoval vRemove, const void* folder) {
+    const HeldEndSignals held;
+    folderRemoval = vRemove;
+    removedFolder = folder;
+}
+
+void vUnfinishedFolderForget() {
+    const HeldEndSignals held;
+    folderRemoval = nullptr;
+}
+
+void vUnfinishedRemove() {
+    const HeldEndSignals held;
+    vUnfinishedFileRemove();
+    if (folderRemoval)
+        folderRemoval(removedFolder);
+    folderRemoval = nullptr;
 }
 
 } // namespace kiv::kivifc

@@ -1,5 +1,5 @@
 /// @file
-/// The file that is being written: gone when the program has to end before it is whole.
+/// The file or folder that is being written: gone when the program has to end before it is whole.
 ///
 ///     {
 ///         const HeldEndSignals held; // nothing may end the program between making the file and noting it
@@ -14,7 +14,7 @@
 
 namespace kiv::kivifc {
 
-/// From now on SIGINT, SIGTERM and SIGHUP remove the unfinished file and then end the program as if they had
+/// From now on SIGINT, SIGTERM and SIGHUP remove what is unfinished and then end the program as if they had
 /// not been caught. Those that are ignored, as SIGHUP is below nohup, stay so.
 void vEndSignalsCatch();
 
@@ -39,5 +39,17 @@ void vUnfinishedFileForget();
 
 /// Removes and forgets it, if there is one. Calls nothing that a handler of a signal may not call.
 void vUnfinishedFileRemove();
+
+/// Removes a folder with all that was written into it. It may come between any two steps of who writes the
+/// folder, unless the signals are held back, and calls nothing that a handler of a signal may not call.
+using FolderRemoval = void (*)(const void* folder);
+
+/// `folder` is handed to the removal, and must last until the folder is forgotten. There is one unfinished
+/// folder at most.
+void vUnfinishedFolderNote(FolderRemoval vRemove, const void* folder);
+void vUnfinishedFolderForget();
+
+/// Removes file and folder, whichever there is. Calls nothing that a handler of a signal may not call.
+void vUnfinishedRemove();
 
 } // namespace kiv::kivifc

@@ -11,8 +11,10 @@
 /// Errors:    std::bad_alloc.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kiv::kivifc::site {
 
@@ -20,7 +22,10 @@ namespace kiv::kivifc::site {
 class PageName {
 public:
     // A name is used where it is written. NOLINTNEXTLINE(google-explicit-constructor)
-    consteval PageName(const char* name) : name_(name) {}
+    template <std::size_t Size>
+    consteval PageName(const char (&name)[Size]) : name_(name) {}
+    template <std::size_t Size>
+    PageName(char (&name)[Size]) = delete;
 
     constexpr std::string_view getView() const { return name_; }
 
@@ -32,9 +37,24 @@ private:
 /// letters, digits and underscores, is too long, or is one of ours; then a part of it and a checksum.
 std::string sAnchor(std::string_view name);
 
-/// The `id` of the GUID in the row of that name; those of rows have no hyphen.
-inline std::string sGuidAnchor(std::string_view row) {
-    return "guid-" + sAnchor(row);
+/// The id of a row, as `RowIds` gave it out.
+class RowId {
+public:
+    const std::string& getText() const { return text_; }
+
+    bool operator==(const RowId&) const = default;
+
+private:
+    friend class RowIds;
+
+    explicit RowId(std::string text) : text_(std::move(text)) {}
+
+    std::string text_;
+};
+
+/// The `id` of the GUID in a row; those of rows have no hyphen.
+inline std::string sGuidAnchor(const RowId& row) {
+    return "guid-" + row.getText();
 }
 
 class Address {
@@ -47,15 +67,21 @@ public:
     /// Empty for the whole page.
     const std::string& getAnchor() const { return anchor_; }
 
-    /// The row of that name on the same page.
+    /// The row of that name on the same page; the first one, where there are several.
     Address row(std::string_view name) const {
         auto address = *this;
         address.anchor_ = sAnchor(name);
         return address;
     }
 
+    Address row(const RowId& id) const {
+        auto address = *this;
+        address.anchor_ = id.getText();
+        return address;
+    }
+
     /// The GUID in that row, in what is closed until it is asked for.
-    Address guid(std::string_view row) const {
+    Address guid(const RowId& row) const {
         auto address = *this;
         address.anchor_ = sGuidAnchor(row);
         return address;

@@ -44,15 +44,9 @@ void vRowLinkWrite(Html& html, std::string_view name) {
          << ">#</a>";
 }
 
-void vRowLinkWrite(Html& html, const std::string& id, std::string_view name) {
-    html << "<a class=\"anchor\"" << idHref(id) << attribute("aria-label", "Link to " + sShort(name))
-         << ">#</a>";
-}
-
-std::string RowIds::sTake(std::string_view name) {
-    auto id = sAnchor(name);
-    const auto count = ++taken_[id];
-    return count == 1 ? id : id + "~~" + std::to_string(count);
+void vRowLinkWrite(Html& html, const RowId& id, std::string_view name) {
+    html << "<a class=\"anchor\"" << idHref(id.getText())
+         << attribute("aria-label", "Link to " + sShort(name)) << ">#</a>";
 }
 
 void vNameLinkWrite(Html& html, const Address& address, std::string_view name) {

@@ -20,7 +20,6 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace kiv::kivifc::site {
 
@@ -42,20 +41,7 @@ void vTableEnd(Html& html);
 void vRowLinkWrite(Html& html, std::string_view name);
 
 /// The same for an id that a page gave to the row.
-void vRowLinkWrite(Html& html, const std::string& id, std::string_view name);
-
-/// The ids of the rows of one page, each given out once.
-///
-///     RowIds ids;
-///     html << "<tr" << attribute("id", ids.sTake(name)) << ">";
-class RowIds {
-public:
-    /// That of the name; for a name that is there again, one that no link leads to.
-    std::string sTake(std::string_view name);
-
-private:
-    std::unordered_map<std::string, int> taken_;
-};
+void vRowLinkWrite(Html& html, const RowId& id, std::string_view name);
 
 /// A name as a link, in the type of code.
 void vNameLinkWrite(Html& html, const Address& address, std::string_view name);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <span>
 
 namespace kiv::kivifc::site {
@@ -65,32 +66,29 @@ std::vector<const Entity*> nearestOf(const Entity& entity) {
 
 EntityAttributes::EntityAttributes(const SiteModel& model, const Entity& entity, RowIds& ids, Html& html) :
     model_(model), entity_(entity), ids_(ids), html_(html), line_(nearestOf(entity)) {
-    vRedeclaredFind();
+    std::ranges::copy_if(line_, std::back_inserter(redeclaring_),
+                         [&](const Entity* each) { return !model.redeclaredBy(*each).empty(); });
     vOwnIdsTake();
 }
 
 void EntityAttributes::vOwnIdsTake() {
     for (const auto& attribute : explicitOf(entity_))
-        ownIds_.emplace(&attribute, ids_.sTake(nameOf(attribute)));
+        ownIds_.emplace(&attribute, ids_.take(nameOf(attribute)));
     for (const auto& inverse : inversesOf(entity_))
-        ownIds_.emplace(&inverse, ids_.sTake(nameOf(inverse)));
+        ownIds_.emplace(&inverse, ids_.take(nameOf(inverse)));
     for (const auto& value : derivedOf(entity_))
-        ownIds_.emplace(&value, ids_.sTake(nameOf(value)));
+        ownIds_.emplace(&value, ids_.take(nameOf(value)));
     for (const auto& rule : uniqueOf(entity_))
-        ownIds_.emplace(&rule, ids_.sTake(rule.label));
+        ownIds_.emplace(&rule, ids_.take(rule.label));
 }
 
-void EntityAttributes::vRedeclaredFind() {
-    for (const auto* entity : line_) {
-        for (const auto& attribute : entity->getAttributes()) {
-            if (const auto* former = pRedeclared(attribute, model_.getSchema()))
-                redeclared_.try_emplace(former, Redeclaration{entity, false});
-        }
-        for (const auto& value : derivedOf(*entity)) {
-            if (value.pRedeclared())
-                redeclared_.try_emplace(value.pRedeclared(), Redeclaration{entity, true});
-        }
+std::optional<Redeclaration> EntityAttributes::nearestRedeclarationOf(const Attribute& attribute) const {
+    for (const auto* entity : redeclaring_) {
+        const auto& redeclared = model_.redeclaredBy(*entity);
+        if (const auto found = redeclared.find(&attribute); found != redeclared.end())
+            return Redeclaration{entity, found->second};
     }
+    return std::nullopt;
 }
 
 void EntityAttributes::vWrite() {
@@ -139,8 +137,8 @@ void EntityAttributes::vGroupBegin(const Entity& declaring) {
 /// The name of an inherited one leads to the page of the entity that declares it.
 void EntityAttributes::vRowBegin(const Entity& declaring, const void* item, std::string_view name) {
     const auto own = ownIds_.find(item);
-    const auto id = own == ownIds_.end() ? ids_.sTake(name) : own->second;
-    html_ << "<tr" << attribute("id", id) << "><th scope=\"row\">";
+    const auto id = own == ownIds_.end() ? ids_.take(name) : own->second;
+    html_ << "<tr" << attribute("id", id.getText()) << "><th scope=\"row\">";
     if (&declaring == &entity_) {
         html_ << "<code>" << escaped(sShort(name)) << "</code>";
     } else {
@@ -166,12 +164,10 @@ void EntityAttributes::vStateWrite(const Attribute& attribute) {
         html_ << " <span class=\"badge redeclared\">redeclares</span> ";
         vAttributeLinkWrite(model_, *former, html_);
     }
-    const auto again = redeclared_.find(&attribute);
-    if (again != redeclared_.end()) {
-        html_ << (again->second.isDerived
-                      ? Markup(" <span class=\"badge derived\">derived</span> in ")
-                      : Markup(" <span class=\"badge redeclared\">redeclared</span> in "));
-        vObjectLinkWrite(model_, *again->second.entity, html_);
+    if (const auto again = nearestRedeclarationOf(attribute)) {
+        html_ << (again->isDerived ? Markup(" <span class=\"badge derived\">derived</span> in ")
+                                   : Markup(" <span class=\"badge redeclared\">redeclared</span> in "));
+        vObjectLinkWrite(model_, *again->entity, html_);
     }
     if (&attribute.getEntity() == &entity_)
         vRedeclarationsBelowWrite(attribute);

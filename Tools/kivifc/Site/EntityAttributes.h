@@ -2,7 +2,10 @@
 /// The attributes of an entity as sections of its page: explicit ones with those that it inherits, inverse
 /// and derived ones, UNIQUE.
 ///
-///     EntityAttributes(model, wall, ids, html).vWrite();
+///     EntityAttributes attributes(model, wall, ids, html);
+///     attributes.vWrite();
+///
+/// What the entity itself declares has its ids at once, what it inherits when it is written.
 ///
 /// Ownership: refers to the model and the page, which must outlive it.
 /// Threads:   any number of threads, each with its own page.
@@ -10,8 +13,10 @@
 #pragma once
 
 #include "kivifc/Site/Elements.h"
+#include "kivifc/Site/RowIds.h"
 #include "kivifc/Site/SiteModel.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -45,7 +50,7 @@ private:
         Markup column;
     };
 
-    void vRedeclaredFind();
+    std::optional<Redeclaration> nearestRedeclarationOf(const Attribute& attribute) const;
     void vOwnIdsTake();
     void vExplicitWrite();
     void vInverseWrite();
@@ -64,10 +69,10 @@ private:
     RowIds& ids_;
     Html& html_;
     std::vector<const Entity*> line_;
-    // What is declared again in the line, and where that is nearest.
-    std::unordered_map<const AttributeBase*, Redeclaration> redeclared_;
+    // Those of the line that declare something again, the nearest first.
+    std::vector<const Entity*> redeclaring_;
     // Of what the entity itself declares, by its place in memory: what it inherits does not take them away.
-    std::unordered_map<const void*, std::string> ownIds_;
+    std::unordered_map<const void*, RowId> ownIds_;
 };
 
 } // namespace kiv::kivifc::site

@@ -1,7 +1,6 @@
 #include "kivifc/Site/EntityPage.h"
 
 #include "kivifc/Site/Diagram.h"
-#include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/EntityAttributes.h"
 #include "kivifc/Site/EntitySets.h"
@@ -10,7 +9,9 @@
 #include "kivifc/Site/RuleHtml.h"
 #include "kivifc/Site/UsesHtml.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <span>
 #include <string>
 
 namespace kiv::kivifc::site {
@@ -22,19 +23,22 @@ using namespace ifc::def::schema;
 /// Writes the page of one entity.
 class EntityPage {
 public:
-    EntityPage(const SiteModel& model, const Entity& entity) :
+    EntityPage(const SiteModel& model, const Entity& entity, EntitySetParts& parts) :
         model_(model),
         entity_(entity),
+        parts_(parts),
         page_(model.getTitle(),
               {.title = entity.getName(), .kind = "Entity", .crumbs = {{"Entities", EntitiesPage}}}),
         html_(page_.body()) {}
 
     std::string sText() {
         vTreeWrite();
-        EntityAttributes(model_, entity_, ids_, html_).vWrite();
-        vWhereWrite(model_, {.pSelf = &entity_}, entity_.pWhere(), ids_, html_);
+        EntityAttributes attributes(model_, entity_, ids_, html_);
+        const auto ruleIds = ruleIdsTake(entity_.pWhere(), ids_);
+        attributes.vWrite();
+        vWhereWrite(model_, {.pSelf = &entity_}, entity_.pWhere(), ruleIds, html_);
         vInheritedRulesWrite();
-        vEntitySetsWrite(model_, entity_, html_);
+        vEntitySetsWrite(model_, entity_, parts_, html_);
         vUsesWrite(model_, entity_, html_);
         return page_.takeText();
     }
@@ -81,17 +85,18 @@ private:
     void vInheritedRulesWrite() {
         constexpr std::size_t RulesMax = 100;
         std::size_t count = 0;
+        Markup separator = "<p>Inherited rules: ";
         for (const auto* each : nearestOf(entity_)) {
             if (each == &entity_)
                 continue;
-            for (const auto* rule : distinctRules(each->pWhere())) {
-                if (++count > RulesMax)
-                    continue;
-                html_ << (count == 1 ? Markup("<p>Inherited rules: ") : Markup(", ")) << "<a"
-                      << href(model_.getAddresses().of(*each).row(rule->label)) << "><code>"
-                      << escaped(sShort(each->getName())) << "." << escaped(sShort(rule->label))
-                      << "</code></a>";
+            const auto& rules = model_.rulesOf(*each);
+            const auto room = RulesMax - std::min(count, RulesMax);
+            for (const auto* rule : std::span(rules).first(std::min(rules.size(), room))) {
+                html_ << separator;
+                vRuleLinkWrite(*each, *rule);
+                separator = ", ";
             }
+            count += rules.size();
         }
         if (count > RulesMax)
             html_ << " and " << count - RulesMax << " more on the pages of the supertypes";
@@ -99,8 +104,14 @@ private:
             html_ << "</p>\n";
     }
 
+    void vRuleLinkWrite(const Entity& entity, const ParsedRule& rule) {
+        html_ << "<a" << href(model_.getAddresses().of(entity).row(rule.label)) << "><code>"
+              << escaped(sShort(entity.getName())) << "." << escaped(sShort(rule.label)) << "</code></a>";
+    }
+
     const SiteModel& model_;
     const Entity& entity_;
+    EntitySetParts& parts_;
     Page page_;
     Html& html_;
     RowIds ids_;
@@ -109,8 +120,9 @@ private:
 } // namespace
 
 void vEntityPagesWrite(const SiteModel& model, SiteFolder& folder) {
+    EntitySetParts parts(model);
     for (const auto* entity : model.getEntities())
-        folder.vWrite(model.getAddresses().of(*entity), EntityPage(model, *entity).sText());
+        folder.vWrite(model.getAddresses().of(*entity), EntityPage(model, *entity, parts).sText());
 }
 
 } // namespace kiv::kivifc::site

@@ -4,7 +4,7 @@
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/EntityAttributes.h"
 #include "kivifc/Site/ExpressHtml.h"
-#include "kivifc/Site/SetMembers.h"
+#include "kivifc/Site/MemberList.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -17,8 +17,8 @@ namespace {
 
 using ifc::def::schema::Entity;
 
-/// Members on one page; further sets are named alone, up to a number as well. What applies to an entity is
-/// there again on the page of each one below it.
+/// Rows of members on one page; further sets are named alone, up to a number as well. What applies to an
+/// entity is there again on the page of each one below it.
 constexpr std::size_t MembersMax = 1500;
 constexpr std::size_t SetsMax = 400;
 /// The same of what is inherited: the sets of one entity are on the pages of thousands of others.
@@ -37,8 +37,8 @@ struct Room {
 
 class EntitySets {
 public:
-    EntitySets(const SiteModel& model, const Entity& entity, Html& html) :
-        model_(model), entity_(entity), html_(html), line_(nearestOf(entity)) {}
+    EntitySets(const SiteModel& model, const Entity& entity, EntitySetParts& parts, Html& html) :
+        model_(model), entity_(entity), parts_(parts), html_(html), line_(nearestOf(entity)) {}
 
     void vWrite() {
         const auto count = countOf();
@@ -59,10 +59,8 @@ public:
 private:
     std::size_t countOf() const {
         auto count = model_.getUnrestrictedSets().size();
-        for (const auto* each : line_) {
-            for (const auto& group : model_.setsOf(*each))
-                count += group.sets.size();
-        }
+        for (const auto* each : line_)
+            count += model_.setCountOf(*each);
         return count;
     }
 
@@ -74,9 +72,13 @@ private:
         } else {
             html_ << "<h3>Of this entity</h3>\n";
         }
+        auto& room = &each == &entity_ ? own_ : inherited_;
         for (const auto& group : model_.setsOf(each)) {
+            // There may be as many groups as sets.
+            if (room.sets == 0)
+                return;
             vPredefinedTypesWrite(group);
-            vSetsWrite(group.sets, &each == &entity_ ? own_ : inherited_);
+            vSetsWrite(group.sets, room);
         }
     }
 
@@ -112,28 +114,20 @@ private:
     }
 
     void vSetWrite(const SiteSet& set, Room& room) {
-        const auto count = kit::setMembers(*set.set).size();
-        const auto& name = set.set->getName();
-        const auto address = model_.getAddresses().of(*set.set);
-        if (count > room.members) {
+        const auto& part = parts_.of(set, room.detail);
+        if (part.rows > room.members) {
             html_ << "<p>";
-            vNameLinkWrite(html_, address, name);
+            vNameLinkWrite(html_, model_.getAddresses().of(*set.set), set.set->getName());
             html_ << "</p>\n";
             return;
         }
-        room.members -= count;
-        html_ << "<details class=\"set\"><summary><bdi>" << escaped(sShort(name))
-              << "</bdi> <span class=\"count\">" << count << "</span>";
-        if (!set.context.isStandard)
-            html_ << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
-        html_ << "</summary>\n<p><a" << href(address) << ">Page of the set</a> <bdi>"
-              << escaped(sShort(set.set->getDefinition(), DefinitionMax)) << "</bdi></p>\n";
-        vSetMembersWrite(model_, set, room.detail, html_);
-        html_ << "</details>\n";
+        room.members -= part.rows;
+        html_ << part.html;
     }
 
     const SiteModel& model_;
     const Entity& entity_;
+    EntitySetParts& parts_;
     Html& html_;
     std::vector<const Entity*> line_;
     std::size_t written_ = 0;
@@ -141,10 +135,33 @@ private:
     Room inherited_{MembersDetail::Brief, InheritedMembersMax, InheritedSetsMax};
 };
 
+/// Closed until it is asked for.
+Html setHtml(const SiteModel& model, const SiteSet& set, MembersDetail detail) {
+    Html html("");
+    html << "<details class=\"set\"><summary><bdi>" << escaped(sShort(set.set->getName()))
+         << "</bdi> <span class=\"count\">" << kit::setMembers(*set.set).size() << "</span>";
+    if (!set.context.isStandard)
+        html << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
+    html << "</summary>\n<p><a" << href(model.getAddresses().of(*set.set)) << ">Page of the set</a> <bdi>"
+         << escaped(sShort(set.set->getDefinition(), DefinitionMax)) << "</bdi></p>\n";
+    vSetMembersWrite(model, set, detail, html);
+    html << "</details>\n";
+    return html;
+}
+
 } // namespace
 
-void vEntitySetsWrite(const SiteModel& model, const Entity& entity, Html& html) {
-    EntitySets(model, entity, html).vWrite();
+const EntitySetParts::Part& EntitySetParts::of(const SiteSet& set, MembersDetail detail) {
+    const std::pair key(&set, detail);
+    const auto found = parts_.find(key);
+    if (found != parts_.end())
+        return found->second;
+    const auto rows = std::min(memberList(*set.set).size(), ShortMembersMax);
+    return parts_.emplace(key, Part{setHtml(model_, set, detail), rows}).first->second;
+}
+
+void vEntitySetsWrite(const SiteModel& model, const Entity& entity, EntitySetParts& parts, Html& html) {
+    EntitySets(model, entity, parts, html).vWrite();
 }
 
 } // namespace kiv::kivifc::site

@@ -3,11 +3,11 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/Elements.h"
+#include "kivifc/Site/ExpressKeywords.h"
 #include "kivifc/Site/ExpressWords.h"
 #include "kivifc/Site/RedeclaredName.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <utility>
 
@@ -17,56 +17,10 @@ namespace {
 
 using namespace ifc::def::schema;
 
-/// Reserved words and built-in functions of ISO 10303-11.
-constexpr std::array<std::string_view, 114> Keywords{"ABS",          "ABSTRACT",   "ACOS",
-                                                     "AGGREGATE",    "ALIAS",      "AND",
-                                                     "ANDOR",        "ARRAY",      "AS",
-                                                     "ASIN",         "ATAN",       "BAG",
-                                                     "BEGIN",        "BINARY",     "BLENGTH",
-                                                     "BOOLEAN",      "BY",         "CASE",
-                                                     "CONSTANT",     "CONST_E",    "COS",
-                                                     "DERIVE",       "DIV",        "ELSE",
-                                                     "END",          "END_ALIAS",  "END_CASE",
-                                                     "END_CONSTANT", "END_ENTITY", "END_FUNCTION",
-                                                     "END_IF",       "END_LOCAL",  "END_PROCEDURE",
-                                                     "END_REPEAT",   "END_RULE",   "END_SCHEMA",
-                                                     "END_TYPE",     "ENTITY",     "ENUMERATION",
-                                                     "ESCAPE",       "EXISTS",     "EXP",
-                                                     "EXTENSIBLE",   "FALSE",      "FIXED",
-                                                     "FOR",          "FORMAT",     "FROM",
-                                                     "FUNCTION",     "GENERIC",    "HIBOUND",
-                                                     "HIINDEX",      "IF",         "IN",
-                                                     "INSERT",       "INTEGER",    "INVERSE",
-                                                     "LENGTH",       "LIKE",       "LIST",
-                                                     "LOBOUND",      "LOCAL",      "LOG",
-                                                     "LOG10",        "LOG2",       "LOGICAL",
-                                                     "LOINDEX",      "MOD",        "NOT",
-                                                     "NUMBER",       "NVL",        "ODD",
-                                                     "OF",           "ONEOF",      "OPTIONAL",
-                                                     "OR",           "OTHERWISE",  "PI",
-                                                     "PROCEDURE",    "QUERY",      "REAL",
-                                                     "REFERENCE",    "REMOVE",     "REPEAT",
-                                                     "RETURN",       "ROLESOF",    "RULE",
-                                                     "SCHEMA",       "SELECT",     "SELF",
-                                                     "SET",          "SIN",        "SIZEOF",
-                                                     "SKIP",         "SQRT",       "STRING",
-                                                     "SUBTYPE",      "SUPERTYPE",  "TAN",
-                                                     "THEN",         "TO",         "TRUE",
-                                                     "TYPE",         "TYPEOF",     "UNIQUE",
-                                                     "UNKNOWN",      "UNTIL",      "USEDIN",
-                                                     "VALUE",        "VALUE_IN",   "VAR",
-                                                     "WHERE",        "WHILE",      "XOR"};
-
-static_assert(std::ranges::is_sorted(Keywords));
-
 std::string sUpper(std::string_view text) {
     std::string upper(text);
     std::ranges::transform(upper, upper.begin(), ascii::getUpper);
     return upper;
-}
-
-bool isKeyword(std::string_view upper) {
-    return std::ranges::binary_search(Keywords, upper);
 }
 
 /// Writes one text, and remembers what the names before a point mean.
@@ -113,13 +67,13 @@ private:
             return;
         }
         // Keywords are written in capitals; LENGTH is a function and Length may be an attribute.
-        if ((word == upper && isKeyword(upper)) || !boNameWrite(word, upper))
+        if ((word == upper && isExpressKeyword(upper)) || !boNameWrite(word, upper))
             vOtherWrite(word, upper);
     }
 
     /// What is no name: a keyword, or a word that means nothing here.
     void vOtherWrite(std::string_view word, const std::string& upper) {
-        if (!isKeyword(upper)) {
+        if (!isExpressKeyword(upper)) {
             html_ << escaped(word);
             return;
         }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -30,7 +31,7 @@ struct GuidOwner {
     /// Null for the set itself.
     const ifc::def::xml::Def* member = nullptr;
     /// That of the member on the page of the set.
-    std::string row = {};
+    std::optional<RowId> row = {};
 };
 
 using Owners = std::vector<GuidOwner>;
@@ -167,7 +168,7 @@ private:
 
     void vOwnerWrite(const GuidOwner& owner, Html& html) const {
         const auto page = model_.getAddresses().of(*owner.set->set);
-        html << "<a" << href(owner.member ? page.guid(owner.row) : page) << ">"
+        html << "<a" << href(owner.row ? page.guid(*owner.row) : page) << ">"
              << isolated(sShort(owner.set->set->getName()));
         if (owner.member)
             html << "." << isolated(sShort(owner.member->getName()));

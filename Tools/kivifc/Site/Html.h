@@ -29,8 +29,22 @@ namespace kiv::kivifc::site {
 /// HTML that is known when the program is compiled.
 class Markup {
 public:
+    /// Of what is written with quotes. There is none of a pointer, and none of a buffer.
     // Markup is used where it is written. NOLINTNEXTLINE(google-explicit-constructor)
-    consteval Markup(const char* text) : text_(text) {
+    template <std::size_t Size>
+    consteval Markup(const char (&text)[Size]) : Markup(std::string_view(text), Size) {}
+    template <std::size_t Size>
+    Markup(char (&text)[Size]) = delete;
+
+    constexpr std::string_view getView() const { return text_; }
+    /// Without any tag, so that it can be an attribute as well as a text.
+    constexpr bool isNeutral() const { return isNeutral_; }
+    constexpr bool beginsInTag() const { return beginsInTag_; }
+    constexpr bool endsInTag() const { return endsInTag_; }
+
+private:
+    /// The size is there to make it another constructor than the public ones.
+    consteval Markup(std::string_view text, std::size_t) : text_(text) {
         const auto first = text_.find_first_of("<>");
         const bool hasTags = first != std::string_view::npos;
         beginsInTag_ = hasTags && text_[first] == '>';
@@ -48,13 +62,6 @@ public:
             throw "the value of an attribute goes on after this markup";
     }
 
-    constexpr std::string_view getView() const { return text_; }
-    /// Without any tag, so that it can be an attribute as well as a text.
-    constexpr bool isNeutral() const { return isNeutral_; }
-    constexpr bool beginsInTag() const { return beginsInTag_; }
-    constexpr bool endsInTag() const { return endsInTag_; }
-
-private:
     std::string_view text_;
     bool isNeutral_ = false;
     bool beginsInTag_ = false;
@@ -65,11 +72,14 @@ private:
 class AttributeName {
 public:
     // NOLINTNEXTLINE(google-explicit-constructor)
-    consteval AttributeName(const char* name) : name_(name) {
+    template <std::size_t Size>
+    consteval AttributeName(const char (&name)[Size]) : name_(name) {
         // Not constant, so that the compiler refuses it.
         if (!isHarmless(name_))
             throw "no name of an attribute, or the value of the attribute is obeyed";
     }
+    template <std::size_t Size>
+    AttributeName(char (&name)[Size]) = delete;
 
     /// Whether it is a name of an attribute whose value is neither an address nor obeyed. Browsers take
     /// capitals for small letters.

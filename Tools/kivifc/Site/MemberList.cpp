@@ -3,12 +3,8 @@
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "kiv/Kit/Documents/SetMembers.h"
+#include "kivifc/Site/RowIds.h"
 
-#include <cstddef>
-#include <fmt/format.h>
-#include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 namespace kiv::kivifc::site {
@@ -23,7 +19,7 @@ class Lister {
 public:
     /// Properties nest no deeper than documents may, so recursing is safe.
     void vAdd(const Def& def, const Def* whole) {
-        members_.push_back({&def, sRow(def.getName()), whole});
+        members_.push_back({&def, ids_.take(def.getName()), whole});
         const auto* property = dynamic_cast<const PropertyDef*>(&def);
         const auto* complex =
             property ? dynamic_cast<const TypeComplexProperty*>(property->pType()) : nullptr;
@@ -36,17 +32,8 @@ public:
     std::vector<ListedMember> takeMembers() { return std::move(members_); }
 
 private:
-    std::string sRow(const std::string& name) {
-        auto& count = counts_[name];
-        auto row = name;
-        while (!rows_.insert(row).second)
-            row = fmt::format("{}\n{}", name, ++count + 1);
-        return row;
-    }
-
+    RowIds ids_;
     std::vector<ListedMember> members_;
-    std::unordered_map<std::string_view, std::size_t> counts_;
-    std::unordered_set<std::string> rows_;
 };
 
 } // namespace

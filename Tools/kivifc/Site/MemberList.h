@@ -1,6 +1,6 @@
 /// @file
-/// The members of a set, those within complex properties too, each with the name of its row on the page of
-/// the set.
+/// The members of a set, those within complex properties too, each with the id of its row on the page of the
+/// set.
 ///
 ///     for (const auto& member : memberList(set))
 ///         write(addresses.of(set).row(member.row), member.def->getName());
@@ -11,16 +11,15 @@
 #pragma once
 
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"
+#include "kivifc/Site/Address.h"
 
-#include <string>
 #include <vector>
 
 namespace kiv::kivifc::site {
 
 struct ListedMember {
     const ifc::def::xml::Def* def = nullptr;
-    /// Its name, with its number when an earlier member has that name.
-    std::string row;
+    RowId row;
     /// The property that it is a part of; null for a member of the set itself.
     const ifc::def::xml::Def* whole = nullptr;
 };

@@ -12,8 +12,8 @@
 
 #include "kiv/Format/Ifc/Def/IfcDefBase.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kivifc/Site/Address.h"
 
-#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -22,8 +22,8 @@ namespace kiv::kivifc::site {
 /// A member of a set.
 struct MemberUse {
     const ifc::def::xml::SetDef* set;
-    /// Of the page of the set.
-    std::string row;
+    /// On the page of the set.
+    RowId row;
     const ifc::def::xml::Def* member;
 };
 

@@ -2,15 +2,13 @@
 
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/IndexElements.h"
-#include "kivifc/Site/MemberList.h"
-#include "kivifc/Site/MemberType.h"
+#include "kivifc/Site/MemberTable.h"
 #include "kivifc/Site/Page.h"
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace kiv::kivifc::site {
@@ -21,72 +19,9 @@ constexpr PageName PartPrefix("properties");
 /// More names than that are on pages of their own, a letter each.
 constexpr std::size_t NamesMax = 500;
 
-/// The members of one name that have one type.
-struct TypedMembers {
-    Markup kind;
-    /// As it is shown.
-    Html type;
-    /// The sets, and the row of the member on the page of each.
-    std::vector<std::pair<const SiteSet*, Address>> places;
-};
-
-/// The members of one name.
-struct NamedMembers {
-    std::string_view name;
-    std::vector<TypedMembers> types;
-
-    bool hasDifferences() const { return types.size() > 1; }
-};
-
 std::string_view nameOf(const NamedMembers* named) {
     return named->name;
 }
-
-/// All members by name and type.
-class MemberTable {
-public:
-    explicit MemberTable(const SiteModel& model) : model_(model) {
-        for (const auto& set : model.getSets()) {
-            for (const auto& member : memberList(*set.set))
-                vAdd(set, member);
-        }
-    }
-
-    std::vector<const NamedMembers*> getNames() const {
-        std::vector<const NamedMembers*> names;
-        for (const auto& named : names_)
-            names.push_back(&named);
-        return names;
-    }
-
-private:
-    void vAdd(const SiteSet& set, const ListedMember& member) {
-        const std::string_view name = member.def->getName();
-        const auto [found, isNew] = numbers_.try_emplace(name, names_.size());
-        if (isNew)
-            names_.push_back({name, {}});
-        auto& typed = typedOf(found->second, *member.def);
-        typed.places.emplace_back(&set, model_.getAddresses().of(*set.set).row(member.row));
-    }
-
-    /// Types are the same when what is shown of them is.
-    TypedMembers& typedOf(std::size_t number, const ifc::def::xml::Def& def) {
-        auto& types = names_[number].types;
-        const auto kind = memberKind(def);
-        Html type("");
-        vMemberTypeWrite(model_, def, {}, type);
-        const auto key = std::string(kind.getView()) + type.getText();
-        const auto [found, isNew] = typeNumbers_[number].try_emplace(key, types.size());
-        if (isNew)
-            types.push_back({kind, std::move(type), {}});
-        return types[found->second];
-    }
-
-    const SiteModel& model_;
-    std::vector<NamedMembers> names_;
-    std::unordered_map<std::string_view, std::size_t> numbers_;
-    std::unordered_map<std::size_t, std::unordered_map<std::string, std::size_t>> typeNumbers_;
-};
 
 void vPlacesWrite(const TypedMembers& typed, Html& html) {
     html << "<ul class=\"links\">\n";
@@ -98,31 +33,42 @@ void vPlacesWrite(const TypedMembers& typed, Html& html) {
     html << "</ul>";
 }
 
+/// Beside all types of the name.
+void vNameCellWrite(const NamedMembers& named, Html& html) {
+    html << "<th scope=\"row\"";
+    if (named.hasDifferences())
+        html << attribute("rowspan", static_cast<long long>(named.types.size()));
+    html << ">";
+    vRowLinkWrite(html, named.name);
+    html << "<code>" << escaped(sShort(named.name)) << "</code>";
+    if (named.hasDifferences())
+        html << " <span class=\"badge differs\">types differ</span>";
+    html << "</th>";
+}
+
+void vTypeCellBegin(bool isDifferent, Html& html) {
+    html << "<td";
+    if (isDifferent)
+        html << attribute("class", "differs");
+    html << ">";
+}
+
+void vTypeWrite(const TypedMembers& typed, bool isDifferent, Html& html) {
+    vTypeCellBegin(isDifferent, html);
+    html << typed.kind << "</td>";
+    vTypeCellBegin(isDifferent, html);
+    html << typed.type << "</td><td>";
+    vPlacesWrite(typed, html);
+    html << "</td></tr>\n";
+}
+
 void vNameWrite(const NamedMembers& named, Html& html) {
-    bool isFirst = true;
-    for (const auto& typed : named.types) {
-        html << "<tr";
-        if (isFirst) {
-            html << attribute("id", sAnchor(named.name)) << "><th scope=\"row\"";
-            if (named.hasDifferences())
-                html << attribute("rowspan", static_cast<long long>(named.types.size()));
-            html << ">";
-            vRowLinkWrite(html, named.name);
-            html << "<code>" << escaped(sShort(named.name)) << "</code>";
-            if (named.hasDifferences())
-                html << " <span class=\"badge differs\">types differ</span>";
-            html << "</th";
-        }
-        html << "><td";
-        if (named.hasDifferences())
-            html << attribute("class", "differs");
-        html << ">" << typed.kind << "</td><td";
-        if (named.hasDifferences())
-            html << attribute("class", "differs");
-        html << ">" << typed.type << "</td><td>";
-        vPlacesWrite(typed, html);
-        html << "</td></tr>\n";
-        isFirst = false;
+    html << "<tr" << attribute("id", sAnchor(named.name)) << ">";
+    vNameCellWrite(named, html);
+    vTypeWrite(named.types.front(), named.hasDifferences(), html);
+    for (const auto& typed : std::span(named.types).subspan(1)) {
+        html << "<tr>";
+        vTypeWrite(typed, true, html);
     }
 }
 

@@ -107,18 +107,25 @@ void vExpressionWrite(const SiteModel& model, const ExpressScope& scope, const E
     Layout(model, scope, html).vWrite(expression);
 }
 
-void vWhereWrite(const SiteModel& model, const ExpressScope& scope, const Where* where, RowIds& ids,
-                 Html& html) {
+std::vector<RowId> ruleIdsTake(const Where* where, RowIds& ids) {
+    std::vector<RowId> taken;
+    for (const auto* rule : distinctRules(where))
+        taken.push_back(ids.take(rule->label.getView()));
+    return taken;
+}
+
+void vWhereWrite(const SiteModel& model, const ExpressScope& scope, const Where* where,
+                 const std::vector<RowId>& ids, Html& html) {
     const auto rules = distinctRules(where);
     if (rules.empty())
         return;
     vSectionBegin(html, "where", "Rules", rules.size());
+    auto id = ids.begin();
     for (const auto* rule : rules) {
         const auto label = rule->label.getView();
-        const auto id = ids.sTake(label);
-        html << "<div class=\"rule\"" << attribute("id", id) << "><h3><code>" << escaped(sShort(label))
-             << "</code>";
-        vRowLinkWrite(html, id, label);
+        html << "<div class=\"rule\"" << attribute("id", id->getText()) << "><h3><code>"
+             << escaped(sShort(label)) << "</code>";
+        vRowLinkWrite(html, *id++, label);
         html << "</h3>\n";
         vExpressionWrite(model, scope, *rule->expression, html);
         html << "</div>\n";

@@ -12,11 +12,13 @@
 #include "kivifc/Site/IndexPages.h"
 #include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/RedeclaredName.h"
+#include "kivifc/Site/RowIds.h"
 #include "kivifc/Site/SearchIndex.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,8 +52,8 @@ public:
             vPageAdd(SearchKind::Rule, *rule);
         for (const auto& set : model_.getSets())
             vSetAdd(*set.set);
-        for (const auto& [page, title] : IndexPages)
-            index_.vPageAdd(SearchKind::Page, title.getView(), page.getView());
+        for (const auto& index : IndexPages)
+            index_.vPageAdd(SearchKind::Page, index.getFullTitle(), index.page.getView());
         return index_.sText();
     }
 
@@ -61,7 +63,9 @@ private:
         ids_ = {};
     }
 
-    void vRowAdd(SearchKind kind, std::string_view name) { index_.vRowAdd(kind, name, ids_.sTake(name)); }
+    void vRowAdd(SearchKind kind, std::string_view name) {
+        index_.vRowAdd(kind, name, ids_.take(name).getText());
+    }
 
     /// Rows are asked for their ids in the order in which the page does that.
     void vEntityAdd(const Entity& entity) {
@@ -94,8 +98,11 @@ private:
             for (const auto item : enumeration->getItems())
                 vRowAdd(SearchKind::EnumerationValue, item);
         } else {
-            const bool isSelect = dynamic_cast<const DataTypeSelect*>(type.pUnderlying()) != nullptr;
-            vPageAdd(isSelect ? SearchKind::Select : SearchKind::Type, type);
+            const auto* select = dynamic_cast<const DataTypeSelect*>(type.pUnderlying());
+            vPageAdd(select ? SearchKind::Select : SearchKind::Type, type);
+            // Found as what they are themselves.
+            for (const auto name : select ? select->getMemberNames() : std::span<const std::string_view>())
+                ids_.take(name);
         }
         vWhereAdd(type.pWhere());
     }
@@ -113,7 +120,7 @@ private:
     void vMemberAdd(const ListedMember& listed) {
         const auto& member = *listed.def;
         const auto* property = dynamic_cast<const pset::PropertyDef*>(&member);
-        const auto anchor = sAnchor(listed.row);
+        const auto& anchor = listed.row.getText();
         const auto& aliases = member.getNameAliases().getEntries();
         std::vector<std::string> tags;
         std::ranges::transform(aliases, std::back_inserter(tags),

@@ -20,12 +20,10 @@ namespace {
 
 using ifc::def::xml::Def;
 
-/// Sets have some ten members; what is longer is an exception, or made to fill disks.
-constexpr std::size_t ShortMembersMax = 200;
 constexpr std::size_t ShortItemsMax = 40;
 constexpr std::size_t ShortDefinitionMax = 200;
 
-using Rows = std::unordered_map<const Def*, std::string_view>;
+using Rows = std::unordered_map<const Def*, const RowId*>;
 
 /// One row of the page of an entity. Most of what a site takes on disk are such rows, so they are sparing: no
 /// translations, and nothing around a text that is alone in its cell, for which the style sheet knows its
@@ -66,9 +64,9 @@ public:
 
     void vWrite(const ListedMember& member) {
         const auto& def = *member.def;
-        html_ << "<tr" << attribute("id", sAnchor(member.row)) << "><th scope=\"row\"><a class=\"anchor\""
-              << rowHref(member.row) << attribute("aria-label", "Link to " + sShort(def.getName()))
-              << ">#</a><code>" << escaped(sShort(def.getName())) << "</code>";
+        html_ << "<tr" << attribute("id", member.row.getText()) << "><th scope=\"row\">";
+        vRowLinkWrite(html_, member.row, def.getName());
+        html_ << "<code>" << escaped(sShort(def.getName())) << "</code>";
         vNameTranslationsWrite(def.getNameAliases(), html_);
         vWholeWrite(member);
         html_ << "</th><td>" << memberKind(def) << "</td><td>";
@@ -83,7 +81,7 @@ private:
     void vWholeWrite(const ListedMember& member) {
         if (!member.whole)
             return;
-        html_ << " <span class=\"note\">part of <a" << rowHref(rows_.at(member.whole)) << ">"
+        html_ << " <span class=\"note\">part of <a" << idHref(rows_.at(member.whole)->getText()) << ">"
               << isolated(sShort(member.whole->getName())) << "</a></span>";
     }
 
@@ -126,7 +124,7 @@ void vFullWrite(const SiteModel& model, const SiteSet& set, const std::vector<Li
                 Html& html) {
     Rows rows;
     for (const auto& member : members)
-        rows.emplace(member.def, member.row);
+        rows.emplace(member.def, &member.row);
     vTableBegin(html, sLabel(set), {"Name", "Kind", "Type and values", "Definition"});
     FullRow row(model, rows, html);
     for (const auto& member : members)

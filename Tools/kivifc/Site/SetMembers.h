@@ -11,6 +11,7 @@
 #include "kivifc/Site/Html.h"
 #include "kivifc/Site/SiteModel.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace kiv::kivifc::site {
@@ -19,12 +20,16 @@ enum class MembersDetail : std::uint8_t {
     /// Name, type, unit and values: for the pages of what is below the entity that the set names, which are
     /// most of what a site takes on disk.
     Brief,
-    /// The same with definitions: what is asked on the page of that entity. Both have a limit, beyond which
-    /// the page of the set is referred to.
+    /// The same with definitions: what is asked on the page of that entity. Both have `ShortMembersMax` rows
+    /// at
+    /// most, beyond which the page of the set is referred to.
     Short,
     /// All that the document says, with the rows to be pointed at.
     Full,
 };
+
+/// Sets have some ten members; what is longer is an exception, or made to fill disks.
+inline constexpr std::size_t ShortMembersMax = 200;
 
 void vSetMembersWrite(const SiteModel& model, const SiteSet& set, MembersDetail detail, Html& html);
 

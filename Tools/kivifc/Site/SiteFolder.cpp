@@ -86,8 +86,12 @@ bool boFoldersExchange([[maybe_unused]] const fs::path& left, [[maybe_unused]] c
 #endif
 }
 
+SiteFolder::SiteFolder(bool isForced, FoldersExchange boExchange) :
+    isForced_(isForced), boExchange_(boExchange) {}
+
+// By way of the other one, so that the destructor removes what was begun when this one throws.
 SiteFolder::SiteFolder(const fs::path& folder, bool isForced, FoldersExchange boExchange) :
-    isForced_(isForced), boExchange_(boExchange) {
+    SiteFolder(isForced, boExchange) {
     try {
         vPrepare(folder);
     } catch (const fs::filesystem_error& error) {
@@ -96,8 +100,10 @@ SiteFolder::SiteFolder(const fs::path& folder, bool isForced, FoldersExchange bo
 }
 
 SiteFolder::~SiteFolder() {
-    if (isBegun_)
-        sMarkedRemove(unfinished_);
+    if (!isBegun_)
+        return;
+    sMarkedRemove(unfinished_);
+    vEnd();
 }
 
 void SiteFolder::vPrepare(const fs::path& folder) {
@@ -138,12 +144,39 @@ std::string SiteFolder::sLeftoversRemove() {
 }
 
 void SiteFolder::vBegin() {
+    // Nothing ends the program while there is a folder that nobody knows of.
+    const HeldEndSignals held;
     top_ = folderBegin(unfinished_, failure_);
     isBegun_ = top_.isOpen();
+    if (isBegun_)
+        vUnfinishedFolderNote(vWrittenRemove, this);
     if (failure_.empty())
         sets_ = folderWithin(top_, "sets", failure_);
     if (failure_.empty())
         assets_ = folderWithin(top_, "assets", failure_);
+}
+
+void SiteFolder::vEnd() {
+    isBegun_ = false;
+    vUnfinishedFolderForget();
+}
+
+/// In a handler of a signal; the folders that are held open lead to the files, and the mark goes last.
+void SiteFolder::vWrittenRemove(const void* folder) {
+    const auto& site = *static_cast<const SiteFolder*>(folder);
+    const int top = site.top_.getNumber();
+    for (const auto& path : site.written_)
+        unlinkat(top, path.c_str(), 0);
+    for (const auto* inner : {"sets", "assets"})
+        unlinkat(top, inner, AT_REMOVEDIR);
+    vUnfinishedUnmark(site.top_);
+    rmdir(site.unfinished_.c_str());
+}
+
+/// Before it is made, so that it is removed however early a signal comes.
+void SiteFolder::vNote(const std::string& path) {
+    const HeldEndSignals held;
+    written_.push_back(path);
 }
 
 void SiteFolder::vWrite(const Address& address, std::string_view text) {
@@ -166,24 +199,24 @@ void SiteFolder::vFileWrite(const Descriptor& folder, std::string_view folderNam
                             std::string_view text) {
     if (!failure_.empty())
         return;
-    errno = 0;
     const std::string file(name);
-    const Descriptor made(
-        openat(folder.getNumber(), file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
     const auto path = std::string(folderName) + file;
-    if (!made.isOpen() || !boWriteAll(made.getNumber(), text))
+    vNote(path);
+    errno = 0;
+    Descriptor made(
+        openat(folder.getNumber(), file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+    if (!made.isOpen() || !boWriteAll(made.getNumber(), text) || !made.boClose())
         failure_ = fmt::format("{}: {}", path, sSystemReason());
-    written_.push_back(path);
     bytes_ += text.size();
 }
 
 std::string SiteFolder::sFinish() {
+    // Nothing ends the program while the list is out of order, or there is no site, or two.
+    const HeldEndSignals held;
     std::ranges::sort(written_);
     vFileWrite(top_, "", MarkName, sMark(written_));
     if (!failure_.empty())
         return failure_;
-    // Nothing ends the program while there is no site, or two.
-    const HeldEndSignals held;
     vUnfinishedUnmark(top_);
     failure_ = isFolderThere(target_) ? sReplace() : sMove();
     return failure_;
@@ -194,7 +227,7 @@ std::string SiteFolder::sMove() {
     fs::rename(unfinished_, target_, error);
     if (error)
         return error.message();
-    isBegun_ = false;
+    vEnd();
     return {};
 }
 
@@ -207,10 +240,11 @@ std::string SiteFolder::sReplace() {
     if (boExchange_(unfinished_, target_)) {
         auto reason = isForced_ ? std::string() : sKeepReason(unfinished_);
         if (!reason.empty()) {
-            isBegun_ = boExchange_(unfinished_, target_);
+            if (!boExchange_(unfinished_, target_))
+                vEnd();
             return reason;
         }
-        isBegun_ = false;
+        vEnd();
         return sFormerRemove(former, unfinished_);
     }
     std::error_code error;

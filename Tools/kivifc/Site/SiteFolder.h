@@ -7,9 +7,10 @@
 ///         ...
 ///
 /// A site has a file `.kivifc-site` that lists the files of it. A folder without one, or with a file that is
-/// not in its list, is not replaced unless that is asked for. When anything fails the former folder remains,
-/// and what was written is removed. What a site leaves that was killed the next one removes, or, when that is
-/// the former site, puts back; folders of such a name that kivifc did not make stay.
+/// not in its list, is not replaced unless that is asked for. When anything fails, or a signal asks the
+/// program to end, the former folder remains, and what was written is removed. What a site leaves that was
+/// killed outright the next one removes, or, when that is the former site, puts back; folders of such a name
+/// that kivifc did not make stay.
 ///
 /// Ownership: what was not finished is gone with it.
 /// Threads:   one thread; other processes that write the same site are refused.
@@ -55,9 +56,14 @@ public:
     std::size_t getBytes() const { return bytes_; }
 
 private:
+    SiteFolder(bool isForced, FoldersExchange boExchange);
     void vPrepare(const std::filesystem::path& folder);
     std::string sLeftoversRemove();
     void vBegin();
+    /// It is no longer ours to remove.
+    void vEnd();
+    void vNote(const std::string& path);
+    static void vWrittenRemove(const void* folder);
     void vFileWrite(const Descriptor& folder, std::string_view folderName, std::string_view name,
                     std::string_view text);
     std::string sMove();

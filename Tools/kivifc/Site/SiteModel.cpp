@@ -1,10 +1,13 @@
 #include "kivifc/Site/SiteModel.h"
 
 #include "kivifc/Documents/ReadingLimits.h"
+#include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/RedeclaredName.h"
+#include "kivifc/Site/SetClasses.h"
 
 #include <algorithm>
 #include <map>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 
@@ -20,17 +23,16 @@ void vSortByName(std::vector<const Object*>& objects) {
     std::ranges::stable_sort(objects, {}, [](const Object* object) { return object->getNameUpper(); });
 }
 
-/// What a set says of an entity: the predefined types that it names with it; empty when it names the entity
+/// What a set says of the entities that it names: the predefined types of each; none of one that it names
 /// alone as well.
-std::vector<std::string> predefinedTypesOf(const SetDef& set, const Entity& entity) {
-    std::vector<std::string> types;
-    for (const auto& applicable : set.getApplicableClasses()) {
-        if (applicable.getClassName() != entity.getName())
-            continue;
-        if (applicable.getPredefinedType().empty())
-            return {};
-        if (std::ranges::find(types, applicable.getPredefinedType()) == types.end())
-            types.push_back(applicable.getPredefinedType());
+using NamedTypes = std::unordered_map<std::string_view, std::vector<std::string>>;
+
+NamedTypes namedTypesOf(const Schema& schema, const SetDef& set) {
+    NamedTypes types;
+    for (const auto& named : namedClasses(schema, set)) {
+        auto& ofClass = types[named.name];
+        if (!named.isWhole)
+            ofClass.assign(named.predefinedTypes.begin(), named.predefinedTypes.end());
     }
     return types;
 }
@@ -49,6 +51,7 @@ SiteModel::SiteModel(const SchemaWithSets& loaded, std::string title) :
     vSetsApply();
     vUnrestrictedFind();
     vRedeclarationsFind();
+    vRulesFind();
     vPlacesFind();
 }
 
@@ -119,14 +122,20 @@ void SiteModel::vMemberUsesFind() {
     memberUses_ = MemberUses(getSchema(), used);
 }
 
+/// A set may name all entities, and an entity may be named by all sets.
 void SiteModel::vSetsApply() {
+    std::unordered_map<const SetDef*, NamedTypes> named;
+    for (const auto& set : sets_)
+        named.emplace(set.set, namedTypesOf(getSchema(), *set.set));
     for (const auto* entity : entities_) {
         std::map<std::vector<std::string>, std::vector<const SiteSet*>> byTypes;
         std::unordered_set<const SetDef*> known;
         for (const auto* set : getSchema().getXmlSetsToEntity(*entity, false, {})) {
             if (pSet(set) && known.insert(set).second)
-                byTypes[predefinedTypesOf(*set, *entity)].push_back(pSet(set));
+                byTypes[named.at(set)[entity->getName()]].push_back(pSet(set));
         }
+        if (!known.empty())
+            appliedCounts_.emplace(entity, known.size());
         std::vector<AppliedSets> groups;
         groups.reserve(byTypes.size());
         for (auto& [types, sets] : byTypes)
@@ -150,14 +159,26 @@ void SiteModel::vRedeclarationsFind() {
             continue;
         for (const auto& attribute : entity->getAttributes()) {
             if (const auto* former = pRedeclared(attribute, getSchema()))
-                redeclarations_[former].push_back({entity, false});
+                vRedeclarationAdd(*former, {entity, false});
         }
         if (!entity->pDerive())
             continue;
         for (const auto& value : entity->pDerive()->getValues()) {
             if (value.pRedeclared())
-                redeclarations_[value.pRedeclared()].push_back({entity, true});
+                vRedeclarationAdd(*value.pRedeclared(), {entity, true});
         }
+    }
+}
+
+void SiteModel::vRedeclarationAdd(const AttributeBase& former, const Redeclaration& again) {
+    redeclarations_[&former].push_back(again);
+    redeclaredBy_[again.entity].try_emplace(&former, again.isDerived);
+}
+
+void SiteModel::vRulesFind() {
+    for (const auto* entity : entities_) {
+        if (entity->pWhere())
+            entityRules_.emplace(entity, distinctRules(entity->pWhere()));
     }
 }
 
@@ -190,6 +211,23 @@ const std::vector<AppliedSets>& SiteModel::setsOf(const Entity& entity) const {
     static const std::vector<AppliedSets> None;
     const auto found = applied_.find(&entity);
     return found == applied_.end() ? None : found->second;
+}
+
+std::size_t SiteModel::setCountOf(const Entity& entity) const {
+    const auto found = appliedCounts_.find(&entity);
+    return found == appliedCounts_.end() ? 0 : found->second;
+}
+
+const SiteModel::Redeclared& SiteModel::redeclaredBy(const Entity& entity) const {
+    static const Redeclared None;
+    const auto found = redeclaredBy_.find(&entity);
+    return found == redeclaredBy_.end() ? None : found->second;
+}
+
+const std::vector<const ParsedRule*>& SiteModel::rulesOf(const Entity& entity) const {
+    static const std::vector<const ParsedRule*> None;
+    const auto found = entityRules_.find(&entity);
+    return found == entityRules_.end() ? None : found->second;
 }
 
 const std::vector<Redeclaration>& SiteModel::redeclarationsOf(const AttributeBase& attribute) const {

@@ -15,6 +15,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kivifc/Documents/SchemaWithSets.h"
 #include "kivifc/Pictures/InheritanceTree.h"
@@ -23,6 +24,7 @@
 #include "kivifc/Site/MemberUses.h"
 #include "kivifc/Site/Uses.h"
 
+#include <cstddef>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -95,12 +97,21 @@ public:
     /// The sets that name this very entity, as the library's look-up finds them; those for all predefined
     /// types come first. Sets without classes are not among them.
     const std::vector<AppliedSets>& setsOf(const Entity& entity) const;
+    /// How many these are.
+    std::size_t setCountOf(const Entity& entity) const;
     /// The sets that name no class and so apply to every entity.
     const std::vector<const SiteSet*>& getUnrestrictedSets() const { return unrestricted_; }
 
     /// Where the attribute is declared again below its entity, in the order of the text.
     const std::vector<Redeclaration>&
     redeclarationsOf(const ifc::def::schema::AttributeBase& attribute) const;
+
+    /// What the entity declares again of its supertypes, and whether as a derived one.
+    using Redeclared = std::unordered_map<const ifc::def::schema::AttributeBase*, bool>;
+    const Redeclared& redeclaredBy(const Entity& entity) const;
+
+    /// The rules of the WHERE clause of an entity, each once.
+    const std::vector<const ifc::def::schema::ParsedRule*>& rulesOf(const Entity& entity) const;
 
     /// How many supertypes an entity has above it.
     std::size_t depthOf(const Entity& entity) const { return places_.at(&entity).depth; }
@@ -120,6 +131,8 @@ private:
     void vSetsApply();
     void vUnrestrictedFind();
     void vRedeclarationsFind();
+    void vRedeclarationAdd(const ifc::def::schema::AttributeBase& former, const Redeclaration& again);
+    void vRulesFind();
     void vPlacesFind();
 
     const SchemaWithSets& loaded_;
@@ -137,8 +150,11 @@ private:
     std::vector<kit::SetDocument> unusedDocuments_;
     std::unordered_map<const ifc::def::xml::SetDef*, const SiteSet*> setsByDef_;
     std::unordered_map<const Entity*, std::vector<AppliedSets>> applied_;
+    std::unordered_map<const Entity*, std::size_t> appliedCounts_;
     std::vector<const SiteSet*> unrestricted_;
     std::unordered_map<const ifc::def::schema::AttributeBase*, std::vector<Redeclaration>> redeclarations_;
+    std::unordered_map<const Entity*, Redeclared> redeclaredBy_;
+    std::unordered_map<const Entity*, std::vector<const ifc::def::schema::ParsedRule*>> entityRules_;
     std::unordered_map<const Entity*, Place> places_;
 };
 

@@ -2,10 +2,10 @@
 
 #include "kivifc/Pictures/SchemaSummary.h"
 #include "kivifc/Site/Elements.h"
+#include "kivifc/Site/IndexPages.h"
 #include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/Page.h"
 
-#include <array>
 #include <cstddef>
 
 namespace kiv::kivifc::site {
@@ -25,15 +25,9 @@ void vFigureWrite(const Figure& figure, Html& html) {
          << (figure.count == 1 ? figure.one : figure.many) << "</a></li>\n";
 }
 
-struct Card {
-    PageName page;
-    Markup title;
-    Markup text;
-};
-
-void vCardWrite(const Card& card, Html& html) {
-    html << "<li><a" << href(Address(card.page)) << "><strong>" << card.title << "</strong><span>"
-         << card.text << "</span></a></li>\n";
+void vCardWrite(const IndexPage& index, Html& html) {
+    html << "<li><a" << href(Address(index.page)) << "><strong>" << index.title << "</strong><span>"
+         << index.text << "</span></a></li>\n";
 }
 
 void vFiguresWrite(const SiteModel& model, const SchemaCounts& counts, Html& html) {
@@ -52,21 +46,10 @@ void vFiguresWrite(const SiteModel& model, const SchemaCounts& counts, Html& htm
     html << "</ul>\n";
 }
 
-constexpr std::array Cards{
-    Card{EntitiesPage, "Entities as a tree", "Each entity below its supertype"},
-    Card{EntitiesByLetterPage, "Entities by letter", "When the name is known"},
-    Card{TypesPage, "Types", "Enumerations, selects, simple types and aggregates"},
-    Card{FunctionsPage, "Functions", "The text of each, and who calls it"},
-    Card{RulesPage, "Rules", "What holds for all instances of an entity together"},
-    Card{SetsPage, "Sets", "Property and quantity sets by class and by prefix"},
-    Card{PropertiesPage, "Properties by name", "One name in all sets that have it, side by side"},
-    Card{LanguagesPage, "Languages", "What is translated, and what a translated name means"},
-    Card{GuidsPage, "GUIDs", "Which set or member a GUID belongs to"}};
-
 void vCardsWrite(Html& html) {
     html << "<ul class=\"cards\">\n";
-    for (const auto& card : Cards)
-        vCardWrite(card, html);
+    for (const auto& index : IndexPages)
+        vCardWrite(index, html);
     html << "</ul>\n";
 }
 

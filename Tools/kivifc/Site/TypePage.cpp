@@ -4,13 +4,16 @@
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/ExpressHtml.h"
 #include "kivifc/Site/Page.h"
+#include "kivifc/Site/RowIds.h"
 #include "kivifc/Site/RuleHtml.h"
 #include "kivifc/Site/TypeHtml.h"
 #include "kivifc/Site/UsesHtml.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <span>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -44,53 +47,62 @@ public:
         html_(page_.body()) {}
 
     std::string sText() {
-        if (const auto* items = dynamic_cast<const DataTypeEnum*>(type_.pUnderlying()))
-            vItemsWrite(*items);
-        else if (const auto* select = dynamic_cast<const DataTypeSelect*>(type_.pUnderlying()))
-            vMembersWrite(*select);
+        const auto* items = dynamic_cast<const DataTypeEnum*>(type_.pUnderlying());
+        const auto* select = dynamic_cast<const DataTypeSelect*>(type_.pUnderlying());
+        const auto rowIds = idsTake(items    ? items->getItems()
+                                    : select ? select->getMemberNames()
+                                             : std::span<const std::string_view>());
+        const auto ruleIds = ruleIdsTake(type_.pWhere(), ids_);
+        if (items)
+            vItemsWrite(*items, rowIds);
+        else if (select)
+            vMembersWrite(*select, rowIds);
         else
             vDefinitionWrite();
-        vWhereWrite(model_, {}, type_.pWhere(), ids_, html_);
+        vWhereWrite(model_, {}, type_.pWhere(), ruleIds, html_);
         vUsesWrite(model_, type_, html_);
         return page_.takeText();
     }
 
 private:
-    void vItemsWrite(const DataTypeEnum& items) {
+    std::vector<RowId> idsTake(std::span<const std::string_view> names) {
+        std::vector<RowId> taken;
+        for (const auto name : names)
+            taken.push_back(ids_.take(name));
+        return taken;
+    }
+
+    void vItemsWrite(const DataTypeEnum& items, const std::vector<RowId>& ids) {
         vSectionBegin(html_, "items", "Items", items.getItems().size());
         html_ << "<ul class=\"names\">\n";
+        auto id = ids.begin();
         for (const auto item : items.getItems()) {
-            const auto id = ids_.sTake(item);
-            html_ << "<li" << attribute("id", id) << "><code>" << escaped(sShort(item)) << "</code>";
-            vRowLinkWrite(html_, id, item);
+            html_ << "<li" << attribute("id", id->getText()) << "><code>" << escaped(sShort(item))
+                  << "</code>";
+            vRowLinkWrite(html_, *id++, item);
             html_ << "</li>\n";
         }
         html_ << "</ul>\n";
         vSectionEnd(html_);
     }
 
-    void vMembersWrite(const DataTypeSelect& select) {
+    void vMembersWrite(const DataTypeSelect& select, const std::vector<RowId>& ids) {
         vSectionBegin(html_, "items", "Members", select.getMemberNames().size());
         unfolded_.insert(&select);
-        vMemberListWrite(select, 0);
+        vMemberListWrite(select, ids, 0);
         vSectionEnd(html_);
     }
 
     /// Members that are selects have theirs below them, each select once.
-    void vMemberListWrite(const DataTypeSelect& select, std::size_t depth) {
+    void vMemberListWrite(const DataTypeSelect& select, const std::vector<RowId>& ids, std::size_t depth) {
         // Names alone are set in columns; with lists below them they are a tree.
         html_ << (isFlat(select) ? Markup("<ul class=\"names\">\n") : Markup("<ul class=\"tree\">\n"));
-        // Before those of the lists below, so that a member of the type itself has the id of its name.
-        std::vector<std::string> ids;
-        for (const auto name : select.getMemberNames())
-            ids.push_back(ids_.sTake(name));
-        auto next = ids.begin();
+        auto id = ids.begin();
         for (const auto name : select.getMemberNames()) {
             const auto* object = model_.getSchema().pObjectFromName(name);
-            const auto& id = *next++;
-            html_ << "<li" << attribute("id", id) << ">";
+            html_ << "<li" << attribute("id", id->getText()) << ">";
             vMemberWrite(object, name);
-            vRowLinkWrite(html_, id, name);
+            vRowLinkWrite(html_, *id++, name);
             if (const auto* inner = pSelect(object))
                 vInnerWrite(*inner, depth + 1);
             html_ << "</li>\n";
@@ -101,12 +113,12 @@ private:
     void vInnerWrite(const DataTypeSelect& select, std::size_t depth) {
         if (unfolded_.contains(&select))
             return;
-        if (depth > DepthMax || written_ >= MembersMax) {
+        if (depth > DepthMax || written_ + select.getMemberNames().size() > MembersMax) {
             html_ << " <span class=\"note\">has its members on its page</span>";
             return;
         }
         unfolded_.insert(&select);
-        vMemberListWrite(select, depth);
+        vMemberListWrite(select, idsTake(select.getMemberNames()), depth);
     }
 
     static bool isFlat(const DataTypeSelect& select) {

@@ -5,6 +5,7 @@
 #include "kivifc/Program/UnfinishedFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
@@ -76,6 +77,17 @@ std::string sLeftover(const TemporaryFolder& folder) {
     }
     ADD_FAILURE() << "nothing is left";
     return {};
+}
+
+TEST(DescriptorTest, SaysWhetherItCouldBeClosed) {
+    Descriptor file(open("/dev/null", O_RDONLY));
+    EXPECT_TRUE(file.boClose());
+    EXPECT_FALSE(file.isOpen());
+    Descriptor lost(open("/dev/null", O_RDONLY));
+    close(lost.getNumber());
+    EXPECT_FALSE(lost.boClose());
+    EXPECT_EQ(errno, EBADF);
+    EXPECT_FALSE(lost.isOpen());
 }
 
 TEST(Folder, IsMadeWithThoseThatLeadToIt) {

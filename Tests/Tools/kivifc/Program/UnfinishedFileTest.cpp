@@ -31,6 +31,11 @@ protected:
     const int descriptor_ = open(folder_.sPath("").c_str(), O_RDONLY | O_DIRECTORY);
 };
 
+/// The file stands for a folder.
+void vFileRemove(const void* folder) {
+    unlinkat(*static_cast<const int*>(folder), "file", 0);
+}
+
 TEST_F(UnfinishedFile, IsRemovedByEachSignalThatThenEndsTheProgram) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         const auto status = childStatus([&] {
@@ -80,6 +85,24 @@ TEST_F(UnfinishedFile, HeldSignalTakesEffectAtTheEndOfTheScope) {
     EXPECT_TRUE(WIFSIGNALED(status));
     EXPECT_TRUE(fs::exists(folder_.sPath("held")));
     EXPECT_FALSE(fs::exists(folder_.sPath("after")));
+}
+
+TEST_F(UnfinishedFile, FolderIsRemovedByEachSignalUntilItIsForgotten) {
+    for (const bool isForgotten : {false, true}) {
+        for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+            const auto status = childStatus([&] {
+                vEndSignalsCatch();
+                close(openat(descriptor_, "file", O_WRONLY | O_CREAT, 0600));
+                vUnfinishedFolderNote(vFileRemove, &descriptor_);
+                if (isForgotten)
+                    vUnfinishedFolderForget();
+                raise(number);
+            });
+            EXPECT_TRUE(WIFSIGNALED(status)) << number;
+            EXPECT_EQ(WTERMSIG(status), number);
+            EXPECT_EQ(isThere(), isForgotten) << number;
+        }
+    }
 }
 
 TEST_F(UnfinishedFile, StaysOnceItIsForgotten) {

@@ -218,6 +218,18 @@ TEST(EntityPage, InheritedRulesThatAreNotListedAreCounted) {
     EXPECT_THAT(sample.sPage("Child.html"), HasSubstr(" and 20 more on the pages of the supertypes"));
 }
 
+/// The rule has the plain address, as links and the search have it; the inherited row has it not.
+TEST(EntityPage, RuleIsNamedLikeAnInheritedAttribute) {
+    const SiteSample sample("ENTITY Root;\n Name : REAL;\nEND_ENTITY;\n"
+                            "ENTITY Wall\n SUBTYPE OF (Root);\n WHERE\n  Name : TRUE;\nEND_ENTITY;\n"
+                            "ENTITY Thick\n SUBTYPE OF (Wall);\nEND_ENTITY;\n");
+    const auto page = sample.sPage("Wall.html");
+    EXPECT_THAT(page, HasSubstr("<div class=\"rule\" id=\"Name\">"));
+    EXPECT_THAT(page, HasSubstr("<tr id=\"Name~~2\"><th scope=\"row\"><a href=\"Root.html#Name\">"));
+    EXPECT_THAT(sample.sPage("Thick.html"), HasSubstr("<a href=\"Wall.html#Name\"><code>Wall.Name</code>"));
+    EXPECT_THAT(sample.sPage("assets/search-index.js"), HasSubstr("\"Wall\",0,0,[[14,\"Name\"]]"));
+}
+
 } // namespace
 
 } // namespace kiv::kivifc::site::test

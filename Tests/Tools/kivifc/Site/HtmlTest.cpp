@@ -1,9 +1,11 @@
 #include "kivifc/Site/Html.h"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace kiv::kivifc::site::test {
 
@@ -14,11 +16,30 @@ constexpr bool isAppended = requires(Html html, Text text) {
     html << text;
 };
 
-// Text does not become HTML by itself.
+// Text that is only known when the program runs does not become HTML by itself, nor the name of an attribute
+// or of a page.
+template <typename Text>
+constexpr bool isTrusted =
+    isAppended<Text> || std::is_constructible_v<Html, Text> || std::is_constructible_v<Markup, Text> ||
+    std::is_constructible_v<AttributeName, Text> || std::is_constructible_v<PageName, Text> ||
+    std::is_constructible_v<Address, Text>;
+
+static_assert(!isTrusted<std::string>);
+static_assert(!isTrusted<const std::string&>);
+static_assert(!isTrusted<std::string_view>);
+static_assert(!isTrusted<const char*>);
+static_assert(!isTrusted<const char* const&>);
+static_assert(!isTrusted<char*>);
+static_assert(!isTrusted<char (&)[8]>);
+static_assert(!isTrusted<std::nullptr_t>);
+
+// The same questions have an answer for what is written with quotes, and for text that is escaped.
 static_assert(isAppended<Markup>);
 static_assert(isAppended<Escaped>);
-static_assert(!isAppended<std::string>);
-static_assert(!isAppended<std::string_view>);
+static_assert(isAppended<const char (&)[8]>);
+static_assert(std::is_constructible_v<Markup, const char (&)[8]>);
+static_assert(std::is_constructible_v<AttributeName, const char (&)[8]>);
+static_assert(std::is_constructible_v<PageName, const char (&)[8]>);
 
 // A browser takes capitals for small letters.
 static_assert(AttributeName::isHarmless("viewBox"));

@@ -1,7 +1,6 @@
 #include "kivifc/Site/MemberList.h"
 
 #include "kiv/Kit/Documents/SetDocument.h"
-#include "kivifc/Site/Address.h"
 
 #include "Tools/kivifc/Site/SetTexts.h"
 
@@ -36,22 +35,25 @@ TEST(MemberList, PartsComeAfterTheirWhole) {
     const auto members = memberList(*document.pSet());
     EXPECT_EQ(namesOf(members), (std::vector<std::string>{"A", "A/B", "B/C", "A/D", "E"}));
     for (const auto& member : members)
-        EXPECT_EQ(member.row, member.def->getName());
+        EXPECT_EQ(member.row.getText(), member.def->getName());
 }
 
-/// The third one has the name that the second one's row would have.
+/// The second one has the name that the row of the third one has.
 TEST(MemberList, EachHasARowOfItsOwn) {
     const auto document = kit::setTextRead(
         sSet("S", {},
-             sProperty("A", sSingle("X")) + sProperty("A&#10;2", sSingle("X")) +
-                 sProperty("A", sSingle("X")) + sProperty("A", sComplex(sProperty("A", sSingle("X"))))),
+             sProperty("A", sSingle("X")) + sProperty("A~~2", sSingle("X")) + sProperty("A", sSingle("X")) +
+                 sProperty("A", sComplex(sProperty("A", sSingle("X"))))),
         "S.xml");
     const auto members = memberList(*document.pSet());
     ASSERT_EQ(members.size(), 5U);
-    EXPECT_EQ(members[0].row, "A");
-    std::set<std::string> anchors;
+    EXPECT_EQ(members[0].row.getText(), "A");
+    EXPECT_EQ(members[2].row.getText(), "A~~2");
+    EXPECT_EQ(members[3].row.getText(), "A~~3");
+    EXPECT_EQ(members[4].row.getText(), "A~~4");
+    std::set<std::string> ids;
     for (const auto& member : members)
-        EXPECT_TRUE(anchors.insert(sAnchor(member.row)).second) << member.row;
+        EXPECT_TRUE(ids.insert(member.row.getText()).second) << member.row.getText();
 }
 
 TEST(MemberList, SetWithoutMembersHasNone) {

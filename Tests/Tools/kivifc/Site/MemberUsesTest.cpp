@@ -25,7 +25,7 @@ std::vector<std::string> rowsOf(const SiteSample& sample, const std::string& nam
     std::vector<std::string> rows;
     for (const auto& use :
          sample.getModel().memberUsesOf(*sample.getModel().getSchema().pObjectFromName(name)))
-        rows.push_back(std::string(use.set->getName()) + "." + use.row);
+        rows.push_back(std::string(use.set->getName()) + "." + use.row.getText());
     return rows;
 }
 

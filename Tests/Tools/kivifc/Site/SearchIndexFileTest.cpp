@@ -57,7 +57,7 @@ TEST(SearchIndexFile, HoldsMembersWithGuidsLanguagesAndValues) {
 
 TEST(SearchIndexFile, ANameThatIsThereTwiceHasTwoAnchors) {
     EXPECT_THAT(indexLines(),
-                Contains(HasSubstr(R"([4,"Pset_BldFlowPart",0,0,[[6,"Medium",["Medium","Medium2~)")));
+                Contains(HasSubstr(R"([4,"Pset_BldFlowPart",0,0,[[6,"Medium",["Medium","Medium~~2")")));
 }
 
 } // namespace

@@ -1,12 +1,35 @@
 #include "kivifc/Site/SiteFolder.h"
 
+#include "Tools/kivifc/ChildProcess.h"
 #include "Tools/kivifc/TemporaryFolder.h"
+#include "kivifc/Program/UnfinishedFile.h"
 
+#include <cerrno>
+#include <csignal>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+/// As of a disk that turns out to be full when a file is closed: close takes place and fails.
+bool isCloseFailing = false;
+
+} // namespace
+
+/// In place of that of the C library.
+extern "C" int close(int file) {
+    const auto result = static_cast<int>(syscall(SYS_close, file));
+    if (!isCloseFailing)
+        return result;
+    errno = ENOSPC;
+    return -1;
+}
 
 namespace kiv::kivifc::site::test {
 
@@ -81,6 +104,21 @@ TEST(SiteFolder, FormerSiteStaysWhenAFileCannotBeWritten) {
         // There is one of that name already.
         failing.vWrite(Address(PageName("index.html")), "third");
         EXPECT_EQ(failing.sFinish(), "index.html: File exists");
+    }
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, FormerSiteStaysWhenAFileCannotBeClosed) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    {
+        SiteFolder failing(folder.sPath("site"), false);
+        isCloseFailing = true;
+        failing.vWrite(Address(PageName("index.html")), "second");
+        isCloseFailing = false;
+        failing.vWrite(Address(PageName("other.html")), "second");
+        EXPECT_EQ(failing.sFinish(), "index.html: No space left on device");
     }
     EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
     EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
@@ -236,6 +274,72 @@ TEST(SiteFolder, FormerSiteIsNoLeftoverWhileItIsBeingReplaced) {
     EXPECT_EQ(second.sFinish(), "");
     EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "second");
     EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+/// As far as a program came with a site before a signal ended it.
+enum class Progress { Begun, Written, Exchanging };
+
+int exchangeSignal = 0;
+
+bool boSignalAndExchange(const fs::path& left, const fs::path& right) {
+    raise(exchangeSignal);
+    return boFoldersExchange(left, right);
+}
+
+/// Writes a site that says "second", and is ended by the signal.
+int signalledStatus(const std::string& path, int number, Progress progress) {
+    return kiv::kivifc::test::childStatus([&] {
+        vEndSignalsCatch();
+        exchangeSignal = number;
+        SiteFolder folder(path, false, boSignalAndExchange);
+        if (progress == Progress::Begun)
+            raise(number);
+        folder.vWrite(Address(PageName("index.html")), "second");
+        folder.vWrite(Address(PageName("assets/site.css")), "");
+        folder.vWrite(Address(PageName("sets/S.html")), "");
+        if (progress == Progress::Written)
+            raise(number);
+        folder.sFinish();
+    });
+}
+
+TEST(SiteFolder, SignalLeavesTheFormerSiteAndNothingElse) {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        for (const auto progress : {Progress::Begun, Progress::Written}) {
+            const TemporaryFolder folder;
+            ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+            const auto status = signalledStatus(folder.sPath("site"), number, progress);
+            ASSERT_TRUE(WIFSIGNALED(status));
+            EXPECT_EQ(WTERMSIG(status), number);
+            EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+            EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+        }
+    }
+}
+
+/// It takes effect when the one site is there and the other is gone.
+TEST(SiteFolder, SignalWaitsWhileTheSitesAreExchanged) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+    const auto status = signalledStatus(folder.sPath("site"), SIGTERM, Progress::Exchanging);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(WTERMSIG(status), SIGTERM);
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "second");
+    EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+}
+
+TEST(SiteFolder, WhatAKilledProgramLeavesTheNextOneRemoves) {
+    for (const auto progress : {Progress::Begun, Progress::Written, Progress::Exchanging}) {
+        const TemporaryFolder folder;
+        ASSERT_EQ(sWritten(folder.sPath("site"), "first"), "");
+        const auto status = signalledStatus(folder.sPath("site"), SIGKILL, progress);
+        ASSERT_TRUE(WIFSIGNALED(status));
+        EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "first");
+        EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre(".site.kivifc-site", "site"));
+        EXPECT_EQ(sWritten(folder.sPath("site"), "third"), "");
+        EXPECT_EQ(sFileText(folder.sPath("site/index.html")), "third");
+        EXPECT_THAT(namesIn(folder.sPath("")), ElementsAre("site"));
+    }
 }
 
 TEST(SiteFolder, SecondWriterIsRefused) {

@@ -36,6 +36,17 @@ TEST(StartPage, HasFiguresAndEntryPoints) {
         EXPECT_THAT(page, HasSubstr("<li><a href=\"" + std::string(name) + ".html\"><strong>"));
 }
 
+/// Beside the other cards a short title is enough; the search shows it among names of all kinds.
+TEST(StartPage, HasTheIndexPagesOfTheSearch) {
+    const SiteSample sample(Declarations);
+    EXPECT_THAT(sample.sPage("index.html"),
+                HasSubstr("<strong>Sets</strong><span>Property and quantity sets by class and by prefix<"));
+    const auto search = sample.sPage("assets/search-index.js");
+    for (const auto* title : {"Entities as a tree", "Entities by letter", "Types", "Functions", "Rules",
+                              "Sets by class and by prefix", "Properties by name", "Languages", "GUIDs"})
+        EXPECT_THAT(search, HasSubstr(",\"" + std::string(title) + "\",\""));
+}
+
 /// Their pages say that there are none.
 TEST(StartPage, WithoutSetsHasNoFiguresOfThem) {
     const SiteSample sample(Declarations);

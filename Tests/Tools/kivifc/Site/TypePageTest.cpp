@@ -21,6 +21,28 @@ TEST(TypePage, EnumerationHasARowForEachItem) {
     EXPECT_THAT(page, HasSubstr("<li id=\"HOLLOW\"><code>HOLLOW</code>"));
 }
 
+/// The rule has the plain address, as links and the search have it; the member of a member has it not.
+TEST(TypePage, RuleIsNamedLikeAMemberThatIsUnfolded) {
+    const SiteSample sample("TYPE Length = REAL;\nEND_TYPE;\nTYPE Label = STRING;\nEND_TYPE;\n"
+                            "TYPE Inner = SELECT (Length, Label);\nEND_TYPE;\n"
+                            "TYPE Outer = SELECT (Inner);\n WHERE\n  Label : TRUE;\nEND_TYPE;\n");
+    const auto page = sample.sPage("Outer.html");
+    EXPECT_THAT(page, HasSubstr("<div class=\"rule\" id=\"Label\">"));
+    EXPECT_THAT(page, HasSubstr("<li id=\"Label~~2\"><a href=\"Label.html\">"));
+    EXPECT_THAT(sample.sPage("assets/search-index.js"), HasSubstr("\"Outer\",0,0,[[14,\"Label\"]]"));
+}
+
+/// Both have an address, the same for the page and the search.
+TEST(TypePage, RuleIsNamedLikeAMember) {
+    const SiteSample sample("TYPE Label = STRING;\nEND_TYPE;\n"
+                            "TYPE Outer = SELECT (Label);\n WHERE\n  Label : TRUE;\nEND_TYPE;\n");
+    const auto page = sample.sPage("Outer.html");
+    EXPECT_THAT(page, HasSubstr("<li id=\"Label\"><a href=\"Label.html\">"));
+    EXPECT_THAT(page, HasSubstr("<div class=\"rule\" id=\"Label~~2\">"));
+    EXPECT_THAT(sample.sPage("assets/search-index.js"),
+                HasSubstr("\"Outer\",0,0,[[14,[\"Label\",\"Label~~2\"]]]"));
+}
+
 TEST(TypePage, SelectIsUnfoldedThroughSelects) {
     const SiteSample sample("TYPE Length = REAL;\nEND_TYPE;\nTYPE Label = STRING;\nEND_TYPE;\n"
                             "TYPE Inner = SELECT (Length, Label);\nEND_TYPE;\n"
