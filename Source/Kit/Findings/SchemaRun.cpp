@@ -243,6 +243,44 @@ bool SchemaRun::hasExplicitAttribute(const Declared& entity, std::string_view na
     return hasAttributeKey(entity, std::string(":").append(name));
 }
 
+std::string SchemaRun::sMissingKey(const Declared& owner, std::string_view name) const {
+    const auto* top = &owner;
+    // A circle of supertypes has no top; then any of them will do.
+    for (std::size_t step = 0; step < MaxLine && !top->supertypes.empty(); ++step)
+        top = &declared[top->supertypes.front()];
+    return std::to_string(top - declared.data()) + '.' + sUpperWord(name);
+}
+
+Finding* SchemaRun::pMissingBefore(const std::string& key, const TextPosition& position,
+                                   const std::string& use) {
+    const auto found = missing_.find(key);
+    if (found == missing_.end())
+        return nullptr;
+    auto& missing = found->second;
+    if (++missing.useCount <= maxPlaces) {
+        missing.lastNote = missing.finding->notes.size();
+        missing.finding->notes.push_back({"it is also " + use, Place{path_, position}});
+    }
+    return missing.finding;
+}
+
+void SchemaRun::vMissingKeep(std::string key, Finding& finding) {
+    // What is over the limit is forgotten: of its other uses each counts for itself.
+    if (&finding != &surplus_)
+        missing_.try_emplace(std::move(key), Missing{&finding});
+}
+
+/// Says how many uses are not listed.
+void SchemaRun::vMissingCount() {
+    for (const auto& [key, missing] : missing_) {
+        if (missing.useCount <= maxPlaces)
+            continue;
+        const auto more = missing.useCount - maxPlaces;
+        missing.finding->notes[missing.lastNote].message +=
+            ", and is used in " + std::to_string(more) + " more place" + (more == 1 ? "" : "s");
+    }
+}
+
 bool SchemaRun::isSupertype(const Declared& above, const Declared& entity) const {
     bool isWhole = true;
     const auto line = lineOf(entity, isWhole);
@@ -257,8 +295,11 @@ void SchemaRun::vReportTake(Finding& finding, std::size_t index) {
 void SchemaRun::vReportNote(Finding& finding, const AssertRecord& record) {
     if (!finding.origin)
         finding.origin = FindingOrigin{record.function, record.file, record.line};
-    if (finding.notes.size() < maxNotes)
-        finding.notes.push_back({"reported while reading: " + record.message, {}});
+    const auto message = "reported while reading: " + record.message;
+    // Each use of a name is reported in the same words.
+    if (finding.notes.size() < maxNotes &&
+        std::ranges::find(finding.notes, message, &FindingNote::message) == finding.notes.end())
+        finding.notes.push_back({message, {}});
 }
 
 bool SchemaRun::boTake(Finding& finding, SchemaReport report) {
@@ -323,6 +364,7 @@ Finding* SchemaRun::pMisreading() {
 }
 
 std::vector<Finding> SchemaRun::takeFindings() {
+    vMissingCount();
     std::vector<Finding> findings(std::make_move_iterator(findings_.begin()),
                                   std::make_move_iterator(findings_.end()));
     std::erase_if(findings, [](const Finding& finding) { return finding.code.empty(); });

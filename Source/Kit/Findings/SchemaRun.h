@@ -79,6 +79,8 @@ class SchemaRun {
 public:
     static constexpr std::size_t maxFindingsPerCode = 1'000;
     static constexpr std::size_t maxNotes = 10;
+    /// Of the other places in which a missing name is used, this many are listed.
+    static constexpr std::size_t maxPlaces = 5;
 
     SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const assert::AssertRecord> reports,
               std::string_view wholeText, std::string shownPath);
@@ -119,6 +121,20 @@ public:
     /// The same for explicit attributes of exactly that name, letter case included.
     bool hasExplicitAttribute(const Declared& entity, std::string_view name) const;
 
+    /// Names that are missing: each has one finding, with the code and at the place of its first use. Its
+    /// other uses are notes of that, whatever code they would have had: to declare the name, or to mend the
+    /// declaration that it was meant to be, mends them all.
+    ///
+    /// Keys compare names of the schema, and those that belong to an entity or a type: items, and attributes,
+    /// which all entities share whose topmost supertype is the same, as one declaration can serve them all.
+    static std::string sMissingKey(std::string_view name) { return sUpperWord(name); }
+    std::string sMissingKey(const Declared& owner, std::string_view name) const;
+    /// The finding about a missing name that was used before, of which this use becomes a note: "it is also "
+    /// with what it is used for. Null at the first use.
+    Finding* pMissingBefore(const std::string& key, const TextPosition& position, const std::string& use);
+    /// The finding is about the first use.
+    void vMissingKeep(std::string key, Finding& finding);
+
     /// Whether one entity is above another, or is the same. Also true when that cannot be known.
     bool isSupertype(const Declared& above, const Declared& entity) const;
 
@@ -142,6 +158,15 @@ public:
     std::vector<Finding> takeFindings();
 
 private:
+    struct Missing {
+        Finding* finding = nullptr;
+        /// Besides the first.
+        std::size_t useCount = 0;
+        /// Of the last use that is listed.
+        std::size_t lastNote = 0;
+    };
+
+    void vMissingCount();
     void vDeclaredJoin(std::span<const ExpressDeclaration> declarations);
     void vReportsSort();
     void vReportTake(Finding& finding, std::size_t index);
@@ -163,6 +188,7 @@ private:
     std::unordered_set<std::string> attributes_;
     // Upper-cased.
     std::unordered_set<std::string> items_;
+    std::unordered_map<std::string, Missing> missing_;
     std::span<const assert::AssertRecord> reports_;
     std::vector<bool> isTaken_;
     std::array<std::deque<std::size_t>, static_cast<std::size_t>(SchemaReport::Count)> reportsOf_;

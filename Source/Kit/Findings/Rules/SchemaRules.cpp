@@ -266,7 +266,8 @@ constexpr Rule SchemaRules[] = {
      "The type of an attribute must be a type or an entity of the schema or one that EXPRESS itself has; a "
      "type "
      "is made of another type, and of entities only in a list or a selection. An attribute whose type is not "
-     "found has none, and its values cannot be checked.",
+     "found has none, and its values cannot be checked. A name that is missing in several places has one "
+     "finding, at the first; the notes list the others.",
      {"SCHEMA WALLS;\n"
       "TYPE Label = STRING;\n"
       "END_TYPE;\n"
