@@ -80,6 +80,11 @@ std::string_view keywordOf(ExpressDeclarationKind kind) {
     return Keywords[static_cast<std::size_t>(kind)];
 }
 
+bool isSameStatement(const ExpressMember& left, const ExpressMember& right) {
+    // They share the text of their type, which no other statement does.
+    return left.type.data() && left.type.data() == right.type.data();
+}
+
 SchemaRun::SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const AssertRecord> reports,
                      std::string_view wholeText, std::string shownPath) :
     schema(readSchema),

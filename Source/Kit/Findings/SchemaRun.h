@@ -43,6 +43,9 @@ std::string sNamed(std::string_view name);
 /// "ENTITY".
 std::string_view keywordOf(ExpressDeclarationKind kind);
 
+/// Whether both are attributes of one statement: "Width, Height : REAL;".
+bool isSameStatement(const ExpressMember& left, const ExpressMember& right);
+
 /// A declaration of the text, with what the library made of it.
 struct Declared {
     const ExpressDeclaration* declaration = nullptr;

@@ -277,21 +277,46 @@ class Repetitions {
 public:
     explicit Repetitions(SchemaRun& run) : run_(run) {}
 
-    /// `what` begins the message: "the attribute".
-    void vAdd(const ExpressWord& word, std::string_view what, const std::string& owner, Severity severity) {
-        const auto [place, isNew] = seen_.try_emplace(sUpperWord(word.text), word.position);
+    /// `what` begins the message: "the attribute". `member` is the one of that name, null for other names:
+    /// when a statement of several is there twice, all of them are one finding.
+    void vAdd(const ExpressWord& word, std::string_view what, const std::string& owner, Severity severity,
+              const ExpressMember* member = nullptr) {
+        const auto [place, isNew] = seen_.try_emplace(sUpperWord(word.text), First{word.position, member});
         if (isNew || word.text.empty())
             return;
+        const auto& first = place->second;
+        if (isRepeatedWith(member, first.member)) {
+            run_.vNoteAt(*last_.finding, word.position,
+                         sNamed(word.text) + " of the same statement is declared twice too");
+            return;
+        }
         auto& finding = run_.add("E010", word.position,
                                  std::string(what) + ' ' + sNamed(word.text) + owner + " is declared twice");
         finding.severity = severity;
         finding.subject = std::string(word.text);
-        run_.vNoteAt(finding, place->second, "first declared here");
+        run_.vNoteAt(finding, first.position, "first declared here");
+        last_ = {member, first.member, &finding};
     }
 
 private:
+    struct First {
+        TextPosition position;
+        const ExpressMember* member;
+    };
+    struct Last {
+        const ExpressMember* member = nullptr;
+        const ExpressMember* first = nullptr;
+        Finding* finding = nullptr;
+    };
+
+    bool isRepeatedWith(const ExpressMember* member, const ExpressMember* first) const {
+        return member && first && last_.member && last_.first && isSameStatement(*member, *last_.member) &&
+               isSameStatement(*first, *last_.first);
+    }
+
     SchemaRun& run_;
-    std::unordered_map<std::string, TextPosition> seen_;
+    std::unordered_map<std::string, First> seen_;
+    Last last_;
 };
 
 bool isRedeclared(const ExpressMember& member) {
@@ -313,7 +338,7 @@ void vTwiceInDeclaration(SchemaRun& run, const ExpressDeclaration& declaration) 
         if (member.kind > ExpressMemberKind::Derived)
             labels.vAdd(member.name, "the rule", owner, Severity::Warning);
         else if (!isRedeclared(member))
-            attributes.vAdd(member.name, "the attribute", owner, Severity::Error);
+            attributes.vAdd(member.name, "the attribute", owner, Severity::Error, &member);
     }
 }
 

@@ -170,8 +170,27 @@ INSTANTIATE_TEST_SUITE_P(
                "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
                "4:2+1 E006 error: the attribute \"D\" of \"B\" is not read\n"
                "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
-               "4:5+1 E006 error: the attribute \"E\" of \"B\" is not read\n"
-               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"},
+               "  4:5+1 \"E\" of the same statement is not read either\n"},
+        // Two statements are two findings, even on one line; of each statement five names are listed.
+        Sample{"ENTITY B;\n\tC, D : REAL; E, F, G, H, I, J, K : REAL;\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  3:5+1 \"D\" of the same statement is not read either\n"
+               "3:15+1 E006 error: the attribute \"E\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  3:18+1 \"F\" of the same statement is not read either\n"
+               "  3:21+1 \"G\" of the same statement is not read either\n"
+               "  3:24+1 \"H\" of the same statement is not read either\n"
+               "  3:27+1 \"I\" of the same statement is not read either\n"
+               "  3:30+1 \"J\" of the same statement is not read either, nor is 1 more\n"},
+        Sample{"ENTITY B;\n\tC, D, E, F, G, H, I, J : REAL;\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  3:5+1 \"D\" of the same statement is not read either\n"
+               "  3:8+1 \"E\" of the same statement is not read either\n"
+               "  3:11+1 \"F\" of the same statement is not read either\n"
+               "  3:14+1 \"G\" of the same statement is not read either\n"
+               "  3:17+1 \"H\" of the same statement is not read either, nor are 2 more\n"},
         Sample{"ENTITY B;\n\tC : LIST [1:?] OF\n\t\tREAL;\nEND_ENTITY;\n",
                "3:2+1 E006 error: the type of \"C\" of \"B\" is read as \"LIST [1:?] OF\"\n"
                "  an attribute is read from one line\n"
@@ -224,6 +243,22 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Sample{"TYPE B = ENUMERATION OF\n\t(C\n\t,c);\nEND_TYPE;\n",
                "4:3+1 E010 error: the item \"c\" of \"B\" is declared twice\n  3:3+1 first declared here\n"},
+        // A statement that is there twice is one mistake; two names that meet in one are two.
+        Sample{"ENTITY B;\n DERIVE\n\tC, D : REAL := 1.;\n\tC, D : REAL := 1.;\nEND_ENTITY;\n",
+               "4:2+1 E006 error: the derived attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  4:5+1 \"D\" of the same statement is not read either\n"
+               "5:2+1 E006 error: the derived attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  5:5+1 \"D\" of the same statement is not read either\n"
+               "5:2+1 E010 error: the attribute \"C\" of \"B\" is declared twice\n"
+               "  4:2+1 first declared here\n"
+               "  5:5+1 \"D\" of the same statement is declared twice too\n"},
+        Sample{"ENTITY B;\n\tC : REAL;\n\tD : REAL;\n\tC, D : REAL;\nEND_ENTITY;\n",
+               "5:2+1 E010 error: the attribute \"C\" of \"B\" is declared twice\n  3:2+1 first declared "
+               "here\n"
+               "5:5+1 E010 error: the attribute \"D\" of \"B\" is declared twice\n  4:2+1 first declared "
+               "here\n"},
         Sample{"ENTITY B;\n\tC : REAL;\n\tC : REAL;\nEND_ENTITY;\n",
                "4:2+1 E010 error: the attribute \"C\" of \"B\" is declared twice\n  3:2+1 first declared "
                "here\n"},
