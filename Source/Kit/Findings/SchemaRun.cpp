@@ -23,6 +23,12 @@ constexpr std::size_t MaxSupertypes = 4;
 /// To compare a name with all others takes long where thousands are unknown.
 constexpr std::size_t MaxNearest = 100;
 
+constexpr std::string_view NearestQuestion = "did you mean ";
+
+bool isNearestNote(const FindingNote& note) {
+    return note.message.starts_with(NearestQuestion);
+}
+
 struct ReportOrigin {
     std::string_view function;
     // -1 for any.
@@ -203,7 +209,7 @@ void SchemaRun::vNearestOfNote(Finding& finding, std::string_view name,
                                std::span<const std::string_view> names) {
     --nearestLeft_;
     if (const auto best = nearestName(name, names))
-        finding.notes.push_back({"did you mean " + sNamed(best->name) + "?", {}});
+        finding.notes.push_back({std::string(NearestQuestion) + sNamed(best->name) + "?", {}});
 }
 
 Declared* SchemaRun::pDeclared(std::string_view name) {
@@ -271,11 +277,10 @@ Finding* SchemaRun::pMissingBefore(const std::string& key, const TextPosition& p
 
 void SchemaRun::vMissingKeep(std::string key, Finding& finding) {
     // What is over the limit is forgotten: of its other uses each counts for itself.
-    if (&finding != &surplus_)
+    if (isKept(finding))
         missing_.try_emplace(std::move(key), Missing{&finding});
 }
 
-/// Says how many uses are not listed.
 void SchemaRun::vMissingCount() {
     for (const auto& [key, missing] : missing_) {
         if (missing.useCount <= maxPlaces)
@@ -284,6 +289,20 @@ void SchemaRun::vMissingCount() {
         missing.finding->notes[missing.lastNote].message +=
             ", and is used in " + std::to_string(more) + " more place" + (more == 1 ? "" : "s");
     }
+}
+
+Finding* SchemaRun::pOnlyMissing() {
+    const Missing* only = nullptr;
+    for (const auto& [key, missing] : missing_) {
+        const bool isOfSchema = key.find_first_of(".\\") == std::string::npos;
+        if (isOfSchema && only)
+            return nullptr;
+        if (isOfSchema)
+            only = &missing;
+    }
+    if (!only || (only->useCount == 0 && std::ranges::any_of(only->finding->notes, isNearestNote)))
+        return nullptr;
+    return only->finding;
 }
 
 bool SchemaRun::isSupertype(const Declared& above, const Declared& entity) const {
@@ -359,6 +378,17 @@ void SchemaRun::vConsequencesTake(Finding& finding, const TextPosition& begin, c
     }
 }
 
+void SchemaRun::vFindingTake(Finding& finding, Finding& other) {
+    std::erase_if(other.notes, isNearestNote);
+    other.notes.insert(other.notes.begin(), {std::move(other.message), other.place});
+    finding.notes.insert(finding.notes.begin(), std::make_move_iterator(other.notes.begin()),
+                         std::make_move_iterator(other.notes.end()));
+    if (!finding.origin)
+        finding.origin = std::move(other.origin);
+    // It stays where it is, and is not among the findings in the end.
+    other.code = {};
+}
+
 Finding* SchemaRun::pMisreading() {
     const auto isMisreading = [](const Finding& finding) {
         return (finding.code >= "E002" && finding.code <= "E006") ||
@@ -369,7 +399,6 @@ Finding* SchemaRun::pMisreading() {
 }
 
 std::vector<Finding> SchemaRun::takeFindings() {
-    vMissingCount();
     std::vector<Finding> findings(std::make_move_iterator(findings_.begin()),
                                   std::make_move_iterator(findings_.end()));
     std::erase_if(findings, [](const Finding& finding) { return finding.code.empty(); });

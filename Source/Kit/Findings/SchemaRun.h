@@ -63,6 +63,13 @@ struct Declared {
     bool isLost() const { return object == nullptr; }
 };
 
+/// A declaration without the line that begins it.
+struct Headless {
+    /// Says so.
+    Finding* finding = nullptr;
+    ExpressWord end;
+};
+
 /// What the library reports of a schema.
 enum class SchemaReport : std::uint8_t {
     Supertype,
@@ -99,11 +106,14 @@ public:
     Finding* pOpenComment = nullptr;
     /// Members that are not read: what they name is never looked up.
     std::unordered_set<const ExpressMember*> lostMembers;
+    std::vector<Headless> headless;
     /// The declarations of the last schema, in the order of the text.
     std::vector<Declared> declared;
 
     /// A finding of the rule with that code. It stays where it is until the run ends.
     Finding& add(std::string_view code, const TextPosition& position, std::string message);
+    /// False for what is over the limit.
+    bool isKept(const Finding& finding) const { return &finding != &surplus_; }
     void vNoteAt(Finding& finding, const TextPosition& position, std::string message) const;
     /// Offers the name of these kinds, or of the further names, that is most like `name`.
     void vNearestNote(Finding& finding, std::string_view name,
@@ -137,6 +147,11 @@ public:
     Finding* pMissingBefore(const std::string& key, const TextPosition& position, const std::string& use);
     /// The finding is about the first use.
     void vMissingKeep(std::string key, Finding& finding);
+    /// Says of each how many uses are not listed; once there are no more.
+    void vMissingCount();
+    /// The finding about a name of the schema, when it is the only one that is missing; otherwise null. Also
+    /// null when it looks like a typing mistake: it is used once and is like another name.
+    Finding* pOnlyMissing();
 
     /// Whether one entity is above another, or is the same. Also true when that cannot be known.
     bool isSupertype(const Declared& above, const Declared& entity) const;
@@ -144,6 +159,9 @@ public:
     /// Findings about parts that are passed over, from one place to another, are what came of this one: they
     /// become notes of it, which then is an error.
     void vConsequencesTake(Finding& finding, const TextPosition& begin, const TextPosition& end);
+
+    /// The other finding becomes the first notes of this one, but for the name that it offers.
+    static void vFindingTake(Finding& finding, Finding& other);
 
     /// Makes the next report of that kind a note of the finding; false when there is none left.
     bool boTake(Finding& finding, SchemaReport report);
@@ -169,7 +187,6 @@ private:
         std::size_t lastNote = 0;
     };
 
-    void vMissingCount();
     void vDeclaredJoin(std::span<const ExpressDeclaration> declarations);
     void vReportsSort();
     void vReportTake(Finding& finding, std::size_t index);

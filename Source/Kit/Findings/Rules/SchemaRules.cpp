@@ -91,12 +91,16 @@ constexpr Rule SchemaRules[] = {
     {"E005",
      "text-read-as-declaration",
      Severity::Error,
-     "A comment or a string is read as the beginning or the end of a declaration.",
+     "A comment, a string or a part of a declaration is read as the beginning or the end of one.",
      "Comments are not recognised between and inside declarations: a line that contains TYPE, ENTITY, "
      "FUNCTION "
      "or RULE in capitals, wherever it is, begins a declaration, and one with END_ENTITY ends an entity. "
      "Write "
-     "the word in lower case there, or leave it out.",
+     "the word in lower case there, or leave it out. Where the first line of a declaration is missing, its "
+     "line "
+     "with SUBTYPE OF or with END_TYPE begins another, which goes on until the next end of its kind. The "
+     "name "
+     "that was on the missing line is in the notes, if a single name of the schema is missing.",
      {"SCHEMA WALLS;\n"
       "(* Every ENTITY has a name. *)\n"
       "ENTITY Wall;\n"

@@ -451,6 +451,57 @@ INSTANTIATE_TEST_SUITE_P(
             "12:6+4 E018 warning: the function \"Area\" is not declared in the rule \"Y\" of \"B\"\n"
             "  12:16+4 it is also used in the rule \"Y\" of \"B\"\n"}));
 
+// The name that was on a missing line is the one that is missing. Of a type that has neither a name nor a
+// type the library reports nothing: what it looks up has no name either, and is found.
+INSTANTIATE_TEST_SUITE_P(
+    WithoutFirstLine, SchemaFindingsOf,
+    testing::Values(
+        Sample{"END_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Label;\n\tE : Label;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  6:6+5 the type \"Label\" of \"C.D\" is not declared: that may be what this would declare\n"
+               "  7:6+5 it is also the type of \"C.E\"\n"
+               "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"},
+        Sample{"ENTITY A;\nEND_ENTITY;\n SUBTYPE OF (A);\n\tB : A;\nEND_ENTITY;\nTYPE C = REAL;\nEND_TYPE;\n"
+               "ENTITY D\n SUBTYPE OF (E);\nEND_ENTITY;\n",
+               "4:5+4 E005 error: the line that begins an ENTITY is missing, and this one is read as TYPE "
+               "\"OF\"\n"
+               "  10:14+1 the supertype \"E\" of \"D\" is not declared: that may be what this would declare\n"
+               "  reported while reading: Entity not found\n"
+               "  6:1+10 it ends here\n"
+               "  7:6+1 TYPE \"C\" is taken for a part of it and is lost\n"
+               "  reported while reading: Not type found\n"},
+        Sample{
+            "\tB : REAL;\nEND_ENTITY;\nENTITY C;\n\tD : E;\nEND_ENTITY;\nENTITY F;\n\tG : E;\nEND_ENTITY;\n",
+            "3:5+6 E005 error: the line that begins an ENTITY is missing, and this one is read as one\n"
+            "  5:6+1 the type \"E\" of \"C.D\" is not declared: that may be what this would declare\n"
+            "  8:6+1 it is also the type of \"F.G\"\n"
+            "  4:8+1 ENTITY \"C\" is taken for a part of it and is lost\n"},
+        // Of two missing names, or after two missing lines, it is not known.
+        Sample{"END_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Label;\n\tE : Text;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"
+               "6:6+5 E013 error: the type \"Label\" of \"C.D\" is not declared\n"
+               "7:6+4 E013 error: the type \"Text\" of \"C.E\" is not declared\n"},
+        Sample{"END_TYPE;\nEND_TYPE;\nENTITY C;\n\tD : Label;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "5:6+5 E013 error: the type \"Label\" of \"C.D\" is not declared\n"},
+        // A type is no supertype, and a name that is used once and is like another is misspelt.
+        Sample{"END_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nENTITY C\n SUBTYPE OF (D);\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"
+               "6:14+1 E011 error: the supertype \"D\" of \"C\" is not declared\n"
+               "  reported while reading: Entity not found\n"},
+        Sample{"END_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nTYPE Label = REAL;\nEND_TYPE;\nENTITY C;\n\tD : "
+               "Lable;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"
+               "8:6+5 E013 error: the type \"Lable\" of \"C.D\" is not declared\n"
+               "  did you mean \"Label\"?\n"},
+        // With the line nothing is wrong.
+        Sample{"TYPE Label = REAL;\nEND_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Label;\n\tE : "
+               "Label;\nEND_ENTITY;\n",
+               ""}));
+
 struct Text {
     std::string text;
     std::string findings;
