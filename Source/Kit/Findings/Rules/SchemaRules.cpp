@@ -424,10 +424,17 @@ constexpr Rule SchemaRules[] = {
      Severity::Error,
      "Something was reported while the schema was read, and no other rule explains it.",
      "The message is that of the report, which has no place in the file. It says that a name was not found, "
-     "or "
-     "that a rule was not understood.",
-     {""},
-     {""}},
+     "or that a rule was not understood. It comes of a list without a type, for example.",
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      "\tNames : LIST [1:?] OF ;\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"},
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      "\tNames : LIST [1:?] OF STRING;\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"}},
 };
 
 } // namespace
