@@ -29,6 +29,17 @@ bool isNearestNote(const FindingNote& note) {
     return note.message.starts_with(NearestQuestion);
 }
 
+/// Whether the name that the finding offers has about the length of the one that is missing: others are
+/// rather of the same family, as "WallType" is for "Wall".
+bool isMisspelt(std::string_view name, const Finding& finding) {
+    constexpr std::size_t MaxDifference = 2;
+    const auto note = std::ranges::find_if(finding.notes, isNearestNote);
+    if (note == finding.notes.end())
+        return false;
+    const auto size = note->message.size() - NearestQuestion.size() - std::string_view("\"\"?").size();
+    return std::max(size, name.size()) - std::min(size, name.size()) <= MaxDifference;
+}
+
 struct ReportOrigin {
     std::string_view function;
     // -1 for any.
@@ -292,17 +303,16 @@ void SchemaRun::vMissingCount() {
 }
 
 Finding* SchemaRun::pOnlyMissing() {
-    const Missing* only = nullptr;
+    Finding* only = nullptr;
     for (const auto& [key, missing] : missing_) {
         const bool isOfSchema = key.find_first_of(".\\") == std::string::npos;
-        if (isOfSchema && only)
+        if (!isOfSchema || (missing.useCount == 0 && isMisspelt(key, *missing.finding)))
+            continue;
+        if (only)
             return nullptr;
-        if (isOfSchema)
-            only = &missing;
+        only = missing.finding;
     }
-    if (!only || (only->useCount == 0 && std::ranges::any_of(only->finding->notes, isNearestNote)))
-        return nullptr;
-    return only->finding;
+    return only;
 }
 
 bool SchemaRun::isSupertype(const Declared& above, const Declared& entity) const {

@@ -149,8 +149,8 @@ public:
     void vMissingKeep(std::string key, Finding& finding);
     /// Says of each how many uses are not listed; once there are no more.
     void vMissingCount();
-    /// The finding about a name of the schema, when it is the only one that is missing; otherwise null. Also
-    /// null when it looks like a typing mistake: it is used once and is like another name.
+    /// The finding about a name of the schema, when it is the only one that is missing; otherwise null. Those
+    /// that look like typing mistakes do not count: they are used once and offer a name of about the length.
     Finding* pOnlyMissing();
 
     /// Whether one entity is above another, or is the same. Also true when that cannot be known.

@@ -497,6 +497,19 @@ INSTANTIATE_TEST_SUITE_P(
                "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"
                "8:6+5 E013 error: the type \"Lable\" of \"C.D\" is not declared\n"
                "  did you mean \"Label\"?\n"},
+        Sample{"END_TYPE;\nTYPE Label = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Lable;\n\tE : Count;\n\tF : "
+               "Count;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  7:6+5 the type \"Count\" of \"C.E\" is not declared: that may be what this would declare\n"
+               "  8:6+5 it is also the type of \"C.F\"\n"
+               "  3:6+5 TYPE \"Label\" is taken for a part of it and is lost\n"
+               "6:6+5 E013 error: the type \"Lable\" of \"C.D\" is not declared\n"
+               "  did you mean \"Label\"?\n"},
+        // Names of one family are no typing mistakes.
+        Sample{"END_TYPE;\nTYPE WallKind = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Wall;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  6:6+4 the type \"Wall\" of \"C.D\" is not declared: that may be what this would declare\n"
+               "  3:6+8 TYPE \"WallKind\" is taken for a part of it and is lost\n"},
         // With the line nothing is wrong.
         Sample{"TYPE Label = REAL;\nEND_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Label;\n\tE : "
                "Label;\nEND_ENTITY;\n",
