@@ -19,6 +19,8 @@ std::vector<Finding> schemaFindingsOf(const ifc::def::schema::Schema* schema,
         vNamesDeclaredTwiceCheck(run);
         vUsedNamesCheck(run);
         vExpressionNamesCheck(run);
+        run.vMissingCount();
+        vLostNameTake(run);
     }
     vOtherReportsAdd(run);
     return run.takeFindings();

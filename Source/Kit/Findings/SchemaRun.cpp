@@ -23,6 +23,23 @@ constexpr std::size_t MaxSupertypes = 4;
 /// To compare a name with all others takes long where thousands are unknown.
 constexpr std::size_t MaxNearest = 100;
 
+constexpr std::string_view NearestQuestion = "did you mean ";
+
+bool isNearestNote(const FindingNote& note) {
+    return note.message.starts_with(NearestQuestion);
+}
+
+/// Whether the name that the finding offers has about the length of the one that is missing: others are
+/// rather of the same family, as "WallType" is for "Wall".
+bool isMisspelt(std::string_view name, const Finding& finding) {
+    constexpr std::size_t MaxDifference = 2;
+    const auto note = std::ranges::find_if(finding.notes, isNearestNote);
+    if (note == finding.notes.end())
+        return false;
+    const auto size = note->message.size() - NearestQuestion.size() - std::string_view("\"\"?").size();
+    return std::max(size, name.size()) - std::min(size, name.size()) <= MaxDifference;
+}
+
 struct ReportOrigin {
     std::string_view function;
     // -1 for any.
@@ -78,6 +95,11 @@ std::string_view keywordOf(ExpressDeclarationKind kind) {
     static constexpr std::array<std::string_view, 6> Keywords = {"TYPE", "ENTITY",    "FUNCTION",
                                                                  "RULE", "PROCEDURE", "CONSTANT"};
     return Keywords[static_cast<std::size_t>(kind)];
+}
+
+bool isSameStatement(const ExpressMember& left, const ExpressMember& right) {
+    // They share the text of their type, which no other statement does.
+    return left.type.data() && left.type.data() == right.type.data();
 }
 
 SchemaRun::SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const AssertRecord> reports,
@@ -198,7 +220,7 @@ void SchemaRun::vNearestOfNote(Finding& finding, std::string_view name,
                                std::span<const std::string_view> names) {
     --nearestLeft_;
     if (const auto best = nearestName(name, names))
-        finding.notes.push_back({"did you mean " + sNamed(best->name) + "?", {}});
+        finding.notes.push_back({std::string(NearestQuestion) + sNamed(best->name) + "?", {}});
 }
 
 Declared* SchemaRun::pDeclared(std::string_view name) {
@@ -243,6 +265,56 @@ bool SchemaRun::hasExplicitAttribute(const Declared& entity, std::string_view na
     return hasAttributeKey(entity, std::string(":").append(name));
 }
 
+std::string SchemaRun::sMissingKey(const Declared& owner, std::string_view name) const {
+    const auto* top = &owner;
+    // A circle of supertypes has no top; then any of them will do.
+    for (std::size_t step = 0; step < MaxLine && !top->supertypes.empty(); ++step)
+        top = &declared[top->supertypes.front()];
+    return std::to_string(top - declared.data()) + '.' + sUpperWord(name);
+}
+
+Finding* SchemaRun::pMissingBefore(const std::string& key, const TextPosition& position,
+                                   const std::string& use) {
+    const auto found = missing_.find(key);
+    if (found == missing_.end())
+        return nullptr;
+    auto& missing = found->second;
+    if (++missing.useCount <= maxPlaces) {
+        missing.lastNote = missing.finding->notes.size();
+        missing.finding->notes.push_back({"it is also " + use, Place{path_, position}});
+    }
+    return missing.finding;
+}
+
+void SchemaRun::vMissingKeep(std::string key, Finding& finding) {
+    // What is over the limit is forgotten: of its other uses each counts for itself.
+    if (isKept(finding))
+        missing_.try_emplace(std::move(key), Missing{&finding});
+}
+
+void SchemaRun::vMissingCount() {
+    for (const auto& [key, missing] : missing_) {
+        if (missing.useCount <= maxPlaces)
+            continue;
+        const auto more = missing.useCount - maxPlaces;
+        missing.finding->notes[missing.lastNote].message +=
+            ", and is used in " + std::to_string(more) + " more place" + (more == 1 ? "" : "s");
+    }
+}
+
+Finding* SchemaRun::pOnlyMissing() {
+    Finding* only = nullptr;
+    for (const auto& [key, missing] : missing_) {
+        const bool isOfSchema = key.find_first_of(".\\") == std::string::npos;
+        if (!isOfSchema || (missing.useCount == 0 && isMisspelt(key, *missing.finding)))
+            continue;
+        if (only)
+            return nullptr;
+        only = missing.finding;
+    }
+    return only;
+}
+
 bool SchemaRun::isSupertype(const Declared& above, const Declared& entity) const {
     bool isWhole = true;
     const auto line = lineOf(entity, isWhole);
@@ -257,8 +329,11 @@ void SchemaRun::vReportTake(Finding& finding, std::size_t index) {
 void SchemaRun::vReportNote(Finding& finding, const AssertRecord& record) {
     if (!finding.origin)
         finding.origin = FindingOrigin{record.function, record.file, record.line};
-    if (finding.notes.size() < maxNotes)
-        finding.notes.push_back({"reported while reading: " + record.message, {}});
+    const auto message = "reported while reading: " + record.message;
+    // Each use of a name is reported in the same words.
+    if (finding.notes.size() < maxNotes &&
+        std::ranges::find(finding.notes, message, &FindingNote::message) == finding.notes.end())
+        finding.notes.push_back({message, {}});
 }
 
 bool SchemaRun::boTake(Finding& finding, SchemaReport report) {
@@ -311,6 +386,17 @@ void SchemaRun::vConsequencesTake(Finding& finding, const TextPosition& begin, c
         // It stays where it is, and is not among the findings in the end.
         other.code = {};
     }
+}
+
+void SchemaRun::vFindingTake(Finding& finding, Finding& other) {
+    std::erase_if(other.notes, isNearestNote);
+    other.notes.insert(other.notes.begin(), {std::move(other.message), other.place});
+    finding.notes.insert(finding.notes.begin(), std::make_move_iterator(other.notes.begin()),
+                         std::make_move_iterator(other.notes.end()));
+    if (!finding.origin)
+        finding.origin = std::move(other.origin);
+    // It stays where it is, and is not among the findings in the end.
+    other.code = {};
 }
 
 Finding* SchemaRun::pMisreading() {

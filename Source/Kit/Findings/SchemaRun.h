@@ -43,6 +43,9 @@ std::string sNamed(std::string_view name);
 /// "ENTITY".
 std::string_view keywordOf(ExpressDeclarationKind kind);
 
+/// Whether both are attributes of one statement: "Width, Height : REAL;".
+bool isSameStatement(const ExpressMember& left, const ExpressMember& right);
+
 /// A declaration of the text, with what the library made of it.
 struct Declared {
     const ExpressDeclaration* declaration = nullptr;
@@ -58,6 +61,13 @@ struct Declared {
     bool isLineKnown = true;
 
     bool isLost() const { return object == nullptr; }
+};
+
+/// A declaration without the line that begins it.
+struct Headless {
+    /// Says so.
+    Finding* finding = nullptr;
+    ExpressWord end;
 };
 
 /// What the library reports of a schema.
@@ -79,6 +89,8 @@ class SchemaRun {
 public:
     static constexpr std::size_t maxFindingsPerCode = 1'000;
     static constexpr std::size_t maxNotes = 10;
+    /// Of the other places in which a missing name is used, this many are listed.
+    static constexpr std::size_t maxPlaces = 5;
 
     SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const assert::AssertRecord> reports,
               std::string_view wholeText, std::string shownPath);
@@ -94,11 +106,14 @@ public:
     Finding* pOpenComment = nullptr;
     /// Members that are not read: what they name is never looked up.
     std::unordered_set<const ExpressMember*> lostMembers;
+    std::vector<Headless> headless;
     /// The declarations of the last schema, in the order of the text.
     std::vector<Declared> declared;
 
     /// A finding of the rule with that code. It stays where it is until the run ends.
     Finding& add(std::string_view code, const TextPosition& position, std::string message);
+    /// False for what is over the limit.
+    bool isKept(const Finding& finding) const { return &finding != &surplus_; }
     void vNoteAt(Finding& finding, const TextPosition& position, std::string message) const;
     /// Offers the name of these kinds, or of the further names, that is most like `name`.
     void vNearestNote(Finding& finding, std::string_view name,
@@ -119,12 +134,34 @@ public:
     /// The same for explicit attributes of exactly that name, letter case included.
     bool hasExplicitAttribute(const Declared& entity, std::string_view name) const;
 
+    /// Names that are missing: each has one finding, with the code and at the place of its first use. Its
+    /// other uses are notes of that, whatever code they would have had: to declare the name, or to mend the
+    /// declaration that it was meant to be, mends them all.
+    ///
+    /// Keys compare names of the schema, and those that belong to an entity or a type: items, and attributes,
+    /// which all entities share whose topmost supertype is the same, as one declaration can serve them all.
+    static std::string sMissingKey(std::string_view name) { return sUpperWord(name); }
+    std::string sMissingKey(const Declared& owner, std::string_view name) const;
+    /// The finding about a missing name that was used before, of which this use becomes a note: "it is also "
+    /// with what it is used for. Null at the first use.
+    Finding* pMissingBefore(const std::string& key, const TextPosition& position, const std::string& use);
+    /// The finding is about the first use.
+    void vMissingKeep(std::string key, Finding& finding);
+    /// Says of each how many uses are not listed; once there are no more.
+    void vMissingCount();
+    /// The finding about a name of the schema, when it is the only one that is missing; otherwise null. Those
+    /// that look like typing mistakes do not count: they are used once and offer a name of about the length.
+    Finding* pOnlyMissing();
+
     /// Whether one entity is above another, or is the same. Also true when that cannot be known.
     bool isSupertype(const Declared& above, const Declared& entity) const;
 
     /// Findings about parts that are passed over, from one place to another, are what came of this one: they
     /// become notes of it, which then is an error.
     void vConsequencesTake(Finding& finding, const TextPosition& begin, const TextPosition& end);
+
+    /// The other finding becomes the first notes of this one, but for the name that it offers.
+    static void vFindingTake(Finding& finding, Finding& other);
 
     /// Makes the next report of that kind a note of the finding; false when there is none left.
     bool boTake(Finding& finding, SchemaReport report);
@@ -142,6 +179,14 @@ public:
     std::vector<Finding> takeFindings();
 
 private:
+    struct Missing {
+        Finding* finding = nullptr;
+        /// Besides the first.
+        std::size_t useCount = 0;
+        /// Of the last use that is listed.
+        std::size_t lastNote = 0;
+    };
+
     void vDeclaredJoin(std::span<const ExpressDeclaration> declarations);
     void vReportsSort();
     void vReportTake(Finding& finding, std::size_t index);
@@ -163,6 +208,7 @@ private:
     std::unordered_set<std::string> attributes_;
     // Upper-cased.
     std::unordered_set<std::string> items_;
+    std::unordered_map<std::string, Missing> missing_;
     std::span<const assert::AssertRecord> reports_;
     std::vector<bool> isTaken_;
     std::array<std::deque<std::size_t>, static_cast<std::size_t>(SchemaReport::Count)> reportsOf_;

@@ -51,12 +51,14 @@ bool isSchemaWord(std::string_view word) {
     return isOneOf(word, {"SCHEMA", "END_SCHEMA"});
 }
 
+bool isDeclarationEnd(std::string_view word) {
+    return std::ranges::any_of(
+        Statements, [word](const Statement& statement) { return isSameExpressWord(word, statement.end); });
+}
+
 /// Words that no statement before its ';' contains: where one is met, the ';' is missing.
 bool isBoundary(std::string_view word) {
-    return isSchemaWord(word) || pStatement(word) ||
-           std::ranges::any_of(Statements, [word](const Statement& statement) {
-               return isSameExpressWord(word, statement.end);
-           });
+    return isSchemaWord(word) || pStatement(word) || isDeclarationEnd(word);
 }
 
 bool isClause(std::string_view word) {
@@ -113,6 +115,7 @@ private:
 
     void vSchemaRead(ExpressPositions& positions);
     void vSchemaEndRead(ExpressSchemaHeader& header);
+    void vOtherPass(ExpressPositions& positions);
     ExpressDeclaration declarationRead(const Statement& statement);
     void vConstantsRead(ExpressPositions& positions);
     void vTypeRead(ExpressDeclaration& type);
@@ -215,10 +218,21 @@ void PositionReader::vRead(ExpressPositions& positions) {
         else if (statement)
             positions.declarations.push_back(declarationRead(*statement));
         else
-            vNext();
+            vOtherPass(positions);
     }
     positions.openComment = scanner_.getOpenComment();
     positions.unended = std::move(unended_);
+}
+
+/// What is between declarations. An end there may be a wrong one of the declaration before.
+void PositionReader::vOtherPass(ExpressPositions& positions) {
+    const auto& before = positions.declarations;
+    const bool isOpen = !before.empty() && before.back().kind != ExpressDeclarationKind::Constant &&
+                        before.back().end.text.empty();
+    // That of constants is no part of them.
+    if (isWord() && isDeclarationEnd(token_.text) && !isWord("END_CONSTANT") && !isOpen)
+        positions.strayEnds.push_back({token_.text, token_.position});
+    vNext();
 }
 
 void PositionReader::vSchemaEndRead(ExpressSchemaHeader& header) {

@@ -134,6 +134,9 @@ struct ExpressPositions {
     std::vector<ExpressDeclaration> declarations;
     /// In the order of the text. What is not understood, and what ends with the text, is not among them.
     std::vector<ExpressUnended> unended;
+    /// "END_ENTITY" as written, where no declaration is open: that of one whose beginning is missing. In the
+    /// order of the text.
+    std::vector<ExpressWord> strayEnds;
     /// The first comment that nothing closes; line 0 for none.
     TextPosition openComment;
 };

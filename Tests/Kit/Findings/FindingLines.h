@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -40,7 +41,7 @@ inline const ifc::def::schema::Schema& olderExampleSchema() {
     return *schema;
 }
 
-/// The files of an example across documents, by path; the folder of a path is the context.
+/// The files of an example of several, by path; the folder of a path is the context.
 inline std::vector<std::pair<std::string, std::string>> exampleFiles(std::string_view text) {
     constexpr std::string_view Mark = "---- ";
     std::vector<std::pair<std::string, std::string>> files;
@@ -54,13 +55,19 @@ inline std::vector<std::pair<std::string, std::string>> exampleFiles(std::string
     return files;
 }
 
-/// What is wrong with each of the files, and then between them.
+/// What is wrong with each of the files, and then between them. A schema counts for what comes after it.
 inline std::vector<Finding> findingsBetween(std::string_view text) {
     std::vector<Finding> findings;
     AcrossDocuments across;
+    std::unique_ptr<ifc::def::schema::Schema> ownSchema;
     for (const auto& [path, content] : exampleFiles(text)) {
-        const auto document = setTextCheck(content, path, exampleSchema());
-        const auto own = findingsOf(document, {exampleSchema(), {}, {}, false});
+        if (path.ends_with(".exp")) {
+            ownSchema = schemaFromWholeText(content);
+            continue;
+        }
+        const auto& schema = ownSchema ? *ownSchema : exampleSchema();
+        const auto document = setTextCheck(content, path, schema);
+        const auto own = findingsOf(document, {schema, {}, {}, false});
         findings.insert(findings.end(), own.begin(), own.end());
         const auto folderEnd = path.find('/');
         across.vAdd(document, folderEnd == std::string::npos ? "" : path.substr(0, folderEnd));

@@ -147,6 +147,22 @@ TEST(ExpressPositions, ClosedCommentsAreNotReported) {
     EXPECT_EQ(expressPositions("TYPE A = REAL;").openComment.line, 0U);
 }
 
+std::string sStrayEnds(std::string_view text) {
+    std::string dump;
+    for (const auto& end : expressPositions(text).strayEnds)
+        dump += sWord(end) + ' ';
+    return dump;
+}
+
+TEST(ExpressPositions, EndsOfDeclarationsWithoutABeginningAreSeen) {
+    EXPECT_EQ(sStrayEnds("END_TYPE;\nTYPE A = REAL;\nEND_TYPE;\n B : REAL;\nend_entity;"),
+              "END_TYPE@1:1+8 end_entity@5:1+10 ");
+    EXPECT_EQ(sStrayEnds("CONSTANT\n A : REAL := 1.;\nEND_CONSTANT;\nEND_RULE;"), "END_RULE@4:1+8 ");
+    // Where a declaration is open, that is a wrong end of it.
+    EXPECT_EQ(sStrayEnds("ENTITY A;\nEND_TYPE;\nENTITY B;\nEND_ENTITY;"), "");
+    EXPECT_EQ(sStrayEnds("SCHEMA A;\n(* END_TYPE *)\nEND_SCHEMA;"), "");
+}
+
 TEST(ExpressPositions, EncodingAndLineEndsAreSeen) {
     const std::string_view wide("S\0C\0H\0E\0M\0A\0 \0A\0;\0", 18);
     EXPECT_EQ(expressPositions(wide).encoding, ExpressEncoding::Utf16);

@@ -73,6 +73,14 @@ TEST(SchemaFindingsGrowthTest, UndefinedNames) {
                                        return sNumbered("Missing", i) + " + ";
                                    }) + "1 > 0;");
           }},
+         {"uses of one name", Many,
+          [](std::size_t count) {
+              return sEntity("E;", sJoined(count,
+                                           [](std::size_t i) {
+                                               return sNumbered("A", i) + " : SET [1:?] OF Missing;\n";
+                                           })) +
+                     sEntity("F;", " WHERE\n W : " + sTimes("Missing() + SELF.Gone + ", count) + "1 > 0;");
+          }},
          {"items of one type", Many,
           [](std::size_t count) {
               return "TYPE T = ENUMERATION OF (" +

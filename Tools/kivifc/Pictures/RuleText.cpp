@@ -94,7 +94,7 @@ std::string sParagraphs(std::string_view text) {
 
 /// Schemas are no XML.
 std::string_view languageOf(const kit::Rule& rule) {
-    return rule.code.starts_with('E') ? "text" : "xml";
+    return rule.code.starts_with('E') || rule.code == "R090" ? "text" : "xml";
 }
 
 std::string sFenced(std::string_view language, std::string_view text) {

@@ -63,6 +63,72 @@ constexpr std::string_view WithoutBounds = R"xml(<PropertySetDef>
 </PropertySetDef>
 )xml";
 
+constexpr std::string_view WithoutPropertyEntity = R"xml(---- Walls.exp
+SCHEMA IFC4;
+TYPE IfcBoolean = BOOLEAN;
+END_TYPE;
+ENTITY IfcWall;
+END_ENTITY;
+END_SCHEMA;
+---- Pset_WallCommon.xml
+<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml";
+
+constexpr std::string_view WithPropertyEntity = R"xml(---- Walls.exp
+SCHEMA IFC4;
+TYPE IfcBoolean = BOOLEAN;
+END_TYPE;
+ENTITY IfcPropertySingleValue;
+END_ENTITY;
+ENTITY IfcWall;
+END_ENTITY;
+END_SCHEMA;
+---- Pset_WallCommon.xml
+<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml";
+
+constexpr std::string_view EmptyFile = "---- Pset_WallCommon.xml\n";
+
+constexpr std::string_view WholeFile = R"xml(---- Pset_WallCommon.xml
+<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>IsExternal</Name>
+      <Definition>Whether it is outside.</Definition>
+      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml";
+
 constexpr std::string_view NotXml = R"xml(<PropertySetDef>
   <IfcVersion version="IFC4"/>
   <Name>Pset_WallCommon</Nam>
@@ -155,8 +221,12 @@ constexpr Rule ReportRules[] = {
      "predefined-type-without-enumeration",
      Severity::Error,
      "The library records a predefined type for an entity whose attribute of that name has no defined type.",
-     "The set may be refused. It comes of a schema in which the attribute PredefinedType of an entity has "
-     "no defined type; the schemas of IFC have no such entity.",
+     "The set may be refused. It comes of <ClassName>IfcWall/SOLIDWALL</ClassName> with a schema in which "
+     "the "
+     "attribute PredefinedType of IfcWall is a text, for example, which is a finding C009 with this as a "
+     "note. "
+     "It is a finding of its own only in a document that has more findings of that code than are kept. The "
+     "schemas of IFC have no such entity.",
      {},
      {}},
     {"R008",
@@ -182,8 +252,8 @@ constexpr Rule ReportRules[] = {
      "The schema has no entity for a kind of property.",
      "Each kind of property becomes an entity of a model, for example IfcPropertySingleValue. A schema "
      "without that entity is incomplete, or no IFC schema.",
-     {},
-     {}},
+     {WithoutPropertyEntity},
+     {WithPropertyEntity}},
     {"R012",
      "property-type-not-known",
      Severity::Error,
@@ -285,8 +355,8 @@ constexpr Rule ReportRules[] = {
      "The file has no bytes.",
      "There is nothing to check in it. Often a program stopped before it had written anything: make the "
      "file again.",
-     {},
-     {}},
+     {EmptyFile},
+     {WholeFile}},
     {"R042",
      "over-budget",
      Severity::Error,

@@ -62,6 +62,7 @@ private:
     void vTokenCheck(std::size_t index);
     void vStringCheck(const ExpressToken& token);
     void vGroupCheck(std::size_t index);
+    void vGroupAttributeCheck(const Declared& entity, const ExpressToken& attribute);
     void vCallCheck(const ExpressToken& name);
     void vPlainCheck(std::size_t index);
     void vItemCheck(const Declared& type, const ExpressToken& item);
@@ -73,6 +74,7 @@ private:
         return index < tokens_.size() && tokens_[index].kind == ExpressTokenKind::Word;
     }
     Finding& add(const TextPosition& position, const std::string& message);
+    Finding* pMissingAdd(std::string key, const TextPosition& position, const std::string& message);
 
     SchemaRun& run_;
     const Declared& owner_;
@@ -89,6 +91,16 @@ Finding& ExpressionReader::add(const TextPosition& position, const std::string& 
     auto& finding = run_.add("E018", position, message + " in " + subject_);
     finding.subject = subject_;
     return finding;
+}
+
+/// Null when the name has a finding already, of which this use becomes a note.
+Finding* ExpressionReader::pMissingAdd(std::string key, const TextPosition& position,
+                                       const std::string& message) {
+    if (run_.pMissingBefore(key, position, "used in " + subject_))
+        return nullptr;
+    auto& finding = add(position, message);
+    run_.vMissingKeep(std::move(key), finding);
+    return &finding;
 }
 
 void ExpressionReader::vRead(std::string_view expression, const TextPosition& begin) {
@@ -154,28 +166,41 @@ void ExpressionReader::vStringCheck(const ExpressToken& token) {
     auto position = token.position;
     position.column += dot + 2;
     position.length = name.size();
-    auto& finding = add(position, "the name " + sNamed(name) + " is not declared");
-    run_.vNearestNote(finding, name, {Kind::Entity, Kind::Type});
+    auto* const finding =
+        pMissingAdd(SchemaRun::sMissingKey(name), position, "the name " + sNamed(name) + " is not declared");
+    if (finding)
+        run_.vNearestNote(*finding, name, {Kind::Entity, Kind::Type});
 }
 
 /// SELF\Entity.Attribute
 void ExpressionReader::vGroupCheck(std::size_t index) {
     const auto& name = tokens_[index];
     const auto* const entity = run_.pDeclared(name.text);
-    if (!entity || entity->declaration->kind != Kind::Entity) {
-        if (!entity && run_.isKnown(name.text))
-            return;
-        auto& finding =
-            add(name.position, sNamed(name.text) + (entity ? " is not an entity" : " is not declared"));
+    if (entity && entity->declaration->kind == Kind::Entity) {
+        if (isSymbolAt(index + 1, '.') && isWordAt(index + 2))
+            vGroupAttributeCheck(*entity, tokens_[index + 2]);
+        return;
+    }
+    if (entity) {
+        auto& finding = add(name.position, sNamed(name.text) + " is not an entity");
         return run_.vNearestNote(finding, name.text, {Kind::Entity});
     }
-    if (!isSymbolAt(index + 1, '.') || !isWordAt(index + 2) ||
-        run_.hasAttribute(*entity, tokens_[index + 2].text))
+    if (run_.isKnown(name.text))
         return;
-    const auto& attribute = tokens_[index + 2];
-    auto& finding = add(attribute.position, "the entity " + sNamed(entity->declaration->name.text) +
-                                                " has no attribute " + sNamed(attribute.text));
-    run_.vNearestAttributeNote(finding, attribute.text, *entity);
+    auto* const finding =
+        pMissingAdd(SchemaRun::sMissingKey(name.text), name.position, sNamed(name.text) + " is not declared");
+    if (finding)
+        run_.vNearestNote(*finding, name.text, {Kind::Entity});
+}
+
+void ExpressionReader::vGroupAttributeCheck(const Declared& entity, const ExpressToken& attribute) {
+    if (run_.hasAttribute(entity, attribute.text))
+        return;
+    auto* const finding = pMissingAdd(run_.sMissingKey(entity, attribute.text), attribute.position,
+                                      "the entity " + sNamed(entity.declaration->name.text) +
+                                          " has no attribute " + sNamed(attribute.text));
+    if (finding)
+        run_.vNearestAttributeNote(*finding, attribute.text, entity);
 }
 
 /// name ( ... )
@@ -184,10 +209,13 @@ void ExpressionReader::vCallCheck(const ExpressToken& name) {
     if (builtIns().contains(upper) || isVariable(upper) || run_.isKnown(name.text) ||
         (scope_ == Scope::Body && bodyWords().contains(upper)) || upper.starts_with("END_"))
         return;
-    auto& finding = add(name.position, "the function " + sNamed(name.text) + " is not declared");
+    auto* const finding = pMissingAdd(SchemaRun::sMissingKey(name.text), name.position,
+                                      "the function " + sNamed(name.text) + " is not declared");
+    if (!finding)
+        return;
     // The functions of EXPRESS itself are meant as often as those of the schema.
     std::vector<std::string_view> names(Functions.begin(), Functions.end());
-    run_.vNearestNote(finding, name.text, {Kind::Function, Kind::Entity}, std::move(names));
+    run_.vNearestNote(*finding, name.text, {Kind::Function, Kind::Entity}, std::move(names));
 }
 
 /// Type.ITEM
@@ -197,9 +225,11 @@ void ExpressionReader::vItemCheck(const Declared& type, const ExpressToken& item
         return;
     if (run_.hasAttribute(type, item.text))
         return;
-    auto& finding = add(item.position, "the type " + sNamed(type.declaration->name.text) + " has no item " +
-                                           sNamed(item.text));
-    run_.vNoteAt(finding, type.declaration->name.position, "the type is declared here");
+    auto* const finding =
+        pMissingAdd(run_.sMissingKey(type, item.text), item.position,
+                    "the type " + sNamed(type.declaration->name.text) + " has no item " + sNamed(item.text));
+    if (finding)
+        run_.vNoteAt(*finding, type.declaration->name.position, "the type is declared here");
 }
 
 /// An attribute, a variable, a constant, an item, or what a type or SELF is before a dot.
@@ -211,9 +241,11 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
         const auto& attribute = tokens_[index + 2];
         if (run_.hasAttribute(owner_, attribute.text))
             return;
-        auto& finding =
-            add(attribute.position, "the attribute " + sNamed(attribute.text) + " is not declared");
-        return run_.vNearestAttributeNote(finding, attribute.text, owner_);
+        auto* const finding = pMissingAdd(run_.sMissingKey(owner_, attribute.text), attribute.position,
+                                          "the attribute " + sNamed(attribute.text) + " is not declared");
+        if (finding)
+            run_.vNearestAttributeNote(*finding, attribute.text, owner_);
+        return;
     }
     // What begins with an underscore is no name: the rule is not understood, which is said elsewhere.
     if (builtIns().contains(upper) || isVariable(upper) || upper.starts_with('_'))
@@ -227,8 +259,13 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
     }
     if (run_.isKnown(name.text) || run_.isItem(name.text))
         return;
-    auto& finding = add(name.position, "the name " + sNamed(name.text) + " is not declared");
-    run_.vNearestAttributeNote(finding, name.text, owner_);
+    // It is a name of the schema when it was missed as one before, and else may be an attribute.
+    if (run_.pMissingBefore(SchemaRun::sMissingKey(name.text), name.position, "used in " + subject_))
+        return;
+    auto* const finding = pMissingAdd(run_.sMissingKey(owner_, name.text), name.position,
+                                      "the name " + sNamed(name.text) + " is not declared");
+    if (finding)
+        run_.vNearestAttributeNote(*finding, name.text, owner_);
 }
 
 std::string sRuleSubject(const ExpressDeclaration& declaration, const ExpressMember& member) {

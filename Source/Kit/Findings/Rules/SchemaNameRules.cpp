@@ -36,6 +36,9 @@ constexpr UseRule MemberRule{"E014", "the member", SchemaReport::SelectMember, t
 constexpr UseRule RedeclaredRule{"E016", "the entity", SchemaReport::Redeclared, true, false};
 constexpr UseRule RuleEntityRule{"E011", "the entity", SchemaReport::Other, true, false};
 
+/// Unlike the others it takes attributes of any kind.
+constexpr std::string_view UniqueCode = "E017";
+
 std::string_view kindText(Kind kind) {
     static constexpr std::array<std::string_view, 6> Texts = {"a type", "an entity",   "a function",
                                                               "a rule", "a procedure", "a constant"};
@@ -56,32 +59,62 @@ void vReportTake(SchemaRun& run, Finding& finding, const UseRule& use) {
         run.boTake(finding, SchemaReport::Underlying);
 }
 
-/// Checks one name; `owner` is what uses it. False when the name is not declared as it must be.
-bool boUseCheck(SchemaRun& run, const ExpressWord& word, const std::string& owner, const UseRule& use) {
-    auto* const found = run.pDeclared(word.text);
-    const auto kind = found ? found->declaration->kind : Kind::Type;
-    if (found && ((use.takesEntities && kind == Kind::Entity) || (use.takesTypes && kind == Kind::Type))) {
-        // Whoever names what was lost says nothing new.
-        if (found->isLost() && found->finding)
-            vReportTake(run, *found->finding, use);
-        return !found->isLost();
-    }
-    if (!found && run.isKnown(word.text))
-        return true;
-    auto message = std::string(use.role) + ' ' + sNamed(word.text) + " of " + owner;
-    message +=
-        found ? " is " + std::string(kindText(kind)) + (use.takesTypes ? ", not a type" : ", not an entity")
-              : " is not declared";
-    auto& finding = run.add(use.code, word.position, std::move(message));
+/// What came of looking up a name.
+struct UseResult {
+    bool isFound = true;
+    /// Explains what is reported of a name that is not found; null when nothing does.
+    Finding* finding = nullptr;
+};
+
+std::string sUse(const UseRule& use, const ExpressWord& word, const std::string& owner) {
+    return std::string(use.role) + ' ' + sNamed(word.text) + " of " + owner;
+}
+
+/// The finding about a name that is not declared, which is a new one at its first use.
+Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const std::string& owner,
+                           const UseRule& use) {
+    auto key = SchemaRun::sMissingKey(word.text);
+    if (auto* const before = run.pMissingBefore(key, word.position, std::string(use.role) + " of " + owner))
+        return *before;
+    auto& finding = run.add(use.code, word.position, sUse(use, word, owner) + " is not declared");
     finding.subject = owner;
-    if (found)
-        run.vNoteAt(finding, found->declaration->name.position, "it is declared here");
-    else if (use.takesEntities && use.takesTypes)
+    run.vMissingKeep(std::move(key), finding);
+    if (use.takesEntities && use.takesTypes)
         run.vNearestNote(finding, word.text, {Kind::Entity, Kind::Type});
     else
         run.vNearestNote(finding, word.text, {use.takesEntities ? Kind::Entity : Kind::Type});
-    vReportTake(run, finding, use);
-    return false;
+    return finding;
+}
+
+/// The finding about a name that is declared as something else.
+Finding& otherKindAdd(SchemaRun& run, const ExpressWord& word, const std::string& owner, const UseRule& use,
+                      const ExpressDeclaration& declaration) {
+    auto& finding = run.add(use.code, word.position,
+                            sUse(use, word, owner) + " is " + std::string(kindText(declaration.kind)) +
+                                (use.takesTypes ? ", not a type" : ", not an entity"));
+    finding.subject = owner;
+    run.vNoteAt(finding, declaration.name.position, "it is declared here");
+    return finding;
+}
+
+/// Looks up one name; `owner` is what uses it.
+UseResult useCheck(SchemaRun& run, const ExpressWord& word, const std::string& owner, const UseRule& use) {
+    auto* const found = run.pDeclared(word.text);
+    if (!found && run.isKnown(word.text))
+        return {};
+    const auto kind = found ? found->declaration->kind : Kind::Type;
+    UseResult result{false, nullptr};
+    if (!found) {
+        result.finding = &undeclaredFinding(run, word, owner, use);
+    } else if ((use.takesEntities && kind == Kind::Entity) || (use.takesTypes && kind == Kind::Type)) {
+        // Whoever names what was lost says nothing new.
+        result = {!found->isLost(), found->isLost() ? found->finding : nullptr};
+    } else {
+        result.finding = &otherKindAdd(run, word, owner, use, *found->declaration);
+    }
+    if (result.finding)
+        vReportTake(run, *result.finding, use);
+    return result;
 }
 
 bool isAggregate(std::string_view type) {
@@ -98,39 +131,46 @@ void vAttributeCheck(SchemaRun& run, const ExpressMember& member, const std::str
     const auto& use = isAggregate(member.type) ? ElementRule : TypeRule;
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::Type)
-            boUseCheck(run, name.word, owner, use);
+            useCheck(run, name.word, owner, use);
     }
 }
 
-/// Says why an attribute that is declared is not found all the same, or which one can be meant.
-void vAttributeNote(SchemaRun& run, Finding& finding, const Declared& entity, std::string_view name) {
-    if (run.hasAttribute(entity, name))
+/// What uses an attribute, and how.
+struct AttributeUse {
+    std::string_view code;
+    std::string_view role;
+    const std::string& owner;
+};
+
+/// The finding about an attribute that an entity lacks, or lacks as an explicit one. All uses of one that is
+/// missing altogether have one finding.
+Finding& attributeFinding(SchemaRun& run, const AttributeUse& use, const ExpressWord& word,
+                          const Declared& entity) {
+    const bool isMissing = !run.hasAttribute(entity, word.text);
+    auto key = run.sMissingKey(entity, word.text);
+    const auto note = std::string(use.role) + ' ' + use.owner;
+    if (auto* const before = isMissing ? run.pMissingBefore(key, word.position, note) : nullptr)
+        return *before;
+    const std::string what = use.code == UniqueCode ? " has no attribute " : " has no explicit attribute ";
+    auto& finding = run.add(use.code, word.position,
+                            "the entity " + sNamed(entity.declaration->name.text) + what + sNamed(word.text));
+    finding.subject = use.owner;
+    if (!isMissing) {
         finding.notes.push_back(
             {"only explicit attributes are found, in the letter case of their declaration", {}});
-    else
-        run.vNearestAttributeNote(finding, name, entity);
-}
-
-std::string sNoAttribute(std::string_view entity, std::string_view name) {
-    return "the entity " + sNamed(entity) + " has no explicit attribute " + sNamed(name);
+        return finding;
+    }
+    run.vMissingKeep(std::move(key), finding);
+    run.vNearestAttributeNote(finding, word.text, entity);
+    return finding;
 }
 
 void vInverseForCheck(SchemaRun& run, const std::string& owner, const ExpressWord& forWord,
                       const Declared& referred) {
     if (run.hasExplicitAttribute(referred, forWord.text))
         return;
-    auto& finding =
-        run.add("E015", forWord.position, sNoAttribute(referred.declaration->name.text, forWord.text));
-    finding.subject = owner;
-    vAttributeNote(run, finding, referred, forWord.text);
+    auto& finding = attributeFinding(run, {"E015", "inverted by", owner}, forWord, referred);
     run.boTake(finding, SchemaReport::Inverse);
-}
-
-/// Gives it to the last finding when that is about the word.
-void vElementReportTake(SchemaRun& run, const ExpressWord& word) {
-    auto* const finding = run.pLast();
-    if (finding && finding->place.position == word.position)
-        run.boTake(*finding, SchemaReport::Element);
 }
 
 void vInverseCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
@@ -138,11 +178,11 @@ void vInverseCheck(SchemaRun& run, const Declared& entity, const ExpressMember& 
     Declared* referred = nullptr;
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::Type) {
-            const bool isFound = boUseCheck(run, name.word, owner, InverseRule);
+            const auto result = useCheck(run, name.word, owner, InverseRule);
             // Of a list its element is reported too.
-            if (!isFound && isAggregate(member.type))
-                vElementReportTake(run, name.word);
-            referred = isFound ? run.pDeclared(name.word.text) : nullptr;
+            if (result.finding && isAggregate(member.type))
+                run.boTake(*result.finding, SchemaReport::Element);
+            referred = result.isFound ? run.pDeclared(name.word.text) : nullptr;
         } else if (name.use == ExpressUse::InverseFor && referred &&
                    referred->declaration->kind == Kind::Entity) {
             vInverseForCheck(run, owner, name.word, *referred);
@@ -150,37 +190,42 @@ void vInverseCheck(SchemaRun& run, const Declared& entity, const ExpressMember& 
     }
 }
 
+/// The finding about attributes that an entity redeclares although it does not inherit them.
+Finding& noSupertypeFinding(SchemaRun& run, const Declared& entity, const std::string& owner,
+                            const ExpressWord& above) {
+    auto key = std::to_string(&entity - run.declared.data()) + '\\' + SchemaRun::sMissingKey(above.text);
+    if (auto* const before = run.pMissingBefore(key, above.position, "the entity of " + owner))
+        return *before;
+    auto& finding = run.add("E016", above.position,
+                            "the entity " + sNamed(above.text) + " is not a supertype of " +
+                                sNamed(entity.declaration->name.text));
+    finding.subject = owner;
+    run.vMissingKeep(std::move(key), finding);
+    return finding;
+}
+
 void vRedeclaredCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member,
                       const std::string& owner, const ExpressWord& above) {
-    const bool isFound = boUseCheck(run, above, owner, RedeclaredRule);
+    const bool isFound = useCheck(run, above, owner, RedeclaredRule).isFound;
     const auto* const from = isFound ? run.pDeclared(above.text) : nullptr;
     if (!from || member.name.text.empty())
         return;
     const bool isAbove = run.isSupertype(*from, entity);
     if (isAbove && run.hasExplicitAttribute(*from, member.name.text))
         return;
-    auto& finding = isAbove
-                        ? run.add("E016", member.name.position, sNoAttribute(above.text, member.name.text))
-                        : run.add("E016", above.position,
-                                  "the entity " + sNamed(above.text) + " is not a supertype of " +
-                                      sNamed(entity.declaration->name.text));
-    finding.subject = owner;
-    if (isAbove)
-        vAttributeNote(run, finding, *from, member.name.text);
+    auto& finding = isAbove ? attributeFinding(run, {"E016", "declared again as", owner}, member.name, *from)
+                            : noSupertypeFinding(run, entity, owner, above);
     run.boTake(finding, SchemaReport::Redeclared);
 }
 
 void vUniqueCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
+    const auto owner = sQualified(entity.declaration->name.text, member.name.text);
     for (const auto& name : member.names) {
         const auto* const other = run.pDeclared(name.word.text);
         // SELF\Entity.Attribute names an entity too.
         if (run.hasAttribute(entity, name.word.text) || (other && other->declaration->kind == Kind::Entity))
             continue;
-        auto& finding = run.add("E017", name.word.position,
-                                "the entity " + sNamed(entity.declaration->name.text) + " has no attribute " +
-                                    sNamed(name.word.text));
-        finding.subject = sQualified(entity.declaration->name.text, member.name.text);
-        run.vNearestAttributeNote(finding, name.word.text, entity);
+        attributeFinding(run, {UniqueCode, "used in the rule", owner}, name.word, entity);
     }
 }
 
@@ -197,7 +242,7 @@ void vMemberCheck(SchemaRun& run, const Declared& entity, const ExpressMember& m
         if (name.use == ExpressUse::RedeclaredEntity && member.kind == ExpressMemberKind::Derived)
             vRedeclaredCheck(run, entity, member, owner, name.word);
         else if (name.use == ExpressUse::Type && member.kind == ExpressMemberKind::Derived)
-            boUseCheck(run, name.word, owner, TypeRule);
+            useCheck(run, name.word, owner, TypeRule);
     }
     if (member.kind == ExpressMemberKind::Attribute)
         vAttributeCheck(run, member, owner);
@@ -232,21 +277,46 @@ class Repetitions {
 public:
     explicit Repetitions(SchemaRun& run) : run_(run) {}
 
-    /// `what` begins the message: "the attribute".
-    void vAdd(const ExpressWord& word, std::string_view what, const std::string& owner, Severity severity) {
-        const auto [place, isNew] = seen_.try_emplace(sUpperWord(word.text), word.position);
+    /// `what` begins the message: "the attribute". `member` is the one of that name, null for other names:
+    /// when a statement of several is there twice, all of them are one finding.
+    void vAdd(const ExpressWord& word, std::string_view what, const std::string& owner, Severity severity,
+              const ExpressMember* member = nullptr) {
+        const auto [place, isNew] = seen_.try_emplace(sUpperWord(word.text), First{word.position, member});
         if (isNew || word.text.empty())
             return;
+        const auto& first = place->second;
+        if (isRepeatedWith(member, first.member)) {
+            run_.vNoteAt(*last_.finding, word.position,
+                         sNamed(word.text) + " of the same statement is declared twice too");
+            return;
+        }
         auto& finding = run_.add("E010", word.position,
                                  std::string(what) + ' ' + sNamed(word.text) + owner + " is declared twice");
         finding.severity = severity;
         finding.subject = std::string(word.text);
-        run_.vNoteAt(finding, place->second, "first declared here");
+        run_.vNoteAt(finding, first.position, "first declared here");
+        last_ = {member, first.member, &finding};
     }
 
 private:
+    struct First {
+        TextPosition position;
+        const ExpressMember* member;
+    };
+    struct Last {
+        const ExpressMember* member = nullptr;
+        const ExpressMember* first = nullptr;
+        Finding* finding = nullptr;
+    };
+
+    bool isRepeatedWith(const ExpressMember* member, const ExpressMember* first) const {
+        return member && first && last_.member && last_.first && isSameStatement(*member, *last_.member) &&
+               isSameStatement(*first, *last_.first);
+    }
+
     SchemaRun& run_;
-    std::unordered_map<std::string, TextPosition> seen_;
+    std::unordered_map<std::string, First> seen_;
+    Last last_;
 };
 
 bool isRedeclared(const ExpressMember& member) {
@@ -268,7 +338,7 @@ void vTwiceInDeclaration(SchemaRun& run, const ExpressDeclaration& declaration) 
         if (member.kind > ExpressMemberKind::Derived)
             labels.vAdd(member.name, "the rule", owner, Severity::Warning);
         else if (!isRedeclared(member))
-            attributes.vAdd(member.name, "the attribute", owner, Severity::Error);
+            attributes.vAdd(member.name, "the attribute", owner, Severity::Error, &member);
     }
 }
 
@@ -290,7 +360,7 @@ void vUsedNamesCheck(SchemaRun& run) {
         const auto& type = typeUseRule(declaration);
         for (const auto& name : declaration.names) {
             if (const auto* const use = pUseRule(name.use, type))
-                boUseCheck(run, name.word, owner, *use);
+                useCheck(run, name.word, owner, *use);
         }
         if (declaration.kind != Kind::Entity)
             continue;

@@ -44,6 +44,7 @@ private:
     void vListCheck(ExpressUse use, std::span<const std::string_view> read, const std::string& what,
                     std::string_view hint);
     void vMembersCheck(ExpressMemberKind kind, const Words& read, const std::string& what);
+    void vLostStatementAdd(std::span<const ExpressMember* const> members, const std::string& what);
     void vUniqueCheck(const ExpressWord& word, std::string_view type);
     void vTypeTextAdd(const ExpressMember& attribute, std::string_view read);
     void vTypeTextsCheck(const Entity& entity);
@@ -103,12 +104,31 @@ void PartsCheck::vListCheck(ExpressUse use, std::span<const std::string_view> re
 }
 
 void PartsCheck::vMembersCheck(ExpressMemberKind kind, const Words& read, const std::string& what) {
+    std::vector<const ExpressMember*> lost;
     for (const auto& member : declaration_.members) {
-        if (member.kind != kind || read.contains(member.name.text))
-            continue;
-        lostAdd(member.name, what, OwnLine);
-        run_.lostMembers.insert(&member);
+        if (member.kind == kind && !read.contains(member.name.text))
+            lost.push_back(&member);
     }
+    run_.lostMembers.insert(lost.begin(), lost.end());
+    for (auto first = lost.begin(); first != lost.end();) {
+        const auto isOther = [first](const auto* member) { return !isSameStatement(**first, *member); };
+        const auto end = std::find_if(first + 1, lost.end(), isOther);
+        vLostStatementAdd({first, end}, what);
+        first = end;
+    }
+}
+
+/// Attributes of one statement are lost for one reason.
+void PartsCheck::vLostStatementAdd(std::span<const ExpressMember* const> members, const std::string& what) {
+    auto& finding = lostAdd(members.front()->name, what, OwnLine);
+    const auto others = members.subspan(1);
+    const auto listed = std::min(others.size(), SchemaRun::maxPlaces);
+    for (const auto* other : others.first(listed))
+        run_.vNoteAt(finding, other->name.position,
+                     sNamed(other->name.text) + " of the same statement is not read either");
+    if (const auto more = others.size() - listed; more > 0)
+        finding.notes.back().message +=
+            (more == 1 ? ", nor is " : ", nor are ") + std::to_string(more) + " more";
 }
 
 /// The words of a type, without comments, and without what comes before the type itself.

@@ -84,6 +84,10 @@ std::string sStatement(const SchemaStatement& statement) {
     return std::string(keywordOf(statement.kind)) + ' ' + sNamed(statement.name);
 }
 
+std::string_view articleOf(std::string_view keyword) {
+    return keyword == "ENTITY" ? "an " : "a ";
+}
+
 /// The statement that has this byte in it; null when none has.
 const SchemaStatement* pStatementAround(const SchemaRun& run, std::size_t offset) {
     const auto& statements = run.lines.statements;
@@ -92,6 +96,16 @@ const SchemaStatement* pStatementAround(const SchemaRun& run, std::size_t offset
         return nullptr;
     --after;
     return offset < after->end ? &*after : nullptr;
+}
+
+/// The declaration that has this byte in it; null when none has.
+const Declared* pDeclarationAround(const SchemaRun& run, std::size_t offset) {
+    const auto beginOf = [&run](const Declared& one) { return offsetIn(run, one.declaration->text); };
+    const auto after = std::ranges::upper_bound(run.declared, offset, {}, beginOf);
+    if (after == run.declared.begin())
+        return nullptr;
+    const auto& around = *std::prev(after);
+    return offset < beginOf(around) + around.declaration->text.size() ? &around : nullptr;
 }
 
 /// Finds which declarations are not read, and what takes them.
@@ -112,7 +126,8 @@ private:
 
     void vLostAdd(Declared& lost);
     std::string sLostReason(const Declared& lost, const SchemaStatement* around) const;
-    Finding* pAroundFinding(std::size_t offset) const;
+    Finding& mentionAdd(const SchemaStatement& statement, const TextPosition& position);
+    const ExpressWord* pStrayEnd(std::size_t offset) const;
     void vReportsTake(std::size_t index);
     void vReadingCheck(std::size_t index);
     void vTextCheck(std::size_t index);
@@ -202,24 +217,14 @@ void LostDeclarations::vReportsTake(std::size_t index) {
         run_.boTake(*readings_[index].finding, SchemaReport::Underlying);
 }
 
-/// The finding about a declaration that has this byte in it; null when there is none. Where a declaration is
-/// lost, its lines are read as others.
-Finding* LostDeclarations::pAroundFinding(std::size_t offset) const {
-    const auto keywordOffset = [this](const Declared& one) { return offsetIn(run_, one.declaration->text); };
-    const auto after = std::ranges::upper_bound(run_.declared, offset, {}, keywordOffset);
-    if (after == run_.declared.begin())
-        return nullptr;
-    const auto& declared = *std::prev(after);
-    const auto text = declared.declaration->text;
-    return offset < offsetIn(run_, text) + text.size() ? declared.finding : nullptr;
-}
-
 /// A keyword in a comment or a string.
 void LostDeclarations::vTextCheck(std::size_t index) {
     auto& reading = readings_[index];
     const auto& statement = run_.lines.statements[index];
-    if (!reading.finding)
-        reading.finding = pAroundFinding(statement.keyword);
+    // Where a declaration is lost, its lines are read as others.
+    const auto* const around = pDeclarationAround(run_, statement.keyword);
+    if (!reading.finding && around)
+        reading.finding = around->finding;
     if (reading.finding)
         return vTakenNote(*reading.finding, reading);
     auto position = positionOf(statement.keyword);
@@ -231,12 +236,45 @@ void LostDeclarations::vTextCheck(std::size_t index) {
                      sStatement(statement) + " is in the comment, and is read all the same");
         return vTakenNote(*reading.finding, reading);
     }
+    reading.finding = &mentionAdd(statement, position);
+    vTakenNote(*reading.finding, reading);
+}
+
+/// The finding about a line that has a keyword and is no declaration.
+Finding& LostDeclarations::mentionAdd(const SchemaStatement& statement, const TextPosition& position) {
+    const auto* const end = pStrayEnd(statement.keyword);
+    if (!end) {
+        auto& finding = run_.add("E005", position,
+                                 "a line that only mentions " + std::string(keywordOf(statement.kind)) +
+                                     " is read as the declaration of " + sNamed(statement.name));
+        finding.subject = statement.name;
+        return finding;
+    }
+    const auto keyword = sUpperWord(end->text.substr(end->text.find('_') + 1));
     auto& finding = run_.add("E005", position,
-                             "a line that only mentions " + std::string(keywordOf(statement.kind)) +
-                                 " is read as the declaration of " + sNamed(statement.name));
-    finding.subject = statement.name;
-    reading.finding = &finding;
-    vTakenNote(finding, reading);
+                             "the line that begins " + std::string(articleOf(keyword)) + keyword +
+                                 " is missing, and this one is read as " +
+                                 (statement.name.empty() ? "one" : sStatement(statement)));
+    finding.subject = end->text;
+    if (offsetIn(run_, end->text) > statement.keyword)
+        run_.vNoteAt(finding, end->position, "it ends here");
+    if (run_.isKept(finding))
+        run_.headless.push_back({&finding, *end});
+    return finding;
+}
+
+/// The end of the declaration that has this byte in it and lacks its beginning; null when there is none.
+const ExpressWord* LostDeclarations::pStrayEnd(std::size_t offset) const {
+    const auto endOf = [this](const ExpressWord& word) {
+        return offsetIn(run_, word.text) + word.text.size();
+    };
+    const auto end = std::ranges::upper_bound(run_.positions.strayEnds, offset, {}, endOf);
+    if (end == run_.positions.strayEnds.end())
+        return nullptr;
+    const auto beginOf = [this](const Declared& one) { return offsetIn(run_, one.declaration->text); };
+    const auto next = std::ranges::upper_bound(run_.declared, offset, {}, beginOf);
+    const bool isBefore = next == run_.declared.end() || offsetIn(run_, end->text) < beginOf(*next);
+    return isBefore ? &*end : nullptr;
 }
 
 /// Whether a declaration ends for the library where it does in the text.
@@ -327,16 +365,6 @@ bool isBefore(const TextPosition& left, const TextPosition& right) {
     return std::pair(left.line, left.column) < std::pair(right.line, right.column);
 }
 
-/// The declaration that has this byte in it; null when none has.
-const Declared* pDeclarationAround(const SchemaRun& run, std::size_t offset) {
-    const auto beginOf = [&run](const Declared& one) { return offsetIn(run, one.declaration->text); };
-    const auto after = std::ranges::upper_bound(run.declared, offset, {}, beginOf);
-    if (after == run.declared.begin())
-        return nullptr;
-    const auto& around = *std::prev(after);
-    return offset < beginOf(around) + around.declaration->text.size() ? &around : nullptr;
-}
-
 /// Where the declaration ends that has the statement in it, for what is misread because of that.
 TextPosition endOfMisreading(const SchemaRun& run, const ExpressUnended& unended) {
     const auto* const declared = pDeclarationAround(run, offsetIn(run, unended.last.text));
@@ -378,6 +406,26 @@ void vSchemaEndCheck(SchemaRun& run) {
             : run.add("E019", header.end.position,
                       what + " is written " + sNamed(header.end.text) + ", and is found in capitals only");
     finding.subject = header.name.text;
+}
+
+namespace {
+
+/// Whether a finding about a missing name can be about that of such a declaration.
+bool canDeclare(const Headless& headless, const Finding& missing) {
+    const bool isEntityMissing = missing.code == "E011" || missing.code == "E012" || missing.code == "E016";
+    return !isEntityMissing || isSameExpressWord(headless.end.text, "END_ENTITY");
+}
+
+} // namespace
+
+void vLostNameTake(SchemaRun& run) {
+    if (run.headless.size() != 1 || run.positions.strayEnds.size() != 1)
+        return;
+    auto* const missing = run.pOnlyMissing();
+    if (!missing || !canDeclare(run.headless.front(), *missing))
+        return;
+    missing->message += ": that may be what this would declare";
+    run.vFindingTake(*run.headless.front().finding, *missing);
 }
 
 void vOtherReportsAdd(SchemaRun& run) {

@@ -91,12 +91,16 @@ constexpr Rule SchemaRules[] = {
     {"E005",
      "text-read-as-declaration",
      Severity::Error,
-     "A comment or a string is read as the beginning or the end of a declaration.",
+     "A comment, a string or a part of a declaration is read as the beginning or the end of one.",
      "Comments are not recognised between and inside declarations: a line that contains TYPE, ENTITY, "
      "FUNCTION "
      "or RULE in capitals, wherever it is, begins a declaration, and one with END_ENTITY ends an entity. "
      "Write "
-     "the word in lower case there, or leave it out.",
+     "the word in lower case there, or leave it out. Where the first line of a declaration is missing, its "
+     "line "
+     "with SUBTYPE OF or with END_TYPE begins another, which goes on until the next end of its kind. The "
+     "name "
+     "that was on the missing line is in the notes, if a single name of the schema is missing.",
      {"SCHEMA WALLS;\n"
       "(* Every ENTITY has a name. *)\n"
       "ENTITY Wall;\n"
@@ -266,7 +270,8 @@ constexpr Rule SchemaRules[] = {
      "The type of an attribute must be a type or an entity of the schema or one that EXPRESS itself has; a "
      "type "
      "is made of another type, and of entities only in a list or a selection. An attribute whose type is not "
-     "found has none, and its values cannot be checked.",
+     "found has none, and its values cannot be checked. A name that is missing in several places has one "
+     "finding, at the first; the notes list the others.",
      {"SCHEMA WALLS;\n"
       "TYPE Label = STRING;\n"
       "END_TYPE;\n"
@@ -419,10 +424,17 @@ constexpr Rule SchemaRules[] = {
      Severity::Error,
      "Something was reported while the schema was read, and no other rule explains it.",
      "The message is that of the report, which has no place in the file. It says that a name was not found, "
-     "or "
-     "that a rule was not understood.",
-     {""},
-     {""}},
+     "or that a rule was not understood. It comes of a list without a type, for example.",
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      "\tNames : LIST [1:?] OF ;\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"},
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      "\tNames : LIST [1:?] OF STRING;\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"}},
 };
 
 } // namespace

@@ -35,10 +35,16 @@ void vSchemaEndCheck(SchemaRun& run);
 void vSemicolonsCheck(SchemaRun& run);
 /// E010: names declared twice.
 void vNamesDeclaredTwiceCheck(SchemaRun& run);
-/// E011 to E017: names that declarations use.
+/// E011 to E017: names that declarations use. A name that is missing has one finding, with the code and at
+/// the place of its first use, whatever codes the other uses would have had; those are notes.
 void vUsedNamesCheck(SchemaRun& run);
-/// E018: names that expressions use.
+/// E018: names that expressions use. Where a declaration uses the name too, that is the finding, even when
+/// the expression comes first: there data is lost.
 void vExpressionNamesCheck(SchemaRun& run);
+/// E005 of a declaration without its first line takes the finding about the name that was in it. The text
+/// that is left does not say which name that is: it is taken to be the one that is missing, where a single
+/// one is, and a single declaration lacks its first line.
+void vLostNameTake(SchemaRun& run);
 /// R090: what the library reports and no rule explains.
 void vOtherReportsAdd(SchemaRun& run);
 

@@ -170,8 +170,27 @@ INSTANTIATE_TEST_SUITE_P(
                "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
                "4:2+1 E006 error: the attribute \"D\" of \"B\" is not read\n"
                "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
-               "4:5+1 E006 error: the attribute \"E\" of \"B\" is not read\n"
-               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"},
+               "  4:5+1 \"E\" of the same statement is not read either\n"},
+        // Two statements are two findings, even on one line; of each statement five names are listed.
+        Sample{"ENTITY B;\n\tC, D : REAL; E, F, G, H, I, J, K : REAL;\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  3:5+1 \"D\" of the same statement is not read either\n"
+               "3:15+1 E006 error: the attribute \"E\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  3:18+1 \"F\" of the same statement is not read either\n"
+               "  3:21+1 \"G\" of the same statement is not read either\n"
+               "  3:24+1 \"H\" of the same statement is not read either\n"
+               "  3:27+1 \"I\" of the same statement is not read either\n"
+               "  3:30+1 \"J\" of the same statement is not read either, nor is 1 more\n"},
+        Sample{"ENTITY B;\n\tC, D, E, F, G, H, I, J : REAL;\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  3:5+1 \"D\" of the same statement is not read either\n"
+               "  3:8+1 \"E\" of the same statement is not read either\n"
+               "  3:11+1 \"F\" of the same statement is not read either\n"
+               "  3:14+1 \"G\" of the same statement is not read either\n"
+               "  3:17+1 \"H\" of the same statement is not read either, nor are 2 more\n"},
         Sample{"ENTITY B;\n\tC : LIST [1:?] OF\n\t\tREAL;\nEND_ENTITY;\n",
                "3:2+1 E006 error: the type of \"C\" of \"B\" is read as \"LIST [1:?] OF\"\n"
                "  an attribute is read from one line\n"
@@ -224,6 +243,22 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Sample{"TYPE B = ENUMERATION OF\n\t(C\n\t,c);\nEND_TYPE;\n",
                "4:3+1 E010 error: the item \"c\" of \"B\" is declared twice\n  3:3+1 first declared here\n"},
+        // A statement that is there twice is one mistake; two names that meet in one are two.
+        Sample{"ENTITY B;\n DERIVE\n\tC, D : REAL := 1.;\n\tC, D : REAL := 1.;\nEND_ENTITY;\n",
+               "4:2+1 E006 error: the derived attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  4:5+1 \"D\" of the same statement is not read either\n"
+               "5:2+1 E006 error: the derived attribute \"C\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"
+               "  5:5+1 \"D\" of the same statement is not read either\n"
+               "5:2+1 E010 error: the attribute \"C\" of \"B\" is declared twice\n"
+               "  4:2+1 first declared here\n"
+               "  5:5+1 \"D\" of the same statement is declared twice too\n"},
+        Sample{"ENTITY B;\n\tC : REAL;\n\tD : REAL;\n\tC, D : REAL;\nEND_ENTITY;\n",
+               "5:2+1 E010 error: the attribute \"C\" of \"B\" is declared twice\n  3:2+1 first declared "
+               "here\n"
+               "5:5+1 E010 error: the attribute \"D\" of \"B\" is declared twice\n  4:2+1 first declared "
+               "here\n"},
         Sample{"ENTITY B;\n\tC : REAL;\n\tC : REAL;\nEND_ENTITY;\n",
                "4:2+1 E010 error: the attribute \"C\" of \"B\" is declared twice\n  3:2+1 first declared "
                "here\n"},
@@ -312,6 +347,174 @@ INSTANTIATE_TEST_SUITE_P(
                "2:23+5 E013 error: the type \"Label\" of \"B\" is not declared\n"
                "  reported while reading: Not type found\n"}));
 
+// A name that is missing has one finding, at its first use.
+INSTANTIATE_TEST_SUITE_P(
+    MissingNames, SchemaFindingsOf,
+    testing::Values(
+        // Each use has another rule; the letter case does not matter.
+        Sample{"ENTITY B\n SUBTYPE OF (Lost);\n\tC : Lost;\nEND_ENTITY;\nTYPE D = SELECT\n\t(B\n\t,LOST);\n"
+               "END_TYPE;\nENTITY E;\n WHERE\n\tW : 'A.LOST' IN TYPEOF(SELF);\nEND_ENTITY;\n",
+               "3:14+4 E011 error: the supertype \"Lost\" of \"B\" is not declared\n"
+               "  reported while reading: Entity not found\n"
+               "  4:6+4 it is also the type of \"B.C\"\n"
+               "  8:3+4 it is also the member of \"D\"\n"
+               "  reported while reading: Object not found\n"
+               "  12:9+4 it is also used in the rule \"W\" of \"E\"\n"},
+        Sample{"ENTITY B\n SUBTYPE OF (Lost);\n\tC : Lost;\nEND_ENTITY;\nTYPE D = SELECT\n\t(B\n\t,LOST);\n"
+               "END_TYPE;\nENTITY E;\n WHERE\n\tW : 'A.LOST' IN TYPEOF(SELF);\nEND_ENTITY;\n"
+               "ENTITY LOST;\nEND_ENTITY;\n",
+               ""},
+        // An expression that comes first has a note all the same: it loses no data.
+        Sample{"TYPE B = REAL;\n WHERE\n\tW : Lost(SELF) > 0;\nEND_TYPE;\nTYPE C = Lost;\nEND_TYPE;\n",
+               "6:10+4 E013 error: the type \"Lost\" of \"C\" is not declared\n"
+               "  reported while reading: Not type found\n"
+               "  4:6+4 it is also used in the rule \"W\" of \"B\"\n"},
+        // Five other places are listed.
+        Sample{"ENTITY B;\n\tC : Lost;\n\tD : Lost;\n\tE : Lost;\n\tF : Lost;\n\tG : Lost;\n\tH : "
+               "Lost;\nEND_ENTITY;\n",
+               "3:6+4 E013 error: the type \"Lost\" of \"B.C\" is not declared\n"
+               "  4:6+4 it is also the type of \"B.D\"\n  5:6+4 it is also the type of \"B.E\"\n"
+               "  6:6+4 it is also the type of \"B.F\"\n  7:6+4 it is also the type of \"B.G\"\n"
+               "  8:6+4 it is also the type of \"B.H\"\n"},
+        Sample{"ENTITY B;\n\tC : Lost;\n\tD : Lost;\n\tE : Lost;\n\tF : Lost;\n\tG : Lost;\n\tH : Lost;\n"
+               "\tI : Lost;\nEND_ENTITY;\n",
+               "3:6+4 E013 error: the type \"Lost\" of \"B.C\" is not declared\n"
+               "  4:6+4 it is also the type of \"B.D\"\n  5:6+4 it is also the type of \"B.E\"\n"
+               "  6:6+4 it is also the type of \"B.F\"\n  7:6+4 it is also the type of \"B.G\"\n"
+               "  8:6+4 it is also the type of \"B.H\", and is used in 1 more place\n"},
+        Sample{"ENTITY B;\n\tC : Lost;\n\tD : Lost;\n\tE : Lost;\n\tF : Lost;\n\tG : Lost;\n\tH : Lost;\n"
+               "\tI : Lost;\n\tJ : Lost;\nEND_ENTITY;\n",
+               "3:6+4 E013 error: the type \"Lost\" of \"B.C\" is not declared\n"
+               "  4:6+4 it is also the type of \"B.D\"\n  5:6+4 it is also the type of \"B.E\"\n"
+               "  6:6+4 it is also the type of \"B.F\"\n  7:6+4 it is also the type of \"B.G\"\n"
+               "  8:6+4 it is also the type of \"B.H\", and is used in 2 more places\n"},
+        // What is declared as something else is a mistake of each place.
+        Sample{"TYPE B = REAL;\nEND_TYPE;\nENTITY C\n SUBTYPE OF (B);\nEND_ENTITY;\nENTITY D\n SUBTYPE OF "
+               "(B);\nEND_ENTITY;\n",
+               "5:14+1 E011 error: the supertype \"B\" of \"C\" is a type, not an entity\n"
+               "  2:6+1 it is declared here\n  reported while reading: Entity not found\n"
+               "8:14+1 E011 error: the supertype \"B\" of \"D\" is a type, not an entity\n"
+               "  2:6+1 it is declared here\n  reported while reading: Entity not found\n"},
+        // Each report is taken by the finding that it is about.
+        Sample{"ENTITY B;\n INVERSE\n\tC : SET OF D FOR E;\n\tF : SET OF D FOR E;\n\tG : B FOR H;\n\tI : B "
+               "FOR H;\nEND_ENTITY;\nTYPE J = LIST [1:?] OF K;\nEND_TYPE;\n",
+               "4:13+1 E013 error: the entity \"D\" of \"B.C\" is not declared\n"
+               "  reported while reading: Entity not found\n"
+               "  reported while reading: Type not found\n"
+               "  5:13+1 it is also the entity of \"B.F\"\n"
+               "6:12+1 E015 error: the entity \"B\" has no explicit attribute \"H\"\n"
+               "  reported while reading: Entity not found\n"
+               "  7:12+1 it is also inverted by \"B.I\"\n"
+               "9:24+1 E013 error: the type \"K\" of \"J\" is not declared\n"
+               "  reported while reading: Type not found\n"}));
+
+// An attribute that is missing in a supertype is missed by all its subtypes, and by no other entity.
+INSTANTIATE_TEST_SUITE_P(
+    MissingAttributes, SchemaFindingsOf,
+    testing::Values(
+        Sample{
+            "ENTITY B;\n\tC : REAL;\nEND_ENTITY;\nENTITY D\n SUBTYPE OF (B);\n DERIVE\n"
+            "\tSELF\\B.Gone : REAL := 1.;\nEND_ENTITY;\nENTITY E\n SUBTYPE OF (B);\n DERIVE\n"
+            "\tSELF\\B.Gone : REAL := 1.;\nEND_ENTITY;\nENTITY F\n SUBTYPE OF (B);\n UNIQUE\n\tU : Gone;\n"
+            " WHERE\n\tW : GONE > 0;\nEND_ENTITY;\nENTITY G;\n WHERE\n\tW : Gone > SELF.Gone;\nEND_ENTITY;\n",
+            "8:9+4 E016 error: the entity \"B\" has no explicit attribute \"Gone\"\n"
+            "  reported while reading: Attribute not found\n"
+            "  13:9+4 it is also declared again as \"E.Gone\"\n"
+            "  18:6+4 it is also used in the rule \"F.U\"\n"
+            "  20:6+4 it is also used in the rule \"W\" of \"F\"\n"
+            "24:6+4 E018 warning: the name \"Gone\" is not declared in the rule \"W\" of \"G\"\n"
+            "  24:18+4 it is also used in the rule \"W\" of \"G\"\n"},
+        // One that is declared, but is not explicit, is a mistake of each place.
+        Sample{"ENTITY B;\n\tC : B;\n INVERSE\n\tD : B FOR c;\n\tE : B FOR c;\nEND_ENTITY;\n",
+               "5:12+1 E015 error: the entity \"B\" has no explicit attribute \"c\"\n"
+               "  only explicit attributes are found, in the letter case of their declaration\n"
+               "  reported while reading: Entity not found\n"
+               "6:12+1 E015 error: the entity \"B\" has no explicit attribute \"c\"\n"
+               "  only explicit attributes are found, in the letter case of their declaration\n"
+               "  reported while reading: Entity not found\n"},
+        // To inherit from it mends both.
+        Sample{"ENTITY B;\n\tC : REAL;\n\tD : REAL;\nEND_ENTITY;\nENTITY E;\n DERIVE\n\tSELF\\B.C : REAL := "
+               "1.;\n"
+               "\tSELF\\B.D : REAL := 1.;\nEND_ENTITY;\n",
+               "8:7+1 E016 error: the entity \"B\" is not a supertype of \"E\"\n"
+               "  reported while reading: Attribute not found\n"
+               "  9:7+1 it is also the entity of \"E.D\"\n"},
+        Sample{
+            "TYPE Kind = ENUMERATION OF\n\t(SOLID\n\t,HOLLOW);\nEND_TYPE;\nENTITY B;\n\tIs : Kind;\n WHERE\n"
+            "\tV : Is = Kind.OPEN;\n\tW : Is <> Kind.open;\n\tX : SELF\\B.Thick > SELF\\B.Thick;\n"
+            "\tY : Area(1) > Area(2);\nEND_ENTITY;\n",
+            "9:16+4 E018 warning: the type \"Kind\" has no item \"OPEN\" in the rule \"V\" of \"B\"\n"
+            "  2:6+4 the type is declared here\n"
+            "  10:17+4 it is also used in the rule \"W\" of \"B\"\n"
+            "11:13+5 E018 warning: the entity \"B\" has no attribute \"Thick\" in the rule \"X\" of \"B\"\n"
+            "  11:28+5 it is also used in the rule \"X\" of \"B\"\n"
+            "12:6+4 E018 warning: the function \"Area\" is not declared in the rule \"Y\" of \"B\"\n"
+            "  12:16+4 it is also used in the rule \"Y\" of \"B\"\n"}));
+
+// The name that was on a missing line is the one that is missing. Of a type that has neither a name nor a
+// type the library reports nothing: what it looks up has no name either, and is found.
+INSTANTIATE_TEST_SUITE_P(
+    WithoutFirstLine, SchemaFindingsOf,
+    testing::Values(
+        Sample{"END_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Label;\n\tE : Label;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  6:6+5 the type \"Label\" of \"C.D\" is not declared: that may be what this would declare\n"
+               "  7:6+5 it is also the type of \"C.E\"\n"
+               "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"},
+        Sample{"ENTITY A;\nEND_ENTITY;\n SUBTYPE OF (A);\n\tB : A;\nEND_ENTITY;\nTYPE C = REAL;\nEND_TYPE;\n"
+               "ENTITY D\n SUBTYPE OF (E);\nEND_ENTITY;\n",
+               "4:5+4 E005 error: the line that begins an ENTITY is missing, and this one is read as TYPE "
+               "\"OF\"\n"
+               "  10:14+1 the supertype \"E\" of \"D\" is not declared: that may be what this would declare\n"
+               "  reported while reading: Entity not found\n"
+               "  6:1+10 it ends here\n"
+               "  7:6+1 TYPE \"C\" is taken for a part of it and is lost\n"
+               "  reported while reading: Not type found\n"},
+        Sample{
+            "\tB : REAL;\nEND_ENTITY;\nENTITY C;\n\tD : E;\nEND_ENTITY;\nENTITY F;\n\tG : E;\nEND_ENTITY;\n",
+            "3:5+6 E005 error: the line that begins an ENTITY is missing, and this one is read as one\n"
+            "  5:6+1 the type \"E\" of \"C.D\" is not declared: that may be what this would declare\n"
+            "  8:6+1 it is also the type of \"F.G\"\n"
+            "  4:8+1 ENTITY \"C\" is taken for a part of it and is lost\n"},
+        // Of two missing names, or after two missing lines, it is not known.
+        Sample{"END_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Label;\n\tE : Text;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"
+               "6:6+5 E013 error: the type \"Label\" of \"C.D\" is not declared\n"
+               "7:6+4 E013 error: the type \"Text\" of \"C.E\" is not declared\n"},
+        Sample{"END_TYPE;\nEND_TYPE;\nENTITY C;\n\tD : Label;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "5:6+5 E013 error: the type \"Label\" of \"C.D\" is not declared\n"},
+        // A type is no supertype, and a name that is used once and is like another is misspelt.
+        Sample{"END_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nENTITY C\n SUBTYPE OF (D);\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"
+               "6:14+1 E011 error: the supertype \"D\" of \"C\" is not declared\n"
+               "  reported while reading: Entity not found\n"},
+        Sample{"END_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nTYPE Label = REAL;\nEND_TYPE;\nENTITY C;\n\tD : "
+               "Lable;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  3:6+1 TYPE \"B\" is taken for a part of it and is lost\n"
+               "8:6+5 E013 error: the type \"Lable\" of \"C.D\" is not declared\n"
+               "  did you mean \"Label\"?\n"},
+        Sample{"END_TYPE;\nTYPE Label = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Lable;\n\tE : Count;\n\tF : "
+               "Count;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  7:6+5 the type \"Count\" of \"C.E\" is not declared: that may be what this would declare\n"
+               "  8:6+5 it is also the type of \"C.F\"\n"
+               "  3:6+5 TYPE \"Label\" is taken for a part of it and is lost\n"
+               "6:6+5 E013 error: the type \"Lable\" of \"C.D\" is not declared\n"
+               "  did you mean \"Label\"?\n"},
+        // Names of one family are no typing mistakes.
+        Sample{"END_TYPE;\nTYPE WallKind = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Wall;\nEND_ENTITY;\n",
+               "2:5+4 E005 error: the line that begins a TYPE is missing, and this one is read as one\n"
+               "  6:6+4 the type \"Wall\" of \"C.D\" is not declared: that may be what this would declare\n"
+               "  3:6+8 TYPE \"WallKind\" is taken for a part of it and is lost\n"},
+        // With the line nothing is wrong.
+        Sample{"TYPE Label = REAL;\nEND_TYPE;\nTYPE B = REAL;\nEND_TYPE;\nENTITY C;\n\tD : Label;\n\tE : "
+               "Label;\nEND_ENTITY;\n",
+               ""}));
+
 struct Text {
     std::string text;
     std::string findings;
@@ -386,7 +589,7 @@ TEST(SchemaFindings, RepeatedReportsAreOne) {
 TEST(SchemaFindings, AreLimitedPerCode) {
     std::string text = "SCHEMA A;\nENTITY B;\n";
     for (std::size_t index = 0; index < SchemaRun::maxFindingsPerCode + 10; ++index)
-        text += "\tC" + std::to_string(index) + " : Nowhere;\n";
+        text += "\tC" + std::to_string(index) + " : Nowhere" + std::to_string(index) + ";\n";
     text += "END_ENTITY;\nEND_SCHEMA;\n";
     EXPECT_EQ(findingsOfText(text).size(), SchemaRun::maxFindingsPerCode);
 }
@@ -443,8 +646,6 @@ class SchemaRuleExamples : public testing::TestWithParam<Rule> {};
 
 TEST_P(SchemaRuleExamples, TheWrongOneYieldsThatCodeAndTheRightOneNothing) {
     const auto& rule = GetParam();
-    if (rule.code.starts_with('R'))
-        GTEST_SKIP() << "what the library reports and no rule explains has no example";
     const auto findings = findingsOfText(rule.wrong.text);
     ASSERT_FALSE(findings.empty());
     for (const auto& finding : findings) {
