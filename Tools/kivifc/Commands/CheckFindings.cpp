@@ -57,18 +57,27 @@ std::size_t threadsFor(const CheckOptions& options, std::size_t documents) {
 }
 
 /// Each document once, by the first path that leads to it, with its contexts.
-std::vector<CheckedPath> documentsOf(const std::vector<ContextPaths>& contexts, Diagnostics& diagnostics) {
+std::vector<CheckedPath> documentsOf(const std::vector<ContextPaths>& contexts, const CheckOptions& options,
+                                     Diagnostics& diagnostics) {
+/// What two paths to one document have in common. Standard input that is called like a file is what an editor
+/// has of it, and is read in its place; without such a name it is by itself, whatever files there are.
+std::string sDocumentKey(const std::string& path, const CheckOptions& options) {
+    if (path != StandardInputPath)
+        return kit::sPathKey(path);
+    return options.isStandardInputNamed() ? kit::sPathKey(options.standardInputName) : path;
+}
+
     std::vector<CheckedPath> list;
     std::unordered_map<std::string, std::size_t> known;
     for (const auto& context : contexts) {
         for (const auto& path : setPathsCollect(context.paths, diagnostics)) {
-            // There may be a file of that name, which is not meant.
-            const auto key = path == StandardInputPath ? path : kit::sPathKey(path);
-            const auto [place, isNew] = known.emplace(key, list.size());
+            const auto [place, isNew] = known.emplace(sDocumentKey(path, options), list.size());
             if (isNew)
                 list.push_back({path, {}});
             list[place->second].contexts.push_back(context.context.name);
         }
+            else if (path == StandardInputPath)
+                list[place->second].path = path;
     }
     std::ranges::sort(list, {}, &CheckedPath::path);
     return list;
@@ -150,7 +159,7 @@ private:
 
     void vDocumentsCheck(const std::vector<ContextPaths>& contexts, const std::vector<SchemaFile>& others) {
         CheckRequest request(schema_, checkContext(schema_, others, options_));
-        request.documents = documentsOf(contexts, console_.diagnostics);
+        request.documents = documentsOf(contexts, options_, console_.diagnostics);
         request.standardInputName = options_.standardInputName;
         request.threads = threadsFor(options_, request.documents.size());
         request.selection = options_.selection();

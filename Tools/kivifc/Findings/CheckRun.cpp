@@ -116,7 +116,7 @@ private:
             sources_.vKeep(document.path, document.text);
         const auto hasEdits = [](const Finding& finding) { return !finding.edits.empty(); };
         if (request_.keepsTexts && std::ranges::any_of(checked.findings, hasEdits))
-            all_.texts.emplace(document.path, document.text);
+            all_.texts.emplace(document.path, CheckedText{document.text, path.path != StandardInputPath});
         const bool isUtf8 =
             !document.positions || document.positions->getEncoding() == kit::XmlEncoding::Utf8;
         if (request_.keepsTexts && !isUtf8)

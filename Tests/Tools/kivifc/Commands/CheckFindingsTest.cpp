@@ -452,3 +452,20 @@ TEST_F(CheckFindings, ThreadsChangeNothingOfTheOutput) {
 } // namespace
 
 } // namespace kiv::kivifc::test
+TEST_F(CheckFindings, StandardInputThatIsCalledLikeAFileIsNotThatFile) {
+    const auto path = folder_.sWrite("Set.xml", Mendable);
+    const std::vector<std::string> arguments{"Building.exp", "-",        "--stdin-filename",
+                                             "Set.xml",      "--select", "S011"};
+    auto fixing = arguments;
+    fixing.push_back("--fix");
+    const auto fixed = run(fixing, {.input = Mendable});
+    EXPECT_EQ(fixed.status, 2);
+    EXPECT_THAT(fixed.err, HasSubstr("only a file can be mended; --diff shows what would change"));
+    EXPECT_EQ(sFileText(path), Mendable);
+    // Beside the file it is read in its place.
+    auto both = arguments;
+    both.insert(both.begin() + 1, "./Set.xml");
+    const auto once = run(both, {.input = Mended});
+    EXPECT_EQ(once.out, "no findings in 1 document\n");
+}
+
