@@ -14,9 +14,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <thread>
 #include <unistd.h>
@@ -185,7 +187,19 @@ private:
                 console_.diagnostics.vFail(options_.writtenBaselinePath, failure);
         }
         if (baseline_)
-            result_.counts.hidden = baselineHide(checked_.findings, *baseline_, result_.fixed);
+            result_.counts.hidden = baselineHide(checked_.findings, *baseline_, scope(), result_.fixed);
+    }
+
+    BaselineScope scope() const {
+        std::set<std::string_view> unreadable;
+        for (const auto& finding : checked_.findings) {
+            if (isUnreadable(finding))
+                unreadable.insert(finding.place.path);
+        }
+        BaselineScope scope{{schema_.path}, options_.selection()};
+        std::ranges::copy_if(checked_.paths, std::back_inserter(scope.paths),
+                             [&](const auto& path) { return !unreadable.contains(path); });
+        return scope;
     }
 
     void vDiffShow() {

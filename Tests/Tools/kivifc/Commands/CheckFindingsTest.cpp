@@ -171,6 +171,27 @@ TEST_F(CheckSet, BadBaselineIsRefusedBeforeAnythingIsShown) {
     folder_.sWrite("other.json", R"({"format": "other/1", "findings": []})");
     folder_.sWrite("half.json", R"({"format": "kivifc-baseline/1", "findings": [{"path": 1}]})");
     const std::pair<std::string, std::string> rows[] = {
+TEST_F(CheckSet, BaselineSaysNothingOfWhatWasNotLookedAt) {
+    folder_.sWrite("Other.xml", sSet("Pset_Other"));
+    run({"Building.exp", "Set.xml", "Other.xml", "--select", "C001", "--write-baseline", "known.json"});
+    EXPECT_EQ(classesRun({"--baseline", "known.json"}).out,
+              "no findings in 1 document; 1 hidden by the baseline\n");
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "T", "--baseline", "known.json"}).out,
+              "no findings in 1 document\n");
+    folder_.sWrite("Set.xml", "<PropertySetDef>");
+    EXPECT_THAT(classesRun({"--baseline", "known.json"}).out, Not(HasSubstr("fixed")));
+}
+
+TEST_F(CheckSet, EveryFormatSaysWhatIsFixed) {
+    classesRun({"--write-baseline", "known.json"});
+    fs::copy_file(KIVIFC_SAMPLES "/Sets/Pset_BldWall.xml", folder_.sPath("Set.xml"),
+                  fs::copy_options::overwrite_existing);
+    for (const auto* format : {"text", "github", "sarif", "junit"})
+        EXPECT_THAT(classesRun({"--baseline", "known.json", "--format", format}).out,
+                    HasSubstr("fixed since the baseline: Set.xml: "))
+            << format;
+}
+
         {"none.json", "No such file or directory"},
         {"text.json", "not a baseline: no JSON from byte 2 on"},
         {"other.json", "its format is not \"kivifc-baseline/1\""},
