@@ -73,7 +73,8 @@ public:
         all_.unreadable += document.failure ? 1U : 0U;
         for (const auto& context : path.contexts)
             across_.vAdd(document, context);
-        if (document.positions)
+        // What its comments would have hidden is not known of a document that cannot be read.
+        if (document.positions && !document.failure)
             vIgnoresTake(document);
         vTextTake(checked, path);
         vFindingsTake(std::move(checked.findings));

@@ -152,6 +152,11 @@ TEST_F(CheckSet, CommentThatHidesNothingIsANote) {
     EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "K"}).out, "no findings in 1 document\n");
 }
 
+TEST_F(CheckSet, CommentOfADocumentThatCannotBeReadIsNoFinding) {
+    folder_.sWrite("Set.xml", "<!-- kivifc: ignore T001 -->\n<PropertySetDef>\n");
+    EXPECT_THAT(run({"Building.exp", "Set.xml"}).out, Not(HasSubstr("K001")));
+}
+
 TEST_F(CheckSet, BaselineHidesWhatItListsAndSaysWhatIsFixed) {
     EXPECT_EQ(classesRun({"--write-baseline", "known.json"}).status, 1);
     const auto hidden = classesRun({"--baseline", "known.json"});
