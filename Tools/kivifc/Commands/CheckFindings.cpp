@@ -205,6 +205,7 @@ private:
     void vDiffShow() {
         if (boDiffWrite(checked_.findings, checked_.texts, console_.output))
             console_.diagnostics.vFinding();
+        vFailingCheck();
         if (checked_.unreadable != 0)
             vUnreadableShow();
     }
@@ -217,15 +218,21 @@ private:
         }
     }
 
+    bool isInSchema(const kit::Finding& finding) const { return finding.place.path == schema_.path; }
+
     /// Who checks documents cannot mend the schema: of what is found in it, errors alone decide the status.
-    void vCount() {
+    void vFailingCheck() {
         const auto failing = options_.failingSeverity();
         for (const auto& finding : checked_.findings) {
-            const bool isInSchema = finding.place.path == schema_.path;
-            result_.counts.vAdd(finding, isInSchema);
-            if (failing && finding.severity >= (isInSchema ? kit::Severity::Error : *failing))
+            if (failing && finding.severity >= (isInSchema(finding) ? kit::Severity::Error : *failing))
                 console_.diagnostics.vFinding();
         }
+    }
+
+    void vCount() {
+        for (const auto& finding : checked_.findings)
+            result_.counts.vAdd(finding, isInSchema(finding));
+        vFailingCheck();
         result_.counts.documentsChecked = checked_.paths.size();
         result_.counts.documentsUnreadable = checked_.unreadable;
         if (checked_.unreadable != 0)

@@ -78,6 +78,9 @@ private:
     /// Why the entry cannot be used; empty when it was, or when the command line says otherwise.
     std::string sEntryTake(const ProjectFile& project, const ProjectEntry& entry);
     void vOptionTake(const std::string& name, const std::vector<std::string>& values);
+    /// Why what kivifc.toml says does not go together, or all options; empty when they do.
+    std::string sProjectConflict() const;
+    std::string sConflict() const;
     bool boInputCheck(Diagnostics& diagnostics) const;
 
     CLI::App* app_ = nullptr;

@@ -402,6 +402,13 @@ TEST_F(CheckSet, ContextsOfTheProjectFileAreApart) {
 }
 
 /// "templatetype" in the wrong letter case is what can be mended; blanks, comments and line ends around it
+        {"max-findings = -3\n", "kivifc: kivifc.toml:1: --max-findings: Value -3 not in range "},
+        {"fix = true\ndiff = true\n", "kivifc: kivifc.toml: \"fix\" and \"diff\" exclude each other\n"},
+        {"json = true\nformat = \"sarif\"\n",
+         "kivifc: kivifc.toml: \"json\" and \"format\" exclude each other\n"},
+        {"select = \"T\"\nformat = \"text\"\nselect = \"C\"\n",
+         "kivifc: kivifc.toml:3: \"select\" is there twice\n"},
+        {"select = [\n", "kivifc: kivifc.toml:1: nothing closes this list\n"},
 /// stay.
 constexpr const char* Mendable = "<PropertySetDef ifdguid=\"14fafcf30e160e477383a24adb6f66e9\"\r\n"
                                  "  templatetype = 'pset_typedrivenonly' ><!-- a -->\r\n"
@@ -465,6 +472,65 @@ TEST_F(CheckFindings, ThreadsChangeNothingOfTheOutput) {
     for (int number = 0; number < 40; ++number)
         folder_.sWrite("Sets/" + std::to_string(number) + ".xml",
                        number % 5 == 0 ? "<PropertySetDef>" : sSet("Pset_" + std::to_string(number % 7)));
+TEST_F(CheckFindings, DiffFailsForWhatItCannotMend) {
+    folder_.sWrite("Set.xml", sSet("Pset_Test"));
+    const std::vector<std::string> arguments{"Building.exp", "Set.xml", "--select", "C001", "--diff"};
+    const auto diff = run(arguments);
+    EXPECT_EQ(diff.status, 1);
+    EXPECT_EQ(diff.out, "");
+    auto never = arguments;
+    never.insert(never.end(), {"--fail-on", "never"});
+    EXPECT_EQ(run(never).status, 0);
+}
+
+TEST_F(CheckFindings, DiffAndFixGoWithFindingsAsText) {
+    const auto path = folder_.sWrite("Set.xml", Mendable);
+    struct Row {
+        std::vector<std::string> arguments;
+        std::string failure;
+    };
+    const Row rows[] = {
+        {{"--diff", "--json"}, "kivifc: command line: --diff goes with findings, not with --json"},
+        {{"--diff", "--warnings"}, "kivifc: command line: --diff goes with findings, not with --json"},
+        {{"--diff", "--format", "report"},
+         "kivifc: command line: --diff goes with findings, not with --json"},
+        {{"--diff", "--format", "github"},
+         "kivifc: command line: --diff writes a patch, and does not go with --format github\n"},
+        {{"--fix", "--json"}, "kivifc: command line: --fix goes with findings, not with --json"},
+    };
+    for (const auto& row : rows) {
+        auto arguments = row.arguments;
+        arguments.insert(arguments.begin(), {"Building.exp", "Set.xml"});
+        const auto refused = run(arguments);
+        EXPECT_EQ(refused.status, 2) << testing::PrintToString(row.arguments);
+        EXPECT_THAT(refused.err, StartsWith(row.failure));
+    }
+    EXPECT_EQ(sFileText(path), Mendable);
+    // JSON is a document all the same.
+    const auto document = run({"Building.exp", "Set.xml", "--diff", "--format", "json"});
+    EXPECT_EQ(document.status, 2);
+    EXPECT_TRUE(json::accept(document.out)) << document.out;
+}
+
+TEST_F(CheckFindings, CommandLineWinsOverWhatTheFileSaysOtherwise) {
+    const auto path = folder_.sWrite("Set.xml", Mendable);
+    folder_.sWrite("kivifc.toml", "fix = true\nselect = \"S011\"\n");
+    EXPECT_THAT(run({"Building.exp", "Set.xml", "--diff"}).out, StartsWith("--- Set.xml\n"));
+    EXPECT_EQ(sFileText(path), Mendable);
+    folder_.sWrite("kivifc.toml", "format = \"sarif\"\n");
+    const auto everything = run({"Building.exp", "Set.xml", "--json"}).out;
+    EXPECT_TRUE(json::accept(everything));
+    EXPECT_THAT(everything, Not(HasSubstr("\"runs\"")));
+}
+
+TEST_F(CheckSet, NumberOfFindingsIsNotNegative) {
+    const auto refused = run({"Building.exp", "Set.xml", "--max-findings", "-1"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(refused.out, "");
+    EXPECT_THAT(refused.err, HasSubstr("--max-findings: Value -1 not in range 0 to "));
+    EXPECT_THAT(classesRun({"--max-findings", "0"}).out, HasSubstr("[C001]"));
+}
+
     const auto one = run({"Building.exp", "Sets", "--jobs", "1"});
     EXPECT_EQ(one.status, 2);
     for (const auto* jobs : {"2", "5"}) {
