@@ -58,9 +58,6 @@ std::size_t threadsFor(const CheckOptions& options, std::size_t documents) {
     return documents < DocumentsForThreads ? 1 : std::max(std::thread::hardware_concurrency(), 1U);
 }
 
-/// Each document once, by the first path that leads to it, with its contexts.
-std::vector<CheckedPath> documentsOf(const std::vector<ContextPaths>& contexts, const CheckOptions& options,
-                                     Diagnostics& diagnostics) {
 /// What two paths to one document have in common. Standard input that is called like a file is what an editor
 /// has of it, and is read in its place; without such a name it is by itself, whatever files there are.
 std::string sDocumentKey(const std::string& path, const CheckOptions& options) {
@@ -69,6 +66,9 @@ std::string sDocumentKey(const std::string& path, const CheckOptions& options) {
     return options.isStandardInputNamed() ? kit::sPathKey(options.standardInputName) : path;
 }
 
+/// Each document once, by the first path that leads to it, with its contexts.
+std::vector<CheckedPath> documentsOf(const std::vector<ContextPaths>& contexts, const CheckOptions& options,
+                                     Diagnostics& diagnostics) {
     std::vector<CheckedPath> list;
     std::unordered_map<std::string, std::size_t> known;
     for (const auto& context : contexts) {
@@ -76,10 +76,10 @@ std::string sDocumentKey(const std::string& path, const CheckOptions& options) {
             const auto [place, isNew] = known.emplace(sDocumentKey(path, options), list.size());
             if (isNew)
                 list.push_back({path, {}});
-            list[place->second].contexts.push_back(context.context.name);
-        }
             else if (path == StandardInputPath)
                 list[place->second].path = path;
+            list[place->second].contexts.push_back(context.context.name);
+        }
     }
     std::ranges::sort(list, {}, &CheckedPath::path);
     return list;
@@ -269,14 +269,19 @@ void vCheckFindings(const SchemaFile& schema, const std::vector<ContextPaths>& c
     FindingsShow(schema, options, console).vRun(contexts);
 }
 
-void vFindingsFailureShow(const CheckOptions& options, Console& console) {
+void vFindingsFailureShow(const CheckOptions& options, Console& console,
+                          const std::vector<kit::Finding>& reasons) {
     if (options.format == "text" || options.isListing())
         return;
     SourceLines sources;
     CheckResult result;
     result.failures = console.diagnostics.getFailures();
     const auto writer = pWriter(options, sources, console.output);
-    writer->vBegin({}, result);
+    for (const auto& reason : reasons)
+        result.counts.vAdd(reason, true);
+    writer->vBegin(reasons, result);
+    for (const auto& reason : reasons)
+        writer->vFindingWrite(reason);
     writer->vEnd(result);
 }
 

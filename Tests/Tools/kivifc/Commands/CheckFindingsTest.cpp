@@ -171,11 +171,6 @@ TEST_F(CheckSet, BaselineHidesWhatItListsAndSaysWhatIsFixed) {
     EXPECT_THAT(fixed.out, HasSubstr(" [C001]\nno findings in 1 document\n"));
 }
 
-TEST_F(CheckSet, BadBaselineIsRefusedBeforeAnythingIsShown) {
-    folder_.sWrite("text.json", "no JSON");
-    folder_.sWrite("other.json", R"({"format": "other/1", "findings": []})");
-    folder_.sWrite("half.json", R"({"format": "kivifc-baseline/1", "findings": [{"path": 1}]})");
-    const std::pair<std::string, std::string> rows[] = {
 TEST_F(CheckSet, BaselineSaysNothingOfWhatWasNotLookedAt) {
     folder_.sWrite("Other.xml", sSet("Pset_Other"));
     run({"Building.exp", "Set.xml", "Other.xml", "--select", "C001", "--write-baseline", "known.json"});
@@ -197,6 +192,11 @@ TEST_F(CheckSet, EveryFormatSaysWhatIsFixed) {
             << format;
 }
 
+TEST_F(CheckSet, BadBaselineIsRefusedBeforeAnythingIsShown) {
+    folder_.sWrite("text.json", "no JSON");
+    folder_.sWrite("other.json", R"({"format": "other/1", "findings": []})");
+    folder_.sWrite("half.json", R"({"format": "kivifc-baseline/1", "findings": [{"path": 1}]})");
+    const std::pair<std::string, std::string> rows[] = {
         {"none.json", "No such file or directory"},
         {"text.json", "not a baseline: no JSON from byte 2 on"},
         {"other.json", "its format is not \"kivifc-baseline/1\""},
@@ -291,6 +291,29 @@ TEST_F(CheckSet, JsonIsADocumentEvenWhenTheJobFails) {
     }
 }
 
+TEST_F(CheckSet, ProgramsAreGivenWhyThereIsNoSchema) {
+    folder_.sWrite("No.exp", "<schema/>\n");
+    const auto document = json::parse(run({"No.exp", "Set.xml", "--format", "json"}).out);
+    ASSERT_EQ(document["findings"].size(), 1U);
+    EXPECT_EQ(document["findings"][0]["code"], "E001");
+    EXPECT_EQ(document["findings"][0]["path"], "No.exp");
+    EXPECT_EQ(document["findings"][0]["message"], "no schema was found: the file is an XML document");
+    EXPECT_EQ(document["summary"]["errors"], 1);
+    EXPECT_EQ(document["failures"].size(), 1U);
+    const auto validation = validated(KIVIFC_SOURCES "/Findings/check.schema.json", document.dump());
+    if (!validation.isLeftOut) {
+        EXPECT_TRUE(validation.isValid) << validation.text;
+    }
+    for (const auto* format : {"sarif", "github", "junit"}) {
+        const auto ended = run({"No.exp", "Set.xml", "--format", format});
+        EXPECT_EQ(ended.status, 2) << format;
+        EXPECT_THAT(ended.out, HasSubstr("no schema was found: the file is an XML document")) << format;
+    }
+    // What is a schema in part is none of these.
+    folder_.sWrite("No.exp", "SCHEMA A;\nTYPE B = SELECT\n (C,\n");
+    EXPECT_THAT(json::parse(run({"No.exp", "Set.xml", "--format", "json"}).out)["findings"], IsEmpty());
+}
+
 TEST_F(CheckSet, StandardInputHasTheNameThatItIsGiven) {
     const auto named = run({"Building.exp", "-", "--select", "C001", "--stdin-filename", "Sets/New.xml"},
                            {.input = sSet("Pset_Test")});
@@ -379,6 +402,13 @@ TEST_F(CheckSet, FaultsOfTheProjectFileHaveTheirLine) {
         {"[contexts]\noffice = \"\"\n",
          "kivifc: kivifc.toml:2: \"office\" is empty, where a path is expected\n"},
         {"[severity]\nT001 = \"grave\"\n", "kivifc: kivifc.toml:2: "},
+        {"max-findings = -3\n", "kivifc: kivifc.toml:1: --max-findings: Value -3 not in range "},
+        {"fix = true\ndiff = true\n", "kivifc: kivifc.toml: \"fix\" and \"diff\" exclude each other\n"},
+        {"json = true\nformat = \"sarif\"\n",
+         "kivifc: kivifc.toml: \"json\" and \"format\" exclude each other\n"},
+        {"select = \"T\"\nformat = \"text\"\nselect = \"C\"\n",
+         "kivifc: kivifc.toml:3: \"select\" is there twice\n"},
+        {"select = [\n", "kivifc: kivifc.toml:1: nothing closes this list\n"},
     };
     for (const auto& [text, line] : rows) {
         folder_.sWrite("kivifc.toml", text);
@@ -402,13 +432,6 @@ TEST_F(CheckSet, ContextsOfTheProjectFileAreApart) {
 }
 
 /// "templatetype" in the wrong letter case is what can be mended; blanks, comments and line ends around it
-        {"max-findings = -3\n", "kivifc: kivifc.toml:1: --max-findings: Value -3 not in range "},
-        {"fix = true\ndiff = true\n", "kivifc: kivifc.toml: \"fix\" and \"diff\" exclude each other\n"},
-        {"json = true\nformat = \"sarif\"\n",
-         "kivifc: kivifc.toml: \"json\" and \"format\" exclude each other\n"},
-        {"select = \"T\"\nformat = \"text\"\nselect = \"C\"\n",
-         "kivifc: kivifc.toml:3: \"select\" is there twice\n"},
-        {"select = [\n", "kivifc: kivifc.toml:1: nothing closes this list\n"},
 /// stay.
 constexpr const char* Mendable = "<PropertySetDef ifdguid=\"14fafcf30e160e477383a24adb6f66e9\"\r\n"
                                  "  templatetype = 'pset_typedrivenonly' ><!-- a -->\r\n"
@@ -449,29 +472,6 @@ TEST_F(CheckFindings, DiffShowsWhatFixWouldDo) {
     EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011", "--diff"}).out, "");
 }
 
-TEST_F(CheckFindings, FixSaysThatItLeavesWhatIsNotUtf8) {
-    const std::string latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + std::string(Mendable);
-    const auto path = folder_.sWrite("Set.xml", latin);
-    for (const auto* option : {"--fix", "--diff"}) {
-        const auto left = run({"Building.exp", "Set.xml", "--select", "S011", option});
-        EXPECT_EQ(left.err, "kivifc: Set.xml: is not UTF-8, so nothing in it is mended\n") << option;
-        EXPECT_EQ(sFileText(path), latin);
-    }
-    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011"}).status, 1);
-    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011"}).err, "");
-    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "T001", "--fix"}).err, "");
-}
-
-TEST_F(CheckFindings, StandardInputIsNotMended) {
-    const auto fixed = run({"Building.exp", "-", "--select", "S011", "--fix"}, {.input = Mendable});
-    EXPECT_EQ(fixed.status, 2);
-    EXPECT_THAT(fixed.err, HasSubstr("only a file can be mended; --diff shows what would change"));
-}
-
-TEST_F(CheckFindings, ThreadsChangeNothingOfTheOutput) {
-    for (int number = 0; number < 40; ++number)
-        folder_.sWrite("Sets/" + std::to_string(number) + ".xml",
-                       number % 5 == 0 ? "<PropertySetDef>" : sSet("Pset_" + std::to_string(number % 7)));
 TEST_F(CheckFindings, DiffFailsForWhatItCannotMend) {
     folder_.sWrite("Set.xml", sSet("Pset_Test"));
     const std::vector<std::string> arguments{"Building.exp", "Set.xml", "--select", "C001", "--diff"};
@@ -531,19 +531,25 @@ TEST_F(CheckSet, NumberOfFindingsIsNotNegative) {
     EXPECT_THAT(classesRun({"--max-findings", "0"}).out, HasSubstr("[C001]"));
 }
 
-    const auto one = run({"Building.exp", "Sets", "--jobs", "1"});
-    EXPECT_EQ(one.status, 2);
-    for (const auto* jobs : {"2", "5"}) {
-        const auto many = run({"Building.exp", "Sets", "--jobs", jobs});
-        EXPECT_EQ(many.out, one.out);
-        EXPECT_EQ(many.err, one.err);
-        EXPECT_EQ(many.status, one.status);
+TEST_F(CheckFindings, FixSaysThatItLeavesWhatIsNotUtf8) {
+    const std::string latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + std::string(Mendable);
+    const auto path = folder_.sWrite("Set.xml", latin);
+    for (const auto* option : {"--fix", "--diff"}) {
+        const auto left = run({"Building.exp", "Set.xml", "--select", "S011", option});
+        EXPECT_EQ(left.err, "kivifc: Set.xml: is not UTF-8, so nothing in it is mended\n") << option;
+        EXPECT_EQ(sFileText(path), latin);
     }
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011"}).status, 1);
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011"}).err, "");
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "T001", "--fix"}).err, "");
 }
 
-} // namespace
+TEST_F(CheckFindings, StandardInputIsNotMended) {
+    const auto fixed = run({"Building.exp", "-", "--select", "S011", "--fix"}, {.input = Mendable});
+    EXPECT_EQ(fixed.status, 2);
+    EXPECT_THAT(fixed.err, HasSubstr("only a file can be mended; --diff shows what would change"));
+}
 
-} // namespace kiv::kivifc::test
 TEST_F(CheckFindings, StandardInputThatIsCalledLikeAFileIsNotThatFile) {
     const auto path = folder_.sWrite("Set.xml", Mendable);
     const std::vector<std::string> arguments{"Building.exp", "-",        "--stdin-filename",
@@ -561,3 +567,20 @@ TEST_F(CheckFindings, StandardInputThatIsCalledLikeAFileIsNotThatFile) {
     EXPECT_EQ(once.out, "no findings in 1 document\n");
 }
 
+TEST_F(CheckFindings, ThreadsChangeNothingOfTheOutput) {
+    for (int number = 0; number < 40; ++number)
+        folder_.sWrite("Sets/" + std::to_string(number) + ".xml",
+                       number % 5 == 0 ? "<PropertySetDef>" : sSet("Pset_" + std::to_string(number % 7)));
+    const auto one = run({"Building.exp", "Sets", "--jobs", "1"});
+    EXPECT_EQ(one.status, 2);
+    for (const auto* jobs : {"2", "5"}) {
+        const auto many = run({"Building.exp", "Sets", "--jobs", jobs});
+        EXPECT_EQ(many.out, one.out);
+        EXPECT_EQ(many.err, one.err);
+        EXPECT_EQ(many.status, one.status);
+    }
+}
+
+} // namespace
+
+} // namespace kiv::kivifc::test
