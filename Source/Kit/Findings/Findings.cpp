@@ -51,9 +51,22 @@ std::string_view codeOf(FailureKind kind) {
     return "R040";
 }
 
+/// The parser counts a byte order mark as a column, which nobody sees.
+TextPosition parserPosition(const SetDocument& document) {
+    constexpr std::string_view Marks[] = {"\xEF\xBB\xBF", "\xFE\xFF", "\xFF\xFE"};
+    auto position = document.failure->position;
+    const bool isMarked = std::ranges::any_of(
+        Marks, [&](std::string_view mark) { return std::string_view(document.text).starts_with(mark); });
+    if (isMarked && position.line == 1 && position.column > 1)
+        --position.column;
+    return position;
+}
+
 /// Of the failure; a root element that is refused has its own.
 TextPosition failurePosition(const SetDocument& document) {
     const auto& failure = *document.failure;
+    if (failure.kind == FailureKind::NotXml)
+        return parserPosition(document);
     if (failure.kind != FailureKind::NotASet && failure.kind != FailureKind::PrefixedRoot)
         return failure.position;
     const XmlPositions xml(document.text);

@@ -5,6 +5,7 @@
 #include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <tuple>
 #include <utility>
 
@@ -19,6 +20,18 @@ bool isBefore(const TextPosition& left, const TextPosition& right) {
 bool isCodeOfRules(std::string_view beginning) {
     return std::ranges::any_of(getRules(),
                                [&](const Rule& rule) { return rule.code.starts_with(beginning); });
+}
+
+/// "T001, T002 or G": a comment may name very many.
+std::string sJoined(std::span<const std::string_view> codes) {
+    constexpr std::size_t maxCodes = 12;
+    std::string text;
+    for (std::size_t i = 0; i != std::min(codes.size(), maxCodes); ++i) {
+        const bool isLast = i + 1 == codes.size();
+        text.append(i == 0 ? "" : isLast ? " or " : ", ").append(codes[i]);
+    }
+    return codes.size() <= maxCodes ? text
+                                    : text + " or " + std::to_string(codes.size() - maxCodes) + " more";
 }
 
 } // namespace
@@ -67,16 +80,27 @@ bool IgnoreComments::boHide(const Finding& finding) {
     return isHidden;
 }
 
-Finding IgnoreComments::unusedFinding(const Code& code) const {
+/// A reason that was written beside the codes is words that no rule has as codes: one finding has them all.
+Finding IgnoreComments::unusedFinding(std::span<const Code* const> unused) const {
+    std::vector<std::string_view> codes;
+    std::vector<std::string_view> unknown;
+    for (const auto* code : unused) {
+        codes.push_back(code->code);
+        if (!code->isKnown)
+            unknown.push_back(code->code);
+    }
+    const auto sCodes = sJoined(codes);
     Finding finding;
     finding.code = unusedCode;
     finding.severity = Severity::Note;
-    finding.message = "the comment that ignores " + code.code + " hides nothing";
-    finding.place = {path_, code.comment};
-    finding.subject = "ignore " + code.code;
-    if (!code.isKnown)
+    finding.message = "the comment that ignores " + sCodes + " hides nothing";
+    finding.place = {path_, unused.front()->comment};
+    finding.subject = "ignore " + sCodes;
+    if (codes.size() == 1 && unknown.size() == 1)
         finding.notes.push_back({"no rule has this code", {}});
-    else if (code.end.line == 0)
+    else if (!unknown.empty())
+        finding.notes.push_back({"no rule has the code " + sJoined(unknown), {}});
+    if (unknown.size() != codes.size() && unused.front()->end.line == 0)
         finding.notes.push_back({"no element follows the comment", {}});
     return finding;
 }
@@ -97,10 +121,21 @@ IgnoreComments::unusedFindings(const std::function<bool(std::string_view)>& isLo
     std::vector<Finding> findings;
     for (const auto& position : emptyComments_)
         findings.push_back(emptyFinding(position));
+    const auto isUnused = [&](const Code& code) {
+        return !code.isUsed && (!code.isKnown || !isLookedFor || isLookedFor(code.code));
+    };
+    // The codes of one comment are side by side.
+    std::vector<const Code*> unused;
     for (const auto& code : codes_) {
-        if (!code.isUsed && (!code.isKnown || !isLookedFor || isLookedFor(code.code)))
-            findings.push_back(unusedFinding(code));
+        if (!unused.empty() && isBefore(unused.front()->comment, code.comment)) {
+            findings.push_back(unusedFinding(unused));
+            unused.clear();
+        }
+        if (isUnused(code))
+            unused.push_back(&code);
     }
+    if (!unused.empty())
+        findings.push_back(unusedFinding(unused));
     return findings;
 }
 

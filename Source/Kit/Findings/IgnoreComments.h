@@ -19,6 +19,7 @@
 #include "kiv/Kit/Text/TextPosition.h"
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,9 +41,9 @@ public:
     /// Whether a comment hides it; the comment is then used.
     bool boHide(const Finding& finding);
 
-    /// A note for each code that hid nothing. A rule that is not looked for finds nothing to hide, so its
-    /// codes count only if `isLookedFor` says so of them; without that function all do. A comment without
-    /// any code has one too.
+    /// A note for each comment with codes that hid nothing. A rule that is not looked for finds nothing to
+    /// hide, so its codes count only if `isLookedFor` says so of them; without that function all do. A
+    /// comment without any code has one too.
     std::vector<Finding> unusedFindings(const std::function<bool(std::string_view)>& isLookedFor = {}) const;
 
     bool isEmpty() const { return codes_.empty() && emptyComments_.empty(); }
@@ -61,7 +62,7 @@ private:
     };
 
     void vCommentAdd(const XmlIgnore& comment, const XmlPositions& positions);
-    Finding unusedFinding(const Code& code) const;
+    Finding unusedFinding(std::span<const Code* const> unused) const;
     Finding emptyFinding(const TextPosition& position) const;
 
     std::string path_;

@@ -2,9 +2,12 @@
 
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Positions/TextCursor.h"
+#include "Kit/Positions/WellFormedXml.h"
 #include "Kit/Text/AsciiText.h"
 #include "Kit/Text/FileKind.h"
 #include "Kit/Text/Utf8.h"
+#include "kiv/Kit/Names/NearestName.h"
+#include "kiv/Kit/Positions/XmlDecoding.h"
 
 #include <algorithm>
 #include <array>
@@ -73,6 +76,32 @@ std::size_t offsetOf(const XmlPositions& xml, const TextPosition& position) {
     return offset;
 }
 
+/// Where a value begins that is not closed within a tag, with its quote; npos when all values are closed.
+std::size_t openQuoteIn(std::string_view tag) {
+    auto begin = std::string_view::npos;
+    for (std::size_t at = 0; at != tag.size(); ++at) {
+        const bool isOpen = begin != std::string_view::npos;
+        if (isOpen && tag[at] == tag[begin])
+            begin = std::string_view::npos;
+        else if (!isOpen && (tag[at] == '"' || tag[at] == '\''))
+            begin = at;
+    }
+    return begin;
+}
+
+/// The last comment, tag, section or text; `text` is well-formed but for its end.
+XmlPiece lastPieceOf(std::string_view text) {
+    WellFormedXml pieces(text);
+    XmlPiece last;
+    for (auto piece = pieces.next(); piece.kind != XmlPieceKind::End; piece = pieces.next())
+        last = piece;
+    return last;
+}
+
+bool isTag(XmlPieceKind kind) {
+    return kind == XmlPieceKind::StartTag || kind == XmlPieceKind::EmptyTag || kind == XmlPieceKind::EndTag;
+}
+
 /// One mistake, looked at from its place.
 class Mistake {
 public:
@@ -90,7 +119,9 @@ public:
     void vDuplicateAttribute();
     void vJunk();
     void vDeclaration();
+    void vDeclarationWrong();
     void vEncodingWrong();
+    void vEncodingUnknown();
 
     /// Whether the file is something else altogether.
     bool boOtherKind();
@@ -103,13 +134,18 @@ private:
     const XmlElement* pOpen() const;
     /// The place is that many bytes, on the same line, before the one of the parser.
     void vBack(std::size_t bytes, std::size_t length);
+    /// The place is that of a byte before the one of the parser.
+    void vPlace(std::size_t offset, std::size_t length);
+    /// The tag that the parser is in; empty when it is in none.
+    std::string_view openTag() const;
 
     bool boEncoding();
     bool boComment();
     bool boAmpersand();
     bool boTagBegin();
     bool boTag();
-    bool boValueSign();
+    bool boValueSign(std::string_view tag);
+    bool boUnclosedValue(std::string_view tag);
     bool boTagInside(std::string_view tag);
     bool boCharacter();
 
@@ -139,7 +175,43 @@ void Mistake::vBack(std::size_t bytes, std::size_t length) {
     position.length = length;
 }
 
+void Mistake::vPlace(std::size_t offset, std::size_t length) {
+    auto& position = finding_.place.position;
+    position = {1, 1, length};
+    for (std::size_t at = 0; at != offset; ++at) {
+        const bool isLineEnd =
+            before_[at] == '\n' || (before_[at] == '\r' && before_.substr(at + 1, 1) != "\n");
+        position.line += isLineEnd ? 1 : 0;
+        if (isLineEnd)
+            position.column = 1;
+        else if (!isContinuation(before_[at]))
+            ++position.column;
+    }
+}
+
+std::string_view Mistake::openTag() const {
+    if (!isWithoutDocumentType(before_)) {
+        const auto begin = before_.rfind('<');
+        const auto end = before_.rfind('>');
+        const bool isOpen = begin != std::string_view::npos && (end == std::string_view::npos || end < begin);
+        return isOpen ? before_.substr(begin) : std::string_view();
+    }
+    const auto piece = lastPieceOf(before_);
+    const auto tag = before_.substr(piece.offset);
+    const bool isClosed = tag.ends_with('>') && openQuoteIn(tag) == std::string_view::npos;
+    return isTag(piece.kind) && !isClosed ? tag : std::string_view();
+}
+
 bool Mistake::boOtherKind() {
+    // Read as UTF-16, UTF-32 has a character that is no text beside each that is.
+    constexpr std::size_t beginning = 8;
+    if (xml_.getEncoding() == XmlEncoding::Utf16 &&
+        xml_.getText().substr(0, beginning).find('\0') != std::string_view::npos) {
+        finding_.place.position = {1, 1, 0};
+        vMessage("the file is UTF-32, which is not read");
+        vNote("save it as UTF-8");
+        return true;
+    }
     const auto kind = fileKindOf(xml_.getText());
     if (kind.empty() || kind == XmlKind)
         return false;
@@ -169,10 +241,22 @@ void Mistake::vNoElement() {
 }
 
 void Mistake::vUnclosedToken() {
+    constexpr std::string_view Cdata = "<![CDATA[";
+    constexpr std::string_view Instruction = "<?";
     if (after_.starts_with("<!--"))
         return vMessage("nothing closes this comment");
-    if (after_.starts_with("<![CDATA["))
+    if (after_.starts_with(Instruction)) {
+        const auto name = nameAt(after_.substr(Instruction.size()));
+        finding_.place.position.length = Instruction.size() + TextCursor::codePoints(name);
+        return vMessage("\"?>\" is missing: nothing closes " +
+                        sQuoted(after_.substr(0, Instruction.size() + name.size())));
+    }
+    // Of a section, the parser gives the end of the document.
+    const auto section = isWithoutDocumentType(before_) ? lastPieceOf(before_).offset : before_.rfind(Cdata);
+    if (section < before_.size() && before_.substr(section).starts_with(Cdata)) {
+        vPlace(section, Cdata.size());
         return vMessage("nothing closes this CDATA section");
+    }
     vMessage("the document ends in the middle of a tag");
 }
 
@@ -202,6 +286,23 @@ void Mistake::vJunk() {
 void Mistake::vDeclaration() {
     vMessage("\"<?xml\" is not at the very beginning of the file");
     vNote("remove what comes before it, blanks and empty lines too");
+}
+
+void Mistake::vDeclarationWrong() {
+    vMessage("the XML declaration is not written as it must be");
+    vNote("write <?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+}
+
+void Mistake::vEncodingUnknown() {
+    constexpr std::array<std::string_view, 4> Known{"UTF-8", "UTF-16", "ISO-8859-1", "US-ASCII"};
+    const auto written = declaredEncoding(xml_.getText());
+    if (!written.empty()) {
+        before_ = xml_.getText();
+        vPlace(static_cast<std::size_t>(written.data() - before_.data()), TextCursor::codePoints(written));
+        if (const auto nearest = nearestName(written, Known))
+            vNote("did you mean " + sQuoted(nearest->name) + "?");
+    }
+    vNote("these are read: " + sQuotedList({Known.begin(), Known.end()}));
 }
 
 void Mistake::vEncodingWrong() {
@@ -252,28 +353,48 @@ bool Mistake::boTagBegin() {
 }
 
 bool Mistake::boTag() {
-    const auto begin = before_.rfind('<');
-    const auto end = before_.rfind('>');
-    return begin != std::string_view::npos && (end == std::string_view::npos || end < begin) &&
-           boTagInside(before_.substr(begin));
+    const auto tag = openTag();
+    return !tag.empty() && boTagInside(tag);
+}
+
+/// A value that has a whole tag, or a line, in it was to end before.
+bool Mistake::boUnclosedValue(std::string_view tag) {
+    const auto quote = openQuoteIn(tag);
+    if (quote == std::string_view::npos || tag.find_first_of(">\r\n", quote) == std::string_view::npos)
+        return false;
+    const auto attribute = tag.substr(0, quote);
+    vPlace(before_.size() - tag.size() + quote, 1);
+    vMessage("nothing closes the value of " + sQuoted(nameBefore(attribute.substr(0, attribute.rfind('=')))));
+    return true;
 }
 
 /// "<" in a tag: in a value, or because the tag is not closed.
-bool Mistake::boValueSign() {
-    const auto sign = before_.substr(before_.rfind('<') + 1);
-    const auto quote = sign.find_first_of("\"'");
-    const bool isInValue = quote != std::string_view::npos && std::ranges::count(sign, sign[quote]) % 2 == 1;
-    vMessage(isInValue ? "\"<\" is not allowed in the value of an attribute"
-                       : "\">\" is missing: the tag of " + sQuoted(nameAt(sign)) +
-                             " is not closed before this \"<\"");
-    if (isInValue)
+bool Mistake::boValueSign(std::string_view tag) {
+    if (boUnclosedValue(tag))
+        return true;
+    if (openQuoteIn(tag) != std::string_view::npos) {
+        vMessage("\"<\" is not allowed in the value of an attribute");
         vNote("write \"&lt;\" for the character itself, or close the value before it");
+        return true;
+    }
+    const bool isEnd = tag.starts_with("</");
+    vMessage("\">\" is missing: the " + std::string(isEnd ? "end tag" : "tag") + " of " +
+             sQuoted(nameAt(tag.substr(isEnd ? 2 : 1))) + " is not closed before this \"<\"");
     return true;
 }
 
 bool Mistake::boTagInside(std::string_view tag) {
     if (after_.starts_with('<'))
-        return boValueSign();
+        return boValueSign(tag);
+    if (tag.size() > 2 && tag.ends_with('/')) {
+        vMessage("\">\" is missing after \"/\": the tag of " + sQuoted(nameAt(tag.substr(1))) +
+                 " is not closed");
+        return true;
+    }
+    if (tag.starts_with("</")) {
+        vMessage("nothing but \">\" can come after the name of an end tag");
+        return true;
+    }
     const auto last = tag.find_last_not_of(WhiteSpace);
     if (tag[last] == '=') {
         vMessage("the value of the attribute " + sQuoted(nameBefore(tag.substr(0, last))) +
@@ -333,12 +454,15 @@ constexpr std::array Explanations{
     Explanation{"duplicate attribute", &Mistake::vDuplicateAttribute},
     Explanation{"junk after document element", &Mistake::vJunk},
     Explanation{"XML or text declaration not at start of entity", &Mistake::vDeclaration},
+    Explanation{"XML declaration not well-formed", &Mistake::vDeclarationWrong},
     Explanation{"encoding specified in XML declaration is incorrect", &Mistake::vEncodingWrong},
 };
 
 } // namespace
 
 void vXmlMistakeExplain(Finding& finding, const XmlPositions& xml) {
+    if (finding.message.starts_with("the encoding \"") && finding.message.ends_with("\" is not supported"))
+        return Mistake(finding, xml).vEncodingUnknown();
     const auto* const found = std::ranges::find(Explanations, finding.message, &Explanation::reason);
     if (found == Explanations.end())
         return;

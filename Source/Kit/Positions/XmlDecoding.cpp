@@ -71,7 +71,8 @@ std::string sFromLatin1(std::string_view bytes) {
     return text;
 }
 
-/// The value of "encoding" in the XML declaration; empty when it says none.
+} // namespace
+
 std::string_view declaredEncoding(std::string_view bytes) {
     if (!bytes.starts_with("<?xml"))
         return {};
@@ -87,8 +88,6 @@ std::string_view declaredEncoding(std::string_view bytes) {
         return {};
     return declaration.substr(quote + 1, end - quote - 1);
 }
-
-} // namespace
 
 XmlEncoding encodingOf(std::string_view bytes) {
     if (bytes.size() < 2)

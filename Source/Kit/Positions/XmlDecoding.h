@@ -19,6 +19,9 @@ namespace kiv::kit {
 /// By the byte order mark, by the first character, or else by the XML declaration.
 KIV_EXPORT XmlEncoding encodingOf(std::string_view bytes);
 
+/// The value of "encoding" in the XML declaration that a text begins with; empty when it says none.
+KIV_EXPORT std::string_view declaredEncoding(std::string_view text);
+
 /// The text in UTF-8; a byte order mark stays.
 KIV_EXPORT std::string sDecoded(std::string_view bytes, XmlEncoding encoding);
 

@@ -18,6 +18,7 @@ namespace kiv::kit {
 
 inline constexpr std::string_view XmlKind = "an XML document";
 inline constexpr std::string_view ModelKind = "an IFC model";
+inline constexpr std::string_view ArchiveKind = "a ZIP archive";
 inline constexpr std::string_view SchemaKind = "an EXPRESS schema";
 
 /// Empty when it is not known.
@@ -27,7 +28,7 @@ constexpr std::string_view fileKindOf(std::string_view text) {
         std::string_view name;
     };
     constexpr Kind Kinds[] = {
-        {"%PDF-", "a PDF document"}, {"PK\x03\x04", "a ZIP archive"},
+        {"%PDF-", "a PDF document"}, {"PK\x03\x04", ArchiveKind},
         {"ISO-10303-21", ModelKind}, {"<!DOCTYPE html", "an HTML page"},
         {"<html", "an HTML page"},   {"<", XmlKind},
         {"SCHEMA", SchemaKind},      {"{", "a JSON document"},

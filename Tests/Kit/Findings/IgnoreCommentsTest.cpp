@@ -107,6 +107,19 @@ TEST(IgnoreComments, UnknownCodeAndMissingElementAreSaid) {
     EXPECT_EQ(last[0].notes[0].message, "no element follows the comment");
 }
 
+TEST(IgnoreComments, OneFindingHasAllCodesOfAComment) {
+    auto comments = ignores("<A><!-- kivifc: ignore T006 because of S001 --><B/>\n"
+                            "<!-- kivifc: ignore T007, G --><C/></A>");
+    EXPECT_TRUE(comments.boHide(at("T006", 1, 49)));
+    const auto unused = comments.unusedFindings();
+    ASSERT_THAT(unused, SizeIs(2));
+    EXPECT_EQ(unused[0].message, "the comment that ignores BECAUSE, OF or S001 hides nothing");
+    ASSERT_THAT(unused[0].notes, SizeIs(1));
+    EXPECT_EQ(unused[0].notes[0].message, "no rule has the code BECAUSE or OF");
+    EXPECT_EQ(unused[1].message, "the comment that ignores T007 or G hides nothing");
+    EXPECT_THAT(unused[1].notes, IsEmpty());
+}
+
 } // namespace
 
 } // namespace kiv::kit::test

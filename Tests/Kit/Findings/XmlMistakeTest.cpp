@@ -32,6 +32,7 @@ TEST_P(XmlMistake, IsOneFindingInPlainWords) {
 
 const std::string Invalid = " | the XML parser says: not well-formed (invalid token)";
 const std::string Amp = " | write \"&amp;\" for the character itself" + Invalid;
+const std::string Encodings = " | these are read: \"UTF-8\", \"UTF-16\", \"ISO-8859-1\" and \"US-ASCII\"";
 const std::string Less = " | write \"&lt;\" for the character itself" + Invalid;
 
 INSTANTIATE_TEST_SUITE_P(
@@ -80,8 +81,36 @@ INSTANTIATE_TEST_SUITE_P(
             "\"<?xml\" is not at the very beginning of the file | remove what comes before it, blanks and "
             "empty "
             "lines too | the XML parser says: XML or text declaration not at start of entity"},
-        Row{"<?xml version=\"1.0\" encoding=\"EBCDIC\"?><A/>", "1:1+0",
-            "the encoding \"EBCDIC\" is not supported"},
+        Row{"<?xml version=\"1.0\" encoding=\"EBCDIC\"?><A/>", "1:31+6",
+            "the encoding \"EBCDIC\" is not supported" + Encodings},
+        Row{"<?xml version=\"1.0\"\n encoding='utf8'?><A/>", "2:12+4",
+            "the encoding \"utf8\" is not supported | did you mean \"UTF-8\"?" + Encodings},
+        Row{"<?xml version=\"1.0\" encoding=\"UFT-8\"?><A/>", "1:31+5",
+            "the encoding \"UFT-8\" is not supported | did you mean \"UTF-8\"?" + Encodings},
+        Row{std::string("<\0\0\0A\0\0\0/\0\0\0>\0\0\0", 16), "1:1+0",
+            "the file is UTF-32, which is not read | save it as UTF-8" + Invalid},
+        Row{std::string("\xFF\xFE\0\0<\0\0\0A\0\0\0/\0\0\0>\0\0\0", 20), "1:1+0",
+            "the file is UTF-32, which is not read | save it as UTF-8" + Invalid},
+        Row{"<?xml version=\"1.0\">\n<A/>", "1:1+5",
+            "\"?>\" is missing: nothing closes \"<?xml\" | the XML parser says: unclosed token"},
+        Row{"\uFEFF<A b=c/>", "1:6+0", "the value of the attribute \"b\" is not in quotes" + Invalid},
+        Row{"\uFEFF<A>\n<B c=d/></A>", "2:6+0",
+            "the value of the attribute \"c\" is not in quotes" + Invalid},
+        Row{"\uFEFF", "1:1+0", "the file has nothing but blanks | the XML parser says: no element found"},
+        Row{"<A>\n <B c=\"x/>\n <D e=\"y\"/></A>", "2:7+1", "nothing closes the value of \"c\"" + Invalid},
+        Row{"<A>\r\n\u00E4<B c = 'x\"/>\r\n <D e='y'/></A>", "2:9+1",
+            "nothing closes the value of \"c\"" + Invalid},
+        Row{"<A b='>'><C d='>' <E/></A>", "1:19+0",
+            "\">\" is missing: the tag of \"C\" is not closed before this \"<\"" + Invalid},
+        Row{"<A><Name>x</Name\n<B/></A>", "2:1+0",
+            "\">\" is missing: the end tag of \"Name\" is not closed before this \"<\"" + Invalid},
+        Row{"<A></A b>", "1:8+0", "nothing but \">\" can come after the name of an end tag" + Invalid},
+        Row{std::string("\xFF\xFE<\0A\0 \0b\0=\0c\0/\0>\0", 18), "1:6+0",
+            "the value of the attribute \"b\" is not in quotes" + Invalid},
+        Row{"<A><B c='1'/\n</A>", "1:13+0",
+            "\">\" is missing after \"/\": the tag of \"B\" is not closed" + Invalid},
+        Row{"<A>\n<![CDATA[<![CDATA[x ]> </A>\n", "2:1+9",
+            "nothing closes this CDATA section | the XML parser says: unclosed CDATA section"},
         Row{"<A><!-- a", "1:4+0", "nothing closes this comment | the XML parser says: unclosed token"},
         Row{"<A><B c=\"", "1:4+0",
             "the document ends in the middle of a tag | the XML parser says: unclosed token"},

@@ -50,9 +50,10 @@ public:
             vJsonFindingsExpect();
         if (!isComplete)
             return vFailureShow(console);
-        const auto schema = schemaFileRead(options_.schemaPath, console.diagnostics);
+        std::vector<kit::Finding> reasons;
+        const auto schema = schemaFileRead(options_.schemaPath, console.diagnostics, reasons);
         if (!schema)
-            return vFailureShow(console);
+            return vFailureShow(console, reasons);
         const auto contexts =
             contextPaths(std::string(schema->schema->getName()), options_.paths, console.diagnostics);
         if (options_.isListing())
@@ -63,9 +64,9 @@ public:
 
 private:
     /// Programs get a document even when nothing could be done.
-    void vFailureShow(Console& console) const {
+    void vFailureShow(Console& console, const std::vector<kit::Finding>& reasons = {}) const {
         if (!options_.isListing())
-            vFindingsFailureShow(options_, console);
+            vFindingsFailureShow(options_, console, reasons);
     }
 
     CheckOptions options_;

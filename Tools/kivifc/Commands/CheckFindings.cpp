@@ -14,9 +14,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <thread>
 #include <unistd.h>
@@ -56,17 +58,26 @@ std::size_t threadsFor(const CheckOptions& options, std::size_t documents) {
     return documents < DocumentsForThreads ? 1 : std::max(std::thread::hardware_concurrency(), 1U);
 }
 
+/// What two paths to one document have in common. Standard input that is called like a file is what an editor
+/// has of it, and is read in its place; without such a name it is by itself, whatever files there are.
+std::string sDocumentKey(const std::string& path, const CheckOptions& options) {
+    if (path != StandardInputPath)
+        return kit::sPathKey(path);
+    return options.isStandardInputNamed() ? kit::sPathKey(options.standardInputName) : path;
+}
+
 /// Each document once, by the first path that leads to it, with its contexts.
-std::vector<CheckedPath> documentsOf(const std::vector<ContextPaths>& contexts, Diagnostics& diagnostics) {
+std::vector<CheckedPath> documentsOf(const std::vector<ContextPaths>& contexts, const CheckOptions& options,
+                                     Diagnostics& diagnostics) {
     std::vector<CheckedPath> list;
     std::unordered_map<std::string, std::size_t> known;
     for (const auto& context : contexts) {
         for (const auto& path : setPathsCollect(context.paths, diagnostics)) {
-            // There may be a file of that name, which is not meant.
-            const auto key = path == StandardInputPath ? path : kit::sPathKey(path);
-            const auto [place, isNew] = known.emplace(key, list.size());
+            const auto [place, isNew] = known.emplace(sDocumentKey(path, options), list.size());
             if (isNew)
                 list.push_back({path, {}});
+            else if (path == StandardInputPath)
+                list[place->second].path = path;
             list[place->second].contexts.push_back(context.context.name);
         }
     }
@@ -150,7 +161,7 @@ private:
 
     void vDocumentsCheck(const std::vector<ContextPaths>& contexts, const std::vector<SchemaFile>& others) {
         CheckRequest request(schema_, checkContext(schema_, others, options_));
-        request.documents = documentsOf(contexts, console_.diagnostics);
+        request.documents = documentsOf(contexts, options_, console_.diagnostics);
         request.standardInputName = options_.standardInputName;
         request.threads = threadsFor(options_, request.documents.size());
         request.selection = options_.selection();
@@ -176,12 +187,25 @@ private:
                 console_.diagnostics.vFail(options_.writtenBaselinePath, failure);
         }
         if (baseline_)
-            result_.counts.hidden = baselineHide(checked_.findings, *baseline_, result_.fixed);
+            result_.counts.hidden = baselineHide(checked_.findings, *baseline_, scope(), result_.fixed);
+    }
+
+    BaselineScope scope() const {
+        std::set<std::string_view> unreadable;
+        for (const auto& finding : checked_.findings) {
+            if (isUnreadable(finding))
+                unreadable.insert(finding.place.path);
+        }
+        BaselineScope scope{{schema_.path}, options_.selection()};
+        std::ranges::copy_if(checked_.paths, std::back_inserter(scope.paths),
+                             [&](const auto& path) { return !unreadable.contains(path); });
+        return scope;
     }
 
     void vDiffShow() {
         if (boDiffWrite(checked_.findings, checked_.texts, console_.output))
             console_.diagnostics.vFinding();
+        vFailingCheck();
         if (checked_.unreadable != 0)
             vUnreadableShow();
     }
@@ -194,15 +218,21 @@ private:
         }
     }
 
+    bool isInSchema(const kit::Finding& finding) const { return finding.place.path == schema_.path; }
+
     /// Who checks documents cannot mend the schema: of what is found in it, errors alone decide the status.
-    void vCount() {
+    void vFailingCheck() {
         const auto failing = options_.failingSeverity();
         for (const auto& finding : checked_.findings) {
-            const bool isInSchema = finding.place.path == schema_.path;
-            result_.counts.vAdd(finding, isInSchema);
-            if (failing && finding.severity >= (isInSchema ? kit::Severity::Error : *failing))
+            if (failing && finding.severity >= (isInSchema(finding) ? kit::Severity::Error : *failing))
                 console_.diagnostics.vFinding();
         }
+    }
+
+    void vCount() {
+        for (const auto& finding : checked_.findings)
+            result_.counts.vAdd(finding, isInSchema(finding));
+        vFailingCheck();
         result_.counts.documentsChecked = checked_.paths.size();
         result_.counts.documentsUnreadable = checked_.unreadable;
         if (checked_.unreadable != 0)
@@ -239,14 +269,19 @@ void vCheckFindings(const SchemaFile& schema, const std::vector<ContextPaths>& c
     FindingsShow(schema, options, console).vRun(contexts);
 }
 
-void vFindingsFailureShow(const CheckOptions& options, Console& console) {
+void vFindingsFailureShow(const CheckOptions& options, Console& console,
+                          const std::vector<kit::Finding>& reasons) {
     if (options.format == "text" || options.isListing())
         return;
     SourceLines sources;
     CheckResult result;
     result.failures = console.diagnostics.getFailures();
     const auto writer = pWriter(options, sources, console.output);
-    writer->vBegin({}, result);
+    for (const auto& reason : reasons)
+        result.counts.vAdd(reason, true);
+    writer->vBegin(reasons, result);
+    for (const auto& reason : reasons)
+        writer->vFindingWrite(reason);
     writer->vEnd(result);
 }
 

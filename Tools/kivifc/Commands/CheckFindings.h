@@ -8,6 +8,7 @@
 /// Errors:  reported.
 #pragma once
 
+#include "kiv/Kit/Findings/Finding.h"
 #include "kivifc/Commands/CheckOptions.h"
 #include "kivifc/Documents/SchemaFile.h"
 #include "kivifc/Documents/SchemaWithSets.h"
@@ -20,7 +21,8 @@ namespace kiv::kivifc {
 void vCheckFindings(const SchemaFile& schema, const std::vector<ContextPaths>& contexts,
                     const CheckOptions& options, Console& console);
 
-/// A document without findings, for forms that are one; what failed is in it.
-void vFindingsFailureShow(const CheckOptions& options, Console& console);
+/// A document of what failed, for forms that are one, with the reasons why a text has no schema.
+void vFindingsFailureShow(const CheckOptions& options, Console& console,
+                          const std::vector<kit::Finding>& reasons = {});
 
 } // namespace kiv::kivifc

@@ -29,21 +29,22 @@ auto ofOneFile(Findings& findings, std::size_t begin) {
 }
 
 /// Where a link leads to is replaced, not the link. Somebody may have changed the file since it was read.
-std::string sMended(const std::string& path, const std::string& before, const std::string& after) {
+std::string sMended(const std::string& path, const CheckedText& before, const std::string& after) {
     std::error_code error;
     const auto target = fs::canonical(path, error);
-    if (error || !fs::is_regular_file(target, error))
+    // Standard input may be called like a file, which is not what was checked.
+    if (!before.isFile || error || !fs::is_regular_file(target, error))
         return "only a file can be mended; --diff shows what would change";
-    if (textFileRead(target.native()).text != before)
+    if (textFileRead(target.native()).text != before.text)
         return "the file has changed while it was checked, and is left as it is";
     return sFileReplace(target, after);
 }
 
 /// Whether the findings of a file were mended; `isMended` gets which.
-bool boFileMend(std::span<const kit::Finding> findings, const std::string& before,
+bool boFileMend(std::span<const kit::Finding> findings, const CheckedText& before,
                 std::vector<bool>& isMended, Console& console) {
-    const auto fixed = fixedText(before, findings);
-    if (fixed.text == before)
+    const auto fixed = fixedText(before.text, findings);
+    if (fixed.text == before.text)
         return false;
     const auto& path = findings.front().place.path;
     if (const auto failure = sMended(path, before, fixed.text); !failure.empty()) {
@@ -58,7 +59,7 @@ bool boFileMend(std::span<const kit::Finding> findings, const std::string& befor
 
 } // namespace
 
-void vFindingsMend(std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts,
+void vFindingsMend(std::vector<kit::Finding>& findings, const std::map<std::string, CheckedText>& texts,
                    Console& console) {
     std::vector<kit::Finding> left;
     for (std::size_t begin = 0; begin < findings.size();) {
@@ -87,7 +88,7 @@ void vUnmendableNote(const std::vector<kit::Finding>& findings, const std::set<s
     }
 }
 
-bool boDiffWrite(const std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts,
+bool boDiffWrite(const std::vector<kit::Finding>& findings, const std::map<std::string, CheckedText>& texts,
                  Output& output) {
     bool isAny = false;
     for (std::size_t begin = 0; begin < findings.size();) {
@@ -97,7 +98,8 @@ bool boDiffWrite(const std::vector<kit::Finding>& findings, const std::map<std::
         const auto text = texts.find(path);
         if (text == texts.end())
             continue;
-        const auto diff = sUnifiedDiff(sOneLine(path), text->second, fixedText(text->second, file).text);
+        const auto diff =
+            sUnifiedDiff(sOneLine(path), text->second.text, fixedText(text->second.text, file).text);
         output.vWrite(diff);
         isAny = isAny || !diff.empty();
     }

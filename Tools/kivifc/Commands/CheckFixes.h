@@ -8,6 +8,7 @@
 #pragma once
 
 #include "kiv/Kit/Findings/Finding.h"
+#include "kivifc/Findings/CheckRun.h"
 #include "kivifc/Program/Program.h"
 
 #include <map>
@@ -19,7 +20,7 @@ namespace kiv::kivifc {
 
 /// The findings are in the order of their paths; `texts` has the documents as they were read. Everything that
 /// is not mended stays byte for byte. Findings that are mended are removed.
-void vFindingsMend(std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts,
+void vFindingsMend(std::vector<kit::Finding>& findings, const std::map<std::string, CheckedText>& texts,
                    Console& console);
 
 /// Says of documents that have findings and cannot be mended why that is so.
@@ -27,7 +28,7 @@ void vUnmendableNote(const std::vector<kit::Finding>& findings, const std::set<s
                      Console& console);
 
 /// Whether there is anything to mend.
-bool boDiffWrite(const std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts,
+bool boDiffWrite(const std::vector<kit::Finding>& findings, const std::map<std::string, CheckedText>& texts,
                  Output& output);
 
 } // namespace kiv::kivifc

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <fmt/format.h>
+#include <limits>
 #include <string_view>
 
 namespace kiv::kivifc {
@@ -120,7 +121,8 @@ void CheckOptions::vOutputAdd(CLI::App& app) {
         ->type_name("FILE");
     app.add_flag(
         "--warnings", hasWarnings,
-        "List the records and assertion reports as they were made, and the numbers of what was read");
+        "List the records and assertion reports as they were made, the numbers of what was read, and "
+        "the time that took");
     app.add_option("--color", colour, "Colour the text; auto does so on a terminal unless NO_COLOR is set")
         ->check(CLI::IsMember({"auto", "always", "never"}))
         ->capture_default_str();
@@ -129,7 +131,8 @@ void CheckOptions::vOutputAdd(CLI::App& app) {
     app.add_flag("--verbose", isVerbose, "Show what the library reports of correct documents too");
     app.add_option("--max-findings", findingsMax,
                    "Show up to N findings of each code; by default 50 in text and all elsewhere; 0 shows all")
-        ->type_name("N");
+        ->type_name("N")
+        ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""));
 }
 
 void CheckOptions::vChoiceAdd(CLI::App& app) {
@@ -187,6 +190,10 @@ bool CheckOptions::boComplete(Diagnostics& diagnostics) {
     };
     if (!boProjectRead(projectPath_, diagnostics, sTake))
         return false;
+    if (const auto conflict = sProjectConflict(); !conflict.empty()) {
+        diagnostics.vFail(projectPath_.empty() ? "kivifc.toml" : projectPath_, conflict);
+        return false;
+    }
     input_.vComplete(schemaPath, paths);
     return boInputCheck(diagnostics);
 }
@@ -219,25 +226,41 @@ std::string CheckOptions::sEntryTake(const ProjectFile& project, const ProjectEn
 
 void CheckOptions::vOptionTake(const std::string& name, const std::vector<std::string>& values) {
     auto* const option = app_->get_option(name);
-    if (isAmong(given_, option->get_name()))
+    const auto isGiven = [&](const CLI::Option* each) { return isAmong(given_, each->get_name()); };
+    if (isGiven(option) || std::ranges::any_of(option->get_excludes(), isGiven))
         return;
     for (const auto& value : values)
         option->add_result(value);
     option->run_callback();
 }
 
+/// On the command line they are refused before, and it wins over the file: then both are in the file.
+std::string CheckOptions::sProjectConflict() const {
+    if (isFix && isDiff)
+        return "\"fix\" and \"diff\" exclude each other";
+    if (isJson && format != "text")
+        return "\"json\" and \"format\" exclude each other";
+    return {};
+}
+
+std::string CheckOptions::sConflict() const {
+    if ((isFix || isDiff) && isListing())
+        return fmt::format("--{} goes with findings, not with --json, --warnings or a report",
+                           isFix ? "fix" : "diff");
+    if (isDiff && format != "text")
+        return fmt::format("--diff writes a patch, and does not go with --format {}", format);
+    return {};
+}
+
 bool CheckOptions::boInputCheck(Diagnostics& diagnostics) const {
+    auto failure = sConflict();
     if (schemaPath.empty())
-        diagnostics.vFail("command line", "FILE, the schema, is required; see kivifc check --help");
+        failure = "FILE, the schema, is required; see kivifc check --help";
     else if (paths.empty())
-        diagnostics.vFail("command line",
-                          "PATH, a set document or folder, is required; see kivifc check --help");
-    else if (isFix && isListing())
-        diagnostics.vFail("command line",
-                          "--fix goes with findings, not with --json, --warnings or a report");
-    else
-        return true;
-    return false;
+        failure = "PATH, a set document or folder, is required; see kivifc check --help";
+    if (!failure.empty())
+        diagnostics.vFail("command line", failure);
+    return failure.empty();
 }
 
 } // namespace kiv::kivifc

@@ -37,6 +37,9 @@ public:
     /// What everything that was read is asked for, instead of findings.
     bool isListing() const { return isJson || hasWarnings || format == "report"; }
 
+    /// Whether standard input is called something else than by default.
+    bool isStandardInputNamed() const { return standardInputName != UnnamedInput; }
+
     Selection selection() const;
 
     /// The least severity that fails the check; absent for none.
@@ -53,7 +56,7 @@ public:
     std::string colour = "auto";
     std::string baselinePath;
     std::string writtenBaselinePath;
-    std::string standardInputName = "<stdin>";
+    std::string standardInputName = UnnamedInput;
     /// Absent for what suits the format; 0 for all.
     std::optional<std::size_t> findingsMax;
     /// 0 for what suits the number of documents.
@@ -67,12 +70,17 @@ public:
     bool isDiff = false;
 
 private:
+    static constexpr const char* UnnamedInput = "<stdin>";
+
     void vInputAdd(CLI::App& app);
     void vOutputAdd(CLI::App& app);
     void vChoiceAdd(CLI::App& app);
     /// Why the entry cannot be used; empty when it was, or when the command line says otherwise.
     std::string sEntryTake(const ProjectFile& project, const ProjectEntry& entry);
     void vOptionTake(const std::string& name, const std::vector<std::string>& values);
+    /// Why what kivifc.toml says does not go together, or all options; empty when they do.
+    std::string sProjectConflict() const;
+    std::string sConflict() const;
     bool boInputCheck(Diagnostics& diagnostics) const;
 
     CLI::App* app_ = nullptr;

@@ -28,7 +28,8 @@ using ifc::def::schema::Entity;
 
 constexpr const char* Footer =
     "Numbers: the data types are those that the schema does not share; a type that others are built on\n"
-    "counts its WHERE rules once for each of them. The tree includes entities that no SUPERTYPE list names.\n"
+    "counts its WHERE rules once for each of them; the time differs from run to run. The tree includes\n"
+    "entities that no SUPERTYPE list names.\n"
     "\n"
     "What is wrong with the schema is listed below the numbers, as kivifc check lists it.\n"
     "\n"

@@ -38,6 +38,79 @@ LineHead lineHead(std::string_view line) {
     return {{}, end == std::string_view::npos ? line : ascii::trimmed(line.substr(0, end), " \t\"'")};
 }
 
+/// A line without its comment, and without the blanks around it.
+std::string_view withoutComment(std::string_view line) {
+    char quote = '\0';
+    for (std::size_t at = 0; at != line.size(); ++at) {
+        const char byte = line[at];
+        if (quote == '\0' && byte == '#')
+            return ascii::trimmed(line.substr(0, at), Blanks);
+        if (quote == '\0' && (byte == '"' || byte == '\''))
+            quote = byte;
+        else if (byte == quote)
+            quote = '\0';
+    }
+    return ascii::trimmed(line, Blanks);
+}
+
+/// Each list on the line on which it begins, with empty lines in place of its others: the reader of such
+/// files takes some lists of several lines for something else.
+class JoinedLists {
+public:
+    explicit JoinedLists(const std::string& text) {
+        std::istringstream stream(text);
+        std::string line;
+        for (std::size_t number = 1; openLine_ == 0 || !isUnclosed_; ++number) {
+            if (!std::getline(stream, line))
+                break;
+            if (openLine_ == 0)
+                vLineTake(line, number);
+            else
+                vContinue(line);
+        }
+    }
+
+    const std::string& getText() const { return text_; }
+    /// The line of a list that nothing closes; 0 when all are closed.
+    std::size_t getOpenLine() const { return openLine_; }
+
+private:
+    void vLineTake(const std::string& line, std::size_t number) {
+        const auto sign = line.find('=');
+        const bool isKey = sign != std::string::npos && !lineHead(line).key.empty();
+        const auto value =
+            isKey ? withoutComment(std::string_view(line).substr(sign + 1)) : std::string_view();
+        if (!value.starts_with('[') || value.ends_with(']')) {
+            text_ += line + '\n';
+            return;
+        }
+        openLine_ = number;
+        list_ = line.substr(0, sign + 1).append(value);
+        lineEnds_ = "\n";
+    }
+
+    void vContinue(std::string_view line) {
+        const auto rest = withoutComment(line);
+        // There are no lists of lists, so it is a section.
+        isUnclosed_ = rest.starts_with('[');
+        list_.append(rest);
+        lineEnds_ += '\n';
+        if (isUnclosed_ || !rest.ends_with(']'))
+            return;
+        list_.pop_back();
+        while (list_.ends_with(',') || list_.ends_with(' '))
+            list_.pop_back();
+        text_ += list_ + ']' + lineEnds_;
+        openLine_ = 0;
+    }
+
+    std::string text_;
+    std::string list_;
+    std::string lineEnds_;
+    std::size_t openLine_ = 0;
+    bool isUnclosed_ = false;
+};
+
 /// Where keys are: the reader of such files keeps no lines.
 class KeyLines {
 public:
@@ -59,6 +132,16 @@ public:
         const auto found = std::ranges::find_if(
             keys_, [&](const Key& each) { return each.section == section && each.key == key; });
         return found == keys_.end() ? 0 : found->line;
+    }
+
+    /// The first key that its section has already; its line is 0 when every key is there once.
+    ProjectFailure repeated() const {
+        std::set<std::pair<std::string_view, std::string_view>> known;
+        for (const auto& each : keys_) {
+            if (!known.emplace(each.section, each.key).second)
+                return {fmt::format("\"{}\" is there twice", each.key), each.line};
+        }
+        return {};
     }
 
 private:
@@ -84,8 +167,7 @@ bool isMark(const CLI::ConfigItem& item) {
     return item.name == "++" || item.name == "--";
 }
 
-ProjectFile projectOf(const std::string& path, const std::string& text) {
-    const KeyLines lines(text);
+ProjectFile projectOf(const std::string& path, const std::string& text, const KeyLines& lines) {
     std::istringstream stream(text);
     ProjectFile project{path, {}};
     for (const auto& item : CLI::ConfigTOML().from_config(stream)) {
@@ -93,16 +175,6 @@ ProjectFile projectOf(const std::string& path, const std::string& text) {
             project.entries.push_back(entryOf(item, lines));
     }
     return project;
-}
-
-/// What a key has twice, "PATH:LINE: ..."; empty when every key is there once.
-std::string sRepeated(const ProjectFile& project) {
-    std::set<std::pair<std::string_view, std::string_view>> keys;
-    for (const auto& entry : project.entries) {
-        if (!keys.emplace(entry.section, entry.key).second)
-            return fmt::format("\"{}\" is there twice", entry.key);
-    }
-    return {};
 }
 
 } // namespace
@@ -129,18 +201,24 @@ std::string sProjectFileFind() {
     return {};
 }
 
-std::optional<ProjectFile> projectFileRead(const std::string& path, std::string& failure) {
+std::optional<ProjectFile> projectFileRead(const std::string& path, ProjectFailure& failure) {
     const auto file = textFileRead(path);
-    failure = file.failure;
-    if (!failure.empty())
+    failure = {file.failure, 0};
+    if (!failure.reason.empty())
+        return std::nullopt;
+    const JoinedLists joined(file.text);
+    if (joined.getOpenLine() != 0) {
+        failure = {"nothing closes this list", joined.getOpenLine()};
+        return std::nullopt;
+    }
+    const KeyLines lines(joined.getText());
+    failure = lines.repeated();
+    if (failure.line != 0)
         return std::nullopt;
     try {
-        auto project = projectOf(path, file.text);
-        failure = sRepeated(project);
-        if (failure.empty())
-            return project;
+        return projectOf(path, joined.getText(), lines);
     } catch (const CLI::Error& error) {
-        failure = error.what();
+        failure.reason = error.what();
     }
     return std::nullopt;
 }

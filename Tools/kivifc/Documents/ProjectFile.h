@@ -10,7 +10,7 @@
 ///
 /// That file is found and read by
 ///
-///     std::string failure;
+///     ProjectFailure failure;
 ///     if (const auto path = sProjectFileFind(); !path.empty())
 ///         const auto project = projectFileRead(path, failure);
 ///
@@ -48,7 +48,13 @@ struct ProjectFile {
 /// the last one that is looked at. Empty when there is none.
 std::string sProjectFileFind();
 
-/// Absent when the file cannot be read or a line of it says nothing; `failure` says why, with the line.
-std::optional<ProjectFile> projectFileRead(const std::string& path, std::string& failure);
+struct ProjectFailure {
+    std::string reason;
+    /// From 1; 0 when it is about the whole file.
+    std::size_t line = 0;
+};
+
+/// Absent when the file cannot be read or a line of it says nothing; `failure` says why.
+std::optional<ProjectFile> projectFileRead(const std::string& path, ProjectFailure& failure);
 
 } // namespace kiv::kivifc

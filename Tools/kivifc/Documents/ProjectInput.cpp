@@ -73,17 +73,20 @@ bool boProjectRead(
     const auto found = path.empty() ? sProjectFileFind() : path;
     if (found.empty())
         return true;
-    std::string failure;
+    const auto vFail = [&](std::size_t line, const std::string& reason) {
+        diagnostics.vFail(line == 0 ? found : fmt::format("{}:{}", found, line), reason);
+    };
+    ProjectFailure failure;
     const auto project = projectFileRead(found, failure);
     if (!project) {
-        diagnostics.vFail(found, failure);
+        vFail(failure.line, failure.reason);
         return false;
     }
     return std::ranges::all_of(project->entries, [&](const ProjectEntry& entry) {
         const auto reason = sEntryTake(*project, entry);
         if (reason.empty())
             return true;
-        diagnostics.vFail(entry.line == 0 ? found : fmt::format("{}:{}", found, entry.line), reason);
+        vFail(entry.line, reason);
         return false;
     });
 }

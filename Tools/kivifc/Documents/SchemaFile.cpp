@@ -13,17 +13,22 @@ namespace kiv::kivifc {
 
 namespace {
 
-/// The likely reason why a text has no schema, where there is one.
-void vReasonNote(const kit::SchemaFile& file, Diagnostics& diagnostics) {
+/// The likely reasons why a text has no schema; none for a file without text.
+std::vector<kit::Finding> reasonsOf(const kit::SchemaFile& file) {
+    const auto kind = file.failure->kind;
+    if (kind != kit::FailureKind::NotASchema && kind != kit::FailureKind::Empty)
+        return {};
     // What was too large to be read is not read here either.
     constexpr std::size_t Looked = std::size_t{1} << 20U;
-    const auto begin = std::string_view(file.text).substr(0, Looked);
-    if (begin.empty())
-        return;
-    for (const auto& finding : kit::schemaFindingsOf(nullptr, {}, begin, file.path)) {
-        const auto& position = finding.place.position;
+    return kit::schemaFindingsOf(nullptr, {}, std::string_view(file.text).substr(0, Looked), file.path);
+}
+
+/// In a line of text a reason is worth reading that says what to do.
+void vReasonsNote(const std::vector<kit::Finding>& reasons, Diagnostics& diagnostics) {
+    for (const auto& finding : reasons) {
+        const auto& [path, position] = finding.place;
         for (const auto& note : finding.notes)
-            diagnostics.vNote(fmt::format("{}:{}:{}", file.path, position.line, position.column),
+            diagnostics.vNote(fmt::format("{}:{}:{}", path, position.line, position.column),
                               fmt::format("[{}] {}; {}", finding.code, finding.message, note.message));
     }
 }
@@ -31,11 +36,18 @@ void vReasonNote(const kit::SchemaFile& file, Diagnostics& diagnostics) {
 } // namespace
 
 std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics) {
+    std::vector<kit::Finding> reasons;
+    return schemaFileRead(path, diagnostics, reasons);
+}
+
+std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics,
+                                         std::vector<kit::Finding>& reasons) {
     const auto begin = std::chrono::steady_clock::now();
     auto file = kit::schemaFileRead(path, readingOptions());
     if (file.failure) {
         diagnostics.vFail(shownFailure(path, *file.failure));
-        vReasonNote(file, diagnostics);
+        reasons = reasonsOf(file);
+        vReasonsNote(reasons, diagnostics);
         return std::nullopt;
     }
     if (file.names.size() > 1)

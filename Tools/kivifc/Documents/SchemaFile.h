@@ -6,11 +6,13 @@
 #pragma once
 
 #include "kiv/Kit/Documents/SchemaFile.h"
+#include "kiv/Kit/Findings/Finding.h"
 #include "kivifc/Program/Diagnostics.h"
 
 #include <chrono>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kiv::kivifc {
 
@@ -23,5 +25,9 @@ struct SchemaFile : kit::SchemaFile {
 /// Reads a schema file. Of several schemas in one file the last is taken, and a note says so. Absent when the
 /// file has none; the reason goes to `diagnostics`.
 std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics);
+
+/// The same; `reasons` gets what is wrong with a text that has no schema.
+std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics,
+                                         std::vector<kit::Finding>& reasons);
 
 } // namespace kiv::kivifc

@@ -2,11 +2,13 @@
 
 #include "kivifc/Documents/Folder.h"
 #include "kivifc/Documents/TextFile.h"
-#include "kivifc/Findings/Selection.h"
 #include "kivifc/Json/Json.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fmt/format.h>
+#include <set>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -29,10 +31,40 @@ std::string sFolderOf(const std::string& path) {
     return absolutePath(path).parent_path().native();
 }
 
-BaselineKey keyOf(const kit::Finding& finding, const std::string& folder) {
-    const auto path = absolutePath(finding.place.path).lexically_proximate(folder);
-    return {path.generic_string(), std::string(finding.code), finding.subject, finding.message};
+std::string sListedPath(const std::string& path, const std::string& folder) {
+    return absolutePath(path).lexically_proximate(folder).generic_string();
 }
+
+BaselineKey keyOf(const kit::Finding& finding, const std::string& folder) {
+    return {sListedPath(finding.place.path, folder), std::string(finding.code), finding.subject,
+            finding.message};
+}
+
+/// Whether the rule compares documents: then a finding goes when the other document is not looked at.
+bool isAcrossDocuments(std::string_view code) {
+    return code.starts_with('X') || code == "G101" || code == "D003";
+}
+
+/// What of a baseline was looked for again.
+class Scope {
+public:
+    Scope(const BaselineScope& scope, const Baseline& baseline) : selection_(scope.selection) {
+        for (const auto& path : scope.paths)
+            paths_.insert(sListedPath(path, baseline.folder));
+        isWhole_ = std::ranges::all_of(baseline.findings,
+                                       [&](const auto& entry) { return paths_.contains(entry.first.path); });
+    }
+
+    bool boContains(const BaselineKey& key) const {
+        return paths_.contains(key.path) && isSelected(selection_, key.code) &&
+               (isWhole_ || !isAcrossDocuments(key.code));
+    }
+
+private:
+    const Selection& selection_;
+    std::set<std::string> paths_;
+    bool isWhole_ = false;
+};
 
 Json entryJson(const BaselineKey& key, std::size_t count) {
     Json json{{"path", key.path}, {"code", key.code}, {"subject", key.subject}, {"message", key.message}};
@@ -96,7 +128,7 @@ std::string sBaselineWrite(const std::string& path, const std::vector<kit::Findi
     return sFileReplace(fs::path(path), text);
 }
 
-std::size_t baselineHide(std::vector<kit::Finding>& findings, Baseline& baseline,
+std::size_t baselineHide(std::vector<kit::Finding>& findings, Baseline& baseline, const BaselineScope& scope,
                          std::vector<std::string>& fixed) {
     const auto isListed = [&](const kit::Finding& finding) {
         const auto entry = baseline.findings.find(keyOf(finding, baseline.folder));
@@ -106,7 +138,10 @@ std::size_t baselineHide(std::vector<kit::Finding>& findings, Baseline& baseline
         return true;
     };
     const auto hidden = std::erase_if(findings, isListed);
+    const Scope looked(scope, baseline);
     for (const auto& [key, count] : baseline.findings) {
+        if (!looked.boContains(key))
+            continue;
         for (std::size_t left = count; left > 0; --left)
             fixed.push_back(fmt::format("{}: {} [{}]", key.path, key.message, key.code));
     }

@@ -4,7 +4,7 @@
 ///     std::string failure;
 ///     std::vector<std::string> fixed;
 ///     if (auto baseline = baselineRead("kivifc-baseline.json", failure))
-///         baselineHide(findings, *baseline, fixed);
+///         baselineHide(findings, *baseline, {paths, selection}, fixed);
 ///
 /// A finding is known by its file, code, subject and message, so it stays known when its line moves. Paths in
 /// the file are relative to its folder.
@@ -15,6 +15,7 @@
 #pragma once
 
 #include "kiv/Kit/Findings/Finding.h"
+#include "kivifc/Findings/Selection.h"
 
 #include <compare>
 #include <cstddef>
@@ -48,9 +49,17 @@ std::optional<Baseline> baselineRead(const std::string& path, std::string& failu
 /// Writes these findings in place of what the file held. An empty text, or why that could not be done.
 std::string sBaselineWrite(const std::string& path, const std::vector<kit::Finding>& findings);
 
+/// What a check has looked at: only there is something fixed that it has not found again.
+struct BaselineScope {
+    /// Files that were read.
+    std::vector<std::string> paths;
+    /// The codes that were looked for.
+    Selection selection;
+};
+
 /// Removes the findings that the baseline lists, each as often as it lists it, and says how many they were.
-/// What it lists beyond them has been fixed. A file that cannot be read is never hidden.
-std::size_t baselineHide(std::vector<kit::Finding>& findings, Baseline& baseline,
+/// What it lists beyond them within the scope has been fixed. A file that cannot be read is never hidden.
+std::size_t baselineHide(std::vector<kit::Finding>& findings, Baseline& baseline, const BaselineScope& scope,
                          std::vector<std::string>& fixed);
 
 } // namespace kiv::kivifc

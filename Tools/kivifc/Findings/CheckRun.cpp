@@ -73,7 +73,8 @@ public:
         all_.unreadable += document.failure ? 1U : 0U;
         for (const auto& context : path.contexts)
             across_.vAdd(document, context);
-        if (document.positions)
+        // What its comments would have hidden is not known of a document that cannot be read.
+        if (document.positions && !document.failure)
             vIgnoresTake(document);
         vTextTake(checked, path);
         vFindingsTake(std::move(checked.findings));
@@ -116,7 +117,7 @@ private:
             sources_.vKeep(document.path, document.text);
         const auto hasEdits = [](const Finding& finding) { return !finding.edits.empty(); };
         if (request_.keepsTexts && std::ranges::any_of(checked.findings, hasEdits))
-            all_.texts.emplace(document.path, document.text);
+            all_.texts.emplace(document.path, CheckedText{document.text, path.path != StandardInputPath});
         const bool isUtf8 =
             !document.positions || document.positions->getEncoding() == kit::XmlEncoding::Utf8;
         if (request_.keepsTexts && !isUtf8)

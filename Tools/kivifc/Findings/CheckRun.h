@@ -53,6 +53,13 @@ struct CheckRequest {
     std::function<void(std::size_t)> onProgress;
 };
 
+/// A document as it was read.
+struct CheckedText {
+    std::string text;
+    /// Whether its path is that of the file it was read from; standard input only has a name.
+    bool isFile = true;
+};
+
 struct CheckedDocuments {
     /// Those that are chosen, in the order of paths, lines, columns and codes.
     std::vector<kit::Finding> findings;
@@ -61,7 +68,7 @@ struct CheckedDocuments {
     std::size_t unreadable = 0;
     ifc::def::xml::XmlSetsErrors errors;
     /// By path.
-    std::map<std::string, std::string> texts;
+    std::map<std::string, CheckedText> texts;
     /// The paths of documents that are read and cannot be mended, as they are not UTF-8; known where texts
     /// are kept.
     std::set<std::string> unmendable;

@@ -85,6 +85,8 @@ public:
     void vEnd(const CheckResult& result) override {
         for (const auto& [subject, reason] : result.failures)
             output_.vWrite(fmt::format("::error::{}: {}\n", sData(subject), sData(reason)));
+        for (const auto& fixed : result.fixed)
+            output_.vWrite(fmt::format("::notice::fixed since the baseline: {}\n", sData(fixed)));
         for (const auto& [code, count] : result.omitted)
             output_.vWrite(fmt::format("::notice::... and {} more [{}]\n", count, code));
         // Where not even a document was looked at, there is nothing to sum up.

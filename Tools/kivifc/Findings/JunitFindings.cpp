@@ -97,6 +97,7 @@ public:
         for (const auto& [subject, reason] : result.failures)
             output_.vWrite(fmt::format("    {}>\n      <error message=\"{}\"/>\n    </testcase>\n",
                                        sCase(subject), sXml(sOneLine(reason))));
+        vFixedWrite(result);
         output_.vWrite("  </testsuite>\n</testsuites>\n");
     }
 
@@ -113,6 +114,15 @@ private:
         output_.vWrite(fmt::format("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites {0}>\n"
                                    "  <testsuite name=\"kivifc check\" {0}>\n",
                                    counts));
+    }
+
+    void vFixedWrite(const CheckResult& result) {
+        if (result.fixed.empty())
+            return;
+        output_.vWrite("    <system-out>");
+        for (const auto& fixed : result.fixed)
+            output_.vWrite(fmt::format("fixed since the baseline: {}\n", sXml(sOneLine(fixed))));
+        output_.vWrite("</system-out>\n");
     }
 
     void vCaseEnd() {

@@ -184,6 +184,9 @@ private:
         for (const auto& [subject, reason] : result.failures)
             notifications.push_back(
                 {{"level", "error"}, {"message", textJson(fmt::format("{}: {}", subject, reason))}});
+        for (const auto& fixed : result.fixed)
+            notifications.push_back(
+                {{"level", "note"}, {"message", textJson("fixed since the baseline: " + fixed)}});
         const bool isSuccessful = result.failures.empty() && result.counts.documentsUnreadable == 0;
         return {{"executionSuccessful", isSuccessful},
                 {"toolExecutionNotifications", std::move(notifications)}};

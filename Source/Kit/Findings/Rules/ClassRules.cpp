@@ -56,7 +56,14 @@ private:
     void vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity);
     void vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
                      const schema::DataTypeEnum& legal);
+    static const schema::DataTypeEnum* pPredefinedTypes(const schema::Entity& entity);
+    static bool boIsPredefinedType(const schema::Entity& entity, std::string_view type);
+    std::string_view nearestTypeNoted(FindingDraft& draft, std::string_view type,
+                                      const schema::DataTypeEnum& legal);
     void vUnknownCheck(const ClassOutline& item);
+    void vTodayNote(FindingDraft& draft, const ClassOutline& item, const ClassText& text,
+                    const std::string& saying);
+    std::string sWithSlash(std::string_view name) const;
     bool boIsBlank(const ClassOutline& item);
     bool boIsOlderSpelling(const ClassOutline& item);
     void vUnknownAdd(const ClassOutline& item);
@@ -158,6 +165,11 @@ void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& en
     vRepeatedCheck(item, entity);
     if (!item.predefinedType.empty())
         vPredefinedTypeCheck(item, entity);
+    else if (trimmed(item.text).ends_with('/'))
+        add("C008", item,
+            "nothing comes after \"/\" in " + sQuoted(trimmed(item.text)) +
+                ", where a predefined type belongs")
+            .vSeverity(Severity::Warning);
     checked_.emplace_back(&entity, &item);
 }
 
@@ -190,6 +202,27 @@ void ClassCheck::vSupertypesCheck() {
     }
 }
 
+/// Null when the entity has none.
+const schema::DataTypeEnum* ClassCheck::pPredefinedTypes(const schema::Entity& entity) {
+    const auto* attribute = entity.pAttributeFromNameUpper("PREDEFINEDTYPE", true);
+    const auto* type = attribute ? schema::Type::pFrom(attribute->pFirstType()) : nullptr;
+    return type ? dynamic_cast<const schema::DataTypeEnum*>(type->pDataType()) : nullptr;
+}
+
+bool ClassCheck::boIsPredefinedType(const schema::Entity& entity, std::string_view type) {
+    const auto* legal = pPredefinedTypes(entity);
+    return legal && legal->boContains(type);
+}
+
+/// The nearest of the predefined types, which becomes a note; empty when none is near.
+std::string_view ClassCheck::nearestTypeNoted(FindingDraft& draft, std::string_view type,
+                                              const schema::DataTypeEnum& legal) {
+    const auto nearest = names_.nearestOf(type, {legal.getItems().begin(), legal.getItems().end()});
+    if (!nearest.empty())
+        draft.vNote("did you mean " + sQuoted(nearest) + "?");
+    return nearest;
+}
+
 void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity) {
     const auto* attribute = entity.pAttributeFromNameUpper("PREDEFINEDTYPE", true);
     if (!attribute) {
@@ -201,8 +234,7 @@ void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::En
             draft.vNote(std::string(other->getName()) + " is an entity of its own");
         return;
     }
-    const auto* type = schema::Type::pFrom(attribute->pFirstType());
-    const auto* legal = type ? dynamic_cast<const schema::DataTypeEnum*>(type->pDataType()) : nullptr;
+    const auto* legal = pPredefinedTypes(entity);
     if (!legal) {
         mistyped_.insert(&item);
         add("C009", item,
@@ -221,9 +253,7 @@ void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& ent
     auto& draft =
         add("C008", item,
             sQuoted(item.predefinedType) + " is no predefined type of " + std::string(entity.getName()));
-    const auto nearest = names_.nearestOf(item.predefinedType, items);
-    if (!nearest.empty())
-        draft.vNote("did you mean " + sQuoted(nearest) + "?");
+    const auto nearest = nearestTypeNoted(draft, item.predefinedType, legal);
     constexpr std::size_t maxShown = 40;
     draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
                 sQuotedList(items, maxShown));
@@ -255,41 +285,74 @@ bool ClassCheck::boIsBlank(const ClassOutline& item) {
     return true;
 }
 
+/// What an older spelling is today. It is mended only where both of its names are right.
+void ClassCheck::vTodayNote(FindingDraft& draft, const ClassOutline& item, const ClassText& text,
+                            const std::string& saying) {
+    const auto* entity = pEntityOf(text.name);
+    if (!entity) {
+        draft.vNote(names_.sSchema() + " has no entity " + sQuoted(text.name));
+        names_.vNearestNote(draft, text.name, SchemaNames::Entities);
+        return;
+    }
+    if (!text.predefinedType.empty() && !boIsPredefinedType(*entity, text.predefinedType)) {
+        draft.vNote(sQuoted(text.predefinedType) + " is no predefined type of " +
+                    std::string(entity->getName()));
+        if (const auto* legal = pPredefinedTypes(*entity))
+            nearestTypeNoted(draft, text.predefinedType, *legal);
+        return;
+    }
+    std::string mended(entity->getName());
+    if (!text.predefinedType.empty())
+        mended.append("/").append(text.predefinedType);
+    draft.vNote(saying + sQuoted(mended)).vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
+}
+
 bool ClassCheck::boIsOlderSpelling(const ClassOutline& item) {
     const auto clean = trimmed(item.text);
     const auto mark = std::min(clean.find('/'), clean.size());
+    const auto domain = clean.substr(0, mark);
     const auto inDomain =
-        isDomainName(clean.substr(0, mark)) ? classTextOf(clean.substr(mark + 1)) : std::nullopt;
-    const auto* entity = inDomain ? pEntityOf(inDomain->name) : nullptr;
-    if (entity) {
-        std::string mended(entity->getName());
-        if (!inDomain->predefinedType.empty())
-            mended.append("/").append(inDomain->predefinedType);
-        add("C011", item, sQuoted(clean) + " is the older spelling DOMAIN/Class")
-            .vNote("the class is written without its domain now: " + sQuoted(mended))
-            .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
+        isDomainName(domain) && mark != clean.size() ? classTextOf(clean.substr(mark + 1)) : std::nullopt;
+    // What does not begin like a class is a predefined type, and the class is one whose name ends so.
+    if (inDomain && sUpperCase(inDomain->name).starts_with("IFC")) {
+        auto& draft = add("C011", item, sQuoted(clean) + " is the older spelling DOMAIN/Class");
+        vTodayNote(draft, item, *inDomain, "the class is written without its domain now: ");
         return true;
     }
     const auto text = classTextOf(clean);
     if (!text || text->spelling != ClassSpelling::WithAttribute)
         return false;
     auto& draft = add("C012", item, sQuoted(clean) + " is the older spelling Class.PredefinedType=\"X\"");
-    entity = pEntityOf(text->name);
-    std::string mended(entity ? entity->getName() : text->name);
-    mended.append("/").append(text->predefinedType);
-    draft.vNote("today it is written " + sQuoted(mended));
-    if (entity)
-        draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
+    vTodayNote(draft, item, *text, "today it is written ");
     return true;
+}
+
+/// "IfcDoor/DOOR" for "IfcDoor.DOOR" and "IfcDoor.PredefinedType=DOOR"; empty for anything else.
+std::string ClassCheck::sWithSlash(std::string_view name) const {
+    const auto point = name.find('.');
+    const auto* entity =
+        point == std::string_view::npos ? nullptr : pEntityOf(trimmed(name.substr(0, point)));
+    if (!entity)
+        return {};
+    const auto type = trimmed(name.substr(name.find_last_of(".=") + 1));
+    return boIsPredefinedType(*entity, type) ? std::string(entity->getName()).append("/").append(type)
+                                             : std::string();
 }
 
 void ClassCheck::vUnknownAdd(const ClassOutline& item) {
     const auto name = trimmed(item.name);
+    if (name.empty()) {
+        add("C001", item,
+            "nothing is before \"/\" in " + sQuoted(trimmed(item.text)) + ", where a class belongs");
+        return;
+    }
     auto& draft = add("C001", item, names_.sSchema() + " has no entity " + sQuoted(name));
     if (const auto* other = names_.pOtherWith(name))
         draft.vNote(other->name + " has it");
     else if (name.find_first_of(",;| ") != std::string_view::npos)
         draft.vNote("each \"ClassName\" names one class");
+    else if (const auto today = sWithSlash(name); !today.empty())
+        draft.vNote("write it as " + sQuoted(today));
     else
         names_.vNearestNote(draft, name, SchemaNames::Entities);
 }

@@ -25,6 +25,11 @@ XmlIndex placeOf(XmlIndex definition, XmlIndex name, XmlIndex whole) {
     return name != NoXmlElement ? name : whole;
 }
 
+/// Without a name, which is another mistake, what it is says enough.
+std::string sNamed(std::string_view what, std::string_view name) {
+    return std::string(what) + (trimmed(name).empty() ? "" : " " + sQuoted(name));
+}
+
 } // namespace
 
 void vDocumentationCheck(RuleRun& run) {
@@ -33,12 +38,12 @@ void vDocumentationCheck(RuleRun& run) {
         return;
     if (!boHasText(run, outline.definition) && !run.boMisspelt(0, "Definition"))
         run.add("D001", placeOf(outline.definition, outline.name, 0),
-                "the set " + sQuoted(outline.setName()) + " has no definition");
-    const std::string kind = outline.kind == SetKind::PropertySet ? "the property " : "the quantity ";
+                sNamed("the set", outline.setName()) + " has no definition");
+    const std::string kind = outline.kind == SetKind::PropertySet ? "the property" : "the quantity";
     for (const auto& member : outline.members) {
         if (!boHasText(run, member.definition) && !run.boMisspelt(member.element, "Definition"))
             run.add("D002", placeOf(member.definition, member.name, member.element),
-                    kind + sQuoted(outline.memberName(member)) + " has no definition");
+                    sNamed(kind, outline.memberName(member)) + " has no definition");
     }
 }
 

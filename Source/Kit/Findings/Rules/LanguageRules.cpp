@@ -4,6 +4,7 @@
 #include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -167,15 +168,29 @@ std::vector<std::string_view> partsOf(std::string_view tag) {
     return parts;
 }
 
-/// From a part of one character on: extensions, or what is for private use. Each has parts of its own.
+bool isPrivateUse(std::string_view part) {
+    return part == "x" || part == "X";
+}
+
+/// From a part of one character on: extensions, each of which has parts of its own, and then what is for
+/// private use, whose parts may be of one character.
 bool isExtensions(const std::vector<std::string_view>& parts, std::size_t first) {
     bool isOpen = false;
     for (auto i = first; i != parts.size(); ++i) {
-        if (parts[i].size() == 1 && isOpen && parts[first] != "x")
+        if (parts[i].size() == 1 && isOpen)
             return false;
+        if (isPrivateUse(parts[i]))
+            return i + 1 != parts.size();
         isOpen = parts[i].size() == 1;
     }
     return !isOpen;
+}
+
+/// Tags that were registered before there was a form for them, and that do not have it; those that begin with
+/// "i-" are recognised by it.
+bool isIrregular(std::string_view tag) {
+    return std::ranges::any_of(std::array{"en-GB-oed", "sgn-BE-FR", "sgn-BE-NL", "sgn-CH-DE"},
+                               [&](std::string_view known) { return isEqualIgnoringCase(tag, known); });
 }
 
 /// langtag = language ["-" script] ["-" region] *("-" variant) *("-" extension) ["-" privateuse]
@@ -187,13 +202,15 @@ bool isLanguageTag(std::string_view tag) {
     constexpr std::size_t longestTag = 100;
     if (tag.size() > longestTag)
         return false;
+    if (isIrregular(tag))
+        return true;
     const auto parts = partsOf(tag);
     const auto isPart = [](std::string_view part) {
         return !part.empty() && part.size() <= 8 && isAlphanumeric(part);
     };
     if (!std::ranges::all_of(parts, isPart))
         return false;
-    if (parts[0] == "x" || parts[0] == "X" || parts[0] == "i")
+    if (isPrivateUse(parts[0]) || parts[0] == "i" || parts[0] == "I")
         return parts.size() > 1;
     if (parts[0].size() < 2 || parts[0].size() > 3 || !isLetters(parts[0]))
         return false;

@@ -2,9 +2,10 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
-#include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/Utf8.h"
 
-#include <map>
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -225,40 +226,96 @@ std::string_view memberWord(const SetOutline& outline) {
     return outline.kind == SetKind::QuantitySet ? "quantity" : "property";
 }
 
-/// Where blanks other than single ones are inside a name; npos when there are none.
-bool boStrayBlanks(std::string_view name) {
-    if (name.find_first_of("\t\r\n") != std::string_view::npos || name.find("  ") != std::string_view::npos)
-        return true;
-    for (const auto blank : {"\xC2\xA0", "\xE2\x80\x8B", "\xE2\x80\xAF", "\xEF\xBB\xBF", "\xE3\x80\x80"}) {
-        if (name.find(blank) != std::string_view::npos)
-            return true;
-    }
-    return false;
+/// What does not belong inside a name.
+struct Stray {
+    std::size_t offset = std::string_view::npos;
+    std::size_t size = 0;
+    /// "U+202E" for what cannot be seen; empty for blanks.
+    std::string_view code;
+};
+
+std::string sContains(const Stray& stray) {
+    return stray.code.empty() ? " contains blanks that do not belong there"
+                              : " contains the invisible character " + std::string(stray.code);
 }
 
-/// What turns the direction of writing or ends a line, and shows nothing of its own.
+/// Line ends and tabs, several blanks in a row, and blanks that are no space.
+Stray strayBlanksIn(std::string_view name) {
+    constexpr std::string_view Blanks[] = {"\t",       "\r",           "\n",          "  ",
+                                           "\xC2\xA0", "\xE2\x80\xAF", "\xE3\x80\x80"};
+    Stray first;
+    for (const auto blank : Blanks) {
+        if (const auto offset = name.find(blank); offset < first.offset)
+            first = {offset, blank.size(), {}};
+    }
+    return first;
+}
+
+/// What turns the direction of writing or ends a line, and what shows nothing of its own.
 constexpr std::pair<std::string_view, std::string_view> InvisibleMarks[] = {
-    {"\xD8\x9C", "U+061C"},     {"\xE2\x80\x8E", "U+200E"}, {"\xE2\x80\x8F", "U+200F"},
+    {"\xD8\x9C", "U+061C"},     {"\xE2\x80\x8B", "U+200B"}, {"\xE2\x80\x8C", "U+200C"},
+    {"\xE2\x80\x8D", "U+200D"}, {"\xE2\x80\x8E", "U+200E"}, {"\xE2\x80\x8F", "U+200F"},
     {"\xE2\x80\xA8", "U+2028"}, {"\xE2\x80\xA9", "U+2029"}, {"\xE2\x80\xAA", "U+202A"},
     {"\xE2\x80\xAB", "U+202B"}, {"\xE2\x80\xAC", "U+202C"}, {"\xE2\x80\xAD", "U+202D"},
-    {"\xE2\x80\xAE", "U+202E"}, {"\xE2\x81\xA6", "U+2066"}, {"\xE2\x81\xA7", "U+2067"},
-    {"\xE2\x81\xA8", "U+2068"}, {"\xE2\x81\xA9", "U+2069"}};
+    {"\xE2\x80\xAE", "U+202E"}, {"\xE2\x81\xA0", "U+2060"}, {"\xE2\x81\xA6", "U+2066"},
+    {"\xE2\x81\xA7", "U+2067"}, {"\xE2\x81\xA8", "U+2068"}, {"\xE2\x81\xA9", "U+2069"},
+    {"\xC2\xAD", "U+00AD"},     {"\xEF\xBB\xBF", "U+FEFF"}};
 
-/// "U+202E"; empty when there is none in the name.
-std::string_view invisibleMarkIn(std::string_view name) {
-    for (const auto& [bytes, code] : InvisibleMarks) {
-        if (name.find(bytes) != std::string_view::npos)
-            return code;
-    }
-    return {};
+bool isAscii(std::string_view text) {
+    return std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-/// What does not belong inside a name, for a message; empty when all does.
-std::string sStrayIn(std::string_view name) {
-    if (boStrayBlanks(name))
-        return " contains blanks that do not belong there";
-    const auto mark = invisibleMarkIn(name);
-    return mark.empty() ? std::string() : " contains the invisible character " + std::string(mark);
+/// Joiners belong between the letters of several scripts; none of those is ASCII.
+bool isJoiner(std::string_view mark, std::string_view name) {
+    return (mark == "\xE2\x80\x8C" || mark == "\xE2\x80\x8D") &&
+           !isAscii(name.substr(name.find(mark) + mark.size(), 1));
+}
+
+/// The first thing that does not belong inside the name; its offset is npos when all does.
+Stray strayIn(std::string_view name) {
+    auto first = strayBlanksIn(name);
+    // In ASCII, which most names are, there is no such mark.
+    if (isAscii(name))
+        return first;
+    for (const auto& [mark, code] : InvisibleMarks) {
+        if (const auto offset = name.find(mark); offset < first.offset && !isJoiner(mark, name))
+            first = {offset, mark.size(), code};
+    }
+    return first;
+}
+
+/// Moves a finding from the beginning of a text to a part of it, where that is on the same line.
+void vPartPlace(FindingDraft& draft, const XmlText& text, std::string_view whole, std::string_view part) {
+    const auto begin = whole.find(text.value);
+    // With references in the text, its columns are not those of the value.
+    if (!text.bytes.isKnown() || begin == std::string_view::npos)
+        return;
+    const auto offset = static_cast<std::size_t>(part.data() - whole.data());
+    const bool isBefore = offset < begin;
+    const auto between =
+        isBefore ? whole.substr(offset, begin - offset) : whole.substr(begin, offset - begin);
+    part = part.substr(0, part.find('\n', 1));
+    if (between.find('\n') != std::string_view::npos || part.starts_with('\n'))
+        return;
+    auto& position = draft.finding.place.position;
+    position.column = isBefore ? text.position.column - codePointsIn(between)
+                               : text.position.column + codePointsIn(between);
+    position.length = codePointsIn(part);
+}
+
+/// A name with white space around it.
+void vBlanksAroundAdd(RuleRun& run, XmlIndex name, std::string_view what) {
+    const auto& element = run.xml.getElement(name);
+    const auto whole = element.text;
+    const auto trimmed = trimmedBlanks(whole);
+    const auto begin = static_cast<std::size_t>(trimmed.data() - whole.data());
+    const bool isAtEnd = begin == 0;
+    auto& draft = run.addAtText("N004", name,
+                                "the name of the " + std::string(what) + " " + sQuoted(trimmed) + " " +
+                                    (isAtEnd ? "ends" : "begins") + " with white space")
+                      .vEdit(untrimmedBytes(element), trimmed);
+    vPartPlace(draft, element.trimmedText, whole,
+               isAtEnd ? whole.substr(trimmed.size()) : whole.substr(0, begin));
 }
 
 void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
@@ -267,15 +324,14 @@ void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
     // A comment in place of the text is another mistake.
     if (trimmed.empty() || element.isTextHidden)
         return;
-    if (trimmed.size() != element.text.size()) {
-        const auto side = element.text.starts_with(trimmed) ? "ends" : "begins";
-        run.addAtText("N004", name,
-                      "the name of the " + std::string(what) + " " + sQuoted(trimmed) + " " + side +
-                          " with white space")
-            .vEdit(untrimmedBytes(element), trimmed);
-    } else if (const auto stray = sStrayIn(trimmed); !stray.empty()) {
-        run.addAtText("N005", name, "the name of the " + std::string(what) + " " + sQuoted(trimmed) + stray);
-    }
+    if (trimmed.size() != element.text.size())
+        return vBlanksAroundAdd(run, name, what);
+    const auto stray = strayIn(trimmed);
+    if (stray.offset == std::string_view::npos)
+        return;
+    auto& draft = run.addAtText(
+        "N005", name, "the name of the " + std::string(what) + " " + sQuoted(trimmed) + sContains(stray));
+    vPartPlace(draft, element.trimmedText, element.text, trimmed.substr(stray.offset, stray.size));
 }
 
 void vSetNameCheck(RuleRun& run) {
@@ -321,9 +377,10 @@ void vEnumerationNameCheck(RuleRun& run, XmlIndex enumeration) {
         run.addAtValue("N004", enumeration, *attribute,
                        "the name of the enumeration " + sQuoted(trimmed) + " has white space around it")
             .vEdit(attribute->value.bytes, trimmed);
-    else if (const auto stray = sStrayIn(name); !stray.empty())
-        run.addAtValue("N005", enumeration, *attribute,
-                       "the name of the enumeration " + sQuoted(name) + stray);
+    else if (const auto stray = strayIn(name); stray.offset != std::string_view::npos)
+        vPartPlace(run.addAtValue("N005", enumeration, *attribute,
+                                  "the name of the enumeration " + sQuoted(name) + sContains(stray)),
+                   attribute->value, name, name.substr(stray.offset, stray.size));
 }
 
 /// The members of one owner, by name.

@@ -54,13 +54,17 @@ constexpr std::string_view Capitals = "keywords are found in capitals only";
 
 NothingReason noSchemaReason(const SchemaRun& run) {
     const auto& headers = run.positions.schemas;
+    // What is no text looks like UTF-16 where it has zeros.
+    const auto kind = otherKindOf(run.text);
+    if (kind == ArchiveKind)
+        return {"the file is " + std::string(kind), remedyFor(kind)};
     if (run.positions.encoding == ExpressEncoding::Utf16)
         return {"the text is UTF-16", "save it as UTF-8"};
     if (run.positions.hasReturnsOnly)
         return {"its lines end with carriage returns alone", "end them with line feeds"};
     if (run.text.empty())
         return {"the file is empty", {}};
-    if (const auto kind = otherKindOf(run.text); !kind.empty())
+    if (!kind.empty())
         return {"the file is " + std::string(kind), remedyFor(kind)};
     if (headers.empty())
         return {"no line has the keyword SCHEMA", {}};

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <limits>
 #include <span>
 
 namespace kiv::kit {
@@ -76,6 +77,29 @@ std::string sUnitNameOf(std::string_view measure) {
     return std::string(quantity).append(UnitEnd);
 }
 
+/// The exponent of a number, within a hundred million: "e+400" is 400.
+std::int64_t exponentOf(std::string_view text) {
+    constexpr std::int64_t most = 100'000'000;
+    const auto digits = unsignedPart(text);
+    std::int64_t exponent = 0;
+    for (const char digit : digits)
+        exponent = std::min(exponent * 10 + (digit - '0'), most);
+    return text.starts_with('-') ? -exponent : exponent;
+}
+
+/// For digits that are a number and out of the range of a double: whether it is a very large one, or one very
+/// near to zero.
+bool isVeryLarge(std::string_view digits) {
+    const auto mark = std::min(digits.find_first_of("eE"), digits.size());
+    const auto mantissa = digits.substr(0, mark);
+    const auto point = std::min(mantissa.find('.'), mantissa.size());
+    const auto first = mantissa.find_first_not_of("0.");
+    if (first == std::string_view::npos)
+        return false;
+    const auto exponent = mark == digits.size() ? 0 : exponentOf(digits.substr(mark + 1));
+    return static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first) + exponent > 0;
+}
+
 } // namespace
 
 std::optional<double> numberOf(std::string_view text) {
@@ -88,6 +112,8 @@ std::optional<double> numberOf(std::string_view text) {
     const auto result = std::from_chars(digits.data(), end, number);
     if (result.ptr != end || result.ec == std::errc::invalid_argument)
         return std::nullopt;
+    if (result.ec == std::errc::result_out_of_range)
+        number = isVeryLarge(digits) ? std::numeric_limits<double>::infinity() : 0;
     return text.front() == '-' ? -number : number;
 }
 

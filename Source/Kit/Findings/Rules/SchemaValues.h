@@ -34,7 +34,7 @@ ValueFit fitOf(std::string_view value, const ifc::def::schema::DataTypeBase& typ
 /// What such values are, for a message: "a number", "an integer". Empty where `fitOf` does not know.
 std::string sValuesOf(const ifc::def::schema::DataTypeBase& type);
 
-/// The text as a number; absent when it is none.
+/// The text as a number; absent when it is none. One that is too large for a double is infinite.
 std::optional<double> numberOf(std::string_view text);
 
 /// The units that a schema names, and the measures that they belong to by their names: LENGTHUNIT is that of

@@ -132,6 +132,9 @@ INSTANTIATE_TEST_SUITE_P(
         {"on an entity without",
          sClasses({"IfcDoor/GATE"}),
          {"3:31+12 error C009 IfcDoor has no predefined types, so \"GATE\" is none of them" + NoneOnEntity}},
+        {"nothing after the slash",
+         sClasses({"IfcWall/"}),
+         {"3:31+8 warning C008 nothing comes after \"/\" in \"IfcWall/\", where a predefined type belongs"}},
         {"older spelling of the domain",
          sClasses({"IFCSHAREDBLDGELEMENTS/IfcWall"}),
          {"3:31+29 error C011 \"IFCSHAREDBLDGELEMENTS/IfcWall\" is the older spelling DOMAIN/Class | "
@@ -142,7 +145,51 @@ INSTANTIATE_TEST_SUITE_P(
          {"3:31+34 error C012 \"IfcWall.PredefinedType=\"SOLIDWALL\"\" is the older spelling "
           "Class.PredefinedType=\"X\" | today it is written \"IfcWall/SOLIDWALL\"" +
           Unknown}},
+        {"older spelling of the domain, with an unknown class",
+         sClasses({"IFCSHAREDBLDGELEMENTS/IfcWal"}),
+         {"3:31+28 error C011 \"IFCSHAREDBLDGELEMENTS/IfcWal\" is the older spelling DOMAIN/Class | "
+          "IFC4 has no entity \"IfcWal\" | did you mean \"IfcWall\"?" +
+          Unknown}},
+        {"older spelling of the predefined type, with an unknown class",
+         sClasses({"IfcWal.PredefinedType=\"SOLIDWALL\""}),
+         {"3:31+33 error C012 \"IfcWal.PredefinedType=\"SOLIDWALL\"\" is the older spelling "
+          "Class.PredefinedType=\"X\" | IFC4 has no entity \"IfcWal\" | did you mean \"IfcWall\"?" +
+          Unknown}},
+        {"older spelling of an unknown predefined type",
+         sClasses({"IfcWall.PredefinedType=\"SOLIDWAL\""}),
+         {"3:31+33 error C012 \"IfcWall.PredefinedType=\"SOLIDWAL\"\" is the older spelling "
+          "Class.PredefinedType=\"X\" | \"SOLIDWAL\" is no predefined type of IfcWall | did you mean "
+          "\"SOLIDWALL\"?" +
+          Unknown}},
+        {"a point in place of the slash",
+         sClasses({"IfcWall.SOLIDWALL"}),
+         {"3:31+17 error C001 IFC4 has no entity \"IfcWall.SOLIDWALL\" | write it as \"IfcWall/SOLIDWALL\"" +
+          Unknown}},
+        {"an older spelling without quotes",
+         sClasses({"IfcWall.PredefinedType=SOLIDWALL"}),
+         {"3:31+32 error C001 IFC4 has no entity \"IfcWall.PredefinedType=SOLIDWALL\" | write it as "
+          "\"IfcWall/SOLIDWALL\"" +
+          Unknown}},
+        {"no class before the slash",
+         sClasses({"/SOLIDWALL"}),
+         {"3:31+10 error C001 nothing is before \"/\" in \"/SOLIDWALL\", where a class belongs" + Unknown}},
     }));
+
+TEST(ClassRules, OlderSpellingsAreMendedOnlyWhereBothNamesAreRight) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"IFCSHAREDBLDGELEMENTS/IfcWall/SOLIDWALL", "IfcWall/SOLIDWALL"},
+        {"IfcWall.PredefinedType=\"SOLIDWALL\"", "IfcWall/SOLIDWALL"},
+        {"IFCSHAREDBLDGELEMENTS/IfcWall", "IfcWall"},
+        {"IFCSHAREDBLDGELEMENTS/IfcWal", nullptr},
+        {"IfcWal.PredefinedType=\"SOLIDWALL\"", nullptr},
+        {"IfcWall.PredefinedType=\"SOLIDWAL\"", nullptr},
+        {"IfcWall.SOLIDWALL", nullptr},
+    };
+    for (const auto& [name, mended] : rows) {
+        const auto text = sClasses({name});
+        EXPECT_EQ(test::sMended(text), mended ? sClasses({mended}) : text) << name;
+    }
+}
 
 TEST(ClassRules, FindsWhiteSpaceThatBecomesAPartOfTheName) {
     const auto lines = test::findingLines(sClasses({"\nIfcWall\n"}));

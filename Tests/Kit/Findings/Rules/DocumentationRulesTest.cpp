@@ -38,6 +38,18 @@ TEST(DocumentationRules, FindsAMemberWithoutDefinition) {
                 ElementsAre("6:2+10 note D002 the quantity \"P\" has no definition"));
 }
 
+TEST(DocumentationRules, LeavesOutNamesThatAreEmpty) {
+    EXPECT_THAT(
+        test::findingLines("<QtoSetDef>\n<IfcVersion version=\"IFC4\"/><Name/>\n"
+                           "<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n"
+                           "<QtoDefs><QtoDef><Name> </Name><QtoType>Q_AREA</QtoType></QtoDef></QtoDefs>"
+                           "</QtoSetDef>\n"),
+        ElementsAre("2:30+4 note D001 the set has no definition",
+                    "2:30+4 error N001 the name of the set is empty",
+                    "4:19+4 note D002 the quantity has no definition",
+                    "4:19+4 error N002 the name of the quantity is empty"));
+}
+
 TEST(DocumentationRules, AcceptsDefinitions) {
     EXPECT_THAT(test::findingLines(sSetOf(Text, Text)), IsEmpty());
 }

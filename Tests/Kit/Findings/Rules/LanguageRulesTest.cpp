@@ -28,16 +28,34 @@ std::string alias(std::string_view language, std::string_view text = "t") {
 }
 
 TEST(LanguageRulesTest, LanguageTagsAreRight) {
-    for (const std::string_view tag :
-         {"de", "deu", "de-AT", "es-419", "zh-Hans", "zh-Hans-CN", "sl-rozaj-biske", "de-1996", "de-CH-1996",
-          "zh-cmn-Hans-CN", "en-u-ca-gregory", "de-x-mine", "x-mine", "ja-JP"})
+    for (const std::string_view tag : {"de",
+                                       "deu",
+                                       "de-AT",
+                                       "es-419",
+                                       "zh-Hans",
+                                       "zh-Hans-CN",
+                                       "sl-rozaj-biske",
+                                       "de-1996",
+                                       "de-CH-1996",
+                                       "zh-cmn-Hans-CN",
+                                       "en-u-ca-gregory",
+                                       "de-x-mine",
+                                       "x-mine",
+                                       "ja-JP",
+                                       "en-GB-oed",
+                                       "EN-gb-OED",
+                                       "sgn-BE-FR",
+                                       "i-klingon",
+                                       "en-a-bbb-x-a",
+                                       "de-x-a-b",
+                                       "de-u-ca-gregory-t-fr-x-1"})
         EXPECT_THAT(findingLines(setWith(alias(tag))), IsEmpty()) << tag;
 }
 
 TEST(LanguageRulesTest, OtherTextsAreFound) {
-    for (const std::string_view tag :
-         {"english", "abcd", "German (Austria)", "d", "de-", "-de", "de--AT", "d\xC3\xA9", "de-A",
-          "abcdefghi", "de-AT-DE", "1de", "de-Latn-Latn", "x"})
+    for (const std::string_view tag : {"english", "abcd", "German (Austria)", "d", "de-", "-de", "de--AT",
+                                       "d\xC3\xA9", "de-A", "abcdefghi", "de-AT-DE", "1de", "de-Latn-Latn",
+                                       "x", "en-a-x-b", "en-a-bbb-x", "en-a-b-ccc", "en-GB-oe"})
         EXPECT_EQ(findingLines(setWith(alias(tag))).size(), 1) << tag;
 }
 

@@ -53,8 +53,8 @@ TEST(NameRulesTest, BlanksAroundNamesAreMended) {
                                                                                              "C</Name>"));
     EXPECT_THAT(findingLines(text),
                 ElementsAre("3:3+1 warning N004 the name of the set \"A\" begins with white space",
-                            "6:15+1 warning N004 the name of the quantity \"B\" ends with white space",
-                            "7:15+2 warning N004 the name of the quantity \"C\" begins with white space"));
+                            "6:16+1 warning N004 the name of the quantity \"B\" ends with white space",
+                            "7:15+1 warning N004 the name of the quantity \"C\" begins with white space"));
     EXPECT_THAT(findingLines(test::sMended(text)), IsEmpty());
     EXPECT_THAT(test::sMended(text), testing::HasSubstr("<Name>A</Name>"));
 }
@@ -73,6 +73,33 @@ TEST(NameRulesTest, StrayBlanksAreFound) {
         EXPECT_THAT(lines[0], testing::HasSubstr("warning N005 ")) << name;
     }
     EXPECT_THAT(findingLines(setWith("<Name>A B</Name>")), IsEmpty());
+}
+
+TEST(NameRulesTest, StrayCharactersAreNamedAndShown) {
+    struct Row {
+        std::string name;
+        std::string place;
+        std::string what;
+    };
+    const std::string blanks = "blanks that do not belong there";
+    const Row rows[] = {
+        {"AB  C", "2:9+2", blanks},
+        {"\u00E4B\u00A0C", "2:9+1", blanks},
+        {"AB\u200BC\u202E", "2:9+1", "the invisible character U+200B"},
+        {"A\u2060B", "2:8+1", "the invisible character U+2060"},
+        {"A\u00ADB", "2:8+1", "the invisible character U+00AD"},
+        {"A\uFEFFB", "2:8+1", "the invisible character U+FEFF"},
+        {"A\u200DB", "2:8+1", "the invisible character U+200D"},
+        {"A\u202EB  C", "2:8+1", "the invisible character U+202E"},
+    };
+    for (const auto& row : rows) {
+        const auto lines = findingLines(setWith("<Name>" + row.name + "</Name>"));
+        ASSERT_EQ(lines.size(), 1) << row.name;
+        EXPECT_THAT(lines[0], testing::StartsWith(row.place + " warning N005 ")) << row.name;
+        EXPECT_THAT(lines[0], testing::EndsWith(" contains " + row.what)) << row.name;
+    }
+    // Between letters that are joined, or kept from it, such a character is right.
+    EXPECT_THAT(findingLines(setWith("<Name>\u0645\u06CC\u200C\u062E\u0648</Name>")), IsEmpty());
 }
 
 TEST(NameRulesTest, TwoMembersOfOneNameAreFound) {

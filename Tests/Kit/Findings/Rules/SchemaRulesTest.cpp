@@ -94,6 +94,7 @@ TEST(SchemaFindings, OtherKindsOfFilesAreNamed) {
     const std::pair<std::string, std::string> rows[] = {
         {"%PDF-1.7\n", "a PDF document"},
         {"PK\x03\x04zip", "a ZIP archive"},
+        {std::string("PK\x03\x04\x14\0\0\0\x08\0", 10), "a ZIP archive"},
         {"\n<!DOCTYPE html><p>", "an HTML page"},
         {"<html>SCHEMA", "an HTML page"},
         {"<?xml version='1.0'?><a/>", "an XML document"},

@@ -206,6 +206,18 @@ INSTANTIATE_TEST_SUITE_P(
          sBounded("IfcReal", "2", "1.5"),
          {"5:66+1 warning T014 the lower bound \"2\" is above the upper bound \"1.5\""
           " | the upper bound is here @5:94"}},
+        {"an upper bound out of range", sBounded("IfcReal", "0.5", "1e400"), {}},
+        {"a lower bound out of range", sBounded("IfcReal", "-1e999", "-5"), {}},
+        {"digits out of range", sBounded("IfcReal", "0.5", "1" + std::string(400, '0')), {}},
+        {"a very small bound", sBounded("IfcReal", "0." + std::string(400, '0') + "1", "0.5"), {}},
+        {"swapped bounds out of range",
+         sBounded("IfcReal", "1E+400", "2.5"),
+         {"5:66+6 warning T014 the lower bound \"1E+400\" is above the upper bound \"2.5\""
+          " | the upper bound is here @5:99"}},
+        {"swapped bounds near to zero",
+         sBounded("IfcReal", "0.5", "1e-99999999999999999999"),
+         {"5:66+3 warning T014 the lower bound \"0.5\" is above the upper bound \"1e-99999999999999999999\""
+          " | the upper bound is here @5:96"}},
         {"equal bounds", sBounded("IfcReal", "1.0", "1"), {}},
         {"an unknown bound", sBounded("IfcReal", "0", "?"), {}},
         {"the name of the type where no bound is known", sBounded("IfcReal", "IfcReal", "IfcReal"), {}},

@@ -152,6 +152,11 @@ TEST_F(CheckSet, CommentThatHidesNothingIsANote) {
     EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "K"}).out, "no findings in 1 document\n");
 }
 
+TEST_F(CheckSet, CommentOfADocumentThatCannotBeReadIsNoFinding) {
+    folder_.sWrite("Set.xml", "<!-- kivifc: ignore T001 -->\n<PropertySetDef>\n");
+    EXPECT_THAT(run({"Building.exp", "Set.xml"}).out, Not(HasSubstr("K001")));
+}
+
 TEST_F(CheckSet, BaselineHidesWhatItListsAndSaysWhatIsFixed) {
     EXPECT_EQ(classesRun({"--write-baseline", "known.json"}).status, 1);
     const auto hidden = classesRun({"--baseline", "known.json"});
@@ -164,6 +169,27 @@ TEST_F(CheckSet, BaselineHidesWhatItListsAndSaysWhatIsFixed) {
     const auto fixed = classesRun({"--baseline", "known.json"});
     EXPECT_THAT(fixed.out, StartsWith("fixed since the baseline: Set.xml: "));
     EXPECT_THAT(fixed.out, HasSubstr(" [C001]\nno findings in 1 document\n"));
+}
+
+TEST_F(CheckSet, BaselineSaysNothingOfWhatWasNotLookedAt) {
+    folder_.sWrite("Other.xml", sSet("Pset_Other"));
+    run({"Building.exp", "Set.xml", "Other.xml", "--select", "C001", "--write-baseline", "known.json"});
+    EXPECT_EQ(classesRun({"--baseline", "known.json"}).out,
+              "no findings in 1 document; 1 hidden by the baseline\n");
+    EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "T", "--baseline", "known.json"}).out,
+              "no findings in 1 document\n");
+    folder_.sWrite("Set.xml", "<PropertySetDef>");
+    EXPECT_THAT(classesRun({"--baseline", "known.json"}).out, Not(HasSubstr("fixed")));
+}
+
+TEST_F(CheckSet, EveryFormatSaysWhatIsFixed) {
+    classesRun({"--write-baseline", "known.json"});
+    fs::copy_file(KIVIFC_SAMPLES "/Sets/Pset_BldWall.xml", folder_.sPath("Set.xml"),
+                  fs::copy_options::overwrite_existing);
+    for (const auto* format : {"text", "github", "sarif", "junit"})
+        EXPECT_THAT(classesRun({"--baseline", "known.json", "--format", format}).out,
+                    HasSubstr("fixed since the baseline: Set.xml: "))
+            << format;
 }
 
 TEST_F(CheckSet, BadBaselineIsRefusedBeforeAnythingIsShown) {
@@ -265,6 +291,29 @@ TEST_F(CheckSet, JsonIsADocumentEvenWhenTheJobFails) {
     }
 }
 
+TEST_F(CheckSet, ProgramsAreGivenWhyThereIsNoSchema) {
+    folder_.sWrite("No.exp", "<schema/>\n");
+    const auto document = json::parse(run({"No.exp", "Set.xml", "--format", "json"}).out);
+    ASSERT_EQ(document["findings"].size(), 1U);
+    EXPECT_EQ(document["findings"][0]["code"], "E001");
+    EXPECT_EQ(document["findings"][0]["path"], "No.exp");
+    EXPECT_EQ(document["findings"][0]["message"], "no schema was found: the file is an XML document");
+    EXPECT_EQ(document["summary"]["errors"], 1);
+    EXPECT_EQ(document["failures"].size(), 1U);
+    const auto validation = validated(KIVIFC_SOURCES "/Findings/check.schema.json", document.dump());
+    if (!validation.isLeftOut) {
+        EXPECT_TRUE(validation.isValid) << validation.text;
+    }
+    for (const auto* format : {"sarif", "github", "junit"}) {
+        const auto ended = run({"No.exp", "Set.xml", "--format", format});
+        EXPECT_EQ(ended.status, 2) << format;
+        EXPECT_THAT(ended.out, HasSubstr("no schema was found: the file is an XML document")) << format;
+    }
+    // What is a schema in part is none of these.
+    folder_.sWrite("No.exp", "SCHEMA A;\nTYPE B = SELECT\n (C,\n");
+    EXPECT_THAT(json::parse(run({"No.exp", "Set.xml", "--format", "json"}).out)["findings"], IsEmpty());
+}
+
 TEST_F(CheckSet, StandardInputHasTheNameThatItIsGiven) {
     const auto named = run({"Building.exp", "-", "--select", "C001", "--stdin-filename", "Sets/New.xml"},
                            {.input = sSet("Pset_Test")});
@@ -353,6 +402,13 @@ TEST_F(CheckSet, FaultsOfTheProjectFileHaveTheirLine) {
         {"[contexts]\noffice = \"\"\n",
          "kivifc: kivifc.toml:2: \"office\" is empty, where a path is expected\n"},
         {"[severity]\nT001 = \"grave\"\n", "kivifc: kivifc.toml:2: "},
+        {"max-findings = -3\n", "kivifc: kivifc.toml:1: --max-findings: Value -3 not in range "},
+        {"fix = true\ndiff = true\n", "kivifc: kivifc.toml: \"fix\" and \"diff\" exclude each other\n"},
+        {"json = true\nformat = \"sarif\"\n",
+         "kivifc: kivifc.toml: \"json\" and \"format\" exclude each other\n"},
+        {"select = \"T\"\nformat = \"text\"\nselect = \"C\"\n",
+         "kivifc: kivifc.toml:3: \"select\" is there twice\n"},
+        {"select = [\n", "kivifc: kivifc.toml:1: nothing closes this list\n"},
     };
     for (const auto& [text, line] : rows) {
         folder_.sWrite("kivifc.toml", text);
@@ -416,6 +472,65 @@ TEST_F(CheckFindings, DiffShowsWhatFixWouldDo) {
     EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011", "--diff"}).out, "");
 }
 
+TEST_F(CheckFindings, DiffFailsForWhatItCannotMend) {
+    folder_.sWrite("Set.xml", sSet("Pset_Test"));
+    const std::vector<std::string> arguments{"Building.exp", "Set.xml", "--select", "C001", "--diff"};
+    const auto diff = run(arguments);
+    EXPECT_EQ(diff.status, 1);
+    EXPECT_EQ(diff.out, "");
+    auto never = arguments;
+    never.insert(never.end(), {"--fail-on", "never"});
+    EXPECT_EQ(run(never).status, 0);
+}
+
+TEST_F(CheckFindings, DiffAndFixGoWithFindingsAsText) {
+    const auto path = folder_.sWrite("Set.xml", Mendable);
+    struct Row {
+        std::vector<std::string> arguments;
+        std::string failure;
+    };
+    const Row rows[] = {
+        {{"--diff", "--json"}, "kivifc: command line: --diff goes with findings, not with --json"},
+        {{"--diff", "--warnings"}, "kivifc: command line: --diff goes with findings, not with --json"},
+        {{"--diff", "--format", "report"},
+         "kivifc: command line: --diff goes with findings, not with --json"},
+        {{"--diff", "--format", "github"},
+         "kivifc: command line: --diff writes a patch, and does not go with --format github\n"},
+        {{"--fix", "--json"}, "kivifc: command line: --fix goes with findings, not with --json"},
+    };
+    for (const auto& row : rows) {
+        auto arguments = row.arguments;
+        arguments.insert(arguments.begin(), {"Building.exp", "Set.xml"});
+        const auto refused = run(arguments);
+        EXPECT_EQ(refused.status, 2) << testing::PrintToString(row.arguments);
+        EXPECT_THAT(refused.err, StartsWith(row.failure));
+    }
+    EXPECT_EQ(sFileText(path), Mendable);
+    // JSON is a document all the same.
+    const auto document = run({"Building.exp", "Set.xml", "--diff", "--format", "json"});
+    EXPECT_EQ(document.status, 2);
+    EXPECT_TRUE(json::accept(document.out)) << document.out;
+}
+
+TEST_F(CheckFindings, CommandLineWinsOverWhatTheFileSaysOtherwise) {
+    const auto path = folder_.sWrite("Set.xml", Mendable);
+    folder_.sWrite("kivifc.toml", "fix = true\nselect = \"S011\"\n");
+    EXPECT_THAT(run({"Building.exp", "Set.xml", "--diff"}).out, StartsWith("--- Set.xml\n"));
+    EXPECT_EQ(sFileText(path), Mendable);
+    folder_.sWrite("kivifc.toml", "format = \"sarif\"\n");
+    const auto everything = run({"Building.exp", "Set.xml", "--json"}).out;
+    EXPECT_TRUE(json::accept(everything));
+    EXPECT_THAT(everything, Not(HasSubstr("\"runs\"")));
+}
+
+TEST_F(CheckSet, NumberOfFindingsIsNotNegative) {
+    const auto refused = run({"Building.exp", "Set.xml", "--max-findings", "-1"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(refused.out, "");
+    EXPECT_THAT(refused.err, HasSubstr("--max-findings: Value -1 not in range 0 to "));
+    EXPECT_THAT(classesRun({"--max-findings", "0"}).out, HasSubstr("[C001]"));
+}
+
 TEST_F(CheckFindings, FixSaysThatItLeavesWhatIsNotUtf8) {
     const std::string latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + std::string(Mendable);
     const auto path = folder_.sWrite("Set.xml", latin);
@@ -433,6 +548,23 @@ TEST_F(CheckFindings, StandardInputIsNotMended) {
     const auto fixed = run({"Building.exp", "-", "--select", "S011", "--fix"}, {.input = Mendable});
     EXPECT_EQ(fixed.status, 2);
     EXPECT_THAT(fixed.err, HasSubstr("only a file can be mended; --diff shows what would change"));
+}
+
+TEST_F(CheckFindings, StandardInputThatIsCalledLikeAFileIsNotThatFile) {
+    const auto path = folder_.sWrite("Set.xml", Mendable);
+    const std::vector<std::string> arguments{"Building.exp", "-",        "--stdin-filename",
+                                             "Set.xml",      "--select", "S011"};
+    auto fixing = arguments;
+    fixing.push_back("--fix");
+    const auto fixed = run(fixing, {.input = Mendable});
+    EXPECT_EQ(fixed.status, 2);
+    EXPECT_THAT(fixed.err, HasSubstr("only a file can be mended; --diff shows what would change"));
+    EXPECT_EQ(sFileText(path), Mendable);
+    // Beside the file it is read in its place.
+    auto both = arguments;
+    both.insert(both.begin() + 1, "./Set.xml");
+    const auto once = run(both, {.input = Mended});
+    EXPECT_EQ(once.out, "no findings in 1 document\n");
 }
 
 TEST_F(CheckFindings, ThreadsChangeNothingOfTheOutput) {

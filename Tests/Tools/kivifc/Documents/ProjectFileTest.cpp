@@ -22,9 +22,9 @@ TEST(ProjectFile, KeysHaveTheirSectionsValuesAndLines) {
                                                    "office = \"Office\"\n"
                                                    "[severity]\n"
                                                    "T001 = \"warning\"\n");
-    std::string failure;
+    ProjectFailure failure;
     const auto project = projectFileRead(path, failure);
-    ASSERT_TRUE(project) << failure;
+    ASSERT_TRUE(project) << failure.reason;
     ASSERT_EQ(project->entries.size(), 5U);
     const auto& entries = project->entries;
     EXPECT_EQ(entries[0].key, "schema");
@@ -49,11 +49,56 @@ TEST(ProjectFile, PathsAreRelativeToTheFile) {
     EXPECT_EQ((ProjectFile{"kivifc.toml", {}}.sPath("Sets")), "Sets");
 }
 
+TEST(ProjectFile, ListsMayHaveSeveralLines) {
+    const TemporaryFolder folder;
+    const auto path = folder.sWrite("kivifc.toml", "sets = [\n"
+                                                   "  \"Sets\", # ours\r\n"
+                                                   "  \"More\",\n"
+                                                   "]\n"
+                                                   "also = [\"A.exp\",\n"
+                                                   "\n"
+                                                   "  \"B.exp\"] # both\n"
+                                                   "select = \"T\"\n");
+    ProjectFailure failure;
+    const auto project = projectFileRead(path, failure);
+    ASSERT_TRUE(project) << failure.reason;
+    ASSERT_EQ(project->entries.size(), 3U);
+    EXPECT_EQ(project->entries[0].line, 1U);
+    EXPECT_THAT(project->entries[0].values, ElementsAre("Sets", "More"));
+    EXPECT_EQ(project->entries[1].line, 5U);
+    EXPECT_THAT(project->entries[1].values, ElementsAre("A.exp", "B.exp"));
+    EXPECT_EQ(project->entries[2].line, 8U);
+}
+
+TEST(ProjectFile, FaultsHaveTheirLine) {
+    struct Row {
+        std::string text;
+        std::string reason;
+        std::size_t line;
+    };
+    const Row rows[] = {
+        {"sets = \"a\"\nselect = \"T\"\nsets = \"b\"\n", "\"sets\" is there twice", 3},
+        {"sets = \"a\"\nsets = \"b\"\n", "\"sets\" is there twice", 2},
+        {"[severity]\nT = \"note\"\nS = \"note\"\nT = \"error\"\n", "\"T\" is there twice", 4},
+        {"\nsets = [\n", "nothing closes this list", 2},
+        {"sets = [\"a\",\nselect = \"T\"\n", "nothing closes this list", 1},
+        {"sets = [\"a\"\n[severity]\nT = \"note\"\n", "nothing closes this list", 1},
+        {"sets = [\"a\" # ]\n", "nothing closes this list", 1},
+    };
+    for (const auto& row : rows) {
+        const TemporaryFolder folder;
+        ProjectFailure failure;
+        EXPECT_FALSE(projectFileRead(folder.sWrite("kivifc.toml", row.text), failure)) << row.text;
+        EXPECT_EQ(failure.reason, row.reason) << row.text;
+        EXPECT_EQ(failure.line, row.line) << row.text;
+    }
+}
+
 TEST(ProjectFile, FileThatCannotBeReadIsAFailure) {
     const TemporaryFolder folder;
-    std::string failure;
+    ProjectFailure failure;
     EXPECT_FALSE(projectFileRead(folder.sPath("none.toml"), failure));
-    EXPECT_EQ(failure, "No such file or directory");
+    EXPECT_EQ(failure.reason, "No such file or directory");
 }
 
 } // namespace

@@ -41,10 +41,38 @@ TEST_F(BaselineFile, HidesEachFindingAsOftenAsItIsListedWhateverItsLine) {
                                        finding(document_, 15)};
     auto baseline = read();
     std::vector<std::string> fixed;
-    EXPECT_EQ(baselineHide(findings, baseline, fixed), 2U);
+    EXPECT_EQ(baselineHide(findings, baseline, {{document_}, {}}, fixed), 2U);
     ASSERT_EQ(findings.size(), 1U);
     EXPECT_EQ(findings[0].place.position.line, 15U);
     EXPECT_THAT(fixed, ElementsAre("Sets/a.xml: n [C001]"));
+}
+
+TEST_F(BaselineFile, NothingIsFixedWhereNobodyLooked) {
+    const auto other = folder_.sPath("Sets/b.xml");
+    const auto across = sampleFinding("X001", Severity::Error, "x", {3, 1, 1}, document_);
+    ASSERT_EQ(sBaselineWrite(path_, {finding(document_, 3), across, finding(other, 3)}), "");
+    struct Row {
+        BaselineScope scope;
+        std::vector<std::string> fixed;
+    };
+    const std::string ofDocument = "Sets/a.xml: m [C001]";
+    const std::string ofOther = "Sets/b.xml: m [C001]";
+    const Row rows[] = {
+        {{{document_, other}, {}}, {ofDocument, "Sets/a.xml: x [X001]", ofOther}},
+        // Without the other document nothing can be said of rules that compare documents.
+        {{{document_}, {}}, {ofDocument}},
+        {{{other}, {}}, {ofOther}},
+        {{{}, {}}, {}},
+        {{{document_}, {{}, {"C"}, {}}}, {}},
+        {{{document_, other}, {{"X"}, {}, {}}}, {"Sets/a.xml: x [X001]"}},
+    };
+    for (const auto& row : rows) {
+        std::vector<kit::Finding> findings;
+        auto baseline = read();
+        std::vector<std::string> fixed;
+        EXPECT_EQ(baselineHide(findings, baseline, row.scope, fixed), 0U);
+        EXPECT_EQ(fixed, row.fixed) << testing::PrintToString(row.scope.paths);
+    }
 }
 
 TEST_F(BaselineFile, HasPathsRelativeToItsFolder) {
@@ -61,7 +89,7 @@ TEST_F(BaselineFile, NeverHidesAFileThatCannotBeRead) {
     auto baseline = read();
     EXPECT_TRUE(baseline.findings.empty());
     std::vector<std::string> fixed;
-    EXPECT_EQ(baselineHide(findings, baseline, fixed), 0U);
+    EXPECT_EQ(baselineHide(findings, baseline, {{document_}, {}}, fixed), 0U);
 }
 
 TEST_F(BaselineFile, SaysWhyItCannotBeRead) {
