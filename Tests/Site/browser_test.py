@@ -248,7 +248,8 @@ class SearchTest(SiteTest):
         guid = uuid.UUID(MARK_GUID)
         characters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$"
         short = "".join(characters[guid.int >> (6 * place) & 63] for place in reversed(range(22)))
-        for text in (MARK_GUID, MARK_GUID.upper(), str(guid), f"{{{guid}}}", f" {short} ", MARK_GUID[:10], str(guid)[:12]):
+        for text in (MARK_GUID, MARK_GUID.upper(), str(guid), f"{{{guid}}}", f" {short} ", MARK_GUID[:10], str(guid)[:12],
+                     short[:6], short[:9], short[:20]):
             with self.subTest(text):
                 self.assertEqual([result[3] for result in self.found(text)][:1], ["./sets/Pset_BldWall.html#Mark"])
 
@@ -259,6 +260,8 @@ class SearchTest(SiteTest):
         self.assertIn("Pset_BldWall", names)
         near = [result[0] for result in self.found("BldWalll")]
         self.assertEqual(near[0], "BldWall")
+        self.assertEqual(self.found("BldSiet")[0][0], "BldSite")  # Two letters that have changed places are one mistake.
+        self.assertEqual(self.found("BldDor")[0][0], "BldDoor")
         self.assertIn("BldStandardWall", [result[0] for result in self.found("standrad wall")])
         self.assertEqual(self.found("BldSite.Terr")[0][3], "./BldSite.html#Terrain")
         self.assertEqual(self.found("xqzvkjw"), [])

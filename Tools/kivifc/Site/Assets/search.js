@@ -53,17 +53,18 @@ document.addEventListener("DOMContentLoaded", () => {
 
     const Base64 = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$";
 
-    // What was typed as the beginning of a GUID in hexadecimal digits, 8 or more of them, or all of one in 22 characters. What
-    // consists of 22 hexadecimal digits may be either.
+    // What was typed as the beginning of a GUID, in hexadecimal digits: 8 or more of them, or 6 or more of the 22 characters, which
+    // say two bits and then six each. What consists of such digits alone may be either.
     function guidDigits(text) {
         const bare = text.trim().replace(/^\{|\}$/g, "");
         const found = [];
         const digits = bare.replace(/-/g, "").toLowerCase();
         if (/^[0-9a-f]{8,32}$/.test(digits))
             found.push(digits);
-        if (/^[0-3][0-9A-Za-z_$]{21}$/.test(bare)) {
+        if (/^[0-3][0-9A-Za-z_$]{5,21}$/.test(bare)) {
             const number = [...bare].reduce((sum, character) => sum * 64n + BigInt(Base64.indexOf(character)), 0n);
-            found.push(number.toString(16).padStart(32, "0"));
+            const bits = 6 * bare.length - 4;
+            found.push((number >> BigInt(bits % 4)).toString(16).padStart(Math.floor(bits / 4), "0"));
         }
         return found;
     }
@@ -190,16 +191,15 @@ document.addEventListener("DOMContentLoaded", () => {
 
     function rank(entry, query) {
         const { key } = entry;
-        if (key === query)
+        // Without what all names begin with it is the name too: "wall" means IfcWall before an item WALL of some property.
+        if (key === query || entry.short === query)
             return 0;
-        if (entry.short === query)
-            return 1;
         if (key.startsWith(query) || entry.short.startsWith(query))
-            return 2;
+            return 1;
         const place = key.indexOf(query);
         if (place < 0)
             return -1;
-        return isWordBegin(entry, place) ? 3 : 4;
+        return isWordBegin(entry, place) ? 2 : 3;
     }
 
     // As far as folding has kept the places of the characters.
@@ -225,13 +225,37 @@ document.addEventListener("DOMContentLoaded", () => {
     }
 
     function ranked(query) {
-        const ranks = [[], [], [], [], []];
+        const ranks = [[], [], [], []];
         for (const entry of entries) {
             const value = rank(entry, query);
             if (value >= 0)
                 bestAdd(ranks[value], entry, query);
         }
         return ranks.flat();
+    }
+
+    // How many letters must be put in, left out, replaced or swapped with the next one. Of long names the beginning is compared.
+    function distance(one, other) {
+        const [from, to] = [one.slice(0, 60), other.slice(0, 60)];
+        let before = [];
+        let last = Array.from({ length: to.length + 1 }, (_, at) => at);
+        for (let row = 1; row <= from.length; ++row) {
+            const now = [row];
+            for (let at = 1; at <= to.length; ++at) {
+                const isSame = from[row - 1] === to[at - 1];
+                now[at] = Math.min(last[at] + 1, now[at - 1] + 1, last[at - 1] + (isSame ? 0 : 1));
+                if (row > 1 && at > 1 && from[row - 1] === to[at - 2] && from[row - 2] === to[at - 1])
+                    now[at] = Math.min(now[at], before[at - 2] + 1);
+            }
+            before = last;
+            last = now;
+        }
+        return last[to.length];
+    }
+
+    function nameDistance(name, query) {
+        const { key, short } = byName.get(name)[0];
+        return short ? Math.min(distance(key, query), distance(short, query)) : distance(key, query);
     }
 
     // Where nothing else is found, two letters that have changed places are near too.
@@ -244,7 +268,12 @@ document.addEventListener("DOMContentLoaded", () => {
             // Of a query that is one word, the whole; of several words, each.
             tokenize: (words) => folded(words).split(/[\s.]+/).filter((word) => word),
         };
-        return near.search(text, options).slice(0, Most).flatMap((result) => byName.get(result.id));
+        const names = near.search(text, options).slice(0, 5 * Most).map((result) => result.id);
+        if (isAlone && !isIdeographic) {
+            const distances = new Map(names.map((name) => [name, nameDistance(name, query)]));
+            names.sort((one, other) => distances.get(one) - distances.get(other));
+        }
+        return names.slice(0, Most).flatMap((name) => byName.get(name));
     }
 
     function search(text) {
