@@ -29,6 +29,12 @@ std::size_t sizeOf(std::string_view text, const IsPart& isPart) {
     return static_cast<std::size_t>(std::ranges::find_if_not(text, isPart) - text.begin());
 }
 
+/// Up to the line end, which may be of two bytes: they are not parted.
+std::size_t lineSize(std::string_view text) {
+    const auto end = std::min(text.find('\n'), text.size());
+    return end < text.size() && text[end - 1] == '\r' ? end - 1 : end;
+}
+
 bool isPieceBegin(std::string_view text) {
     return isLetter(text.front()) || isDigit(text.front()) || text.front() == '\'' ||
            text.starts_with("(*") || text.starts_with("--");
@@ -58,7 +64,7 @@ std::size_t ExpressWords::pieceSize() {
     }
     if (rest_.starts_with("(*") || rest_.starts_with("--")) {
         kind_ = Kind::Comment;
-        return rest_.front() == '(' ? sizeThrough(rest_, "*)", 2) : std::min(rest_.find('\n'), rest_.size());
+        return rest_.front() == '(' ? sizeThrough(rest_, "*)", 2) : lineSize(rest_);
     }
     kind_ = Kind::Other;
     // A digit takes the letters with it: the E of an exponent is no name.

@@ -158,6 +158,12 @@ void Html::vUnusualAppend(std::string_view& text) {
         text.remove_prefix(1);
         return;
     }
+    // Files have line ends of two bytes, and a reference in XML can be a carriage return alone.
+    if (text.front() == '\r') {
+        text_ += '\n';
+        text.remove_prefix(text.starts_with("\r\n") ? 2 : 1);
+        return;
+    }
     const auto point = codePointTake(text);
     if (isShown(point))
         text_ += point.bytes;

@@ -108,8 +108,9 @@ struct Escaped {
     std::string_view text;
 };
 
-/// The one way from text to HTML. Line feeds and tabs stay; other control characters, characters that turn
-/// the direction of writing, and bytes that are no UTF-8 are spelt out as on a terminal.
+/// The one way from text to HTML. Line ends of every kind become line feeds, and tabs stay; other control
+/// characters, characters that turn the direction of writing, and bytes that are no UTF-8 are spelt out as on
+/// a terminal.
 inline Escaped escaped(std::string_view text) {
     return {text};
 }

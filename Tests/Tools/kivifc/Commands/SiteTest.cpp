@@ -44,6 +44,24 @@ TEST(Site, SameInputGivesTheSameBytes) {
     EXPECT_EQ(filesOf(folder.sPath("one")), filesOf(folder.sPath("two")));
 }
 
+TEST(Site, LineEndsOfTwoBytesAreLineEnds) {
+    const TemporaryFolder folder;
+    const auto schema =
+        folder.sWrite("Test.exp", "SCHEMA TEST;\r\nENTITY A;\r\n  B : REAL;\r\nDERIVE\r\n"
+                                  "  C : REAL :=\r\n  F(B);\r\nWHERE\r\n  W : B > 1.0;\r\n"
+                                  "END_ENTITY;\r\nFUNCTION F\r\n  (x : REAL) : REAL; -- same\r\n"
+                                  "  RETURN(x);\r\nEND_FUNCTION;\r\nEND_SCHEMA;\r\n");
+    ASSERT_EQ(kivifcRun({"site", schema, "--out", folder.sPath("site")}).status, 0);
+    EXPECT_THAT(sFileText(folder.sPath("site/F.html")),
+                HasSubstr("<span class=\"com\">-- same</span>\n  <span class=\"kw\">RETURN</span>"));
+    for (const auto& [name, text] : filesOf(folder.sPath("site"))) {
+        if (name.ends_with(".html")) {
+            EXPECT_EQ(text.find("\\r"), std::string::npos) << name;
+            EXPECT_EQ(text.find('\r'), std::string::npos) << name;
+        }
+    }
+}
+
 TEST(Site, FolderOfSomebodyElseNeedsForce) {
     const TemporaryFolder folder;
     folder.sWrite("site/notes.txt", "mine");

@@ -47,6 +47,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, ExpressWordsPieces,
                                          Pieces{"1.5E3*x", {"-1", "-.", "-5E3", "-*", "Wx"}},
                                          Pieces{"a(*b c*)d", {"Wa", "C(*b c*)", "Wd"}},
                                          Pieces{"a--b\nc", {"Wa", "C--b", "-\n", "Wc"}},
+                                         Pieces{"a--b\r\nc", {"Wa", "C--b", "-\r\n", "Wc"}},
                                          Pieces{"'IFC4.A' x", {"S'IFC4.A'", "- ", "Wx"}},
                                          Pieces{"(* open", {"C(* open"}},
                                          Pieces{"'open\nx", {"S'open\n", "Wx"}}, Pieces{"<*>", {"-<*>"}}));

@@ -73,20 +73,20 @@ TEST_P(HtmlEscaped, IsTheSameInTheValueOfAnAttribute) {
     EXPECT_EQ(html.getText(), "<b title=\"" + GetParam().html + "\">");
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, HtmlEscaped,
-                         testing::Values(EscapedText{"IfcWall", "IfcWall"}, EscapedText{"", ""},
-                                         EscapedText{"<script>", "&lt;script&gt;"},
-                                         EscapedText{"a & b", "a &amp; b"}, EscapedText{"\"'", "&quot;&#39;"},
-                                         EscapedText{"line\n\ttab", "line\n\ttab"},
-                                         EscapedText{"W\xC3\xA4nde", "W\xC3\xA4nde"},
-                                         // U+202E turns the direction of writing.
-                                         EscapedText{"a\xE2\x80\xAE"
-                                                     "b",
-                                                     "a\\u{202E}b"},
-                                         EscapedText{std::string("\0\x1B", 2), "\\x00\\x1B"},
-                                         EscapedText{"\xFF<", "\\xFF&lt;"},
-                                         // U+FFFE is no character.
-                                         EscapedText{"\xEF\xBF\xBE", "\\u{FFFE}"}));
+INSTANTIATE_TEST_SUITE_P(
+    Texts, HtmlEscaped,
+    testing::Values(EscapedText{"IfcWall", "IfcWall"}, EscapedText{"", ""},
+                    EscapedText{"<script>", "&lt;script&gt;"}, EscapedText{"a & b", "a &amp; b"},
+                    EscapedText{"\"'", "&quot;&#39;"}, EscapedText{"line\n\ttab", "line\n\ttab"},
+                    EscapedText{"two\r\nlines\rand\r\r\nmore\r", "two\nlines\nand\n\nmore\n"},
+                    EscapedText{"W\xC3\xA4nde", "W\xC3\xA4nde"},
+                    // U+202E turns the direction of writing.
+                    EscapedText{"a\xE2\x80\xAE"
+                                "b",
+                                "a\\u{202E}b"},
+                    EscapedText{std::string("\0\x1B", 2), "\\x00\\x1B"}, EscapedText{"\xFF<", "\\xFF&lt;"},
+                    // U+FFFE is no character.
+                    EscapedText{"\xEF\xBF\xBE", "\\u{FFFE}"}));
 
 TEST(Html, IsolatedTextIsEscapedToo) {
     Html html("");
