@@ -1,7 +1,9 @@
 #include "kivifc/Site/Declarations.h"
 
-#include "kiv/Kit/Positions/ExpressPositions.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "kivifc/Program/AsciiText.h"
+#include "kivifc/Site/DistinctRules.h"
 
 #include <algorithm>
 #include <array>
@@ -74,25 +76,55 @@ private:
     std::unordered_map<std::string, std::deque<const ExpressDeclaration*>> byName_;
 };
 
+/// Null for an object that has none.
+const ifc::def::schema::Where* pWhere(const ObjectBase& object) {
+    if (const auto* entity = ifc::def::schema::Entity::pFrom(&object))
+        return entity->pWhere();
+    const auto* type = ifc::def::schema::Type::pFrom(&object);
+    return type ? type->pWhere() : nullptr;
+}
+
 } // namespace
 
 // Objects of a kind and a name have their declarations in the order of the text. What only the text has, such
 // as constants and procedures, is passed over, however much of it there is.
-Declarations::Declarations(const SchemaFile& file) {
-    const auto positions = kit::expressPositions(file.text);
-    std::span declarations(positions.declarations);
-    if (!positions.schemas.empty())
-        declarations = declarations.subspan(positions.schemas.back().firstDeclaration);
+Declarations::Declarations(const SchemaFile& file) : positions_(kit::expressPositions(file.text)) {
+    std::span<const ExpressDeclaration> declarations(positions_.declarations);
+    if (!positions_.schemas.empty())
+        declarations = declarations.subspan(positions_.schemas.back().firstDeclaration);
     Waiting waiting(declarations);
     for (const auto* object : file.schema->getObjects()) {
-        if (const auto* declaration = waiting.pTake(*object))
-            found_.emplace(object, Found{declaration->text, declaration->keyword.position.line});
+        const auto* declaration = waiting.pTake(*object);
+        if (!declaration)
+            continue;
+        found_.emplace(object, declaration);
+        vUnreadFind(*object, *declaration);
     }
 }
 
-const Declarations::Found* Declarations::pFound(const ObjectBase& object) const {
+void Declarations::vUnreadFind(const ObjectBase& object, const ExpressDeclaration& declaration) {
+    // A label may be there twice.
+    std::unordered_map<std::string, std::size_t> read;
+    for (const auto* rule : distinctRules(pWhere(object)))
+        ++read[sWordUpper(rule->label.getView())];
+    std::vector<const kit::ExpressMember*> unread;
+    for (const auto& member : declaration.members) {
+        if (member.kind != kit::ExpressMemberKind::Where)
+            continue;
+        const auto found = read.find(sWordUpper(member.name.text));
+        if (found == read.end() || found->second == 0)
+            unread.push_back(&member);
+        else
+            --found->second;
+    }
+    unreadCount_ += unread.size();
+    if (!unread.empty())
+        unread_.emplace(&object, std::move(unread));
+}
+
+const ExpressDeclaration* Declarations::pFound(const ObjectBase& object) const {
     const auto found = found_.find(&object);
-    return found == found_.end() ? nullptr : &found->second;
+    return found == found_.end() ? nullptr : found->second;
 }
 
 std::string_view Declarations::textOf(const ObjectBase& object) const {
@@ -102,7 +134,13 @@ std::string_view Declarations::textOf(const ObjectBase& object) const {
 
 std::size_t Declarations::lineOf(const ObjectBase& object) const {
     const auto* found = pFound(object);
-    return found ? found->line : 0;
+    return found ? found->keyword.position.line : 0;
+}
+
+const std::vector<const kit::ExpressMember*>& Declarations::unreadRulesOf(const ObjectBase& object) const {
+    static const std::vector<const kit::ExpressMember*> None;
+    const auto found = unread_.find(&object);
+    return found == unread_.end() ? None : found->second;
 }
 
 } // namespace kiv::kivifc::site

@@ -3,6 +3,8 @@
 ///
 ///     const Declarations declarations(file);
 ///     declarations.textOf(*function); // "FUNCTION IfcDotProduct ... END_FUNCTION"
+///     for (const auto* rule : declarations.unreadRulesOf(*entity))
+///         show(rule->name.text, rule->expression); // which has no tree
 ///
 /// Ownership: refers to the file, which must outlive it.
 /// Threads:   read-only once made.
@@ -10,32 +12,41 @@
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
+#include "kiv/Kit/Positions/ExpressPositions.h"
 #include "kivifc/Documents/SchemaFile.h"
 
 #include <cstddef>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace kiv::kivifc::site {
 
 class Declarations {
 public:
     explicit Declarations(const SchemaFile& file);
+    Declarations(const Declarations&) = delete;
+    Declarations& operator=(const Declarations&) = delete;
 
     /// From the keyword to the end, both included.
     std::string_view textOf(const ifc::def::schema::ObjectBase& object) const;
     /// Of the keyword; 0 when it is not found.
     std::size_t lineOf(const ifc::def::schema::ObjectBase& object) const;
+    /// The WHERE rules of an entity or a type that are in its text and not in its clause: one that cannot be
+    /// parsed, and all after it.
+    const std::vector<const kit::ExpressMember*>&
+    unreadRulesOf(const ifc::def::schema::ObjectBase& object) const;
+    /// Of all objects.
+    std::size_t countUnreadRules() const { return unreadCount_; }
 
 private:
-    struct Found {
-        std::string_view text;
-        std::size_t line;
-    };
+    const kit::ExpressDeclaration* pFound(const ifc::def::schema::ObjectBase& object) const;
+    void vUnreadFind(const ifc::def::schema::ObjectBase& object, const kit::ExpressDeclaration& declaration);
 
-    const Found* pFound(const ifc::def::schema::ObjectBase& object) const;
-
-    std::unordered_map<const ifc::def::schema::ObjectBase*, Found> found_;
+    kit::ExpressPositions positions_;
+    std::unordered_map<const ifc::def::schema::ObjectBase*, const kit::ExpressDeclaration*> found_;
+    std::unordered_map<const ifc::def::schema::ObjectBase*, std::vector<const kit::ExpressMember*>> unread_;
+    std::size_t unreadCount_ = 0;
 };
 
 } // namespace kiv::kivifc::site

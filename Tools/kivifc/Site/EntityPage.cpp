@@ -13,6 +13,9 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace kiv::kivifc::site {
 
@@ -35,8 +38,10 @@ public:
         vTreeWrite();
         EntityAttributes attributes(model_, entity_, ids_, html_);
         const auto ruleIds = ruleIdsTake(entity_.pWhere(), ids_);
+        const auto unreadIds = unreadRuleIdsTake(model_, entity_, ids_);
         attributes.vWrite();
         vWhereWrite(model_, {.pSelf = &entity_}, entity_.pWhere(), ruleIds, html_);
+        vUnreadRulesWrite(model_, {.pSelf = &entity_}, entity_, unreadIds, html_);
         vInheritedRulesWrite();
         vEntitySetsWrite(model_, entity_, parts_, html_);
         vUsesWrite(model_, entity_, html_);
@@ -81,22 +86,33 @@ private:
         }
     }
 
-    /// Their text is on the pages of the supertypes.
+    static constexpr std::size_t RulesMax = 100;
+
+    /// Those of them that there is room for beside the others.
+    template <class Rule>
+    static std::span<Rule* const> shown(const std::vector<Rule*>& rules, std::size_t count) {
+        return std::span(rules).first(std::min(rules.size(), RulesMax - std::min(count, RulesMax)));
+    }
+
+    /// Their text is on the pages of the supertypes; those that could not be read are among them.
     void vInheritedRulesWrite() {
-        constexpr std::size_t RulesMax = 100;
         std::size_t count = 0;
         Markup separator = "<p>Inherited rules: ";
         for (const auto* each : nearestOf(entity_)) {
             if (each == &entity_)
                 continue;
             const auto& rules = model_.rulesOf(*each);
-            const auto room = RulesMax - std::min(count, RulesMax);
-            for (const auto* rule : std::span(rules).first(std::min(rules.size(), room))) {
-                html_ << separator;
-                vRuleLinkWrite(*each, *rule);
-                separator = ", ";
+            for (const auto* rule : shown(rules, count)) {
+                html_ << std::exchange(separator, Markup(", "));
+                vRuleLinkWrite(*each, rule->label);
             }
             count += rules.size();
+            const auto& unread = model_.getDeclarations().unreadRulesOf(*each);
+            for (const auto* rule : shown(unread, count)) {
+                html_ << std::exchange(separator, Markup(", "));
+                vRuleLinkWrite(*each, rule->name.text);
+            }
+            count += unread.size();
         }
         if (count > RulesMax)
             html_ << " and " << count - RulesMax << " more on the pages of the supertypes";
@@ -104,9 +120,9 @@ private:
             html_ << "</p>\n";
     }
 
-    void vRuleLinkWrite(const Entity& entity, const ParsedRule& rule) {
-        html_ << "<a" << href(model_.getAddresses().of(entity).row(rule.label)) << "><code>"
-              << escaped(sShort(entity.getName())) << "." << escaped(sShort(rule.label)) << "</code></a>";
+    void vRuleLinkWrite(const Entity& entity, std::string_view label) {
+        html_ << "<a" << href(model_.getAddresses().of(entity).row(label)) << "><code>"
+              << escaped(sShort(entity.getName())) << "." << escaped(sShort(label)) << "</code></a>";
     }
 
     const SiteModel& model_;

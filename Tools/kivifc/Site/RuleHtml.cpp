@@ -133,4 +133,32 @@ void vWhereWrite(const SiteModel& model, const ExpressScope& scope, const Where*
     vSectionEnd(html);
 }
 
+std::vector<RowId> unreadRuleIdsTake(const SiteModel& model, const ObjectBase& owner, RowIds& ids) {
+    std::vector<RowId> taken;
+    for (const auto* rule : model.getDeclarations().unreadRulesOf(owner))
+        taken.push_back(ids.take(rule->name.text));
+    return taken;
+}
+
+void vUnreadRulesWrite(const SiteModel& model, const ExpressScope& scope, const ObjectBase& owner,
+                       const std::vector<RowId>& ids, Html& html) {
+    const auto& rules = model.getDeclarations().unreadRulesOf(owner);
+    if (rules.empty())
+        return;
+    vSectionBegin(html, "unread", "Rules that could not be read", rules.size());
+    html << "<p>Shown as the file has them. A rule that cannot be parsed ends the reading of its "
+            "clause.</p>\n";
+    auto id = ids.begin();
+    for (const auto* rule : rules) {
+        const auto label = rule->name.text;
+        html << "<div class=\"rule\"" << attribute("id", id->getText()) << "><h3><code>"
+             << escaped(sShort(label)) << "</code>";
+        vRowLinkWrite(html, *id++, label);
+        html << "</h3>\n<pre class=\"express\"><code>";
+        vExpressWrite(model, scope, rule->expression, html);
+        html << "</code></pre></div>\n";
+    }
+    vSectionEnd(html);
+}
+
 } // namespace kiv::kivifc::site

@@ -26,6 +26,14 @@ std::vector<RowId> ruleIdsTake(const ifc::def::schema::Where* where, RowIds& ids
 void vWhereWrite(const SiteModel& model, const ExpressScope& scope, const ifc::def::schema::Where* where,
                  const std::vector<RowId>& ids, Html& html);
 
+/// Of the rules of an entity or a type that could not be read; they come after those that could.
+std::vector<RowId> unreadRuleIdsTake(const SiteModel& model, const ifc::def::schema::ObjectBase& owner,
+                                     RowIds& ids);
+
+/// The rules of an entity or a type that could not be read, as their text; nothing when there are none.
+void vUnreadRulesWrite(const SiteModel& model, const ExpressScope& scope,
+                       const ifc::def::schema::ObjectBase& owner, const std::vector<RowId>& ids, Html& html);
+
 /// One expression.
 void vExpressionWrite(const SiteModel& model, const ExpressScope& scope,
                       const ifc::def::schema::Expression& expression, Html& html);

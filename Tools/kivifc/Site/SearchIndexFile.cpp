@@ -83,11 +83,17 @@ private:
                 vRowAdd(SearchKind::UniqueRule, rule.label);
         }
         vWhereAdd(entity.pWhere());
+        vUnreadAdd(entity);
     }
 
     void vWhereAdd(const Where* where) {
         for (const auto* rule : distinctRules(where))
             vRowAdd(SearchKind::DomainRule, rule->label.getView());
+    }
+
+    void vUnreadAdd(const ObjectBase& owner) {
+        for (const auto* rule : model_.getDeclarations().unreadRulesOf(owner))
+            vRowAdd(SearchKind::DomainRule, rule->name.text);
     }
 
     void vTypeAdd(const Type& type) {
@@ -105,6 +111,7 @@ private:
                 ids_.take(name);
         }
         vWhereAdd(type.pWhere());
+        vUnreadAdd(type);
     }
 
     void vSetAdd(const xml::SetDef& set) {

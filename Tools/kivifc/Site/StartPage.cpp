@@ -57,7 +57,7 @@ void vFactWrite(Markup name, std::size_t count, Html& html) {
     html << "<div><dt>" << name << "</dt><dd>" << count << "</dd></div>\n";
 }
 
-void vFactsWrite(const SchemaCounts& counts, Html& html) {
+void vFactsWrite(const SchemaCounts& counts, std::size_t unreadRules, Html& html) {
     html << "<dl class=\"facts\">\n";
     vFactWrite("Abstract entities", counts.entitiesAbstract, html);
     vFactWrite("Entities without a supertype", counts.roots, html);
@@ -67,7 +67,9 @@ void vFactsWrite(const SchemaCounts& counts, Html& html) {
     vFactWrite("Inverse attributes", counts.attributesInverse, html);
     vFactWrite("Derived attributes", counts.attributesDerived, html);
     vFactWrite("UNIQUE rules", counts.uniqueRules, html);
-    vFactWrite("WHERE rules", counts.whereRules, html);
+    vFactWrite("WHERE rules", counts.whereRules + unreadRules, html);
+    if (unreadRules > 0)
+        vFactWrite("of which could not be read", unreadRules, html);
     html << "</dl>\n";
 }
 
@@ -85,7 +87,7 @@ void vStartPageWrite(const SiteModel& model, SiteFolder& folder) {
     vCardsWrite(html);
     vSectionEnd(html);
     vSectionBegin(html, "schema", "The schema in figures");
-    vFactsWrite(counts, html);
+    vFactsWrite(counts, model.getDeclarations().countUnreadRules(), html);
     vSectionEnd(html);
     folder.vWrite(StartPage, page.takeText());
 }

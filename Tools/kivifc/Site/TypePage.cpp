@@ -53,6 +53,7 @@ public:
                                     : select ? select->getMemberNames()
                                              : std::span<const std::string_view>());
         const auto ruleIds = ruleIdsTake(type_.pWhere(), ids_);
+        const auto unreadIds = unreadRuleIdsTake(model_, type_, ids_);
         if (items)
             vItemsWrite(*items, rowIds);
         else if (select)
@@ -60,6 +61,7 @@ public:
         else
             vDefinitionWrite();
         vWhereWrite(model_, {}, type_.pWhere(), ruleIds, html_);
+        vUnreadRulesWrite(model_, {}, type_, unreadIds, html_);
         vUsesWrite(model_, type_, html_);
         return page_.takeText();
     }

@@ -99,6 +99,8 @@ private:
             RuleNames names([&](std::string_view name) { vNameTake(name, {&owner, rule->label}); });
             names.vWalk(*rule->expression);
         }
+        for (const auto* rule : declarations_.unreadRulesOf(owner))
+            vTextTake(rule->expression, {&owner, rule->name.text});
     }
 
     void vTextTake(std::string_view text, const RuleUse& use) {

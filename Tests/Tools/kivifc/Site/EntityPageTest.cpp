@@ -111,6 +111,27 @@ TEST_F(EntityPageTest, EachOperandOfAndIsAnItem) {
                   "9.0</code>)</li>"));
 }
 
+/// A rule without an operand cannot be parsed, and the library reads none after it.
+TEST(EntityPage, RulesThatCouldNotBeReadAreThereAsText) {
+    const SiteSample sample("ENTITY Wall;\n    Size : REAL;\n WHERE\n    First : Size > 1.0;\n"
+                            "    Broken : Size > ;\n    Last : Doubled(Size) < 9.0;\nEND_ENTITY;\n"
+                            "ENTITY Thick\n SUBTYPE OF (Wall);\nEND_ENTITY;\n"
+                            "FUNCTION Doubled\n (x : REAL) : REAL;\n RETURN (2 * x);\nEND_FUNCTION;\n");
+    const auto page = sample.sPage("Wall.html");
+    EXPECT_THAT(page, HasSubstr("<h2>Rules <span class=\"count\">1</span></h2>"));
+    EXPECT_THAT(page, HasSubstr("<h2>Rules that could not be read <span class=\"count\">2</span></h2>"));
+    EXPECT_THAT(page, HasSubstr("<div class=\"rule\" id=\"Broken\">"));
+    EXPECT_THAT(page, HasSubstr("<div class=\"rule\" id=\"Last\">"));
+    EXPECT_THAT(page, HasSubstr("<pre class=\"express\"><code><a href=\"Doubled.html\">Doubled</a>("
+                                "<a href=\"Wall.html#Size\">Size</a>) &lt; 9.0</code></pre>"));
+    EXPECT_THAT(sample.sPage("Doubled.html"), HasSubstr("<a href=\"Wall.html#Last\">"));
+    EXPECT_THAT(sample.sPage("Thick.html"),
+                HasSubstr("<a href=\"Wall.html#Last\"><code>Wall.Last</code></a>"));
+    const auto start = sample.sPage("index.html");
+    EXPECT_THAT(start, HasSubstr("<dt>WHERE rules</dt><dd>3</dd>"));
+    EXPECT_THAT(start, HasSubstr("<dt>of which could not be read</dt><dd>2</dd>"));
+}
+
 TEST_F(EntityPageTest, RuleLinksItsNames) {
     EXPECT_THAT(sSection("Wall.html", "where"),
                 HasSubstr("<a href=\"Kind.html\">Kind</a>.<a href=\"Kind.html#A2\">A2</a>"));
