@@ -4,6 +4,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/DistinctRules.h"
+#include "kivifc/Site/RedeclaredName.h"
 
 #include <algorithm>
 #include <array>
@@ -76,6 +77,12 @@ private:
     std::unordered_map<std::string, std::deque<const ExpressDeclaration*>> byName_;
 };
 
+/// From the type to the end of the expression. Both are views of one text.
+std::string_view statementOf(const kit::ExpressMember& member) {
+    const auto* end = member.expression.data() + member.expression.size();
+    return {member.type.data(), static_cast<std::size_t>(end - member.type.data())};
+}
+
 /// Null for an object that has none.
 const ifc::def::schema::Where* pWhere(const ObjectBase& object) {
     if (const auto* entity = ifc::def::schema::Entity::pFrom(&object))
@@ -98,7 +105,26 @@ Declarations::Declarations(const SchemaFile& file) : positions_(kit::expressPosi
         if (!declaration)
             continue;
         found_.emplace(object, declaration);
+        vDerivedFind(*object, *declaration);
         vUnreadFind(*object, *declaration);
+    }
+}
+
+void Declarations::vDerivedFind(const ObjectBase& object, const ExpressDeclaration& declaration) {
+    const auto* entity = ifc::def::schema::Entity::pFrom(&object);
+    if (!entity || !entity->pDerive())
+        return;
+    std::unordered_map<std::string, std::deque<std::string_view>> byName;
+    for (const auto& member : declaration.members) {
+        if (member.kind == kit::ExpressMemberKind::Derived && !member.expression.empty())
+            byName[sWordUpper(member.name.text)].push_back(statementOf(member));
+    }
+    for (const auto& value : entity->pDerive()->getValues()) {
+        auto& texts = byName[sWordUpper(ownNameOf(value.getName()))];
+        if (texts.empty())
+            continue;
+        derived_.emplace(&value, texts.front());
+        texts.pop_front();
     }
 }
 
@@ -135,6 +161,11 @@ std::string_view Declarations::textOf(const ObjectBase& object) const {
 std::size_t Declarations::lineOf(const ObjectBase& object) const {
     const auto* found = pFound(object);
     return found ? found->keyword.position.line : 0;
+}
+
+std::string_view Declarations::textOf(const ifc::def::schema::DeriveValue& value) const {
+    const auto found = derived_.find(&value);
+    return found == derived_.end() ? std::string_view() : found->second;
 }
 
 const std::vector<const kit::ExpressMember*>& Declarations::unreadRulesOf(const ObjectBase& object) const {

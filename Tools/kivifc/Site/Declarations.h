@@ -11,6 +11,7 @@
 /// Errors:    std::bad_alloc. An object that is not found has an empty text.
 #pragma once
 
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDerive.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaObjectBase.h"
 #include "kiv/Kit/Positions/ExpressPositions.h"
 #include "kivifc/Documents/SchemaFile.h"
@@ -36,16 +37,21 @@ public:
     /// parsed, and all after it.
     const std::vector<const kit::ExpressMember*>&
     unreadRulesOf(const ifc::def::schema::ObjectBase& object) const;
+    /// The type, ":=" and the expression of a derived attribute, with their line ends and comments, which the
+    /// value itself does not keep apart. Empty when it is not found.
+    std::string_view textOf(const ifc::def::schema::DeriveValue& value) const;
     /// Of all objects.
     std::size_t countUnreadRules() const { return unreadCount_; }
 
 private:
     const kit::ExpressDeclaration* pFound(const ifc::def::schema::ObjectBase& object) const;
+    void vDerivedFind(const ifc::def::schema::ObjectBase& object, const kit::ExpressDeclaration& declaration);
     void vUnreadFind(const ifc::def::schema::ObjectBase& object, const kit::ExpressDeclaration& declaration);
 
     kit::ExpressPositions positions_;
     std::unordered_map<const ifc::def::schema::ObjectBase*, const kit::ExpressDeclaration*> found_;
     std::unordered_map<const ifc::def::schema::ObjectBase*, std::vector<const kit::ExpressMember*>> unread_;
+    std::unordered_map<const ifc::def::schema::DeriveValue*, std::string_view> derived_;
     std::size_t unreadCount_ = 0;
 };
 

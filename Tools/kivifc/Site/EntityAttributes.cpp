@@ -107,8 +107,9 @@ void EntityAttributes::vKindWrite(const Kind& kind, const ItemsOf& itemsOf, cons
         return;
     vSectionBegin(html_, kind.id, kind.title, count);
     // The regions of a page have different names, as programs list them that read pages aloud.
-    vTableBegin(html_, std::string(kind.title.getView()) + " of " + sShort(entity_.getName()),
-                {"Name", kind.column});
+    std::string label(kind.title.getView());
+    label.append(" of ").append(sShort(entity_.getName()));
+    vTableBegin(html_, label, {"Name", kind.column});
     std::size_t inherited = 0;
     for (const auto* entity : line_) {
         if (inherited <= InheritedMax && entity != &entity_ && !itemsOf(*entity).empty())
@@ -208,8 +209,9 @@ void EntityAttributes::vDerivedWrite() {
     vKindWrite({"derived", "Derived attributes", "Type and value"}, derivedOf, nameOf<DeriveValue>,
                [&](const Entity& entity, const DeriveValue& value) {
                    html_ << "<code class=\"express\">";
-                   vExpressWrite(model_, {.pSelf = &entity}, ascii::trimmed(value.getRest(), " \t\r\n;"),
-                                 html_);
+                   const auto text = model_.getDeclarations().textOf(value);
+                   vExpressWrite(model_, {.pSelf = &entity},
+                                 text.empty() ? ascii::trimmed(value.getRest(), " \t\r\n;") : text, html_);
                    html_ << "</code>";
                    if (!value.pRedeclared())
                        return;

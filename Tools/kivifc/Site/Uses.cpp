@@ -78,8 +78,10 @@ private:
                 uses_[inverse.pReferredEntity()].inverses.push_back(&inverse);
         }
         if (entity.pDerive()) {
-            for (const auto& value : entity.pDerive()->getValues())
-                vTextTake(value.getRest(), {&entity, ownNameOf(value.getName())});
+            for (const auto& value : entity.pDerive()->getValues()) {
+                const auto text = declarations_.textOf(value);
+                vTextTake(text.empty() ? value.getRest() : text, {&entity, ownNameOf(value.getName())});
+            }
         }
         vRulesTake(entity, entity.pWhere());
     }

@@ -111,6 +111,21 @@ TEST_F(EntityPageTest, EachOperandOfAndIsAnItem) {
                   "9.0</code>)</li>"));
 }
 
+/// A comment ends with its line, and what comes after it is part of the value.
+TEST(EntityPage, DerivedValueKeepsItsLines) {
+    const SiteSample sample(
+        "ENTITY Wall;\n    Size : REAL;\n DERIVE\n    Twice : REAL := Least(Size, -- own\n"
+        "        Doubled(Size)); -- note\nEND_ENTITY;\n"
+        "FUNCTION Doubled\n (x : REAL) : REAL;\n RETURN (2 * x);\nEND_FUNCTION;\n"
+        "FUNCTION Least\n (x, y : REAL) : REAL;\n RETURN (x);\nEND_FUNCTION;\n");
+    const auto page = sample.sPage("Wall.html");
+    EXPECT_THAT(page,
+                HasSubstr(", <span class=\"com\">-- own</span>\n        <a href=\"Doubled.html\">Doubled</a>("
+                          "<a href=\"Wall.html#Size\">Size</a>))</code>"));
+    EXPECT_THAT(page, Not(HasSubstr("note")));
+    EXPECT_THAT(sample.sPage("Doubled.html"), HasSubstr("<a href=\"Wall.html#Twice\">"));
+}
+
 /// A rule without an operand cannot be parsed, and the library reads none after it.
 TEST(EntityPage, RulesThatCouldNotBeReadAreThereAsText) {
     const SiteSample sample("ENTITY Wall;\n    Size : REAL;\n WHERE\n    First : Size > 1.0;\n"
