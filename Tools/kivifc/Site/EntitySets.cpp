@@ -4,6 +4,7 @@
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/EntityAttributes.h"
 #include "kivifc/Site/ExpressHtml.h"
+#include "kivifc/Site/IndexElements.h"
 #include "kivifc/Site/MemberList.h"
 
 #include <algorithm>
@@ -118,6 +119,7 @@ private:
         if (part.rows > room.members) {
             html_ << "<p>";
             vNameLinkWrite(html_, model_.getAddresses().of(*set.set), set.set->getName());
+            vHiddenBadgeWrite(set, html_);
             html_ << "</p>\n";
             return;
         }
@@ -140,8 +142,7 @@ Html setHtml(const SiteModel& model, const SiteSet& set, MembersDetail detail) {
     Html html("");
     html << "<details class=\"set\"><summary><bdi>" << escaped(sShort(set.set->getName()))
          << "</bdi> <span class=\"count\">" << kit::setMembers(*set.set).size() << "</span>";
-    if (!set.context.isStandard)
-        html << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
+    vContextBadgeWrite(set, html);
     html << "</summary>\n<p><a" << href(model.getAddresses().of(*set.set)) << ">Page of the set</a> <bdi>"
          << escaped(sShort(set.set->getDefinition(), DefinitionMax)) << "</bdi></p>\n";
     vSetMembersWrite(model, set, detail, html);

@@ -18,6 +18,12 @@ void vPartLinkWrite(Html& html, const Address& address, std::string_view text, b
 void vContextBadgeWrite(const SiteSet& set, Html& html) {
     if (!set.context.isStandard)
         html << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
+    vHiddenBadgeWrite(set, html);
+}
+
+void vHiddenBadgeWrite(const SiteSet& set, Html& html) {
+    if (set.hiddenBy)
+        html << " <span class=\"badge\">hidden by " << escaped(sShort(set.hidingContext)) << "</span>";
 }
 
 std::string_view letterPart(std::string_view letter) {

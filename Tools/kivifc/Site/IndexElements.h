@@ -61,6 +61,9 @@ void vPartLinkWrite(Html& html, const Address& address, std::string_view text, b
 /// name.
 void vContextBadgeWrite(const SiteSet& set, Html& html);
 
+/// After the name of a set that a search by name does not find: the context whose set it finds instead.
+void vHiddenBadgeWrite(const SiteSet& set, Html& html);
+
 /// A part of a file name: that of the letter.
 std::string_view letterPart(std::string_view letter);
 

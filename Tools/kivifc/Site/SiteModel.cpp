@@ -81,13 +81,18 @@ void SiteModel::vSetsCollect() {
         [&](const auto& context, const auto& definitions) {
             for (const auto* set : definitions.getXmlSets()) {
                 const auto* found = getSchema().pXmlSetFromName(set->getName(), {});
-                sets_.push_back({set, context, loaded_.paths.at(set), {}, found == set ? nullptr : found});
+                sets_.push_back(
+                    {set, context, loaded_.paths.at(set), {}, found == set ? nullptr : found, {}});
             }
         },
         {});
     vUnusedSetsRead();
     for (const auto& set : sets_)
         setsByDef_.emplace(set.set, &set);
+    for (auto& set : sets_) {
+        if (const auto* hiding = pSet(set.hiddenBy))
+            set.hidingContext = hiding->context.name;
+    }
     // Standard sets have the plain addresses.
     for (const bool isStandard : {true, false}) {
         for (const auto& set : sets_) {
@@ -108,7 +113,7 @@ void SiteModel::vUnusedSetsRead() {
         auto document = kit::setTextRead(unused.text, unused.path, readingOptions());
         if (!document.pSet())
             continue;
-        sets_.push_back({document.pSet(), unused.context, unused.path, unused.reason, nullptr});
+        sets_.push_back({document.pSet(), unused.context, unused.path, unused.reason, nullptr, {}});
         unusedDocuments_.push_back(std::move(document));
     }
 }

@@ -42,6 +42,8 @@ struct SiteSet {
     std::string unusedReason;
     /// The set of an earlier context that a search by name finds instead; null for none.
     const ifc::def::xml::SetDef* hiddenBy = nullptr;
+    /// That of the set that hides it.
+    std::string hidingContext;
 
     bool isUsed() const { return unusedReason.empty(); }
 };

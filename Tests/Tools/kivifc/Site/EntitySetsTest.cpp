@@ -48,6 +48,17 @@ TEST(EntitySets, WhatIsInheritedHasLessRoomThanWhatIsOwn) {
     EXPECT_THAT(inherited, HasSubstr("<p><a href=\"sets/Pset_C.html\"><code>Pset_C</code></a></p>"));
 }
 
+/// Sets of hosts are searched before the standard ones.
+TEST(EntitySets, SetThatIsHiddenSaysSo) {
+    const SiteSample sample(
+        sFamily(0), {{"TEST", sSet("S", {"Root"}, sProperties(1))}, {"office", sSet("S", {"Root"}, "")}});
+    const auto page = sample.sPage("Root.html");
+    EXPECT_THAT(page, HasSubstr("<bdi>S</bdi> <span class=\"count\">1</span> <span class=\"badge\">hidden by "
+                                "office</span></summary>"));
+    EXPECT_THAT(page, HasSubstr("<bdi>S</bdi> <span class=\"count\">0</span> <span "
+                                "class=\"badge\">office</span></summary>"));
+}
+
 /// The sum of all pages.
 std::size_t sizeOf(int children) {
     const SiteSample sample(sFamily(children), {{"TEST", sSet("Pset_A", {"Root"}, sProperties(50))}});

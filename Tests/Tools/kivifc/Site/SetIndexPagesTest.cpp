@@ -100,7 +100,11 @@ TEST(PropertyIndexPages, SetsOfOneNameSayTheirContext) {
                                            {"office", sSet("S", {}, sProperty("Mark", sSingle("Label")))}});
     const auto page = sample.sPage("properties.html");
     EXPECT_THAT(page, HasSubstr("#Mark\">S</a> <span class=\"badge\">office</span></li>"));
-    EXPECT_THAT(page, HasSubstr("<li><a href=\"sets/S.html#Mark\">S</a></li>"));
+    EXPECT_THAT(page, HasSubstr("<li><a href=\"sets/S.html#Mark\">S</a> <span class=\"badge\">hidden by "
+                                "office</span></li>"));
+    EXPECT_THAT(
+        sample.sPage("sets.html"),
+        HasSubstr("<a href=\"sets/S.html\"><code>S</code></a> <span class=\"badge\">hidden by office"));
 }
 
 TEST(LanguageIndexPages, CountNamesAndDefinitions) {
