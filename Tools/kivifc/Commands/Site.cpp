@@ -9,6 +9,7 @@
 #include "kivifc/Site/SitePages.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <fmt/format.h>
 #include <memory>
@@ -38,8 +39,10 @@ constexpr const char* Footer =
     "In kivifc.toml, out and title of the section [site] are the options of these names; schema, sets\n"
     "and [contexts] are those of kivifc check.\n"
     "\n"
-    "Exit status: 0 the site is written with all that was read, 1 sets were refused or have a name that is\n"
-    "taken, 2 a file could not be read or the site could not be written.";
+    "Exit status: 0 the site is written with all that was read, 1 the schema has errors, so that pages may "
+    "lack\n"
+    "what it declares, or sets were refused or have a name that is taken, 2 a file could not be read or the\n"
+    "site could not be written.";
 
 /// Whether a path leads to a folder or into it.
 bool isWithin(const fs::path& path, const fs::path& folder) {
@@ -80,6 +83,14 @@ std::string sKeptReason(const SiteOptions& options) {
     return {};
 }
 
+void vErrorsNote(const std::string& path, std::size_t count, Diagnostics& diagnostics) {
+    diagnostics.vFinding();
+    diagnostics.vNote(path,
+                      fmt::format("the schema has {} error{}, so pages may lack what it declares (kivifc "
+                                  "schema and kivifc check list {})",
+                                  count, count == 1 ? "" : "s", count == 1 ? "it" : "them"));
+}
+
 class SiteCommand final : public Command {
 public:
     void vOptionsAdd(CLI::App& app) override;
@@ -114,12 +125,15 @@ void SiteCommand::vRun(Console& console) {
         return diagnostics.vNote(options_.folder, "no site is written, as not everything could be read");
     const auto title =
         options_.title.empty() ? std::string(loaded->schema.schema->getName()) : options_.title;
-    site::vSitePagesWrite(site::SiteModel(*loaded, title), folder);
+    const site::SiteModel model(*loaded, title);
+    site::vSitePagesWrite(model, folder);
     const auto failure = folder.sFinish();
     if (!failure.empty())
         return diagnostics.vFail(options_.folder, failure);
     if (!loaded->unusedSets.empty())
         diagnostics.vFinding();
+    if (model.countSchemaErrors() > 0)
+        vErrorsNote(loaded->schema.path, model.countSchemaErrors(), diagnostics);
     console.output.vWrite(fmt::format("{}/index.html: {} files, {} KiB\n", sOneLine(options_.folder),
                                       folder.getCount(), folder.getBytes() / 1024));
 }

@@ -1,5 +1,6 @@
 #include "kivifc/Site/SiteModel.h"
 
+#include "kiv/Kit/Findings/SchemaFindings.h"
 #include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/RedeclaredName.h"
@@ -37,11 +38,18 @@ NamedTypes namedTypesOf(const Schema& schema, const SetDef& set) {
     return types;
 }
 
+std::size_t errorsOf(const SchemaFile& file) {
+    const auto findings = kit::schemaFindingsOf(file.schema.get(), file.assertions, file.text, file.path);
+    return static_cast<std::size_t>(
+        std::ranges::count(findings, kit::Severity::Error, &kit::Finding::severity));
+}
+
 } // namespace
 
 SiteModel::SiteModel(const SchemaWithSets& loaded, std::string title) :
     loaded_(loaded),
     title_(std::move(title)),
+    schemaErrors_(errorsOf(loaded.schema)),
     declarations_(loaded.schema),
     uses_(*loaded.schema.schema, declarations_),
     tree_(*loaded.schema.schema) {

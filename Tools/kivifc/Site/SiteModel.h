@@ -75,6 +75,8 @@ public:
     const std::string& getTitle() const { return title_; }
     const SchemaFile& getSchemaFile() const { return loaded_.schema; }
     const ifc::def::SchemaPset& getSchema() const { return *loaded_.schema.schema; }
+    /// What is wrong with the schema, without what only may be: data of it is lost or misread.
+    std::size_t countSchemaErrors() const { return schemaErrors_; }
     const Addresses& getAddresses() const { return addresses_; }
     const Uses& usesOf(const ObjectBase& object) const { return uses_.of(object); }
     /// Of the sets that are used.
@@ -139,6 +141,7 @@ private:
 
     const SchemaWithSets& loaded_;
     std::string title_;
+    std::size_t schemaErrors_ = 0;
     Declarations declarations_;
     UseTable uses_;
     MemberUses memberUses_;

@@ -73,6 +73,17 @@ void vFactsWrite(const SchemaCounts& counts, std::size_t unreadRules, Html& html
     html << "</dl>\n";
 }
 
+/// What could not be read is on no page, so that a site without a word of it would look complete.
+void vErrorsWrite(const SiteModel& model, Html& html) {
+    const auto count = model.countSchemaErrors();
+    if (count == 0)
+        return;
+    html << "<p><span class=\"badge error\">incomplete</span> The schema has " << count
+         << (count == 1 ? Markup(" error") : Markup(" errors"))
+         << ", so pages may lack what its file declares. <code>kivifc schema</code> lists "
+         << (count == 1 ? Markup("it") : Markup("them")) << ".</p>\n";
+}
+
 } // namespace
 
 void vStartPageWrite(const SiteModel& model, SiteFolder& folder) {
@@ -82,6 +93,7 @@ void vStartPageWrite(const SiteModel& model, SiteFolder& folder) {
     html << "<p class=\"lead\">The schema <code>" << escaped(sShort(model.getSchema().getName())) << "</code>"
          << (model.getSets().empty() ? Markup("") : Markup(" with its property and quantity sets"))
          << ".</p>\n";
+    vErrorsWrite(model, html);
     vFiguresWrite(model, counts, html);
     vSectionBegin(html, "entries", "Where to begin");
     vCardsWrite(html);

@@ -173,6 +173,31 @@ TEST(Site, SetThatIsRefusedIsAFinding) {
     EXPECT_TRUE(fs::exists(folder.sPath("site/index.html")));
 }
 
+/// No type is named Missing and none Lost.
+TEST(Site, SchemaWithErrorsIsAFinding) {
+    const TemporaryFolder folder;
+    const auto schema = folder.sWrite("Test.exp", "SCHEMA TEST;\nENTITY A;\n    B : Missing;\n    C : Lost;\n"
+                                                  "END_ENTITY;\nEND_SCHEMA;\n");
+    const auto run = kivifcRun({"site", schema, "--out", folder.sPath("site")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, HasSubstr("Test.exp: the schema has 2 errors, so pages may lack what it declares"));
+    EXPECT_THAT(sFileText(folder.sPath("site/index.html")),
+                HasSubstr("<span class=\"badge error\">incomplete</span> The schema has 2 errors"));
+    EXPECT_EQ(kivifcRun({"schema", schema}).status, 1);
+}
+
+/// A rule that cannot be read is a warning, and is on the page as its text.
+TEST(Site, SchemaWithWarningsAloneIsComplete) {
+    const TemporaryFolder folder;
+    const auto schema =
+        folder.sWrite("Test.exp", "SCHEMA TEST;\nENTITY A;\n    B : REAL;\n WHERE\n    W : B > ;\n"
+                                  "END_ENTITY;\nEND_SCHEMA;\n");
+    const auto run = kivifcRun({"site", schema, "--out", folder.sPath("site")});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(sFileText(folder.sPath("site/index.html")).find("incomplete"), std::string::npos);
+}
+
 TEST(Site, SetThatIsRefusedHasItsPageThoughItCameFromAPipe) {
     const TemporaryFolder folder;
     RunOptions options;
