@@ -113,19 +113,18 @@ private:
         return false;
     }
 
-    /// 'IFC4.IFCWALL' names an entity.
+    /// 'IFC4.IFCWALL' names an entity, and 'IFC4.IFCROOT.NAME' an attribute of one.
     void vLiteralWrite(std::string_view text) {
-        const auto point = text.find('.');
-        const ObjectBase* object = nullptr;
-        if (point != std::string_view::npos && text.size() > point + 2)
-            object = model_.getSchema().pObjectFromName(text.substr(point + 1, text.size() - point - 2));
+        const auto name = literalTypeName(ascii::trimmed(text, "'"));
+        const auto* object = name.empty() ? nullptr : model_.getSchema().pObjectFromName(name);
         if (!object) {
             html_ << escaped(text);
             return;
         }
-        html_ << escaped(text.substr(0, point + 1));
-        vLinkWrite(model_.getAddresses().of(*object), text.substr(point + 1, text.size() - point - 2));
-        html_ << escaped(text.substr(text.size() - 1));
+        const auto begin = text.find('.') + 1;
+        html_ << escaped(text.substr(0, begin));
+        vLinkWrite(model_.getAddresses().of(*object), name);
+        html_ << escaped(text.substr(begin + name.size()));
     }
 
     bool boLinkWrite(const Address& address, std::string_view word) {

@@ -42,6 +42,14 @@ bool isPieceBegin(std::string_view text) {
 
 } // namespace
 
+std::string_view literalTypeName(std::string_view text) {
+    const auto point = text.find('.');
+    if (point == std::string_view::npos)
+        return {};
+    const auto name = text.substr(point + 1);
+    return name.substr(0, name.find('.'));
+}
+
 bool ExpressWords::boNext() {
     if (rest_.empty())
         return false;

@@ -18,6 +18,10 @@
 
 namespace kiv::kivifc::site {
 
+/// What 'SCHEMA.NAME' and 'SCHEMA.NAME.ATTRIBUTE' name, without quotes; empty for any other text. It is a
+/// part of the text.
+std::string_view literalTypeName(std::string_view text);
+
 class ExpressWords {
 public:
     enum class Kind : std::uint8_t {

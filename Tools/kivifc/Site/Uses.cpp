@@ -3,6 +3,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaFunction.h"
 #include "kiv/Kit/Express/ExpressionWalk.h"
+#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/ExpressWords.h"
 #include "kivifc/Site/RedeclaredName.h"
@@ -30,12 +31,7 @@ public:
     }
     void visit(const EnumerationValueExpression& node) override { take_(node.getTypeName()); }
     /// TYPEOF compares with 'SCHEMA.NAME'.
-    void visit(const StringValueExpression& node) override {
-        const auto value = node.getValue();
-        const auto point = value.find('.');
-        if (point != std::string_view::npos)
-            take_(value.substr(point + 1));
-    }
+    void visit(const StringValueExpression& node) override { take_(literalTypeName(node.getValue())); }
     void visit(const GetExpression& node) override {
         if (node.getQualifier() == Qualifier::Group || node.getQualifier() == Qualifier::None)
             take_(node.getName());
@@ -114,12 +110,8 @@ private:
         }
     }
 
-    /// What is after the point of 'SCHEMA.NAME'; empty for any other text.
     static std::string_view typeNameOf(std::string_view literal) {
-        const auto point = literal.find('.');
-        if (point == std::string_view::npos || literal.size() < point + 2)
-            return {};
-        return literal.substr(point + 1, literal.size() - point - 2);
+        return literalTypeName(ascii::trimmed(literal, "'"));
     }
 
     void vNameTake(std::string_view name, const RuleUse& use) {

@@ -12,6 +12,7 @@ namespace kiv::kivifc::site::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr const char* Declarations = "TYPE Label = STRING;\n"
@@ -91,6 +92,21 @@ TEST_F(UsesTest, RulesCallOrNameItOnceEach) {
 
 TEST_F(UsesTest, FunctionsNameItInTheirTextButNotInComments) {
     EXPECT_THAT(rulesOf("Room"), ElementsAre("Doubled."));
+}
+
+/// USEDIN asks for the attribute of an entity.
+TEST(Uses, LiteralsOfThreePartsNameTheirEntity) {
+    const SiteSample sample(
+        "ENTITY Wall;\n    Size : REAL;\nEND_ENTITY;\n"
+        "ENTITY Room;\n WHERE\n    R : SIZEOF(USEDIN(SELF, 'TEST.WALL.SIZE')) = 0;\nEND_ENTITY;\n"
+        "FUNCTION F\n    (x : REAL) : REAL;\n    RETURN(SIZEOF(USEDIN(x, 'TEST.WALL.SIZE')));\n"
+        "END_FUNCTION;\n");
+    const auto& rules = sample.getModel().usesOf(sample.entity("Wall")).rules;
+    ASSERT_EQ(rules.size(), 2U);
+    EXPECT_EQ(rules[0].label, "R");
+    EXPECT_EQ(rules[1].owner->getName(), "F");
+    for (const auto* page : {"Room.html", "F.html"})
+        EXPECT_THAT(sample.sPage(page), HasSubstr("TEST.<a href=\"Wall.html\">WALL</a>.SIZE"));
 }
 
 } // namespace
