@@ -13,16 +13,20 @@ std::string_view ownNameOf(std::string_view name) {
                : name.substr(point + 1);
 }
 
-const Attribute* pRedeclared(const Attribute& attribute, const Schema& schema) {
-    const auto name = attribute.getName();
+std::string_view qualifierOf(std::string_view name) {
     const auto begin = name.find('\\');
     const auto point = name.rfind('.');
     if (begin == std::string_view::npos || point == std::string_view::npos || point < begin)
-        return nullptr;
-    const auto* entity = Entity::pFrom(schema.pObjectFromName(name.substr(begin + 1, point - begin - 1)));
+        return {};
+    return name.substr(begin + 1, point - begin - 1);
+}
+
+const Attribute* pRedeclared(const Attribute& attribute, const Schema& schema) {
+    const auto qualifier = qualifierOf(attribute.getName());
+    const auto* entity = qualifier.empty() ? nullptr : Entity::pFrom(schema.pObjectFromName(qualifier));
     if (!entity)
         return nullptr;
-    const AttributeName own(name.substr(point + 1));
+    const AttributeName own(ownNameOf(attribute.getName()));
     return entity->pAttributeFromName(own, true);
 }
 

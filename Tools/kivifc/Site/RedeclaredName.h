@@ -18,6 +18,9 @@ namespace kiv::kivifc::site {
 /// The name alone, without the entity that it was declared in first.
 std::string_view ownNameOf(std::string_view name);
 
+/// The entity that a name such as SELF\\IfcRoot.Name refers to, by its name; empty for a name alone.
+std::string_view qualifierOf(std::string_view name);
+
 /// The attribute that this one declares again; null for none.
 const ifc::def::schema::Attribute* pRedeclared(const ifc::def::schema::Attribute& attribute,
                                                const ifc::def::schema::Schema& schema);

@@ -68,6 +68,7 @@ private:
         for (const auto& attribute : entity.getAttributes()) {
             if (const auto* named = pNamed(attribute.pFirstType()))
                 uses_[named].attributes.push_back(&attribute);
+            vQualifierTake(attribute.getName(), {&entity, ownNameOf(attribute.getName())});
         }
         for (const auto& inverse : entity.getAttributesInverse()) {
             if (inverse.pReferredEntity())
@@ -75,12 +76,26 @@ private:
         }
         if (entity.pDerive()) {
             for (const auto& value : entity.pDerive()->getValues()) {
+                vQualifierTake(value.getName(), {&entity, ownNameOf(value.getName())});
                 const auto text = declarations_.textOf(value);
                 vTextTake(text.empty() ? value.getRest() : text, {&entity, ownNameOf(value.getName())});
             }
         }
+        vUniqueTake(entity);
         vRulesTake(entity, entity.pWhere());
     }
+
+    void vUniqueTake(const Entity& entity) {
+        if (!entity.pUnique())
+            return;
+        for (const auto& rule : entity.pUnique()->getRules()) {
+            for (const auto& name : rule.attributeNames)
+                vQualifierTake(name, {&entity, rule.label});
+        }
+    }
+
+    /// SELF\Entity.Name refers to the entity.
+    void vQualifierTake(std::string_view name, const RuleUse& use) { vNameTake(qualifierOf(name), use); }
 
     void vTypeTake(const Type& type) {
         if (const auto* select = dynamic_cast<const DataTypeSelect*>(type.pUnderlying())) {

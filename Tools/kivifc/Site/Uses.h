@@ -25,7 +25,8 @@ namespace kiv::kivifc::site {
 struct RuleUse {
     /// An entity or a type; or a function, a rule.
     const ifc::def::schema::ObjectBase* owner;
-    /// Of a WHERE rule its label, of a derived attribute its name; empty for a function or a rule.
+    /// Of a WHERE or UNIQUE rule its label, of an attribute that is derived or declared again its name; empty
+    /// for a function or a rule.
     std::string_view label;
 };
 

@@ -68,7 +68,7 @@ void vUsesWrite(const SiteModel& model, const ObjectBase& object, Html& html) {
     vListWrite(html, "Attributes", uses.attributes, vAttribute);
     vListWrite(html, "Inverse attributes", uses.inverses, vAttribute);
     vListWrite(html, "Types", uses.types, [&](const auto* type) { vObjectLinkWrite(model, *type, html); });
-    vListWrite(html, "Rules and functions", uses.rules,
+    vListWrite(html, "Rules, redeclarations and functions", uses.rules,
                [&](const RuleUse& use) { vRuleWrite(model, use, html); });
     vMembersWrite(model, members, html);
     vSectionEnd(html);

@@ -94,6 +94,18 @@ TEST_F(UsesTest, FunctionsNameItInTheirTextButNotInComments) {
     EXPECT_THAT(rulesOf("Room"), ElementsAre("Doubled."));
 }
 
+TEST(Uses, RedeclarationsAndUniqueRulesNameTheEntityAbove) {
+    const SiteSample sample(
+        "ENTITY Wall;\n    Size : REAL;\n    Mark : STRING;\nEND_ENTITY;\n"
+        "ENTITY Thick\n SUBTYPE OF (Wall);\n    SELF\\Wall.Mark : STRING(9);\n DERIVE\n"
+        "    SELF\\Wall.Size : REAL := 2.0;\n UNIQUE\n    U : SELF\\Wall.Mark;\nEND_ENTITY;\n");
+    std::vector<std::string> labels;
+    for (const auto& rule : sample.getModel().usesOf(sample.entity("Wall")).rules)
+        labels.emplace_back(rule.label);
+    EXPECT_THAT(labels, ElementsAre("Mark", "Size", "U"));
+    EXPECT_THAT(sample.sPage("Wall.html"), HasSubstr("<a href=\"Thick.html#U\"><code>Thick.U</code></a>"));
+}
+
 /// USEDIN asks for the attribute of an entity.
 TEST(Uses, LiteralsOfThreePartsNameTheirEntity) {
     const SiteSample sample(
