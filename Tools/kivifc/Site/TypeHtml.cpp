@@ -12,17 +12,14 @@ namespace {
 
 using namespace ifc::def::schema;
 
-/// Of the names in a list.
-constexpr std::size_t NamesMax = 8;
-
 template <typename Names, typename WriteName>
-void vNamesWrite(const Names& names, Html& html, const WriteName& vNameWrite) {
+void vNamesWrite(const Names& names, std::size_t namesMax, Html& html, const WriteName& vNameWrite) {
     html << "(";
     std::size_t count = 0;
     for (const auto& name : names) {
         html << (count == 0 ? Markup("") : Markup(", "));
-        if (count++ == NamesMax && names.size() > NamesMax + 1) {
-            html << "and " << names.size() - NamesMax << " more";
+        if (count++ == namesMax && names.size() > namesMax + 1) {
+            html << "and " << names.size() - namesMax << " more";
             break;
         }
         vNameWrite(name);
@@ -38,26 +35,27 @@ const Type* pNamedType(const ObjectBase* object) {
 
 } // namespace
 
-void vUnderlyingWrite(const SiteModel& model, const Type& type, Html& html) {
+void vUnderlyingWrite(const SiteModel& model, const Type& type, std::size_t namesMax, Html& html) {
     if (const auto* items = dynamic_cast<const DataTypeEnum*>(type.pUnderlying())) {
         html << "<span class=\"kw\">ENUMERATION</span> ";
-        return vNamesWrite(items->getItems(), html,
+        return vNamesWrite(items->getItems(), namesMax, html,
                            [&](std::string_view item) { html << escaped(sShort(item)); });
     }
     if (const auto* select = dynamic_cast<const DataTypeSelect*>(type.pUnderlying())) {
         html << "<span class=\"kw\">SELECT</span> ";
-        return vNamesWrite(select->getMemberNames(), html,
+        return vNamesWrite(select->getMemberNames(), namesMax, html,
                            [&](std::string_view name) { vExpressWrite(model, {}, sShort(name), html); });
     }
     vExpressWrite(model, {}, sShort(type.getUnderlyingText()), html);
 }
 
-void vTypeTextWrite(const SiteModel& model, const AttributeBase& attribute, Html& html) {
+void vTypeTextWrite(const SiteModel& model, const AttributeBase& attribute, std::size_t namesMax,
+                    Html& html) {
     html << "<code>";
     vExpressWrite(model, {}, sShort(attribute.getTypeText()), html);
     if (const auto* type = pNamedType(attribute.pFirstType())) {
         html << " <span class=\"unfolded\">= ";
-        vUnderlyingWrite(model, *type, html);
+        vUnderlyingWrite(model, *type, namesMax, html);
         html << "</span>";
     }
     html << "</code>";

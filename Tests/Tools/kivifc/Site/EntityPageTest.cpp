@@ -72,7 +72,19 @@ TEST_F(EntityPageTest, TypesAreUnfoldedOneStep) {
                 HasSubstr("<a href=\"Label.html\">Label</a> <span class=\"unfolded\">= <span class=\"kw\">"
                           "STRING</span>(80)</span>"));
     EXPECT_THAT(sSection("Wall.html", "attributes"),
-                HasSubstr("A1, A2, A3, A4, A5, A6, A7, A8, and 2 more)"));
+                HasSubstr("A1, A2, A3, A4, A5, A6, A7, A8, A9, A10)</span>"));
+}
+
+/// What is looked for on the page of a wall is its own items, all of them.
+TEST(EntityPage, InheritedTypesAreUnfoldedInPart) {
+    std::string items = "B1";
+    for (int number = 2; number <= 42; ++number)
+        items += ", B" + std::to_string(number);
+    const SiteSample sample("TYPE Kind = ENUMERATION OF (" + items +
+                            ");\nEND_TYPE;\nENTITY Wall;\n    Is : Kind;\nEND_ENTITY;\n"
+                            "ENTITY Thick\n SUBTYPE OF (Wall);\nEND_ENTITY;\n");
+    EXPECT_THAT(sample.sPage("Wall.html"), HasSubstr("B39, B40, and 2 more)"));
+    EXPECT_THAT(sample.sPage("Thick.html"), HasSubstr("B7, B8, and 34 more)"));
 }
 
 TEST_F(EntityPageTest, InheritedAttributeIsBelowItsEntityAndLinksThere) {
