@@ -183,6 +183,11 @@ private:
     }
 
     void vWrite(const pset::TypePropertyTableValue& type) {
+        if (type.getDefiningTypeName().empty() && type.getDefinedTypeName().empty() &&
+            type.getDefiningValues().empty() && type.getDefinedValues().empty()) {
+            html_ << "types not given";
+            return vTextWrite(", by ", type.getExpression());
+        }
         vColumnWrite(type.getDefiningTypeName(), type.getDefiningValues());
         html_ << " to ";
         vColumnWrite(type.getDefinedTypeName(), type.getDefinedValues());
@@ -202,7 +207,7 @@ private:
 
     void vColumnWrite(std::string_view typeName, const std::vector<pset::TypePropertyValue>& values) {
         if (typeName.empty())
-            html_ << "any value";
+            html_ << "a type not given";
         vNameWrite(typeName);
         for (const auto& value : values) {
             vUnitWrite(value.getUnitType());

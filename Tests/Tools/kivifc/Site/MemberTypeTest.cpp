@@ -52,11 +52,15 @@ TEST(MemberType, EachKindShowsWhatItHas) {
         {sEnumeration("PEnum_Kind", {"A", "B"}), "Enumeration", "<code>Kind</code>: <code>A, B</code>"},
         {"<TypePropertyListValue><ListValue><DataType type=\"Label\"/></ListValue></TypePropertyListValue>",
          "List", "of " + label},
-        {"<TypePropertyListValue/>", "List", "of any value"},
+        {"<TypePropertyListValue/>", "List", "of a type not given"},
         {"<TypePropertyTableValue><Expression>y = x</Expression><DefiningValue><DataType type=\"Label\"/>"
          "<Values>1 2</Values></DefiningValue><DefinedValue><DataType type=\"Label\"/><UnitType "
          "type=\"METRE\"/></DefinedValue></TypePropertyTableValue>",
          "Table", label + ": <code>1 2</code> to " + label + " in <code>METRE</code> by <code>y = x</code>"},
+        {"<TypePropertyTableValue/>", "Table", "types not given"},
+        {"<TypePropertyTableValue><DefiningValue><DataType type=\"Label\"/></DefiningValue>"
+         "</TypePropertyTableValue>",
+         "Table", label + " to a type not given"},
         {"<TypeComplexProperty name=\"CP\">" + sProperty("Q", sSingle("Label")) + "</TypeComplexProperty>",
          "Complex", "<code>CP</code> of 1 property"},
         {"", "No type given", ""},
