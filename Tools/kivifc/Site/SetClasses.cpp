@@ -39,22 +39,33 @@ const Type* pDeclaring(const Type* type) {
     return nullptr;
 }
 
+void vMissingWrite(std::string_view name, Html& html) {
+    html << "<code>" << escaped(sShort(name))
+         << "</code> <span class=\"badge warning\">not in the schema</span>";
+}
+
 class Predefined {
 public:
     Predefined(const SiteModel& model, const NamedClass& named) :
-        model_(model), type_(named.entity ? pPredefinedType(*named.entity) : nullptr) {}
+        model_(model),
+        type_(named.entity ? pPredefinedType(*named.entity) : nullptr),
+        isKnown_(named.entity != nullptr) {}
 
     void vWrite(std::string_view name, Html& html) const {
         const auto* declaring = type_ && hasItem(*type_, name) ? pDeclaring(type_) : nullptr;
         if (declaring)
             vNameLinkWrite(html, model_.getAddresses().of(*declaring).row(name), name);
-        else
+        else if (!isKnown_)
             html << "<code>" << escaped(sShort(name)) << "</code>";
+        else
+            vMissingWrite(name, html);
     }
 
 private:
     const SiteModel& model_;
     const Type* type_;
+    // Of a class that is missing, that is said of the class alone.
+    bool isKnown_;
 };
 
 } // namespace
@@ -81,7 +92,7 @@ std::vector<NamedClass> namedClasses(const Schema& schema, const SetDef& set) {
 void vClassWrite(const SiteModel& model, const NamedClass& named, Html& html) {
     if (named.entity)
         return vObjectLinkWrite(model, *named.entity, html);
-    html << "<code>" << escaped(sShort(named.name)) << "</code>";
+    vMissingWrite(named.name, html);
 }
 
 void vSetClassesWrite(const SiteModel& model, const SetDef& set, Html& html) {

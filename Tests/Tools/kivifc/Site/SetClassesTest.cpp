@@ -40,9 +40,11 @@ TEST(SetClasses, ItemsOfARenamedEnumerationAreWhereTheyAreDeclared) {
     EXPECT_THAT(classesOf({"Thick/HOLLOW"}), HasSubstr("<a href=\"Kind.html#HOLLOW\">"));
 }
 
-TEST(SetClasses, WhatTheSchemaDoesNotHaveIsText) {
-    EXPECT_THAT(classesOf({"Wall/solid"}), HasSubstr("<td><code>solid</code></td>"));
-    EXPECT_THAT(classesOf({"Roof/SOLID"}), HasSubstr("<code>Roof</code></th><td><code>SOLID</code></td>"));
+TEST(SetClasses, WhatTheSchemaDoesNotHaveIsMarked) {
+    const std::string badge = " <span class=\"badge warning\">not in the schema</span>";
+    EXPECT_THAT(classesOf({"Wall/solid"}), HasSubstr("<td><code>solid</code>" + badge + "</td>"));
+    EXPECT_THAT(classesOf({"Roof/SOLID"}),
+                HasSubstr("<code>Roof</code>" + badge + "</th><td><code>SOLID</code></td>"));
 }
 
 TEST(SetClasses, AClassAloneIsAllOfIt) {

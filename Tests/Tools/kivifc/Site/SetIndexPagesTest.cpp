@@ -36,7 +36,8 @@ TEST(SetIndexPage, SetsAreByClassAndByPrefix) {
                           "aria-label=\"Link to Wall\">#</a><a href=\"Wall.html\"><code>Wall</code></a></th>"
                           "<td><ul class=\"links\">\n<li><a href=\"sets/Off_A.html\"><code>Off_A</code></a> "
                           "<span class=\"badge\">office</span></li>\n<li><a href=\"sets/Pset_B.html\">"));
-    EXPECT_THAT(page, HasSubstr("<code>Roof</code></th>"));
+    EXPECT_THAT(page,
+                HasSubstr("<code>Roof</code> <span class=\"badge warning\">not in the schema</span></th>"));
     EXPECT_THAT(page, HasSubstr("<th scope=\"row\">Every class</th><td><ul class=\"links\">\n<li><a "
                                 "href=\"sets/Every.html\">"));
     EXPECT_THAT(page, HasSubstr("<h3>Without a prefix <span class=\"count\">1</span></h3>"));
