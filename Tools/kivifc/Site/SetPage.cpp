@@ -10,7 +10,6 @@
 #include "kivifc/Site/SetMembers.h"
 #include "kivifc/Site/Translations.h"
 
-#include <filesystem>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -113,7 +112,7 @@ private:
         vSectionBegin(html_, "facts", "About");
         html_ << "<dl class=\"facts\">\n";
         vFactWrite("Context", sContextText(site_.context));
-        vFactWrite("Document", std::filesystem::path(site_.path).filename().string());
+        vFactWrite("Document", site_.documentName);
         vFactWrite("IFC version", set_.getIfcVersion());
         vFactWrite("Template type", ifc::def::xml::sTemplateTypeText(set_.getTemplateType()));
         vFactWrite("Applicable type value", set_.getApplicableTypeValue());

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
+#include <string>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -36,6 +38,14 @@ NamedTypes namedTypesOf(const Schema& schema, const SetDef& set) {
             ofClass.assign(named.predefinedTypes.begin(), named.predefinedTypes.end());
     }
     return types;
+}
+
+/// The bytes of the folder that all paths begin with, "/" included.
+std::size_t commonFolderSize(const std::set<std::string>& paths) {
+    // What the first and the last in order have in common, those between them have too.
+    const auto& first = *paths.begin();
+    const auto common = std::ranges::mismatch(first, *paths.rbegin()).in1 - first.begin();
+    return first.substr(0, static_cast<std::size_t>(common)).rfind('/') + 1;
 }
 
 std::size_t errorsOf(const SchemaFile& file) {
@@ -90,11 +100,12 @@ void SiteModel::vSetsCollect() {
             for (const auto* set : definitions.getXmlSets()) {
                 const auto* found = getSchema().pXmlSetFromName(set->getName(), {});
                 sets_.push_back(
-                    {set, context, loaded_.paths.at(set), {}, found == set ? nullptr : found, {}});
+                    {set, context, loaded_.paths.at(set), {}, found == set ? nullptr : found, {}, {}});
             }
         },
         {});
     vUnusedSetsRead();
+    vDocumentsName();
     for (const auto& set : sets_)
         setsByDef_.emplace(set.set, &set);
     for (auto& set : sets_) {
@@ -121,9 +132,18 @@ void SiteModel::vUnusedSetsRead() {
         auto document = kit::setTextRead(unused.text, unused.path, readingOptions());
         if (!document.pSet())
             continue;
-        sets_.push_back({document.pSet(), unused.context, unused.path, unused.reason, nullptr, {}});
+        sets_.push_back({document.pSet(), unused.context, unused.path, unused.reason, nullptr, {}, {}});
         unusedDocuments_.push_back(std::move(document));
     }
+}
+
+void SiteModel::vDocumentsName() {
+    std::unordered_map<std::string, std::set<std::string>> paths;
+    const auto fileName = [](const SiteSet& set) { return set.path.substr(set.path.rfind('/') + 1); };
+    for (const auto& set : sets_)
+        paths[fileName(set)].insert(set.path);
+    for (auto& set : sets_)
+        set.documentName = set.path.substr(commonFolderSize(paths[fileName(set)]));
 }
 
 void SiteModel::vMemberUsesFind() {

@@ -42,6 +42,9 @@ struct SiteSet {
     std::string unusedReason;
     /// The set of an earlier context that a search by name finds instead; null for none.
     const ifc::def::xml::SetDef* hiddenBy = nullptr;
+    /// How the document is called: its name, and of documents of one name as many folders before it as they
+    /// need to differ. Where on the disk they lie is of no use to a reader of the site.
+    std::string documentName;
     /// That of the set that hides it.
     std::string hidingContext;
 
@@ -131,6 +134,7 @@ private:
     void vObjectsSort();
     void vSetsCollect();
     void vUnusedSetsRead();
+    void vDocumentsName();
     void vMemberUsesFind();
     void vSetsApply();
     void vUnrestrictedFind();

@@ -93,6 +93,24 @@ TEST(SetPage, FindingsAreThoseOfACheck) {
     EXPECT_THAT(page, HasSubstr("<span class=\"note\">line 1</span>"));
 }
 
+/// Those of one name say where they differ, and no more of where they lie.
+TEST(SetPage, DocumentsOfOneNameDiffer) {
+    const TemporaryFolder folder;
+    const auto schema =
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+    folder.sWrite("sets/a/deep/1.xml", sSet("Pset_A", {"Wall"}, ""));
+    folder.sWrite("sets/b/1.xml", sSet("Pset_B", {"Wall"}, ""));
+    folder.sWrite("sets/b/2.xml", sSet("Pset_C", {"Wall"}, ""));
+    const auto out = folder.sPath("site");
+    EXPECT_EQ(kivifcRun({"site", schema, folder.sPath("sets"), "--out", out}).status, 0);
+    const auto sDocument = [](const std::string& name) {
+        return "<dt>Document</dt><dd><bdi>" + name + "</bdi></dd>";
+    };
+    EXPECT_THAT(sFileText(out + "/sets/Pset_A.html"), HasSubstr(sDocument("a/deep/1.xml")));
+    EXPECT_THAT(sFileText(out + "/sets/Pset_B.html"), HasSubstr(sDocument("b/1.xml")));
+    EXPECT_THAT(sFileText(out + "/sets/Pset_C.html"), HasSubstr(sDocument("2.xml")));
+}
+
 TEST(SetPage, DocumentWithoutFindingsSaysSo) {
     const TemporaryFolder folder;
     const auto out = folder.sPath("site");
