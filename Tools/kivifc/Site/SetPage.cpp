@@ -1,6 +1,7 @@
 #include "kivifc/Site/SetPage.h"
 
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
+#include "kiv/Kit/Findings/Rule.h"
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/GuidNotations.h"
 #include "kivifc/Site/MemberList.h"
@@ -171,19 +172,22 @@ private:
         for (const auto* finding : findings_)
             vFindingWrite(*finding);
         if (!findings_.empty())
-            html_ << "</ul>\n";
+            html_ << "</ul>\n<p><code>kivifc explain CODE</code> says what a rule finds, and why.</p>\n";
         vSectionEnd(html_);
     }
 
     void vFindingWrite(const kit::Finding& finding) {
         const auto severity = severityWord(finding.severity);
-        html_ << "<li" << attribute("class", severity.getView()) << "><span"
+        html_ << "<li" << attribute("class", "found-" + std::string(severity.getView())) << "><span"
               << attribute("class", "badge " + std::string(severity.getView())) << ">" << severity
-              << "</span> <code>" << escaped(finding.code) << "</code> "
-              << isolated(sShort(finding.message, MessageMax));
+              << "</span> ";
         if (finding.place.position.line != 0)
-            html_ << " <span class=\"note\">line " << finding.place.position.line << "</span>";
-        html_ << "</li>\n";
+            html_ << "line " << finding.place.position.line << ": ";
+        html_ << isolated(sShort(finding.message, MessageMax)) << " <span class=\"note\"><code>"
+              << escaped(finding.code) << "</code>";
+        if (const auto* rule = kit::pRuleFind(finding.code))
+            html_ << " " << escaped(rule->name);
+        html_ << "</span></li>\n";
     }
 
     const SetPages& pages_;

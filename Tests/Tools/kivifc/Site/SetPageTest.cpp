@@ -1,5 +1,7 @@
 #include "kivifc/Site/SetPage.h"
 
+#include "kiv/Kit/Findings/Rule.h"
+
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/Site/SetTexts.h"
 #include "Tools/kivifc/Site/SiteSample.h"
@@ -88,9 +90,10 @@ TEST(SetPage, FindingsAreThoseOfACheck) {
     const auto page = sFileText(out + "/sets/Pset_S.html");
     const auto check = kivifcRun({"check", schema, document, "--format", "github"}).out;
     EXPECT_THAT(check, HasSubstr("C001"));
-    EXPECT_THAT(page,
-                HasSubstr("<li class=\"error\"><span class=\"badge error\">error</span> <code>C001</code> "));
-    EXPECT_THAT(page, HasSubstr("<span class=\"note\">line 1</span>"));
+    EXPECT_THAT(
+        page, HasSubstr("<li class=\"found-error\"><span class=\"badge error\">error</span> line 1: <bdi>"));
+    EXPECT_THAT(page, HasSubstr("</bdi> <span class=\"note\"><code>C001</code> " +
+                                std::string(kit::pRuleFind("C001")->name) + "</span></li>"));
 }
 
 /// Those of one name say where they differ, and no more of where they lie.
