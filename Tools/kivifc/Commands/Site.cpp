@@ -2,6 +2,7 @@
 #include "kivifc/Commands/Options.h"
 #include "kivifc/Commands/SiteOptions.h"
 #include "kivifc/Documents/SchemaWithSets.h"
+#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Program/Environment.h"
 #include "kivifc/Program/OneLine.h"
 #include "kivifc/Site/SiteFolder.h"
@@ -123,8 +124,9 @@ void SiteCommand::vRun(Console& console) {
     // A site without them would look complete.
     if (!diagnostics.getFailures().empty())
         return diagnostics.vNote(options_.folder, "no site is written, as not everything could be read");
-    const auto title =
-        options_.title.empty() ? std::string(loaded->schema.schema->getName()) : options_.title;
+    // A title of blanks would be a link that nobody sees.
+    const bool hasTitle = !ascii::trimmed(options_.title, " \t\r\n").empty();
+    const auto title = hasTitle ? options_.title : std::string(loaded->schema.schema->getName());
     const site::SiteModel model(*loaded, title);
     site::vSitePagesWrite(model, folder);
     const auto failure = folder.sFinish();

@@ -18,6 +18,10 @@ constexpr Markup Policy("<meta http-equiv=\"Content-Security-Policy\" content=\"
 constexpr Markup HeadEnd("<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
                          "<link rel=\"icon\" href=\"data:,\">\n");
 
+bool isStart(std::string_view siteTitle, const PageHead& head) {
+    return head.crumbs.empty() && head.title == siteTitle;
+}
+
 } // namespace
 
 Page::Page(std::string_view siteTitle, const PageHead& head) :
@@ -36,9 +40,11 @@ Page::Page(std::string_view siteTitle, const PageHead& head) :
 void Page::vHeadWrite(std::string_view siteTitle, const PageHead& head) {
     html_ << "<!DOCTYPE html>\n<html lang=\"en\"" << attribute("data-root", html_.getRoot().getView())
           << ">\n<head>\n<meta charset=\"utf-8\">\n"
-          << Policy << HeadEnd << "<title>" << escaped(sShort(head.title)) << " - "
-          << escaped(sShort(siteTitle)) << "</title>\n<link rel=\"stylesheet\"" << href(Address(StyleSheet))
-          << ">\n";
+          << Policy << HeadEnd << "<title>" << escaped(sShort(head.title));
+    // An object may be called as the site is; the start page is.
+    if (!isStart(siteTitle, head))
+        html_ << " - " << escaped(sShort(siteTitle));
+    html_ << "</title>\n<link rel=\"stylesheet\"" << href(Address(StyleSheet)) << ">\n";
     // The first is obeyed before the page is drawn, so that a remembered mode is there from the beginning.
     if (head.isBelowTop)
         html_ << "<script src=\"../assets/site.js\"></script>\n"
@@ -58,8 +64,7 @@ void Page::vBarWrite(std::string_view siteTitle) {
 }
 
 void Page::vCrumbsWrite(std::string_view siteTitle, const PageHead& head) {
-    const bool isStart = head.crumbs.empty() && head.title == siteTitle;
-    if (isStart)
+    if (isStart(siteTitle, head))
         return;
     html_ << "<nav class=\"crumbs\" aria-label=\"Breadcrumb\"><ol>";
     html_ << "<li><a" << href(Address(StartPage)) << ">" << escaped(sShort(siteTitle)) << "</a></li>";

@@ -35,6 +35,17 @@ TEST(Site, HasAPageForEachEntityAndSaysWhereItIs) {
     EXPECT_TRUE(fs::exists(folder.sPath("site/assets/site.css")));
 }
 
+TEST(Site, StartPageHasItsTitleOnce) {
+    const TemporaryFolder folder;
+    for (const std::string title : {"", " \t"}) {
+        ASSERT_EQ(kivifcRun({"site", "Building.exp", "--out", folder.sPath("site"), "--title", title}).status,
+                  0);
+        EXPECT_THAT(sFileText(folder.sPath("site/index.html")), HasSubstr("<title>BUILDING1</title>"));
+        EXPECT_THAT(sFileText(folder.sPath("site/BldWall.html")),
+                    HasSubstr("<title>BldWall - BUILDING1</title>"));
+    }
+}
+
 TEST(Site, SameInputGivesTheSameBytes) {
     const TemporaryFolder folder;
     for (const std::string name : {"one", "two"})
