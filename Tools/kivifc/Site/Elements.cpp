@@ -1,5 +1,6 @@
 #include "kivifc/Site/Elements.h"
 
+#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Program/CodePoints.h"
 
 #include <cstddef>
@@ -12,6 +13,10 @@ std::string sShort(std::string_view text, std::size_t whole) {
         return std::string(text);
     const auto end = characterBegin(text, whole - whole / 5);
     return std::string(text.substr(0, end)) + "...";
+}
+
+std::string sLinkText(std::string_view name) {
+    return ascii::trimmed(name, " \t\r\n").empty() ? "(no name)" : sShort(name);
 }
 
 void vSectionBegin(Html& html, Markup id, Markup title) {
@@ -50,7 +55,7 @@ void vRowLinkWrite(Html& html, const RowId& id, std::string_view name) {
 }
 
 void vNameLinkWrite(Html& html, const Address& address, std::string_view name) {
-    html << "<a" << href(address) << "><code>" << escaped(sShort(name)) << "</code></a>";
+    html << "<a" << href(address) << "><code>" << escaped(sLinkText(name)) << "</code></a>";
 }
 
 } // namespace kiv::kivifc::site

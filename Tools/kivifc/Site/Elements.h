@@ -27,6 +27,9 @@ namespace kiv::kivifc::site {
 /// "...", so that a long name does not make each page long that has it. Cut between code points.
 std::string sShort(std::string_view text, std::size_t whole = 200);
 
+/// A name of a document for a link, which is no link to see when the name is blank.
+std::string sLinkText(std::string_view name);
+
 /// `id` is a word in lower case, as those of rows never are.
 void vSectionBegin(Html& html, Markup id, Markup title);
 /// The same with the number of what is in it.

@@ -136,7 +136,7 @@ void vNameWrite(std::span<const TranslatedName> same, const std::string& tag, Ht
     html << ">" << escaped(sShort(same.front().text)) << "</th><td><code>"
          << escaped(sShort(same.front().name)) << "</code></td><td><ul class=\"links\">\n";
     for (const auto& name : same)
-        html << "<li><a" << href(name.address) << ">" << escaped(sShort(name.set->set->getName()))
+        html << "<li><a" << href(name.address) << ">" << escaped(sLinkText(name.set->set->getName()))
              << "</a></li>\n";
     html << "</ul></td></tr>\n";
 }

@@ -26,7 +26,7 @@ std::string_view nameOf(const NamedMembers* named) {
 void vPlacesWrite(const TypedMembers& typed, Html& html) {
     html << "<ul class=\"links\">\n";
     for (const auto& [set, address] : typed.places) {
-        html << "<li><a" << href(address) << ">" << escaped(sShort(set->set->getName())) << "</a>";
+        html << "<li><a" << href(address) << ">" << escaped(sLinkText(set->set->getName())) << "</a>";
         vContextBadgeWrite(*set, html);
         html << "</li>\n";
     }

@@ -39,7 +39,7 @@ public:
     void vWrite(const ListedMember& member) {
         const auto& def = *member.def;
         html_ << "<tr><th scope=\"row\"><a" << href(address_.row(member.row)) << ">"
-              << escaped(sShort(def.getName())) << "</a>";
+              << escaped(sLinkText(def.getName())) << "</a>";
         if (member.whole)
             html_ << " <span class=\"note\">part of " << isolated(sShort(member.whole->getName()))
                   << "</span>";

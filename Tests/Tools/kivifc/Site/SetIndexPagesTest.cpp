@@ -45,6 +45,13 @@ TEST(SetIndexPage, SetsAreByClassAndByPrefix) {
     EXPECT_THAT(page, HasSubstr("<h3><code>Pset_</code> <span class=\"count\">1</span></h3>"));
 }
 
+TEST(SetIndexPage, LinkToASetWithoutANameCanBeSeen) {
+    const SiteSample sample(Declarations,
+                            {{"TEST", sSet("  ", {"Wall"}, sProperty("Mark", sSingle("Label")))}});
+    EXPECT_THAT(sample.sPage("sets.html"), HasSubstr("<code>(no name)</code></a>"));
+    EXPECT_THAT(sample.sPage("properties.html"), HasSubstr("#Mark\">(no name)</a>"));
+}
+
 TEST(PropertyIndexPages, OneNameInManySetsIsSideBySide) {
     const SiteSample sample(Declarations, {{"TEST", sSet("S1", {}, sProperty("Mark", sSingle("Label")))},
                                            {"TEST2", sSet("S2", {}, sProperty("Mark", sSingle("LABEL")))}});
