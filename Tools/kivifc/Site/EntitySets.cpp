@@ -6,6 +6,7 @@
 #include "kivifc/Site/ExpressHtml.h"
 #include "kivifc/Site/IndexElements.h"
 #include "kivifc/Site/MemberList.h"
+#include "kivifc/Site/SetClasses.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -78,19 +79,19 @@ private:
             // There may be as many groups as sets.
             if (room.sets == 0)
                 return;
-            vPredefinedTypesWrite(group);
+            vPredefinedTypesWrite(each, group);
             vSetsWrite(group.sets, room);
         }
     }
 
-    void vPredefinedTypesWrite(const AppliedSets& group) {
+    void vPredefinedTypesWrite(const Entity& each, const AppliedSets& group) {
         if (group.predefinedTypes.empty())
             return;
         html_ << "<h4>Predefined type ";
         const auto& types = group.predefinedTypes;
         for (std::size_t index = 0; index < std::min(types.size(), PredefinedTypesMax); ++index) {
-            html_ << (index == 0 ? Markup("") : Markup(", ")) << "<code>" << escaped(sShort(types[index]))
-                  << "</code>";
+            html_ << (index == 0 ? Markup("") : Markup(", "));
+            vPredefinedTypeWrite(model_, each, types[index], html_);
         }
         if (types.size() > PredefinedTypesMax)
             html_ << " and " << types.size() - PredefinedTypesMax << " more";

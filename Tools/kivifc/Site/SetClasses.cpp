@@ -46,10 +46,9 @@ void vMissingWrite(std::string_view name, Html& html) {
 
 class Predefined {
 public:
-    Predefined(const SiteModel& model, const NamedClass& named) :
-        model_(model),
-        type_(named.entity ? pPredefinedType(*named.entity) : nullptr),
-        isKnown_(named.entity != nullptr) {}
+    /// Null for a class that is missing.
+    Predefined(const SiteModel& model, const Entity* entity) :
+        model_(model), type_(entity ? pPredefinedType(*entity) : nullptr), isKnown_(entity != nullptr) {}
 
     void vWrite(std::string_view name, Html& html) const {
         const auto* declaring = type_ && hasItem(*type_, name) ? pDeclaring(type_) : nullptr;
@@ -95,6 +94,10 @@ void vClassWrite(const SiteModel& model, const NamedClass& named, Html& html) {
     vMissingWrite(named.name, html);
 }
 
+void vPredefinedTypeWrite(const SiteModel& model, const Entity& entity, std::string_view name, Html& html) {
+    Predefined(model, &entity).vWrite(name, html);
+}
+
 void vSetClassesWrite(const SiteModel& model, const SetDef& set, Html& html) {
     vTableBegin(html, "Classes that " + sShort(set.getName()) + " applies to", {"Class", "Predefined types"});
     for (const auto& named : namedClasses(model.getSchema(), set)) {
@@ -102,7 +105,7 @@ void vSetClassesWrite(const SiteModel& model, const SetDef& set, Html& html) {
         vClassWrite(model, named, html);
         html << "</th><td>" << (named.isWhole ? Markup("all") : Markup(""));
         Markup separator = named.isWhole ? Markup(", also named: ") : Markup("");
-        const Predefined predefined(model, named);
+        const Predefined predefined(model, named.entity);
         for (const auto& type : named.predefinedTypes) {
             html << separator;
             predefined.vWrite(type, html);

@@ -35,6 +35,10 @@ std::vector<NamedClass> namedClasses(const ifc::def::schema::Schema& schema,
 /// The name of a class, as a link when the schema has it.
 void vClassWrite(const SiteModel& model, const NamedClass& named, Html& html);
 
+/// A predefined type that is named with an entity, as a link to the item.
+void vPredefinedTypeWrite(const SiteModel& model, const ifc::def::schema::Entity& entity,
+                          std::string_view name, Html& html);
+
 void vSetClassesWrite(const SiteModel& model, const ifc::def::xml::SetDef& set, Html& html);
 
 } // namespace kiv::kivifc::site

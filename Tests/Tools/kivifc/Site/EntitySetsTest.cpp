@@ -48,6 +48,14 @@ TEST(EntitySets, WhatIsInheritedHasLessRoomThanWhatIsOwn) {
     EXPECT_THAT(inherited, HasSubstr("<p><a href=\"sets/Pset_C.html\"><code>Pset_C</code></a></p>"));
 }
 
+TEST(EntitySets, PredefinedTypesAreLinks) {
+    const SiteSample sample("TYPE Kind = ENUMERATION OF\n (SOLID,\n HOLLOW);\nEND_TYPE;\nENTITY Wall;\n"
+                            "    PredefinedType : Kind;\nEND_ENTITY;\n",
+                            {{"TEST", sSet("S", {"Wall/SOLID"}, "")}});
+    EXPECT_THAT(sample.sPage("Wall.html"),
+                HasSubstr("<h4>Predefined type <a href=\"Kind.html#SOLID\"><code>SOLID</code></a></h4>"));
+}
+
 /// Sets of hosts are searched before the standard ones.
 TEST(EntitySets, SetThatIsHiddenSaysSo) {
     const SiteSample sample(
