@@ -272,7 +272,7 @@ void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
         run.addAtText("N004", name,
                       "the name of the " + std::string(what) + " " + sQuoted(trimmed) + " " + side +
                           " with white space")
-            .vEdit(untrimmedBytes(element), trimmed);
+            .vEdit(element.textBytes, trimmed);
     } else if (const auto stray = sStrayIn(trimmed); !stray.empty()) {
         run.addAtText("N005", name, "the name of the " + std::string(what) + " " + sQuoted(trimmed) + stray);
     }
@@ -284,7 +284,7 @@ void vSetNameCheck(RuleRun& run) {
         vBlanksCheck(run, name, "set");
         return;
     }
-    if (name == NoXmlElement && run.boMisspelt(0, "Name"))
+    if (name == NoXmlElement ? run.boMissingExplained(0, "Name") : run.boMisplaced(name))
         return;
     if (name == NoXmlElement)
         run.add("N001", 0, "the set has no name: there is no \"Name\"");
@@ -299,7 +299,7 @@ void vMemberNameCheck(RuleRun& run, const MemberOutline& member) {
         vBlanksCheck(run, name, word);
         return;
     }
-    if (name == NoXmlElement && run.boMisspelt(member.element, "Name"))
+    if (name == NoXmlElement ? run.boMissingExplained(member.element, "Name") : run.boMisplaced(name))
         return;
     if (name == NoXmlElement)
         run.add("N002", member.element, "the " + word + " has no name: there is no \"Name\"");
