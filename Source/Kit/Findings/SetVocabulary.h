@@ -73,7 +73,8 @@ struct ElementRule {
     bool isFirstChildOnly = false;
     /// Its kind of set has it and the other has not.
     SetKind onlyIn = SetKind::None;
-    /// Readers do not look inside, so that nothing is lost to them.
+    /// Readers do not look at the elements inside, so that nothing is lost to them; there may be text
+    /// instead.
     bool isUnread = false;
 };
 

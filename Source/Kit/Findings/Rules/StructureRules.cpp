@@ -359,7 +359,8 @@ StructureCheck::Meaning StructureCheck::meaningOf(XmlIndex element) {
     if (meaning.match.isLetterCase || parts.isPrefixed())
         return meaning.match.isLetterCase ? meaning : Meaning();
     const auto elsewhere = legalMatch(parts.name, SetVocabulary::elementNames(run_.outline.kind));
-    if (elsewhere.isSure && !SetVocabulary::pChild(parent, elsewhere.name))
+    const bool isNearer = elsewhere.isLetterCase || (elsewhere.isSure && !meaning.match.name.empty());
+    if (isNearer && !SetVocabulary::pChild(parent, elsewhere.name))
         return {{}, elsewhere.name, run_.vocabulary.ownerOf(parts.parent, elsewhere.name)};
     const auto* child = SetVocabulary::pChild(parent, meaning.match.name);
     meaning.match.isSure = meaning.match.isSure && child && boContentFits(element, *child->rule);
@@ -653,6 +654,9 @@ void StructureCheck::vTextCheck(XmlIndex element, const ElementRule& rule) {
         vUnreadTextCheck(element);
         return;
     }
+    // Values may be one text too.
+    if (rule.isUnread)
+        return;
     const bool hasText = !parts.isTextHidden && !parts.trimmedText.value.empty();
     if (!hasText && parts.laterText.line == 0)
         return;
