@@ -1,5 +1,6 @@
 #include "kiv/Kit/Findings/Findings.h"
 
+#include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/LibraryReports.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/ClassRules.h"
@@ -16,6 +17,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -62,15 +64,20 @@ TextPosition parserPosition(const SetDocument& document) {
     return position;
 }
 
-/// Of the failure; a root element that is refused has its own.
-TextPosition failurePosition(const SetDocument& document) {
-    const auto& failure = *document.failure;
-    if (failure.kind == FailureKind::NotXml)
-        return parserPosition(document);
-    if (failure.kind != FailureKind::NotASet && failure.kind != FailureKind::PrefixedRoot)
-        return failure.position;
+/// A root element that is refused has a place, and may be misspelt.
+void vRootExplain(Finding& finding, const SetDocument& document) {
+    constexpr std::string_view Roots[] = {"PropertySetDef", "QtoSetDef"};
     const XmlPositions xml(document.text);
-    return xml.pRoot() ? xml.pRoot()->position : failure.position;
+    const auto* root = xml.pRoot();
+    if (!root)
+        return;
+    finding.place.position = root->position;
+    const auto match = legalMatch(root->name, Roots);
+    if (document.failure->kind != FailureKind::NotASet || match.name.empty())
+        return;
+    finding.notes.push_back({match.isLetterCase ? "write it as " + sQuoted(match.name)
+                                                : "did you mean " + sQuoted(match.name) + "?",
+                             std::nullopt});
 }
 
 Finding failureFinding(const SetDocument& document) {
@@ -78,7 +85,11 @@ Finding failureFinding(const SetDocument& document) {
     finding.code = pRuleFind(codeOf(document.failure->kind))->code;
     finding.severity = Severity::Error;
     finding.message = document.failure->reason;
-    finding.place = {document.path, failurePosition(document)};
+    finding.place = {document.path, document.failure->kind == FailureKind::NotXml
+                                        ? parserPosition(document)
+                                        : document.failure->position};
+    if (document.failure->kind == FailureKind::NotASet || document.failure->kind == FailureKind::PrefixedRoot)
+        vRootExplain(finding, document);
     if (document.failure->kind == FailureKind::NotXml && document.positions)
         vXmlMistakeExplain(finding, *document.positions);
     else if (document.failure->kind == FailureKind::NotXml)
@@ -122,12 +133,13 @@ public:
                 vFindingKeep(report);
             return;
         }
+        const auto subject = run_.joinedWith(report.subject);
         auto* explanation =
-            report.subject.element == NoXmlElement ? nullptr : explanations_.pExplains(report.subject);
+            report.subject.element == NoXmlElement ? nullptr : explanations_.pExplains(subject);
         if (!explanation)
             vFindingKeep(report);
         else
-            vNoteAdd(*explanation, report);
+            vNoteAdd(*explanation, report, subject != report.subject);
     }
 
     /// What became a finding of its own. Added at the end: explanations refer to the findings of the rules.
@@ -137,8 +149,12 @@ public:
     }
 
 private:
-    static void vNoteAdd(FindingDraft& draft, const LibraryReport& report) {
-        draft.vNote("the library reports: " + report.message);
+    /// A finding about several elements says once what is reported of each.
+    static void vNoteAdd(FindingDraft& draft, const LibraryReport& report, bool isJoined) {
+        const auto message = "the library reports: " + report.message;
+        const auto isSame = [&](const FindingNote& note) { return note.message == message; };
+        if (!isJoined || std::ranges::none_of(draft.finding.notes, isSame))
+            draft.vNote(message);
         // Every record of the library is an error, whatever the rule thinks of it.
         if (!report.origin)
             draft.vSeverity(Severity::Error);

@@ -43,18 +43,53 @@ std::size_t allowedDistance(std::string_view name) {
     return std::max<std::size_t>(name.size() / 4, name.size() > 2 ? 1 : 0);
 }
 
+/// More changes than that make it a guess.
+constexpr std::size_t SureChanges = 2;
+
 /// The corrected spelling of a name; empty when there is none, or several would do.
-std::string_view corrected(std::string_view name, std::span<const std::string_view> legal) {
+LegalMatch corrected(std::string_view name, std::span<const std::string_view> legal) {
     std::string_view found;
     auto best = allowedDistance(name) + 1;
     for (const auto& match : nearestNames(name, legal, legal.size())) {
-        // A part of a legal name may be a part of many.
         if (match.isPart || match.changes > best)
             continue;
         found = match.changes == best ? std::string_view() : match.name;
         best = match.changes;
     }
-    return found;
+    return {found, false, !found.empty() && best <= SureChanges};
+}
+
+bool endsWith(std::string_view text, std::string_view end) {
+    return text.size() >= end.size() && isEqualIgnoringCase(text.substr(text.size() - end.size()), end);
+}
+
+bool startsWith(std::string_view text, std::string_view beginning) {
+    return isEqualIgnoringCase(text.substr(0, beginning.size()), beginning);
+}
+
+/// Whether the one is the beginning or the end of the other.
+bool isPartOf(std::string_view name, std::string_view candidate) {
+    constexpr std::size_t ShortestPart = 3;
+    constexpr std::size_t ShortestWhole = 4;
+    if (name.size() < candidate.size())
+        return name.size() >= ShortestPart && (startsWith(candidate, name) || endsWith(candidate, name));
+    if (candidate.size() < ShortestWhole)
+        return false;
+    // With much after it, the name is that of something else: "NameOfTheOwner".
+    return endsWith(name, candidate) || (startsWith(name, candidate) && name.size() <= 2 * candidate.size());
+}
+
+/// The only legal name of which it is a part, or that is a part of it.
+LegalMatch partMatch(std::string_view name, std::span<const std::string_view> legal) {
+    std::string_view found;
+    for (const auto candidate : legal) {
+        if (!isPartOf(name, candidate))
+            continue;
+        if (!found.empty())
+            return {};
+        found = candidate;
+    }
+    return {found, false, false};
 }
 
 } // namespace
@@ -70,9 +105,13 @@ std::string_view trimmedBlanks(std::string_view text) {
 LegalMatch legalMatch(std::string_view name, std::span<const std::string_view> legal) {
     for (const auto candidate : legal) {
         if (isEqualIgnoringCase(name, candidate))
-            return {candidate, true};
+            return {candidate, true, true};
     }
-    return {corrected(name, legal), false};
+    const auto spelling = corrected(name, legal);
+    if (spelling.isSure)
+        return spelling;
+    const auto part = partMatch(name, legal);
+    return part.name.empty() ? spelling : part;
 }
 
 } // namespace kiv::kit

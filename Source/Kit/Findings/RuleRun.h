@@ -95,14 +95,27 @@ public:
     /// Takes a finding whose code and place are set, within the limits.
     FindingDraft& draftTake(FindingDraft draft);
 
-    /// Whether an unknown child of the element was probably meant to be one of that name, so that to miss the
-    /// one would be the same mistake again.
-    bool boMisspelt(XmlIndex parent, std::string_view name) const;
+    /// Whether a child that is missing is there in a wrong way: misspelt, without the element around its
+    /// content, as an attribute or as text. That is found as such, and to miss it would be the same mistake
+    /// again.
+    bool boMissingExplained(XmlIndex parent, std::string_view name) const;
+    /// The one child that is missing where one thing is there that does not belong, so that the one was
+    /// probably meant to be the other; otherwise empty.
+    std::string_view soleMissing(XmlIndex parent) const;
 
     /// Notes that what belongs in the element is there in a wrong way, and is found as such: to miss it would
     /// be the same mistake again.
     void vMisplacedNote(XmlIndex element) { misplaced_.insert(element); }
     bool boMisplaced(XmlIndex element) const { return misplaced_.contains(element); }
+
+    /// Notes that there is text in the element where elements belong.
+    void vStrayTextNote(XmlIndex element) { strayTexts_.insert(element); }
+    bool boStrayText(XmlIndex element) const { return strayTexts_.contains(element); }
+
+    /// Notes that the finding about the one element is about the other as well.
+    void vJoin(XmlIndex element, XmlIndex found) { joined_.emplace(element, found); }
+    /// The subject of the finding that is about this one as well; the same when there is none.
+    FindingSubject joinedWith(const FindingSubject& subject) const;
 
     /// The last finding, when it is about the element or an attribute of it; otherwise null.
     FindingDraft* pLastOf(XmlIndex element);
@@ -116,6 +129,8 @@ private:
     std::vector<FindingDraft> drafts_;
     std::unordered_map<std::string_view, std::size_t> counts_;
     std::unordered_set<XmlIndex> misplaced_;
+    std::unordered_set<XmlIndex> strayTexts_;
+    std::unordered_map<XmlIndex, XmlIndex> joined_;
     /// Takes what is over the limits.
     FindingDraft surplus_;
 };

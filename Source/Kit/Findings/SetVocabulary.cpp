@@ -7,6 +7,8 @@ namespace kiv::kit {
 namespace {
 
 constexpr auto Last = ChildCount::LastOnly;
+constexpr auto All = ChildCount::All;
+constexpr bool Needed = true;
 
 constexpr std::string_view GuidAttributes[] = {"ifdguid"};
 constexpr std::string_view SetAttributes[] = {"ifdguid", "templatetype"};
@@ -49,8 +51,12 @@ constexpr ElementRule DataType = {
     "DataType", ContentKind::Nothing, UnknownChild::PassedOver, {}, DataTypeAttributes};
 constexpr ElementRule UnitType = {
     "UnitType", ContentKind::Nothing, UnknownChild::PassedOver, {}, UnitTypeAttributes};
-constexpr ElementRule Values = {"Values", ContentKind::Ignored};
-constexpr ChildRule ValueChildren[] = {{&DataType, Last}, {&UnitType, Last}, {&Values, Last}};
+constexpr ElementRule ValueItem = textRule("ValueItem");
+constexpr ChildRule ValuesChildren[] = {{&ValueItem}};
+constexpr ElementRule Values = {
+    "Values", ContentKind::Elements, UnknownChild::PassedOver, ValuesChildren, {}, false, SetKind::None,
+    true};
+constexpr ChildRule ValueChildren[] = {{&DataType, Last, Needed}, {&UnitType, Last}, {&Values, Last}};
 constexpr ElementRule DefiningValue = {"DefiningValue", ContentKind::Elements, UnknownChild::Recorded,
                                        ValueChildren};
 constexpr ElementRule DefinedValue = {"DefinedValue", ContentKind::Elements, UnknownChild::Recorded,
@@ -66,7 +72,7 @@ constexpr ElementRule Range = {"ValueRangeDef", ContentKind::Elements, UnknownCh
 
 // ---- Enumerations
 constexpr ElementRule EnumItem = textRule("EnumItem");
-constexpr ChildRule EnumListChildren[] = {{&EnumItem}};
+constexpr ChildRule EnumListChildren[] = {{&EnumItem, All, Needed}};
 constexpr ElementRule EnumList = {"EnumList", ContentKind::Elements, UnknownChild::ReadAnyway,
                                   EnumListChildren, NameAttributes};
 constexpr ChildRule ConstantChildren[] = {
@@ -78,23 +84,24 @@ constexpr ElementRule ConstantList = {"ConstantList", ContentKind::Elements, Unk
                                       ConstantListChildren};
 
 // ---- Kinds of properties
-constexpr ChildRule SingleChildren[] = {{&DataType, Last}, {&UnitType, Last}};
+constexpr ChildRule SingleChildren[] = {{&DataType, Last, Needed}, {&UnitType, Last}};
 constexpr ElementRule SingleValue = {"TypePropertySingleValue", ContentKind::Elements, UnknownChild::Recorded,
                                      SingleChildren};
-constexpr ChildRule BoundedChildren[] = {{&DataType, Last}, {&UnitType, Last}, {&Range}};
+constexpr ChildRule BoundedChildren[] = {{&DataType, Last, Needed}, {&UnitType, Last}, {&Range}};
 constexpr ElementRule BoundedValue = {"TypePropertyBoundedValue", ContentKind::Elements,
                                       UnknownChild::Recorded, BoundedChildren};
-constexpr ChildRule EnumeratedChildren[] = {{&EnumList}, {&ConstantList}};
+constexpr ChildRule EnumeratedChildren[] = {{&EnumList, All, Needed}, {&ConstantList}};
 constexpr ElementRule EnumeratedValue = {"TypePropertyEnumeratedValue", ContentKind::Elements,
                                          UnknownChild::Recorded, EnumeratedChildren};
 constexpr ElementRule Expression = textRule("Expression");
-constexpr ChildRule TableChildren[] = {{&Expression, Last}, {&DefiningValue}, {&DefinedValue}};
+constexpr ChildRule TableChildren[] = {
+    {&Expression, Last}, {&DefiningValue, All, Needed}, {&DefinedValue, All, Needed}};
 constexpr ElementRule TableValue = {"TypePropertyTableValue", ContentKind::Elements, UnknownChild::Recorded,
                                     TableChildren};
-constexpr ChildRule ReferenceChildren[] = {{&DataType, Last}};
+constexpr ChildRule ReferenceChildren[] = {{&DataType, Last, Needed}};
 constexpr ElementRule ReferenceValue = {"TypePropertyReferenceValue", ContentKind::Elements,
                                         UnknownChild::Recorded, ReferenceChildren, ReferenceAttributes};
-constexpr ChildRule ListChildren[] = {{&ListValue}};
+constexpr ChildRule ListChildren[] = {{&ListValue, All, Needed}};
 constexpr ElementRule ListKind = {"TypePropertyListValue", ContentKind::Elements, UnknownChild::Recorded,
                                   ListChildren};
 /// Of older documents. Readers do not look inside.
@@ -111,8 +118,9 @@ constexpr ChildRule KindChildren[] = {{&SingleValue},     {&EnumeratedValue}, {&
 constexpr ElementRule PropertyType = {
     "PropertyType", ContentKind::Elements, UnknownChild::Asserted, KindChildren, {}, true, InPropertySet};
 constexpr ElementRule ValueDef = {"ValueDef", ContentKind::Ignored};
-constexpr ChildRule PropertyChildren[] = {{&Name, Last},  {&Definition, Last},  {&PropertyType, Last},
-                                          {&NameAliases}, {&DefinitionAliases}, {&ValueDef}};
+constexpr ChildRule PropertyChildren[] = {{&Name, Last, Needed},         {&Definition, Last, Needed},
+                                          {&PropertyType, Last, Needed}, {&NameAliases},
+                                          {&DefinitionAliases},          {&ValueDef}};
 constexpr ElementRule PropertyDef = {"PropertyDef",    ContentKind::Elements, UnknownChild::Recorded,
                                      PropertyChildren, GuidAttributes,        false,
                                      InPropertySet};
@@ -132,9 +140,14 @@ constexpr ElementRule PsetAliases = {"PsetDefinitionAliases",
                                      {},
                                      false,
                                      InPropertySet};
-constexpr ChildRule PropertySetChildren[] = {
-    {&Name, Last},        {&Definition, Last},          {&IfcVersion, Last}, {&Applicability},
-    {&ApplicableClasses}, {&ApplicableTypeValue, Last}, {&PropertyDefs},     {&PsetAliases}};
+constexpr ChildRule PropertySetChildren[] = {{&Name, Last, Needed},
+                                             {&Definition, Last, Needed},
+                                             {&IfcVersion, Last, Needed},
+                                             {&Applicability},
+                                             {&ApplicableClasses, All, Needed},
+                                             {&ApplicableTypeValue, Last},
+                                             {&PropertyDefs, All, Needed},
+                                             {&PsetAliases}};
 constexpr ElementRule PropertySet = {"PropertySetDef", ContentKind::Elements, UnknownChild::Recorded,
                                      PropertySetChildren, SetAttributes};
 
@@ -142,8 +155,11 @@ constexpr ElementRule PropertySet = {"PropertySetDef", ContentKind::Elements, Un
 constexpr auto InQuantitySet = SetKind::QuantitySet;
 constexpr ElementRule QtoType = {"QtoType", ContentKind::Text, UnknownChild::PassedOver, {}, {},
                                  false,     InQuantitySet};
-constexpr ChildRule QuantityChildren[] = {
-    {&Name, Last}, {&Definition, Last}, {&QtoType, Last}, {&NameAliases}, {&DefinitionAliases}};
+constexpr ChildRule QuantityChildren[] = {{&Name, Last, Needed},
+                                          {&Definition, Last, Needed},
+                                          {&QtoType, Last, Needed},
+                                          {&NameAliases},
+                                          {&DefinitionAliases}};
 constexpr ElementRule QtoDef = {"QtoDef",         ContentKind::Elements, UnknownChild::Recorded,
                                 QuantityChildren, GuidAttributes,        false,
                                 InQuantitySet};
@@ -156,9 +172,14 @@ constexpr ChildRule QtoAliasesChildren[] = {{&QtoAlias}};
 constexpr ElementRule QtoAliases = {
     "QtoDefinitionAliases", ContentKind::Elements, UnknownChild::PassedOver, QtoAliasesChildren, {}, false,
     InQuantitySet};
-constexpr ChildRule QuantitySetChildren[] = {
-    {&Name, Last},        {&Definition, Last},          {&IfcVersion, Last}, {&Applicability},
-    {&ApplicableClasses}, {&ApplicableTypeValue, Last}, {&QtoDefs},          {&QtoAliases}};
+constexpr ChildRule QuantitySetChildren[] = {{&Name, Last, Needed},
+                                             {&Definition, Last, Needed},
+                                             {&IfcVersion, Last, Needed},
+                                             {&Applicability},
+                                             {&ApplicableClasses, All, Needed},
+                                             {&ApplicableTypeValue, Last},
+                                             {&QtoDefs, All, Needed},
+                                             {&QtoAliases}};
 constexpr ElementRule QuantitySet = {"QtoSetDef", ContentKind::Elements, UnknownChild::Recorded,
                                      QuantitySetChildren, SetAttributes};
 
@@ -168,11 +189,28 @@ constexpr const ElementRule* OwnElements[] = {&PropertyDefs, &QtoDefs, &Property
 
 /// Where an element belongs that is found elsewhere.
 constexpr const ElementRule* PropertySetOwners[] = {
-    &PropertySet, &ApplicableClasses, &PropertyDefs,      &PropertyDef, &PropertyType, &EnumeratedValue,
-    &EnumList,    &ConstantList,      &BoundedValue,      &Range,       &TableValue,   &ListKind,
-    &ListValue,   &NameAliases,       &DefinitionAliases, &PsetAliases};
+    &PropertySet,     &ApplicableClasses, &PropertyDefs, &PropertyDef,  &PropertyType,
+    &EnumeratedValue, &EnumList,          &ConstantList, &BoundedValue, &Range,
+    &TableValue,      &ListKind,          &ListValue,    &Values,       &ConstantDef,
+    &NameAliases,     &DefinitionAliases, &PsetAliases};
 constexpr const ElementRule* QuantitySetOwners[] = {&QuantitySet, &ApplicableClasses, &QtoDefs,   &QtoDef,
                                                     &NameAliases, &DefinitionAliases, &QtoAliases};
+
+std::span<const ElementRule* const> ownersIn(SetKind kind) {
+    return kind == SetKind::PropertySet ? std::span<const ElementRule* const>(PropertySetOwners)
+                                        : std::span<const ElementRule* const>(QuantitySetOwners);
+}
+
+std::vector<std::string_view> elementNamesIn(SetKind kind) {
+    std::vector<std::string_view> names;
+    for (const auto* owner : ownersIn(kind)) {
+        for (const auto name : SetVocabulary::childNames(*owner)) {
+            if (std::ranges::find(names, name) == names.end())
+                names.push_back(name);
+        }
+    }
+    return names;
+}
 
 /// The rule of a child of an element with that rule; null when it is not read.
 const ElementRule* pRuleOfChild(const ElementRule& parent, std::string_view name, bool isFirst) {
@@ -185,7 +223,7 @@ const ElementRule* pRuleOfChild(const ElementRule& parent, std::string_view name
 
 } // namespace
 
-SetVocabulary::SetVocabulary(const XmlPositions& xml, SetKind kind) {
+SetVocabulary::SetVocabulary(const XmlPositions& xml, SetKind kind) : xml_(&xml), kind_(kind) {
     const auto elements = xml.getElements();
     rules_.resize(elements.size());
     if (elements.empty() || kind == SetKind::None)
@@ -209,20 +247,35 @@ bool SetVocabulary::boOfOther(SetKind kind, std::string_view name) {
     return std::ranges::any_of(OwnElements, isAsked);
 }
 
-std::string_view SetVocabulary::ownerOf(SetKind kind, const ElementRule& parent, std::string_view name) {
-    for (const auto& child : parent.children) {
+std::string_view SetVocabulary::ownerOf(XmlIndex parent, std::string_view name) const {
+    // Documents of ours are not deeper; hostile ones are, with complex properties inside each other.
+    constexpr int maxLevels = 8;
+    for (const auto& child : rules_[parent]->children) {
         if (pChild(*child.rule, name))
             return child.rule->name;
     }
-    const bool isPropertySet = kind == SetKind::PropertySet;
-    const std::span<const ElementRule* const> owners =
-        isPropertySet ? std::span<const ElementRule* const>(PropertySetOwners)
-                      : std::span<const ElementRule* const>(QuantitySetOwners);
-    for (const auto* owner : owners) {
+    auto around = xml_->getElement(parent).parent;
+    for (int level = 0; level != maxLevels && around != NoXmlElement; ++level) {
+        if (rules_[around] && pChild(*rules_[around], name))
+            return rules_[around]->name;
+        around = xml_->getElement(around).parent;
+    }
+    for (const auto* owner : ownersIn(kind_)) {
         if (pChild(*owner, name))
             return owner->name;
     }
     return {};
+}
+
+bool SetVocabulary::boContains(const ElementRule& rule, std::string_view name) {
+    const auto isInside = [name](const ChildRule& child) { return pChild(*child.rule, name) != nullptr; };
+    return pChild(rule, name) || std::ranges::any_of(rule.children, isInside);
+}
+
+std::span<const std::string_view> SetVocabulary::elementNames(SetKind kind) {
+    static const auto ofProperties = elementNamesIn(SetKind::PropertySet);
+    static const auto ofQuantities = elementNamesIn(SetKind::QuantitySet);
+    return kind == SetKind::PropertySet ? ofProperties : ofQuantities;
 }
 
 std::string_view SetVocabulary::counterpart(std::string_view name) {

@@ -8,7 +8,9 @@
 ///
 /// Private to the kit.
 ///
-/// Ownership: the tables live as long as the process; a vocabulary keeps a pointer for each element.
+/// Ownership: the tables live as long as the process; a vocabulary keeps a pointer for each element and
+/// refers
+///            to the document.
 /// Threads:   unchanged once made; any number of threads may read it.
 /// Errors:    std::bad_alloc.
 #pragma once
@@ -57,6 +59,8 @@ struct ElementRule;
 struct ChildRule {
     const ElementRule* rule = nullptr;
     ChildCount count = ChildCount::All;
+    /// Some rule finds it missing.
+    bool isNeeded = false;
 };
 
 struct ElementRule {
@@ -69,6 +73,9 @@ struct ElementRule {
     bool isFirstChildOnly = false;
     /// Its kind of set has it and the other has not.
     SetKind onlyIn = SetKind::None;
+    /// Readers do not look at the elements inside, so that nothing is lost to them; there may be text
+    /// instead.
+    bool isUnread = false;
 };
 
 class SetVocabulary {
@@ -84,13 +91,19 @@ public:
     static std::string_view counterpart(std::string_view name);
     /// Whether only the other kind of set has an element of that name.
     static bool boOfOther(SetKind kind, std::string_view name);
-    /// The element that contains elements of that name, in that kind of set: one inside of `parent` if there
-    /// is such a one; empty when there is none.
-    static std::string_view ownerOf(SetKind kind, const ElementRule& parent, std::string_view name);
+    /// The element that contains elements of that name, in this kind of set: one inside of `parent` or around
+    /// it if there is such a one; empty when there is none.
+    std::string_view ownerOf(XmlIndex parent, std::string_view name) const;
+    /// Whether elements of that name may be inside an element with that rule, up to two levels deep.
+    static bool boContains(const ElementRule& rule, std::string_view name);
     /// The names that the children of an element may have.
     static std::vector<std::string_view> childNames(const ElementRule& rule);
+    /// The names of all elements below the root of a set of that kind, without order.
+    static std::span<const std::string_view> elementNames(SetKind kind);
 
 private:
+    const XmlPositions* xml_;
+    SetKind kind_;
     std::vector<const ElementRule*> rules_;
 };
 

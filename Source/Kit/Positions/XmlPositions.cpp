@@ -555,8 +555,11 @@ void XmlPositionsReader::vTextEnd() {
     element.trimmedText.value = trimmed(element.text);
     const auto offset = static_cast<std::size_t>(writtenTrimmed.data() - data_.text.data());
     element.trimmedText.position = cursor_.at(offset, writtenTrimmed.size());
-    if (element.trimmedText.value == writtenTrimmed)
-        element.trimmedText.bytes = data_.range(offset, writtenTrimmed.size());
+    if (element.trimmedText.value != writtenTrimmed)
+        return;
+    element.trimmedText.bytes = data_.range(offset, writtenTrimmed.size());
+    if (!writtenTrimmed.empty())
+        element.textBytes = data_.range(textOffset_, written.size());
 }
 
 void XmlPositionsReader::vLaterTextNote(std::string_view piece) {

@@ -91,6 +91,9 @@ struct XmlElement {
     std::string_view text;
     /// The same without the white space around it; where a text of blanks only, or none, would be when empty.
     XmlText trimmedText;
+    /// Of `text` with the blanks around it as they are written, in which a line end may take two bytes;
+    /// unknown like `trimmedText.bytes`, and for a text of blanks only.
+    ByteRange textBytes;
     /// Text other than white space that comes later; its position has no line when there is none.
     TextPosition laterText;
     /// Whether a comment or processing instruction comes before any text, and is read in its place.

@@ -17,7 +17,10 @@ namespace {
 using test::exampleFindings;
 using test::findingLines;
 using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 std::string setWith(std::string_view properties) {
     return "<PropertySetDef>\n<IfcVersion "
@@ -92,6 +95,9 @@ TEST(FindingsTest, ADocumentThatCannotBeReadHasOne) {
          })
         EXPECT_THAT(findingLines(text), ElementsAre(std::string(line)));
     EXPECT_EQ(exampleFindings("<Other/>")[0].code, "S014");
+    EXPECT_THAT(findingLines("<Catalogue/>"), ElementsAre(Not(HasSubstr(" | "))));
+    EXPECT_THAT(findingLines("<propertysetdef/>"), ElementsAre(EndsWith("| write it as \"PropertySetDef\"")));
+    EXPECT_THAT(findingLines("<PropertySet/>"), ElementsAre(EndsWith("| did you mean \"PropertySetDef\"?")));
 }
 
 TEST(FindingsTest, MissingFileIsOne) {

@@ -146,6 +146,132 @@ INSTANTIATE_TEST_SUITE_P(
                                  sProperty(sOf("IfcLabel"), "Mark", Guid)),
                             "7:63 N006"}));
 
+/// A property with all that is needed, of which one thing is written as this.
+std::string sPropertyOf(std::string_view name, std::string_view definition, std::string_view type) {
+    std::string text = "<PropertyDef>";
+    text.append(name).append("\n").append(definition).append("\n").append(type);
+    return text.append("</PropertyDef>");
+}
+
+const std::string LabelType = "<PropertyType>" + sOf("IfcLabel") + "</PropertyType>";
+
+INSTANTIATE_TEST_SUITE_P(
+    OtherNames, OneFindingTest,
+    testing::Values(
+        Mistake{"a name", sSet(sPropertyOf("<Title>A</Title>", "<Definition>D</Definition>", LabelType)),
+                "5:15 S001"},
+        Mistake{"a definition",
+                sSet(sPropertyOf("<Name>A</Name>", "<Description>D</Description>", LabelType)), "6:2 S001"},
+        Mistake{"a type",
+                sSet(sPropertyOf("<Name>A</Name>", "<Definition>D</Definition>",
+                                 "<Type>" + sOf("IfcLabel") + "</Type>")),
+                "7:2 S001"},
+        Mistake{"the name of a property as its own",
+                sSet(sPropertyOf("<PropertyName>A</PropertyName>", "<Definition>D</Definition>", LabelType)),
+                "5:15 S001"},
+        Mistake{"the list of classes",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall",
+                     "<Classes><ClassName>IfcWall</ClassName></Classes>"),
+                "3:2 S001"},
+        Mistake{"a class",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall",
+                     "<ApplicableClasses><ClassName>IfcDoor</ClassName><Class>IfcWall</Class>"
+                     "</ApplicableClasses><ApplicableTypeValue>IfcWall</ApplicableTypeValue>"),
+                "3:51 S001"},
+        Mistake{"the items",
+                sSet(sProperty(sEnumeration("<EnumerationList name=\"PEnum_A\"><EnumItem>A</EnumItem>"
+                                            "</EnumerationList>"))),
+                "6:45 S001"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    LeftOut, OneFindingTest,
+    testing::Values(
+        Mistake{"the type of a property",
+                sSet(sPropertyOf("<Name>A</Name>", "<Definition>D</Definition>", sOf("IfcLabel"))),
+                "7:2 S001"},
+        Mistake{"the list of items",
+                sSet(sProperty(sEnumeration("<EnumItem>A</EnumItem><EnumItem>B</EnumItem>"))), "6:45 S001"},
+        Mistake{"the list of classes",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall",
+                     "<ClassName>IfcWall</ClassName><ClassName>IfcDoor</ClassName>"),
+                "3:2 S001"},
+        Mistake{"the list of constants",
+                sSet(sProperty(sEnumeration("<EnumList name=\"PEnum_A\"><EnumItem>A</EnumItem></EnumList>"
+                                            "<ConstantDef><Name>A</Name></ConstantDef>"
+                                            "<ConstantDef><Name>A</Name></ConstantDef>"))),
+                "6:103 S001"},
+        Mistake{"the list of translations",
+                sSet(sPropertyOf("<Name>A</Name><NameAlias lang=\"de\">A</NameAlias>"
+                                 "<NameAlias lang=\"fr\">A</NameAlias>",
+                                 "<Definition>D</Definition>", LabelType)),
+                "5:29 S001"},
+        Mistake{"the range of bounds",
+                sSet(sProperty("<TypePropertyBoundedValue><LowerBoundValue value=\"1.0\"/>"
+                               "<UpperBoundValue value=\"2.0\"/><DataType type=\"IfcReal\"/>"
+                               "</TypePropertyBoundedValue>")),
+                "6:42 S001"},
+        Mistake{"the value of a list",
+                sSet(sProperty("<TypePropertyListValue><DataType type=\"IfcReal\"/><UnitType "
+                               "type=\"TIMEUNIT\"/></TypePropertyListValue>")),
+                "6:39 S001"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Elsewhere, OneFindingTest,
+    testing::Values(
+        Mistake{"a name as an attribute",
+                sSet(sPropertyOf("<Name name=\"A\"/>", "<Definition>D</Definition>", LabelType)),
+                "5:20 S002"},
+        Mistake{"a name inside another element",
+                sSet(sPropertyOf("<Name><Text>A</Text></Name>", "<Definition>D</Definition>", LabelType)),
+                "5:21 S001"},
+        Mistake{"a name as text", sSet(sPropertyOf("A", "<Definition>D</Definition>", LabelType)),
+                "5:14 S016"},
+        Mistake{"a definition as text", sSet(sPropertyOf("<Name>A</Name>", "D", LabelType)), "6:1 S016"},
+        Mistake{"a type as text",
+                sSet(sPropertyOf("<Name>A</Name>", "<Definition>D</Definition>",
+                                 "<PropertyType>IfcLabel</PropertyType>")),
+                "7:15 S016"},
+        Mistake{"items as text", sSet(sProperty(sEnumeration("<EnumList name=\"PEnum_A\">A, B</EnumList>"))),
+                "6:69 S016"},
+        Mistake{"a type as an attribute of its value",
+                sSet(sProperty("<TypePropertySingleValue type=\"IfcLabel\"/>")), "6:40 S002"},
+        Mistake{"a class as an attribute",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall",
+                     "<ApplicableClasses><ClassName>IfcDoor</ClassName><ClassName name=\"IfcWall\"/>"
+                     "</ApplicableClasses><ApplicableTypeValue>IfcWall</ApplicableTypeValue>"),
+                "3:61 S002"},
+        Mistake{"a quantity type as an attribute",
+                "<QtoSetDef><IfcVersion version=\"IFC4\"/><Name>Qto_A</Name><Definition>D</Definition>"
+                "<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses><QtoDefs>\n<QtoDef>"
+                "<Name>A</Name><Definition>D</Definition><QtoType type=\"Q_LENGTH\"/></QtoDef>"
+                "</QtoDefs></QtoSetDef>",
+                "2:58 S002"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Consequences, OneFindingTest,
+    testing::Values(
+        Mistake{"an item twice in the place of a constant",
+                sSet(sProperty(sEnumeration("<EnumList name=\"PEnum_A\"><EnumItem>A</EnumItem>"
+                                            "<EnumItem>A</EnumItem></EnumList><ConstantList>"
+                                            "<ConstantDef><Name>A</Name></ConstantDef>"
+                                            "<ConstantDef><Name>B</Name></ConstantDef></ConstantList>"))),
+                "6:101 T010"},
+        Mistake{"the root of the other kind of set",
+                "<QtoSetDef xmlns=\"http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd\" "
+                "templatetype=\"PSET_TYPEDRIVENONLY\"><IfcVersion version=\"IFC4\"/><Name>Pset_A</Name>"
+                "<Definition>D</Definition><ApplicableClasses><ClassName>IfcWall</ClassName>"
+                "</ApplicableClasses><PropertyDefs/><PsetDefinitionAliases/></QtoSetDef>",
+                "1:2 S018"},
+        Mistake{"a class in two letter cases",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall",
+                     "<ApplicableClasses><ClassName>ifcWall</ClassName><ClassName>IfcWall</ClassName>"
+                     "</ApplicableClasses>"),
+                "3:31 C004"},
+        Mistake{"a comment inside a class",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall",
+                     "<ApplicableClasses><ClassName>Ifc<!-- x -->Wall</ClassName></ApplicableClasses>"),
+                "3:44 S017"}));
+
 INSTANTIATE_TEST_SUITE_P(
     Between, OneFindingTest,
     testing::Values(

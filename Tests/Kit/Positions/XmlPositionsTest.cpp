@@ -108,11 +108,21 @@ TEST(XmlPositionsTest, GivesTextsWithAndWithoutBlanks) {
     EXPECT_EQ(b.trimmedText.value, "Wall Common");
     EXPECT_EQ(b.trimmedText.position, (TextPosition{2, 3, 11}));
     EXPECT_EQ(bytesOf(file, b.trimmedText.bytes), "Wall Common");
+    EXPECT_EQ(bytesOf(file, b.textBytes), "\n  Wall Common\t");
     EXPECT_EQ(elementOf(xml, "c").text, "");
     EXPECT_FALSE(elementOf(xml, "c").trimmedText.bytes.isKnown());
     EXPECT_EQ(elementOf(xml, "d").trimmedText.position, (TextPosition{2, 26, 0}));
     EXPECT_EQ(elementOf(xml, "e").text, " ");
     EXPECT_EQ(elementOf(xml, "e").trimmedText.value, "");
+}
+
+TEST(XmlPositionsTest, GivesTheBytesOfATextWithLineEndsOfTwo) {
+    const std::string file = "<a>\r\n Wall \r\n</a>";
+    for (const auto wellFormed : {XmlPositions::WellFormed::Unknown, XmlPositions::WellFormed::Yes}) {
+        const XmlPositions xml(file, wellFormed);
+        EXPECT_EQ(xml.pRoot()->text, "\n Wall \n");
+        EXPECT_EQ(bytesOf(file, xml.pRoot()->textBytes), "\r\n Wall \r\n");
+    }
 }
 
 TEST(XmlPositionsTest, GivesNoBytesOfATextThatIsWrittenInAnotherWay) {
@@ -121,6 +131,7 @@ TEST(XmlPositionsTest, GivesNoBytesOfATextThatIsWrittenInAnotherWay) {
         EXPECT_EQ(xml.pRoot()->text, "R&D") << text;
         EXPECT_EQ(xml.pRoot()->trimmedText.position.line, 1) << text;
         EXPECT_FALSE(xml.pRoot()->trimmedText.bytes.isKnown()) << text;
+        EXPECT_FALSE(xml.pRoot()->textBytes.isKnown()) << text;
     }
 }
 

@@ -52,6 +52,11 @@ private:
         return schema::Entity::pFrom(pObjectOf(name));
     }
 
+    /// Whether no entity is written like it in another letter case.
+    bool boIsRight(const ClassOutline& item) const {
+        const auto* entity = pEntityOf(item.name);
+        return !entity || entity->getName() == item.name;
+    }
     void vEntityCheck(const ClassOutline& item, const schema::Entity& entity);
     void vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity);
     void vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
@@ -67,12 +72,13 @@ private:
     bool boIsBlank(const ClassOutline& item);
     bool boIsOlderSpelling(const ClassOutline& item);
     void vUnknownAdd(const ClassOutline& item);
-    void vRepeatedCheck(const ClassOutline& item, const schema::Entity& entity);
+    bool boRepeats(const ClassOutline& item, const schema::Entity& entity);
     void vSupertypesCheck();
 
     FindingDraft& addAtTypeValue(std::string_view code, std::string_view part, std::string message);
     void vTypeValueCheck();
     bool boMatchesAClass(const ClassText& value) const;
+    bool boHasLostClass() const;
     bool boMatches(const ClassText& value, const ClassOutline& item) const;
     void vOlderTypeValueCheck(const std::vector<ClassText>& values);
 
@@ -91,8 +97,13 @@ void ClassCheck::vRun() {
     if (outline_.kind == SetKind::None || outline_.isPrefixed)
         return;
     vEmptyCheck();
-    for (const auto& item : outline_.classes)
-        vClassCheck(item);
+    // Those in the right letter case first: the others repeat them.
+    for (const bool isRight : {true, false}) {
+        for (const auto& item : outline_.classes) {
+            if (boIsRight(item) == isRight)
+                vClassCheck(item);
+        }
+    }
     vSupertypesCheck();
     vTypeValueCheck();
 }
@@ -118,14 +129,15 @@ void ClassCheck::vEmptyCheck() {
             continue;
         for (const auto child : XmlChildren(run_.xml, list)) {
             hasName = true;
-            if (!boIsEmpty(child))
+            // As an attribute the name is found already.
+            if (!boIsEmpty(child) || run_.boMisplaced(child))
                 continue;
             auto& draft = run_.add("C006", child, "the class name is empty and is ignored");
             if (outline_.classes.empty())
                 draft.vNote("no class is left: " + std::string(OnlyUnrestricted));
         }
     }
-    if (hasName || run_.boMisspelt(0, "ApplicableClasses"))
+    if (hasName || run_.boMissingExplained(0, "ApplicableClasses"))
         return;
     const auto place = outline_.applicableClasses == NoXmlElement ? XmlIndex{0} : outline_.applicableClasses;
     if (place != 0 && run_.boMisplaced(place))
@@ -152,7 +164,7 @@ void ClassCheck::vClassCheck(const ClassOutline& item) {
 }
 
 void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& entity) {
-    if (item.name != entity.getName()) {
+    if (!boRepeats(item, entity) && !boIsRight(item)) {
         std::string mended(entity.getName());
         mended.append(item.text.substr(item.name.size()));
         add("C003", item,
@@ -162,7 +174,6 @@ void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& en
                    std::string(entity.getName()))
             .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, trimmed(mended));
     }
-    vRepeatedCheck(item, entity);
     if (!item.predefinedType.empty())
         vPredefinedTypeCheck(item, entity);
     else if (trimmed(item.text).ends_with('/'))
@@ -173,7 +184,8 @@ void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& en
     checked_.emplace_back(&entity, &item);
 }
 
-void ClassCheck::vRepeatedCheck(const ClassOutline& item, const schema::Entity& entity) {
+/// Whether the class is listed already, which is said.
+bool ClassCheck::boRepeats(const ClassOutline& item, const schema::Entity& entity) {
     const auto key = std::string(entity.getNameUpper()).append("/").append(item.predefinedType);
     const auto [first, isNew] = listed_.try_emplace(key, item.element);
     if (!isNew)
@@ -181,6 +193,7 @@ void ClassCheck::vRepeatedCheck(const ClassOutline& item, const schema::Entity& 
             .vNoteAt("it is here already", run_.xml.getElement(first->second).trimmedText.position);
     if (item.predefinedType.empty())
         entities_.try_emplace(&entity, item.element);
+    return !isNew;
 }
 
 void ClassCheck::vSupertypesCheck() {
@@ -263,7 +276,10 @@ void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& ent
 }
 
 void ClassCheck::vUnknownCheck(const ClassOutline& item) {
-    if (!boIsOlderSpelling(item))
+    const auto& element = run_.xml.getElement(item.element);
+    // A name with a comment inside is read in part, which is found as such.
+    const bool isCut = element.laterText.line != 0 && element.firstChild == NoXmlElement;
+    if (!isCut && !boIsOlderSpelling(item))
         vUnknownAdd(item);
 }
 
@@ -281,7 +297,7 @@ bool ClassCheck::boIsBlank(const ClassOutline& item) {
     add("C010", item,
         "there is white space in the class name " + sQuoted(clean) +
             " or around it, and becomes a part of the name")
-        .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
+        .vEdit(run_.xml.getElement(item.element).textBytes, mended);
     return true;
 }
 
@@ -381,6 +397,21 @@ bool ClassCheck::boMatchesAClass(const ClassText& value) const {
     return false;
 }
 
+/// Whether a class is written where readers do not see it, so that not all are known.
+bool ClassCheck::boHasLostClass() const {
+    for (const auto list : XmlChildren(run_.xml, 0)) {
+        if (run_.xml.getElement(list).name != "ApplicableClasses")
+            continue;
+        if (run_.boStrayText(list))
+            return true;
+        for (const auto child : XmlChildren(run_.xml, list)) {
+            if (!run_.vocabulary.pRuleOf(child) || run_.boMisplaced(child))
+                return true;
+        }
+    }
+    return false;
+}
+
 /// At a part of the applicable type value.
 FindingDraft& ClassCheck::addAtTypeValue(std::string_view code, std::string_view part, std::string message) {
     auto& draft = run_.addAtText(code, outline_.applicableTypeValue, std::move(message));
@@ -401,7 +432,7 @@ FindingDraft& ClassCheck::addAtTypeValue(std::string_view code, std::string_view
 }
 
 void ClassCheck::vTypeValueCheck() {
-    if (outline_.applicableTypeValue == NoXmlElement || outline_.classes.empty())
+    if (outline_.applicableTypeValue == NoXmlElement || outline_.classes.empty() || boHasLostClass())
         return;
     // Each value is compared with each class; more of both than real sets have are not.
     constexpr std::size_t maxComparisons = 10'000;

@@ -15,7 +15,7 @@ bool boHasText(const RuleRun& run, XmlIndex definition) {
         return false;
     const auto& element = run.xml.getElement(definition);
     return !trimmed(element.text).empty() || element.laterText.line != 0 ||
-           element.firstChild != NoXmlElement;
+           element.firstChild != NoXmlElement || run.boMisplaced(definition);
 }
 
 /// Where the definition would be looked for: at the empty one, else at the name.
@@ -36,12 +36,12 @@ void vDocumentationCheck(RuleRun& run) {
     const auto& outline = run.outline;
     if (outline.kind == SetKind::None || outline.isPrefixed)
         return;
-    if (!boHasText(run, outline.definition) && !run.boMisspelt(0, "Definition"))
+    if (!boHasText(run, outline.definition) && !run.boMissingExplained(0, "Definition"))
         run.add("D001", placeOf(outline.definition, outline.name, 0),
                 sNamed("the set", outline.setName()) + " has no definition");
     const std::string kind = outline.kind == SetKind::PropertySet ? "the property" : "the quantity";
     for (const auto& member : outline.members) {
-        if (!boHasText(run, member.definition) && !run.boMisspelt(member.element, "Definition"))
+        if (!boHasText(run, member.definition) && !run.boMissingExplained(member.element, "Definition"))
             run.add("D002", placeOf(member.definition, member.name, member.element),
                     sNamed(kind, outline.memberName(member)) + " has no definition");
     }

@@ -313,7 +313,7 @@ void vBlanksAroundAdd(RuleRun& run, XmlIndex name, std::string_view what) {
     auto& draft = run.addAtText("N004", name,
                                 "the name of the " + std::string(what) + " " + sQuoted(trimmed) + " " +
                                     (isAtEnd ? "ends" : "begins") + " with white space")
-                      .vEdit(untrimmedBytes(element), trimmed);
+                      .vEdit(element.textBytes, trimmed);
     vPartPlace(draft, element.trimmedText, whole,
                isAtEnd ? whole.substr(trimmed.size()) : whole.substr(0, begin));
 }
@@ -340,7 +340,7 @@ void vSetNameCheck(RuleRun& run) {
         vBlanksCheck(run, name, "set");
         return;
     }
-    if (name == NoXmlElement && run.boMisspelt(0, "Name"))
+    if (name == NoXmlElement ? run.boMissingExplained(0, "Name") : run.boMisplaced(name))
         return;
     if (name == NoXmlElement)
         run.add("N001", 0, "the set has no name: there is no \"Name\"");
@@ -355,7 +355,7 @@ void vMemberNameCheck(RuleRun& run, const MemberOutline& member) {
         vBlanksCheck(run, name, word);
         return;
     }
-    if (name == NoXmlElement && run.boMisspelt(member.element, "Name"))
+    if (name == NoXmlElement ? run.boMissingExplained(member.element, "Name") : run.boMisplaced(name))
         return;
     if (name == NoXmlElement)
         run.add("N002", member.element, "the " + word + " has no name: there is no \"Name\"");

@@ -33,7 +33,7 @@ void vReleaseCheck(RuleRun& run) {
         return;
     const auto element = run.outline.ifcVersion;
     if (element == NoXmlElement) {
-        if (!run.boMisspelt(0, "IfcVersion"))
+        if (!run.boMissingExplained(0, "IfcVersion"))
             vNoneAdd(run, run.add("V002", 0, "the document declares no release: there is no \"IfcVersion\""));
         return;
     }

@@ -62,14 +62,6 @@ std::string sKindOf(const schema::ObjectBase& object) {
     return "a data type";
 }
 
-ByteRange untrimmedBytes(const XmlElement& element) {
-    const auto& trimmedText = element.trimmedText;
-    if (!trimmedText.bytes.isKnown() || trimmedText.value.empty())
-        return {};
-    const auto before = element.text.find(trimmedText.value);
-    return {trimmedText.bytes.offset - before, element.text.size()};
-}
-
 XmlIndex childOf(const XmlPositions& xml, XmlIndex parent, std::string_view tag) {
     for (const auto child : XmlChildren(xml, parent)) {
         if (xml.getElement(child).name == tag)

@@ -59,9 +59,6 @@ private:
 /// "an entity", "a defined type", "a function", "a rule".
 std::string sKindOf(const ifc::def::schema::ObjectBase& object);
 
-/// The bytes of a text and of the white space around it; unknown when the two are not next to each other.
-ByteRange untrimmedBytes(const XmlElement& element);
-
 /// The first child of that name; `NoXmlElement` when there is none.
 XmlIndex childOf(const XmlPositions& xml, XmlIndex parent, std::string_view tag);
 

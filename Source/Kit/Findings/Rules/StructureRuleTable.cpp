@@ -58,7 +58,7 @@ constexpr Rule StructureRules[] = {
      Severity::Error,
      "An attribute is not known on its element.",
      "An attribute that readers do not know is passed over, and its value is lost. Attributes with a "
-     "prefix, such as \"xsi:schemaLocation\", are left alone.",
+     "prefix, such as \"xsi:schemaLocation\", are left alone unless they have a name that belongs there.",
      {R"xml(<PropertySetDef ifdgiud="aa3b8880d21511e1800000215ad4efdf">
   <IfcVersion version="IFC4"/>
   <Name>Pset_WallCommon</Name>
@@ -401,9 +401,10 @@ constexpr Rule StructureRules[] = {
     {"S015",
      "prefixed-element",
      Severity::Error,
-     "An element has a prefix.",
+     "An element or attribute has a prefix.",
      "Prefixes of namespaces are not supported in set documents. Readers look for the name as it is "
-     "written, prefix included, and pass over the element with everything inside it.",
+     "written, prefix included, and pass over the element with everything inside it, or over the "
+     "attribute with its value. Attributes of other vocabularies may have prefixes.",
      {R"xml(<PropertySetDef>
   <IfcVersion version="IFC4"/>
   <Name>Pset_WallCommon</Name>

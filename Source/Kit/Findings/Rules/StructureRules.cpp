@@ -1,5 +1,6 @@
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
@@ -9,9 +10,11 @@
 #include "kiv/Kit/Names/SchemaRelease.h"
 
 #include <algorithm>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -56,16 +59,67 @@ private:
     const ElementRule* pRuleOf(XmlIndex element) const { return run_.vocabulary.pRuleOf(element); }
 
     void vUnitTypesFind();
+    /// Whether the root is that of the one kind of set, and all else of the other, which is said.
+    bool boWrongRoot();
     void vNamespaceCheck();
     void vElementCheck(XmlIndex element, const ElementRule& rule);
     void vUnreadCheck(XmlIndex element);
-    void vUnknownAdd(XmlIndex element, const ElementRule& parent);
-    void vUnknownNoteAdd(FindingDraft& draft, const XmlElement& element, const ElementRule& parent);
-    void vRename(FindingDraft& draft, const XmlElement& element, std::string_view name);
+    /// The unknown children of one element.
+    struct Strays {
+        /// For each legal child, a child of that name; and how many unknown ones were probably meant to be
+        /// one.
+        std::vector<XmlIndex> present;
+        std::vector<std::size_t> meant;
+        /// The element that was left out around unknown ones, and how many they are; null when none was.
+        const ElementRule* leftOut = nullptr;
+        std::size_t leftOutCount = 0;
+        /// The first of those, the number of its finding, and how many others were added to that.
+        XmlIndex first = NoXmlElement;
+        std::size_t draft = 0;
+        std::size_t joined = 0;
+    };
+    /// What an unknown element was probably meant to be.
+    struct Meaning {
+        /// A legal one.
+        LegalMatch match;
+        /// One that belongs elsewhere, and where that is; empty otherwise.
+        std::string_view name;
+        std::string_view owner;
+    };
+    struct UnknownAttribute {
+        const XmlAttribute* attribute = nullptr;
+        LegalMatch match;
+    };
+    /// The attribute of a legal name, null when there is none, and how many others were probably meant to be
+    /// it.
+    struct AttributeClaim {
+        const XmlAttribute* present = nullptr;
+        std::size_t meant = 0;
+    };
+    using AttributeClaims = std::map<std::string_view, AttributeClaim>;
+
+    bool isUnknown(XmlIndex element) const {
+        const auto* rule = pRuleOf(element);
+        return !rule || rule->name != xml_.getElement(element).name;
+    }
+    Strays& straysOf(XmlIndex parent);
+    void vLeftOutFind(XmlIndex parent, Strays& strays) const;
+    Meaning meaningOf(XmlIndex element);
+    bool boContentFits(XmlIndex element, const ElementRule& rule) const;
+    bool boIsLeftOver(XmlIndex element);
+    void vFirstNote(XmlIndex element);
+    void vJoin(XmlIndex element, const std::string& why);
+    void vLaterKindAdd(XmlIndex element, XmlIndex first, const ElementRule& parent);
+    void vUnknownAdd(XmlIndex element);
+    void vUnknownNoteAdd(FindingDraft& draft, XmlIndex element, const Meaning& meaning);
+    void vBecomeNote(FindingDraft& draft, XmlIndex element, const LegalMatch& match);
     void vPrefixedAdd(XmlIndex element, const ElementRule& parent);
     void vKindAdd(XmlIndex element);
     void vAttributesCheck(XmlIndex element, const ElementRule& rule);
-    void vAttributeAdd(XmlIndex element, const ElementRule& rule, const XmlAttribute& attribute);
+    std::vector<UnknownAttribute> unknownAttributes(XmlIndex element, const ElementRule& rule,
+                                                    AttributeClaims& claims) const;
+    void vAttributeAdd(XmlIndex element, const ElementRule& rule, const UnknownAttribute& unknown,
+                       const AttributeClaims& claims);
     void vMissingCheck(XmlIndex element, const ElementRule& rule);
     void vListsCheck(XmlIndex set);
     void vMissingAdd(XmlIndex element, std::string_view child, const std::string& why);
@@ -85,11 +139,18 @@ private:
     RuleRun& run_;
     const XmlPositions& xml_;
     std::vector<std::string_view> unitTypes_;
+    /// By the element that contains them.
+    std::unordered_map<XmlIndex, Strays> strays_;
+    std::size_t searches_ = 0;
+    bool isWrongRoot_ = false;
 };
 
 void StructureCheck::vCheck() {
-    vNamespaceCheck();
-    vTemplateTypeCheck();
+    isWrongRoot_ = boWrongRoot();
+    if (!isWrongRoot_) {
+        vNamespaceCheck();
+        vTemplateTypeCheck();
+    }
     const auto count = static_cast<XmlIndex>(xml_.getElements().size());
     for (XmlIndex element = 0; element != count; ++element) {
         if (const auto* rule = pRuleOf(element))
@@ -126,6 +187,27 @@ bool isSetNamespace(std::string_view uri, SetKind kind) {
     return false;
 }
 
+bool StructureCheck::boWrongRoot() {
+    const bool isPropertySet = run_.outline.kind == SetKind::PropertySet;
+    const auto otherKind = isPropertySet ? SetKind::QuantitySet : SetKind::PropertySet;
+    const auto& root = xml_.getElement(0);
+    const auto* space = xml_.pAttribute(root, "xmlns");
+    const auto* type = xml_.pAttribute(root, "templatetype");
+    const bool isOther = space ? isSetNamespace(space->value.value, otherKind)
+                               : type && type->value.value.starts_with(isPropertySet ? "QTO_" : "PSET_");
+    const std::string_view own = isPropertySet ? "PropertyDefs" : "QtoDefs";
+    const auto other = SetVocabulary::counterpart(own);
+    if (!isOther || childOf(xml_, 0, own) != NoXmlElement || childOf(xml_, 0, other) == NoXmlElement)
+        return false;
+    run_.add("S018", 0,
+             sNameQuoted(root) + (isPropertySet ? " is the root of a property set; this is a quantity set"
+                                                : " is the root of a quantity set; this is a property set"))
+        .vNote("here it would be " + sQuoted(isPropertySet ? "QtoSetDef" : "PropertySetDef"));
+    // What the library reports follows from it.
+    run_.vJoin(0, 0);
+    return true;
+}
+
 void StructureCheck::vNamespaceCheck() {
     const auto* declared = xml_.pAttribute(xml_.getElement(0), "xmlns");
     if (!declared || declared->value.value.empty() ||
@@ -145,9 +227,10 @@ void StructureCheck::vElementCheck(XmlIndex element, const ElementRule& rule) {
     const auto& parts = xml_.getElement(element);
     // Readers take an item of an enumeration, and a constant, whatever its name is.
     if (parts.parent != NoXmlElement && parts.name != rule.name)
-        vUnknownAdd(element, *pRuleOf(parts.parent));
+        vUnknownAdd(element);
     if (rule.content == ContentKind::Ignored)
         return;
+    const auto before = run_.getDrafts().size();
     vRepeatedCheck(element, rule);
     vAttributesCheck(element, rule);
     vTextCheck(element, rule);
@@ -156,6 +239,8 @@ void StructureCheck::vElementCheck(XmlIndex element, const ElementRule& rule) {
         vUnitTypeCheck(element);
     else if (rule.name == "QtoType")
         vQuantityTypeCheck(element);
+    for (auto i = before; rule.isUnread && i != run_.getDrafts().size(); ++i)
+        run_.getDrafts()[i].vSeverity(Severity::Warning);
 }
 
 /// An element that is not read: one that its parent does not know, or something inside of such a one.
@@ -164,40 +249,172 @@ void StructureCheck::vUnreadCheck(XmlIndex element) {
     const auto* parent = parts.parent == NoXmlElement ? nullptr : pRuleOf(parts.parent);
     if (!parent || parent->content == ContentKind::Ignored)
         return;
+    if (isWrongRoot_ && parts.parent == 0 && SetVocabulary::boOfOther(run_.outline.kind, parts.name))
+        return run_.vJoin(element, 0);
     const auto first = xml_.getElement(parts.parent).firstChild;
-    if (parent->isFirstChildOnly && first != element)
+    if (parent->isFirstChildOnly && first != element) {
+        vLaterKindAdd(element, first, *parent);
+        return;
+    }
+    if (parent->isFirstChildOnly)
+        vFirstNote(element);
+    if (parts.isPrefixed())
+        vPrefixedAdd(element, *parent);
+    else
+        vUnknownAdd(element);
+}
+
+/// After the first element inside "PropertyType".
+void StructureCheck::vLaterKindAdd(XmlIndex element, XmlIndex first, const ElementRule& parent) {
+    const auto& parts = xml_.getElement(element);
+    if (SetVocabulary::pChild(parent, xml_.getElement(first).name))
         run_.add("S006", element,
                  sNameQuoted(parts) + " is a second kind of the property; only the first one counts")
             .vNoteAt("this one counts", xml_.getElement(first).position);
-    else if (parts.isPrefixed())
-        vPrefixedAdd(element, *parent);
     else
-        vUnknownAdd(element, *parent);
+        vJoin(element, boIsLeftOver(element) ? " belongs there too" : " comes after it and is not read");
 }
 
 void StructureCheck::vPrefixedAdd(XmlIndex element, const ElementRule& parent) {
     const auto& parts = xml_.getElement(element);
     auto& draft = run_.add("S015", element, sNameQuoted(parts) + " has a prefix; prefixes are not supported");
     if (SetVocabulary::pChild(parent, parts.localName()))
-        vRename(draft, parts, parts.localName());
+        vBecomeNote(draft, element, {parts.localName(), true, true});
 }
 
-void StructureCheck::vRename(FindingDraft& draft, const XmlElement& element, std::string_view name) {
-    draft.vNote("write it as " + sQuoted(name));
-    draft.vEdit(element.nameBytes, name);
-    if (element.endNameBytes.isKnown())
-        draft.vEdit(element.endNameBytes, name);
+/// The place of a child among those that an element may have; their number when it may not have it.
+std::size_t indexOf(const ElementRule& rule, std::string_view name) {
+    std::size_t index = 0;
+    while (index != rule.children.size() && rule.children[index].rule->name != name)
+        ++index;
+    return index;
 }
 
-void StructureCheck::vUnknownAdd(XmlIndex element, const ElementRule& parent) {
+StructureCheck::Strays& StructureCheck::straysOf(XmlIndex parent) {
+    const auto [place, isNew] = strays_.try_emplace(parent);
+    auto& strays = place->second;
+    if (!isNew)
+        return strays;
+    const auto& rule = *pRuleOf(parent);
+    strays.present.assign(rule.children.size() + 1, NoXmlElement);
+    strays.meant.assign(rule.children.size() + 1, 0);
+    for (const auto child : XmlChildren(xml_, parent)) {
+        const auto index = indexOf(rule, xml_.getElement(child).name);
+        if (index != rule.children.size())
+            strays.present[index] = child;
+        else
+            ++strays.meant[indexOf(rule, meaningOf(child).match.name)];
+    }
+    vLeftOutFind(parent, strays);
+    return strays;
+}
+
+/// The element without which all unknown children that belong elsewhere are found, or the first of them.
+void StructureCheck::vLeftOutFind(XmlIndex parent, Strays& strays) const {
+    const auto& rule = *pRuleOf(parent);
+    const auto elements = SetVocabulary::elementNames(run_.outline.kind);
+    std::size_t most = 0;
+    std::map<std::string_view, std::size_t> names;
+    for (const auto child : XmlChildren(xml_, parent)) {
+        const auto name = xml_.getElement(child).name;
+        if (isUnknown(child) && std::ranges::find(elements, name) != elements.end())
+            ++names[name];
+    }
+    for (const auto& child : rule.children) {
+        if (names.empty() || strays.present[indexOf(rule, child.rule->name)] != NoXmlElement)
+            continue;
+        std::size_t inside = 0;
+        std::size_t count = 0;
+        for (const auto& [name, number] : names) {
+            const auto* direct = SetVocabulary::pChild(*child.rule, name);
+            inside += direct ? 2 : (SetVocabulary::boContains(*child.rule, name) ? 1 : 0);
+            count += SetVocabulary::boContains(*child.rule, name) ? number : 0;
+        }
+        if (inside <= most)
+            continue;
+        most = inside;
+        strays.leftOut = child.rule;
+        strays.leftOutCount = count;
+    }
+}
+
+/// Whether what is inside an element may be inside one with that rule.
+bool StructureCheck::boContentFits(XmlIndex element, const ElementRule& rule) const {
     const auto& parts = xml_.getElement(element);
-    const auto legal = SetVocabulary::childNames(parent);
-    const auto match = legalMatch(parts.name, legal);
+    if (rule.content != ContentKind::Text && !parts.isTextHidden && !parts.trimmedText.value.empty())
+        return false;
+    const auto first = parts.firstChild;
+    return first == NoXmlElement || SetVocabulary::pChild(rule, xml_.getElement(first).name);
+}
+
+StructureCheck::Meaning StructureCheck::meaningOf(XmlIndex element) {
+    // What hostile documents have more of is over the limits of findings, and need not be explained.
+    constexpr std::size_t maxSearches = 2 * RuleRun::maxFindingsPerCode;
+    if (++searches_ > maxSearches)
+        return {};
+    const auto& parts = xml_.getElement(element);
+    const auto& parent = *pRuleOf(parts.parent);
+    Meaning meaning;
+    meaning.match = legalMatch(parts.localName(), SetVocabulary::childNames(parent));
+    if (meaning.match.isLetterCase || parts.isPrefixed())
+        return meaning.match.isLetterCase ? meaning : Meaning();
+    const auto elsewhere = legalMatch(parts.name, SetVocabulary::elementNames(run_.outline.kind));
+    const bool isNearer = elsewhere.isLetterCase || (elsewhere.isSure && !meaning.match.name.empty());
+    if (isNearer && !SetVocabulary::pChild(parent, elsewhere.name))
+        return {{}, elsewhere.name, run_.vocabulary.ownerOf(parts.parent, elsewhere.name)};
+    const auto* child = SetVocabulary::pChild(parent, meaning.match.name);
+    meaning.match.isSure = meaning.match.isSure && child && boContentFits(element, *child->rule);
+    return meaning;
+}
+
+/// Whether the unknown element belongs in one that was left out around it.
+bool StructureCheck::boIsLeftOver(XmlIndex element) {
+    const auto& parts = xml_.getElement(element);
+    const auto* leftOut = straysOf(parts.parent).leftOut;
+    return leftOut && SetVocabulary::boContains(*leftOut, parts.name);
+}
+
+/// The next finding is about this element and those that `vJoin` adds.
+void StructureCheck::vFirstNote(XmlIndex element) {
+    auto& strays = straysOf(xml_.getElement(element).parent);
+    strays.first = element;
+    strays.draft = run_.getDrafts().size();
+}
+
+/// Adds an element to the finding of the first one.
+void StructureCheck::vJoin(XmlIndex element, const std::string& why) {
+    constexpr std::size_t maxShown = 10;
+    const auto& parts = xml_.getElement(element);
+    auto& strays = straysOf(parts.parent);
+    run_.vJoin(element, strays.first);
+    ++strays.joined;
+    auto& drafts = run_.getDrafts();
+    if (strays.draft >= drafts.size() || drafts[strays.draft].subject.element != strays.first)
+        return;
+    if (strays.joined <= maxShown)
+        drafts[strays.draft].vNoteAt(sNameQuoted(parts) + why, parts.position);
+    else if (strays.joined == maxShown + 1 && strays.leftOutCount > maxShown + 1)
+        drafts[strays.draft].vNote("and " + std::to_string(strays.leftOutCount - maxShown - 1) + " more");
+}
+
+void StructureCheck::vUnknownAdd(XmlIndex element) {
+    const auto& parts = xml_.getElement(element);
+    const auto& parent = *pRuleOf(parts.parent);
+    if (boIsLeftOver(element) && straysOf(parts.parent).first != element) {
+        if (straysOf(parts.parent).first != NoXmlElement)
+            return vJoin(element, " belongs there too");
+        vFirstNote(element);
+    }
+    const auto meaning = meaningOf(element);
     const auto place = " inside " + sQuoted(parent.name);
-    if (match.isLetterCase) {
+    // What is read all the same, or by nobody, loses nothing.
+    const bool isHarmless = parent.unknown == UnknownChild::ReadAnyway || parent.isUnread;
+    if (meaning.match.isLetterCase) {
         auto& draft =
             run_.add("S003", element, sNameQuoted(parts) + place + " is written in another letter case");
-        vRename(draft, parts, match.name);
+        if (parent.isUnread)
+            draft.vSeverity(Severity::Warning);
+        vBecomeNote(draft, element, meaning.match);
         return;
     }
     if (SetVocabulary::boOfOther(run_.outline.kind, parts.name)) {
@@ -208,31 +425,57 @@ void StructureCheck::vUnknownAdd(XmlIndex element, const ElementRule& parent) {
     auto& draft =
         run_.add(isKind ? "S010" : "S001", element,
                  sNameQuoted(parts) + (isKind ? " is no kind of property" : " is not known" + place));
-    // An item of an enumeration is read whatever its name is.
-    if (parent.unknown == UnknownChild::ReadAnyway)
+    if (isHarmless)
         draft.vSeverity(Severity::Warning);
-    vUnknownNoteAdd(draft, parts, parent);
+    vUnknownNoteAdd(draft, element, meaning);
 }
 
-void StructureCheck::vUnknownNoteAdd(FindingDraft& draft, const XmlElement& element,
-                                     const ElementRule& parent) {
-    const auto legal = SetVocabulary::childNames(parent);
-    const auto match = legalMatch(element.name, legal);
-    if (!match.name.empty()) {
-        draft.vNote("did you mean " + sQuoted(match.name) + "?");
-        draft.vEdit(element.nameBytes, match.name);
-        if (element.endNameBytes.isKnown())
-            draft.vEdit(element.endNameBytes, match.name);
-    }
-    if (const auto owner = SetVocabulary::ownerOf(run_.outline.kind, parent, element.name); !owner.empty()) {
-        draft.vNote(sQuoted(element.name) + " belongs inside " + sQuoted(owner));
-        run_.vMisplacedNote(element.parent);
+void StructureCheck::vUnknownNoteAdd(FindingDraft& draft, XmlIndex element, const Meaning& meaning) {
+    const auto& parts = xml_.getElement(element);
+    const auto& parent = *pRuleOf(parts.parent);
+    if (!meaning.owner.empty()) {
+        const bool isLeftOut =
+            straysOf(parts.parent).leftOut && straysOf(parts.parent).leftOut->name == meaning.owner;
+        if (meaning.name != parts.name)
+            draft.vNote("did you mean " + sQuoted(meaning.name) + "?");
+        draft.vNote(sQuoted(meaning.name) + " belongs inside " + sQuoted(meaning.owner) +
+                    (isLeftOut ? ", which is missing" : ""));
+        run_.vMisplacedNote(parts.parent);
         return;
     }
+    const auto legal = SetVocabulary::childNames(parent);
+    if (!meaning.match.name.empty())
+        vBecomeNote(draft, element, meaning.match);
+    else if (const auto missing = run_.soleMissing(parts.parent); !missing.empty())
+        draft.vNote("there is no " + sQuoted(missing) + "; was it meant?");
+    if (parent.content == ContentKind::Text)
+        run_.vMisplacedNote(parts.parent);
     if (legal.empty())
         draft.vNote(sQuoted(parent.name) + " contains no elements");
     else
         draft.vNote("legal here: " + sQuotedList(legal));
+}
+
+/// Says which name is right, and writes it where that needs no judgement.
+void StructureCheck::vBecomeNote(FindingDraft& draft, XmlIndex element, const LegalMatch& match) {
+    const auto& parts = xml_.getElement(element);
+    const auto& parent = *pRuleOf(parts.parent);
+    const auto& strays = straysOf(parts.parent);
+    const auto index = indexOf(parent, match.name);
+    const bool isList = parent.children.size() == 1 && parent.children.front().count == ChildCount::All;
+    if (!isList && strays.present[index] != NoXmlElement) {
+        draft.vNoteAt(sQuoted(match.name) + " is there already",
+                      xml_.getElement(strays.present[index]).position);
+        return;
+    }
+    draft.vNote(match.isLetterCase ? "write it as " + sQuoted(match.name)
+                                   : "did you mean " + sQuoted(match.name) + "?");
+    // Of several that would have one name only one would count.
+    if (!match.isSure || (!isList && strays.meant[index] != 1))
+        return;
+    draft.vEdit(parts.nameBytes, match.name);
+    if (parts.endNameBytes.isKnown())
+        draft.vEdit(parts.endNameBytes, match.name);
 }
 
 void StructureCheck::vKindAdd(XmlIndex element) {
@@ -244,35 +487,78 @@ void StructureCheck::vKindAdd(XmlIndex element) {
         .vNote("here it would be " + sQuoted(SetVocabulary::counterpart(parts.name)));
 }
 
-void StructureCheck::vAttributesCheck(XmlIndex element, const ElementRule& rule) {
-    for (const auto& attribute : xml_.getAttributes(xml_.getElement(element))) {
-        const bool isForeign =
-            attribute.name == "xmlns" || attribute.name.find(':') != std::string_view::npos;
-        if (!isForeign && std::ranges::find(rule.attributes, attribute.name) == rule.attributes.end())
-            vAttributeAdd(element, rule, attribute);
-    }
+/// Whether the attribute belongs to XML itself or says where the schema of the document is.
+bool isOfXml(std::string_view name) {
+    return name == "xmlns" || name.starts_with("xmlns:") || name.starts_with("xml:") ||
+           name.starts_with("xsi:");
 }
 
-void StructureCheck::vAttributeAdd(XmlIndex element, const ElementRule& rule, const XmlAttribute& attribute) {
-    const auto match = legalMatch(attribute.name, rule.attributes);
-    // Without the attribute that matters most, that one was meant.
-    const bool isMeant =
-        !rule.attributes.empty() && !xml_.pAttribute(xml_.getElement(element), rule.attributes.front());
-    if (!match.name.empty() || isMeant)
+std::vector<StructureCheck::UnknownAttribute>
+StructureCheck::unknownAttributes(XmlIndex element, const ElementRule& rule, AttributeClaims& claims) const {
+    std::vector<UnknownAttribute> unknown;
+    for (const auto& attribute : xml_.getAttributes(xml_.getElement(element))) {
+        if (std::ranges::find(rule.attributes, attribute.name) != rule.attributes.end()) {
+            claims[attribute.name].present = &attribute;
+            continue;
+        }
+        const auto local = attribute.name.substr(attribute.name.find(':') + 1);
+        const auto match = legalMatch(local, rule.attributes);
+        // One with a prefix may be of another vocabulary unless it has a name of ours.
+        const bool isPrefixed = local.size() != attribute.name.size();
+        if (isOfXml(attribute.name) || (isPrefixed && !match.isLetterCase))
+            continue;
+        ++claims[match.name].meant;
+        unknown.push_back({&attribute, match});
+    }
+    return unknown;
+}
+
+void StructureCheck::vAttributesCheck(XmlIndex element, const ElementRule& rule) {
+    AttributeClaims claims;
+    const auto unknown = unknownAttributes(element, rule, claims);
+    if (unknown.empty())
+        return;
+    const auto& parts = xml_.getElement(element);
+    // Without the attribute that matters most, that one was meant; without content, that was.
+    const bool isMeant = !rule.attributes.empty() && !xml_.pAttribute(parts, rule.attributes.front());
+    const bool isEmpty = rule.content != ContentKind::Nothing && parts.firstChild == NoXmlElement &&
+                         parts.trimmedText.value.empty();
+    const auto isMatched = [](const UnknownAttribute& item) { return !item.match.name.empty(); };
+    if (isMeant || isEmpty || std::ranges::any_of(unknown, isMatched))
         run_.vMisplacedNote(element);
-    const auto place = " of " + sNameQuoted(xml_.getElement(element));
-    if (match.isLetterCase) {
-        run_.addAtAttribute("S003", element, attribute,
-                            "attribute " + sQuoted(attribute.name) + place +
-                                " is written in another letter case")
-            .vNote("write it as " + sQuoted(match.name))
-            .vEdit(attribute.nameBytes, match.name);
+    for (const auto& item : unknown)
+        vAttributeAdd(element, rule, item, claims);
+}
+
+/// As `vBecomeNote` does; no element has two attributes of one name.
+void vAttributeMend(FindingDraft& draft, const XmlAttribute& attribute, const LegalMatch& match,
+                    const XmlAttribute* present, bool isAlone) {
+    if (present) {
+        draft.vNoteAt(sQuoted(match.name) + " is there already", present->position);
         return;
     }
-    auto& draft = run_.addAtAttribute("S002", element, attribute,
-                                      "attribute " + sQuoted(attribute.name) + place + " is not known");
+    draft.vNote(match.isLetterCase ? "write it as " + sQuoted(match.name)
+                                   : "did you mean " + sQuoted(match.name) + "?");
+    if (match.isSure && isAlone)
+        draft.vEdit(attribute.nameBytes, match.name);
+}
+
+void StructureCheck::vAttributeAdd(XmlIndex element, const ElementRule& rule, const UnknownAttribute& unknown,
+                                   const AttributeClaims& claims) {
+    const auto& [attribute, match] = unknown;
+    const auto& claim = claims.find(match.name)->second;
+    const bool isPrefixed = attribute->name.find(':') != std::string_view::npos;
+    const auto* const code = isPrefixed ? "S015" : match.isLetterCase ? "S003" : "S002";
+    const auto* const what = isPrefixed           ? " has a prefix; prefixes are not supported"
+                             : match.isLetterCase ? " is written in another letter case"
+                                                  : " is not known";
+    auto& draft = run_.addAtAttribute(code, element, *attribute,
+                                      "attribute " + sQuoted(attribute->name) + " of " +
+                                          sNameQuoted(xml_.getElement(element)) + what);
     if (!match.name.empty())
-        draft.vNote("did you mean " + sQuoted(match.name) + "?").vEdit(attribute.nameBytes, match.name);
+        vAttributeMend(draft, *attribute, match, claim.present, claim.meant == 1);
+    if (match.isLetterCase)
+        return;
     if (rule.attributes.empty())
         draft.vNote(sQuoted(rule.name) + " has no attributes");
     else
@@ -288,7 +574,8 @@ void StructureCheck::vMissingCheck(XmlIndex element, const ElementRule& rule) {
         vMissingAdd(element, "PropertyDefs", "the set has no properties");
     else if (rule.name == "QtoSetDef")
         vMissingAdd(element, "QtoDefs", "the set has no quantities");
-    else if (rule.isFirstChildOnly && xml_.getElement(element).firstChild == NoXmlElement)
+    else if (rule.isFirstChildOnly && xml_.getElement(element).firstChild == NoXmlElement &&
+             !run_.boMisplaced(element))
         run_.add("S004", element, "the property has no type: \"PropertyType\" is empty")
             .vNote("legal here: " + sQuotedList(SetVocabulary::childNames(rule)));
     else if (rule.name == "UnitType")
@@ -307,17 +594,18 @@ void StructureCheck::vListsCheck(XmlIndex set) {
     constexpr std::string_view Lists[] = {"PropertyDefs", "QtoDefs", "ApplicableClasses"};
     for (const auto name : Lists) {
         auto first = NoXmlElement;
+        bool isEmpty = name != "ApplicableClasses";
         for (const auto list : XmlChildren(xml_, set)) {
-            const bool isRead = xml_.getElement(list).name == name && pRuleOf(list);
-            if (isRead && first != NoXmlElement)
+            if (xml_.getElement(list).name != name || !pRuleOf(list))
+                continue;
+            isEmpty = isEmpty && xml_.getElement(list).firstChild == NoXmlElement && !run_.boMisplaced(list);
+            if (first == NoXmlElement)
+                first = list;
+            else
                 run_.add("S021", list, sQuoted(name) + " is repeated")
                     .vNoteAt("the first one is here", xml_.getElement(first).position);
-            else if (isRead)
-                first = list;
         }
-        const bool isEmpty = first != NoXmlElement && name != "ApplicableClasses" &&
-                             xml_.getElement(first).firstChild == NoXmlElement && !run_.boMisplaced(first);
-        if (isEmpty)
+        if (isEmpty && first != NoXmlElement)
             run_.add("S020", first, sQuoted(name) + " is empty, so the set says nothing");
     }
 }
@@ -327,7 +615,7 @@ void StructureCheck::vMissingAdd(XmlIndex element, std::string_view child, const
         if (xml_.getElement(place).name == child)
             return;
     }
-    if (!run_.boMisspelt(element, child))
+    if (!run_.boMissingExplained(element, child))
         run_.add("S004", element, why + ": there is no " + sQuoted(child));
 }
 
@@ -366,6 +654,9 @@ void StructureCheck::vTextCheck(XmlIndex element, const ElementRule& rule) {
         vUnreadTextCheck(element);
         return;
     }
+    // Values may be one text too.
+    if (rule.isUnread)
+        return;
     const bool hasText = !parts.isTextHidden && !parts.trimmedText.value.empty();
     if (!hasText && parts.laterText.line == 0)
         return;
@@ -375,6 +666,7 @@ void StructureCheck::vTextCheck(XmlIndex element, const ElementRule& rule) {
                                (rule.content == ContentKind::Nothing ? " belongs" : " belong"));
     draft.finding.place.position = hasText ? parts.trimmedText.position : parts.laterText;
     run_.vMisplacedNote(element);
+    run_.vStrayTextNote(element);
     if (rule.content == ContentKind::Nothing && !rule.attributes.empty())
         draft.vNote("its value belongs in the attribute " + sQuoted(rule.attributes.front()));
 }
@@ -415,7 +707,9 @@ FindingDraft* StructureCheck::pValueAdd(std::string_view code, XmlIndex element,
     }
     auto& draft = add(code, sQuoted(text.value) + " is no " + std::string(what));
     if (!match.name.empty())
-        draft.vNote("did you mean " + sQuoted(match.name) + "?").vEdit(text.bytes, match.name);
+        draft.vNote("did you mean " + sQuoted(match.name) + "?");
+    if (match.isSure)
+        draft.vEdit(text.bytes, match.name);
     return &draft;
 }
 
@@ -459,15 +753,17 @@ void StructureCheck::vQuantityTypeCheck(XmlIndex element) {
         return;
     const auto legal = "legal values: " + sQuotedList({std::begin(QuantityTypes), std::end(QuantityTypes)});
     if (parts.trimmedText.value.empty()) {
-        run_.add("S009", element, "the type of the quantity is empty").vNote(legal);
+        // As an attribute it is found already, and what the library reports is about the element.
+        auto* explanation = run_.boMisplaced(element) ? run_.pLastOf(element) : nullptr;
+        if (explanation)
+            explanation->subject.attribute = nullptr;
+        else
+            run_.add("S009", element, "the type of the quantity is empty").vNote(legal);
         return;
     }
     XmlText text = parts.trimmedText;
-    if (text.bytes.isKnown()) {
-        // The blanks around it are part of what is read.
-        text.bytes.offset -= parts.text.find(text.value);
-        text.bytes.length = parts.text.size();
-    }
+    // The blanks around it are part of what is read.
+    text.bytes = parts.textBytes;
     auto* draft = pValueAdd("S009", element, nullptr, text, "type of quantity", QuantityTypes);
     if (!draft)
         return;

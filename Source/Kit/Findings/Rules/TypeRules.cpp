@@ -69,13 +69,21 @@ private:
     void vMemberCheck(const MemberOutline& member);
     void vItemsCheck(const MemberOutline& member);
     void vItemCheck(XmlIndex child, std::unordered_map<std::string, XmlIndex>& known);
+    /// The items of an enumeration by their names in upper case.
+    using ItemsByName = std::unordered_map<std::string, std::string_view>;
     void vConstantsCheck(const MemberOutline& member);
+    std::vector<XmlIndex> strangeConstants(XmlIndex list, const ItemsByName& items);
+    void vStrangerAdd(XmlIndex nameElement, const ItemsByName& items);
     void vTableCheck(const MemberOutline& member);
     void vColumnsCheck(const MemberOutline& member);
     std::size_t valuesIn(XmlIndex column) const;
     void vListCheck(const MemberOutline& member);
     bool boHasLostItem(XmlIndex list) const;
     bool boHasChild(XmlIndex parent, std::string_view tag) const;
+    /// Whether there is nothing inside, and what belongs there is an attribute or text.
+    bool boIsElsewhere(XmlIndex element) const {
+        return xml_.getElement(element).firstChild == NoXmlElement && run_.boMisplaced(element);
+    }
     void vDataTypeRequire(XmlIndex element);
     void vReferenceRequire(const MemberOutline& member);
 
@@ -366,7 +374,8 @@ bool TypeCheck::boHasChild(XmlIndex parent, std::string_view tag) const {
 }
 
 void TypeCheck::vDataTypeRequire(XmlIndex element) {
-    if (!boHasChild(element, "DataType") && !run_.boMisspelt(element, "DataType"))
+    if (!boHasChild(element, "DataType") && !boIsElsewhere(element) &&
+        !run_.boMissingExplained(element, "DataType"))
         run_.add("T008", element,
                  "no data type is given: " + sQuoted(xml_.getElement(element).name) + " has no \"DataType\"");
 }
@@ -374,7 +383,8 @@ void TypeCheck::vDataTypeRequire(XmlIndex element) {
 void TypeCheck::vReferenceRequire(const MemberOutline& member) {
     const auto index = static_cast<std::size_t>(&member - run_.outline.members.data());
     const auto element = member.kindElement;
-    if (!hasReference_[index] && !boHasChild(element, "DataType") && !run_.boMisspelt(element, "DataType") &&
+    if (!hasReference_[index] && !boHasChild(element, "DataType") &&
+        !run_.boMissingExplained(element, "DataType") &&
         (xml_.pAttribute(xml_.getElement(element), "reftype") || !run_.boMisplaced(element)))
         run_.add("T008", element, "nothing says what the property refers to: there is no \"reftype\"");
 }
@@ -412,19 +422,19 @@ void TypeCheck::vItemCheck(XmlIndex child, std::unordered_map<std::string, XmlIn
             .vNoteAt("the first one is here", before.position);
     else if (item.size() != element.text.size() && !element.isTextHidden)
         run_.addAtText("T023", child, "there is white space around the item " + sQuoted(item))
-            .vEdit(untrimmedBytes(element), item);
+            .vEdit(element.textBytes, item);
 }
 
 void TypeCheck::vItemsCheck(const MemberOutline& member) {
     if (member.enumeration == NoXmlElement) {
-        if (!run_.boMisspelt(member.kindElement, "EnumList"))
+        if (!boIsElsewhere(member.kindElement) && !run_.boMissingExplained(member.kindElement, "EnumList"))
             run_.add("T009", member.kindElement, "the enumeration has no items: there is no \"EnumList\"");
         return;
     }
     std::unordered_map<std::string, XmlIndex> items;
     for (const auto child : XmlChildren(xml_, member.enumeration))
         vItemCheck(child, items);
-    if (items.empty() && !boHasLostItem(member.enumeration))
+    if (items.empty() && !boHasLostItem(member.enumeration) && !run_.boStrayText(member.enumeration))
         run_.add("T009", member.enumeration, "the enumeration has no items");
     for (const auto child : XmlChildren(xml_, items.empty() ? NoXmlElement : member.enumeration)) {
         const auto& item = xml_.getElement(child);
@@ -436,16 +446,29 @@ void TypeCheck::vItemsCheck(const MemberOutline& member) {
 void TypeCheck::vConstantsCheck(const MemberOutline& member) {
     if (member.constants == NoXmlElement || member.enumeration == NoXmlElement)
         return;
-    std::unordered_map<std::string, std::string_view> items;
+    ItemsByName items;
+    std::size_t broken = 0;
     for (const auto child : XmlChildren(xml_, member.enumeration)) {
-        if (const auto item = trimmed(xml_.getElement(child).text); !item.empty())
-            items.try_emplace(sUpperCase(item), item);
+        const auto item = trimmed(xml_.getElement(child).text);
+        const bool isGood = !item.empty() && items.try_emplace(sUpperCase(item), item).second;
+        broken += isGood ? 0 : 1;
     }
     // One of the constants may be the item that is lost.
-    if (items.empty() || boHasLostItem(member.enumeration))
+    if (items.empty() || boHasLostItem(member.enumeration) || run_.boStrayText(member.enumeration))
         return;
+    const auto strangers = strangeConstants(member.constants, items);
+    // An item that is empty or repeated was to be one of them.
+    if (strangers.size() <= broken)
+        return;
+    for (const auto name : strangers)
+        vStrangerAdd(name, items);
+}
+
+/// The names of constants that are no items; says which are described twice.
+std::vector<XmlIndex> TypeCheck::strangeConstants(XmlIndex list, const ItemsByName& items) {
+    std::vector<XmlIndex> strangers;
     std::unordered_map<std::string_view, XmlIndex> constants;
-    for (const auto constant : XmlChildren(xml_, member.constants)) {
+    for (const auto constant : XmlChildren(xml_, list)) {
         for (const auto child : XmlChildren(xml_, constant)) {
             const auto name = trimmed(xml_.getElement(child).text);
             if (xml_.getElement(child).name != "Name" || name.empty())
@@ -454,20 +477,23 @@ void TypeCheck::vConstantsCheck(const MemberOutline& member) {
             // Two names of one constant are a mistake of structure.
             if (!isNew && xml_.getElement(first->second).parent == constant)
                 continue;
-            if (!isNew) {
+            const auto found = items.find(sUpperCase(name));
+            if (!isNew)
                 run_.addAtText("T022", child, "the constant " + sQuoted(name) + " is described twice")
                     .vNoteAt("the first one is here", xml_.getElement(first->second).trimmedText.position);
-                continue;
-            }
-            const auto found = items.find(sUpperCase(name));
-            if (found != items.end() && found->second == name)
-                continue;
-            auto& draft = run_.addAtText("T011", child,
-                                         "the constant " + sQuoted(name) + " is no item of the enumeration");
-            if (found != items.end())
-                draft.vNote("the item is written " + sQuoted(found->second));
+            else if (found == items.end() || found->second != name)
+                strangers.push_back(child);
         }
     }
+    return strangers;
+}
+
+void TypeCheck::vStrangerAdd(XmlIndex nameElement, const ItemsByName& items) {
+    const auto name = trimmed(xml_.getElement(nameElement).text);
+    auto& draft = run_.addAtText("T011", nameElement,
+                                 "the constant " + sQuoted(name) + " is no item of the enumeration");
+    if (const auto found = items.find(sUpperCase(name)); found != items.end())
+        draft.vNote("the item is written " + sQuoted(found->second));
 }
 
 /// The number of values in a column; 0 when it lists none.
@@ -501,8 +527,8 @@ void TypeCheck::vTableCheck(const MemberOutline& member) {
         if (isDefining || isDefined)
             vDataTypeRequire(column);
     }
-    if ((hasDefining || run_.boMisspelt(member.kindElement, "DefiningValue")) &&
-        (hasDefined || run_.boMisspelt(member.kindElement, "DefinedValue")))
+    if ((hasDefining || run_.boMissingExplained(member.kindElement, "DefiningValue")) &&
+        (hasDefined || run_.boMissingExplained(member.kindElement, "DefinedValue")))
         return;
     const std::string missing = !hasDefining && !hasDefined
                                     ? "has neither \"DefiningValue\" nor \"DefinedValue\""
@@ -515,10 +541,12 @@ void TypeCheck::vTableCheck(const MemberOutline& member) {
 }
 
 void TypeCheck::vListCheck(const MemberOutline& member) {
-    bool isTyped = run_.boMisspelt(member.kindElement, "ListValue") || run_.boMisplaced(member.kindElement);
+    bool isTyped =
+        run_.boMissingExplained(member.kindElement, "ListValue") || run_.boMisplaced(member.kindElement);
     for (const auto column : XmlChildren(xml_, member.kindElement))
-        isTyped = isTyped || (xml_.getElement(column).name == "ListValue" &&
-                              (boHasChild(column, "DataType") || run_.boMisspelt(column, "DataType")));
+        isTyped =
+            isTyped || (xml_.getElement(column).name == "ListValue" &&
+                        (boHasChild(column, "DataType") || run_.boMissingExplained(column, "DataType")));
     if (!isTyped)
         run_.add("T013", member.kindElement,
                  "the list has no type: there is no \"DataType\" in a \"ListValue\"");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kiv::kit {
@@ -80,8 +81,8 @@ TEST(StructureRulesTest, AnItemOfAnotherNameIsReadAllTheSame) {
     EXPECT_THAT(
         findingLines(setWithType("<PropertyType><TypePropertyEnumeratedValue>\n<EnumList name=\"PEnum_A\">"
                                  "<Item>X</Item></EnumList></TypePropertyEnumeratedValue></PropertyType>")),
-        ElementsAre("9:27+4 warning S001 \"Item\" is not known inside \"EnumList\" | legal here: "
-                    "\"EnumItem\""));
+        ElementsAre("9:27+4 warning S001 \"Item\" is not known inside \"EnumList\" | did you mean "
+                    "\"EnumItem\"? | legal here: \"EnumItem\""));
 }
 
 TEST(StructureRulesTest, AnUnknownAttributeIsExplained) {
@@ -317,10 +318,146 @@ TEST(StructureRulesTest, OlderSimplePropertiesAreLookedAt) {
                 ElementsAre(testing::StartsWith("8:77+9 warning S008 \"METREUNIT\" is no type of unit")));
 }
 
+std::string setOf(std::string_view content) {
+    return "<PropertySetDef>\n" + std::string(content) + "\n</PropertySetDef>\n";
+}
+
+constexpr std::string_view Head =
+    "<IfcVersion version=\"IFC4\"/><Name>Pset_A</Name><Definition>d</Definition>"
+    "<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n";
+
+/// Mistakes whose mending needs judgement: another element or attribute counts, or something was left out.
+TEST(StructureRulesTest, WhatNeedsJudgementIsNotEdited) {
+    const auto twoProperties = property("") + "\n" + property("");
+    const std::string texts[] = {
+        setOf(std::string(Head) + twoProperties),
+        setWith(property("") + "</PropertyDefs>\n" + property("") + "<PropertyDefs>"),
+        setWith(property("<NameAlias lang=\"de\">A</NameAlias>")),
+        setWith(property("<DefinitionAlias lang=\"de\">A</DefinitionAlias>")),
+        setWith(property("") + "<PropertyDefs/>"),
+        setOf(std::string(Head) + "<PropretyDef><Name>P</Name></PropretyDef>"),
+        setWith(property("<name>Other</name>")),
+        setWith(property("<Nmae>Other</Nmae>")),
+        setWith(property("<x:Name xmlns:x=\"u\">Other</x:Name>")),
+        setWith("<PropertyDef><name>P</name><NAME>Q</NAME><Definition>d</Definition>" + std::string(Single) +
+                "</PropertyDef>"),
+        setWith("<PropertyDef><PropertyName>P</PropertyName><Definition>d</Definition>" +
+                std::string(Single) + "</PropertyDef>"),
+        setOf(std::string(Head) + "<definition>e</definition><PropertyDefs>" + property("") +
+              "</PropertyDefs>"),
+        setWithSingle("<DataType type=\"IfcReal\" typ=\"x\"/>"),
+        setWithSingle("<DataType Type=\"IfcReal\" type=\"IfcReal\"/>"),
+        setWithSingle("<DataType Type=\"IfcReal\" TYPE=\"IfcReal\"/>"),
+        setWithSingle("<DataType Type=\"IfcReal\" x:type=\"IfcReal\" xmlns:x=\"u\"/>"),
+        setWith(property(""), " ifdguid=\"aa3b8880d21511e1800000215ad4efdf\" IFDGUID=\"x\"")};
+    for (const auto& text : texts) {
+        EXPECT_FALSE(findingLines(text).empty()) << text;
+        EXPECT_EQ(test::sMended(text), text);
+    }
+}
+
+TEST(StructureRulesTest, WhatIsThereAlreadyIsSaid) {
+    EXPECT_THAT(findingLines(setWithSingle("<DataType type=\"IfcReal\" typ=\"x\"/>")),
+                ElementsAre("8:65+3 error S002 attribute \"typ\" of \"DataType\" is not known | \"type\" is "
+                            "there already @8:50 | legal here: \"type\""));
+    const auto lines = findingLines(setWith(property("\n<name>Other</name>")));
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_THAT(lines[0], testing::StartsWith("8:2+4 error S003 \"name\" inside \"PropertyDef\" is written "
+                                              "in another letter case | \"Name\" is there already @7:15"));
+}
+
+TEST(StructureRulesTest, ChildrenOfALeftOutElementAreOneFinding) {
+    EXPECT_THAT(
+        findingLines(
+            setOf(std::string(Head) + property("") + "\n" + "<PropertyDef><Name>Q</Name></PropertyDef>")),
+        ElementsAre("3:2+11 error S001 \"PropertyDef\" is not known inside \"PropertySetDef\" | "
+                    "\"PropertyDef\" belongs inside \"PropertyDefs\", which is missing | \"PropertyDef\" "
+                    "belongs there too @4:2 | the library reports: Unknown xml node"));
+    EXPECT_THAT(
+        findingLines(setWithType("<PropertyType><DataType type=\"IfcReal\"/>\n<UnitType type=\"TIMEUNIT\"/>"
+                                 "</PropertyType>")),
+        ElementsAre(testing::AllOf(
+            testing::StartsWith("8:16+8 error S010 \"DataType\" is no kind of property | "
+                                "\"DataType\" belongs inside \"TypePropertySingleValue\", which is missing "
+                                "| \"UnitType\" belongs there too @9:2"),
+            testing::Not(testing::HasSubstr("S006")))));
+}
+
+TEST(StructureRulesTest, ManyChildrenOfALeftOutElementAreCounted) {
+    std::string properties;
+    for (int i = 0; i != 20; ++i)
+        properties.append("<PropertyDef/>\n");
+    const auto lines = findingLines(setOf(std::string(Head) + properties));
+    ASSERT_EQ(lines.size(), 1);
+    // The first one and ten others are shown.
+    EXPECT_THAT(lines[0], testing::HasSubstr("belongs there too @13:2 | and 9 more | "));
+}
+
+TEST(StructureRulesTest, APartOfANameIsRecognised) {
+    const std::pair<std::string, std::string_view> rows[] = {
+        {setWithSingle("<DataType type=\"IfcReal\"/><Unit type=\"TIMEUNIT\"/>"), "\"UnitType\""},
+        {setWith(property(""), " guid=\"x\""), "\"ifdguid\""},
+        {setWithType("<PropertyType><SingleValue/></PropertyType>"), "\"TypePropertySingleValue\""},
+        {setWithType("<Type><TypePropertySingleValue/></Type>"), "\"PropertyType\""},
+        {quantitiesWithType("<QtoType>LENGTH</QtoType>"), "\"Q_LENGTH\""}};
+    for (const auto& [text, meant] : rows) {
+        const auto lines = findingLines(text);
+        ASSERT_EQ(lines.size(), 1) << text;
+        EXPECT_THAT(lines[0], testing::HasSubstr("did you mean " + std::string(meant) + "?"));
+        EXPECT_EQ(test::sMended(text), text);
+    }
+}
+
+TEST(StructureRulesTest, LineEndsOfTwoBytesAreMendedWithTheBlanks) {
+    const auto text = quantitiesWithType("<QtoType>\r\n   Q_AREA\r\n  </QtoType>");
+    EXPECT_EQ(test::sMended(text), quantitiesWithType("<QtoType>Q_AREA</QtoType>"));
+    const auto named = setWith("<PropertyDef><Name>\r\n  Load\r\n </Name><Definition>d</Definition>" +
+                               std::string(Single) + "</PropertyDef>");
+    EXPECT_THAT(test::sMended(named), testing::HasSubstr("<Name>Load</Name>"));
+    const auto listed = setWithType("<PropertyType><TypePropertyEnumeratedValue><EnumList name=\"PEnum_A\">"
+                                    "<EnumItem>\r\n X\r\n</EnumItem></EnumList>"
+                                    "</TypePropertyEnumeratedValue></PropertyType>");
+    EXPECT_THAT(test::sMended(listed), testing::HasSubstr("<EnumItem>X</EnumItem>"));
+}
+
+TEST(StructureRulesTest, PrefixedAttributesAreFound) {
+    const auto text = setWithSingle("<DataType x:type=\"IfcReal\" xmlns:x=\"u\"/>");
+    EXPECT_THAT(findingLines(text),
+                ElementsAre("8:50+6 error S015 attribute \"x:type\" of \"DataType\" has a prefix; prefixes "
+                            "are not supported | write it as \"type\""));
+    EXPECT_THAT(test::sMended(text), testing::HasSubstr("<DataType type=\"IfcReal\" xmlns:x=\"u\"/>"));
+    // Another vocabulary may say more about a set than ours does.
+    EXPECT_THAT(findingLines(setWith(property(""), " xmlns:x=\"u\" x:owner=\"me\" xml:lang=\"de\"")),
+                IsEmpty());
+}
+
+TEST(StructureRulesTest, ValuesAreLookedAt) {
+    const auto values = [](std::string_view content) {
+        return setWithType("<PropertyType><TypePropertyListValue><ListValue><DataType type=\"IfcReal\"/>"
+                           "<Values>\n" +
+                           std::string(content) +
+                           "</Values></ListValue></TypePropertyListValue></PropertyType>");
+    };
+    EXPECT_THAT(findingLines(values("<ValueItem>1.0</ValueItem>")), IsEmpty());
+    EXPECT_THAT(findingLines(values("<ValueItm>1.0</ValueItm>")),
+                ElementsAre("9:2+8 warning S001 \"ValueItm\" is not known inside \"Values\" | did you mean "
+                            "\"ValueItem\"? | legal here: \"ValueItem\""));
+    EXPECT_THAT(findingLines(values("1.0 2.0")), IsEmpty());
+}
+
+TEST(StructureRulesTest, AnOwnerAroundTheElementComesFirst) {
+    EXPECT_THAT(
+        findingLines(setWithSingle("<DataType type=\"IfcReal\"><UnitType type=\"TIMEUNIT\"/></DataType>")),
+        ElementsAre("8:66+8 error S001 \"UnitType\" is not known inside \"DataType\" | \"UnitType\" belongs "
+                    "inside \"TypePropertySingleValue\""));
+}
+
 TEST(StructureRulesTest, ListsThatAreEmptyOrRepeatedAreFound) {
     EXPECT_THAT(findingLines(setWith("")),
                 ElementsAre("6:2+12 warning S020 \"PropertyDefs\" is empty, so the set says nothing"));
     EXPECT_THAT(findingLines(setWith(property("") + "</PropertyDefs>\n<PropertyDefs>")),
+                ElementsAre("8:2+12 note S021 \"PropertyDefs\" is repeated | the first one is here @6:2"));
+    EXPECT_THAT(findingLines(setWith("</PropertyDefs>\n<PropertyDefs>" + property(""))),
                 ElementsAre("8:2+12 note S021 \"PropertyDefs\" is repeated | the first one is here @6:2"));
 }
 
