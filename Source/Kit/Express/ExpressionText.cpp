@@ -1,5 +1,7 @@
 #include "kiv/Kit/Express/ExpressionText.h"
 
+#include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Kit/Express/ExpressionOperators.h"
 
 #include <algorithm>
@@ -72,6 +74,8 @@ std::string sReal(double value) {
 /// Writes one expression after the other to one text.
 class Writer final : public ExpressionVisitor {
 public:
+    explicit Writer(const ExpressionStyle& style) : style_(style) {}
+
     void vWrite(const Expression& expression) { expression.accept(*this); }
 
     std::string takeText() { return std::move(text_); }
@@ -95,16 +99,16 @@ public:
         const auto* first = &node.getLeft();
         auto asked = bindingOf(node.getOperator()).left;
         while (const auto* link = dynamic_cast<const BinaryExpression*>(first)) {
-            if (tightnessOf(*link) < asked)
+            if (tightnessOf(*link) < asked || isGrouped(*chain.back(), *link))
                 break;
             chain.push_back(link);
             asked = bindingOf(link->getOperator()).left;
             first = &link->getLeft();
         }
-        vWithinWrite(*first, asked);
+        vOperandWrite(*chain.back(), *first, asked);
         for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
-            vWordsWrite(" ", sOf(BinaryOperators, (*link)->getOperator()), " ");
-            vWithinWrite((*link)->getRight(), bindingOf((*link)->getOperator()).right);
+            vWordsWrite(" ", sOperator(**link), " ");
+            vOperandWrite(**link, (*link)->getRight(), bindingOf((*link)->getOperator()).right);
         }
     }
 
@@ -170,6 +174,26 @@ private:
         vWordsWrite(isLoose ? ")" : "");
     }
 
+    void vOperandWrite(const BinaryExpression& outer, const Expression& operand, Tightness asked) {
+        const bool isGroup = isGrouped(outer, operand);
+        vWordsWrite(isGroup ? "(" : "");
+        vWithinWrite(operand, asked);
+        vWordsWrite(isGroup ? ")" : "");
+    }
+
+    /// Written in parentheses though the tree does not need them.
+    bool isGrouped(const BinaryExpression& outer, const Expression& operand) const {
+        const bool isLooser =
+            outer.getOperator() == BinaryOperator::Or || outer.getOperator() == BinaryOperator::Xor;
+        const auto* inner = dynamic_cast<const BinaryExpression*>(&operand);
+        return style_.groupsAnd && isLooser && inner && inner->getOperator() == BinaryOperator::And;
+    }
+
+    std::string_view sOperator(const BinaryExpression& node) const {
+        const bool isJoin = style_.pSchema && isInstanceJoin(node, *style_.pSchema);
+        return isJoin ? std::string_view("||") : sOf(BinaryOperators, node.getOperator());
+    }
+
     void vListWrite(std::string_view open, const ExpressionList& expressions, std::string_view close) {
         vWordsWrite(open);
         std::string_view separator;
@@ -204,15 +228,30 @@ private:
         vWordsWrite("]");
     }
 
+    ExpressionStyle style_;
     std::string text_;
 };
+
+bool isEntityCall(const Expression& expression, const Schema& schema) {
+    const auto* call = dynamic_cast<const FunctionCallExpression*>(&expression);
+    return call && Entity::pFrom(schema.pObjectFromName(call->getName()));
+}
 
 } // namespace
 
 std::string sExpression(const Expression& expression) {
-    Writer writer;
+    return sExpressionAs(expression, {});
+}
+
+std::string sExpressionAs(const Expression& expression, const ExpressionStyle& style) {
+    Writer writer(style);
     writer.vWrite(expression);
     return writer.takeText();
+}
+
+bool isInstanceJoin(const BinaryExpression& expression, const Schema& schema) {
+    return expression.getOperator() == BinaryOperator::Or &&
+           (isEntityCall(expression.getLeft(), schema) || isEntityCall(expression.getRight(), schema));
 }
 
 } // namespace kiv::kit

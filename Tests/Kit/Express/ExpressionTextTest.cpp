@@ -53,6 +53,27 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"Kind.SOLID IN [TRUE]", "Kind.SOLID IN [TRUE]"},
                     Row{"Wall(a, b - 1)", "Wall(a, b - 1)"}));
 
+TEST(ExpressionText, WhatJoinsInstancesIsNoOr) {
+    const auto schema = kiv::test::schemaFromText("ENTITY A;\nEND_ENTITY;\nENTITY B;\n WHERE\n"
+                                                  "  R : SELF <> A() || B();\n  S : (SELF = A()) OR F();\n"
+                                                  "END_ENTITY;");
+    const auto rules = kiv::test::entityOf(*schema, "B").pWhere()->getRules();
+    ASSERT_EQ(rules.size(), 2U);
+    EXPECT_EQ(sExpressionAs(*rules[0].expression, {.pSchema = schema.get()}), "SELF <> A() || B()");
+    EXPECT_EQ(sExpressionAs(*rules[0].expression, {}), "SELF <> A() OR B()");
+    EXPECT_EQ(sExpressionAs(*rules[1].expression, {.pSchema = schema.get()}), "(SELF = A()) OR F()");
+}
+
+TEST(ExpressionText, AndWithinOrIsInParenthesesWhenAskedFor) {
+    const auto sGrouped = [](const std::string& expression) {
+        return sRule(expression, [](const auto& rule) { return sExpressionAs(rule, {.groupsAnd = true}); });
+    };
+    EXPECT_EQ(sGrouped("a AND b OR c AND d OR e"), "(a AND b) OR (c AND d) OR e");
+    EXPECT_EQ(sGrouped("a XOR b AND c AND d"), "a XOR (b AND c AND d)");
+    EXPECT_EQ(sGrouped("(a OR b) AND c"), "(a OR b) AND c");
+    EXPECT_EQ(sGrouped("a * b + c"), "a * b + c");
+}
+
 } // namespace
 
 } // namespace kiv::kit

@@ -67,13 +67,13 @@ void EntityCommand::vRun(Console& console) {
     if (arguments_.isJsonAsked) {
         return vJsonWrite(console.output, [&](JsonWriter& writer) {
             writer.vObjectBegin();
-            vEntityPictureWrite(*entity, writer);
+            vEntityPictureWrite(*entity, writer, {.pSchema = &schema});
             writer.vKey("sets");
             vApplicableSetsWrite(*loaded, groups, writer);
             writer.vObjectEnd();
         });
     }
-    vEntityPictureWrite(*entity, console.output);
+    vEntityPictureWrite(*entity, console.output, {.pSchema = &schema});
     console.output.vWrite(groups.empty() ? "sets: none\n" : "sets\n" + sApplicableSets(schema, groups, "  "));
 }
 

@@ -118,8 +118,8 @@ std::string sUnique(const UniqueRule& rule) {
     return fmt::format("{} : {}", rule.label, fmt::join(rule.attributeNames, ", "));
 }
 
-std::string sWhere(const ParsedRule& rule) {
-    return fmt::format("{} : {}", rule.label.getView(), kit::sExpression(*rule.expression));
+std::string sWhere(const ParsedRule& rule, const kit::ExpressionStyle& style) {
+    return fmt::format("{} : {}", rule.label.getView(), kit::sExpressionAs(*rule.expression, style));
 }
 
 std::span<const DeriveValue> derivedOf(const Entity& entity) {
@@ -210,10 +210,10 @@ Json uniqueJson(const Entity& entity, const UniqueRule& rule) {
     return {{"entity", entity.getName()}, {"label", rule.label}, {"attributes", rule.attributeNames}};
 }
 
-Json whereJson(const Entity& entity, const ParsedRule& rule) {
+Json whereJson(const Entity& entity, const ParsedRule& rule, const kit::ExpressionStyle& style) {
     return {{"entity", entity.getName()},
             {"label", rule.label.getView()},
-            {"expression", kit::sExpression(*rule.expression)}};
+            {"expression", kit::sExpressionAs(*rule.expression, style)}};
 }
 
 /// Writes lists of what all entities of a line declare of one kind.
@@ -248,7 +248,7 @@ void vNamesWrite(const char* key, std::span<const Entity* const> entities, JsonW
 
 } // namespace
 
-void vEntityPictureWrite(const Entity& entity, Output& output) {
+void vEntityPictureWrite(const Entity& entity, Output& output, const kit::ExpressionStyle& style) {
     const auto line = lineOf(entity);
     output.vWrite(sTableLine(
         "entity", fmt::format("{}{}", entity.getName(), entity.isAbstract() ? " (abstract)" : "")));
@@ -261,10 +261,12 @@ void vEntityPictureWrite(const Entity& entity, Output& output) {
     Section("inverses", line, output)
         .vWrite([](const Entity& each) { return each.getAttributesInverse(); }, sInverse);
     Section("unique", line, output).vWrite(uniqueOf, sUnique);
-    Section("where", line, output).vWrite(whereOf, sWhere);
+    Section("where", line, output).vWrite(whereOf, [&style](const ParsedRule& rule) {
+        return sWhere(rule, style);
+    });
 }
 
-void vEntityPictureWrite(const Entity& entity, JsonWriter& writer) {
+void vEntityPictureWrite(const Entity& entity, JsonWriter& writer, const kit::ExpressionStyle& style) {
     const auto line = lineOf(entity);
     const auto attributeJson = [](const Entity&, const auto& attribute) { return itemJson(attribute); };
     writer.vMember("name", entity.getName());
@@ -278,7 +280,9 @@ void vEntityPictureWrite(const Entity& entity, JsonWriter& writer) {
     lists.vWrite(
         "inverses", [](const Entity& each) { return each.getAttributesInverse(); }, attributeJson);
     lists.vWrite("unique", uniqueOf, uniqueJson);
-    lists.vWrite("where", whereOf, whereJson);
+    lists.vWrite("where", whereOf, [&style](const Entity& each, const ParsedRule& rule) {
+        return whereJson(each, rule, style);
+    });
 }
 
 } // namespace kiv::kivifc

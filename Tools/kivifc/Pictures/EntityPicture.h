@@ -7,15 +7,19 @@
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
+#include "kiv/Kit/Express/ExpressionText.h"
 #include "kivifc/Json/Json.h"
 #include "kivifc/Program/Output.h"
 
 namespace kiv::kivifc {
 
-void vEntityPictureWrite(const ifc::def::schema::Entity& entity, Output& output);
+/// Rules are written in the given style.
+void vEntityPictureWrite(const ifc::def::schema::Entity& entity, Output& output,
+                         const kit::ExpressionStyle& style = {});
 
 /// The same facts as members of the JSON object that is open. Written one by one, as each attribute names its
 /// entity, whose name may be as long as the schema.
-void vEntityPictureWrite(const ifc::def::schema::Entity& entity, JsonWriter& writer);
+void vEntityPictureWrite(const ifc::def::schema::Entity& entity, JsonWriter& writer,
+                         const kit::ExpressionStyle& style = {});
 
 } // namespace kiv::kivifc

@@ -70,9 +70,10 @@ private:
 
     /// What is too long for a line, once more by its operands.
     bool boJoinWrite(const Expression& expression, int depth) {
-        if (depth >= DepthMax || kit::sExpression(expression).size() <= LineSize)
+        if (depth >= DepthMax || sText(expression).size() <= LineSize)
             return false;
-        if (pJoin(expression, BinaryOperator::Or)) {
+        const auto* join = pJoin(expression, BinaryOperator::Or);
+        if (join && !kit::isInstanceJoin(*join, model_.getSchema())) {
             vListWrite(operandsOf(expression, BinaryOperator::Or), "OR", depth + 1);
             return true;
         }
@@ -85,8 +86,12 @@ private:
 
     void vTextWrite(const Expression& expression) {
         html_ << "<code>";
-        vExpressWrite(model_, scope_, kit::sExpression(expression), html_);
+        vExpressWrite(model_, scope_, sText(expression), html_);
         html_ << "</code>";
+    }
+
+    std::string sText(const Expression& expression) const {
+        return kit::sExpressionAs(expression, {.pSchema = &model_.getSchema()});
     }
 
     /// It needs parentheses to be an operand.

@@ -143,6 +143,12 @@ TEST(EntityCommand, JsonHasTheSameFacts) {
     EXPECT_EQ(json["sets"].size(), 2U);
 }
 
+/// The schema writes ||, which makes one instance of two.
+TEST(Entity, RuleThatJoinsInstancesHasItsOperator) {
+    EXPECT_THAT(kivifcRun({"entity", "Building.exp", "BldPlacement"}).out,
+                HasSubstr("SELF <> BldGeometryItem() || BldPlacement(?, ?)"));
+}
+
 } // namespace
 
 } // namespace kiv::kivifc::test
