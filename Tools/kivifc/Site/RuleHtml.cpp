@@ -4,6 +4,8 @@
 #include "kivifc/Site/DistinctRules.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -43,55 +45,74 @@ public:
         model_(model), scope_(scope), html_(html) {}
 
     void vWrite(const Expression& expression) {
-        vListWrite(operandsOf(expression, BinaryOperator::And), "AND", 0);
+        vListWrite(operandsOf(expression, BinaryOperator::And), "AND", {0, 0});
     }
 
 private:
+    /// Where a list is, and how many parentheses its last operand closes.
+    struct Place {
+        int depth;
+        std::size_t closing;
+    };
+
     /// An item for each operand; `word` joins them.
-    void vListWrite(const std::vector<const Expression*>& operands, Markup word, int depth) {
+    void vListWrite(const std::vector<const Expression*>& operands, Markup word, const Place& place) {
         html_ << "<ul class=\"operands\">\n";
-        for (const auto* operand : operands) {
+        for (std::size_t index = 0; index < operands.size(); ++index) {
             html_ << "<li>";
-            if (operand != operands.front())
+            if (index > 0)
                 html_ << "<span class=\"kw\">" << word << "</span> ";
-            vOperandWrite(*operand, operands.size() > 1, depth);
+            const bool isLoose = operands.size() > 1 && isLooserThanJoin(*operands[index]);
+            const bool isLast = index + 1 == operands.size();
+            vOperandWrite(*operands[index], isLoose, {place.depth, isLast ? place.closing : 0});
             html_ << "</li>\n";
         }
         html_ << "</ul>\n";
     }
 
-    void vOperandWrite(const Expression& operand, bool isOneOfSeveral, int depth) {
-        const bool isLoose = isOneOfSeveral && isLooserThanJoin(operand);
-        html_ << (isLoose ? Markup("(") : Markup(""));
-        if (!boJoinWrite(operand, depth))
-            vTextWrite(operand);
-        html_ << (isLoose ? Markup(")") : Markup(""));
+    /// What is laid out on several lines has its closing parenthesis on the last one.
+    void vOperandWrite(const Expression& operand, bool isLoose, Place place) {
+        place.closing += isLoose ? 1 : 0;
+        const auto op = place.depth < DepthMax ? laidOutJoin(operand) : std::nullopt;
+        if (!op)
+            return vTextWrite(operand, isLoose, place.closing);
+        html_ << (isLoose ? Markup("<code>(</code>") : Markup(""));
+        ++place.depth;
+        vListWrite(operandsOf(operand, *op), *op == BinaryOperator::Or ? Markup("OR") : Markup("AND"), place);
     }
 
-    /// What is too long for a line, once more by its operands.
-    bool boJoinWrite(const Expression& expression, int depth) {
-        if (depth >= DepthMax || sText(expression).size() <= LineSize)
-            return false;
-        const auto* join = pJoin(expression, BinaryOperator::Or);
-        if (join && !kit::isInstanceJoin(*join, model_.getSchema())) {
-            vListWrite(operandsOf(expression, BinaryOperator::Or), "OR", depth + 1);
-            return true;
-        }
-        if (pJoin(expression, BinaryOperator::And)) {
-            vListWrite(operandsOf(expression, BinaryOperator::And), "AND", depth + 1);
-            return true;
-        }
-        return false;
+    /// The operator by whose operands it is shown; none when one line has room for it. AND within OR is
+    /// easily misread, however short it is.
+    std::optional<BinaryOperator> laidOutJoin(const Expression& expression) const {
+        const auto* join = dynamic_cast<const BinaryExpression*>(&expression);
+        if (!join)
+            return std::nullopt;
+        const auto op = join->getOperator();
+        const bool isOr = op == BinaryOperator::Or && !kit::isInstanceJoin(*join, model_.getSchema());
+        if (!isOr && op != BinaryOperator::And)
+            return std::nullopt;
+        if ((isOr && hasAnd(expression)) || sText(expression).size() > LineSize)
+            return op;
+        return std::nullopt;
     }
 
-    void vTextWrite(const Expression& expression) {
-        html_ << "<code>";
+    /// Among the operands of an OR.
+    static bool hasAnd(const Expression& expression) {
+        return std::ranges::any_of(operandsOf(expression, BinaryOperator::Or), [](const Expression* operand) {
+            return pJoin(*operand, BinaryOperator::And) != nullptr;
+        });
+    }
+
+    void vTextWrite(const Expression& expression, bool isLoose, std::size_t closing) {
+        html_ << "<code>" << (isLoose ? Markup("(") : Markup(""));
         vExpressWrite(model_, scope_, sText(expression), html_);
+        for (std::size_t count = 0; count < closing; ++count)
+            html_ << ")";
         html_ << "</code>";
     }
 
     std::string sText(const Expression& expression) const {
-        return kit::sExpressionAs(expression, {.pSchema = &model_.getSchema()});
+        return kit::sExpressionAs(expression, {.pSchema = &model_.getSchema(), .groupsAnd = true});
     }
 
     /// It needs parentheses to be an operand.

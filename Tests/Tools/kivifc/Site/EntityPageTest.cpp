@@ -118,9 +118,39 @@ TEST_F(EntityPageTest, UniqueRuleLinksItsAttributes) {
 TEST_F(EntityPageTest, EachOperandOfAndIsAnItem) {
     EXPECT_THAT(
         sSection("Root.html", "where"),
-        HasSubstr("<li>(<code><a href=\"Root.html#Length\">Length</a> &gt; 1.0</code>)</li>\n"
-                  "<li><span class=\"kw\">AND</span> (<code><a href=\"Root.html#Length\">Length</a> &lt; "
-                  "9.0</code>)</li>"));
+        HasSubstr("<li><code>(<a href=\"Root.html#Length\">Length</a> &gt; 1.0)</code></li>\n"
+                  "<li><span class=\"kw\">AND</span> <code>(<a href=\"Root.html#Length\">Length</a> &lt; "
+                  "9.0)</code></li>"));
+}
+
+/// The rules of a schema that has what they name, as their section has them.
+std::string sRules(const std::string& rules) {
+    const SiteSample sample(
+        "FUNCTION F\n (x : REAL) : BOOLEAN;\n RETURN (TRUE);\nEND_FUNCTION;\nENTITY Wall;\n WHERE\n" + rules +
+        "END_ENTITY;\n");
+    auto page = sample.sPage("Wall.html");
+    for (const std::string mark : {"<a href=\"F.html\">F</a>"}) {
+        for (auto at = page.find(mark); at != std::string::npos; at = page.find(mark))
+            page.replace(at, mark.size(), "F");
+    }
+    return page;
+}
+
+/// Without them a reader has to know that AND comes first.
+TEST(EntityPage, AndWithinOrIsALineInParentheses) {
+    EXPECT_THAT(sRules("    W : F(1) OR F(2) AND F(3);\n"),
+                HasSubstr("<li><code>F(1)</code></li>\n<li><span class=\"kw\">OR</span> <code>(F(2) <span "
+                          "class=\"kw\">AND</span> F(3))</code></li>"));
+    EXPECT_THAT(
+        sRules("    W : F(1) AND F(2) XOR F(3);\n"),
+        HasSubstr("<code>(F(1) <span class=\"kw\">AND</span> F(2)) <span class=\"kw\">XOR</span> F(3)"));
+}
+
+TEST(EntityPage, LastOperandHasTheClosingParenthesis) {
+    EXPECT_THAT(sRules("    W : F(1) AND (F(2) OR F(3) AND F(4));\n"),
+                HasSubstr("<li><code>F(1)</code></li>\n<li><span class=\"kw\">AND</span> <code>(</code><ul "
+                          "class=\"operands\">\n<li><code>F(2)</code></li>\n<li><span class=\"kw\">OR</span> "
+                          "<code>(F(3) <span class=\"kw\">AND</span> F(4)))</code></li>\n</ul>\n</li>"));
 }
 
 /// A comment ends with its line, and what comes after it is part of the value.
