@@ -75,8 +75,9 @@ std::string_view ruleText(const AssertRecord& record) {
 }
 
 bool isKindOf(const ObjectBase& object, ExpressDeclarationKind kind) {
-    using Type = ObjectBase::Type;
-    static constexpr std::array Kinds = {Type::Type, Type::Entity, Type::Function, Type::Rule};
+    using ObjectKind = ObjectBase::Type;
+    static constexpr std::array Kinds = {ObjectKind::Type, ObjectKind::Entity, ObjectKind::Function,
+                                         ObjectKind::Rule};
     const auto index = static_cast<std::size_t>(kind);
     return index < Kinds.size() && object.getKind() == Kinds[index];
 }
