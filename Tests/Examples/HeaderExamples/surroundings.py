@@ -111,10 +111,11 @@ SURROUNDINGS = {
     "KivLocale.h": row(BASE),
     "KivXml.h": row(BASE, "std::iostream& stream"),
     # kivifc
-    "Baseline.h": row(TOOL, "std::vector<kit::Finding>& findings"),
+    "Baseline.h": row(TOOL, "std::vector<kit::Finding>& findings, const std::vector<std::string>& paths, "
+                           "const Selection& selection"),
     "CheckFindings.h": row(TOOL, "const SchemaFile& schema, const std::vector<ContextPaths>& contexts, "
                                  "const CheckOptions& options, Console& console"),
-    "CheckFixes.h": row(TOOL, "std::vector<kit::Finding>& findings, const std::map<std::string, std::string>& texts, "
+    "CheckFixes.h": row(TOOL, "std::vector<kit::Finding>& findings, const std::map<std::string, CheckedText>& texts, "
                               "Console& console"),
     "CheckListing.h": row(TOOL, "const SchemaFile& schema, const CheckOptions& options, Console& console",
                           ["kivifc/Documents/SetPaths.h"]),
@@ -246,7 +247,7 @@ SITE_WRITE = "template <class... T> void write(T&&...) {}"
 def site_row(parameters, before=SITE_WRITE, **more):
     """All of a site is there, as far as a page needs it."""
     return row(SITE, parameters,
-               ["kivifc/Site/Addresses.h", "kivifc/Site/Elements.h", "kivifc/Site/SiteFolder.h",
+               ["kivifc/Site/Addresses.h", "kivifc/Site/Elements.h", "kivifc/Site/RowIds.h", "kivifc/Site/SiteFolder.h",
                 "kivifc/Site/SiteModel.h", IN + "IfcDefBase.h", *ENTITY],
                before=before, **more)
 
@@ -257,7 +258,8 @@ SITE_SURROUNDINGS = {
     "Address.h": site_row("const Addresses& addresses, const ifc::def::schema::Entity& wall, Html& html"),
     "Addresses.h": site_row("const ifc::def::schema::Entity* wall"),
     "Assets.h": site_row("SiteFolder& folder"),
-    "Declarations.h": site_row("const SchemaFile& file, const ifc::def::schema::ObjectBase* function"),
+    "Declarations.h": site_row("const SchemaFile& file, const ifc::def::schema::ObjectBase* function, "
+                               "const ifc::def::schema::Entity* entity"),
     "Diagram.h": SITE_OF_WALL,
     "DistinctRules.h": site_row("const ifc::def::schema::Type& type"),
     "Elements.h": site_row("const std::string& name, Html& html"),
@@ -265,6 +267,7 @@ SITE_SURROUNDINGS = {
     "EntityPage.h": SITE_PAGES,
     "EntitySets.h": SITE_OF_WALL,
     "ExpressHtml.h": SITE_OF_WALL,
+    "ExpressKeywords.h": site_row(""),
     "ExpressWords.h": site_row("std::string_view text"),
     "GuidIndexPages.h": SITE_PAGES,
     "GuidNotations.h": site_row("const Guid& guid"),
@@ -277,12 +280,14 @@ SITE_SURROUNDINGS = {
     "MemberUses.h": site_row("const ifc::def::schema::Schema& schema, "
                              "const std::vector<const ifc::def::xml::SetDef*>& sets, "
                              "const ifc::def::schema::ObjectBase* label"),
+    "MemberTable.h": site_row("const SiteModel& model"),
     "NameGroups.h": site_row("const std::vector<std::string_view>& names"),
     "ObjectIndexPages.h": SITE_PAGES,
     "Page.h": site_row("const SiteModel& model, const Addresses& addresses, "
                        "const ifc::def::schema::Entity& wall, const std::string& text, SiteFolder& folder"),
     "PropertyIndexPages.h": SITE_PAGES,
     "RedeclaredName.h": site_row(""),
+    "RowIds.h": site_row("Html& html"),
     "RuleHtml.h": SITE_OF_WALL,
     "SearchIndex.h": site_row(""),
     "SearchIndexFile.h": SITE_PAGES,
@@ -321,7 +326,8 @@ KIT_SURROUNDINGS = {
     "ExpressTypeText.h": row(KIT, "const kiv::ifc::def::schema::Attribute& attribute", ENTITY),
     "ExpressionOperators.h": row(KIT, "const kiv::ifc::def::schema::BinaryExpression& node",
                                  [IN + "Schema/ExpressExpression.h"]),
-    "ExpressionText.h": row(KIT, "const kiv::ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
+    "ExpressionText.h": row(KIT, "const kiv::ifc::def::schema::ParsedRule& rule, const kiv::ifc::def::schema::Schema& schema",
+                            [IN + "Schema/IfcSchema.h", IN + "Schema/IfcSchemaWhere.h"]),
     "ExpressionWalk.h": row(KIT, "const kiv::ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
     "FileKind.h": row(KIT),
     "Finding.h": row(KIT, "const std::vector<Finding>& findings"),

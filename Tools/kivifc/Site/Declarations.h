@@ -4,7 +4,7 @@
 ///     const Declarations declarations(file);
 ///     declarations.textOf(*function); // "FUNCTION IfcDotProduct ... END_FUNCTION"
 ///     for (const auto* rule : declarations.unreadRulesOf(*entity))
-///         show(rule->name.text, rule->expression); // which has no tree
+///         write(rule->name.text, rule->expression); // which has no tree
 ///
 /// Ownership: refers to the file, which must outlive it.
 /// Threads:   read-only once made.

@@ -1,7 +1,7 @@
 /// @file
 /// Types as pages show them: as written, with what a name means one step further.
 ///
-///     vTypeTextWrite(model, attribute, html); // IfcLabel = STRING(255)
+///     vTypeTextWrite(model, attribute, 40, html); // IfcLabel = STRING(255)
 ///
 /// Ownership: nothing is kept.
 /// Threads:   any number of threads, each with its own page.
