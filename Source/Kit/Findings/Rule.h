@@ -20,8 +20,8 @@ namespace kiv::kit {
 /// A document or schema that shows a rule.
 struct RuleExample {
     /// The whole text. Set documents are judged with the schema of `getExampleSchema`; in examples of several
-    /// files a line "---- PATH" begins each, and one that ends in ".exp" is the schema of those after it. Empty
-    /// for most that the library reports: where a document causes it, the finding is of another rule.
+    /// files a line "---- PATH" begins each, and one that ends in ".exp" is the schema of those after it.
+    /// Empty for most that the library reports: where a document causes it, the finding is of another rule.
     std::string_view text;
 };
 

@@ -326,7 +326,8 @@ KIT_SURROUNDINGS = {
     "ExpressTypeText.h": row(KIT, "const kiv::ifc::def::schema::Attribute& attribute", ENTITY),
     "ExpressionOperators.h": row(KIT, "const kiv::ifc::def::schema::BinaryExpression& node",
                                  [IN + "Schema/ExpressExpression.h"]),
-    "ExpressionText.h": row(KIT, "const kiv::ifc::def::schema::ParsedRule& rule, const kiv::ifc::def::schema::Schema& schema",
+    "ExpressionText.h": row(KIT, "const kiv::ifc::def::schema::ParsedRule& rule, "
+                                 "const kiv::ifc::def::schema::Schema& schema",
                             [IN + "Schema/IfcSchema.h", IN + "Schema/IfcSchemaWhere.h"]),
     "ExpressionWalk.h": row(KIT, "const kiv::ifc::def::schema::ParsedRule& rule", [IN + "Schema/IfcSchemaWhere.h"]),
     "FileKind.h": row(KIT),
