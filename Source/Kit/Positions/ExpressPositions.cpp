@@ -319,9 +319,8 @@ void PositionReader::vTypeRead(ExpressDeclaration& type) {
             use = ExpressUse::EnumerationItem;
         else if (isWord("SELECT"))
             use = ExpressUse::SelectMember;
-        else if (isWord() && use == ExpressUse::Type && brackets.isOutside() && !isTypeKeyword(token_.text))
-            type.names.push_back({use, {token_.text, token_.position}});
-        else if (isWord() && use != ExpressUse::Type && !brackets.isOutside())
+        else if (isWord() && (use == ExpressUse::Type ? brackets.isOutside() && !isTypeKeyword(token_.text)
+                                                      : !brackets.isOutside()))
             type.names.push_back({use, {token_.text, token_.position}});
         vNext();
     }
@@ -375,10 +374,8 @@ void PositionReader::vClausesRead(ExpressDeclaration& declaration, ExpressMember
         if (isWord() && (isClause(token_.text) || isSameExpressWord(token_.text, "UNIQUE"))) {
             kind = clauseKind(token_.text);
             vNext();
-        } else if (isWord()) {
-            vMemberRead(declaration, kind);
-        } else if (kind == ExpressMemberKind::Where && !token_.isSymbol(';')) {
-            // A rule without label.
+        } else if (isWord() || (kind == ExpressMemberKind::Where && !token_.isSymbol(';'))) {
+            // A rule may have no label.
             vMemberRead(declaration, kind);
         } else {
             vNext();
@@ -518,9 +515,7 @@ void PositionReader::vBodyRead(ExpressDeclaration& declaration, const Statement&
             break;
         if (inner && inner->kind == statement.kind)
             ++locals;
-        else if (isWord() && isSchemaWord(token_.text))
-            break;
-        else if (isWord(statement.end) && locals-- == 0)
+        else if ((isWord() && isSchemaWord(token_.text)) || (isWord(statement.end) && locals-- == 0))
             break;
         vNext();
     }
