@@ -10,6 +10,7 @@
 #include "Kit/Findings/Rules/TypeRules.h"
 #include "Kit/Findings/SetOutline.h"
 #include "Kit/Findings/XmlMistake.h"
+#include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 #include "kiv/Kit/Findings/Rule.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
@@ -55,7 +56,7 @@ std::string_view codeOf(FailureKind kind) {
 
 /// The parser counts a byte order mark as a column, which nobody sees.
 TextPosition parserPosition(const SetDocument& document) {
-    constexpr std::string_view Marks[] = {"\xEF\xBB\xBF", "\xFE\xFF", "\xFF\xFE"};
+    constexpr std::string_view Marks[] = {ByteOrderMark, "\xFE\xFF", "\xFF\xFE"};
     auto position = document.failure->position;
     const bool isMarked = std::ranges::any_of(
         Marks, [&](std::string_view mark) { return std::string_view(document.text).starts_with(mark); });
@@ -75,9 +76,7 @@ void vRootExplain(Finding& finding, const SetDocument& document) {
     const auto match = legalMatch(root->name, Roots);
     if (document.failure->kind != FailureKind::NotASet || match.name.empty())
         return;
-    finding.notes.push_back({match.isLetterCase ? "write it as " + sQuoted(match.name)
-                                                : "did you mean " + sQuoted(match.name) + "?",
-                             std::nullopt});
+    finding.notes.push_back({sMeant(match), std::nullopt});
 }
 
 Finding failureFinding(const SetDocument& document) {

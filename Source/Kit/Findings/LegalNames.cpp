@@ -17,10 +17,6 @@ constexpr std::string_view WideBlanks[] = {"\xC2\xA0",     "\xE2\x80\x80", "\xE2
                                            "\xE2\x80\x87", "\xE2\x80\x88", "\xE2\x80\x89", "\xE2\x80\x8A",
                                            "\xE2\x80\x8B", "\xE2\x80\xAF", "\xE3\x80\x80", "\xEF\xBB\xBF"};
 
-bool isAscii(char byte) {
-    return static_cast<unsigned char>(byte) < 0x80;
-}
-
 /// How many bytes of a blank the text begins with; 0 when it begins with none.
 std::size_t blankAtFront(std::string_view text) {
     if (text.empty() || isAscii(text.front()))
@@ -63,20 +59,18 @@ bool endsWith(std::string_view text, std::string_view end) {
     return text.size() >= end.size() && isEqualIgnoringCase(text.substr(text.size() - end.size()), end);
 }
 
-bool startsWith(std::string_view text, std::string_view beginning) {
-    return isEqualIgnoringCase(text.substr(0, beginning.size()), beginning);
-}
-
 /// Whether the one is the beginning or the end of the other.
 bool isPartOf(std::string_view name, std::string_view candidate) {
     constexpr std::size_t ShortestPart = 3;
     constexpr std::size_t ShortestWhole = 4;
     if (name.size() < candidate.size())
-        return name.size() >= ShortestPart && (startsWith(candidate, name) || endsWith(candidate, name));
+        return name.size() >= ShortestPart &&
+               (startsWithIgnoringCase(candidate, name) || endsWith(candidate, name));
     if (candidate.size() < ShortestWhole)
         return false;
     // With much after it, the name is that of something else: "NameOfTheOwner".
-    return endsWith(name, candidate) || (startsWith(name, candidate) && name.size() <= 2 * candidate.size());
+    return endsWith(name, candidate) ||
+           (startsWithIgnoringCase(name, candidate) && name.size() <= 2 * candidate.size());
 }
 
 /// The only legal name of which it is a part, or that is a part of it.

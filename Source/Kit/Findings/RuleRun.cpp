@@ -92,111 +92,6 @@ FindingDraft& RuleRun::draftTake(FindingDraft draft) {
     return drafts_.emplace_back(std::move(draft));
 }
 
-namespace {
-
-/// Whether readers do not know the element in its place.
-bool isUnknown(const RuleRun& run, XmlIndex element) {
-    const auto* rule = run.vocabulary.pRuleOf(element);
-    return !rule || rule->name != run.xml.getElement(element).name;
-}
-
-/// Whether what is inside the unknown element, or the element itself, belongs in one of that rule.
-bool isContentOf(const RuleRun& run, XmlIndex unknown, const ElementRule& rule) {
-    if (SetVocabulary::boContains(rule, run.xml.getElement(unknown).name))
-        return true;
-    for (const auto child : XmlChildren(run.xml, unknown)) {
-        if (SetVocabulary::pChild(rule, run.xml.getElement(child).name))
-            return true;
-    }
-    return false;
-}
-
-bool isOtherElement(const RuleRun& run, std::string_view name) {
-    const auto names = SetVocabulary::elementNames(run.outline.kind);
-    return std::ranges::find(names, name) != names.end();
-}
-
-/// Whether an unknown element was probably meant to be one of that rule.
-bool isMeantAs(const RuleRun& run, XmlIndex unknown, const ElementRule& rule) {
-    if (isContentOf(run, unknown, rule))
-        return true;
-    const auto name = run.xml.getElement(unknown).localName();
-    if (SetVocabulary::counterpart(name) == rule.name)
-        return true;
-    const bool isAlike = legalMatch(name, {&rule.name, 1}).name == rule.name;
-    return isAlike && (name == rule.name || !isOtherElement(run, name));
-}
-
-/// As in <PropertyDef name="Width">, or with an attribute of the missing child.
-bool isAttributeOf(const RuleRun& run, XmlIndex parent, const ElementRule& child) {
-    const auto& own = run.vocabulary.pRuleOf(parent)->attributes;
-    return std::ranges::any_of(
-        run.xml.getAttributes(run.xml.getElement(parent)), [&](const XmlAttribute& attribute) {
-            return isEqualIgnoringCase(attribute.name, child.name) ||
-                   (std::ranges::find(child.attributes, attribute.name) != child.attributes.end() &&
-                    std::ranges::find(own, attribute.name) == own.end());
-        });
-}
-
-bool isThere(const RuleRun& run, XmlIndex parent, std::string_view name) {
-    for (const auto child : XmlChildren(run.xml, parent)) {
-        if (run.xml.getElement(child).name == name)
-            return true;
-    }
-    return false;
-}
-
-/// Whether the unknown element may have been meant to be any: it is none that belongs elsewhere, and like
-/// none of the other legal ones.
-bool isFree(const RuleRun& run, XmlIndex unknown, const ElementRule& parent, std::string_view missing) {
-    const auto name = run.xml.getElement(unknown).localName();
-    if (isOtherElement(run, name) || !SetVocabulary::counterpart(name).empty())
-        return false;
-    const auto match = legalMatch(name, SetVocabulary::childNames(parent));
-    return match.name.empty() || match.name == missing;
-}
-
-} // namespace
-
-bool RuleRun::boMissingExplained(XmlIndex parent, std::string_view name) const {
-    const auto* rule = vocabulary.pRuleOf(parent);
-    const auto* missing = rule ? SetVocabulary::pChild(*rule, name) : nullptr;
-    if (!missing)
-        return false;
-    for (const auto child : XmlChildren(xml, parent)) {
-        if (isUnknown(*this, child) && isMeantAs(*this, child, *missing->rule))
-            return true;
-    }
-    return isAttributeOf(*this, parent, *missing->rule) || soleMissing(parent) == name;
-}
-
-std::string_view RuleRun::soleMissing(XmlIndex parent) const {
-    const auto* rule = vocabulary.pRuleOf(parent);
-    if (!rule)
-        return {};
-    auto stray = NoXmlElement;
-    for (const auto child : XmlChildren(xml, parent)) {
-        if (!isUnknown(*this, child))
-            continue;
-        if (stray != NoXmlElement)
-            return {};
-        stray = child;
-    }
-    if ((stray == NoXmlElement) != boStrayText(parent))
-        return {};
-    std::string_view missing;
-    for (const auto& child : rule->children) {
-        if (!child.isNeeded || isThere(*this, parent, child.rule->name))
-            continue;
-        if (!missing.empty())
-            return {};
-        missing = child.rule->name;
-    }
-    if (missing.empty() || (stray != NoXmlElement && !isFree(*this, stray, *rule, missing)))
-        return {};
-    return missing;
-}
-
 FindingSubject RuleRun::joinedWith(const FindingSubject& subject) const {
     const auto found = joined_.find(subject.element);
     return found == joined_.end() ? subject : FindingSubject{found->second, nullptr};
@@ -222,6 +117,11 @@ std::string sQuoted(std::string_view value) {
     if (shown.size() != value.size())
         quoted.append("...");
     return quoted.append(1, '"');
+}
+
+std::string sMeant(const LegalMatch& match) {
+    return match.isLetterCase ? "write it as " + sQuoted(match.name)
+                              : "did you mean " + sQuoted(match.name) + "?";
 }
 
 std::string sQuotedList(const std::vector<std::string_view>& values, std::size_t limit) {

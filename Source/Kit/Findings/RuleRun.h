@@ -31,6 +31,7 @@
 
 namespace kiv::kit {
 
+struct LegalMatch;
 struct SetDocument;
 
 /// What a finding is about in the document; what the library reports of the same thing becomes a note of it.
@@ -95,14 +96,6 @@ public:
     /// Takes a finding whose code and place are set, within the limits.
     FindingDraft& draftTake(FindingDraft draft);
 
-    /// Whether a child that is missing is there in a wrong way: misspelt, without the element around its
-    /// content, as an attribute or as text. That is found as such, and to miss it would be the same mistake
-    /// again.
-    bool boMissingExplained(XmlIndex parent, std::string_view name) const;
-    /// The one child that is missing where one thing is there that does not belong, so that the one was
-    /// probably meant to be the other; otherwise empty.
-    std::string_view soleMissing(XmlIndex parent) const;
-
     /// Notes that what belongs in the element is there in a wrong way, and is found as such: to miss it would
     /// be the same mistake again.
     void vMisplacedNote(XmlIndex element) { misplaced_.insert(element); }
@@ -140,6 +133,9 @@ std::string_view cut(std::string_view text, std::size_t size);
 
 /// The value in quotes, cut when it is very long: "\"IfcWal\"".
 std::string sQuoted(std::string_view value);
+
+/// The note about a name that is probably another one: how to write it, or a question.
+std::string sMeant(const LegalMatch& match);
 
 /// "\"A\", \"B\" and \"C\""; after `limit` of them "and 12 more".
 std::string sQuotedList(const std::vector<std::string_view>& values, std::size_t limit = 12);

@@ -40,15 +40,10 @@ bool isUpper(char letter) {
     return letter >= 'A' && letter <= 'Z';
 }
 
-bool startsWith(std::string_view text, std::string_view beginning) {
-    return text.size() >= beginning.size() &&
-           std::ranges::equal(text.substr(0, beginning.size()), beginning, isSame);
-}
-
 /// The index of the prefix with which the name begins; `NoPrefix` when nothing is left after it either.
 std::size_t prefixOf(std::string_view name) {
     const auto begins = [name](std::string_view prefix) {
-        return name.size() > prefix.size() && startsWith(name, prefix);
+        return name.size() > prefix.size() && startsWithIgnoringCase(name, prefix);
     };
     return static_cast<std::size_t>(std::ranges::find_if(Prefixes, begins) - Prefixes.begin());
 }
@@ -243,7 +238,7 @@ private:
     /// The candidate as the beginning of a name with further words, which are fewer letters than it has.
     static Judged wholeOf(std::string_view name, std::string_view candidate) {
         if (candidate.size() < PartLengthMin || name.size() <= candidate.size() ||
-            name.size() >= 2 * candidate.size() || !startsWith(name, candidate) ||
+            name.size() >= 2 * candidate.size() || !startsWithIgnoringCase(name, candidate) ||
             !isWordBegin(name, candidate.size()))
             return {};
         return part(0, BeginningCost + (name.size() - candidate.size()) * NeedlessLetterCost, 0);

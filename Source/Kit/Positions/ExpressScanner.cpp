@@ -9,7 +9,6 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view LineEnds = "\r\n";
 
 bool isWordStart(char letter) {

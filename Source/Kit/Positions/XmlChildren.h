@@ -14,6 +14,7 @@
 #include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <iterator>
+#include <string_view>
 
 namespace kiv::kit {
 
@@ -48,5 +49,14 @@ private:
     const XmlPositions* xml_;
     XmlIndex first_;
 };
+
+/// The first child of that name; `NoXmlElement` when there is none.
+inline XmlIndex childOf(const XmlPositions& xml, XmlIndex parent, std::string_view name) {
+    for (const auto child : XmlChildren(xml, parent)) {
+        if (xml.getElement(child).name == name)
+            return child;
+    }
+    return NoXmlElement;
+}
 
 } // namespace kiv::kit

@@ -20,7 +20,6 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view IgnoreWords[] = {"kivifc:", "ignore"};
 
 /// The codes of a comment "kivifc: ignore CODE"; absent for other comments.

@@ -42,9 +42,17 @@ constexpr bool isLetter(char letter) {
     return getLower(letter) >= 'a' && getLower(letter) <= 'z';
 }
 
+constexpr bool isAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
 /// As XML, ISO 10303-11 and BCP 47 compare what is written in either letter case.
 constexpr bool isEqualIgnoringCase(std::string_view left, std::string_view right) {
     return std::ranges::equal(left, right, {}, getLower, getLower);
+}
+
+constexpr bool startsWithIgnoringCase(std::string_view text, std::string_view beginning) {
+    return isEqualIgnoringCase(text.substr(0, beginning.size()), beginning);
 }
 
 inline std::string sLowerCase(std::string_view text) {

@@ -11,6 +11,7 @@
 #pragma once
 
 #include "Kit/Text/AsciiText.h"
+#include "Kit/Text/Utf8.h"
 
 #include <string_view>
 
@@ -33,12 +34,11 @@ constexpr std::string_view fileKindOf(std::string_view text) {
         {"<html", "an HTML page"},   {"<", XmlKind},
         {"SCHEMA", SchemaKind},      {"{", "a JSON document"},
     };
-    constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(ByteOrderMark))
         text.remove_prefix(ByteOrderMark.size());
     text = trimmed(text);
     for (const auto& kind : Kinds) {
-        if (isEqualIgnoringCase(text.substr(0, kind.beginning.size()), kind.beginning))
+        if (startsWithIgnoringCase(text, kind.beginning))
             return kind.name;
     }
     return {};

@@ -1,5 +1,5 @@
 /// @file
-/// The code points of a text in UTF-8.
+/// The code points of a text in UTF-8, and the mark that it may begin with.
 ///
 ///     codePointsIn("m\xC2\xB2"); // 2
 ///
@@ -15,6 +15,9 @@
 #include <string_view>
 
 namespace kiv::kit {
+
+/// What some editors write before the text.
+inline constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 /// Whether the byte is the second or a later one of a code point.
 constexpr bool isContinuation(char byte) {

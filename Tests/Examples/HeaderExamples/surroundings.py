@@ -339,6 +339,7 @@ KIT_SURROUNDINGS = {
     "LegalNames.h": row(KIT, replace={'{"PropertyDef", "Name"}': "names"},
                         before='inline constexpr std::string_view names[] = {"PropertyDef", "Name"};'),
     "LibraryReports.h": row(KIT, "RuleRun& run", ["Kit/Findings/RuleRun.h"]),
+    "MissingChild.h": KIT_RUN,
     "NearestName.h": row(KIT, SCHEMA_PARAMETER, ["kiv/Kit/Names/KnownNames.h"]),
     "ReadFailure.h": row(KIT, "const SetDocument& document", [KIT_DOCUMENT]),
     "ReadOptions.h": row(KIT, includes=[KIT_DOCUMENT]),

@@ -1,5 +1,6 @@
 #include "Kit/Findings/Rules/ClassRules.h"
 
+#include "Kit/Findings/MissingChild.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/ClassText.h"
 #include "Kit/Findings/Rules/RuleNames.h"
@@ -137,7 +138,7 @@ void ClassCheck::vEmptyCheck() {
                 draft.vNote("no class is left: " + std::string(OnlyUnrestricted));
         }
     }
-    if (hasName || run_.boMissingExplained(0, "ApplicableClasses"))
+    if (hasName || boMissingExplained(run_, 0, "ApplicableClasses"))
         return;
     const auto place = outline_.applicableClasses == NoXmlElement ? XmlIndex{0} : outline_.applicableClasses;
     if (place != 0 && run_.boMisplaced(place))

@@ -1,5 +1,6 @@
 #include "Kit/Findings/Rules/DocumentationRules.h"
 
+#include "Kit/Findings/MissingChild.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Text/AsciiText.h"
 
@@ -36,12 +37,12 @@ void vDocumentationCheck(RuleRun& run) {
     const auto& outline = run.outline;
     if (outline.kind == SetKind::None || outline.isPrefixed)
         return;
-    if (!boHasText(run, outline.definition) && !run.boMissingExplained(0, "Definition"))
+    if (!boHasText(run, outline.definition) && !boMissingExplained(run, 0, "Definition"))
         run.add("D001", placeOf(outline.definition, outline.name, 0),
                 sNamed("the set", outline.setName()) + " has no definition");
     const std::string kind = outline.kind == SetKind::PropertySet ? "the property" : "the quantity";
     for (const auto& member : outline.members) {
-        if (!boHasText(run, member.definition) && !run.boMissingExplained(member.element, "Definition"))
+        if (!boHasText(run, member.definition) && !boMissingExplained(run, member.element, "Definition"))
             run.add("D002", placeOf(member.definition, member.name, member.element),
                     sNamed(kind, outline.memberName(member)) + " has no definition");
     }

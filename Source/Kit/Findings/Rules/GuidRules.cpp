@@ -2,6 +2,7 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Positions/XmlChildren.h"
 #include "kiv/Host/Id/KivId.h"
 
 #include <map>

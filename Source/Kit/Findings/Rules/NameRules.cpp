@@ -1,7 +1,9 @@
 #include "Kit/Findings/LegalNames.h"
+#include "Kit/Findings/MissingChild.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Text/AsciiText.h"
 #include "Kit/Text/Utf8.h"
 
 #include <algorithm>
@@ -261,21 +263,17 @@ constexpr std::pair<std::string_view, std::string_view> InvisibleMarks[] = {
     {"\xE2\x81\xA7", "U+2067"}, {"\xE2\x81\xA8", "U+2068"}, {"\xE2\x81\xA9", "U+2069"},
     {"\xC2\xAD", "U+00AD"},     {"\xEF\xBB\xBF", "U+FEFF"}};
 
-bool isAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
-
 /// Joiners belong between the letters of several scripts; none of those is ASCII.
 bool isJoiner(std::string_view mark, std::string_view name) {
     return (mark == "\xE2\x80\x8C" || mark == "\xE2\x80\x8D") &&
-           !isAscii(name.substr(name.find(mark) + mark.size(), 1));
+           !std::ranges::all_of(name.substr(name.find(mark) + mark.size(), 1), isAscii);
 }
 
 /// The first thing that does not belong inside the name; its offset is npos when all does.
 Stray strayIn(std::string_view name) {
     auto first = strayBlanksIn(name);
     // In ASCII, which most names are, there is no such mark.
-    if (isAscii(name))
+    if (std::ranges::all_of(name, isAscii))
         return first;
     for (const auto& [mark, code] : InvisibleMarks) {
         if (const auto offset = name.find(mark); offset < first.offset && !isJoiner(mark, name))
@@ -340,7 +338,7 @@ void vSetNameCheck(RuleRun& run) {
         vBlanksCheck(run, name, "set");
         return;
     }
-    if (name == NoXmlElement ? run.boMissingExplained(0, "Name") : run.boMisplaced(name))
+    if (name == NoXmlElement ? boMissingExplained(run, 0, "Name") : run.boMisplaced(name))
         return;
     if (name == NoXmlElement)
         run.add("N001", 0, "the set has no name: there is no \"Name\"");
@@ -355,7 +353,7 @@ void vMemberNameCheck(RuleRun& run, const MemberOutline& member) {
         vBlanksCheck(run, name, word);
         return;
     }
-    if (name == NoXmlElement ? run.boMissingExplained(member.element, "Name") : run.boMisplaced(name))
+    if (name == NoXmlElement ? boMissingExplained(run, member.element, "Name") : run.boMisplaced(name))
         return;
     if (name == NoXmlElement)
         run.add("N002", member.element, "the " + word + " has no name: there is no \"Name\"");

@@ -1,5 +1,6 @@
 #include "Kit/Findings/Rules/ReleaseRules.h"
 
+#include "Kit/Findings/MissingChild.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Text/AsciiText.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
@@ -33,7 +34,7 @@ void vReleaseCheck(RuleRun& run) {
         return;
     const auto element = run.outline.ifcVersion;
     if (element == NoXmlElement) {
-        if (!run.boMissingExplained(0, "IfcVersion"))
+        if (!boMissingExplained(run, 0, "IfcVersion"))
             vNoneAdd(run, run.add("V002", 0, "the document declares no release: there is no \"IfcVersion\""));
         return;
     }

@@ -1,6 +1,5 @@
 #include "Kit/Findings/Rules/RuleNames.h"
 
-#include "Kit/Positions/XmlChildren.h"
 #include "kiv/Kit/Names/NearestName.h"
 
 namespace kiv::kit {
@@ -60,14 +59,6 @@ std::string sKindOf(const schema::ObjectBase& object) {
         break;
     }
     return "a data type";
-}
-
-XmlIndex childOf(const XmlPositions& xml, XmlIndex parent, std::string_view tag) {
-    for (const auto child : XmlChildren(xml, parent)) {
-        if (xml.getElement(child).name == tag)
-            return child;
-    }
-    return NoXmlElement;
 }
 
 } // namespace kiv::kit

@@ -59,7 +59,4 @@ private:
 /// "an entity", "a defined type", "a function", "a rule".
 std::string sKindOf(const ifc::def::schema::ObjectBase& object);
 
-/// The first child of that name; `NoXmlElement` when there is none.
-XmlIndex childOf(const XmlPositions& xml, XmlIndex parent, std::string_view tag);
-
 } // namespace kiv::kit

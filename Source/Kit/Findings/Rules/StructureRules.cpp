@@ -1,4 +1,5 @@
 #include "Kit/Findings/LegalNames.h"
+#include "Kit/Findings/MissingChild.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
@@ -446,7 +447,7 @@ void StructureCheck::vUnknownNoteAdd(FindingDraft& draft, XmlIndex element, cons
     const auto legal = SetVocabulary::childNames(parent);
     if (!meaning.match.name.empty())
         vBecomeNote(draft, element, meaning.match);
-    else if (const auto missing = run_.soleMissing(parts.parent); !missing.empty())
+    else if (const auto missing = soleMissing(run_, parts.parent); !missing.empty())
         draft.vNote("there is no " + sQuoted(missing) + "; was it meant?");
     if (parent.content == ContentKind::Text)
         run_.vMisplacedNote(parts.parent);
@@ -468,8 +469,7 @@ void StructureCheck::vBecomeNote(FindingDraft& draft, XmlIndex element, const Le
                       xml_.getElement(strays.present[index]).position);
         return;
     }
-    draft.vNote(match.isLetterCase ? "write it as " + sQuoted(match.name)
-                                   : "did you mean " + sQuoted(match.name) + "?");
+    draft.vNote(sMeant(match));
     // Of several that would have one name only one would count.
     if (!match.isSure || (!isList && strays.meant[index] != 1))
         return;
@@ -537,8 +537,7 @@ void vAttributeMend(FindingDraft& draft, const XmlAttribute& attribute, const Le
         draft.vNoteAt(sQuoted(match.name) + " is there already", present->position);
         return;
     }
-    draft.vNote(match.isLetterCase ? "write it as " + sQuoted(match.name)
-                                   : "did you mean " + sQuoted(match.name) + "?");
+    draft.vNote(sMeant(match));
     if (match.isSure && isAlone)
         draft.vEdit(attribute.nameBytes, match.name);
 }
@@ -611,11 +610,7 @@ void StructureCheck::vListsCheck(XmlIndex set) {
 }
 
 void StructureCheck::vMissingAdd(XmlIndex element, std::string_view child, const std::string& why) {
-    for (const auto place : XmlChildren(xml_, element)) {
-        if (xml_.getElement(place).name == child)
-            return;
-    }
-    if (!run_.boMissingExplained(element, child))
+    if (childOf(xml_, element, child) == NoXmlElement && !boMissingExplained(run_, element, child))
         run_.add("S004", element, why + ": there is no " + sQuoted(child));
 }
 

@@ -1,5 +1,6 @@
 #include "Kit/Findings/Rules/TypeRules.h"
 
+#include "Kit/Findings/MissingChild.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/SchemaValues.h"
@@ -375,7 +376,7 @@ bool TypeCheck::boHasChild(XmlIndex parent, std::string_view tag) const {
 
 void TypeCheck::vDataTypeRequire(XmlIndex element) {
     if (!boHasChild(element, "DataType") && !boIsElsewhere(element) &&
-        !run_.boMissingExplained(element, "DataType"))
+        !boMissingExplained(run_, element, "DataType"))
         run_.add("T008", element,
                  "no data type is given: " + sQuoted(xml_.getElement(element).name) + " has no \"DataType\"");
 }
@@ -384,7 +385,7 @@ void TypeCheck::vReferenceRequire(const MemberOutline& member) {
     const auto index = static_cast<std::size_t>(&member - run_.outline.members.data());
     const auto element = member.kindElement;
     if (!hasReference_[index] && !boHasChild(element, "DataType") &&
-        !run_.boMissingExplained(element, "DataType") &&
+        !boMissingExplained(run_, element, "DataType") &&
         (xml_.pAttribute(xml_.getElement(element), "reftype") || !run_.boMisplaced(element)))
         run_.add("T008", element, "nothing says what the property refers to: there is no \"reftype\"");
 }
@@ -427,7 +428,7 @@ void TypeCheck::vItemCheck(XmlIndex child, std::unordered_map<std::string, XmlIn
 
 void TypeCheck::vItemsCheck(const MemberOutline& member) {
     if (member.enumeration == NoXmlElement) {
-        if (!boIsElsewhere(member.kindElement) && !run_.boMissingExplained(member.kindElement, "EnumList"))
+        if (!boIsElsewhere(member.kindElement) && !boMissingExplained(run_, member.kindElement, "EnumList"))
             run_.add("T009", member.kindElement, "the enumeration has no items: there is no \"EnumList\"");
         return;
     }
@@ -527,8 +528,8 @@ void TypeCheck::vTableCheck(const MemberOutline& member) {
         if (isDefining || isDefined)
             vDataTypeRequire(column);
     }
-    if ((hasDefining || run_.boMissingExplained(member.kindElement, "DefiningValue")) &&
-        (hasDefined || run_.boMissingExplained(member.kindElement, "DefinedValue")))
+    if ((hasDefining || boMissingExplained(run_, member.kindElement, "DefiningValue")) &&
+        (hasDefined || boMissingExplained(run_, member.kindElement, "DefinedValue")))
         return;
     const std::string missing = !hasDefining && !hasDefined
                                     ? "has neither \"DefiningValue\" nor \"DefinedValue\""
@@ -542,11 +543,11 @@ void TypeCheck::vTableCheck(const MemberOutline& member) {
 
 void TypeCheck::vListCheck(const MemberOutline& member) {
     bool isTyped =
-        run_.boMissingExplained(member.kindElement, "ListValue") || run_.boMisplaced(member.kindElement);
+        boMissingExplained(run_, member.kindElement, "ListValue") || run_.boMisplaced(member.kindElement);
     for (const auto column : XmlChildren(xml_, member.kindElement))
         isTyped =
             isTyped || (xml_.getElement(column).name == "ListValue" &&
-                        (boHasChild(column, "DataType") || run_.boMissingExplained(column, "DataType")));
+                        (boHasChild(column, "DataType") || boMissingExplained(run_, column, "DataType")));
     if (!isTyped)
         run_.add("T013", member.kindElement,
                  "the list has no type: there is no \"DataType\" in a \"ListValue\"");
