@@ -1,5 +1,5 @@
-/// Counts what is allocated, by functions that stand in front of those of the C library. So the C libraries
-/// that are called count too, the XML parser above all. Only programs that link this file count.
+/// Counts what is allocated, by functions that are called in place of those of the C library. So the C
+/// libraries that are called count too, the XML parser above all. Only programs that link this file count.
 ///
 ///     std::unique_ptr<Schema> schema;
 ///     const auto counts = allocationsOf([&] { schema = pSchemaRead(text); });
@@ -15,7 +15,7 @@ namespace kiv::bench {
 struct Allocations {
     /// How often memory was asked for.
     std::size_t count = 0;
-    /// The bytes that are held behind it and were not before; a block counts with what it has room for.
+    /// The bytes that are held afterwards and were not before; a block counts with what it has room for.
     /// Negative when more was given back than taken.
     std::ptrdiff_t heldBytes = 0;
     /// The most bytes that were held at any time, compared with before.

@@ -29,7 +29,7 @@ void vCountsKeep(const InstructionCounts& counts, const std::filesystem::path& f
 /// The counts of all jobs, each from the file of the job's name in that folder.
 InstructionCounts countsOfCallgrind(const std::filesystem::path& folder);
 
-/// Tells how the counts compare. False when one is more than 5 % above the one that is kept, true when there
+/// Prints how the counts compare. False when one is more than 5 % above the one that is kept, true when there
 /// is nothing to compare with.
 bool boHolds(const InstructionCounts& kept, const InstructionCounts& counted, std::ostream& report);
 

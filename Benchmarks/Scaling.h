@@ -35,11 +35,11 @@ private:
     std::vector<std::size_t> places_;
 };
 
-/// Copies of all statements of a schema, one behind the other in one schema. Each declared name of a copy,
+/// Copies of all statements of a schema, one after the other in one schema. Each declared name of a copy,
 /// and each use of it, is another one.
 class SchemaCopies {
 public:
-    /// The mark stands in front of the numbers in names. For a text that was copied already it must be
+    /// The mark is in front of the numbers in names. For a text that was copied already it must be
     /// another one.
     SchemaCopies(const std::string& text, char mark);
 
@@ -48,7 +48,7 @@ public:
 
     char getMark() const { return mark_; }
 
-    /// Marks the declared names that stand in [begin, end) of a text.
+    /// Marks the declared names in [begin, end) of a text.
     void vNamesMark(NumberedText& numbered, std::string_view text, std::size_t begin, std::size_t end) const;
 
 private:

@@ -12,7 +12,7 @@ namespace {
 
 using ifc::def::SchemaPropertySetDefinitions;
 
-/// What the XML parser alone costs, telling nobody what it finds.
+/// What the XML parser alone costs, with no handlers for what it finds.
 void vExpatRun(const std::vector<std::string>& texts) {
     for (const auto& text : texts) {
         const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(XML_ParserCreate(nullptr),

@@ -31,11 +31,11 @@ struct Read {
 
 void vCheck(const xml::SetDef& set, const schema::Schema& schema, xml::XmlSetErrors errors) {
     set.checkForErrors(schema, errors);
-    vLaw(errors.getRecords().empty() || errors.getSetName() == set.getName(), "records bear the set's name");
+    vLaw(errors.getRecords().empty() || errors.getSetName() == set.getName(), "records have the set's name");
     xml::XmlSetsErrors all;
     const auto count = errors.getRecords().size();
     all.sets.insert(std::move(errors));
-    vLaw(all.getFormattedErrors().empty() == (count == 0), "the report tells all records");
+    vLaw(all.getFormattedErrors().empty() == (count == 0), "the report lists all records");
 }
 
 void vMembersUsed(const pset::PropertySetDef& set, const schema::Schema&) {

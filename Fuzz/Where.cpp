@@ -51,7 +51,7 @@ bool boSame(const ExpressToken& left, const ExpressToken& right) {
            left.value == right.value;
 }
 
-/// Reads both to the end and compares them token by token; goes on behind an error.
+/// Reads both to the end and compares them token by token; goes on after an error.
 void vTokensAgree(std::string_view text) {
     std::istringstream stream{std::string(text)};
     ExpressTokenizer ofStream(stream);

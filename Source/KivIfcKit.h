@@ -7,6 +7,7 @@
 /// Each header below can be included alone, and compiles faster so.
 #pragma once
 
+#include "kiv/Kit/Documents/Assertion.h"
 #include "kiv/Kit/Documents/ReadFailure.h"
 #include "kiv/Kit/Documents/ReadOptions.h"
 #include "kiv/Kit/Documents/SchemaFile.h"
@@ -33,5 +34,7 @@
 #include "kiv/Kit/Positions/ExpressPositions.h"
 #include "kiv/Kit/Positions/XmlDecoding.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
+#include "kiv/Kit/Text/ByteOrderMark.h"
+#include "kiv/Kit/Text/InvisibleCharacters.h"
 #include "kiv/Kit/Text/TextPosition.h"
 #include "kiv/KivIfcSchemaPset.h"

@@ -56,6 +56,7 @@ set(kivPublicHeaders
     Format/Ifc/Def/XmlSchema/IfcXmlSchema.h
     Format/Ifc/Def/XmlSchema/IfcXmlType.h
     Format/Ifc/Def/XmlSchema/IfcXmlUosElement.h
+    Kit/Documents/Assertion.h
     Kit/Documents/ReadFailure.h
     Kit/Documents/ReadOptions.h
     Kit/Documents/SchemaFile.h
@@ -82,6 +83,8 @@ set(kivPublicHeaders
     Kit/Positions/ExpressPositions.h
     Kit/Positions/XmlDecoding.h
     Kit/Positions/XmlPositions.h
+    Kit/Text/ByteOrderMark.h
+    Kit/Text/InvisibleCharacters.h
     Kit/Text/TextPosition.h)
 
 # Hosts write the same includes whether they build us or find us installed: <build>/include/kiv holds a link to each header.

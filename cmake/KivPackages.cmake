@@ -45,6 +45,13 @@ set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils)
 set(CPACK_COMPONENT_TOOL_DESCRIPTION
     "IFC schemas and property-set definitions - command-line program\n${kivDebianAbout}\n\nThis package has kivifc, for a prompt and for continuous integration.")
 
+# The history of the packages is written by hand; its last entry is the package that is made.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/debian/changelog)
+file(STRINGS ${PROJECT_SOURCE_DIR}/cmake/debian/changelog kivDebianEntry LIMIT_COUNT 1)
+if(NOT kivDebianEntry MATCHES "\\(${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}\\)")
+    message(FATAL_ERROR "cmake/debian/changelog has no entry of ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}: ${kivDebianEntry}")
+endif()
+
 # What Debian wants of a package beyond what `cmake --install` installs is added before each package is made.
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_BINARY_DIR}/KivDebianFiles.cmake)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/debian/KivDebianFiles.cmake.in ${PROJECT_BINARY_DIR}/KivDebianFiles.cmake @ONLY)

@@ -30,6 +30,12 @@ function(kiv_library_settings target)
     endif()
 endfunction()
 
+# kiv_large_units(TARGET): with KIV_LARGE_UNITS, several of its sources are compiled as one. Most of the time that a source
+# takes goes into headers that its neighbours include too.
+function(kiv_large_units target)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${KIV_LARGE_UNITS} UNITY_BUILD_BATCH_SIZE 8)
+endfunction()
+
 # Only names of namespace kiv leave a shared library: GCC and Clang mark more as visible, the parts of the standard library
 # that are instantiated with exported classes for one.
 function(kiv_exports_limit target)
@@ -51,6 +57,7 @@ function(kiv_add_library name)
     kiv_library_settings(${name}Objects)
     target_include_directories(${name}Objects PUBLIC ${PROJECT_SOURCE_DIR}/Source)
     target_link_libraries(${name}Objects PUBLIC ${arg_LINK} PRIVATE KivFlags ${arg_LINK_PRIVATE})
+    kiv_large_units(${name}Objects)
 
     add_library(${name} $<TARGET_OBJECTS:${name}Objects>)
     add_library(kiv::${name} ALIAS ${name})

@@ -1,10 +1,11 @@
-// A host program in the small: what a CAD or BIM program does with the library, from the first schema to the last
-// report, through the public headers alone.
+// A host program in the small: what a CAD or BIM program does with the library, from the first schema to the
+// last report, through the public headers alone.
 //
 //     kiv_host_example SCHEMA-FOLDER SCHEMA SETS-FOLDER OUT-FOLDER ENTITY SET.MEMBER
 //
-// Reads SCHEMA-FOLDER/SCHEMA.exp and the documents of SETS-FOLDER, says which sets apply to the entity and what type the
-// member's values have, and leaves the sets and the report of what was wrong with them in OUT-FOLDER.
+// Reads SCHEMA-FOLDER/SCHEMA.exp and the documents of SETS-FOLDER, says which sets apply to the entity and
+// what type the member's values have, and leaves the sets and the report of what was wrong with them in
+// OUT-FOLDER.
 #include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
@@ -26,7 +27,7 @@ namespace {
 namespace fs = std::filesystem;
 namespace def = kiv::ifc::def;
 
-/// The document as a set of its kind; null when it is none, which standard error tells.
+/// The document as a set of its kind; null when it is none, as standard error then says.
 std::unique_ptr<def::xml::SetDef> pSetRead(const fs::path& path, def::xml::XmlSetErrors& errors) {
     std::ifstream stream(path, std::ios::binary);
     kiv::xml::File file(nullptr, kiv::xml::VerboseLevel::Quiet, kiv::xml::ValidateLevel::None);

@@ -1,4 +1,4 @@
-// The program of Docs/Tutorial/3-Back.md: a set is made from a text, reported on, written back; several threads ask.
+// The program of Docs/Tutorial/3-Back.md: a set made from a text, reported on, written back; threads.
 #include <kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h>
 #include <kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h>
 #include <kiv/Format/Ifc/Def/SchemaPset.h>
@@ -49,6 +49,7 @@ int main() try {
 
     std::atomic<int> found = 0;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i)
         threads.emplace_back([&] {
             if (schema->pObjectFromName("BldWall"))

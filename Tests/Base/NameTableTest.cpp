@@ -38,7 +38,7 @@ TEST(NameTableTest, EmptyTableFindsNothing) {
     EXPECT_EQ(table.pFindUpper(""), nullptr);
 }
 
-TEST(NameTableTest, EachNameIsFoundWhateverByteTellsItApart) {
+TEST(NameTableTest, EachNameIsFoundWhateverByteDistinguishesIt) {
     const auto names = namesOfEachLength();
     Table table;
     for (const auto& name : names)

@@ -1,5 +1,7 @@
 #include "Base/ScratchList.h"
 
+#include "Support/CountingMeter.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,30 +15,7 @@
 namespace kiv {
 namespace {
 
-/// Adds up the memory that is held.
-class MemoryMeter final : public WorkMeter {
-public:
-    void vTake(Unit unit, std::uint64_t amount) override {
-        if (unit != Unit::HeldBytes)
-            return;
-        if (held_ + amount > limit_)
-            throw std::bad_alloc();
-        held_ += amount;
-        most_ = std::max(most_, held_);
-    }
-    void vMemoryGiveBack(std::uint64_t bytes) noexcept override { held_ -= bytes; }
-    void vPieceBegin() override {}
-    void vLook() override {}
-
-    void vLimitSet(std::uint64_t limit) { limit_ = limit; }
-    std::uint64_t getHeld() const { return held_; }
-    std::uint64_t getMost() const { return most_; }
-
-private:
-    std::uint64_t held_ = 0;
-    std::uint64_t most_ = 0;
-    std::uint64_t limit_ = UINT64_MAX;
-};
+using test::CountingMeter;
 
 using Owner = std::unique_ptr<int>;
 
@@ -60,35 +39,35 @@ TEST(ScratchListTest, KeepsValuesInOrderHoweverManyThereAre) {
 }
 
 TEST(ScratchListTest, TheFirstFewNeedNoMemory) {
-    MemoryMeter meter;
+    CountingMeter meter;
     ScratchList<std::uint64_t, 4> list(&meter);
     for (std::uint64_t number = 0; number < 4; ++number)
         list.add(number);
-    EXPECT_EQ(meter.getMost(), 0U);
+    EXPECT_EQ(meter.most, 0U);
 }
 
 TEST(ScratchListTest, TheMeterHearsOfBothPlacesWhileValuesMove) {
-    MemoryMeter meter;
+    CountingMeter meter;
     {
         ScratchList<std::uint64_t, 4> list(&meter);
         for (std::uint64_t number = 0; number < 9; ++number)
             list.add(number);
         // Room for 8, then for 16.
-        EXPECT_EQ(meter.getMost(), (8U + 16U) * 8U);
-        EXPECT_EQ(meter.getHeld(), 16U * 8U);
+        EXPECT_EQ(meter.most, (8U + 16U) * 8U);
+        EXPECT_EQ(meter.held, 16U * 8U);
     }
-    EXPECT_EQ(meter.getHeld(), 0U);
+    EXPECT_EQ(meter.held, 0U);
 }
 
 TEST(ScratchListTest, WhenTheMeterRefusesTheValuesAreAsTheyWere) {
-    MemoryMeter meter;
+    CountingMeter meter;
     meter.vLimitSet(8 * sizeof(Owner));
     ScratchList<Owner, 2> list(&meter);
     for (int number = 0; number < 4; ++number)
         list.add(std::make_unique<int>(number));
     EXPECT_THROW(list.add(std::make_unique<int>(4)), std::bad_alloc);
     EXPECT_EQ(numbersOf(list.getValues()), (std::vector{0, 1, 2, 3}));
-    EXPECT_EQ(meter.getHeld(), 4 * sizeof(Owner));
+    EXPECT_EQ(meter.held, 4 * sizeof(Owner));
 }
 
 TEST(ScratchListTest, MovesIntoAnArenaWithoutRoomToSpare) {

@@ -63,7 +63,7 @@ protected:
     fs::path out_ = folder_ / "out";
 };
 
-TEST_F(HostExample, TellsTheSetsOfAnEntityAndTheTypeOfAMember) {
+TEST_F(HostExample, ShowsTheSetsOfAnEntityAndTheTypeOfAMember) {
     ASSERT_EQ(run("Building", "Sets", "bldstandardwall", "pset_bldwall.Mark"), 0) << sErrors();
     // First those for every class, then those of BldWall, then those that name BldStandardWall too.
     EXPECT_EQ(sOutput(), "Pset_BldSubstance\nQto_BldAny\n"

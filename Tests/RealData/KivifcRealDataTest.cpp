@@ -88,9 +88,9 @@ TEST_F(KivifcRealDataTest, TypeGivesTheLibrarysAnswers) {
         questions.emplace_back("IfcWall.Nothing");
         auto words = questions;
         words.emplace_back("--json");
-        const auto told = run("type", release, words);
-        EXPECT_EQ(told.status, 1) << "members of some kinds have no value";
-        const auto answers = json::parse(told.out);
+        const auto answer = run("type", release, words);
+        EXPECT_EQ(answer.status, 1) << "members of some kinds have no value";
+        const auto answers = json::parse(answer.out);
         ASSERT_EQ(answers.size(), questions.size());
         std::size_t valueless = 0;
         for (std::size_t index = 0; index < questions.size(); ++index) {
@@ -99,7 +99,7 @@ TEST_F(KivifcRealDataTest, TypeGivesTheLibrarysAnswers) {
             EXPECT_EQ(answers[index]["type"], type ? json(*type) : json(nullptr)) << questions[index];
             valueless += type ? 0 : 1;
         }
-        EXPECT_EQ(linesOf(told.err).size(), valueless) << "a line for each question without a value";
+        EXPECT_EQ(linesOf(answer.err).size(), valueless) << "a line for each question without a value";
         EXPECT_EQ(linesOf(run("type", release, questions).out).size(), questions.size());
     }
 }
@@ -162,14 +162,14 @@ void vExpectDerived(const json& picture) {
 class KivifcEntityRealDataTest : public KivifcRealDataTest,
                                  public testing::WithParamInterface<std::string> {};
 
-TEST_P(KivifcEntityRealDataTest, EntitiesAreToldWithAllThatTheyInherit) {
+TEST_P(KivifcEntityRealDataTest, EntitiesAreShownWithAllThatTheyInherit) {
     for (const auto* const entity : sampleOf(entitiesOf(schema(GetParam())), 12)) {
         SCOPED_TRACE(entity->getName());
-        const auto told =
+        const auto answer =
             kivifcRun(arguments("entity", GetParam(), false, {std::string(entity->getName()), "--json"}));
-        EXPECT_EQ(told.status, 0);
-        EXPECT_EQ(told.err, "");
-        const auto picture = json::parse(told.out);
+        EXPECT_EQ(answer.status, 0);
+        EXPECT_EQ(answer.err, "");
+        const auto picture = json::parse(answer.out);
         vExpectPicture(picture, *entity);
         vExpectDerived(picture);
     }
@@ -181,12 +181,12 @@ INSTANTIATE_TEST_SUITE_P(All, KivifcEntityRealDataTest, testing::ValuesIn(Releas
 TEST_F(KivifcRealDataTest, EntityAsTextNamesEverySupertype) {
     for (const auto& release : Releases) {
         for (const auto* const entity : sampleOf(entitiesOf(schema(release)), 50)) {
-            const auto told = run("entity", release, {sUpper(std::string(entity->getName()))});
-            EXPECT_EQ(told.status, 0);
+            const auto answer = run("entity", release, {sUpper(std::string(entity->getName()))});
+            EXPECT_EQ(answer.status, 0);
             std::string line(entity->getName());
             for (const auto* above = entity->pSupertype(); above; above = above->pSupertype())
                 line = std::string(above->getName()) + " > " + line;
-            EXPECT_EQ(linesOf(told.out).at(1), "line             " + line);
+            EXPECT_EQ(linesOf(answer.out).at(1), "line             " + line);
         }
     }
 }
@@ -223,9 +223,9 @@ TEST_F(KivifcRealDataTest, SetsOfAnEntityAreTheLibrarysAnswer) {
                     options.emplace_back("--unrestricted");
                 const auto expected =
                     withoutRepeats(namesOf(own.getXmlSetsAllToEntity(*entity, isUnrestricted, {})));
-                const auto told = run("sets", release, options);
-                EXPECT_EQ(told.status, expected.empty() ? 1 : 0);
-                EXPECT_EQ(valuesOf(json::parse(told.out), "name"), expected);
+                const auto answer = run("sets", release, options);
+                EXPECT_EQ(answer.status, expected.empty() ? 1 : 0);
+                EXPECT_EQ(valuesOf(json::parse(answer.out), "name"), expected);
                 options.emplace_back("--own");
                 EXPECT_EQ(valuesOf(json::parse(run("sets", release, options).out), "name"),
                           namesOf(own.getXmlSetsToEntity(*entity, isUnrestricted, {})));
@@ -240,9 +240,9 @@ TEST_F(KivifcRealDataTest, SetsAreFoundInThreeLetterCases) {
     for (const auto& release : Releases) {
         for (const auto* const set : sampleOf(schema(release).getStandardDefinitions()->getXmlSets(), 60)) {
             for (const auto& name : casesOf(set->getName())) {
-                const auto told = run("find", release, {name, "--json"});
-                EXPECT_EQ(told.status, 0) << name;
-                const auto found = json::parse(told.out);
+                const auto answer = run("find", release, {name, "--json"});
+                EXPECT_EQ(answer.status, 0) << name;
+                const auto found = json::parse(answer.out);
                 EXPECT_EQ(found["set"], set->getName());
                 EXPECT_EQ(found["kind"], set->pXmlElementName());
                 const auto& definition = found["definition"];
@@ -271,9 +271,9 @@ TEST_F(KivifcRealDataTest, MembersAreFoundByTheirGuids) {
         const auto guid = member->getIfdGuid().toString(false);
         const auto* const expected = ifc4.pXmlDefFromIfd(member->getIfdGuid());
         for (const auto& form : {guid, sUpper(guid)}) {
-            const auto told = run("find", "IFC4", {form, "--json"});
-            EXPECT_EQ(told.status, 0) << form;
-            const auto found = json::parse(told.out);
+            const auto answer = run("find", "IFC4", {form, "--json"});
+            EXPECT_EQ(answer.status, 0) << form;
+            const auto found = json::parse(answer.out);
             EXPECT_EQ(found["set"], expected->pOwner()->getName()) << form;
             EXPECT_EQ(found["definition"]["name"], expected->getName());
             EXPECT_EQ(found["definition"]["ifdGuid"], guid);
@@ -307,12 +307,12 @@ Names configuredLines(const SchemaPset& schema) {
     return lines;
 }
 
-TEST_F(KivifcRealDataTest, ConfigTellsEveryRecordAndReport) {
+TEST_F(KivifcRealDataTest, ConfigShowsEveryRecordAndReport) {
     std::istringstream stream(sText(configPath()));
     schema("IFC4").vXmlSchemaConfigInit(stream);
-    const auto told = kivifcRun(arguments("config", "IFC4", false, {configPath().native()}));
-    EXPECT_EQ(told.status, 1) << "it is that of Addendum 1";
-    EXPECT_EQ(told.err, "");
+    const auto answer = kivifcRun(arguments("config", "IFC4", false, {configPath().native()}));
+    EXPECT_EQ(answer.status, 1) << "it is that of Addendum 1";
+    EXPECT_EQ(answer.err, "");
     const auto attributes = configuredLines(schema("IFC4"));
     // IfcOffsetCurve.BasisCurve has two of the records.
     Names expected{"target namespace http://www.buildingsmart-tech.org/ifcXML/IFC4/final",
@@ -329,7 +329,7 @@ TEST_F(KivifcRealDataTest, ConfigTellsEveryRecordAndReport) {
     expected.push_back("  Unknown attribute" + place + "Option::vInit::<lambda_1>::operator ())");
     expected.push_back("  Attribute not found" + place + "Attribute::vRead)");
     expected.push_back("  Attribute not found" + place + "Attribute::vRead)");
-    EXPECT_EQ(linesOf(told.out), expected);
+    EXPECT_EQ(linesOf(answer.out), expected);
     EXPECT_EQ(attributes.size(), 256U + 19U);
 }
 
@@ -361,11 +361,11 @@ protected:
         rest.insert(rest.end(), options.begin(), options.end());
         if (!setsFolder.empty())
             rest.insert(rest.begin(), folder_.sPath(setsFolder));
-        const auto told = kivifcRun(arguments("export", GetParam(), setsFolder.empty(), rest));
-        EXPECT_EQ(told.status, 0);
-        EXPECT_EQ(told.err, "");
+        const auto answer = kivifcRun(arguments("export", GetParam(), setsFolder.empty(), rest));
+        EXPECT_EQ(answer.status, 0);
+        EXPECT_EQ(answer.err, "");
         std::vector<ExportedFile> files;
-        for (const auto& file : json::parse(told.out))
+        for (const auto& file : json::parse(answer.out))
             files.push_back({file["set"], file["path"], sFileText(file["path"])});
         const std::filesystem::directory_iterator begin(folder_.sPath(out));
         EXPECT_EQ(static_cast<std::size_t>(std::distance(begin, {})), files.size());
@@ -432,7 +432,7 @@ TEST_P(KivifcExportRealDataTest, SecondExportReplacesItsOwnFilesByTheSame) {
 
 /// What an export of this export has to be. Reading does not know "nameAliases", does not look for the data
 /// type beside a reference, and takes the item type that was written at the end of a list for one more value,
-/// behind which the item type is then written again.
+/// after which the item type is then written again.
 class SecondGeneration {
 public:
     explicit SecondGeneration(const std::string& text) {

@@ -160,7 +160,7 @@ TEST_F(SchemaRealDataTest, EveryRuleIsAccountedFor) {
         const auto text = sSchema(name);
         const auto schema = schemaFromWholeText(text);
         auto labels = labelsByOwner(text);
-        // The rule with the qualified call and the one behind it are not parsed.
+        // The rule with the qualified call and the one after it are not parsed.
         labels.at("IfcAxis2Placement3D").resize(3);
         for (const auto* const object : schema->getObjects()) {
             SCOPED_TRACE(object->getName());

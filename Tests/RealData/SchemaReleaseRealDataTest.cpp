@@ -17,7 +17,7 @@ protected:
     }
 };
 
-// The corrigendum is not among the schemas that tests have; nothing in the text tells the two apart.
+// The corrigendum is not among the schemas that tests have; nothing in the text distinguishes the two.
 TEST_F(SchemaReleaseRealData, TheAddendumIsKnownByItsEntities) {
     const auto schema = schemaRead("schema/IFC4_ADD2.exp");
     EXPECT_EQ(kit::sReleaseOf(*schema), "IFC4_ADD2 or IFC4_ADD2_TC1");

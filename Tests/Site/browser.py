@@ -119,13 +119,13 @@ class Browser:
         with open(file, "wb") as output:
             output.write(base64.b64decode(image))
 
-    def axe(self, source):
-        """What axe-core finds on the page: a line for each element."""
+    def axe(self, source, part="html"):
+        """What axe-core finds on a part of the page: a line for each element."""
         self.run(source)
         violations = self.driver.execute_async_script("""
-            const [tags, done] = arguments;
-            axe.run(document, { preload: false, runOnly: { type: "tag", values: tags }, resultTypes: ["violations"] })
-                .then((result) => done(result.violations), (error) => done([{ id: String(error), nodes: [] }]));""", AXE_TAGS)
+            const [tags, part, done] = arguments;
+            axe.run(part, { preload: false, runOnly: { type: "tag", values: tags }, resultTypes: ["violations"] })
+                .then((result) => done(result.violations), (error) => done([{ id: String(error), nodes: [] }]));""", AXE_TAGS, part)
         return [f"{violation['id']}: {node['html'][:160]} {node.get('failureSummary', '')[:300]}"
                 for violation in violations for node in (violation["nodes"] or [{"html": ""}])[:5]]
 

@@ -5,6 +5,7 @@ KIV_SITE_LARGE one of a real schema (not always there), KIV_SITE_AXE the script 
 KIV_SITE_SCREENSHOTS the folder for pictures.
 """
 
+import contextlib
 import functools
 import http.server
 import os
@@ -27,7 +28,8 @@ SCREENSHOTS = os.environ.get("KIV_SITE_SCREENSHOTS")
 
 # Of the sample's Pset_BldWall.Mark.
 MARK_GUID = "02bf42a5a9509184065e4ea845fc4da1"
-FIRST_RESULT_MILLISECONDS = 200
+# Other programs of a busy machine decide about milliseconds: CI fails only where it is far more.
+FIRST_RESULT_MILLISECONDS = 1000 if os.environ.get("CI") else 200
 
 
 def representatives(folder):
@@ -64,6 +66,19 @@ class SiteTest(unittest.TestCase):
     def found(self, text):
         return self.browser.search(text)
 
+    @contextlib.contextmanager
+    def site_with(self, pages_of_index):
+        """A copy of the site whose search knows these pages too, each as in the script."""
+        with tempfile.TemporaryDirectory() as folder:
+            site = os.path.join(folder, "site")
+            shutil.copytree(SITE, site)
+            index = os.path.join(site, "assets", "search-index.js")
+            with open(index, encoding="utf-8") as file:
+                text = file.read()
+            with open(index, "w", encoding="utf-8") as file:
+                file.write(text.replace("\n]};\n", "".join(",\n" + page for page in pages_of_index) + "\n]};\n"))
+            yield site
+
 
 class PagesTest(SiteTest):
     def test_every_kind_of_page_opens_without_complaint(self):
@@ -95,8 +110,8 @@ class PagesTest(SiteTest):
         for label, path in KINDS:
             with self.subTest(label):
                 self.browser.open(SITE, path)
-                # What scripts add is made of the headings.
-                self.browser.run("document.querySelector('main > h1 + .toc')?.remove()")
+                # What scripts add: made of the headings, or of what the page has.
+                self.browser.run("document.querySelectorAll('main > h1 + .toc, .tree-bar').forEach((each) => each.remove())")
                 shown = self.browser.one("main").text
                 self.browser.scripts_permit(False)
                 self.browser.open(SITE, path)
@@ -111,6 +126,27 @@ class PagesTest(SiteTest):
             with self.subTest(label):
                 self.browser.open(SITE, path)
                 self.assertLessEqual(self.browser.run("return document.documentElement.scrollWidth"), 320)
+
+    @unittest.skipUnless(LARGE, "the names of the sample are short")
+    def test_no_table_is_wider_than_its_page_and_no_column_too_narrow(self):
+        names = sorted(os.path.relpath(os.path.join(at, name), LARGE) for at, _, files in os.walk(LARGE) for name in files)
+        paths = [name for name in names if name.startswith(("properties-", "guids-0", "languages"))]
+        paths += ["sets.html", "IfcWall.html", "sets/Pset_DoorCommon.html", "sets/Pset_EnvironmentalImpactIndicators.html"]
+        for width in (640, 720, 820, 1024, 1152, 1280):
+            self.browser.width_set(width)
+            for path in paths:
+                with self.subTest(f"{path} at {width}"):
+                    self.browser.open(LARGE, path)
+                    self.browser.run("document.querySelectorAll('details').forEach((each) => { each.open = true; })")
+                    self.assertLessEqual(self.browser.run("return document.documentElement.scrollWidth"), width)
+                    # Of each cell, too, so that no text is above that of the next one.
+                    self.assertEqual(self.browser.run("""return [...document.querySelectorAll(".rows, .rows th, .rows td")]
+                        .filter((each) => each.checkVisibility() && each.scrollWidth > each.clientWidth + 1 && !each.closest("thead"))
+                        .slice(0, 3).map((each) => each.textContent)"""), [])
+                    definition = self.browser.run("""const size = parseFloat(getComputedStyle(document.documentElement).fontSize);
+                        return document.querySelector("#members td.definition")?.getBoundingClientRect().width / size""")
+                    if definition is not None:
+                        self.assertGreaterEqual(definition, 14)
 
     def test_what_is_printed_is_the_page_alone(self):
         self.browser.open(SITE, "BldWall.html")
@@ -137,6 +173,37 @@ class PagesTest(SiteTest):
         copied = self.browser.driver.execute_async_script("navigator.clipboard.readText().then(arguments[0])")
         self.assertEqual(copied, self.browser.driver.current_url)
         self.assertTrue(copied.endswith("/BldWall.html#PredefinedType"))
+
+    def test_branches_of_the_tree_are_closed_and_opened(self):
+        # In the sample, all branches that are large enough to be closed are open.
+        with tempfile.TemporaryDirectory() as folder:
+            site = os.path.join(folder, "site")
+            shutil.copytree(SITE, site)
+            page = os.path.join(site, "entities.html")
+            with open(page, encoding="utf-8") as file:
+                text = file.read()
+            begin, end = text.index("<ul class=\"tree\">"), text.index("</main>")
+            branch = ("<li><a href=\"BldWall.html\">A</a><details{}><summary><span class=\"hidden\">Below A</span></summary><ul>{}</ul>"
+                      "</details></li>")
+            tree = branch.format(" open", branch.format("", "<li id=\"low\"><a href=\"BldDoor.html\">Low</a></li>"))
+            with open(page, "w", encoding="utf-8") as file:
+                file.write(f"{text[:begin]}<ul class=\"tree\">{tree}</ul>{text[end:]}")
+            self.browser.open(site, "entities.html")
+            shown = "return document.getElementById('low').checkVisibility()"
+            self.assertFalse(self.browser.run(shown))
+            self.browser.all(".tree summary")[1].click()
+            self.assertTrue(self.browser.run(shown))
+            expand, collapse = self.browser.all(".tree-bar button")
+            collapse.click()
+            self.assertEqual(self.browser.all("details[open]"), [])
+            expand.click()
+            self.assertTrue(self.browser.run(shown))
+            collapse.click()
+            # Printed open, and closed again afterwards.
+            self.browser.run("dispatchEvent(new Event('beforeprint'))")
+            self.assertTrue(self.browser.run(shown))
+            self.browser.run("dispatchEvent(new Event('afterprint'))")
+            self.assertEqual(self.browser.all("details[open]"), [])
 
     def test_an_address_opens_what_it_points_into(self):
         self.browser.open(SITE, "guids.html")
@@ -196,6 +263,14 @@ class SearchTest(SiteTest):
         self.browser.wait("return document.querySelector('#results a')")
         self.browser.keys(Keys.ESCAPE)
         self.assertFalse(self.browser.one("#results").is_displayed())
+        self.browser.keys(Keys.ESCAPE)
+        self.assertEqual(self.browser.run("return document.getElementById('search').value"), "")
+        self.browser.keys("BldDoor")
+        self.browser.wait("return !document.getElementById('results').hidden")
+        # From a result as well, with the text as it is.
+        self.browser.keys(Keys.ARROW_DOWN, Keys.ESCAPE)
+        self.assertFalse(self.browser.one("#results").is_displayed())
+        self.assertEqual(self.browser.run("return [document.activeElement.id, document.activeElement.value]"), ["search", "BldDoor"])
         self.browser.keys(Keys.ESCAPE)
         self.assertEqual(self.browser.run("return document.getElementById('search').value"), "")
         self.browser.keys("BldDoor")
@@ -265,7 +340,76 @@ class SearchTest(SiteTest):
         self.assertIn("BldStandardWall", [result[0] for result in self.found("standrad wall")])
         self.assertEqual(self.found("BldSite.Terr")[0][3], "./BldSite.html#Terrain")
         self.assertEqual(self.found("xqzvkjw"), [])
-        self.assertEqual(self.browser.one("#results").text, "Nothing has that name or one near it.")
+        self.assertEqual(self.browser.one("#results").text, "No name is like that.")
+
+    def test_rows_are_found_by_the_name_of_their_page(self):
+        rows = [("BldWall.GlobalId", "BldRoot.html#GlobalId"),  # Inherited.
+                ("bldstandardwall.predefinedtype", "BldWall.html#PredefinedType"),
+                ("wall.length", "BldWall.html#Length"),
+                ("Wall.GlobalI", "BldRoot.html#GlobalId"),
+                ("BldWall Length", "BldWall.html#Length"),
+                ("BldWall GlobalId", "BldRoot.html#GlobalId"),
+                ("Pset_BldWall Mark", "sets/Pset_BldWall.html#Mark"),
+                ("BldWall.Mark", "sets/Pset_BldWall.html#Mark"),  # Of the set that is called so without its prefix.
+                ("wall mark", "sets/Pset_BldWall.html#Mark"),
+                ("mark wall pset", "sets/Pset_BldWall.html#Mark"),
+                ("material leaf", "sets/Pset_BldDoor.html#LeafMaterial")]
+        for text, address in rows:
+            with self.subTest(text):
+                self.assertEqual([result[3] for result in self.found(text)][:1], ["./" + address])
+        self.assertNotIn("./BldRoot.html#GlobalId", [result[3] for result in self.found("BldLabel.GlobalId")])
+
+    def test_supertypes_that_form_a_cycle_end(self):
+        with self.site_with(['[0,"BldEgg",0,0,[[8,"Yolk"]],[],0,"BldHen"]', '[0,"BldHen",0,0,[[8,"Beak"]],[],0,"BldEgg"]']) as site:
+            self.browser.open(site, "index.html")
+            self.assertEqual([result[3] for result in self.found("BldEgg.")][:2], ["./BldEgg.html#Yolk", "./BldHen.html#Beak"])
+
+    def test_more_results_than_are_listed_are_said(self):
+        with self.site_with([f'[4,"Pset_Many{number}"]' for number in range(45)]) as site:
+            self.browser.open(site, "index.html")
+            self.assertEqual(len(self.found("many")), 40)
+            self.assertIn("More names match", self.browser.one("#results li:last-child").text)
+            self.assertEqual(self.browser.run("return document.getElementById('found').textContent"), "The first 40 results")
+            self.assertTrue(self.found("many44"))
+            self.assertNotIn("More names match", self.browser.one("#results").text)
+
+    def test_one_name_in_many_places_leaves_room_for_others(self):
+        # 150 sets with a property of one name, and one with another that begins like it.
+        with self.site_with([f'[4,"Pset_Many{number}",0,0,[[6,"Repeated"]]]' for number in range(150)] +
+                            ['[4,"Pset_Other",0,0,[[6,"RepeatedOnce"]]]']) as site:
+            self.browser.open(site, "index.html")
+            results = self.found("repeated")
+            self.assertEqual([result[0] for result in results], ["Repeated"] * 4 + ["RepeatedOnce"])
+            rest = self.browser.one("#results button")
+            self.assertEqual(rest.text, "and 146 more: Repeated")
+            # With the keyboard: four results, then what opens the others, of which the first has the focus.
+            self.browser.keys(*[Keys.ARROW_DOWN] * 5)
+            self.assertEqual(self.browser.run("return document.activeElement.className"), "rest")
+            self.browser.keys(Keys.ENTER)
+            self.assertEqual(self.browser.run("return document.querySelectorAll('#results a').length"), 105)
+            self.assertEqual(self.browser.run("return document.activeElement.querySelector('.place').textContent"), "Pset_Many4")
+            self.assertEqual(self.browser.one("#results button").text, "and 46 more: Repeated")
+            self.browser.one("#results button").click()
+            places = self.browser.run("return [...document.querySelectorAll('#results .place')].map((each) => each.textContent)")
+            self.assertEqual(places, [f"Pset_Many{number}" for number in range(150)] + ["Pset_Other"])
+            self.assertEqual(self.browser.all("#results button"), [])
+
+    def test_what_is_hidden_says_so(self):
+        with self.site_with(['[4,"Pset_Twice",0,0,[[6,"OfTwice"]],[],"hidden by office"]']) as site:
+            self.browser.open(site, "index.html")
+            for text in ("Pset_Twice", "OfTwice"):
+                self.assertTrue(self.found(text))
+                self.assertEqual(self.browser.one("#results li:first-child .badge").text, "hidden by office")
+            self.assertTrue(self.found("BldWall"))
+            self.assertEqual(self.browser.all("#results li:first-child .badge"), [])
+
+    def test_names_of_enumerations_of_sets_are_found(self):
+        # Documents write most with a prefix, which kivifc leaves out.
+        for text, name in (("PEnum_LeafMaterial", "LeafMaterial"), ("CloserKind", "CloserKind")):
+            with self.subTest(text):
+                self.assertEqual(self.found(text)[0][:3], [name, "Pset_BldDoor", "Enumeration"])
+        # After the property of that name.
+        self.assertEqual([result[2] for result in self.found("LeafMaterial")[:2]], ["Property", "Enumeration"])
 
     def test_names_of_the_language_itself_are_names(self):
         for text in ("__proto__", "constructor", "toString", "hasOwnProperty", "\\", "(", "[", "*", "a" * 5000):
@@ -355,13 +499,23 @@ class SwitchTest(SiteTest):
         self.choose("")
         self.assertNotIn("記号", self.browser.one(mark).text)
 
-    def test_a_page_without_translations_says_where_they_are(self):
+    def test_members_in_place_are_translated_too(self):
+        mark = """return [...document.querySelectorAll("details.set th")].find((each) =>
+            each.querySelector("a[href='sets/Pset_BldWall.html#Mark']")).textContent"""
         self.browser.open(SITE, "BldWall.html")
         self.assertEqual(self.browser.all("#sets .language"), [])
-        self.browser.open(SITE, "sets/Pset_BldWall.html")
+        self.assertEqual(self.browser.run(mark), "Mark")
         self.choose("ja-JP")
-        self.browser.open(SITE, "BldWall.html")
+        self.assertEqual(self.browser.wait(mark.replace(".textContent", ".querySelector('.translated')?.textContent")), "記号")
         self.assertIn("ja-JP", self.browser.one("#sets .language").text)
+        self.browser.open(SITE, "BldStandardWall.html")  # Remembered, and there for what is inherited.
+        self.assertTrue(self.browser.wait("return document.querySelector('details.set .translated')?.lang === 'ja-JP'"))
+        self.choose("de")  # This very language, not another form of it.
+        self.browser.wait(f"return (() => {{ {mark} }})() === 'MarkZeichen'")
+        self.choose("")
+        self.browser.wait(f"return (() => {{ {mark} }})() === 'Mark'")
+        self.assertEqual(self.browser.all("#sets .language"), [])
+        self.choose("ja-JP")
         self.browser.open(SITE, "types.html")
         self.assertEqual(self.browser.all(".language"), [])
 
@@ -410,7 +564,13 @@ class AccessTest(SiteTest):
             source = file.read()
         self.browser.open(SITE, "index.html")
         self.assertTrue(self.found("wall"))
-        self.assertEqual(self.browser.axe(source), [])
+        # The list covers a part of what is below it, and where it ends is a matter of chance; a click beside it closes it.
+        self.assertEqual(self.browser.axe(source, ".bar"), [])
+        with self.site_with([f'[4,"Pset_Many{number}",0,0,[[6,"Repeated"]],[],"hidden by office"]' for number in range(9)]) as site:
+            self.browser.open(site, "index.html")
+            self.assertEqual(len(self.found("repeated")), 4)
+            self.assertEqual(len(self.browser.all("#results button")), 1)
+            self.assertEqual(self.browser.axe(source, ".bar"), [])
 
     def test_axe_would_find_something(self):
         if not AXE:
@@ -472,6 +632,14 @@ class ScreenshotTest(SiteTest):
                 self.browser.open(SITE, "index.html")
                 self.found("wall")
                 self.browser.screenshot(os.path.join(SCREENSHOTS, f"search-{width}-{mode}.png"))
+
+    @unittest.skipUnless(LARGE, "the names of the sample are short")
+    def test_pages_with_long_names_at_three_widths(self):
+        for width in WIDTHS:
+            self.browser.width_set(width)
+            for path in ("properties-A.html", "guids-0.html", "sets.html", "IfcWall.html", "sets/Pset_DoorCommon.html"):
+                self.browser.open(LARGE, path)
+                self.browser.screenshot(os.path.join(SCREENSHOTS, f"large-{os.path.basename(path)}-{width}.png"))
 
 
 if __name__ == "__main__":

@@ -30,7 +30,9 @@ def site(**files):
 class LinksTest(unittest.TestCase):
     def test_a_whole_site_has_no_problems(self):
         self.assertEqual(links.problems(site(
-            index='<a href="sets/A.html#x">a</a><a href="#y">y</a><p id="y"></p>',
+            index='<a href="sets/A.html#x">a</a><a href="#y">y</a><p id="y"></p><details class="set" id="set-A"><a href="#set-A">#</a>'
+                  '<table><tr><th scope="row">in place</th></tr></table></details>'
+                  '<table><tr id="A"><th scope="row"><a href="#A">#</a></th></tr></table>',
             sets__A='<p id="x"></p><a href="../index.html">home</a>')), [])
 
     def test_faults_are_found(self):
@@ -47,6 +49,9 @@ class LinksTest(unittest.TestCase):
                 ('<script src="http://example.org/site.js"></script>', "<script> asks for"),
                 ('<iframe></iframe>', "<iframe>"),
                 ('<p id="a"></p><p id="a"></p>', "the id a is there 2 times"),
+                ('<table><tr><th scope="row">A</th></tr></table>', "a row has no address"),
+                ('<table><tr id="A"><th scope="row">A</th></tr></table>', "no link to copy leads to the row A"),
+                ('<details class="set" id="set-A"><a href="#A">A</a></details><p id="A"></p>', "a set has no link to itself"),
                 ('<p>', "</main> ends <p>")]
         for body, problem in rows:
             with self.subTest(body):
@@ -66,7 +71,7 @@ class IndexTest(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             os.mkdir(os.path.join(folder, "assets"))
             with open(os.path.join(folder, "assets", "search-index.js"), "w", encoding="utf-8") as file:
-                file.write(f'window.kivSearch={{format:1,kinds:["Entity","Property set","Property"],languages:[],pages:[\n{pages_of_index}\n]}};\n')
+                file.write(f'window.kivSearch={{format:2,kinds:["Entity","Property set","Property"],languages:[],pages:[\n{pages_of_index}\n]}};\n')
             return links.index_problems(folder, site(**files))
 
     def test_entries_lead_to_pages_and_rows(self):

@@ -54,7 +54,7 @@ def index_read(folder):
     """The index of the search: what its script says is JSON but for the names of its members."""
     with open(os.path.join(folder, "assets", "search-index.js"), encoding="utf-8") as file:
         text = file.read()
-    body = re.fullmatch(r"window\.kivSearch=\{format:1,kinds:(\[.*\]),languages:(\[.*\]),pages:(\[\n.*\n\])\};\n", text, re.DOTALL)
+    body = re.fullmatch(r"window\.kivSearch=\{format:2,kinds:(\[.*\]),languages:(\[.*\]),pages:(\[\n.*\n\])\};\n", text, re.DOTALL)
     return [json.loads(part) for part in body.groups()]
 
 

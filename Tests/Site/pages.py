@@ -49,6 +49,8 @@ class Reader(html.parser.HTMLParser):
         self.row = None
         self.row_depth = 0
         self.taking = None  # Depth of the element whose text is the name of a row
+        self.addressed = []  # Ids of rows, to each of which the page must have a link to copy
+        self.set_links = None  # Those to itself of the set that is open
 
     def problem(self, text):
         self.page.problems.append(f"{self.page.path}:{self.getpos()[0]}: {text}")
@@ -63,6 +65,7 @@ class Reader(html.parser.HTMLParser):
         classes = (values.get("class") or "").split()
         self.open.append((tag, values.get("id"), classes))
         self.row_begin(tag, values)
+        self.address_check(tag, values, classes)
         if tag == "h1":
             self.heading = []
 
@@ -85,6 +88,10 @@ class Reader(html.parser.HTMLParser):
         if tag == "h1":
             self.page.name = "".join(self.heading).strip()
             self.heading = None
+        if tag == "details" and "set" in self.open[-1][2]:
+            if not self.set_links:
+                self.problem("a set has no link to itself")
+            self.set_links = None
         self.open.pop()
 
     def handle_data(self, data):
@@ -109,6 +116,18 @@ class Reader(html.parser.HTMLParser):
         elif self.row and not self.row.name and not self.taking and tag in ("code", "bdi") and (
                 "h3" in names or "th" in names or "summary" in names or tag == "code"):
             self.taking = len(self.open)
+
+    def address_check(self, tag, values, classes):
+        """Every row with a name has an address, but for those of a set in place, whose names lead to the page of the set."""
+        if tag == "details" and "set" in classes:
+            self.set_links = []
+        if tag != "th" or values.get("scope") != "row" or self.set_links is not None:
+            return
+        row = self.open[-2][1] if len(self.open) > 1 else None
+        if row:
+            self.addressed.append(row)
+        else:
+            self.problem("a row has no address")
 
     def element_check(self, tag, attributes, values):
         if tag not in ALLOWED:
@@ -150,6 +169,8 @@ class Reader(html.parser.HTMLParser):
             self.problem(f"the link {address[:100]} leads out of the site")
         else:
             self.page.links.append((self.getpos()[0], address))
+            if self.set_links is not None and address.startswith("#set-"):
+                self.set_links.append(address)
             if address.startswith("sets/") and "#" not in address and ("section", "sets") in [at[:2] for at in self.open]:
                 self.page.sets.add(urllib.parse.unquote(address))
 
@@ -167,6 +188,9 @@ def page_read(job):
         page.problems.append(f"{path}: the policy is {reader.policy}")
     if "<script" in text and text.index("<script") < text.index("Content-Security-Policy"):
         page.problems.append(f"{path}: a script comes before the policy")
+    links = {address for _, address in page.links}
+    page.problems += [f"{path}: no link to copy leads to the row {name[:100]}" for name in reader.addressed
+                      if "#" + name not in links]
     for name, count in page.ids.items():
         if count > 1:
             page.problems.append(f"{path}: the id {name[:100]} is there {count} times")

@@ -34,7 +34,7 @@ std::string sDouble(double value) {
     return text;
 }
 
-/// Writes the part of a node that stands before its left child, and says which child that is.
+/// Writes the part of a node that comes before its left child, and says which child that is.
 class Opening : public ExpressionVisitor {
 public:
     /// The child that continues the chain to the left; null where the chain ends, the node then being written
@@ -119,7 +119,7 @@ public:
     void vText(std::string_view text) { text_ += text; }
 
 private:
-    /// Ends a node that was written whole; its children have left their own chains behind.
+    /// Ends a node that was written whole; its children have ended their own chains.
     void vClose(char bracket) {
         text_ += bracket;
         left_ = nullptr;
@@ -138,7 +138,7 @@ private:
     const Expression* left_ = nullptr;
 };
 
-/// Writes the part of a node that stands behind its left child.
+/// Writes the part of a node that comes after its left child.
 class Closing : public ExpressionVisitor {
 public:
     explicit Closing(Opening& writer) : writer_(writer) {}

@@ -32,7 +32,7 @@ inline ifc::def::SchemaPropertySetDefinitions setsFromPaths(const ifc::def::sche
 
 class SampleStore {
 public:
-    /// All sets without faults stand in the standard context; one of each kind in one of a host, too.
+    /// All sets without faults are in the standard context; one of each kind in one of a host, too.
     SampleStore() : schema_(schemaPsetFromWholeText(sSampleText("Building.exp"))) {
         registry().clear();
         registry().addPropertySets({std::string(schema_->getName()), true},

@@ -1,4 +1,4 @@
-/// Schemas for tests, from text that stands in the test itself.
+/// Schemas for tests, from text in the test itself.
 ///
 ///     const auto schema = schemaFromText("ENTITY Wall;\n"
 ///                                        "  Name : STRING;\n"
@@ -24,7 +24,7 @@
 namespace kiv::test {
 
 /// The last schema of the stream; null when it holds none. The schema is not lost when the stream fails
-/// behind it.
+/// after it.
 inline std::unique_ptr<ifc::def::schema::Schema> schemaFromStream(std::istream& stream) {
     using ifc::def::schema::Schema;
     std::unique_ptr<Schema> schema;

@@ -1,4 +1,4 @@
-/// Schemas that search for set definitions, from text that stands in the test itself.
+/// Schemas that search for set definitions, from text in the test itself.
 ///
 ///     const auto schema = schemaPsetFromText("ENTITY IfcWall;\nEND_ENTITY;", "IFC4");
 ///     EXPECT_EQ(schema->getStandardDefinitions(), nullptr);

@@ -1,4 +1,4 @@
-/// XML documents for tests, from text that stands in the test itself, and elements as text.
+/// XML documents for tests, from text in the test itself, and elements as text.
 ///
 ///     const XmlFromText document("<Set><Name>A</Name></Set>");
 ///     EXPECT_EQ(document.root().tagName(), "Set");

@@ -18,9 +18,10 @@ What must hold for the sources in Source and Tools, and for each #include "..." 
 
 import re
 import sys
-import tempfile
 from os.path import normpath
 from pathlib import Path, PurePosixPath
+
+import tree_check
 
 TABLE = "Docs/Architecture.md"
 FOLDERS = ("Source", "Tools")
@@ -205,29 +206,12 @@ CASES = [
 
 
 def self_test():
-    wrong = 0
-    for changes, expected in CASES:
-        with tempfile.TemporaryDirectory() as folder:
-            for name, text in {**SOUND, **changes}.items():
-                path = Path(folder) / name
-                path.parent.mkdir(parents=True, exist_ok=True)
-                path.write_text(text, encoding="utf-8")
-            found = findings_of(Path(folder))
-        if found != expected:
-            wrong += 1
-            print(f"self-test: {changes}\n  expected {expected}\n  found    {found}")
-    print(f"check_includes self-test: {len(CASES) - wrong} of {len(CASES)} cases as expected")
-    return wrong
+    return tree_check.self_test("check_includes", SOUND, CASES, findings_of)
 
 
-def main(arguments):
-    if arguments == ["--self-test"]:
-        return 1 if self_test() else 0
-    root = Path(arguments[0]) if arguments else Path(__file__).resolve().parents[2]
-    findings = findings_of(root)
-    print("\n".join(findings) if findings else f"includes: {len(sources_of(root))} files, all run one way")
-    return 1 if findings else 0
+def summary_of(root):
+    return f"includes: {len(sources_of(root))} files, all run one way"
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(tree_check.main(sys.argv[1:], findings_of, summary_of, self_test))

@@ -1,8 +1,8 @@
 # shellcheck shell=bash
 # ./dev coverage
 
-# The tests of these folders count: those of the library, not of kivifc, the examples and hostile input.
-covering=(Base Host Format/Ifc/Def RealData Messages)
+# The tests of these folders count: those of the library and the kit, not of kivifc, the examples and hostile input.
+covering=(Base Host Format/Ifc/Def Kit RealData Messages)
 
 dev_coverage() {
     local build=build/coverage targets=("${covering[@]/#/Tests/}") folder

@@ -6,9 +6,11 @@ dev_docs() {
     # The headers as hosts see them, those that CMake makes included.
     mkdir -p build/docs
     cmake -S . -B build/docs -G Ninja -DKIV_BUILD_TOOLS=OFF -DKIV_BUILD_EXAMPLES=OFF -DKIV_BUILD_TESTS=OFF \
-        -DKIV_INSTALL=OFF >build/docs/docs.log 2>&1 && doxygen Docs/Doxyfile >>build/docs/docs.log 2>&1 || {
+        -DKIV_INSTALL=OFF >build/docs/docs.log 2>&1 && KIV_VERSION=$(project_version) doxygen Docs/Doxyfile >>build/docs/docs.log 2>&1 || {
         cat build/docs/docs.log >&2
         return 1
     }
     echo "docs: build/docs/html/index.html"
 }
+
+project_version() { sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt; }

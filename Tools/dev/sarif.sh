@@ -8,6 +8,10 @@ sarif_integrity=sha512-NxUbpq6ISCWoTQ/NfOYEwEDKq1Heka/rMoJ5R5LMydcAZQX/X7g5mWHcg
 dev_sarif() {
     local schema=build/sarif-2.1.0.json
     [ ! -f "$schema" ] || return 0
-    npm_file "$schema" "$sarif_package" "$sarif_integrity" sarif-2.1.0.json || return
+    npm_file "$schema" "$sarif_package" "$sarif_integrity" sarif-2.1.0.json || {
+        local status=$?
+        [ $status -ne 77 ] || echo 'sarif: there is no npm here, or it does not get the schema; the test that compares with it is skipped'
+        return $status
+    }
     echo "sarif: $schema"
 }

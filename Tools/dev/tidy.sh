@@ -4,7 +4,7 @@
 dev_tidy() {
     local files failed=0
     need clang-tidy cppcheck
-    configure dev
+    tidy_configure
     case "${1:-}" in
     "") files=$(tidy_sources) ;;
     --changed) files=$(changed_sources) ;;
@@ -12,21 +12,35 @@ dev_tidy() {
     esac
     [ -n "$files" ] || { echo "tidy: no source has changed"; return; }
     # Both run to their end, so that one run shows all.
-    xargs -P "$(nproc)" -n 2 clang-tidy -p build/dev --quiet <<<"$files" || failed=1
+    xargs -P "$(nproc)" -n 2 clang-tidy -p build/tidy --quiet <<<"$files" || failed=1
     cppcheck --std=c++20 --language=c++ --enable=warning,performance,portability --inline-suppr --quiet \
-        -j "$(nproc)" --error-exitcode=1 --suppressions-list=.cppcheck -I build/dev/include -I Source -I Tools -I Fuzz \
+        -j "$(nproc)" --error-exitcode=1 --suppressions-list=.cppcheck -I build/tidy/include -I Source -I Tools -I Fuzz \
         --file-list=- <<<"$files" || failed=1
     [ $failed -ne 0 ] || echo "tidy: nothing found in $(wc -l <<<"$files") files"
     return $failed
 }
 
-tidy_sources() { sources '*.cpp' | grep -E '^(Source|Tools|Fuzz)/'; }
+# A folder of its own: in large units the files would have no compile commands, and in build/dev each change between the two
+# would compile all.
+tidy_configure() {
+    local log=build/tidy/build.log
+    need "${packages[@]}" "${second_host_packages[@]}"
+    mkdir -p build/tidy
+    cmake --preset dev -B build/tidy -DKIV_LARGE_UNITS=OFF >"$log" 2>&1 || {
+        cat "$log" >&2
+        fail "CMake failed; log: $log"
+    }
+}
+
+# Not Tests: they are compiled with a header that GCC has precompiled, which clang-tidy cannot read. Not Benchmarks: the preset
+# dev does not build them.
+tidy_sources() { sources '*.cpp' | grep -E '^(Source|Tools|Fuzz|Examples)/'; }
 
 # The sources that differ from where the branch left main, and for each header that does, one that includes it.
 changed_sources() {
     local base path
     base=$(branch_base) || { tidy_sources; return; }
-    own_git diff --name-only "$base" -- Source Tools Fuzz | while read -r path; do
+    own_git diff --name-only "$base" -- Source Tools Fuzz Examples | while read -r path; do
         case "$path" in
         *.cpp) echo "$path" ;;
         *.h) source_of "$path" ;;

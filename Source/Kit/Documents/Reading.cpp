@@ -1,7 +1,7 @@
 #include "Kit/Documents/Reading.h"
 
+#include "Kit/Text/MeteredRoom.h"
 #include "kiv/Base/Exception.h"
-#include "kiv/Format/Ifc/Def/IfcBudget.h"
 
 #include <new>
 #include <stdexcept>
@@ -9,9 +9,11 @@
 
 namespace kiv::kit {
 
-TextFile textTake(std::string text, std::uint64_t maxSize) {
+TextFile textTake(std::string text, ifc::def::BudgetMeter& meter) {
+    const auto maxSize = meter.getBudget().maxInput;
     if (text.size() > maxSize)
         throw ifc::def::BudgetExceeded(ifc::def::BudgetLimit::Input, maxSize);
+    vMemoryTake(&meter, memoryOf(text));
     return {std::move(text), {}};
 }
 

@@ -2,7 +2,7 @@
 /// What the readings of all kinds of files share.
 ///
 ///     try {
-///         vRead(file, textTake(std::move(text), options.budget.maxInput));
+///         vRead(file, textTake(std::move(text), meter));
 ///     } catch (const std::bad_alloc&) {
 ///         file.failure = caughtFailure();
 ///     }
@@ -14,16 +14,17 @@
 /// Errors:    see each function.
 #pragma once
 
+#include "kiv/Format/Ifc/Def/IfcBudget.h"
 #include "kiv/Kit/Documents/ReadFailure.h"
 #include "kiv/Kit/Documents/TextFile.h"
 
-#include <cstdint>
 #include <string>
 
 namespace kiv::kit {
 
-/// A text that is in memory, as if it had been read; `BudgetExceeded` when it is longer than allowed.
-TextFile textTake(std::string text, std::uint64_t maxSize);
+/// A text that is in memory, as if it had been read; `BudgetExceeded` when it is longer than the budget
+/// allows.
+TextFile textTake(std::string text, ifc::def::BudgetMeter& meter);
 
 /// The failure for the exception that is being handled; what is no std::exception goes on.
 ReadFailure caughtFailure();

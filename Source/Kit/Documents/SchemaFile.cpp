@@ -4,6 +4,7 @@
 #include "Kit/Documents/ThreadSink.h"
 #include "Kit/Documents/ViewStream.h"
 #include "Kit/Text/AsciiText.h"
+#include "Kit/Text/MeteredRoom.h"
 
 #include <exception>
 #include <istream>
@@ -22,18 +23,20 @@ bool isSchemaName(std::string_view name) {
     return !name.empty() && isLetter(name.front());
 }
 
-void vSchemasRead(SchemaFile& file, const ifc::def::Budget& budget) {
+void vSchemasRead(SchemaFile& file, ifc::def::BudgetMeter& meter) {
     ViewStream stream(file.text);
-    ThreadSink sink(
-        [&file](const assert::AssertInfo& info) { file.assertions.push_back(assertRecord(info)); });
+    ThreadSink sink([&](const assert::AssertInfo& info) {
+        vRoomForOne(file.assertions, &meter);
+        file.assertions.push_back(file.assertionTexts.kept(info, meter));
+    });
     const assert::ScopedSink installed(sink);
-    ifc::def::BudgetMeter meter(budget);
     // All are read with one account, and are there until it closes.
     std::vector<std::unique_ptr<SchemaPset>> schemas;
     ifc::def::schema::pStepStreamRead(
         stream,
         [&](std::istream& in, const std::string& header, std::size_t pos) {
             file.assertions.clear();
+            file.assertionTexts.vClear(meter);
             return schemas.emplace_back(std::make_unique<SchemaPset>(in, header, pos, meter)).get();
         },
         meter);
@@ -53,7 +56,7 @@ std::optional<ReadFailure> schemaFailure(const SchemaFile& file) {
     return std::nullopt;
 }
 
-void vRead(SchemaFile& file, TextFile text, const ifc::def::Budget& budget) {
+void vRead(SchemaFile& file, TextFile text, ifc::def::BudgetMeter& meter) {
     file.text = std::move(text.text);
     if (!text.failure.empty()) {
         file.failure = {FailureKind::Unreadable, std::move(text.failure), {}, {}};
@@ -63,7 +66,7 @@ void vRead(SchemaFile& file, TextFile text, const ifc::def::Budget& budget) {
         file.failure = {FailureKind::Empty, "not a schema: the file is empty", {}, {}};
         return;
     }
-    vSchemasRead(file, budget);
+    vSchemasRead(file, meter);
     file.failure = schemaFailure(file);
 }
 
@@ -73,13 +76,15 @@ SchemaFile fileRead(std::string path, const ReadOptions& options, Text text) {
     SchemaFile file;
     file.path = std::move(path);
     try {
-        vRead(file, text(options.budget.maxInput), options.budget);
+        ifc::def::BudgetMeter meter(options.budget);
+        vRead(file, text(meter), meter);
     } catch (const std::exception&) {
         file.failure = caughtFailure();
     }
     if (file.failure) {
         file.schema = nullptr;
         file.assertions.clear();
+        file.assertionTexts = {};
     }
     return file;
 }
@@ -87,12 +92,14 @@ SchemaFile fileRead(std::string path, const ReadOptions& options, Text text) {
 } // namespace
 
 SchemaFile schemaFileRead(const std::string& path, const ReadOptions& options) {
-    return fileRead(path, options, [&](std::uint64_t maxSize) { return textFileRead(path, maxSize); });
+    return fileRead(path, options, [&](ifc::def::BudgetMeter& meter) {
+        return textFileRead(path, meter.getBudget().maxInput, &meter);
+    });
 }
 
 SchemaFile schemaTextRead(std::string text, std::string path, const ReadOptions& options) {
     return fileRead(std::move(path), options,
-                    [&](std::uint64_t maxSize) { return textTake(std::move(text), maxSize); });
+                    [&](ifc::def::BudgetMeter& meter) { return textTake(std::move(text), meter); });
 }
 
 } // namespace kiv::kit

@@ -7,7 +7,8 @@
 ///     else
 ///         vShow(file.path, file.failure->reason);
 ///
-/// Ownership: owns the schema and its text.
+/// Ownership: owns the schema, its text and the texts of `assertions`, which are views: copy them where they
+///            have to outlive it.
 /// Threads:   several files may be read on several threads; each has the assertions of its own reading alone.
 /// Errors:    a file that cannot be read has a failure. std::bad_alloc is thrown only when there is no memory
 ///            left for the failure either.
@@ -15,7 +16,7 @@
 
 #include "kiv/Base/Export.h"
 #include "kiv/Format/Ifc/Def/SchemaPset.h"
-#include "kiv/Host/Assert/KivAssert.h"
+#include "kiv/Kit/Documents/Assertion.h"
 #include "kiv/Kit/Documents/ReadFailure.h"
 #include "kiv/Kit/Documents/ReadOptions.h"
 
@@ -38,7 +39,9 @@ struct SchemaFile {
     /// The names of all schemas in the file, of which the last one counts.
     std::vector<std::string> names;
     /// What was reported while `schema` was read, in order.
-    std::vector<assert::AssertRecord> assertions;
+    std::vector<Assertion> assertions;
+    /// Owns their texts.
+    AssertionTexts assertionTexts;
 };
 
 /// Reads the schema file at a path.

@@ -3,6 +3,7 @@
 #include "Kit/Documents/Reading.h"
 #include "Kit/Documents/ThreadSink.h"
 #include "Kit/Documents/ViewStream.h"
+#include "Kit/Text/MeteredRoom.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Host/Xml/KivXml.h"
 #include "kiv/Kit/Documents/TextFile.h"
@@ -59,7 +60,8 @@ public:
         SetDocument document;
         document.path = std::move(path);
         try {
-            vRead(document, text(options_.budget.maxInput));
+            ifc::def::BudgetMeter meter(options_.budget);
+            vRead(document, text(meter), meter);
         } catch (const std::bad_alloc&) {
             document.failure = caughtFailure();
         } catch (const ifc::def::BudgetExceeded&) {
@@ -71,20 +73,19 @@ public:
     }
 
 private:
-    void vRead(SetDocument& document, TextFile file) const {
+    void vRead(SetDocument& document, TextFile file, ifc::def::BudgetMeter& meter) const {
         document.text = std::move(file.text);
         if (!file.failure.empty())
             document.failure = {FailureKind::Unreadable, std::move(file.failure), {}, {}};
         else if (document.text.empty())
             document.failure = {FailureKind::Empty, "the file is empty", {}, {}};
         else
-            vTextRead(document);
+            vTextRead(document, meter);
     }
 
-    void vTextRead(SetDocument& document) const {
+    void vTextRead(SetDocument& document, ifc::def::BudgetMeter& meter) const {
         ViewStream stream(document.text);
         xml::File file(nullptr, xml::VerboseLevel::Quiet, xml::ValidateLevel::None);
-        ifc::def::BudgetMeter meter(options_.budget);
         const auto root = file.parse(stream, document.path, &meter);
         // Only now, as parsing has found out whether the text is within the budget.
         if (options_.withPositions)
@@ -94,8 +95,10 @@ private:
             document.failure = {FailureKind::NotXml, error.reason, {error.line, error.column}, {}};
             return;
         }
-        ThreadSink sink([&document](const assert::AssertInfo& info) {
-            document.assertions.push_back({assertRecord(info), document.errors.getRecords().size()});
+        ThreadSink sink([&](const assert::AssertInfo& info) {
+            vRoomForOne(document.assertions, &meter);
+            document.assertions.push_back(
+                {document.assertionTexts.kept(info, meter), document.errors.getRecords().size()});
         });
         const assert::ScopedSink installed(sink);
         vSetRead(document, *root, meter);
@@ -106,9 +109,10 @@ private:
     }
 
     static void vPositionsFind(SetDocument& document, ifc::def::BudgetMeter& meter, WellFormed wellFormed) {
-        auto positions = std::make_shared<const XmlPositions>(document.text, wellFormed);
-        meter.vTake(WorkMeter::Unit::HeldBytes, document.text.size() + positions->getElements().size_bytes());
-        document.positions = std::move(positions);
+        std::string text;
+        vRoomForText(text, document.text.size(), &meter);
+        text = document.text;
+        document.positions = std::make_shared<const XmlPositions>(std::move(text), wellFormed, &meter);
     }
 
     /// What a reading had found before it failed is not what the document says.
@@ -117,6 +121,7 @@ private:
         document.quantitySet.reset();
         document.errors = {};
         document.assertions.clear();
+        document.assertionTexts = {};
         document.isRefused = false;
     }
 
@@ -125,22 +130,22 @@ private:
 };
 
 SetDocument pathRead(const std::string& path, const Schema* schema, const ReadOptions& options) {
-    return Reader(schema, options).read(path, [&](std::uint64_t maxSize) {
-        return textFileRead(path, maxSize);
+    return Reader(schema, options).read(path, [&](ifc::def::BudgetMeter& meter) {
+        return textFileRead(path, meter.getBudget().maxInput, &meter);
     });
 }
 
 SetDocument textRead(std::string&& text, std::string&& path, const Schema* schema,
                      const ReadOptions& options) {
-    return Reader(schema, options).read(std::move(path), [&](std::uint64_t maxSize) {
-        return textTake(std::move(text), maxSize);
+    return Reader(schema, options).read(std::move(path), [&](ifc::def::BudgetMeter& meter) {
+        return textTake(std::move(text), meter);
     });
 }
 
 template <class Stream>
 SetDocument streamRead(Stream& stream, std::string&& path, const Schema* schema, const ReadOptions& options) {
-    return Reader(schema, options).read(std::move(path), [&](std::uint64_t maxSize) {
-        return textFileRead(stream, maxSize);
+    return Reader(schema, options).read(std::move(path), [&](ifc::def::BudgetMeter& meter) {
+        return textFileRead(stream, meter.getBudget().maxInput, &meter);
     });
 }
 

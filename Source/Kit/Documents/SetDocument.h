@@ -7,7 +7,8 @@
 ///     for (const auto& record : document.errors.getRecords())
 ///         vShow(document.path, record);
 ///
-/// Ownership: a document owns its text, its set and what was found.
+/// Ownership: a document owns its text, its set and what was found. The texts of `assertions` are views into
+///            `assertionTexts`: copy them where they have to outlive it.
 /// Threads:   several documents may be read on several threads at once, with one schema; each has the
 ///            assertions of its own reading alone. A document is used by one thread at a time.
 /// Errors:    a document that cannot be read has a failure. std::bad_alloc is thrown only when there is no
@@ -18,7 +19,7 @@
 #include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityDef.h"
-#include "kiv/Host/Assert/KivAssert.h"
+#include "kiv/Kit/Documents/Assertion.h"
 #include "kiv/Kit/Documents/ReadFailure.h"
 #include "kiv/Kit/Documents/ReadOptions.h"
 
@@ -40,7 +41,7 @@ class XmlPositions;
 
 /// A report of the library that was made while a document was read or checked.
 struct DocumentAssertion {
-    assert::AssertRecord record;
+    Assertion record;
     /// How many error records there were before it.
     std::size_t recordsBefore = 0;
 };
@@ -59,7 +60,10 @@ struct SetDocument {
     std::unique_ptr<ifc::def::qto::QuantitySetDef> quantitySet;
     /// The records of reading and of checking.
     ifc::def::xml::XmlSetErrors errors;
+    /// What was reported while it was read and checked, in order.
     std::vector<DocumentAssertion> assertions;
+    /// Owns the texts of the assertions.
+    AssertionTexts assertionTexts;
     /// The schema refuses the set.
     bool isRefused = false;
 

@@ -42,7 +42,8 @@ struct SetPaths {
 KIV_EXPORT SetPaths setPathsCollect(const std::vector<std::string>& paths);
 
 /// The same text for all paths that lead to one file: "a.xml", "./a.xml" and a link to it. Hard links are
-/// files of their own.
+/// files of their own: whether two equal files share their bytes on the disk is a matter of how they were
+/// copied, and a folder is to be judged as its copy is.
 KIV_EXPORT std::string sPathKey(const std::string& path);
 
 } // namespace kiv::kit

@@ -13,13 +13,12 @@
 ///
 /// Ownership: what it calls outlives it.
 /// Threads:   calls on the thread that made it, on which everything else is called too.
-/// Errors:    std::bad_alloc from `vCheck`.
+/// Errors:    from `vCheck`, what it calls throws; nothing is called after that.
 #pragma once
 
 #include "kiv/Host/Assert/KivAssert.h"
 
-#include <new>
-#include <string>
+#include <exception>
 #include <thread>
 #include <utility>
 
@@ -31,32 +30,25 @@ public:
     explicit ThreadSink(Take take) : take_(std::move(take)), thread_(std::this_thread::get_id()) {}
 
     void vReport(const assert::AssertInfo& info) override {
-        if (std::this_thread::get_id() != thread_)
+        if (std::this_thread::get_id() != thread_ || exception_)
             return;
         try {
             take_(info);
-        } catch (const std::bad_alloc&) {
-            isIncomplete_ = true;
+        } catch (...) {
+            exception_ = std::current_exception();
         }
     }
 
-    /// The service drops what a sink throws, so that a report which there was no memory to keep is thrown
-    /// afterwards.
+    /// The service drops what a sink throws. That a report could not be kept is thrown here, afterwards.
     void vCheck() const {
-        if (isIncomplete_)
-            throw std::bad_alloc();
+        if (exception_)
+            std::rethrow_exception(exception_);
     }
 
 private:
     Take take_;
     std::thread::id thread_;
-    bool isIncomplete_ = false;
+    std::exception_ptr exception_;
 };
-
-/// The report with texts of its own.
-inline assert::AssertRecord assertRecord(const assert::AssertInfo& info) {
-    return {info.code, std::string(info.message), std::string(info.function), std::string(info.file),
-            info.line};
-}
 
 } // namespace kiv::kit

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <tuple>
 #include <utility>
 
@@ -13,7 +14,7 @@ namespace kiv::kit {
 
 namespace {
 
-bool isBefore(const TextPosition& left, const TextPosition& right) {
+bool isEarlier(const TextPosition& left, const TextPosition& right) {
     return std::tie(left.line, left.column) < std::tie(right.line, right.column);
 }
 
@@ -39,6 +40,7 @@ std::string sJoined(std::span<const std::string_view> codes) {
 IgnoreComments::IgnoreComments(std::string path, const XmlPositions& positions) : path_(std::move(path)) {
     for (const auto& comment : positions.getIgnores())
         vCommentAdd(comment, positions);
+    vCodesNest();
 }
 
 void IgnoreComments::vCommentAdd(const XmlIgnore& comment, const XmlPositions& positions) {
@@ -64,18 +66,57 @@ void IgnoreComments::vCommentAdd(const XmlIgnore& comment, const XmlPositions& p
     }
 }
 
-bool IgnoreComments::boHide(const Finding& finding) {
-    const auto& position = finding.place.position;
-    bool isHidden = false;
-    for (auto& code : codes_) {
-        // What is about the whole document is inside its root.
-        const bool isInside = position.line == 0
-                                  ? code.isRoot
-                                  : !isBefore(position, code.begin) && isBefore(position, code.end);
-        if (!isInside || !code.isKnown || !finding.code.starts_with(code.code))
+bool IgnoreComments::Code::isAround(const TextPosition& position) const {
+    // What is about the whole document is inside its root.
+    return position.line == 0 ? isRoot : !isEarlier(position, begin) && isEarlier(position, end);
+}
+
+/// Elements are inside each other or one after the other, and so is what comments are about.
+void IgnoreComments::vCodesNest() {
+    for (std::size_t index = 0; index != codes_.size(); ++index) {
+        auto& code = codes_[index];
+        if (!code.isKnown || code.begin.line == 0)
             continue;
-        code.isUsed = true;
-        isHidden = true;
+        auto& sameCode = byCode_[code.code];
+        const auto last = sameCode.empty() ? NoCode : sameCode.back();
+        if (last != NoCode && codes_[last].begin == code.begin && codes_[last].end == code.end) {
+            code.around = last;
+            code.outer = codes_[last].outer;
+            sameCode.back() = index;
+            continue;
+        }
+        code.around = code.outer = firstAround(last, code.begin);
+        sameCode.push_back(index);
+    }
+}
+
+std::size_t IgnoreComments::firstAround(std::size_t code, const TextPosition& position) const {
+    while (code != NoCode && !codes_[code].isAround(position))
+        code = codes_[code].outer;
+    return code;
+}
+
+std::size_t IgnoreComments::innermost(const std::vector<std::size_t>& codes,
+                                      const TextPosition& position) const {
+    const auto beginOf = [this](std::size_t index) -> const TextPosition& { return codes_[index].begin; };
+    const auto isRoot = [this](std::size_t index) { return codes_[index].isRoot; };
+    // Those of the root come first.
+    const auto after = position.line == 0 ? std::ranges::partition_point(codes, isRoot)
+                                          : std::ranges::upper_bound(codes, position, isEarlier, beginOf);
+    return firstAround(after == codes.begin() ? NoCode : *std::prev(after), position);
+}
+
+bool IgnoreComments::boHide(const Finding& finding) {
+    bool isHidden = false;
+    for (std::size_t size = 1; size <= finding.code.size(); ++size) {
+        const auto codes = byCode_.find(std::string(finding.code.substr(0, size)));
+        if (codes == byCode_.end())
+            continue;
+        auto found = innermost(codes->second, finding.place.position);
+        isHidden = isHidden || found != NoCode;
+        // What is around one that was used was used with it.
+        for (; found != NoCode && !codes_[found].isUsed; found = codes_[found].around)
+            codes_[found].isUsed = true;
     }
     return isHidden;
 }
@@ -127,7 +168,7 @@ IgnoreComments::unusedFindings(const std::function<bool(std::string_view)>& isLo
     // The codes of one comment are side by side.
     std::vector<const Code*> unused;
     for (const auto& code : codes_) {
-        if (!unused.empty() && isBefore(unused.front()->comment, code.comment)) {
+        if (!unused.empty() && isEarlier(unused.front()->comment, code.comment)) {
             findings.push_back(unusedFinding(unused));
             unused.clear();
         }

@@ -11,6 +11,7 @@
 ///
 /// Ownership: a value.
 /// Threads:   one thread at a time.
+/// Cost:      for each finding, the logarithm of the comments and how deep elements are nested.
 /// Errors:    std::bad_alloc; a code that no rule has hides nothing, which is a finding.
 #pragma once
 
@@ -18,10 +19,12 @@
 #include "kiv/Kit/Findings/Finding.h"
 #include "kiv/Kit/Text/TextPosition.h"
 
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace kiv::kit {
@@ -49,6 +52,8 @@ public:
     bool isEmpty() const { return codes_.empty() && emptyComments_.empty(); }
 
 private:
+    static constexpr std::size_t NoCode = static_cast<std::size_t>(-1);
+
     /// One code of a comment.
     struct Code {
         std::string code;
@@ -59,14 +64,28 @@ private:
         TextPosition end;
         bool isRoot = false;
         bool isUsed = false;
+        /// The innermost one of the same code around it, or an earlier one that is about the same.
+        std::size_t around = NoCode;
+        /// The innermost one that is about more.
+        std::size_t outer = NoCode;
+
+        bool isAround(const TextPosition& position) const;
     };
 
     void vCommentAdd(const XmlIgnore& comment, const XmlPositions& positions);
+    void vCodesNest();
+    /// The code, or the first of those around it, that is about the position; `NoCode` for none.
+    std::size_t firstAround(std::size_t code, const TextPosition& position) const;
+    /// The innermost one of them, which are of one code, that is about the position; `NoCode` for none.
+    std::size_t innermost(const std::vector<std::size_t>& codes, const TextPosition& position) const;
     Finding unusedFinding(std::span<const Code* const> unused) const;
     Finding emptyFinding(const TextPosition& position) const;
 
     std::string path_;
     std::vector<Code> codes_;
+    // Those of each code that are about an element, in the order of the text, as indices: of several about
+    // one element the last.
+    std::unordered_map<std::string, std::vector<std::size_t>> byCode_;
     /// Those that name no code.
     std::vector<TextPosition> emptyComments_;
 };

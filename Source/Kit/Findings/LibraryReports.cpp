@@ -1,11 +1,10 @@
 #include "Kit/Findings/LibraryReports.h"
 
+#include "Kit/Findings/PredefinedTypes.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttribute.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEnumeration.h"
-#include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "kiv/Host/Id/KivId.h"
 #include "kiv/Kit/Documents/SetDocument.h"
 
@@ -17,9 +16,7 @@ namespace kiv::kit {
 
 namespace {
 
-using ifc::def::schema::DataTypeEnum;
 using ifc::def::schema::Entity;
-using ifc::def::schema::Type;
 
 /// What the library reports of set documents, by place in its sources.
 enum class ReportKind : std::size_t {
@@ -159,7 +156,7 @@ private:
         places_[static_cast<std::size_t>(kind)].push_back({element, attribute});
     }
 
-    bool boClassFits(const ClassOutline& applicable, ReportKind kind, std::string_view item) const;
+    bool boClassFits(const ClassOutline& applicable, ReportKind kind, std::string_view item);
     void vReadingPlacesFind();
     void vUnknownFind(XmlIndex element);
     void vAttributesFind(XmlIndex element, const ElementRule& rule);
@@ -177,9 +174,10 @@ private:
     std::array<std::vector<FindingSubject>, KindCount> places_;
     std::array<std::size_t, KindCount> next_{};
     std::size_t nextClass_ = 0;
+    PredefinedTypes predefinedTypes_;
 };
 
-bool ReportPlaces::boClassFits(const ClassOutline& applicable, ReportKind kind, std::string_view item) const {
+bool ReportPlaces::boClassFits(const ClassOutline& applicable, ReportKind kind, std::string_view item) {
     if (kind == ReportKind::ClassNotFound)
         return applicable.name == item;
     if (kind != ReportKind::PredefinedTypeIllegal)
@@ -187,9 +185,7 @@ bool ReportPlaces::boClassFits(const ClassOutline& applicable, ReportKind kind, 
     if (applicable.name != item || applicable.predefinedType.empty())
         return false;
     const auto* entity = Entity::pFrom(run_.schema.pObjectFromName(applicable.name));
-    const auto* attribute = entity ? entity->pAttributeFromNameUpper("PREDEFINEDTYPE", true) : nullptr;
-    const auto* type = attribute ? Type::pFrom(attribute->pFirstType()) : nullptr;
-    const auto* items = type ? dynamic_cast<const DataTypeEnum*>(type->pDataType()) : nullptr;
+    const auto* items = entity ? predefinedTypes_.pItems(*entity) : nullptr;
     return !items || !items->boContains(applicable.predefinedType);
 }
 
@@ -369,7 +365,7 @@ std::string valueOf(const RuleRun& run, const FindingSubject& subject) {
     return std::string(isText ? element.trimmedText.value : element.name);
 }
 
-LibraryReport reportOf(const RuleRun& run, ReportPlaces& places, const assert::AssertRecord& record) {
+LibraryReport reportOf(const RuleRun& run, ReportPlaces& places, const Assertion& record) {
     const auto isOf = [&record](const AssertionKind& kind) {
         return kind.function == record.function && kind.line == record.line;
     };
@@ -378,7 +374,7 @@ LibraryReport reportOf(const RuleRun& run, ReportPlaces& places, const assert::A
     const bool isKnown = known != std::end(AssertionKinds);
     report.code = isKnown ? known->code : OtherAssertionCode;
     report.message = record.message;
-    report.origin = FindingOrigin{record.function, record.file, record.line};
+    report.origin = FindingOrigin{std::string(record.function), std::string(record.file), record.line};
     if (!isKnown)
         return report;
     report.subject = places.next(known->kind);

@@ -6,7 +6,7 @@
 ///
 /// Ownership: the table lives as long as the process.
 /// Threads:   any number of threads.
-/// Errors:    a code that no rule has is null.
+/// Errors:    a code that no rule has is null; std::bad_alloc at the first call, which makes the table.
 #pragma once
 
 #include "kiv/Base/Export.h"

@@ -119,21 +119,28 @@ std::string sQuoted(std::string_view value) {
     return quoted.append(1, '"');
 }
 
+std::string sNameQuoted(const XmlElement& element) {
+    return sQuoted(element.name);
+}
+
 std::string sMeant(const LegalMatch& match) {
     return match.isLetterCase ? "write it as " + sQuoted(match.name)
                               : "did you mean " + sQuoted(match.name) + "?";
 }
 
 std::string sQuotedList(const std::vector<std::string_view>& values, std::size_t limit) {
-    const auto shown = std::min(values.size(), limit);
+    return sQuotedFirst(std::span(values).first(std::min(values.size(), limit)), values.size());
+}
+
+std::string sQuotedFirst(std::span<const std::string_view> first, std::size_t count) {
     std::string list;
-    for (std::size_t i = 0; i != shown; ++i) {
+    for (std::size_t i = 0; i != first.size(); ++i) {
         if (i != 0)
-            list.append(i + 1 == values.size() ? " and " : ", ");
-        list.append(sQuoted(values[i]));
+            list.append(i + 1 == count ? " and " : ", ");
+        list.append(sQuoted(first[i]));
     }
-    if (shown != values.size())
-        list.append(" and ").append(std::to_string(values.size() - shown)).append(" more");
+    if (first.size() != count)
+        list.append(" and ").append(std::to_string(count - first.size())).append(" more");
     return list;
 }
 

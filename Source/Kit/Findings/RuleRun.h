@@ -23,6 +23,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -101,6 +102,16 @@ public:
     void vMisplacedNote(XmlIndex element) { misplaced_.insert(element); }
     bool boMisplaced(XmlIndex element) const { return misplaced_.contains(element); }
 
+    /// Whether there is nothing inside, and what belongs there is an attribute or text.
+    bool boElsewhere(XmlIndex element) const {
+        return xml.getElement(element).firstChild == NoXmlElement && boMisplaced(element);
+    }
+
+    /// Notes that there are several of the element where one counts: what is wrong with one of them is the
+    /// same mistake.
+    void vRepeatedNote(XmlIndex element) { repeated_.insert(element); }
+    bool boRepeated(XmlIndex element) const { return repeated_.contains(element); }
+
     /// Notes that there is text in the element where elements belong.
     void vStrayTextNote(XmlIndex element) { strayTexts_.insert(element); }
     bool boStrayText(XmlIndex element) const { return strayTexts_.contains(element); }
@@ -123,6 +134,7 @@ private:
     std::unordered_map<std::string_view, std::size_t> counts_;
     std::unordered_set<XmlIndex> misplaced_;
     std::unordered_set<XmlIndex> strayTexts_;
+    std::unordered_set<XmlIndex> repeated_;
     std::unordered_map<XmlIndex, XmlIndex> joined_;
     /// Takes what is over the limits.
     FindingDraft surplus_;
@@ -134,10 +146,16 @@ std::string_view cut(std::string_view text, std::size_t size);
 /// The value in quotes, cut when it is very long: "\"IfcWal\"".
 std::string sQuoted(std::string_view value);
 
+/// The name of an element, with its prefix, in quotes.
+std::string sNameQuoted(const XmlElement& element);
+
 /// The note about a name that is probably another one: how to write it, or a question.
 std::string sMeant(const LegalMatch& match);
 
 /// "\"A\", \"B\" and \"C\""; after `limit` of them "and 12 more".
 std::string sQuotedList(const std::vector<std::string_view>& values, std::size_t limit = 12);
+
+/// The same of that many values, of which the first are given.
+std::string sQuotedFirst(std::span<const std::string_view> first, std::size_t count);
 
 } // namespace kiv::kit

@@ -11,6 +11,7 @@
 
 #include "kiv/Base/Export.h"
 #include "kiv/Host/Assert/KivAssert.h"
+#include "kiv/Kit/Documents/Assertion.h"
 #include "kiv/Kit/Findings/Finding.h"
 
 #include <span>
@@ -28,7 +29,16 @@ namespace kiv::kit {
 /// `assertions` are what was reported while it was read, in order. Each assertion is a note of the finding
 /// that explains it, or else a finding of its own. At most 1,000 findings of one code are kept.
 KIV_EXPORT std::vector<Finding> schemaFindingsOf(const ifc::def::schema::Schema* schema,
+                                                 std::span<const Assertion> assertions, std::string_view text,
+                                                 std::string path);
+
+/// The same with the reports of a sink of the host's own.
+KIV_EXPORT std::vector<Finding> schemaFindingsOf(const ifc::def::schema::Schema* schema,
                                                  std::span<const assert::AssertRecord> assertions,
                                                  std::string_view text, std::string path);
+
+/// Whether there are errors among these findings, without looking up the names in expressions.
+KIV_EXPORT bool hasSchemaErrors(const ifc::def::schema::Schema* schema, std::span<const Assertion> assertions,
+                                std::string_view text);
 
 } // namespace kiv::kit

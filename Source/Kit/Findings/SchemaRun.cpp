@@ -5,13 +5,14 @@
 #include "kiv/Kit/Names/NearestName.h"
 
 #include <algorithm>
+#include <set>
+#include <tuple>
 #include <utility>
 
 namespace kiv::kit {
 
 namespace {
 
-using assert::AssertRecord;
 using ifc::def::schema::ObjectBase;
 
 /// Longer names are cut in messages.
@@ -60,18 +61,32 @@ constexpr std::array Origins = {
     ReportOrigin{"kiv::ifc::def::schema::Where::parseRules", -1, SchemaReport::Rule},
 };
 
-SchemaReport reportOf(const AssertRecord& record) {
+SchemaReport reportOf(const Assertion& record) {
     const auto found = std::ranges::find_if(Origins, [&](const ReportOrigin& origin) {
         return record.function == origin.function && (origin.line < 0 || record.line == origin.line);
     });
     return found == Origins.end() ? SchemaReport::Other : found->report;
 }
 
-std::string_view ruleText(const AssertRecord& record) {
+/// Finds out of most reports that are the same as an earlier one without a look at their texts, which may be
+/// long: those that are kept once lie in one place.
+class RepeatedReports {
+public:
+    bool boTake(const Assertion& record) {
+        return !places_
+                    .emplace(record.message.data(), record.message.size(), record.function.data(),
+                             record.function.size(), record.line)
+                    .second;
+    }
+
+private:
+    std::set<std::tuple<const char*, std::size_t, const char*, std::size_t, std::int32_t>> places_;
+};
+
+std::string_view ruleText(const Assertion& record) {
     constexpr std::string_view Rule = "\n\nRule: ";
-    const std::string_view message = record.message;
-    const auto pos = message.find(Rule);
-    return pos == std::string_view::npos ? std::string_view() : message.substr(pos + Rule.size());
+    const auto pos = record.message.find(Rule);
+    return pos == std::string_view::npos ? std::string_view() : record.message.substr(pos + Rule.size());
 }
 
 bool isKindOf(const ObjectBase& object, ExpressDeclarationKind kind) {
@@ -98,12 +113,20 @@ std::string_view keywordOf(ExpressDeclarationKind kind) {
     return Keywords[static_cast<std::size_t>(kind)];
 }
 
+bool isNameLetter(char letter) {
+    return isLetter(letter) || isDigit(letter) || letter == '_' || static_cast<unsigned char>(letter) >= 0x80;
+}
+
+std::string sMeant(std::string_view name) {
+    return std::string(NearestQuestion) + sNamed(name) + '?';
+}
+
 bool isSameStatement(const ExpressMember& left, const ExpressMember& right) {
     // They share the text of their type, which no other statement does.
     return left.type.data() && left.type.data() == right.type.data();
 }
 
-SchemaRun::SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const AssertRecord> reports,
+SchemaRun::SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const Assertion> reports,
                      std::string_view wholeText, std::string shownPath) :
     schema(readSchema),
     text(wholeText),
@@ -122,6 +145,7 @@ SchemaRun::SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const
 void SchemaRun::vDeclaredJoin(std::span<const ExpressDeclaration> declarations) {
     const auto objects = schema ? std::span(schema->getObjects()) : std::span<const ObjectBase* const>();
     std::size_t next = 0;
+    declared.reserve(declarations.size());
     for (const auto& declaration : declarations) {
         const auto keyword = static_cast<std::size_t>(declaration.keyword.text.data() - text.data());
         while (next < lines.statements.size() && lines.statements[next].keyword < keyword)
@@ -167,10 +191,11 @@ void SchemaRun::vSupertypesJoin() {
 }
 
 void SchemaRun::vReportsSort() {
+    RepeatedReports repeated;
     for (std::size_t index = 0; index < reports_.size(); ++index) {
         const auto report = reportOf(reports_[index]);
         reportsOf_[static_cast<std::size_t>(report)].push_back(index);
-        if (report == SchemaReport::Rule)
+        if (report == SchemaReport::Rule && !repeated.boTake(reports_[index]))
             ruleReports_.try_emplace(ruleText(reports_[index]), index);
     }
 }
@@ -194,7 +219,7 @@ void SchemaRun::vNoteAt(Finding& finding, const TextPosition& position, std::str
 void SchemaRun::vNearestNote(Finding& finding, std::string_view name,
                              std::initializer_list<ExpressDeclarationKind> kinds,
                              std::vector<std::string_view> names) {
-    if (nearestLeft_ == 0)
+    if (!isNearestOffered())
         return;
     for (const auto& one : declared) {
         if (std::ranges::find(kinds, one.declaration->kind) != kinds.end())
@@ -203,8 +228,9 @@ void SchemaRun::vNearestNote(Finding& finding, std::string_view name,
     vNearestOfNote(finding, name, names);
 }
 
-void SchemaRun::vNearestAttributeNote(Finding& finding, std::string_view name, const Declared& entity) {
-    if (nearestLeft_ == 0)
+void SchemaRun::vNearestAttributeNote(Finding& finding, std::string_view name, const Declared& entity,
+                                      std::initializer_list<ExpressDeclarationKind> kinds) {
+    if (!isNearestOffered())
         return;
     bool isWhole = true;
     std::vector<std::string_view> names;
@@ -214,19 +240,23 @@ void SchemaRun::vNearestAttributeNote(Finding& finding, std::string_view name, c
                 names.push_back(member.name.text);
         }
     }
-    vNearestOfNote(finding, name, names);
+    vNearestNote(finding, name, kinds, std::move(names));
 }
 
 void SchemaRun::vNearestOfNote(Finding& finding, std::string_view name,
                                std::span<const std::string_view> names) {
     --nearestLeft_;
     if (const auto best = nearestName(name, names))
-        finding.notes.push_back({std::string(NearestQuestion) + sNamed(best->name) + "?", {}});
+        finding.notes.push_back({sMeant(best->name), {}});
 }
 
 Declared* SchemaRun::pDeclared(std::string_view name) {
     const auto found = byName_.find(sUpperWord(name));
     return found == byName_.end() ? nullptr : &declared[found->second];
+}
+
+bool SchemaRun::isCutOff(std::string_view word) const {
+    return word.data() + word.size() == text.data() + text.size();
 }
 
 bool SchemaRun::isKnown(std::string_view name) {
@@ -293,6 +323,18 @@ void SchemaRun::vMissingKeep(std::string key, Finding& finding) {
         missing_.try_emplace(std::move(key), Missing{&finding});
 }
 
+void SchemaRun::vMeantKeep(const Declared& owner, std::string_view name, Finding& finding) {
+    std::string meant(name);
+    std::erase_if(meant, [](char letter) { return !isNameLetter(letter); });
+    if (meant == name || meant.empty())
+        return;
+    const bool isOwn = name.data() == owner.declaration->name.text.data();
+    if (isOwn && !isKnown(meant))
+        vMissingKeep(sMissingKey(meant), finding);
+    else if (!isOwn && !hasAttribute(owner, meant))
+        vMissingKeep(sMissingKey(owner, meant), finding);
+}
+
 void SchemaRun::vMissingCount() {
     for (const auto& [key, missing] : missing_) {
         if (missing.useCount <= maxPlaces)
@@ -327,10 +369,10 @@ void SchemaRun::vReportTake(Finding& finding, std::size_t index) {
     vReportNote(finding, reports_[index]);
 }
 
-void SchemaRun::vReportNote(Finding& finding, const AssertRecord& record) {
+void SchemaRun::vReportNote(Finding& finding, const Assertion& record) {
     if (!finding.origin)
-        finding.origin = FindingOrigin{record.function, record.file, record.line};
-    const auto message = "reported while reading: " + record.message;
+        finding.origin = FindingOrigin{std::string(record.function), std::string(record.file), record.line};
+    const auto message = std::string("reported while reading: ").append(record.message);
     // Each use of a name is reported in the same words.
     if (finding.notes.size() < maxNotes &&
         std::ranges::find(finding.notes, message, &FindingNote::message) == finding.notes.end())
@@ -354,19 +396,23 @@ bool SchemaRun::boRuleTake(Finding& finding, std::string_view rules) {
     return true;
 }
 
-std::vector<const AssertRecord*> SchemaRun::untaken() const {
+std::vector<const Assertion*> SchemaRun::untaken() const {
     // What is reported twice for one mistake differs in nothing.
-    const auto textOf = [](const AssertRecord& record) {
-        return record.function + '\n' + std::to_string(record.line) + '\n' + record.message;
+    const auto textOf = [](const Assertion& record) {
+        return std::string(record.function)
+            .append("\n" + std::to_string(record.line) + '\n')
+            .append(record.message);
     };
+    RepeatedReports repeated;
     std::unordered_set<std::string> seen;
     for (std::size_t index = 0; index < reports_.size(); ++index) {
-        if (isTaken_[index])
+        if (isTaken_[index] && !repeated.boTake(reports_[index]))
             seen.insert(textOf(reports_[index]));
     }
-    std::vector<const AssertRecord*> records;
+    std::vector<const Assertion*> records;
     for (std::size_t index = 0; index < reports_.size(); ++index) {
-        if (!isTaken_[index] && seen.insert(textOf(reports_[index])).second)
+        if (!isTaken_[index] && !repeated.boTake(reports_[index]) &&
+            seen.insert(textOf(reports_[index])).second)
             records.push_back(&reports_[index]);
     }
     return records;
@@ -378,6 +424,8 @@ void SchemaRun::vConsequencesTake(Finding& finding, const TextPosition& begin, c
     };
     for (auto& other : findings_) {
         const auto place = placeOf(other.place.position);
+        if (&other == &finding)
+            continue;
         if ((other.code != "E006" && other.code != "E007") || place < placeOf(begin) || place >= placeOf(end))
             continue;
         vNoteAt(finding, other.place.position, std::move(other.message));
@@ -402,7 +450,7 @@ void SchemaRun::vFindingTake(Finding& finding, Finding& other) {
 
 Finding* SchemaRun::pMisreading() {
     const auto isMisreading = [](const Finding& finding) {
-        return (finding.code >= "E002" && finding.code <= "E006") ||
+        return (finding.code >= "E002" && finding.code <= "E006") || finding.code == "E022" ||
                (finding.code == "E009" && finding.severity == Severity::Error);
     };
     const auto found = std::ranges::find_if(findings_, isMisreading);

@@ -16,7 +16,7 @@
 
 #include "Kit/Positions/SchemaLines.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
-#include "kiv/Host/Assert/KivAssert.h"
+#include "kiv/Kit/Documents/Assertion.h"
 #include "kiv/Kit/Findings/Finding.h"
 #include "kiv/Kit/Positions/ExpressPositions.h"
 
@@ -42,6 +42,12 @@ std::string sNamed(std::string_view name);
 
 /// "ENTITY".
 std::string_view keywordOf(ExpressDeclarationKind kind);
+
+/// Whether names may have it; bytes of 128 and more count as letters.
+bool isNameLetter(char letter);
+
+/// "did you mean \"Wall\"?"
+std::string sMeant(std::string_view name);
 
 /// Whether both are attributes of one statement: "Width, Height : REAL;".
 bool isSameStatement(const ExpressMember& left, const ExpressMember& right);
@@ -92,7 +98,7 @@ public:
     /// Of the other places in which a missing name is used, this many are listed.
     static constexpr std::size_t maxPlaces = 5;
 
-    SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const assert::AssertRecord> reports,
+    SchemaRun(const ifc::def::schema::Schema* readSchema, std::span<const Assertion> reports,
               std::string_view wholeText, std::string shownPath);
     SchemaRun(const SchemaRun&) = delete;
     SchemaRun& operator=(const SchemaRun&) = delete;
@@ -106,6 +112,8 @@ public:
     Finding* pOpenComment = nullptr;
     /// Members that are not read: what they name is never looked up.
     std::unordered_set<const ExpressMember*> lostMembers;
+    /// Rules that cannot be read, with the findings that say so: what is unknown in them may be why.
+    std::unordered_map<const ExpressMember*, Finding*> unreadRules;
     std::vector<Headless> headless;
     /// The declarations of the last schema, in the order of the text.
     std::vector<Declared> declared;
@@ -115,17 +123,24 @@ public:
     /// False for what is over the limit.
     bool isKept(const Finding& finding) const { return &finding != &surplus_; }
     void vNoteAt(Finding& finding, const TextPosition& position, std::string message) const;
+    /// Whether names are still offered: each costs a look at all of them, so that only the first findings
+    /// have some.
+    bool isNearestOffered() const { return nearestLeft_ != 0; }
     /// Offers the name of these kinds, or of the further names, that is most like `name`.
     void vNearestNote(Finding& finding, std::string_view name,
                       std::initializer_list<ExpressDeclarationKind> kinds,
                       std::vector<std::string_view> names = {});
-    /// Offers the attribute of an entity or its supertypes that is most like `name`.
-    void vNearestAttributeNote(Finding& finding, std::string_view name, const Declared& entity);
+    /// Offers the attribute of an entity or its supertypes that is most like `name`, or the name of these
+    /// kinds.
+    void vNearestAttributeNote(Finding& finding, std::string_view name, const Declared& entity,
+                               std::initializer_list<ExpressDeclarationKind> kinds = {});
 
     /// The first declaration of that name, in any letter case; null when there is none.
     Declared* pDeclared(std::string_view name);
     /// Whether anything has that name, be it only for the library.
     bool isKnown(std::string_view name);
+    /// Whether the text ends with that word of it, which may be a part of a longer one.
+    bool isCutOff(std::string_view word) const;
     /// Whether any enumeration has that item.
     bool isItem(std::string_view name) const { return items_.contains(sUpperWord(name)); }
     /// Whether an entity has an attribute of that name, from its supertypes too, or an enumeration has that
@@ -147,6 +162,9 @@ public:
     Finding* pMissingBefore(const std::string& key, const TextPosition& position, const std::string& use);
     /// The finding is about the first use.
     void vMissingKeep(std::string key, Finding& finding);
+    /// The finding is about a name of that declaration, or one in it, with something that names do not have.
+    /// Uses of the name without that become notes of the finding, unless that is declared too.
+    void vMeantKeep(const Declared& owner, std::string_view name, Finding& finding);
     /// Says of each how many uses are not listed; once there are no more.
     void vMissingCount();
     /// The finding about a name of the schema, when it is the only one that is missing; otherwise null. Those
@@ -168,13 +186,13 @@ public:
     /// The report of the rules with this text.
     bool boRuleTake(Finding& finding, std::string_view rules);
     /// What no finding has taken, but for repetitions of what one has.
-    std::vector<const assert::AssertRecord*> untaken() const;
+    std::vector<const Assertion*> untaken() const;
 
     /// The finding that was added last; null when there is none.
     Finding* pLast() { return findings_.empty() ? nullptr : &findings_.back(); }
     /// The first finding about something that is read as something else; null when there is none.
     Finding* pMisreading();
-    static void vReportNote(Finding& finding, const assert::AssertRecord& record);
+    static void vReportNote(Finding& finding, const Assertion& record);
 
     std::vector<Finding> takeFindings();
 
@@ -209,7 +227,7 @@ private:
     // Upper-cased.
     std::unordered_set<std::string> items_;
     std::unordered_map<std::string, Missing> missing_;
-    std::span<const assert::AssertRecord> reports_;
+    std::span<const Assertion> reports_;
     std::vector<bool> isTaken_;
     std::array<std::deque<std::size_t>, static_cast<std::size_t>(SchemaReport::Count)> reportsOf_;
     // By the text of the clause.

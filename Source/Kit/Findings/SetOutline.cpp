@@ -53,6 +53,19 @@ public:
 private:
     std::string_view tagOf(XmlIndex element) const { return xml_.getElement(element).name; }
 
+    /// Of several the last one counts that has a text.
+    void vTextTake(XmlIndex& target, XmlIndex child) const {
+        if (target == NoXmlElement || boHasText(xml_.getElement(child)) ||
+            !boHasText(xml_.getElement(target)))
+            target = child;
+    }
+    /// Of several the last one counts that has the attribute.
+    void vAttributeTake(XmlIndex& target, XmlIndex child, std::string_view attribute) const {
+        if (target == NoXmlElement || xml_.pAttribute(xml_.getElement(child), attribute) ||
+            !xml_.pAttribute(xml_.getElement(target), attribute))
+            target = child;
+    }
+
     void vSetChildRead(XmlIndex child);
     void vClassesRead(XmlIndex list);
     void vMembersRead(XmlIndex list);
@@ -82,13 +95,13 @@ void OutlineReader::vSetChildRead(XmlIndex child) {
     const auto tag = tagOf(child);
     const bool isPropertySet = outline_.kind == SetKind::PropertySet;
     if (tag == "Name")
-        outline_.name = child;
+        vTextTake(outline_.name, child);
     else if (tag == "Definition")
-        outline_.definition = child;
+        vTextTake(outline_.definition, child);
     else if (tag == "IfcVersion")
-        outline_.ifcVersion = child;
+        vAttributeTake(outline_.ifcVersion, child, "version");
     else if (tag == "ApplicableTypeValue")
-        outline_.applicableTypeValue = child;
+        vTextTake(outline_.applicableTypeValue, child);
     else if (tag == "ApplicableClasses")
         vClassesRead(child);
     else if (tag == (isPropertySet ? "PropertyDefs" : "QtoDefs"))
@@ -134,9 +147,9 @@ void OutlineReader::vMemberChildRead(XmlIndex child, std::size_t member) {
     const auto tag = tagOf(child);
     auto& parts = outline_.members[member];
     if (tag == "Name")
-        parts.name = child;
+        vTextTake(parts.name, child);
     else if (tag == "Definition")
-        parts.definition = child;
+        vTextTake(parts.definition, child);
     else if (tag == "NameAliases")
         vAliasesRead(child, "NameAlias");
     else if (tag == "DefinitionAliases")
@@ -243,7 +256,7 @@ void OutlineReader::vTypesRead(XmlIndex parent, std::size_t member, TypeUse use)
             outline_.types.push_back({child, static_cast<std::int32_t>(member), use,
                                       xml_.pAttribute(xml_.getElement(child), "type")});
         else if (tag == "UnitType")
-            unit = child;
+            vAttributeTake(unit, child, "type");
         else if (tag == "Values")
             values = child;
     }

@@ -45,17 +45,17 @@ struct MemberOutline {
     XmlIndex element = NoXmlElement;
     /// The member that contains it, as an index of `SetOutline::members`; -1 for a member of the set.
     std::int32_t owner = -1;
-    /// The "Name" that counts, the last one; `NoXmlElement` when there is none. So are the next ones.
+    /// The "Name" that counts, the last one with a text; `NoXmlElement` when there is none.
     XmlIndex name = NoXmlElement;
     XmlIndex definition = NoXmlElement;
-    /// "PropertyType" or "QtoType".
+    /// "PropertyType" or "QtoType", of which the last one counts even when it is empty.
     XmlIndex type = NoXmlElement;
     /// The element of the kind, first in "PropertyType".
     XmlIndex kindElement = NoXmlElement;
     PropertyKind kind = PropertyKind::None;
-    /// Of a bounded value; the last one.
+    /// Of a bounded value; the last one, which the others are joined with.
     XmlIndex range = NoXmlElement;
-    /// Of an enumeration; the last one.
+    /// Of an enumeration; the last ones, which the others are joined with.
     XmlIndex enumeration = NoXmlElement;
     XmlIndex constants = NoXmlElement;
 };
@@ -91,7 +91,7 @@ struct TypeOutline {
     TypeUse use = TypeUse::Value;
     /// Null when "DataType" has no "type".
     const XmlAttribute* attribute = nullptr;
-    /// "UnitType" beside it; `NoXmlElement` when there is none.
+    /// The "UnitType" beside it that counts; `NoXmlElement` when there is none.
     XmlIndex unit = NoXmlElement;
     /// "Values" beside it; `NoXmlElement` when there is none.
     XmlIndex values = NoXmlElement;
@@ -105,6 +105,11 @@ struct AliasOutline {
     /// Null when there is none.
     const XmlAttribute* language = nullptr;
 };
+
+/// Whether there is something inside that readers take for a text. One that is empty leaves what they have.
+inline bool boHasText(const XmlElement& element) {
+    return !element.text.empty() || element.firstChild != NoXmlElement || element.isTextHidden;
+}
 
 struct SetOutline {
     explicit SetOutline(const XmlPositions& positions);

@@ -8,6 +8,7 @@ namespace {
 
 constexpr auto Last = ChildCount::LastOnly;
 constexpr auto All = ChildCount::All;
+constexpr auto Joined = ChildCount::Joined;
 constexpr bool Needed = true;
 
 constexpr std::string_view GuidAttributes[] = {"ifdguid"};
@@ -54,7 +55,7 @@ constexpr ElementRule UnitType = {
 constexpr ElementRule ValueItem = textRule("ValueItem");
 constexpr ChildRule ValuesChildren[] = {{&ValueItem}};
 constexpr ElementRule Values = {
-    "Values", ContentKind::Elements, UnknownChild::PassedOver, ValuesChildren, {}, false, SetKind::None,
+    "Values", ContentKind::Elements, UnknownChild::PassedOver, ValuesChildren, {}, false, SetKind::None, true,
     true};
 constexpr ChildRule ValueChildren[] = {{&DataType, Last, Needed}, {&UnitType, Last}, {&Values, Last}};
 constexpr ElementRule DefiningValue = {"DefiningValue", ContentKind::Elements, UnknownChild::Recorded,
@@ -87,21 +88,21 @@ constexpr ElementRule ConstantList = {"ConstantList", ContentKind::Elements, Unk
 constexpr ChildRule SingleChildren[] = {{&DataType, Last, Needed}, {&UnitType, Last}};
 constexpr ElementRule SingleValue = {"TypePropertySingleValue", ContentKind::Elements, UnknownChild::Recorded,
                                      SingleChildren};
-constexpr ChildRule BoundedChildren[] = {{&DataType, Last, Needed}, {&UnitType, Last}, {&Range}};
+constexpr ChildRule BoundedChildren[] = {{&DataType, Last, Needed}, {&UnitType, Last}, {&Range, Joined}};
 constexpr ElementRule BoundedValue = {"TypePropertyBoundedValue", ContentKind::Elements,
                                       UnknownChild::Recorded, BoundedChildren};
-constexpr ChildRule EnumeratedChildren[] = {{&EnumList, All, Needed}, {&ConstantList}};
+constexpr ChildRule EnumeratedChildren[] = {{&EnumList, Joined, Needed}, {&ConstantList, Joined}};
 constexpr ElementRule EnumeratedValue = {"TypePropertyEnumeratedValue", ContentKind::Elements,
                                          UnknownChild::Recorded, EnumeratedChildren};
 constexpr ElementRule Expression = textRule("Expression");
 constexpr ChildRule TableChildren[] = {
-    {&Expression, Last}, {&DefiningValue, All, Needed}, {&DefinedValue, All, Needed}};
+    {&Expression, Last}, {&DefiningValue, Joined, Needed}, {&DefinedValue, Joined, Needed}};
 constexpr ElementRule TableValue = {"TypePropertyTableValue", ContentKind::Elements, UnknownChild::Recorded,
                                     TableChildren};
 constexpr ChildRule ReferenceChildren[] = {{&DataType, Last, Needed}};
 constexpr ElementRule ReferenceValue = {"TypePropertyReferenceValue", ContentKind::Elements,
                                         UnknownChild::Recorded, ReferenceChildren, ReferenceAttributes};
-constexpr ChildRule ListChildren[] = {{&ListValue, All, Needed}};
+constexpr ChildRule ListChildren[] = {{&ListValue, Joined, Needed}};
 constexpr ElementRule ListKind = {"TypePropertyListValue", ContentKind::Elements, UnknownChild::Recorded,
                                   ListChildren};
 /// Of older documents. Readers do not look inside.
@@ -117,7 +118,25 @@ constexpr ChildRule KindChildren[] = {{&SingleValue},     {&EnumeratedValue}, {&
                                       {&ComplexProperty}, {&SimpleProperty}};
 constexpr ElementRule PropertyType = {
     "PropertyType", ContentKind::Elements, UnknownChild::Asserted, KindChildren, {}, true, InPropertySet};
-constexpr ElementRule ValueDef = {"ValueDef", ContentKind::Ignored};
+/// Of older documents.
+constexpr ElementRule MinValue = {
+    "MinValue", ContentKind::Nothing, UnknownChild::PassedOver, {}, BoundAttributes, false, SetKind::None,
+    true};
+constexpr ElementRule MaxValue = {
+    "MaxValue", ContentKind::Nothing, UnknownChild::PassedOver, {}, BoundAttributes, false, SetKind::None,
+    true};
+constexpr ElementRule DefaultValue = {"DefaultValue",
+                                      ContentKind::Nothing,
+                                      UnknownChild::PassedOver,
+                                      {},
+                                      BoundAttributes,
+                                      false,
+                                      SetKind::None,
+                                      true};
+constexpr ChildRule ValueDefChildren[] = {{&MinValue}, {&MaxValue}, {&DefaultValue}};
+constexpr ElementRule ValueDef = {
+    "ValueDef", ContentKind::Elements, UnknownChild::PassedOver, ValueDefChildren, {}, false, SetKind::None,
+    true};
 constexpr ChildRule PropertyChildren[] = {{&Name, Last, Needed},         {&Definition, Last, Needed},
                                           {&PropertyType, Last, Needed}, {&NameAliases},
                                           {&DefinitionAliases},          {&ValueDef}};
@@ -192,7 +211,7 @@ constexpr const ElementRule* PropertySetOwners[] = {
     &PropertySet,     &ApplicableClasses, &PropertyDefs, &PropertyDef,  &PropertyType,
     &EnumeratedValue, &EnumList,          &ConstantList, &BoundedValue, &Range,
     &TableValue,      &ListKind,          &ListValue,    &Values,       &ConstantDef,
-    &NameAliases,     &DefinitionAliases, &PsetAliases};
+    &NameAliases,     &DefinitionAliases, &PsetAliases,  &ValueDef};
 constexpr const ElementRule* QuantitySetOwners[] = {&QuantitySet, &ApplicableClasses, &QtoDefs,   &QtoDef,
                                                     &NameAliases, &DefinitionAliases, &QtoAliases};
 
@@ -265,6 +284,18 @@ std::string_view SetVocabulary::ownerOf(XmlIndex parent, std::string_view name) 
             return owner->name;
     }
     return {};
+}
+
+std::string_view SetVocabulary::soleKindWith(std::string_view name) {
+    std::string_view sole;
+    for (const auto& kind : KindChildren) {
+        if (!pChild(*kind.rule, name))
+            continue;
+        if (!sole.empty())
+            return {};
+        sole = kind.rule->name;
+    }
+    return sole;
 }
 
 bool SetVocabulary::boContains(const ElementRule& rule, std::string_view name) {

@@ -9,8 +9,7 @@
 /// Private to the kit.
 ///
 /// Ownership: the tables live as long as the process; a vocabulary keeps a pointer for each element and
-/// refers
-///            to the document.
+///            refers to the document.
 /// Threads:   unchanged once made; any number of threads may read it.
 /// Errors:    std::bad_alloc.
 #pragma once
@@ -52,7 +51,12 @@ enum class UnknownChild : std::uint8_t {
 };
 
 /// Which of several children of one name count.
-enum class ChildCount : std::uint8_t { All, LastOnly };
+enum class ChildCount : std::uint8_t {
+    All,
+    LastOnly,
+    /// They are joined: of what only one can have, such as a name, that of the last one counts.
+    Joined,
+};
 
 struct ElementRule;
 
@@ -73,9 +77,10 @@ struct ElementRule {
     bool isFirstChildOnly = false;
     /// Its kind of set has it and the other has not.
     SetKind onlyIn = SetKind::None;
-    /// Readers do not look at the elements inside, so that nothing is lost to them; there may be text
-    /// instead.
+    /// Readers do not look at what is inside, so that nothing is lost to them.
     bool isUnread = false;
+    /// There may be one text instead of the elements.
+    bool isTextLegal = false;
 };
 
 class SetVocabulary {
@@ -94,6 +99,9 @@ public:
     /// The element that contains elements of that name, in this kind of set: one inside of `parent` or around
     /// it if there is such a one; empty when there is none.
     std::string_view ownerOf(XmlIndex parent, std::string_view name) const;
+    /// The only kind of property that has elements of that name directly inside; empty when there are
+    /// several, or none.
+    static std::string_view soleKindWith(std::string_view name);
     /// Whether elements of that name may be inside an element with that rule, up to two levels deep.
     static bool boContains(const ElementRule& rule, std::string_view name);
     /// The names that the children of an element may have.

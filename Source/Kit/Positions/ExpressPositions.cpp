@@ -1,5 +1,6 @@
 #include "kiv/Kit/Positions/ExpressPositions.h"
 
+#include "Kit/Names/MisspeltKeyword.h"
 #include "Kit/Positions/ExpressScanner.h"
 #include "Kit/Text/AsciiText.h"
 
@@ -23,6 +24,15 @@ bool isTypeKeyword(std::string_view word) {
                           "UNIQUE",   "REAL",   "BOOLEAN",     "INTEGER",  "NUMBER",    "STRING",
                           "LOGICAL",  "BINARY", "FIXED",       "GENERIC",  "AGGREGATE", "GENERIC_ENTITY",
                           "SELECT",   "WITH",   "ENUMERATION", "BASED_ON", "EXTENSIBLE"});
+}
+
+/// Those of them that the library looks for.
+constexpr std::array<std::string_view, 16> TypeWords = {
+    "OPTIONAL", "ARRAY",  "LIST",   "SET",     "OF",     "UNIQUE", "REAL",        "BOOLEAN",
+    "INTEGER",  "NUMBER", "STRING", "LOGICAL", "BINARY", "FIXED",  "ENUMERATION", "SELECT"};
+
+bool isAggregateWord(std::string_view word) {
+    return isOneOf(word, {"ARRAY", "BAG", "LIST", "SET"});
 }
 
 struct Statement {
@@ -65,12 +75,39 @@ bool isClause(std::string_view word) {
     return isOneOf(word, {"DERIVE", "INVERSE", "WHERE"});
 }
 
+constexpr std::array<std::string_view, 4> Clauses = {"DERIVE", "INVERSE", "UNIQUE", "WHERE"};
+constexpr std::array<std::string_view, 3> HeaderWords = {"ABSTRACT", "SUPERTYPE", "SUBTYPE"};
+constexpr std::array<std::string_view, 2> ListWords = {"ENUMERATION", "SELECT"};
+constexpr std::string_view SchemaKeyword = "SCHEMA";
+constexpr std::string_view OneOf = "ONEOF";
+
+/// What ends statements in the body of a function, and is like the end of no declaration.
+bool isInnerEnd(std::string_view word) {
+    return isOneOf(word, {"END_ALIAS", "END_CASE", "END_CONSTANT", "END_IF", "END_LOCAL", "END_REPEAT"});
+}
+
+/// One of the keywords that the word is, in any letter case; empty when it is none.
+std::string_view keywordIn(std::string_view word, std::span<const std::string_view> keywords) {
+    const auto found = std::ranges::find_if(
+        keywords, [word](std::string_view keyword) { return isSameExpressWord(word, keyword); });
+    return found == keywords.end() ? std::string_view() : *found;
+}
+
 ExpressMemberKind clauseKind(std::string_view word) {
     if (isSameExpressWord(word, "DERIVE"))
         return ExpressMemberKind::Derived;
     if (isSameExpressWord(word, "INVERSE"))
         return ExpressMemberKind::Inverse;
     return isSameExpressWord(word, "UNIQUE") ? ExpressMemberKind::Unique : ExpressMemberKind::Where;
+}
+
+bool isListOperator(const ExpressToken& token) {
+    return token.kind == ExpressTokenKind::Word && isOneOf(token.text, {"ONEOF", "ANDOR", "AND"});
+}
+
+bool isListName(const ExpressToken& token) {
+    return (token.kind == ExpressTokenKind::Word || token.kind == ExpressTokenKind::Number) &&
+           !isListOperator(token);
 }
 
 /// How deep in brackets of any kind.
@@ -81,13 +118,41 @@ public:
             ++depth_;
         else if (depth_ > 0 && (token.isSymbol(')') || token.isSymbol(']') || token.isSymbol('}')))
             --depth_;
+        if (token.isSymbol('('))
+            ++round_;
+        else if (round_ > 0 && token.isSymbol(')'))
+            --round_;
     }
     bool isOutside() const { return depth_ == 0; }
+    bool isOutsideRound() const { return round_ == 0; }
     std::size_t getDepth() const { return depth_; }
 
 private:
     std::size_t depth_ = 0;
+    std::size_t round_ = 0;
 };
+
+/// The brackets after LIST and its like, while they are read.
+struct OpenBounds {
+    ExpressWord open;
+    bool isOpen = false;
+    bool hasColon = false;
+};
+
+/// Whether the bounds in such brackets are numbers, of which the first is the greater.
+bool isSwapped(std::string_view brackets) {
+    const auto colon = brackets.find(':');
+    auto lower = trimmed(brackets.substr(1, colon - 1));
+    auto upper = trimmed(brackets.substr(colon + 1, brackets.size() - colon - 2));
+    const auto isNumber = [](std::string_view bound) {
+        return !bound.empty() && std::ranges::all_of(bound, isDigit);
+    };
+    if (!isNumber(lower) || !isNumber(upper))
+        return false;
+    lower.remove_prefix(std::min(lower.find_first_not_of('0'), lower.size()));
+    upper.remove_prefix(std::min(upper.find_first_not_of('0'), upper.size()));
+    return lower.size() == upper.size() ? lower > upper : lower.size() > upper.size();
+}
 
 /// One function for each kind of statement; each leaves the token after it as the current one.
 class PositionReader {
@@ -103,31 +168,58 @@ private:
     void vNext();
     bool isAtEnd() const { return token_.kind == ExpressTokenKind::End; }
     bool isWord() const { return token_.kind == ExpressTokenKind::Word; }
+    bool isNumber() const { return token_.kind == ExpressTokenKind::Number; }
     bool isWord(std::string_view keyword) const {
         return isWord() && isSameExpressWord(token_.text, keyword);
     }
     bool isStatementEnd() const;
     bool isUniqueClause() const;
+    bool isLineStart() const { return token_.position.line != previous_.position.line; }
+    /// Whether nothing is between the current token and the one before.
+    bool isAdjacent() const { return offset() == previousEnd_; }
+    const Statement* pStatementHere(const ExpressPositions& positions) const;
+    bool isSchemaHere(const ExpressPositions& positions) const;
+    std::string_view clauseHere(ExpressDeclarationKind kind, bool isInRules) const;
+    std::string_view headerWordHere() const;
+    std::string_view listWordHere() const;
+    bool isEndMisspelt(const Statement& statement) const;
+    bool isNameGoingOn(const ExpressDeclaration& declaration) const;
     bool isNextMember(const Brackets& brackets) const;
     ExpressWord takeWord();
+    ExpressWord takeName(ExpressDeclaration& declaration);
+    void vNameExtend(ExpressWord& name) const;
+    void vDeclaredNameRead(ExpressDeclaration& declaration);
+    void vKeywordTake(ExpressDeclaration& declaration, std::string_view keyword);
     std::size_t offset() const;
     std::string_view textFrom(std::size_t begin) const;
 
+    bool isSchemaEnd() const;
     void vSchemaRead(ExpressPositions& positions);
     void vSchemaEndRead(ExpressSchemaHeader& header);
     void vOtherPass(ExpressPositions& positions);
     ExpressDeclaration declarationRead(const Statement& statement);
     void vConstantsRead(ExpressPositions& positions);
-    void vTypeRead(ExpressDeclaration& type);
-    void vEntityRead(ExpressDeclaration& entity);
+    void vTypeRead(ExpressDeclaration& type, const Statement& statement);
+    void vTypeTextRead(ExpressDeclaration& type);
+    void vEntityRead(ExpressDeclaration& entity, const Statement& statement);
     void vEntityHeaderRead(ExpressDeclaration& entity);
-    void vListRead(ExpressUse use, std::vector<ExpressName>& names);
-    void vClausesRead(ExpressDeclaration& declaration, ExpressMemberKind kind);
+    void vListRead(ExpressUse use, ExpressDeclaration& declaration);
+    std::string_view missingInList() const;
+    std::string_view missingInType() const;
+    bool isBareName() const;
+    void vGapNote(ExpressDeclaration& declaration, std::string_view missing) const;
+    void vTypeWordNote(std::vector<ExpressMisspelt>& misspelt) const;
+    void vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bounds, const Brackets& brackets) const;
+    ExpressWord boundsFrom(const ExpressWord& open) const;
+    void vClausesRead(ExpressDeclaration& declaration, const Statement& statement, ExpressMemberKind kind);
     void vMemberRead(ExpressDeclaration& declaration, ExpressMemberKind kind);
     void vAttributesRead(ExpressDeclaration& declaration, ExpressMember member);
     void vRedeclarationRead(ExpressMember& member);
-    void vTypePartRead(ExpressMember& member);
-    void vExpressionRead(ExpressMember& member);
+    void vTypePartRead(ExpressDeclaration& declaration, ExpressMember& member);
+    bool isInitial(const ExpressMember& member, const Brackets& brackets) const;
+    void vRuleRead(ExpressMember& member);
+    void vInitialRead(ExpressDeclaration& declaration, ExpressMember& member);
+    void vExpressionRead(ExpressMember& member, Brackets& brackets);
     void vLabelRead(ExpressMember& member);
     void vUniqueRead(ExpressMember& member);
     void vBodyRead(ExpressDeclaration& declaration, const Statement& statement);
@@ -166,6 +258,111 @@ ExpressWord PositionReader::takeWord() {
     const ExpressWord word{token_.text, token_.position};
     vNext();
     return word;
+}
+
+/// Symbols that are in names by mistake alone: nothing else has them right after a name.
+bool isNameSymbol(const ExpressToken& token) {
+    constexpr std::string_view Symbols = "-./#$%&@!?~^`";
+    return token.kind == ExpressTokenKind::Symbol && token.text.size() == 1 &&
+           Symbols.find(token.text.front()) != std::string_view::npos;
+}
+
+/// The name goes on up to the token before the current one.
+void PositionReader::vNameExtend(ExpressWord& name) const {
+    const auto begin = static_cast<std::size_t>(name.text.data() - text_.data());
+    name.text = textFrom(begin);
+    if (previous_.position.line == name.position.line)
+        name.position.length = previous_.position.column + previous_.position.length - name.position.column;
+}
+
+/// A name, and what is in it although names do not have it.
+ExpressWord PositionReader::takeName(ExpressDeclaration& declaration) {
+    auto place = token_.position;
+    bool isLegal = isWord();
+    place.length = 1;
+    auto name = takeWord();
+    while (isAdjacent() && (isNameSymbol(token_) || (isNameSymbol(previous_) && (isWord() || isNumber())))) {
+        if (isLegal)
+            place = token_.position;
+        isLegal = false;
+        vNext();
+    }
+    if (isLegal)
+        return name;
+    vNameExtend(name);
+    declaration.illegalNames.push_back({name, place});
+    return name;
+}
+
+void PositionReader::vKeywordTake(ExpressDeclaration& declaration, std::string_view keyword) {
+    const auto word = takeWord();
+    if (word.text != keyword)
+        declaration.misspelt.push_back({word, keyword});
+}
+
+/// The statement that begins here, be its keyword misspelt. After a comment that nothing closes words are
+/// rather its text.
+const Statement* PositionReader::pStatementHere(const ExpressPositions& positions) const {
+    if (!isWord() || (ahead_.kind != ExpressTokenKind::Word && ahead_.kind != ExpressTokenKind::Number))
+        return nullptr;
+    if (const auto* const statement = pStatement(token_.text))
+        return statement;
+    if (positions.schemas.empty() || !isLineStart() || scanner_.getOpenComment().line > 0)
+        return nullptr;
+    constexpr std::array<std::string_view, 4> Keywords = {"TYPE", "ENTITY", "FUNCTION", "RULE"};
+    return pStatement(misspeltKeyword(token_.text, Keywords));
+}
+
+bool PositionReader::isSchemaHere(const ExpressPositions& positions) const {
+    if (!isWord() || ahead_.kind != ExpressTokenKind::Word)
+        return false;
+    return isWord(SchemaKeyword) || (positions.schemas.empty() && isLineStart() &&
+                                     !misspeltKeyword(token_.text, std::span(&SchemaKeyword, 1)).empty());
+}
+
+/// The clause that begins here. Two words side by side begin no attribute; an expression without label may
+/// begin with them.
+std::string_view PositionReader::clauseHere(ExpressDeclarationKind kind, bool isInRules) const {
+    if (!isWord())
+        return {};
+    if (const auto keyword = keywordIn(token_.text, Clauses); !keyword.empty())
+        return keyword;
+    if (isInRules || !isLineStart() || ahead_.kind != ExpressTokenKind::Word)
+        return {};
+    const auto keyword = misspeltKeyword(token_.text, Clauses);
+    return kind == ExpressDeclarationKind::Entity || keyword == "WHERE" ? keyword : std::string_view();
+}
+
+std::string_view PositionReader::headerWordHere() const {
+    if (!isWord())
+        return {};
+    if (const auto keyword = keywordIn(token_.text, HeaderWords); !keyword.empty())
+        return keyword;
+    const bool isHeader =
+        ahead_.kind == ExpressTokenKind::Word && isOneOf(ahead_.text, {"OF", "SUPERTYPE", "SUBTYPE"});
+    return isHeader ? misspeltKeyword(token_.text, HeaderWords) : std::string_view();
+}
+
+/// ENUMERATION or SELECT, be it misspelt.
+std::string_view PositionReader::listWordHere() const {
+    if (!isWord())
+        return {};
+    if (const auto keyword = keywordIn(token_.text, ListWords); !keyword.empty())
+        return keyword;
+    const bool isList = ahead_.isSymbol('(') || isSameExpressWord(ahead_.text, "OF");
+    return isList ? misspeltKeyword(token_.text, ListWords) : std::string_view();
+}
+
+/// "END_ENTITIY;" or "END ENTITY;"
+bool PositionReader::isEndMisspelt(const Statement& statement) const {
+    if (!isWord())
+        return false;
+    if (token_.text == "END")
+        return ahead_.text == statement.keyword;
+    const bool isAlone = ahead_.isSymbol(';') || ahead_.position.line != token_.position.line;
+    const bool isEnd = token_.text.starts_with("END") || token_.text.find('_') != std::string_view::npos;
+    return isAlone && isEnd && !isInnerEnd(token_.text) &&
+           !misspeltKeyword(token_.text, std::span(&statement.end, 1)).empty();
 }
 
 bool PositionReader::isStatementEnd() const {
@@ -207,11 +404,10 @@ void PositionReader::vUnendedNote() {
 // schemas = { anything | schema_header | declaration }
 void PositionReader::vRead(ExpressPositions& positions) {
     while (!isAtEnd()) {
-        const auto* const statement =
-            isWord() && ahead_.kind == ExpressTokenKind::Word ? pStatement(token_.text) : nullptr;
-        if (isWord("SCHEMA") && ahead_.kind == ExpressTokenKind::Word)
+        const auto* const statement = pStatementHere(positions);
+        if (isSchemaHere(positions))
             vSchemaRead(positions);
-        else if (isWord("END_SCHEMA") && !positions.schemas.empty())
+        else if (isSchemaEnd() && !positions.schemas.empty())
             vSchemaEndRead(positions.schemas.back());
         else if (statement && statement->kind == ExpressDeclarationKind::Constant)
             vConstantsRead(positions);
@@ -235,8 +431,19 @@ void PositionReader::vOtherPass(ExpressPositions& positions) {
     vNext();
 }
 
+/// "END_SCHEMA", or misspelt.
+bool PositionReader::isSchemaEnd() const {
+    constexpr Statement Schema{SchemaKeyword, "END_SCHEMA", ExpressDeclarationKind::Constant};
+    return isWord(Schema.end) || isEndMisspelt(Schema);
+}
+
 void PositionReader::vSchemaEndRead(ExpressSchemaHeader& header) {
+    const bool isTwoWords = isWord("END");
     header.end = takeWord();
+    if (isTwoWords) {
+        vNext();
+        vNameExtend(header.end);
+    }
     if (token_.isSymbol(';'))
         vNext();
     else
@@ -263,15 +470,11 @@ ExpressDeclaration PositionReader::declarationRead(const Statement& statement) {
     const auto begin = offset();
     declaration.kind = statement.kind;
     declaration.keyword = takeWord();
-    // "ENTITY END_ENTITY" has no name.
-    if (isWord() && !isBoundary(token_.text))
-        declaration.name = takeWord();
-    else
-        declaration.name.position = token_.position;
+    vDeclaredNameRead(declaration);
     if (statement.kind == ExpressDeclarationKind::Type)
-        vTypeRead(declaration);
+        vTypeRead(declaration, statement);
     else if (statement.kind == ExpressDeclarationKind::Entity)
-        vEntityRead(declaration);
+        vEntityRead(declaration, statement);
     else
         vBodyRead(declaration, statement);
     vEndRead(declaration, statement);
@@ -279,11 +482,47 @@ ExpressDeclaration PositionReader::declarationRead(const Statement& statement) {
     return declaration;
 }
 
+void PositionReader::vDeclaredNameRead(ExpressDeclaration& declaration) {
+    // "ENTITY END_ENTITY" has no name.
+    if ((!isWord() && !isNumber()) || isBoundary(token_.text)) {
+        declaration.name.position = token_.position;
+        return;
+    }
+    declaration.name = takeName(declaration);
+    while (isNameGoingOn(declaration)) {
+        vNext();
+        vNameExtend(declaration.name);
+    }
+}
+
+/// Whether the current word is a part of the name, with a blank before it: nothing else can be there.
+bool PositionReader::isNameGoingOn(const ExpressDeclaration& declaration) const {
+    if (!isWord() || isLineStart() || isStatementEnd())
+        return false;
+    switch (declaration.kind) {
+    case ExpressDeclarationKind::Type:
+        return ahead_.isSymbol('=');
+    case ExpressDeclarationKind::Entity:
+        return headerWordHere().empty() && !ahead_.isSymbol(':') && !ahead_.isSymbol('(');
+    case ExpressDeclarationKind::Function:
+        return ahead_.isSymbol('(') || ahead_.position.line != token_.position.line;
+    case ExpressDeclarationKind::Rule:
+        return !isWord("FOR") && isSameExpressWord(ahead_.text, "FOR");
+    default:
+        return false;
+    }
+}
+
 void PositionReader::vEndRead(ExpressDeclaration& declaration, const Statement& statement) {
     declaration.end.position = token_.position;
-    if (!isWord(statement.end))
+    if (!isWord(statement.end) && !isEndMisspelt(statement))
         return;
+    const bool isTwoWords = isWord("END");
     declaration.end = takeWord();
+    if (isTwoWords) {
+        vNext();
+        vNameExtend(declaration.end);
+    }
     if (token_.isSymbol(';'))
         vNext();
     else
@@ -310,71 +549,190 @@ void PositionReader::vConstantsRead(ExpressPositions& positions) {
 }
 
 // type = 'TYPE' name '=' type_text ';' [ 'WHERE' rules ] 'END_TYPE' ';'
-void PositionReader::vTypeRead(ExpressDeclaration& type) {
+void PositionReader::vTypeRead(ExpressDeclaration& type, const Statement& statement) {
+    if (!token_.isSymbol('=') && !isAtEnd() && !(isWord() && isBoundary(token_.text)))
+        vGapNote(type, "\"=\"");
+    vTypeTextRead(type);
+    vSemicolonTake();
+    vClausesRead(type, statement, ExpressMemberKind::Where);
+}
+
+void PositionReader::vTypeTextRead(ExpressDeclaration& type) {
     auto use = ExpressUse::Type;
     Brackets brackets;
+    OpenBounds bounds;
+    bool isBare = false;
     while (!isStatementEnd()) {
+        if (brackets.isOutside())
+            vGapNote(type, missingInType());
+        else if (use != ExpressUse::Type)
+            vGapNote(type, missingInList());
+        if (brackets.isOutside() && use != ExpressUse::Type && !isBare && isBareName()) {
+            vGapNote(type, "\"(\"");
+            isBare = true;
+        }
+        if (brackets.isOutside() && !isBare)
+            vTypeWordNote(type.typeMisspelt);
         brackets.vPass(token_);
-        if (isWord("ENUMERATION"))
-            use = ExpressUse::EnumerationItem;
-        else if (isWord("SELECT"))
-            use = ExpressUse::SelectMember;
-        else if (isWord() && (use == ExpressUse::Type ? brackets.isOutside() && !isTypeKeyword(token_.text)
-                                                      : !brackets.isOutside()))
+        vBoundsPass(type, bounds, brackets);
+        const auto list = use == ExpressUse::Type && brackets.isOutside() ? listWordHere() : "";
+        const bool isItem = use == ExpressUse::EnumerationItem && isNumber();
+        const bool isName = (isWord() || isItem) &&
+                            (use == ExpressUse::Type ? brackets.isOutside() && !isTypeKeyword(token_.text)
+                                                     : isBare || !brackets.isOutside());
+        if (isName && use == ExpressUse::EnumerationItem) {
+            type.names.push_back({use, takeName(type)});
+            continue;
+        }
+        // A misspelt keyword is read as the name of a type.
+        if (isName)
             type.names.push_back({use, {token_.text, token_.position}});
+        if (!list.empty())
+            use = list == "SELECT" ? ExpressUse::SelectMember : ExpressUse::EnumerationItem;
         vNext();
     }
-    vSemicolonTake();
-    vClausesRead(type, ExpressMemberKind::Where);
+    if (token_.isSymbol(';') && !brackets.isOutside())
+        vGapNote(type, "\")\"");
 }
 
 // entity = 'ENTITY' name header ';' { attribute } { clause } 'END_ENTITY' ';'
-void PositionReader::vEntityRead(ExpressDeclaration& entity) {
+void PositionReader::vEntityRead(ExpressDeclaration& entity, const Statement& statement) {
     // Some write a ';' after the name already.
     do {
         vEntityHeaderRead(entity);
-    } while (isWord() && isOneOf(token_.text, {"ABSTRACT", "SUPERTYPE", "SUBTYPE"}));
-    vClausesRead(entity, ExpressMemberKind::Attribute);
+    } while (!headerWordHere().empty());
+    vClausesRead(entity, statement, ExpressMemberKind::Attribute);
 }
 
 // header = [ 'ABSTRACT' ] [ 'SUPERTYPE' [ 'OF' list ] ] [ 'SUBTYPE' 'OF' list ]
 void PositionReader::vEntityHeaderRead(ExpressDeclaration& entity) {
     const Brackets outside;
     auto use = ExpressUse::Subtype;
+    bool isBare = false;
     while (!isStatementEnd() && !isNextMember(outside)) {
-        if (isWord("ABSTRACT"))
-            entity.isAbstract = true;
-        else if (isWord("SUPERTYPE"))
-            use = ExpressUse::Subtype;
-        else if (isWord("SUBTYPE"))
-            use = ExpressUse::Supertype;
-        else if (token_.isSymbol('(')) {
-            vListRead(use, entity.names);
-            continue;
+        if (const auto keyword = headerWordHere(); !keyword.empty()) {
+            entity.isAbstract = entity.isAbstract || keyword == "ABSTRACT";
+            use = keyword == "SUBTYPE" ? ExpressUse::Supertype : ExpressUse::Subtype;
+            vKeywordTake(entity, keyword);
+            isBare = false;
+        } else if (token_.isSymbol('(')) {
+            vListRead(use, entity);
+        } else {
+            if (isWord() && isSameExpressWord(previous_.text, "OF")) {
+                vGapNote(entity, "\"(\"");
+                isBare = true;
+            }
+            if (isBare && isWord() && !isListOperator(token_))
+                entity.names.push_back({use, {token_.text, token_.position}});
+            vNext();
         }
-        vNext();
     }
     vSemicolonTake();
 }
 
+/// What is missing in a list of names before the current token; empty for nothing.
+std::string_view PositionReader::missingInList() const {
+    if (isListName(previous_) && isListName(token_))
+        return "\",\"";
+    const bool needsName = previous_.isSymbol('(') || previous_.isSymbol(',');
+    return needsName && (token_.isSymbol(',') || token_.isSymbol(')')) ? "a name" : std::string_view();
+}
+
+/// The same between the words of a type.
+std::string_view PositionReader::missingInType() const {
+    const bool isOf = isWord("OF");
+    if (previous_.isSymbol(']') && !isOf)
+        return "\"OF\"";
+    if (previous_.kind != ExpressTokenKind::Word)
+        return {};
+    if (isAggregateWord(previous_.text) && !isOf && !token_.isSymbol('['))
+        return token_.isSymbol('(') || isNumber() ? "\"[\"" : "\"OF\"";
+    return isSameExpressWord(previous_.text, "ENUMERATION") && token_.isSymbol('(') ? "\"OF\""
+                                                                                    : std::string_view();
+}
+
+void PositionReader::vGapNote(ExpressDeclaration& declaration, std::string_view missing) const {
+    if (!missing.empty())
+        declaration.gaps.push_back({{previous_.text, previous_.position}, missing, false, false});
+}
+
+/// Whether the first name of a list is here without a bracket before it.
+bool PositionReader::isBareName() const {
+    return isListName(token_) && isOneOf(previous_.text, {"ENUMERATION", "SELECT", "OF"}) &&
+           !isTypeKeyword(token_.text);
+}
+
+/// A keyword of a type is found in capitals only.
+void PositionReader::vTypeWordNote(std::vector<ExpressMisspelt>& misspelt) const {
+    if (!isWord() || !isTypeKeyword(token_.text))
+        return;
+    const auto keyword = keywordIn(token_.text, TypeWords);
+    if (!keyword.empty() && token_.text != keyword)
+        misspelt.push_back({{token_.text, token_.position}, keyword});
+}
+
+/// Looks at the current token, which `brackets` has passed.
+void PositionReader::vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bounds,
+                                 const Brackets& brackets) const {
+    if (token_.isSymbol('[') && brackets.getDepth() == 1 && isAggregateWord(previous_.text)) {
+        bounds = {{token_.text, token_.position}, true, false};
+    } else if (bounds.isOpen && token_.isSymbol(':') && brackets.getDepth() == 1) {
+        bounds.hasColon = true;
+    } else if (bounds.isOpen && token_.isSymbol(']') && brackets.isOutside()) {
+        bounds.isOpen = false;
+        const auto whole = boundsFrom(bounds.open);
+        if (!bounds.hasColon)
+            declaration.gaps.push_back({whole, "\":\"", true, false});
+        else if (isSwapped(whole.text))
+            declaration.swappedBounds.push_back(whole);
+    }
+}
+
+/// From the bracket up to the current token.
+ExpressWord PositionReader::boundsFrom(const ExpressWord& open) const {
+    ExpressWord whole = open;
+    const auto begin = static_cast<std::size_t>(open.text.data() - text_.data());
+    whole.text = text_.substr(begin, offset() + token_.text.size() - begin);
+    if (token_.position.line == open.position.line)
+        whole.position.length = token_.position.column + token_.position.length - open.position.column;
+    return whole;
+}
+
 /// The names in brackets, whatever is between them.
-void PositionReader::vListRead(ExpressUse use, std::vector<ExpressName>& names) {
+void PositionReader::vListRead(ExpressUse use, ExpressDeclaration& declaration) {
     Brackets brackets;
     do {
+        if (!brackets.isOutside())
+            vGapNote(declaration, missingInList());
         brackets.vPass(token_);
-        if (isWord() && !isOneOf(token_.text, {"ONEOF", "ANDOR", "AND"}))
-            names.push_back({use, {token_.text, token_.position}});
+        if (isWord("ONE") && isSameExpressWord(ahead_.text, "OF")) {
+            auto words = takeWord();
+            vNext();
+            vNameExtend(words);
+            declaration.misspelt.push_back({words, OneOf});
+            continue;
+        }
+        if (isWord(OneOf) && token_.text != OneOf)
+            declaration.misspelt.push_back({{token_.text, token_.position}, OneOf});
+        else if (isWord() && !isListOperator(token_))
+            declaration.names.push_back({use, {token_.text, token_.position}});
         vNext();
-    } while (!isStatementEnd() && !brackets.isOutside());
+    } while (!isStatementEnd() && !brackets.isOutside() && keywordIn(token_.text, HeaderWords).empty());
+    if (!isAtEnd() && !brackets.isOutside())
+        vGapNote(declaration, "\")\"");
 }
 
 // clause = ( 'DERIVE' | 'INVERSE' | 'UNIQUE' | 'WHERE' ) { member }
-void PositionReader::vClausesRead(ExpressDeclaration& declaration, ExpressMemberKind kind) {
-    while (!isAtEnd() && !(isWord() && isBoundary(token_.text))) {
-        if (isWord() && (isClause(token_.text) || isSameExpressWord(token_.text, "UNIQUE"))) {
-            kind = clauseKind(token_.text);
-            vNext();
-        } else if (isWord() || (kind == ExpressMemberKind::Where && !token_.isSymbol(';'))) {
+void PositionReader::vClausesRead(ExpressDeclaration& declaration, const Statement& statement,
+                                  ExpressMemberKind kind) {
+    bool isInRules = false;
+    while (!isAtEnd() && !(isWord() && isBoundary(token_.text)) && !isEndMisspelt(statement)) {
+        if (const auto clause = clauseHere(declaration.kind, isInRules); !clause.empty()) {
+            kind = clauseKind(clause);
+            isInRules = kind == ExpressMemberKind::Where;
+            vKeywordTake(declaration, clause);
+        } else if (isWord() || (isNumber() && ahead_.isSymbol(':')) ||
+                   (kind == ExpressMemberKind::Where && !token_.isSymbol(';'))) {
             // A rule may have no label.
             vMemberRead(declaration, kind);
         } else {
@@ -392,7 +750,7 @@ void PositionReader::vMemberRead(ExpressDeclaration& declaration, ExpressMemberK
         if (kind == ExpressMemberKind::Unique)
             vUniqueRead(member);
         else
-            vExpressionRead(member);
+            vRuleRead(member);
         declaration.members.push_back(std::move(member));
     } else {
         vAttributesRead(declaration, std::move(member));
@@ -411,25 +769,26 @@ void PositionReader::vLabelRead(ExpressMember& member) {
 // attributes = attribute { ',' attribute } ':' type [ ':=' expression | 'FOR' name ]
 void PositionReader::vAttributesRead(ExpressDeclaration& declaration, ExpressMember member) {
     std::vector<ExpressMember> others;
-    while (isWord() && !isStatementEnd()) {
+    while ((isWord() || isNumber()) && !isStatementEnd()) {
         others.push_back(member);
         auto& other = others.back();
         if (isWord("SELF") && ahead_.isSymbol('\\'))
             vRedeclarationRead(other);
         else
-            other.name = takeWord();
+            other.name = takeName(declaration);
         if (!token_.isSymbol(','))
             break;
         vNext();
     }
     if (token_.isSymbol(':'))
         vNext();
-    vTypePartRead(member);
+    vTypePartRead(declaration, member);
     for (auto& other : others) {
         other.names.insert(other.names.end(), member.names.begin(), member.names.end());
         other.type = member.type;
         other.expression = member.expression;
         other.expressionBegin = member.expressionBegin;
+        other.misspelt = std::exchange(member.misspelt, {});
         declaration.members.push_back(std::move(other));
         // However many attributes share them, the names in the type and the expression are there once.
         member.names.clear();
@@ -451,15 +810,24 @@ void PositionReader::vRedeclarationRead(ExpressMember& member) {
         member.name = takeWord();
 }
 
-void PositionReader::vTypePartRead(ExpressMember& member) {
+void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMember& member) {
     const auto begin = offset();
+    const auto gapCount = declaration.gaps.size();
     Brackets brackets;
+    OpenBounds bounds;
     auto use = ExpressUse::Type;
-    while (!isStatementEnd() && token_.text != ":=" && !isNextMember(brackets)) {
+    while (!isStatementEnd() && !isInitial(member, brackets) && !isNextMember(brackets)) {
+        if (brackets.isOutside()) {
+            vGapNote(declaration, missingInType());
+            vTypeWordNote(member.misspelt);
+        }
         brackets.vPass(token_);
+        vBoundsPass(declaration, bounds, brackets);
         if (isWord("FOR") && member.kind == ExpressMemberKind::Inverse) {
             use = ExpressUse::InverseFor;
             member.type = textFrom(begin);
+            if (token_.text != "FOR")
+                member.misspelt.push_back({{token_.text, token_.position}, "FOR"});
         } else if (isWord() && brackets.isOutside() && !isTypeKeyword(token_.text)) {
             member.names.push_back({use, {token_.text, token_.position}});
         }
@@ -467,16 +835,37 @@ void PositionReader::vTypePartRead(ExpressMember& member) {
     }
     if (use == ExpressUse::Type)
         member.type = textFrom(begin);
-    if (token_.text != ":=")
-        return;
-    vNext();
-    vExpressionRead(member);
+    if (isInitial(member, brackets))
+        vInitialRead(declaration, member);
+    for (auto index = gapCount; index < declaration.gaps.size(); ++index)
+        declaration.gaps[index].isInMember = true;
 }
 
-void PositionReader::vExpressionRead(ExpressMember& member) {
+/// ":=", or "=" where that is meant.
+bool PositionReader::isInitial(const ExpressMember& member, const Brackets& brackets) const {
+    const bool isMeant = member.kind != ExpressMemberKind::Inverse && brackets.isOutside();
+    return token_.text == ":=" || (isMeant && token_.isSymbol('='));
+}
+
+// initial = ':=' expression
+void PositionReader::vInitialRead(ExpressDeclaration& declaration, ExpressMember& member) {
+    if (token_.isSymbol('='))
+        vGapNote(declaration, "\":=\"");
+    vNext();
+    Brackets brackets;
+    vExpressionRead(member, brackets);
+    if (token_.isSymbol(';') && !brackets.isOutsideRound())
+        vGapNote(declaration, "\")\"");
+}
+
+void PositionReader::vRuleRead(ExpressMember& member) {
+    Brackets brackets;
+    vExpressionRead(member, brackets);
+}
+
+void PositionReader::vExpressionRead(ExpressMember& member, Brackets& brackets) {
     const auto begin = offset();
     member.expressionBegin = token_.position;
-    Brackets brackets;
     do {
         if (isStatementEnd())
             break;
@@ -501,7 +890,7 @@ void PositionReader::vBodyRead(ExpressDeclaration& declaration, const Statement&
     if (statement.kind == ExpressDeclarationKind::Rule && isWord("FOR")) {
         vNext();
         if (token_.isSymbol('('))
-            vListRead(ExpressUse::RuleEntity, declaration.names);
+            vListRead(ExpressUse::RuleEntity, declaration);
     }
     const auto begin = offset();
     declaration.bodyBegin = token_.position;
@@ -515,7 +904,8 @@ void PositionReader::vBodyRead(ExpressDeclaration& declaration, const Statement&
             break;
         if (inner && inner->kind == statement.kind)
             ++locals;
-        else if ((isWord() && isSchemaWord(token_.text)) || (isWord(statement.end) && locals-- == 0))
+        else if ((isWord() && isSchemaWord(token_.text)) || (isWord(statement.end) && locals-- == 0) ||
+                 isEndMisspelt(statement))
             break;
         vNext();
     }

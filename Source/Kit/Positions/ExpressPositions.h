@@ -8,7 +8,9 @@
 /// The text is read as ISO 10303-11 has it: keywords in any letter case, wherever on a line. What the library
 /// reads of the same text is less; comparing both shows what was passed over.
 ///
-/// Ownership: all names are views into the text, which must outlive them.
+/// Ownership: all names are views into the text, which must outlive them; keywords and what is missing live
+/// as
+///            long as the process.
 /// Threads:   any number of threads may read one.
 /// Errors:    none but std::bad_alloc: any bytes have positions, if only none at all. Time grows with the
 ///            text, and nothing recurses.
@@ -19,6 +21,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -57,6 +60,13 @@ struct ExpressName {
 
 enum class ExpressMemberKind : std::uint8_t { Attribute, Inverse, Derived, Unique, Where };
 
+/// A keyword that the library does not find: "INVERS", or "inverse".
+struct ExpressMisspelt {
+    ExpressWord word;
+    /// "INVERSE"
+    std::string_view keyword;
+};
+
 /// An attribute, or a labelled rule.
 struct ExpressMember {
     ExpressMemberKind kind = ExpressMemberKind::Attribute;
@@ -69,6 +79,28 @@ struct ExpressMember {
     std::string_view expression;
     /// Of the first byte of `expression`.
     TextPosition expressionBegin;
+    /// Keywords in its type, and FOR, that are not in capitals, in the order of the text.
+    std::vector<ExpressMisspelt> misspelt;
+};
+
+/// A name with something in it that names do not have: "Global-Id".
+struct ExpressIllegalName {
+    /// The whole of it.
+    ExpressWord name;
+    /// Of the first character that does not belong there.
+    TextPosition place;
+};
+
+/// Where something is missing in a type or a list of names.
+struct ExpressGap {
+    /// The last word or symbol before it.
+    ExpressWord last;
+    /// "\",\"", "\"(\"", "\")\"", "\"[\"", "\":\"", "\"=\"", "\":=\"", "\"OF\"" or "a name".
+    std::string_view missing;
+    /// `last` has the place inside: "[1..?]".
+    bool isInside = false;
+    /// In an attribute: what follows its statement is not affected.
+    bool isInMember = false;
 };
 
 enum class ExpressDeclarationKind : std::uint8_t {
@@ -83,15 +115,27 @@ enum class ExpressDeclarationKind : std::uint8_t {
 
 struct ExpressDeclaration {
     ExpressDeclarationKind kind = ExpressDeclarationKind::Type;
-    /// "ENTITY" as written.
+    /// "ENTITY" as written. A word in capitals that is like it is taken for it: "ENTITIY".
     ExpressWord keyword;
+    /// Up to what cannot be the name any more: "Ifc Wall", "Ifc-Wall".
     ExpressWord name;
     bool isAbstract = false;
     /// Of an entity: its supertypes and subtypes. Of a type: items, members, or the type that it is made of.
     /// Of a rule: the entities after FOR.
     std::vector<ExpressName> names;
     std::vector<ExpressMember> members;
-    /// "END_ENTITY" as written; empty, at the place of the word that comes instead, when it is missing.
+    /// Of its clauses and its header, in the order of the text.
+    std::vector<ExpressMisspelt> misspelt;
+    /// Of a type: keywords in what it is made of that are not in capitals.
+    std::vector<ExpressMisspelt> typeMisspelt;
+    /// Its own name and those of attributes and items, in the order of the text.
+    std::vector<ExpressIllegalName> illegalNames;
+    /// In the order of the text.
+    std::vector<ExpressGap> gaps;
+    /// "[5:1]": bounds that are numbers, of which the first is the greater.
+    std::vector<ExpressWord> swappedBounds;
+    /// "END_ENTITY" as written, also when it is misspelt, or is the two words "END ENTITY"; empty, at the
+    /// place of the word that comes instead, when it is missing.
     ExpressWord end;
     /// From the keyword to the end, both included.
     std::string_view text;
@@ -100,7 +144,7 @@ struct ExpressDeclaration {
     TextPosition bodyBegin;
 };
 
-/// A SCHEMA statement.
+/// A SCHEMA statement; of the first the keyword may be misspelt.
 struct ExpressSchemaHeader {
     ExpressWord keyword;
     ExpressWord name;

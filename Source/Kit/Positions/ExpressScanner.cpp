@@ -4,6 +4,7 @@
 #include "Kit/Text/Utf8.h"
 
 #include <algorithm>
+#include <array>
 
 namespace kiv::kit {
 
@@ -15,8 +16,18 @@ bool isWordStart(char letter) {
     return isLetter(letter) || letter == '_' || static_cast<unsigned char>(letter) >= 0x80;
 }
 
+/// Looked up, as most bytes of a schema are asked for this.
+constexpr std::array<bool, 256> WordParts = [] {
+    std::array<bool, 256> parts{};
+    for (std::size_t byte = 0; byte < parts.size(); ++byte) {
+        const auto letter = static_cast<char>(static_cast<unsigned char>(byte));
+        parts[byte] = isLetter(letter) || isDigit(letter) || letter == '_' || byte >= 0x80;
+    }
+    return parts;
+}();
+
 bool isWordPart(char letter) {
-    return isWordStart(letter) || isDigit(letter);
+    return WordParts[static_cast<unsigned char>(letter)];
 }
 
 bool isBlank(char letter) {
@@ -32,7 +43,18 @@ ExpressTokenKind kindOf(char letter) {
 }
 
 std::size_t wordSize(std::string_view text) {
-    return static_cast<std::size_t>(std::ranges::find_if_not(text, isWordPart) - text.begin());
+    std::size_t size = 0;
+    while (size < text.size() && WordParts[static_cast<unsigned char>(text[size])])
+        ++size;
+    return size;
+}
+
+/// How many code points begin in the text.
+std::size_t columnsIn(std::string_view text) {
+    std::size_t columns = 0;
+    for (const char byte : text)
+        columns += (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U ? 1U : 0U;
+    return columns;
 }
 
 /// A number takes its dot, but no second one, and no exponent, which nobody looks at here.
@@ -170,11 +192,12 @@ ExpressToken ExpressScanner::next() {
         return token;
     token.kind = kindOf(charAt(0));
     token.text = text_.substr(mark_.offset, tokenSize(token.kind));
-    // No token has a line end in it.
-    for (std::size_t distance = 1; distance <= token.text.size(); ++distance)
-        mark_.column += isContinuation(charAt(distance)) ? 0 : 1;
+    // No token has a line end in it. What follows it is looked at, as it may go on with a byte of its last
+    // code point; the end of the text does not.
+    const auto following = text_.substr(mark_.offset + 1, token.text.size());
+    token.position.length = columnsIn(following) + (following.size() < token.text.size() ? 1U : 0U);
+    mark_.column += token.position.length;
     mark_.offset += token.text.size();
-    token.position.length = mark_.column - token.position.column;
     return token;
 }
 

@@ -8,13 +8,14 @@
 ///
 /// Ownership: refers to the positions.
 /// Threads:   any number of threads may walk the same document.
-/// Errors:    none.
+/// Errors:    std::bad_alloc where a list is made.
 #pragma once
 
 #include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 namespace kiv::kit {
 
@@ -57,6 +58,16 @@ inline XmlIndex childOf(const XmlPositions& xml, XmlIndex parent, std::string_vi
             return child;
     }
     return NoXmlElement;
+}
+
+/// All children of that name, in document order.
+inline std::vector<XmlIndex> childrenOf(const XmlPositions& xml, XmlIndex parent, std::string_view name) {
+    std::vector<XmlIndex> children;
+    for (const auto child : XmlChildren(xml, parent)) {
+        if (xml.getElement(child).name == name)
+            children.push_back(child);
+    }
+    return children;
 }
 
 } // namespace kiv::kit

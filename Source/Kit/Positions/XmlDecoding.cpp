@@ -31,7 +31,7 @@ void vCharacterAppend(std::string& text, char32_t character) {
 }
 
 bool isBigEndian(std::string_view bytes) {
-    return bytes[0] == '\0' || bytes[0] == '\xFE';
+    return bytes.starts_with('\0') || bytes.starts_with('\xFE');
 }
 
 constexpr bool isHighSurrogate(char32_t unit) {
@@ -42,15 +42,19 @@ constexpr bool isLowSurrogate(char32_t unit) {
     return unit >= 0xDC00 && unit < 0xE000;
 }
 
-std::string sFromUtf16(std::string_view bytes) {
+std::size_t sizeOf(char32_t character) {
+    return character < 0x80 ? 1U : character < 0x800 ? 2U : character < 0x10000 ? 3U : 4U;
+}
+
+/// Hands each character to `take`.
+template <class Take>
+void vUtf16Walk(std::string_view bytes, Take take) {
     const std::size_t highByte = isBigEndian(bytes) ? 0 : 1;
     const auto unitAt = [&](std::size_t index) {
         const auto high = static_cast<unsigned char>(bytes[2 * index + highByte]);
         const auto low = static_cast<unsigned char>(bytes[2 * index + 1 - highByte]);
         return static_cast<char32_t>(high << 8 | low);
     };
-    std::string text;
-    text.reserve(bytes.size());
     const std::size_t units = bytes.size() / 2;
     for (std::size_t i = 0; i != units; ++i) {
         char32_t character = unitAt(i);
@@ -58,17 +62,20 @@ std::string sFromUtf16(std::string_view bytes) {
             character = 0x10000 + ((character - 0xD800) << 10) + (unitAt(++i) - 0xDC00);
         else if (isHighSurrogate(character) || isLowSurrogate(character))
             character = replacement;
-        vCharacterAppend(text, character);
+        take(character);
     }
-    return text;
+    // The last byte is half of a character.
+    if (bytes.size() % 2 != 0)
+        take(replacement);
 }
 
-std::string sFromLatin1(std::string_view bytes) {
-    std::string text;
-    text.reserve(bytes.size());
+/// Hands each character to `take`; the encoding is not UTF-8.
+template <class Take>
+void vWalk(std::string_view bytes, XmlEncoding encoding, Take take) {
+    if (encoding == XmlEncoding::Utf16)
+        return vUtf16Walk(bytes, take);
     for (const char byte : bytes)
-        vCharacterAppend(text, static_cast<unsigned char>(byte));
-    return text;
+        take(static_cast<unsigned char>(byte));
 }
 
 } // namespace
@@ -99,10 +106,21 @@ XmlEncoding encodingOf(std::string_view bytes) {
                                                                       : XmlEncoding::Utf8;
 }
 
+std::size_t decodedSize(std::string_view bytes, XmlEncoding encoding) {
+    if (encoding == XmlEncoding::Utf8)
+        return bytes.size();
+    std::size_t size = 0;
+    vWalk(bytes, encoding, [&size](char32_t character) { size += sizeOf(character); });
+    return size;
+}
+
 std::string sDecoded(std::string_view bytes, XmlEncoding encoding) {
     if (encoding == XmlEncoding::Utf8)
         return std::string(bytes);
-    return encoding == XmlEncoding::Utf16 ? sFromUtf16(bytes) : sFromLatin1(bytes);
+    std::string text;
+    text.reserve(decodedSize(bytes, encoding));
+    vWalk(bytes, encoding, [&text](char32_t character) { vCharacterAppend(text, character); });
+    return text;
 }
 
 } // namespace kiv::kit

@@ -10,8 +10,10 @@
 /// where the file is UTF-8 and the text is written as it reads, so that an edit can replace just these bytes.
 ///
 /// Ownership: owns the text; the views and spans it hands out live as long as it does, also after it is
-/// moved. Threads:   unchanged once made; any number of threads may read it. Errors:    a text that is no XML
-/// has what was read up to there, and `pError`. std::bad_alloc.
+///            moved.
+/// Threads:   unchanged once made; any number of threads may read it.
+/// Errors:    a text that is no XML has what was read up to there, and `pError`. What the meter throws;
+///            std::bad_alloc.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -25,6 +27,10 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+namespace kiv {
+class WorkMeter;
+}
 
 namespace kiv::kit {
 
@@ -128,7 +134,11 @@ public:
     enum class WellFormed : std::uint8_t { Unknown, Yes };
 
     /// Takes the bytes of the file. A text that is known to be well-formed takes less time.
-    explicit XmlPositions(std::string bytes, WellFormed wellFormed = WellFormed::Unknown);
+    ///
+    /// A meter, which may be null, hears of the memory besides these bytes before it is taken, but for that
+    /// of the parser, and is asked whether to go on at each tag, text and attribute.
+    explicit XmlPositions(std::string bytes, WellFormed wellFormed = WellFormed::Unknown,
+                          WorkMeter* meter = nullptr);
     ~XmlPositions();
     XmlPositions(XmlPositions&&) noexcept;
     XmlPositions& operator=(XmlPositions&&) noexcept;

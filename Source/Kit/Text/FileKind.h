@@ -34,8 +34,7 @@ constexpr std::string_view fileKindOf(std::string_view text) {
         {"<html", "an HTML page"},   {"<", XmlKind},
         {"SCHEMA", SchemaKind},      {"{", "a JSON document"},
     };
-    if (text.starts_with(ByteOrderMark))
-        text.remove_prefix(ByteOrderMark.size());
+    text = withoutByteOrderMark(text);
     text = trimmed(text);
     for (const auto& kind : Kinds) {
         if (startsWithIgnoringCase(text, kind.beginning))

@@ -10,18 +10,34 @@
 /// Errors:    none; any bytes are counted.
 #pragma once
 
+#include "kiv/Kit/Text/ByteOrderMark.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
 
 namespace kiv::kit {
 
-/// What some editors write before the text.
-inline constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-
 /// Whether the byte is the second or a later one of a code point.
 constexpr bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+struct CodePointBytes {
+    char32_t value = 0;
+    std::size_t size = 1;
+};
+
+/// The code point that begins at that byte of a text that is UTF-8; a byte that begins none is one.
+constexpr CodePointBytes codePointAt(std::string_view text, std::size_t offset) {
+    const auto first = static_cast<unsigned char>(text[offset]);
+    std::size_t size = 1;
+    while (first >= 0xC0U && size != 4 && offset + size != text.size() && isContinuation(text[offset + size]))
+        ++size;
+    char32_t value = size == 1 ? first : first & (0x7FU >> size);
+    for (std::size_t i = 1; i != size; ++i)
+        value = (value << 6U) | (static_cast<unsigned char>(text[offset + i]) & 0x3FU);
+    return {value, size};
 }
 
 constexpr std::size_t codePointsIn(std::string_view text) {

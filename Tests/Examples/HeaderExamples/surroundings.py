@@ -77,6 +77,7 @@ SURROUNDINGS = {
     "IfcSchemaAggregate.h": row(SCHEMA, "const Attribute& attribute", ENTITY),
     "IfcSchemaDataTypeBase.h": row(SCHEMA, "const Attribute& attribute", ENTITY),
     "IfcSchemaEnumeration.h": row(SCHEMA, "", ENTITY),
+    "IfcSchemaSimpleType.h": row(SCHEMA, "const Attribute& attribute", ENTITY),
     "IfcSchemaSelect.h": row(SCHEMA, "const DataTypeSelect& select, const Entity& wall", ENTITY),
     "IfcSchemaEntity.h": row(SCHEMA, "const Schema& schema", ENTITY),
     "IfcSchemaObjectBase.h": row(SCHEMA, "const Schema& schema", ENTITY),
@@ -102,6 +103,7 @@ SURROUNDINGS = {
     "IfcXmlCommon.h": row(XMLSCHEMA),
     "IfcXmlEntity.h": row(XMLSCHEMA, XML_READERS, XML_CONFIG),
     "IfcXmlNamespace.h": row(XMLSCHEMA, "const Namespace& settings"),
+    "IfcXmlAttribute.h": row(XMLSCHEMA, "const kiv::ifc::def::schema::Attribute& attribute", ENTITY),
     "IfcXmlOption.h": row(XMLSCHEMA, "const Option& option"),
     "IfcXmlSchema.h": row(XMLSCHEMA, "const Config& config", XML_CONFIG),
     "IfcXmlType.h": row(XMLSCHEMA, XML_READERS, XML_CONFIG),
@@ -121,7 +123,7 @@ SURROUNDINGS = {
                           ["kivifc/Documents/SetPaths.h"]),
     "CheckOptions.h": row(TOOL, "CLI::App& app, int argc, char** argv, Diagnostics& diagnostics", ["CLI/CLI.hpp"]),
     "CheckRun.h": row(TOOL, "const SchemaFile& schemaFile, SourceLines& sources"),
-    "CodePoints.h": row(TOOL, "std::string_view line, std::size_t width"),
+    "CodePoints.h": row(TOOL, "std::string_view line, std::size_t width, std::string_view text, std::string& shown"),
     "Excerpt.h": row(TOOL),
     "FindingCounts.h": row(TOOL, "const kit::Finding& finding"),
     "FindingWriter.h": row(TOOL, "Console& console, SourceLines& sources, const TextFindingOptions& options, "
@@ -239,6 +241,7 @@ SURROUNDINGS.update({
 KIT = "kiv::kit"
 KIT_DOCUMENT = "kiv/Kit/Documents/SetDocument.h"
 KIT_RUN = row(KIT, "RuleRun& run", ["Kit/Findings/RuleRun.h"])
+KIT_ELEMENT = row(KIT, "RuleRun& run, XmlIndex element", ["Kit/Findings/RuleRun.h"])
 SCHEMA_PARAMETER = "const kiv::ifc::def::schema::Schema& schema"
 SITE = TOOL + "::site"
 SITE_WRITE = "template <class... T> void write(T&&...) {}"
@@ -273,8 +276,10 @@ SITE_SURROUNDINGS = {
     "GuidNotations.h": site_row("const Guid& guid"),
     "Html.h": site_row("const std::string& name"),
     "IndexElements.h": site_row("const std::vector<const ifc::def::schema::Entity*>& entities, Html& html"),
-    "IndexPages.h": site_row("Html& html"),
+    "IndexPages.h": site_row("const SiteModel& model, Html& html"),
     "LanguageIndexPages.h": SITE_PAGES,
+    "LocalNames.h": row(SITE, "std::string_view text", ["kivifc/Site/ExpressWords.h"],
+                        before="inline void use(std::string_view) {}"),
     "MemberList.h": site_row("const Addresses& addresses, const ifc::def::xml::SetDef& set"),
     "MemberType.h": site_row("const SiteModel& model, const ifc::def::xml::Def& def, Html& html"),
     "MemberUses.h": site_row("const ifc::def::schema::Schema& schema, "
@@ -310,6 +315,7 @@ SITE_SURROUNDINGS = {
     "Uses.h": site_row("const ifc::def::schema::Schema& schema, const Declarations& declarations, "
                        "const ifc::def::schema::ObjectBase* label"),
     "UsesHtml.h": site_row("const SiteModel& model, const ifc::def::schema::ObjectBase& label, Html& html"),
+    "WrittenGuids.h": site_row("const ifc::def::xml::Def& member, Html& html"),
 }
 
 KIT_SURROUNDINGS = {
@@ -317,10 +323,16 @@ KIT_SURROUNDINGS = {
     "AcrossRules.h": row(KIT, "const SetDocument& document, const SetOutline& outline, std::string_view context",
                          [KIT_DOCUMENT, "Kit/Findings/SetOutline.h"]),
     "AsciiText.h": row(KIT),
+    "ByteOrderMark.h": row(KIT, "std::string_view text"),
     "ClassRules.h": KIT_RUN,
     "ClassText.h": row(KIT),
     "DataTypeKinds.h": row(KIT, "const kiv::ifc::def::schema::DataTypeBase& dataType"),
     "DocumentationRules.h": KIT_RUN,
+    "ElementAttributes.h": KIT_ELEMENT,
+    "ElementCounts.h": KIT_ELEMENT,
+    "ElementTexts.h": KIT_ELEMENT,
+    "EnumerationItems.h": row(KIT, "RuleRun& run, const MemberOutline& member"),
+    "ExampleDocuments.h": row(KIT),
     "ExpressPositions.h": row(KIT, "const std::string& text"),
     "ExpressScanner.h": row(KIT, "const std::string& text"),
     "ExpressTypeText.h": row(KIT, "const kiv::ifc::def::schema::Attribute& attribute", ENTITY),
@@ -333,17 +345,23 @@ KIT_SURROUNDINGS = {
     "FileKind.h": row(KIT),
     "Finding.h": row(KIT, "const std::vector<Finding>& findings"),
     "Findings.h": row(KIT, SCHEMA_PARAMETER, [KIT_DOCUMENT]),
+    "FixedValues.h": KIT_ELEMENT,
     "IgnoreComments.h": row(KIT, "const SetDocument& document, std::vector<Finding>& findings",
                             [KIT_DOCUMENT, "kiv/Kit/Positions/XmlPositions.h"]),
+    "InvisibleCharacters.h": row(KIT),
     "KnownNames.h": row(KIT, SCHEMA_PARAMETER),
     "LegalNames.h": row(KIT, replace={'{"PropertyDef", "Name"}': "names"},
                         before='inline constexpr std::string_view names[] = {"PropertyDef", "Name"};'),
     "LibraryReports.h": row(KIT, "RuleRun& run", ["Kit/Findings/RuleRun.h"]),
     "MissingChild.h": KIT_RUN,
+    "MisspeltKeyword.h": row(KIT, "std::span<const std::string_view> keywords"),
     "NearestName.h": row(KIT, SCHEMA_PARAMETER, ["kiv/Kit/Names/KnownNames.h"]),
     "ReadFailure.h": row(KIT, "const SetDocument& document", [KIT_DOCUMENT]),
     "ReadOptions.h": row(KIT, includes=[KIT_DOCUMENT]),
-    "Reading.h": row(KIT, "SetDocument& file, std::string& text, const ReadOptions& options", [KIT_DOCUMENT, "new"],
+    "Assertion.h": row(KIT, "const kiv::assert::AssertInfo& info, kiv::WorkMeter& meter"),
+    "MeteredRoom.h": row(KIT, "std::vector<int>& elements, int element, kiv::WorkMeter* meter", ["vector"]),
+    "PredefinedTypes.h": row(KIT, "const kiv::ifc::def::schema::Entity& entity"),
+    "Reading.h": row(KIT, "SetDocument& file, std::string& text, kiv::ifc::def::BudgetMeter& meter", [KIT_DOCUMENT, "new"],
                      before="inline void vRead(SetDocument&, TextFile) {}"),
     "ReleaseRules.h": KIT_RUN,
     "Rule.h": row(KIT),
@@ -372,6 +390,8 @@ KIT_SURROUNDINGS = {
     "TextPosition.h": row(KIT),
     "ThreadSink.h": row(KIT, before="template <class... T> void vKeep(T&&...) {}\ninline void vRead() {}"),
     "TypeRules.h": KIT_RUN,
+    "TypedValues.h": row(KIT, "RuleRun& run, const TypeOutline& type, const kiv::ifc::def::schema::Type& measure"),
+    "UnknownElements.h": KIT_ELEMENT,
     "Utf8.h": row(KIT),
     "ViewStream.h": row(KIT, "kiv::xml::File& file, std::string_view text", ["kiv/Host/Xml/KivXml.h"]),
     "XmlChildren.h": row(KIT, "const XmlPositions& xml, XmlIndex element"),
@@ -379,4 +399,5 @@ KIT_SURROUNDINGS = {
     "XmlMistake.h": row(KIT, "Finding& finding, const SetDocument& document", [KIT_DOCUMENT]),
     "XmlDecoding.h": row(KIT, "const std::string& bytes"),
     "XmlPositions.h": row(KIT, "std::string& bytes"),
+    "XmlTagScanner.h": row(KIT, "std::string_view text, std::size_t nameEnd, std::size_t tagEnd"),
 }

@@ -117,7 +117,7 @@ TEST(KivXmlDocumentTest, HandlesStayValidWhenItIsMoved) {
     EXPECT_EQ(sDump(*assigned.DocumentElementGet()), "r(later still)");
 }
 
-TEST(KivXmlElementTest, ChildrenAreAppendedBehindThoseThatAreThere) {
+TEST(KivXmlElementTest, ChildrenAreAppendedAfterThoseThatAreThere) {
     Root root;
     root.element.ElementNodeAppend("a");
     EXPECT_TRUE(root.element.boTextNodeAppend("text"));

@@ -92,7 +92,7 @@ TEST(KivXmlFileTest, CommentsAndProcessingInstructionsSplitTexts) {
     });
 }
 
-TEST(KivXmlFileTest, DropsWhatStandsOutsideTheRootElement) {
+TEST(KivXmlFileTest, DropsWhatIsOutsideTheRootElement) {
     vExpectRead({
         {"<?xml version='1.0'?><!--c--><?p?>\n<a/>\n<!--c--><?p?>\n", "a"},
         {"<?xml version='1.0' standalone='yes'?><a/>", "a"},
@@ -272,7 +272,7 @@ std::string sAttributeDeclarations(std::size_t count, std::string_view element) 
     return declarations;
 }
 
-TEST(KivXmlFileTest, DocumentTypeDeclaresSoManyAttributesOnly) {
+TEST(KivXmlFileTest, DocumentTypeDeclaresALimitedNumberOfAttributes) {
     const std::string reason = "! the document type declares more than 1000 attributes";
     const std::string twice = sRepeated(500, "<!ATTLIST a b CDATA 'c' b CDATA #REQUIRED>");
     vExpectRead({
@@ -300,7 +300,7 @@ struct PlaceRow {
     std::size_t column;
 };
 
-TEST(KivXmlFileTest, TellsWhereReadingFailed) {
+TEST(KivXmlFileTest, SaysWhereReadingFailed) {
     const PlaceRow rows[] = {
         {"", 1, 1},
         {"<a>", 1, 4},

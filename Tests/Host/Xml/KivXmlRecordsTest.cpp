@@ -59,7 +59,7 @@ TEST(KivXmlRecordsTest, TextGrowsBeyondABlock) {
     EXPECT_TRUE(text == expected);
 }
 
-TEST(KivXmlRecordsTest, RecordsAreAlignedBehindOddTexts) {
+TEST(KivXmlRecordsTest, RecordsAreAlignedAfterOddTexts) {
     DocumentArena arena;
     for (int i = 0; i != 1000; ++i) {
         arena.getCopy("odd");

@@ -86,7 +86,7 @@ TEST(SetPaths, LinksToFoldersAreFollowedOnlyWhenGiven) {
                 ElementsAre(folder.sPath("link/a.xml"), folder.sPath("top/b.xml")));
 }
 
-TEST(SetPaths, LinkThatLeadsNowhereIsKeptToBeTold) {
+TEST(SetPaths, LinkThatLeadsNowhereIsKeptToBeReported) {
     const TemporaryFolder folder;
     std::filesystem::create_symlink("gone.xml", folder.sPath("link.xml"));
     EXPECT_THAT(setPathsCollect({folder.sPath("")}).documents, SizeIs(1));

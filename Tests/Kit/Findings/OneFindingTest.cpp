@@ -273,6 +273,86 @@ INSTANTIATE_TEST_SUITE_P(
                 "3:44 S017"}));
 
 INSTANTIATE_TEST_SUITE_P(
+    Repeated, OneFindingTest,
+    testing::Values(
+        Mistake{"an empty name after that of a property",
+                sSet(sPropertyOf("<Name>A</Name><Name/>", "<Definition>D</Definition>", LabelType)),
+                "5:29 S006"},
+        Mistake{"an empty name after that of a set", sSet(sProperty(sOf("IfcLabel")), "A</Name><Name>"),
+                "2:16 S006"},
+        Mistake{"an empty definition",
+                sSet(sPropertyOf("<Name>A</Name>", "<Definition>D</Definition><Definition/>", LabelType)),
+                "6:28 S006"},
+        Mistake{"an empty type of a value",
+                sSet(sProperty(sSingle("<DataType type=\"IfcLabel\"/><DataType type=\"\"/>"))), "6:68 S006"},
+        Mistake{"an empty unit",
+                sSet(sProperty(sSingle("<DataType type=\"IfcLengthMeasure\"/><UnitType "
+                                       "type=\"LENGTHUNIT\"/><UnitType type=\"\"/>"))),
+                "6:105 S006"},
+        Mistake{"the unit of another measure",
+                sSet(sProperty(sSingle("<DataType type=\"IfcLengthMeasure\"/><UnitType "
+                                       "type=\"LENGTHUNIT\"/><UnitType type=\"TIMEUNIT\"/>"))),
+                "6:105 S006"},
+        Mistake{"another name of a constant",
+                sSet(sProperty(sEnumeration("<EnumList name=\"PEnum_A\"><EnumItem>A</EnumItem></EnumList>"
+                                            "<ConstantList><ConstantDef><Name>A</Name><Name>B</Name>"
+                                            "</ConstantDef></ConstantList>"))),
+                "6:144 S006"},
+        Mistake{
+            "an empty type of a property before it",
+            sSet(sPropertyOf("<Name>A</Name>", "<Definition>D</Definition>", "<PropertyType/>" + LabelType)),
+            "7:17 S006"},
+        Mistake{
+            "an empty type of a property after it",
+            sSet(sPropertyOf("<Name>A</Name>", "<Definition>D</Definition>", LabelType + "<PropertyType/>")),
+            "7:109 S006"},
+        Mistake{"an empty type of a quantity before it", sQuantities("Qto_A", "</QtoType><QtoType>Q_LENGTH"),
+                "5:72 S006"},
+        Mistake{"an empty type of a quantity after it", sQuantities("Qto_A", "Q_LENGTH</QtoType><QtoType>"),
+                "5:80 S006"},
+        Mistake{"another enumeration",
+                sSet(sProperty(sEnumeration("<EnumList name=\"PEnum_A\"><EnumItem>A</EnumItem></EnumList>"
+                                            "<EnumList name=\"PEnum_B\"><EnumItem>B</EnumItem></EnumList>"
+                                            "<ConstantList><ConstantDef><Name>A</Name></ConstantDef>"
+                                            "<ConstantDef><Name>B</Name></ConstantDef></ConstantList>"))),
+                "6:103 S006"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, OneFindingTest,
+    testing::Values(
+        Mistake{"the parts after the kind",
+                sSet(sProperty("<TypePropertySingleValue/><DataType type=\"IfcLengthMeasure\"/><UnitType "
+                               "type=\"LENGTHUNIT\"/>")),
+                "6:42 S001"},
+        Mistake{"the parts of another kind",
+                sSet(sProperty(sSingle("<EnumList name=\"PEnum_A\"><EnumItem>A</EnumItem></EnumList>"
+                                       "<ConstantList/>"))),
+                "6:41 S001"},
+        Mistake{"a kind inside itself", sSet(sProperty(sSingle(sOf("IfcLabel")))), "6:41 S001"},
+        Mistake{
+            "the name of an enumeration at its kind",
+            sSet(sProperty("<TypePropertyEnumeratedValue name=\"PEnum_A\"><EnumList><EnumItem>A</EnumItem>"
+                           "</EnumList></TypePropertyEnumeratedValue>")),
+            "6:44 S002"},
+        Mistake{"an older kind before the one that was meant",
+                sSet(sProperty("<TypeSimpleProperty/>" + sOf("IfcLabel"))), "6:37 S006"},
+        Mistake{"a misspelt first element of a list",
+                sSet(sProperty("<TypePropertyListValue><ListValue><UnitTyp type=\"LENGTHUNIT\"/><DataType "
+                               "type=\"IfcLengthMeasure\"/></ListValue></TypePropertyListValue>")),
+                "6:50 S001"},
+        Mistake{"an empty class, which was to be that of the type value",
+                sSet(sProperty(sOf("IfcLabel")), "Pset_Wall",
+                     "<ApplicableClasses><ClassName/><ClassName>IfcWall</ClassName></ApplicableClasses>"
+                     "<ApplicableTypeValue>IfcDoor</ApplicableTypeValue>"),
+                "3:21 C006"},
+        Mistake{"all items in one",
+                sSet(sProperty(sEnumeration("<EnumList name=\"PEnum_A\"><EnumItem>NEW, OLD</EnumItem>"
+                                            "</EnumList><ConstantList><ConstantDef><Name>NEW</Name>"
+                                            "</ConstantDef><ConstantDef><Name>OLD</Name></ConstantDef>"
+                                            "</ConstantList>"))),
+                "6:79 T027"}));
+
+INSTANTIATE_TEST_SUITE_P(
     Between, OneFindingTest,
     testing::Values(
         Mistake{

@@ -163,6 +163,139 @@ TEST(ExpressPositions, EndsOfDeclarationsWithoutABeginningAreSeen) {
     EXPECT_EQ(sStrayEnds("SCHEMA A;\n(* END_TYPE *)\nEND_SCHEMA;"), "");
 }
 
+/// A line for each declaration: its keyword, name and end, then what is wrong with them.
+std::string sMistakes(std::string_view text) {
+    std::string dump;
+    const auto positions = expressPositions(text);
+    for (const auto& declaration : positions.declarations) {
+        dump += sWord(declaration.keyword) + ' ' + sWord(declaration.name) + ' ' + sWord(declaration.end);
+        for (const auto& [word, keyword] : declaration.misspelt)
+            dump += " | " + sWord(word) + ' ' + std::string(keyword);
+        for (const auto& [name, place] : declaration.illegalNames)
+            dump += " ! " + sWord(name) + ' ' + sPlace(place);
+        dump += '\n';
+    }
+    return dump;
+}
+
+TEST(ExpressPositions, MisspeltDeclarationsAreRead) {
+    EXPECT_EQ(sMistakes("SCHEMA A;\nENTITIY B;\nEND_ENTITY;\nTYP C = REAL;\nEND_TPYE;\nFUNCTON D : REAL;\n"
+                        "END FUNCTION;\n"),
+              "ENTITIY@2:1+7 B@2:9+1 END_ENTITY@3:1+10\nTYP@4:1+3 C@4:5+1 END_TPYE@5:1+8\n"
+              "FUNCTON@6:1+7 D@6:9+1 END FUNCTION@7:1+12\n");
+    // Only what is in capitals and begins a line of a schema.
+    EXPECT_EQ(sMistakes("SCHEMA A;\nEntitiy B;\nEND_ENTITY;\nof ENTITIY C;\n"), "");
+    EXPECT_EQ(sMistakes("ENTITIY B;\nEND_ENTITY;\n"), "");
+    EXPECT_EQ(sMistakes("SCHEMA A;\n(* open\nTYPES of walls\n"), "");
+}
+
+TEST(ExpressPositions, MisspeltClausesBegin) {
+    const std::string entity =
+        "ENTITY A\n ABSTRCT SUPERTYPE OF (ONEOF\n (B))\n SUBTYP OF (C);\n D : E;\n INVERS\n"
+        " F : SET [0:?] OF G FOR H;\n DERIV\n I : J := 1;\n UNIQE\n K : D;\n WERE\n"
+        " L : D > 0;\nEND_ENTITY;\n";
+    EXPECT_EQ(sMistakes(entity),
+              "ENTITY@1:1+6 A@1:8+1 END_ENTITY@14:1+10 | ABSTRCT@2:2+7 ABSTRACT"
+              " | SUBTYP@4:2+6 SUBTYPE | INVERS@6:2+6 INVERSE | DERIV@8:2+5 DERIVE | UNIQE@10:2+5 UNIQUE"
+              " | WERE@12:2+4 WHERE\n");
+    std::string right = entity;
+    const auto positions = expressPositions(entity);
+    for (const auto& [word, keyword] : positions.declarations.at(0).misspelt)
+        right.replace(right.find(word.text), word.text.size(), keyword);
+    const auto namesOf = [](std::string_view text) {
+        std::string names;
+        const auto read = expressPositions(text);
+        for (const auto& member : read.declarations.at(0).members)
+            names += std::to_string(static_cast<int>(member.kind)) + std::string(member.name.text) + ' ';
+        return names;
+    };
+    EXPECT_EQ(namesOf(entity), "0D 1F 2I 3K 4L ");
+    EXPECT_EQ(namesOf(right), namesOf(entity));
+    EXPECT_EQ(sMistakes("ENTITY A\n SUPERTPE OF (B);\nEND_ENTITY;\n"),
+              "ENTITY@1:1+6 A@1:8+1 END_ENTITY@3:1+10 | SUPERTPE@2:2+8 SUPERTYPE\n");
+    EXPECT_EQ(sMistakes("TYPE A = REAL;\n WHER\n W : SELF > 0;\nEND_TYPE;\n"),
+              "TYPE@1:1+4 A@1:6+1 END_TYPE@4:1+8 | WHER@2:2+4 WHERE\n");
+    EXPECT_EQ(sMistakes("ENTITY A;\n where\n W : B;\nEND_ENTITY;\n"),
+              "ENTITY@1:1+6 A@1:8+1 END_ENTITY@4:1+10 | where@2:2+5 WHERE\n");
+}
+
+TEST(ExpressPositions, NamesAndExpressionsAreNoMisspeltKeywords) {
+    EXPECT_EQ(sMistakes("ENTITY A;\n INVERS : B;\n WERE, UNIQE : C;\n WHERE\n WHER NOT B;\nEND_ENTITY;\n"),
+              "ENTITY@1:1+6 A@1:8+1 END_ENTITY@6:1+10\n");
+    EXPECT_EQ(
+        sMistakes("FUNCTION F : REAL;\n IF A THEN B;\n END_IF;\n END_LOCAL;\n BEGIN\n END;\nEND_FUNCTION;\n"),
+        "FUNCTION@1:1+8 F@1:10+1 END_FUNCTION@7:1+12\n");
+}
+
+TEST(ExpressPositions, IllegalCharactersBelongToTheName) {
+    EXPECT_EQ(sMistakes("ENTITY A-B;\n C-D : E;\n 2F : G;\n H.2 : I;\nEND_ENTITY;\n"),
+              "ENTITY@1:1+6 A-B@1:8+3 END_ENTITY@5:1+10 ! A-B@1:8+3 1:9+1 ! C-D@2:2+3 2:3+1 ! 2F@3:2+2 3:2+1"
+              " ! H.2@4:2+3 4:3+1\n");
+    EXPECT_EQ(sMistakes("TYPE A = ENUMERATION OF\n (B\n ,C-D);\nEND_TYPE;\n"),
+              "TYPE@1:1+4 A@1:6+1 END_TYPE@4:1+8 ! C-D@3:3+3 3:4+1\n");
+    // A comment, and what is not right after the name.
+    EXPECT_EQ(
+        sMistakes("ENTITY A--B\n;\n C : B - D;\n UNIQUE\n U : B;\n WHERE\n W : B-C > 0;\nEND_ENTITY;\n"),
+        "ENTITY@1:1+6 A@1:8+1 END_ENTITY@8:1+10\n");
+}
+
+TEST(ExpressPositions, NamesOfDeclarationsMayHaveABlankByMistake) {
+    EXPECT_EQ(
+        sMistakes("ENTITY A B;\nEND_ENTITY;\nTYPE C D = REAL;\nEND_TYPE;\nRULE E F FOR (A);\nEND_RULE;\n"
+                  "FUNCTION G H (I : REAL) : REAL;\nEND_FUNCTION;\n"),
+        "ENTITY@1:1+6 A B@1:8+3 END_ENTITY@2:1+10\nTYPE@3:1+4 C D@3:6+3 END_TYPE@4:1+8\n"
+        "RULE@5:1+4 E F@5:6+3 END_RULE@6:1+8\nFUNCTION@7:1+8 G H@7:10+3 END_FUNCTION@8:1+12\n");
+    EXPECT_EQ(
+        sMistakes("ENTITY A SUBTYPE OF (B);\nEND_ENTITY;\nTYPE C STRING;\nEND_TYPE;\nENTITY D\n E : REAL;\n"
+                  "END_ENTITY;\n"),
+        "ENTITY@1:1+6 A@1:8+1 END_ENTITY@2:1+10\nTYPE@3:1+4 C@3:6+1 END_TYPE@4:1+8\n"
+        "ENTITY@5:1+6 D@5:8+1 END_ENTITY@7:1+10\n");
+}
+
+TEST(ExpressPositions, KeywordsOfTypesAreSeenInOtherLetterCases) {
+    const auto positions = expressPositions(
+        "TYPE A = list [1:?] Of BAG;\nEND_TYPE;\nENTITY B;\n C, D : Optional REAL;\n INVERSE\n"
+        " E : SET OF B for C;\nEND_ENTITY;\n");
+    ASSERT_EQ(positions.declarations.size(), 2U);
+    const auto& type = positions.declarations[0].typeMisspelt;
+    ASSERT_EQ(type.size(), 2U);
+    EXPECT_EQ(sWord(type[0].word), "list@1:10+4");
+    EXPECT_EQ(type[0].keyword, "LIST");
+    EXPECT_EQ(sWord(type[1].word), "Of@1:21+2");
+    const auto& members = positions.declarations[1].members;
+    ASSERT_EQ(members.size(), 3U);
+    // What attributes share is there once.
+    ASSERT_EQ(members[0].misspelt.size(), 1U);
+    EXPECT_EQ(sWord(members[0].misspelt[0].word), "Optional@4:9+8");
+    EXPECT_TRUE(members[1].misspelt.empty());
+    ASSERT_EQ(members[2].misspelt.size(), 1U);
+    EXPECT_EQ(members[2].misspelt[0].keyword, "FOR");
+}
+
+TEST(ExpressPositions, BoundsAreSeenWithoutColonAndSwapped) {
+    const auto positions =
+        expressPositions("TYPE A = LIST [1;2];\nEND_TYPE;\nENTITY B;\n C : SET [ 3 : 2 ] OF ARRAY "
+                         "[1..F[2:1]] OF REAL;\n D : LIST [N:1] OF LIST [0:?] OF REAL;\n"
+                         "END_ENTITY;\n");
+    ASSERT_EQ(positions.declarations.size(), 2U);
+    const auto& entity = positions.declarations[1];
+    ASSERT_EQ(entity.swappedBounds.size(), 1U);
+    EXPECT_EQ(sWord(entity.swappedBounds[0]), "[ 3 : 2 ]@4:10+9");
+    ASSERT_EQ(entity.gaps.size(), 1U);
+    EXPECT_EQ(sWord(entity.gaps[0].last), "[1..F[2:1]]@4:29+11");
+    EXPECT_EQ(entity.gaps[0].missing, "\":\"");
+    EXPECT_TRUE(entity.gaps[0].isInside);
+    EXPECT_TRUE(entity.gaps[0].isInMember);
+}
+
+TEST(ExpressPositions, AMisspeltSchemaIsOneUnlessThereIsAnother) {
+    const auto misspelt = expressPositions("SCEMA A;\nEND_SCEMA;\n");
+    ASSERT_EQ(misspelt.schemas.size(), 1U);
+    EXPECT_EQ(sWord(misspelt.schemas[0].keyword), "SCEMA@1:1+5");
+    EXPECT_EQ(sWord(misspelt.schemas[0].end), "END_SCEMA@2:1+9");
+    EXPECT_EQ(expressPositions("SCHEMA A;\nSCEMA B;\n").schemas.size(), 1U);
+}
+
 TEST(ExpressPositions, EncodingAndLineEndsAreSeen) {
     const std::string_view wide("S\0C\0H\0E\0M\0A\0 \0A\0;\0", 18);
     EXPECT_EQ(expressPositions(wide).encoding, ExpressEncoding::Utf16);

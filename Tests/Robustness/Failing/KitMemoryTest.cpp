@@ -40,7 +40,7 @@ std::string sDocument(const kit::SetDocument& document) {
     for (const auto& record : document.errors.getRecords())
         text += '|' + record.item + ';' + record.message;
     for (const auto& assertion : document.assertions)
-        text += '|' + assertion.record.message + std::to_string(assertion.recordsBefore);
+        text += '|' + std::string(assertion.record.message) + std::to_string(assertion.recordsBefore);
     return text + '|' + std::to_string(document.positions ? document.positions->getElements().size() : 0);
 }
 
@@ -71,7 +71,7 @@ TEST(KitMemory, Schemas) {
             [](const kit::SchemaFile& file) {
                 auto answer = file.text + '|' + std::to_string(file.names.size());
                 for (const auto& record : file.assertions)
-                    answer += '|' + record.message;
+                    answer += '|' + std::string(record.message);
                 return answer;
             }};
     EXPECT_GT(failuresOf(operation), 10U);

@@ -25,7 +25,7 @@ using kiv::test::isSanitized;
 using testing::Each;
 using testing::StartsWith;
 
-/// "OUT" stands for a folder of the test's own.
+/// "OUT" is replaced by a folder of the test's own.
 const std::vector<Arguments> Jobs{
     {"--help"},
     {"schema", "Building.exp", "--json"},
@@ -117,7 +117,7 @@ void vExpectDoneOrTold(const Written& whole, const Written& written) {
 class KivifcMemory : public testing::TestWithParam<Arguments> {};
 
 /// The first places closely, later ones in ever larger steps: there are thousands.
-TEST_P(KivifcMemory, LackOfItIsToldAndLeavesNothingHalfDone) {
+TEST_P(KivifcMemory, LackOfItIsReportedAndLeavesNothingHalfDone) {
     constexpr std::size_t Plenty = 1000000;
     constexpr std::size_t Step = isSanitized ? 4 : 12;
     const auto whole = jobRun(GetParam(), Plenty, "all");

@@ -27,7 +27,7 @@ using testing::IsEmpty;
 
 const std::string Config = "../../Tests/Tools/kivifc/Data/Building.config.xml";
 
-/// Every command with every form of output that it has. "OUT" stands for a folder of the test's own.
+/// Every command with every form of output that it has. "OUT" is replaced by a folder of the test's own.
 const std::vector<Arguments> Jobs{
     {"--help"},
     {"--version"},

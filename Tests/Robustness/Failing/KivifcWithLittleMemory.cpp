@@ -2,7 +2,7 @@
 //
 //     kivifc_with_little_memory 100 once schema Building.exp
 //
-// The first argument is how many of them succeed, the second whether "all" behind them fail or the next one
+// The first argument is how many of them succeed, the second whether "all" after them fail or the next one
 // "once". The others are those of kivifc.
 
 #include "Support/Allocations.h"

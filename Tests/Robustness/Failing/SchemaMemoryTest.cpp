@@ -42,7 +42,7 @@ std::string sModelOf(const Reading& reading) {
     return reading.schema ? sModelText(*reading.schema) : "none";
 }
 
-/// Reading what stands behind the header line, which is read by the host that calls.
+/// Reading what comes after the header line, which is read by the host that calls.
 Operation<Reading> statementsReading(const std::string& text) {
     const auto header = text.find("SCHEMA ");
     const auto body = text.find('\n', header) + 1;
@@ -151,7 +151,7 @@ TEST(SchemaLoaderMemory, NothingIsCachedAndTheNextRequestMakesTheSchema) {
     EXPECT_GT(failuresOf(operation), 10U);
 }
 
-TEST(SchemaLoaderMemory, LackOfACallbackNeedsMemoryToBeTold) {
+TEST(SchemaLoaderMemory, LackOfACallbackNeedsMemoryToBeReported) {
     // The loader, and the message. The loader stays when the message fails, as if it had been asked for.
     const auto held = allocationsHeld();
     SchemaLoader::curr();

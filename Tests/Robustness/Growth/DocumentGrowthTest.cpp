@@ -59,6 +59,27 @@ void vSetRead(const std::string& text) {
     report.getFormattedErrors();
 }
 
+/// Collects the sets, each of which is a line, and then asks for those of two entities.
+void vSetsCollect(const std::string& text) {
+    static const auto schema = schemaPsetFromText("ENTITY IfcWall\n SUBTYPE OF (IfcRoot);\nEND_ENTITY;\n"
+                                                  "ENTITY IfcRoot;\nEND_ENTITY;\n");
+    SchemaPropertySetDefinitions sets;
+    ifc::def::xml::XmlSetErrors errors;
+    std::istringstream lines(text);
+    std::size_t count = 0;
+    for (std::string line; std::getline(lines, line); ++count) {
+        kiv::xml::File file(nullptr, kiv::xml::VerboseLevel::Quiet, kiv::xml::ValidateLevel::None);
+        std::istringstream stream(line);
+        ASSERT_TRUE(
+            sets.xmlSetAdd(*schema, pSetFromElement(*file.parse(stream, "", nullptr), errors), errors));
+    }
+    const auto entityOf = [&](const char* name) -> const schema::Entity& {
+        return *schema::Entity::pFrom(schema->pObjectFromName(name));
+    };
+    EXPECT_EQ(sets.getXmlSetsAllToEntity(entityOf("IfcWall"), false).size(), count);
+    EXPECT_LE(sets.getXmlSetsToEntity(entityOf("IfcRoot"), true).size(), count);
+}
+
 std::string sSet(const std::string& children) {
     return "<PropertySetDef><Name>P</Name>" + children + "</PropertySetDef>";
 }
@@ -74,8 +95,8 @@ std::string sProperty(const std::string& type) {
 
 TEST(DocumentGrowthTest, Sets) {
     constexpr std::size_t Many = 50'000;
-    const auto numbered = [](std::string_view before, std::string_view behind) {
-        return [=](std::size_t i) { return sNumbered(before, i).append(behind); };
+    const auto numbered = [](std::string_view before, std::string_view after) {
+        return [=](std::size_t i) { return sNumbered(before, i).append(after); };
     };
     vGrowthExpect(
         {{"properties", Many,
@@ -186,6 +207,30 @@ TEST(DocumentGrowthTest, RecordsOfASetWithALongName) {
                            vRecordsWrite);
 }
 
+TEST(DocumentGrowthTest, SetsOfOneEntity) {
+    constexpr std::size_t Many = 20'000;
+    const auto setOf = [](std::size_t number, std::string_view entity) {
+        return "<PropertySetDef><Name>" + sNumbered("P", number) + "</Name><ApplicableClasses><ClassName>" +
+               std::string(entity) + "</ClassName></ApplicableClasses></PropertySetDef>\n";
+    };
+    vGrowthExpect({{"in any order", Many,
+                    [=](std::size_t count) {
+                        return sJoined(count, [=](std::size_t i) { return setOf(i, "IfcWall"); });
+                    }},
+                   // The last name comes first.
+                   {"in reverse", Many,
+                    [=](std::size_t count) {
+                        return sJoined(count, [=](std::size_t i) { return setOf(10 * Many - i, "IfcWall"); });
+                    }},
+                   {"half of them of its supertype", Many,
+                    [=](std::size_t count) {
+                        return sJoined(count, [=](std::size_t i) {
+                            return setOf(i, i % 2 == 0 ? "IfcWall" : "IfcRoot");
+                        });
+                    }}},
+                  vSetsCollect);
+}
+
 TEST(DocumentGrowthTest, Markup) {
     constexpr std::size_t Megabyte = 1'000'000;
     const auto inName = [](std::string_view piece) {
@@ -231,7 +276,7 @@ TEST(DocumentGrowthTest, Markup) {
         vSetRead);
 }
 
-/// Reads a schema and then its configuration, which stands behind a NUL byte.
+/// Reads a schema and then its configuration, which comes after a NUL byte.
 void vConfigRead(const std::string& text) {
     const AssertCollector reports;
     const auto end = text.find('\0');

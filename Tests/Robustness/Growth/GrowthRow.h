@@ -29,7 +29,7 @@ void vGrowthExpect(const std::vector<GrowthRow>& rows, const std::function<void(
 void vGrowthForOutputExpect(const std::vector<GrowthRow>& rows,
                             const std::function<void(const std::string&)>& write);
 
-/// A piece of text for each number below `count`, one behind the other.
+/// A piece of text for each number below `count`, one after the other.
 std::string sJoined(std::size_t count, const std::function<std::string(std::size_t)>& piece);
 
 /// The text again and again.

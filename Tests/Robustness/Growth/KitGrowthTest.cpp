@@ -8,6 +8,7 @@
 #include "kiv/Kit/Express/ExpressTypeText.h"
 #include "kiv/Kit/Express/ExpressionText.h"
 #include "kiv/Kit/Express/ExpressionWalk.h"
+#include "kiv/Kit/Findings/SchemaFindings.h"
 #include "kiv/Kit/Names/NearestName.h"
 
 #include <algorithm>
@@ -51,6 +52,14 @@ void vTypeWrite(const std::string& text) {
     const auto file = kit::schemaTextRead(text, "s.exp");
     ASSERT_TRUE(file.schema);
     EXPECT_FALSE(kit::sTypeResolved(file.schema->pObjectFromName("T0")).empty());
+}
+
+/// With what is found of the reports.
+void vReportsRead(const std::string& text) {
+    const auto file = kit::schemaTextRead(text, "s.exp");
+    ASSERT_TRUE(file.schema);
+    EXPECT_GE(file.assertions.size(), 500U);
+    EXPECT_FALSE(kit::schemaFindingsOf(file.schema.get(), file.assertions, file.text, file.path).empty());
 }
 
 void vDocumentRead(const std::string& text) {
@@ -104,6 +113,27 @@ TEST(KitGrowthTest, ChainsOfTypesAreWritten) {
                                "END_SCHEMA;\n";
                     }}},
                   vTypeWrite);
+}
+
+TEST(KitGrowthTest, ReportsThatAreTheSameAreKeptOnce) {
+    const auto types = [](std::size_t count) {
+        return sJoined(count, [](std::size_t number) {
+            return "TYPE T" + std::to_string(number) + " = T;\nEND_TYPE;\n";
+        });
+    };
+    // A clause as long as all that is made of its type, which is reported once for each of them.
+    const auto schema = [=](const std::string& rules, std::size_t count) {
+        return "SCHEMA S;\nTYPE T = REAL;\n WHERE\n" + rules + "END_TYPE;\n" + types(count) + "END_SCHEMA;\n";
+    };
+    vGrowthExpect({{"refused rule and types that are made of its type", 20'000,
+                    [=](std::size_t count) {
+                        return schema("  R : SELF > 0" + sTimes(" + 1", 4 * count) + " < ;\n", count);
+                    }},
+                   {"many rules, of which the last is refused", 20'000,
+                    [=](std::size_t count) {
+                        return schema(sTimes("  R : SELF > 0;\n", count) + "  Q : < ;\n", count);
+                    }}},
+                  vReportsRead);
 }
 
 TEST(KitGrowthTest, DocumentsAreRead) {

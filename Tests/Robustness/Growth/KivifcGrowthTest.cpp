@@ -1,5 +1,6 @@
 // What kivifc writes about hostile input: files of an export, and pictures of entities with long names.
 
+#include "Robustness/Growth/CountedFile.h"
 #include "Robustness/Growth/GrowthRow.h"
 #include "Support/AssertCollector.h"
 #include "Support/Growth.h"
@@ -13,10 +14,8 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdio>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -61,16 +60,6 @@ TEST(KivifcGrowthTest, FilesThatAreExportedAgain) {
                   vNamesExport);
 }
 
-/// A stream that counts what is written to it.
-std::FILE* pCountedFile() {
-    cookie_io_functions_t functions{};
-    functions.write = [](void*, const char*, std::size_t size) {
-        vOutputCount(size);
-        return static_cast<ssize_t>(size);
-    };
-    return fopencookie(nullptr, "w", functions);
-}
-
 /// Writes the first entity of the statements by `write`.
 void vEntityWrite(const std::string& statements,
                   const std::function<void(const Entity&, kivifc::Output&)>& write) {
@@ -78,7 +67,7 @@ void vEntityWrite(const std::string& statements,
     const auto schema = schemaFromText(statements);
     const auto* const entity = Entity::pFrom(schema->getObjects().front());
     ASSERT_NE(entity, nullptr);
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(pCountedFile(), &std::fclose);
+    const auto file = countedFile();
     ASSERT_NE(file, nullptr);
     kivifc::Output output(file.get());
     write(*entity, output);

@@ -96,7 +96,7 @@ void vExpressionRowsAdd(Rows& rows) {
                         "0 rulesGot SyntaxError when parsing an express rule: Unexpected token"});
 }
 
-/// How many aggregates stand inside each other below the type, what the innermost holds, and what was
+/// How many aggregates are inside each other below the type, what the innermost holds, and what was
 /// reported.
 std::string sAggregates(const std::string& statement) {
     AssertCollector reports;

@@ -129,6 +129,36 @@ TEST(SchemaFindingsGrowthTest, WhatIsNotRead) {
               return sEntity("E;",
                              sJoined(count, [](std::size_t i) { return sNumbered("A", i) + ":REAL;\n"; }));
           }},
+         {"keywords of types in lower case", Many,
+          [](std::size_t count) {
+              return sEntity("E;", sJoined(count,
+                                           [](std::size_t i) {
+                                               return sNumbered("A", i) + " : optional set [1..?] of real;\n";
+                                           })) +
+                     sEntity("F;", "A : LIST [1:?] OF" + sTimes(" unique", count) + " REAL;");
+          }},
+         {"brackets that are not closed", Many,
+          [](std::size_t count) {
+              return sEntity("E;", sTimes("A : SET [9:1] OF LIST [1 OF REAL;\n", count)) +
+                     sEntity("F;", "A : " + sTimes("SET [", count) + ";") +
+                     sEntity("G;", " DERIVE\n" + sTimes(" A : REAL = SIN(;\n", count));
+          }},
+         {"lists without brackets", Many,
+          [](std::size_t count) {
+              return "TYPE T = SELECT" + sTimes(" E\n", count) + ";\nEND_TYPE;\n" +
+                     sEntity("E",
+                             " SUPERTYPE OF" + sTimes(" (ONE OF F OF G", count) + sTimes(")", count) + ";") +
+                     "TYPE U = REAL;\nEND_TYPE;\n";
+          }},
+         {"types without an equals sign", Many,
+          [](std::size_t count) {
+              return sJoined(
+                  count, [](std::size_t i) { return "TYPE " + sNumbered("T", i) + " : REAL;\nEND_TYPE;\n"; });
+          }},
+         {"strings of another schema", Many,
+          [](std::size_t count) {
+              return sEntity("E;", " WHERE\n W : [" + sTimes("'Z.E', ", count) + "'Z.E'] = TYPEOF(SELF);");
+          }},
          {"rules that are refused", Many,
           [](std::size_t count) {
               return sJoined(count, [](std::size_t i) {

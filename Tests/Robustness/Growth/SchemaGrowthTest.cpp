@@ -186,7 +186,7 @@ TEST(SchemaGrowthTest, ManyOfOneKind) {
           }},
          {"enumeration items", Many,
           [](std::size_t count) { return sType("X", "ENUMERATION OF (" + sNames("I", count) + ")"); }},
-         {"select items that nothing bears", Many,
+         {"select items that name nothing", Many,
           [](std::size_t count) { return sType("X", "SELECT (" + sNames("I", count) + ")"); }},
          {"select items", Many,
           [](std::size_t count) {
@@ -438,7 +438,7 @@ TEST(SchemaGrowthTest, WhatNeverEnds) {
         rows.push_back({"rule that ends in " + name, Long,
                         [=](std::size_t size) { return sRule("a + " + text(size)); }});
         rows.push_back(
-            {"statements behind " + name, Long, [=](std::size_t size) { return sEntity("X") + text(size); }});
+            {"statements after " + name, Long, [=](std::size_t size) { return sEntity("X") + text(size); }});
     };
     for (const std::string_view open :
          {"(", "[", "{", "f(", "QUERY(", "QUERY(a <* b | ", "([{", "(f([a, {a < a[", ")", "]", "}", "([)]",

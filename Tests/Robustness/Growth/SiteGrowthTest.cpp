@@ -8,6 +8,7 @@
 #include "kiv/Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
 #include "kiv/Kit/Documents/SetCollection.h"
 #include "kivifc/Documents/SetDocument.h"
+#include "kivifc/Site/Addresses.h"
 #include "kivifc/Site/SiteFolder.h"
 #include "kivifc/Site/SiteModel.h"
 #include "kivifc/Site/SitePages.h"
@@ -233,6 +234,46 @@ SiteInput functionsOfOneName(std::size_t count) {
     return {sTimes("FUNCTION F (X : REAL) : REAL;\n RETURN (X);\nEND_FUNCTION;\n", count), {}};
 }
 
+/// Queries within queries, each of which hides a parameter by a variable of that name.
+SiteInput localNames(std::size_t count) {
+    const auto parameters = sJoined(count, [](std::size_t i) { return sNumbered(i == 0 ? "P" : ", P", i); });
+    return {"FUNCTION F (" + parameters + " : REAL) : REAL;\n RETURN (" +
+                sJoined(count, [](std::size_t i) { return "QUERY(" + sNumbered("P", i) + " <* P0 | "; }) +
+                "P1" + sTimes(")", count) + ");\nEND_FUNCTION;\n",
+            {}};
+}
+
+/// Statements that nothing ends, and ends of statements that did not begin.
+SiteInput unendedLocalNames(std::size_t count) {
+    return {"FUNCTION F (X : REAL) : REAL;\n" + sTimes("ALIAS a FOR X;\n", count) +
+                sTimes("END_REPEAT;\n", count) + " RETURN (X);\nEND_FUNCTION;\n",
+            {}};
+}
+
+/// Names after points that belong to the type of the last one, and one that is nowhere.
+SiteInput namesAfterPoints(std::size_t count) {
+    return {sJoined(count,
+                    [](std::size_t i) {
+                        const auto above = i == 0 ? "" : sNumbered("E", i - 1);
+                        return sEntity(sNumbered("E", i), above,
+                                       sNumbered(" A", i) + " : E0;\n DERIVE\n" + sNumbered(" D", i) +
+                                           " : E0 := A0[1];\n WHERE\n W : A0.D0[A0.A0].None = D0.A0.None;\n");
+                    }),
+            {}};
+}
+
+/// Each would try the numbers of all before it, if the file names did not count them.
+TEST(FileNamesGrowth, EqualNamesTakeWorkInProportion) {
+    const auto growth = growthFrom(1'000, [](std::size_t size) {
+        return [size] {
+            kivifc::site::FileNames names;
+            for (std::size_t number = 0; number != size; ++number)
+                names.sTake("Pset_Wall", "office");
+        };
+    });
+    EXPECT_LE(growth, ProportionalGrowth);
+}
+
 class SiteGrowthTest : public testing::TestWithParam<Family> {};
 
 TEST_P(SiteGrowthTest, SiteIsInProportionToWhatItIsMadeOf) {
@@ -263,7 +304,9 @@ INSTANTIATE_TEST_SUITE_P(
         Family{"PropertiesOfOneName", 500, propertiesOfOneName},
         Family{"MembersOfOneName", 1'000, membersOfOneName},
         Family{"SelectsOfOneSelect", 1'100, selectsOfOneSelect}, Family{"Functions", 500, functions},
-        Family{"FunctionsOfOneName", 500, functionsOfOneName}),
+        Family{"FunctionsOfOneName", 500, functionsOfOneName}, Family{"LocalNames", 500, localNames},
+        Family{"UnendedLocalNames", 1'000, unendedLocalNames},
+        Family{"NamesAfterPoints", 500, namesAfterPoints}),
     [](const testing::TestParamInfo<Family>& tested) { return std::string(tested.param.name); });
 
 } // namespace

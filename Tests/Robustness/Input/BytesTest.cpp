@@ -54,7 +54,7 @@ std::vector<std::string_view> namesOf(const Schema& schema) {
     return names;
 }
 
-TEST(BytesTest, TheyMayStandBeforeInsideAndBehindEachToken) {
+TEST(BytesTest, TheyMayBeBeforeInsideAndAfterEachToken) {
     const Reading reading{std::string(SampleText)};
     // Without it the comment before the header does not end.
     const auto commentEnd = SampleText.find("*)");
@@ -80,8 +80,8 @@ TEST(BytesTest, TheyMayStandBeforeInsideAndBehindEachToken) {
 TEST(BytesTest, NamesKeepThem) {
     for (const auto bytes : AllBytes) {
         SCOPED_TRACE(sShown(bytes));
-        const auto with = [bytes](std::string_view before, std::string_view behind) {
-            return std::string(before).append(bytes).append(behind);
+        const auto with = [bytes](std::string_view before, std::string_view after) {
+            return std::string(before).append(bytes).append(after);
         };
         const auto schema = schemaFromText(
             "ENTITY " + with("Wa", "ll") + "\n SUPERTYPE OF (ONEOF (" + with("Do", "or") + "));\n  " +
@@ -151,7 +151,7 @@ TEST(BytesTest, HashesOfNamesExtendTheSignOfEachByte) {
 
 TEST(BytesTest, HashesOfAttributesExtendTheSignOfEachByte) {
     // "L": 0x811C9DC5 XOR 0x4C is 0x811C9D89; 403 times that is 0x400BFEAB, to which 0x89000000 is added:
-    // 0xC90BFEAB. Behind it: XOR 0xFFFFFFE9 is 0x36F40142; 403 times that is 0x821DFAE6, to which 0x42000000
+    // 0xC90BFEAB. After it: XOR 0xFFFFFFE9 is 0x36F40142; 403 times that is 0x821DFAE6, to which 0x42000000
     // is added: 0xC41DFAE6.
     const auto schema =
         schemaFromText("ENTITY X;\n  \xE9 : REAL;\n  L\xE9 : REAL;\n INVERSE\n  \x80 : X FOR \xE9;\n"

@@ -43,7 +43,7 @@ TEST_P(DamagedSampleTest, EveryPrefixIsReadOrRefused) {
 }
 
 TEST_P(DamagedSampleTest, EveryRestIsReadOrRefused) {
-    // What stands before a statement, and an element, matters little, so that not every byte is a place to
+    // What is before a statement, and an element, matters little, so that not every byte is a place to
     // begin at.
     constexpr std::size_t Step = 7;
     for (std::size_t begin = 1; begin < text_.size(); begin += Step)

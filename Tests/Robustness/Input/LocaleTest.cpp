@@ -325,7 +325,7 @@ TEST(LocaleTest, NumbersAreReadAsInTheClassicLocale) {
         *schema::Type::pFrom(schema->pObjectFromName("IfcWidth"))->pDataType());
     EXPECT_EQ(width.getWidth(), 12345U);
     ASSERT_EQ(reports.getMessages().size(), 1U);
-    // The rules are the first three lines of the clause; the bracket stands behind 1500 blanks, 1500 lines
+    // The rules are the first three lines of the clause; the bracket comes after 1500 blanks, 1500 lines
     // further down.
     EXPECT_NE(reports.getMessages()[0].find("Unexpected token at 1503:1501"), std::string::npos)
         << reports.getMessages()[0].substr(0, 100);

@@ -14,7 +14,7 @@ namespace kiv::test {
 
 using Seed = std::uint32_t;
 
-/// So many seeds that follow each other. The first is the environment variable KIV_TEST_SEED, if there is
+/// That many seeds in a row. The first is the environment variable KIV_TEST_SEED, if there is
 /// one.
 std::vector<Seed> seeds(std::size_t count);
 

@@ -87,7 +87,7 @@ TEST(AssertThreads, ServiceIsSwitchedOnAndOffWhileSetsAreChecked) {
 }
 
 /// One sink, installed by every thread for itself too: it receives a report once for each installation.
-TEST(AssertThreads, SinkThatEveryThreadInstallsIsToldByAll) {
+TEST(AssertThreads, SinkThatEveryThreadInstallsHearsFromAll) {
     constexpr std::size_t Rounds = 100;
     CollectingSink shared;
     vOnManyThreads([&](std::size_t) {

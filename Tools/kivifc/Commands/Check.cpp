@@ -16,7 +16,7 @@ namespace kiv::kivifc {
 
 namespace {
 
-constexpr const char* Footer =
+constexpr const char* CheckFooter =
     "Each finding is PATH:LINE:COLUMN: SEVERITY: MESSAGE [CODE], with notes and the line below it; kivifc\n"
     "explain CODE says more. A comment <!-- kivifc: ignore CODE --> hides findings of the next element.\n"
     "\n"
@@ -39,7 +39,7 @@ public:
     void vOptionsAdd(CLI::App& app) override {
         const Options options(app);
         options_.vAdd(app);
-        options.vFooter(Footer);
+        options.vFooter(CheckFooter);
     }
 
     void vRun(Console& console) override {

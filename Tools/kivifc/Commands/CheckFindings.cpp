@@ -134,15 +134,17 @@ public:
         if (!boBaselineRead())
             return vFindingsFailureShow(options_, console_);
         const auto others = otherSchemas(options_, console_.diagnostics);
-        vDocumentsCheck(contexts, others);
+        auto request = requestFor(contexts, others);
+        vDocumentsCheck(request);
         vReportWrite();
-        vBaselineApply();
+        vBaselineWrite();
+        vBaselineHide();
         if (options_.isFix || options_.isDiff)
-            vUnmendableNote(checked_.findings, checked_.unmendable, console_);
+            vMend(request);
         if (options_.isDiff)
             return vDiffShow();
         if (options_.isFix)
-            vFindingsMend(checked_.findings, checked_.texts, console_);
+            vMendedWrite(request);
         vCount();
         vWrite();
     }
@@ -159,7 +161,8 @@ private:
         return baseline_.has_value();
     }
 
-    void vDocumentsCheck(const std::vector<ContextPaths>& contexts, const std::vector<SchemaFile>& others) {
+    CheckRequest requestFor(const std::vector<ContextPaths>& contexts,
+                            const std::vector<SchemaFile>& others) {
         CheckRequest request(schema_, checkContext(schema_, others, options_));
         request.documents = documentsOf(contexts, options_, console_.diagnostics);
         request.standardInputName = options_.standardInputName;
@@ -167,9 +170,46 @@ private:
         request.selection = options_.selection();
         request.keepsRecords = !options_.reportPath.empty();
         request.keepsTexts = options_.isFix || options_.isDiff;
+        return request;
+    }
+
+    void vDocumentsCheck(CheckRequest& request) {
         Progress progress(stderr, request.documents.size());
         request.onProgress = [&progress](std::size_t done) { progress.vShow(done); };
         checked_ = checkRun(request, sources_);
+        request.onProgress = nullptr;
+    }
+
+    /// Once more, with what is mended: all documents, as there are findings between them.
+    void vAgainCheck(CheckRequest& request) {
+        vDocumentsCheck(request);
+        // A patch changes no file, and what was found in them stays known.
+        if (options_.isFix)
+            vBaselineWrite();
+        vBaselineHide();
+    }
+
+    /// In memory. Mending an element uncovers what is inside, and that can often be mended as well.
+    void vMend(CheckRequest& request) {
+        constexpr int maxRounds = 3;
+        vUnmendableNote(checked_.findings, checked_.unmendable, console_);
+        request.texts = checked_.streams;
+        for (int round = 0; round != maxRounds; ++round) {
+            if (!boTextsMend(checked_.findings, checked_.texts, mended_))
+                return;
+            for (const auto& [path, mended] : mended_)
+                request.texts[path] = mended.text;
+            vAgainCheck(request);
+        }
+    }
+
+    /// What could not be written is checked as it is.
+    void vMendedWrite(CheckRequest& request) {
+        const auto unwritten = unwrittenOf(mended_, console_);
+        for (const auto& path : unwritten)
+            request.texts[path] = mended_.at(path).before.text;
+        if (!unwritten.empty())
+            vAgainCheck(request);
     }
 
     void vReportWrite() {
@@ -180,14 +220,22 @@ private:
             console_.diagnostics.vFail(options_.reportPath, failure);
     }
 
-    void vBaselineApply() {
-        if (!options_.writtenBaselinePath.empty()) {
-            const auto failure = sBaselineWrite(options_.writtenBaselinePath, checked_.findings);
-            if (!failure.empty())
-                console_.diagnostics.vFail(options_.writtenBaselinePath, failure);
-        }
-        if (baseline_)
-            result_.counts.hidden = baselineHide(checked_.findings, *baseline_, scope(), result_.fixed);
+    void vBaselineWrite() {
+        if (options_.writtenBaselinePath.empty() || isBaselineUnwritable_)
+            return;
+        const auto failure = sBaselineWrite(options_.writtenBaselinePath, checked_.findings);
+        isBaselineUnwritable_ = !failure.empty();
+        if (isBaselineUnwritable_)
+            console_.diagnostics.vFail(options_.writtenBaselinePath, failure);
+    }
+
+    void vBaselineHide() {
+        if (!baseline_)
+            return;
+        result_.fixed.clear();
+        // Each entry hides one finding and is used up by it.
+        auto baseline = *baseline_;
+        result_.counts.hidden = baselineHide(checked_.findings, baseline, scope(), result_.fixed);
     }
 
     BaselineScope scope() const {
@@ -203,7 +251,7 @@ private:
     }
 
     void vDiffShow() {
-        if (boDiffWrite(checked_.findings, checked_.texts, console_.output))
+        if (boDiffWrite(mended_, console_.output))
             console_.diagnostics.vFinding();
         vFailingCheck();
         if (checked_.unreadable != 0)
@@ -258,7 +306,9 @@ private:
     Console& console_;
     SourceLines sources_;
     std::optional<Baseline> baseline_;
+    bool isBaselineUnwritable_ = false;
     CheckedDocuments checked_;
+    MendedTexts mended_;
     CheckResult result_;
 };
 

@@ -12,6 +12,7 @@
 #include <fmt/format.h>
 #include <span>
 #include <system_error>
+#include <utility>
 
 namespace kiv::kivifc {
 
@@ -40,41 +41,42 @@ std::string sMended(const std::string& path, const CheckedText& before, const st
     return sFileReplace(target, after);
 }
 
-/// Whether the findings of a file were mended; `isMended` gets which.
-bool boFileMend(std::span<const kit::Finding> findings, const CheckedText& before,
-                std::vector<bool>& isMended, Console& console) {
-    const auto fixed = fixedText(before.text, findings);
-    if (fixed.text == before.text)
-        return false;
-    const auto& path = findings.front().place.path;
-    if (const auto failure = sMended(path, before, fixed.text); !failure.empty()) {
-        console.diagnostics.vFail(path, failure);
-        return false;
-    }
-    const auto count = std::ranges::count(fixed.isMended, true);
-    console.diagnostics.vNote(path, fmt::format("{} finding{} mended", count, count == 1 ? "" : "s"));
-    isMended = fixed.isMended;
-    return true;
-}
-
 } // namespace
 
-void vFindingsMend(std::vector<kit::Finding>& findings, const std::map<std::string, CheckedText>& texts,
-                   Console& console) {
-    std::vector<kit::Finding> left;
+bool boTextsMend(const std::vector<kit::Finding>& findings, const std::map<std::string, CheckedText>& texts,
+                 MendedTexts& mended) {
+    bool isAny = false;
     for (std::size_t begin = 0; begin < findings.size();) {
         const auto file = ofOneFile(findings, begin);
         begin += file.size();
         const auto text = texts.find(file.front().place.path);
-        std::vector<bool> isMended(file.size(), false);
-        if (text != texts.end())
-            boFileMend(file, text->second, isMended, console);
-        for (std::size_t number = 0; number < file.size(); ++number) {
-            if (!isMended[number])
-                left.push_back(std::move(file[number]));
-        }
+        if (text == texts.end())
+            continue;
+        auto fixed = fixedText(text->second.text, file);
+        if (fixed.text == text->second.text)
+            continue;
+        auto& place = mended.try_emplace(text->first, MendedText{text->second, {}, 0}).first->second;
+        place.text = std::move(fixed.text);
+        place.count += static_cast<std::size_t>(std::ranges::count(fixed.isMended, true));
+        isAny = true;
     }
-    findings = std::move(left);
+    return isAny;
+}
+
+std::vector<std::string> unwrittenOf(const MendedTexts& mended, Console& console) {
+    std::vector<std::string> unwritten;
+    for (const auto& [path, text] : mended) {
+        if (text.text == text.before.text)
+            continue;
+        if (const auto failure = sMended(path, text.before, text.text); !failure.empty()) {
+            console.diagnostics.vFail(path, failure);
+            unwritten.push_back(path);
+            continue;
+        }
+        console.diagnostics.vNote(path,
+                                  fmt::format("{} finding{} mended", text.count, text.count == 1 ? "" : "s"));
+    }
+    return unwritten;
 }
 
 void vUnmendableNote(const std::vector<kit::Finding>& findings, const std::set<std::string>& unmendable,
@@ -88,18 +90,10 @@ void vUnmendableNote(const std::vector<kit::Finding>& findings, const std::set<s
     }
 }
 
-bool boDiffWrite(const std::vector<kit::Finding>& findings, const std::map<std::string, CheckedText>& texts,
-                 Output& output) {
+bool boDiffWrite(const MendedTexts& mended, Output& output) {
     bool isAny = false;
-    for (std::size_t begin = 0; begin < findings.size();) {
-        const auto file = ofOneFile(findings, begin);
-        begin += file.size();
-        const auto& path = file.front().place.path;
-        const auto text = texts.find(path);
-        if (text == texts.end())
-            continue;
-        const auto diff =
-            sUnifiedDiff(sOneLine(path), text->second.text, fixedText(text->second.text, file).text);
+    for (const auto& [path, text] : mended) {
+        const auto diff = sUnifiedDiff(sOneLine(path), text.before.text, text.text);
         output.vWrite(diff);
         isAny = isAny || !diff.empty();
     }

@@ -137,7 +137,8 @@ void CheckOptions::vOutputAdd(CLI::App& app) {
 
 void CheckOptions::vChoiceAdd(CLI::App& app) {
     app.add_option("--fail-on", failOn_,
-                   "The least severity in documents that makes the exit status 1; in the schema errors do")
+                   "The least severity in documents that makes the exit status 1; in the schema errors do. "
+                   "--format report does not look at it")
         ->check(CLI::IsMember({"error", "warning", "note", "never"}))
         ->capture_default_str();
     const auto vCodesAdd = [&](const char* name, std::vector<std::string>& codes, const char* description) {

@@ -32,7 +32,6 @@ constexpr const char* StatusHelp =
     "In JSON, a path that is not UTF-8 has a second member, pathBytes, in which each byte but letters,\n"
     "digits and - . _ ~ / is %XX, its number in hexadecimal digits.";
 
-/// Every command reads files.
 void vLimitsAdd(CLI::App& app) {
     for (const auto& limit : getLimitOptions()) {
         auto* const option = app.add_option(limit.name, readingBudget().*limit.value, limit.description);
@@ -100,7 +99,8 @@ std::vector<ParsedCommand> commandsAdd(CLI::App& app, IsAsked isAsked) {
             continue;
         commands.back().command->vOptionsAdd(*parser);
         vUnmark(*parser);
-        vLimitsAdd(*parser);
+        if (entry.isReader)
+            vLimitsAdd(*parser);
     }
     return commands;
 }

@@ -9,7 +9,8 @@ namespace {
 constexpr std::array Commands{
     CommandEntry{"schema", "Read an EXPRESS schema and summarise it", pSchemaCommand},
     CommandEntry{"check", "Check property-set and quantity-set documents against a schema", pCheckCommand},
-    CommandEntry{"explain", "Say what a rule of check finds, why, and how to mend it", pExplainCommand},
+    CommandEntry{"explain", "Say what a rule of check finds, why, and how to mend it", pExplainCommand,
+                 false},
     CommandEntry{"type", "Find the type of the value of a property, quantity or attribute", pTypeCommand},
     CommandEntry{"sets", "List the sets that apply to an entity", pSetsCommand},
     CommandEntry{"find", "Find a set by its name, or a property or quantity by its GUID", pFindCommand},

@@ -6,6 +6,10 @@
 ///
 /// To add a command, write `NAME.cpp` beside this file with a class derived from `Command` and the function
 /// that makes one, declare that function here, and give it a row in CommandTable.cpp.
+///
+/// Ownership: the table is constant; a command is the caller's.
+/// Threads:   the table may be read from any number of threads.
+/// Errors:    std::bad_alloc from those that make a command.
 #pragma once
 
 #include "kivifc/Commands/Command.h"
@@ -32,6 +36,8 @@ struct CommandEntry {
     const char* name;
     const char* description;
     std::unique_ptr<Command> (*pCreate)();
+    /// Whether it has the options that limit what is read.
+    bool isReader = true;
 };
 
 /// All commands, in the order in which the help shows them.

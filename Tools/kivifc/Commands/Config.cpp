@@ -24,7 +24,7 @@ using ifc::def::SchemaPset;
 using ifc::def::schema::Entity;
 using ifc::def::xmlschema::Config;
 
-constexpr const char* Footer =
+constexpr const char* ConfigFooter =
     "Attributes are listed with the entity that declares them; of several records for one, the last\n"
     "counts.\n"
     "\n"
@@ -134,7 +134,7 @@ void ConfigCommand::vOptionsAdd(CLI::App& app) {
     options.text("FILE", schemaPath_, "The schema file").required();
     options.text("CONFIG", configPath_, "The configuration (ISO 10303-28)").required();
     options.flag("--json", jsonAsked_, "Write what it says as JSON");
-    options.vFooter(Footer);
+    options.vFooter(ConfigFooter);
 }
 
 void ConfigCommand::vRun(Console& console) {

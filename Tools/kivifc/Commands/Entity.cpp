@@ -16,7 +16,7 @@ namespace kiv::kivifc {
 
 namespace {
 
-constexpr const char* Footer =
+constexpr const char* EntityFooter =
     "The last argument is the entity, in any letter case. Attributes (explicit, derived and inverse) and\n"
     "rules are listed under the entity that declares them, from the topmost supertype down. An attribute is\n"
     "followed by what its type resolves to and, in braces, by its representation in the configuration. The\n"
@@ -42,7 +42,7 @@ void EntityCommand::vOptionsAdd(CLI::App& app) {
     arguments_.vOptionsAdd(app, "SETS... NAME", "Write the entity as JSON");
     options.text("--config", configPath_, "An IFC-XML configuration, for the representations")
         .valueName("CONFIG");
-    options.vFooter(Footer);
+    options.vFooter(EntityFooter);
 }
 
 void EntityCommand::vRun(Console& console) {

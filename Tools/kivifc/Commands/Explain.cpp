@@ -11,7 +11,7 @@ namespace kiv::kivifc {
 
 namespace {
 
-constexpr const char* Footer =
+constexpr const char* ExplainFooter =
     "Without a code, all rules are listed; with the beginning of codes, such as T, those.\n"
     "\n"
     "Exit status: 0 found, 1 no rule has the code, 2 the job could not be done.";
@@ -21,7 +21,7 @@ public:
     void vOptionsAdd(CLI::App& app) override {
         const Options options(app);
         options.text("CODE", code_, "The code of a rule, as in [T001]");
-        options.vFooter(Footer);
+        options.vFooter(ExplainFooter);
     }
 
     void vRun(Console& console) override {

@@ -23,7 +23,7 @@ namespace {
 namespace fs = std::filesystem;
 namespace defs = ifc::def::xml;
 
-constexpr const char* Footer =
+constexpr const char* ExportFooter =
     "A set is written to DIR/SET.xml; a set of the context NAME of a host is written to DIR/NAME/SET.xml.\n"
     "In file names each control character, each of / \\ : * ? \" < > | % and a dot at the beginning become\n"
     "%XX, its number in hexadecimal digits; an empty name becomes %. A name of more than 200 bytes is cut,\n"
@@ -33,7 +33,8 @@ constexpr const char* Footer =
     "end shows; any other file stays, unless --force is given. A file is written whole or not at all, also\n"
     "when SIGINT, SIGTERM or SIGHUP end the export; what is left of an export that was killed is removed by\n"
     "the next one. A file that is replaced keeps its mode and, where the system permits it, its owner. DIR\n"
-    "may be a symbolic link; one below it is not followed, but a failure for each set to be written there.\n"
+    "may be a symbolic link. A link below it is neither followed nor replaced, not even with --force: each\n"
+    "set that would be written there is a failure.\n"
     "\n"
     "The library does not write the GUID, template type and version of a set, so the files lack them. It\n"
     "writes the aliases of names as nameAliases, which it does not read again.\n"
@@ -117,7 +118,7 @@ void ExportCommand::vOptionsAdd(CLI::App& app) {
     options.flag("--basetype", baseTypesAsked_, "Add what the defined types of properties are made of");
     options.flag("--force", isForced_, "Replace files that no export wrote as well");
     options.flag("--json", jsonAsked_, "Write as JSON what was written");
-    options.vFooter(Footer);
+    options.vFooter(ExportFooter);
 }
 
 void ExportCommand::vRun(Console& console) {

@@ -23,7 +23,7 @@ using ifc::def::SchemaPset;
 using ifc::def::xml::Def;
 using ifc::def::xml::SetDef;
 
-constexpr const char* Footer =
+constexpr const char* FindFooter =
     "The last argument is looked up first as the name of a set (in any letter case), then as the GUID of a\n"
     "property or quantity: 32 hexadecimal digits, with or without hyphens and braces, or the 22 characters\n"
     "of a GlobalId. The search begins with the contexts of hosts.\n"
@@ -122,7 +122,7 @@ private:
 void FindCommand::vOptionsAdd(CLI::App& app) {
     const Options options(app);
     arguments_.vOptionsAdd(app, "SETS... NAME-OR-GUID", "Write what is found as JSON");
-    options.vFooter(Footer);
+    options.vFooter(FindFooter);
 }
 
 void FindCommand::vRun(Console& console) {

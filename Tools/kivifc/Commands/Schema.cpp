@@ -26,7 +26,7 @@ namespace {
 
 using ifc::def::schema::Entity;
 
-constexpr const char* Footer =
+constexpr const char* SchemaFooter =
     "Numbers: the data types are those that the schema does not share; a type that others are built on\n"
     "counts its WHERE rules once for each of them; the time differs from run to run. The tree includes\n"
     "entities that no SUPERTYPE list names.\n"
@@ -43,8 +43,8 @@ std::string sRuleLine(std::string line) {
 }
 
 /// The first line of the message as compilers write it; below it the others, which are the text of a rule.
-std::string sWarning(const std::string& path, const assert::AssertRecord& record) {
-    std::istringstream message(record.message);
+std::string sWarning(const std::string& path, const kit::Assertion& record) {
+    std::istringstream message{std::string(record.message)};
     std::string line;
     std::getline(message, line);
     auto text =
@@ -97,27 +97,31 @@ void SchemaCommand::vOptionsAdd(CLI::App& app) {
         .valueName("[ENTITY]")
         .excludes(json)
         .excludes(assertions);
-    options.vFooter(Footer);
+    options.vFooter(SchemaFooter);
 }
 
 void SchemaCommand::vRun(Console& console) {
-    const auto file = schemaFileRead(path_, console.diagnostics);
+    std::vector<kit::Finding> reasons;
+    const auto file = schemaFileRead(path_, console.diagnostics, reasons);
     if (!file)
         return;
+    if (treeAsked_ || jsonAsked_) {
+        vErrorsNote(*file, console.diagnostics);
+        return treeAsked_ ? vTreeShow(*file, console) : vSchemaJsonWrite(*file, console.output);
+    }
     findings_ = kit::schemaFindingsOf(file->schema.get(), file->assertions, file->text, file->path);
     if (std::ranges::find(findings_, kit::Severity::Error, &kit::Finding::severity) != findings_.end())
-        vErrorsNote(*file, console.diagnostics);
-    if (treeAsked_)
-        return vTreeShow(*file, console);
-    if (jsonAsked_)
-        return vSchemaJsonWrite(*file, console.output);
+        console.diagnostics.vFinding();
     vSummaryShow(*file, console);
 }
 
-/// The tree and the JSON do not show why the exit status is not 0.
+/// The tree and the JSON do not show why the exit status is not 0. What is wrong is not needed for that, only
+/// whether there is an error.
 void SchemaCommand::vErrorsNote(const SchemaFile& file, Diagnostics& diagnostics) const {
+    if (!kit::hasSchemaErrors(file.schema.get(), file.assertions, file.text))
+        return;
     diagnostics.vFinding();
-    if ((treeAsked_ || jsonAsked_) && file.assertions.empty())
+    if (file.assertions.empty())
         diagnostics.vNote(file.path, "has errors (kivifc schema lists them)");
 }
 

@@ -12,7 +12,7 @@ namespace kiv::kivifc {
 
 namespace {
 
-constexpr const char* Footer =
+constexpr const char* SetsFooter =
     "Contexts come in the order in which they are searched, those of hosts first; in each, the sets of the\n"
     "topmost supertype come first. A set that names several of the entities is listed once.\n"
     "\n"
@@ -41,7 +41,7 @@ void SetsCommand::vOptionsAdd(CLI::App& app) {
     options.flag("--unrestricted", options_.isUnrestricted, "Add the sets that name no class");
     options.flag("--own", options_.isOwn, "Leave out those that apply to its supertypes only");
     options.flag("--json", jsonAsked_, "Write the sets as JSON");
-    options.vFooter(Footer);
+    options.vFooter(SetsFooter);
 }
 
 void SetsCommand::vRun(Console& console) {

@@ -25,7 +25,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* Footer =
+constexpr const char* SiteFooter =
     "Open DIR/index.html in a browser; no server is needed, and no page asks for anything outside of DIR.\n"
     "\n"
     "The site is written beside DIR and takes its place when it is complete; when anything fails, a "
@@ -105,7 +105,7 @@ private:
 
 void SiteCommand::vOptionsAdd(CLI::App& app) {
     options_.vAdd(app);
-    Options(app).vFooter(Footer);
+    Options(app).vFooter(SiteFooter);
 }
 
 void SiteCommand::vRun(Console& console) {

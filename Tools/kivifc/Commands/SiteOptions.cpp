@@ -1,6 +1,7 @@
 #include "kivifc/Commands/SiteOptions.h"
 
 #include "kivifc/Commands/Options.h"
+#include "kivifc/Documents/SchemaWithSets.h"
 
 #include <fmt/format.h>
 
@@ -12,10 +13,7 @@ void SiteOptions::vAdd(CLI::App& app) {
         "FILE", schemaPath,
         "The schema file; left out when KIVIFC_SCHEMA or kivifc.toml names it, and then recognised by its "
         "extension .exp");
-    options.texts(
-        "SETS", sets,
-        "Set documents and folders of *.xml, which become the standard sets of the schema; NAME=PATH "
-        "makes them the sets of the context NAME");
+    options.texts("SETS", sets, SetsDescription);
     options.text("--out", folder, "The folder to write to; it is made if missing").valueName("DIR");
     options.text("--title", title, "What the site is called; by default the schema's name").valueName("TEXT");
     options.flag("--force", isForced,

@@ -25,7 +25,7 @@ namespace {
 using ifc::def::SchemaPset;
 using ifc::def::schema::Entity;
 
-constexpr const char* Footer =
+constexpr const char* TypeFooter =
     "A question is Set.Member or Entity.Attribute, as in Pset_WallCommon.IsExternal or IfcWall.Name. An\n"
     "argument that is an existing path, or NAME=PATH, means sets; any other one is a question.\n"
     "\n"
@@ -103,7 +103,7 @@ private:
 void TypeCommand::vOptionsAdd(CLI::App& app) {
     const Options options(app);
     arguments_.vOptionsAdd(app, "SETS... QUESTION", "Write the answers as JSON");
-    options.vFooter(Footer);
+    options.vFooter(TypeFooter);
 }
 
 void TypeCommand::vRun(Console& console) {

@@ -3,6 +3,10 @@
 ///
 ///     if (const auto reports = configFileRead("config.xml", *file.schema, diagnostics))
 ///         vShow(*file.schema->pXmlSchemaConfig(), *reports);
+///
+/// Ownership: the schema owns the configuration; reports are the caller's.
+/// Threads:   one thread while a configuration is read into a schema.
+/// Errors:    a file that is no XML is a failure in `diagnostics`; what is wrong in it is a report.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAttributeInverse.h"

@@ -1,13 +1,15 @@
 #include "kivifc/Documents/ExportFile.h"
 
 #include "kivifc/Documents/Checksum.h"
-#include "kivifc/Documents/TextFile.h"
 #include "kivifc/Program/CodePoints.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
+#include <cstdio>
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <memory>
 #include <sys/stat.h>
 #include <system_error>
 
@@ -21,16 +23,34 @@ constexpr std::string_view Forbidden = "/\\:*?\"<>|%";
 /// File systems take 255 bytes; this leaves room for a mark, a checksum and an extension.
 constexpr std::size_t NameSizeMax = 200;
 
-std::string sMark(std::string_view text) {
-    return fmt::format("<!-- kivifc export {:016x} -->\n", checksum(text));
+std::string sMark(std::uint64_t sum) {
+    return fmt::format("<!-- kivifc export {:016x} -->\n", sum);
 }
 
-bool isOwn(std::string_view text) {
-    const auto size = sMark({}).size();
-    if (text.size() < size)
+/// The next bytes of a file, as many as are asked for or up to its end.
+std::string sPiece(std::FILE* file, std::size_t size) {
+    std::string piece(size, '\0');
+    piece.resize(std::fread(piece.data(), 1, size, file));
+    return piece;
+}
+
+/// Whether the file, of that size, ends with the mark of what is before it. It is read piece by piece, so the
+/// limits of what is read whole are not for it.
+bool isOwn(std::FILE* file, std::uintmax_t size) {
+    constexpr std::uintmax_t PieceSize = 65536;
+    const auto markSize = sMark(EmptyChecksum).size();
+    if (size < markSize)
         return false;
-    const auto body = text.substr(0, text.size() - size);
-    return text.substr(body.size()) == sMark(body);
+    auto sum = EmptyChecksum;
+    for (auto left = size - markSize; left > 0;) {
+        const auto piece = sPiece(file, static_cast<std::size_t>(std::min(left, PieceSize)));
+        if (piece.empty())
+            return false;
+        sum = checksum(piece, sum);
+        left -= piece.size();
+    }
+    // One byte more shows that the file has not grown meanwhile.
+    return sPiece(file, markSize + 1) == sMark(sum);
 }
 
 /// Whether it is a file, reached by no link, that an export wrote and nobody changed.
@@ -38,11 +58,16 @@ bool isOwnFile(const Descriptor& folder, const char* name, const struct stat& st
     if (!S_ISREG(status.st_mode))
         return false;
     // What has taken its place meanwhile may be a link, or a pipe that would let us wait.
-    const int descriptor = openat(folder.getNumber(), name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
+    Descriptor opened(openat(folder.getNumber(), name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct stat now {};
+    if (!opened.isOpen() || fstat(opened.getNumber(), &now) != 0 || !S_ISREG(now.st_mode))
         return false;
-    const auto file = descriptorRead(descriptor);
-    return file.failure.empty() && isOwn(file.text);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(fdopen(opened.getNumber(), "rb"),
+                                                               &std::fclose);
+    if (!file)
+        return false;
+    opened.vRelease();
+    return isOwn(file.get(), static_cast<std::uintmax_t>(now.st_size));
 }
 
 /// What paths to one file have in common; different files rarely have it.
@@ -82,7 +107,7 @@ std::string ExportFiles::sWrite(const fs::path& path, const std::string& text) {
     if (failure.empty())
         failure = sKeepReason(path);
     if (failure.empty())
-        failure = sFileReplace(folder_, path.filename().native(), text + sMark(text));
+        failure = sFileReplace(folder_, path.filename().native(), text + sMark(checksum(text)));
     if (failure.empty())
         written_.emplace(sFileKey(path), path);
     return failure;
@@ -110,6 +135,9 @@ std::string ExportFiles::sKeepReason(const fs::path& path) const {
         return errno == ENOENT ? std::string() : sSystemReason();
     if (S_ISDIR(status.st_mode))
         return "is a folder";
+    // A link there was made to write somewhere else, perhaps by somebody who may not write there.
+    if (top_ && S_ISLNK(status.st_mode))
+        return "is a symbolic link, which no export replaces";
     if (isWritten(path))
         return "was written just now, for a set whose name is the same to this file system";
     if (isForced_ || isOwnFile(folder_, name.c_str(), status))

@@ -7,6 +7,10 @@
 ///
 /// A written file ends with a comment that holds a checksum of all before it, which distinguishes a file that
 /// somebody changed from one that an export left there.
+///
+/// Ownership: keeps the folder of the last file open until the next one, or its own end.
+/// Threads:   one thread at a time; other processes may write to the same folder.
+/// Errors:    reasons as texts; std::bad_alloc passes.
 #pragma once
 
 #include "kivifc/Documents/Folder.h"
@@ -31,7 +35,8 @@ public:
     /// `isForced`: files that no export wrote are replaced as well.
     explicit ExportFiles(bool isForced) : isForced_(isForced) {}
 
-    /// All files are to be below `top`, where links to folders are refused.
+    /// All files are to be below `top`, where links are refused: those to folders, and those in the place of
+    /// a file.
     ExportFiles(std::filesystem::path top, bool isForced) : isForced_(isForced), top_(std::move(top)) {}
 
     /// Writes a document, with the folders that lead to it, under another name first. Gives the reason when

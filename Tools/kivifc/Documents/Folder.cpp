@@ -155,6 +155,15 @@ bool isOnDisk(std::FILE* file) {
     return fsync(fileno(file)) == 0;
 }
 
+/// Some systems lock only what may be written to; others need no more than to read, and a file that was
+/// given the mode of a former one may permit no more.
+Descriptor leftoverOpen(const Descriptor& folder, const char* name) {
+    constexpr int Flags = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const int descriptor = openat(folder.getNumber(), name, O_RDWR | Flags);
+    return Descriptor(descriptor < 0 && errno == EACCES ? openat(folder.getNumber(), name, O_RDONLY | Flags)
+                                                        : descriptor);
+}
+
 /// Whether who wrote the file is dead: nobody has its lock. It is taken, so that nobody else finds that too.
 bool isLeftover(const Descriptor& file) {
     struct stat status {};
@@ -227,10 +236,14 @@ std::string sFileReplace(const Descriptor& folder, const std::string& name,
     vContentWrite(output);
     if (auto failure = output.sFinish(); !failure.empty())
         return failure;
+    errno = 0;
+    if (!isOnDisk(stream))
+        return sSystemReason();
+    // As late as can be: what is left when the program is killed before is surely ours, and can be opened.
     if (isReplaced)
         vRightsHandOn(fileno(stream), *former);
     errno = 0;
-    return isOnDisk(stream) && file.boRename(name) ? std::string() : sSystemReason();
+    return file.boRename(name) ? std::string() : sSystemReason();
 }
 
 std::string sFileReplace(const fs::path& path, const std::string& text) {
@@ -253,8 +266,7 @@ void vLeftoversRemove(const Descriptor& folder) {
     while (const auto* entry = entries ? readdir(entries.get()) : nullptr) {
         if (!isUnfinishedName(entry->d_name))
             continue;
-        const Descriptor file(
-            openat(folder.getNumber(), entry->d_name, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        const auto file = leftoverOpen(folder, entry->d_name);
         if (isLeftover(file))
             unlinkat(folder.getNumber(), entry->d_name, 0);
     }

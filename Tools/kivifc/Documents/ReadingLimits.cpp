@@ -11,7 +11,7 @@ namespace {
 using ifc::def::Budget;
 using ifc::def::BudgetLimit;
 
-constexpr std::array Options{
+constexpr std::array LimitOptions{
     LimitOption{BudgetLimit::Input, "--max-input", &Budget::maxInput, true, "The most bytes of a file"},
     LimitOption{BudgetLimit::Memory, "--max-memory", &Budget::maxMemory, true,
                 "The most bytes of memory for what a file holds"},
@@ -28,7 +28,7 @@ constexpr std::array Options{
 } // namespace
 
 std::span<const LimitOption> getLimitOptions() {
-    return Options;
+    return LimitOptions;
 }
 
 Budget& readingBudget() {
@@ -45,14 +45,14 @@ std::string sLimitFailure(const ifc::def::BudgetExceeded& exceeded) {
 }
 
 std::string sLimitFailure(BudgetLimit limit, const std::string& reason) {
-    const auto option = std::ranges::find(Options, limit, &LimitOption::limit);
-    return option == Options.end() ? reason : fmt::format("{} ({})", reason, option->name);
+    const auto option = std::ranges::find(LimitOptions, limit, &LimitOption::limit);
+    return option == LimitOptions.end() ? reason : fmt::format("{} ({})", reason, option->name);
 }
 
 std::string sLimits() {
     std::string text = "Limits of each file that is read:\n";
     const Budget defaults;
-    for (const auto& option : Options)
+    for (const auto& option : LimitOptions)
         text += fmt::format("  {:<18}{:>12}  {}\n", option.name, defaults.*option.value, option.description);
     text.pop_back();
     return text;

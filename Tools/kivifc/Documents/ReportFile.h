@@ -1,5 +1,8 @@
 /// @file
 /// Writes the report of a check to a file.
+///
+/// Threads:   free function without state.
+/// Errors:    the reason as a text; a report is written whole or not at all, except to a pipe or a device.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/IfcDefErrors.h"

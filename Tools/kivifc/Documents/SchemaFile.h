@@ -3,6 +3,10 @@
 ///
 ///     if (const auto file = schemaFileRead("IFC4.exp", diagnostics))
 ///         vShow(*file->schema, file->assertions);
+///
+/// Ownership: the file owns its schema.
+/// Threads:   any number of threads may read files at once, each with diagnostics of its own.
+/// Errors:    what cannot be read is a failure in `diagnostics`; std::bad_alloc passes.
 #pragma once
 
 #include "kiv/Kit/Documents/SchemaFile.h"
@@ -26,7 +30,8 @@ struct SchemaFile : kit::SchemaFile {
 /// file has none; the reason goes to `diagnostics`.
 std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics);
 
-/// The same; `reasons` gets what is wrong with a text that has no schema.
+/// The same; `reasons` gets what is wrong with a text that has no schema, and `diagnostics` too what the text
+/// seems to be instead.
 std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics,
                                          std::vector<kit::Finding>& reasons);
 

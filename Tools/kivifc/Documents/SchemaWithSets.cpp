@@ -6,9 +6,11 @@
 #include "kivifc/Documents/ShownFailure.h"
 #include "kivifc/Program/OneLine.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fmt/format.h>
 #include <map>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -52,6 +54,34 @@ void vSetsRegister(ReadSets&& read, const Context& context, SchemaWithSets& load
     loaded.paths.merge(sets.paths);
     ifc::def::SchemaContextAndPropertySetDefinitions::instance().addPropertySets(Context(context),
                                                                                  std::move(sets.definitions));
+}
+
+/// Of "../Sets/" it is "Sets"; of "." nothing.
+std::string_view lastPart(std::string_view path) {
+    path = path.substr(0, path.find_last_not_of('/') + 1);
+    path.remove_prefix(path.rfind('/') + 1);
+    return path == "." || path == ".." ? std::string_view() : path;
+}
+
+/// What of a document's path is below the path that was given; empty when it is not below it.
+std::string_view partBelow(std::string_view document, std::string_view given) {
+    if (!document.starts_with(given))
+        return {};
+    document.remove_prefix(given.size());
+    const bool isBelow = document.starts_with('/') || given.ends_with('/');
+    return isBelow ? document.substr(std::min(document.find_first_not_of('/'), document.size()))
+                   : std::string_view();
+}
+
+std::string sDocumentName(const std::string& document, const std::vector<std::string>& given) {
+    for (const auto& path : given) {
+        const auto below = partBelow(document, path);
+        if (below.empty())
+            continue;
+        const auto folder = lastPart(path);
+        return folder.empty() ? std::string(below) : fmt::format("{}/{}", folder, below);
+    }
+    return document.substr(document.rfind('/') + 1);
 }
 
 ReadSets documentsRead(const SchemaWithSets& loaded, const std::vector<std::string>& documents) {
@@ -104,11 +134,13 @@ std::optional<SchemaWithSets> schemaWithSetsRead(const std::string& schemaPath,
     auto schema = schemaFileRead(schemaPath, diagnostics);
     if (!schema)
         return std::nullopt;
-    SchemaWithSets loaded{std::move(*schema), {}, {}};
+    SchemaWithSets loaded{std::move(*schema), {}, {}, {}};
     for (auto& [context, paths] :
          pathsByContext(std::string(loaded.schema.schema->getName()), sets, diagnostics)) {
-        vSetsRegister(documentsRead(loaded, setPathsCollect(paths, diagnostics)), context, loaded,
-                      diagnostics);
+        const auto documents = setPathsCollect(paths, diagnostics);
+        for (const auto& document : documents)
+            loaded.documentNames.try_emplace(document, sDocumentName(document, paths));
+        vSetsRegister(documentsRead(loaded, documents), context, loaded, diagnostics);
     }
     return loaded;
 }

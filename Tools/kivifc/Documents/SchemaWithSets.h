@@ -23,8 +23,8 @@ namespace kiv::kivifc {
 
 /// How help texts explain SETS.
 inline constexpr const char* SetsDescription =
-    "Set documents and folders of *.xml, which become the standard sets of the schema; NAME=PATH makes them "
-    "the sets of the context NAME";
+    "Set documents and folders of *.xml, which become the standard sets of the schema; - is standard input, "
+    "NAME=PATH makes them the sets of the context NAME";
 
 /// A set that was read but left out: refused, or with a name that is taken.
 struct UnusedSet {
@@ -41,6 +41,10 @@ struct SchemaWithSets {
     std::unordered_map<const ifc::def::xml::SetDef*, std::string> paths;
     /// In the order of contexts and documents.
     std::vector<UnusedSet> unusedSets;
+    /// What a document is called where its place on the disk is of no use: the last part of the path that was
+    /// given and what comes below it, "Sets/Pset_Wall.xml" of "/home/ann/Sets" or "Sets"; of a document that
+    /// was given itself, its file name.
+    std::unordered_map<std::string, std::string> documentNames = {};
 };
 
 /// The paths of the sets of one context.

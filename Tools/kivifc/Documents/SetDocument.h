@@ -4,6 +4,11 @@
 ///     const auto document = setDocumentCheck("Pset_Wall.xml", schema);
 ///     if (document.pSet())
 ///         use(*document.pSet());
+///
+/// Ownership: a document owns its text, its set and its records.
+/// Threads:   any number of threads may read and check documents at once, by one schema too.
+/// Errors:    a document that cannot be read, or is no set, has a failure in place of a set; std::bad_alloc
+///            passes.
 #pragma once
 
 #include "kiv/Kit/Documents/SetDocument.h"

@@ -3,6 +3,10 @@
 ///
 ///     for (const auto& path : setPathsCollect({"Sets", "-"}, diagnostics))
 ///         use(setDocumentRead(path));
+///
+/// Threads:   free function without state.
+/// Errors:    a path that is not there or not read is a failure in `diagnostics`; the rest is still
+///            collected.
 #pragma once
 
 #include "kivifc/Program/Diagnostics.h"

@@ -3,6 +3,9 @@
 /// limit.
 ///
 ///     shownFailure("walls.xml", *document.failure).subject // "walls.xml:3:7"
+///
+/// Threads:   free function without state.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "kiv/Kit/Documents/ReadFailure.h"

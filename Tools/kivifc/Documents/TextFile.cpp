@@ -2,40 +2,26 @@
 
 #include "kivifc/Documents/ReadingLimits.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <memory>
+#include <filesystem>
 #include <system_error>
-#include <unistd.h>
 
 namespace kiv::kivifc {
 
-namespace {
-
-/// `source` is what `kit::textFileRead` takes.
-template <class Source>
-TextFile sourceRead(const Source& source) {
+TextFile textFileRead(const std::string& path) {
     try {
-        return kit::textFileRead(source, readingBudget().maxInput);
+        return kit::textFileRead(path, readingBudget().maxInput);
     } catch (const ifc::def::BudgetExceeded& exceeded) {
         return {{}, sLimitFailure(exceeded)};
     }
 }
 
-} // namespace
-
-TextFile textFileRead(const std::string& path) {
-    return sourceRead(path);
+bool isReadableAgain(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
 }
 
-TextFile descriptorRead(int descriptor) {
-    errno = 0;
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(fdopen(descriptor, "rb"), &std::fclose);
-    if (stream)
-        return sourceRead(stream.get());
-    const auto reason = std::generic_category().message(errno);
-    close(descriptor);
-    return {{}, reason};
+std::string sReadAgain(const std::string& path) {
+    return isReadableAgain(path) ? textFileRead(path).text : std::string();
 }
 
 } // namespace kiv::kivifc

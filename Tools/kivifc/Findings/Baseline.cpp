@@ -2,6 +2,7 @@
 
 #include "kivifc/Documents/Folder.h"
 #include "kivifc/Documents/TextFile.h"
+#include "kivifc/Json/BytesJson.h"
 #include "kivifc/Json/Json.h"
 
 #include <algorithm>
@@ -66,8 +67,11 @@ private:
     bool isWhole_ = false;
 };
 
+/// Subjects and messages have the names of files in them too.
 Json entryJson(const BaselineKey& key, std::size_t count) {
     Json json{{"path", key.path}, {"code", key.code}, {"subject", key.subject}, {"message", key.message}};
+    for (const char* member : {"path", "subject", "message"})
+        json = withBytes(std::move(json), member);
     if (count > 1)
         json["count"] = count;
     return json;
@@ -85,8 +89,8 @@ Baseline baselineOf(const std::string& path, const std::vector<kit::Finding>& fi
 Baseline baselineFrom(const std::string& path, const Json& json) {
     Baseline baseline{sFolderOf(path), {}};
     for (const auto& entry : json.at("findings")) {
-        const BaselineKey key{entry.at("path").get<std::string>(), entry.at("code").get<std::string>(),
-                              entry.at("subject").get<std::string>(), entry.at("message").get<std::string>()};
+        const BaselineKey key{sWithBytes(entry, "path"), entry.at("code").get<std::string>(),
+                              sWithBytes(entry, "subject"), sWithBytes(entry, "message")};
         baseline.findings[key] += entry.value("count", std::size_t{1});
     }
     return baseline;

@@ -7,7 +7,7 @@
 ///         baselineHide(findings, *baseline, {paths, selection}, fixed);
 ///
 /// A finding is known by its file, code, subject and message, so it stays known when its line moves. Paths in
-/// the file are relative to its folder.
+/// the file are relative to its folder; those that are not UTF-8 are there as bytes too.
 ///
 /// Ownership: values.
 /// Threads:   one thread at a time.

@@ -40,13 +40,20 @@ void vFailureExplain(std::vector<Finding>& findings, const kit::SetDocument& doc
     }
 }
 
-Checked documentCheck(const CheckRequest& request, const CheckedPath& path) {
+kit::SetDocument documentOf(const CheckRequest& request, const CheckedPath& path) {
     const auto options = readingOptions(true);
     const auto& schema = *request.schema.schema;
+    const bool isStandardInput = path.path == StandardInputPath;
+    const auto& shown = isStandardInput ? request.standardInputName : path.path;
+    if (const auto given = request.texts.find(shown); given != request.texts.end())
+        return kit::setTextCheck(given->second, shown, schema, options);
+    return isStandardInput ? kit::setStreamCheck(stdin, shown, schema, options)
+                           : kit::setDocumentCheck(shown, schema, options);
+}
+
+Checked documentCheck(const CheckRequest& request, const CheckedPath& path) {
     Checked checked;
-    checked.document = path.path == StandardInputPath
-                           ? kit::setStreamCheck(stdin, request.standardInputName, schema, options)
-                           : kit::setDocumentCheck(path.path, schema, options);
+    checked.document = documentOf(request, path);
     checked.findings = kit::findingsOf(checked.document, request.context);
     if (checked.document.failure)
         vFailureExplain(checked.findings, checked.document);
@@ -113,8 +120,11 @@ private:
     void vTextTake(const Checked& checked, const CheckedPath& path) {
         const auto& document = checked.document;
         std::error_code error;
-        if (path.path == StandardInputPath || !std::filesystem::is_regular_file(path.path, error))
+        if (path.path == StandardInputPath || !std::filesystem::is_regular_file(path.path, error)) {
             sources_.vKeep(document.path, document.text);
+            if (request_.keepsTexts)
+                all_.streams.emplace(document.path, document.text);
+        }
         const auto hasEdits = [](const Finding& finding) { return !finding.edits.empty(); };
         if (request_.keepsTexts && std::ranges::any_of(checked.findings, hasEdits))
             all_.texts.emplace(document.path, CheckedText{document.text, path.path != StandardInputPath});

@@ -47,8 +47,10 @@ struct CheckRequest {
     Selection selection;
     /// Keeps the records for the library's report.
     bool keepsRecords = false;
-    /// Keeps the texts of documents that can be mended.
+    /// Keeps the texts of documents that can be mended, and of those that can be read only once.
     bool keepsTexts = false;
+    /// Texts to check in place of what is read, by the path that is shown.
+    std::map<std::string, std::string> texts;
     /// Called with the number of documents that are done.
     std::function<void(std::size_t)> onProgress;
 };
@@ -67,8 +69,10 @@ struct CheckedDocuments {
     std::vector<std::string> paths;
     std::size_t unreadable = 0;
     ifc::def::xml::XmlSetsErrors errors;
-    /// By path.
+    /// Those that can be mended, by path.
     std::map<std::string, CheckedText> texts;
+    /// Those that can be read only once, by path: of standard input and of pipes.
+    std::map<std::string, std::string> streams;
     /// The paths of documents that are read and cannot be mended, as they are not UTF-8; known where texts
     /// are kept.
     std::set<std::string> unmendable;

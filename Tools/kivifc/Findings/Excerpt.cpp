@@ -1,5 +1,6 @@
 #include "kivifc/Findings/Excerpt.h"
 
+#include "kiv/Kit/Text/ByteOrderMark.h"
 #include "kivifc/Program/CodePoints.h"
 
 #include <algorithm>
@@ -21,10 +22,10 @@ struct Cell {
     std::size_t width;
 };
 
-Cell cellOf(const CodePoint& point) {
+Cell cellOf(const CodePoint& point, bool isEscaped) {
     if (point.isValid && point.value == '\t')
         return {"\t", 1};
-    if (!point.isValid || isUnsafe(point)) {
+    if (!point.isValid || isEscaped) {
         auto text = sEscaped(point);
         const auto width = text.size();
         return {std::move(text), width};
@@ -33,13 +34,11 @@ Cell cellOf(const CodePoint& point) {
 }
 
 /// A line of millions of letters is not taken apart to its end.
-std::vector<Cell> cellsOf(std::string_view line, std::size_t column) {
-    // A byte order mark is no character of the text.
-    if (line.starts_with("\xEF\xBB\xBF"))
-        line.remove_prefix(3);
+std::vector<Cell> cellsOf(const LinePart& part, std::size_t place) {
+    ShownPoints points(part.column == 1 ? kit::withoutByteOrderMark(part.text) : part.text);
     std::vector<Cell> cells;
-    for (std::size_t count = 0; !line.empty() && count <= column + 2 * WidthMax; ++count)
-        cells.push_back(cellOf(codePointTake(line)));
+    while (cells.size() <= place + 2 * WidthMax && points.boNext())
+        cells.push_back(cellOf(points.getPoint(), points.isEscaped()));
     return cells;
 }
 
@@ -49,11 +48,11 @@ struct Window {
     std::size_t end = 0;
 };
 
-Window windowOf(const std::vector<Cell>& cells, std::size_t place) {
+Window windowOf(const std::vector<Cell>& cells, std::size_t place, bool isWhole) {
     std::size_t all = 0;
     for (const auto& cell : cells)
         all += cell.width;
-    if (all <= WidthMax)
+    if (isWhole && all <= WidthMax)
         return {0, cells.size()};
     Window window{place, place};
     std::size_t width = 0;
@@ -82,14 +81,19 @@ std::string sUnderline(const std::vector<Cell>& cells, std::size_t begin, std::s
 } // namespace
 
 Excerpt excerptOf(std::string_view line, const kit::TextPosition& position) {
-    const auto place = position.column == 0 ? 0 : position.column - 1;
-    const auto cells = cellsOf(line, place);
+    return excerptOf(LinePart{line, 1}, position);
+}
+
+Excerpt excerptOf(const LinePart& part, const kit::TextPosition& position) {
+    const auto place = position.column < part.column ? 0 : position.column - part.column;
+    const auto cells = cellsOf(part, place);
+    const bool isBegun = part.column > 1;
     // The place just after the end is that of something missing; beyond it the file is not what it was.
     if (cells.empty() || place > cells.size())
         return {};
-    const auto window = windowOf(cells, place);
+    const auto window = windowOf(cells, place, !isBegun);
     Excerpt excerpt;
-    if (window.begin > 0) {
+    if (isBegun || window.begin > 0) {
         excerpt.source = CutMark;
         excerpt.caret = std::string(CutMark.size(), ' ');
     }

@@ -11,6 +11,7 @@
 #pragma once
 
 #include "kiv/Kit/Text/TextPosition.h"
+#include "kivifc/Findings/SourceLines.h"
 
 #include <string>
 #include <string_view>
@@ -27,5 +28,8 @@ struct Excerpt {
 /// What a terminal must not be given is escaped. A line that is wider than about a hundred columns is cut on
 /// both sides of the caret, with "..." where something is left out. Without a column there is no caret.
 Excerpt excerptOf(std::string_view line, const kit::TextPosition& position);
+
+/// The same for a line of which only what is near the position is at hand.
+Excerpt excerptOf(const LinePart& part, const kit::TextPosition& position);
 
 } // namespace kiv::kivifc

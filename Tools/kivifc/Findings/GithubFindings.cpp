@@ -23,14 +23,14 @@ std::string sEscapedFor(std::string_view text, std::string_view special) {
     return escaped;
 }
 
-/// What would show the line in another order, or end it for whom looks at it, is escaped; ends of lines have
-/// an escape of their own here.
+/// What would show the line in another order, end it for whom looks at it, or not be seen, is escaped; ends
+/// of lines have an escape of their own here.
 std::string sVisible(std::string_view text) {
     std::string visible;
-    while (!text.empty()) {
-        const auto point = codePointTake(text);
+    for (ShownPoints points(text); points.boNext();) {
+        const auto& point = points.getPoint();
         const bool isLineEnd = point.value == '\r' || point.value == '\n';
-        if (isUnsafe(point) && !isLineEnd)
+        if (points.isEscaped() && !isLineEnd)
             visible += sEscaped(point);
         else
             visible += point.bytes;
@@ -66,7 +66,7 @@ std::string sProperties(const kit::Finding& finding) {
 }
 
 /// The message, and a line for each note.
-std::string sMessage(const kit::Finding& finding) {
+std::string sCommandMessage(const kit::Finding& finding) {
     auto text = finding.message;
     for (const auto& note : finding.notes)
         text += fmt::format("\n{}note: {}", note.place ? sPlace(*note.place) + ": " : "", note.message);
@@ -79,7 +79,7 @@ public:
 
     void vFindingWrite(const kit::Finding& finding) override {
         output_.vWrite(fmt::format("::{} {}::{}\n", commandOf(finding.severity), sProperties(finding),
-                                   sMessage(finding)));
+                                   sCommandMessage(finding)));
     }
 
     void vEnd(const CheckResult& result) override {

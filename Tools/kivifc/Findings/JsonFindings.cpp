@@ -5,9 +5,11 @@
 #include "kiv/Kit/Findings/Rule.h"
 #include "kivifc/Program/Program.h"
 
+#include <algorithm>
 #include <deque>
 #include <string>
 #include <utility>
+#include <vector>
 
 // Findings as one JSON document.
 namespace kiv::kivifc {
@@ -32,7 +34,7 @@ void vPlaceAdd(Json& json, const kit::Place& place) {
 Json notesJson(const std::vector<kit::FindingNote>& notes) {
     Json list = Json::array();
     for (const auto& note : notes) {
-        Json json{{"message", note.message}};
+        auto json = withBytes({{"message", note.message}}, "message");
         if (note.place)
             vPlaceAdd(json, *note.place);
         list.push_back(std::move(json));
@@ -53,8 +55,10 @@ Json findingJson(const kit::Finding& finding) {
         json["rule"] = rule->name;
     json["severity"] = severityText(finding.severity);
     json["message"] = finding.message;
+    json = withBytes(std::move(json), "message");
     vPlaceAdd(json, finding.place);
     json["subject"] = finding.subject;
+    json = withBytes(std::move(json), "subject");
     json["notes"] = notesJson(finding.notes);
     json["edits"] = editsJson(finding.edits);
     if (finding.origin)
@@ -97,7 +101,7 @@ public:
     void vEnd(const CheckResult& result) override {
         writer_.vArrayEnd();
         vOmittedWrite(result);
-        writer_.vMembers("fixed", result.fixed);
+        vFixedWrite(result);
         vFailuresWrite(result);
         writer_.vKey("summary");
         vJsonWrite(summaryJson(result.counts), writer_);
@@ -115,6 +119,17 @@ private:
         for (const auto& [code, count] : result.omitted)
             writer_.vMember(code, count);
         writer_.vObjectEnd();
+    }
+
+    /// The bytes of all of them when one is not UTF-8.
+    void vFixedWrite(const CheckResult& result) {
+        writer_.vMembers("fixed", result.fixed);
+        if (std::ranges::all_of(result.fixed, isUtf8))
+            return;
+        std::vector<std::string> bytes;
+        for (const auto& fixed : result.fixed)
+            bytes.push_back(sPercentEncoded(fixed));
+        writer_.vMembers("fixedBytes", bytes);
     }
 
     void vFailuresWrite(const CheckResult& result) {

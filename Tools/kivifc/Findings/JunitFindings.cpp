@@ -12,8 +12,8 @@ namespace kiv::kivifc {
 namespace {
 
 /// One character of a text that is to be in XML 1.0; a line feed stays.
-std::string sXmlCharacter(const CodePoint& point) {
-    if (!point.isValid || (isUnsafe(point) && point.value != '\n'))
+std::string sXmlCharacter(const CodePoint& point, bool isEscaped) {
+    if (!point.isValid || (isEscaped && point.value != '\n'))
         return sEscaped(point);
     switch (point.value) {
     case '&':
@@ -34,8 +34,8 @@ std::string sXmlCharacter(const CodePoint& point) {
 
 std::string sXml(std::string_view text) {
     std::string xml;
-    while (!text.empty())
-        xml += sXmlCharacter(codePointTake(text));
+    for (ShownPoints points(text); points.boNext();)
+        xml += sXmlCharacter(points.getPoint(), points.isEscaped());
     return xml;
 }
 

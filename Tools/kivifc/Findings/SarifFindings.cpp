@@ -51,7 +51,7 @@ Json textJson(std::string_view text) {
 }
 
 /// The message and what the notes say: most viewers show nothing else.
-std::string sMessage(const kit::Finding& finding) {
+std::string sMessageWithNotes(const kit::Finding& finding) {
     auto text = finding.message;
     for (const auto& note : finding.notes)
         text += "\nnote: " + note.message;
@@ -143,7 +143,7 @@ private:
         Json json{{"ruleId", finding.code},
                   {"ruleIndex", ruleIndexes_.at(finding.code)},
                   {"level", severityText(finding.severity)},
-                  {"message", textJson(sMessage(finding))},
+                  {"message", textJson(sMessageWithNotes(finding))},
                   {"locations", Json::array({locationJson(finding.place)})},
                   {"partialFingerprints", {{"primaryLocationLineHash", sFingerprint(finding)}}}};
         if (auto related = relatedJson(finding); !related.empty())

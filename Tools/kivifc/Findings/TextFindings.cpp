@@ -14,7 +14,7 @@ using kit::Severity;
 // As clang colours its messages: places and messages bold, the severities red, magenta and cyan.
 constexpr std::string_view Bold = "\033[1m";
 constexpr std::string_view Green = "\033[1;32m";
-constexpr std::string_view Plain = "\033[0m";
+constexpr std::string_view ColourOff = "\033[0m";
 
 std::string_view colourOf(Severity severity) {
     switch (severity) {
@@ -55,7 +55,7 @@ public:
 
 private:
     std::string sColoured(std::string_view text, std::string_view colour) const {
-        return options_.isColoured ? fmt::format("{}{}{}", colour, text, Plain) : std::string(text);
+        return options_.isColoured ? fmt::format("{}{}{}", colour, text, ColourOff) : std::string(text);
     }
 
     void vLineWrite(const kit::Place& place, Severity severity, std::string_view message) {
@@ -67,7 +67,8 @@ private:
     void vExcerptWrite(const kit::Place& place) {
         if (!options_.hasContext || place.position.line == 0)
             return;
-        const auto excerpt = excerptOf(sources_.line(place.path, place.position.line), place.position);
+        const auto& [line, column, length] = place.position;
+        const auto excerpt = excerptOf(sources_.part(place.path, line, column), place.position);
         if (excerpt.caret.empty())
             return;
         output_.vWrite(fmt::format("{}\n{}\n", excerpt.source, sColoured(excerpt.caret, Green)));

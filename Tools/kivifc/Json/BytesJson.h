@@ -1,7 +1,10 @@
 /// @file
-/// Paths in JSON that are not UTF-8, as JSON cannot hold them.
+/// Paths in JSON that are not UTF-8, as JSON cannot hold them, and texts that name such paths.
 ///
 ///     json.push_back(withBytes({{"set", name}, {"path", path}}, "path"));
+///
+/// Threads:   free functions without state.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "kivifc/Json/Json.h"
@@ -16,7 +19,16 @@ namespace kiv::kivifc {
 /// it is when the text is UTF-8.
 Json withBytes(Json&& object, const char* key);
 
+/// The text of that member as it was, whether it was UTF-8 or not. Json::exception when it is not there, or
+/// is no text.
+std::string sWithBytes(const Json& object, const char* key);
+
+bool isUtf8(std::string_view text);
+
 /// The text with each byte but the letters and digits of ASCII and "-._~/" as "%XX".
 std::string sPercentEncoded(std::string_view bytes);
+
+/// The other way round. A "%" without two hexadecimal digits after it is one.
+std::string sPercentDecoded(std::string_view text);
 
 } // namespace kiv::kivifc

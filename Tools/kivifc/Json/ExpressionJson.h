@@ -10,6 +10,9 @@
 /// BinaryExpression are applied from left to right, ((a - b) - c), whatever they are: a * b - c is [a, b, c]
 /// with ["*", "-"], and a - b * c is [a, b * c] with ["-"]. The qualifiers of a GetExpression follow one
 /// another.
+///
+/// Threads:   one thread for each writer.
+/// Errors:    std::bad_alloc; what cannot be written is known to the output.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"

@@ -5,6 +5,23 @@
 
 namespace kiv::kivifc {
 
+namespace {
+
+template <class Record>
+Json recordsJson(std::span<const Record> records) {
+    Json list = Json::array();
+    for (const auto& record : records) {
+        list.push_back({{"code", record.code},
+                        {"message", record.message},
+                        {"function", record.function},
+                        {"file", record.file},
+                        {"line", record.line}});
+    }
+    return list;
+}
+
+} // namespace
+
 void vJsonWrite(const Json& value, JsonWriter& writer) {
     switch (value.type()) {
     case Json::value_t::object:
@@ -44,16 +61,12 @@ void vJsonWrite(const Json& value, Output& output) {
     vJsonWrite(output, [&](JsonWriter& writer) { vJsonWrite(value, writer); });
 }
 
-Json assertionsJson(const std::vector<assert::AssertRecord>& records) {
-    Json list = Json::array();
-    for (const auto& record : records) {
-        list.push_back({{"code", record.code},
-                        {"message", record.message},
-                        {"function", record.function},
-                        {"file", record.file},
-                        {"line", record.line}});
-    }
-    return list;
+Json assertionsJson(std::span<const kit::Assertion> records) {
+    return recordsJson(records);
+}
+
+Json assertionsJson(std::span<const assert::AssertRecord> records) {
+    return recordsJson(records);
 }
 
 } // namespace kiv::kivifc

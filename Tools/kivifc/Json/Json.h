@@ -5,15 +5,20 @@
 ///
 ///     Json json = {{"name", "IFC4"}, {"entities", 776}};
 ///     vJsonWrite(json, output);
+///
+/// Ownership: values; a writer refers to its output.
+/// Threads:   one thread for each output.
+/// Errors:    std::bad_alloc; what cannot be written is known to the output.
 #pragma once
 
 #include "kiv/Host/Assert/KivAssert.h"
+#include "kiv/Kit/Documents/Assertion.h"
 #include "kivifc/Json/JsonWriter.h"
 #include "kivifc/Program/Output.h"
 
 #include <functional>
 #include <nlohmann/json.hpp>
-#include <vector>
+#include <span>
 
 namespace kiv::kivifc {
 
@@ -30,6 +35,7 @@ void vJsonWrite(const Json& value, JsonWriter& writer);
 void vJsonWrite(Output& output, const std::function<void(JsonWriter&)>& write);
 
 /// Assertion reports, in order.
-Json assertionsJson(const std::vector<assert::AssertRecord>& records);
+Json assertionsJson(std::span<const kit::Assertion> records);
+Json assertionsJson(std::span<const assert::AssertRecord> records);
 
 } // namespace kiv::kivifc

@@ -14,7 +14,7 @@ constexpr std::size_t LineWidth = 150;
 /// Bytes that are collected before they are handed on.
 constexpr std::size_t BufferSize = std::size_t{1} << 16U;
 
-constexpr std::array<bool, 256> Plain = [] {
+constexpr std::array<bool, 256> Unescaped = [] {
     std::array<bool, 256> plain{};
     for (std::size_t byte = 0x20; byte < 0x80; ++byte)
         plain[byte] = byte != '"' && byte != '\\';
@@ -24,7 +24,7 @@ constexpr std::array<bool, 256> Plain = [] {
 /// How many bytes of the text, from its beginning, are written as they are.
 std::size_t plainLength(std::string_view text) {
     std::size_t length = 0;
-    while (length < text.size() && Plain[static_cast<unsigned char>(text[length])])
+    while (length < text.size() && Unescaped[static_cast<unsigned char>(text[length])])
         ++length;
     return length;
 }

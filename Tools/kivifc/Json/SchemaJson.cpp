@@ -192,7 +192,7 @@ private:
 };
 
 /// Assertion reports, in order.
-void vAssertionsWrite(const std::vector<assert::AssertRecord>& records, JsonWriter& writer) {
+void vAssertionsWrite(const std::vector<kit::Assertion>& records, JsonWriter& writer) {
     writer.vKey("assertions");
     writer.vArrayBegin();
     for (const auto& record : records) {

@@ -7,6 +7,9 @@
 ///
 /// What can be worked out from the rest is left out: the indexes over objects, attributes and items, the
 /// upper-cased names and hashes of data types. So is the time, so that equal files make equal texts.
+///
+/// Threads:   one thread for each output.
+/// Errors:    std::bad_alloc; what cannot be written is known to the output.
 #pragma once
 
 #include "kivifc/Documents/SchemaFile.h"

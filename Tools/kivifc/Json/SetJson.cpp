@@ -199,7 +199,7 @@ Json defJson(const defs::Def& def) {
 }
 
 Json setDocumentJson(const SetDocument& document) {
-    std::vector<assert::AssertRecord> assertions;
+    std::vector<kit::Assertion> assertions;
     for (const auto& assertion : document.assertions)
         assertions.push_back(assertion.record);
     return withBytes({{"path", document.path},

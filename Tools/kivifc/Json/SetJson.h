@@ -1,5 +1,9 @@
 /// @file
 /// Set documents as JSON: the set with all its fields, the records and the assertion reports.
+///
+/// Ownership: values, which refer to nothing.
+/// Threads:   free functions without state.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/SchemaPset.h"

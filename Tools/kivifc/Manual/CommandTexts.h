@@ -6,6 +6,10 @@
 ///     const auto texts = programTexts();
 ///     for (const auto& command : texts.commands)
 ///         use(sCommandManPage(texts, command));
+///
+/// Ownership: values, which refer to nothing.
+/// Threads:   one thread: the parser is made anew for each call.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include <string>

@@ -2,6 +2,9 @@
 /// Completion scripts for shells.
 ///
 ///     std::ofstream("completions/bash/kivifc") << sBashCompletion(programTexts());
+///
+/// Threads:   free functions without state.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "kivifc/Manual/CommandTexts.h"

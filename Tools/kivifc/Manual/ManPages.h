@@ -4,6 +4,9 @@
 ///     sCommandManPage(texts, texts.commands.front()) // ".TH KIVIFC\-SCHEMA 1 ..."
 ///
 /// Pages are the same for the same texts: they have no date.
+///
+/// Threads:   free functions without state.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "kivifc/Manual/CommandTexts.h"

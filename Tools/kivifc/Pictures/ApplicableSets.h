@@ -4,6 +4,10 @@
 ///     for (const auto& group : applicableSets(schema, wall, {}))
 ///         for (const auto* set : group.sets)
 ///             ...
+///
+/// Ownership: sets belong to the registry of contexts and live until it is changed.
+/// Threads:   as `SchemaPset`: no thread may change the registry meanwhile.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"

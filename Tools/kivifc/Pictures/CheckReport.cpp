@@ -54,7 +54,7 @@ private:
             sOneLine(document.errors.getSetName()), sOneLine(record.item), sOneLine(record.message)));
     }
 
-    void vWarningWrite(const SetDocument& document, const assert::AssertRecord& record) {
+    void vWarningWrite(const SetDocument& document, const kit::Assertion& record) {
         if (showsWarnings_)
             context_.console.output.vWrite(fmt::format("{}: warning: {} ({})\n", sOneLine(document.path),
                                                        sOneLine(record.message), sOneLine(record.function)));

@@ -4,6 +4,10 @@
 ///     CheckSummary summary;
 ///     summary.vAdd(document);
 ///     output.vWrite(summary.sText());
+///
+/// Ownership: copies what it counts; documents may go.
+/// Threads:   one thread at a time.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "kivifc/Documents/SetDocument.h"

@@ -4,6 +4,9 @@
 /// One entity as a person wants to see it: with all that it inherits.
 ///
 ///     vEntityPictureWrite(wall, output);
+///
+/// Threads:   one thread for each output.
+/// Errors:    std::bad_alloc; what cannot be written is known to the output.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"

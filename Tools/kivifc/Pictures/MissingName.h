@@ -2,6 +2,9 @@
 /// Says that a name does not exist, with the name that was probably meant.
 ///
 ///     sNoEntity(schema, "BldWal") // no entity "BldWal"; did you mean "BldWall"?
+///
+/// Threads:   free functions without state.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"

@@ -60,7 +60,7 @@ void vObjectCount(SchemaCounts& counts, const ObjectBase& object) {
     }
 }
 
-bool isRuleFailure(const assert::AssertRecord& record) {
+bool isRuleFailure(const kit::Assertion& record) {
     return record.message.starts_with("Got SyntaxError when parsing an express rule: ");
 }
 

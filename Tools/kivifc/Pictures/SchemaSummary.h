@@ -2,6 +2,10 @@
 /// What a schema holds, in numbers.
 ///
 ///     output.vWrite(sSchemaSummary(file, InheritanceTree(*file.schema), false));
+///
+/// Ownership: numbers and texts, which refer to nothing.
+/// Threads:   free functions without state.
+/// Errors:    std::bad_alloc.
 #pragma once
 
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"

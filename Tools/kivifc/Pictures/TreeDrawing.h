@@ -3,6 +3,10 @@
 ///
 ///     BldUnit
 ///     `-- BldBaseUnit
+///
+/// Ownership: refers to the tree and the output while it draws.
+/// Threads:   one thread for each output.
+/// Errors:    std::bad_alloc; what cannot be written is known to the output.
 #pragma once
 
 #include "kivifc/Pictures/InheritanceTree.h"

@@ -26,6 +26,15 @@ constexpr bool isLetter(char byte) {
     return getLower(byte) >= 'a' && getLower(byte) <= 'z';
 }
 
+constexpr bool isDigit(char byte) {
+    return byte >= '0' && byte <= '9';
+}
+
+/// Whether it is white space between the words of a text.
+constexpr bool isBlank(char byte) {
+    return byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n';
+}
+
 /// Whether both texts are the same but for the case of their letters.
 constexpr bool isEqualIgnoringCase(std::string_view left, std::string_view right) {
     return std::ranges::equal(left, right, {}, getLower, getLower);
@@ -35,6 +44,12 @@ inline std::string sLowerCase(std::string_view text) {
     std::string lower(text);
     std::ranges::transform(lower, lower.begin(), getLower);
     return lower;
+}
+
+inline std::string sUpperCase(std::string_view text) {
+    std::string upper(text);
+    std::ranges::transform(upper, upper.begin(), getUpper);
+    return upper;
 }
 
 /// The text without those of the bytes that it begins or ends with.

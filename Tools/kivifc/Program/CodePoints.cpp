@@ -1,5 +1,7 @@
 #include "kivifc/Program/CodePoints.h"
 
+#include "kiv/Kit/Text/InvisibleCharacters.h"
+
 #include <algorithm>
 #include <array>
 #include <fmt/format.h>
@@ -96,6 +98,15 @@ std::size_t displayWidth(const CodePoint& point) {
 
 bool isUnsafe(const CodePoint& point) {
     return point.isValid && isIn(Unsafe, point.value);
+}
+
+bool ShownPoints::boNext() {
+    if (rest_.empty())
+        return false;
+    point_ = codePointTake(rest_);
+    isEscaped_ = isUnsafe(point_) || (point_.isValid && kit::isInvisible(point_.value, before_));
+    before_ = kit::isTag(point_.value) ? before_ : point_.value;
+    return true;
 }
 
 std::string sEscaped(const CodePoint& point) {

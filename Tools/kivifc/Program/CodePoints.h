@@ -39,8 +39,31 @@ std::size_t displayWidth(const CodePoint& point);
 /// set the direction of writing, separators of lines and paragraphs. The tab is one of them.
 bool isUnsafe(const CodePoint& point);
 
-/// How an unsafe one is written: "\n", "\r" and "\t"; "\xNN" for each byte of another control character or of
-/// what is no UTF-8; else "\u{202E}".
+/// The code points of a text one after the other, and which of them are shown escaped: unsafe ones, and those
+/// that show nothing of their own, so that two texts look the same. Joiners are shown as they are where their
+/// script needs them.
+///
+///     for (ShownPoints points(text); points.boNext();)
+///         shown += points.isEscaped() ? sEscaped(points.getPoint()) : std::string(points.getPoint().bytes);
+class ShownPoints {
+public:
+    explicit ShownPoints(std::string_view text) : rest_(text) {}
+
+    /// Goes to the next one; false at the end of the text.
+    bool boNext();
+    const CodePoint& getPoint() const { return point_; }
+    bool isEscaped() const { return isEscaped_; }
+
+private:
+    std::string_view rest_;
+    CodePoint point_;
+    // The last one that is no tag.
+    char32_t before_ = 0;
+    bool isEscaped_ = false;
+};
+
+/// How an escaped one is written: "\n", "\r" and "\t"; "\xNN" for each byte of another control character or
+/// of what is no UTF-8; else "\u{202E}".
 std::string sEscaped(const CodePoint& point);
 
 } // namespace kiv::kivifc

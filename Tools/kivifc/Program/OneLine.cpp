@@ -7,12 +7,11 @@ namespace kiv::kivifc {
 std::string sOneLine(std::string_view text) {
     std::string line;
     line.reserve(text.size());
-    while (!text.empty()) {
-        const auto point = codePointTake(text);
-        if (isUnsafe(point))
-            line += sEscaped(point);
+    for (ShownPoints points(text); points.boNext();) {
+        if (points.isEscaped())
+            line += sEscaped(points.getPoint());
         else
-            line += point.bytes;
+            line += points.getPoint().bytes;
     }
     return line;
 }

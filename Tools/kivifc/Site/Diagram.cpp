@@ -151,7 +151,11 @@ public:
             vLineWrite(row);
             vBoxWrite(row);
         }
-        html_ << "</svg></div></figure>\n";
+        html_ << "</svg></div>";
+        const auto isAbstract = [](const Row& row) { return row.entity && row.entity->isAbstract(); };
+        if (std::ranges::any_of(rows_, isAbstract))
+            html_ << "<figcaption>Dashed: abstract</figcaption>";
+        html_ << "</figure>\n";
     }
 
 private:
@@ -209,9 +213,21 @@ private:
             html_ << (isSelf ? Markup("</g>") : Markup("</a>"));
             right += boxWidth(label);
         }
-        if (const auto hidden = sHidden(rows_[row]); !hidden.empty())
+        if (const auto hidden = sHidden(rows_[row]); !hidden.empty()) {
+            html_ << "<a" << href(Address(EntitiesPage).row(ownerOf(row).getName())) << ">";
             vTextWrite("more", right + BoxPadding, row, hidden);
+            html_ << "</a>";
+        }
         html_ << "\n";
+    }
+
+    /// The entity in whose part of the whole tree those are that a row does not show. Of those above the
+    /// first one shown, the tree has them above it.
+    const Entity& ownerOf(std::size_t row) const {
+        if (rows_[row].entity)
+            return *rows_[row].entity;
+        const auto parent = rows_[row].parent;
+        return *rows_[parent == row ? row + 1 : parent].entity;
     }
 
     void vTextWrite(std::string_view kind, long long x, std::size_t row, std::string_view text) {

@@ -33,15 +33,17 @@ void vSectionEnd(Html& html) {
 }
 
 void vTableBegin(Html& html, std::string_view label, std::initializer_list<Markup> columns) {
-    html << "<div class=\"scroll\" tabindex=\"0\" role=\"region\"" << attribute("aria-label", sShort(label))
-         << "><table class=\"rows\">\n<thead><tr>";
+    html << "<table class=\"rows\"";
+    if (!label.empty())
+        html << attribute("aria-label", sShort(label));
+    html << ">\n<thead><tr>";
     for (const auto& column : columns)
         html << "<th scope=\"col\">" << column << "</th>";
     html << "</tr></thead>\n<tbody>\n";
 }
 
 void vTableEnd(Html& html) {
-    html << "</tbody></table></div>\n";
+    html << "</tbody></table>\n";
 }
 
 void vRowLinkWrite(Html& html, std::string_view name) {
@@ -50,8 +52,12 @@ void vRowLinkWrite(Html& html, std::string_view name) {
 }
 
 void vRowLinkWrite(Html& html, const RowId& id, std::string_view name) {
-    html << "<a class=\"anchor\"" << idHref(id.getText())
-         << attribute("aria-label", "Link to " + sShort(name)) << ">#</a>";
+    vIdLinkWrite(html, id.getText(), name);
+}
+
+void vIdLinkWrite(Html& html, std::string_view id, std::string_view name) {
+    html << "<a class=\"anchor\"" << idHref(id) << attribute("aria-label", "Link to " + sShort(name))
+         << ">#</a>";
 }
 
 void vNameLinkWrite(Html& html, const Address& address, std::string_view name) {

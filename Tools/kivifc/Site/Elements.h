@@ -36,7 +36,8 @@ void vSectionBegin(Html& html, Markup id, Markup title);
 void vSectionBegin(Html& html, Markup id, Markup title, std::size_t count);
 void vSectionEnd(Html& html);
 
-/// `label` names the region in which a table too wide for the window is moved.
+/// `label` names the table for those who have it read to them; empty where the element around it does. A
+/// table is never wider than its page: long names are broken.
 void vTableBegin(Html& html, std::string_view label, std::initializer_list<Markup> columns);
 void vTableEnd(Html& html);
 
@@ -45,6 +46,9 @@ void vRowLinkWrite(Html& html, std::string_view name);
 
 /// The same for an id that a page gave to the row.
 void vRowLinkWrite(Html& html, const RowId& id, std::string_view name);
+
+/// The same for an id of ours, which has a hyphen, as those of rows never have.
+void vIdLinkWrite(Html& html, std::string_view id, std::string_view name);
 
 /// A name as a link, in the type of code.
 void vNameLinkWrite(Html& html, const Address& address, std::string_view name);

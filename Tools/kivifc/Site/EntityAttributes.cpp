@@ -105,7 +105,11 @@ void EntityAttributes::vKindWrite(const Kind& kind, const ItemsOf& itemsOf, cons
     const auto count = countOf(line_, itemsOf);
     if (count == 0)
         return;
-    vSectionBegin(html_, kind.id, kind.title, count);
+    // What is declared again is in two rows, and one attribute.
+    std::size_t again = 0;
+    for (const auto* entity : line_)
+        again += kind.again ? model_.declaredAgainIn(*entity).*kind.again : 0;
+    vSectionBegin(html_, kind.id, kind.title, count - std::min(again, count - 1));
     // The regions of a page have different names, as programs list them that read pages aloud.
     std::string label(kind.title.getView());
     label.append(" of ").append(sShort(entity_.getName()));
@@ -150,8 +154,8 @@ void EntityAttributes::vRowBegin(const Entity& declaring, const void* item, std:
 }
 
 void EntityAttributes::vExplicitWrite() {
-    vKindWrite({"attributes", "Attributes", "Type"}, explicitOf, nameOf<Attribute>,
-               [&](const Entity& entity, const Attribute& attribute) {
+    vKindWrite({"attributes", "Attributes", "Type", &DeclaredAgain::explicitly}, explicitOf,
+               nameOf<Attribute>, [&](const Entity& entity, const Attribute& attribute) {
                    vTypeTextWrite(model_, attribute, &entity == &entity_ ? MostNames : FewNames, html_);
                    vStateWrite(attribute);
                });
@@ -206,8 +210,8 @@ void EntityAttributes::vInverseWrite() {
 }
 
 void EntityAttributes::vDerivedWrite() {
-    vKindWrite({"derived", "Derived attributes", "Type and value"}, derivedOf, nameOf<DeriveValue>,
-               [&](const Entity& entity, const DeriveValue& value) {
+    vKindWrite({"derived", "Derived attributes", "Type and value", &DeclaredAgain::derived}, derivedOf,
+               nameOf<DeriveValue>, [&](const Entity& entity, const DeriveValue& value) {
                    html_ << "<code class=\"express\">";
                    const auto text = model_.getDeclarations().textOf(value);
                    vExpressWrite(model_, {.pSelf = &entity},

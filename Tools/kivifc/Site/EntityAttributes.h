@@ -16,6 +16,7 @@
 #include "kivifc/Site/RowIds.h"
 #include "kivifc/Site/SiteModel.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -48,6 +49,8 @@ private:
         Markup id;
         Markup title;
         Markup column;
+        /// Which attributes are counted at the supertype that declares them first; null for none.
+        std::size_t DeclaredAgain::*again = nullptr;
     };
 
     std::optional<Redeclaration> nearestRedeclarationOf(const Attribute& attribute) const;

@@ -51,9 +51,10 @@ public:
 private:
     void vTreeWrite() {
         html_ << "<p class=\"lead\">";
-        if (entity_.isAbstract())
-            html_ << "<span class=\"badge abstract\">abstract</span> ";
         vLineWrite();
+        // After the name of the entity itself, which the line ends with.
+        if (entity_.isAbstract())
+            html_ << " <span class=\"badge abstract\">abstract</span>";
         html_ << "</p>\n";
         vFarthestWrite();
         vSectionBegin(html_, "tree", "Place in the tree");
@@ -97,32 +98,37 @@ private:
     /// Their text is on the pages of the supertypes; those that could not be read are among them.
     void vInheritedRulesWrite() {
         std::size_t count = 0;
-        Markup separator = "<p>Inherited rules: ";
+        Html links(html_.getRoot());
+        Markup separator = "";
         for (const auto* each : nearestOf(entity_)) {
             if (each == &entity_)
                 continue;
             const auto& rules = model_.rulesOf(*each);
             for (const auto* rule : shown(rules, count)) {
-                html_ << std::exchange(separator, Markup(", "));
-                vRuleLinkWrite(*each, rule->label);
+                links << std::exchange(separator, Markup(", "));
+                vRuleLinkWrite(*each, rule->label, links);
             }
             count += rules.size();
             const auto& unread = model_.getDeclarations().unreadRulesOf(*each);
             for (const auto* rule : shown(unread, count)) {
-                html_ << std::exchange(separator, Markup(", "));
-                vRuleLinkWrite(*each, rule->name.text);
+                links << std::exchange(separator, Markup(", "));
+                vRuleLinkWrite(*each, rule->name.text, links);
             }
             count += unread.size();
         }
+        if (count == 0)
+            return;
+        vSectionBegin(html_, "inherited", "Inherited rules", count);
+        html_ << "<p>" << links;
         if (count > RulesMax)
             html_ << " and " << count - RulesMax << " more on the pages of the supertypes";
-        if (count > 0)
-            html_ << "</p>\n";
+        html_ << "</p>\n";
+        vSectionEnd(html_);
     }
 
-    void vRuleLinkWrite(const Entity& entity, std::string_view label) {
-        html_ << "<a" << href(model_.getAddresses().of(entity).row(label)) << "><code>"
-              << escaped(sShort(entity.getName())) << "." << escaped(sShort(label)) << "</code></a>";
+    void vRuleLinkWrite(const Entity& entity, std::string_view label, Html& html) const {
+        html << "<a" << href(model_.getAddresses().of(entity).row(label)) << "><code>"
+             << escaped(sShort(entity.getName())) << "." << escaped(sShort(label)) << "</code></a>";
     }
 
     const SiteModel& model_;

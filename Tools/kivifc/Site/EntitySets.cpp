@@ -7,10 +7,16 @@
 #include "kivifc/Site/IndexElements.h"
 #include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/SetClasses.h"
+#include "kivifc/Site/Translations.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <fmt/format.h>
+#include <set>
 #include <span>
+#include <string>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace kiv::kivifc::site {
@@ -37,6 +43,14 @@ struct Room {
     std::size_t sets;
 };
 
+/// The address of a set on the pages of entities: the name of its file, which two contexts do not share. Rows
+/// have no hyphen.
+std::string sSetId(const SiteModel& model, const SiteSet& set) {
+    auto name = model.getAddresses().of(*set.set).getPath();
+    name.remove_prefix(name.rfind('/') + 1);
+    return "set-" + std::string(name.substr(0, name.rfind('.')));
+}
+
 class EntitySets {
 public:
     EntitySets(const SiteModel& model, const Entity& entity, EntitySetParts& parts, Html& html) :
@@ -46,7 +60,7 @@ public:
         const auto count = countOf();
         if (count == 0)
             return;
-        vSectionBegin(html_, "sets", "Property and quantity sets", count);
+        vBegin(count);
         for (const auto* each : line_) {
             if (!model_.setsOf(*each).empty())
                 vEntityWrite(*each);
@@ -64,6 +78,15 @@ private:
         for (const auto* each : line_)
             count += model_.setCountOf(*each);
         return count;
+    }
+
+    /// Rows have no translations, which would be there on page after page: a script takes them from the index
+    /// of the search when a reader has chosen a language.
+    void vBegin(std::size_t count) {
+        html_ << "<section id=\"sets\"";
+        if (!parts_.getLanguages().empty())
+            html_ << attribute("data-languages", parts_.getLanguages());
+        html_ << ">\n<h2>Property and quantity sets <span class=\"count\">" << count << "</span></h2>\n";
     }
 
     void vEntityWrite(const Entity& each) {
@@ -87,8 +110,8 @@ private:
     void vPredefinedTypesWrite(const Entity& each, const AppliedSets& group) {
         if (group.predefinedTypes.empty())
             return;
-        html_ << "<h4>Predefined type ";
         const auto& types = group.predefinedTypes;
+        html_ << (types.size() == 1 ? Markup("<h4>Predefined type ") : Markup("<h4>Predefined types "));
         for (std::size_t index = 0; index < std::min(types.size(), PredefinedTypesMax); ++index) {
             html_ << (index == 0 ? Markup("") : Markup(", "));
             vPredefinedTypeWrite(model_, each, types[index], html_);
@@ -118,14 +141,24 @@ private:
     void vSetWrite(const SiteSet& set, Room& room) {
         const auto& part = parts_.of(set, room.detail);
         if (part.rows > room.members) {
-            html_ << "<p>";
+            html_ << "<p";
+            vIdWrite(set);
+            html_ << ">";
             vNameLinkWrite(html_, model_.getAddresses().of(*set.set), set.set->getName());
             vHiddenBadgeWrite(set, html_);
             html_ << "</p>\n";
             return;
         }
         room.members -= part.rows;
-        html_ << part.html;
+        html_ << "<details class=\"set\"";
+        vIdWrite(set);
+        html_ << ">" << part.html;
+    }
+
+    /// A set that names the entity and a supertype of it is there twice, and the first has the address.
+    void vIdWrite(const SiteSet& set) {
+        if (addressed_.insert(&set).second)
+            html_ << attribute("id", sSetId(model_, set));
     }
 
     const SiteModel& model_;
@@ -134,24 +167,44 @@ private:
     Html& html_;
     std::vector<const Entity*> line_;
     std::size_t written_ = 0;
+    std::unordered_set<const SiteSet*> addressed_;
     Room own_{MembersDetail::Short, MembersMax, SetsMax};
     Room inherited_{MembersDetail::Brief, InheritedMembersMax, InheritedSetsMax};
 };
 
-/// Closed until it is asked for.
+/// What is within the `details` of a set, which is closed until it is asked for.
 Html setHtml(const SiteModel& model, const SiteSet& set, MembersDetail detail) {
     Html html("");
-    html << "<details class=\"set\"><summary><bdi>" << escaped(sShort(set.set->getName()))
-         << "</bdi> <span class=\"count\">" << kit::setMembers(*set.set).size() << "</span>";
+    html << "<summary><bdi>" << escaped(sShort(set.set->getName())) << "</bdi> <span class=\"count\">"
+         << kit::setMembers(*set.set).size() << "</span>";
     vContextBadgeWrite(set, html);
-    html << "</summary>\n<p><a" << href(model.getAddresses().of(*set.set)) << ">Page of the set</a> <bdi>"
-         << escaped(sShort(set.set->getDefinition(), DefinitionMax)) << "</bdi></p>\n";
+    html << "</summary>\n<p><a" << href(model.getAddresses().of(*set.set)) << ">Page of the set</a>";
+    vIdLinkWrite(html, sSetId(model, set), set.set->getName());
+    html << " <bdi>" << escaped(sShort(set.set->getDefinition(), DefinitionMax)) << "</bdi></p>\n";
     vSetMembersWrite(model, set, detail, html);
     html << "</details>\n";
     return html;
 }
 
+/// A language with a tag that browsers do not know is on the pages of its sets.
+std::string sLanguages(const SiteModel& model) {
+    constexpr std::size_t LanguagesMax = 40;
+    std::set<std::string> tags;
+    for (const auto& set : model.getSets()) {
+        for (const auto& member : memberList(*set.set)) {
+            for (const auto& entry : member.def->getNameAliases().getEntries()) {
+                if (auto tag = sLanguageTag(entry.locale.getCombined());
+                    !tag.empty() && tags.size() < LanguagesMax)
+                    tags.insert(std::move(tag));
+            }
+        }
+    }
+    return fmt::format("{}", fmt::join(tags, " "));
+}
+
 } // namespace
+
+EntitySetParts::EntitySetParts(const SiteModel& model) : model_(model), languages_(sLanguages(model)) {}
 
 const EntitySetParts::Part& EntitySetParts::of(const SiteSet& set, MembersDetail detail) {
     const std::pair key(&set, detail);

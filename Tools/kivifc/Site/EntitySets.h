@@ -17,6 +17,7 @@
 
 #include <cstddef>
 #include <map>
+#include <string>
 #include <utility>
 
 namespace kiv::kivifc::site {
@@ -26,17 +27,22 @@ namespace kiv::kivifc::site {
 class EntitySetParts {
 public:
     struct Part {
+        /// What is within its `details`.
         Html html;
         /// Of members.
         std::size_t rows;
     };
 
-    explicit EntitySetParts(const SiteModel& model) : model_(model) {}
+    explicit EntitySetParts(const SiteModel& model);
 
     const Part& of(const SiteSet& set, MembersDetail detail);
 
+    /// The languages that names of members are translated into, with blanks between; of very many, some.
+    const std::string& getLanguages() const { return languages_; }
+
 private:
     const SiteModel& model_;
+    std::string languages_;
     std::map<std::pair<const SiteSet*, MembersDetail>, Part> parts_;
 };
 

@@ -5,11 +5,12 @@
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/ExpressKeywords.h"
 #include "kivifc/Site/ExpressWords.h"
+#include "kivifc/Site/LocalNames.h"
 #include "kivifc/Site/RedeclaredName.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace kiv::kivifc::site {
 
@@ -17,10 +18,22 @@ namespace {
 
 using namespace ifc::def::schema;
 
-std::string sUpper(std::string_view text) {
-    std::string upper(text);
-    std::ranges::transform(upper, upper.begin(), ascii::getUpper);
-    return upper;
+/// Whose attributes come after a point, when what is before it has this type or is an element of it; null for
+/// a type that has none of its own.
+const Entity* pEntityOf(const ObjectBase* type) {
+    // No chain of types that a schema has is as long; one in a circle is endless.
+    constexpr int LengthMax = 100;
+    for (int length = 0; type && length < LengthMax; ++length) {
+        if (const auto* entity = Entity::pFrom(type))
+            return entity;
+        if (const auto* named = Type::pFrom(type)) {
+            type = named->pUnderlying();
+            continue;
+        }
+        const auto* aggregate = DataTypeBase::pFrom(type);
+        type = aggregate && DataTypeListInterface::pFrom(aggregate) ? aggregate->pBaseType() : nullptr;
+    }
+    return nullptr;
 }
 
 /// Writes one text, and remembers what the names before a point mean.
@@ -31,34 +44,50 @@ public:
 
     void vWrite(std::string_view text) {
         for (ExpressWords words(text); words.boNext();)
-            vPieceWrite(words);
+            vPieceWrite(words, locals_.boTake(words));
     }
 
 private:
-    void vPieceWrite(const ExpressWords& words) {
+    void vPieceWrite(const ExpressWords& words, bool isLocal) {
         const auto text = words.getText();
         switch (words.getKind()) {
         case ExpressWords::Kind::Word:
-            return vWordWrite(text);
+            return vWordWrite(text, isLocal);
         case ExpressWords::Kind::String:
             html_ << "<span class=\"str\">";
             vLiteralWrite(text);
             html_ << "</span>";
+            vSymbolTake('\'');
             break;
         case ExpressWords::Kind::Comment:
             html_ << "<span class=\"com\">" << escaped(text) << "</span>";
-            return;
+            break;
         case ExpressWords::Kind::Other:
             html_ << escaped(text);
+            for (const char byte : text) {
+                if (!ascii::isBlank(byte))
+                    vSymbolTake(byte);
+            }
             break;
         }
-        isAfterPoint_ = text.ends_with('.');
-        if (text != ".")
-            pBefore_ = nullptr;
     }
 
-    void vWordWrite(std::string_view word) {
-        const auto upper = sUpper(word);
+    /// An index is passed over, whatever is in it: what comes after it belongs to what came before it.
+    void vSymbolTake(char symbol) {
+        const auto* before = std::exchange(pBefore_, nullptr);
+        isAfterPoint_ = symbol == '.';
+        if (isAfterPoint_)
+            pBefore_ = before;
+        if (symbol == '[')
+            indexed_.push_back(before);
+        if (symbol != ']' || indexed_.empty())
+            return;
+        pBefore_ = indexed_.back();
+        indexed_.pop_back();
+    }
+
+    void vWordWrite(std::string_view word, bool isLocal) {
+        const auto upper = ascii::sUpperCase(word);
         const bool isMember = std::exchange(isAfterPoint_, false);
         const auto* before = std::exchange(pBefore_, nullptr);
         if (isMember) {
@@ -67,8 +96,17 @@ private:
             return;
         }
         // Keywords are written in capitals; LENGTH is a function and Length may be an attribute.
-        if ((word == upper && isExpressKeyword(upper)) || !boNameWrite(word, upper))
+        if (isLocal)
+            vLocalWrite(word, upper);
+        else if ((word == upper && isExpressKeyword(upper)) || !boNameWrite(word, upper))
             vOtherWrite(word, upper);
+    }
+
+    /// No link, but what comes after a point may be one.
+    void vLocalWrite(std::string_view word, const std::string& upper) {
+        html_ << escaped(word);
+        if (const auto type = locals_.typeOf(upper); !type.empty())
+            pBefore_ = pEntityOf(model_.getSchema().pObjectFromName(type));
     }
 
     /// What is no name: a keyword, or a word that means nothing here.
@@ -96,21 +134,35 @@ private:
 
     /// A name after a point: an attribute or an item of what is before it.
     bool boMemberWrite(std::string_view word, const std::string& upper, const ObjectBase* before) {
-        const auto& addresses = model_.getAddresses();
-        if (const auto* entity = Entity::pFrom(before)) {
-            const AttributeBase* attribute = entity->pAttributeFromNameUpper(upper, true);
-            if (!attribute)
-                attribute = entity->pAttributeInverseFromNameUpper(upper, true);
-            if (attribute)
-                return boLinkWrite(addresses.of(attribute->getEntity()).row(ownNameOf(attribute->getName())),
-                                   word);
-        }
+        if (const auto* entity = Entity::pFrom(before))
+            return boAttributeWrite(word, upper, *entity);
         if (const auto* type = Type::pFrom(before)) {
             const auto* items = dynamic_cast<const DataTypeEnum*>(type->pUnderlying());
             if (items && items->boContains(word))
-                return boLinkWrite(addresses.of(*type).row(word), word);
+                return boLinkWrite(model_.getAddresses().of(*type).row(word), word);
         }
         return false;
+    }
+
+    /// An explicit, inverse or derived attribute of the entity or above; a name after it is one of its type.
+    bool boAttributeWrite(std::string_view word, const std::string& upper, const Entity& entity) {
+        if (const auto* attribute = entity.pAttributeFromNameUpper(upper, true)) {
+            pBefore_ = pEntityOf(attribute->pFirstType());
+            return boRowWrite(attribute->getEntity(), attribute->getName(), word);
+        }
+        if (const auto* inverse = entity.pAttributeInverseFromNameUpper(upper, true)) {
+            pBefore_ = inverse->pReferredEntity();
+            return boRowWrite(inverse->getEntity(), inverse->getName(), word);
+        }
+        const auto derived = model_.derivedOf(entity, upper);
+        if (!derived.value)
+            return false;
+        pBefore_ = pEntityOf(derived.type);
+        return boRowWrite(*derived.entity, derived.value->getName(), word);
+    }
+
+    bool boRowWrite(const Entity& entity, std::string_view name, std::string_view word) {
+        return boLinkWrite(model_.getAddresses().of(entity).row(ownNameOf(name)), word);
     }
 
     /// 'IFC4.IFCWALL' names an entity, and 'IFC4.IFCROOT.NAME' an attribute of one.
@@ -139,7 +191,10 @@ private:
     const SiteModel& model_;
     const ExpressScope& scope_;
     Html& html_;
+    LocalNames locals_;
     const ObjectBase* pBefore_ = nullptr;
+    // What is before each index that is open.
+    std::vector<const ObjectBase*> indexed_;
     bool isAfterPoint_ = false;
 };
 

@@ -1,21 +1,15 @@
 #include "kivifc/Site/ExpressWords.h"
 
+#include "kivifc/Program/AsciiText.h"
+
 #include <algorithm>
 
 namespace kiv::kivifc::site {
 
 namespace {
 
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
-}
-
-bool isLetter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
-
 bool isOfWord(char byte) {
-    return isLetter(byte) || isDigit(byte) || byte == '_';
+    return ascii::isLetter(byte) || ascii::isDigit(byte) || byte == '_';
 }
 
 /// From the first to the one that ends the piece, included; all of the text when there is none.
@@ -36,7 +30,7 @@ std::size_t lineSize(std::string_view text) {
 }
 
 bool isPieceBegin(std::string_view text) {
-    return isLetter(text.front()) || isDigit(text.front()) || text.front() == '\'' ||
+    return ascii::isLetter(text.front()) || ascii::isDigit(text.front()) || text.front() == '\'' ||
            text.starts_with("(*") || text.starts_with("--");
 }
 
@@ -62,7 +56,7 @@ bool ExpressWords::boNext() {
 /// Sets the kind too.
 std::size_t ExpressWords::pieceSize() {
     const auto first = rest_.front();
-    if (isLetter(first)) {
+    if (ascii::isLetter(first)) {
         kind_ = Kind::Word;
         return sizeOf(rest_, isOfWord);
     }
@@ -76,7 +70,7 @@ std::size_t ExpressWords::pieceSize() {
     }
     kind_ = Kind::Other;
     // A digit takes the letters with it: the E of an exponent is no name.
-    if (isDigit(first))
+    if (ascii::isDigit(first))
         return sizeOf(rest_, isOfWord);
     std::size_t size = 1;
     while (size < rest_.size() && !isPieceBegin(rest_.substr(size)))

@@ -20,7 +20,7 @@ namespace kiv::kivifc::site {
 
 namespace {
 
-constexpr PageName PartPrefix("guids");
+constexpr PageName GuidPages("guids");
 /// More than that are on pages of their own, one for each first digit.
 constexpr std::size_t GuidsMax = 1000;
 
@@ -65,16 +65,18 @@ public:
                 digits_ += firstDigitOf(owner);
         }
         for (const char& digit : digits_)
-            parts_.vAdd(PartPrefix, {&digit, 1});
+            parts_.vAdd(GuidPages, {&digit, 1});
     }
 
     void vWrite() {
         Page page(model_.getTitle(), {.title = "GUIDs", .kind = "", .crumbs = {}});
         auto& html = page.body();
         html << "<p class=\"lead\">" << owners_.size()
-             << " sets, properties and quantities have a GUID. The 32 digits of one are those between its "
-                "hyphens.</p>\n";
-        if (owners_.size() <= GuidsMax) {
+             << " sets, properties and quantities have a GUID. Without its hyphens, a GUID is its 32 "
+                "digits.</p>\n";
+        if (owners_.empty()) {
+            html << "<p>No set has any.</p>\n";
+        } else if (owners_.size() <= GuidsMax) {
             vTableWrite(owners_, html);
         } else {
             vPartsWrite(html);
@@ -95,7 +97,7 @@ private:
         html << "<nav class=\"letters\" aria-label=\"First digit\">\n";
         for (const char& each : digits_) {
             const std::string_view digit(&each, 1);
-            vPartLinkWrite(html, parts_.of(PartPrefix, digit), digit, digit == here);
+            vPartLinkWrite(html, parts_.of(GuidPages, digit), digit, digit == here);
         }
         html << "</nav>\n";
     }
@@ -111,7 +113,7 @@ private:
         Page page(model_.getTitle(), {.title = title, .kind = "", .crumbs = {{"GUIDs", GuidsPage}}});
         vPartLinksWrite(digit, page.body());
         vTableWrite(owners, page.body());
-        folder_.vWrite(parts_.of(PartPrefix, digit), page.takeText());
+        folder_.vWrite(parts_.of(GuidPages, digit), page.takeText());
     }
 
     /// Calls `write` with the owners of each GUID.
@@ -141,18 +143,19 @@ private:
         });
         if (rows.isEmpty())
             return;
-        vSectionBegin(html, "repeated", "GUIDs that are there more than once");
-        vTableBegin(html, "GUIDs that are there more than once",
-                    {"22 characters", "With hyphens", "Set or member"});
+        vSectionBegin(html, "repeated", "GUIDs used more than once");
+        vTableBegin(html, "GUIDs used more than once", {"22 characters", "With hyphens", "Set or member"});
         html << rows;
         vTableEnd(html);
         vSectionEnd(html);
     }
 
-    // The row of the owner is the one to point at; rows here have no address of their own.
+    /// The 32 digits are its address, as they are safe in each.
     void vRowWrite(std::span<const GuidOwner> same, Html& html) const {
         const GuidNotations written(same.front().guid);
-        html << "<tr><th scope=\"row\"><code>" << escaped(written.globalId) << "</code></th><td><code>"
+        html << "<tr" << attribute("id", sAnchor(written.digits)) << "><th scope=\"row\">";
+        vRowLinkWrite(html, written.digits);
+        html << "<code>" << escaped(written.globalId) << "</code></th><td><code>"
              << escaped(written.hyphenated) << "</code></td><td";
         if (same.size() > 1)
             html << attribute("class", "differs");
@@ -186,7 +189,8 @@ private:
 } // namespace
 
 void vGuidIndexPagesWrite(const SiteModel& model, SiteFolder& folder) {
-    GuidIndex(model, folder).vWrite();
+    if (!model.getSets().empty())
+        GuidIndex(model, folder).vWrite();
 }
 
 } // namespace kiv::kivifc::site

@@ -1,5 +1,7 @@
 #include "kivifc/Site/GuidNotations.h"
 
+#include "kivifc/Site/Elements.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -49,10 +51,14 @@ GuidNotations::GuidNotations(const Guid& guid) :
 
 void vGuidNotationsWrite(const Guid& guid, Html& html) {
     const GuidNotations written(guid);
-    html << "<dl class=\"guid\"><div><dt>22 characters</dt><dd><code>" << escaped(written.globalId)
-         << "</code></dd></div>\n<div><dt>32 digits</dt><dd><code>" << escaped(written.digits)
-         << "</code></dd></div>\n<div><dt>with hyphens</dt><dd><code>" << escaped(written.hyphenated)
+    html << "<dl class=\"guid\"><div><dt>GUID, 22 characters</dt><dd><code>" << escaped(written.globalId)
+         << "</code></dd></div>\n<div><dt>GUID, 32 digits</dt><dd><code>" << escaped(written.digits)
+         << "</code></dd></div>\n<div><dt>GUID with hyphens</dt><dd><code>" << escaped(written.hyphenated)
          << "</code></dd></div></dl>\n";
+}
+
+void vNoGuidWrite(std::string_view text, Html& html) {
+    html << "<code>" << escaped(sShort(text)) << "</code> <span class=\"badge error\">not a GUID</span>";
 }
 
 void vGuidRowWrite(const Guid& guid, const std::string& id, Html& html) {

@@ -15,6 +15,7 @@
 #include "kivifc/Site/Html.h"
 
 #include <string>
+#include <string_view>
 
 namespace kiv::kivifc::site {
 
@@ -31,6 +32,9 @@ struct GuidNotations {
 
 /// All three, as a list.
 void vGuidNotationsWrite(const Guid& guid, Html& html);
+
+/// What a document has where a GUID should be.
+void vNoGuidWrite(std::string_view text, Html& html);
 
 /// All three, one after the other; `id` is what links to them point at.
 void vGuidRowWrite(const Guid& guid, const std::string& id, Html& html);

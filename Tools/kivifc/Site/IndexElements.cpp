@@ -16,6 +16,8 @@ void vPartLinkWrite(Html& html, const Address& address, std::string_view text, b
 }
 
 void vContextBadgeWrite(const SiteSet& set, Html& html) {
+    if (!set.isUsed())
+        html << " <span class=\"badge error\">not used</span>";
     if (!set.context.isStandard)
         html << " <span class=\"badge\">" << escaped(sShort(set.context.name)) << "</span>";
     vHiddenBadgeWrite(set, html);

@@ -57,8 +57,8 @@ void vLetterWrite(const std::string& letter, Html& html);
 /// The link to a part of an index, on the page of the index or of any part.
 void vPartLinkWrite(Html& html, const Address& address, std::string_view text, bool isHere);
 
-/// After the name of a set: the context, unless that is the standard one. Sets of two contexts may have one
-/// name.
+/// After the name of a set: that it is not used, and its context, unless that is the standard one. Sets of
+/// two contexts may have one name.
 void vContextBadgeWrite(const SiteSet& set, Html& html);
 
 /// After the name of a set that a search by name does not find: the context whose set it finds instead.

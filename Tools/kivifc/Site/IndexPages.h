@@ -1,12 +1,15 @@
 /// @file
-/// The index pages that every site has, as they are listed.
+/// The index pages of a site, as they are listed.
 ///
-///     for (const auto& index : IndexPages)
-///         html << "<a" << href(index.page) << ">" << index.title << "</a> " << index.text;
+///     for (const auto& index : IndexPages) {
+///         if (isOffered(model, index))
+///             html << "<a" << href(index.page) << ">" << index.title << "</a> " << index.text;
+///     }
 #pragma once
 
 #include "kivifc/Site/Addresses.h"
 #include "kivifc/Site/Html.h"
+#include "kivifc/Site/SiteModel.h"
 
 #include <array>
 #include <string_view>
@@ -22,6 +25,9 @@ struct IndexPage {
     /// Among names of all kinds, where the title alone would say too little; empty where it says enough.
     Markup fullTitle = "";
 
+    /// Whether it lists what sets have, so that a site without sets does not have it.
+    bool isOfSets = false;
+
     constexpr std::string_view getFullTitle() const {
         return fullTitle.getView().empty() ? title.getView() : fullTitle.getView();
     }
@@ -34,9 +40,15 @@ inline constexpr std::array IndexPages{
     IndexPage{FunctionsPage, "Functions", "The text of each, and who calls it"},
     IndexPage{RulesPage, "Rules", "What holds for all instances of an entity together"},
     IndexPage{SetsPage, "Sets", "Property and quantity sets by class and by prefix",
-              "Sets by class and by prefix"},
-    IndexPage{PropertiesPage, "Properties by name", "One name in all sets that have it, side by side"},
-    IndexPage{LanguagesPage, "Languages", "What is translated, and what a translated name means"},
-    IndexPage{GuidsPage, "GUIDs", "Which set or member a GUID belongs to"}};
+              "Sets by class and by prefix", true},
+    IndexPage{PropertiesPage, "Properties by name", "One name in all sets that have it, side by side", "",
+              true},
+    IndexPage{LanguagesPage, "Languages", "What is translated, and what a translated name means", "", true},
+    IndexPage{GuidsPage, "GUIDs", "Which set or member a GUID belongs to", "", true}};
+
+/// Whether the site has that index.
+inline bool isOffered(const SiteModel& model, const IndexPage& index) {
+    return !index.isOfSets || !model.getSets().empty();
+}
 
 } // namespace kiv::kivifc::site

@@ -4,9 +4,11 @@
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/Elements.h"
+#include "kivifc/Site/IndexElements.h"
 #include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/NameGroups.h"
 #include "kivifc/Site/Page.h"
+#include "kivifc/Site/RowIds.h"
 #include "kivifc/Site/Translations.h"
 
 #include <algorithm>
@@ -25,7 +27,7 @@ namespace {
 namespace pset = ifc::def::pset;
 using ifc::def::xml::Aliases;
 
-constexpr PageName PartPrefix("languages");
+constexpr PageName LanguagePages("languages");
 /// A language with fewer names is on the page of all languages, so that there are no more pages than names
 /// are worth.
 constexpr std::size_t NamesOfPage = 50;
@@ -128,20 +130,36 @@ void vTagWrite(const Language& language, Html& html) {
     html << "<code>" << escaped(sShort(language.tag)) << "</code>";
 }
 
+/// What distinguishes a row from all others of its page, whatever else is there: a name may have several
+/// meanings, and languages with few names are on one page.
+std::string sRow(const Language& language, const TranslatedName& name) {
+    std::string row = language.hasPage() ? std::string() : language.tag + '/';
+    return row.append(name.text).append("/").append(name.name);
+}
+
+/// A set with a member of that name.
+void vSetItemWrite(const TranslatedName& name, Html& html) {
+    html << "<li><a" << href(name.address) << ">" << escaped(sLinkText(name.set->set->getName())) << "</a>";
+    vContextBadgeWrite(*name.set, html);
+    html << "</li>\n";
+}
+
 /// One name and what it means, with the members that have it.
-void vNameWrite(std::span<const TranslatedName> same, const std::string& tag, Html& html) {
-    html << "<tr><th scope=\"row\"";
+void vNameWrite(std::span<const TranslatedName> same, const RowId& id, const std::string& tag, Html& html) {
+    const auto& name = same.front();
+    html << "<tr" << attribute("id", id.getText()) << "><th scope=\"row\"";
     if (!tag.empty())
         html << attribute("lang", tag);
-    html << ">" << escaped(sShort(same.front().text)) << "</th><td><code>"
-         << escaped(sShort(same.front().name)) << "</code></td><td><ul class=\"links\">\n";
-    for (const auto& name : same)
-        html << "<li><a" << href(name.address) << ">" << escaped(sLinkText(name.set->set->getName()))
-             << "</a></li>\n";
+    html << ">";
+    vRowLinkWrite(html, id, name.text);
+    html << escaped(sShort(name.text)) << "</th><td><code>" << escaped(sShort(name.name))
+         << "</code></td><td><ul class=\"links\">\n";
+    for (const auto& each : same)
+        vSetItemWrite(each, html);
     html << "</ul></td></tr>\n";
 }
 
-void vNamesWrite(const Language& language, Html& html) {
+void vNamesWrite(const Language& language, RowIds& ids, Html& html) {
     vTableBegin(html, "Names in " + sShort(language.tag), {"Name", "Means", "Sets"});
     const auto tag = sLanguageTag(language.tag);
     for (auto rest = std::span(language.names); !rest.empty();) {
@@ -149,7 +167,7 @@ void vNamesWrite(const Language& language, Html& html) {
             return each.text != rest.front().text || each.name != rest.front().name;
         });
         const auto count = static_cast<std::size_t>(std::distance(rest.begin(), end));
-        vNameWrite(rest.first(count), tag, html);
+        vNameWrite(rest.first(count), ids.take(sRow(language, rest.front())), tag, html);
         rest = rest.subspan(count);
     }
     vTableEnd(html);
@@ -161,7 +179,7 @@ public:
         model_(model), folder_(folder), table_(model) {
         for (const auto& [key, language] : table_.get()) {
             if (language.hasPage())
-                parts_.vAdd(PartPrefix, sPart(language));
+                parts_.vAdd(LanguagePages, sPart(language));
         }
     }
 
@@ -179,7 +197,7 @@ private:
     void vLanguagesWrite(Html& html) {
         html << "<p class=\"lead\">" << table_.get().size()
              << (table_.get().size() == 1 ? Markup(" language") : Markup(" languages"))
-             << " beside that of the documents themselves.</p>\n";
+             << " besides that of the documents.</p>\n";
         vTableBegin(html, "Languages", {"Language", "Names", "Definitions"});
         for (const auto& [key, language] : table_.get())
             vLanguageWrite(language, html);
@@ -192,11 +210,12 @@ private:
         }
     }
 
-    void vLanguageWrite(const Language& language, Html& html) const {
-        html << "<tr" << attribute("id", sAnchor(language.tag)) << "><th scope=\"row\">";
-        vRowLinkWrite(html, language.tag);
+    void vLanguageWrite(const Language& language, Html& html) {
+        const auto id = ids_.take(language.tag);
+        html << "<tr" << attribute("id", id.getText()) << "><th scope=\"row\">";
+        vRowLinkWrite(html, id, language.tag);
         if (language.hasPage())
-            html << "<a" << href(parts_.of(PartPrefix, sPart(language))) << ">";
+            html << "<a" << href(parts_.of(LanguagePages, sPart(language))) << ">";
         else if (!language.names.empty())
             html << "<a" << idHref(sSectionId(language)) << ">";
         vTagWrite(language, html);
@@ -207,32 +226,36 @@ private:
     /// Unlike that of any row.
     static std::string sSectionId(const Language& language) { return "names-" + sAnchor(language.tag); }
 
-    static void vSectionWrite(const Language& language, Html& html) {
+    void vSectionWrite(const Language& language, Html& html) {
         const auto id = sSectionId(language);
         html << "<section" << attribute("id", id) << ">\n<h2>Names in ";
         vTagWrite(language, html);
         html << " <span class=\"count\">" << language.names.size() << "</span></h2>\n";
-        vNamesWrite(language, html);
+        vNamesWrite(language, ids_, html);
         vSectionEnd(html);
     }
 
     void vPageWrite(const Language& language) {
         const auto title = "Names in " + sShort(language.tag);
         Page page(model_.getTitle(), {.title = title, .kind = "", .crumbs = {{"Languages", LanguagesPage}}});
-        vNamesWrite(language, page.body());
-        folder_.vWrite(parts_.of(PartPrefix, sPart(language)), page.takeText());
+        RowIds ids;
+        vNamesWrite(language, ids, page.body());
+        folder_.vWrite(parts_.of(LanguagePages, sPart(language)), page.takeText());
     }
 
     const SiteModel& model_;
     SiteFolder& folder_;
     LanguageTable table_;
     Addresses parts_;
+    // Of the page of all languages.
+    RowIds ids_;
 };
 
 } // namespace
 
 void vLanguageIndexPagesWrite(const SiteModel& model, SiteFolder& folder) {
-    LanguageIndex(model, folder).vWrite();
+    if (!model.getSets().empty())
+        LanguageIndex(model, folder).vWrite();
 }
 
 } // namespace kiv::kivifc::site

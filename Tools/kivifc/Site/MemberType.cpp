@@ -113,7 +113,8 @@ public:
             vWriteAs<Others...>(type);
     }
 
-    void vWrite(const qto::QuantityType& type) { vNameWrite(type.sMeasureTypeName()); }
+    /// The measure is a name of ours, which some schema may lack: that is no mistake of the document.
+    void vWrite(const qto::QuantityType& type) { boNameWrite(type.sMeasureTypeName()); }
 
 private:
     void vWrite(const pset::TypePropertyReferenceValue& type) { vNameWrite(type.getDataTypeName()); }
@@ -185,7 +186,7 @@ private:
     void vWrite(const pset::TypePropertyTableValue& type) {
         if (type.getDefiningTypeName().empty() && type.getDefinedTypeName().empty() &&
             type.getDefiningValues().empty() && type.getDefinedValues().empty()) {
-            html_ << "types not given";
+            html_ << "no types given";
             return vTextWrite(", by ", type.getExpression());
         }
         vColumnWrite(type.getDefiningTypeName(), type.getDefiningValues());
@@ -207,7 +208,7 @@ private:
 
     void vColumnWrite(std::string_view typeName, const std::vector<pset::TypePropertyValue>& values) {
         if (typeName.empty())
-            html_ << "a type not given";
+            html_ << "no type given";
         vNameWrite(typeName);
         for (const auto& value : values) {
             vUnitWrite(value.getUnitType());
@@ -223,10 +224,20 @@ private:
             html_ << before << "<code>" << escaped(sShort(text)) << "</code>";
     }
 
+    /// As for classes: what looks like a type and is none is marked.
     void vNameWrite(std::string_view name) {
-        if (const auto* object = model_.getSchema().pObjectFromName(name))
-            return vObjectLinkWrite(model_, *object, html_);
-        vTextWrite("", name);
+        if (!boNameWrite(name) && !name.empty())
+            html_ << " <span class=\"badge warning\">not in the schema</span>";
+    }
+
+    /// Whether the schema has an object of that name.
+    bool boNameWrite(std::string_view name) {
+        const auto* object = model_.getSchema().pObjectFromName(name);
+        if (object)
+            vObjectLinkWrite(model_, *object, html_);
+        else
+            vTextWrite("", name);
+        return object != nullptr;
     }
 
     const SiteModel& model_;
@@ -241,10 +252,23 @@ Markup memberKind(const Def& def) {
         return quantityKind(type->pTypeCode());
     if (const auto* type = pPropertyType(def))
         return propertyKind(*type);
-    return "No type given";
+    return "No known type";
 }
 
-void vMemberTypeWrite(const SiteModel& model, const Def& def, const MemberTypeDetail& detail, Html& html) {
+namespace {
+
+/// Whether what is shown of the type says of which kind it is: most members are single values, items are
+/// those of an enumeration, and measures are those of quantities.
+bool isKindClear(const Def& def) {
+    const auto* type = pPropertyType(def);
+    if (!type)
+        return true;
+    return dynamic_cast<const pset::TypePropertyEnumeratedValue*>(type) ||
+           (dynamic_cast<const pset::TypePropertySingleValue*>(type) &&
+            !dynamic_cast<const pset::TypePropertyBoundedValue*>(type));
+}
+
+void vTypeWrite(const SiteModel& model, const Def& def, const MemberTypeDetail& detail, Html& html) {
     TypeWriter writer(model, detail, html);
     if (const auto* quantity = pQuantityType(def))
         writer.vWrite(*quantity);
@@ -254,6 +278,21 @@ void vMemberTypeWrite(const SiteModel& model, const Def& def, const MemberTypeDe
                         pset::TypePropertyTableValue, pset::TypePropertyListValue, pset::TypeComplexProperty>(
             *type);
     }
+}
+
+} // namespace
+
+void vMemberTypeWrite(const SiteModel& model, const Def& def, const MemberTypeDetail& detail, Html& html) {
+    if (!detail.withKind)
+        return vTypeWrite(model, def, detail, html);
+    Html type(html.getRoot());
+    vTypeWrite(model, def, detail, type);
+    const bool isTable = dynamic_cast<const pset::TypePropertyTableValue*>(pPropertyType(def)) != nullptr;
+    if (!isKindClear(def))
+        html << memberKind(def) << (isTable ? Markup(": ") : Markup(" "));
+    else if (type.isEmpty())
+        html << "<span class=\"note\">no type given</span>";
+    html << type;
 }
 
 } // namespace kiv::kivifc::site

@@ -17,7 +17,8 @@
 
 namespace kiv::kivifc::site {
 
-/// "Single value", "Area" and so on; "No type given" for a member without a type.
+/// "Single value", "Area" and so on; "No known type" for a member without a type, or with one of a kind that
+/// is not known.
 Markup memberKind(const ifc::def::xml::Def& def);
 
 struct MemberTypeDetail {
@@ -25,6 +26,9 @@ struct MemberTypeDetail {
     std::size_t itemsMax = std::numeric_limits<std::size_t>::max();
     /// Whether the items have their definitions and translations.
     bool hasDefinitions = false;
+    /// Whether the kind comes before the type unless the type says it, and a word is there in place of none:
+    /// for rows that have no column for the kind.
+    bool withKind = false;
 };
 
 void vMemberTypeWrite(const SiteModel& model, const ifc::def::xml::Def& def, const MemberTypeDetail& detail,

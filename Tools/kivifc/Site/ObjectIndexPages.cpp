@@ -6,6 +6,7 @@
 #include "kivifc/Site/ExpressHtml.h"
 #include "kivifc/Site/IndexElements.h"
 #include "kivifc/Site/Page.h"
+#include "kivifc/Site/RowIds.h"
 
 #include <cstddef>
 #include <string_view>
@@ -18,7 +19,7 @@ namespace {
 
 using namespace ifc::def::schema;
 
-std::string_view nameOf(const ObjectBase* object) {
+std::string_view objectNameOf(const ObjectBase* object) {
     return object->getName();
 }
 
@@ -45,10 +46,10 @@ void vNamesWrite(const SiteModel& model, const std::vector<const Object*>& objec
 template <typename Object>
 void vByLetterWrite(const SiteModel& model, const std::vector<const Object*>& objects, Html& html) {
     constexpr std::size_t LettersFrom = 30;
-    const auto groups = letterGroups(objects, nameOf);
+    const auto groups = letterGroups(objects, objectNameOf);
     if (objects.size() < LettersFrom) {
         auto sorted = objects;
-        vIndexSort(sorted, nameOf);
+        vIndexSort(sorted, objectNameOf);
         return vNamesWrite(model, sorted, html);
     }
     vLettersWrite(groups, html);
@@ -80,13 +81,17 @@ public:
 
 private:
     static constexpr std::size_t ListsMax = 40;
+    /// What has as many entities below it is a branch that can be closed; those of the first levels are open.
+    static constexpr std::size_t BranchMin = 12;
+    static constexpr std::size_t OpenMax = 2;
 
     /// Siblings that are yet to be written.
     struct Siblings {
         const InheritanceTree::Entities* entities;
         std::size_t at = 0;
-        // Whether they have a list of their own.
+        // Whether they have a list of their own, and whether that can be closed.
         bool isList = false;
+        bool isBranch = false;
 
         bool isDone() const { return at == entities->size(); }
         const Entity* next() { return (*entities)[at++]; }
@@ -96,7 +101,7 @@ private:
 
     void vListEnd() {
         if (open_.back().isList) {
-            html_ << "</ul></li>\n";
+            html_ << (open_.back().isBranch ? Markup("</ul></details></li>\n") : Markup("</ul></li>\n"));
             --lists_;
         }
         open_.pop_back();
@@ -104,7 +109,7 @@ private:
 
     void vEntityWrite(const Entity& entity) {
         written_.insert(&entity);
-        html_ << "<li>";
+        html_ << "<li" << attribute("id", ids_.take(entity.getName()).getText()) << ">";
         vObjectLinkWrite(model_, entity, html_);
         vAbstractWrite(entity, html_);
         const auto& children = model_.getTree().getChildren(entity);
@@ -114,10 +119,22 @@ private:
                 vChildrenPush(children);
             return;
         }
+        const bool isBranch = model_.countBelow(entity) >= BranchMin;
+        if (isBranch)
+            vBranchBegin(entity);
         html_ << "\n<ul>\n";
         vChildrenPush(children);
         open_.back().isList = true;
+        open_.back().isBranch = isBranch;
         ++lists_;
+    }
+
+    /// The way to the entity is beside what opens the list, not in it.
+    void vBranchBegin(const Entity& entity) {
+        html_ << " <span class=\"count\">" << model_.countBelow(entity) << "</span>\n"
+              << (lists_ < OpenMax ? Markup("<details open>") : Markup("<details>"))
+              << "<summary><span class=\"hidden\">Below " << escaped(sShort(entity.getName()))
+              << "</span></summary>";
     }
 
     /// None, unless supertypes go in a circle.
@@ -125,9 +142,9 @@ private:
         for (const auto* entity : model_.getEntities()) {
             if (written_.contains(entity))
                 continue;
-            html_ << "<li>";
+            html_ << "<li" << attribute("id", ids_.take(entity->getName()).getText()) << ">";
             vObjectLinkWrite(model_, *entity, html_);
-            html_ << " <span class=\"note\">its supertypes go in a circle</span></li>\n";
+            html_ << " <span class=\"note\">its supertypes form a cycle</span></li>\n";
         }
     }
 
@@ -136,6 +153,7 @@ private:
     std::vector<Siblings> open_;
     std::size_t lists_ = 0;
     std::unordered_set<const Entity*> written_;
+    RowIds ids_;
 };
 
 void vTreePageWrite(const SiteModel& model, SiteFolder& folder) {
@@ -179,7 +197,7 @@ void vTypesWrite(const SiteModel& model, Markup id, Markup title, std::vector<co
                  Html& html) {
     if (types.empty())
         return;
-    vIndexSort(types, nameOf);
+    vIndexSort(types, objectNameOf);
     vSectionBegin(html, id, title, types.size());
     vNamesWrite(model, types, html);
     vSectionEnd(html);

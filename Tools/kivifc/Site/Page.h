@@ -1,7 +1,8 @@
 /// @file
 /// What all pages of a site have in common: head, search box, breadcrumb, title and end.
 ///
-///     Page page(model.getTitle(), {.title = wall.getName(), .kind = "Entity", .crumbs = {{"Entities", EntitiesPage}}});
+///     Page page(model.getTitle(),
+///               {.title = wall.getName(), .kind = "Entity", .crumbs = {{"Entities", EntitiesPage}}});
 ///     page.body() << "<p>" << escaped(text) << "</p>";
 ///     folder.vWrite(addresses.of(wall), page.takeText());
 ///

@@ -15,11 +15,11 @@ namespace kiv::kivifc::site {
 
 namespace {
 
-constexpr PageName PartPrefix("properties");
+constexpr PageName PropertyPages("properties");
 /// More names than that are on pages of their own, a letter each.
 constexpr std::size_t NamesMax = 500;
 
-std::string_view nameOf(const NamedMembers* named) {
+std::string_view propertyNameOf(const NamedMembers* named) {
     return named->name;
 }
 
@@ -86,9 +86,9 @@ public:
         folder_(folder),
         table_(model),
         names_(table_.getNames()),
-        groups_(letterGroups(names_, nameOf)) {
+        groups_(letterGroups(names_, propertyNameOf)) {
         for (const auto& [letter, names] : groups_)
-            parts_.vAdd(PartPrefix, letterPart(letter));
+            parts_.vAdd(PropertyPages, letterPart(letter));
     }
 
     void vWrite() {
@@ -109,7 +109,7 @@ public:
 private:
     void vLeadWrite(Html& html) const {
         html << "<p class=\"lead\">" << names_.size()
-             << " names of properties and quantities, each with what it is in the sets that have it.</p>\n";
+             << " names of properties and quantities, each with its types and the sets that have it.</p>\n";
     }
 
     void vGroupsWrite(Html& html) const {
@@ -130,7 +130,7 @@ private:
     void vPartLinksWrite(std::string_view here, Html& html) const {
         html << "<nav class=\"letters\" aria-label=\"Letters\">\n";
         for (const auto& [letter, names] : groups_)
-            vPartLinkWrite(html, parts_.of(PartPrefix, letterPart(letter)), letter, letter == here);
+            vPartLinkWrite(html, parts_.of(PropertyPages, letterPart(letter)), letter, letter == here);
         html << "</nav>\n";
     }
 
@@ -140,7 +140,7 @@ private:
                   {.title = title, .kind = "", .crumbs = {{"Properties by name", PropertiesPage}}});
         vPartLinksWrite(letter, page.body());
         vTableWrite(letter, names, page.body());
-        folder_.vWrite(parts_.of(PartPrefix, letterPart(letter)), page.takeText());
+        folder_.vWrite(parts_.of(PropertyPages, letterPart(letter)), page.takeText());
     }
 
     /// What one looks for across letters.
@@ -152,7 +152,8 @@ private:
                 if (!named->hasDifferences())
                     continue;
                 html << "<li>";
-                vNameLinkWrite(html, parts_.of(PartPrefix, letterPart(letter)).row(named->name), named->name);
+                vNameLinkWrite(html, parts_.of(PropertyPages, letterPart(letter)).row(named->name),
+                               named->name);
                 html << " <span class=\"count\">" << named->types.size() << "</span></li>\n";
             }
         }
@@ -171,7 +172,8 @@ private:
 } // namespace
 
 void vPropertyIndexPagesWrite(const SiteModel& model, SiteFolder& folder) {
-    PropertyIndex(model, folder).vWrite();
+    if (!model.getSets().empty())
+        PropertyIndex(model, folder).vWrite();
 }
 
 } // namespace kiv::kivifc::site

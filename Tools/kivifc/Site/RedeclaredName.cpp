@@ -26,7 +26,7 @@ const Attribute* pRedeclared(const Attribute& attribute, const Schema& schema) {
     const auto* entity = qualifier.empty() ? nullptr : Entity::pFrom(schema.pObjectFromName(qualifier));
     if (!entity)
         return nullptr;
-    const AttributeName own(ownNameOf(attribute.getName()));
+    const ifc::def::schema::AttributeName own(ownNameOf(attribute.getName()));
     return entity->pAttributeFromName(own, true);
 }
 

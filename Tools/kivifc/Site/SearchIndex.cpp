@@ -84,7 +84,8 @@ std::string sShortened(std::vector<std::string> values) {
 } // namespace
 
 void SearchIndex::vPageAdd(SearchKind kind, std::string_view name, std::string_view address,
-                           std::string_view guid, SearchTranslations translations) {
+                           std::string_view guid, SearchTranslations translations, std::string_view note,
+                           std::string_view above) {
     if (!page_.empty())
         pages_ += sLastPage() + ",\n";
     const bool isExpected = sExpectedAddress(kind, name) == address;
@@ -92,6 +93,8 @@ void SearchIndex::vPageAdd(SearchKind kind, std::string_view name, std::string_v
     rows_.clear();
     rowKind_.reset();
     translations_ = "[" + sTranslations(translations) + "]";
+    note_ = sQuotedOrZero(note);
+    above_ = sQuotedOrZero(above);
 }
 
 void SearchIndex::vRowAdd(SearchKind kind, std::string_view name, std::string_view anchor,
@@ -112,7 +115,7 @@ std::string SearchIndex::sText() const {
     std::vector<std::string> languages(languages_.size());
     for (const auto& [name, number] : languages_)
         languages[number] = sQuoted(name);
-    return fmt::format("window.kivSearch={{format:1,kinds:[{}],languages:[{}],pages:[\n{}{}\n]}};\n",
+    return fmt::format("window.kivSearch={{format:2,kinds:[{}],languages:[{}],pages:[\n{}{}\n]}};\n",
                        fmt::join(kinds, ","), fmt::join(languages, ","), pages_, sLastPage());
 }
 
@@ -122,6 +125,8 @@ std::string SearchIndex::sLastPage() const {
     auto values = page_;
     values.push_back(rows_.empty() ? "[]" : "[" + rows_ + "]]");
     values.push_back(translations_);
+    values.push_back(note_);
+    values.push_back(above_);
     return "[" + sShortened(std::move(values)) + "]";
 }
 

@@ -9,14 +9,15 @@
 ///
 /// The script gives `window.kivSearch` an object that Assets/search.js reads:
 ///
-///     {format: 1, kinds: [TEXT...], languages: [TEXT...], pages: [[kind, name, file, guid, rows,
-///     translations]...]}
+///     {format: 2, kinds: [TEXT...], languages: [TEXT...], pages: [[kind, name, file, guid, rows,
+///     translations, note, above]...]}
 ///
 /// Kinds and languages are indexes into those lists. `file` is 0 where it is NAME.html, in sets/ for sets.
 /// `guid` is 32 hexadecimal digits or 0. `rows` has one array for each run of rows of one kind: [kind,
 /// row...]. A row is its name alone where that is its anchor and there is nothing else, or [name, anchor or
-/// 0, guid or 0, language, text...]. `translations` is [language, text...]. What is 0 or empty at the end of
-/// an array is left out.
+/// 0, guid or 0, language, text...]. `translations` is [language, text...]. `note` is what has to be known of
+/// all that is on the page, such as that it is hidden. `above` is the name of the supertype, whose rows are
+/// found as those of the page too. What is 0 or empty at the end of an array is left out.
 ///
 /// Ownership: keeps copies.
 /// Threads:   one thread at a time.
@@ -67,7 +68,8 @@ class SearchIndex {
 public:
     /// The address is relative to the folder of the site. The GUID is empty or 32 hexadecimal digits.
     void vPageAdd(SearchKind kind, std::string_view name, std::string_view address,
-                  std::string_view guid = {}, SearchTranslations translations = {});
+                  std::string_view guid = {}, SearchTranslations translations = {},
+                  std::string_view note = {}, std::string_view above = {});
 
     /// A row of the page that was added last.
     void vRowAdd(SearchKind kind, std::string_view name, std::string_view anchor, std::string_view guid = {},
@@ -89,6 +91,8 @@ private:
     std::vector<std::string> page_;
     std::string rows_;
     std::string translations_;
+    std::string note_;
+    std::string above_;
     /// That of the last run of rows, where there is one.
     std::optional<SearchKind> rowKind_;
     std::map<std::string, std::size_t, std::less<>> languages_;

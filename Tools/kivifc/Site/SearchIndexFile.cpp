@@ -51,9 +51,11 @@ public:
         for (const auto* rule : model_.getRules())
             vPageAdd(SearchKind::Rule, *rule);
         for (const auto& set : model_.getSets())
-            vSetAdd(*set.set);
-        for (const auto& index : IndexPages)
-            index_.vPageAdd(SearchKind::Page, index.getFullTitle(), index.page.getView());
+            vSetAdd(set);
+        for (const auto& index : IndexPages) {
+            if (isOffered(model_, index))
+                index_.vPageAdd(SearchKind::Page, index.getFullTitle(), index.page.getView());
+        }
         return index_.sText();
     }
 
@@ -69,7 +71,10 @@ private:
 
     /// Rows are asked for their ids in the order in which the page does that.
     void vEntityAdd(const Entity& entity) {
-        vPageAdd(SearchKind::Entity, entity);
+        const auto* above = entity.pSupertype();
+        index_.vPageAdd(SearchKind::Entity, entity.getName(), model_.getAddresses().of(entity).getPath(), {},
+                        {}, {}, above ? std::string_view(above->getName()) : std::string_view());
+        ids_ = {};
         for (const auto& attribute : entity.getAttributes())
             vRowAdd(SearchKind::Attribute, ownNameOf(attribute.getName()));
         for (const auto& attribute : entity.getAttributesInverse())
@@ -114,11 +119,19 @@ private:
         vUnreadAdd(type);
     }
 
-    void vSetAdd(const xml::SetDef& set) {
+    /// Why who looks for it may rather want another one.
+    static std::string sNote(const SiteSet& set) {
+        if (!set.isUsed())
+            return "not used";
+        return set.hiddenBy ? "hidden by " + sShort(set.hidingContext) : std::string();
+    }
+
+    void vSetAdd(const SiteSet& siteSet) {
+        const auto& set = *siteSet.set;
         const auto kind = kit::pSetKind(set) == std::string_view("quantity set") ? SearchKind::QuantitySet
                                                                                  : SearchKind::PropertySet;
         index_.vPageAdd(kind, set.getName(), model_.getAddresses().of(set).getPath(),
-                        sDigits(set.getIfdGuid()));
+                        sDigits(set.getIfdGuid()), {}, sNote(siteSet));
         ids_ = {};
         for (const auto& member : memberList(set))
             vMemberAdd(member);
@@ -141,11 +154,13 @@ private:
             vValuesAdd(*property->pType(), anchor);
     }
 
-    /// The values of an enumeration are at the row of the property.
+    /// The values of an enumeration, and its name, are at the row of the property.
     void vValuesAdd(const pset::PropertyType& type, std::string_view anchor) {
         const auto* enumerated = dynamic_cast<const pset::TypePropertyEnumeratedValue*>(&type);
         if (!enumerated)
             return;
+        if (!enumerated->getEnumerationName().empty())
+            index_.vRowAdd(SearchKind::Enumeration, enumerated->getEnumerationName(), anchor);
         for (const auto& item : enumerated->getItems())
             index_.vRowAdd(SearchKind::EnumerationValue, item, anchor);
     }

@@ -101,7 +101,9 @@ void vPredefinedTypeWrite(const SiteModel& model, const Entity& entity, std::str
 void vSetClassesWrite(const SiteModel& model, const SetDef& set, Html& html) {
     vTableBegin(html, "Classes that " + sShort(set.getName()) + " applies to", {"Class", "Predefined types"});
     for (const auto& named : namedClasses(model.getSchema(), set)) {
-        html << "<tr><th scope=\"row\">";
+        const auto id = "class-" + sAnchor(named.name);
+        html << "<tr" << attribute("id", id) << "><th scope=\"row\">";
+        vIdLinkWrite(html, id, named.name);
         vClassWrite(model, named, html);
         html << "</th><td>" << (named.isWhole ? Markup("all") : Markup(""));
         Markup separator = named.isWhole ? Markup(", also named: ") : Markup("");

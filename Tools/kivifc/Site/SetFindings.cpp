@@ -1,6 +1,7 @@
 #include "kivifc/Site/SetFindings.h"
 
 #include "kivifc/Documents/SetDocument.h"
+#include "kivifc/Documents/TextFile.h"
 #include "kivifc/Findings/CheckRun.h"
 #include "kivifc/Findings/SourceLines.h"
 
@@ -20,7 +21,7 @@ constexpr std::size_t DocumentsForThreads = 200;
 std::vector<CheckedPath> documentsOf(const SiteModel& model) {
     std::map<std::string, std::vector<std::string>> documents;
     for (const auto& set : model.getSets()) {
-        if (set.path == StandardInputName || set.path == StandardInputPath)
+        if (set.path == StandardInputName || set.path == StandardInputPath || !isReadableAgain(set.path))
             continue;
         auto& contexts = documents[set.path];
         if (std::ranges::find(contexts, set.context.name) == contexts.end())

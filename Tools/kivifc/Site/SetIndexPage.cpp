@@ -27,7 +27,7 @@ struct ClassSets {
     std::vector<const SiteSet*> sets;
 };
 
-std::string_view nameOf(const SiteSet* set) {
+std::string_view setNameOf(const SiteSet* set) {
     return set->set->getName();
 }
 
@@ -39,7 +39,7 @@ public:
             byPrefix_[prefixOf(set.set->getName())].push_back(&set);
         }
         for (auto& [prefix, sets] : byPrefix_)
-            vIndexSort(sets, nameOf);
+            vIndexSort(sets, setNameOf);
     }
 
     void vWrite(Html& html) {
@@ -75,7 +75,7 @@ private:
         vRowLinkWrite(html, name);
         vClassWrite(model_, sets.named, html);
         html << "</th><td>";
-        vIndexSort(sets.sets, nameOf);
+        vIndexSort(sets.sets, setNameOf);
         vLinksWrite(sets.sets, html);
         html << "</td></tr>\n";
     }
@@ -83,18 +83,24 @@ private:
     void vUnrestrictedWrite(Html& html) const {
         if (model_.getUnrestrictedSets().empty())
             return;
-        html << "<tr><th scope=\"row\">Every class</th><td>";
+        constexpr std::string_view Id = "every-class";
+        html << "<tr" << attribute("id", Id) << "><th scope=\"row\">";
+        vIdLinkWrite(html, Id, "every class");
+        html << "Every class</th><td>";
         vLinksWrite(model_.getUnrestrictedSets(), html);
         html << "</td></tr>\n";
     }
 
     void vPrefixWrite(std::string_view prefix, const std::vector<const SiteSet*>& sets, Html& html) const {
-        html << "<h3>";
+        const auto id = "prefix-" + sAnchor(prefix);
+        html << "<h3" << attribute("id", id) << ">";
         if (prefix.empty())
             html << "Without a prefix";
         else
             html << "<code>" << escaped(prefix) << "</code>";
-        html << " <span class=\"count\">" << sets.size() << "</span></h3>\n<ul class=\"names\">\n";
+        html << " <span class=\"count\">" << sets.size() << "</span>";
+        vIdLinkWrite(html, id, prefix.empty() ? "sets without a prefix" : prefix);
+        html << "</h3>\n<ul class=\"names\">\n";
         for (const auto* set : sets)
             vItemWrite(*set, html);
         html << "</ul>\n";
@@ -110,10 +116,7 @@ private:
     void vItemWrite(const SiteSet& set, Html& html) const {
         html << "<li>";
         vNameLinkWrite(html, model_.getAddresses().of(*set.set), set.set->getName());
-        if (!set.isUsed())
-            html << " <span class=\"badge error\">not used</span>";
-        else
-            vContextBadgeWrite(set, html);
+        vContextBadgeWrite(set, html);
         html << "</li>\n";
     }
 
@@ -125,11 +128,10 @@ private:
 } // namespace
 
 void vSetIndexPageWrite(const SiteModel& model, SiteFolder& folder) {
-    Page page(model.getTitle(), {.title = "Sets", .kind = "", .crumbs = {}});
     if (model.getSets().empty())
-        page.body() << "<p>The site was made without sets.</p>\n";
-    else
-        SetIndex(model).vWrite(page.body());
+        return;
+    Page page(model.getTitle(), {.title = "Sets", .kind = "", .crumbs = {}});
+    SetIndex(model).vWrite(page.body());
     folder.vWrite(SetsPage, page.takeText());
 }
 

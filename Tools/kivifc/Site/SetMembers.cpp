@@ -44,7 +44,7 @@ public:
             html_ << " <span class=\"note\">part of " << isolated(sShort(member.whole->getName()))
                   << "</span>";
         html_ << "</th><td>";
-        vMemberTypeWrite(model_, def, {.itemsMax = ShortItemsMax}, html_);
+        vMemberTypeWrite(model_, def, {.itemsMax = ShortItemsMax, .withKind = true}, html_);
         if (hasDefinitions_)
             html_ << "</td><td>" << escaped(sShort(def.getDefinition(), ShortDefinitionMax));
         html_ << "</td></tr>\n";
@@ -60,7 +60,8 @@ private:
 /// One row of the page of the set itself.
 class FullRow {
 public:
-    FullRow(const SiteModel& model, const Rows& rows, Html& html) : model_(model), rows_(rows), html_(html) {}
+    FullRow(const SiteModel& model, const Rows& rows, const WrittenGuids& written, Html& html) :
+        model_(model), rows_(rows), written_(written), html_(html) {}
 
     void vWrite(const ListedMember& member) {
         const auto& def = *member.def;
@@ -88,15 +89,20 @@ private:
     /// Rarely looked for, so that it is opened when it is.
     void vGuidWrite(const ListedMember& member) {
         const auto& guid = member.def->getIfdGuid();
-        if (guid.isNull())
+        const auto written = written_.of(*member.def);
+        if (guid.isNull() && written.empty())
             return;
         html_ << "<details><summary>GUID</summary>";
-        vGuidRowWrite(guid, sGuidAnchor(member.row), html_);
+        if (guid.isNull())
+            vNoGuidWrite(written, html_);
+        else
+            vGuidRowWrite(guid, sGuidAnchor(member.row), html_);
         html_ << "</details>";
     }
 
     const SiteModel& model_;
     const Rows& rows_;
+    const WrittenGuids& written_;
     Html& html_;
 };
 
@@ -107,10 +113,11 @@ std::string sLabel(const SiteSet& set) {
 void vShortWrite(const SiteModel& model, const SiteSet& set, const std::vector<ListedMember>& members,
                  bool hasDefinitions, Html& html) {
     const auto count = std::min(members.size(), ShortMembersMax);
+    // The element around it has the name of the set.
     if (hasDefinitions)
-        vTableBegin(html, sLabel(set), {"Name", "Type and values", "Definition"});
+        vTableBegin(html, {}, {"Name", "Type and values", "Definition"});
     else
-        vTableBegin(html, sLabel(set), {"Name", "Type and values"});
+        vTableBegin(html, {}, {"Name", "Type and values"});
     ShortRow row(model, set, hasDefinitions, html);
     for (const auto& member : std::span(members).first(count))
         row.vWrite(member);
@@ -120,26 +127,25 @@ void vShortWrite(const SiteModel& model, const SiteSet& set, const std::vector<L
              << members.size() - count << " more</a></p>\n";
 }
 
-void vFullWrite(const SiteModel& model, const SiteSet& set, const std::vector<ListedMember>& members,
-                Html& html) {
+} // namespace
+
+void vFullMembersWrite(const SiteModel& model, const SiteSet& set, const WrittenGuids& written, Html& html) {
+    const auto members = memberList(*set.set);
     Rows rows;
     for (const auto& member : members)
         rows.emplace(member.def, &member.row);
     vTableBegin(html, sLabel(set), {"Name", "Kind", "Type and values", "Definition"});
-    FullRow row(model, rows, html);
+    FullRow row(model, rows, written, html);
     for (const auto& member : members)
         row.vWrite(member);
     vTableEnd(html);
 }
 
-} // namespace
-
 void vSetMembersWrite(const SiteModel& model, const SiteSet& set, MembersDetail detail, Html& html) {
-    const auto members = memberList(*set.set);
     if (detail == MembersDetail::Full)
-        vFullWrite(model, set, members, html);
+        vFullMembersWrite(model, set, {}, html);
     else
-        vShortWrite(model, set, members, detail == MembersDetail::Short, html);
+        vShortWrite(model, set, memberList(*set.set), detail == MembersDetail::Short, html);
 }
 
 } // namespace kiv::kivifc::site

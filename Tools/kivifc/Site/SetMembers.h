@@ -10,6 +10,7 @@
 
 #include "kivifc/Site/Html.h"
 #include "kivifc/Site/SiteModel.h"
+#include "kivifc/Site/WrittenGuids.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -32,5 +33,8 @@ enum class MembersDetail : std::uint8_t {
 inline constexpr std::size_t ShortMembersMax = 200;
 
 void vSetMembersWrite(const SiteModel& model, const SiteSet& set, MembersDetail detail, Html& html);
+
+/// All of them, with what the document has where a GUID should be.
+void vFullMembersWrite(const SiteModel& model, const SiteSet& set, const WrittenGuids& written, Html& html);
 
 } // namespace kiv::kivifc::site

@@ -10,7 +10,9 @@
 #include "kivifc/Site/SetFindings.h"
 #include "kivifc/Site/SetMembers.h"
 #include "kivifc/Site/Translations.h"
+#include "kivifc/Site/WrittenGuids.h"
 
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -34,6 +36,13 @@ HiddenSets hiddenSets(const SiteModel& model) {
             hidden[set.hiddenBy].push_back(&set);
     }
     return hidden;
+}
+
+/// The document is read again when a check finds a GUID in it that is none.
+WrittenGuids writtenGuids(const SiteSet& set, const std::vector<const kit::Finding*>& findings) {
+    const bool isAny =
+        std::ranges::any_of(findings, [](const auto* finding) { return finding->code == "G001"; });
+    return isAny ? WrittenGuids(set.path) : WrittenGuids();
 }
 
 Markup severityWord(kit::Severity severity) {
@@ -75,6 +84,7 @@ public:
         set_(*site.set),
         members_(memberList(set_).size()),
         findings_(pages.findings.of(site)),
+        written_(writtenGuids(site, findings_)),
         page_(model_.getTitle(), {.title = set_.getName(),
                                   .kind = setKind(set_),
                                   .crumbs = {{"Sets", SetsPage}},
@@ -102,11 +112,12 @@ private:
     }
 
     void vContentsWrite() {
-        html_ << "<nav class=\"toc\" aria-label=\"On this page\"><ul>\n"
-                 "<li><a href=\"#facts\">About</a></li>\n<li><a href=\"#classes\">Classes</a></li>\n"
-                 "<li><a href=\"#members\">Members <span class=\"count\">"
-              << members_ << "</span></a></li>\n<li><a href=\"#findings\">Findings <span class=\"count\">"
-              << findings_.size() << "</span></a></li>\n</ul></nav>\n";
+        html_
+            << "<nav class=\"toc\" aria-label=\"On this page\"><ul>\n"
+               "<li><a href=\"#facts\">About</a></li>\n<li><a href=\"#classes\">Applicable classes</a></li>\n"
+               "<li><a href=\"#members\">Members <span class=\"count\">"
+            << members_ << "</span></a></li>\n<li><a href=\"#findings\">Findings <span class=\"count\">"
+            << findings_.size() << "</span></a></li>\n</ul></nav>\n";
     }
 
     void vFactsWrite() {
@@ -118,6 +129,7 @@ private:
         vFactWrite("Template type", ifc::def::xml::sTemplateTypeText(set_.getTemplateType()));
         vFactWrite("Applicable type value", set_.getApplicableTypeValue());
         vHiddenWrite();
+        vNoGuidFactWrite();
         html_ << "</dl>\n";
         if (!set_.getIfdGuid().isNull())
             vGuidNotationsWrite(set_.getIfdGuid(), html_);
@@ -127,6 +139,15 @@ private:
     void vFactWrite(Markup name, std::string_view value) {
         if (!value.empty())
             html_ << "<div><dt>" << name << "</dt><dd>" << isolated(value) << "</dd></div>\n";
+    }
+
+    void vNoGuidFactWrite() {
+        const auto text = written_.of(set_);
+        if (text.empty())
+            return;
+        html_ << "<div><dt>GUID</dt><dd>";
+        vNoGuidWrite(text, html_);
+        html_ << "</dd></div>\n";
     }
 
     void vHiddenWrite() {
@@ -159,14 +180,14 @@ private:
         if (members_ == 0)
             html_ << "<p>None.</p>\n";
         else
-            vSetMembersWrite(model_, site_, MembersDetail::Full, html_);
+            vFullMembersWrite(model_, site_, written_, html_);
         vSectionEnd(html_);
     }
 
     void vFindingsWrite() {
         vSectionBegin(html_, "findings", "Findings", findings_.size());
         if (findings_.empty())
-            html_ << "<p>None: <code>kivifc check</code> is content with the document.</p>\n";
+            html_ << "<p>None: <code>kivifc check</code> finds nothing in the document.</p>\n";
         else
             html_ << "<ul class=\"findings\">\n";
         for (const auto* finding : findings_)
@@ -196,6 +217,7 @@ private:
     const SetDef& set_;
     std::size_t members_;
     const std::vector<const kit::Finding*>& findings_;
+    WrittenGuids written_;
     Page page_;
     Html& html_;
 };

@@ -2,7 +2,9 @@
 
 #include "kiv/Kit/Findings/SchemaFindings.h"
 #include "kivifc/Documents/ReadingLimits.h"
+#include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/DistinctRules.h"
+#include "kivifc/Site/ExpressWords.h"
 #include "kivifc/Site/RedeclaredName.h"
 #include "kivifc/Site/SetClasses.h"
 
@@ -48,6 +50,20 @@ std::size_t commonFolderSize(const std::set<std::string>& paths) {
     return first.substr(0, static_cast<std::size_t>(common)).rfind('/') + 1;
 }
 
+/// How many supertypes are looked at; no schema that people write has as many above one another.
+constexpr int NearMax = 100;
+
+/// What the type of a derived attribute ends with: "LIST [3:3] OF IfcDirection".
+const ObjectBase* pTypeOf(const Schema& schema, const DeriveValue& value) {
+    std::string_view last;
+    const auto type = value.getRest().substr(0, value.getRest().find(":="));
+    for (ExpressWords words(type); words.boNext();) {
+        if (words.getKind() == ExpressWords::Kind::Word)
+            last = words.getText();
+    }
+    return last.empty() ? nullptr : schema.pObjectFromName(last);
+}
+
 std::size_t errorsOf(const SchemaFile& file) {
     const auto findings = kit::schemaFindingsOf(file.schema.get(), file.assertions, file.text, file.path);
     return static_cast<std::size_t>(
@@ -69,6 +85,8 @@ SiteModel::SiteModel(const SchemaWithSets& loaded, std::string title) :
     vSetsApply();
     vUnrestrictedFind();
     vRedeclarationsFind();
+    vAgainCount();
+    vDerivedFind();
     vRulesFind();
     vPlacesFind();
 }
@@ -121,7 +139,7 @@ void SiteModel::vSetsCollect() {
     }
     for (const auto& set : sets_) {
         if (!set.isUsed())
-            addresses_.vAdd(*set.set, set.context.name + '\n' + set.path);
+            addresses_.vAdd(*set.set, set.context.name + '\n' + set.documentName);
     }
 }
 
@@ -140,10 +158,32 @@ void SiteModel::vUnusedSetsRead() {
 void SiteModel::vDocumentsName() {
     std::unordered_map<std::string, std::set<std::string>> paths;
     const auto fileName = [](const SiteSet& set) { return set.path.substr(set.path.rfind('/') + 1); };
-    for (const auto& set : sets_)
-        paths[fileName(set)].insert(set.path);
+    for (auto& set : sets_) {
+        const auto found = loaded_.documentNames.find(set.path);
+        set.documentName = found == loaded_.documentNames.end() ? fileName(set) : found->second;
+        paths[fileName(set)].insert(set.documentName);
+    }
     for (auto& set : sets_)
-        set.documentName = set.path.substr(commonFolderSize(paths[fileName(set)]));
+        set.documentName.erase(0, commonFolderSize(paths[fileName(set)]));
+    vReasonsShorten();
+}
+
+/// Of a set that is left out, the reason names the document of the one that has its name.
+void SiteModel::vReasonsShorten() {
+    std::map<std::pair<std::string_view, std::string_view>, const SiteSet*> used;
+    for (const auto& set : sets_) {
+        if (set.isUsed())
+            used.emplace(std::pair(std::string_view(set.context.name), std::string_view(set.set->getName())),
+                         &set);
+    }
+    for (auto& set : sets_) {
+        const auto found = used.find({set.context.name, set.set->getName()});
+        if (set.isUsed() || found == used.end())
+            continue;
+        const auto& other = *found->second;
+        if (const auto place = set.unusedReason.find(other.path); place != std::string::npos)
+            set.unusedReason.replace(place, other.path.size(), other.documentName);
+    }
 }
 
 void SiteModel::vMemberUsesFind() {
@@ -208,6 +248,40 @@ void SiteModel::vRedeclarationAdd(const AttributeBase& former, const Redeclarati
     redeclaredBy_[again.entity].try_emplace(&former, again.isDerived);
 }
 
+void SiteModel::vAgainCount() {
+    for (const auto& [entity, redeclared] : redeclaredBy_) {
+        auto& again = again_[entity];
+        for (const auto& [former, isDerived] : redeclared) {
+            if (!isDerived)
+                ++again.explicitly;
+            else if (isDerivedAbove(*entity, *former))
+                ++again.derived;
+        }
+    }
+}
+
+bool SiteModel::isDerivedAbove(const Entity& entity, const AttributeBase& attribute) const {
+    const auto* each = entity.pSupertype();
+    for (int length = 0; each && length < NearMax; ++length, each = each->pSupertype()) {
+        const auto& redeclared = redeclaredBy(*each);
+        const auto found = redeclared.find(&attribute);
+        if (found != redeclared.end() && found->second)
+            return true;
+    }
+    return false;
+}
+
+void SiteModel::vDerivedFind() {
+    for (const auto* entity : entities_) {
+        if (!entity->pDerive())
+            continue;
+        auto& known = derived_[entity];
+        for (const auto& value : entity->pDerive()->getValues())
+            known.try_emplace(ascii::sUpperCase(ownNameOf(value.getName())),
+                              DerivedAttribute{entity, &value, pTypeOf(getSchema(), value)});
+    }
+}
+
 void SiteModel::vRulesFind() {
     for (const auto* entity : entities_) {
         if (entity->pWhere())
@@ -255,6 +329,23 @@ const SiteModel::Redeclared& SiteModel::redeclaredBy(const Entity& entity) const
     static const Redeclared None;
     const auto found = redeclaredBy_.find(&entity);
     return found == redeclaredBy_.end() ? None : found->second;
+}
+
+DeclaredAgain SiteModel::declaredAgainIn(const Entity& entity) const {
+    const auto found = again_.find(&entity);
+    return found == again_.end() ? DeclaredAgain() : found->second;
+}
+
+DerivedAttribute SiteModel::derivedOf(const Entity& entity, const std::string& upperName) const {
+    const auto* each = &entity;
+    for (int length = 0; each && length < NearMax; ++length, each = each->pSupertype()) {
+        const auto known = derived_.find(each);
+        if (known == derived_.end())
+            continue;
+        if (const auto found = known->second.find(upperName); found != known->second.end())
+            return found->second;
+    }
+    return {};
 }
 
 const std::vector<const ParsedRule*>& SiteModel::rulesOf(const Entity& entity) const {

@@ -42,8 +42,9 @@ struct SiteSet {
     std::string unusedReason;
     /// The set of an earlier context that a search by name finds instead; null for none.
     const ifc::def::xml::SetDef* hiddenBy = nullptr;
-    /// How the document is called: its name, and of documents of one name as many folders before it as they
-    /// need to differ. Where on the disk they lie is of no use to a reader of the site.
+    /// How the document is called: its file name, and of documents of one file name the folders before it
+    /// that they do not all have, up to that which was given to kivifc. Where on the disk they lie is of no
+    /// use to a reader of the site, and the same documents give the same site wherever they lie.
     std::string documentName;
     /// That of the set that hides it.
     std::string hidingContext;
@@ -64,6 +65,21 @@ struct Redeclaration {
     const ifc::def::schema::Entity* entity;
     /// As a derived one, so that files have no value for it; else as an explicit one of a narrower type.
     bool isDerived;
+};
+
+/// How many attributes of an entity are those of a supertype, which has them as such already.
+struct DeclaredAgain {
+    std::size_t explicitly = 0;
+    std::size_t derived = 0;
+};
+
+/// A derived attribute.
+struct DerivedAttribute {
+    const ifc::def::schema::Entity* entity = nullptr;
+    /// Null for none.
+    const ifc::def::schema::DeriveValue* value = nullptr;
+    /// The object that its type names; null for none.
+    const ifc::def::schema::ObjectBase* type = nullptr;
 };
 
 class SiteModel {
@@ -117,6 +133,12 @@ public:
     using Redeclared = std::unordered_map<const ifc::def::schema::AttributeBase*, bool>;
     const Redeclared& redeclaredBy(const Entity& entity) const;
 
+    DeclaredAgain declaredAgainIn(const Entity& entity) const;
+
+    /// The derived attribute of that upper-cased name that an entity has, be it of a supertype; of very long
+    /// lines of these, the nearest are looked at.
+    DerivedAttribute derivedOf(const Entity& entity, const std::string& upperName) const;
+
     /// The rules of the WHERE clause of an entity, each once.
     const std::vector<const ifc::def::schema::ParsedRule*>& rulesOf(const Entity& entity) const;
 
@@ -135,11 +157,15 @@ private:
     void vSetsCollect();
     void vUnusedSetsRead();
     void vDocumentsName();
+    void vReasonsShorten();
     void vMemberUsesFind();
     void vSetsApply();
     void vUnrestrictedFind();
     void vRedeclarationsFind();
     void vRedeclarationAdd(const ifc::def::schema::AttributeBase& former, const Redeclaration& again);
+    void vDerivedFind();
+    void vAgainCount();
+    bool isDerivedAbove(const Entity& entity, const ifc::def::schema::AttributeBase& attribute) const;
     void vRulesFind();
     void vPlacesFind();
 
@@ -163,6 +189,9 @@ private:
     std::vector<const SiteSet*> unrestricted_;
     std::unordered_map<const ifc::def::schema::AttributeBase*, std::vector<Redeclaration>> redeclarations_;
     std::unordered_map<const Entity*, Redeclared> redeclaredBy_;
+    std::unordered_map<const Entity*, DeclaredAgain> again_;
+    // By upper-cased name.
+    std::unordered_map<const Entity*, std::unordered_map<std::string, DerivedAttribute>> derived_;
     std::unordered_map<const Entity*, std::vector<const ifc::def::schema::ParsedRule*>> entityRules_;
     std::unordered_map<const Entity*, Place> places_;
 };

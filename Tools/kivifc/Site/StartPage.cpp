@@ -46,10 +46,12 @@ void vFiguresWrite(const SiteModel& model, const SchemaCounts& counts, Html& htm
     html << "</ul>\n";
 }
 
-void vCardsWrite(Html& html) {
+void vCardsWrite(const SiteModel& model, Html& html) {
     html << "<ul class=\"cards\">\n";
-    for (const auto& index : IndexPages)
-        vCardWrite(index, html);
+    for (const auto& index : IndexPages) {
+        if (isOffered(model, index))
+            vCardWrite(index, html);
+    }
     html << "</ul>\n";
 }
 
@@ -96,7 +98,7 @@ void vStartPageWrite(const SiteModel& model, SiteFolder& folder) {
     vErrorsWrite(model, html);
     vFiguresWrite(model, counts, html);
     vSectionBegin(html, "entries", "Where to begin");
-    vCardsWrite(html);
+    vCardsWrite(model, html);
     vSectionEnd(html);
     vSectionBegin(html, "schema", "The schema in figures");
     vFactsWrite(counts, model.getDeclarations().countUnreadRules(), html);

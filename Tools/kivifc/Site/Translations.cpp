@@ -12,10 +12,6 @@ namespace {
 
 using ifc::def::xml::Aliases;
 
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
-}
-
 bool isLetters(std::string_view text) {
     return std::ranges::all_of(text, ascii::isLetter);
 }
@@ -29,7 +25,8 @@ bool isScript(std::string_view part) {
 }
 
 bool isCountry(std::string_view part) {
-    return (part.size() == 2 && isLetters(part)) || (part.size() == 3 && std::ranges::all_of(part, isDigit));
+    return (part.size() == 2 && isLetters(part)) ||
+           (part.size() == 3 && std::ranges::all_of(part, ascii::isDigit));
 }
 
 /// What comes before the next hyphen, which is taken off the text.

@@ -153,7 +153,7 @@ private:
             html_ << "</code></p>\n";
         }
         if (next && !known.contains(next))
-            html_ << "<p class=\"note\">The page of the last one goes on.</p>\n";
+            html_ << "<p class=\"note\">Continued on the page of the last one.</p>\n";
         vSectionEnd(html_);
     }
 

@@ -6,9 +6,12 @@
 #include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/ExpressWords.h"
+#include "kivifc/Site/LocalNames.h"
 #include "kivifc/Site/RedeclaredName.h"
 
+#include <cstddef>
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace kiv::kivifc::site {
@@ -33,13 +36,32 @@ public:
     /// TYPEOF compares with 'SCHEMA.NAME'.
     void visit(const StringValueExpression& node) override { take_(literalTypeName(node.getValue())); }
     void visit(const GetExpression& node) override {
-        if (node.getQualifier() == Qualifier::Group || node.getQualifier() == Qualifier::None)
+        if (node.getQualifier() == Qualifier::Group ||
+            (node.getQualifier() == Qualifier::None && !isVariable(node.getName())))
             take_(node.getName());
+        ExpressionWalk::visit(node);
+    }
+    void visit(const QueryExpression& node) override {
+        ++variables_[ascii::sUpperCase(node.getVariable())];
         ExpressionWalk::visit(node);
     }
 
 private:
+    void vLeave(const Expression& node) override {
+        if (const auto* query = dynamic_cast<const QueryExpression*>(&node))
+            --variables_[ascii::sUpperCase(query->getVariable())];
+    }
+
+    bool isVariable(std::string_view name) const {
+        if (variables_.empty())
+            return false;
+        const auto found = variables_.find(ascii::sUpperCase(name));
+        return found != variables_.end() && found->second > 0;
+    }
+
     Take take_;
+    // Of the queries that the walk is in; a query within another one may have its variable too.
+    std::unordered_map<std::string, std::size_t> variables_;
 };
 
 bool isSame(const RuleUse& left, const RuleUse& right) {
@@ -117,8 +139,13 @@ private:
     }
 
     void vTextTake(std::string_view text, const RuleUse& use) {
+        LocalNames locals;
+        bool isAfterPoint = false;
         for (ExpressWords words(text); words.boNext();) {
-            if (words.getKind() == ExpressWords::Kind::Word)
+            const bool isLocal = locals.boTake(words);
+            const bool isMember =
+                std::exchange(isAfterPoint, ascii::trimmed(words.getText(), " \t\r\n").ends_with('.'));
+            if (words.getKind() == ExpressWords::Kind::Word && !isLocal && !isMember)
                 vNameTake(words.getText(), use);
             else if (words.getKind() == ExpressWords::Kind::String)
                 vNameTake(typeNameOf(words.getText()), use);

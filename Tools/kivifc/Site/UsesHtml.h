@@ -13,7 +13,8 @@
 
 namespace kiv::kivifc::site {
 
-/// Nothing when nothing refers to it.
+/// Says so when nothing refers to it, unless nothing ever can: else a reader cannot know whether uses were
+/// looked for.
 void vUsesWrite(const SiteModel& model, const ifc::def::schema::ObjectBase& object, Html& html);
 
 } // namespace kiv::kivifc::site

@@ -11,7 +11,10 @@
 ///     }
 ///
 /// Every operation that reads has two forms: the plain one, which has no budget, and one that takes a
-/// `Budget` or a `BudgetMeter`. Several readings that share a meter share its budget.
+/// `Budget` or a `BudgetMeter`. Several readings that share a meter share its budget. What reads a part of a
+/// set (the constructors of `PropertyDef` and `QuantityDef`, `PropertyType::pCreate`) has one form, which
+/// takes the collector of error records: it has a budget while an `XmlSetErrors::Reading` gives one to the
+/// collector.
 ///
 /// Ownership: values; a reader refers to its meter only while it reads.
 /// Threads:   a meter is used by one thread at a time; a stop may be requested by any other.
@@ -100,6 +103,7 @@ public:
     BudgetMeter(const BudgetMeter&) = delete;
     BudgetMeter& operator=(const BudgetMeter&) = delete;
 
+    /// The limits that it was made with.
     const Budget& getBudget() const { return budget_; }
     /// What was taken up to now; of memory, what is held.
     std::uint64_t getUsed(Unit unit) const { return used_[static_cast<std::size_t>(unit)]; }

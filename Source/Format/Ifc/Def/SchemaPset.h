@@ -74,8 +74,8 @@ public:
     /// A visitor, and the filter of any search, may change the registry on this thread: what it removes
     /// before its turn is not searched, what it adds is searched if its turn is still to come. A visitor may
     /// even remove the context it is called for, and let go of this schema; the context and the collection
-    /// that it was handed live until it returns. The context is a copy that is gone then; the collection lives
-    /// on as long as it is registered. No other thread may change the registry meanwhile.
+    /// that it was handed live until it returns. The context is a copy that is gone then; the collection
+    /// lives on as long as it is registered. No other thread may change the registry meanwhile.
     void forEachDefinition(Visitor visitor, ContextFilter filter) const;
 
     /// The first set of this name, which must be upper-case already; null when there is none.

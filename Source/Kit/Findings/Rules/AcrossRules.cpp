@@ -58,11 +58,21 @@ auto usualOf(const Variants& variants) {
     });
 }
 
-std::vector<std::string_view> only(const std::vector<std::string>& in,
-                                   const std::vector<std::string>& notIn) {
-    std::vector<std::string_view> items;
-    std::ranges::set_difference(in, notIn, std::back_inserter(items));
-    return items;
+/// The items that only the one list has, as a text; empty when there are none. Both lists are in order. Takes
+/// time in proportion to the shorter list, as one that is long may be compared with many others.
+std::string sOnly(const std::vector<std::string>& in, const std::vector<std::string>& notIn) {
+    constexpr std::size_t maxShown = 12;
+    const auto& shorter = in.size() < notIn.size() ? in : notIn;
+    const auto& longer = in.size() < notIn.size() ? notIn : in;
+    const auto common = std::ranges::count_if(
+        shorter, [&](const std::string& item) { return std::ranges::binary_search(longer, item); });
+    const auto count = in.size() - static_cast<std::size_t>(common);
+    std::vector<std::string_view> shown;
+    for (auto item = in.begin(); item != in.end() && shown.size() != std::min(count, maxShown); ++item) {
+        if (!std::ranges::binary_search(notIn, *item))
+            shown.emplace_back(*item);
+    }
+    return sQuotedFirst(shown, count);
 }
 
 /// For a message: hosts need not name contexts.
@@ -203,9 +213,11 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     if (name.empty())
         return;
     std::vector<std::string> items;
-    for (const auto child : XmlChildren(*outline.xml, member.enumeration)) {
-        if (const auto item = trimmed(outline.textOf(child)); !item.empty())
-            items.emplace_back(item);
+    for (const auto list : childrenOf(*outline.xml, member.kindElement, "EnumList")) {
+        for (const auto child : XmlChildren(*outline.xml, list)) {
+            if (const auto item = trimmed(outline.textOf(child)); !item.empty())
+                items.emplace_back(item);
+        }
     }
     // The order says nothing.
     std::ranges::sort(items);
@@ -271,14 +283,16 @@ void AcrossRun::vEnumerationsFind(Collector& findings) const {
         for (auto other = variants.begin(); other != variants.end(); ++other) {
             if (other == usual)
                 continue;
+            const auto onlyHere = sOnly(other->first, usual->first);
+            const auto onlyThere = sOnly(usual->first, other->first);
             for (const auto& spot : other->second) {
                 auto& finding = findings.add(
                     "X003", spot, "the enumeration " + sQuoted(name) + " has other items elsewhere", name);
                 finding.notes.push_back({"it is here too", findings.placeOf(usual->second.front())});
-                if (const auto items = only(other->first, usual->first); !items.empty())
-                    finding.notes.push_back({"only the one here has " + sQuotedList(items), std::nullopt});
-                if (const auto items = only(usual->first, other->first); !items.empty())
-                    finding.notes.push_back({"only the other has " + sQuotedList(items), std::nullopt});
+                if (!onlyHere.empty())
+                    finding.notes.push_back({"only the one here has " + onlyHere, std::nullopt});
+                if (!onlyThere.empty())
+                    finding.notes.push_back({"only the other has " + onlyThere, std::nullopt});
             }
         }
     }

@@ -1,6 +1,7 @@
 #include "Kit/Findings/Rules/ClassRules.h"
 
 #include "Kit/Findings/MissingChild.h"
+#include "Kit/Findings/PredefinedTypes.h"
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/ClassText.h"
 #include "Kit/Findings/Rules/RuleNames.h"
@@ -62,14 +63,13 @@ private:
     void vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity);
     void vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
                      const schema::DataTypeEnum& legal);
-    static const schema::DataTypeEnum* pPredefinedTypes(const schema::Entity& entity);
-    static bool boIsPredefinedType(const schema::Entity& entity, std::string_view type);
+    bool boIsPredefinedType(const schema::Entity& entity, std::string_view type);
     std::string_view nearestTypeNoted(FindingDraft& draft, std::string_view type,
                                       const schema::DataTypeEnum& legal);
     void vUnknownCheck(const ClassOutline& item);
     void vTodayNote(FindingDraft& draft, const ClassOutline& item, const ClassText& text,
                     const std::string& saying);
-    std::string sWithSlash(std::string_view name) const;
+    std::string sWithSlash(std::string_view name);
     bool boIsBlank(const ClassOutline& item);
     bool boIsOlderSpelling(const ClassOutline& item);
     void vUnknownAdd(const ClassOutline& item);
@@ -80,12 +80,14 @@ private:
     void vTypeValueCheck();
     bool boMatchesAClass(const ClassText& value) const;
     bool boHasLostClass() const;
+    bool boNamesSeveral(std::string_view name) const;
     bool boMatches(const ClassText& value, const ClassOutline& item) const;
     void vOlderTypeValueCheck(const std::vector<ClassText>& values);
 
     RuleRun& run_;
     const SetOutline& outline_;
     RuleNames names_;
+    PredefinedTypes predefinedTypes_;
     // "IFCWALL/SOLIDWALL", and the entities of the classes that are listed without a predefined type.
     std::unordered_map<std::string, XmlIndex> listed_;
     std::unordered_map<const schema::Entity*, XmlIndex> entities_;
@@ -216,21 +218,17 @@ void ClassCheck::vSupertypesCheck() {
     }
 }
 
-/// Null when the entity has none.
-const schema::DataTypeEnum* ClassCheck::pPredefinedTypes(const schema::Entity& entity) {
-    const auto* attribute = entity.pAttributeFromNameUpper("PREDEFINEDTYPE", true);
-    const auto* type = attribute ? schema::Type::pFrom(attribute->pFirstType()) : nullptr;
-    return type ? dynamic_cast<const schema::DataTypeEnum*>(type->pDataType()) : nullptr;
-}
-
 bool ClassCheck::boIsPredefinedType(const schema::Entity& entity, std::string_view type) {
-    const auto* legal = pPredefinedTypes(entity);
+    const auto* legal = predefinedTypes_.pItems(entity);
     return legal && legal->boContains(type);
 }
 
 /// The nearest of the predefined types, which becomes a note; empty when none is near.
 std::string_view ClassCheck::nearestTypeNoted(FindingDraft& draft, std::string_view type,
                                               const schema::DataTypeEnum& legal) {
+    // There may be many, and as many classes.
+    if (!names_.boSearchLeft())
+        return {};
     const auto nearest = names_.nearestOf(type, {legal.getItems().begin(), legal.getItems().end()});
     if (!nearest.empty())
         draft.vNote("did you mean " + sQuoted(nearest) + "?");
@@ -238,8 +236,7 @@ std::string_view ClassCheck::nearestTypeNoted(FindingDraft& draft, std::string_v
 }
 
 void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity) {
-    const auto* attribute = entity.pAttributeFromNameUpper("PREDEFINEDTYPE", true);
-    if (!attribute) {
+    if (!predefinedTypes_.pAttribute(entity)) {
         mistyped_.insert(&item);
         auto& draft = add("C009", item,
                           std::string(entity.getName()) + " has no predefined types, so " +
@@ -248,7 +245,7 @@ void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::En
             draft.vNote(std::string(other->getName()) + " is an entity of its own");
         return;
     }
-    const auto* legal = pPredefinedTypes(entity);
+    const auto* legal = predefinedTypes_.pItems(entity);
     if (!legal) {
         mistyped_.insert(&item);
         add("C009", item,
@@ -263,14 +260,14 @@ void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::En
 void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
                              const schema::DataTypeEnum& legal) {
     mistyped_.insert(&item);
-    const std::vector<std::string_view> items(legal.getItems().begin(), legal.getItems().end());
+    const auto items = legal.getItems();
     auto& draft =
         add("C008", item,
             sQuoted(item.predefinedType) + " is no predefined type of " + std::string(entity.getName()));
     const auto nearest = nearestTypeNoted(draft, item.predefinedType, legal);
     constexpr std::size_t maxShown = 40;
     draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
-                sQuotedList(items, maxShown));
+                sQuotedFirst(items.first(std::min(items.size(), maxShown)), items.size()));
     if (!nearest.empty() && isEqualIgnoringCase(nearest, item.predefinedType))
         draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
                     std::string(entity.getName()).append("/").append(nearest));
@@ -314,7 +311,7 @@ void ClassCheck::vTodayNote(FindingDraft& draft, const ClassOutline& item, const
     if (!text.predefinedType.empty() && !boIsPredefinedType(*entity, text.predefinedType)) {
         draft.vNote(sQuoted(text.predefinedType) + " is no predefined type of " +
                     std::string(entity->getName()));
-        if (const auto* legal = pPredefinedTypes(*entity))
+        if (const auto* legal = predefinedTypes_.pItems(*entity))
             nearestTypeNoted(draft, text.predefinedType, *legal);
         return;
     }
@@ -345,7 +342,7 @@ bool ClassCheck::boIsOlderSpelling(const ClassOutline& item) {
 }
 
 /// "IfcDoor/DOOR" for "IfcDoor.DOOR" and "IfcDoor.PredefinedType=DOOR"; empty for anything else.
-std::string ClassCheck::sWithSlash(std::string_view name) const {
+std::string ClassCheck::sWithSlash(std::string_view name) {
     const auto point = name.find('.');
     const auto* entity =
         point == std::string_view::npos ? nullptr : pEntityOf(trimmed(name.substr(0, point)));
@@ -354,6 +351,12 @@ std::string ClassCheck::sWithSlash(std::string_view name) const {
     const auto type = trimmed(name.substr(name.find_last_of(".=") + 1));
     return boIsPredefinedType(*entity, type) ? std::string(entity->getName()).append("/").append(type)
                                              : std::string();
+}
+
+std::string sWithoutBlanks(std::string_view name) {
+    std::string joined(name);
+    std::erase(joined, ' ');
+    return joined;
 }
 
 void ClassCheck::vUnknownAdd(const ClassOutline& item) {
@@ -366,12 +369,26 @@ void ClassCheck::vUnknownAdd(const ClassOutline& item) {
     auto& draft = add("C001", item, names_.sSchema() + " has no entity " + sQuoted(name));
     if (const auto* other = names_.pOtherWith(name))
         draft.vNote(other->name + " has it");
-    else if (name.find_first_of(",;| ") != std::string_view::npos)
+    else if (name.find_first_of(",;|") != std::string_view::npos || boNamesSeveral(name))
         draft.vNote("each \"ClassName\" names one class");
     else if (const auto today = sWithSlash(name); !today.empty())
         draft.vNote("write it as " + sQuoted(today));
     else
-        names_.vNearestNote(draft, name, SchemaNames::Entities);
+        names_.vNearestNote(draft, sWithoutBlanks(name), SchemaNames::Entities);
+}
+
+/// Whether blanks are between names of classes, and not inside one.
+bool ClassCheck::boNamesSeveral(std::string_view name) const {
+    if (name.find(' ') == std::string_view::npos)
+        return false;
+    while (!name.empty()) {
+        const auto end = std::min(name.find(' '), name.size());
+        const auto word = name.substr(0, end);
+        if (!word.empty() && !sUpperCase(word).starts_with("IFC") && !pEntityOf(word))
+            return false;
+        name.remove_prefix(std::min(end + 1, name.size()));
+    }
+    return true;
 }
 
 bool ClassCheck::boMatches(const ClassText& value, const ClassOutline& item) const {
@@ -398,7 +415,7 @@ bool ClassCheck::boMatchesAClass(const ClassText& value) const {
     return false;
 }
 
-/// Whether a class is written where readers do not see it, so that not all are known.
+/// Whether a class is written where readers do not see it, or is empty, so that not all are known.
 bool ClassCheck::boHasLostClass() const {
     for (const auto list : XmlChildren(run_.xml, 0)) {
         if (run_.xml.getElement(list).name != "ApplicableClasses")
@@ -406,7 +423,8 @@ bool ClassCheck::boHasLostClass() const {
         if (run_.boStrayText(list))
             return true;
         for (const auto child : XmlChildren(run_.xml, list)) {
-            if (!run_.vocabulary.pRuleOf(child) || run_.boMisplaced(child))
+            if (!run_.vocabulary.pRuleOf(child) || run_.boMisplaced(child) ||
+                trimmed(run_.xml.getElement(child).text).empty())
                 return true;
         }
     }

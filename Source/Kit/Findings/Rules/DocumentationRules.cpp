@@ -11,12 +11,12 @@ namespace kiv::kit {
 namespace {
 
 /// The text of a definition counts wherever it is: that readers do not see it is another mistake.
-bool boHasText(const RuleRun& run, XmlIndex definition) {
+bool boIsWritten(const RuleRun& run, XmlIndex definition) {
     if (definition == NoXmlElement)
         return false;
     const auto& element = run.xml.getElement(definition);
     return !trimmed(element.text).empty() || element.laterText.line != 0 ||
-           element.firstChild != NoXmlElement || run.boMisplaced(definition);
+           element.firstChild != NoXmlElement || run.boMisplaced(definition) || run.boRepeated(definition);
 }
 
 /// Where the definition would be looked for: at the empty one, else at the name.
@@ -37,12 +37,12 @@ void vDocumentationCheck(RuleRun& run) {
     const auto& outline = run.outline;
     if (outline.kind == SetKind::None || outline.isPrefixed)
         return;
-    if (!boHasText(run, outline.definition) && !boMissingExplained(run, 0, "Definition"))
+    if (!boIsWritten(run, outline.definition) && !boMissingExplained(run, 0, "Definition"))
         run.add("D001", placeOf(outline.definition, outline.name, 0),
                 sNamed("the set", outline.setName()) + " has no definition");
     const std::string kind = outline.kind == SetKind::PropertySet ? "the property" : "the quantity";
     for (const auto& member : outline.members) {
-        if (!boHasText(run, member.definition) && !boMissingExplained(run, member.element, "Definition"))
+        if (!boIsWritten(run, member.definition) && !boMissingExplained(run, member.element, "Definition"))
             run.add("D002", placeOf(member.definition, member.name, member.element),
                     sNamed(kind, outline.memberName(member)) + " has no definition");
     }

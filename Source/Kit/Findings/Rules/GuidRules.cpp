@@ -1,5 +1,6 @@
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/ExampleDocuments.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Positions/XmlChildren.h"
@@ -12,85 +13,6 @@
 namespace kiv::kit {
 
 namespace {
-
-constexpr Rule GuidRules[] = {
-    {"G001",
-     "malformed-guid",
-     Severity::Error,
-     "The value of \"ifdguid\" is no GUID.",
-     "A GUID that cannot be read is lost: the set, property or quantity has none then and is not found by "
-     "it.\n\n"
-     "A GUID is written with 32 hexadecimal digits, with or without hyphens and braces, or with the 22 "
-     "characters "
-     "of IFC. Leave the attribute out when there is no GUID.",
-     {R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efd">
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"},
-     {R"xml(<PropertySetDef ifdguid="aa3b8880-d215-11e1-8000-00215ad4efdf">
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"}},
-    {"G002",
-     "repeated-guid",
-     Severity::Error,
-     "Two definitions of one document have the same GUID.",
-     "A GUID identifies one definition. When two have the same one, a look-up by GUID finds only one of "
-     "them; "
-     "usually one definition was copied from the other.\n\nGive each a GUID of its own. GUIDs are compared, "
-     "not "
-     "texts: with and without hyphens they are the same. The null GUID may be repeated.",
-     {R"xml(<QtoSetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Qto_WallBaseQuantities</Name>
-  <Definition>Quantities of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <QtoDefs>
-    <QtoDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
-      <Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType>
-    </QtoDef>
-    <QtoDef ifdguid="AA3B8880-D215-11E1-8000-00215AD4EFDF">
-      <Name>Height</Name><Definition>How high.</Definition><QtoType>Q_LENGTH</QtoType>
-    </QtoDef>
-  </QtoDefs>
-</QtoSetDef>
-)xml"},
-     {R"xml(<QtoSetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Qto_WallBaseQuantities</Name>
-  <Definition>Quantities of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <QtoDefs>
-    <QtoDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
-      <Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType>
-    </QtoDef>
-    <QtoDef ifdguid="aa3b8880d21511e1800000215ad4efe0">
-      <Name>Height</Name><Definition>How high.</Definition><QtoType>Q_LENGTH</QtoType>
-    </QtoDef>
-  </QtoDefs>
-</QtoSetDef>
-)xml"}},
-};
 
 constexpr std::string_view HexDigits = "0123456789abcdefABCDEF";
 
@@ -166,7 +88,55 @@ void vGuidCheck(RuleRun& run, XmlIndex element, KnownGuids& known) {
 } // namespace
 
 std::span<const Rule> getGuidRules() {
-    return GuidRules;
+    static const Rule rules[] = {
+        {"G001", "malformed-guid", Severity::Error, "The value of \"ifdguid\" is no GUID.",
+         "A GUID that cannot be read is lost: the set, property or quantity has none then and is not found "
+         "by it.\n\n"
+         "A GUID is written with 32 hexadecimal digits, with or without hyphens and braces, or with the 22 "
+         "characters of IFC. Leave the attribute out when there is no GUID.",
+         changed(WallSet,
+                 {{"<PropertySetDef>", R"(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efd">)"}}),
+         changed(WallSet, {{"<PropertySetDef>",
+                            R"(<PropertySetDef ifdguid="aa3b8880-d215-11e1-8000-00215ad4efdf">)"}})},
+        {"G002",
+         "repeated-guid",
+         Severity::Error,
+         "Two definitions of one document have the same GUID.",
+         "A GUID identifies one definition. When two have the same one, a look-up by GUID finds only one of "
+         "them; usually one definition was copied from the other.\n\nGive each a GUID of its own. GUIDs are "
+         "compared, not texts: with and without hyphens they are the same. The null GUID may be repeated.",
+         {R"xml(<QtoSetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Qto_WallBaseQuantities</Name>
+  <Definition>Quantities of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <QtoDefs>
+    <QtoDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
+      <Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType>
+    </QtoDef>
+    <QtoDef ifdguid="AA3B8880-D215-11E1-8000-00215AD4EFDF">
+      <Name>Height</Name><Definition>How high.</Definition><QtoType>Q_LENGTH</QtoType>
+    </QtoDef>
+  </QtoDefs>
+</QtoSetDef>
+)xml"},
+         {R"xml(<QtoSetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Qto_WallBaseQuantities</Name>
+  <Definition>Quantities of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <QtoDefs>
+    <QtoDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
+      <Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType>
+    </QtoDef>
+    <QtoDef ifdguid="aa3b8880d21511e1800000215ad4efe0">
+      <Name>Height</Name><Definition>How high.</Definition><QtoType>Q_LENGTH</QtoType>
+    </QtoDef>
+  </QtoDefs>
+</QtoSetDef>
+)xml"}},
+    };
+    return rules;
 }
 
 void vGuidsCheck(RuleRun& run) {

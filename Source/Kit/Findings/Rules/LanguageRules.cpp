@@ -1,5 +1,6 @@
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/ExampleDocuments.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Text/AsciiText.h"
 
@@ -8,137 +9,12 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace kiv::kit {
 
 namespace {
-
-constexpr RuleExample Right = {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-  <PsetDefinitionAliases>
-    <PsetDefinitionAlias lang="de-DE">Eigenschaften aller Waende.</PsetDefinitionAlias>
-    <PsetDefinitionAlias lang="fr-FR">Proprietes de tous les murs.</PsetDefinitionAlias>
-  </PsetDefinitionAliases>
-</PropertySetDef>
-)xml"};
-
-constexpr Rule LanguageRules[] = {
-    {"L001",
-     "malformed-language",
-     Severity::Warning,
-     "The value of \"lang\" is no language tag.",
-     "A translation is found by its language. A language tag has the form of BCP 47: the language in two or "
-     "three letters, if needed the script, and the country, joined by hyphens, for example \"de\", \"de-AT\" "
-     "or "
-     "\"zh-Hans-CN\". With another spelling, or the name of the language, those who ask for the language do "
-     "not "
-     "get the translation.",
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-  <PsetDefinitionAliases>
-    <PsetDefinitionAlias lang="German (Austria)">Eigenschaften aller Waende.</PsetDefinitionAlias>
-  </PsetDefinitionAliases>
-</PropertySetDef>
-)xml"},
-     Right},
-    {"L002",
-     "alias-without-language",
-     Severity::Error,
-     "A translation says no language.",
-     "A translation without \"lang\" is left out when the document is read: nobody could ask for it. "
-     "\"xml:lang\" is another attribute, and is not read.\n\nAdd \"lang\" with the language, for example "
-     "lang=\"de-DE\".",
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-  <PsetDefinitionAliases>
-    <PsetDefinitionAlias>Eigenschaften aller Waende.</PsetDefinitionAlias>
-  </PsetDefinitionAliases>
-</PropertySetDef>
-)xml"},
-     Right},
-    {"L003",
-     "repeated-language",
-     Severity::Warning,
-     "A text has two translations into one language.",
-     "Those who ask for the language get the first translation; the others are never seen. Languages are "
-     "compared "
-     "without regard to letter case.\n\nRemove one of the translations, or correct its language.",
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-  <PsetDefinitionAliases>
-    <PsetDefinitionAlias lang="de-DE">Eigenschaften aller Waende.</PsetDefinitionAlias>
-    <PsetDefinitionAlias lang="de-DE">Proprietes de tous les murs.</PsetDefinitionAlias>
-  </PsetDefinitionAliases>
-</PropertySetDef>
-)xml"},
-     Right},
-    {"L004",
-     "empty-alias",
-     Severity::Note,
-     "A translation has no text.",
-     "An element without text is left out when the document is read, as if it were not there. Programs that "
-     "write "
-     "documents leave such elements for translators to fill in.",
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-  <PsetDefinitionAliases>
-    <PsetDefinitionAlias lang="de-DE"/>
-  </PsetDefinitionAliases>
-</PropertySetDef>
-)xml"},
-     Right},
-};
 
 bool isLetters(std::string_view part) {
     return std::ranges::all_of(part, isLetter);
@@ -251,12 +127,14 @@ void vTagCheck(RuleRun& run, const AliasOutline& alias) {
         draft.vNote("language tags are written as in \"de\", \"de-AT\" or \"zh-Hans-CN\" (BCP 47)");
 }
 
-/// The translations of one text, by language in lower case.
+/// The translations of one text, by language in lower case and with "-" for "_", as readers compare them.
 using KnownLanguages = std::unordered_map<std::string, TextPosition>;
 
 void vRepeatedCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& known) {
     const auto value = alias.language->value.value;
-    const auto [first, isNew] = known.emplace(sLowerCase(value), alias.language->value.position);
+    auto language = sLowerCase(value);
+    std::ranges::replace(language, '_', '-');
+    const auto [first, isNew] = known.emplace(std::move(language), alias.language->value.position);
     if (isNew)
         return;
     run.addAtValue("L003", alias.element, *alias.language,
@@ -294,7 +172,52 @@ void vAliasCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& known)
 } // namespace
 
 std::span<const Rule> getLanguageRules() {
-    return LanguageRules;
+    static const RuleExample right = changed(WallSet, {{"</PropertySetDef>", R"xml(  <PsetDefinitionAliases>
+    <PsetDefinitionAlias lang="de-DE">Eigenschaften aller Waende.</PsetDefinitionAlias>
+    <PsetDefinitionAlias lang="fr-FR">Proprietes de tous les murs.</PsetDefinitionAlias>
+  </PsetDefinitionAliases>
+</PropertySetDef>)xml"}});
+    static const Rule rules[] = {
+        {"L001", "malformed-language", Severity::Warning, "The value of \"lang\" is no language tag.",
+         "A translation is found by its language. A language tag has the form of BCP 47: the language in two "
+         "or three letters, if needed the script, and the country, joined by hyphens, for example \"de\", "
+         "\"de-AT\" or \"zh-Hans-CN\". With another spelling, or the name of the language, those who ask for "
+         "the language do not get the translation.",
+         changed(WallSet, {{"</PropertySetDef>", R"xml(  <PsetDefinitionAliases>
+    <PsetDefinitionAlias lang="German (Austria)">Eigenschaften aller Waende.</PsetDefinitionAlias>
+  </PsetDefinitionAliases>
+</PropertySetDef>)xml"}}),
+         right},
+        {"L002", "alias-without-language", Severity::Error, "A translation says no language.",
+         "A translation without \"lang\" is left out when the document is read: nobody could ask for it. "
+         "\"xml:lang\" is another attribute, and is not read.\n\nAdd \"lang\" with the language, for example "
+         "lang=\"de-DE\".",
+         changed(WallSet, {{"</PropertySetDef>",
+                            "  <PsetDefinitionAliases>\n"
+                            "    <PsetDefinitionAlias>Eigenschaften aller Waende.</PsetDefinitionAlias>\n"
+                            "  </PsetDefinitionAliases>\n"
+                            "</PropertySetDef>"}}),
+         right},
+        {"L003", "repeated-language", Severity::Warning, "A text has two translations into one language.",
+         "Those who ask for the language get the first translation; the others are never seen. Languages "
+         "are compared without regard to letter case, and \"_\" is as \"-\".\n\nRemove one of the "
+         "translations, or correct its language.",
+         changed(WallSet, {{"</PropertySetDef>", R"xml(  <PsetDefinitionAliases>
+    <PsetDefinitionAlias lang="de-DE">Eigenschaften aller Waende.</PsetDefinitionAlias>
+    <PsetDefinitionAlias lang="de-DE">Proprietes de tous les murs.</PsetDefinitionAlias>
+  </PsetDefinitionAliases>
+</PropertySetDef>)xml"}}),
+         right},
+        {"L004", "empty-alias", Severity::Note, "A translation has no text.",
+         "An element without text is left out when the document is read, as if it were not there. Programs "
+         "that write documents leave such elements for translators to fill in.",
+         changed(WallSet, {{"</PropertySetDef>", R"xml(  <PsetDefinitionAliases>
+    <PsetDefinitionAlias lang="de-DE"/>
+  </PsetDefinitionAliases>
+</PropertySetDef>)xml"}}),
+         right},
+    };
+    return rules;
 }
 
 void vLanguagesCheck(RuleRun& run) {

@@ -1,10 +1,13 @@
 #include "Kit/Findings/LegalNames.h"
 #include "Kit/Findings/MissingChild.h"
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/ExampleDocuments.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
 #include "Kit/Text/Utf8.h"
+#include "kiv/Kit/Text/InvisibleCharacters.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -17,211 +20,6 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr Rule NameRules[] = {
-    {"N001",
-     "set-without-name",
-     Severity::Error,
-     "A set has no name.",
-     "Sets are found by their names. One without a name is read, and nobody can ask for it.\n\n"
-     "Give the set a \"Name\" with text, as the first element of the document.",
-     {R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
-  <IfcVersion version="IFC4"/>
-  <Name/>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"},
-     {R"xml(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"}},
-    {"N002",
-     "member-without-name",
-     Severity::Error,
-     "A property or quantity has no name.",
-     "A value in a model is matched with its definition by name. A property or quantity without a name "
-     "describes "
-     "no value.\n\nGive it a \"Name\" with text.",
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"},
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"}},
-    {"N003",
-     "enumeration-without-name",
-     Severity::Warning,
-     "An enumeration has an empty name.",
-     "Models refer to an enumeration by its name, which documents write with \"PEnum_\" before it. An "
-     "\"EnumList\" "
-     "whose name is empty, or \"PEnum_\" alone, makes an enumeration that nothing can refer to.\n\n"
-     "Name it after what its items say, for example \"PEnum_Status\".",
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>Status</Name>
-      <Definition>How far it is built.</Definition>
-      <PropertyType><TypePropertyEnumeratedValue>
-        <EnumList name="PEnum_"><EnumItem>NEW</EnumItem><EnumItem>EXISTING</EnumItem></EnumList>
-      </TypePropertyEnumeratedValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"},
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>Status</Name>
-      <Definition>How far it is built.</Definition>
-      <PropertyType><TypePropertyEnumeratedValue>
-        <EnumList name="PEnum_Status"><EnumItem>NEW</EnumItem><EnumItem>EXISTING</EnumItem></EnumList>
-      </TypePropertyEnumeratedValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"}},
-    {"N004",
-     "blanks-around-name",
-     Severity::Warning,
-     "A name begins or ends with white space.",
-     "White space around a name is part of the name: \"IsExternal \" is not found by those who look for "
-     "\"IsExternal\".\n\nRemove the white space. It may be a line break between the tag and the text.",
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon </Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"},
-     {R"xml(<PropertySetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Pset_WallCommon</Name>
-  <Definition>Properties of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <PropertyDefs>
-    <PropertyDef>
-      <Name>IsExternal</Name>
-      <Definition>Whether it is outside.</Definition>
-      <PropertyType><TypePropertySingleValue><DataType type="IfcBoolean"/></TypePropertySingleValue></PropertyType>
-    </PropertyDef>
-  </PropertyDefs>
-</PropertySetDef>
-)xml"}},
-    {"N005",
-     "stray-blanks-in-name",
-     Severity::Warning,
-     "A name contains a line break, a tab, several blanks in a row, or a character that cannot be seen.",
-     "Such characters come from typing or pasting. They look like one blank or like nothing and make another "
-     "name of it, which nobody finds. Those that turn the direction of writing make a name look like another "
-     "one.\n\nWrite the name without them.",
-     {"<PropertySetDef>\n  <IfcVersion version=\"IFC4\"/>\n  <Name>Pset_Wall  Common</Name>\n"
-      "  <Definition>Properties of all walls.</Definition>\n"
-      "  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n"
-      "  <PropertyDefs>\n"
-      "    <PropertyDef>\n"
-      "      <Name>IsExternal</Name>\n"
-      "      <Definition>Whether it is outside.</Definition>\n"
-      "      <PropertyType><TypePropertySingleValue><DataType "
-      "type=\"IfcBoolean\"/></TypePropertySingleValue></PropertyType>\n"
-      "    </PropertyDef>\n"
-      "  </PropertyDefs>\n"
-      "</PropertySetDef>\n"},
-     {"<PropertySetDef>\n  <IfcVersion version=\"IFC4\"/>\n  <Name>Pset_WallCommon</Name>\n"
-      "  <Definition>Properties of all walls.</Definition>\n"
-      "  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n"
-      "  <PropertyDefs>\n"
-      "    <PropertyDef>\n"
-      "      <Name>IsExternal</Name>\n"
-      "      <Definition>Whether it is outside.</Definition>\n"
-      "      <PropertyType><TypePropertySingleValue><DataType "
-      "type=\"IfcBoolean\"/></TypePropertySingleValue></PropertyType>\n"
-      "    </PropertyDef>\n"
-      "  </PropertyDefs>\n"
-      "</PropertySetDef>\n"}},
-    {"N006",
-     "repeated-member",
-     Severity::Error,
-     "Two properties or quantities of one set have the same name.",
-     "Within a set a name identifies a property or quantity: a look-up finds one of the two only, and a "
-     "value in a "
-     "model can mean either.\n\nRemove one of them, or rename it.",
-     {R"xml(<QtoSetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Qto_WallBaseQuantities</Name>
-  <Definition>Quantities of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <QtoDefs>
-    <QtoDef><Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
-    <QtoDef><Name>Width</Name><Definition>How high.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
-  </QtoDefs>
-</QtoSetDef>
-)xml"},
-     {R"xml(<QtoSetDef>
-  <IfcVersion version="IFC4"/>
-  <Name>Qto_WallBaseQuantities</Name>
-  <Definition>Quantities of all walls.</Definition>
-  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
-  <QtoDefs>
-    <QtoDef><Name>Width</Name><Definition>How wide.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
-    <QtoDef><Name>Height</Name><Definition>How high.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>
-  </QtoDefs>
-</QtoSetDef>
-)xml"}},
-};
-
 constexpr std::string_view EnumerationPrefix = "PEnum_";
 
 std::string_view memberWord(const SetOutline& outline) {
@@ -233,12 +31,12 @@ struct Stray {
     std::size_t offset = std::string_view::npos;
     std::size_t size = 0;
     /// "U+202E" for what cannot be seen; empty for blanks.
-    std::string_view code;
+    std::string code;
 };
 
 std::string sContains(const Stray& stray) {
     return stray.code.empty() ? " contains blanks that do not belong there"
-                              : " contains the invisible character " + std::string(stray.code);
+                              : " contains the invisible character " + stray.code;
 }
 
 /// Line ends and tabs, several blanks in a row, and blanks that are no space.
@@ -253,31 +51,27 @@ Stray strayBlanksIn(std::string_view name) {
     return first;
 }
 
-/// What turns the direction of writing or ends a line, and what shows nothing of its own.
-constexpr std::pair<std::string_view, std::string_view> InvisibleMarks[] = {
-    {"\xD8\x9C", "U+061C"},     {"\xE2\x80\x8B", "U+200B"}, {"\xE2\x80\x8C", "U+200C"},
-    {"\xE2\x80\x8D", "U+200D"}, {"\xE2\x80\x8E", "U+200E"}, {"\xE2\x80\x8F", "U+200F"},
-    {"\xE2\x80\xA8", "U+2028"}, {"\xE2\x80\xA9", "U+2029"}, {"\xE2\x80\xAA", "U+202A"},
-    {"\xE2\x80\xAB", "U+202B"}, {"\xE2\x80\xAC", "U+202C"}, {"\xE2\x80\xAD", "U+202D"},
-    {"\xE2\x80\xAE", "U+202E"}, {"\xE2\x81\xA0", "U+2060"}, {"\xE2\x81\xA6", "U+2066"},
-    {"\xE2\x81\xA7", "U+2067"}, {"\xE2\x81\xA8", "U+2068"}, {"\xE2\x81\xA9", "U+2069"},
-    {"\xC2\xAD", "U+00AD"},     {"\xEF\xBB\xBF", "U+FEFF"}};
-
-/// Joiners belong between the letters of several scripts; none of those is ASCII.
-bool isJoiner(std::string_view mark, std::string_view name) {
-    return (mark == "\xE2\x80\x8C" || mark == "\xE2\x80\x8D") &&
-           !std::ranges::all_of(name.substr(name.find(mark) + mark.size(), 1), isAscii);
+std::string sCodeOf(char32_t character) {
+    constexpr std::string_view Digits = "0123456789ABCDEF";
+    std::string digits;
+    for (; character != 0 || digits.size() < 4; character >>= 4U)
+        digits.insert(digits.begin(), Digits[character & 0xFU]);
+    return "U+" + digits;
 }
 
 /// The first thing that does not belong inside the name; its offset is npos when all does.
 Stray strayIn(std::string_view name) {
     auto first = strayBlanksIn(name);
-    // In ASCII, which most names are, there is no such mark.
+    // In ASCII, which most names are, there is no invisible character.
     if (std::ranges::all_of(name, isAscii))
         return first;
-    for (const auto& [mark, code] : InvisibleMarks) {
-        if (const auto offset = name.find(mark); offset < first.offset && !isJoiner(mark, name))
-            first = {offset, mark.size(), code};
+    char32_t before = 0;
+    for (std::size_t offset = 0; offset < std::min(first.offset, name.size());) {
+        const auto [character, size] = codePointAt(name, offset);
+        if (isInvisible(character, before))
+            return {offset, size, sCodeOf(character)};
+        before = isTag(character) ? before : character;
+        offset += size;
     }
     return first;
 }
@@ -332,13 +126,18 @@ void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
     vPartPlace(draft, element.trimmedText, element.text, trimmed.substr(stray.offset, stray.size));
 }
 
+/// Whether the empty name is the same mistake as one of structure.
+bool boIsOtherwiseFound(const RuleRun& run, XmlIndex name) {
+    return run.boMisplaced(name) || run.boRepeated(name);
+}
+
 void vSetNameCheck(RuleRun& run) {
     const auto name = run.outline.name;
     if (name != NoXmlElement && !trimmedBlanks(run.outline.textOf(name)).empty()) {
         vBlanksCheck(run, name, "set");
         return;
     }
-    if (name == NoXmlElement ? boMissingExplained(run, 0, "Name") : run.boMisplaced(name))
+    if (name == NoXmlElement ? boMissingExplained(run, 0, "Name") : boIsOtherwiseFound(run, name))
         return;
     if (name == NoXmlElement)
         run.add("N001", 0, "the set has no name: there is no \"Name\"");
@@ -353,7 +152,8 @@ void vMemberNameCheck(RuleRun& run, const MemberOutline& member) {
         vBlanksCheck(run, name, word);
         return;
     }
-    if (name == NoXmlElement ? boMissingExplained(run, member.element, "Name") : run.boMisplaced(name))
+    if (name == NoXmlElement ? boMissingExplained(run, member.element, "Name")
+                             : boIsOtherwiseFound(run, name))
         return;
     if (name == NoXmlElement)
         run.add("N002", member.element, "the " + word + " has no name: there is no \"Name\"");
@@ -381,6 +181,57 @@ void vEnumerationNameCheck(RuleRun& run, XmlIndex enumeration) {
                    attribute->value, name, name.substr(stray.offset, stray.size));
 }
 
+/// Readers leave out the white space around an item, and keep that around the name of its constant.
+void vConstantBlanksCheck(RuleRun& run, XmlIndex name) {
+    if (name == NoXmlElement || run.boRepeated(name) || run.xml.getElement(name).isTextHidden)
+        return;
+    const auto text = run.outline.textOf(name);
+    const auto trimmed = trimmedBlanks(text);
+    if (!trimmed.empty() && trimmed.size() != text.size())
+        vBlanksAroundAdd(run, name, "constant");
+}
+
+void vComplexNameCheck(RuleRun& run, const MemberOutline& member) {
+    if (member.kind != PropertyKind::Complex)
+        return;
+    const auto* attribute = run.xml.pAttribute(run.xml.getElement(member.kindElement), "name");
+    if (!attribute)
+        return;
+    const auto name = attribute->value.value;
+    const auto trimmed = trimmedBlanks(name);
+    if (trimmed.empty())
+        run.addAtValue("S005", member.kindElement, *attribute,
+                       "the name of the complex property is empty, so nothing says what it is used for")
+            .vSeverity(Severity::Warning);
+    else if (trimmed.size() != name.size())
+        run.addAtValue("N004", member.kindElement, *attribute,
+                       "the name of the complex property " + sQuoted(trimmed) + " has white space around it")
+            .vEdit(attribute->value.bytes, trimmed);
+}
+
+/// An element of another name is read as a constant too, but that is the mistake then.
+void vConstantNamesCheck(RuleRun& run, XmlIndex constants) {
+    for (const auto constant : XmlChildren(run.xml, constants)) {
+        if (run.xml.getElement(constant).name != "ConstantDef")
+            continue;
+        auto name = NoXmlElement;
+        for (const auto child : XmlChildren(run.xml, constant)) {
+            const auto& element = run.xml.getElement(child);
+            if (element.name == "Name" && (name == NoXmlElement || boHasText(element)))
+                name = child;
+        }
+        vConstantBlanksCheck(run, name);
+        if (name == NoXmlElement
+                ? boMissingExplained(run, constant, "Name")
+                : !trimmedBlanks(run.outline.textOf(name)).empty() || boIsOtherwiseFound(run, name))
+            continue;
+        if (name == NoXmlElement)
+            run.add("N007", constant, "the constant has no name: there is no \"Name\"");
+        else
+            run.add("N007", name, "the name of the constant is empty");
+    }
+}
+
 /// The members of one owner, by name.
 using MembersByName = std::unordered_map<std::string_view, const MemberOutline*>;
 
@@ -401,7 +252,94 @@ void vRepeatedCheck(RuleRun& run, const MemberOutline& member, MembersByName& kn
 } // namespace
 
 std::span<const Rule> getNameRules() {
-    return NameRules;
+    static const Rule rules[] = {
+        {"N001", "set-without-name", Severity::Error, "A set has no name.",
+         "Sets are found by their names. One without a name is read, and nobody can ask for it.\n\n"
+         "Give the set a \"Name\" with text, as the first element of the document.",
+         changed(WallSet,
+                 {{"<PropertySetDef>", R"(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">)"},
+                  {"<Name>Pset_WallCommon</Name>", "<Name/>"}}),
+         changed(WallSet,
+                 {{"<PropertySetDef>", R"(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">)"}})},
+        {"N002", "member-without-name", Severity::Error, "A property or quantity has no name.",
+         "A value in a model is matched with its definition by name. A property or quantity without a name "
+         "describes no value.\n\nGive it a \"Name\" with text.",
+         changed(WallSet, {{"      <Name>IsExternal</Name>\n", ""}}), WallSet},
+        {"N003",
+         "enumeration-without-name",
+         Severity::Warning,
+         "An enumeration has an empty name.",
+         "Models refer to an enumeration by its name, which documents write with \"PEnum_\" before it. An "
+         "\"EnumList\" whose name is empty, or \"PEnum_\" alone, makes an enumeration that nothing can refer "
+         "to.\n\n"
+         "Name it after what its items say, for example \"PEnum_Status\".",
+         {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>Status</Name>
+      <Definition>How far it is built.</Definition>
+      <PropertyType><TypePropertyEnumeratedValue>
+        <EnumList name="PEnum_"><EnumItem>NEW</EnumItem><EnumItem>EXISTING</EnumItem></EnumList>
+      </TypePropertyEnumeratedValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"},
+         {R"xml(<PropertySetDef>
+  <IfcVersion version="IFC4"/>
+  <Name>Pset_WallCommon</Name>
+  <Definition>Properties of all walls.</Definition>
+  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>
+  <PropertyDefs>
+    <PropertyDef>
+      <Name>Status</Name>
+      <Definition>How far it is built.</Definition>
+      <PropertyType><TypePropertyEnumeratedValue>
+        <EnumList name="PEnum_Status"><EnumItem>NEW</EnumItem><EnumItem>EXISTING</EnumItem></EnumList>
+      </TypePropertyEnumeratedValue></PropertyType>
+    </PropertyDef>
+  </PropertyDefs>
+</PropertySetDef>
+)xml"}},
+        {"N004", "blanks-around-name", Severity::Warning, "A name begins or ends with white space.",
+         "White space around a name is part of the name: \"IsExternal \" is not found by those who look for "
+         "\"IsExternal\".\n\nRemove the white space. It may be a line break between the tag and the text.",
+         changed(WallSet, {{"<Name>Pset_WallCommon</Name>", "<Name>Pset_WallCommon </Name>"}}), WallSet},
+        {"N005", "stray-blanks-in-name", Severity::Warning,
+         "A name contains a line break, a tab, several blanks in a row, or a character that cannot be seen.",
+         "Such characters come from typing or pasting. They look like one blank or like nothing and make "
+         "another name of it, which nobody finds. Those that turn the direction of writing make a name look "
+         "like another one.\n\nWrite the name without them.",
+         changed(WallSet, {{"<Name>Pset_WallCommon</Name>", "<Name>Pset_Wall  Common</Name>"}}), WallSet},
+        {"N006", "repeated-member", Severity::Error,
+         "Two properties or quantities of one set have the same name.",
+         "Within a set a name identifies a property or quantity: a look-up finds one of the two only, and a "
+         "value in a model can mean either.\n\nRemove one of them, or rename it.",
+         changed(WallQuantities, {{"</QtoDefs>", "  <QtoDef><Name>Width</Name><Definition>How "
+                                                 "high.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>\n"
+                                                 "  </QtoDefs>"}}),
+         changed(WallQuantities, {{"</QtoDefs>", "  <QtoDef><Name>Height</Name><Definition>How "
+                                                 "high.</Definition><QtoType>Q_LENGTH</QtoType></QtoDef>\n"
+                                                 "  </QtoDefs>"}})},
+        {"N007", "unnamed-constant", Severity::Warning, "A constant of an enumeration has no name.",
+         "A \"ConstantDef\" describes and translates the item that it names. Without a name it belongs to no "
+         "item, and nobody sees what it says.\n\nWrite the item as \"Name\".",
+         changed(StatusSet,
+                 {{"</TypePropertyEnumeratedValue>",
+                   "  <ConstantList>\n"
+                   "            <ConstantDef><Definition>Not built yet.</Definition></ConstantDef>\n"
+                   "          </ConstantList>\n"
+                   "        </TypePropertyEnumeratedValue>"}}),
+         changed(StatusSet, {{"</TypePropertyEnumeratedValue>", R"xml(  <ConstantList>
+            <ConstantDef><Name>NEW</Name><Definition>Not built yet.</Definition></ConstantDef>
+          </ConstantList>
+        </TypePropertyEnumeratedValue>)xml"}})},
+    };
+    return rules;
 }
 
 void vNamesCheck(RuleRun& run) {
@@ -413,6 +351,11 @@ void vNamesCheck(RuleRun& run) {
         vMemberNameCheck(run, member);
         vRepeatedCheck(run, member, known[member.owner]);
         vEnumerationNameCheck(run, member.enumeration);
+        vComplexNameCheck(run, member);
+        if (member.constants == NoXmlElement)
+            continue;
+        for (const auto list : childrenOf(run.xml, member.kindElement, "ConstantList"))
+            vConstantNamesCheck(run, list);
     }
 }
 

@@ -40,6 +40,8 @@ public:
     /// The first of the further releases that has such a name; null when none has.
     const OtherSchema* pOtherWith(std::string_view name) const;
 
+    /// Whether nearest names are still looked for.
+    bool boSearchLeft() const { return searches_ != maxSearches; }
     /// The nearest name in the schema; empty when none is near.
     std::string_view nearest(std::string_view name, SchemaNames kind);
     /// The nearest of those names; empty when none is near.

@@ -1,4 +1,5 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
+#include "Kit/Names/MisspeltKeyword.h"
 #include "Kit/Positions/ExpressScanner.h"
 
 #include <algorithm>
@@ -52,7 +53,9 @@ enum class Scope { Expression, Body };
 
 class ExpressionReader {
 public:
-    ExpressionReader(SchemaRun& run, const Declared& owner, Scope scope, std::string subject);
+    /// `unread` is the finding that says that the rule cannot be read; null for none.
+    ExpressionReader(SchemaRun& run, const Declared& owner, Scope scope, std::string subject,
+                     Finding* unread = nullptr);
 
     void vRead(std::string_view expression, const TextPosition& begin);
 
@@ -61,6 +64,7 @@ private:
     void vVariablesRead();
     void vTokenCheck(std::size_t index);
     void vStringCheck(const ExpressToken& token);
+    void vOtherSchemaCheck(const ExpressToken& token, std::string_view name);
     void vGroupCheck(std::size_t index);
     void vGroupAttributeCheck(const Declared& entity, const ExpressToken& attribute);
     void vCallCheck(const ExpressToken& name);
@@ -80,14 +84,22 @@ private:
     const Declared& owner_;
     Scope scope_;
     std::string subject_;
+    Finding* unread_;
     std::vector<ExpressToken> tokens_;
     std::unordered_set<std::string> variables_;
+    // TYPEOF and its like are called: strings are names of what they give.
+    bool asksForTypes_ = false;
 };
 
-ExpressionReader::ExpressionReader(SchemaRun& run, const Declared& owner, Scope scope, std::string subject) :
-    run_(run), owner_(owner), scope_(scope), subject_(std::move(subject)) {}
+ExpressionReader::ExpressionReader(SchemaRun& run, const Declared& owner, Scope scope, std::string subject,
+                                   Finding* unread) :
+    run_(run), owner_(owner), scope_(scope), subject_(std::move(subject)), unread_(unread) {}
 
 Finding& ExpressionReader::add(const TextPosition& position, const std::string& message) {
+    if (unread_) {
+        run_.vNoteAt(*unread_, position, message);
+        return *unread_;
+    }
     auto& finding = run_.add("E018", position, message + " in " + subject_);
     finding.subject = subject_;
     return finding;
@@ -99,7 +111,9 @@ Finding* ExpressionReader::pMissingAdd(std::string key, const TextPosition& posi
     if (run_.pMissingBefore(key, position, "used in " + subject_))
         return nullptr;
     auto& finding = add(position, message);
-    run_.vMissingKeep(std::move(key), finding);
+    // Elsewhere the name is another mistake than the rule that cannot be read.
+    if (!unread_)
+        run_.vMissingKeep(std::move(key), finding);
     return &finding;
 }
 
@@ -125,6 +139,7 @@ void ExpressionReader::vVariablesRead() {
         const auto upper = isWordAt(index) ? sUpperWord(tokens_[index].text) : std::string();
         if ((upper == "FUNCTION" || upper == "PROCEDURE") && isWordAt(index + 1))
             variables_.insert(sUpperWord(tokens_[index + 1].text));
+        asksForTypes_ = asksForTypes_ || upper == "TYPEOF" || upper == "USEDIN" || upper == "ROLESOF";
         if (upper == "QUERY" && isSymbolAt(index + 1, '(') && isWordAt(index + 2))
             variables_.insert(sUpperWord(tokens_[index + 2].text));
     }
@@ -152,9 +167,11 @@ void ExpressionReader::vStringCheck(const ExpressToken& token) {
         return;
     const auto content = token.text.substr(1, token.text.size() - 2);
     const auto dot = content.find('.');
-    if (dot == std::string_view::npos || !isSameExpressWord(content.substr(0, dot), run_.schema->getName()))
+    if (dot == std::string_view::npos)
         return;
     auto name = content.substr(dot + 1);
+    if (!isSameExpressWord(content.substr(0, dot), run_.schema->getName()))
+        return vOtherSchemaCheck(token, content);
     // A role of USEDIN goes on with an attribute.
     name = name.substr(0, name.find('.'));
     const auto isPart = [](char letter) {
@@ -170,6 +187,23 @@ void ExpressionReader::vStringCheck(const ExpressToken& token) {
         pMissingAdd(SchemaRun::sMissingKey(name), position, "the name " + sNamed(name) + " is not declared");
     if (finding)
         run_.vNearestNote(*finding, name, {Kind::Entity, Kind::Type});
+}
+
+/// 'IFC2X3.IFCWALL' in the schema IFC4, which nothing gives.
+void ExpressionReader::vOtherSchemaCheck(const ExpressToken& token, std::string_view name) {
+    const auto dot = name.find('.');
+    const auto schema = name.substr(0, dot);
+    auto member = name.substr(dot + 1);
+    member = member.substr(0, member.find('.'));
+    // What has the name of an entity before the dot lacks the schema, or is another text.
+    if (!asksForTypes_ || schema.empty() || !std::ranges::all_of(schema, isNameLetter) ||
+        run_.isKnown(schema) || !run_.isKnown(member))
+        return;
+    auto position = token.position;
+    position.column += 1;
+    position.length -= 2;
+    add(position,
+        "the name " + sNamed(name) + " is of another schema than " + sNamed(run_.schema->getName()));
 }
 
 /// SELF\Entity.Attribute
@@ -213,6 +247,10 @@ void ExpressionReader::vCallCheck(const ExpressToken& name) {
                                       "the function " + sNamed(name.text) + " is not declared");
     if (!finding)
         return;
+    if (const auto keyword = misspeltKeyword(name.text, OtherWords); !keyword.empty()) {
+        finding->notes.push_back({sMeant(keyword), {}});
+        return;
+    }
     // The functions of EXPRESS itself are meant as often as those of the schema.
     std::vector<std::string_view> names(Functions.begin(), Functions.end());
     run_.vNearestNote(*finding, name.text, {Kind::Function, Kind::Entity}, std::move(names));
@@ -221,15 +259,24 @@ void ExpressionReader::vCallCheck(const ExpressToken& name) {
 /// Type.ITEM
 void ExpressionReader::vItemCheck(const Declared& type, const ExpressToken& item) {
     const auto& names = type.declaration->names;
-    if (names.empty() || names.front().use != ExpressUse::EnumerationItem)
+    if (names.empty() || names.back().use != ExpressUse::EnumerationItem)
         return;
     if (run_.hasAttribute(type, item.text))
         return;
     auto* const finding =
         pMissingAdd(run_.sMissingKey(type, item.text), item.position,
                     "the type " + sNamed(type.declaration->name.text) + " has no item " + sNamed(item.text));
-    if (finding)
-        run_.vNoteAt(*finding, type.declaration->name.position, "the type is declared here");
+    if (!finding)
+        return;
+    if (run_.isNearestOffered()) {
+        std::vector<std::string_view> items;
+        for (const auto& name : names) {
+            if (name.use == ExpressUse::EnumerationItem)
+                items.push_back(name.word.text);
+        }
+        run_.vNearestNote(*finding, item.text, {}, std::move(items));
+    }
+    run_.vNoteAt(*finding, type.declaration->name.position, "the type is declared here");
 }
 
 /// An attribute, a variable, a constant, an item, or what a type or SELF is before a dot.
@@ -257,14 +304,20 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
             vItemCheck(*type, tokens_[index + 2]);
         return;
     }
-    if (run_.isKnown(name.text) || run_.isItem(name.text))
+    if (run_.isCutOff(name.text) || run_.isKnown(name.text) || run_.isItem(name.text))
         return;
     // It is a name of the schema when it was missed as one before, and else may be an attribute.
     if (run_.pMissingBefore(SchemaRun::sMissingKey(name.text), name.position, "used in " + subject_))
         return;
     auto* const finding = pMissingAdd(run_.sMissingKey(owner_, name.text), name.position,
                                       "the name " + sNamed(name.text) + " is not declared");
-    if (finding)
+    if (!finding)
+        return;
+    if (const auto keyword = misspeltKeyword(name.text, OtherWords); !keyword.empty())
+        finding->notes.push_back({sMeant(keyword), {}});
+    else if (isQualified)
+        run_.vNearestAttributeNote(*finding, name.text, owner_, {Kind::Type});
+    else
         run_.vNearestAttributeNote(*finding, name.text, owner_);
 }
 
@@ -279,9 +332,14 @@ void vExpressionNamesCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {
         const auto& declaration = *declared.declaration;
         for (const auto& member : declaration.members) {
-            if (!member.expression.empty())
-                ExpressionReader(run, declared, Scope::Expression, sRuleSubject(declaration, member))
-                    .vRead(member.expression, member.expressionBegin);
+            // Of a rule without label it is not known what is an expression.
+            const bool isRead = member.kind != ExpressMemberKind::Where || !member.name.text.empty();
+            if (!isRead || member.expression.empty())
+                continue;
+            const auto unread = run.unreadRules.find(&member);
+            ExpressionReader(run, declared, Scope::Expression, sRuleSubject(declaration, member),
+                             unread == run.unreadRules.end() ? nullptr : unread->second)
+                .vRead(member.expression, member.expressionBegin);
         }
         ExpressionReader(run, declared, Scope::Body, sNamed(declaration.name.text))
             .vRead(declaration.body, declaration.bodyBegin);

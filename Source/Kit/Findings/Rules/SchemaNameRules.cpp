@@ -1,4 +1,5 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
+#include "Kit/Names/MisspeltKeyword.h"
 
 #include <algorithm>
 #include <array>
@@ -30,7 +31,7 @@ constexpr UseRule SupertypeRule{"E011", "the supertype", SchemaReport::Supertype
 constexpr UseRule SubtypeRule{"E012", "the subtype", SchemaReport::Subtype, true, false};
 constexpr UseRule TypeRule{"E013", "the type", SchemaReport::Other, true, true};
 constexpr UseRule UnderlyingRule{"E013", "the type", SchemaReport::Underlying, false, true};
-constexpr UseRule ElementRule{"E013", "the type", SchemaReport::Element, true, true};
+constexpr UseRule ElementTypeRule{"E013", "the type", SchemaReport::Element, true, true};
 constexpr UseRule InverseRule{"E013", "the entity", SchemaReport::Inverse, true, false};
 constexpr UseRule MemberRule{"E014", "the member", SchemaReport::SelectMember, true, true};
 constexpr UseRule RedeclaredRule{"E016", "the entity", SchemaReport::Redeclared, true, false};
@@ -70,6 +71,15 @@ std::string sUse(const UseRule& use, const ExpressWord& word, const std::string&
     return std::string(use.role) + ' ' + sNamed(word.text) + " of " + owner;
 }
 
+/// What a word in capitals may be meant for where a type is expected.
+std::vector<std::string_view> typeKeywordsLike(std::string_view word) {
+    static constexpr std::array<std::string_view, 15> Keywords = {
+        "OPTIONAL", "STRING", "REAL", "INTEGER", "NUMBER", "BOOLEAN",     "LOGICAL", "BINARY",
+        "LIST",     "SET",    "BAG",  "ARRAY",   "UNIQUE", "ENUMERATION", "SELECT"};
+    const auto keyword = misspeltKeyword(word, Keywords);
+    return keyword.empty() ? std::vector<std::string_view>() : std::vector{keyword};
+}
+
 /// The finding about a name that is not declared, which is a new one at its first use.
 Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const std::string& owner,
                            const UseRule& use) {
@@ -79,10 +89,12 @@ Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const std::s
     auto& finding = run.add(use.code, word.position, sUse(use, word, owner) + " is not declared");
     finding.subject = owner;
     run.vMissingKeep(std::move(key), finding);
+    auto keywords = use.code == TypeRule.code ? typeKeywordsLike(word.text) : std::vector<std::string_view>();
     if (use.takesEntities && use.takesTypes)
-        run.vNearestNote(finding, word.text, {Kind::Entity, Kind::Type});
+        run.vNearestNote(finding, word.text, {Kind::Entity, Kind::Type}, std::move(keywords));
     else
-        run.vNearestNote(finding, word.text, {use.takesEntities ? Kind::Entity : Kind::Type});
+        run.vNearestNote(finding, word.text, {use.takesEntities ? Kind::Entity : Kind::Type},
+                         std::move(keywords));
     return finding;
 }
 
@@ -100,7 +112,7 @@ Finding& otherKindAdd(SchemaRun& run, const ExpressWord& word, const std::string
 /// Looks up one name; `owner` is what uses it.
 UseResult useCheck(SchemaRun& run, const ExpressWord& word, const std::string& owner, const UseRule& use) {
     auto* const found = run.pDeclared(word.text);
-    if (!found && run.isKnown(word.text))
+    if (!found && (run.isCutOff(word.text) || run.isKnown(word.text)))
         return {};
     const auto kind = found ? found->declaration->kind : Kind::Type;
     UseResult result{false, nullptr};
@@ -128,7 +140,7 @@ bool isAggregate(std::string_view type) {
 void vAttributeCheck(SchemaRun& run, const ExpressMember& member, const std::string& owner) {
     if (member.names.empty())
         return;
-    const auto& use = isAggregate(member.type) ? ElementRule : TypeRule;
+    const auto& use = isAggregate(member.type) ? ElementTypeRule : TypeRule;
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::Type)
             useCheck(run, name.word, owner, use);
@@ -269,7 +281,7 @@ const UseRule* pUseRule(ExpressUse use, const UseRule& type) {
 const UseRule& typeUseRule(const ExpressDeclaration& declaration) {
     const bool isList =
         declaration.kind == Kind::Type && isAggregate(declaration.text.substr(0, declaration.text.find(';')));
-    return isList ? ElementRule : UnderlyingRule;
+    return isList ? ElementTypeRule : UnderlyingRule;
 }
 
 /// Names in one list, each of which may be there once.

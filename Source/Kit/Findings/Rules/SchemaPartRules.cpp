@@ -1,9 +1,11 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Positions/ExpressScanner.h"
 #include "Kit/Text/AsciiText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaAggregate.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEnumeration.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaSelect.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaSimpleType.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
@@ -13,13 +15,16 @@
 #include <unordered_set>
 #include <vector>
 
-// E006 and E007: parts of a declaration that the library does not read.
+// E006, E007, E020 and E022: parts of a declaration that the library does not read, and names that are none.
 namespace kiv::kit {
 
 namespace {
 
+using ifc::def::schema::AttributeBase;
 using ifc::def::schema::DataTypeEnum;
+using ifc::def::schema::DataTypeListInterface;
 using ifc::def::schema::DataTypeSelect;
+using ifc::def::schema::DataTypeString;
 using ifc::def::schema::Entity;
 using ifc::def::schema::Type;
 using ifc::def::schema::Where;
@@ -27,6 +32,28 @@ using Words = std::unordered_set<std::string_view>;
 
 constexpr std::string_view OwnLine =
     "each is read from a line of its own that has \" : \" in it, with the blanks";
+
+constexpr std::string_view CapitalsOnly = "keywords are found in capitals only";
+
+/// What a keyword that is not found cost the type of an attribute, or a type.
+struct TypeLoss {
+    bool isType = false;
+    bool isElement = false;
+    bool isOptional = false;
+    bool isFixed = false;
+
+    bool isAny() const { return isType || isElement || isOptional || isFixed; }
+};
+
+/// Whether the elements of a list are not found, or those of one in it.
+bool isElementLost(const ifc::def::schema::ObjectBase* type) {
+    for (const auto* list = DataTypeListInterface::pFrom(type); list;
+         list = DataTypeListInterface::pFrom(list->pElement())) {
+        if (!list->pElement())
+            return true;
+    }
+    return false;
+}
 
 /// One declaration as the text has it, beside what the library has of it.
 class PartsCheck {
@@ -39,6 +66,7 @@ public:
 
 private:
     Finding& lostAdd(const ExpressWord& word, const std::string& what, std::string_view hint);
+    Finding& partLostAdd(const TextPosition& position, const std::string& part, std::string_view hint);
     std::vector<ExpressWord> wordsOf(ExpressUse use) const;
     void vSupertypeCheck(const Entity& entity);
     void vListCheck(ExpressUse use, std::span<const std::string_view> read, const std::string& what,
@@ -48,6 +76,11 @@ private:
     void vUniqueCheck(const ExpressWord& word, std::string_view type);
     void vTypeTextAdd(const ExpressMember& attribute, std::string_view read);
     void vTypeTextsCheck(const Entity& entity);
+    Finding& wordsAdd(const std::vector<ExpressMisspelt>& words, const std::string& owner,
+                      const TypeLoss& loss);
+    void vAttributeWordsCheck(const ExpressMember& member, const AttributeBase& attribute);
+    void vInverseWordsCheck(const Entity& entity);
+    void vTypeWordsCheck(const Type& type);
     void vRuleCheck(const ExpressMember& rule);
     void vNoRulesCheck(const Where& where);
 
@@ -56,9 +89,13 @@ private:
 };
 
 Finding& PartsCheck::lostAdd(const ExpressWord& word, const std::string& what, std::string_view hint) {
+    return partLostAdd(word.position, what + ' ' + sNamed(word.text), hint);
+}
+
+Finding& PartsCheck::partLostAdd(const TextPosition& position, const std::string& part,
+                                 std::string_view hint) {
     auto& finding =
-        run_.add("E006", word.position,
-                 what + ' ' + sNamed(word.text) + " of " + sNamed(declaration_.name.text) + " is not read");
+        run_.add("E006", position, part + " of " + sNamed(declaration_.name.text) + " is not read");
     finding.subject = declaration_.name.text;
     if (!hint.empty())
         finding.notes.push_back({std::string(hint), {}});
@@ -118,9 +155,20 @@ void PartsCheck::vMembersCheck(ExpressMemberKind kind, const Words& read, const 
     }
 }
 
+/// FOR in other letters than capitals ends no type.
+bool hasLostFor(const ExpressMember& member) {
+    return !member.misspelt.empty() && member.misspelt.back().keyword == "FOR";
+}
+
 /// Attributes of one statement are lost for one reason.
 void PartsCheck::vLostStatementAdd(std::span<const ExpressMember* const> members, const std::string& what) {
-    auto& finding = lostAdd(members.front()->name, what, OwnLine);
+    const bool isForLost = hasLostFor(*members.front());
+    auto& finding = lostAdd(members.front()->name, what, isForLost ? std::string_view() : OwnLine);
+    if (isForLost) {
+        const auto& word = members.front()->misspelt.back().word;
+        run_.vNoteAt(finding, word.position,
+                     sNamed(word.text) + " is not read as a keyword: " + std::string(CapitalsOnly));
+    }
     const auto others = members.subspan(1);
     const auto listed = std::min(others.size(), SchemaRun::maxPlaces);
     for (const auto* other : others.first(listed))
@@ -142,16 +190,17 @@ std::vector<std::string_view> typeWords(std::string_view type) {
     return words;
 }
 
-/// The word UNIQUE is understood after LIST [...] OF alone.
+/// The word UNIQUE is understood after LIST [...] OF alone. After what is no keyword of a list something else
+/// is wrong.
 bool isUniqueMisread(const std::vector<std::string_view>& words) {
-    bool isList = false;
+    bool isOther = false;
     bool isAfterOf = false;
     for (const auto word : words) {
-        if (word == "UNIQUE" && isAfterOf && !isList)
+        if (word == "UNIQUE" && isAfterOf && isOther)
             return true;
         isAfterOf = word == "OF";
-        if (word == "LIST" || word == "SET" || word == "ARRAY")
-            isList = word == "LIST";
+        if (word == "LIST" || word == "SET" || word == "ARRAY" || word == "BAG")
+            isOther = word != "LIST";
     }
     return false;
 }
@@ -167,12 +216,26 @@ void PartsCheck::vUniqueCheck(const ExpressWord& word, std::string_view type) {
     run_.boTake(finding, SchemaReport::Element);
 }
 
+/// Whether OPTIONAL comes after something else, as only the elements of an ARRAY may have it.
+bool isOptionalInside(std::string_view type) {
+    ExpressScanner scanner(type);
+    scanner.next();
+    for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next()) {
+        if (token.text == "OPTIONAL")
+            return true;
+    }
+    return false;
+}
+
 void PartsCheck::vTypeTextAdd(const ExpressMember& attribute, std::string_view read) {
     auto& finding = run_.add("E006", attribute.name.position,
                              "the type of " + sNamed(attribute.name.text) + " of " +
                                  sNamed(declaration_.name.text) + " is read as " + sNamed(read));
     finding.subject = declaration_.name.text;
-    finding.notes.push_back({"an attribute is read from one line", {}});
+    finding.notes.push_back({isOptionalInside(attribute.type)
+                                 ? "the type is read from the word after \"OPTIONAL\" on"
+                                 : "an attribute is read from one line",
+                             {}});
     if (trimmed(read).ends_with("OF"))
         run_.boTake(finding, SchemaReport::Element);
 }
@@ -190,8 +253,77 @@ void PartsCheck::vTypeTextsCheck(const Entity& entity) {
         if (isSame)
             vUniqueCheck(member.name, member.type);
         if (isSame)
+            vAttributeWordsCheck(member, *read);
+        if (isSame)
             ++read;
     }
+}
+
+/// Keywords in a type that are not found, of which something came: they are one mistake.
+Finding& PartsCheck::wordsAdd(const std::vector<ExpressMisspelt>& words, const std::string& owner,
+                              const TypeLoss& loss) {
+    const auto& first = words.front().word;
+    auto& finding = run_.add("E006", first.position,
+                             sNamed(first.text) + " in " + sNamed(owner) + " is not read as a keyword");
+    finding.subject = declaration_.name.text;
+    finding.notes.push_back({std::string(CapitalsOnly), {}});
+    for (const auto& [word, keyword] : std::span(words).subspan(1))
+        run_.vNoteAt(finding, word.position, sNamed(word.text) + " is not read as one either");
+    if (loss.isType)
+        finding.notes.push_back({"its type is not found", {}});
+    if (loss.isElement)
+        finding.notes.push_back({"the type of its elements is not found", {}});
+    if (loss.isOptional)
+        finding.notes.push_back({"it is not read as OPTIONAL", {}});
+    if (loss.isFixed)
+        finding.notes.push_back({"it is not read as FIXED", {}});
+    if (loss.isElement)
+        run_.boTake(finding, SchemaReport::Element);
+    return finding;
+}
+
+void PartsCheck::vAttributeWordsCheck(const ExpressMember& member, const AttributeBase& attribute) {
+    if (member.misspelt.empty())
+        return;
+    const auto isOptional = [](const ExpressMisspelt& word) { return word.keyword == "OPTIONAL"; };
+    TypeLoss loss;
+    loss.isType = !attribute.pFirstType();
+    loss.isElement = isElementLost(attribute.pFirstType());
+    loss.isOptional = !attribute.isOptional() && std::ranges::any_of(member.misspelt, isOptional);
+    if (!loss.isAny())
+        return;
+    const auto owner = std::string(declaration_.name.text) + '.' + std::string(member.name.text);
+    auto& finding = wordsAdd(member.misspelt, owner, loss);
+    if (member.kind == ExpressMemberKind::Inverse && (loss.isType || loss.isElement))
+        run_.boTake(finding, SchemaReport::Inverse);
+}
+
+void PartsCheck::vInverseWordsCheck(const Entity& entity) {
+    auto read = entity.getAttributesInverse().begin();
+    for (const auto& member : declaration_.members) {
+        if (member.kind != ExpressMemberKind::Inverse)
+            continue;
+        if (read == entity.getAttributesInverse().end())
+            return;
+        if (read->getName() == member.name.text)
+            vAttributeWordsCheck(member, *read++);
+    }
+}
+
+void PartsCheck::vTypeWordsCheck(const Type& type) {
+    const auto& words = declaration_.typeMisspelt;
+    if (words.empty())
+        return;
+    const auto* const string = dynamic_cast<const DataTypeString*>(type.pUnderlying());
+    TypeLoss loss;
+    loss.isType = !type.pUnderlying();
+    loss.isElement = isElementLost(type.pUnderlying());
+    loss.isFixed = string && !string->isFixed() && words.back().keyword == "FIXED";
+    if (!loss.isAny())
+        return;
+    auto& finding = wordsAdd(words, std::string(declaration_.name.text), loss);
+    if (loss.isType)
+        run_.boTake(finding, SchemaReport::Underlying);
 }
 
 /// What comes after the last dot of "SELF\Entity.Attribute".
@@ -206,7 +338,8 @@ void PartsCheck::vEntityCheck(const Entity& entity) {
         ExpressUse::Subtype, entity.getSupertypeOfNames(), "the subtype",
         "subtypes are read from \"SUPERTYPE OF (ONEOF\" on one line and the names in brackets after it");
     if (declaration_.isAbstract && !entity.isAbstract())
-        lostAdd(declaration_.name, "ABSTRACT", "it is read from the first line below that of the keyword");
+        partLostAdd(declaration_.name.position, "ABSTRACT",
+                    "it is read from the first line below that of the keyword");
     Words attributes;
     Words inverses;
     Words derived;
@@ -228,6 +361,7 @@ void PartsCheck::vEntityCheck(const Entity& entity) {
     vMembersCheck(ExpressMemberKind::Derived, derived, "the derived attribute");
     vMembersCheck(ExpressMemberKind::Unique, unique, "the UNIQUE rule");
     vTypeTextsCheck(entity);
+    vInverseWordsCheck(entity);
     vWhereCheck(entity.pWhere());
 }
 
@@ -243,6 +377,7 @@ void PartsCheck::vTypeCheck(const Type& type) {
     } else if (const auto* const members = dynamic_cast<const DataTypeSelect*>(type.pUnderlying())) {
         vListCheck(ExpressUse::SelectMember, members->getMemberNames(), "the member", Hint);
     }
+    vTypeWordsCheck(type);
     vUniqueCheck(declaration_.name, type.getUnderlyingText());
     vWhereCheck(type.pWhere());
 }
@@ -320,6 +455,8 @@ void PartsCheck::vWhereCheck(const Where* where) {
     finding.subject = declaration_.name.text;
     if (const auto reason = cutReason(lost.expression); !reason.empty())
         finding.notes.push_back({std::string(reason), {}});
+    if (run_.isKept(finding))
+        run_.unreadRules.emplace(&lost, &finding);
     if (where)
         run_.boRuleTake(finding, where->getText());
 }
@@ -330,7 +467,127 @@ bool boHasOpenComment(const SchemaRun& run, const ExpressDeclaration& declaratio
     return line >= declaration.keyword.position.line && line <= declaration.end.position.line;
 }
 
+/// Of that many findings the consequences are looked for. Beyond them findings are only counted, and it would
+/// take too long.
+constexpr std::size_t ConsequencesMax = SchemaRun::maxFindingsPerCode;
+
+/// What the keyword would have begun is lost, and why is said here.
+void vMisspeltAdd(SchemaRun& run, const ExpressDeclaration& declaration, std::size_t index) {
+    const auto& [word, keyword] = declaration.misspelt[index];
+    auto& finding =
+        run.add("E006", word.position,
+                sNamed(word.text) + " in " + sNamed(declaration.name.text) + " is not read as a keyword");
+    finding.subject = declaration.name.text;
+    finding.notes.push_back(
+        {isSameExpressWord(word.text, keyword) ? std::string(CapitalsOnly) : sMeant(keyword), {}});
+    // An entity that is not abstract is found at its name, and this finding is at the word itself.
+    auto begin = keyword == "ABSTRACT" ? declaration.keyword.position : word.position;
+    begin.column += 1;
+    const bool isLast = index + 1 == declaration.misspelt.size();
+    run.vConsequencesTake(finding, begin,
+                          isLast ? declaration.end.position : declaration.misspelt[index + 1].word.position);
+}
+
 } // namespace
+
+void vMisspeltKeywordsCheck(SchemaRun& run) {
+    std::size_t left = ConsequencesMax;
+    for (const auto& declared : run.declared) {
+        const auto& misspelt = declared.declaration->misspelt;
+        if (declared.isLost() || declared.finding)
+            continue;
+        for (std::size_t index = 0; index < misspelt.size() && left > 0; ++index, --left)
+            vMisspeltAdd(run, *declared.declaration, index);
+    }
+}
+
+namespace {
+
+std::string sGap(const ExpressGap& gap) {
+    return std::string(gap.missing) + " is missing " + (gap.isInside ? "in " : "after ") +
+           sNamed(gap.last.text);
+}
+
+/// Without "=" the type is made of nothing, and its bounds are none without ":".
+void vGapLossAdd(SchemaRun& run, const Declared& declared, const ExpressGap& gap, Finding& finding) {
+    const auto* const type = Type::pFrom(declared.object);
+    if (gap.missing == "\"=\"" && type && !type->pUnderlying()) {
+        finding.severity = Severity::Error;
+        if (!finding.origin)
+            run.boTake(finding, SchemaReport::Underlying);
+    }
+    if (gap.isInside) {
+        finding.severity = Severity::Error;
+        finding.notes.push_back({"the bounds are not read", {}});
+    }
+}
+
+/// A list that is not closed goes on to the next bracket, beyond the end of its declaration.
+void vLostEndTake(SchemaRun& run, Declared& declared, Finding& finding) {
+    if (!declared.finding || declared.finding->code != "E004")
+        return;
+    declared.finding->message = "the end of the declaration is not seen because of that";
+    run.vFindingTake(finding, *declared.finding);
+    finding.severity = Severity::Error;
+    declared.finding = &finding;
+}
+
+void vSwappedBoundsAdd(SchemaRun& run, const ExpressDeclaration& declaration) {
+    for (const auto& bounds : declaration.swappedBounds)
+        run.add("E022", bounds.position,
+                "the bounds " + sNamed(bounds.text) + " are swapped: the first is greater than the second")
+            .subject = declaration.name.text;
+}
+
+} // namespace
+
+void vGapsCheck(SchemaRun& run) {
+    std::size_t left = ConsequencesMax;
+    for (auto& declared : run.declared) {
+        if (declared.isLost())
+            continue;
+        vSwappedBoundsAdd(run, *declared.declaration);
+        for (const auto& gap : declared.declaration->gaps) {
+            auto& finding = run.add("E022", gap.last.position, sGap(gap));
+            finding.subject = declared.declaration->name.text;
+            if (left == 0)
+                continue;
+            --left;
+            if (gap.missing == "\")\"" || gap.missing == "\"(\"")
+                vLostEndTake(run, declared, finding);
+            const auto line = gap.last.position.line;
+            run.vConsequencesTake(finding, {line, 1, 0},
+                                  gap.isInMember ? TextPosition{line + 1, 1, 0}
+                                                 : declared.declaration->end.position);
+            vGapLossAdd(run, declared, gap, finding);
+        }
+    }
+}
+
+namespace {
+
+std::string sIllegalName(std::string_view name) {
+    if (isDigit(name.front()))
+        return "the name " + sNamed(name) + " begins with a digit";
+    const auto* const stranger = std::ranges::find_if_not(name, isNameLetter);
+    return "the name " + sNamed(name) + " has " + sNamed({stranger, 1}) + " in it";
+}
+
+} // namespace
+
+void vIllegalNamesCheck(SchemaRun& run) {
+    for (const auto& declared : run.declared) {
+        for (const auto& [name, place] : declared.declaration->illegalNames) {
+            // A name that is read as another has a finding.
+            if (declared.finding && name.text.data() == declared.declaration->name.text.data())
+                continue;
+            auto& finding = run.add("E020", place, sIllegalName(name.text));
+            finding.subject = name.text;
+            finding.notes.push_back({"names are letters, digits and \"_\", and begin with a letter", {}});
+            run.vMeantKeep(declared, name.text, finding);
+        }
+    }
+}
 
 void vLostPartsCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {

@@ -1,5 +1,6 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Positions/ExpressScanner.h"
+#include "Kit/Text/AsciiText.h"
 #include "Kit/Text/FileKind.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
@@ -28,6 +29,11 @@ std::string sDeclaration(const ExpressDeclaration& declaration) {
     return std::string(keywordOf(declaration.kind)) + ' ' + sNamed(declaration.name.text);
 }
 
+/// Whether the keyword is not merely in another letter case.
+bool isMisspelt(const ExpressDeclaration& declaration) {
+    return !isSameExpressWord(declaration.keyword.text, keywordOf(declaration.kind));
+}
+
 bool isRead(Kind kind) {
     return kind <= Kind::Rule;
 }
@@ -35,7 +41,7 @@ bool isRead(Kind kind) {
 /// Why nothing was found, and how to mend that; the latter is empty where the former is no more than a guess.
 struct NothingReason {
     std::string reason;
-    std::string_view remedy;
+    std::string remedy;
 };
 
 /// Empty when the text may be meant as a schema.
@@ -46,30 +52,38 @@ std::string_view otherKindOf(std::string_view text) {
 
 /// Set documents and models are in the place of the schema when arguments are in the wrong order: then
 /// nothing is to be mended in them.
-std::string_view remedyFor(std::string_view kind) {
+std::string sRemedyFor(std::string_view kind) {
     return kind == XmlKind || kind == ModelKind ? "" : "a schema is a text file in EXPRESS";
 }
 
 constexpr std::string_view Capitals = "keywords are found in capitals only";
+
+/// How to mend a keyword that is written in another way.
+std::string sKeywordRemedy(std::string_view word, std::string_view keyword) {
+    return isSameExpressWord(word, keyword) ? std::string(Capitals) : sMeant(keyword);
+}
 
 NothingReason noSchemaReason(const SchemaRun& run) {
     const auto& headers = run.positions.schemas;
     // What is no text looks like UTF-16 where it has zeros.
     const auto kind = otherKindOf(run.text);
     if (kind == ArchiveKind)
-        return {"the file is " + std::string(kind), remedyFor(kind)};
+        return {"the file is " + std::string(kind), sRemedyFor(kind)};
     if (run.positions.encoding == ExpressEncoding::Utf16)
         return {"the text is UTF-16", "save it as UTF-8"};
     if (run.positions.hasReturnsOnly)
         return {"its lines end with carriage returns alone", "end them with line feeds"};
     if (run.text.empty())
         return {"the file is empty", {}};
+    if (trimmed(run.text).empty())
+        return {"there is nothing but white space in the file", {}};
     if (!kind.empty())
-        return {"the file is " + std::string(kind), remedyFor(kind)};
+        return {"the file is " + std::string(kind), sRemedyFor(kind)};
     if (headers.empty())
         return {"no line has the keyword SCHEMA", {}};
-    if (headers.back().keyword.text != "SCHEMA")
-        return {"the keyword is written " + sNamed(headers.back().keyword.text), Capitals};
+    const auto& keyword = headers.back().keyword.text;
+    if (keyword != "SCHEMA")
+        return {"the keyword is written " + sNamed(keyword), sKeywordRemedy(keyword, "SCHEMA")};
     return {"the last line that mentions SCHEMA counts, and gives no name", {}};
 }
 
@@ -78,8 +92,11 @@ NothingReason noDeclarationsReason(const SchemaRun& run) {
     if (run.positions.hasReturnsOnly || !otherKindOf(run.text).empty())
         return noSchemaReason(run);
     for (const auto& declared : run.declared) {
-        if (isRead(declared.declaration->kind))
-            return {"the first keyword is written " + sNamed(declared.declaration->keyword.text), Capitals};
+        const auto kind = declared.declaration->kind;
+        const auto keyword = declared.declaration->keyword.text;
+        if (isRead(kind))
+            return {"the first keyword is written " + sNamed(keyword),
+                    sKeywordRemedy(keyword, keywordOf(kind))};
     }
     return {"there is no TYPE, ENTITY, FUNCTION or RULE in it", {}};
 }
@@ -136,6 +153,7 @@ private:
     void vReadingCheck(std::size_t index);
     void vTextCheck(std::size_t index);
     void vEndCheck(std::size_t index);
+    Finding& wrongEndAdd(const ExpressDeclaration& declaration, std::string_view end);
     void vNameCheck(Declared& declared);
     void vTakenNote(Finding& finding, const Reading& reading) const;
     TextPosition positionOf(std::size_t offset);
@@ -164,6 +182,12 @@ void LostDeclarations::vCheck() {
         vReadingCheck(index);
 }
 
+/// Whether the keyword is a part of SUBTYPE or SUPERTYPE.
+bool isHeaderWord(const SchemaRun& run, const SchemaStatement& statement) {
+    const auto before = run.text.substr(0, statement.keyword);
+    return before.ends_with("SUB") || before.ends_with("SUPER");
+}
+
 void LostDeclarations::vLostAdd(Declared& lost) {
     const auto offset = offsetIn(run_, lost.declaration->keyword.text);
     const auto* const around = pStatementAround(run_, offset);
@@ -174,6 +198,10 @@ void LostDeclarations::vLostAdd(Declared& lost) {
     auto& finding = run_.add("E002", lost.declaration->name.position,
                              sDeclaration(*lost.declaration) + " is not read: " + sLostReason(lost, around));
     finding.subject = lost.declaration->name.text;
+    if (isMisspelt(*lost.declaration))
+        finding.notes.push_back({sMeant(keywordOf(lost.declaration->kind)), {}});
+    if (around && offset < around->firstLineEnd && isHeaderWord(run_, *around))
+        finding.notes.push_back({"write SUBTYPE and SUPERTYPE on lines of their own", {}});
     lost.finding = &finding;
     if (around && offset < around->firstLineEnd)
         readings_[indexOf(run_, *around)].finding = &finding;
@@ -182,6 +210,8 @@ void LostDeclarations::vLostAdd(Declared& lost) {
 std::string LostDeclarations::sLostReason(const Declared& lost, const SchemaStatement* around) const {
     const auto& word = lost.declaration->keyword.text;
     const auto offset = offsetIn(run_, word);
+    if (isMisspelt(*lost.declaration))
+        return "the keyword is written " + sNamed(word);
     if (word != keywordOf(lost.declaration->kind))
         return "the keyword is written " + sNamed(word) + ", and is found in capitals only";
     if (offset >= run_.lines.end)
@@ -296,9 +326,7 @@ void LostDeclarations::vEndCheck(std::size_t index) {
     else if (isOneLine)
         finding = &run_.add("E003", declaration.name.position, what + " is on one line and is not read");
     else if (declaration.end.text != end)
-        finding = &run_.add("E004", declaration.end.position,
-                            "the end of " + what + " is written " + sNamed(declaration.end.text) +
-                                ", and is found in capitals only");
+        finding = &wrongEndAdd(declaration, end);
     else if (!reading.taken.empty())
         finding = &run_.add("E004", declaration.end.position,
                             "the end of " + what + " is not seen: it must be on a line of its own");
@@ -312,6 +340,18 @@ void LostDeclarations::vEndCheck(std::size_t index) {
     reading.declared->finding = finding;
 }
 
+/// The finding about an end in other letters than the library looks for.
+Finding& LostDeclarations::wrongEndAdd(const ExpressDeclaration& declaration, std::string_view end) {
+    const bool isCase = isSameExpressWord(declaration.end.text, end);
+    auto& finding =
+        run_.add("E004", declaration.end.position,
+                 "the end of " + sDeclaration(declaration) + " is written " + sNamed(declaration.end.text) +
+                     (isCase ? ", and is found in capitals only" : ""));
+    if (!isCase)
+        finding.notes.push_back({sMeant(end), {}});
+    return finding;
+}
+
 void LostDeclarations::vTakenNote(Finding& finding, const Reading& reading) const {
     for (auto* const taken : reading.taken) {
         taken->finding = &finding;
@@ -323,6 +363,14 @@ void LostDeclarations::vTakenNote(Finding& finding, const Reading& reading) cons
             ", as are " + std::to_string(reading.taken.size() - SchemaRun::maxNotes) + " more";
 }
 
+std::string sNameRemedy(const ExpressDeclaration& declaration) {
+    if (isMisspelt(declaration))
+        return sMeant(keywordOf(declaration.kind));
+    if (declaration.name.text.find_first_of(" \t") != std::string_view::npos)
+        return "names have no blanks in them";
+    return "write the name on the line of the keyword, and a blank or \";\" right after it";
+}
+
 /// A name ends with a blank, or else with the ';'.
 void LostDeclarations::vNameCheck(Declared& declared) {
     const auto& name = declared.declaration->name;
@@ -332,8 +380,8 @@ void LostDeclarations::vNameCheck(Declared& declared) {
                              sDeclaration(*declared.declaration) + " is read under the name " +
                                  sNamed(declared.statement->name));
     finding.subject = name.text;
-    finding.notes.push_back(
-        {"write the name on the line of the keyword, and a blank or \";\" right after it", {}});
+    finding.notes.push_back({sNameRemedy(*declared.declaration), {}});
+    run_.vMeantKeep(declared, name.text, finding);
     declared.finding = &finding;
 }
 
@@ -348,7 +396,7 @@ bool boSomethingFound(SchemaRun& run) {
     auto& finding =
         run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, what + reason);
     if (!remedy.empty())
-        finding.notes.push_back({std::string(remedy), {}});
+        finding.notes.push_back({remedy, {}});
     else if (run.schema)
         finding.severity = Severity::Warning;
     return false;
@@ -396,6 +444,36 @@ void vSemicolonsCheck(SchemaRun& run) {
     }
 }
 
+namespace {
+
+/// A file that was cut off lacks the end of its last declaration too.
+Finding& schemaEndMissingAdd(SchemaRun& run, const ExpressSchemaHeader& header) {
+    auto& finding =
+        run.add("E019", header.name.position,
+                "the end of the schema " + sNamed(header.name.text) + " is missing: no line has END_SCHEMA");
+    if (run.declared.empty())
+        return finding;
+    auto& last = run.declared.back();
+    if (last.finding && last.finding->code == "E004" && last.declaration->end.text.empty()) {
+        run.vFindingTake(finding, *last.finding);
+        finding.severity = Severity::Error;
+        last.finding = &finding;
+    }
+    return finding;
+}
+
+Finding& schemaEndWrongAdd(SchemaRun& run, const ExpressSchemaHeader& header) {
+    const bool isCase = isSameExpressWord(header.end.text, "END_SCHEMA");
+    auto& finding = run.add("E019", header.end.position,
+                            "the end of the schema " + sNamed(header.name.text) + " is written " +
+                                sNamed(header.end.text) + (isCase ? ", and is found in capitals only" : ""));
+    if (!isCase)
+        finding.notes.push_back({sMeant("END_SCHEMA"), {}});
+    return finding;
+}
+
+} // namespace
+
 void vSchemaEndCheck(SchemaRun& run) {
     // What is taken for its line may be a comment.
     if (run.positions.schemas.empty())
@@ -403,12 +481,8 @@ void vSchemaEndCheck(SchemaRun& run) {
     const auto& header = run.positions.schemas.back();
     if (header.end.text == "END_SCHEMA")
         return;
-    const auto what = "the end of the schema " + sNamed(header.name.text);
     auto& finding =
-        header.end.text.empty()
-            ? run.add("E019", header.name.position, what + " is missing: no line has END_SCHEMA")
-            : run.add("E019", header.end.position,
-                      what + " is written " + sNamed(header.end.text) + ", and is found in capitals only");
+        header.end.text.empty() ? schemaEndMissingAdd(run, header) : schemaEndWrongAdd(run, header);
     finding.subject = header.name.text;
 }
 
@@ -439,8 +513,9 @@ void vOtherReportsAdd(SchemaRun& run) {
             run.vReportNote(*misreading, *record);
             continue;
         }
-        auto& finding = run.add("R090", {}, record->message);
-        finding.origin = FindingOrigin{record->function, record->file, record->line};
+        auto& finding = run.add("R090", {}, std::string(record->message));
+        finding.origin =
+            FindingOrigin{std::string(record->function), std::string(record->file), record->line};
     }
 }
 

@@ -4,16 +4,23 @@ namespace kiv::kit {
 
 namespace {
 
+constexpr RuleExample WallOfElement = {"SCHEMA WALLS;\n"
+                                       "ENTITY Element;\n"
+                                       "END_ENTITY;\n"
+                                       "ENTITY Wall\n"
+                                       " SUBTYPE OF (Element);\n"
+                                       "END_ENTITY;\n"
+                                       "END_SCHEMA;\n"};
+
 constexpr Rule SchemaRules[] = {
     {"E001",
      "no-declarations",
      Severity::Error,
      "The file has no schema, or a schema without declarations.",
      "A schema begins with a line \"SCHEMA Name;\", in capitals. Texts in UTF-16, lines that end with "
-     "carriage "
-     "returns alone, and keywords in lower case are the usual reasons why none is found; the message says "
-     "which "
-     "of them is likely. Save the file as UTF-8 with line feeds, and write keywords in capitals.",
+     "carriage returns alone, and keywords in lower case are the usual reasons why none is found; the "
+     "message says which of them is likely. Save the file as UTF-8 with line feeds, and write keywords in "
+     "capitals.",
      {"schema WALLS;\n"
       "ENTITY Wall;\n"
       "END_ENTITY;\n"
@@ -28,12 +35,9 @@ constexpr Rule SchemaRules[] = {
      Severity::Error,
      "A declaration is not read, or not under its name.",
      "Schemas are read line by line: a declaration begins on a line of its own with TYPE, ENTITY, FUNCTION "
-     "or "
-     "RULE in capitals, followed by a blank, the name, and a blank or \";\". Everything written in another "
-     "way "
-     "is missing from the schema, although EXPRESS allows it. Put the keyword and the name at the beginning "
-     "of "
-     "a line.",
+     "or RULE in capitals, followed by a blank, the name, and a blank or \";\". Everything written in "
+     "another way is missing from the schema, although EXPRESS allows it. Put the keyword and the name at "
+     "the beginning of a line.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "END_ENTITY;\n"
@@ -52,9 +56,8 @@ constexpr Rule SchemaRules[] = {
      Severity::Error,
      "A declaration begins and ends on the same line.",
      "The line with the keyword is not searched for the end: the declaration goes on until the next end of "
-     "its "
-     "kind, and takes the declarations on the way with it. The notes list them. Put the end on a line of its "
-     "own.",
+     "its kind, and takes the declarations on the way with it. The notes list them. Put the end on a line "
+     "of its own.",
      {"SCHEMA WALLS;\n"
       "TYPE Label = STRING; END_TYPE;\n"
       "TYPE Text = STRING;\n"
@@ -93,14 +96,11 @@ constexpr Rule SchemaRules[] = {
      Severity::Error,
      "A comment, a string or a part of a declaration is read as the beginning or the end of one.",
      "Comments are not recognised between and inside declarations: a line that contains TYPE, ENTITY, "
-     "FUNCTION "
-     "or RULE in capitals, wherever it is, begins a declaration, and one with END_ENTITY ends an entity. "
-     "Write "
-     "the word in lower case there, or leave it out. Where the first line of a declaration is missing, its "
-     "line "
-     "with SUBTYPE OF or with END_TYPE begins another, which goes on until the next end of its kind. The "
-     "name "
-     "that was on the missing line is in the notes, if a single name of the schema is missing.",
+     "FUNCTION or RULE in capitals, wherever it is, begins a declaration, and one with END_ENTITY ends an "
+     "entity. Write the word in lower case there, or leave it out. Where the first line of a declaration is "
+     "missing, its line with SUBTYPE OF or with END_TYPE begins another, which goes on until the next end "
+     "of its kind. The name that was on the missing line is in the notes, if a single name of the schema is "
+     "missing.",
      {"SCHEMA WALLS;\n"
       "(* Every ENTITY has a name. *)\n"
       "ENTITY Wall;\n"
@@ -117,11 +117,10 @@ constexpr Rule SchemaRules[] = {
      Severity::Error,
      "A part of a declaration is not read, or is misread.",
      "Attributes, inverse and derived attributes and UNIQUE rules are each read from a line of their own "
-     "with "
-     "\" : \" in it, blanks included; SUBTYPE OF and SUPERTYPE OF (ONEOF from lines below that of the "
-     "keyword; "
-     "items and members without comments between them. What is written in another way is missing from the "
-     "schema, although EXPRESS allows it.",
+     "with \" : \" in it, blanks included; SUBTYPE OF and SUPERTYPE OF (ONEOF from lines below that of the "
+     "keyword; items and members without comments between them. What is written in another way is missing "
+     "from the schema, although EXPRESS allows it. A misspelt keyword, or one in lower case, is one "
+     "finding, also in a type, as OPTIONAL and SET are; the notes say what is lost because of it.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "\tName: STRING;\n"
@@ -138,12 +137,9 @@ constexpr Rule SchemaRules[] = {
      Severity::Warning,
      "A WHERE rule is not read to its end.",
      "The rules of a declaration are read in order up to the first that is not understood; those after it "
-     "are "
-     "missing. A comment that begins with \"--\" ends a rule as \";\" does, and a line with \";\" is the "
-     "last of "
-     "its rule. Nothing can be selected from the result of a call, as in Cross(A, B).Length, although "
-     "EXPRESS "
-     "allows that and official schemas do it.",
+     "are missing. A comment that begins with \"--\" ends a rule as \";\" does, and a line with \";\" is "
+     "the last of its rule. Nothing can be selected from the result of a call, as in Cross(A, B).Length, "
+     "although EXPRESS allows that and official schemas do it.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "\tHeight : REAL;\n"
@@ -200,10 +196,9 @@ constexpr Rule SchemaRules[] = {
      "declared-twice",
      Severity::Error,
      "A name is declared twice.",
-     "Names differ in more than letter case: those of a schema, the attributes of an entity, its labels, the "
-     "items of an enumeration and the members of a selection. Of two declarations of one name only the first "
-     "is "
-     "found. A label or a member that is there twice is a warning.",
+     "Names differ in more than letter case: those of a schema, the attributes of an entity, its labels, "
+     "the items of an enumeration and the members of a selection. Of two declarations of one name only the "
+     "first is found. A label or a member that is there twice is a warning.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "END_ENTITY;\n"
@@ -230,13 +225,7 @@ constexpr Rule SchemaRules[] = {
       " SUBTYPE OF (Elemnt);\n"
       "END_ENTITY;\n"
       "END_SCHEMA;\n"},
-     {"SCHEMA WALLS;\n"
-      "ENTITY Element;\n"
-      "END_ENTITY;\n"
-      "ENTITY Wall\n"
-      " SUBTYPE OF (Element);\n"
-      "END_ENTITY;\n"
-      "END_SCHEMA;\n"}},
+     WallOfElement},
 
     {"E012",
      "unknown-subtype",
@@ -268,10 +257,9 @@ constexpr Rule SchemaRules[] = {
      Severity::Error,
      "The type of an attribute, or what a type is made of, is not declared.",
      "The type of an attribute must be a type or an entity of the schema or one that EXPRESS itself has; a "
-     "type "
-     "is made of another type, and of entities only in a list or a selection. An attribute whose type is not "
-     "found has none, and its values cannot be checked. A name that is missing in several places has one "
-     "finding, at the first; the notes list the others.",
+     "type is made of another type, and of entities only in a list or a selection. An attribute whose type "
+     "is not found has none, and its values cannot be checked. A name that is missing in several places has "
+     "one finding, at the first; the notes list the others.",
      {"SCHEMA WALLS;\n"
       "TYPE Label = STRING;\n"
       "END_TYPE;\n"
@@ -386,9 +374,8 @@ constexpr Rule SchemaRules[] = {
      Severity::Warning,
      "An expression uses an attribute, an entity, a function or an item that is not declared.",
      "This looks at WHERE rules, derived attributes, functions and global rules, and in strings at names "
-     "such "
-     "as 'IFC4.IFCWALL', which TYPEOF and USEDIN give. A rule with a name that means nothing cannot be "
-     "evaluated, or is never fulfilled. The schema is read all the same.",
+     "such as 'IFC4.IFCWALL', which TYPEOF and USEDIN give. A rule with a name that means nothing, or with "
+     "that of another schema, cannot be evaluated, or is never fulfilled. The schema is read all the same.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "\tHeight : REAL;\n"
@@ -409,14 +396,69 @@ constexpr Rule SchemaRules[] = {
      Severity::Warning,
      "The end of the schema is missing.",
      "END_SCHEMA, in capitals, ends a schema. Without it the rest of the file is read as a part of the "
-     "schema, "
-     "and nothing shows whether the file is whole.",
+     "schema, and nothing shows whether the file is whole.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "END_ENTITY;\n"},
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "END_ENTITY;\n"
+      "END_SCHEMA;\n"}},
+
+    {"E020",
+     "illegal-name",
+     Severity::Warning,
+     "A name has a character in it that names do not have.",
+     "Names are made of letters, digits and \"_\", and begin with a letter. The declaration is read under "
+     "the name that is written, but other programs refuse the schema, and nothing can refer to it.",
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      "\tFire-Rating : STRING;\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"},
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      "\tFireRating : STRING;\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"}},
+
+    {"E021",
+     "circle-of-definitions",
+     Severity::Error,
+     "An entity is its own supertype, or a type is defined by itself, directly or through others.",
+     "Such an entity has no topmost supertype, and such a type has no values. The "
+     "message lists those that are between it and itself. Lists and selections may lead back to their "
+     "type.",
+     {"SCHEMA WALLS;\n"
+      "ENTITY Element\n"
+      " SUBTYPE OF (Wall);\n"
+      "END_ENTITY;\n"
+      "ENTITY Wall\n"
+      " SUBTYPE OF (Element);\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"},
+     WallOfElement},
+
+    {"E022",
+     "list-broken",
+     Severity::Warning,
+     "A sign, a name or the word OF is missing in a list of names or in a type, or its bounds are swapped.",
+     "Names in a list are in brackets and separated by commas; bounds are in square brackets with \":\" "
+     "between them, the smaller one first, and OF comes before what a list is of. \"=\" comes after the "
+     "name of a type, and \":=\" before a value. Other programs refuse the schema. Bounds without \":\" are "
+     "not read, and what comes next may be misread, which makes the finding an error, and is listed in the "
+     "notes.",
+     {"SCHEMA WALLS;\n"
+      "TYPE Kind = ENUMERATION OF\n"
+      "\t(SOLID\n"
+      "\tHOLLOW);\n"
+      "END_TYPE;\n"
+      "END_SCHEMA;\n"},
+     {"SCHEMA WALLS;\n"
+      "TYPE Kind = ENUMERATION OF\n"
+      "\t(SOLID\n"
+      "\t,HOLLOW);\n"
+      "END_TYPE;\n"
       "END_SCHEMA;\n"}},
 
     {"R090",

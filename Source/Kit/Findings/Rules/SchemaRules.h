@@ -27,6 +27,15 @@ bool boSomethingFound(SchemaRun& run);
 void vLostDeclarationsCheck(SchemaRun& run);
 /// E006 and E007: parts of declarations that are lost, and WHERE rules that are lost or cut.
 void vLostPartsCheck(SchemaRun& run);
+/// E006 of a keyword that is misspelt, which explains other E006 and E007: they have to be found before.
+void vMisspeltKeywordsCheck(SchemaRun& run);
+/// E020: names with characters that names do not have.
+void vIllegalNamesCheck(SchemaRun& run);
+/// E021: entities and types that are defined by themselves.
+void vCirclesCheck(SchemaRun& run);
+/// E022: types and lists of names that lack a sign or a name. What comes of that, E006, has to be found
+/// before.
+void vGapsCheck(SchemaRun& run);
 /// E008: a comment that nothing closes.
 void vOpenCommentCheck(SchemaRun& run);
 /// E019: a schema that END_SCHEMA does not end.

@@ -165,7 +165,7 @@ TEST(XmlSetsErrors, CollectorWithoutRecordsAddsNothingToTheReport) {
     EXPECT_EQ(sReportOf(errors), "");
 }
 
-TEST(XmlSetsErrors, StreamGetsTheReportBehindWhatItHolds) {
+TEST(XmlSetsErrors, StreamGetsTheReportAfterWhatItHolds) {
     XmlSetsErrors all;
     all.sets.insert(collectorOf("Set", "item"));
     all.sets.insert(collectorOf("Another", "2"));

@@ -1,7 +1,6 @@
 #include "Kit/Findings/Rules/ClassRules.h"
 
 #include "../FindingLines.h"
-#include "Kit/Findings/Rules/ClassText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -78,6 +77,18 @@ INSTANTIATE_TEST_SUITE_P(
         {"several in one",
          sClasses({"IfcWall, IfcSlab"}),
          {"3:31+16 error C001 IFC4 has no entity \"IfcWall, IfcSlab\" | each \"ClassName\" names one class" +
+          Unknown}},
+        {"several with blanks between them",
+         sClasses({"IfcWal IfcSlab"}),
+         {"3:31+14 error C001 IFC4 has no entity \"IfcWal IfcSlab\" | each \"ClassName\" names one class" +
+          Unknown}},
+        {"a blank inside a name",
+         sClasses({"If cWall"}),
+         {"3:31+8 error C001 IFC4 has no entity \"If cWall\" | did you mean \"IfcWall\"?" + Unknown}},
+        {"a blank inside a name, after that of another class",
+         sClasses({"IfcMaterial Definition"}),
+         {"3:31+22 error C001 IFC4 has no entity \"IfcMaterial Definition\" | did you mean "
+          "\"IfcMaterialDefinition\"?" +
           Unknown}},
         {"a defined type",
          sClasses({"IfcLabel"}),
@@ -245,23 +256,6 @@ TEST(ClassRules, Mends) {
     EXPECT_EQ(test::sMended(sClasses({"IFCHVACDOMAIN/IfcWall/SOLIDWALL"})), sClasses({"IfcWall/SOLIDWALL"}));
     EXPECT_EQ(test::sMended(sClasses({"IfcWall.PredefinedType='SOLIDWALL'"})),
               sClasses({"IfcWall/SOLIDWALL"}));
-}
-
-TEST(ClassText, ReadsAllSpellings) {
-    EXPECT_EQ(classTextOf(" IfcWall ")->name, "IfcWall");
-    EXPECT_EQ(classTextOf("IfcWall / SOLIDWALL")->predefinedType, "SOLIDWALL");
-    EXPECT_EQ(classTextOf("IfcWall.predefinedtype = \"X\"")->predefinedType, "X");
-    EXPECT_EQ(classTextOf("IfcWall.PredefinedType=\"X\"")->spelling, ClassSpelling::WithAttribute);
-    for (const auto* text :
-         {"", "/X", "IfcWall/", "IfcWall//X", "IfcWall.Name=\"X\"",
-          "IfcWall.PredefinedType=", "IfcWall.PredefinedType=\"X", "Related:IfcWall", "two words"})
-        EXPECT_FALSE(classTextOf(text)) << text;
-}
-
-TEST(ClassText, SeparatesClasses) {
-    EXPECT_THAT(typeValueOf("IfcWall | IfcSlab/FLOOR,IfcDoor"), SizeIs(3));
-    EXPECT_THAT(typeValueOf("IfcWall |"), IsEmpty());
-    EXPECT_THAT(typeValueOf("IfcWall, of any kind"), IsEmpty());
 }
 
 } // namespace

@@ -66,6 +66,14 @@ TEST(LanguageRulesTest, UnderscoresAreMended) {
     EXPECT_THAT(findingLines(test::sMended(text)), IsEmpty());
 }
 
+TEST(LanguageRulesTest, UnderscoresMakeNoOtherLanguage) {
+    EXPECT_THAT(
+        findingLines(setWith(alias("de_DE") + alias("de-DE"))),
+        ElementsAre("2:27+5 warning L001 \"de_DE\" is no language tag | write it as \"de-DE\"",
+                    "3:27+5 warning L003 there is another translation into \"de-DE\", which hides this "
+                    "one | the first one is here @2:27"));
+}
+
 TEST(LanguageRulesTest, AnAliasNeedsALanguage) {
     EXPECT_THAT(findingLines(setWith("<QtoDefinitionAlias>t</QtoDefinitionAlias>\n" + alias(" "))),
                 ElementsAre("2:2+18 error L002 the translation says no language",

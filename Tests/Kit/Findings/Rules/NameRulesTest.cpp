@@ -1,4 +1,5 @@
 #include "Kit/Findings/FindingLines.h"
+#include "Kit/Findings/Rules/Types/TypeCases.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -100,6 +101,48 @@ TEST(NameRulesTest, StrayCharactersAreNamedAndShown) {
     }
     // Between letters that are joined, or kept from it, such a character is right.
     EXPECT_THAT(findingLines(setWith("<Name>\u0645\u06CC\u200C\u062E\u0648</Name>")), IsEmpty());
+}
+
+TEST(NameRulesTest, InvisibleCharactersAreRightWhereScriptsNeedThem) {
+    // Persian, Devanagari at the end of a word, and pictures that are made of several.
+    for (const std::string_view name : {"\u0645\u06CC\u200C\u062E\u0648", "\u0915\u094D\u200D",
+                                        "\U0001F469\u200D\U0001F4BB", "\u2764\uFE0F\u200D\U0001F525"})
+        EXPECT_THAT(findingLines(setWith("<Name>" + std::string(name) + "</Name>")), IsEmpty()) << name;
+    // One that is right hides none that is not.
+    EXPECT_THAT(findingLines(setWith("<Name>\u06CC\u200C\u062E A\u200CB</Name>")),
+                ElementsAre(testing::StartsWith("2:12+1 warning N005 ")));
+    EXPECT_THAT(findingLines(setWith("<Name>\u00E4\u200D\u00E4</Name>")),
+                ElementsAre(testing::EndsWith(" contains the invisible character U+200D")));
+}
+
+std::string constants(std::string_view content) {
+    return test::sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"PEnum_A\"><EnumItem>X</EnumItem>"
+                        "</EnumList><ConstantList>\n" +
+                        std::string(content) + "</ConstantList></TypePropertyEnumeratedValue>");
+}
+
+TEST(NameRulesTest, BlanksAroundNamesOfConstantsAreMended) {
+    const auto text = constants("<ConstantDef><Name>X </Name></ConstantDef>");
+    EXPECT_THAT(findingLines(text),
+                ElementsAre("6:21+1 warning N004 the name of the constant \"X\" ends with white space"));
+    EXPECT_THAT(findingLines(test::sMended(text)), IsEmpty());
+}
+
+TEST(NameRulesTest, ConstantsHaveNames) {
+    EXPECT_THAT(findingLines(constants("<ConstantDef><Name>X</Name></ConstantDef>")), IsEmpty());
+    EXPECT_THAT(findingLines(constants("<ConstantDef><Definition>d</Definition></ConstantDef>")),
+                ElementsAre("6:2+11 warning N007 the constant has no name: there is no \"Name\""));
+    EXPECT_THAT(findingLines(constants("<ConstantDef><Name> </Name></ConstantDef>")),
+                ElementsAre("6:15+4 warning N007 the name of the constant is empty"));
+    EXPECT_THAT(findingLines(constants("<ConstDef><Definition>d</Definition></ConstDef>")),
+                ElementsAre(testing::StartsWith("6:2+8 warning S001 ")));
+    // What is there in a wrong way is not missing.
+    for (const std::string_view content :
+         {"<ConstantDef><Nam>X</Nam></ConstantDef>", "<ConstantDef><Name name=\"X\"/></ConstantDef>"}) {
+        const auto lines = findingLines(constants(content));
+        ASSERT_EQ(lines.size(), 1) << content;
+        EXPECT_THAT(lines[0], testing::HasSubstr(" error S00")) << content;
+    }
 }
 
 TEST(NameRulesTest, TwoMembersOfOneNameAreFound) {

@@ -16,7 +16,11 @@ namespace {
 
 std::vector<Finding> findingsOfText(std::string_view text) {
     const auto file = schemaTextRead(std::string(text), "a.exp");
-    return schemaFindingsOf(file.schema.get(), file.assertions, text, "a.exp");
+    auto findings = schemaFindingsOf(file.schema.get(), file.assertions, text, "a.exp");
+    // Who asks only whether there are errors gets the same answer, whatever the schema.
+    const bool hasErrors = std::ranges::find(findings, Severity::Error, &Finding::severity) != findings.end();
+    EXPECT_EQ(hasSchemaErrors(file.schema.get(), file.assertions, text), hasErrors) << text;
+    return findings;
 }
 
 std::string sPlace(const TextPosition& position) {
@@ -85,6 +89,13 @@ TEST(SchemaFindings, EndOfASchemaIsMissed) {
               "capitals only\n");
     EXPECT_EQ(sDump(findingsOfText(schema + "END_SCHEMA\n")),
               "4:1+10 E009 warning: \";\" is missing after \"END_SCHEMA\"\n");
+    EXPECT_EQ(sDump(findingsOfText(schema + "END_SCEMA;\n")),
+              "4:1+9 E019 warning: the end of the schema \"A\" is written \"END_SCEMA\"\n"
+              "  did you mean \"END_SCHEMA\"?\n");
+    // A file that was cut off.
+    EXPECT_EQ(sDump(findingsOfText(schema + "ENTITY C;\n D : REA")),
+              "1:8+1 E019 error: the end of the schema \"A\" is missing: no line has END_SCHEMA\n"
+              "  4:8+1 END_ENTITY of ENTITY \"C\" is missing\n");
     EXPECT_EQ(sDump(findingsOfText("SCHEMA A\nTYPE B = REAL;\nEND_TYPE;\nEND_SCHEMA;\n")),
               "1:8+1 E009 warning: \";\" is missing after \"A\"\n");
     EXPECT_EQ(sDump(findingsOfText(schema + "END_SCHEMA;\n")), "");
@@ -124,6 +135,7 @@ INSTANTIATE_TEST_SUITE_P(
                "3:16+1 E002 error: TYPE \"C\" is not read: its line is the one on which TYPE \"B\" ends\n"},
         Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C SUBTYPE OF (B);\nEND_ENTITY;\n",
                "4:8+1 E002 error: ENTITY \"C\" is not read: its line is read as TYPE \"OF\"\n"
+               "  write SUBTYPE and SUPERTYPE on lines of their own\n"
                "  reported while reading: Not type found\n"},
         Sample{"TYPE B=REAL;\nEND_TYPE;\n",
                "2:6+1 E002 error: TYPE \"B\" is read under the name \"B=REAL\"\n"
@@ -233,6 +245,12 @@ INSTANTIATE_TEST_SUITE_P(
                "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
                "one rule "
                "in where clause at 1:2\n\nRule: \n"},
+        // What is in a rule without label is not looked at: the colon may be missing.
+        Sample{"ENTITY B;\n\tC : REAL;\n WHERE\n\tW C > 0;\nEND_ENTITY;\n",
+               "5:2+1 E007 warning: a rule without label of \"B\" cannot be read\n"
+               "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
+               "one rule "
+               "in where clause at 1:2\n\nRule: \n"},
         Sample{"TYPE B = REAL;\n WHERE\n\tSELF > 0;\nEND_TYPE;\n",
                "4:2+4 E007 warning: a rule without label of \"B\" cannot be read\n"
                "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
@@ -304,6 +322,7 @@ INSTANTIATE_TEST_SUITE_P(
                "WHERE\n"
                "\tW : (Is = Kind.SOLD) OR (Is = HOLLOW) OR ('A.WAL' IN TYPEOF(SELF));\nEND_ENTITY;\n",
                "9:17+4 E018 warning: the type \"Kind\" has no item \"SOLD\" in the rule \"W\" of \"Wall\"\n"
+               "  did you mean \"SOLID\"?\n"
                "  2:6+4 the type is declared here\n"
                "9:47+3 E018 warning: the name \"WAL\" is not declared in the rule \"W\" of \"Wall\"\n"
                "  did you mean \"Wall\"?\n"},
@@ -347,6 +366,319 @@ INSTANTIATE_TEST_SUITE_P(
         Sample{"TYPE B = BAG [1:3] OF Label;\nEND_TYPE;\n",
                "2:23+5 E013 error: the type \"Label\" of \"B\" is not declared\n"
                "  reported while reading: Not type found\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    MisspeltKeywords, SchemaFindingsOf,
+    testing::Values(
+        // "SUBTYPE" has the keyword TYPE in it.
+        Sample{"ENTITY B;\nEND_ENTITY;\nENTITIY C\n SUBTYPE OF (B);\nEND_ENTITY;\nENTITY D;\n\tE : "
+               "C;\nEND_ENTITY;\n",
+               "4:9+1 E002 error: ENTITY \"C\" is not read: the keyword is written \"ENTITIY\"\n"
+               "  did you mean \"ENTITY\"?\n"
+               "  7:8+1 ENTITY \"D\" is taken for a part of it and is lost\n"
+               "  reported while reading: Not type found\n"},
+        Sample{"TYP B = REAL;\nEND_TYPE;\nENTITY C;\n\tD : B;\nEND_ENTITY;\n",
+               "2:5+1 E002 error: TYPE \"B\" is not read: the keyword is written \"TYP\"\n"
+               "  did you mean \"TYPE\"?\n"
+               "  4:8+1 ENTITY \"C\" is taken for a part of it and is lost\n"},
+        // The library finds the keyword in the word.
+        Sample{"ENTITYY B;\nEND_ENTITY;\nENTITY C;\n\tD : B;\nEND_ENTITY;\n",
+               "2:9+1 E002 error: ENTITY \"B\" is read under the name \"Y\"\n"
+               "  did you mean \"ENTITY\"?\n"},
+        Sample{"ENTITY B;\nEND_ENTITIY;\nTYPE C = REAL;\nEND_TYPE;\nENTITY D;\nEND_ENTITY;\n",
+               "3:1+11 E004 error: the end of ENTITY \"B\" is written \"END_ENTITIY\"\n"
+               "  did you mean \"END_ENTITY\"?\n"
+               "  4:6+1 TYPE \"C\" is taken for a part of it and is lost\n"
+               "  6:8+1 ENTITY \"D\" is taken for a part of it and is lost\n"},
+        Sample{"TYPE B = REAL;\n WHERE\n\tW : SELF > 0;\nEND TYPE;\nTYPE C = REAL;\nEND_TYPE;\n",
+               "5:1+8 E004 error: the end of TYPE \"B\" is written \"END TYPE\"\n"
+               "  did you mean \"END_TYPE\"?\n"
+               "  6:6+1 TYPE \"C\" is taken for a part of it and is lost\n"},
+        Sample{"ENTITY B;\n\tC : B;\n INVERS\n\tD : SET [0:?] OF B FOR C;\nEND_ENTITY;\n",
+               "4:2+6 E006 error: \"INVERS\" in \"B\" is not read as a keyword\n"
+               "  did you mean \"INVERSE\"?\n"
+               "  5:2+1 the inverse attribute \"D\" of \"B\" is not read\n"
+               "  reported while reading: Type not found\n"},
+        // What is unknown in a rule that cannot be read may be why.
+        Sample{"ENTITY B;\n\tC : REAL;\n WHERE\n\tW : (C > 0) ANND (D > 0);\n\tX : D > 0;\nEND_ENTITY;\n",
+               "5:2+1 E007 warning: the rule \"W\" of \"B\" cannot be read, and the rule after it is lost\n"
+               "  reported while reading: Got SyntaxError when parsing an express rule: Expected token "
+               "SEMICOLON but got IDENTIFIER at 1:20\n\nRule: \tW : (C > 0) ANND (D > 0);\n\tX : D > 0;\n\n"
+               "  5:14+4 the function \"ANND\" is not declared\n"
+               "  did you mean \"AND\"?\n"
+               "  5:20+1 the name \"D\" is not declared\n"
+               "6:6+1 E018 warning: the name \"D\" is not declared in the rule \"X\" of \"B\"\n"},
+        Sample{"ENTITY B;\n\tC : REAL;\n DERIV\n\tD : REAL := 1.;\n UNIQE\n\tU : C;\n WERE\n\tW : C > "
+               "0;\nEND_ENTITY;\n",
+               "4:2+5 E006 error: \"DERIV\" in \"B\" is not read as a keyword\n"
+               "  did you mean \"DERIVE\"?\n"
+               "  5:2+1 the derived attribute \"D\" of \"B\" is not read\n"
+               "6:2+5 E006 error: \"UNIQE\" in \"B\" is not read as a keyword\n"
+               "  did you mean \"UNIQUE\"?\n"
+               "  7:2+1 the UNIQUE rule \"U\" of \"B\" is not read\n"
+               "8:2+4 E006 error: \"WERE\" in \"B\" is not read as a keyword\n"
+               "  did you mean \"WHERE\"?\n"
+               "  9:2+1 the rule \"W\" of \"B\" cannot be read\n"},
+        Sample{"TYPE B = REAL;\n WHER\n\tW : SELF > 0;\nEND_TYPE;\n",
+               "3:2+4 E006 error: \"WHER\" in \"B\" is not read as a keyword\n"
+               "  did you mean \"WHERE\"?\n"
+               "  4:2+1 the rule \"W\" of \"B\" cannot be read\n"},
+        Sample{"ENTITY B;\n\tC : REAL;\n where\n\tW : C > 0;\nEND_ENTITY;\n",
+               "4:2+5 E006 error: \"where\" in \"B\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  5:2+1 the rule \"W\" of \"B\" cannot be read\n"},
+        Sample{"ENTITY B\n ABSTRCT SUPERTYPE OF (ONEOF\n\t(C));\nEND_ENTITY;\nENTITY C\n SUBTPE OF "
+               "(B);\nEND_ENTITY;\n",
+               "3:2+7 E006 error: \"ABSTRCT\" in \"B\" is not read as a keyword\n"
+               "  did you mean \"ABSTRACT\"?\n"
+               "  2:8+1 ABSTRACT of \"B\" is not read\n"
+               "7:2+6 E006 error: \"SUBTPE\" in \"C\" is not read as a keyword\n"
+               "  did you mean \"SUBTYPE\"?\n"
+               "  7:13+1 the supertype \"B\" of \"C\" is not read\n"},
+        // Keywords of types are read as names of types.
+        Sample{"TYPE B = STRNG(255);\nEND_TYPE;\nTYPE C = ENUMERATON OF\n\t(D);\nEND_TYPE;\nENTITY E;\n\tF : "
+               "OPTINAL B;\n"
+               "\tG : SETT [0:?] OF B;\nEND_ENTITY;\n",
+               "2:10+5 E013 error: the type \"STRNG\" of \"B\" is not declared\n"
+               "  did you mean \"STRING\"?\n  reported while reading: Not type found\n"
+               "4:10+10 E013 error: the type \"ENUMERATON\" of \"C\" is not declared\n"
+               "  did you mean \"ENUMERATION\"?\n  reported while reading: Not type found\n"
+               "8:6+7 E013 error: the type \"OPTINAL\" of \"E.F\" is not declared\n"
+               "  did you mean \"OPTIONAL\"?\n"
+               "9:6+4 E013 error: the type \"SETT\" of \"E.G\" is not declared\n"
+               "  did you mean \"SET\"?\n"}));
+
+// In EXPRESS they may be in any letter case.
+INSTANTIATE_TEST_SUITE_P(
+    KeywordsOfTypes, SchemaFindingsOf,
+    testing::Values(
+        Sample{"ENTITY B;\n\tC : Optional D;\nEND_ENTITY;\nTYPE D = REAL;\nEND_TYPE;\n",
+               "3:6+8 E006 error: \"Optional\" in \"B.C\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  its type is not found\n"
+               "  it is not read as OPTIONAL\n"},
+        // Those of one type are one mistake.
+        Sample{"ENTITY B;\n\tC : OPTIONAL set [1:?] of B;\nEND_ENTITY;\n",
+               "3:15+3 E006 error: \"set\" in \"B.C\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  3:25+2 \"of\" is not read as one either\n"
+               "  its type is not found\n"},
+        Sample{"ENTITY B;\n\tC : SET [1:?] of B;\n\tD : OPTIONAL String;\n\tE : OPTIONAL optional "
+               "B;\nEND_ENTITY;\n",
+               "3:16+2 E006 error: \"of\" in \"B.C\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  the type of its elements is not found\n"
+               "  reported while reading: Type not found\n"
+               "4:15+6 E006 error: \"String\" in \"B.D\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  its type is not found\n"
+               "5:15+8 E006 error: \"optional\" in \"B.E\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  its type is not found\n"},
+        Sample{"TYPE B = real;\nEND_TYPE;\nTYPE C = String(9);\nEND_TYPE;\nTYPE D = Enumeration OF\n\t(E);\n"
+               "END_TYPE;\nTYPE F = Select\n\t(B);\nEND_TYPE;\nTYPE G = STRING(9) fixed;\nEND_TYPE;\n"
+               "TYPE H = LIST [1:?] of B;\nEND_TYPE;\n",
+               "2:10+4 E006 error: \"real\" in \"B\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  its type is not found\n"
+               "  reported while reading: Not type found\n"
+               "4:10+6 E006 error: \"String\" in \"C\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  its type is not found\n"
+               "  reported while reading: Not type found\n"
+               "6:10+11 E006 error: \"Enumeration\" in \"D\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  its type is not found\n"
+               "  reported while reading: Not type found\n"
+               "9:10+6 E006 error: \"Select\" in \"F\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  its type is not found\n"
+               "  reported while reading: Not type found\n"
+               "12:20+5 E006 error: \"fixed\" in \"G\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  it is not read as FIXED\n"
+               "14:21+2 E006 error: \"of\" in \"H\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  the type of its elements is not found\n"
+               "  reported while reading: Type not found\n"},
+        Sample{"ENTITY B;\n\tC : D;\nEND_ENTITY;\nENTITY D;\n INVERSE\n\tE : Set [0:?] OF B FOR C;\n"
+               "\tF : SET [0:?] OF B for C;\nEND_ENTITY;\n",
+               "7:6+3 E006 error: \"Set\" in \"D.E\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  its type is not found\n"
+               "  reported while reading: Entity not found\n"
+               "8:2+1 E006 error: the inverse attribute \"F\" of \"D\" is not read\n"
+               "  8:21+3 \"for\" is not read as a keyword: keywords are found in capitals only\n"},
+        Sample{"ENTITY B\n SUPERTYPE OF (OneOf\n\t(C));\nEND_ENTITY;\nENTITY C\n SUBTYPE OF (B);\n"
+               "END_ENTITY;\n",
+               "3:16+5 E006 error: \"OneOf\" in \"B\" is not read as a keyword\n"
+               "  keywords are found in capitals only\n"
+               "  4:3+1 the subtype \"C\" of \"B\" is not read\n"},
+        Sample{"ENTITY B\n SUPERTYPE OF (ONE OF\n\t(C));\nEND_ENTITY;\nENTITY C\n SUBTYPE OF (B);\n"
+               "END_ENTITY;\n",
+               "3:16+6 E006 error: \"ONE OF\" in \"B\" is not read as a keyword\n"
+               "  did you mean \"ONEOF\"?\n"
+               "  4:3+1 the subtype \"C\" of \"B\" is not read\n"},
+        // Nothing is lost: the library looks neither for this OF nor for the types of derived attributes.
+        Sample{"TYPE B = ENUMERATION of\n\t(C);\nEND_TYPE;\nENTITY D;\n\tE : B;\n DERIVE\n\tF : real := "
+               "1.;\nEND_ENTITY;\n",
+               ""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    IllegalNames, SchemaFindingsOf,
+    testing::Values(
+        // What uses the name without the character is not another mistake.
+        Sample{"ENTITY B;\n\tGlobal-Id : REAL;\n UNIQUE\n\tU : GlobalId;\nEND_ENTITY;\n",
+               "3:8+1 E020 warning: the name \"Global-Id\" has \"-\" in it\n"
+               "  names are letters, digits and \"_\", and begin with a letter\n"
+               "  5:6+8 it is also used in the rule \"B.U\"\n"},
+        Sample{"ENTITY B-C;\nEND_ENTITY;\nENTITY D\n SUBTYPE OF (BC);\nEND_ENTITY;\n",
+               "2:9+1 E020 warning: the name \"B-C\" has \"-\" in it\n"
+               "  names are letters, digits and \"_\", and begin with a letter\n"
+               "  5:14+2 it is also the supertype of \"D\"\n"
+               "  reported while reading: Entity not found\n"},
+        Sample{"TYPE B = ENUMERATION OF\n\t(C\n\t,2D);\nEND_TYPE;\nENTITY E;\n\t3F : B;\nEND_ENTITY;\n",
+               "4:3+1 E020 warning: the name \"2D\" begins with a digit\n"
+               "  names are letters, digits and \"_\", and begin with a letter\n"
+               "7:2+1 E020 warning: the name \"3F\" begins with a digit\n"
+               "  names are letters, digits and \"_\", and begin with a letter\n"},
+        Sample{"ENTITY B C;\nEND_ENTITY;\nENTITY D\n SUBTYPE OF (BC);\nEND_ENTITY;\n",
+               "2:8+3 E002 error: ENTITY \"B C\" is read under the name \"B\"\n"
+               "  names have no blanks in them\n"
+               "  5:14+2 it is also the supertype of \"D\"\n"
+               "  reported while reading: Entity not found\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Circles, SchemaFindingsOf,
+    testing::Values(Sample{"ENTITY B\n SUBTYPE OF (B);\nEND_ENTITY;\n",
+                           "3:14+1 E021 error: the entity \"B\" is its own supertype\n"
+                           "  reported while reading: Entity not found\n"},
+                    Sample{
+                        "ENTITY B\n SUBTYPE OF (D);\nEND_ENTITY;\nENTITY C\n SUBTYPE OF "
+                        "(B);\nEND_ENTITY;\nENTITY D\n SUBTYPE OF "
+                        "(C);\nEND_ENTITY;\n",
+                        "3:14+1 E021 error: the entity \"B\" is its own supertype, through \"D\" and \"C\"\n"
+                        "  9:14+1 \"D\" is a subtype of \"C\" here\n"
+                        "  6:14+1 \"C\" is a subtype of \"B\" here\n"
+                        "  reported while reading: Entity not found\n"},
+                    // What leads to a circle is not in it.
+                    Sample{"TYPE B = C;\nEND_TYPE;\nTYPE C = D;\nEND_TYPE;\nTYPE D = C;\nEND_TYPE;\nTYPE E = "
+                           "E;\nEND_TYPE;\n",
+                           "4:10+1 E021 error: the type \"C\" is defined by itself, through \"D\"\n"
+                           "  6:10+1 \"D\" is defined by \"C\" here\n"
+                           "8:10+1 E021 error: the type \"E\" is defined by itself\n"},
+                    Sample{"TYPE B = LIST [1:?] OF B;\nEND_TYPE;\nTYPE C = "
+                           "SELECT\n\t(B\n\t,D);\nEND_TYPE;\nTYPE D = C;\nEND_TYPE;\n"
+                           "ENTITY E;\n\tF : E;\nEND_ENTITY;\n",
+                           ""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    BrokenLists, SchemaFindingsOf,
+    testing::Values(
+        Sample{"TYPE B = ENUMERATION OF\n\t(C\n\tD\n\t,,E\n\t,);\nEND_TYPE;\n",
+               "3:3+1 E022 warning: \",\" is missing after \"C\"\n"
+               "5:2+1 E022 warning: a name is missing after \",\"\n"
+               "6:2+1 E022 warning: a name is missing after \",\"\n"},
+        // Brackets that are not closed.
+        Sample{"ENTITY B\n SUPERTYPE OF (ONEOF\n\t(C)\n SUBTYPE OF (D);\nEND_ENTITY;\nENTITY C\n SUBTYPE OF "
+               "(B);\nEND_ENTITY;\nENTITY D;\nEND_ENTITY;\n",
+               "4:4+1 E022 warning: \")\" is missing after \")\"\n"},
+        Sample{"TYPE B = ENUMERATION OF\n\t(C\n\t,D;\nEND_TYPE;\nENTITY E;\nEND_ENTITY;\nTYPE F = "
+               "STRING(9);\nEND_TYPE;\n",
+               "4:3+1 E022 error: \")\" is missing after \"D\"\n"
+               "  5:1+8 the end of the declaration is not seen because of that\n"
+               "  6:8+1 ENTITY \"E\" is taken for a part of it and is lost\n"
+               "  8:6+1 TYPE \"F\" is taken for a part of it and is lost\n"},
+        // The word that is no list is one mistake.
+        Sample{"ENTITY B;\n\tC : LISST [0:?] OF UNIQUE B;\nEND_ENTITY;\n",
+               "3:6+5 E013 error: the type \"LISST\" of \"B.C\" is not declared\n"
+               "  did you mean \"LIST\"?\n"},
+        Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE OF ();\n\tD : LIST (1:?) OF B;\nEND_ENTITY;\n",
+               "5:13+1 E022 warning: a name is missing after \"(\"\n"
+               "6:6+4 E022 warning: \"[\" is missing after \"LIST\"\n"},
+        Sample{"TYPE B = ENUMERATION\n\t(C\n\t,D);\nEND_TYPE;\nENTITY E\n SUPERTYPE OF "
+               "(ONEOF\n\t(F));\nEND_ENTITY;\n"
+               "ENTITY F\n SUBTYPE OF (E);\nEND_ENTITY;\nRULE G FOR\n\t(E F);\nEND_RULE;\n",
+               "2:10+11 E022 warning: \"OF\" is missing after \"ENUMERATION\"\n"
+               "14:3+1 E022 warning: \",\" is missing after \"E\"\n"},
+        Sample{"ENTITY B\n SUPERTYPE OF (ONEOF\n\t(C\n\t,D));\nEND_ENTITY;\nENTITY C\n SUBTYPE OF (B);\n"
+               "\tE : ARRAY [1:2] OF LIST [0:?] OF UNIQUE REAL;\n\tF : STRING(255) FIXED;\nEND_ENTITY;\n"
+               "ENTITY D\n SUBTYPE OF (B);\nEND_ENTITY;\nTYPE G = SET OF REAL;\nEND_TYPE;\n",
+               ""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    MissingSigns, SchemaFindingsOf,
+    testing::Values(
+        // The next bracket is taken for the one that is missing.
+        Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE OF B;\n\tD : REAL;\n WHERE\n\tW : (D > 0);\n"
+               "END_ENTITY;\n",
+               "5:10+2 E022 error: \"(\" is missing after \"OF\"\n"
+               "  5:13+1 the supertype \"B\" of \"C\" is not read\n"
+               "  6:2+1 the attribute \"D\" of \"C\" is not read\n"
+               "  8:2+1 the rule \"W\" of \"C\" cannot be read\n"},
+        Sample{"TYPE B = ENUMERATION OF\n\tC\n\t,D);\nEND_TYPE;\nENTITY E;\nEND_ENTITY;\nTYPE F = "
+               "STRING(9);\nEND_TYPE;\n",
+               "2:22+2 E022 error: \"(\" is missing after \"OF\"\n"
+               "  5:1+8 the end of the declaration is not seen because of that\n"
+               "  6:8+1 ENTITY \"E\" is taken for a part of it and is lost\n"
+               "  8:6+1 TYPE \"F\" is taken for a part of it and is lost\n"},
+        Sample{"TYPE B : REAL;\nEND_TYPE;\nTYPE C STRING(9);\nEND_TYPE;\nTYPE D : B;\nEND_TYPE;\n",
+               "2:6+1 E022 error: \"=\" is missing after \"B\"\n"
+               "  reported while reading: Not type found\n"
+               "4:6+1 E022 error: \"=\" is missing after \"C\"\n"
+               "  reported while reading: Not type found\n"
+               "6:6+1 E022 error: \"=\" is missing after \"D\"\n"
+               "  6:10+1 the type \"B\" of \"D\" is not read\n"},
+        Sample{"ENTITY B;\n\tC : REAL;\n DERIVE\n\tD : REAL = 1.;\n\tE : REAL := ABS(C;\nEND_ENTITY;\n",
+               "5:6+4 E022 warning: \":=\" is missing after \"REAL\"\n"
+               "6:18+1 E022 warning: \")\" is missing after \"C\"\n"},
+        Sample{
+            "ENTITY B;\n\tC : SET [1..?] OF REAL;\n\tD : LIST [5:1] OF ARRAY [010:9] OF REAL;\n"
+            "\tE : SET [] OF REAL;\n\tF : LIST [1:1] OF ARRAY [9:010] OF REAL;\n"
+            "\tG : LIST 1:? OF REAL;\nEND_ENTITY;\nTYPE H = SET [2:1] OF REAL;\nEND_TYPE;\n",
+            "3:10+6 E022 error: \":\" is missing in \"[1..?]\"\n"
+            "  the bounds are not read\n"
+            "4:11+5 E022 warning: the bounds \"[5:1]\" are swapped: the first is greater than the second\n"
+            "4:26+7 E022 warning: the bounds \"[010:9]\" are swapped: the first is greater than the "
+            "second\n"
+            "5:10+2 E022 error: \":\" is missing in \"[]\"\n"
+            "  the bounds are not read\n"
+            "7:6+4 E022 warning: \"[\" is missing after \"LIST\"\n"
+            "9:14+5 E022 warning: the bounds \"[2:1]\" are swapped: the first is greater than the second\n"},
+        // What is wrong in an attribute explains nothing after it.
+        Sample{"ENTITY B;\n\tC : SET [1..?] OF REAL;\n\tD: REAL;\nEND_ENTITY;\n",
+               "3:10+6 E022 error: \":\" is missing in \"[1..?]\"\n"
+               "  the bounds are not read\n"
+               "4:2+1 E006 error: the attribute \"D\" of \"B\" is not read\n"
+               "  each is read from a line of its own that has \" : \" in it, with the blanks\n"},
+        Sample{"ENTITY B;\n\tC : SET [1:?] OF OPTIONAL REAL;\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the type of \"C\" of \"B\" is read as \"REAL\"\n"
+               "  the type is read from the word after \"OPTIONAL\" on\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    NamesBeforeADot, SchemaFindingsOf,
+    testing::Values(
+        Sample{
+            "TYPE WallTypeEnum = ENUMERATION OF\n\t(C);\nEND_TYPE;\nENTITY B;\n\tD : WallTypeEnum;\n WHERE\n"
+            "\tW : D = WallTypEnum.C;\nEND_ENTITY;\n",
+            "8:10+11 E018 warning: the name \"WallTypEnum\" is not declared in the rule \"W\" of \"B\"\n"
+            "  did you mean \"WallTypeEnum\"?\n"},
+        // What TYPEOF gives begins with the name of this schema; other strings may be anything.
+        Sample{"ENTITY B;\n WHERE\n\tW : 'Z.B' IN TYPEOF(SELF);\n\tX : 'Z.B' <> 'C';\nEND_ENTITY;\n",
+               "4:7+3 E018 warning: the name \"Z.B\" is of another schema than \"A\" in the rule \"W\" of "
+               "\"B\"\n"}));
+
+TEST(SchemaFindings, OfALongCircleFiveNamesAreListed) {
+    std::string statements;
+    for (int index = 0; index < 8; ++index)
+        statements +=
+            "TYPE T" + std::to_string(index) + " = T" + std::to_string((index + 1) % 8) + ";\nEND_TYPE;\n";
+    const auto findings = findingsOfText(sSchema(statements));
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].message, "the type \"T0\" is defined by itself, through \"T1\", \"T2\", \"T3\", "
+                                   "\"T4\", \"T5\" and 2 more");
+    EXPECT_EQ(findings[0].notes.size(), SchemaRun::maxPlaces);
+}
 
 // A name that is missing has one finding, at its first use.
 INSTANTIATE_TEST_SUITE_P(
@@ -525,6 +857,13 @@ TEST(SchemaFindings, SayWhyNothingWasFound) {
     const Text texts[] = {
         {"", "1:1+0 E001 error: no schema was found: the file is empty\n"},
         {"walls", "1:1+0 E001 error: no schema was found: no line has the keyword SCHEMA\n"},
+        {" \n\t\n", "1:1+0 E001 error: no schema was found: there is nothing but white space in the file\n"},
+        {"SCEMA A;\nTYPE B = REAL;\nEND_TYPE;\nEND_SCHEMA;\n",
+         "1:1+5 E001 error: no schema was found: the keyword is written \"SCEMA\"\n"
+         "  did you mean \"SCHEMA\"?\n"},
+        {"SCHEMA A;\nENTITIY B;\nEND_ENTITI;\n",
+         "1:1+6 E001 error: the schema has no declarations: the first keyword is written \"ENTITIY\"\n"
+         "  did you mean \"ENTITY\"?\n"},
         {"\n schema WALLS;\n", "2:2+6 E001 error: no schema was found: the keyword is written \"schema\"\n"
                                "  keywords are found in capitals only\n"},
         {std::string("S\0C\0H\0", 6),

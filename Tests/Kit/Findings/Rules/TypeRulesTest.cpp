@@ -1,10 +1,10 @@
 #include "Kit/Findings/Rules/TypeRules.h"
 
-#include "../FindingLines.h"
+#include "Kit/Findings/FindingLines.h"
+#include "Kit/Findings/Rules/Types/TypeCases.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,41 +13,9 @@ namespace kiv::kit {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-/// A set with one property, whose kind begins in line 5, column 1.
-std::string sSetOf(std::string_view kind) {
-    return "<PropertySetDef>\n"
-           "<IfcVersion version=\"IFC4\"/><Name>A</Name><Definition>B</Definition>\n"
-           "<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n"
-           "<PropertyDefs><PropertyDef><Name>P</Name><Definition>D</Definition><PropertyType>\n" +
-           std::string(kind) + "\n</PropertyType></PropertyDef></PropertyDefs>\n</PropertySetDef>\n";
-}
-
-/// "<TypePropertySingleValue>" has 25 characters, so that the type begins in column 42.
-std::string sSingle(std::string_view type, std::string_view more = {}) {
-    return sSetOf("<TypePropertySingleValue><DataType type=\"" + std::string(type) + "\"/>" +
-                  std::string(more) + "</TypePropertySingleValue>");
-}
-
-/// The lower bound begins in column 66, the upper bound 27 columns after its end.
-std::string sBounded(std::string_view type, std::string_view lower, std::string_view upper) {
-    return sSetOf("<TypePropertyBoundedValue><ValueRangeDef><LowerBoundValue value=\"" + std::string(lower) +
-                  "\"/><UpperBoundValue value=\"" + std::string(upper) +
-                  "\"/></ValueRangeDef><DataType type=\"" + std::string(type) +
-                  "\"/></TypePropertyBoundedValue>");
-}
-
-struct TypeCase {
-    const char* about;
-    std::string document;
-    std::vector<std::string> findings;
-};
-
-void PrintTo(const TypeCase& row, std::ostream* out) {
-    *out << row.about;
-}
+using test::sSetOf;
+using test::sSingle;
+using test::TypeCase;
 
 class TypeRulesTest : public testing::TestWithParam<TypeCase> {};
 
@@ -57,58 +25,10 @@ TEST_P(TypeRulesTest, FindsExactly) {
 
 const std::string Asserted = " | the library reports: Excpeted name to exist in schema";
 
-/// The items of an enumeration, or what else is in its list; the first begins in column 55.
-std::string sItems(std::string_view items, std::string_view constants = {}) {
-    return sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"PEnum_A\">" + std::string(items) +
-                  "</EnumList>" + std::string(constants) + "</TypePropertyEnumeratedValue>");
-}
-
 std::string sColumn(std::string_view tag, std::string_view items) {
     const std::string name(tag);
     return "<" + name + "><DataType type=\"IfcReal\"/><Values>" + std::string(items) + "</Values></" + name +
            ">";
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Contents, TypeRulesTest,
-    testing::ValuesIn<std::vector<TypeCase>>({
-        {"a unit of a text",
-         sSingle("IfcLabel", "<UnitType type=\"LENGTHUNIT\"/>"),
-         {"5:69+10 warning T017 values of IfcLabel have no unit, and \"LENGTHUNIT\" is given"}},
-        {"an empty unit of a text is no unit",
-         sSingle("IfcLabel", "<UnitType type=\"\"/>"),
-         {"5:63+4 note S022 the type of the unit is empty | leave \"UnitType\" out where there is no unit"}},
-        {"a unit of a plain number", sSingle("IfcReal", "<UnitType type=\"LENGTHUNIT\"/>"), {}},
-        {"columns of different length",
-         sSetOf("<TypePropertyTableValue>" + sColumn("DefiningValue", "<ValueItem>1</ValueItem>") +
-                sColumn("DefinedValue", "<ValueItem>1</ValueItem><ValueItem>2</ValueItem>") +
-                "</TypePropertyTableValue>"),
-         {"5:124+12 warning T019 the table has 1 defining and 2 defined values"}},
-        {"a column that lists no values",
-         sSetOf("<TypePropertyTableValue>" + sColumn("DefiningValue", "<ValueItem>1</ValueItem>") +
-                sColumn("DefinedValue", "") + "</TypePropertyTableValue>"),
-         {}},
-        {"an empty item",
-         sItems("<EnumItem>A</EnumItem><EnumItem/>"),
-         {"5:78+8 warning T020 the enumeration has an item without text, which is ignored"}},
-        {"items in two letter cases",
-         sItems("<EnumItem>A</EnumItem><EnumItem>a</EnumItem>"),
-         {"5:87+1 warning T021 the items \"A\" and \"a\" differ in letter case only | the first one is here "
-          "@5:65"}},
-        {"a constant twice",
-         sItems("<EnumItem>A</EnumItem>", "<ConstantList><ConstantDef><Name>A</Name></"
-                                          "ConstantDef><ConstantDef><Name>A</Name></ConstantDef>"
-                                          "</ConstantList>"),
-         {"5:162+1 warning T022 the constant \"A\" is described twice | the first one is here @5:121"}},
-        {"a blank before an item",
-         sItems("<EnumItem> A</EnumItem>"),
-         {"5:66+1 note T023 there is white space around the item \"A\""}},
-    }));
-
-TEST(TypeRules, BlanksAroundAnItemAreMended) {
-    const auto mended = test::sMended(sItems("<EnumItem>\n A </EnumItem>"));
-    EXPECT_NE(mended.find("<EnumItem>A</EnumItem>"), std::string::npos) << mended;
-    EXPECT_THAT(test::findingLines(mended), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -178,10 +98,38 @@ INSTANTIATE_TEST_SUITE_P(
          sSetOf("<TypePropertyReferenceValue reftype=\"IfcTimeSeries\">"
                 "<DataType type=\"IfcReal\"/></TypePropertyReferenceValue>"),
          {}},
+        {"a value of what has none",
+         sSetOf("<TypePropertyReferenceValue reftype=\"IfcPerson\"><DataType type=\"IfcLabel\"/>"
+                "</TypePropertyReferenceValue>"),
+         {"5:65+8 error T024 \"IfcLabel\" contradicts \"reftype\", which names \"IfcPerson\""
+          " | \"reftype\" is here; readers take \"DataType\" @5:38"}},
+        {"two entities",
+         sSetOf("<TypePropertyReferenceValue reftype=\"IfcPerson\"><DataType type=\"IfcMaterial\"/>"
+                "</TypePropertyReferenceValue>"),
+         {"5:65+11 error T024 \"IfcMaterial\" contradicts \"reftype\", which names \"IfcPerson\""
+          " | \"reftype\" is here; readers take \"DataType\" @5:38"}},
+        {"an entity and its subtype",
+         sSetOf("<TypePropertyReferenceValue reftype=\"IfcMaterialDefinition\"><DataType "
+                "type=\"IfcMaterial\"/></TypePropertyReferenceValue>"),
+         {}},
+        {"one entity twice",
+         sSetOf("<TypePropertyReferenceValue reftype=\"IfcPerson\"><DataType type=\"IfcPerson\"/>"
+                "</TypePropertyReferenceValue>"),
+         {}},
         {"a time series of nothing",
          sSetOf("<TypePropertyReferenceValue reftype=\"IfcTimeSeries\"><DataType/>"
                 "</TypePropertyReferenceValue>"),
          {}},
+        {"a choice of entities",
+         sSingle("IfcObjectReferenceSelect"),
+         {"5:42+24 error T003 \"IfcObjectReferenceSelect\" selects entities only, and a property of this "
+          "kind "
+          "has values of a defined type | a property that refers to an entity is a "
+          "\"TypePropertyReferenceValue\""}},
+        {"what nobody reads",
+         sSetOf("<TypeSimpleProperty><DataType type=\"IfcReal\"/></TypeSimpleProperty>"),
+         {"5:2+18 warning T026 what is inside \"TypeSimpleProperty\" is not read: the property has no type"
+          " | a property with one value is a \"TypePropertySingleValue\""}},
         {"any value",
          sSingle("IfcDerivedMeasureValue"),
          {"5:42+22 warning T018 \"IfcDerivedMeasureValue\" is a SELECT, which leaves open of which type the "
@@ -189,74 +137,30 @@ INSTANTIATE_TEST_SUITE_P(
     }));
 
 INSTANTIATE_TEST_SUITE_P(
-    Values, TypeRulesTest,
+    Columns, TypeRulesTest,
     testing::ValuesIn<std::vector<TypeCase>>({
-        {"a unit of another measure",
-         sSingle("IfcThermalTransmittanceMeasure", "<UnitType type=\"AREAUNIT\"/>"),
-         {"5:91+8 warning T016 the unit \"AREAUNIT\" does not fit IfcThermalTransmittanceMeasure"
-          " | the unit of IfcThermalTransmittanceMeasure is \"THERMALTRANSMITTANCEUNIT\""}},
-        {"the unit along the chain of types",
-         sSingle("IfcPositiveLengthMeasure", "<UnitType type=\"LENGTHUNIT\"/>"),
+        {"a type after the unit of its column",
+         sSetOf("<TypePropertyTableValue><DefiningValue><UnitType type=\"LENGTHUNIT\"/><DataType "
+                "type=\"IfcLengthMeasure\"/></DefiningValue>" +
+                sColumn("DefinedValue", "") + "</TypePropertyTableValue>"),
+         {"5:70+8 error T025 \"DataType\" is not the first element of \"DefiningValue\", so \"LENGTHUNIT\" "
+          "is "
+          "read as the type of the column | move \"DataType\" before \"UnitType\""}},
+        {"a type after the values of its list",
+         sSetOf("<TypePropertyListValue><ListValue><Values><ValueItem>1</ValueItem></Values><DataType "
+                "type=\"IfcReal\"/></ListValue></TypePropertyListValue>"),
+         {"5:77+8 error T025 \"DataType\" is not the first element of \"ListValue\", so the type of the list "
+          "is "
+          "not read | move \"DataType\" before \"Values\""}},
+        {"columns of different length",
+         sSetOf("<TypePropertyTableValue>" + sColumn("DefiningValue", "<ValueItem>1</ValueItem>") +
+                sColumn("DefinedValue", "<ValueItem>1</ValueItem><ValueItem>2</ValueItem>") +
+                "</TypePropertyTableValue>"),
+         {"5:124+12 warning T019 the table has 1 defining and 2 defined values"}},
+        {"a column that lists no values",
+         sSetOf("<TypePropertyTableValue>" + sColumn("DefiningValue", "<ValueItem>1</ValueItem>") +
+                sColumn("DefinedValue", "") + "</TypePropertyTableValue>"),
          {}},
-        {"a measure without a unit of its own",
-         sSingle("IfcCountMeasure", "<UnitType type=\"AREAUNIT\"/>"),
-         {}},
-        {"a unit of one's own", sSingle("IfcLengthMeasure", "<UnitType type=\"USERDEFINED\"/>"), {}},
-        {"swapped bounds",
-         sBounded("IfcReal", "2", "1.5"),
-         {"5:66+1 warning T014 the lower bound \"2\" is above the upper bound \"1.5\""
-          " | the upper bound is here @5:94"}},
-        {"an upper bound out of range", sBounded("IfcReal", "0.5", "1e400"), {}},
-        {"a lower bound out of range", sBounded("IfcReal", "-1e999", "-5"), {}},
-        {"digits out of range", sBounded("IfcReal", "0.5", "1" + std::string(400, '0')), {}},
-        {"a very small bound", sBounded("IfcReal", "0." + std::string(400, '0') + "1", "0.5"), {}},
-        {"swapped bounds out of range",
-         sBounded("IfcReal", "1E+400", "2.5"),
-         {"5:66+6 warning T014 the lower bound \"1E+400\" is above the upper bound \"2.5\""
-          " | the upper bound is here @5:99"}},
-        {"swapped bounds near to zero",
-         sBounded("IfcReal", "0.5", "1e-99999999999999999999"),
-         {"5:66+3 warning T014 the lower bound \"0.5\" is above the upper bound \"1e-99999999999999999999\""
-          " | the upper bound is here @5:96"}},
-        {"equal bounds", sBounded("IfcReal", "1.0", "1"), {}},
-        {"an unknown bound", sBounded("IfcReal", "0", "?"), {}},
-        {"the name of the type where no bound is known", sBounded("IfcReal", "IfcReal", "IfcReal"), {}},
-        {"a comma",
-         sBounded("IfcReal", "1,5", ""),
-         {"5:66+3 warning T015 the value \"1,5\" is not of the type IfcReal, which needs a number"}},
-        {"a fraction where an integer belongs",
-         sBounded("IfcInteger", "1", "2.5"),
-         {"5:94+3 warning T015 the value \"2.5\" is not of the type IfcInteger, which needs an integer"}},
-        {"an item of a list",
-         sSetOf("<TypePropertyListValue><ListValue><DataType type=\"IfcBoolean\"/><Values>"
-                "<ValueItem>.T.</ValueItem><ValueItem>yes</ValueItem></Values></ListValue>"
-                "</TypePropertyListValue>"),
-         {"5:109+3 warning T015 the value \"yes\" is not of the type IfcBoolean, which needs true or false"}},
-    }));
-
-INSTANTIATE_TEST_SUITE_P(
-    Parts, TypeRulesTest,
-    testing::ValuesIn<std::vector<TypeCase>>({
-        {"an enumeration without items",
-         sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"E\"/></TypePropertyEnumeratedValue>"),
-         {"5:31+8 warning T009 the enumeration has no items"}},
-        {"an enumeration with blank items",
-         sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"E\"><EnumItem> </EnumItem></EnumList>"
-                "</TypePropertyEnumeratedValue>"),
-         {"5:31+8 warning T009 the enumeration has no items"}},
-        {"an enumeration without a list",
-         sSetOf("<TypePropertyEnumeratedValue/>"),
-         {"5:2+27 warning T009 the enumeration has no items: there is no \"EnumList\""}},
-        {"an item twice",
-         sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"E\"><EnumItem>X</EnumItem>"
-                "<EnumItem> X </EnumItem></EnumList></TypePropertyEnumeratedValue>"),
-         {"5:82+1 warning T010 the enumeration has the item \"X\" twice | it is here already @5:59"}},
-        {"a constant that is no item",
-         sSetOf("<TypePropertyEnumeratedValue><EnumList "
-                "name=\"E\"><EnumItem>X</EnumItem></EnumList><ConstantList>"
-                "<ConstantDef><Name>x</Name></ConstantDef></ConstantList></TypePropertyEnumeratedValue>"),
-         {"5:115+1 warning T011 the constant \"x\" is no item of the enumeration | the item is written "
-          "\"X\""}},
         {"a table of nothing",
          sSetOf("<TypePropertyTableValue/>"),
          {"5:2+22 note T012 the table has neither \"DefiningValue\" nor \"DefinedValue\", so the types of "

@@ -231,7 +231,7 @@ TEST_F(CheckSet, GithubSaysWhyTheJobFailed) {
                                    "1 error in 1 of 1 document\n"));
 }
 
-TEST_F(CheckFindings, OfEachCodeOnlySoManyAreShownAndAllAreCounted) {
+TEST_F(CheckFindings, OfEachCodeALimitedNumberIsShownAndAllAreCounted) {
     std::string classes;
     for (int number = 0; number < 60; ++number)
         classes += "<ClassName>Nowhere" + std::to_string(number) + "</ClassName>\n";
@@ -451,6 +451,65 @@ TEST_F(CheckFindings, FixMendsTheFileAndLeavesTheRest) {
     EXPECT_EQ(fixed.err, "kivifc: Set.xml: 1 finding mended\n");
     EXPECT_EQ(sFileText(path), Mended);
     EXPECT_EQ(run({"Building.exp", "Set.xml", "--select", "S011", "--fix"}).err, "");
+}
+
+/// What is inside a misspelt element is not looked at until that is mended.
+constexpr const char* Covered = "<PropertySetDef templateType=\"pset_typedrivenonly\">\n"
+                                "\t<IfcVersion version=\"BUILDING1\"/>\n"
+                                "\t<Name>Pset_Test</Name>\n"
+                                "\t<applicableClasses><ClassName>BldWal</ClassName></applicableClasses>\n"
+                                "</PropertySetDef>\n";
+
+TEST_F(CheckFindings, FixShowsAndMendsWhatItUncovers) {
+    const auto path = folder_.sWrite("Set.xml", Covered);
+    const std::vector<std::string> arguments{"Building.exp", "Set.xml", "--select", "S003,S011,C001"};
+    auto fixing = arguments;
+    fixing.push_back("--fix");
+    const auto fixed = run(fixing);
+    EXPECT_EQ(fixed.status, 1);
+    // Two names in another letter case, and the value of one of them.
+    EXPECT_EQ(fixed.err, "kivifc: Set.xml: 3 findings mended\n");
+    EXPECT_THAT(fixed.out, StartsWith("Set.xml:4:32: error: "));
+    EXPECT_THAT(fixed.out, HasSubstr(" [C001]\n"));
+    EXPECT_THAT(fixed.out, EndsWith("1 error in 1 of 1 document\n"));
+    EXPECT_THAT(sFileText(path), HasSubstr("<PropertySetDef templatetype=\"PSET_TYPEDRIVENONLY\">\n"));
+    EXPECT_THAT(sFileText(path), HasSubstr("\t<ApplicableClasses><ClassName>BldWal</ClassName>"));
+    const auto again = run(arguments);
+    EXPECT_EQ(again.status, 1);
+    EXPECT_EQ(again.out, fixed.out);
+}
+
+TEST_F(CheckFindings, DiffShowsWhatFixUncovers) {
+    const auto path = folder_.sWrite("Set.xml", Covered);
+    const auto diff = run({"Building.exp", "Set.xml", "--select", "S003,S011,C001", "--diff"});
+    EXPECT_EQ(diff.status, 1);
+    EXPECT_THAT(diff.out, HasSubstr("\n+<PropertySetDef templatetype=\"PSET_TYPEDRIVENONLY\">\n"));
+    EXPECT_EQ(sFileText(path), Covered);
+}
+
+/// Standard input is read once, and is checked again with the file that was mended.
+TEST_F(CheckFindings, FixOfAFileChecksStandardInputAgain) {
+    folder_.sWrite("Set.xml", Mendable);
+    const auto fixed = run({"Building.exp", "Set.xml", "-", "--select", "S011,C001", "--fix"},
+                           {.input = sSet("Pset_Other")});
+    EXPECT_EQ(fixed.status, 1);
+    EXPECT_EQ(fixed.err, "kivifc: Set.xml: 1 finding mended\n");
+    EXPECT_THAT(fixed.out, HasSubstr("\t\t<ClassName>BldWal</ClassName>\n"));
+    EXPECT_THAT(fixed.out, EndsWith("1 error in 1 of 2 documents\n"));
+}
+
+/// What is mended is not in the baseline, and what is left is.
+TEST_F(CheckFindings, FixWritesTheBaselineOfWhatIsLeft) {
+    folder_.sWrite("Set.xml", Covered);
+    const std::vector<std::string> arguments{"Building.exp", "Set.xml", "--select", "S003,S011,C001"};
+    auto fixing = arguments;
+    fixing.insert(fixing.end(), {"--fix", "--write-baseline", "known.json"});
+    EXPECT_EQ(run(fixing).status, 1);
+    auto hiding = arguments;
+    hiding.insert(hiding.end(), {"--baseline", "known.json"});
+    const auto hidden = run(hiding);
+    EXPECT_EQ(hidden.status, 0) << hidden.out;
+    EXPECT_THAT(hidden.out, Not(HasSubstr("fixed since")));
 }
 
 TEST_F(CheckFindings, DiffShowsWhatFixWouldDo) {

@@ -42,6 +42,12 @@ TEST(CheckCommand, CleanSetsMakeStatusZero) {
     EXPECT_EQ(run.err, "");
 }
 
+TEST(CheckCommand, ReadmeOfTheSampleSaysWhatItsSetsShow) {
+    const auto lines = linesOf(checkRun({"Sets"}).out);
+    ASSERT_FALSE(lines.empty());
+    EXPECT_THAT(sFileText(KIVIFC_SAMPLES "/README.md"), HasSubstr("\n    " + lines.back() + "\n"));
+}
+
 TEST(CheckCommand, RecordsMakeStatusOne) {
     const auto run = checkRun({"BrokenSets/Broken_Classes.xml"});
     EXPECT_EQ(run.status, 1);

@@ -25,7 +25,7 @@ std::string sConfigWrite(const TemporaryFolder& folder, const std::string& id) {
                                            "</cnf:configuration>");
 }
 
-TEST(ConfigCommand, TellsWhatTheConfigurationSays) {
+TEST(ConfigCommand, ShowsWhatTheConfigurationSays) {
     const TemporaryFolder folder;
     const auto run = kivifcRun({"config", "Building.exp", sConfigWrite(folder, "BUILDING1")});
     EXPECT_EQ(run.status, 0);

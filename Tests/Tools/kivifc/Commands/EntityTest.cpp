@@ -118,7 +118,7 @@ TEST(EntityCommand, ConfigurationAddsRepresentations) {
     EXPECT_THAT(run.out, HasSubstr("sets: none\n"));
 }
 
-TEST(EntityCommand, ConfigurationThatCannotBeReadIsAFailureAndTheRestIsTold) {
+TEST(EntityCommand, ConfigurationThatCannotBeReadIsAFailureAndTheRestIsShown) {
     const TemporaryFolder folder;
     const auto config = folder.sWrite("open.xml", "<a>");
     const auto run = kivifcRun({"entity", "Building.exp", "BldUnit", "--config", config});

@@ -118,7 +118,8 @@ TEST(ExportCommand, NameOfASetCannotLeaveTheFolder) {
                                      out + "/%2Fetc%2Fx.xml", testing::StartsWith(out + "/xxx")));
     EXPECT_EQ(filesIn(out), 5U);
     EXPECT_EQ(filesIn(folder.sPath("")), 2U) << "the sets and the export";
-    EXPECT_THAT(kivifcRun({"check", "Building.exp", out, "--warnings"}).out, HasSubstr("property sets    5\n"));
+    EXPECT_THAT(kivifcRun({"check", "Building.exp", out, "--warnings"}).out,
+                HasSubstr("property sets    5\n"));
 }
 
 TEST(ExportCommand, LinkBelowTheFolderIsRefusedEvenByForceAndNotFollowed) {
@@ -138,6 +139,43 @@ TEST(ExportCommand, LinkBelowTheFolderIsRefusedEvenByForceAndNotFollowed) {
                                "follows\n");
         EXPECT_EQ(filesIn(out + "/OFFICE"), 0U);
     }
+}
+
+TEST(ExportCommand, LinkInThePlaceOfAFileIsRefusedEvenByForce) {
+    const TemporaryFolder folder;
+    const auto out = folder.sPath("out");
+    const auto target = folder.sWrite("target.xml", "mine");
+    std::filesystem::create_directories(out);
+    for (const char* leadsTo : {"../target.xml", "nowhere.xml"}) {
+        std::filesystem::create_symlink(leadsTo, out + "/Qto_BldAny.xml");
+        for (const auto& options : std::vector<std::vector<std::string>>{{}, {"--force"}}) {
+            const auto run = exportRun("Sets/Qto_BldAny.xml", out, options);
+            EXPECT_EQ(run.status, 2);
+            EXPECT_EQ(run.out, "");
+            EXPECT_EQ(run.err,
+                      "kivifc: " + out + "/Qto_BldAny.xml: is a symbolic link, which no export replaces\n");
+            EXPECT_TRUE(std::filesystem::is_symlink(out + "/Qto_BldAny.xml"));
+        }
+        std::filesystem::remove(out + "/Qto_BldAny.xml");
+    }
+    EXPECT_EQ(sFileText(target), "mine");
+    EXPECT_EQ(filesIn(out), 0U);
+}
+
+/// The limits are for what others wrote.
+TEST(ExportCommand, OwnFileIsKnownWhateverTheLimits) {
+    const TemporaryFolder folder;
+    const auto out = folder.sPath("out");
+    EXPECT_EQ(exportRun("Sets/Qto_BldWall.xml", out).status, 0);
+    const auto document = sFileText(out + "/Qto_BldWall.xml");
+    const TemporaryFolder input;
+    const auto schema = input.sWrite("S.exp", "SCHEMA S;\nENTITY A;\nEND_ENTITY;\nEND_SCHEMA;\n");
+    const auto set = input.sWrite("s.xml", "<QtoSetDef><Name>Qto_BldWall</Name></QtoSetDef>");
+    const auto limit = std::to_string(document.size() - 1);
+    const auto run = kivifcRun({"export", schema, set, "--out", out, "--max-input", limit});
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(sFileText(out + "/Qto_BldWall.xml"), document);
 }
 
 TEST(ExportCommand, FolderItselfMayBeALink) {

@@ -11,6 +11,7 @@ namespace kiv::kivifc::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 using testing::SizeIs;
 
 TEST(Limits, AreListedWithTheirDefaults) {
@@ -53,6 +54,12 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Limits, SizesMayHaveUnits) {
     EXPECT_EQ(kivifcRun({"schema", "Building.exp", "--max-memory", "64M"}).status, 0);
+}
+
+TEST(Limits, AreOptionsOfCommandsThatReadFiles) {
+    EXPECT_THAT(kivifcRun({"find", "--help"}).out, HasSubstr("--max-input"));
+    EXPECT_THAT(kivifcRun({"explain", "--help"}).out, Not(HasSubstr("--max-")));
+    EXPECT_EQ(kivifcRun({"explain", "--max-input", "1K"}).status, 2);
 }
 
 } // namespace

@@ -40,6 +40,8 @@ struct Unreadable {
     const char* name;
     std::string path;
     std::string reason;
+    /// Of a second line; empty for none.
+    std::string likelyReason = {};
 };
 
 TEST(SchemaCommand, WhatIsNoSchemaFileIsNamedWithTheReason) {
@@ -54,7 +56,14 @@ TEST(SchemaCommand, WhatIsNoSchemaFileIsNamedWithTheReason) {
         {"header in a comment", folder.sWrite("comment.exp", "(*\nSCHEMA A;\n*)\n"),
          "not a schema: no line with SCHEMA"},
         {"exchange file", folder.sWrite("walls.ifc", "ISO-10303-21;\nFILE_SCHEMA(('IFC4'));\n"),
-         "not a schema: the line with SCHEMA gives no name"},
+         "not a schema: the line with SCHEMA gives no name", "no schema was found: the file is an IFC model"},
+        {"a set document", folder.sWrite("set.xml", "<?xml version=\"1.0\"?>\n<PropertySetDef/>\n"),
+         "not a schema: no line with SCHEMA", "no schema was found: the file is an XML document"},
+        {"blank", folder.sWrite("blank.exp", " \n\t\n"), "not a schema: no line with SCHEMA",
+         "no schema was found: there is nothing but white space in the file"},
+        {"an archive", folder.sWrite("zip.exp", std::string("PK\x03\x04\x14\0\0\0\x08\0", 10)),
+         "not a schema: no line with SCHEMA",
+         "no schema was found: the file is a ZIP archive; a schema is a text file in EXPRESS"},
         {"header without a name", folder.sWrite("nameless.exp", "SCHEMA ;\nEND_SCHEMA;\n"),
          "not a schema: the line with SCHEMA gives no name"},
         {"open list", folder.sWrite("open.exp", "SCHEMA A;\nTYPE B = SELECT\n (C,\n"),
@@ -73,7 +82,10 @@ TEST(SchemaCommand, WhatIsNoSchemaFileIsNamedWithTheReason) {
             const auto run = kivifcRun(command);
             EXPECT_EQ(run.status, 2) << row.name;
             EXPECT_EQ(run.out, "") << row.name;
-            EXPECT_EQ(run.err, "kivifc: " + row.path + ": " + row.reason + "\n") << row.name;
+            const auto likely = "kivifc: " + row.path + ":1:1: [E001] " + row.likelyReason + "\n";
+            EXPECT_EQ(run.err, "kivifc: " + row.path + ": " + row.reason + "\n" +
+                                   (row.likelyReason.empty() ? "" : likely))
+                << row.name;
         }
     }
 }
@@ -196,7 +208,7 @@ TEST(SchemaTree, EntityIsFoundInAnyLetterCase) {
     EXPECT_EQ(kivifcRun({"schema", "Building.exp", "--tree", "bldUNIT"}).out, "BldUnit\n`-- BldBaseUnit\n");
 }
 
-TEST(SchemaTree, FileMayStandBehindTheOptionWithoutAnEntity) {
+TEST(SchemaTree, FileMayFollowTheOptionWithoutAnEntity) {
     const auto run = kivifcRun({"schema", "--tree", "Building.exp"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, kivifcRun({"schema", "Building.exp", "--tree"}).out);
@@ -251,7 +263,7 @@ TEST(SchemaTree, LongLineOfInheritanceIsDrawnWithoutEndlessIndentation) {
     EXPECT_EQ(lines[19'999], std::string(156, ' ') + "`-- (20000) E20000");
 }
 
-TEST(SchemaTree, DrawingGoesOnBehindADeepLine) {
+TEST(SchemaTree, DrawingGoesOnAfterADeepLine) {
     const auto run =
         schemaRun(sInheritanceLine(50) + "ENTITY F;\n SUBTYPE OF (E2);\nEND_ENTITY;", {"--tree"});
     const auto lines = linesOf(run.out);

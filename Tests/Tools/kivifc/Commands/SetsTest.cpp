@@ -18,7 +18,7 @@ Run setsRun(std::vector<std::string> arguments) {
     return kivifcRun(arguments);
 }
 
-TEST(SetsCommand, SetThatNamesEntityAndSupertypeIsToldOnce) {
+TEST(SetsCommand, SetThatNamesEntityAndSupertypeIsListedOnce) {
     const auto run = setsRun({"--entity", "bldstandardwall"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
@@ -61,7 +61,7 @@ TEST(SetsCommand, UnknownEntityIsStatusOneWithTheNameThatWasMeant) {
     EXPECT_EQ(setsRun({"--entity", "BldLabel"}).err, "kivifc: Building.exp: \"BldLabel\" is no entity\n");
 }
 
-TEST(SetsCommand, JsonTellsContextAndPath) {
+TEST(SetsCommand, JsonHasContextAndPath) {
     const auto run = setsRun({"--entity", "BldStorey", "--json"});
     EXPECT_EQ(nlohmann::json::parse(run.out), nlohmann::json::parse(R"([{
         "name": "Pset_BldStorey", "kind": "PropertySetDef",

@@ -1,6 +1,7 @@
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/TemporaryFolder.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -53,6 +54,35 @@ TEST(Site, SameInputGivesTheSameBytes) {
             kivifcRun({"site", "Building.exp", "Sets", "office=Sets", "--out", folder.sPath(name)}).status,
             0);
     EXPECT_EQ(filesOf(folder.sPath("one")), filesOf(folder.sPath("two")));
+}
+
+/// Where the documents lie is no matter: pages are published, and kept in repositories. The set of Twice.xml
+/// is left out, as One.xml has one of its name.
+TEST(Site, SameDocumentsElsewhereGiveTheSameBytes) {
+    const TemporaryFolder folder;
+    const std::string schema = "SCHEMA TEST;\nENTITY Wall;\nEND_ENTITY;\nEND_SCHEMA;\n";
+    const std::string set = "<PropertySetDef><Name>Pset_A</Name></PropertySetDef>";
+    for (const std::string place : {"here", "there/below"}) {
+        folder.sWrite(place + "/Test.exp", schema);
+        folder.sWrite(place + "/sets/One.xml", set);
+        folder.sWrite(place + "/sets/Twice.xml", set);
+        folder.sWrite(place + "/firm/One.xml", set);
+    }
+    RunOptions options;
+    options.folder = folder.sPath("here");
+    ASSERT_EQ(
+        kivifcRun({"site", "Test.exp", "sets", "firm=firm", "--out", folder.sPath("one")}, options).status,
+        1);
+    const auto place = folder.sPath("there/below/");
+    ASSERT_EQ(kivifcRun({"site", place + "Test.exp", place + "sets", "firm=" + place + "firm/", "--out",
+                         folder.sPath("two")})
+                  .status,
+              1);
+    const auto files = filesOf(folder.sPath("one"));
+    EXPECT_EQ(files, filesOf(folder.sPath("two")));
+    EXPECT_TRUE(std::ranges::any_of(files, [](const auto& file) {
+        return file.second.find("left out: sets/One.xml has one of that name") != std::string::npos;
+    }));
 }
 
 TEST(Site, LineEndsOfTwoBytesAreLineEnds) {

@@ -108,7 +108,7 @@ TEST(TypeCommand, MemberMayHaveAStrokeInItsName) {
     }
 }
 
-TEST(TypeCommand, RefusedAndUnreadableSetsAreToldAndNotUsed) {
+TEST(TypeCommand, RefusedAndUnreadableSetsAreReportedAndNotUsed) {
     const auto refused =
         kivifcRun({"type", "Building.exp", "BrokenSets/Broken_Refused.xml", "Pset_BrokenRefused.A"});
     EXPECT_EQ(refused.status, 1);

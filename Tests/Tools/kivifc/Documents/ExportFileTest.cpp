@@ -132,6 +132,27 @@ TEST(ExportFiles, OnlyFilesAreAnExportsOwn) {
     EXPECT_THAT(sFileText(own), StartsWith("own<!--"));
 }
 
+TEST(ExportFiles, LargeFileIsReplacedUntilOneByteOfItIsChanged) {
+    const TemporaryFolder folder;
+    const auto path = folder.sPath("x.xml");
+    // Sizes around those of the pieces in which a file is read.
+    for (const std::size_t size : {0U, 65495U, 65536U, 65537U, 200000U}) {
+        EXPECT_EQ(sWritten(path, std::string(size, 'x')), "") << size;
+        EXPECT_EQ(sWritten(path, std::string(size, 'y')), "") << size;
+    }
+    const auto own = sFileText(path);
+    for (const std::size_t at : {std::size_t{0}, std::size_t{131072}, own.size() - 1}) {
+        auto changed = own;
+        changed[at] ^= 1;
+        folder.sWrite("x.xml", changed);
+        EXPECT_EQ(sWritten(path, "new"), Foreign) << at;
+    }
+    folder.sWrite("x.xml", own + " ");
+    EXPECT_EQ(sWritten(path, "new"), Foreign);
+    folder.sWrite("x.xml", own);
+    EXPECT_EQ(sWritten(path, "new"), "");
+}
+
 TEST(ExportFiles, FolderIsNeverReplaced) {
     const TemporaryFolder folder;
     fs::create_directory(folder.sPath("x.xml"));
@@ -139,14 +160,14 @@ TEST(ExportFiles, FolderIsNeverReplaced) {
     EXPECT_THAT(namesIn(folder.sPath("")), testing::ElementsAre("x.xml"));
 }
 
-TEST(ExportFiles, FileWhereAFolderIsToBeIsToldAndStays) {
+TEST(ExportFiles, FileWhereAFolderIsToBeIsReportedAndStays) {
     const TemporaryFolder folder;
     const auto file = folder.sWrite("file", "mine");
     EXPECT_EQ(sWritten(file + "/x.xml", "new", true), "Not a directory");
     EXPECT_EQ(sFileText(file), "mine");
 }
 
-TEST(ExportFiles, PathThatIsTooLongIsToldAsWhatItIs) {
+TEST(ExportFiles, PathThatIsTooLongIsReportedAsWhatItIs) {
     const TemporaryFolder folder;
     EXPECT_EQ(sWritten(folder.sPath(std::string(300, 'x')), "new"), "File name too long");
     EXPECT_THAT(namesIn(folder.sPath("")), SizeIs(0));

@@ -282,6 +282,25 @@ TEST(Leftover, StaysWhenItIsNotSurelyOne) {
     EXPECT_FALSE(fs::exists(leftover));
 }
 
+TEST(Leftover, ThatMayOnlyBeReadIsRemovedToo) {
+    const TemporaryFolder folder;
+    const auto leftover = sLeftover(folder);
+    ASSERT_EQ(chmod(leftover.c_str(), 0444), 0);
+    // Root may write to any file, so somebody else removes it.
+    const bool isRoot = geteuid() == 0;
+    if (isRoot) {
+        ASSERT_EQ(chmod(folder.sPath("").c_str(), 0777), 0);
+        ASSERT_EQ(chown(leftover.c_str(), SomeUser, SomeGroup), 0);
+    }
+    const auto status = childStatus([&] {
+        if (isRoot && (setgid(SomeGroup) != 0 || setuid(SomeUser) != 0))
+            _exit(1);
+        vLeftoversRemove(opened(folder.sPath("")));
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_FALSE(fs::exists(leftover));
+}
+
 TEST(Leftover, OfSomebodyElseStays) {
     if (geteuid() != 0)
         GTEST_SKIP() << "left out: only root may give files away";

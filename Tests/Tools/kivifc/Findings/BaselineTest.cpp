@@ -83,6 +83,23 @@ TEST_F(BaselineFile, HasPathsRelativeToItsFolder) {
     })"));
 }
 
+TEST_F(BaselineFile, KnowsWhatIsNotUtf8Again) {
+    const auto document = folder_.sPath("B\xFCro/\xE2\x82\xAC.xml");
+    auto odd = finding(document, 3, "as in \"B\xFCro\"");
+    odd.subject = "\xFF%41";
+    // The same but for one byte that is not UTF-8.
+    auto other = odd;
+    other.subject = "\xFE%41";
+    ASSERT_EQ(sBaselineWrite(path_, {odd}), "");
+    std::vector<kit::Finding> findings{odd, other};
+    auto baseline = read();
+    std::vector<std::string> fixed;
+    EXPECT_EQ(baselineHide(findings, baseline, {{document}, {}}, fixed), 1U);
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].subject, other.subject);
+    EXPECT_THAT(fixed, ElementsAre());
+}
+
 TEST_F(BaselineFile, NeverHidesAFileThatCannotBeRead) {
     std::vector<kit::Finding> findings{sampleFinding("R044", Severity::Error, "m", {}, document_)};
     ASSERT_EQ(sBaselineWrite(path_, findings), "");

@@ -46,6 +46,10 @@ TEST(Excerpt, CaretIsBelowItsLetter) {
 TEST(Excerpt, WhatTerminalsObeyIsEscapedAndTheCaretFollows) {
     const Row rows[] = {
         {"a\x1B[31mb", 7, 1, "a\\x1B[31mb", "         ^"},
+        // What cannot be seen has a place that can.
+        {"a\xE2\x80\x8B"
+         "b",
+         2, 1, "a\\u{200B}b", " ^~~~~~~~"},
         // U+202E turns the text that follows it.
         {"a\xE2\x80\xAE"
          "b",
@@ -70,6 +74,21 @@ TEST(Excerpt, LongLineIsCutOnBothSides) {
     // 40 columns before the place, and 110 in all between the marks.
     EXPECT_EQ(excerpt.source, "..." + std::string(40, 'a') + "HERE" + std::string(66, 'b') + "...");
     EXPECT_EQ(excerpt.caret, std::string(43, ' ') + "^~~~");
+}
+
+TEST(Excerpt, PartOfALineShowsWhatTheWholeShows) {
+    // Escapes, wide letters and marks that combine before and after each place.
+    std::string line;
+    for (int count = 0; count < 300; ++count)
+        line += "<a b='" + std::to_string(count) + "'>e\xCC\x81\t\xE5\xA3\x81\x1B</a>";
+    const LinedText text(line);
+    for (std::size_t column = 1; column < 6000; column += 37) {
+        const kit::TextPosition position{1, column, 5};
+        const auto whole = excerptOf(line, position);
+        const auto part = excerptOf(text.part(1, column), position);
+        EXPECT_EQ(part.source, whole.source) << column;
+        EXPECT_EQ(part.caret, whole.caret) << column;
+    }
 }
 
 TEST(Excerpt, UnderlineEndsWithTheShownPiece) {

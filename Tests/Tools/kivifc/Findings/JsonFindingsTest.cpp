@@ -50,6 +50,25 @@ TEST(JsonFindings, FindingHasAllThatIsKnown) {
     EXPECT_EQ(document["findings"], json::array({finding}));
 }
 
+TEST(JsonFindings, TextsThatAreNotUtf8HaveTheirBytesBesideThem) {
+    auto finding = sampleFinding("S001", Severity::Warning, "in \xFF", {}, "a\xFE.xml");
+    finding.subject = "\xFD";
+    finding.notes.push_back({"also in \xFC", {}});
+    CheckResult result;
+    result.fixed = {"a.xml: m [C001]", "b\xFB.xml: m [C001]"};
+    const auto text = sDocument({finding}, result);
+    const auto document = json::parse(text);
+    const auto& shown = document["findings"][0];
+    EXPECT_EQ(shown["messageBytes"], "in%20%FF");
+    EXPECT_EQ(shown["pathBytes"], "a%FE.xml");
+    EXPECT_EQ(shown["subjectBytes"], "%FD");
+    EXPECT_EQ(shown["notes"][0]["messageBytes"], "also%20in%20%FC");
+    EXPECT_EQ(document["fixedBytes"],
+              json::array({"a.xml%3A%20m%20%5BC001%5D", "b%FB.xml%3A%20m%20%5BC001%5D"}));
+    const auto validation = validated(KIVIFC_SOURCES "/Findings/check.schema.json", text);
+    EXPECT_TRUE(validation.isLeftOut || validation.isValid) << validation.text;
+}
+
 TEST(JsonFindings, WhatIsNotKnownIsLeftOut) {
     const auto document = json::parse(sDocument({sampleFinding("Z999", Severity::Note, "m", {0, 0, 0}),
                                                  sampleFinding("Z999", Severity::Note, "m", {3, 0, 0})},

@@ -73,7 +73,7 @@ std::string sFingerprint(const json& result) {
     return result["partialFingerprints"]["primaryLocationLineHash"];
 }
 
-TEST(SarifFindings, FingerprintStaysWhenLinesMoveAndTellsEqualFindingsApart) {
+TEST(SarifFindings, FingerprintStaysWhenLinesMoveAndDistinguishesEqualFindings) {
     const auto before = run({sampleFinding("S001", Severity::Error, "a", {3, 1, 1}),
                              sampleFinding("S001", Severity::Error, "a", {5, 1, 1}),
                              sampleFinding("S001", Severity::Error, "b", {6, 1, 1})})["results"];

@@ -1,6 +1,8 @@
 #include "kivifc/Findings/SourceLines.h"
 #include "Tools/kivifc/TemporaryFolder.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <gtest/gtest.h>
 
 namespace kiv::kivifc::test {
@@ -32,6 +34,45 @@ TEST(SourceLines, ByteHasALineAndAColumnInCodePoints) {
     EXPECT_EQ(text.lineAndColumn(99), (Place{2, 3}));
 }
 
+TEST(SourceLines, ColumnsOfALongLineAreThoseOfItsCodePoints) {
+    // Lines of code points that have 1, 2, 3 and 4 bytes, and of a byte that is no UTF-8.
+    const std::string letters = "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80\xFF";
+    constexpr std::size_t Letters = 5;
+    constexpr std::size_t Times = 400;
+    std::string line;
+    for (std::size_t count = 0; count < Times; ++count)
+        line += letters;
+    const LinedText text("\xEF\xBB\xBF" + line + "\r\n" + line + "\nshort");
+    using Place = std::pair<std::size_t, std::size_t>;
+    for (const std::size_t time : {0U, 49U, 50U, 51U, 99U, 100U, 399U, 400U}) {
+        const Place first{1, Letters * time + 1};
+        EXPECT_EQ(text.lineAndColumn(3 + letters.size() * time), first) << time;
+        const auto second = 3 + line.size() + 2 + letters.size() * time;
+        EXPECT_EQ(text.lineAndColumn(second), (Place{2, first.second})) << time;
+    }
+    // The last byte of a line before its end, and the first of the next one.
+    EXPECT_EQ(text.lineAndColumn(3 + line.size() - 1), (Place{1, Letters * Times}));
+    EXPECT_EQ(text.lineAndColumn(3 + 2 * line.size() + 3), (Place{3, 1}));
+    EXPECT_EQ(text.line(1), "\xEF\xBB\xBF" + line);
+    EXPECT_EQ(text.line(2), line);
+    EXPECT_EQ(text.line(3), "short");
+}
+
+TEST(SourceLines, PartOfALongLineBeginsBeforeThePlace) {
+    const std::string line(3000, 'a');
+    const LinedText text("x\n" + line + "\n" + line.substr(0, 200));
+    for (const std::size_t column : {1U, 500U, 751U, 1000U, 2999U, 3001U, 9999U}) {
+        const auto part = text.part(2, column);
+        EXPECT_EQ(part.text, std::string_view(line).substr(part.column - 1)) << column;
+        EXPECT_EQ(part.column > 1, column > 750) << column;
+        EXPECT_TRUE(part.column == 1 || part.column + 500 <= column) << column;
+        EXPECT_GE(part.column + 1000, std::min<std::size_t>(column, line.size())) << column;
+    }
+    EXPECT_EQ(text.part(3, 9999).text, line.substr(0, 200));
+    EXPECT_EQ(text.part(4, 1).text, "");
+    EXPECT_EQ(text.part(0, 1).text, "");
+}
+
 TEST(SourceLines, FilesAreReadWhenAskedForAndKeptTextsAreNot) {
     const TemporaryFolder folder;
     const auto path = folder.sWrite("a.xml", "from the file\n");
@@ -41,6 +82,23 @@ TEST(SourceLines, FilesAreReadWhenAskedForAndKeptTextsAreNot) {
     EXPECT_EQ(sources.line("<stdin>", 1), "kept");
     EXPECT_EQ(sources.line(folder.sPath("none.xml"), 1), "");
     EXPECT_EQ(sources.line(folder.sPath(""), 1), "");
+}
+
+// No two files fit, so that the one asked for before is read again, and shows what it is by then.
+TEST(SourceLines, FilesBeyondTheLimitAreReadAgain) {
+    const TemporaryFolder folder;
+    const auto first = folder.sWrite("1.xml", "first\n");
+    const auto second = folder.sWrite("2.xml", "second\n");
+    for (const std::size_t limit : {std::size_t{1}, std::size_t{100'000}}) {
+        folder.sWrite("1.xml", "first\n");
+        SourceLines sources(limit);
+        EXPECT_EQ(sources.line(first, 1), "first");
+        folder.sWrite("1.xml", "changed\n");
+        EXPECT_EQ(sources.line(first, 1), "first"); // asked for last, and so at hand
+        EXPECT_EQ(sources.line(second, 1), "second");
+        EXPECT_EQ(sources.line(first, 1), limit == 1 ? "changed" : "first");
+        EXPECT_EQ(sources.line(second, 1), "second");
+    }
 }
 
 TEST(SourceLines, Utf16IsShownAsUtf8) {

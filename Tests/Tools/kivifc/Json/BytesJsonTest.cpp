@@ -28,6 +28,21 @@ TEST(BytesJson, TextThatIsNotUtf8HasItsBytesBesideIt) {
     }
 }
 
+TEST(BytesJson, TextIsReadBackAsItWas) {
+    for (const char* text : {"", "a b%41", "a\xFF/b c", "\xED\xA0\x80%", "B\xC3\xBCro"}) {
+        const auto json = Json::parse(
+            withBytes({{"path", text}}, "path").dump(-1, ' ', false, Json::error_handler_t::replace));
+        EXPECT_EQ(sWithBytes(json, "path"), text);
+    }
+    EXPECT_THROW(sWithBytes(Json{{"path", 1}}, "path"), Json::exception);
+    EXPECT_THROW(sWithBytes(Json{{"path", "a"}, {"pathBytes", 1}}, "path"), Json::exception);
+    EXPECT_THROW(sWithBytes(Json::object(), "path"), Json::exception);
+}
+
+TEST(BytesJson, PercentWithoutTwoDigitsIsOne) {
+    EXPECT_EQ(sPercentDecoded("%41%4g%4%%42%FF%"), "A%4g%4%B\xFF%");
+}
+
 } // namespace
 
 } // namespace kiv::kivifc

@@ -20,7 +20,7 @@ std::string sWritten(const Json& json) {
     return test::sFileText(path);
 }
 
-TEST(Json, WhatFitsOnALineStandsOnOne) {
+TEST(Json, WhatFitsOnALineIsOnOne) {
     struct Row {
         const char* json;
         const char* text;

@@ -36,6 +36,27 @@ TEST(OneLine, SpellsOutControlCharactersOnly) {
         EXPECT_EQ(sOneLine(row.text), row.line);
 }
 
+TEST(OneLine, SpellsOutWhatCannotBeSeen) {
+    const Row rows[] = {
+        {"Wall\u200BCommon", "Wall\\u{200B}Common"},
+        {"\uFEFFWall", "\\u{FEFF}Wall"},
+        {"Wa\u00ADll", "Wa\\u{00AD}ll"},
+        {"Wa\u2060ll", "Wa\\u{2060}ll"},
+        {"Wa\u200Dll\u200C", "Wa\\u{200D}ll\\u{200C}"},
+        {"Wall\U000E0041", "Wall\\u{E0041}"},
+        {"Wall\U000E0041\U000E0042", "Wall\\u{E0041}\\u{E0042}"},
+        // What Persian, Devanagari and pictures are written with stays.
+        {"\u0645\u06CC\u200C\u062E", "\u0645\u06CC\u200C\u062E"},
+        {"\u0915\u094D\u200D", "\u0915\u094D\u200D"},
+        {"\u2764\uFE0F\u200D\U0001F525", "\u2764\uFE0F\u200D\U0001F525"},
+        // The flag of Scotland, shortened, and what is after it.
+        {"\U0001F3F4\U000E0067\U000E0062\U000E007F", "\U0001F3F4\U000E0067\U000E0062\U000E007F"},
+        {"\U0001F3F4a\U000E0067", "\U0001F3F4a\\u{E0067}"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(sOneLine(row.text), row.line);
+}
+
 } // namespace
 
 } // namespace kiv::kivifc

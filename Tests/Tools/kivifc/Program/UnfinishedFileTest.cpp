@@ -31,7 +31,7 @@ protected:
     const int descriptor_ = open(folder_.sPath("").c_str(), O_RDONLY | O_DIRECTORY);
 };
 
-/// The file stands for a folder.
+/// Takes a folder where the interface says file.
 void vFileRemove(const void* folder) {
     unlinkat(*static_cast<const int*>(folder), "file", 0);
 }

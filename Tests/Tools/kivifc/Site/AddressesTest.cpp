@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
-#include <ctime>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
@@ -66,15 +65,13 @@ TEST(FileNames, NameOfTwoContextsHasAFileForEach) {
     EXPECT_EQ((std::set<std::string>{standard, office, again}.size()), 3U);
 }
 
-/// Some seconds would become minutes if each tried the numbers of all before it.
-TEST(FileNames, ManyEqualNamesTakeTimeInProportion) {
+/// What they cost is in Robustness/Growth.
+TEST(FileNames, ManyEqualNamesHaveAFileEach) {
     constexpr int Count = 30000;
     FileNames names;
     std::set<std::string> files;
-    const auto begin = std::clock();
     for (int number = 0; number < Count; ++number)
         files.insert(names.sTake("Pset_Wall", "office"));
-    EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 5.0);
     EXPECT_EQ(files.size(), static_cast<std::size_t>(Count));
 }
 

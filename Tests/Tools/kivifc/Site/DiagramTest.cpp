@@ -28,6 +28,17 @@ std::string sDiagram(const std::string& subtype) {
     return html.getText();
 }
 
+TEST(Diagram, DashesAreExplainedWhereThereAreAny) {
+    const std::string caption = "<figcaption>Dashed: abstract</figcaption></figure>";
+    for (const std::string word : {"", "\n ABSTRACT SUPERTYPE"}) {
+        const SiteSample sample("ENTITY Root" + word + ";\nEND_ENTITY;\n");
+        Html html("");
+        vDiagramWrite(sample.getModel(), sample.entity("Root"), html);
+        EXPECT_EQ(html.getText().find(caption) != std::string::npos, !word.empty());
+        EXPECT_EQ(html.getText().find("box abstract") != std::string::npos, !word.empty());
+    }
+}
+
 /// 8 for each letter, and 10 on both sides.
 TEST(Diagram, BoxIsAsWideAsTheLettersOfItsName) {
     EXPECT_THAT(sDiagram("Wall"), HasSubstr("width=\"52\""));

@@ -153,6 +153,48 @@ TEST(EntityPage, LastOperandHasTheClosingParenthesis) {
                           "<code>(F(3) <span class=\"kw\">AND</span> F(4)))</code></li>\n</ul>\n</li>"));
 }
 
+/// What comes after a point belongs to the type of what is before it, be that an element of a list.
+TEST(EntityPage, NamesAfterPointsAreFollowed) {
+    const SiteSample sample(
+        "ENTITY Kind;\n    Title : STRING;\n    Of : Wall;\nEND_ENTITY;\n"
+        "TYPE Kinds = LIST [0:?] OF Kind;\nEND_TYPE;\n"
+        "ENTITY Point;\n DERIVE\n    Dim : INTEGER := 3;\n    All : LIST [3:3] OF Point := [SELF];\n"
+        "END_ENTITY;\n"
+        "ENTITY Wall;\n    Is : Kinds;\n    At : Point;\n INVERSE\n    Of : SET [0:1] OF Kind FOR Of;\n"
+        " WHERE\n    A : Is[Is[1].Of.At.Dim].Title = 'x';\n    B : SELF\\Wall.Of[1].Of.At.Dim = 3;\n"
+        "    C : At.All[1].Dim = At.Title;\n    D : F(At).Dim = 1;\nEND_ENTITY;\n");
+    auto page = sample.sPage("Wall.html");
+    page = page.substr(page.find("<div class=\"rule\" id=\"A\""));
+    const std::string is = "<a href=\"Wall.html#Is\">Is</a>";
+    const std::string at = "<a href=\"Wall.html#At\">At</a>";
+    const std::string dim = "<a href=\"Point.html#Dim\">Dim</a>";
+    const std::string kindOf = "<a href=\"Kind.html#Of\">Of</a>";
+    EXPECT_THAT(page, HasSubstr(is + "[" + is + "[1]." + kindOf + "." + at + "." + dim +
+                                "].<a href=\"Kind.html#Title\">Title</a> = "));
+    EXPECT_THAT(page, HasSubstr("<a href=\"Wall.html\">Wall</a>.<a href=\"Wall.html#Of\">Of</a>[1]." +
+                                kindOf + "." + at + "." + dim + " = 3"));
+    // A point has no title, and what a function returns is not followed.
+    EXPECT_THAT(page,
+                HasSubstr(at + ".<a href=\"Point.html#All\">All</a>[1]." + dim + " = " + at + ".Title"));
+    EXPECT_THAT(page, HasSubstr("(" + at + ").Dim = 1"));
+}
+
+/// Thick has a name and a size, each in two or three rows.
+TEST(EntityPage, AttributesThatAreDeclaredAgainCountOnce) {
+    const SiteSample sample("ENTITY Wall;\n    Name : STRING;\n    Size : REAL;\nEND_ENTITY;\n"
+                            "ENTITY Mid\n SUBTYPE OF (Wall);\n    SELF\\Wall.Name : STRING(9);\n DERIVE\n"
+                            "    SELF\\Wall.Size : REAL := 1.0;\nEND_ENTITY;\n"
+                            "ENTITY Thick\n SUBTYPE OF (Mid);\n    SELF\\Wall.Name : STRING(5);\n DERIVE\n"
+                            "    SELF\\Wall.Size : REAL := 2.0;\n    Half : REAL := 1.0;\nEND_ENTITY;\n");
+    const auto sCount = [](const std::string& title, int count) {
+        return "<h2>" + title + " <span class=\"count\">" + std::to_string(count) + "</span></h2>";
+    };
+    for (const std::string page : {"Wall.html", "Mid.html", "Thick.html"})
+        EXPECT_THAT(sample.sPage(page), HasSubstr(sCount("Attributes", 2))) << page;
+    EXPECT_THAT(sample.sPage("Mid.html"), HasSubstr(sCount("Derived attributes", 1)));
+    EXPECT_THAT(sample.sPage("Thick.html"), HasSubstr(sCount("Derived attributes", 2)));
+}
+
 /// A comment ends with its line, and what comes after it is part of the value.
 TEST(EntityPage, DerivedValueKeepsItsLines) {
     const SiteSample sample(
@@ -196,9 +238,15 @@ TEST_F(EntityPageTest, RuleLinksItsNames) {
                 HasSubstr("<a href=\"Root.html#Long\"><code>Root.Long</code></a>"));
 }
 
+TEST(EntityPage, NoUsesAreSaid) {
+    EXPECT_THAT(SiteSample("ENTITY Wall;\nEND_ENTITY;\n").sPage("Wall.html"),
+                HasSubstr("<h2>Used by</h2>\n<p>Nothing in the schema or the sets refers to it.</p>"));
+}
+
 TEST_F(EntityPageTest, UsesAreListed) {
     EXPECT_THAT(sSection("Wall.html", "uses"),
                 HasSubstr("<a href=\"Room.html#Bounds\"><code>Room.Bounds</code></a>"));
+    EXPECT_THAT(sSection("Wall.html", "uses"), Not(HasSubstr("Nothing in the schema")));
 }
 
 TEST_F(EntityPageTest, SetsOfSupertypesAreThereWithTheirMembers) {
@@ -215,6 +263,17 @@ TEST_F(EntityPageTest, TreeHasABoxForEachEntityOfTheLine) {
     EXPECT_THAT(tree, Not(HasSubstr("more</text>")));
 }
 
+/// Not its supertypes, with which the line begins.
+TEST(EntityPage, AbstractIsSaidAfterTheNameOfTheEntity) {
+    const SiteSample sample(
+        "ENTITY Root;\nEND_ENTITY;\nENTITY Sub\n ABSTRACT SUPERTYPE\n SUBTYPE OF (Root);\n"
+        "END_ENTITY;\n");
+    EXPECT_THAT(
+        sample.sPage("Sub.html"),
+        HasSubstr("<p class=\"lead\"><a href=\"Root.html\"><code>Root</code></a> &gt; <code>Sub</code> "
+                  "<span class=\"badge abstract\">abstract</span></p>"));
+}
+
 std::string sEntity(const std::string& name, const std::string& supertype) {
     return "ENTITY " + name + "\n SUBTYPE OF (" + supertype + ");\nEND_ENTITY;\n";
 }
@@ -228,7 +287,8 @@ TEST(EntityPageTree, OfManySubtypesSomeAreShownAndTheOthersCounted) {
     const SiteSample sample(text);
     const auto page = sample.sPage("Top.html");
     // 50 subtypes and the one below them, less the 40 that are shown.
-    EXPECT_THAT(page, HasSubstr(">and 11 more</text>"));
+    EXPECT_THAT(page, HasSubstr(">and 11 more</text></a>"));
+    EXPECT_THAT(page, HasSubstr("<a href=\"entities.html#Top\"><text class=\"more\""));
     EXPECT_THAT(page, HasSubstr("<a href=\"Sub139.html\">"));
     EXPECT_THAT(page, Not(HasSubstr("<a href=\"Sub140.html\">")));
 }
@@ -238,7 +298,8 @@ TEST(EntityPageTree, LevelsThatDoNotFitAreCountedBesideTheirBox) {
     for (int number = 100; number < 150; ++number)
         text += sEntity("Sub" + std::to_string(number), "Middle");
     const SiteSample sample(text);
-    EXPECT_THAT(sample.sPage("Top.html"), HasSubstr(">+ 50 below</text>"));
+    EXPECT_THAT(sample.sPage("Top.html"), HasSubstr(">+ 50 below</text></a>"));
+    EXPECT_THAT(sample.sPage("Top.html"), HasSubstr("<a href=\"entities.html#Middle\"><text class=\"more\""));
 }
 
 /// Else n entities in one line would take n * n rows.

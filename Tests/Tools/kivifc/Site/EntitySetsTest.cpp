@@ -45,7 +45,8 @@ TEST(EntitySets, WhatIsInheritedHasLessRoomThanWhatIsOwn) {
     // 400 members fit into 500; the last set is named alone.
     EXPECT_THAT(inherited, HasSubstr("sets/Pset_B.html#P199\""));
     EXPECT_THAT(inherited, Not(HasSubstr("sets/Pset_C.html#P")));
-    EXPECT_THAT(inherited, HasSubstr("<p><a href=\"sets/Pset_C.html\"><code>Pset_C</code></a></p>"));
+    EXPECT_THAT(inherited,
+                HasSubstr("<p id=\"set-Pset_C\"><a href=\"sets/Pset_C.html\"><code>Pset_C</code></a>"));
 }
 
 TEST(EntitySets, PredefinedTypesAreLinks) {
@@ -54,6 +55,42 @@ TEST(EntitySets, PredefinedTypesAreLinks) {
                             {{"TEST", sSet("S", {"Wall/SOLID"}, "")}});
     EXPECT_THAT(sample.sPage("Wall.html"),
                 HasSubstr("<h4>Predefined type <a href=\"Kind.html#SOLID\"><code>SOLID</code></a></h4>"));
+}
+
+TEST(EntitySets, SeveralPredefinedTypesAreSeveral) {
+    const SiteSample sample("TYPE Kind = ENUMERATION OF\n (SOLID,\n HOLLOW);\nEND_TYPE;\nENTITY Wall;\n"
+                            "    PredefinedType : Kind;\nEND_ENTITY;\n",
+                            {{"TEST", sSet("S", {"Wall/SOLID", "Wall/HOLLOW"}, "")}});
+    EXPECT_THAT(sample.sPage("Wall.html"), HasSubstr("<h4>Predefined types <a href=\"Kind.html#SOLID\">"));
+}
+
+std::size_t countOf(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
+        ++count;
+    return count;
+}
+
+/// A set that names the entity and its supertype is there twice, and an address is there once.
+TEST(EntitySets, EachHasAnAddressOnThePageOfTheEntity) {
+    const SiteSample sample(sFamily(1), {{"TEST", sSet("S", {"Root", "Child0"}, sProperties(1))}});
+    for (const std::string name : {"Root.html", "Child0.html"}) {
+        const auto page = sample.sPage(name);
+        EXPECT_EQ(countOf(page, "<details class=\"set\" id=\"set-S\"><summary>"), 1U) << name;
+        EXPECT_THAT(page,
+                    HasSubstr("Page of the set</a><a class=\"anchor\" href=\"#set-S\" aria-label=\"Link "
+                              "to S\">#</a>"));
+    }
+    EXPECT_EQ(countOf(sample.sPage("Child0.html"), "<details class=\"set\"><summary>"), 1U);
+}
+
+/// Two contexts may have a set of one name.
+TEST(EntitySets, SetsOfOneNameHaveTwoAddresses) {
+    const SiteSample sample(sFamily(0),
+                            {{"TEST", sSet("S", {"Root"}, "")}, {"office", sSet("S", {"Root"}, "")}});
+    const auto page = sample.sPage("Root.html");
+    EXPECT_EQ(countOf(page, "id=\"set-S\""), 1U);
+    EXPECT_EQ(countOf(page, "id=\"set-S~"), 1U);
 }
 
 /// Sets of hosts are searched before the standard ones.

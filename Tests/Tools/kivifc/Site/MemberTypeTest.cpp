@@ -43,7 +43,8 @@ TEST(MemberType, EachKindShowsWhatItHas) {
     const Row rows[] = {
         {sSingle("Label"), "Single value", label},
         {sSingle("LABEL"), "Single value", label},
-        {sSingle("Unknown", "METRE"), "Single value", "<code>Unknown</code> in <code>METRE</code>"},
+        {sSingle("Unknown", "METRE"), "Single value",
+         "<code>Unknown</code> <span class=\"badge warning\">not in the schema</span> in <code>METRE</code>"},
         {sSingle(""), "Single value", ""},
         {"<TypePropertyBoundedValue><DataType type=\"Label\"/><ValueRangeDef><LowerBoundValue value=\"1\"/>"
          "<UpperBoundValue value=\"9\"/></ValueRangeDef></TypePropertyBoundedValue>",
@@ -52,24 +53,54 @@ TEST(MemberType, EachKindShowsWhatItHas) {
         {sEnumeration("PEnum_Kind", {"A", "B"}), "Enumeration", "<code>Kind</code>: <code>A, B</code>"},
         {"<TypePropertyListValue><ListValue><DataType type=\"Label\"/></ListValue></TypePropertyListValue>",
          "List", "of " + label},
-        {"<TypePropertyListValue/>", "List", "of a type not given"},
+        {"<TypePropertyListValue/>", "List", "of no type given"},
         {"<TypePropertyTableValue><Expression>y = x</Expression><DefiningValue><DataType type=\"Label\"/>"
          "<Values>1 2</Values></DefiningValue><DefinedValue><DataType type=\"Label\"/><UnitType "
          "type=\"METRE\"/></DefinedValue></TypePropertyTableValue>",
          "Table", label + ": <code>1 2</code> to " + label + " in <code>METRE</code> by <code>y = x</code>"},
-        {"<TypePropertyTableValue/>", "Table", "types not given"},
+        {"<TypePropertyTableValue/>", "Table", "no types given"},
         {"<TypePropertyTableValue><DefiningValue><DataType type=\"Label\"/></DefiningValue>"
          "</TypePropertyTableValue>",
-         "Table", label + " to a type not given"},
+         "Table", label + " to no type given"},
         {"<TypeComplexProperty name=\"CP\">" + sProperty("Q", sSingle("Label")) + "</TypeComplexProperty>",
          "Complex", "<code>CP</code> of 1 property"},
-        {"", "No type given", ""},
+        {"", "No known type", ""},
+        {"<TypePropertyRangeValue/>", "No known type", ""},
     };
     for (const auto& row : rows) {
         const auto found = shownType(row.type);
         EXPECT_EQ(found.kind, row.kind) << row.type;
         EXPECT_EQ(found.type, row.shown) << row.type;
     }
+}
+
+/// Rows without a column for the kind say it where the type does not.
+TEST(MemberType, KindComesBeforeATypeThatDoesNotSayIt) {
+    const std::string label = "<a href=\"Label.html\"><code>Label</code></a>";
+    struct Row {
+        std::string type;
+        std::string shown;
+    };
+    const Row rows[] = {
+        {sSingle("Label"), label},
+        {sSingle(""), "<span class=\"note\">no type given</span>"},
+        {"", "<span class=\"note\">no type given</span>"},
+        {"<TypePropertyBoundedValue><DataType type=\"Label\"/></TypePropertyBoundedValue>",
+         "Bounded value " + label},
+        {"<TypePropertyReferenceValue reftype=\"Wall\"/>",
+         "Reference <a href=\"Wall.html\"><code>Wall</code></a>"},
+        {sEnumeration("K", {"A"}), "<code>K</code>: <code>A</code>"},
+        {"<TypePropertyListValue><ListValue><DataType type=\"Label\"/></ListValue></TypePropertyListValue>",
+         "List of " + label},
+        {"<TypePropertyTableValue><DefiningValue><DataType type=\"Label\"/></DefiningValue><DefinedValue>"
+         "<DataType type=\"Label\"/></DefinedValue></TypePropertyTableValue>",
+         "Table: " + label + " to " + label},
+        {"<TypePropertyTableValue/>", "Table: no types given"},
+        {"<TypeComplexProperty name=\"CP\"></TypeComplexProperty>",
+         "Complex <code>CP</code> of 0 properties"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(shownType(row.type, {.withKind = true}).type, row.shown) << row.type;
 }
 
 TEST(MemberType, QuantityHasItsMeasure) {

@@ -32,11 +32,11 @@ TEST(SearchIndexFile, HoldsTheRowsOfEachPage) {
     for (
         const std::string line :
         {R"([0,"BldWall",0,0,[[8,"PredefinedType","Length","Height","Thickness"],[10,"SideArea","GrossVolume"],)"
-         R"([14,"KindIsTold","Slender","Solid","InBuilding"]]])",
+         R"([14,"KindIsTold","Slender","Solid","InBuilding"]],[],0,"BldElement"])",
          R"([0,"BldStorey",0,0,[[8,"Level","Elevation","ClearHeight"],[9,"Rooms"],[10,"Ceiling"],[15,"UR2","UR3"],)"
-         R"([14,"NoThirteenth"]]])",
+         R"([14,"NoThirteenth"]],[],0,"BldSpatial"])",
          // Declared again: by its own name.
-         R"([0,"BldStandardWall",0,0,[[8,"Layers"],[10,"Thickness"],[14,"SideInRange"]]])",
+         R"([0,"BldStandardWall",0,0,[[8,"Layers"],[10,"Thickness"],[14,"SideInRange"]],[],0,"BldWall"])",
          // Its rule is in the model twice.
          R"([1,"BldPositiveLength",0,0,[[14,"Positive"]]])",
          R"([2,"BldDoorKind",0,0,[[11,"SWING","SLIDING","REVOLVING","NOTDEFINED"]]])", R"([1,"BldGateKind"])",
@@ -51,8 +51,24 @@ TEST(SearchIndexFile, HoldsMembersWithGuidsLanguagesAndValues) {
                                HasSubstr(R"(["Mark",0,"02bf42a5a9509184065e4ea845fc4da1",)"),
                                HasSubstr("\"Kennzeichen\""), HasSubstr("\"\xE8\xA8\x98\xE5\x8F\xB7\""))));
     // The values of an enumeration are at its row; what is within a complex property has a row of its own.
-    EXPECT_THAT(lines, Contains(HasSubstr(R"([11,["TIMBER","LeafMaterial"],["STEEL","LeafMaterial"],)")));
+    EXPECT_THAT(lines, Contains(HasSubstr(R"([2,"LeafMaterial"],)"
+                                          R"([11,["TIMBER","LeafMaterial"],["STEEL","LeafMaterial"],)")));
     EXPECT_THAT(lines, Contains(HasSubstr(R"(["Season",0,"a2f65b0c3b75dbef24788bac22896d11",)")));
+}
+
+/// Who looks for a set by name is to see which of them it finds.
+TEST(SearchIndexFile, SetsThatAreHiddenOrNotUsedSaySo) {
+    const TemporaryFolder folder;
+    const auto schema = folder.sWrite("Test.exp", "SCHEMA TEST;\nENTITY Wall;\nEND_ENTITY;\nEND_SCHEMA;\n");
+    const std::string set = "<PropertySetDef><Name>Pset_A</Name></PropertySetDef>";
+    folder.sWrite("sets/1.xml", set);
+    folder.sWrite("sets/2.xml", set);
+    folder.sWrite("office/1.xml", set);
+    const auto out = folder.sPath("site");
+    kivifcRun({"site", schema, folder.sPath("sets"), "office=" + folder.sPath("office"), "--out", out});
+    const auto index = sFileText(out + "/assets/search-index.js");
+    EXPECT_THAT(index, HasSubstr("[4,\"Pset_A\",0,0,[],[],\"hidden by office\"]"));
+    EXPECT_THAT(index, HasSubstr(",0,[],[],\"not used\"]"));
 }
 
 TEST(SearchIndexFile, ANameThatIsThereTwiceHasTwoAnchors) {

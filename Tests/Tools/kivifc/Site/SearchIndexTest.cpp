@@ -19,7 +19,7 @@ std::string sPages(const SearchIndex& index) {
 
 TEST(SearchIndex, BeginsWithKindsAndLanguages) {
     const auto text = SearchIndex().sText();
-    EXPECT_TRUE(text.starts_with("window.kivSearch={format:1,kinds:[\"Entity\",\"Type\","));
+    EXPECT_TRUE(text.starts_with("window.kivSearch={format:2,kinds:[\"Entity\",\"Type\","));
     EXPECT_NE(text.find(",\"Page\"],languages:[],pages:[\n\n]};\n"), std::string::npos);
 }
 
@@ -63,6 +63,22 @@ TEST(SearchIndex, TranslationsNumberTheirLanguagesInTheOrderOfTheirFirstUse) {
                              "[\"Depth\",\"Depth-2\",\"ffffffffffffffffffffffffffffffff\"]]],"
                              "[0,\"\xE5\xA3\x81\",1,\"Wand\"]]");
     EXPECT_NE(index.sText().find("languages:[\"ja\",\"de\"]"), std::string::npos);
+}
+
+TEST(SearchIndex, NoteComesLast) {
+    SearchIndex index;
+    index.vPageAdd(SearchKind::PropertySet, "P", "sets/P.html", {}, {}, "hidden by \"office\"");
+    index.vPageAdd(SearchKind::PropertySet, "Q", "sets/Q.html", {}, {}, "not used");
+    index.vRowAdd(SearchKind::Property, "A", "A");
+    EXPECT_EQ(sPages(index), "[4,\"P\",0,0,[],[],\"hidden by \\\"office\\\"\"],\n[4,\"Q\",0,0,[[6,\"A\"]],[],"
+                             "\"not used\"]");
+}
+
+TEST(SearchIndex, SupertypeComesAfterTheNote) {
+    SearchIndex index;
+    index.vPageAdd(SearchKind::Entity, "W", "W.html", {}, {}, {}, "R");
+    index.vRowAdd(SearchKind::Attribute, "A", "A");
+    EXPECT_EQ(sPages(index), "[0,\"W\",0,0,[[8,\"A\"]],[],0,\"R\"]");
 }
 
 TEST(SearchIndex, WhatDocumentsContainEndsNoString) {

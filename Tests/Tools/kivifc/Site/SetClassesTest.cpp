@@ -35,6 +35,11 @@ TEST(SetClasses, PredefinedTypesLeadToTheirItems) {
                                 "<a href=\"Kind.html#HOLLOW\"><code>HOLLOW</code></a></td></tr>"));
 }
 
+TEST(SetClasses, EachHasAnAddress) {
+    EXPECT_THAT(classesOf({"Wall"}), HasSubstr("<tr id=\"class-Wall\"><th scope=\"row\"><a class=\"anchor\" "
+                                               "href=\"#class-Wall\" aria-label=\"Link to Wall\">#</a>"));
+}
+
 TEST(SetClasses, ItemsOfARenamedEnumerationAreWhereTheyAreDeclared) {
     EXPECT_THAT(classesOf({"Door/SOLID"}), HasSubstr("<a href=\"Kind.html#SOLID\">"));
     EXPECT_THAT(classesOf({"Thick/HOLLOW"}), HasSubstr("<a href=\"Kind.html#HOLLOW\">"));

@@ -1,4 +1,5 @@
 // The indexes of sets, of properties, of languages and of GUIDs.
+#include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/Site/SetTexts.h"
 #include "Tools/kivifc/Site/SiteSample.h"
 
@@ -38,11 +39,21 @@ TEST(SetIndexPage, SetsAreByClassAndByPrefix) {
                           "<span class=\"badge\">office</span></li>\n<li><a href=\"sets/Pset_B.html\">"));
     EXPECT_THAT(page,
                 HasSubstr("<code>Roof</code> <span class=\"badge warning\">not in the schema</span></th>"));
-    EXPECT_THAT(page, HasSubstr("<th scope=\"row\">Every class</th><td><ul class=\"links\">\n<li><a "
-                                "href=\"sets/Every.html\">"));
-    EXPECT_THAT(page, HasSubstr("<h3>Without a prefix <span class=\"count\">1</span></h3>"));
-    EXPECT_THAT(page, HasSubstr("<h3><code>Off_</code> <span class=\"count\">1</span></h3>"));
-    EXPECT_THAT(page, HasSubstr("<h3><code>Pset_</code> <span class=\"count\">1</span></h3>"));
+    EXPECT_THAT(page,
+                HasSubstr("<tr id=\"every-class\"><th scope=\"row\"><a class=\"anchor\" "
+                          "href=\"#every-class\" aria-label=\"Link to every class\">#</a>Every class</th>"
+                          "<td><ul class=\"links\">\n<li><a href=\"sets/Every.html\">"));
+    EXPECT_THAT(page, HasSubstr("\">Without a prefix <span class=\"count\">1</span><a class=\"anchor\""));
+    EXPECT_THAT(
+        page,
+        HasSubstr(
+            "<h3 id=\"prefix-Off_\"><code>Off_</code> <span class=\"count\">1</span><a class=\"anchor\" "
+            "href=\"#prefix-Off_\" aria-label=\"Link to Off_\">#</a></h3>"));
+    EXPECT_THAT(
+        page,
+        HasSubstr(
+            "<h3 id=\"prefix-Pset_\"><code>Pset_</code> <span class=\"count\">1</span><a class=\"anchor\" "
+            "href=\"#prefix-Pset_\" aria-label=\"Link to Pset_\">#</a></h3>"));
 }
 
 TEST(SetIndexPage, LinkToASetWithoutANameCanBeSeen) {
@@ -115,6 +126,53 @@ TEST(PropertyIndexPages, SetsOfOneNameSayTheirContext) {
         HasSubstr("<a href=\"sets/S.html\"><code>S</code></a> <span class=\"badge\">hidden by office"));
 }
 
+/// Else a reader sees one name twice, and does not know which is which.
+TEST(LanguageIndexPages, SetsOfOneNameSayTheirContext) {
+    const auto set = sSet("S", {}, sProperty("Mark", sSingle("Label"), sNameAlias("de", "Zeichen")));
+    const SiteSample sample(Declarations, {{"TEST", set}, {"office", set}});
+    const auto page = sample.sPage("languages.html");
+    EXPECT_THAT(page, HasSubstr("#Mark\">S</a> <span class=\"badge\">office</span></li>"));
+    EXPECT_THAT(page, HasSubstr("<li><a href=\"sets/S.html#Mark\">S</a> <span class=\"badge\">hidden by "
+                                "office</span></li>"));
+}
+
+TEST(GuidIndexPages, SetsOfOneNameSayTheirContext) {
+    const auto set = sSet("S", {}, "", "ifdguid=\"00000000000000000000000000000040\"");
+    const SiteSample sample(Declarations, {{"TEST", set}, {"office", set}});
+    const auto page = sample.sPage("guids.html");
+    EXPECT_THAT(page, HasSubstr("<bdi>S</bdi></a> <span class=\"badge\">office</span>"));
+    EXPECT_THAT(page,
+                HasSubstr("<a href=\"sets/S.html\"><bdi>S</bdi></a> <span class=\"badge\">hidden by office"));
+}
+
+/// The page of a type lists the members that have it.
+TEST(Uses, MembersOfSetsOfOneNameSayTheirContext) {
+    const auto set = sSet("S", {}, sProperty("Mark", sSingle("Label")));
+    const SiteSample sample(Declarations, {{"TEST", set}, {"office", set}});
+    const auto page = sample.sPage("Label.html");
+    EXPECT_THAT(page, HasSubstr("<code>S.Mark</code></a> <span class=\"badge\">office</span></li>"));
+    EXPECT_THAT(page, HasSubstr("<a href=\"sets/S.html#Mark\"><code>S.Mark</code></a> <span class=\"badge\">"
+                                "hidden by office</span></li>"));
+}
+
+/// Two documents have one name, so that the set of the second is left out.
+TEST(SetIndexPages, SetsThatAreNotUsedSaySoEverywhere) {
+    const kiv::kivifc::test::TemporaryFolder folder;
+    const auto schema =
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+    const auto set = sSet("Pset_A", {"Wall"},
+                          sProperty("Mark", sSingle("Label"), sNameAlias("de", "Zeichen"),
+                                    "ifdguid=\"00000000000000000000000000000041\""));
+    folder.sWrite("sets/1.xml", set);
+    folder.sWrite("sets/2.xml", set);
+    const auto out = folder.sPath("site");
+    EXPECT_EQ(kiv::kivifc::test::kivifcRun({"site", schema, folder.sPath("sets"), "--out", out}).status, 1);
+    for (const std::string page : {"sets.html", "properties.html", "languages.html", "guids.html"}) {
+        const auto text = kiv::kivifc::test::sFileText(out + "/" + page);
+        EXPECT_THAT(text, HasSubstr("</a> <span class=\"badge error\">not used</span>")) << page;
+    }
+}
+
 TEST(LanguageIndexPages, CountNamesAndDefinitions) {
     const SiteSample sample(
         Declarations, {{"TEST", sSet("S", {},
@@ -123,11 +181,32 @@ TEST(LanguageIndexPages, CountNamesAndDefinitions) {
                                                    "<DefinitionAliases><DefinitionAlias lang=\"DE\">"
                                                    "Ein Zeichen.</DefinitionAlias></DefinitionAliases>"))}});
     const auto page = sample.sPage("languages.html");
-    EXPECT_THAT(page, HasSubstr("1 language beside that of the documents"));
+    EXPECT_THAT(page, HasSubstr("1 language besides that of the documents"));
     EXPECT_THAT(page, HasSubstr("<code>de</code></a></th><td>1</td><td>1</td></tr>"));
+    const auto id = sAnchor("de/Zeichen/Mark");
     EXPECT_THAT(page,
-                HasSubstr("<tr><th scope=\"row\" lang=\"de\">Zeichen</th><td><code>Mark</code></td><td><ul "
-                          "class=\"links\">\n<li><a href=\"sets/S.html#Mark\">S</a></li>\n</ul></td></tr>"));
+                HasSubstr("<tr id=\"" + id + "\"><th scope=\"row\" lang=\"de\"><a class=\"anchor\" href=\"#" +
+                          id +
+                          "\" aria-label=\"Link to Zeichen\">#</a>Zeichen</th><td><code>Mark</code></td>"
+                          "<td><ul class=\"links\">\n<li><a href=\"sets/S.html#Mark\">S</a></li>\n"
+                          "</ul></td></tr>"));
+}
+
+/// The address of a row is the same whatever else the index has.
+TEST(LanguageIndexPages, RowIsFoundByNameAndMeaning) {
+    const auto idsOf = [](const std::string& first) {
+        const SiteSample sample(
+            Declarations,
+            {{"TEST", sSet("S", {},
+                           sProperty(first, sSingle("Label"), sNameAlias("de", "Zeichen")) +
+                               sProperty("Mark", sSingle("Label"), sNameAlias("de", "Zeichen")))}});
+        return sample.sPage("languages.html");
+    };
+    for (const std::string first : {"A", "Z"}) {
+        const auto page = idsOf(first);
+        EXPECT_THAT(page, HasSubstr("<tr id=\"" + sAnchor("de/Zeichen/Mark") + "\">"));
+        EXPECT_THAT(page, HasSubstr("<tr id=\"" + sAnchor("de/Zeichen/" + first) + "\">"));
+    }
 }
 
 TEST(LanguageIndexPages, LanguageWithManyNamesHasAPage) {
@@ -139,9 +218,10 @@ TEST(LanguageIndexPages, LanguageWithManyNamesHasAPage) {
     const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, members)}});
     const auto page = sample.sPage("languages.html");
     EXPECT_THAT(page, HasSubstr("<a href=\"languages-pt_BR.html\"><code>pt-BR</code></a></th><td>50</td>"));
-    EXPECT_THAT(page, HasSubstr(">Nom</th>"));
+    EXPECT_THAT(page, HasSubstr("</a>Nom</th>"));
     EXPECT_THAT(page, Not(HasSubstr("Nome7")));
-    EXPECT_THAT(sample.sPage("languages-pt_BR.html"), HasSubstr(">Nome7</th>"));
+    EXPECT_THAT(sample.sPage("languages-pt_BR.html"),
+                HasSubstr("<tr id=\"" + sAnchor("Nome7/P7") + "\"><th scope=\"row\" lang=\"pt-BR\">"));
 }
 
 TEST(GuidIndexPages, RepeatedOnesStandOut) {
@@ -150,9 +230,29 @@ TEST(GuidIndexPages, RepeatedOnesStandOut) {
                             {{"TEST", sSet("S", {}, sProperty("Mark", sSingle("Label"), {}, guid), guid)}});
     EXPECT_THAT(
         sample.sPage("guids.html"),
-        HasSubstr("<tr><th scope=\"row\"><code>0000000000000000000010</code></th><td><code>00000000-0000-"
-                  "0000-0000-000000000040</code></td><td class=\"differs\"><a href=\"sets/S.html\">"
-                  "<bdi>S</bdi></a>, <a href=\"sets/S.html#guid-Mark\"><bdi>S</bdi>.<bdi>Mark</bdi></a>"));
+        HasSubstr(
+            "<tr id=\"00000000000000000000000000000040\"><th scope=\"row\"><a class=\"anchor\" "
+            "href=\"#00000000000000000000000000000040\" aria-label=\"Link to "
+            "00000000000000000000000000000040\">#</a><code>0000000000000000000010</code></th><td><code>"
+            "00000000-0000-0000-0000-000000000040</code></td><td class=\"differs\"><a href=\"sets/S.html\">"
+            "<bdi>S</bdi></a>, <a href=\"sets/S.html#guid-Mark\"><bdi>S</bdi>.<bdi>Mark</bdi></a>"));
+}
+
+/// Letters alone could be the name of an element of ours.
+TEST(GuidIndexPages, RowsWithoutAnyDigitHaveAnAddressToo) {
+    const std::string letters(32, 'f');
+    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, "", "ifdguid=\"" + letters + "\"")}});
+    EXPECT_THAT(sample.sPage("guids.html"),
+                HasSubstr("<tr id=\"" + letters + "~\"><th scope=\"row\"><a class=\"anchor\" href=\"#" +
+                          letters + "~\""));
+}
+
+TEST(SetIndexPages, WhatSetsDoNotHaveIsSaid) {
+    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, "")}});
+    EXPECT_THAT(sample.sPage("properties.html"), HasSubstr("No set has any."));
+    EXPECT_THAT(sample.sPage("languages.html"), HasSubstr("No set is translated."));
+    EXPECT_THAT(sample.sPage("guids.html"), HasSubstr("No set has any."));
+    EXPECT_THAT(sample.sPage("guids.html"), Not(HasSubstr("<table")));
 }
 
 TEST(GuidIndexPages, ManyAreByTheirFirstDigit) {

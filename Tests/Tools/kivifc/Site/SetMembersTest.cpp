@@ -37,6 +37,17 @@ TEST(SetMembers, ShortRowsLeadToThoseOfTheSet) {
                                 "is.</td></tr>"));
 }
 
+/// They have no column for the kind, and a list of labels is no label.
+TEST(SetMembers, ShortRowsSayTheKind) {
+    for (const auto detail : {MembersDetail::Short, MembersDetail::Brief}) {
+        const auto html = membersOf(
+            sProperty("Marks", "<TypePropertyListValue><ListValue><DataType type=\"Label\"/></ListValue>"
+                               "</TypePropertyListValue>"),
+            detail);
+        EXPECT_THAT(html, HasSubstr("</th><td>List of <a href=\"Label.html\"><code>Label</code></a></td>"));
+    }
+}
+
 TEST(SetMembers, FullRowsHaveIdKindTranslationsAndGuid) {
     const auto html = membersOf(sProperty("Mark", sSingle("Label"), sNameAlias("de-CH", "Zeichen"),
                                           "ifdguid=\"0000000000000000000000000000003f\""),

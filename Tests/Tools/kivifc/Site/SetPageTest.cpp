@@ -34,9 +34,9 @@ TEST(SetPage, HasWhatTheDocumentSays) {
     EXPECT_THAT(page, HasSubstr("<dt>Context</dt><dd><bdi>TEST (standard)</bdi></dd>"));
     EXPECT_THAT(page, HasSubstr("<dt>Document</dt><dd><bdi>Set.xml</bdi></dd>"));
     EXPECT_THAT(page, HasSubstr("<bdi>PSET_TYPEDRIVENONLY</bdi>"));
-    EXPECT_THAT(page, HasSubstr("<dt>22 characters</dt><dd><code>0000000000000000000010</code></dd>"));
+    EXPECT_THAT(page, HasSubstr("<dt>GUID, 22 characters</dt><dd><code>0000000000000000000010</code></dd>"));
     EXPECT_THAT(page,
-                HasSubstr("<dt>with hyphens</dt><dd><code>00000000-0000-0000-0000-000000000040</code>"));
+                HasSubstr("<dt>GUID with hyphens</dt><dd><code>00000000-0000-0000-0000-000000000040</code>"));
     EXPECT_THAT(page, HasSubstr("<a href=\"../Wall.html\"><code>Wall</code></a>"));
     EXPECT_THAT(page, HasSubstr("<tr id=\"Mark\">"));
     EXPECT_THAT(page, HasSubstr("<a href=\"../Label.html\">"));
@@ -96,6 +96,31 @@ TEST(SetPage, FindingsAreThoseOfACheck) {
                                 std::string(kit::pRuleFind("C001")->name) + "</span></li>"));
 }
 
+/// Of a text that is no GUID nothing is left when a document was read.
+TEST(SetPage, WhatIsNoGuidIsShownAsItIsWritten) {
+    const TemporaryFolder folder;
+    const auto schema =
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+    const auto document =
+        folder.sWrite("S.xml", sSet("Pset_S", {"Wall"},
+                                    sProperty("Mark", sSingle("Label"), {}, "ifdguid=\"a &lt;b&gt; c\"") +
+                                        sProperty("Other", sSingle("Label"), {}, "ifdguid=\"one\"") +
+                                        sProperty("None", sSingle("Label")),
+                                    "ifdguid=\"nonsense\""));
+    const auto out = folder.sPath("site");
+    kivifcRun({"site", schema, document, "--out", out});
+    const auto page = sFileText(out + "/sets/Pset_S.html");
+    const std::string badge = "</code> <span class=\"badge error\">not a GUID</span>";
+    EXPECT_THAT(page, HasSubstr("<dt>GUID</dt><dd><code>nonsense" + badge + "</dd>"));
+    const auto sRow = [&](const std::string& id) {
+        const auto begin = page.find("<tr id=\"" + id + "\"");
+        return page.substr(begin, page.find("</tr>", begin) - begin);
+    };
+    EXPECT_THAT(sRow("Mark"), HasSubstr("<details><summary>GUID</summary><code>a &lt;b&gt; c" + badge));
+    EXPECT_THAT(sRow("Other"), HasSubstr("<code>one" + badge));
+    EXPECT_THAT(sRow("None"), Not(HasSubstr("GUID")));
+}
+
 /// Those of one name say where they differ, and no more of where they lie.
 TEST(SetPage, DocumentsOfOneNameDiffer) {
     const TemporaryFolder folder;
@@ -114,6 +139,26 @@ TEST(SetPage, DocumentsOfOneNameDiffer) {
     EXPECT_THAT(sFileText(out + "/sets/Pset_C.html"), HasSubstr(sDocument("2.xml")));
 }
 
+/// Of one name in two folders that were given: the folder that was given is what differs.
+TEST(SetPage, DocumentsOfTwoArgumentsDifferByTheirFolders) {
+    const TemporaryFolder folder;
+    const auto schema =
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+    folder.sWrite("Sets/1.xml", sSet("Pset_A", {"Wall"}, ""));
+    const auto other = folder.sWrite("firm/deep/1.xml", sSet("Pset_B", {"Wall"}, ""));
+    const auto out = folder.sPath("site");
+    for (const auto& given :
+         {folder.sPath("firm"), folder.sPath("firm/"), folder.sPath("firm/deep"), other}) {
+        EXPECT_EQ(kivifcRun({"site", schema, folder.sPath("Sets"), "office=" + given, "--out", out}).status,
+                  0);
+        const auto name = given == other                       ? std::string("1.xml")
+                          : given == folder.sPath("firm/deep") ? std::string("deep/1.xml")
+                                                               : std::string("firm/deep/1.xml");
+        EXPECT_THAT(sFileText(out + "/sets/Pset_A.html"), HasSubstr("<dd><bdi>Sets/1.xml</bdi></dd>"));
+        EXPECT_THAT(sFileText(out + "/sets/Pset_B.html"), HasSubstr("<dd><bdi>" + name + "</bdi></dd>"));
+    }
+}
+
 TEST(SetPage, DocumentWithoutFindingsSaysSo) {
     const TemporaryFolder folder;
     const auto out = folder.sPath("site");
@@ -122,7 +167,7 @@ TEST(SetPage, DocumentWithoutFindingsSaysSo) {
         kivifcRun({"check", "Building.exp", "Sets/Pset_BldStorey.xml", "--format", "github"}).out;
     const auto page = sFileText(out + "/sets/Pset_BldStorey.html");
     EXPECT_EQ(check.find("Pset_BldStorey") == std::string::npos,
-              page.find("is content with the document") != std::string::npos)
+              page.find("finds nothing in the document") != std::string::npos)
         << check;
 }
 

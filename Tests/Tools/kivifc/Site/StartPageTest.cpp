@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <stdexcept>
 #include <string>
 
 namespace kiv::kivifc::site::test {
@@ -38,7 +39,7 @@ TEST(StartPage, HasFiguresAndEntryPoints) {
 
 /// Beside the other cards a short title is enough; the search shows it among names of all kinds.
 TEST(StartPage, HasTheIndexPagesOfTheSearch) {
-    const SiteSample sample(Declarations);
+    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, "")}});
     EXPECT_THAT(sample.sPage("index.html"),
                 HasSubstr("<strong>Sets</strong><span>Property and quantity sets by class and by prefix<"));
     const auto search = sample.sPage("assets/search-index.js");
@@ -47,11 +48,16 @@ TEST(StartPage, HasTheIndexPagesOfTheSearch) {
         EXPECT_THAT(search, HasSubstr(",\"" + std::string(title) + "\",\""));
 }
 
-/// Their pages say that there are none.
-TEST(StartPage, WithoutSetsHasNoFiguresOfThem) {
+/// An index of what is not there would be a page that says nothing.
+TEST(StartPage, WithoutSetsHasNeitherFiguresNorIndexesOfThem) {
     const SiteSample sample(Declarations);
-    EXPECT_THAT(sample.sPage("index.html"), HasSubstr("<a href=\"sets.html\"><strong>Sets</strong>"));
     EXPECT_THAT(sample.sPage("index.html"), Not(HasSubstr("<strong>0</strong> sets")));
+    EXPECT_THAT(sample.sPage("index.html"), HasSubstr("<a href=\"functions.html\"><strong>Functions"));
+    for (const std::string name : {"sets", "properties", "languages", "guids"}) {
+        EXPECT_THAT(sample.sPage("index.html"), Not(HasSubstr("\"" + name + ".html")));
+        EXPECT_THAT(sample.sPage("assets/search-index.js"), Not(HasSubstr("\"" + name + ".html")));
+        EXPECT_THROW(sample.sPage(name + ".html"), std::runtime_error);
+    }
 }
 
 } // namespace

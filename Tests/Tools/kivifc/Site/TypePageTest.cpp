@@ -102,6 +102,16 @@ TEST(TextPage, FunctionHasItsTextAndItsCallers) {
     EXPECT_THAT(page, HasSubstr("<a href=\"Wall.html#WR1\"><code>Wall.WR1</code></a>"));
 }
 
+/// Names after that of a parameter or of a local variable are those of its type.
+TEST(TextPage, NamesAfterPointsOfLocalNamesAreLinks) {
+    const SiteSample sample(
+        "ENTITY Wall;\n    Size : REAL;\nEND_ENTITY;\n"
+        "FUNCTION F\n    (w : LIST [1:?] OF Wall; x : REAL) : REAL;\n    LOCAL\n        v : Wall := w[1];\n"
+        "    END_LOCAL;\n    RETURN (w[1].Size + v.Size + x.Size);\nEND_FUNCTION;\n");
+    const std::string size = "<a href=\"Wall.html#Size\">Size</a>";
+    EXPECT_THAT(sample.sPage("F.html"), HasSubstr("(w[1]." + size + " + v." + size + " + x.Size);"));
+}
+
 TEST(TextPage, RuleHasItsText) {
     const SiteSample sample(
         "ENTITY Wall;\nEND_ENTITY;\nRULE One FOR (Wall);\n WHERE\n    WR1 : SIZEOF(Wall) <= 1;\n"

@@ -14,6 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 constexpr const char* Declarations = "TYPE Label = STRING;\n"
                                      "END_TYPE;\n"
@@ -104,6 +105,26 @@ TEST(Uses, RedeclarationsAndUniqueRulesNameTheEntityAbove) {
         labels.emplace_back(rule.label);
     EXPECT_THAT(labels, ElementsAre("Mark", "Size", "U"));
     EXPECT_THAT(sample.sPage("Wall.html"), HasSubstr("<a href=\"Thick.html#U\"><code>Thick.U</code></a>"));
+}
+
+/// What a function or a query calls Wall is no use of the entity, and no link to it.
+TEST(Uses, LocalNamesAreNoUses) {
+    const SiteSample sample(
+        "ENTITY Wall;\nEND_ENTITY;\nENTITY Door;\n    Wall : REAL;\nEND_ENTITY;\n"
+        "ENTITY Room;\n    Sizes : LIST OF REAL;\n WHERE\n"
+        "    R : SIZEOF(QUERY(Wall <* Sizes | Wall > 1.0)) = 0;\nEND_ENTITY;\n"
+        "FUNCTION F\n    (Wall : REAL; d : Door) : REAL;\n    RETURN (Wall + d.Wall);\nEND_FUNCTION;\n"
+        "FUNCTION G\n    (x : REAL) : REAL;\n    LOCAL Door : INTEGER; END_LOCAL;\n"
+        "    RETURN (SIZEOF(Wall) + Door);\nEND_FUNCTION;\n");
+    const auto& walls = sample.getModel().usesOf(sample.entity("Wall")).rules;
+    ASSERT_EQ(walls.size(), 1U);
+    EXPECT_EQ(walls[0].owner->getName(), "G");
+    const auto& doors = sample.getModel().usesOf(sample.entity("Door")).rules;
+    ASSERT_EQ(doors.size(), 1U);
+    EXPECT_EQ(doors[0].owner->getName(), "F");
+    EXPECT_THAT(sample.sPage("F.html"), Not(HasSubstr("<a href=\"Wall.html\">")));
+    EXPECT_THAT(sample.sPage("G.html"), HasSubstr("<a href=\"Wall.html\">Wall</a>"));
+    EXPECT_THAT(sample.sPage("Room.html"), Not(HasSubstr("<a href=\"Wall.html\">")));
 }
 
 /// USEDIN asks for the attribute of an entity.

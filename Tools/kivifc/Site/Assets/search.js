@@ -6,7 +6,9 @@
 // After site.js, which has made the box.
 document.addEventListener("DOMContentLoaded", () => {
     const Most = 40; // Results that are listed.
-    const MostOfOne = 4; // Of one name and kind, unless it is what was typed.
+    const MostOfOne = 4; // Of one name and kind, before the others are asked for.
+    const MostAtOnce = 100; // Of these, each time.
+    const MostWords = 8; // Nobody asks for a name by more.
     const SetKinds = new Set(["Property set", "Quantity set"]);
 
     const box = document.getElementById("search");
@@ -71,8 +73,11 @@ document.addEventListener("DOMContentLoaded", () => {
 
     /* Index */
 
-    let entries = null; // Each: {name, key, short, kind, page: {name, key, file}, of, anchor, language}
+    // Each: {name, key, short, kind, order, page: {name, key, short, file, note, above}, of, anchor, language}; short is another way
+    // to write it, above the name of the supertype.
+    let entries = null;
     let kinds = [];
+    const pagesByKey = new Map(); // Of what a supertype can be.
     const guids = []; // [digits, entry]
     const byName = new Map(); // Name: entries
     let near = null; // MiniSearch over the distinct names, once it is there
@@ -111,9 +116,14 @@ document.addEventListener("DOMContentLoaded", () => {
 
     function rowsRead(all, index, page, runs) {
         for (const [kind, ...run] of runs) {
+            // On the page of a set, it is what the values of a property are: less than a property of that name.
+            const isOfValues = index.kinds[kind] === "Enumeration";
+            const order = isOfValues ? index.kinds.indexOf("Quantity") + 0.5 : kind;
             for (const row of run) {
                 const [name, anchor, guid, ...translations] = typeof row === "string" ? [row] : row;
-                const entry = { name, key: folded(name), short: "", kind, page, of: page.name, anchor: anchor || name, language: "" };
+                const key = folded(name);
+                const short = isOfValues ? "penum_" + key : "";
+                const entry = { name, key, short, kind, order, page, of: page.name, anchor: anchor || name, language: "" };
                 entriesAdd(all, entry, guid, translations, index.languages);
             }
         }
@@ -123,10 +133,13 @@ document.addEventListener("DOMContentLoaded", () => {
         const all = [];
         const isSet = (kind) => SetKinds.has(index.kinds[kind]);
         const prefix = commonPrefix(index.pages.filter(([kind]) => !isSet(kind)).map(([, name]) => name));
-        for (const [kind, name, file, guid, rows, translations] of index.pages) {
-            const page = { name, key: folded(name), file: file || (isSet(kind) ? "sets/" : "") + name + ".html" };
+        for (const [kind, name, file, guid, rows, translations, note, above] of index.pages) {
             const short = shortened(name, index.kinds[kind], prefix);
-            const entry = { name, key: page.key, short, kind, page, of: "", anchor: "", language: "" };
+            const address = file || (isSet(kind) ? "sets/" : "") + name + ".html";
+            const page = { name, key: folded(name), short, file: address, note, above };
+            if (index.kinds[kind] === "Entity" && !pagesByKey.has(page.key))
+                pagesByKey.set(page.key, page);
+            const entry = { name, key: page.key, short, kind, order: kind, page, of: "", anchor: "", language: "" };
             entriesAdd(all, entry, guid, translations || [], index.languages);
             rowsRead(all, index, page, rows || []);
         }
@@ -208,20 +221,20 @@ document.addEventListener("DOMContentLoaded", () => {
     }
 
     function compared(one, other) {
-        return one.kind - other.kind || one.key.length - other.key.length || (one.key < other.key ? -1 : Number(one.key > other.key));
+        return one.order - other.order || one.key.length - other.key.length || (one.key < other.key ? -1 : Number(one.key > other.key));
     }
 
-    // Puts an entry where it belongs among the best of its rank, at most as many as are listed: a letter has more hits than can be
-    // sorted at each key.
-    function bestAdd(best, entry, query) {
+    // Puts an entry where it belongs among the best of its rank, at most one more than are listed, so that it is known that there
+    // are more: a letter has more hits than can be sorted at each key.
+    function bestAdd(best, entry) {
         let at = best.length;
         while (at > 0 && compared(entry, best[at - 1]) < 0)
             --at;
-        const isOneOfMany = at >= MostOfOne && entry.key !== query && compared(entry, best[at - MostOfOne]) === 0;
-        if (at === Most || isOneOfMany)
+        const isOneOfMany = at >= MostOfOne && compared(entry, best[at - MostOfOne]) === 0;
+        if (at === Most + 1 || isOneOfMany)
             return;
         best.splice(at, 0, entry);
-        best.length = Math.min(best.length, Most);
+        best.length = Math.min(best.length, Most + 1);
     }
 
     function ranked(query) {
@@ -229,7 +242,7 @@ document.addEventListener("DOMContentLoaded", () => {
         for (const entry of entries) {
             const value = rank(entry, query);
             if (value >= 0)
-                bestAdd(ranks[value], entry, query);
+                bestAdd(ranks[value], entry);
         }
         return ranks.flat();
     }
@@ -276,43 +289,108 @@ document.addEventListener("DOMContentLoaded", () => {
         return names.slice(0, Most).flatMap((name) => byName.get(name));
     }
 
+    // The page and those of its supertypes, the nearest first.
+    function* line(page) {
+        const known = new Set();
+        for (let each = page; each && !known.has(each); each = each.above && pagesByKey.get(folded(each.above))) {
+            known.add(each);
+            yield each;
+        }
+    }
+
+    // "IfcWall.PredefinedType", "wall.globalid" or "IfcWall GlobalId": rows of a page, or of one whose rows it inherits.
+    function rowsOfOwner(query) {
+        const [, owner, begin] = /^(.*[^.\s])[.\s]+([^.\s]*)$/.exec(query) || [];
+        if (!owner)
+            return [];
+        const owners = new Set(entries.map((entry) => entry.page).filter((page) => page.key === owner || page.short === owner));
+        const pages = [...owners].flatMap((page) => [...line(page)]);
+        const distances = new Map(pages.map((page, at) => [page, at]).reverse());
+        return entries.filter((entry) => entry.of && entry.key.startsWith(begin) && distances.has(entry.page))
+            .sort((one, other) => distances.get(one.page) - distances.get(other.page)).slice(0, 5 * Most);
+    }
+
+    // How well a word fits a name: it, the beginning of it, a part of it; or not.
+    function wordRank({ key, short }, word) {
+        if (key === word || short === word)
+            return 0;
+        if (key.startsWith(word) || short && short.startsWith(word))
+            return 1;
+        return key.includes(word) ? 2 : -1;
+    }
+
+    // Of several words, each is in the name or in that of its page, and one or more in the name itself.
+    function rankedByWords(query) {
+        const asked = query.split(/[.\s]+/).filter((word) => word);
+        const ranks = [];
+        if (asked.length < 2 || asked.length > MostWords)
+            return ranks;
+        for (const entry of entries) {
+            let sum = 0;
+            let isNamed = false;
+            for (const word of asked) {
+                const own = wordRank(entry, word);
+                const value = own >= 0 ? own : wordRank(entry.page, word);
+                isNamed ||= own >= 0;
+                sum = value < 0 ? Infinity : sum + value;
+            }
+            if (isNamed && sum < Infinity)
+                bestAdd(ranks[sum] ||= [], entry);
+        }
+        return ranks.flat();
+    }
+
     function search(text) {
         const query = folded(text);
         if (!query)
-            return [];
+            return { results: [], isCut: false };
         const wanted = guidDigits(text);
         const found = new Set(guids.filter(([digits]) => wanted.some((begin) => digits.startsWith(begin))).map(([, entry]) => entry));
-        for (const entry of ranked(query))
+        const named = ranked(query);
+        for (const entry of [...named, ...rowsOfOwner(query), ...(named.length === 0 ? rankedByWords(query) : [])])
             found.add(entry);
-        // "IfcWall.PredefinedType": a row of a page.
-        const dot = query.lastIndexOf(".");
-        if (dot > 0) {
-            for (const entry of entries) {
-                if (entry.of && entry.key.startsWith(query.slice(dot + 1)) && entry.page.key === query.slice(0, dot))
-                    found.add(entry);
-            }
-        }
-        if (found.size < Most) {
-            for (const entry of nearest(text, query, found.size === 0))
+        const matching = found.size;
+        if (matching < Most) {
+            for (const entry of nearest(text, query, matching === 0))
                 found.add(entry);
         }
-        return thinned([...found], query);
+        return grouped([...found], matching);
     }
 
-    // One name in many places leaves room for others.
-    function thinned(found, query) {
-        const counts = new Map();
+    function isSame(one, other) {
+        return one.kind === other.kind && one.key === other.key;
+    }
+
+    // One name in many places leaves room for others. Each result: {entry, rest}, where rest is what else there is of the name and
+    // is there for the last of those that are listed. The first of what was found, that many, match and are not only near.
+    function grouped(found, matching) {
+        const groups = new Map();
         const kept = [];
-        for (const entry of found) {
+        let isCut = false;
+        for (const [at, entry] of found.entries()) {
             const id = entry.kind + " " + entry.key;
-            const count = (counts.get(id) || 0) + 1;
-            counts.set(id, count);
-            if (count <= MostOfOne || entry.key === query)
-                kept.push(entry);
-            if (kept.length === Most)
+            const group = groups.get(id) || new Set();
+            groups.set(id, group.add(entry));
+            if (group.size > MostOfOne)
+                continue;
+            if (kept.length === Most) {
+                isCut = at < matching;
                 break;
+            }
+            kept.push({ entry, rest: [] });
         }
-        return kept;
+        for (const [at, result] of kept.entries()) {
+            const group = groups.get(result.entry.kind + " " + result.entry.key);
+            const isLast = !kept.slice(at + 1).some((other) => isSame(other.entry, result.entry));
+            if (isLast && group.size >= MostOfOne)
+                result.rest = restOf(result.entry, kept);
+        }
+        return { results: kept, isCut };
+    }
+
+    function restOf(entry, kept) {
+        const listed = new Set(kept.map((result) => result.entry));
+        return entries.filter((other) => isSame(other, entry) && !listed.has(other));
     }
 
     /* Results */
@@ -324,17 +402,29 @@ document.addEventListener("DOMContentLoaded", () => {
         return made;
     }
 
+    // Long names may be broken between their words: IfcWall|Type.
+    function broken(text) {
+        return text.split(/(?<=\p{Ll})(?=\p{Lu})|(?<=_)/u).flatMap((part, at) => (at > 0 ? [element("wbr", "", ""), part] : [part]));
+    }
+
     // The part that was typed is marked, where folding has kept the places of the characters.
     function nameElement(entry, query) {
         const made = element("span", "name", "");
         const place = entry.key.length === entry.name.length ? entry.key.indexOf(query) : -1;
         if (place < 0) {
-            made.textContent = entry.name;
+            made.append(...broken(entry.name));
             return made;
         }
-        made.append(entry.name.slice(0, place), element("mark", "", entry.name.slice(place, place + query.length)),
-            entry.name.slice(place + query.length));
+        const mark = element("mark", "", "");
+        mark.append(...broken(entry.name.slice(place, place + query.length)));
+        made.append(...broken(entry.name.slice(0, place)), mark, ...broken(entry.name.slice(place + query.length)));
         return made;
+    }
+
+    function placeOf({ page, kind }) {
+        if (page.file.startsWith("sets/"))
+            return "Sets";
+        return kinds[kind] === "Page" ? "Site" : "Schema";
     }
 
     function resultElement(entry, query) {
@@ -344,10 +434,34 @@ document.addEventListener("DOMContentLoaded", () => {
         const name = nameElement(entry, query);
         if (entry.language)
             name.lang = entry.language;
-        const place = [entry.of, entry.language].filter((text) => text).join(" · ") || (entry.page.file.startsWith("sets/") ? "Sets" : "Schema");
-        link.append(name, " ", element("span", "place", place), " ", element("span", "kind", kinds[entry.kind]));
+        const place = [entry.of, entry.language].filter((text) => text).join(" · ") || placeOf(entry);
+        link.append(name, " ", element("span", "place", place), " ");
+        if (entry.page.note)
+            link.append(element("span", "badge", entry.page.note), " ");
+        link.append(element("span", "kind", kinds[entry.kind]));
         item.append(link);
         return item;
+    }
+
+    // Opens what else there is of the name of the results before it.
+    function restElement(rest, query) {
+        const item = document.createElement("li");
+        const button = element("button", "rest", `and ${rest.length} more: ${rest[0].name}`);
+        button.type = "button";
+        button.addEventListener("click", () => {
+            const opened = resultElements(rest.slice(0, MostAtOnce).map((entry) => ({ entry, rest: [] })), query);
+            if (rest.length > MostAtOnce)
+                opened.push(restElement(rest.slice(MostAtOnce), query));
+            item.replaceWith(...opened);
+            opened[0].querySelector("a").focus();
+        });
+        item.append(button);
+        return item;
+    }
+
+    function resultElements(results, query) {
+        return results.flatMap(({ entry, rest }) =>
+            [resultElement(entry, query), ...(rest.length > 0 ? [restElement(rest, query)] : [])]);
     }
 
     function hide() {
@@ -362,13 +476,14 @@ document.addEventListener("DOMContentLoaded", () => {
     function show() {
         if (!box.value.trim())
             return hide();
-        const found = search(box.value);
-        const query = folded(box.value);
-        list.replaceChildren(...found.map((entry) => resultElement(entry, query)));
+        const { results, isCut } = search(box.value);
+        list.replaceChildren(...resultElements(results, folded(box.value)));
         list.querySelector("a")?.classList.add("first");
-        if (found.length === 0)
-            list.append(element("li", "none", near ? "Nothing has that name or one near it." : "Searching…"));
-        say(found.length === 1 ? "1 result" : `${found.length} results`);
+        if (results.length === 0)
+            list.append(element("li", "none", near ? "No name is like that." : "Searching…"));
+        if (isCut)
+            list.append(element("li", "none", "More names match; type more of the name."));
+        say(isCut ? `The first ${Most} results` : results.length === 1 ? "1 result" : `${results.length} results`);
         list.scrollTop = 0;
         list.hidden = false;
     }
@@ -387,7 +502,7 @@ document.addEventListener("DOMContentLoaded", () => {
     }
 
     function focusMove(step) {
-        const links = [...list.querySelectorAll("a")];
+        const links = [...list.querySelectorAll("a, button")];
         const at = links.indexOf(document.activeElement) + step;
         if (list.hidden || links.length === 0)
             return;
@@ -415,13 +530,54 @@ document.addEventListener("DOMContentLoaded", () => {
         case "Escape":
             if (isInBox && list.hidden)
                 box.value = "";
+            box.focus(); // From a result, this shows what was found.
             hide();
-            box.focus();
             return true;
         default:
             return false;
         }
     }
+
+    /* Names of members in place, on the page of an entity, in the language that was chosen */
+
+    // By the address of the row: this very language, or another form of it.
+    function translationsOf(tag) {
+        const wanted = tag.toLowerCase();
+        const primary = (text) => text.split(/[-_]/)[0];
+        const found = new Map();
+        for (const entry of entries) {
+            const language = entry.language.toLowerCase();
+            const address = entry.page.file + "#" + entry.anchor;
+            if (language && (language === wanted || (primary(language) === primary(wanted) && !found.has(address))))
+                found.set(address, entry);
+        }
+        return found;
+    }
+
+    function membersTranslate() {
+        const tag = document.documentElement.dataset.language;
+        document.querySelectorAll("details.set .translated").forEach((each) => each.remove());
+        if (!tag)
+            return;
+        const found = translationsOf(tag);
+        for (const link of document.querySelectorAll("details.set th > a")) {
+            const entry = found.get(link.getAttribute("href"));
+            if (entry)
+                link.after(Object.assign(element("span", "note translated", entry.name), { lang: entry.language }));
+        }
+    }
+
+    function languageTaken() {
+        // Nothing has been translated, so there is nothing to take back.
+        if (!entries && !document.documentElement.dataset.language)
+            return;
+        // Names stay as they are written when there is no index; the search says so when it is used.
+        load().then(membersTranslate, () => {});
+    }
+
+    document.addEventListener("kivlanguage", languageTaken);
+    if (document.documentElement.dataset.language)
+        languageTaken();
 
     box.addEventListener("focus", () => load().catch(failureShow));
     box.addEventListener("input", typed);

@@ -122,21 +122,30 @@
         }
     }
 
-    // Members in place have no translations, which would be there on page after page: who chose a language reads where they are.
-    function languageNoteShow() {
-        const tag = remembered("language");
-        const heading = document.querySelector("#sets > h2");
-        if (tag && heading && document.querySelector("details.set"))
-            heading.after(made("p", { className: "note language" }, "Members are shown as their documents write them. Where they are " +
-                `translated, the page of the set shows them in ${languageName(tag)}.`));
+    // The sets of an entity have names in other languages, which search.js adds: it has the index with all names.
+    function membersShow(section, tag) {
+        section.querySelector(".language")?.remove();
+        if (tag)
+            section.querySelector("h2").after(made("p", { className: "note language" },
+                `Names of members are also shown in ${languageName(tag)} where a document translates them. ` +
+                "Translated definitions are on the pages of the sets."));
+        root.dataset.language = tag;
+        document.dispatchEvent(new Event("kivlanguage"));
     }
 
     function languageBegin() {
         const select = document.getElementById("language");
         const groups = groupsFind();
+        const section = document.querySelector("#sets[data-languages]");
         const tags = new Set(groups.flat().map((variant) => variant.dataset.l).filter((tag) => tag));
+        section?.dataset.languages.split(" ").forEach((tag) => tags.add(tag));
         if (!select || tags.size === 0)
-            return languageNoteShow();
+            return;
+        const show = (tag) => {
+            languageShow(groups, tag);
+            if (section)
+                membersShow(section, tag);
+        };
         select.add(new Option("As written", ""));
         for (const tag of [...tags].sort())
             select.add(new Option(languageName(tag), tag));
@@ -148,10 +157,10 @@
         select.hidden = false;
         select.addEventListener("change", () => {
             remember("language", select.value);
-            languageShow(groups, select.value);
+            show(select.value);
         });
         if (known)
-            languageShow(groups, known);
+            show(known);
     }
 
     /* Links to copy */
@@ -201,6 +210,33 @@
         }
         if (isOpened)
             element.scrollIntoView();
+    }
+
+    // What is printed is printed open, and as it was again afterwards.
+    function printBegin() {
+        let closed = [];
+        addEventListener("beforeprint", () => {
+            closed = [...document.querySelectorAll("details:not([open])")];
+            closed.forEach((each) => { each.open = true; });
+        });
+        addEventListener("afterprint", () => {
+            closed.forEach((each) => { each.open = false; });
+            closed = [];
+        });
+    }
+
+    // All branches of the tree at once.
+    function treeBegin() {
+        const tree = document.querySelector("main > .tree");
+        const branches = tree ? [...tree.querySelectorAll("details")] : [];
+        if (branches.length === 0)
+            return;
+        const button = (text, isOpen) => {
+            const element = made("button", { type: "button" }, text);
+            element.addEventListener("click", () => branches.forEach((each) => { each.open = isOpen; }));
+            return element;
+        };
+        tree.before(made("div", { className: "tree-bar" }, button("Expand all", true), button("Collapse all", false)));
     }
 
     /* Contents */
@@ -272,6 +308,8 @@
         barBegin();
         modeBegin();
         contentsBegin();
+        treeBegin();
+        printBegin();
         languageBegin();
         copyBegin();
         keysBegin();

@@ -42,6 +42,7 @@ bool PropertyDef::boChildRead(std::string_view tag, const kiv::xml::const_Elemen
         type_ = PropertyType::pCreate(this, child, errors);
         return true;
     }
+    // Known, and nothing of it is kept: what values a property may have is in its type.
     return tag == "ValueDef";
 }
 
@@ -91,6 +92,7 @@ bool PropertySetDef::boChildRead(std::string_view tag, const kiv::xml::const_Ele
         vDefinitionAliasesAdd(child, AliasTag, errors.pMeter());
         return true;
     }
+    // Known, and nothing of it is kept: `ApplicableClasses` has the classes.
     return tag == "Applicability";
 }
 

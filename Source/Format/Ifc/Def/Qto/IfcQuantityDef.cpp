@@ -37,6 +37,7 @@ QuantityDef::QuantityDef(const QuantitySetDef& owner, std::string_view name,
 bool QuantityDef::boChildRead(std::string_view tag, const kiv::xml::const_Element& child, WorkMeter* meter) {
     if (boCheck(tag, child, meter))
         return true;
+    // "ValueDef", which is known in a property, is not known here.
     if (tag != TypeTag)
         return false;
     type_ = QuantityType::pCreate(child, meter);
@@ -87,6 +88,7 @@ bool QuantitySetDef::boChildRead(std::string_view tag, const kiv::xml::const_Ele
         vDefinitionAliasesAdd(child, AliasTag, errors.pMeter());
         return true;
     }
+    // Known, and nothing of it is kept: `ApplicableClasses` has the classes.
     return tag == "Applicability";
 }
 

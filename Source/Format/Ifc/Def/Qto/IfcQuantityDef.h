@@ -1,6 +1,8 @@
 /// @file
-/// Quantity sets and their quantities. They mirror the property sets; each difference is deliberate and
-/// described where it is.
+/// Quantity sets and their quantities. They mirror the property sets, with these differences, which are
+/// deliberate: the check of a set does not look at its quantities; a quantity's type is a code, so that
+/// reading one makes no records; "ValueDef" is unknown in a quantity; and `exportDef` makes the set's element
+/// itself.
 ///
 ///     xml::XmlSetErrors errors;
 ///     const QuantitySetDef set(root, errors);

@@ -113,11 +113,11 @@ std::vector<std::reference_wrapper<const Attribute>> Schema::getAttributesByName
     return attributes;
 }
 
-const std::vector<const ObjectBase*>& Schema::getObjects() const {
+std::span<const ObjectBase* const> Schema::getObjects() const {
     return model_->objectsAsRead;
 }
 
-const std::vector<const ObjectBase*>& Schema::getObjectsByName() const {
+std::span<const ObjectBase* const> Schema::getObjectsByName() const {
     return model_->objectsByName;
 }
 

@@ -29,6 +29,7 @@
 #include <functional>
 #include <iosfwd>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,10 +74,10 @@ public:
     attributesGet(const std::string& attributeName) const;
 
     /// Every object, in the order of the text; objects of the same name are all there.
-    const std::vector<const ObjectBase*>& getObjects() const;
+    std::span<const ObjectBase* const> getObjects() const;
 
     /// The objects in the order of their upper-cased names, each name once: the one read first.
-    const std::vector<const ObjectBase*>& getObjectsByName() const;
+    std::span<const ObjectBase* const> getObjectsByName() const;
 
     /// The data types that are not shared, in the order in which they were made. Cost: a list of them.
     std::vector<const DataTypeBase*> getDataTypes() const;

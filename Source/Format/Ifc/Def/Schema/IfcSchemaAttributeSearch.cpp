@@ -165,7 +165,7 @@ private:
     WorkMeter* meter_;
     MeteredScope nodesHeld_;
     std::map<std::string_view, std::size_t> numbers_;
-    // Both begin with what stands for `Nothing`.
+    // Both begin with an entry for `Nothing`.
     std::vector<Node> nodes_;
     std::vector<const Kind*> attributes_;
     std::unordered_map<const Entity*, Scope> scopes_;

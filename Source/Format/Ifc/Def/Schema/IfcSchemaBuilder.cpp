@@ -76,10 +76,9 @@ void vSortRuns(std::vector<Value>& values, Less less) {
 /// themselves lie all over the memory of the schema.
 class NamedObject {
 public:
-    explicit NamedObject(const ObjectBase* object) :
-        begin_(beginOf(object->getNameUpper())), object_(object) {}
+    explicit NamedObject(ObjectBase* object) : begin_(beginOf(object->getNameUpper())), object_(object) {}
 
-    const ObjectBase* pObject() const { return object_; }
+    ObjectBase* pObject() const { return object_; }
 
     /// By name, byte by byte.
     friend bool operator<(const NamedObject& left, const NamedObject& right) {
@@ -107,7 +106,7 @@ private:
     }
 
     Begin begin_;
-    const ObjectBase* object_;
+    ObjectBase* object_;
 };
 
 /// Lets memory bring what will be looked at soon, into the caches. Any address will do.
@@ -264,7 +263,7 @@ void SchemaBuilder::vObjectsResolve() {
             vMemoryFetch(objectAt(index + ObjectAhead), sizeof(Entity));
         if (index + PartsAhead < count)
             vPartsFetch(Entity::pFrom(objectAt(index + PartsAhead)));
-        toChange(objectAt(index)).vUpdate(schema_);
+        objectAt(index)->vUpdate(schema_);
     }
 }
 
@@ -283,7 +282,7 @@ void SchemaBuilder::vObjectsByNameBuild() {
     held.vTake(model_.objectsAsRead.size() * sizeof(NamedObject));
     std::vector<NamedObject> objects;
     objects.reserve(model_.objectsAsRead.size());
-    for (const auto* const object : model_.objectsAsRead) {
+    for (auto* const object : model_.objectsAsRead) {
         vLook(meter_);
         objects.emplace_back(object);
     }
@@ -303,9 +302,9 @@ void SchemaBuilder::vObjectsByNameBuild() {
 
 void SchemaBuilder::vObjectTableBuild() {
     model_.objectTable.vReserve(model_.objectsAsRead.size(), meter_);
-    for (const auto* const object : model_.objectsAsRead) {
+    for (auto* const object : model_.objectsAsRead) {
         vLook(meter_);
-        model_.objectTable.vAdd(object->getNameUpper(), toChange(object));
+        model_.objectTable.vAdd(object->getNameUpper(), *object);
     }
 }
 
@@ -334,11 +333,11 @@ void SchemaBuilder::vTrim() {
 }
 
 void SchemaBuilder::vInverseAndNumbersResolve() {
-    for (const auto* const object : model_.objectsByName) {
+    for (auto* const object : model_.objectsByName) {
         vLook(meter_);
         if (object->getKind() != ObjectBase::Type::Entity)
             continue;
-        auto& entity = static_cast<Entity&>(toChange(object));
+        auto& entity = static_cast<Entity&>(*object);
         entity.vUpdateInverse(schema_);
         if (!entity.pSupertype())
             vTreeNumber(entity);

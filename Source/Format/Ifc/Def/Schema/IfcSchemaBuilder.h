@@ -111,9 +111,6 @@ private:
         std::uint32_t index;
     };
 
-    /// An object of the model, to be changed.
-    static ObjectBase& toChange(const ObjectBase* object) { return const_cast<ObjectBase&>(*object); }
-
     Schema& schema_;
     Schema::Model& model_;
     WorkMeter* meter_;

@@ -22,7 +22,7 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-constexpr std::string_view HeaderWord = "ENTITY";
+constexpr std::string_view EntityKeyword = "ENTITY";
 constexpr auto npos = std::string_view::npos;
 
 /// Most entities declare no more attributes.
@@ -278,7 +278,7 @@ private:
 };
 
 Entity::Entity(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream) :
-    Entity(line, keywordPos + HeaderWord.size(), std::size_t{}) {
+    Entity(line, keywordPos + EntityKeyword.size(), std::size_t{}) {
     Reader(*this, schema, line, stream).vRead();
 }
 

@@ -28,7 +28,7 @@ struct Schema::Model {
     Model(const Model&) = delete;
     Model& operator=(const Model&) = delete;
     ~Model() {
-        for (const auto* const object : objectsAsRead)
+        for (auto* const object : objectsAsRead)
             ArenaDelete()(object);
     }
 
@@ -39,8 +39,8 @@ struct Schema::Model {
     std::vector<ArenaPtr<DataTypeBase>> dataTypes;
     std::array<ArenaPtr<DataTypeBase>, 7> sharedTypes;
     // Owned.
-    std::vector<const ObjectBase*> objectsAsRead;
-    std::vector<const ObjectBase*> objectsByName;
+    std::vector<ObjectBase*> objectsAsRead;
+    std::vector<ObjectBase*> objectsByName;
     // By upper-cased name.
     NameTable<ObjectBase> objectTable;
     // Attributes of one name in the order in which their entities were resolved.

@@ -2,6 +2,10 @@
 /// The simple data types that have a width: STRING and BINARY. REAL, BOOLEAN, INTEGER, NUMBER and LOGICAL
 /// have nothing of their own and are each a plain `DataType`.
 ///
+///     const auto* text = dynamic_cast<const DataTypeString*>(attribute.pFirstType());
+///     if (text && text->getWidth() != 0)
+///         std::cout << attribute.getName() << " has up to " << text->getWidth() << " characters\n";
+///
 /// Ownership: belong to their schema; those without a width exist once per schema.
 /// Threads:   read-only once the schema is built; readable from any number of threads.
 /// Errors:    none; an unreadable width is 0.

@@ -14,7 +14,7 @@ namespace kiv::ifc::def::schema {
 
 namespace {
 
-constexpr std::string_view HeaderWord = "TYPE";
+constexpr std::string_view TypeKeyword = "TYPE";
 
 /// Of a type that no other is built on. Not made at its first use, which would be a look-up that writes.
 const std::vector<const Type*> None;
@@ -22,7 +22,7 @@ const std::vector<const Type*> None;
 } // namespace
 
 Type::Type(Schema& schema, ReadLineHelper& line, std::size_t keywordPos, std::istream& stream) :
-    Type(line, keywordPos + HeaderWord.size(), std::size_t{}, schema, stream) {}
+    Type(line, keywordPos + TypeKeyword.size(), std::size_t{}, schema, stream) {}
 
 Type::Type(ReadLineHelper& line, std::size_t namePos, std::size_t nameEnd, Schema& schema,
            std::istream& stream) :

@@ -1,6 +1,8 @@
 /// @file
 /// How one attribute of an entity is written in IFC-XML: the records of "cnf:attribute" and "cnf:inverse".
 ///
+///     if (const Attribute* record = attribute.pXmlAttribute(); record && !record->isKeep()) ...
+///
 /// Ownership: records are values; those that schema attributes are linked to belong to their `Config`.
 /// Threads:   read-only once the configuration is read.
 /// Errors:    what is wrong with an element is an assertion report, and the element is skipped.

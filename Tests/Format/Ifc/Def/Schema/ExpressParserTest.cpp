@@ -288,7 +288,7 @@ TEST_F(ExpressParserTest, QualifiersFollowPrimaries) {
 
 // ---- Syntax errors. The place is that of a token's last character, one greater on the first line.
 
-TEST_F(ExpressParserTest, WrongTokenIsReportedAtTheTokenBehindIt) {
+TEST_F(ExpressParserTest, WrongTokenIsReportedAtTheTokenAfterIt) {
     const Row rows[] = {
         {"w = 1;", "Expected token COLON but got EQUAL at 1:6"},
         {"w", "Expected token COLON but got END_OF_FILE at 1:4"},
@@ -489,7 +489,7 @@ TEST_F(ExpressParserTest, RulesBeforeAnErrorAreKept) {
     EXPECT_EQ(rules[1].label, "b");
 }
 
-TEST_F(ExpressParserTest, RuleIsLostWhenTheTokenBehindItsEndIsAnError) {
+TEST_F(ExpressParserTest, RuleIsLostWhenTheTokenAfterItsEndIsAnError) {
     // The parser reads one token ahead: the ';' is not consumed before the next token is known.
     ExpressTokenizer tokenizer("a : 1; % : 2;");
     ExpressParser parser(tokenizer, *schema_);
@@ -520,7 +520,7 @@ std::string sFailure(const ExpressParser& parser) {
     }
 }
 
-TEST_F(ExpressParserTest, FailureBearsThePlaceOfTheNextToken) {
+TEST_F(ExpressParserTest, FailureHasThePlaceOfTheNextToken) {
     ExpressTokenizer tokenizer("abc\n  +");
     ExpressParser parser(tokenizer, *schema_);
     EXPECT_EQ(sFailure(parser), "Broken at 1:4");
@@ -695,7 +695,7 @@ TEST_F(ExpressParserTest, EachNodeCallsTheVisitorForItsOwnClassOnce) {
     EXPECT_EQ(noter.sClassOf(*aggregate->getElements().at(0)), "Repetition");
 }
 
-TEST_F(ExpressParserTest, ListHasNoNodeBehindItsLast) {
+TEST_F(ExpressParserTest, ListHasNoNodeAfterItsLast) {
     const auto rules = rulesOf("w : [a, b];");
     const auto* aggregate = pAs<AggregateInitializerExpression>(rules.at(0).expression);
     ASSERT_NE(aggregate, nullptr);
@@ -755,7 +755,7 @@ TEST_F(ExpressParserTest, LevelsOfAllKindsCountTogether) {
     EXPECT_THAT(sParsed("w : " + fails + ';'), StartsWith("Unexpected token at 1:"));
 }
 
-TEST_F(ExpressParserTest, DeeperNestingIsReportedAtTheTokenBehindTheOpeningThatGoesTooDeep) {
+TEST_F(ExpressParserTest, DeeperNestingIsReportedAtTheTokenAfterTheOpeningThatGoesTooDeep) {
     // The 257th parenthesis is the character at offset 4 + 256.
     EXPECT_EQ(sParsed("w : " + repeated("(", 257) + 'a' + repeated(")", 257) + ';'),
               "Unexpected token at 1:263");

@@ -348,7 +348,7 @@ TEST(ExpressTokenizerTest, TheLongestOperatorIsTaken) {
     });
 }
 
-TEST(ExpressTokenizerTest, LessBehindAColonIsDropped) {
+TEST(ExpressTokenizerTest, LessAfterAColonIsDropped) {
     vTokensCheck({
         {":<x", {"COLON", "IDENTIFIER x"}},
         {":< x", {"COLON", "IDENTIFIER x"}},
@@ -361,7 +361,7 @@ TEST(ExpressTokenizerTest, LessBehindAColonIsDropped) {
     });
 }
 
-TEST(ExpressTokenizerTest, OfNotEqualBehindAColonTheGreaterIsReadAgain) {
+TEST(ExpressTokenizerTest, OfNotEqualAfterAColonTheGreaterIsReadAgain) {
     vTokensCheck({
         {":<>x", {"COLON", "GREATER", "IDENTIFIER x"}},
         {":<>>", {"COLON", "GREATER", "GREATER"}},
@@ -371,11 +371,11 @@ TEST(ExpressTokenizerTest, OfNotEqualBehindAColonTheGreaterIsReadAgain) {
     });
 }
 
-TEST(ExpressTokenizerTest, LessBehindAColonAtTheVeryEndComesBack) {
+TEST(ExpressTokenizerTest, LessAfterAColonAtTheVeryEndComesBack) {
     vTokensCheck({{":<", {"COLON", "LESS"}}, {"a :<", {"IDENTIFIER a", "COLON", "LESS"}}});
 }
 
-TEST(ExpressTokenizerTest, NotEqualBehindAColonAtTheVeryEndComesBack) {
+TEST(ExpressTokenizerTest, NotEqualAfterAColonAtTheVeryEndComesBack) {
     vTokensCheck({{":<>", {"COLON", "NOT_EQUAL"}}});
 }
 
@@ -418,7 +418,7 @@ TEST(ExpressTokenizerTest, LineCommentIsASemicolon) {
 
 // ---- String literals
 
-TEST(ExpressTokenizerTest, StringLiteralIsWhatStandsBetweenTheQuotes) {
+TEST(ExpressTokenizerTest, StringLiteralIsTheTextBetweenTheQuotes) {
     vTokensCheck({
         {"'a'", {"STRING_LITERAL a"}},
         {"''", {"STRING_LITERAL "}},
@@ -586,7 +586,7 @@ TEST(ExpressTokenizerTest, ColumnIsThatOfTheLastCharacterAndOneGreaterOnTheFirst
     });
 }
 
-TEST(ExpressTokenizerTest, EndOfTheInputIsOneColumnBehindTheLastCharacter) {
+TEST(ExpressTokenizerTest, EndOfTheInputIsOneColumnAfterTheLastCharacter) {
     vPlacesCheck({{"", {"END_OF_FILE at 1:2"}},
                   {" ", {"END_OF_FILE at 1:3"}},
                   {"\n", {"END_OF_FILE at 2:1"}},
@@ -627,7 +627,7 @@ TEST(ExpressTokenizerTest, TokensGivenBackAtTheVeryEndAreOneColumnFurther) {
 
 // ---- The end of the input
 
-TEST(ExpressTokenizerTest, BehindTheLastTokenComesTheEndAgainAndAgain) {
+TEST(ExpressTokenizerTest, AfterTheLastTokenComesTheEndAgainAndAgain) {
     ExpressTokenizer tokenizer("a");
     EXPECT_EQ(tokenizer.getToken().kind, ExpressTokenKind::IDENTIFIER);
     for (int i = 0; i < 100; ++i)
@@ -743,7 +743,7 @@ TEST(ExpressTokenizerTest, ReadsAStreamAsItReadsAText) {
     }
 }
 
-TEST(ExpressTokenizerTest, StartsWhereTheStreamStands) {
+TEST(ExpressTokenizerTest, StartsAtThePositionOfTheStream) {
     std::istringstream stream("skipped a");
     stream.ignore(8);
     ExpressTokenizer tokenizer(stream);

@@ -208,8 +208,8 @@ const Input Inputs[] = {
      }},
 };
 
-// What a host can rely on, as it limits both pieces and objects. Of what a byte takes, most is the sorting of a
-// list; of what an object takes, the growth of the lists of all objects, which moves them one by one.
+// What a host can rely on, as it limits both pieces and objects. Of what a byte takes, most is the sorting of
+// a list; of what an object takes, the growth of the lists of all objects, which moves them one by one.
 constexpr std::uint64_t StepsForAnObject = 8;
 
 void PrintTo(const Input& input, std::ostream* stream) {

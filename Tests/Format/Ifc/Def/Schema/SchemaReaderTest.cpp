@@ -127,7 +127,7 @@ TEST(StepStreamTest, EveryLineWithTheKeywordCallsTheFactoryAgain) {
                 ElementsAre(Call{"SCHEMA A;", 0}, Call{"END_SCHEMA;", 4}));
 }
 
-TEST(StepStreamTest, HeaderBehindABlockCommentIsRead) {
+TEST(StepStreamTest, HeaderAfterABlockCommentIsRead) {
     const auto schema = schemaFromWholeText("(*\nabout this SCHEMA\n*)\n\nSCHEMA IFC4;\n"
                                             "ENTITY A;\nEND_ENTITY;\nEND_SCHEMA;\n");
     ASSERT_NE(schema, nullptr);
@@ -199,7 +199,7 @@ TEST(StepStreamTest, WhatTheFactoryThrowsPasses) {
 
 // ---- The header's name
 
-TEST(SchemaReaderTest, NameIsWhatStandsBehindTheKeyword) {
+TEST(SchemaReaderTest, NameIsTheTextAfterTheKeyword) {
     struct {
         std::string line;
         std::size_t pos;
@@ -313,14 +313,14 @@ TEST(SchemaReaderTest, OfSeveralKeywordsInALineTheFirstInTheFixedOrderDecides) {
     });
 }
 
-TEST(SchemaReaderTest, EndSchemaEndsTheSchemaWhereverItStandsInTheLine) {
+TEST(SchemaReaderTest, EndSchemaEndsTheSchemaWhereverItIsInTheLine) {
     vStatementsCheck({
         {"ENTITY A;\nEND_ENTITY;\nEND_SCHEMA;\nENTITY B;\nEND_ENTITY;", {"2 A"}},
         {"-- the END_SCHEMA comes later\nENTITY B;\nEND_ENTITY;", {}},
     });
 }
 
-TEST(SchemaReaderTest, ReadingStopsBehindTheEndLine) {
+TEST(SchemaReaderTest, ReadingStopsAfterTheEndLine) {
     std::istringstream stream("ENTITY A;\nEND_ENTITY;\nEND_SCHEMA;\nnext line\n");
     const Schema schema(stream, "SCHEMA A;", 0);
     std::string next;
@@ -485,7 +485,7 @@ TEST(SchemaReaderTest, StreamThatIsToThrowAtItsEndDoesSoInsideASchemaThatHasNone
     }
 }
 
-TEST(SchemaReaderTest, StreamThatFailsRightBehindTheHeaderIsAnException) {
+TEST(SchemaReaderTest, StreamThatFailsRightAfterTheHeaderIsAnException) {
     FailingStream stream("", 0);
     EXPECT_THROW(Schema(stream, "SCHEMA A;", 0), kiv::exception);
 }

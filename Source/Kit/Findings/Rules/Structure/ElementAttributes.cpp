@@ -1,0 +1,169 @@
+#include "Kit/Findings/Rules/Structure/ElementAttributes.h"
+
+#include "Kit/Findings/LegalNames.h"
+#include "Kit/Findings/RuleRun.h"
+#include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kiv::kit {
+
+namespace {
+
+struct UnknownAttribute {
+    const XmlAttribute* attribute = nullptr;
+    LegalMatch match;
+};
+
+/// The attribute of a legal name, null when there is none, and how many others were probably meant to be it.
+struct AttributeClaim {
+    const XmlAttribute* present = nullptr;
+    std::size_t meant = 0;
+};
+using AttributeClaims = std::map<std::string_view, AttributeClaim>;
+
+/// Whether the attribute belongs to XML itself or says where the schema of the document is.
+bool isOfXml(std::string_view name) {
+    return name == "xmlns" || name.starts_with("xmlns:") || name.starts_with("xml:") ||
+           name.starts_with("xsi:");
+}
+
+std::vector<UnknownAttribute> unknownAttributes(const RuleRun& run, XmlIndex element, const ElementRule& rule,
+                                                AttributeClaims& claims) {
+    std::vector<UnknownAttribute> unknown;
+    for (const auto& attribute : run.xml.getAttributes(run.xml.getElement(element))) {
+        if (std::ranges::find(rule.attributes, attribute.name) != rule.attributes.end()) {
+            claims[attribute.name].present = &attribute;
+            continue;
+        }
+        const auto local = attribute.name.substr(attribute.name.find(':') + 1);
+        const auto match = legalMatch(local, rule.attributes);
+        // One with a prefix may be of another vocabulary unless it has a name of ours.
+        const bool isPrefixed = local.size() != attribute.name.size();
+        if (isOfXml(attribute.name) || (isPrefixed && !match.isLetterCase))
+            continue;
+        ++claims[match.name].meant;
+        unknown.push_back({&attribute, match});
+    }
+    return unknown;
+}
+
+/// Says which name is right, and writes it where that needs no judgement. No element has two attributes of
+/// one name.
+void vAttributeMend(FindingDraft& draft, const XmlAttribute& attribute, const LegalMatch& match,
+                    const XmlAttribute* present, bool isAlone) {
+    if (present) {
+        draft.vNoteAt(sQuoted(match.name) + " is there already", present->position);
+        return;
+    }
+    draft.vNote(sMeant(match));
+    if (match.isSure && isAlone)
+        draft.vEdit(attribute.nameBytes, match.name);
+}
+
+/// The child that is not there and was probably written as the attribute; empty when there is none.
+std::string_view elementFor(const RuleRun& run, XmlIndex element, const ElementRule& rule,
+                            std::string_view attribute) {
+    // Hostile documents have one name in thousands of letter cases, and as many children to search.
+    constexpr std::size_t maxAttributes = 16;
+    if (run.xml.getElement(element).attributeCount > maxAttributes)
+        return {};
+    for (const auto& child : rule.children) {
+        const auto name = child.rule->name;
+        const bool isMeant =
+            isEqualIgnoringCase(name, attribute) || (name == "DataType" && attribute == "type");
+        if (isMeant && childOf(run.xml, element, name) == NoXmlElement)
+            return name;
+    }
+    return {};
+}
+
+void vAttributeAdd(RuleRun& run, XmlIndex element, const ElementRule& rule, const UnknownAttribute& unknown,
+                   const AttributeClaims& claims) {
+    const auto& [attribute, match] = unknown;
+    const auto& claim = claims.find(match.name)->second;
+    const bool isPrefixed = attribute->name.find(':') != std::string_view::npos;
+    const auto* const code = isPrefixed ? "S015" : match.isLetterCase ? "S003" : "S002";
+    const auto* const what = isPrefixed           ? " has a prefix; prefixes are not supported"
+                             : match.isLetterCase ? " is written in another letter case"
+                                                  : " is not known";
+    auto& draft = run.addAtAttribute(code, element, *attribute,
+                                     "attribute " + sQuoted(attribute->name) + " of " +
+                                         sNameQuoted(run.xml.getElement(element)) + what);
+    if (!match.name.empty())
+        vAttributeMend(draft, *attribute, match, claim.present, claim.meant == 1);
+    if (match.isLetterCase)
+        return;
+    if (const auto owner = elementFor(run, element, rule, attribute->name); !owner.empty())
+        draft.vNote("it belongs in an element " + sQuoted(owner));
+    if (rule.attributes.empty())
+        draft.vNote(sQuoted(rule.name) + " has no attributes");
+    else
+        draft.vNote("legal here: " + sQuotedList({rule.attributes.begin(), rule.attributes.end()}));
+}
+
+/// Whether a name is one level too high, where it is not known and found.
+bool boIsAtParent(const RuleRun& run, XmlIndex parent, std::string_view attribute) {
+    const auto* rule = parent == NoXmlElement ? nullptr : run.vocabulary.pRuleOf(parent);
+    return rule && attribute == "name" &&
+           std::ranges::find(rule->attributes, attribute) == rule->attributes.end() &&
+           run.xml.pAttribute(run.xml.getElement(parent), attribute);
+}
+
+void vMissingAttributeCheck(RuleRun& run, XmlIndex element, std::string_view attribute, Severity severity,
+                            std::string message) {
+    const auto& parts = run.xml.getElement(element);
+    if (run.xml.pAttribute(parts, attribute) || run.boRepeated(element) ||
+        boIsAtParent(run, parts.parent, attribute))
+        return;
+    // What is misspelt, or written as text, is the mistake, and what the library reports is about the
+    // element.
+    auto* explanation = run.boMisplaced(element) ? run.pLastOf(element) : nullptr;
+    if (explanation)
+        explanation->subject.attribute = nullptr;
+    else
+        run.add("S005", element, std::move(message)).vSeverity(severity);
+}
+
+} // namespace
+
+void vAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
+    AttributeClaims claims;
+    const auto unknown = unknownAttributes(run, element, rule, claims);
+    if (unknown.empty())
+        return;
+    const auto& parts = run.xml.getElement(element);
+    // Without the attribute that matters most, that one was meant; without content, that was.
+    const bool isMeant = !rule.attributes.empty() && !run.xml.pAttribute(parts, rule.attributes.front());
+    const bool isEmpty = rule.content != ContentKind::Nothing && parts.firstChild == NoXmlElement &&
+                         parts.trimmedText.value.empty();
+    const auto isMatched = [](const UnknownAttribute& item) { return !item.match.name.empty(); };
+    if (isMeant || isEmpty || std::ranges::any_of(unknown, isMatched))
+        run.vMisplacedNote(element);
+    for (const auto& item : unknown)
+        vAttributeAdd(run, element, rule, item, claims);
+}
+
+void vMissingAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
+    if (rule.name == "UnitType")
+        vMissingAttributeCheck(run, element, "type", Severity::Error, "the unit has no \"type\"");
+    else if (rule.name == "IfcVersion")
+        vMissingAttributeCheck(run, element, "version", Severity::Error, "\"IfcVersion\" has no \"version\"");
+    else if (rule.name == "EnumList")
+        vMissingAttributeCheck(run, element, "name", Severity::Warning,
+                               "the enumeration has no \"name\" and gets that of its property");
+    else if (rule.name == "TypeComplexProperty")
+        vMissingAttributeCheck(run, element, "name", Severity::Warning,
+                               "the complex property has no \"name\", so nothing says what it is used for");
+    else if (rule.name == "LowerBoundValue" || rule.name == "UpperBoundValue")
+        vMissingAttributeCheck(run, element, "value", Severity::Warning, "the bound has no \"value\"");
+}
+
+} // namespace kiv::kit

@@ -1,0 +1,414 @@
+#include "Kit/Positions/XmlPositionsReader.h"
+
+#include "Kit/Text/MeteredRoom.h"
+#include "kiv/Host/Xml/KivXml.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <optional>
+#include <utility>
+
+namespace kiv::kit {
+
+namespace {
+
+constexpr std::string_view IgnoreWords[] = {"kivifc:", "ignore"};
+
+/// The codes of a comment "kivifc: ignore CODE"; absent for other comments.
+std::optional<std::string_view> ignoredCodes(std::string_view comment) {
+    for (const auto word : IgnoreWords) {
+        comment = trimmed(comment);
+        if (!comment.starts_with(word))
+            return std::nullopt;
+        comment.remove_prefix(word.size());
+    }
+    if (!comment.empty() && WhiteSpace.find(comment.front()) == std::string_view::npos)
+        return std::nullopt;
+    return trimmed(comment);
+}
+
+} // namespace
+
+template <auto member, typename... Arguments>
+void XMLCALL XmlPositionsReader::vCall(void* reader, Arguments... arguments) noexcept {
+    auto& self = *static_cast<XmlPositionsReader*>(reader);
+    if (self.isStopped_)
+        return;
+    self.vPlaceTake();
+    try {
+        self.vLook();
+        (self.*member)(arguments...);
+    } catch (...) {
+        self.exception_ = std::current_exception();
+        self.vStop();
+    }
+}
+
+XmlPositionsReader::XmlPositionsReader(XmlPositions::Data& data, WorkMeter* meter) :
+    data_(data), meter_(meter), cursor_(data.text) {}
+
+void XmlPositionsReader::vParserMake() {
+    parser_.reset(XML_ParserCreate("UTF-8"));
+    if (parser_ == nullptr)
+        throw std::bad_alloc();
+    XML_SetUserData(parser_.get(), this);
+    XML_SetElementHandler(parser_.get(), vCall<&XmlPositionsReader::vElementStart>,
+                          vCall<&XmlPositionsReader::vElementEnd>);
+    XML_SetCharacterDataHandler(parser_.get(), vCall<&XmlPositionsReader::vCharacters>);
+    XML_SetCommentHandler(parser_.get(), vCall<&XmlPositionsReader::vComment>);
+    XML_SetProcessingInstructionHandler(parser_.get(), vCall<&XmlPositionsReader::vProcessingInstruction>);
+}
+
+void XmlPositionsReader::vRead() {
+    vParserMake();
+    const bool isRead = boParse();
+    vPlaceTake();
+    if (exception_)
+        std::rethrow_exception(exception_);
+    vEnd();
+    if (isRead || data_.error)
+        return;
+    const XML_Error code = XML_GetErrorCode(parser_.get());
+    if (code == XML_ERROR_NO_MEMORY)
+        throw std::bad_alloc();
+    vFail(XML_ErrorString(code));
+}
+
+bool XmlPositionsReader::boParse() {
+    // The parser takes sizes as int.
+    constexpr std::size_t largestPiece = std::size_t{1} << 30;
+    for (std::string_view rest = data_.text;; rest.remove_prefix(largestPiece)) {
+        const bool isLast = rest.size() <= largestPiece;
+        const auto size = static_cast<int>(std::min(rest.size(), largestPiece));
+        if (XML_Parse(parser_.get(), rest.data(), size, isLast) != XML_STATUS_OK)
+            return false;
+        if (isLast)
+            return true;
+    }
+}
+
+void XmlPositionsReader::vPlaceTake() {
+    const auto index = std::max<XML_Index>(XML_GetCurrentByteIndex(parser_.get()), 0);
+    offset_ = std::min(static_cast<std::size_t>(index), data_.text.size());
+    size_ = static_cast<std::size_t>(std::max(XML_GetCurrentByteCount(parser_.get()), 0));
+}
+
+bool XmlPositionsReader::boTagWritten(std::string_view name) const {
+    const auto tag = data_.text.substr(getOffset(), getSize());
+    return tag.starts_with('<') && tag.substr(1).starts_with(name) && tag.size() > name.size() + 1;
+}
+
+void XmlPositionsReader::vFail(std::string message) {
+    data_.error = XmlPositionError{std::move(message), TextCursor(data_.text).at(getOffset())};
+}
+
+void XmlPositionsReader::vStop() {
+    isStopped_ = true;
+    XML_StopParser(parser_.get(), XML_FALSE);
+}
+
+void XmlPositionsReader::vElementStart(const XML_Char* name, const XML_Char** attributes) {
+    vTextEnd();
+    if (open_.size() == xml::maxElementDepth ||
+        data_.elements.size() == std::numeric_limits<XmlIndex>::max() - 1) {
+        vFail("elements are nested deeper than " + std::to_string(xml::maxElementDepth) + " levels");
+        vStop();
+        return;
+    }
+    const bool isWritten = boTagWritten(name);
+    XmlElement& element = elementAdd(name);
+    if (isWritten)
+        vElementPlace(element);
+    else
+        element.tagPosition = element.position = cursor_.at(getOffset(), getSize());
+    vAttributesAdd(element, attributes, isWritten);
+    if (!isStopped_)
+        vTextBegin(getOffset() + getSize());
+}
+
+void XmlPositionsReader::vElementPlace(XmlElement& element) {
+    const auto offset = getOffset();
+    const auto size = element.name.size();
+    element.tagPosition = cursor_.at(offset, getSize());
+    element.position = cursor_.at(offset + 1, size);
+    element.nameBytes = data_.range(offset + 1, size);
+    element.bytes = data_.range(offset, getSize());
+}
+
+XmlElement& XmlPositionsReader::elementAdd(std::string_view name) {
+    const auto index = static_cast<XmlIndex>(data_.elements.size());
+    vRoomForOne(data_.elements, meter_);
+    auto& element = data_.elements.emplace_back();
+    element.name = kept(name, data_.text.substr(getOffset()).substr(1, name.size()));
+    element.descendantsEnd = index + 1;
+    if (!open_.empty()) {
+        auto& parent = open_.back();
+        element.parent = parent.element;
+        if (parent.lastChild == NoXmlElement)
+            data_.elements[parent.element].firstChild = index;
+        else
+            data_.elements[parent.lastChild].nextSibling = index;
+        parent.lastChild = index;
+    }
+    for (; pendingIgnores_ != 0; --pendingIgnores_)
+        data_.ignores[data_.ignores.size() - pendingIgnores_].element = index;
+    vRoomForOne(open_, meter_);
+    open_.push_back({index, NoXmlElement});
+    return element;
+}
+
+/// `attributes` are names and values in turn, ended by null; those that the tag does not write come last.
+void XmlPositionsReader::vAttributesAdd(XmlElement& element, const XML_Char** attributes, bool isWritten) {
+    element.firstAttribute = static_cast<std::uint32_t>(data_.attributes.size());
+    const int written = isWritten ? XML_GetSpecifiedAttributeCount(parser_.get()) : 0;
+    XmlTagScanner scanner(data_.text, getOffset() + 1 + element.name.size());
+    for (int i = 0; attributes[i] != nullptr && !isStopped_; i += 2) {
+        if (i < written)
+            vWrittenAttributeAdd(scanner.next(), attributes[i], attributes[i + 1]);
+        else
+            vDefaultAttributeAdd(element, attributes[i], attributes[i + 1]);
+    }
+    element.attributeCount = static_cast<std::uint32_t>(data_.attributes.size()) - element.firstAttribute;
+}
+
+void XmlPositionsReader::vWrittenAttributeAdd(const WrittenAttribute& written, std::string_view name,
+                                              std::string_view value) {
+    vRoomForOne(data_.attributes, meter_);
+    auto& attribute = data_.attributes.emplace_back();
+    attribute.name = kept(name, data_.text.substr(written.name, written.nameSize));
+    attribute.position = cursor_.at(written.name, written.nameSize);
+    attribute.nameBytes = data_.range(written.name, written.nameSize);
+    const auto text = data_.text.substr(written.value, written.valueSize);
+    attribute.value.value = kept(value, text);
+    attribute.value.position = cursor_.at(written.value, written.valueSize);
+    if (value == text)
+        attribute.value.bytes = data_.range(written.value, written.valueSize);
+    attribute.bytes = data_.range(written.before, written.value + written.valueSize + 1 - written.before);
+}
+
+void XmlPositionsReader::vDefaultAttributeAdd(const XmlElement& element, std::string_view name,
+                                              std::string_view value) {
+    defaultSize_ += sizeof(XmlAttribute) + name.size() + value.size();
+    if (defaultSize_ > xml::maxDefaultAttributeSize) {
+        vFail("default attribute values add more than " + std::to_string(xml::maxDefaultAttributeSize >> 20) +
+              " MiB");
+        vStop();
+        return;
+    }
+    vRoomForOne(data_.attributes, meter_);
+    auto& attribute = data_.attributes.emplace_back();
+    attribute.name = kept(name, {});
+    attribute.position = element.position;
+    attribute.value.value = kept(value, {});
+    attribute.value.position = element.position;
+}
+
+void XmlPositionsReader::vElementEnd(const XML_Char*) {
+    vElementClose();
+}
+
+void XmlPositionsReader::vElementClose() {
+    vTextEnd();
+    const auto index = open_.back().element;
+    auto& element = data_.elements[index];
+    const auto offset = getOffset();
+    const auto size = getSize();
+    if (data_.text.substr(offset, size).starts_with("</") && element.bytes.isKnown())
+        element.endNameBytes = data_.range(offset + 2, element.name.size());
+    if (element.bytes.isKnown())
+        element.bytes.length = offset + size + data_.offset - element.bytes.offset;
+    element.end = cursor_.at(offset + size);
+    element.descendantsEnd = static_cast<XmlIndex>(data_.elements.size());
+    pendingIgnores_ = 0;
+    open_.pop_back();
+}
+
+void XmlPositionsReader::vCharacters(const XML_Char* characters, int size) {
+    vCharactersTake({characters, static_cast<std::size_t>(size)});
+}
+
+void XmlPositionsReader::vCharactersTake(std::string_view piece) {
+    if (!isTextOpen_)
+        return vLaterTextNote(piece);
+    vRoomForMore(text_, piece.size(), meter_);
+    text_.append(piece);
+}
+
+void XmlPositionsReader::vComment(const XML_Char* comment) {
+    vCommentTake(comment);
+}
+
+void XmlPositionsReader::vCommentTake(std::string_view comment) {
+    vTextHide(comment);
+    const auto codes = ignoredCodes(comment);
+    if (!codes)
+        return;
+    vRoomForOne(data_.ignores, meter_);
+    auto& ignore = data_.ignores.emplace_back();
+    ignore.codes = kept(*codes, {});
+    ignore.position = cursor_.at(getOffset(), getSize());
+    ++pendingIgnores_;
+}
+
+void XmlPositionsReader::vProcessingInstruction(const XML_Char* target, const XML_Char* instruction) {
+    std::string text(target);
+    if (*instruction != '\0')
+        text.append(" ").append(instruction);
+    vTextHide(text);
+}
+
+void XmlPositionsReader::vWellFormedRead() {
+    WellFormedXml xml(data_.text);
+    for (auto piece = xml.next(); piece.kind != XmlPieceKind::End; piece = xml.next()) {
+        offset_ = piece.offset;
+        size_ = piece.size;
+        vLook();
+        vPieceRead(piece.kind, data_.text.substr(piece.offset, piece.size));
+    }
+    vEnd();
+}
+
+void XmlPositionsReader::vPieceRead(XmlPieceKind kind, std::string_view piece) {
+    switch (kind) {
+    case XmlPieceKind::StartTag:
+    case XmlPieceKind::EmptyTag:
+        vTagRead(piece);
+        if (kind == XmlPieceKind::StartTag)
+            return;
+        // The end that an empty tag is too comes after it.
+        offset_ += size_;
+        size_ = 0;
+        return vElementClose();
+    case XmlPieceKind::EndTag:
+        return vElementClose();
+    case XmlPieceKind::Comment: {
+        constexpr std::size_t Begin = 4;
+        constexpr std::size_t Marks = 7;
+        return vCommentTake(sLineEndsNormalized(piece.substr(Begin, piece.size() - Marks)));
+    }
+    case XmlPieceKind::Instruction:
+        return vInstructionRead(piece);
+    default:
+        break;
+    }
+    // Between elements outside of the root there are blanks only.
+    if (open_.empty())
+        return;
+    if (kind == XmlPieceKind::Reference)
+        vCharactersTake(sReferred(piece));
+    else if (kind == XmlPieceKind::Cdata)
+        vCdataRead(piece);
+    else
+        vCharactersTake(kind == XmlPieceKind::LineEnd ? "\n" : piece);
+}
+
+void XmlPositionsReader::vTagRead(std::string_view tag) {
+    vTextEnd();
+    auto nameEnd = std::size_t{1};
+    while (!isWhiteSpace(tag[nameEnd]) && tag[nameEnd] != '/' && tag[nameEnd] != '>')
+        ++nameEnd;
+    XmlElement& element = elementAdd(tag.substr(1, nameEnd - 1));
+    vElementPlace(element);
+    element.firstAttribute = static_cast<std::uint32_t>(data_.attributes.size());
+    const auto tagEnd = offset_ + size_;
+    XmlTagScanner scanner(data_.text, offset_ + nameEnd);
+    while (scanner.hasNext(tagEnd)) {
+        vLook();
+        const auto written = scanner.next();
+        const auto value = data_.text.substr(written.value, written.valueSize);
+        const bool isAsWritten = value.find_first_of("&\t\r\n") == std::string_view::npos;
+        vWrittenAttributeAdd(written, data_.text.substr(written.name, written.nameSize),
+                             isAsWritten ? value : std::string_view(sAttributeValue(value)));
+    }
+    element.attributeCount = static_cast<std::uint32_t>(data_.attributes.size()) - element.firstAttribute;
+    vTextBegin(tagEnd);
+}
+
+/// Line by line, as a parser gives it.
+void XmlPositionsReader::vCdataRead(std::string_view text) {
+    constexpr std::size_t Begin = 9;
+    constexpr std::size_t End = 3;
+    const auto end = offset_ + text.size() - End;
+    offset_ += Begin;
+    while (offset_ != end) {
+        const auto rest = data_.text.substr(offset_, end - offset_);
+        const auto lineEnd = std::min(rest.find_first_of("\r\n"), rest.size());
+        size_ = lineEnd;
+        if (lineEnd != 0) {
+            vCharactersTake(rest.substr(0, lineEnd));
+        } else {
+            size_ = rest.starts_with("\r\n") ? 2 : 1;
+            vCharactersTake("\n");
+        }
+        offset_ += size_;
+    }
+}
+
+void XmlPositionsReader::vInstructionRead(std::string_view instruction) {
+    constexpr std::size_t Mark = 2;
+    const auto text = instruction.substr(Mark, instruction.size() - 2 * Mark);
+    const auto nameEnd = std::min(text.find_first_of(WhiteSpace), text.size());
+    const auto name = text.substr(0, nameEnd);
+    // The XML declaration is none.
+    if (name == "xml")
+        return;
+    const auto begin = std::min(text.find_first_not_of(WhiteSpace, nameEnd), text.size());
+    std::string shown(name);
+    if (begin != text.size())
+        shown.append(" ").append(sLineEndsNormalized(text.substr(begin)));
+    vTextHide(shown);
+}
+
+void XmlPositionsReader::vTextBegin(std::size_t offset) {
+    isTextOpen_ = true;
+    textOffset_ = offset;
+    text_.clear();
+}
+
+void XmlPositionsReader::vTextHide(std::string_view by) {
+    const bool isHidden = isTextOpen_ && text_.empty();
+    vTextEnd();
+    if (!isHidden)
+        return;
+    auto& element = data_.elements[open_.back().element];
+    element.isTextHidden = true;
+    element.text = kept(by, {});
+    element.trimmedText = {trimmed(element.text), cursor_.at(getOffset(), getSize()), {}};
+}
+
+void XmlPositionsReader::vTextEnd() {
+    if (!isTextOpen_)
+        return;
+    isTextOpen_ = false;
+    auto& element = data_.elements[open_.back().element];
+    const bool isEmptyTag = text_.empty() && data_.text.substr(0, textOffset_).ends_with("/>");
+    if (isEmptyTag || !element.bytes.isKnown()) {
+        element.text = kept(text_, {});
+        element.trimmedText = {trimmed(element.text), element.position, {}};
+        return;
+    }
+    const auto written = data_.text.substr(textOffset_, getOffset() - textOffset_);
+    const auto writtenTrimmed = trimmed(written);
+    element.text = kept(text_, written);
+    element.trimmedText.value = trimmed(element.text);
+    const auto offset = static_cast<std::size_t>(writtenTrimmed.data() - data_.text.data());
+    element.trimmedText.position = cursor_.at(offset, writtenTrimmed.size());
+    if (element.trimmedText.value != writtenTrimmed)
+        return;
+    element.trimmedText.bytes = data_.range(offset, writtenTrimmed.size());
+    if (!writtenTrimmed.empty())
+        element.textBytes = data_.range(textOffset_, written.size());
+}
+
+void XmlPositionsReader::vLaterTextNote(std::string_view piece) {
+    const auto text = trimmed(piece);
+    auto& element = data_.elements[open_.back().element];
+    if (text.empty() || element.laterText.line != 0)
+        return;
+    const auto before = static_cast<std::size_t>(text.data() - piece.data());
+    element.laterText = cursor_.at(getOffset() + std::min(before, getSize()));
+    element.laterText.length = TextCursor::codePoints(text);
+}
+
+} // namespace kiv::kit

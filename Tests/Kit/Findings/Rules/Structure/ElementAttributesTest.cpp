@@ -1,0 +1,103 @@
+#include "Kit/Findings/Rules/Structure/ElementAttributes.h"
+
+#include "Kit/Findings/FindingLines.h"
+#include "Kit/Findings/Rules/Structure/StructureTexts.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+
+namespace kiv::kit {
+
+namespace {
+
+using test::findingLines;
+using test::property;
+using test::setWith;
+using test::setWithSingle;
+using test::setWithType;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(ElementAttributesTest, AnUnknownAttributeIsExplained) {
+    EXPECT_THAT(
+        findingLines(setWithSingle("<DataType type=\"IfcReal\" unit=\"m\"/>")),
+        ElementsAre(
+            "8:65+4 error S002 attribute \"unit\" of \"DataType\" is not known | legal here: \"type\""));
+    EXPECT_THAT(findingLines(setWith(property(""), " xsi:schemaLocation=\"x\" xmlns:xsi=\"y\"")), IsEmpty());
+}
+
+TEST(ElementAttributesTest, TheElementThatWasMeantIsNamed) {
+    EXPECT_THAT(
+        findingLines(setWith("<PropertyDef name=\"P\"><Definition>d</Definition>" +
+                             std::string(test::Single) + "</PropertyDef>")),
+        ElementsAre("7:14+4 error S002 attribute \"name\" of \"PropertyDef\" is not known | it belongs in "
+                    "an element \"Name\" | legal here: \"ifdguid\""));
+    EXPECT_THAT(
+        findingLines(setWithType("<PropertyType><TypePropertySingleValue type=\"IfcReal\"/></PropertyType>")),
+        ElementsAre("8:40+4 error S002 attribute \"type\" of \"TypePropertySingleValue\" is not known | "
+                    "it belongs in an element \"DataType\" | \"TypePropertySingleValue\" has no "
+                    "attributes"));
+    // The name is there already.
+    EXPECT_THAT(
+        findingLines(setWith("<PropertyDef name=\"P\"><Name>P</Name><Definition>d</Definition>" +
+                             std::string(test::Single) + "</PropertyDef>")),
+        ElementsAre("7:14+4 error S002 attribute \"name\" of \"PropertyDef\" is not known | legal here: "
+                    "\"ifdguid\""));
+}
+
+TEST(ElementAttributesTest, AMissingAttributeTakesBothReportsOver) {
+    EXPECT_THAT(
+        findingLines(setWithSingle("<DataType type=\"IfcReal\"/><UnitType/>")),
+        ElementsAre(
+            "8:67+8 error S005 the unit has no \"type\" | the library reports: Unknown xml node | the "
+            "library reports: Could not find attribute"));
+}
+
+TEST(ElementAttributesTest, AMisspeltAttributeIsTheOneMistake) {
+    EXPECT_THAT(
+        findingLines(setWithSingle("<DataType type=\"IfcReal\"/><UnitType typ=\"TIMEUNIT\"/>")),
+        ElementsAre(
+            "8:76+3 error S002 attribute \"typ\" of \"UnitType\" is not known | did you mean "
+            "\"type\"? | legal here: \"type\" and \"currencytype\" | the library reports: Unknown xml "
+            "node | the library reports: Could not find attribute"));
+}
+
+TEST(ElementAttributesTest, AComplexPropertySaysWhatItIsUsedFor) {
+    const auto complex = [](std::string_view attributes) {
+        return setWithType("<PropertyType><TypeComplexProperty" + std::string(attributes) + ">" +
+                           test::property("") + "</TypeComplexProperty></PropertyType>");
+    };
+    EXPECT_THAT(findingLines(complex(" name=\"A\"")), IsEmpty());
+    EXPECT_THAT(
+        findingLines(complex("")),
+        ElementsAre("8:16+19 warning S005 the complex property has no \"name\", so nothing says what it "
+                    "is used for"));
+    EXPECT_THAT(
+        findingLines(complex(" name=\"\"")),
+        ElementsAre("8:36+4 warning S005 the name of the complex property is empty, so nothing says what "
+                    "it is used for"));
+    EXPECT_THAT(
+        findingLines(complex(" name=\"A \"")),
+        ElementsAre("8:42+2 warning N004 the name of the complex property \"A\" has white space around "
+                    "it"));
+    EXPECT_THAT(findingLines(complex(" Name=\"A\"")),
+                ElementsAre("8:36+4 error S003 attribute \"Name\" of \"TypeComplexProperty\" is written in "
+                            "another letter case | write it as \"name\""));
+}
+
+TEST(ElementAttributesTest, PrefixedAttributesAreFound) {
+    const auto text = setWithSingle("<DataType x:type=\"IfcReal\" xmlns:x=\"u\"/>");
+    EXPECT_THAT(findingLines(text),
+                ElementsAre("8:50+6 error S015 attribute \"x:type\" of \"DataType\" has a prefix; prefixes "
+                            "are not supported | write it as \"type\""));
+    EXPECT_THAT(test::sMended(text), testing::HasSubstr("<DataType type=\"IfcReal\" xmlns:x=\"u\"/>"));
+    // Another vocabulary may say more about a set than ours does.
+    EXPECT_THAT(findingLines(setWith(property(""), " xmlns:x=\"u\" x:owner=\"me\" xml:lang=\"de\"")),
+                IsEmpty());
+}
+
+} // namespace
+
+} // namespace kiv::kit

@@ -1,0 +1,171 @@
+#include "Kit/Positions/ExpressScanner.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+
+namespace kiv::kit {
+
+namespace {
+
+/// Each token with its kind, W, N, S or Y, and its text, one blank between them.
+std::string sTokens(ExpressScanner scanner) {
+    std::string all;
+    for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next()) {
+        all.append(all.empty() ? "" : " ").append(1, "WNSY"[static_cast<int>(token.kind)]).append(1, ':');
+        all.append(token.text);
+    }
+    return all;
+}
+
+std::string sTokens(std::string_view text) {
+    return sTokens(ExpressScanner(text));
+}
+
+/// Where each token is: "LINE:COLUMN+LENGTH".
+std::string sPlaces(std::string_view text) {
+    ExpressScanner scanner(text);
+    std::string all;
+    for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next())
+        all.append(all.empty() ? "" : " ")
+            .append(std::to_string(token.position.line))
+            .append(":")
+            .append(std::to_string(token.position.column))
+            .append("+")
+            .append(std::to_string(token.position.length));
+    return all;
+}
+
+TEST(ExpressScanner, Tokens) {
+    struct Row {
+        std::string_view text, tokens;
+    };
+    const Row rows[] = {
+        {"", ""},
+        {" \t\r\n\v\f", ""},
+        {"ENTITY IfcWall;", "W:ENTITY W:IfcWall Y:;"},
+        {"_a1_ \xC3\xA9t\xC3\xA9", "W:_a1_ W:\xC3\xA9t\xC3\xA9"},
+        {"12 1.5 1. 1.2.3", "N:12 N:1.5 N:1. N:1.2 Y:. N:3"},
+        {"1.5E3 1E+3", "N:1.5E3 N:1E Y:+ N:3"},
+        {".5", "Y:. N:5"},
+        {"'a b' \"0041\"", "S:'a b' S:\"0041\""},
+        {"'it''s'", "S:'it' S:'s'"},
+        {"'open\nnext", "S:'open W:next"},
+        {"'open\rnext", "S:'open W:next"},
+        {"'a\"b'", "S:'a\"b'"},
+        {"'", "S:'"},
+        {":= : :=: :<>: :< <>", "Y::= Y:: Y::=: Y::<>: Y:: Y:< Y:< Y:>"},
+        {"a**b", "W:a Y:* Y:* W:b"},
+        {"\xEF\xBB\xBFSCHEMA", "W:SCHEMA"},
+        {"a--b\nc -- d", "W:a W:c"},
+        {"a-b - - c", "W:a Y:- W:b Y:- Y:- W:c"},
+        {"a(*b*)c", "W:a W:c"},
+        {"a(* (* b *) c *)d", "W:a W:d"},
+        {"a(*)b*)c", "W:a W:c"},
+        {"a(**)b", "W:a W:b"},
+        {"a -- (*\nb", "W:a W:b"},
+        {"a (* -- *) b", "W:a W:b"},
+        {"a ( * b *)", "W:a Y:( Y:* W:b Y:* Y:)"},
+        {"'(*' a", "S:'(*' W:a"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(sTokens(row.text), row.tokens) << row.text;
+}
+
+TEST(ExpressScanner, PlacesCountLinesOfAllKindsAndCodePoints) {
+    EXPECT_EQ(sPlaces("ab c\n d"), "1:1+2 1:4+1 2:2+1");
+    EXPECT_EQ(sPlaces("a\rb\r\nc\n\nd"), "1:1+1 2:1+1 3:1+1 5:1+1");
+    EXPECT_EQ(sPlaces("\xC3\xA9t\xC3\xA9 x"), "1:1+3 1:5+1");
+    EXPECT_EQ(sPlaces("\xEF\xBB\xBF a"), "1:2+1");
+    EXPECT_EQ(sPlaces("(* \xC3\xA9\n *) a"), "2:5+1");
+    EXPECT_EQ(sPlaces("'\xC3\xA9' b"), "1:1+3 1:5+1");
+}
+
+TEST(ExpressScanner, TheEndHasAPlaceAndStays) {
+    ExpressScanner scanner("a\n b ");
+    scanner.next();
+    scanner.next();
+    for (int time = 0; time < 2; ++time) {
+        const auto end = scanner.next();
+        EXPECT_EQ(end.kind, ExpressTokenKind::End);
+        EXPECT_EQ(end.text, "");
+        EXPECT_EQ(end.position, (TextPosition{2, 4, 0}));
+    }
+    EXPECT_FALSE(scanner.next().isSymbol('\0'));
+}
+
+TEST(ExpressScanner, SymbolsAreOfOneCharacter) {
+    ExpressScanner scanner("; := ':'");
+    const auto semicolon = scanner.next();
+    EXPECT_TRUE(semicolon.isSymbol(';'));
+    EXPECT_FALSE(semicolon.isSymbol(':'));
+    EXPECT_FALSE(scanner.next().isSymbol(':'));
+    EXPECT_FALSE(scanner.next().isSymbol('\''));
+}
+
+TEST(ExpressScanner, ACommentThatNothingClosesEndsWithItsLine) {
+    ExpressScanner scanner("a (* b\nc (* d\ne");
+    EXPECT_EQ(scanner.getOpenComment().line, 0U);
+    EXPECT_EQ(scanner.next().text, "a");
+    EXPECT_EQ(scanner.next().text, "c");
+    EXPECT_EQ(scanner.getOpenComment(), (TextPosition{1, 3, 2}));
+    EXPECT_EQ(scanner.next().text, "e");
+    EXPECT_EQ(scanner.getOpenComment(), (TextPosition{1, 3, 2})); // the first one
+}
+
+// One "*)" for two "(*": the outer one is open, and from there on the first "*)" closes.
+TEST(ExpressScanner, CommentsNoLongerNestAfterAnOpenOne) {
+    ExpressScanner scanner("a\n(* (* b *) c (* (* d *) e");
+    EXPECT_EQ(sTokens(scanner), "W:a W:c W:e");
+    scanner.next();
+    scanner.next();
+    EXPECT_EQ(scanner.getOpenComment(), (TextPosition{2, 1, 2}));
+}
+
+TEST(ExpressScanner, AClosedCommentIsNotOpen) {
+    ExpressScanner scanner("(* (* *) *) a *)");
+    EXPECT_EQ(scanner.next().text, "a");
+    EXPECT_EQ(scanner.getOpenComment().line, 0U);
+}
+
+TEST(ExpressScanner, ScansOnFromAMarkUpToAnEnd) {
+    const std::string_view text = "a\nbc de f";
+    ExpressScanner first(text);
+    first.next();
+    first.next();
+    const auto mark = first.getMark();
+    EXPECT_EQ(mark.offset, 4U);
+    ExpressScanner part(text, mark, 6); // in the middle of "de"
+    const auto token = part.next();
+    EXPECT_EQ(token.text, "d");
+    EXPECT_EQ(token.position, (TextPosition{2, 4, 1}));
+    EXPECT_EQ(part.next().kind, ExpressTokenKind::End);
+    EXPECT_EQ(sTokens(ExpressScanner(text, mark, 1000)), "W:de W:f");
+    EXPECT_EQ(sTokens(ExpressScanner(text, mark, 0)), "");
+}
+
+TEST(ExpressScanner, SkipsWhateverIsBefore) {
+    ExpressScanner scanner("'a\n(* b");
+    scanner.vSkipTo(6);
+    const auto token = scanner.next();
+    EXPECT_EQ(token.text, "b");
+    EXPECT_EQ(token.position, (TextPosition{2, 4, 1}));
+    EXPECT_EQ(scanner.getOpenComment().line, 0U);
+}
+
+TEST(ExpressScanner, TheEndIsReachedWhateverTheBytesAre) {
+    for (int first = 0; first < 0x100; ++first) {
+        for (const char second : {'\0', '*', '\'', '\x80', '\n'}) {
+            const std::string text{static_cast<char>(first), second};
+            ExpressScanner scanner(text);
+            std::size_t count = 0;
+            while (count < 10 && scanner.next().kind != ExpressTokenKind::End)
+                ++count;
+            EXPECT_LE(count, text.size()) << first;
+        }
+    }
+}
+
+} // namespace
+
+} // namespace kiv::kit
