@@ -102,17 +102,12 @@ public:
 
     Finding& add(std::string_view code, const Spot& spot, std::string message, std::string_view subject) {
         const auto* rule = pRuleFind(code);
-        Finding finding;
-        finding.code = rule ? rule->code : std::string_view();
+        auto& finding = room(rule ? rule->code : std::string_view());
         finding.severity = rule ? rule->severity : Severity::Error;
         finding.message = std::move(message);
         finding.place = placeOf(spot);
         finding.subject = cut(subject, maxSharedNameSize);
-        auto& count = counts_[finding.code];
-        if (count == maxFindingsPerCode)
-            return surplus_ = std::move(finding);
-        ++count;
-        return findings_.emplace_back(std::move(finding));
+        return finding;
     }
 
     std::vector<Finding> take() {
@@ -125,6 +120,20 @@ public:
     }
 
 private:
+    /// A new finding of that code; once the code has as many as it may have, one that is not kept.
+    Finding& room(std::string_view code) {
+        auto& count = counts_[code];
+        if (count == maxFindingsPerCode) {
+            surplus_ = Finding();
+            surplus_.code = code;
+            return surplus_;
+        }
+        ++count;
+        auto& finding = findings_.emplace_back();
+        finding.code = code;
+        return finding;
+    }
+
     const AcrossRun& run_;
     std::vector<Finding> findings_;
     std::unordered_map<std::string_view, std::size_t> counts_;
