@@ -33,7 +33,7 @@ endfunction()
 # kiv_large_units(TARGET): with KIV_LARGE_UNITS, several of its sources are compiled as one. Most of the time that a source
 # takes goes into headers that its neighbours include too.
 function(kiv_large_units target)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ${KIV_LARGE_UNITS} UNITY_BUILD_BATCH_SIZE 8)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${KIV_LARGE_UNITS} UNITY_BUILD_BATCH_SIZE 16)
 endfunction()
 
 # Only names of namespace kiv leave a shared library: GCC and Clang mark more as visible, the parts of the standard library
@@ -46,18 +46,23 @@ function(kiv_exports_limit target)
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/KivExports.map)
 endfunction()
 
-# kiv_add_library(NAME SOURCES... [LINK TARGETS...] [LINK_PRIVATE TARGETS...])
+# kiv_add_library(NAME SOURCES... [MEASURED] [LINK TARGETS...] [LINK_PRIVATE TARGETS...])
+#
+# MEASURED: what a release takes is kept to the instruction. Which functions the compiler inlines depends on what it sees at
+# once, so each of these sources is compiled alone there.
 #
 # The sources are compiled once, into the object library NAMEObjects; NAME is the library made of it, also known as
 # kiv::NAME. Tests of what is not exported link the objects instead of the library. NAMEStatic is an archive of the same
 # objects, not installed, for a program of ours that is to start without looking for our libraries.
 function(kiv_add_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK;LINK_PRIVATE")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "MEASURED" "" "LINK;LINK_PRIVATE")
     add_library(${name}Objects OBJECT ${arg_UNPARSED_ARGUMENTS})
     kiv_library_settings(${name}Objects)
     target_include_directories(${name}Objects PUBLIC ${PROJECT_SOURCE_DIR}/Source)
     target_link_libraries(${name}Objects PUBLIC ${arg_LINK} PRIVATE KivFlags ${arg_LINK_PRIVATE})
-    kiv_large_units(${name}Objects)
+    if(NOT arg_MEASURED OR NOT CMAKE_BUILD_TYPE STREQUAL Release)
+        kiv_large_units(${name}Objects)
+    endif()
 
     add_library(${name} $<TARGET_OBJECTS:${name}Objects>)
     add_library(kiv::${name} ALIAS ${name})
@@ -107,9 +112,9 @@ function(kiv_add_test name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/Tests)
     target_compile_definitions(${name} PRIVATE ${arg_DEFINITIONS})
     kiv_test_options(${name})
-    # Most of the time that a test takes to compile goes into GoogleTest's headers. What is counted has flags of its own.
+    # Most of the time that a test takes to compile goes into GoogleTest's headers.
     if(kiv_counted IN_LIST arg_LINK)
-        target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+        target_precompile_headers(${name} REUSE_FROM kiv_counted_test_headers)
     else()
         target_precompile_headers(${name} REUSE_FROM kiv_test_headers)
     endif()
