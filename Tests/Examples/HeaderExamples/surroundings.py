@@ -264,6 +264,7 @@ SITE_SURROUNDINGS = {
     "Declarations.h": site_row("const SchemaFile& file, const ifc::def::schema::ObjectBase* function, "
                                "const ifc::def::schema::Entity* entity"),
     "Diagram.h": SITE_OF_WALL,
+    "DeclaredNames.h": site_row("const ifc::def::schema::Schema& schema, const Declarations& declarations"),
     "DistinctRules.h": site_row("const ifc::def::schema::Type& type"),
     "Elements.h": site_row("const std::string& name, Html& html"),
     "EntityAttributes.h": SITE_OF_WALL,
@@ -318,6 +319,7 @@ SITE_SURROUNDINGS = {
     "WrittenGuids.h": site_row("const ifc::def::xml::Def& member, Html& html"),
 }
 
+    "ValueMembers.h": SITE_OF_WALL,
 KIT_SURROUNDINGS = {
     "AcrossDocuments.h": row(KIT, "const std::vector<SetDocument>& documents", [KIT_DOCUMENT]),
     "AcrossRules.h": row(KIT, "const SetDocument& document, const SetOutline& outline, std::string_view context",

@@ -1,13 +1,15 @@
 #include "kivifc/Site/ExpressHtml.h"
 
-#include "kiv/Format/Ifc/Def/Schema/IfcSchemaDataType.h"
 #include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/Elements.h"
 #include "kivifc/Site/ExpressKeywords.h"
 #include "kivifc/Site/ExpressWords.h"
 #include "kivifc/Site/LocalNames.h"
 #include "kivifc/Site/RedeclaredName.h"
+#include "kivifc/Site/ValueMembers.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,22 +20,22 @@ namespace {
 
 using namespace ifc::def::schema;
 
-/// Whose attributes come after a point, when what is before it has this type or is an element of it; null for
-/// a type that has none of its own.
-const Entity* pEntityOf(const ObjectBase* type) {
-    // No chain of types that a schema has is as long; one in a circle is endless.
-    constexpr int LengthMax = 100;
-    for (int length = 0; type && length < LengthMax; ++length) {
-        if (const auto* entity = Entity::pFrom(type))
-            return entity;
-        if (const auto* named = Type::pFrom(type)) {
-            type = named->pUnderlying();
-            continue;
-        }
-        const auto* aggregate = DataTypeBase::pFrom(type);
-        type = aggregate && DataTypeListInterface::pFrom(aggregate) ? aggregate->pBaseType() : nullptr;
-    }
-    return nullptr;
+/// What a parenthesis is around.
+enum class Parenthesis { Group, Call, UsedIn, Query };
+
+/// After these, a parenthesis is one around a part of an expression.
+bool isBeforeGroup(std::string_view upper) {
+    constexpr std::array<std::string_view, 11> Words{"",   "AND",    "CASE",  "IF",    "IN", "NOT",
+                                                     "OR", "RETURN", "UNTIL", "WHILE", "XOR"};
+    return std::ranges::find(Words, upper) != Words.end();
+}
+
+Parenthesis parenthesisAfter(std::string_view upper) {
+    if (upper == "QUERY")
+        return Parenthesis::Query;
+    if (upper == "USEDIN")
+        return Parenthesis::UsedIn;
+    return isBeforeGroup(upper) ? Parenthesis::Group : Parenthesis::Call;
 }
 
 /// Writes one text, and remembers what the names before a point mean.
@@ -72,26 +74,74 @@ private:
         }
     }
 
-    /// An index is passed over, whatever is in it: what comes after it belongs to what came before it.
     void vSymbolTake(char symbol) {
         const auto* before = std::exchange(pBefore_, nullptr);
+        const auto word = std::exchange(word_, {});
         isAfterPoint_ = symbol == '.';
         if (isAfterPoint_)
             pBefore_ = before;
-        if (symbol == '[')
+        else if (symbol == '[')
             indexed_.push_back(before);
-        if (symbol != ']' || indexed_.empty())
+        else if (symbol == ']')
+            vIndexEnd();
+        else if (symbol == '(')
+            vParenthesisBegin(before, parenthesisAfter(word));
+        else if (symbol == ')')
+            vParenthesisEnd(before);
+        else if (symbol == '|')
+            vQueryBodyBegin(before);
+    }
+
+    /// An index is passed over, whatever is in it: what comes after it belongs to what came before it.
+    void vIndexEnd() {
+        if (indexed_.empty())
             return;
         pBefore_ = indexed_.back();
         indexed_.pop_back();
     }
 
+    void vParenthesisBegin(const ObjectBase* before, Parenthesis kind) {
+        const auto* result = kind == Parenthesis::Call && before ? resultOf(*before) : nullptr;
+        parentheses_.push_back({result, kind});
+        pLiteral_ = nullptr;
+    }
+
+    /// What comes after it belongs to its value: what is in it, or what is made of that.
+    void vParenthesisEnd(const ObjectBase* before) {
+        if (parentheses_.empty())
+            return;
+        const auto [result, kind] = parentheses_.back();
+        parentheses_.pop_back();
+        if (kind == Parenthesis::Group)
+            pBefore_ = before;
+        else
+            pBefore_ = kind == Parenthesis::UsedIn ? pLiteral_ : result;
+    }
+
+    /// Between the elements that are searched and what is asked of each: QUERY(x <* Elements | x.Name).
+    void vQueryBodyBegin(const ObjectBase* elements) {
+        if (parentheses_.empty() || parentheses_.back().kind != Parenthesis::Query)
+            return;
+        auto& result = parentheses_.back().result;
+        // The second one is an operator, as in ||.
+        if (result || !(result = pElementType(elements)))
+            return;
+        locals_.vQueryTypeSet(result->getNameUpper());
+    }
+
+    /// An entity is called to make an instance of it.
+    const ObjectBase* resultOf(const ObjectBase& called) const {
+        const auto* result = model_.getDeclaredNames().pResultOf(called);
+        return result ? result : &called;
+    }
+
     void vWordWrite(std::string_view word, bool isLocal) {
         const auto upper = ascii::sUpperCase(word);
+        word_ = upper;
         const bool isMember = std::exchange(isAfterPoint_, false);
         const auto* before = std::exchange(pBefore_, nullptr);
         if (isMember) {
-            if (!boMemberWrite(word, upper, before))
+            if (!before || !boLinkWrite(memberOf(model_, *before, upper), word))
                 html_ << escaped(word);
             return;
         }
@@ -106,7 +156,7 @@ private:
     void vLocalWrite(std::string_view word, const std::string& upper) {
         html_ << escaped(word);
         if (const auto type = locals_.typeOf(upper); !type.empty())
-            pBefore_ = pEntityOf(model_.getSchema().pObjectFromName(type));
+            pBefore_ = model_.getSchema().pObjectFromName(type);
     }
 
     /// What is no name: a keyword, or a word that means nothing here.
@@ -123,7 +173,7 @@ private:
     bool boNameWrite(std::string_view word, const std::string& upper) {
         const auto* object = model_.getSchema().pObjectFromName(word);
         if (!object)
-            return scope_.pSelf && boMemberWrite(word, upper, scope_.pSelf);
+            return boOwnWrite(word, upper) || boItemWrite(word, upper);
         pBefore_ = object;
         if (object == scope_.pDeclared)
             html_ << escaped(word);
@@ -132,43 +182,31 @@ private:
         return true;
     }
 
-    /// A name after a point: an attribute or an item of what is before it.
-    bool boMemberWrite(std::string_view word, const std::string& upper, const ObjectBase* before) {
-        if (const auto* entity = Entity::pFrom(before))
-            return boAttributeWrite(word, upper, *entity);
-        if (const auto* type = Type::pFrom(before)) {
-            const auto* items = dynamic_cast<const DataTypeEnum*>(type->pUnderlying());
-            if (items && items->boContains(word))
-                return boLinkWrite(model_.getAddresses().of(*type).row(word), word);
-        }
-        return false;
+    /// An attribute of what the text is about.
+    bool boOwnWrite(std::string_view word, const std::string& upper) {
+        return scope_.pSelf && boLinkWrite(attributeOf(model_, *scope_.pSelf, upper), word);
     }
 
-    /// An explicit, inverse or derived attribute of the entity or above; a name after it is one of its type.
-    bool boAttributeWrite(std::string_view word, const std::string& upper, const Entity& entity) {
-        if (const auto* attribute = entity.pAttributeFromNameUpper(upper, true)) {
-            pBefore_ = pEntityOf(attribute->pFirstType());
-            return boRowWrite(attribute->getEntity(), attribute->getName(), word);
-        }
-        if (const auto* inverse = entity.pAttributeInverseFromNameUpper(upper, true)) {
-            pBefore_ = inverse->pReferredEntity();
-            return boRowWrite(inverse->getEntity(), inverse->getName(), word);
-        }
-        const auto derived = model_.derivedOf(entity, upper);
-        if (!derived.value)
+    /// An item without its type.
+    bool boItemWrite(std::string_view word, const std::string& upper) {
+        const auto item = model_.getDeclaredNames().onlyItem(upper);
+        return boLinkWrite({item.type, item.name, nullptr}, word);
+    }
+
+    /// False for none. What comes after it is a member of its type.
+    bool boLinkWrite(const ValueMember& member, std::string_view word) {
+        if (!member.owner)
             return false;
-        pBefore_ = pEntityOf(derived.type);
-        return boRowWrite(*derived.entity, derived.value->getName(), word);
-    }
-
-    bool boRowWrite(const Entity& entity, std::string_view name, std::string_view word) {
-        return boLinkWrite(model_.getAddresses().of(entity).row(ownNameOf(name)), word);
+        pBefore_ = member.type;
+        vLinkWrite(model_.getAddresses().of(*member.owner).row(member.name), word);
+        return true;
     }
 
     /// 'IFC4.IFCWALL' names an entity, and 'IFC4.IFCROOT.NAME' an attribute of one.
     void vLiteralWrite(std::string_view text) {
         const auto name = literalTypeName(ascii::trimmed(text, "'"));
         const auto* object = name.empty() ? nullptr : model_.getSchema().pObjectFromName(name);
+        pLiteral_ = object;
         if (!object) {
             html_ << escaped(text);
             return;
@@ -179,11 +217,6 @@ private:
         html_ << escaped(text.substr(begin + name.size()));
     }
 
-    bool boLinkWrite(const Address& address, std::string_view word) {
-        vLinkWrite(address, word);
-        return true;
-    }
-
     void vLinkWrite(const Address& address, std::string_view word) {
         html_ << "<a" << href(address) << ">" << escaped(word) << "</a>";
     }
@@ -192,7 +225,17 @@ private:
     const ExpressScope& scope_;
     Html& html_;
     LocalNames locals_;
+    // The type of the value that ends here, or what the last name is; null for nothing known.
     const ObjectBase* pBefore_ = nullptr;
+    // What the last string names.
+    const ObjectBase* pLiteral_ = nullptr;
+    // The last word in capitals, as long as no symbol has come after it.
+    std::string word_;
+    struct OpenParenthesis {
+        const ObjectBase* result;
+        Parenthesis kind;
+    };
+    std::vector<OpenParenthesis> parentheses_;
     // What is before each index that is open.
     std::vector<const ObjectBase*> indexed_;
     bool isAfterPoint_ = false;

@@ -191,6 +191,17 @@ std::string_view LocalNames::typeOf(const std::string& upper) const {
     return types_[known->second.back()];
 }
 
+void LocalNames::vQueryTypeSet(std::string_view upper) {
+    if (scopes_.empty() || scopes_.back().kind != Scope::Query || scopes_.back().names >= names_.size())
+        return;
+    // In a text that is no EXPRESS, it may be something else than a variable.
+    const auto& name = names_[scopes_.back().names];
+    if (name.isLabel)
+        return;
+    types_.emplace_back(upper);
+    variables_[name.upper].back() = types_.size() - 1;
+}
+
 void LocalNames::vOpen(Scope kind) {
     scopes_.push_back({kind, depth_, names_.size()});
     ++openCounts_[static_cast<std::size_t>(kind)];

@@ -34,8 +34,12 @@ public:
 
     /// What the declaration of a parameter or a local variable ends with, in capitals: "IFCDIRECTION" of one
     /// that is a LIST [2:3] OF IfcDirection. Empty for a name that has no declaration of its type, such as
-    /// the variable of a QUERY. Lasts until the next piece is taken.
+    /// the variable of a QUERY before it was said. Lasts until the next piece is taken.
     std::string_view typeOf(const std::string& upper) const;
+
+    /// Says of which type the variable of the innermost QUERY is, in capitals: that of the elements of what
+    /// is searched, which only who knows the schema can tell.
+    void vQueryTypeSet(std::string_view upper);
 
 private:
     /// What ends the scope of a name.

@@ -77,6 +77,7 @@ SiteModel::SiteModel(const SchemaWithSets& loaded, std::string title) :
     title_(std::move(title)),
     schemaErrors_(errorsOf(loaded.schema)),
     declarations_(loaded.schema),
+    declaredNames_(*loaded.schema.schema, declarations_),
     uses_(*loaded.schema.schema, declarations_),
     tree_(*loaded.schema.schema) {
     vObjectsSort();

@@ -21,6 +21,7 @@
 #include "kivifc/Pictures/InheritanceTree.h"
 #include "kivifc/Site/Addresses.h"
 #include "kivifc/Site/Declarations.h"
+#include "kivifc/Site/DeclaredNames.h"
 #include "kivifc/Site/MemberUses.h"
 #include "kivifc/Site/Uses.h"
 
@@ -105,6 +106,7 @@ public:
     const Declarations& getDeclarations() const { return declarations_; }
     const InheritanceTree& getTree() const { return tree_; }
 
+    const DeclaredNames& getDeclaredNames() const { return declaredNames_; }
     // All objects of a kind, those of a name that is there twice included, by upper-cased name.
     const std::vector<const Entity*>& getEntities() const { return entities_; }
     const std::vector<const ifc::def::schema::Type*>& getTypes() const { return types_; }
@@ -175,6 +177,7 @@ private:
     Declarations declarations_;
     UseTable uses_;
     MemberUses memberUses_;
+    DeclaredNames declaredNames_;
     InheritanceTree tree_;
     Addresses addresses_;
     std::vector<const Entity*> entities_;

@@ -8,6 +8,7 @@
 #include "kivifc/Site/RuleHtml.h"
 #include "kivifc/Site/TypeHtml.h"
 #include "kivifc/Site/UsesHtml.h"
+#include "kivifc/Site/ValueMembers.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -22,11 +23,6 @@ namespace kiv::kivifc::site {
 namespace {
 
 using namespace ifc::def::schema;
-
-const DataTypeSelect* pSelect(const ObjectBase* object) {
-    const auto* type = Type::pFrom(object);
-    return dynamic_cast<const DataTypeSelect*>(type ? type->pDataType() : nullptr);
-}
 
 Markup kindOf(const Type& type) {
     if (dynamic_cast<const DataTypeEnum*>(type.pUnderlying()))

@@ -183,6 +183,42 @@ TEST(EntityPage, NamesAfterPointsAreFollowed) {
 TEST(EntityPage, AttributesThatAreDeclaredAgainCountOnce) {
     const SiteSample sample("ENTITY Wall;\n    Name : STRING;\n    Size : REAL;\nEND_ENTITY;\n"
                             "ENTITY Mid\n SUBTYPE OF (Wall);\n    SELF\\Wall.Name : STRING(9);\n DERIVE\n"
+TEST(EntityPage, NamesThatAreSearchedOrCalledAreFollowed) {
+    const SiteSample sample(
+        "TYPE Wood = ENUMERATION OF (Oak, Other);\nEND_TYPE;\n"
+        "TYPE Stone = ENUMERATION OF (Slate, Other);\nEND_TYPE;\n"
+        "ENTITY Door;\n    Leaf : Wood;\n    In : Wall;\nEND_ENTITY;\n"
+        "ENTITY Gate\n SUBTYPE OF (Door);\n    Bars : REAL;\nEND_ENTITY;\n"
+        "ENTITY Wall;\n    Of : SET OF Door;\n WHERE\n"
+        "    A : SIZEOF(QUERY(d <* Of | d.Leaf = OAK)) = 0;\n"
+        "    B : SIZEOF(QUERY(d <* QUERY(e <* (Of + Of) | e.Bars > 1) | d.In = SELF)) = 0;\n"
+        "    C : SIZEOF(QUERY(d <* USEDIN(SELF, 'TEST.DOOR.IN') | d.Leaf = Other)) = 0;\n"
+        "    D : SIZEOF(QUERY(d <* F(SELF) | (d).Leaf = Wood.oak)) = F(SELF)[1].Leaf;\n"
+        "    E : SIZEOF(QUERY(d <* G(SELF) | d.Leaf = 1)) = G(SELF).Leaf;\n"
+        "END_ENTITY;\n"
+        "FUNCTION F\n    (w : Wall) : SET OF Door;\n    RETURN(w.Of);\nEND_FUNCTION;\n");
+    const auto page = sample.sPage("Wall.html");
+    const auto rule = [&](const std::string& label) {
+        auto text = page.substr(page.find("<div class=\"rule\" id=\"" + label + "\""));
+        text = text.substr(text.find("</h3>"));
+        return text.substr(0, text.find("</div>"));
+    };
+    const std::string leaf = "d.<a href=\"Door.html#Leaf\">Leaf</a>";
+    const std::string oak = "<a href=\"Wood.html#Oak\">";
+    EXPECT_THAT(rule("A"), HasSubstr(leaf + " = " + oak + "OAK</a>"));
+    EXPECT_THAT(rule("B"), HasSubstr("e.<a href=\"Gate.html#Bars\">Bars</a>"));
+    EXPECT_THAT(rule("B"), HasSubstr("d.<a href=\"Door.html#In\">In</a>"));
+    // Two enumerations have that item.
+    EXPECT_THAT(rule("C"), HasSubstr(leaf + " = Other"));
+    EXPECT_THAT(rule("D"),
+                HasSubstr(".<a href=\"Door.html#Leaf\">Leaf</a> = <a href=\"Wood.html\">Wood</a>." + oak +
+                          "oak</a>"));
+    EXPECT_THAT(rule("D"), HasSubstr("[1].<a href=\"Door.html#Leaf\">Leaf</a>"));
+    // Nothing is known of G.
+    EXPECT_THAT(rule("E"), HasSubstr("d.Leaf = 1"));
+    EXPECT_THAT(rule("E"), HasSubstr(").Leaf"));
+}
+
                             "    SELF\\Wall.Size : REAL := 1.0;\nEND_ENTITY;\n"
                             "ENTITY Thick\n SUBTYPE OF (Mid);\n    SELF\\Wall.Name : STRING(5);\n DERIVE\n"
                             "    SELF\\Wall.Size : REAL := 2.0;\n    Half : REAL := 1.0;\nEND_ENTITY;\n");

@@ -43,6 +43,22 @@ TEST(LocalNames, HaveTheTypeOfTheirDeclaration) {
               "A:WALL A:WALL");
 }
 
+/// Who reads the text says what is searched; the variable of the query around it keeps its own type.
+TEST(LocalNames, VariableOfAQueryHasTheTypeThatItIsGiven) {
+    std::string typed;
+    LocalNames locals;
+    for (ExpressWords words("QUERY (A <* Doors | A = QUERY (B <* Walls | B = A)) = A; x | x");
+         words.boNext();) {
+        const std::string piece(words.getText());
+        const bool isLocal = locals.boTake(words);
+        if (piece.find('|') != std::string::npos)
+            locals.vQueryTypeSet(typed.empty() ? "DOOR" : "WALL");
+        if (isLocal && !locals.typeOf(piece).empty())
+            typed += piece + ":" + std::string(locals.typeOf(piece)) + " ";
+    }
+    EXPECT_EQ(typed, "A:DOOR B:WALL A:DOOR ");
+}
+
 /// Each is written with the names in brackets that are local.
 TEST(LocalNames, AreThoseThatTheTextDeclares) {
     for (const std::string marked :
