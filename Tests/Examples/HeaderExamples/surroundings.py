@@ -272,6 +272,7 @@ SITE_SURROUNDINGS = {
     "EntitySets.h": SITE_OF_WALL,
     "ExpressHtml.h": SITE_OF_WALL,
     "ExpressKeywords.h": site_row(""),
+    "EnumeratedItems.h": site_row("const ifc::def::pset::TypePropertyEnumeratedValue& type"),
     "ExpressWords.h": site_row("std::string_view text"),
     "GuidIndexPages.h": SITE_PAGES,
     "GuidNotations.h": site_row("const Guid& guid"),

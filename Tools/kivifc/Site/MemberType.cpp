@@ -6,14 +6,13 @@
 #include "kiv/Format/Ifc/Def/Qto/IfcQuantityType.h"
 #include "kivifc/Program/AsciiText.h"
 #include "kivifc/Site/Elements.h"
+#include "kivifc/Site/EnumeratedItems.h"
 #include "kivifc/Site/ExpressHtml.h"
 #include "kivifc/Site/Translations.h"
 
 #include <algorithm>
 #include <span>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace kiv::kivifc::site {
@@ -65,31 +64,6 @@ Markup propertyKind(const pset::PropertyType& type) {
     return "Complex";
 }
 
-/// An item of an enumeration, with what the document says of it.
-struct Item {
-    std::string_view name;
-    const pset::ConstantDef* constant = nullptr;
-};
-
-/// The items, then the constants that belong to none.
-std::vector<Item> itemsOf(const pset::TypePropertyEnumeratedValue& type) {
-    std::unordered_map<std::string_view, const pset::ConstantDef*> constants;
-    for (const auto& constant : type.getConstants())
-        constants.try_emplace(constant.getName(), &constant);
-    std::vector<Item> items;
-    std::unordered_set<const pset::ConstantDef*> used;
-    for (const auto& name : type.getItems()) {
-        const auto found = constants.find(name);
-        const bool isFirst = found != constants.end() && used.insert(found->second).second;
-        items.push_back({name, isFirst ? found->second : nullptr});
-    }
-    for (const auto& constant : type.getConstants()) {
-        if (!used.contains(&constant))
-            items.push_back({constant.getName(), &constant});
-    }
-    return items;
-}
-
 bool isAscii(std::string_view text) {
     return std::ranges::all_of(text, ascii::isAscii);
 }
@@ -133,25 +107,26 @@ private:
     void vWrite(const pset::TypePropertyEnumeratedValue& type) {
         if (!type.getEnumerationName().empty())
             html_ << "<code>" << escaped(sShort(type.getEnumerationName())) << "</code>";
-        const auto items = itemsOf(type);
+        const auto items = enumeratedItems(type);
         if (items.empty())
             return;
         html_ << ": ";
-        const bool areDescribed = detail_.hasDefinitions && std::ranges::any_of(items, [](const Item& item) {
-                                      return item.constant && isDescribed(*item.constant);
-                                  });
+        const bool areDescribed =
+            detail_.hasDefinitions && std::ranges::any_of(items, [](const EnumeratedItem& item) {
+                return item.constant && isDescribed(*item.constant);
+            });
         if (areDescribed)
             vItemsDescribe(items);
         else
             vItemsWrite(items);
     }
 
-    void vItemsWrite(const std::vector<Item>& items) {
+    void vItemsWrite(const std::vector<EnumeratedItem>& items) {
         const auto count = std::min(items.size(), detail_.itemsMax);
         // One element for all is less to read and to keep, but letters written from right to left would
         // change the order of the items.
         const auto shown = std::span(items).first(count);
-        const bool areApart = !std::ranges::all_of(shown, isAscii, &Item::name);
+        const bool areApart = !std::ranges::all_of(shown, isAscii, &EnumeratedItem::name);
         html_ << "<code>";
         Markup separator = "";
         for (const auto& item : shown) {
@@ -163,7 +138,7 @@ private:
             html_ << " and " << items.size() - count << " more";
     }
 
-    void vItemsDescribe(const std::vector<Item>& items) {
+    void vItemsDescribe(const std::vector<EnumeratedItem>& items) {
         html_ << "<ul>\n";
         for (const auto& item : items) {
             html_ << "<li><code>" << escaped(sShort(item.name)) << "</code>";

@@ -9,6 +9,7 @@
 #include "kiv/Kit/Documents/SetMembers.h"
 #include "kivifc/Site/DistinctRules.h"
 #include "kivifc/Site/Elements.h"
+#include "kivifc/Site/EnumeratedItems.h"
 #include "kivifc/Site/IndexPages.h"
 #include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/RedeclaredName.h"
@@ -21,6 +22,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace kiv::kivifc::site {
@@ -36,6 +38,26 @@ constexpr PageName IndexFile("assets/search-index.js");
 std::string sDigits(const Guid& guid) {
     return guid.isNull() ? std::string() : guid.toString(false);
 }
+
+/// Names in other languages, with the texts that they refer to.
+class Translations {
+public:
+    explicit Translations(const xml::Aliases& aliases) {
+        const auto& entries = aliases.getEntries();
+        std::ranges::transform(entries, std::back_inserter(tags_),
+                               [](const auto& entry) { return entry.locale.getCombined(); });
+        for (std::size_t at = 0; at < entries.size(); ++at)
+            translations_.push_back({tags_[at], entries[at].text});
+    }
+    Translations(const Translations&) = delete;
+    Translations& operator=(const Translations&) = delete;
+
+    SearchTranslations get() const { return translations_; }
+
+private:
+    std::vector<std::string> tags_;
+    std::vector<SearchTranslation> translations_;
+};
 
 class Filling {
 public:
@@ -141,28 +163,28 @@ private:
         const auto& member = *listed.def;
         const auto* property = dynamic_cast<const pset::PropertyDef*>(&member);
         const auto& anchor = listed.row.getText();
-        const auto& aliases = member.getNameAliases().getEntries();
-        std::vector<std::string> tags;
-        std::ranges::transform(aliases, std::back_inserter(tags),
-                               [](const auto& alias) { return alias.locale.getCombined(); });
-        std::vector<SearchTranslation> translations;
-        for (std::size_t at = 0; at < aliases.size(); ++at)
-            translations.push_back({tags[at], aliases[at].text});
         index_.vRowAdd(property ? SearchKind::Property : SearchKind::Quantity, member.getName(), anchor,
-                       sDigits(member.getIfdGuid()), translations);
+                       sDigits(member.getIfdGuid()), Translations(member.getNameAliases()).get());
         if (property && property->pType())
             vValuesAdd(*property->pType(), anchor);
     }
 
-    /// The values of an enumeration, and its name, are at the row of the property.
+    /// The values of an enumeration, with what they are called in other languages, and its name, are at the
+    /// row of the property.
     void vValuesAdd(const pset::PropertyType& type, std::string_view anchor) {
         const auto* enumerated = dynamic_cast<const pset::TypePropertyEnumeratedValue*>(&type);
         if (!enumerated)
             return;
         if (!enumerated->getEnumerationName().empty())
             index_.vRowAdd(SearchKind::Enumeration, enumerated->getEnumerationName(), anchor);
-        for (const auto& item : enumerated->getItems())
-            index_.vRowAdd(SearchKind::EnumerationValue, item, anchor);
+        static const xml::Aliases None;
+        std::unordered_set<std::string_view> known;
+        for (const auto& item : enumeratedItems(*enumerated)) {
+            const Translations translations(item.constant ? item.constant->getNameAliases() : None);
+            // Of several constants of one name, the first is that of the item.
+            if (known.insert(item.name).second)
+                index_.vRowAdd(SearchKind::EnumerationValue, item.name, anchor, {}, translations.get());
+        }
     }
 
     const SiteModel& model_;
