@@ -107,8 +107,21 @@ private:
         vTranslatedWrite(set_.getDefinition(), set_.getDefinitionAliases(), html_);
         html_ << "</p>\n";
         if (!site_.isUsed())
-            html_ << "<p><span class=\"badge error\">not used</span> "
-                  << escaped(sShort(site_.unusedReason, MessageMax)) << "</p>\n";
+            vNotUsedWrite();
+    }
+
+    /// The document of the set that is used instead leads to its page.
+    void vNotUsedWrite() {
+        const std::string_view reason = site_.unusedReason;
+        const auto* other = model_.pSet(site_.usedInstead);
+        const auto place = other ? reason.rfind(other->documentName) : std::string_view::npos;
+        html_ << "<p><span class=\"badge error\">not used</span> "
+              << escaped(sShort(reason.substr(0, place), MessageMax));
+        if (place != std::string_view::npos)
+            html_ << "<a" << href(model_.getAddresses().of(*other->set)) << ">"
+                  << isolated(sShort(other->documentName)) << "</a>"
+                  << escaped(sShort(reason.substr(place + other->documentName.size()), MessageMax));
+        html_ << "</p>\n";
     }
 
     void vContentsWrite() {

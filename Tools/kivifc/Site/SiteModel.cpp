@@ -118,8 +118,14 @@ void SiteModel::vSetsCollect() {
         [&](const auto& context, const auto& definitions) {
             for (const auto* set : definitions.getXmlSets()) {
                 const auto* found = getSchema().pXmlSetFromName(set->getName(), {});
-                sets_.push_back(
-                    {set, context, loaded_.paths.at(set), {}, found == set ? nullptr : found, {}, {}});
+                sets_.push_back({set,
+                                 context,
+                                 loaded_.paths.at(set),
+                                 {},
+                                 nullptr,
+                                 found == set ? nullptr : found,
+                                 {},
+                                 {}});
             }
         },
         {});
@@ -151,7 +157,8 @@ void SiteModel::vUnusedSetsRead() {
         auto document = kit::setTextRead(unused.text, unused.path, readingOptions());
         if (!document.pSet())
             continue;
-        sets_.push_back({document.pSet(), unused.context, unused.path, unused.reason, nullptr, {}, {}});
+        sets_.push_back(
+            {document.pSet(), unused.context, unused.path, unused.reason, nullptr, nullptr, {}, {}});
         unusedDocuments_.push_back(std::move(document));
     }
 }
@@ -166,24 +173,30 @@ void SiteModel::vDocumentsName() {
     }
     for (auto& set : sets_)
         set.documentName.erase(0, commonFolderSize(paths[fileName(set)]));
-    vReasonsShorten();
+    vUsedInsteadFind();
 }
 
 /// Of a set that is left out, the reason names the document of the one that has its name.
-void SiteModel::vReasonsShorten() {
-    std::map<std::pair<std::string_view, std::string_view>, const SiteSet*> used;
+void SiteModel::vUsedInsteadFind() {
+    std::map<std::pair<std::string_view, std::string>, const SiteSet*> used;
+    const auto key = [](const SiteSet& set) {
+        return std::pair(std::string_view(set.context.name), ascii::sUpperCase(set.set->getName()));
+    };
     for (const auto& set : sets_) {
         if (set.isUsed())
-            used.emplace(std::pair(std::string_view(set.context.name), std::string_view(set.set->getName())),
-                         &set);
+            used.emplace(key(set), &set);
     }
     for (auto& set : sets_) {
-        const auto found = used.find({set.context.name, set.set->getName()});
+        const auto found = used.find(key(set));
         if (set.isUsed() || found == used.end())
             continue;
+        // The name of the set comes before it, and may be anything.
         const auto& other = *found->second;
-        if (const auto place = set.unusedReason.find(other.path); place != std::string::npos)
-            set.unusedReason.replace(place, other.path.size(), other.documentName);
+        const auto place = set.unusedReason.rfind(other.path);
+        if (place == std::string::npos)
+            continue;
+        set.unusedReason.replace(place, other.path.size(), other.documentName);
+        set.usedInstead = other.set;
     }
 }
 

@@ -41,6 +41,8 @@ struct SiteSet {
     /// Why no look-up finds it: refused by the schema, or of a name that is taken; empty for one that is
     /// used.
     std::string unusedReason;
+    /// The one that is used instead, where the reason names its document; null for any other reason.
+    const ifc::def::xml::SetDef* usedInstead = nullptr;
     /// The set of an earlier context that a search by name finds instead; null for none.
     const ifc::def::xml::SetDef* hiddenBy = nullptr;
     /// How the document is called: its file name, and of documents of one file name the folders before it
@@ -104,9 +106,9 @@ public:
         return memberUses_.of(object);
     }
     const Declarations& getDeclarations() const { return declarations_; }
+    const DeclaredNames& getDeclaredNames() const { return declaredNames_; }
     const InheritanceTree& getTree() const { return tree_; }
 
-    const DeclaredNames& getDeclaredNames() const { return declaredNames_; }
     // All objects of a kind, those of a name that is there twice included, by upper-cased name.
     const std::vector<const Entity*>& getEntities() const { return entities_; }
     const std::vector<const ifc::def::schema::Type*>& getTypes() const { return types_; }
@@ -159,7 +161,7 @@ private:
     void vSetsCollect();
     void vUnusedSetsRead();
     void vDocumentsName();
-    void vReasonsShorten();
+    void vUsedInsteadFind();
     void vMemberUsesFind();
     void vSetsApply();
     void vUnrestrictedFind();
@@ -175,9 +177,9 @@ private:
     std::string title_;
     std::size_t schemaErrors_ = 0;
     Declarations declarations_;
+    DeclaredNames declaredNames_;
     UseTable uses_;
     MemberUses memberUses_;
-    DeclaredNames declaredNames_;
     InheritanceTree tree_;
     Addresses addresses_;
     std::vector<const Entity*> entities_;

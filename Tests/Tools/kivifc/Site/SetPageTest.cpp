@@ -7,6 +7,7 @@
 #include "Tools/kivifc/Site/SiteSample.h"
 #include "Tools/kivifc/TemporaryFolder.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -157,6 +158,30 @@ TEST(SetPage, DocumentsOfTwoArgumentsDifferByTheirFolders) {
         EXPECT_THAT(sFileText(out + "/sets/Pset_A.html"), HasSubstr("<dd><bdi>Sets/1.xml</bdi></dd>"));
         EXPECT_THAT(sFileText(out + "/sets/Pset_B.html"), HasSubstr("<dd><bdi>" + name + "</bdi></dd>"));
     }
+}
+
+/// By a name that differs in letter case, and has the path of the other document in it.
+TEST(SetPage, SetThatIsLeftOutLeadsToTheOneThatIsUsed) {
+    const TemporaryFolder folder;
+    const auto schema =
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+    const auto first = folder.sPath("sets/1.xml");
+    folder.sWrite("sets/1.xml", sSet("pset " + first, {}, ""));
+    folder.sWrite("sets/2.xml", sSet("Pset " + first, {}, ""));
+    const auto out = folder.sPath("site");
+    kivifcRun({"site", schema, folder.sPath("sets"), "--out", out});
+    std::string used;
+    std::string unused;
+    for (const auto& file : std::filesystem::directory_iterator(out + "/sets")) {
+        const auto page = sFileText(file.path());
+        if (page.find(">not used<") == std::string::npos)
+            used = file.path().filename();
+        else
+            unused = page;
+    }
+    ASSERT_FALSE(used.empty());
+    EXPECT_THAT(unused, HasSubstr(" is left out: <a href=\"../sets/" + used +
+                                  "\"><bdi>1.xml</bdi></a> has one of that name</p>"));
 }
 
 TEST(SetPage, DocumentWithoutFindingsSaysSo) {
