@@ -37,8 +37,9 @@ void vTableBegin(Html& html, std::string_view label, std::initializer_list<Marku
     if (!label.empty())
         html << attribute("aria-label", sShort(label));
     html << ">\n<thead><tr>";
+    // In a row of headings alone, each is that of its column without saying so.
     for (const auto& column : columns)
-        html << "<th scope=\"col\">" << column << "</th>";
+        html << "<th>" << column << "</th>";
     html << "</tr></thead>\n<tbody>\n";
 }
 
@@ -62,6 +63,10 @@ void vIdLinkWrite(Html& html, std::string_view id, std::string_view name) {
 
 void vNameLinkWrite(Html& html, const Address& address, std::string_view name) {
     html << "<a" << href(address) << "><code>" << escaped(sLinkText(name)) << "</code></a>";
+}
+
+void vBareLinkWrite(Html& html, const Address& address, std::string_view name) {
+    html << "<a" << href(address) << ">" << escaped(sLinkText(name)) << "</a>";
 }
 
 } // namespace kiv::kivifc::site

@@ -53,4 +53,8 @@ void vIdLinkWrite(Html& html, std::string_view id, std::string_view name);
 /// A name as a link, in the type of code.
 void vNameLinkWrite(Html& html, const Address& address, std::string_view name);
 
+/// The same where the style sheet knows by its place that it is a name: in rows that are there by the
+/// thousand.
+void vBareLinkWrite(Html& html, const Address& address, std::string_view name);
+
 } // namespace kiv::kivifc::site

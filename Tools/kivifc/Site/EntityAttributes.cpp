@@ -147,7 +147,7 @@ void EntityAttributes::vRowBegin(const Entity& declaring, const void* item, std:
     if (&declaring == &entity_) {
         html_ << "<code>" << escaped(sShort(name)) << "</code>";
     } else {
-        vNameLinkWrite(html_, model_.getAddresses().of(declaring).row(name), name);
+        vBareLinkWrite(html_, model_.getAddresses().of(declaring).row(name), name);
     }
     vRowLinkWrite(html_, id, name);
     html_ << "</th><td>";
@@ -205,7 +205,7 @@ void EntityAttributes::vInverseWrite() {
                        return;
                    }
                    const auto& addresses = model_.getAddresses();
-                   vNameLinkWrite(html_, addresses.of(mirrored->getEntity()).row(nameOf(*mirrored)), name);
+                   vBareLinkWrite(html_, addresses.of(mirrored->getEntity()).row(nameOf(*mirrored)), name);
                });
 }
 

@@ -208,10 +208,12 @@ private:
     /// Whether the schema has an object of that name.
     bool boNameWrite(std::string_view name) {
         const auto* object = model_.getSchema().pObjectFromName(name);
-        if (object)
-            vObjectLinkWrite(model_, *object, html_);
-        else
+        if (!object)
             vTextWrite("", name);
+        else if (detail_.withKind)
+            vBareLinkWrite(html_, model_.getAddresses().of(*object), object->getName());
+        else
+            vObjectLinkWrite(model_, *object, html_);
         return object != nullptr;
     }
 

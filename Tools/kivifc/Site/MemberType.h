@@ -27,7 +27,7 @@ struct MemberTypeDetail {
     /// Whether the items have their definitions and translations.
     bool hasDefinitions = false;
     /// Whether the kind comes before the type unless the type says it, and a word is there in place of none:
-    /// for rows that have no column for the kind.
+    /// for rows that have no column for the kind. Their links are bare.
     bool withKind = false;
 };
 

@@ -38,8 +38,8 @@ public:
 
     void vWrite(const ListedMember& member) {
         const auto& def = *member.def;
-        html_ << "<tr><th scope=\"row\"><a" << href(address_.row(member.row)) << ">"
-              << escaped(sLinkText(def.getName())) << "</a>";
+        html_ << "<tr><th scope=\"row\">";
+        vBareLinkWrite(html_, address_.row(member.row), def.getName());
         if (member.whole)
             html_ << " <span class=\"note\">part of " << isolated(sShort(member.whole->getName()))
                   << "</span>";

@@ -76,7 +76,7 @@ TEST(MemberType, EachKindShowsWhatItHas) {
 
 /// Rows without a column for the kind say it where the type does not.
 TEST(MemberType, KindComesBeforeATypeThatDoesNotSayIt) {
-    const std::string label = "<a href=\"Label.html\"><code>Label</code></a>";
+    const std::string label = "<a href=\"Label.html\">Label</a>";
     struct Row {
         std::string type;
         std::string shown;
@@ -87,8 +87,7 @@ TEST(MemberType, KindComesBeforeATypeThatDoesNotSayIt) {
         {"", "<span class=\"note\">no type given</span>"},
         {"<TypePropertyBoundedValue><DataType type=\"Label\"/></TypePropertyBoundedValue>",
          "Bounded value " + label},
-        {"<TypePropertyReferenceValue reftype=\"Wall\"/>",
-         "Reference <a href=\"Wall.html\"><code>Wall</code></a>"},
+        {"<TypePropertyReferenceValue reftype=\"Wall\"/>", "Reference <a href=\"Wall.html\">Wall</a>"},
         {sEnumeration("K", {"A"}), "<code>K</code>: <code>A</code>"},
         {"<TypePropertyListValue><ListValue><DataType type=\"Label\"/></ListValue></TypePropertyListValue>",
          "List of " + label},
