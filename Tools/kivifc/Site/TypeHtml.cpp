@@ -38,8 +38,9 @@ const Type* pNamedType(const ObjectBase* object) {
 void vUnderlyingWrite(const SiteModel& model, const Type& type, std::size_t namesMax, Html& html) {
     if (const auto* items = dynamic_cast<const DataTypeEnum*>(type.pUnderlying())) {
         html << "<span class=\"kw\">ENUMERATION</span> ";
-        return vNamesWrite(items->getItems(), namesMax, html,
-                           [&](std::string_view item) { html << escaped(sShort(item)); });
+        return vNamesWrite(items->getItems(), namesMax, html, [&](std::string_view item) {
+            vBareLinkWrite(html, model.getAddresses().of(type).row(item), item);
+        });
     }
     if (const auto* select = dynamic_cast<const DataTypeSelect*>(type.pUnderlying())) {
         html << "<span class=\"kw\">SELECT</span> ";

@@ -71,8 +71,11 @@ TEST_F(EntityPageTest, TypesAreUnfoldedOneStep) {
     EXPECT_THAT(sSection("Root.html", "attributes"),
                 HasSubstr("<a href=\"Label.html\">Label</a> <span class=\"unfolded\">= <span class=\"kw\">"
                           "STRING</span>(80)</span>"));
-    EXPECT_THAT(sSection("Wall.html", "attributes"),
-                HasSubstr("A1, A2, A3, A4, A5, A6, A7, A8, A9, A10)</span>"));
+    // Items lead to their rows.
+    const auto items = sSection("Wall.html", "attributes");
+    EXPECT_THAT(items, HasSubstr("<span class=\"kw\">ENUMERATION</span> (<a href=\"Kind.html#A1\">A1</a>, "
+                                 "<a href=\"Kind.html#A2\">A2</a>, "));
+    EXPECT_THAT(items, HasSubstr(", <a href=\"Kind.html#A10\">A10</a>)</span>"));
 }
 
 /// What is looked for on the page of a wall is its own items, all of them.
@@ -83,8 +86,10 @@ TEST(EntityPage, InheritedTypesAreUnfoldedInPart) {
     const SiteSample sample("TYPE Kind = ENUMERATION OF (" + items +
                             ");\nEND_TYPE;\nENTITY Wall;\n    Is : Kind;\nEND_ENTITY;\n"
                             "ENTITY Thick\n SUBTYPE OF (Wall);\nEND_ENTITY;\n");
-    EXPECT_THAT(sample.sPage("Wall.html"), HasSubstr("B39, B40, and 2 more)"));
-    EXPECT_THAT(sample.sPage("Thick.html"), HasSubstr("B7, B8, and 34 more)"));
+    EXPECT_THAT(sample.sPage("Wall.html"),
+                HasSubstr(">B39</a>, <a href=\"Kind.html#B40\">B40</a>, and 2 more)"));
+    EXPECT_THAT(sample.sPage("Thick.html"),
+                HasSubstr(">B7</a>, <a href=\"Kind.html#B8\">B8</a>, and 34 more)"));
 }
 
 TEST_F(EntityPageTest, InheritedAttributeIsBelowItsEntityAndLinksThere) {
@@ -178,10 +183,6 @@ TEST(EntityPage, NamesAfterPointsAreFollowed) {
     EXPECT_THAT(page, HasSubstr("(" + at + ").Dim = 1"));
 }
 
-/// Thick has a name and a size, each in two or three rows.
-TEST(EntityPage, AttributesThatAreDeclaredAgainCountOnce) {
-    const SiteSample sample("ENTITY Wall;\n    Name : STRING;\n    Size : REAL;\nEND_ENTITY;\n"
-                            "ENTITY Mid\n SUBTYPE OF (Wall);\n    SELF\\Wall.Name : STRING(9);\n DERIVE\n"
 TEST(EntityPage, NamesThatAreSearchedOrCalledAreFollowed) {
     const SiteSample sample(
         "TYPE Wood = ENUMERATION OF (Oak, Other);\nEND_TYPE;\n"
@@ -218,6 +219,10 @@ TEST(EntityPage, NamesThatAreSearchedOrCalledAreFollowed) {
     EXPECT_THAT(rule("E"), HasSubstr(").Leaf"));
 }
 
+/// Thick has a name and a size, each in two or three rows.
+TEST(EntityPage, AttributesThatAreDeclaredAgainCountOnce) {
+    const SiteSample sample("ENTITY Wall;\n    Name : STRING;\n    Size : REAL;\nEND_ENTITY;\n"
+                            "ENTITY Mid\n SUBTYPE OF (Wall);\n    SELF\\Wall.Name : STRING(9);\n DERIVE\n"
                             "    SELF\\Wall.Size : REAL := 1.0;\nEND_ENTITY;\n"
                             "ENTITY Thick\n SUBTYPE OF (Mid);\n    SELF\\Wall.Name : STRING(5);\n DERIVE\n"
                             "    SELF\\Wall.Size : REAL := 2.0;\n    Half : REAL := 1.0;\nEND_ENTITY;\n");
