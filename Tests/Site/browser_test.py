@@ -8,6 +8,7 @@ KIV_SITE_SCREENSHOTS the folder for pictures.
 import contextlib
 import functools
 import http.server
+import json
 import os
 import shutil
 import tempfile
@@ -411,6 +412,13 @@ class SearchTest(SiteTest):
         # After the property of that name.
         self.assertEqual([result[2] for result in self.found("LeafMaterial")[:2]], ["Property", "Enumeration"])
 
+    def test_values_of_enumerations_are_found_in_all_languages(self):
+        for text in ("Holz", "Bois"):
+            with self.subTest(text):
+                name, place, kind, address = self.found(text)[0]
+                self.assertEqual((name, kind, address), (text, "Enumeration value", "./sets/Pset_BldDoor.html#LeafMaterial"))
+                self.assertIn("TIMBER", place)
+
     def test_names_of_the_language_itself_are_names(self):
         for text in ("__proto__", "constructor", "toString", "hasOwnProperty", "\\", "(", "[", "*", "a" * 5000):
             with self.subTest(text[:20]):
@@ -518,6 +526,25 @@ class SwitchTest(SiteTest):
         self.choose("ja-JP")
         self.browser.open(SITE, "types.html")
         self.assertEqual(self.browser.all(".language"), [])
+
+    def test_definitions_in_place_are_translated_too(self):
+        definition = """return [...document.querySelectorAll("details.set tr")].find((each) =>
+            each.querySelector("a[href='sets/Pset_BldWall.html#Mark']")).cells[2]"""
+        self.browser.open(SITE, "BldWall.html")
+        written = self.browser.run(definition + ".textContent")
+        self.assertTrue(written)
+        self.choose("de")
+        self.browser.wait(definition + ".textContent === 'Das Zeichen, das auf der Wand steht.'")
+        self.assertEqual(self.browser.run(definition + ".lang"), "de")
+        self.choose("ja-JP")  # Which has a name only.
+        self.browser.wait(definition + ".parentNode.querySelector('.translated')?.lang === 'ja-JP'")
+        self.assertEqual(self.browser.run(definition + ".textContent"), written)
+        self.choose("de")
+        self.browser.open(SITE, "BldWall.html")  # Remembered.
+        self.browser.wait(definition + ".lang === 'de'")
+        self.choose("")
+        self.browser.wait(definition + f".textContent === {json.dumps(written)}")
+        self.assertFalse(self.browser.run(definition + ".hasAttribute('lang')"))
 
     def test_single_keys_are_switched_off_and_on(self):
         focused = "return document.activeElement.id === 'search'"

@@ -81,6 +81,24 @@ def index_problems(folder, site):
     return found + [f"search: knows no {page.path}" for page in site.values() if page.kind and page.path not in known]
 
 
+def definitions_problems(folder, site):
+    """Translated definitions of sets and members that are not there."""
+    path = os.path.join(folder, "assets", "definitions.js")
+    with open(path, encoding="utf-8") as file:
+        text = file.read()
+    body = re.fullmatch(r"window\.kivDefinitions=\{languages:(\[.*\]),texts:(\[.*\]),sets:(\[\n.*\n\])\};\n", text, re.DOTALL)
+    languages, texts, sets = (json.loads(part) for part in body.groups())
+    found = []
+    for page, *rows in sets:
+        for anchor, *numbers in rows:
+            if page not in site or anchor and anchor not in site[page].ids:
+                found.append(f"definitions: {page}#{anchor[:80]} is nowhere")
+            if len(numbers) % 2 or any(number >= len(languages) for number in numbers[::2]) or any(
+                    number >= len(texts) for number in numbers[1::2]):
+                found.append(f"definitions: {page}#{anchor[:80]} has no text")
+    return found
+
+
 def problems(site):
     if "index.html" not in site:
         return ["there is no index.html"]
@@ -95,7 +113,7 @@ def problems(site):
 
 def report(folder, site):
     """Prints what is wrong with a site that was read, and says whether anything is."""
-    found = problems(site) + index_problems(folder, site)
+    found = problems(site) + index_problems(folder, site) + definitions_problems(folder, site)
     for text in found[:MOST_SHOWN]:
         print(f"{folder}: {text}")
     if len(found) > MOST_SHOWN:

@@ -22,6 +22,7 @@ PLAIN = {
     "DataTypeJson.h": ['{"object"'],
     "ExpressionJson.h": ["a - b - c"],
     "ProjectFile.h": ["schema =", "[contexts]"],
+    "DefinitionsFile.h": ["{languages"],
     "SearchIndex.h": ["{format"],
     "TreeDrawing.h": ["BldUnit"],
 }
@@ -263,16 +264,17 @@ SITE_SURROUNDINGS = {
     "Assets.h": site_row("SiteFolder& folder"),
     "Declarations.h": site_row("const SchemaFile& file, const ifc::def::schema::ObjectBase* function, "
                                "const ifc::def::schema::Entity* entity"),
-    "Diagram.h": SITE_OF_WALL,
     "DeclaredNames.h": site_row("const ifc::def::schema::Schema& schema, const Declarations& declarations"),
+    "DefinitionsFile.h": SITE_PAGES,
+    "Diagram.h": SITE_OF_WALL,
     "DistinctRules.h": site_row("const ifc::def::schema::Type& type"),
     "Elements.h": site_row("const std::string& name, Html& html"),
     "EntityAttributes.h": SITE_OF_WALL,
     "EntityPage.h": SITE_PAGES,
     "EntitySets.h": SITE_OF_WALL,
+    "EnumeratedItems.h": site_row("const ifc::def::pset::TypePropertyEnumeratedValue& type"),
     "ExpressHtml.h": SITE_OF_WALL,
     "ExpressKeywords.h": site_row(""),
-    "EnumeratedItems.h": site_row("const ifc::def::pset::TypePropertyEnumeratedValue& type"),
     "ExpressWords.h": site_row("std::string_view text"),
     "GuidIndexPages.h": SITE_PAGES,
     "GuidNotations.h": site_row("const Guid& guid"),
@@ -296,6 +298,7 @@ SITE_SURROUNDINGS = {
     "RedeclaredName.h": site_row(""),
     "RowIds.h": site_row("Html& html"),
     "RuleHtml.h": SITE_OF_WALL,
+    "ScriptText.h": site_row("std::string& script, const std::string& name"),
     "SearchIndex.h": site_row(""),
     "SearchIndexFile.h": SITE_PAGES,
     "SetClasses.h": site_row("const SiteModel& model, const SiteSet& set, Html& html"),
@@ -317,10 +320,10 @@ SITE_SURROUNDINGS = {
     "Uses.h": site_row("const ifc::def::schema::Schema& schema, const Declarations& declarations, "
                        "const ifc::def::schema::ObjectBase* label"),
     "UsesHtml.h": site_row("const SiteModel& model, const ifc::def::schema::ObjectBase& label, Html& html"),
+    "ValueMembers.h": SITE_OF_WALL,
     "WrittenGuids.h": site_row("const ifc::def::xml::Def& member, Html& html"),
 }
 
-    "ValueMembers.h": SITE_OF_WALL,
 KIT_SURROUNDINGS = {
     "AcrossDocuments.h": row(KIT, "const std::vector<SetDocument>& documents", [KIT_DOCUMENT]),
     "AcrossRules.h": row(KIT, "const SetDocument& document, const SetOutline& outline, std::string_view context",

@@ -33,8 +33,6 @@ constexpr std::size_t SetsMax = 400;
 constexpr std::size_t InheritedMembersMax = 500;
 constexpr std::size_t InheritedSetsMax = 100;
 constexpr std::size_t PredefinedTypesMax = 20;
-/// In bytes; the page of the set has all of it.
-constexpr std::size_t DefinitionMax = 300;
 
 /// What can still be written.
 struct Room {
@@ -80,8 +78,8 @@ private:
         return count;
     }
 
-    /// Rows have no translations, which would be there on page after page: a script takes them from the index
-    /// of the search when a reader has chosen a language.
+    /// Rows have no translations, which would be there on page after page: a script takes names from the
+    /// index of the search and definitions from a file of them when a reader has chosen a language.
     void vBegin(std::size_t count) {
         html_ << "<section id=\"sets\"";
         if (!parts_.getLanguages().empty())
@@ -180,23 +178,29 @@ Html setHtml(const SiteModel& model, const SiteSet& set, MembersDetail detail) {
     vContextBadgeWrite(set, html);
     html << "</summary>\n<p><a" << href(model.getAddresses().of(*set.set)) << ">Page of the set</a>";
     vIdLinkWrite(html, sSetId(model, set), set.set->getName());
-    html << " <bdi>" << escaped(sShort(set.set->getDefinition(), DefinitionMax)) << "</bdi></p>\n";
+    html << " <bdi>" << escaped(sShort(set.set->getDefinition(), SetDefinitionMax)) << "</bdi></p>\n";
     vSetMembersWrite(model, set, detail, html);
     html << "</details>\n";
     return html;
 }
 
-/// A language with a tag that browsers do not know is on the pages of its sets.
+/// What names and definitions are translated into. A language with a tag that browsers do not know is on the
+/// pages of its sets.
 std::string sLanguages(const SiteModel& model) {
     constexpr std::size_t LanguagesMax = 40;
     std::set<std::string> tags;
+    const auto add = [&](const ifc::def::xml::Aliases& aliases) {
+        for (const auto& entry : aliases.getEntries()) {
+            if (auto tag = sLanguageTag(entry.locale.getCombined());
+                !tag.empty() && tags.size() < LanguagesMax)
+                tags.insert(std::move(tag));
+        }
+    };
     for (const auto& set : model.getSets()) {
+        add(set.set->getDefinitionAliases());
         for (const auto& member : memberList(*set.set)) {
-            for (const auto& entry : member.def->getNameAliases().getEntries()) {
-                if (auto tag = sLanguageTag(entry.locale.getCombined());
-                    !tag.empty() && tags.size() < LanguagesMax)
-                    tags.insert(std::move(tag));
-            }
+            add(member.def->getNameAliases());
+            add(member.def->getDefinitionAliases());
         }
     }
     return fmt::format("{}", fmt::join(tags, " "));

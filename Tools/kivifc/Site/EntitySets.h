@@ -22,6 +22,9 @@
 
 namespace kiv::kivifc::site {
 
+/// Of the definition of a set, in bytes; the page of the set has all of it.
+inline constexpr std::size_t SetDefinitionMax = 300;
+
 /// Each set as the pages of entities show it, written once: it is there again on the page of each entity
 /// below those that it names, and so most of what a site takes on disk.
 class EntitySetParts {
@@ -37,7 +40,7 @@ public:
 
     const Part& of(const SiteSet& set, MembersDetail detail);
 
-    /// The languages that names of members are translated into, with blanks between; of very many, some.
+    /// The languages that names and definitions are translated into, with blanks between; of very many, some.
     const std::string& getLanguages() const { return languages_; }
 
 private:

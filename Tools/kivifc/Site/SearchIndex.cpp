@@ -1,10 +1,9 @@
 #include "kivifc/Site/SearchIndex.h"
 
-#include "kivifc/Program/CodePoints.h"
+#include "kivifc/Site/ScriptText.h"
 
 #include <array>
 #include <fmt/format.h>
-#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -35,28 +34,8 @@ constexpr std::array<std::string_view, 17> KindNames{"Entity",
                                                      "Page"};
 static_assert(KindNames.size() == static_cast<std::size_t>(SearchKind::Page) + 1);
 
-void vPointAppend(std::string& text, const CodePoint& point) {
-    if (!point.isValid)
-        text += "\xEF\xBF\xBD";
-    else if (point.value == '"' || point.value == '\\')
-        (text += '\\') += point.bytes;
-    // An angle bracket does no harm in a script of its own; so that it does none wherever the text is copied
-    // to.
-    else if (isUnsafe(point) || point.value == '<')
-        fmt::format_to(std::back_inserter(text), "\\u{:04x}", static_cast<unsigned>(point.value));
-    else
-        text += point.bytes;
-}
-
-/// As a string of JavaScript.
 std::string sQuoted(std::string_view text) {
-    std::string quoted = "\"";
-    std::size_t length = 0;
-    for (; !text.empty() && length < LongestText; ++length)
-        vPointAppend(quoted, codePointTake(text));
-    if (!text.empty())
-        quoted += "\xE2\x80\xA6";
-    return quoted += '"';
+    return sScriptString(text, LongestText);
 }
 
 std::string sNumber(SearchKind kind) {

@@ -21,7 +21,6 @@ namespace {
 using ifc::def::xml::Def;
 
 constexpr std::size_t ShortItemsMax = 40;
-constexpr std::size_t ShortDefinitionMax = 200;
 
 using Rows = std::unordered_map<const Def*, const RowId*>;
 

@@ -22,8 +22,7 @@ enum class MembersDetail : std::uint8_t {
     /// most of what a site takes on disk.
     Brief,
     /// The same with definitions: what is asked on the page of that entity. Both have `ShortMembersMax` rows
-    /// at
-    /// most, beyond which the page of the set is referred to.
+    /// at most, beyond which the page of the set is referred to.
     Short,
     /// All that the document says, with the rows to be pointed at.
     Full,
@@ -31,6 +30,8 @@ enum class MembersDetail : std::uint8_t {
 
 /// Sets have some ten members; what is longer is an exception, or made to fill disks.
 inline constexpr std::size_t ShortMembersMax = 200;
+/// Of a definition, in bytes, where it is not full; the page of the set has all of it.
+inline constexpr std::size_t ShortDefinitionMax = 200;
 
 void vSetMembersWrite(const SiteModel& model, const SiteSet& set, MembersDetail detail, Html& html);
 

@@ -1,6 +1,7 @@
 #include "kivifc/Site/SitePages.h"
 
 #include "kivifc/Site/Assets.h"
+#include "kivifc/Site/DefinitionsFile.h"
 #include "kivifc/Site/EntityPage.h"
 #include "kivifc/Site/GuidIndexPages.h"
 #include "kivifc/Site/LanguageIndexPages.h"
@@ -25,7 +26,8 @@ constexpr std::array Kinds{
     Write{vStartPageWrite},          Write{vEntityPagesWrite},    Write{vTypePagesWrite},
     Write{vFunctionPagesWrite},      Write{vRulePagesWrite},      Write{vSetPagesWrite},
     Write{vObjectIndexPagesWrite},   Write{vSetIndexPageWrite},   Write{vPropertyIndexPagesWrite},
-    Write{vLanguageIndexPagesWrite}, Write{vGuidIndexPagesWrite}, Write{vSearchIndexWrite}};
+    Write{vLanguageIndexPagesWrite}, Write{vGuidIndexPagesWrite}, Write{vSearchIndexWrite},
+    Write{vDefinitionsWrite}};
 
 } // namespace
 

@@ -538,41 +538,98 @@ document.addEventListener("DOMContentLoaded", () => {
         }
     }
 
-    /* Names of members in place, on the page of an entity, in the language that was chosen */
+    /* Members in place, on the page of an entity, in the language that was chosen */
 
-    // By the address of the row: this very language, or another form of it.
-    function translationsOf(tag) {
+    // This very language, or else the first other form of it.
+    function inLanguage(variants, tag) {
         const wanted = tag.toLowerCase();
-        const primary = (text) => text.split(/[-_]/)[0];
-        const found = new Map();
-        for (const entry of entries) {
-            const language = entry.language.toLowerCase();
-            const address = entry.page.file + "#" + entry.anchor;
-            if (language && (language === wanted || (primary(language) === primary(wanted) && !found.has(address))))
-                found.set(address, entry);
-        }
-        return found;
+        const primary = (text) => text.toLowerCase().split(/[-_]/)[0];
+        return variants.find(({ language }) => language.toLowerCase() === wanted) ||
+            variants.find(({ language }) => primary(language) === primary(wanted));
     }
 
-    function membersTranslate() {
-        const tag = document.documentElement.dataset.language;
+    // Names by the address of the row.
+    function namesRead() {
+        const names = new Map();
+        for (const { name, language, page, anchor, kind } of entries) {
+            const isMember = kinds[kind] === "Property" || kinds[kind] === "Quantity";
+            if (!language || !isMember)
+                continue;
+            const address = page.file + "#" + anchor;
+            names.set(address, [...(names.get(address) || []), { text: name, language }]);
+        }
+        return names;
+    }
+
+    // Definitions by the address of the row; that of a set has no anchor.
+    function definitionsRead({ languages, texts, sets }) {
+        const definitions = new Map();
+        for (const [file, ...rows] of sets) {
+            for (const [anchor, ...values] of rows) {
+                const variants = [];
+                for (let at = 0; at + 1 < values.length; at += 2)
+                    variants.push({ language: languages[values[at]], text: texts[values[at + 1]] });
+                definitions.set(anchor ? file + "#" + anchor : file, variants);
+            }
+        }
+        return definitions;
+    }
+
+    let translations = null; // Names and definitions, once they are asked for.
+    const replaced = new Map(); // Of each definition in another language, what the document says first.
+
+    function translationsLoad() {
+        translations ||= Promise.all([load(), scriptLoad("definitions.js")]).then(() => {
+            const read = { names: namesRead(), definitions: definitionsRead(window.kivDefinitions) };
+            window.kivDefinitions = null;
+            return read;
+        }).catch((error) => {
+            translations = null;
+            throw error;
+        });
+        return translations;
+    }
+
+    function definitionShow(element, variants, tag) {
+        const found = inLanguage(variants || [], tag);
+        if (!element || !found)
+            return;
+        replaced.set(element, element.textContent);
+        element.textContent = found.text;
+        element.lang = found.language;
+    }
+
+    function membersRestore() {
         document.querySelectorAll("details.set .translated").forEach((each) => each.remove());
+        for (const [element, text] of replaced) {
+            element.textContent = text;
+            element.removeAttribute("lang");
+        }
+        replaced.clear();
+    }
+
+    function membersTranslate({ names, definitions }) {
+        const tag = document.documentElement.dataset.language;
+        membersRestore();
         if (!tag)
             return;
-        const found = translationsOf(tag);
         for (const link of document.querySelectorAll("details.set th > a")) {
-            const entry = found.get(link.getAttribute("href"));
-            if (entry)
-                link.after(Object.assign(element("span", "note translated", entry.name), { lang: entry.language }));
+            const address = link.getAttribute("href");
+            const name = inLanguage(names.get(address) || [], tag);
+            if (name)
+                link.after(Object.assign(element("span", "note translated", name.text), { lang: name.language }));
+            definitionShow(link.closest("tr").cells[2], definitions.get(address), tag);
         }
+        for (const link of document.querySelectorAll("details.set > p:first-of-type > a:first-child"))
+            definitionShow(link.parentNode.querySelector("bdi"), definitions.get(link.getAttribute("href")), tag);
     }
 
     function languageTaken() {
         // Nothing has been translated, so there is nothing to take back.
-        if (!entries && !document.documentElement.dataset.language)
+        if (!translations && !document.documentElement.dataset.language)
             return;
-        // Names stay as they are written when there is no index; the search says so when it is used.
-        load().then(membersTranslate, () => {});
+        // All stays as it is written when there is no index; the search says so when it is used.
+        translationsLoad().then(membersTranslate, () => {});
     }
 
     document.addEventListener("kivlanguage", languageTaken);

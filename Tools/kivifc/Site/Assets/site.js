@@ -122,13 +122,13 @@
         }
     }
 
-    // The sets of an entity have names in other languages, which search.js adds: it has the index with all names.
+    // The sets of an entity have names and definitions in other languages, which search.js adds: it has the index of all names.
     function membersShow(section, tag) {
         section.querySelector(".language")?.remove();
         if (tag)
             section.querySelector("h2").after(made("p", { className: "note language" },
-                `Names of members are also shown in ${languageName(tag)} where a document translates them. ` +
-                "Translated definitions are on the pages of the sets."));
+                `Where a document translates them, names of members are also shown in ${languageName(tag)}, and definitions ` +
+                "in that language alone. The pages of the sets have both."));
         root.dataset.language = tag;
         document.dispatchEvent(new Event("kivlanguage"));
     }
