@@ -8,6 +8,7 @@ import unittest
 import complete
 import links
 import pages
+import values
 
 HEAD = ("<!DOCTYPE html><html lang=\"en\" data-root=\"\"><head><meta charset=\"utf-8\"><meta http-equiv=\"Content-Security-Policy\" "
         f"content=\"{pages.POLICY}\"><title>t</title></head><body><main>")
@@ -86,6 +87,63 @@ class IndexTest(unittest.TestCase):
     def test_pages_that_the_search_does_not_know_are_found(self):
         self.assertEqual(self.problems('[0,"Wall"]', Wall="", Door='<h1><span class="kind">Entity</span> Door</h1>'),
                          ["search: knows no Door.html"])
+
+
+class DefinitionsTest(unittest.TestCase):
+    def problems(self, sets):
+        with tempfile.TemporaryDirectory() as folder:
+            os.mkdir(os.path.join(folder, "assets"))
+            with open(os.path.join(folder, "assets", "definitions.js"), "w", encoding="utf-8") as file:
+                file.write(f'window.kivDefinitions={{languages:["de"],texts:["Wand"],sets:[\n{sets}\n]}};\n')
+            return links.definitions_problems(folder, site(sets__A='<p id="Row"></p>'))
+
+    def test_definitions_are_of_sets_and_rows_that_are_there(self):
+        self.assertEqual(self.problems('["sets/A.html",["",0,0],["Row",0,0]]'), [])
+        for sets in ('["sets/B.html",["",0,0]]', '["sets/A.html",["Other",0,0]]', '["sets/A.html",["",1,0]]', '["sets/A.html",["",0,1]]',
+                     '["sets/A.html",["",0]]'):
+            with self.subTest(sets):
+                self.assertEqual(len(self.problems(sets)), 1)
+
+
+class ValuesTest(unittest.TestCase):
+    digits = "0000000000000000000000000000a93e"
+    page = ('<h1><span class="kind">Property set</span> <bdi>Set</bdi></h1><p class="lead definition">About.</p>'
+            '<section id="facts"><dl class="facts"><div><dt>IFC version</dt><dd><bdi>4</bdi></dd></div></dl></section>'
+            '<section id="classes"><table><tbody><tr><th><code>Wall</code></th><td>all, also named: <code>SOLID</code></td></tr></tbody></table>'
+            '</section><section id="members"><table><tbody><tr id="Kind"><th><a class="anchor" href="#Kind">#</a><code>Kind</code> '
+            '<span class="note"><span class="t" data-l=""></span><span class="t" data-l="de">Art</span></span></th><td>Enumeration</td>'
+            '<td><code>Kinds</code>: <ul><li><code>A</code> <span class="note">First.</span></li><li><code>B</code></li></ul></td>'
+            '<td class="definition"><span class="t" data-l="">What.</span><span class="t" data-l="de">Was.</span><details><summary>GUID</summary>'
+            '<p><code>0000000000000000000Aa_</code> <code>0000000000000000000000000000a93e</code> '
+            '<code>00000000-0000-0000-0000-00000000a93e</code></p></details></td></tr></tbody></table></section>')
+    read = {"name": "Set", "definition": "About.", "definitionAliases": [], "ifdGuid": None, "ifcVersion": "4", "templateType": "",
+            "applicableTypeValue": "", "applicableClasses": [{"className": "Wall", "predefinedType": ""},
+                                                             {"className": "Wall", "predefinedType": "SOLID"}],
+            "properties": [{"name": "Kind", "definition": "What.", "definitionAliases": [{"lang": "de", "text": "Was."}], "ifdGuid": digits,
+                            "nameAliases": [{"lang": "de", "text": "Art"}],
+                            "type": {"kind": "TypePropertyEnumeratedValue", "enumerationName": "Kinds", "items": ["A", "B"],
+                                     "constants": [{"name": "A", "definition": "First.", "nameAliases": [], "definitionAliases": []}]}}]}
+
+    def differ(self, page):
+        with tempfile.TemporaryDirectory() as folder:
+            with open(os.path.join(folder, "Set.html"), "w", encoding="utf-8") as file:
+                file.write(HEAD + page + END)
+            missing, added, _ = values.differences(folder, ["Set.html"], {"documents": [{"set": self.read}]})
+            return [fact[2] for fact in [*missing, *added]]
+
+    def test_a_page_that_says_all_has_no_differences(self):
+        self.assertEqual(self.differ(self.page), [])
+
+    def test_each_value_that_differs_is_found(self):
+        rows = [("About.", "About it.", "definition"), ("<bdi>4</bdi>", "<bdi>5</bdi>", "IFC version"), ("all, also", "also", "class"),
+                ("SOLID", "HOLLOW", "class"), ("Art", "Sorte", "name"), ("<td>Enumeration", "<td>List", "kind"), (">Kinds<", ">Sorts<", "values"),
+                (">B<", ">C<", "values"), ("First.", "Second.", "item"), ("What.", "Which.", "definition"), ("Was.", "Welche.", "definition"),
+                ("0Aa_", "0Aa$", "guid"), ('data-l="de">Was', 'data-l="fr">Was', "definition")]
+        for text, other, what in rows:
+            with self.subTest(text):
+                self.assertIn(text, self.page)
+                self.assertEqual(self.differ(self.page.replace(text, other)), [what, what] if text != "all, also" else [what])
+        self.assertEqual(self.differ(self.page.replace(' <code>0000000000000000000000000000a93e</code>', "")), ["guid"])
 
 
 class CompleteTest(unittest.TestCase):

@@ -3,7 +3,8 @@
     complete.py --kivifc PROGRAM FOLDER SCHEMA SETS...
 
 compares both ways, each entity, attribute, inverse attribute, rule, type, item, function, set and member by name and owner,
-and the sets on the pages of entities with what `kivifc sets` says applies to them, and follows the links as links.py does. Exit status 1 when something is missing, too much or leads nowhere.
+what is said of each set and member (values.py), and the sets on the pages of entities with what `kivifc sets` says applies to
+them, and follows the links as links.py does. Exit status 1 when something is missing, too much or leads nowhere.
 """
 
 import argparse
@@ -14,6 +15,7 @@ import sys
 
 import links
 import pages
+import values
 
 MOST_SHOWN = 40
 # Entities whose sets are looked up, each by a run of kivifc; of a schema with more, as many from all over the alphabet.
@@ -122,6 +124,17 @@ def compare(site, schema, checked):
     return read == on_pages
 
 
+def compare_values(folder, site, checked):
+    """Prints what is said of sets and members differently; whether nothing is."""
+    paths = [page.path for page in site.values() if page.kind in SET_KINDS]
+    missing, added, count = values.differences(folder, paths, checked)
+    for title, facts in (("read, but not on the page of its set", missing), ("on the page of a set, but not read", added)):
+        for fact in sorted(facts, key=repr)[:MOST_SHOWN]:
+            print(f"complete: {title}: {fact}")
+    print(f"complete: {count} values of sets and members read, {len(missing)} missing on pages, {len(added)} too many")
+    return not missing and not added
+
+
 def sets_on_page(site, page):
     return collections.Counter(short(site[path].name) for path in page.sets)
 
@@ -157,6 +170,7 @@ def main(arguments):
     checked = loaded(options.kivifc, "check", options.schema, *options.sets) if options.sets else {"documents": []}
     site = pages.site_read(options.folder)
     return all([links.report(options.folder, site), compare(site, loaded(options.kivifc, "schema", options.schema), checked),
+                compare_values(options.folder, site, checked),
                 not options.sets or compare_sets(
                     site, lambda entity: sets_looked_up(options.kivifc, options.schema, options.sets, entity))])
 
