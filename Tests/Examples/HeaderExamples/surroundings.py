@@ -318,7 +318,7 @@ SITE_SURROUNDINGS = {
     "TypeHtml.h": site_row("const SiteModel& model, const ifc::def::schema::Attribute& attribute, Html& html"),
     "TypePage.h": SITE_PAGES,
     "Uses.h": site_row("const ifc::def::schema::Schema& schema, const Declarations& declarations, "
-                       "const ifc::def::schema::ObjectBase* label"),
+                       "const DeclaredNames& names, const ifc::def::schema::ObjectBase* label"),
     "UsesHtml.h": site_row("const SiteModel& model, const ifc::def::schema::ObjectBase& label, Html& html"),
     "ValueMembers.h": SITE_OF_WALL,
     "WrittenGuids.h": site_row("const ifc::def::xml::Def& member, Html& html"),

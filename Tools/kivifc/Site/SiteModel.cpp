@@ -78,7 +78,7 @@ SiteModel::SiteModel(const SchemaWithSets& loaded, std::string title) :
     schemaErrors_(errorsOf(loaded.schema)),
     declarations_(loaded.schema),
     declaredNames_(*loaded.schema.schema, declarations_),
-    uses_(*loaded.schema.schema, declarations_),
+    uses_(*loaded.schema.schema, declarations_, declaredNames_),
     tree_(*loaded.schema.schema) {
     vObjectsSort();
     vSetsCollect();

@@ -72,9 +72,9 @@ bool isSame(const RuleUse& left, const RuleUse& right) {
 
 class UseTable::Builder {
 public:
-    Builder(const Schema& schema, const Declarations& declarations,
+    Builder(const Schema& schema, const Declarations& declarations, const DeclaredNames& names,
             std::unordered_map<const ObjectBase*, Uses>& uses) :
-        schema_(schema), declarations_(declarations), uses_(uses) {}
+        schema_(schema), declarations_(declarations), names_(names), uses_(uses) {}
 
     void vTake(const ObjectBase& object) {
         if (const auto* entity = Entity::pFrom(&object))
@@ -157,13 +157,22 @@ private:
     }
 
     void vNameTake(std::string_view name, const RuleUse& use) {
-        const auto* object = name.empty() ? nullptr : schema_.pObjectFromName(name);
+        const auto* object = name.empty() ? nullptr : pNamedBy(name);
         if (!object || object == use.owner)
             return;
         auto& rules = uses_[object].rules;
         // A rule that names an object again does so before the next rule is looked at.
         if (rules.empty() || !isSame(rules.back(), use))
             rules.push_back(use);
+    }
+
+    /// The object of that name, or the type of an item that stands alone. Where entities have an attribute of
+    /// that name, it may be that.
+    const ObjectBase* pNamedBy(std::string_view name) const {
+        if (const auto* object = schema_.pObjectFromName(name))
+            return object;
+        const auto upper = ascii::sUpperCase(name);
+        return names_.declaring(upper).empty() ? names_.onlyItem(upper).type : nullptr;
     }
 
     /// The named object that a type is or, as an aggregate, is made of; null for none.
@@ -177,11 +186,12 @@ private:
 
     const Schema& schema_;
     const Declarations& declarations_;
+    const DeclaredNames& names_;
     std::unordered_map<const ObjectBase*, Uses>& uses_;
 };
 
-UseTable::UseTable(const Schema& schema, const Declarations& declarations) {
-    Builder builder(schema, declarations, uses_);
+UseTable::UseTable(const Schema& schema, const Declarations& declarations, const DeclaredNames& names) {
+    Builder builder(schema, declarations, names, uses_);
     for (const auto* object : schema.getObjects())
         builder.vTake(*object);
 }

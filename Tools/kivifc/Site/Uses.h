@@ -1,7 +1,7 @@
 /// @file
 /// What refers to each object of a schema: attributes, types, rules and functions.
 ///
-///     const UseTable uses(schema, declarations);
+///     const UseTable uses(schema, declarations, names);
 ///     for (const auto* attribute : uses.of(*label).attributes)
 ///         ...
 ///
@@ -14,6 +14,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "kivifc/Site/Declarations.h"
+#include "kivifc/Site/DeclaredNames.h"
 
 #include <string_view>
 #include <unordered_map>
@@ -43,7 +44,9 @@ struct Uses {
 
 class UseTable {
 public:
-    UseTable(const ifc::def::schema::Schema& schema, const Declarations& declarations);
+    /// An item that stands without its type uses the type; the names are needed while the table is made.
+    UseTable(const ifc::def::schema::Schema& schema, const Declarations& declarations,
+             const DeclaredNames& names);
 
     const Uses& of(const ifc::def::schema::ObjectBase& object) const;
 

@@ -142,6 +142,27 @@ TEST(Uses, LiteralsOfThreePartsNameTheirEntity) {
         EXPECT_THAT(sample.sPage(page), HasSubstr("TEST.<a href=\"Wall.html\">WALL</a>.SIZE"));
 }
 
+/// Oak is an item of one type, Other of two, and Ash may be the attribute.
+TEST(Uses, ItemWithoutItsTypeIsAUseOfTheType) {
+    const SiteSample sample(
+        "TYPE Wood = ENUMERATION OF (Oak, Ash, Other);\nEND_TYPE;\n"
+        "TYPE Stone = ENUMERATION OF (Slate, Other);\nEND_TYPE;\n"
+        "ENTITY Door;\n    Ash : INTEGER;\n WHERE\n    A : Ash = 1;\n    B : Ash <> OAK;\n"
+        "    C : Ash <> Other;\nEND_ENTITY;\n"
+        "FUNCTION F\n    (Slate : REAL; x : REAL) : LOGICAL;\n    RETURN(x = Slate);\n"
+        "END_FUNCTION;\n"
+        "FUNCTION G\n    (x : REAL) : LOGICAL;\n    RETURN(x = Slate);\nEND_FUNCTION;\n");
+    const auto rulesOf = [&](std::string_view name) {
+        std::vector<std::string> rules;
+        const auto& model = sample.getModel();
+        for (const auto& use : model.usesOf(*model.getSchema().pObjectFromName(name)).rules)
+            rules.push_back(std::string(use.owner->getName()) + "." + std::string(use.label));
+        return rules;
+    };
+    EXPECT_THAT(rulesOf("Wood"), ElementsAre("Door.B"));
+    EXPECT_THAT(rulesOf("Stone"), ElementsAre("G."));
+}
+
 } // namespace
 
 } // namespace kiv::kivifc::site::test
