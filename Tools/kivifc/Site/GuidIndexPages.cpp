@@ -72,8 +72,8 @@ public:
         Page page(model_.getTitle(), {.title = "GUIDs", .kind = "", .crumbs = {}});
         auto& html = page.body();
         html << "<p class=\"lead\">" << owners_.size()
-             << " sets, properties and quantities have a GUID. Without its hyphens, a GUID is its 32 "
-                "digits.</p>\n";
+             << " sets, properties and quantities have a GUID, in the order of its 32 digits. The search "
+                "takes it with hyphens and as 22 characters too.</p>\n";
         if (owners_.empty()) {
             html << "<p>No set has any.</p>\n";
         } else if (owners_.size() <= GuidsMax) {

@@ -146,7 +146,7 @@ private:
     /// What one looks for across letters.
     void vDifferencesWrite(Html& html) const {
         vSectionBegin(html, "differences", "Names with different types");
-        html << "<ul class=\"names\">\n";
+        html << "<p class=\"note\">Each with the number of its types.</p>\n<ul class=\"names\">\n";
         for (const auto& [letter, names] : groups_) {
             for (const auto* named : names) {
                 if (!named->hasDifferences())
