@@ -59,7 +59,6 @@ public:
         isOnly_ = isOnly_ && (!met_.owner || (met_.owner == member.owner && met_.name == member.name));
         met_ = member;
     }
-    bool isAny() const { return met_.owner != nullptr; }
     ValueMember get() const { return isOnly_ ? met_ : ValueMember(); }
 
 private:
@@ -67,17 +66,17 @@ private:
     bool isOnly_ = true;
 };
 
-ValueMember memberBelow(const SiteModel& model, const std::vector<const Entity*>& bases,
-                        const std::string& upper) {
+/// What entities below those that do not know the name declare by it; false when that may be too much.
+bool boBelowMeet(const SiteModel& model, const std::vector<const Entity*>& bases, const std::string& upper,
+                 OnlyMember& only) {
     const auto& declaring = model.getDeclaredNames().declaring(upper);
     if (declaring.size() > DeclarationsMax)
-        return {};
-    OnlyMember only;
+        return bases.empty();
     for (const auto* entity : declaring) {
         if (isBelow(*entity, bases))
             only.vMeet(attributeOf(model, *entity, upper));
     }
-    return only.get();
+    return true;
 }
 
 } // namespace
@@ -121,11 +120,15 @@ ValueMember memberOf(const SiteModel& model, const ObjectBase& type, const std::
         if (const auto item = model.getDeclaredNames().itemOf(*named, upper); item.type)
             return {item.type, item.name, nullptr};
     }
-    const auto entities = entitiesOf(*element);
     OnlyMember only;
-    for (const auto* entity : entities)
-        only.vMeet(attributeOf(model, *entity, upper));
-    return only.isAny() ? only.get() : memberBelow(model, entities, upper);
+    std::vector<const Entity*> others;
+    for (const auto* entity : entitiesOf(*element)) {
+        const auto member = attributeOf(model, *entity, upper);
+        only.vMeet(member);
+        if (!member.owner)
+            others.push_back(entity);
+    }
+    return boBelowMeet(model, others, upper, only) ? only.get() : ValueMember();
 }
 
 } // namespace kiv::kivifc::site

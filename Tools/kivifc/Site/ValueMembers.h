@@ -38,9 +38,9 @@ const ifc::def::schema::ObjectBase* pElementType(const ifc::def::schema::ObjectB
 ValueMember attributeOf(const SiteModel& model, const ifc::def::schema::Entity& entity,
                         const std::string& upper);
 
-/// What a value of the type, or an element of it, has by that name, in capitals. Of a select, what all its
-/// entities that know the name have in common; of an entity that does not know it, what the only one below
-/// it that declares it has: rules ask for those after they have looked at the type of the value.
+/// What a value of the type, or an element of it, has by that name, in capitals: the only attribute that is
+/// declared in or above its entity, or in each of a select; or below one that does not know the name, which
+/// rules ask for after they have looked at the type of the value.
 ValueMember memberOf(const SiteModel& model, const ifc::def::schema::ObjectBase& type,
                      const std::string& upper);
 

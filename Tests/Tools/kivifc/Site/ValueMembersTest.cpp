@@ -32,6 +32,9 @@ protected:
         "TYPE Walls = LIST [0:?] OF SET OF Wall;\nEND_TYPE;\n"
         "TYPE Part = SELECT (Wall, Opening);\nEND_TYPE;\n"
         "TYPE Opening = SELECT (Door, Part, Wood);\nEND_TYPE;\n"
+        "TYPE Space = SELECT (Wall, Room);\nEND_TYPE;\n"
+        "ENTITY Room;\nEND_ENTITY;\n"
+        "ENTITY Hall\n SUBTYPE OF (Room);\n    Height : REAL;\nEND_ENTITY;\n"
         "ENTITY Root;\n    Name : STRING;\nEND_ENTITY;\n"
         "ENTITY Wall\n SUBTYPE OF (Root);\n    Height : REAL;\n    Of : Walls;\n DERIVE\n"
         "    First : Wall := Of[1];\n INVERSE\n    Doors : SET OF Door FOR In;\nEND_ENTITY;\n"
@@ -61,6 +64,12 @@ TEST_F(ValueMembersTest, OfASelectIsWhatItsEntitiesHaveInCommon) {
     EXPECT_EQ(sMember("Part", "NAME"), "Root.Name:");
     EXPECT_EQ(sMember("Part", "HEIGHT"), "");
     EXPECT_EQ(sMember("Part", "LEAF"), "Door.Leaf:Wood");
+}
+
+/// A room has no height, but a hall has.
+TEST_F(ValueMembersTest, OfASelectWhatIsBelowItsEntitiesCountsToo) {
+    EXPECT_EQ(sMember("Space", "HEIGHT"), "");
+    EXPECT_EQ(sMember("Space", "OF"), "Wall.Of:Wall");
 }
 
 TEST_F(ValueMembersTest, OfTheOnlyEntityBelowThatDeclaresIt) {
