@@ -11,7 +11,6 @@
 #include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Text/TextPosition.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -32,10 +31,20 @@ public:
 
     /// Code points up to the first line end.
     static std::size_t codePoints(std::string_view text) {
-        // Not by a search for either: that asks a function about each byte.
-        const auto isLineEnd = [](char byte) { return byte == '\r' || byte == '\n'; };
-        const auto end = std::ranges::find_if(text, isLineEnd);
-        return codePointsIn(text.substr(0, static_cast<std::size_t>(end - text.begin())));
+        std::size_t codePoints = 0;
+        while (text.size() >= EightBytes) {
+            const auto bytes = eightBytesAt(text.data());
+            if (hasByte(bytes, '\r') || hasByte(bytes, '\n'))
+                break;
+            codePoints += EightBytes - continuationsIn(bytes);
+            text.remove_prefix(EightBytes);
+        }
+        for (const char byte : text) {
+            if (byte == '\r' || byte == '\n')
+                break;
+            codePoints += isContinuation(byte) ? 0U : 1U;
+        }
+        return codePoints;
     }
 
 private:
@@ -48,20 +57,16 @@ private:
     }
 
     void vAdvance(std::size_t offset) {
-        if (hasLoneReturns_)
-            return vAdvanceByBytes(offset);
-        while (offset_ < offset) {
-            const auto piece = text_.substr(offset_, offset - offset_);
-            const auto lineEnd = piece.find('\n');
-            if (lineEnd == std::string_view::npos) {
-                column_ += codePointsIn(piece);
-                offset_ = offset;
-                return;
+        while (!hasLoneReturns_ && offset_ + EightBytes <= offset) {
+            const auto bytes = eightBytesAt(text_.data() + offset_);
+            if (hasByte(bytes, '\n')) {
+                vAdvanceByBytes(offset_ + EightBytes);
+                continue;
             }
-            ++line_;
-            column_ = 1;
-            offset_ += lineEnd + 1;
+            column_ += EightBytes - continuationsIn(bytes);
+            offset_ += EightBytes;
         }
+        vAdvanceByBytes(offset);
     }
 
     void vAdvanceByBytes(std::size_t offset) {

@@ -10,6 +10,7 @@
 /// Errors:    none; any bytes are counted.
 #pragma once
 
+#include "Kit/Text/EightBytes.h"
 #include "kiv/Kit/Text/ByteOrderMark.h"
 
 #include <algorithm>
@@ -40,8 +41,11 @@ constexpr CodePointBytes codePointAt(std::string_view text, std::size_t offset) 
     return {value, size};
 }
 
-constexpr std::size_t codePointsIn(std::string_view text) {
-    return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, isContinuation));
+inline std::size_t codePointsIn(std::string_view text) {
+    auto codePoints = text.size();
+    for (; text.size() >= EightBytes; text.remove_prefix(EightBytes))
+        codePoints -= continuationsIn(eightBytesAt(text.data()));
+    return codePoints - static_cast<std::size_t>(std::ranges::count_if(text, isContinuation));
 }
 
 } // namespace kiv::kit

@@ -48,7 +48,10 @@ TEST(TextCursor, ColumnsCountCodePoints) {
 
 TEST(TextCursor, ASkipEndsWhereSmallStepsDo) {
     for (const std::string_view text :
-         {"a\nbc\r\n\xC3\xA9t\xC3\xA9\n\nend", "a\rbc\r\n\xC3\xA9t\xC3\xA9\n\nend"}) {
+         {"a\nbc\r\n\xC3\xA9t\xC3\xA9\n\nend", "a\rbc\r\n\xC3\xA9t\xC3\xA9\n\nend",
+          // Lines that are longer than what is looked at at once.
+          "a line of thirty bytes, "
+          "\xE2\x82\xAC20\r\n0123456\n01234567\n012345678\xC3\xA9\xC3\xA9\xC3\xA9\nend"}) {
         const auto all = sPositions(text);
         std::string each;
         for (std::size_t offset = 0; offset <= text.size(); ++offset)
@@ -70,6 +73,9 @@ TEST(TextCursor, LengthIsInCodePointsAndEndsWithTheLine) {
     EXPECT_EQ(TextCursor("ab\rcd").at(0, 5), (TextPosition{1, 1, 2}));
     EXPECT_EQ(TextCursor("ab").at(1, 100), (TextPosition{1, 2, 1}));
     EXPECT_EQ(TextCursor("ab").at(2, 1), (TextPosition{1, 3, 0}));
+    EXPECT_EQ(TextCursor("0123456789 \xC3\xA9t\xC3\xA9 x\nab").at(0, 20), (TextPosition{1, 1, 16}));
+    EXPECT_EQ(TextCursor("0123456\n89").at(0, 10), (TextPosition{1, 1, 7}));
+    EXPECT_EQ(TextCursor("01234567\r9").at(0, 10), (TextPosition{1, 1, 8}));
     EXPECT_EQ(TextCursor::codePoints({}), 0U);
     EXPECT_EQ(TextCursor::codePoints("\nab"), 0U);
 }

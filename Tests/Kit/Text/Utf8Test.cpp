@@ -1,6 +1,7 @@
 #include "Kit/Text/Utf8.h"
 
 #include <gtest/gtest.h>
+#include <string>
 #include <string_view>
 
 namespace kiv::kit {
@@ -15,6 +16,20 @@ TEST(Utf8, CodePointsAreCountedByTheirFirstBytes) {
     EXPECT_EQ(codePointsIn("\xF0\x9D\x84\x9E!"), 2U);
     EXPECT_EQ(codePointsIn("\xEF\xBB\xBF"), 1U);
     EXPECT_EQ(codePointsIn({"\0\0", 2}), 2U);
+}
+
+TEST(Utf8, LongTextsAreCountedAsTheirPieces) {
+    const std::string piece = "m\xC2\xB2, \xE2\x82\xAC and \xF0\x9D\x84\x9E"; // 11 code points in 17 bytes
+    ASSERT_EQ(piece.size(), 17U);
+    std::string text;
+    for (std::size_t pieces = 0; pieces != 20; ++pieces, text += piece)
+        EXPECT_EQ(codePointsIn(text), 11 * pieces);
+    // From each byte on, a code point that is begun before it does not count.
+    for (std::size_t from = 0; from != piece.size(); ++from) {
+        const auto begun = std::string_view(piece).substr(0, from);
+        EXPECT_EQ(codePointsIn(std::string_view(text).substr(from)),
+                  codePointsIn(text) - codePointsIn(begun));
+    }
 }
 
 TEST(Utf8, AnyBytesAreCounted) {

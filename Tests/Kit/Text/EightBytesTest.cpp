@@ -1,0 +1,59 @@
+#include "Kit/Text/EightBytes.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+
+namespace kiv::kit {
+
+namespace {
+
+std::uint64_t bytesOf(std::string_view text) {
+    EXPECT_EQ(text.size(), EightBytes);
+    return eightBytesAt(text.data());
+}
+
+TEST(EightBytes, AByteIsFoundInEveryPlaceAndOnlyThere) {
+    for (std::size_t place = 0; place != EightBytes; ++place) {
+        for (const char other : {'\x00', '\x09', '\x0B', '\x0D', '\x8A', '\xFF'}) {
+            std::string text(EightBytes, other);
+            EXPECT_FALSE(hasByte(bytesOf(text), '\n')) << static_cast<int>(other);
+            text[place] = '\n';
+            EXPECT_TRUE(hasByte(bytesOf(text), '\n')) << place << ' ' << static_cast<int>(other);
+        }
+    }
+}
+
+TEST(EightBytes, ContinuationsAreTheBytesFrom80ToBf) {
+    for (unsigned byte = 0; byte != 0x100U; ++byte) {
+        const bool isContinuation = byte >= 0x80U && byte <= 0xBFU;
+        const std::string all(EightBytes, static_cast<char>(byte));
+        EXPECT_EQ(continuationsIn(bytesOf(all)), isContinuation ? EightBytes : 0U) << byte;
+        // Whatever is beside it.
+        for (const char other : {'a', '\x7F', '\xC3', '\xFF'}) {
+            std::string text(EightBytes, other);
+            text[3] = static_cast<char>(byte);
+            EXPECT_EQ(continuationsIn(bytesOf(text)), isContinuation ? 1U : 0U) << byte;
+        }
+    }
+}
+
+TEST(EightBytes, OnlyTheLettersFromAToZGetAnotherCase) {
+    for (unsigned byte = 0; byte != 0x100U; ++byte) {
+        const bool isLower = byte >= 'a' && byte <= 'z';
+        const std::string all(EightBytes, static_cast<char>(byte));
+        const std::string upper(EightBytes, static_cast<char>(isLower ? byte - 'a' + 'A' : byte));
+        EXPECT_EQ(upperOf(bytesOf(all)), bytesOf(upper)) << byte;
+        for (const char other : {'\x00', 'a', 'z', '\x7F', '\xFF'}) {
+            auto text = std::string(EightBytes, other);
+            auto expected = std::string(EightBytes, other == 'a' ? 'A' : other == 'z' ? 'Z' : other);
+            text[5] = all[5];
+            expected[5] = upper[5];
+            EXPECT_EQ(upperOf(bytesOf(text)), bytesOf(expected)) << byte;
+        }
+    }
+}
+
+} // namespace
+
+} // namespace kiv::kit
