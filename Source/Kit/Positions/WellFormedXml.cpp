@@ -1,6 +1,9 @@
 #include "Kit/Positions/WellFormedXml.h"
 
+#include "Kit/Text/AsciiText.h"
+
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <utility>
 
@@ -34,8 +37,21 @@ void vUtf8Append(std::string& text, std::uint32_t character) {
     vAdd(0x80U | (character & 0x3FU));
 }
 
+/// Looked up, as most bytes of a document are asked for this.
+constexpr std::array<bool, 256> TextEnds = [] {
+    std::array<bool, 256> ends{};
+    for (const unsigned char byte : {'<', '&', '\r', '\n'})
+        ends[byte] = true;
+    return ends;
+}();
+
 bool isTextEnd(char byte) {
-    return byte == '<' || byte == '&' || byte == '\r' || byte == '\n';
+    return TextEnds[static_cast<unsigned char>(byte)];
+}
+
+/// Whether a name can begin with the byte, as it does after the "<" of a start tag.
+bool isNameBegin(char byte) {
+    return byte != '/' && byte != '!' && byte != '?' && !isWhiteSpace(byte);
 }
 
 } // namespace
@@ -97,8 +113,24 @@ XmlPiece WellFormedXml::tag() {
     return take(isEmpty ? XmlPieceKind::EmptyTag : XmlPieceKind::StartTag, end + 1);
 }
 
+/// Only comments, instructions and white space may come before a document type, and it before the root.
 bool isWithoutDocumentType(std::string_view text) {
-    return text.find("<!DOCTYPE") == std::string_view::npos;
+    WellFormedXml xml(text);
+    auto piece = xml.next();
+    while (piece.kind != XmlPieceKind::StartTag && piece.kind != XmlPieceKind::EmptyTag &&
+           piece.kind != XmlPieceKind::End)
+        piece = xml.next();
+    return !text.substr(piece.offset).starts_with("<!DOCTYPE");
+}
+
+std::size_t mostStartTags(std::string_view text) {
+    // "<a/>", which nothing else is as short as.
+    constexpr std::size_t ShortestElement = 4;
+    const auto most = text.size() / ShortestElement;
+    std::size_t tags = 0;
+    for (auto at = text.find('<'); at != std::string_view::npos && tags != most; at = text.find('<', at + 1))
+        tags += at + 1 != text.size() && isNameBegin(text[at + 1]) ? 1U : 0U;
+    return tags;
 }
 
 std::string sReferred(std::string_view reference) {
@@ -115,6 +147,12 @@ std::string sReferred(std::string_view reference) {
     std::string text;
     vUtf8Append(text, number);
     return text;
+}
+
+bool isValueAsWritten(std::string_view written) {
+    // Not by a search for any of them: that asks a function about each byte.
+    return std::ranges::none_of(
+        written, [](char byte) { return byte == '&' || byte == '\t' || byte == '\n' || byte == '\r'; });
 }
 
 std::string sAttributeValue(std::string_view written) {

@@ -62,11 +62,18 @@ private:
 /// Whether a document that a parser has accepted can be read so.
 bool isWithoutDocumentType(std::string_view text);
 
+/// No more start tags than that are in the text; hardly ever fewer, as they are only in comments and
+/// sections.
+std::size_t mostStartTags(std::string_view text);
+
 /// What a reference, with its "&" and ";", means: one of the five entities of XML, or a number.
 std::string sReferred(std::string_view reference);
 
 /// The value of an attribute as it is written between its quotes, as parsers give it.
 std::string sAttributeValue(std::string_view written);
+
+/// Whether the value reads as it is written: `sAttributeValue` would give the same.
+bool isValueAsWritten(std::string_view written);
 
 /// The text with line feeds as line ends.
 std::string sLineEndsNormalized(std::string_view text);

@@ -33,7 +33,8 @@ struct XmlPositions::Data {
     /// A view of the value that lives as long as the text: of the text itself where that is written as it
     /// reads.
     std::string_view kept(std::string_view value, std::string_view written, WorkMeter* meter) {
-        if (value == written)
+        const bool isSame = value.data() == written.data() && value.size() == written.size();
+        if (isSame || value == written)
             return written;
         vMemoryTake(meter,
                     sizeof(std::string) + (value.size() <= std::string().capacity() ? 0 : value.size() + 1));

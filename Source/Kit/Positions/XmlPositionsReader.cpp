@@ -235,6 +235,26 @@ void XmlPositionsReader::vCharactersTake(std::string_view piece) {
     text_.append(piece);
 }
 
+/// What reads as it is written need not be collected while that is so of all of the text.
+void XmlPositionsReader::vWrittenTake(std::string_view piece) {
+    if (!isTextOpen_ || !isTextAsWritten_)
+        vCharactersTake(piece);
+}
+
+/// From here on the text reads in another way than it is written.
+void XmlPositionsReader::vWrittenEnd() {
+    if (!isTextOpen_ || !isTextAsWritten_)
+        return;
+    const auto written = openText();
+    isTextAsWritten_ = false;
+    vCharactersTake(written);
+}
+
+std::string_view XmlPositionsReader::openText() const {
+    return isTextAsWritten_ ? data_.text.substr(textOffset_, getOffset() - textOffset_)
+                            : std::string_view(text_);
+}
+
 void XmlPositionsReader::vComment(const XML_Char* comment) {
     vCommentTake(comment);
 }
@@ -259,6 +279,7 @@ void XmlPositionsReader::vProcessingInstruction(const XML_Char* target, const XM
 }
 
 void XmlPositionsReader::vWellFormedRead() {
+    vRoomForAll(data_.elements, mostStartTags(data_.text), meter_);
     WellFormedXml xml(data_.text);
     for (auto piece = xml.next(); piece.kind != XmlPieceKind::End; piece = xml.next()) {
         offset_ = piece.offset;
@@ -295,12 +316,15 @@ void XmlPositionsReader::vPieceRead(XmlPieceKind kind, std::string_view piece) {
     // Between elements outside of the root there are blanks only.
     if (open_.empty())
         return;
+    if (kind == XmlPieceKind::Text || piece == "\n")
+        return vWrittenTake(piece);
+    vWrittenEnd();
     if (kind == XmlPieceKind::Reference)
         vCharactersTake(sReferred(piece));
     else if (kind == XmlPieceKind::Cdata)
         vCdataRead(piece);
     else
-        vCharactersTake(kind == XmlPieceKind::LineEnd ? "\n" : piece);
+        vCharactersTake("\n");
 }
 
 void XmlPositionsReader::vTagRead(std::string_view tag) {
@@ -317,9 +341,8 @@ void XmlPositionsReader::vTagRead(std::string_view tag) {
         vLook();
         const auto written = scanner.next();
         const auto value = data_.text.substr(written.value, written.valueSize);
-        const bool isAsWritten = value.find_first_of("&\t\r\n") == std::string_view::npos;
         vWrittenAttributeAdd(written, data_.text.substr(written.name, written.nameSize),
-                             isAsWritten ? value : std::string_view(sAttributeValue(value)));
+                             isValueAsWritten(value) ? value : std::string_view(sAttributeValue(value)));
     }
     element.attributeCount = static_cast<std::uint32_t>(data_.attributes.size()) - element.firstAttribute;
     vTextBegin(tagEnd);
@@ -362,12 +385,14 @@ void XmlPositionsReader::vInstructionRead(std::string_view instruction) {
 
 void XmlPositionsReader::vTextBegin(std::size_t offset) {
     isTextOpen_ = true;
+    // A parser gives the text as it reads.
+    isTextAsWritten_ = !parser_;
     textOffset_ = offset;
     text_.clear();
 }
 
 void XmlPositionsReader::vTextHide(std::string_view by) {
-    const bool isHidden = isTextOpen_ && text_.empty();
+    const bool isHidden = isTextOpen_ && openText().empty();
     vTextEnd();
     if (!isHidden)
         return;
@@ -382,15 +407,16 @@ void XmlPositionsReader::vTextEnd() {
         return;
     isTextOpen_ = false;
     auto& element = data_.elements[open_.back().element];
-    const bool isEmptyTag = text_.empty() && data_.text.substr(0, textOffset_).ends_with("/>");
+    const auto text = openText();
+    const bool isEmptyTag = text.empty() && data_.text.substr(0, textOffset_).ends_with("/>");
     if (isEmptyTag || !element.bytes.isKnown()) {
-        element.text = kept(text_, {});
+        element.text = kept(text, {});
         element.trimmedText = {trimmed(element.text), element.position, {}};
         return;
     }
     const auto written = data_.text.substr(textOffset_, getOffset() - textOffset_);
     const auto writtenTrimmed = trimmed(written);
-    element.text = kept(text_, written);
+    element.text = kept(text, written);
     element.trimmedText.value = trimmed(element.text);
     const auto offset = static_cast<std::size_t>(writtenTrimmed.data() - data_.text.data());
     element.trimmedText.position = cursor_.at(offset, writtenTrimmed.size());

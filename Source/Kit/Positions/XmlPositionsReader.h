@@ -53,6 +53,9 @@ private:
     void vElementPlace(XmlElement& element);
     void vElementClose();
     void vCharactersTake(std::string_view piece);
+    void vWrittenTake(std::string_view piece);
+    void vWrittenEnd();
+    std::string_view openText() const;
     void vCommentTake(std::string_view comment);
 
     bool boParse();
@@ -105,6 +108,8 @@ private:
     /// The first text of the innermost element, while it may still grow.
     bool isTextOpen_ = false;
     std::size_t textOffset_ = 0;
+    /// Whether it reads as it is written up to here; `text_` is empty then.
+    bool isTextAsWritten_ = false;
     std::string text_;
     /// Ignores whose element is to come, with the parent in which it has to be.
     std::size_t pendingIgnores_ = 0;

@@ -43,6 +43,13 @@ void vRoomForOne(Vector& values, WorkMeter* meter) {
     meter->vMemoryGiveBack(before * Size);
 }
 
+/// Makes room for that many values in a list that is empty.
+template <class Vector>
+void vRoomForAll(Vector& values, std::size_t count, WorkMeter* meter) {
+    vMemoryTake(meter, count * sizeof(typename Vector::value_type));
+    values.reserve(count);
+}
+
 /// The bytes that a text takes outside of its string; none for a short one.
 inline std::size_t memoryOf(const std::string& text) {
     return text.capacity() <= std::string().capacity() ? 0 : text.capacity() + 1;

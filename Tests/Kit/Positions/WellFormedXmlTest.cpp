@@ -137,6 +137,36 @@ TEST(WellFormedXml, EndsWithTheTextWhateverItIs) {
     }
 }
 
+TEST(WellFormedXml, ADocumentTypeIsBeforeTheRoot) {
+    EXPECT_FALSE(isWithoutDocumentType("<!DOCTYPE A><A/>"));
+    EXPECT_FALSE(
+        isWithoutDocumentType("<?xml version='1.0'?>\n<!-- <A> --><?pi <B>?>\r\n<!DOCTYPE A [ ]><A/>"));
+    EXPECT_TRUE(isWithoutDocumentType("<A/>"));
+    EXPECT_TRUE(isWithoutDocumentType("<!-- <!DOCTYPE A> --><A><![CDATA[<!DOCTYPE A>]]></A>"));
+    EXPECT_TRUE(isWithoutDocumentType(""));
+}
+
+TEST(WellFormedXml, ThereAreNoMoreStartTagsThanAreCounted) {
+    EXPECT_EQ(mostStartTags(""), 0U);
+    EXPECT_EQ(mostStartTags("<?xml version='1.0'?><!-- c --><A><B/> <C>t</C></A>"), 3U);
+    EXPECT_EQ(mostStartTags("<a/>"), 1U);
+    EXPECT_EQ(mostStartTags("<\u00E4></\u00E4>"), 1U);
+    // What is none is counted only as far as there can be some.
+    EXPECT_EQ(mostStartTags("<A><![CDATA[<b<b<b<b<b<b<b<b<b<b]]></A>"), 9U);
+    EXPECT_EQ(mostStartTags("a < b <"), 0U);
+}
+
+TEST(WellFormedXml, AValueIsAsWrittenWhenItReadsSo) {
+    for (const std::string value : {"", "a", "a 'b' > c", "\u00E4"}) {
+        EXPECT_TRUE(isValueAsWritten(value)) << value;
+        EXPECT_EQ(sAttributeValue(value), value);
+    }
+    for (const std::string value : {"&amp;", "a\tb", "a\nb", "a\rb"}) {
+        EXPECT_FALSE(isValueAsWritten(value)) << value;
+        EXPECT_NE(sAttributeValue(value), value);
+    }
+}
+
 } // namespace
 
 } // namespace kiv::kit

@@ -46,6 +46,19 @@ TEST(MeteredRoom, AListThatMayNotGrowStaysAsItIs) {
     EXPECT_EQ(meter.held, sizeof(std::uint64_t));
 }
 
+TEST(MeteredRoom, AListTakesTheRoomForAllAtOnce) {
+    test::CountingMeter meter(80);
+    std::vector<std::uint64_t> values;
+    vRoomForAll(values, 10, &meter);
+    EXPECT_EQ(values.capacity(), 10U);
+    EXPECT_EQ(meter.held, 80U);
+    std::vector<std::uint64_t> more;
+    EXPECT_THROW(vRoomForAll(more, 1, &meter), std::bad_alloc);
+    EXPECT_EQ(more.capacity(), 0U);
+    vRoomForAll(more, 3, nullptr);
+    EXPECT_EQ(more.capacity(), 3U);
+}
+
 TEST(MeteredRoom, AShortTextTakesNoMemory) {
     test::CountingMeter meter;
     std::string text;
