@@ -57,9 +57,9 @@ struct XmlText {
 struct XmlAttribute {
     /// As written, with its prefix.
     std::string_view name;
+    XmlText value;
     TextPosition position;
     ByteRange nameBytes;
-    XmlText value;
     /// From the end of what precedes the attribute to its closing quote, for removing it.
     ByteRange bytes;
 };
@@ -69,20 +69,10 @@ using XmlIndex = std::uint32_t;
 inline constexpr XmlIndex NoXmlElement = static_cast<XmlIndex>(-1);
 
 struct XmlElement {
+    // What every look at a document asks for comes first, so that it lies together in memory.
+
     /// As written, with its prefix.
     std::string_view name;
-    /// Of the name in the start tag.
-    TextPosition position;
-    /// The first line of the start tag, "<" included.
-    TextPosition tagPosition;
-    ByteRange nameBytes;
-    /// The name in the end tag; unknown for an empty tag.
-    ByteRange endNameBytes;
-    /// From "<" of the start tag to ">" of the end tag.
-    ByteRange bytes;
-    /// Just after the element.
-    TextPosition end;
-
     XmlIndex parent = NoXmlElement;
     XmlIndex firstChild = NoXmlElement;
     XmlIndex nextSibling = NoXmlElement;
@@ -97,13 +87,25 @@ struct XmlElement {
     std::string_view text;
     /// The same without the white space around it; where a text of blanks only, or none, would be when empty.
     XmlText trimmedText;
-    /// Of `text` with the blanks around it as they are written, in which a line end may take two bytes;
-    /// unknown like `trimmedText.bytes`, and for a text of blanks only.
-    ByteRange textBytes;
     /// Text other than white space that comes later; its position has no line when there is none.
     TextPosition laterText;
     /// Whether a comment or processing instruction comes before any text, and is read in its place.
     bool isTextHidden = false;
+
+    /// Of the name in the start tag.
+    TextPosition position;
+    /// The first line of the start tag, "<" included.
+    TextPosition tagPosition;
+    ByteRange nameBytes;
+    /// The name in the end tag; unknown for an empty tag.
+    ByteRange endNameBytes;
+    /// From "<" of the start tag to ">" of the end tag.
+    ByteRange bytes;
+    /// Just after the element.
+    TextPosition end;
+    /// Of `text` with the blanks around it as they are written, in which a line end may take two bytes;
+    /// unknown like `trimmedText.bytes`, and for a text of blanks only.
+    ByteRange textBytes;
 
     /// The part of the name after the prefix.
     std::string_view localName() const { return name.substr(name.find(':') + 1); }
