@@ -158,22 +158,25 @@ void SchemaRun::vDeclaredJoin(std::span<const ExpressDeclaration> declarations) 
         if (joined.statement && next < objects.size() && isKindOf(*objects[next], declaration.kind) &&
             objects[next]->getName() == declaration.name.text)
             joined.object = objects[next];
-        byName_.try_emplace(sUpperWord(declaration.name.text), declared.size() - 1);
-        const auto index = std::to_string(declared.size() - 1);
-        for (const auto& name : declaration.names) {
-            if (name.use != ExpressUse::EnumerationItem)
-                continue;
-            items_.insert(sUpperWord(name.word.text));
-            attributes_.insert(index + '.' + sUpperWord(name.word.text));
-        }
-        for (const auto& member : declaration.members) {
-            if (member.kind <= ExpressMemberKind::Derived)
-                attributes_.insert(index + '.' + sUpperWord(member.name.text));
-            if (member.kind == ExpressMemberKind::Attribute)
-                attributes_.insert((index + ':').append(member.name.text));
-        }
+        byName_.try_emplace(declaration.name.text, declared.size() - 1);
+        vPartsJoin(declaration, declared.size() - 1);
     }
     vSupertypesJoin();
+}
+
+void SchemaRun::vPartsJoin(const ExpressDeclaration& declaration, std::size_t index) {
+    for (const auto& name : declaration.names) {
+        if (name.use != ExpressUse::EnumerationItem)
+            continue;
+        items_.insert(name.word.text);
+        attributes_.insert({index, name.word.text});
+    }
+    for (const auto& member : declaration.members) {
+        if (member.kind <= ExpressMemberKind::Derived)
+            attributes_.insert({index, member.name.text});
+        if (member.kind == ExpressMemberKind::Attribute)
+            explicitAttributes_.insert({index, member.name.text});
+    }
 }
 
 void SchemaRun::vSupertypesJoin() {
@@ -251,7 +254,7 @@ void SchemaRun::vNearestOfNote(Finding& finding, std::string_view name,
 }
 
 Declared* SchemaRun::pDeclared(std::string_view name) {
-    const auto found = byName_.find(sUpperWord(name));
+    const auto found = byName_.find(name);
     return found == byName_.end() ? nullptr : &declared[found->second];
 }
 
@@ -278,22 +281,25 @@ std::vector<const Declared*> SchemaRun::lineOf(const Declared& entity, bool& isW
     return line;
 }
 
-/// `name` with the dot or colon that says how it is compared.
-bool SchemaRun::hasAttributeKey(const Declared& entity, std::string_view name) const {
+template <class Parts>
+bool SchemaRun::hasPart(const Parts& parts, const Declared& entity, std::string_view name) const {
+    const auto hasOwn = [&](const Declared& one) {
+        return parts.contains(PartKey{static_cast<std::size_t>(&one - declared.data()), name});
+    };
+    // Most are its own.
+    if (hasOwn(entity))
+        return true;
     bool isWhole = true;
-    for (const auto* one : lineOf(entity, isWhole)) {
-        if (attributes_.contains(std::to_string(one - declared.data()).append(name)))
-            return true;
-    }
-    return !isWhole;
+    const auto line = lineOf(entity, isWhole);
+    return std::ranges::any_of(line, [&](const Declared* one) { return hasOwn(*one); }) || !isWhole;
 }
 
 bool SchemaRun::hasAttribute(const Declared& entity, std::string_view name) const {
-    return hasAttributeKey(entity, '.' + sUpperWord(name));
+    return hasPart(attributes_, entity, name);
 }
 
 bool SchemaRun::hasExplicitAttribute(const Declared& entity, std::string_view name) const {
-    return hasAttributeKey(entity, std::string(":").append(name));
+    return hasPart(explicitAttributes_, entity, name);
 }
 
 std::string SchemaRun::sMissingKey(const Declared& owner, std::string_view name) const {

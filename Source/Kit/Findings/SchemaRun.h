@@ -15,6 +15,7 @@
 #pragma once
 
 #include "Kit/Positions/SchemaLines.h"
+#include "Kit/Text/NameKeys.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Kit/Documents/Assertion.h"
 #include "kiv/Kit/Findings/Finding.h"
@@ -24,6 +25,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <initializer_list>
 #include <span>
 #include <string>
@@ -142,7 +144,7 @@ public:
     /// Whether the text ends with that word of it, which may be a part of a longer one.
     bool isCutOff(std::string_view word) const;
     /// Whether any enumeration has that item.
-    bool isItem(std::string_view name) const { return items_.contains(sUpperWord(name)); }
+    bool isItem(std::string_view name) const { return items_.contains(name); }
     /// Whether an entity has an attribute of that name, from its supertypes too, or an enumeration has that
     /// item. Also true when that cannot be known.
     bool hasAttribute(const Declared& entity, std::string_view name) const;
@@ -197,6 +199,26 @@ public:
     std::vector<Finding> takeFindings();
 
 private:
+    /// An attribute or an item, by the index of the declaration that has it.
+    struct PartKey {
+        std::size_t declaration = 0;
+        std::string_view name;
+
+        friend bool operator==(const PartKey&, const PartKey&) = default;
+    };
+    struct PartKeyHash {
+        std::size_t operator()(const PartKey& key) const noexcept {
+            // Neighbours far apart, as many declarations have parts of one name.
+            constexpr std::size_t Spread = 0x9E3779B97F4A7C15U;
+            return HashIgnoringCase()(key.name) ^ (key.declaration * Spread);
+        }
+    };
+    struct SamePartKey {
+        bool operator()(const PartKey& left, const PartKey& right) const noexcept {
+            return left.declaration == right.declaration && SameIgnoringCase()(left.name, right.name);
+        }
+    };
+
     struct Missing {
         Finding* finding = nullptr;
         /// Besides the first.
@@ -206,10 +228,13 @@ private:
     };
 
     void vDeclaredJoin(std::span<const ExpressDeclaration> declarations);
+    void vPartsJoin(const ExpressDeclaration& declaration, std::size_t index);
     void vReportsSort();
     void vReportTake(Finding& finding, std::size_t index);
     void vSupertypesJoin();
-    bool hasAttributeKey(const Declared& entity, std::string_view name) const;
+    /// Whether the entity or one above it has the part, or that cannot be known.
+    template <class Parts>
+    bool hasPart(const Parts& parts, const Declared& entity, std::string_view name) const;
     /// The entity and those above it, not more than a limit.
     std::vector<const Declared*> lineOf(const Declared& entity, bool& isWhole) const;
     void vNearestOfNote(Finding& finding, std::string_view name, std::span<const std::string_view> names);
@@ -219,13 +244,11 @@ private:
     std::unordered_map<std::string_view, std::size_t> counts_;
     // Takes what is over the limit.
     Finding surplus_;
-    // By their upper-cased names.
-    std::unordered_map<std::string, std::size_t> byName_;
-    // Attributes of entities and items of enumerations: the index of the declaration and the name,
-    // upper-cased after a dot; of explicit attributes also as it is after a colon.
-    std::unordered_set<std::string> attributes_;
-    // Upper-cased.
-    std::unordered_set<std::string> items_;
+    std::unordered_map<std::string_view, std::size_t, HashIgnoringCase, SameIgnoringCase> byName_;
+    // Attributes of entities and items of enumerations.
+    std::unordered_set<PartKey, PartKeyHash, SamePartKey> attributes_;
+    std::unordered_set<PartKey, PartKeyHash, std::equal_to<>> explicitAttributes_;
+    std::unordered_set<std::string_view, HashIgnoringCase, SameIgnoringCase> items_;
     std::unordered_map<std::string, Missing> missing_;
     std::span<const Assertion> reports_;
     std::vector<bool> isTaken_;

@@ -1,9 +1,11 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Names/MisspeltKeyword.h"
 #include "Kit/Positions/ExpressScanner.h"
+#include "Kit/Text/NameKeys.h"
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -29,9 +31,11 @@ constexpr std::array<std::string_view, 15> OtherWords = {"CONST_E", "PI",  "SELF
                                                          "UNKNOWN", "AND", "ANDOR", "DIV",  "IN",
                                                          "LIKE",    "MOD", "NOT",   "OR",   "XOR"};
 
-const std::unordered_set<std::string_view>& builtIns() {
+using Words = std::unordered_set<std::string_view, HashIgnoringCase, SameIgnoringCase>;
+
+const Words& builtIns() {
     static const auto Names = [] {
-        std::unordered_set<std::string_view> names(Functions.begin(), Functions.end());
+        Words names(Functions.begin(), Functions.end());
         names.insert(OtherWords.begin(), OtherWords.end());
         return names;
     }();
@@ -39,12 +43,12 @@ const std::unordered_set<std::string_view>& builtIns() {
 }
 
 /// Words before a '(' in the body of a function that call nothing.
-const std::unordered_set<std::string_view>& bodyWords() {
-    static const std::unordered_set<std::string_view> Words{
-        "IF",    "THEN",   "ELSE",   "CASE",  "OF",        "OTHERWISE", "REPEAT",    "TO",     "BY",
-        "WHILE", "UNTIL",  "RETURN", "BEGIN", "ALIAS",     "FOR",       "LOCAL",     "ESCAPE", "SKIP",
-        "WHERE", "STRING", "BINARY", "REAL",  "END_LOCAL", "FUNCTION",  "PROCEDURE", "VAR"};
-    return Words;
+const Words& bodyWords() {
+    static const Words Listed{"IF",   "THEN",      "ELSE",     "CASE",      "OF",     "OTHERWISE", "REPEAT",
+                              "TO",   "BY",        "WHILE",    "UNTIL",     "RETURN", "BEGIN",     "ALIAS",
+                              "FOR",  "LOCAL",     "ESCAPE",   "SKIP",      "WHERE",  "STRING",    "BINARY",
+                              "REAL", "END_LOCAL", "FUNCTION", "PROCEDURE", "VAR"};
+    return Listed;
 }
 
 /// Where names are judged: an expression of an entity or a type, or the body of a function or global rule,
@@ -70,7 +74,7 @@ private:
     void vCallCheck(const ExpressToken& name);
     void vPlainCheck(std::size_t index);
     void vItemCheck(const Declared& type, const ExpressToken& item);
-    bool isVariable(const std::string& upper) const { return variables_.contains(upper); }
+    bool isVariable(std::string_view name) const { return variables_.contains(name); }
     bool isSymbolAt(std::size_t index, char symbol) const {
         return index < tokens_.size() && tokens_[index].isSymbol(symbol);
     }
@@ -86,7 +90,7 @@ private:
     std::string subject_;
     Finding* unread_;
     std::vector<ExpressToken> tokens_;
-    std::unordered_set<std::string> variables_;
+    Words variables_;
     // TYPEOF and its like are called: strings are names of what they give.
     bool asksForTypes_ = false;
 };
@@ -135,13 +139,19 @@ void ExpressionReader::vTokensRead(std::string_view expression, const TextPositi
 
 /// QUERY (variable <* ..., and local functions.
 void ExpressionReader::vVariablesRead() {
+    const auto isOneOf = [](std::string_view word, std::initializer_list<std::string_view> keywords) {
+        return std::ranges::any_of(
+            keywords, [word](std::string_view keyword) { return isSameExpressWord(word, keyword); });
+    };
     for (std::size_t index = 0; index < tokens_.size(); ++index) {
-        const auto upper = isWordAt(index) ? sUpperWord(tokens_[index].text) : std::string();
-        if ((upper == "FUNCTION" || upper == "PROCEDURE") && isWordAt(index + 1))
-            variables_.insert(sUpperWord(tokens_[index + 1].text));
-        asksForTypes_ = asksForTypes_ || upper == "TYPEOF" || upper == "USEDIN" || upper == "ROLESOF";
-        if (upper == "QUERY" && isSymbolAt(index + 1, '(') && isWordAt(index + 2))
-            variables_.insert(sUpperWord(tokens_[index + 2].text));
+        if (!isWordAt(index))
+            continue;
+        const auto word = tokens_[index].text;
+        if (isWordAt(index + 1) && isOneOf(word, {"FUNCTION", "PROCEDURE"}))
+            variables_.insert(tokens_[index + 1].text);
+        asksForTypes_ = asksForTypes_ || isOneOf(word, {"TYPEOF", "USEDIN", "ROLESOF"});
+        if (isSymbolAt(index + 1, '(') && isWordAt(index + 2) && isSameExpressWord(word, "QUERY"))
+            variables_.insert(tokens_[index + 2].text);
     }
 }
 
@@ -239,9 +249,9 @@ void ExpressionReader::vGroupAttributeCheck(const Declared& entity, const Expres
 
 /// name ( ... )
 void ExpressionReader::vCallCheck(const ExpressToken& name) {
-    const auto upper = sUpperWord(name.text);
-    if (builtIns().contains(upper) || isVariable(upper) || run_.isKnown(name.text) ||
-        (scope_ == Scope::Body && bodyWords().contains(upper)) || upper.starts_with("END_"))
+    if (builtIns().contains(name.text) || isVariable(name.text) || run_.isKnown(name.text) ||
+        (scope_ == Scope::Body && bodyWords().contains(name.text)) ||
+        startsWithIgnoringCase(name.text, "END_"))
         return;
     auto* const finding = pMissingAdd(SchemaRun::sMissingKey(name.text), name.position,
                                       "the function " + sNamed(name.text) + " is not declared");
@@ -282,9 +292,8 @@ void ExpressionReader::vItemCheck(const Declared& type, const ExpressToken& item
 /// An attribute, a variable, a constant, an item, or what a type or SELF is before a dot.
 void ExpressionReader::vPlainCheck(std::size_t index) {
     const auto& name = tokens_[index];
-    const auto upper = sUpperWord(name.text);
     const bool isQualified = isSymbolAt(index + 1, '.') && isWordAt(index + 2);
-    if (upper == "SELF" && isQualified && owner_.declaration->kind == Kind::Entity) {
+    if (isQualified && isSameExpressWord(name.text, "SELF") && owner_.declaration->kind == Kind::Entity) {
         const auto& attribute = tokens_[index + 2];
         if (run_.hasAttribute(owner_, attribute.text))
             return;
@@ -295,7 +304,7 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
         return;
     }
     // What begins with an underscore is no name: the rule is not understood, which is said elsewhere.
-    if (builtIns().contains(upper) || isVariable(upper) || upper.starts_with('_'))
+    if (builtIns().contains(name.text) || isVariable(name.text) || name.text.starts_with('_'))
         return;
     if (owner_.declaration->kind == Kind::Entity && run_.hasAttribute(owner_, name.text))
         return;

@@ -1,5 +1,6 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Names/MisspeltKeyword.h"
+#include "Kit/Text/NameKeys.h"
 
 #include <algorithm>
 #include <array>
@@ -293,7 +294,7 @@ public:
     /// when a statement of several is there twice, all of them are one finding.
     void vAdd(const ExpressWord& word, std::string_view what, const std::string& owner, Severity severity,
               const ExpressMember* member = nullptr) {
-        const auto [place, isNew] = seen_.try_emplace(sUpperWord(word.text), First{word.position, member});
+        const auto [place, isNew] = seen_.try_emplace(word.text, First{word.position, member});
         if (isNew || word.text.empty())
             return;
         const auto& first = place->second;
@@ -327,7 +328,7 @@ private:
     }
 
     SchemaRun& run_;
-    std::unordered_map<std::string, First> seen_;
+    std::unordered_map<std::string_view, First, HashIgnoringCase, SameIgnoringCase> seen_;
     Last last_;
 };
 
