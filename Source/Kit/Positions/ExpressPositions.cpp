@@ -921,6 +921,20 @@ bool isUtf16(std::string_view text) {
     return begin.size() > 1 && static_cast<std::size_t>(std::ranges::count(begin, '\0')) >= begin.size() / 2;
 }
 
+/// About how many declarations there are: so many lines begin with the end of one. Without room for them from
+/// the beginning, a list of declarations has twice the room that it needs.
+std::size_t likelyDeclarations(std::string_view text) {
+    constexpr std::string_view LineWithEnd = "\nEND_";
+    // "TYPE A=B;END_TYPE;", which nothing else is as short as.
+    constexpr std::size_t ShortestDeclaration = 18;
+    const auto most = text.size() / ShortestDeclaration;
+    std::size_t count = 0;
+    for (auto at = text.find(LineWithEnd); at != std::string_view::npos && count != most;
+         at = text.find(LineWithEnd, at + LineWithEnd.size()))
+        ++count;
+    return count;
+}
+
 } // namespace
 
 bool isSameExpressWord(std::string_view left, std::string_view right) {
@@ -935,6 +949,7 @@ ExpressPositions expressPositions(std::string_view text) {
     }
     positions.hasReturnsOnly =
         text.find('\r') != std::string_view::npos && text.find('\n') == std::string_view::npos;
+    positions.declarations.reserve(likelyDeclarations(text));
     PositionReader(text).vRead(positions);
     return positions;
 }

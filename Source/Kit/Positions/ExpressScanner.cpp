@@ -49,14 +49,6 @@ std::size_t wordSize(std::string_view text) {
     return size;
 }
 
-/// How many code points begin in the text.
-std::size_t columnsIn(std::string_view text) {
-    std::size_t columns = 0;
-    for (const char byte : text)
-        columns += (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U ? 1U : 0U;
-    return columns;
-}
-
 /// A number takes its dot, but no second one, and no exponent, which nobody looks at here.
 std::size_t numberSize(std::string_view text) {
     auto size = static_cast<std::size_t>(std::ranges::find_if_not(text, isDigit) - text.begin());
@@ -157,8 +149,19 @@ void ExpressScanner::vCommentSkip() {
         vAdvanceTo(end);
 }
 
+/// Blanks and tabs, which most gaps are made of.
+void ExpressScanner::vBlanksSkip() {
+    auto end = mark_.offset;
+    while (end != text_.size() && (text_[end] == ' ' || text_[end] == '\t'))
+        ++end;
+    const auto size = end - mark_.offset;
+    mark_.offset = end;
+    // What goes on with a code point takes the column of the last one.
+    mark_.column += size != 0 && isContinuation(charAt(0)) ? size - 1 : size;
+}
+
 void ExpressScanner::vGapSkip() {
-    while (!isAtEnd()) {
+    for (vBlanksSkip(); !isAtEnd(); vBlanksSkip()) {
         if (isBlank(charAt(0)))
             vAdvance();
         else if (charAt(0) == '(' && charAt(1) == '*')
@@ -195,7 +198,7 @@ ExpressToken ExpressScanner::next() {
     // No token has a line end in it. What follows it is looked at, as it may go on with a byte of its last
     // code point; the end of the text does not.
     const auto following = text_.substr(mark_.offset + 1, token.text.size());
-    token.position.length = columnsIn(following) + (following.size() < token.text.size() ? 1U : 0U);
+    token.position.length = codePointsIn(following) + (following.size() < token.text.size() ? 1U : 0U);
     mark_.column += token.position.length;
     mark_.offset += token.text.size();
     return token;

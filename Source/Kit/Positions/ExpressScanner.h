@@ -74,6 +74,7 @@ private:
     void vAdvance();
     void vAdvanceTo(std::size_t offset);
     void vLineSkip();
+    void vBlanksSkip();
     void vGapSkip();
     void vCommentSkip();
     std::size_t commentEnd();
