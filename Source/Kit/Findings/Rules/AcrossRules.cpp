@@ -4,7 +4,6 @@
 #include "Kit/Findings/SetVocabulary.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
-#include "kiv/Host/Id/KivId.h"
 
 #include <algorithm>
 #include <iterator>
@@ -181,7 +180,7 @@ void AcrossRun::vSetAdd(const SetOutline& outline) {
         return;
     const Spot spot{documents_.size() - 1, outline.elementOf(outline.name).trimmedText.position};
     sets_[documents_.back().setName].push_back({spot, std::string(name)});
-    vGuidAdd(outline, 0, std::string(name), true);
+    vGuidAdd(outline, nullptr);
 }
 
 void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) {
@@ -194,7 +193,7 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) 
         if (name.empty())
             continue;
         const auto position = outline.elementOf(member.name).trimmedText.position;
-        vGuidAdd(outline, member.element, outline.subjectOf(member), false);
+        vGuidAdd(outline, &member);
         vSpellingAdd('M', name, position);
         if (types[i].text.empty() || repeated.boTake(member, name))
             continue;
@@ -239,18 +238,21 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     enumerations_[std::move(key)][std::move(items)].push_back(spot);
 }
 
-void AcrossRun::vGuidAdd(const SetOutline& outline, XmlIndex element, std::string name, bool isSet) {
-    const auto* attribute = outline.xml->pAttribute(outline.elementOf(element), "ifdguid");
+void AcrossRun::vGuidAdd(const SetOutline& outline, const MemberOutline* member) {
+    const auto& element = outline.elementOf(member ? member->element : 0);
+    const auto* attribute = outline.xml->pAttribute(element, "ifdguid");
     Guid guid;
     if (!attribute || !guid.boSet(attribute->value.value) || guid.isNull())
         return;
-    GuidUse use{{documents_.size() - 1, attribute->value.position}, std::move(name), isSet};
-    const auto [first, isNew] = guids_.try_emplace(guid.toString(false), use);
-    const auto& firstDocument = documents_[first->second.spot.document];
+    const Spot spot{documents_.size() - 1, attribute->value.position};
+    const auto [place, isNew] = guids_.try_emplace(guid, spot);
+    const auto& first = place->second;
     // Twice in one document is another mistake, and of copies of one set the set is the mistake.
-    if (!isNew && first->second.spot.document != use.spot.document &&
-        firstDocument.setName != documents_.back().setName)
-        guidRepeats_.push_back({std::move(use), first->second.spot});
+    if (isNew || first.document == spot.document ||
+        documents_[first.document].setName == documents_.back().setName)
+        return;
+    auto name = member ? outline.subjectOf(*member) : std::string(outline.setName());
+    guidRepeats_.push_back({{spot, std::move(name), !member}, first});
 }
 
 void AcrossRun::vSpellingAdd(char kind, std::string_view name, TextPosition position) {

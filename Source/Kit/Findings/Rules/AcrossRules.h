@@ -16,6 +16,7 @@
 
 #include "Kit/Findings/SetOutline.h"
 #include "Kit/Text/AsciiText.h"
+#include "kiv/Host/Id/KivId.h"
 #include "kiv/Kit/Findings/Finding.h"
 #include "kiv/Kit/Findings/Rule.h"
 
@@ -103,7 +104,8 @@ private:
     void vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType);
     void vTypeAdd(std::string key, MemberType type, const Spot& spot, bool mayHaveUnknownType);
     void vEnumerationAdd(const SetOutline& outline, const MemberOutline& member);
-    void vGuidAdd(const SetOutline& outline, XmlIndex element, std::string name, bool isSet);
+    /// Of the set when `member` is null.
+    void vGuidAdd(const SetOutline& outline, const MemberOutline* member);
     void vSpellingAdd(char kind, std::string_view name, TextPosition position);
 
     void vSetsFind(Collector& findings) const;
@@ -122,7 +124,8 @@ private:
     std::unordered_map<std::string, std::string> enumerationNames_;
     // By the upper-cased name, after a letter for its kind.
     std::unordered_map<std::string, std::map<std::string, Spot, std::less<>>> spellings_;
-    std::unordered_map<std::string, GuidUse> guids_;
+    // The first use of each.
+    std::map<Guid, Spot> guids_;
     std::vector<GuidRepeat> guidRepeats_;
     // By name, after a letter for its kind.
     std::unordered_map<std::string, Types> types_;

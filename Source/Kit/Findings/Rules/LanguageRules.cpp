@@ -36,6 +36,7 @@ bool isVariant(std::string_view part) {
 
 std::vector<std::string_view> partsOf(std::string_view tag) {
     std::vector<std::string_view> parts;
+    parts.reserve(1 + static_cast<std::size_t>(std::ranges::count(tag, '-')));
     for (auto hyphen = tag.find('-'); hyphen != std::string_view::npos; hyphen = tag.find('-')) {
         parts.push_back(tag.substr(0, hyphen));
         tag.remove_prefix(hyphen + 1);

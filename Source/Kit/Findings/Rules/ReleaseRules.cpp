@@ -52,9 +52,11 @@ void vReleaseCheck(RuleRun& run) {
                            sLoadedRelease(run))
             .vNote("what the releases name differently is reported as unknown");
     // A schema that is no known release may be called anything by its documents.
-    const bool isSchemaKnown = !run.context.release.empty() || !getReleasesOf(run.schema).empty();
-    if (match == ReleaseMatch::Unknown && isSchemaKnown &&
-        !isEqualIgnoringCase(declared, run.schema.getName()))
+    const auto isSchemaKnown = [&run] {
+        return !run.context.release.empty() || !getReleasesOf(run.schema).empty();
+    };
+    if (match == ReleaseMatch::Unknown && !isEqualIgnoringCase(declared, run.schema.getName()) &&
+        isSchemaKnown())
         run.addAtValue("V003", element, *version, sQuoted(declared) + " is no known release of IFC")
             .vNote("the loaded schema is " + sLoadedRelease(run));
 }

@@ -135,11 +135,16 @@ void vMissingAttributeCheck(RuleRun& run, XmlIndex element, std::string_view att
 } // namespace
 
 void vAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
+    const auto& parts = run.xml.getElement(element);
+    const auto isLegal = [&rule](const XmlAttribute& attribute) {
+        return std::ranges::find(rule.attributes, attribute.name) != rule.attributes.end();
+    };
+    if (std::ranges::all_of(run.xml.getAttributes(parts), isLegal))
+        return;
     AttributeClaims claims;
     const auto unknown = unknownAttributes(run, element, rule, claims);
     if (unknown.empty())
         return;
-    const auto& parts = run.xml.getElement(element);
     // Without the attribute that matters most, that one was meant; without content, that was.
     const bool isMeant = !rule.attributes.empty() && !run.xml.pAttribute(parts, rule.attributes.front());
     const bool isEmpty = rule.content != ContentKind::Nothing && parts.firstChild == NoXmlElement &&
