@@ -3,6 +3,8 @@
 #include "kivifc/Json/Json.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 
 namespace kiv::kivifc {
@@ -21,9 +23,26 @@ constexpr std::array<bool, 256> Unescaped = [] {
     return plain;
 }();
 
+constexpr std::size_t EightBytes = sizeof(std::uint64_t);
+
+/// Whether each of eight bytes is written as it is.
+bool areUnescaped(const char* text) {
+    constexpr std::uint64_t every = 0x0101010101010101U;
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, text, sizeof(bytes));
+    const auto quotes = bytes ^ ('"' * every);
+    const auto backslashes = bytes ^ ('\\' * every);
+    // The highest bit of some byte says that there is a control character, one of the two, or no ASCII.
+    const auto found = ((bytes - ' ' * every) & ~bytes) | ((quotes - every) & ~quotes) |
+                       ((backslashes - every) & ~backslashes) | bytes;
+    return (found & (0x80 * every)) == 0;
+}
+
 /// How many bytes of the text, from its beginning, are written as they are.
 std::size_t plainLength(std::string_view text) {
     std::size_t length = 0;
+    while (text.size() - length >= EightBytes && areUnescaped(text.data() + length))
+        length += EightBytes;
     while (length < text.size() && Unescaped[static_cast<unsigned char>(text[length])])
         ++length;
     return length;

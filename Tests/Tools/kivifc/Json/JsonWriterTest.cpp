@@ -144,6 +144,28 @@ TEST(JsonWriter, TextsAreEscaped) {
     }
 }
 
+TEST(JsonWriter, TextsAreEscapedWhereverTheyHaveToBe) {
+    struct Row {
+        char letter;
+        const char* json;
+    };
+    const Row rows[] = {
+        {'"', "\\\""}, {'\\', "\\\\"}, {'\0', "\\u0000"}, {'\x1F', "\\u001f"}, {'\x7F', "\x7F"},
+        {' ', " "},    {'!', "!"},     {'#', "#"},        {'[', "["},          {'\xE4', "\xEF\xBF\xBD"}};
+    for (const auto& row : rows) {
+        for (std::size_t size = 1; size != 20; ++size) {
+            for (std::size_t at = 0; at != size; ++at) {
+                const std::string before(at, 'a');
+                const std::string after(size - at - 1, 'z');
+                const auto text = before + row.letter + after;
+                EXPECT_EQ(sWritten([&](JsonWriter& writer) { writer.vValue(text); }),
+                          '"' + before + row.json + after + "\"\n")
+                    << size << ' ' << at;
+            }
+        }
+    }
+}
+
 TEST(JsonWriter, ValuesOfEveryKindHaveTheirForm) {
     const auto text = sWritten([](JsonWriter& writer) {
         writer.vArrayBegin();
