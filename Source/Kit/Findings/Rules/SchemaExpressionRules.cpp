@@ -31,11 +31,11 @@ constexpr std::array<std::string_view, 15> OtherWords = {"CONST_E", "PI",  "SELF
                                                          "UNKNOWN", "AND", "ANDOR", "DIV",  "IN",
                                                          "LIKE",    "MOD", "NOT",   "OR",   "XOR"};
 
-using Words = std::unordered_set<std::string_view, HashIgnoringCase, SameIgnoringCase>;
+using WordsInAnyCase = std::unordered_set<std::string_view, HashIgnoringCase, SameIgnoringCase>;
 
-const Words& builtIns() {
+const WordsInAnyCase& builtIns() {
     static const auto Names = [] {
-        Words names(Functions.begin(), Functions.end());
+        WordsInAnyCase names(Functions.begin(), Functions.end());
         names.insert(OtherWords.begin(), OtherWords.end());
         return names;
     }();
@@ -43,11 +43,11 @@ const Words& builtIns() {
 }
 
 /// Words before a '(' in the body of a function that call nothing.
-const Words& bodyWords() {
-    static const Words Listed{"IF",   "THEN",      "ELSE",     "CASE",      "OF",     "OTHERWISE", "REPEAT",
-                              "TO",   "BY",        "WHILE",    "UNTIL",     "RETURN", "BEGIN",     "ALIAS",
-                              "FOR",  "LOCAL",     "ESCAPE",   "SKIP",      "WHERE",  "STRING",    "BINARY",
-                              "REAL", "END_LOCAL", "FUNCTION", "PROCEDURE", "VAR"};
+const WordsInAnyCase& bodyWords() {
+    static const WordsInAnyCase Listed{
+        "IF",    "THEN",   "ELSE",   "CASE",  "OF",        "OTHERWISE", "REPEAT",    "TO",     "BY",
+        "WHILE", "UNTIL",  "RETURN", "BEGIN", "ALIAS",     "FOR",       "LOCAL",     "ESCAPE", "SKIP",
+        "WHERE", "STRING", "BINARY", "REAL",  "END_LOCAL", "FUNCTION",  "PROCEDURE", "VAR"};
     return Listed;
 }
 
@@ -90,7 +90,7 @@ private:
     std::string subject_;
     Finding* unread_;
     std::vector<ExpressToken> tokens_;
-    Words variables_;
+    WordsInAnyCase variables_;
     // TYPEOF and its like are called: strings are names of what they give.
     bool asksForTypes_ = false;
 };
