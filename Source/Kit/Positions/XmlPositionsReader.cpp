@@ -319,12 +319,10 @@ void XmlPositionsReader::vPieceRead(XmlPieceKind kind, std::string_view piece) {
     if (kind == XmlPieceKind::Text || piece == "\n")
         return vWrittenTake(piece);
     vWrittenEnd();
-    if (kind == XmlPieceKind::Reference)
-        vCharactersTake(sReferred(piece));
-    else if (kind == XmlPieceKind::Cdata)
-        vCdataRead(piece);
-    else
-        vCharactersTake("\n");
+    if (kind == XmlPieceKind::Cdata)
+        return vCdataRead(piece);
+    const auto text = kind == XmlPieceKind::Reference ? sReferred(piece) : std::string("\n");
+    vCharactersTake(text);
 }
 
 void XmlPositionsReader::vTagRead(std::string_view tag) {
