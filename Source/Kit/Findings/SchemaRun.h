@@ -71,11 +71,13 @@ struct Declared {
     bool isLost() const { return object == nullptr; }
 };
 
-/// A declaration without the line that begins it.
+/// A declaration without the line that begins it, or without the name in it.
 struct Headless {
     /// Says so.
     Finding* finding = nullptr;
-    ExpressWord end;
+    bool isEntity = false;
+    /// Its end is one of those where nothing is open.
+    bool hasStrayEnd = false;
 };
 
 /// What the library reports of a schema.

@@ -35,6 +35,11 @@ bool isAggregateWord(std::string_view word) {
     return isOneOf(word, {"ARRAY", "BAG", "LIST", "SET"});
 }
 
+/// Types after which a ':' has a label.
+bool isGeneric(std::string_view word) {
+    return isOneOf(word, {"GENERIC", "AGGREGATE", "GENERIC_ENTITY"});
+}
+
 struct Statement {
     std::string_view keyword;
     std::string_view end;
@@ -80,6 +85,7 @@ constexpr std::array<std::string_view, 3> HeaderWords = {"ABSTRACT", "SUPERTYPE"
 constexpr std::array<std::string_view, 2> ListWords = {"ENUMERATION", "SELECT"};
 constexpr std::string_view SchemaKeyword = "SCHEMA";
 constexpr std::string_view OneOf = "ONEOF";
+constexpr std::string_view ForKeyword = "FOR";
 
 /// What ends statements in the body of a function, and is like the end of no declaration.
 bool isInnerEnd(std::string_view word) {
@@ -166,6 +172,7 @@ public:
 
 private:
     void vNext();
+    bool isSeparator() const { return token_.isSymbol(':') || token_.isSymbol(','); }
     bool isAtEnd() const { return token_.kind == ExpressTokenKind::End; }
     bool isWord() const { return token_.kind == ExpressTokenKind::Word; }
     bool isNumber() const { return token_.kind == ExpressTokenKind::Number; }
@@ -203,25 +210,37 @@ private:
     void vTypeTextRead(ExpressDeclaration& type);
     void vEntityRead(ExpressDeclaration& entity, const Statement& statement);
     void vEntityHeaderRead(ExpressDeclaration& entity);
+    bool isOfMissing(std::string_view keyword) const;
     void vListRead(ExpressUse use, ExpressDeclaration& declaration);
     std::string_view missingInList() const;
     std::string_view missingInType() const;
     bool isBareName() const;
     void vGapNote(ExpressDeclaration& declaration, std::string_view missing) const;
+    void vGapBeforeNote(ExpressDeclaration& declaration, std::string_view missing) const;
+    bool isTypeExpected() const;
+    void vTypeGapNote(ExpressDeclaration& declaration, std::string_view missing) const;
+    bool isNamelessHere(const Statement& statement) const;
+    bool isNameMissing(const ExpressDeclaration& declaration) const;
     void vTypeWordNote(std::vector<ExpressMisspelt>& misspelt) const;
     void vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bounds, const Brackets& brackets) const;
     ExpressWord boundsFrom(const ExpressWord& open) const;
     void vClausesRead(ExpressDeclaration& declaration, const Statement& statement, ExpressMemberKind kind);
     void vMemberRead(ExpressDeclaration& declaration, ExpressMemberKind kind);
     void vAttributesRead(ExpressDeclaration& declaration, ExpressMember member);
+    std::vector<ExpressMember> attributeNamesRead(ExpressDeclaration& declaration,
+                                                  const ExpressMember& member);
+    void vColonTake(ExpressDeclaration& declaration, const ExpressMember& member);
     void vRedeclarationRead(ExpressMember& member);
     void vTypePartRead(ExpressDeclaration& declaration, ExpressMember& member);
+    bool isForHere(const ExpressMember& member, ExpressUse use) const;
+    bool isStrayColon(const Brackets& brackets) const;
     bool isInitial(const ExpressMember& member, const Brackets& brackets) const;
     void vRuleRead(ExpressMember& member);
     void vInitialRead(ExpressDeclaration& declaration, ExpressMember& member);
     void vExpressionRead(ExpressMember& member, Brackets& brackets);
     void vLabelRead(ExpressMember& member);
-    void vUniqueRead(ExpressMember& member);
+    void vUniqueRead(ExpressDeclaration& declaration, ExpressMember& member);
+    bool isLabelWithoutColon() const;
     void vBodyRead(ExpressDeclaration& declaration, const Statement& statement);
     void vEndRead(ExpressDeclaration& declaration, const Statement& statement);
     void vStatementSkip();
@@ -303,14 +322,24 @@ void PositionReader::vKeywordTake(ExpressDeclaration& declaration, std::string_v
 /// The statement that begins here, be its keyword misspelt. After a comment that nothing closes words are
 /// rather its text.
 const Statement* PositionReader::pStatementHere(const ExpressPositions& positions) const {
-    if (!isWord() || (ahead_.kind != ExpressTokenKind::Word && ahead_.kind != ExpressTokenKind::Number))
+    if (!isWord())
         return nullptr;
-    if (const auto* const statement = pStatement(token_.text))
+    const auto* const statement = pStatement(token_.text);
+    if (ahead_.kind != ExpressTokenKind::Word && ahead_.kind != ExpressTokenKind::Number)
+        return statement && !positions.schemas.empty() && isNamelessHere(*statement) ? statement : nullptr;
+    if (statement)
         return statement;
     if (positions.schemas.empty() || !isLineStart() || scanner_.getOpenComment().line > 0)
         return nullptr;
     constexpr std::array<std::string_view, 4> Keywords = {"TYPE", "ENTITY", "FUNCTION", "RULE"};
     return pStatement(misspeltKeyword(token_.text, Keywords));
+}
+
+/// "TYPE = REAL;" or "ENTITY;": a keyword as it is found, whose name is missing.
+bool PositionReader::isNamelessHere(const Statement& statement) const {
+    return statement.kind <= ExpressDeclarationKind::Rule && token_.text == statement.keyword &&
+           isLineStart() && scanner_.getOpenComment().line == 0 &&
+           (ahead_.isSymbol('=') || ahead_.isSymbol(';') || ahead_.isSymbol('('));
 }
 
 bool PositionReader::isSchemaHere(const ExpressPositions& positions) const {
@@ -377,8 +406,8 @@ bool PositionReader::isUniqueClause() const {
 
 /// Whether a new member begins here because the one before lacks its ';'.
 bool PositionReader::isNextMember(const Brackets& brackets) const {
-    return brackets.isOutside() && isWord() && ahead_.isSymbol(':') &&
-           !isOneOf(token_.text, {"GENERIC", "AGGREGATE", "GENERIC_ENTITY"});
+    return brackets.isOutside() && isWord() && ahead_.isSymbol(':') && (isLineStart() || !isTypeExpected()) &&
+           !isGeneric(token_.text);
 }
 
 void PositionReader::vStatementSkip() {
@@ -393,7 +422,8 @@ void PositionReader::vSemicolonTake() {
     if (token_.isSymbol(';'))
         vNext();
     // Where another declaration begins, the end of this one is missing, and not only its last ';'.
-    else if (!isAtEnd() && !(isWord() && pStatement(token_.text)) && !previous_.isSymbol(';'))
+    else if (!isAtEnd() && !(isWord() && pStatement(token_.text)) && !previous_.isSymbol(';') &&
+             !previous_.isSymbol(':'))
         vUnendedNote();
 }
 
@@ -483,8 +513,7 @@ ExpressDeclaration PositionReader::declarationRead(const Statement& statement) {
 }
 
 void PositionReader::vDeclaredNameRead(ExpressDeclaration& declaration) {
-    // "ENTITY END_ENTITY" has no name.
-    if ((!isWord() && !isNumber()) || isBoundary(token_.text)) {
+    if (isNameMissing(declaration)) {
         declaration.name.position = token_.position;
         return;
     }
@@ -493,6 +522,15 @@ void PositionReader::vDeclaredNameRead(ExpressDeclaration& declaration) {
         vNext();
         vNameExtend(declaration.name);
     }
+}
+
+/// "ENTITY END_ENTITY", "ENTITY SUBTYPE OF" and "RULE FOR" have no name.
+bool PositionReader::isNameMissing(const ExpressDeclaration& declaration) const {
+    if ((!isWord() && !isNumber()) || isBoundary(token_.text))
+        return true;
+    if (declaration.kind == ExpressDeclarationKind::Rule)
+        return isWord("FOR");
+    return declaration.kind == ExpressDeclarationKind::Entity && !headerWordHere().empty();
 }
 
 /// Whether the current word is a part of the name, with a blank before it: nothing else can be there.
@@ -593,6 +631,8 @@ void PositionReader::vTypeTextRead(ExpressDeclaration& type) {
     }
     if (token_.isSymbol(';') && !brackets.isOutside())
         vGapNote(type, "\")\"");
+    else if (use == ExpressUse::Type && token_.isSymbol(';'))
+        vTypeGapNote(type, "a type");
 }
 
 // entity = 'ENTITY' name header ';' { attribute } { clause } 'END_ENTITY' ';'
@@ -614,11 +654,14 @@ void PositionReader::vEntityHeaderRead(ExpressDeclaration& entity) {
             entity.isAbstract = entity.isAbstract || keyword == "ABSTRACT";
             use = keyword == "SUBTYPE" ? ExpressUse::Supertype : ExpressUse::Subtype;
             vKeywordTake(entity, keyword);
+            if (keyword != "ABSTRACT" && isOfMissing(keyword))
+                vGapNote(entity, "\"OF\"");
             isBare = false;
         } else if (token_.isSymbol('(')) {
             vListRead(use, entity);
         } else {
-            if (isWord() && isSameExpressWord(previous_.text, "OF")) {
+            const bool isOther = token_.isSymbol('[') || token_.isSymbol('{');
+            if ((isWord() || isOther) && isSameExpressWord(previous_.text, "OF")) {
                 vGapNote(entity, "\"(\"");
                 isBare = true;
             }
@@ -627,7 +670,14 @@ void PositionReader::vEntityHeaderRead(ExpressDeclaration& entity) {
             vNext();
         }
     }
+    if (isSameExpressWord(previous_.text, "OF"))
+        vGapNote(entity, "a name");
     vSemicolonTake();
+}
+
+/// SUPERTYPE may be alone after ABSTRACT.
+bool PositionReader::isOfMissing(std::string_view keyword) const {
+    return token_.isSymbol('(') || (keyword == "SUBTYPE" && token_.isSymbol(';'));
 }
 
 /// What is missing in a list of names before the current token; empty for nothing.
@@ -653,7 +703,24 @@ std::string_view PositionReader::missingInType() const {
 
 void PositionReader::vGapNote(ExpressDeclaration& declaration, std::string_view missing) const {
     if (!missing.empty())
-        declaration.gaps.push_back({{previous_.text, previous_.position}, missing, false, false});
+        declaration.gaps.push_back({{previous_.text, previous_.position}, missing, false, false, false});
+}
+
+void PositionReader::vGapBeforeNote(ExpressDeclaration& declaration, std::string_view missing) const {
+    declaration.gaps.push_back({{token_.text, token_.position}, missing, false, false, true});
+}
+
+/// Whether nothing but a type can come after the word or symbol before the current one.
+bool PositionReader::isTypeExpected() const {
+    return previous_.isSymbol(':') || previous_.isSymbol('=') ||
+           (previous_.kind == ExpressTokenKind::Word &&
+            isOneOf(previous_.text, {"OF", "OPTIONAL", "UNIQUE"}));
+}
+
+/// Where a statement ends, or goes on with something else.
+void PositionReader::vTypeGapNote(ExpressDeclaration& declaration, std::string_view missing) const {
+    if (isTypeExpected())
+        vGapNote(declaration, missing);
 }
 
 /// Whether the first name of a list is here without a bracket before it.
@@ -682,7 +749,7 @@ void PositionReader::vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bo
         bounds.isOpen = false;
         const auto whole = boundsFrom(bounds.open);
         if (!bounds.hasColon)
-            declaration.gaps.push_back({whole, "\":\"", true, false});
+            declaration.gaps.push_back({whole, "\":\"", true, false, false});
         else if (isSwapped(whole.text))
             declaration.swappedBounds.push_back(whole);
     }
@@ -731,9 +798,9 @@ void PositionReader::vClausesRead(ExpressDeclaration& declaration, const Stateme
             kind = clauseKind(clause);
             isInRules = kind == ExpressMemberKind::Where;
             vKeywordTake(declaration, clause);
-        } else if (isWord() || (isNumber() && ahead_.isSymbol(':')) ||
+        } else if (isWord() || (isNumber() && ahead_.isSymbol(':')) || isSeparator() ||
                    (kind == ExpressMemberKind::Where && !token_.isSymbol(';'))) {
-            // A rule may have no label.
+            // A rule may have no label, and a name may be missing.
             vMemberRead(declaration, kind);
         } else {
             vNext();
@@ -748,7 +815,7 @@ void PositionReader::vMemberRead(ExpressDeclaration& declaration, ExpressMemberK
     if (kind == ExpressMemberKind::Unique || kind == ExpressMemberKind::Where) {
         vLabelRead(member);
         if (kind == ExpressMemberKind::Unique)
-            vUniqueRead(member);
+            vUniqueRead(declaration, member);
         else
             vRuleRead(member);
         declaration.members.push_back(std::move(member));
@@ -768,21 +835,13 @@ void PositionReader::vLabelRead(ExpressMember& member) {
 
 // attributes = attribute { ',' attribute } ':' type [ ':=' expression | 'FOR' name ]
 void PositionReader::vAttributesRead(ExpressDeclaration& declaration, ExpressMember member) {
-    std::vector<ExpressMember> others;
-    while ((isWord() || isNumber()) && !isStatementEnd()) {
-        others.push_back(member);
-        auto& other = others.back();
-        if (isWord("SELF") && ahead_.isSymbol('\\'))
-            vRedeclarationRead(other);
-        else
-            other.name = takeName(declaration);
-        if (!token_.isSymbol(','))
-            break;
-        vNext();
-    }
-    if (token_.isSymbol(':'))
-        vNext();
+    const auto gapCount = declaration.gaps.size();
+    auto others = attributeNamesRead(declaration, member);
+    if (!others.empty())
+        vColonTake(declaration, others.back());
     vTypePartRead(declaration, member);
+    for (auto index = gapCount; index < declaration.gaps.size(); ++index)
+        declaration.gaps[index].isInMember = true;
     for (auto& other : others) {
         other.names.insert(other.names.end(), member.names.begin(), member.names.end());
         other.type = member.type;
@@ -794,6 +853,43 @@ void PositionReader::vAttributesRead(ExpressDeclaration& declaration, ExpressMem
         member.names.clear();
         member.expression = {};
     }
+}
+
+/// One without a name is there for its type, when it is the only one.
+std::vector<ExpressMember> PositionReader::attributeNamesRead(ExpressDeclaration& declaration,
+                                                              const ExpressMember& member) {
+    std::vector<ExpressMember> attributes;
+    while (!isStatementEnd() && (isWord() || isNumber() || isSeparator())) {
+        const bool isMissing = isSeparator();
+        if (isMissing)
+            vGapBeforeNote(declaration, "a name");
+        if (!isMissing || (attributes.empty() && token_.isSymbol(':')))
+            attributes.push_back(member);
+        if (isWord("SELF") && ahead_.isSymbol('\\'))
+            vRedeclarationRead(attributes.back());
+        else if (!isMissing)
+            attributes.back().name = takeName(declaration);
+        if (!token_.isSymbol(','))
+            break;
+        vNext();
+    }
+    return attributes;
+}
+
+/// The ':' between the names of attributes and their type, or what is in its place.
+void PositionReader::vColonTake(ExpressDeclaration& declaration, const ExpressMember& member) {
+    if (token_.isSymbol(':'))
+        return vNext();
+    const bool isDerived = member.kind == ExpressMemberKind::Derived;
+    if (token_.text == ":=" && isDerived)
+        return vGapNote(declaration, "a type");
+    const bool isWrong = !isDerived && (token_.text == ":=" || token_.isSymbol('='));
+    // A word on the next line is rather another statement, as is one with a colon after it.
+    const bool isLeftOut = isWord() && !isStatementEnd() && !isLineStart() && !ahead_.isSymbol(':');
+    if (isWrong || isLeftOut || (token_.isSymbol(';') && !member.name.text.empty()))
+        vGapNote(declaration, "\":\"");
+    if (isWrong)
+        vNext();
 }
 
 // redeclaration = 'SELF' '\' entity '.' name
@@ -812,10 +908,11 @@ void PositionReader::vRedeclarationRead(ExpressMember& member) {
 
 void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMember& member) {
     const auto begin = offset();
-    const auto gapCount = declaration.gaps.size();
+    const auto missing = member.kind == ExpressMemberKind::Inverse ? "an entity" : "a type";
     Brackets brackets;
     OpenBounds bounds;
     auto use = ExpressUse::Type;
+    bool isColonPassed = false;
     while (!isStatementEnd() && !isInitial(member, brackets) && !isNextMember(brackets)) {
         if (brackets.isOutside()) {
             vGapNote(declaration, missingInType());
@@ -823,35 +920,71 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
         }
         brackets.vPass(token_);
         vBoundsPass(declaration, bounds, brackets);
-        if (isWord("FOR") && member.kind == ExpressMemberKind::Inverse) {
+        if (isForHere(member, use)) {
             use = ExpressUse::InverseFor;
+            vTypeGapNote(declaration, missing);
             member.type = textFrom(begin);
             if (token_.text != "FOR")
                 member.misspelt.push_back({{token_.text, token_.position}, "FOR"});
+        } else if (isStrayColon(brackets) && offset() != begin) {
+            vUnendedNote();
+            isColonPassed = true;
+            vNext();
+            break;
         } else if (isWord() && brackets.isOutside() && !isTypeKeyword(token_.text)) {
+            if (member.kind == ExpressMemberKind::Inverse && use == ExpressUse::Type &&
+                !member.names.empty()) {
+                vGapNote(declaration, "\"FOR\"");
+                use = ExpressUse::InverseFor;
+                member.type = textFrom(begin);
+            }
             member.names.push_back({use, {token_.text, token_.position}});
         }
         vNext();
     }
-    if (use == ExpressUse::Type)
+    if (use == ExpressUse::Type) {
+        if (!isColonPassed)
+            vTypeGapNote(declaration, missing);
         member.type = textFrom(begin);
+        if (member.kind == ExpressMemberKind::Inverse && token_.isSymbol(';') && !member.names.empty())
+            vGapNote(declaration, "\"FOR\"");
+    } else if (isSameExpressWord(previous_.text, "FOR")) {
+        vGapNote(declaration, "a name");
+    }
     if (isInitial(member, brackets))
         vInitialRead(declaration, member);
-    for (auto index = gapCount; index < declaration.gaps.size(); ++index)
-        declaration.gaps[index].isInMember = true;
+    else if (member.kind == ExpressMemberKind::Derived && token_.isSymbol(';') && !member.type.empty())
+        vGapNote(declaration, "\":=\"");
 }
 
-/// ":=", or "=" where that is meant.
+/// FOR, be it misspelt, after the entity of an inverse attribute.
+bool PositionReader::isForHere(const ExpressMember& member, ExpressUse use) const {
+    if (member.kind != ExpressMemberKind::Inverse || use != ExpressUse::Type || !isWord())
+        return false;
+    return isWord(ForKeyword) || (!member.names.empty() && ahead_.kind == ExpressTokenKind::Word &&
+                                  !misspeltKeyword(token_.text, std::span(&ForKeyword, 1)).empty());
+}
+
+/// "Name : REAL:". After a number it is rather that of bounds.
+bool PositionReader::isStrayColon(const Brackets& brackets) const {
+    return token_.isSymbol(':') && brackets.isOutside() && previous_.kind != ExpressTokenKind::Number &&
+           !isGeneric(previous_.text);
+}
+
+/// ":=", or "=" or ":" where that is meant.
 bool PositionReader::isInitial(const ExpressMember& member, const Brackets& brackets) const {
     const bool isMeant = member.kind != ExpressMemberKind::Inverse && brackets.isOutside();
-    return token_.text == ":=" || (isMeant && token_.isSymbol('='));
+    const bool isColon = member.kind == ExpressMemberKind::Derived && isStrayColon(brackets);
+    return token_.text == ":=" || (isMeant && (token_.isSymbol('=') || isColon));
 }
 
 // initial = ':=' expression
 void PositionReader::vInitialRead(ExpressDeclaration& declaration, ExpressMember& member) {
-    if (token_.isSymbol('='))
+    if (token_.text != ":=")
         vGapNote(declaration, "\":=\"");
     vNext();
+    if (token_.isSymbol(';'))
+        vGapNote(declaration, "an expression");
     Brackets brackets;
     vExpressionRead(member, brackets);
     if (token_.isSymbol(';') && !brackets.isOutsideRound())
@@ -875,14 +1008,32 @@ void PositionReader::vExpressionRead(ExpressMember& member, Brackets& brackets) 
     member.expression = textFrom(begin);
 }
 
+/// "UR1 Name;"
+bool PositionReader::isLabelWithoutColon() const {
+    return isWord() && !isStatementEnd() && ahead_.kind == ExpressTokenKind::Word &&
+           ahead_.position.line == token_.position.line;
+}
+
 // unique_rule = [ label ] attribute { ',' attribute } ';'
-void PositionReader::vUniqueRead(ExpressMember& member) {
+void PositionReader::vUniqueRead(ExpressDeclaration& declaration, ExpressMember& member) {
     const Brackets outside;
+    const auto gapCount = declaration.gaps.size();
+    if (token_.isSymbol(':')) {
+        vGapBeforeNote(declaration, "a name");
+        vNext();
+    } else if (isLabelWithoutColon()) {
+        member.name = takeWord();
+        vGapNote(declaration, "\":\"");
+    }
+    if (token_.isSymbol(';'))
+        vGapNote(declaration, "a name");
     while (!isStatementEnd() && !isNextMember(outside)) {
         if (isWord() && !(isSameExpressWord(token_.text, "SELF") && ahead_.isSymbol('\\')))
             member.names.push_back({ExpressUse::UniqueAttribute, {token_.text, token_.position}});
         vNext();
     }
+    for (auto index = gapCount; index < declaration.gaps.size(); ++index)
+        declaration.gaps[index].isInMember = true;
 }
 
 // Functions, procedures and rules: everything up to the end, local ones included.

@@ -95,12 +95,15 @@ struct ExpressIllegalName {
 struct ExpressGap {
     /// The last word or symbol before it.
     ExpressWord last;
-    /// "\",\"", "\"(\"", "\")\"", "\"[\"", "\":\"", "\"=\"", "\":=\"", "\"OF\"" or "a name".
+    /// A sign or a keyword in quotes, as in "\":=\"" and "\"OF\"", or "a name", "a type", "an entity" or
+    /// "an expression".
     std::string_view missing;
     /// `last` has the place inside: "[1..?]".
     bool isInside = false;
     /// In an attribute: what follows its statement is not affected.
     bool isInMember = false;
+    /// `last` is the first symbol after it: the line begins with ": REAL;".
+    bool isBefore = false;
 };
 
 enum class ExpressDeclarationKind : std::uint8_t {
@@ -117,7 +120,8 @@ struct ExpressDeclaration {
     ExpressDeclarationKind kind = ExpressDeclarationKind::Type;
     /// "ENTITY" as written. A word in capitals that is like it is taken for it: "ENTITIY".
     ExpressWord keyword;
-    /// Up to what cannot be the name any more: "Ifc Wall", "Ifc-Wall".
+    /// Up to what cannot be the name any more: "Ifc Wall", "Ifc-Wall". Empty, at the place of what comes
+    /// instead, when it is missing.
     ExpressWord name;
     bool isAbstract = false;
     /// Of an entity: its supertypes and subtypes. Of a type: items, members, or the type that it is made of.

@@ -35,6 +35,11 @@ constexpr std::string_view OwnLine =
 
 constexpr std::string_view CapitalsOnly = "keywords are found in capitals only";
 
+/// Why a keyword is not found, or which one is meant.
+std::string sKeywordHint(std::string_view word, std::string_view keyword) {
+    return isSameExpressWord(word, keyword) ? std::string(CapitalsOnly) : sMeant(keyword);
+}
+
 /// What a keyword that is not found cost the type of an attribute, or a type.
 struct TypeLoss {
     bool isType = false;
@@ -89,7 +94,8 @@ private:
 };
 
 Finding& PartsCheck::lostAdd(const ExpressWord& word, const std::string& what, std::string_view hint) {
-    return partLostAdd(word.position, what + ' ' + sNamed(word.text), hint);
+    return partLostAdd(word.position,
+                       what + (word.text.empty() ? " without a name" : ' ' + sNamed(word.text)), hint);
 }
 
 Finding& PartsCheck::partLostAdd(const TextPosition& position, const std::string& part,
@@ -165,9 +171,9 @@ void PartsCheck::vLostStatementAdd(std::span<const ExpressMember* const> members
     const bool isForLost = hasLostFor(*members.front());
     auto& finding = lostAdd(members.front()->name, what, isForLost ? std::string_view() : OwnLine);
     if (isForLost) {
-        const auto& word = members.front()->misspelt.back().word;
+        const auto& [word, keyword] = members.front()->misspelt.back();
         run_.vNoteAt(finding, word.position,
-                     sNamed(word.text) + " is not read as a keyword: " + std::string(CapitalsOnly));
+                     sNamed(word.text) + " is not read as a keyword: " + sKeywordHint(word.text, keyword));
     }
     const auto others = members.subspan(1);
     const auto listed = std::min(others.size(), SchemaRun::maxPlaces);
@@ -478,8 +484,7 @@ void vMisspeltAdd(SchemaRun& run, const ExpressDeclaration& declaration, std::si
         run.add("E006", word.position,
                 sNamed(word.text) + " in " + sNamed(declaration.name.text) + " is not read as a keyword");
     finding.subject = declaration.name.text;
-    finding.notes.push_back(
-        {isSameExpressWord(word.text, keyword) ? std::string(CapitalsOnly) : sMeant(keyword), {}});
+    finding.notes.push_back({sKeywordHint(word.text, keyword), {}});
     // An entity that is not abstract is found at its name, and this finding is at the word itself.
     auto begin = keyword == "ABSTRACT" ? declaration.keyword.position : word.position;
     begin.column += 1;
@@ -504,8 +509,26 @@ void vMisspeltKeywordsCheck(SchemaRun& run) {
 namespace {
 
 std::string sGap(const ExpressGap& gap) {
-    return std::string(gap.missing) + " is missing " + (gap.isInside ? "in " : "after ") +
-           sNamed(gap.last.text);
+    const auto* const side = gap.isInside ? "in " : gap.isBefore ? "before " : "after ";
+    return std::string(gap.missing) + " is missing " + side + sNamed(gap.last.text);
+}
+
+/// Whether it has an attribute whose name is empty.
+bool hasNameless(const Entity* entity) {
+    const auto isNameless = [](const AttributeBase& attribute) { return attribute.getName().empty(); };
+    return entity && (std::ranges::any_of(entity->getAttributes(), isNameless) ||
+                      std::ranges::any_of(entity->getAttributesInverse(), isNameless));
+}
+
+/// What is reported of a type, or of a list, that is made of nothing.
+void vMissingTypeTake(SchemaRun& run, const Declared& declared, const ExpressGap& gap, Finding& finding) {
+    finding.severity = Severity::Error;
+    if (isSameExpressWord(gap.last.text, "OF") || isSameExpressWord(gap.last.text, "UNIQUE"))
+        run.boTake(finding, SchemaReport::Element);
+    else if (!gap.isInMember)
+        run.boTake(finding, SchemaReport::Underlying);
+    if (declared.declaration->kind == ExpressDeclarationKind::Entity && gap.missing != "a type")
+        run.boTake(finding, SchemaReport::Inverse);
 }
 
 /// Without "=" the type is made of nothing, and its bounds are none without ":".
@@ -516,6 +539,10 @@ void vGapLossAdd(SchemaRun& run, const Declared& declared, const ExpressGap& gap
         if (!finding.origin)
             run.boTake(finding, SchemaReport::Underlying);
     }
+    if (gap.missing == "a type" || gap.missing == "an entity" || isSameExpressWord(gap.last.text, "FOR"))
+        vMissingTypeTake(run, declared, gap, finding);
+    if (gap.isBefore && hasNameless(Entity::pFrom(declared.object)))
+        finding.severity = Severity::Error;
     if (gap.isInside) {
         finding.severity = Severity::Error;
         finding.notes.push_back({"the bounds are not read", {}});
@@ -553,7 +580,7 @@ void vGapsCheck(SchemaRun& run) {
             if (left == 0)
                 continue;
             --left;
-            if (gap.missing == "\")\"" || gap.missing == "\"(\"")
+            if (gap.missing == "\")\"" || gap.missing == "\"(\"" || isSameExpressWord(gap.last.text, "OF"))
                 vLostEndTake(run, declared, finding);
             const auto line = gap.last.position.line;
             run.vConsequencesTake(finding, {line, 1, 0},

@@ -155,6 +155,7 @@ private:
     void vEndCheck(std::size_t index);
     Finding& wrongEndAdd(const ExpressDeclaration& declaration, std::string_view end);
     void vNameCheck(Declared& declared);
+    void vNamelessAdd(Declared& declared);
     void vTakenNote(Finding& finding, const Reading& reading) const;
     TextPosition positionOf(std::size_t offset);
 
@@ -235,7 +236,9 @@ void LostDeclarations::vReadingCheck(std::size_t index) {
         vTextCheck(index);
     } else {
         vEndCheck(index);
-        if (!reading.declared->finding)
+        if (!reading.declared->finding && reading.declared->declaration->name.text.empty())
+            vNamelessAdd(*reading.declared);
+        else if (!reading.declared->finding)
             vNameCheck(*reading.declared);
         reading.finding = reading.declared->finding;
     }
@@ -293,7 +296,7 @@ Finding& LostDeclarations::mentionAdd(const SchemaStatement& statement, const Te
     if (offsetIn(run_, end->text) > statement.keyword)
         run_.vNoteAt(finding, end->position, "it ends here");
     if (run_.isKept(finding))
-        run_.headless.push_back({&finding, *end});
+        run_.headless.push_back({&finding, keyword == "ENTITY", true});
     return finding;
 }
 
@@ -383,6 +386,17 @@ void LostDeclarations::vNameCheck(Declared& declared) {
     finding.notes.push_back({sNameRemedy(*declared.declaration), {}});
     run_.vMeantKeep(declared, name.text, finding);
     declared.finding = &finding;
+}
+
+/// What it declares cannot be used.
+void LostDeclarations::vNamelessAdd(Declared& declared) {
+    const auto& declaration = *declared.declaration;
+    auto& finding = run_.add("E002", declaration.keyword.position,
+                             "a name is missing after " + sNamed(declaration.keyword.text));
+    finding.subject = declaration.keyword.text;
+    declared.finding = &finding;
+    if (run_.isKept(finding))
+        run_.headless.push_back({&finding, declaration.kind == Kind::Entity, false});
 }
 
 } // namespace
@@ -491,13 +505,14 @@ namespace {
 /// Whether a finding about a missing name can be about that of such a declaration.
 bool canDeclare(const Headless& headless, const Finding& missing) {
     const bool isEntityMissing = missing.code == "E011" || missing.code == "E012" || missing.code == "E016";
-    return !isEntityMissing || isSameExpressWord(headless.end.text, "END_ENTITY");
+    return !isEntityMissing || headless.isEntity;
 }
 
 } // namespace
 
 void vLostNameTake(SchemaRun& run) {
-    if (run.headless.size() != 1 || run.positions.strayEnds.size() != 1)
+    if (run.headless.size() != 1 ||
+        run.positions.strayEnds.size() != (run.headless.front().hasStrayEnd ? 1U : 0U))
         return;
     auto* const missing = run.pOnlyMissing();
     if (!missing || !canDeclare(run.headless.front(), *missing))

@@ -37,7 +37,8 @@ constexpr Rule SchemaRules[] = {
      "Schemas are read line by line: a declaration begins on a line of its own with TYPE, ENTITY, FUNCTION "
      "or RULE in capitals, followed by a blank, the name, and a blank or \";\". Everything written in "
      "another way is missing from the schema, although EXPRESS allows it. Put the keyword and the name at "
-     "the beginning of a line.",
+     "the beginning of a line. Where the name is missing, the notes have that of the schema which then is "
+     "not declared, if it is a single one.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "END_ENTITY;\n"
@@ -442,10 +443,11 @@ constexpr Rule SchemaRules[] = {
     {"E022",
      "list-broken",
      Severity::Warning,
-     "A sign, a name or the word OF is missing in a list of names or in a type, or its bounds are swapped.",
+     "A sign, a name, a type or a keyword is missing in a declaration, or bounds are swapped.",
      "Names in a list are in brackets and separated by commas; bounds are in square brackets with \":\" "
      "between them, the smaller one first, and OF comes before what a list is of. \"=\" comes after the "
-     "name of a type, and \":=\" before a value. Other programs refuse the schema. Bounds without \":\" are "
+     "name of a type, \":\" between that of an attribute and its type, FOR after the entity of an inverse "
+     "one, and \":=\" before a value. Other programs refuse the schema. Bounds without \":\" are "
      "not read, and what comes next may be misread, which makes the finding an error, and is listed in the "
      "notes.",
      {"SCHEMA WALLS;\n"
@@ -466,15 +468,23 @@ constexpr Rule SchemaRules[] = {
      Severity::Error,
      "Something was reported while the schema was read, and no other rule explains it.",
      "The message is that of the report, which has no place in the file. It says that a name was not found, "
-     "or that a rule was not understood. It comes of a list without a type, for example.",
+     "or that a rule was not understood. It comes of OPTIONAL before an inverse attribute, for example.",
      {"SCHEMA WALLS;\n"
+      "ENTITY Door;\n"
+      "\tHost : Wall;\n"
+      "END_ENTITY;\n"
       "ENTITY Wall;\n"
-      "\tNames : LIST [1:?] OF ;\n"
+      " INVERSE\n"
+      "\tDoors : OPTIONAL SET [0:?] OF Door FOR Host;\n"
       "END_ENTITY;\n"
       "END_SCHEMA;\n"},
      {"SCHEMA WALLS;\n"
+      "ENTITY Door;\n"
+      "\tHost : Wall;\n"
+      "END_ENTITY;\n"
       "ENTITY Wall;\n"
-      "\tNames : LIST [1:?] OF STRING;\n"
+      " INVERSE\n"
+      "\tDoors : SET [0:?] OF Door FOR Host;\n"
       "END_ENTITY;\n"
       "END_SCHEMA;\n"}},
 };

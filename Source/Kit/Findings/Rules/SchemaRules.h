@@ -50,9 +50,9 @@ void vUsedNamesCheck(SchemaRun& run);
 /// E018: names that expressions use. Where a declaration uses the name too, that is the finding, even when
 /// the expression comes first: there data is lost.
 void vExpressionNamesCheck(SchemaRun& run);
-/// E005 of a declaration without its first line takes the finding about the name that was in it. The text
-/// that is left does not say which name that is: it is taken to be the one that is missing, where a single
-/// one is, and a single declaration lacks its first line.
+/// E005 of a declaration without its first line, and E002 of one without a name, take the finding about the
+/// name that is lost. The text that is left does not say which name that is: it is taken to be the one that
+/// is missing, where a single one is, and a single declaration lacks its name.
 void vLostNameTake(SchemaRun& run);
 /// R090: what the library reports and no rule explains.
 void vOtherReportsAdd(SchemaRun& run);

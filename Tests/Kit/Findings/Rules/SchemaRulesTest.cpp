@@ -163,6 +163,88 @@ INSTANTIATE_TEST_SUITE_P(
                "2:10+1 E005 error: FUNCTION \"F\" is read up to a line that only mentions its end\n"}));
 
 INSTANTIATE_TEST_SUITE_P(
+    NamesLeftOut, SchemaFindingsOf,
+    testing::Values(
+        // What uses the name is not declared because of it.
+        Sample{
+            "ENTITY\n SUPERTYPE OF (ONEOF\n\t(C));\nEND_ENTITY;\nENTITY C\n SUBTYPE OF (B);\nEND_ENTITY;\n",
+            "2:1+6 E002 error: a name is missing after \"ENTITY\"\n"
+            "  7:14+1 the supertype \"B\" of \"C\" is not declared: that may be what this would declare\n"
+            "  reported while reading: Entity not found\n"},
+        Sample{"ENTITY ;\nEND_ENTITY;\n", "2:1+6 E002 error: a name is missing after \"ENTITY\"\n"},
+        Sample{"TYPE = REAL;\nEND_TYPE;\nENTITY C;\n\tD : B;\nEND_ENTITY;\n",
+               "2:1+4 E002 error: a name is missing after \"TYPE\"\n"
+               "  5:6+1 the type \"B\" of \"C.D\" is not declared: that may be what this would declare\n"
+               "  reported while reading: Not type found\n"},
+        Sample{"ENTITY B;\nEND_ENTITY;\nRULE FOR (B);\n WHERE\n\tW : SIZEOF(B) = 1;\nEND_RULE;\n",
+               "4:1+4 E002 error: a name is missing after \"RULE\"\n"},
+        // Two names are missing: which is which is not known.
+        Sample{"TYPE = REAL;\nEND_TYPE;\nTYPE = REAL;\nEND_TYPE;\nENTITY C;\n\tD : B;\nEND_ENTITY;\n",
+               "2:1+4 E002 error: a name is missing after \"TYPE\"\n"
+               "  reported while reading: Not type found\n"
+               "4:1+4 E002 error: a name is missing after \"TYPE\"\n"
+               "  reported while reading: Not type found\n"
+               "7:6+1 E013 error: the type \"B\" of \"C.D\" is not declared\n"},
+        Sample{"ENTITY B;\n\t : OPTIONAL REAL;\n\t: REAL;\n\tC, : REAL;\n\t, D : REAL;\nEND_ENTITY;\n",
+               "3:3+1 E022 error: a name is missing before \":\"\n"
+               "4:2+1 E022 error: a name is missing before \":\"\n"
+               "5:5+1 E022 error: a name is missing before \":\"\n"
+               "  5:2+1 the attribute \"C\" of \"B\" is not read\n"
+               "6:2+1 E022 error: a name is missing before \",\"\n"
+               "  6:4+1 the attribute \"D\" of \"B\" is not read\n"},
+        Sample{"ENTITY B;\n\tC : ;\n\tD : OPTIONAL ;\n\tE : SET [1:?] OF ;\n\tF;\n\tG REAL;\n\tH = REAL;\n"
+               "END_ENTITY;\nTYPE I = ;\nEND_TYPE;\n",
+               "3:4+1 E022 error: a type is missing after \":\"\n"
+               "4:6+8 E022 error: a type is missing after \"OPTIONAL\"\n"
+               "5:16+2 E022 error: a type is missing after \"OF\"\n"
+               "  reported while reading: Type not found\n"
+               "6:2+1 E022 error: \":\" is missing after \"F\"\n"
+               "  6:2+1 the attribute \"F\" of \"B\" is not read\n"
+               "7:2+1 E022 error: \":\" is missing after \"G\"\n"
+               "  7:2+1 the attribute \"G\" of \"B\" is not read\n"
+               "8:2+1 E022 error: \":\" is missing after \"H\"\n"
+               "  8:2+1 the attribute \"H\" of \"B\" is not read\n"
+               "10:8+1 E022 error: a type is missing after \"=\"\n"
+               "  reported while reading: Not type found\n"},
+        Sample{
+            "ENTITY B;\n\tC : REAL:\n\tD : REAL;\n DERIVE\n\tE : REAL;\n\tF : REAL := ;\n\tG : REAL : 1.;\n"
+            "\tH : := 1.;\n UNIQUE\n\t : C;\n\tU : ;\n\tV D;\nEND_ENTITY;\n",
+            "3:6+4 E009 warning: \";\" is missing after \"REAL\"\n"
+            "6:6+4 E022 warning: \":=\" is missing after \"REAL\"\n"
+            "7:11+2 E022 warning: an expression is missing after \":=\"\n"
+            "8:6+4 E022 warning: \":=\" is missing after \"REAL\"\n"
+            "9:4+1 E022 error: a type is missing after \":\"\n"
+            "11:3+1 E022 warning: a name is missing before \":\"\n"
+            "12:4+1 E022 warning: a name is missing after \":\"\n"
+            "13:2+1 E022 error: \":\" is missing after \"V\"\n"
+            "  13:2+1 the UNIQUE rule \"V\" of \"B\" is not read\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    MissingPartsOfHeadersAndInverses, SchemaFindingsOf,
+    testing::Values(
+        Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE (B);\nEND_ENTITY;\nENTITY D\n "
+               "SUBTYPE;\nEND_ENTITY;\n",
+               "5:2+7 E022 error: \"OF\" is missing after \"SUBTYPE\"\n"
+               "  5:11+1 the supertype \"B\" of \"C\" is not read\n"
+               "8:2+7 E022 warning: \"OF\" is missing after \"SUBTYPE\"\n"},
+        Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE OF [B];\nEND_ENTITY;\n",
+               "5:10+2 E022 error: \"(\" is missing after \"OF\"\n"
+               "  5:14+1 the supertype \"B\" of \"C\" is not read\n"},
+        Sample{"ENTITY B;\n\tC : D;\nEND_ENTITY;\nENTITY D;\n INVERSE\n\tE : B FOR;\n\tF : B C;\n\tG : B;\n"
+               "\tH : SET OF FOR C;\n\tI : B FRO C;\nEND_ENTITY;\n",
+               "7:8+3 E022 error: a name is missing after \"FOR\"\n"
+               "  7:2+1 the inverse attribute \"E\" of \"D\" is not read\n"
+               "  reported while reading: Entity not found\n"
+               "8:6+1 E022 error: \"FOR\" is missing after \"B\"\n"
+               "  8:2+1 the inverse attribute \"F\" of \"D\" is not read\n"
+               "9:6+1 E022 error: \"FOR\" is missing after \"B\"\n"
+               "  9:2+1 the inverse attribute \"G\" of \"D\" is not read\n"
+               "10:10+2 E022 error: an entity is missing after \"OF\"\n"
+               "  reported while reading: Type not found\n"
+               "11:2+1 E006 error: the inverse attribute \"I\" of \"D\" is not read\n"
+               "  11:8+3 \"FRO\" is not read as a keyword: did you mean \"FOR\"?\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
     LostParts, SchemaFindingsOf,
     testing::Values(
         Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE  OF (B);\nEND_ENTITY;\n",
