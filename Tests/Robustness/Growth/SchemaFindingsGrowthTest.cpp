@@ -73,6 +73,18 @@ TEST(SchemaFindingsGrowthTest, UndefinedNames) {
                                        return sNumbered("Missing", i) + " + ";
                                    }) + "1 > 0;");
           }},
+         {"names in one body", Many,
+          [](std::size_t count) {
+              return "FUNCTION F(A : REAL) : REAL;\n LOCAL\n" +
+                     sJoined(count, [](std::size_t i) { return sNumbered("L", i) + " : REAL;\n"; }) +
+                     " END_LOCAL;\n" +
+                     sJoined(count,
+                             [](std::size_t i) {
+                                 return sNumbered("Missing", i) + " := REPAET" + sNumbered("", i % 100) +
+                                        ";\n";
+                             }) +
+                     "END_FUNCTION;\n";
+          }},
          {"uses of one name", Many,
           [](std::size_t count) {
               return sEntity("E;", sJoined(count,

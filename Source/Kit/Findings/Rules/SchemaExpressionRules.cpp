@@ -42,17 +42,35 @@ const WordsInAnyCase& builtIns() {
     return Names;
 }
 
-/// Words before a '(' in the body of a function that call nothing.
+/// The keywords of bodies: statements, and types of variables.
+constexpr std::array<std::string_view, 55> BodyWords = {
+    "ALIAS",      "BEGIN",     "BY",           "CASE",         "CONSTANT", "ELSE",      "END",
+    "END_ALIAS",  "END_CASE",  "END_CONSTANT", "END_FUNCTION", "END_IF",   "END_LOCAL", "END_PROCEDURE",
+    "END_REPEAT", "END_RULE",  "ESCAPE",       "FOR",          "FUNCTION", "IF",        "LOCAL",
+    "OF",         "OTHERWISE", "PROCEDURE",    "REPEAT",       "RETURN",   "RULE",      "SKIP",
+    "THEN",       "TO",        "UNTIL",        "VAR",          "WHERE",    "WHILE",     "AGGREGATE",
+    "ARRAY",      "BAG",       "BINARY",       "BOOLEAN",      "FIXED",    "GENERIC",   "GENERIC_ENTITY",
+    "INTEGER",    "LIST",      "LOGICAL",      "NUMBER",       "OPTIONAL", "REAL",      "SET",
+    "STRING",     "UNIQUE",    "ENUMERATION",  "SELECT",       "ENTITY",   "TYPE"};
+
 const WordsInAnyCase& bodyWords() {
-    static const WordsInAnyCase Listed{
-        "IF",    "THEN",   "ELSE",   "CASE",  "OF",        "OTHERWISE", "REPEAT",    "TO",     "BY",
-        "WHILE", "UNTIL",  "RETURN", "BEGIN", "ALIAS",     "FOR",       "LOCAL",     "ESCAPE", "SKIP",
-        "WHERE", "STRING", "BINARY", "REAL",  "END_LOCAL", "FUNCTION",  "PROCEDURE", "VAR"};
-    return Listed;
+    static const WordsInAnyCase Words(BodyWords.begin(), BodyWords.end());
+    return Words;
+}
+
+/// The keyword that a word of a body was to be; empty when it is like none.
+std::string_view meantInBody(std::string_view word) {
+    static const auto Words = [] {
+        std::vector<std::string_view> words(OtherWords.begin(), OtherWords.end());
+        words.insert(words.end(), BodyWords.begin(), BodyWords.end());
+        words.insert(words.end(), Functions.begin(), Functions.end());
+        return words;
+    }();
+    return misspeltKeyword(word, Words);
 }
 
 /// Where names are judged: an expression of an entity or a type, or the body of a function or global rule,
-/// whose variables are not known here.
+/// with the parameters and variables that it declares.
 enum class Scope { Expression, Body };
 
 class ExpressionReader {
@@ -66,6 +84,11 @@ public:
 private:
     void vTokensRead(std::string_view expression, const TextPosition& begin);
     void vVariablesRead();
+    void vLocalsRead();
+    void vLocalRead(std::size_t index);
+    void vLocalAdd(std::size_t index);
+    bool isLoopVariable(std::size_t index) const;
+    bool isTypeAt(std::size_t index) const;
     void vTokenCheck(std::size_t index);
     void vStringCheck(const ExpressToken& token);
     void vOtherSchemaCheck(const ExpressToken& token, std::string_view name);
@@ -74,6 +97,9 @@ private:
     void vCallCheck(const ExpressToken& name);
     void vPlainCheck(std::size_t index);
     void vItemCheck(const Declared& type, const ExpressToken& item);
+    std::string_view meantFor(std::string_view word) const {
+        return scope_ == Scope::Body ? meantInBody(word) : misspeltKeyword(word, OtherWords);
+    }
     bool isVariable(std::string_view name) const { return variables_.contains(name); }
     bool isSymbolAt(std::size_t index, char symbol) const {
         return index < tokens_.size() && tokens_[index].isSymbol(symbol);
@@ -91,6 +117,8 @@ private:
     Finding* unread_;
     std::vector<ExpressToken> tokens_;
     WordsInAnyCase variables_;
+    // Those of a body, as they are written, which are offered in the place of others.
+    std::vector<std::string_view> locals_;
     // TYPEOF and its like are called: strings are names of what they give.
     bool asksForTypes_ = false;
 };
@@ -126,6 +154,8 @@ void ExpressionReader::vRead(std::string_view expression, const TextPosition& be
         return;
     vTokensRead(expression, begin);
     vVariablesRead();
+    if (scope_ == Scope::Body)
+        vLocalsRead();
     for (std::size_t index = 0; index < tokens_.size(); ++index)
         vTokenCheck(index);
 }
@@ -150,9 +180,63 @@ void ExpressionReader::vVariablesRead() {
         if (isWordAt(index + 1) && isOneOf(word, {"FUNCTION", "PROCEDURE"}))
             variables_.insert(tokens_[index + 1].text);
         asksForTypes_ = asksForTypes_ || isOneOf(word, {"TYPEOF", "USEDIN", "ROLESOF"});
-        if (isSymbolAt(index + 1, '(') && isWordAt(index + 2) && isSameExpressWord(word, "QUERY"))
+        // A misspelt QUERY is one mistake.
+        const bool isQuery =
+            isSameExpressWord(word, "QUERY") || (isSymbolAt(index + 3, '<') && isSymbolAt(index + 4, '*'));
+        if (isQuery && isSymbolAt(index + 1, '(') && isWordAt(index + 2))
             variables_.insert(tokens_[index + 2].text);
     }
+}
+
+/// Parameters, variables and labels: what comes before a ':', but for the choices of CASE, and what REPEAT
+/// and ALIAS declare.
+void ExpressionReader::vLocalsRead() {
+    std::size_t cases = 0;
+    for (std::size_t index = 0; index < tokens_.size(); ++index) {
+        if (!isWordAt(index))
+            continue;
+        if (isSameExpressWord(tokens_[index].text, "CASE"))
+            ++cases;
+        else if (cases > 0 && isSameExpressWord(tokens_[index].text, "END_CASE"))
+            --cases;
+        if (isLoopVariable(index))
+            vLocalAdd(index);
+        if (cases == 0 && isSymbolAt(index + 1, ':') && !isTypeAt(index))
+            vLocalRead(index);
+        else if (isTypeAt(index) && isSymbolAt(index + 1, ':') && isWordAt(index + 2))
+            vLocalAdd(index + 2);
+    }
+}
+
+/// "REPEAT Index := 1 TO ..." or "ALIAS Name FOR ...". That such a keyword is misspelt is one mistake.
+bool ExpressionReader::isLoopVariable(std::size_t index) const {
+    if (index == 0 || !isWordAt(index - 1) || index + 1 == tokens_.size())
+        return false;
+    const auto& before = tokens_[index - 1].text;
+    const auto& after = tokens_[index + 1].text;
+    return (after == ":=" || isSameExpressWord(after, "FOR")) && !bodyWords().contains(tokens_[index].text) &&
+           (isSameExpressWord(before, "REPEAT") || isSameExpressWord(before, "ALIAS") ||
+            !bodyWords().contains(before));
+}
+
+void ExpressionReader::vLocalAdd(std::size_t index) {
+    // No function has as many; each search looks at all of them.
+    constexpr std::size_t MaxOffered = 500;
+    if (variables_.insert(tokens_[index].text).second && locals_.size() < MaxOffered)
+        locals_.push_back(tokens_[index].text);
+}
+
+/// Whether a type is there, which may have a label: "AGGREGATE : Label OF GENERIC : Other".
+bool ExpressionReader::isTypeAt(std::size_t index) const {
+    return index > 0 && (isSymbolAt(index - 1, ':') ||
+                         (isWordAt(index - 1) && isSameExpressWord(tokens_[index - 1].text, "OF")));
+}
+
+/// All names of "A, B : REAL", of which the last is there.
+void ExpressionReader::vLocalRead(std::size_t index) {
+    vLocalAdd(index);
+    for (; index >= 2 && isSymbolAt(index - 1, ',') && isWordAt(index - 2); index -= 2)
+        vLocalAdd(index - 2);
 }
 
 void ExpressionReader::vTokenCheck(std::size_t index) {
@@ -167,7 +251,7 @@ void ExpressionReader::vTokenCheck(std::size_t index) {
         return;
     if (isSymbolAt(index + 1, '('))
         return vCallCheck(token);
-    if (scope_ == Scope::Expression)
+    if (scope_ == Scope::Expression || !bodyWords().contains(token.text))
         vPlainCheck(index);
 }
 
@@ -250,14 +334,13 @@ void ExpressionReader::vGroupAttributeCheck(const Declared& entity, const Expres
 /// name ( ... )
 void ExpressionReader::vCallCheck(const ExpressToken& name) {
     if (builtIns().contains(name.text) || isVariable(name.text) || run_.isKnown(name.text) ||
-        (scope_ == Scope::Body && bodyWords().contains(name.text)) ||
-        startsWithIgnoringCase(name.text, "END_"))
+        (scope_ == Scope::Body && bodyWords().contains(name.text)))
         return;
     auto* const finding = pMissingAdd(SchemaRun::sMissingKey(name.text), name.position,
                                       "the function " + sNamed(name.text) + " is not declared");
     if (!finding)
         return;
-    if (const auto keyword = misspeltKeyword(name.text, OtherWords); !keyword.empty()) {
+    if (const auto keyword = meantFor(name.text); !keyword.empty()) {
         finding->notes.push_back({sMeant(keyword), {}});
         return;
     }
@@ -322,8 +405,10 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
                                       "the name " + sNamed(name.text) + " is not declared");
     if (!finding)
         return;
-    if (const auto keyword = misspeltKeyword(name.text, OtherWords); !keyword.empty())
+    if (const auto keyword = meantFor(name.text); !keyword.empty())
         finding->notes.push_back({sMeant(keyword), {}});
+    else if (scope_ == Scope::Body)
+        run_.vNearestNote(*finding, name.text, {Kind::Type, Kind::Entity, Kind::Constant}, locals_);
     else if (isQualified)
         run_.vNearestAttributeNote(*finding, name.text, owner_, {Kind::Type});
     else

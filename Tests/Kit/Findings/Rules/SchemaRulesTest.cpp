@@ -244,6 +244,76 @@ INSTANTIATE_TEST_SUITE_P(
                "11:2+1 E006 error: the inverse attribute \"I\" of \"D\" is not read\n"
                "  11:8+3 \"FRO\" is not read as a keyword: did you mean \"FOR\"?\n"}));
 
+/// A function of which the first line, which is line 2, declares A, B and the result.
+std::string sFunction(std::string_view body) {
+    return "FUNCTION F (A, B : REAL) : REAL;\n" + std::string(body) + "END_FUNCTION;\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    WordsOfBodies, SchemaFindingsOf,
+    testing::Values(
+        // All that may have a name of its own.
+        Sample{
+            "TYPE T = ENUMERATION OF\n (IFF\n ,THN);\nEND_TYPE;\nENTITY E;\n\tRETRUN : REAL;\nEND_ENTITY;\n"
+            "FUNCTION F (AGREGATE : AGGREGATE:LABEL OF GENERIC:OTHER; X : E) : LIST OF GENERIC:OTHER;\n"
+            " LOCAL\n  IFS, ELS : REAL := 1.;\n  R : LIST OF REAL := [];\n END_LOCAL;\n"
+            " CONSTANT\n  ENDS : REAL := 1.;\n END_CONSTANT;\n"
+            " PROCEDURE SKP(VAR CAS : REAL);\n  CAS := 1.;\n END_PROCEDURE;\n"
+            " REPEAT TOO := 1 TO HIINDEX(R) BY 1;\n  R[TOO] := X.RETRUN + ENDS;\n  SKP(ELS);\n END_REPEAT;\n"
+            " ALIAS ALS FOR X;\n  IFS := ALS.RETRUN;\n END_ALIAS;\n"
+            " CASE T.IFF OF\n  THN : SKIP;\n  OTHERWISE : INSERT(R, IFS, 0);\n END_CASE;\n"
+            " if EXISTS(QUERY(EN <* AGREGATE | EN :=: ?)) then return (R); end_if;\n"
+            " RETURN (?);\nEND_FUNCTION;\n"
+            "RULE G FOR (E);\n WHERE\n\tWHER : SIZEOF(E) = 1;\nEND_RULE;\n",
+            ""},
+        Sample{sFunction(" IFF A > B THEN RETURN (A); END_FI;\n RETRUN (B);\n"),
+               "3:2+3 E018 warning: the name \"IFF\" is not declared in \"F\"\n"
+               "  did you mean \"IF\"?\n"
+               "3:29+6 E018 warning: the name \"END_FI\" is not declared in \"F\"\n"
+               "  did you mean \"END_IF\"?\n"
+               "4:2+6 E018 warning: the function \"RETRUN\" is not declared in \"F\"\n"
+               "  did you mean \"RETURN\"?\n"},
+        Sample{
+            sFunction(" LOCLA\n  R : REAL;\n END_LOCAL;\n IF A > B THN\n  R := A;\n ESLE\n  SKPI;\n END_IF;\n"
+                      " RETURN (R);\n"),
+            "3:2+5 E018 warning: the name \"LOCLA\" is not declared in \"F\"\n"
+            "  did you mean \"LOCAL\"?\n"
+            "6:11+3 E018 warning: the name \"THN\" is not declared in \"F\"\n"
+            "  did you mean \"THEN\"?\n"
+            "8:2+4 E018 warning: the name \"ESLE\" is not declared in \"F\"\n"
+            "  did you mean \"ELSE\"?\n"
+            "9:3+4 E018 warning: the name \"SKPI\" is not declared in \"F\"\n"
+            "  did you mean \"SKIP\"?\n"},
+        // The variable of a misspelt loop is no mistake of its own.
+        Sample{sFunction(" REPAET I := 1 TO 2;\n  A := I;\n END_REPEAT;\n CASE A OF\n  1 : ESCPAE;\n"
+                         "  OTHERWIES : SKIP;\n END_CASE;\n RETURN (SIZEOF(QURY(X <* [A] | X > B)));\n"),
+               "3:2+6 E018 warning: the name \"REPAET\" is not declared in \"F\"\n"
+               "  did you mean \"REPEAT\"?\n"
+               "7:7+6 E018 warning: the name \"ESCPAE\" is not declared in \"F\"\n"
+               "  did you mean \"ESCAPE\"?\n"
+               "8:3+9 E018 warning: the name \"OTHERWIES\" is not declared in \"F\"\n"
+               "  did you mean \"OTHERWISE\"?\n"
+               "10:17+4 E018 warning: the function \"QURY\" is not declared in \"F\"\n"
+               "  did you mean \"QUERY\"?\n"},
+        // What is declared in it is offered, and the types of the schema.
+        Sample{"TYPE Label = STRING;\nEND_TYPE;\n"
+               "FUNCTION F (Height : REAL) : Lable;\n LOCAL\n  Width : RAEL;\n END_LOCAL;\n"
+               " BEGIN\n  Widht := Hieght;\n END;\n RETURN (Width);\nEND_FUNCTION;\n",
+               "4:30+5 E018 warning: the name \"Lable\" is not declared in \"F\"\n"
+               "  did you mean \"Label\"?\n"
+               "6:11+4 E018 warning: the name \"RAEL\" is not declared in \"F\"\n"
+               "  did you mean \"REAL\"?\n"
+               "9:3+5 E018 warning: the name \"Widht\" is not declared in \"F\"\n"
+               "  did you mean \"Width\"?\n"
+               "9:12+6 E018 warning: the name \"Hieght\" is not declared in \"F\"\n"
+               "  did you mean \"Height\"?\n"},
+        Sample{"ENTITY E;\nEND_ENTITY;\nRULE F FOR (E);\n LCOAL\n  N : INTEGER := 0;\n END_LOCAL;\n"
+               " WEHRE\n\tW : SIZEOF(E) = N;\nEND_RULE;\n",
+               "5:2+5 E018 warning: the name \"LCOAL\" is not declared in \"F\"\n"
+               "  did you mean \"LOCAL\"?\n"
+               "8:2+5 E018 warning: the name \"WEHRE\" is not declared in \"F\"\n"
+               "  did you mean \"WHERE\"?\n"}));
+
 INSTANTIATE_TEST_SUITE_P(
     LostParts, SchemaFindingsOf,
     testing::Values(
