@@ -160,6 +160,20 @@ bool isSwapped(std::string_view brackets) {
     return lower.size() == upper.size() ? lower > upper : lower.size() > upper.size();
 }
 
+/// Whether one of the bounds in such brackets is left out, or is what no bound can be. Names and expressions
+/// may be bounds.
+bool hasWrongBound(std::string_view brackets) {
+    const auto colon = brackets.find(':');
+    const auto lower = trimmed(brackets.substr(1, colon - 1));
+    const auto upper = trimmed(brackets.substr(colon + 1, brackets.size() - colon - 2));
+    const auto isWrong = [](std::string_view bound) {
+        const bool isReal = bound.find('.') != std::string_view::npos &&
+                            bound.find_first_not_of("0123456789.") == std::string_view::npos;
+        return bound.empty() || bound == "*" || bound.front() == ':' || isReal;
+    };
+    return lower == "?" || isWrong(lower) || isWrong(upper);
+}
+
 /// One function for each kind of statement; each leaves the token after it as the current one.
 class PositionReader {
 public:
@@ -172,6 +186,7 @@ public:
 
 private:
     void vNext();
+    bool isOtherBracket() const { return token_.isSymbol('[') || token_.isSymbol('{'); }
     bool isSeparator() const { return token_.isSymbol(':') || token_.isSymbol(','); }
     bool isAtEnd() const { return token_.kind == ExpressTokenKind::End; }
     bool isWord() const { return token_.kind == ExpressTokenKind::Word; }
@@ -214,6 +229,9 @@ private:
     void vListRead(ExpressUse use, ExpressDeclaration& declaration);
     std::string_view missingInList() const;
     std::string_view missingInType() const;
+    bool isMisspeltOf() const;
+    bool isListGoingOn(ExpressUse use, const Brackets& brackets) const;
+    void vTypeNameAdd(std::vector<ExpressName>& names, ExpressUse use) const;
     bool isBareName() const;
     void vGapNote(ExpressDeclaration& declaration, std::string_view missing) const;
     void vGapBeforeNote(ExpressDeclaration& declaration, std::string_view missing) const;
@@ -223,6 +241,7 @@ private:
     bool isNameMissing(const ExpressDeclaration& declaration) const;
     void vTypeWordNote(std::vector<ExpressMisspelt>& misspelt) const;
     void vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bounds, const Brackets& brackets) const;
+    void vBoundsClose(ExpressDeclaration& declaration, OpenBounds& bounds, Brackets& brackets) const;
     ExpressWord boundsFrom(const ExpressWord& open) const;
     void vClausesRead(ExpressDeclaration& declaration, const Statement& statement, ExpressMemberKind kind);
     void vMemberRead(ExpressDeclaration& declaration, ExpressMemberKind kind);
@@ -590,7 +609,9 @@ void PositionReader::vConstantsRead(ExpressPositions& positions) {
 void PositionReader::vTypeRead(ExpressDeclaration& type, const Statement& statement) {
     if (!token_.isSymbol('=') && !isAtEnd() && !(isWord() && isBoundary(token_.text)))
         vGapNote(type, "\"=\"");
+    const auto begin = token_.isSymbol('=') ? offset() + 1 : offset();
     vTypeTextRead(type);
+    type.typeText = textFrom(begin);
     vSemicolonTake();
     vClausesRead(type, statement, ExpressMemberKind::Where);
 }
@@ -600,17 +621,20 @@ void PositionReader::vTypeTextRead(ExpressDeclaration& type) {
     Brackets brackets;
     OpenBounds bounds;
     bool isBare = false;
-    while (!isStatementEnd()) {
+    while (!isStatementEnd() || isListGoingOn(use, brackets)) {
+        if (token_.isSymbol(';'))
+            vGapNote(type, "\",\"");
         if (brackets.isOutside())
             vGapNote(type, missingInType());
         else if (use != ExpressUse::Type)
             vGapNote(type, missingInList());
         if (brackets.isOutside() && use != ExpressUse::Type && !isBare && isBareName()) {
             vGapNote(type, "\"(\"");
-            isBare = true;
+            isBare = !isOtherBracket();
         }
         if (brackets.isOutside() && !isBare)
             vTypeWordNote(type.typeMisspelt);
+        vBoundsClose(type, bounds, brackets);
         brackets.vPass(token_);
         vBoundsPass(type, bounds, brackets);
         const auto list = use == ExpressUse::Type && brackets.isOutside() ? listWordHere() : "";
@@ -623,7 +647,9 @@ void PositionReader::vTypeTextRead(ExpressDeclaration& type) {
             continue;
         }
         // A misspelt keyword is read as the name of a type.
-        if (isName)
+        if (isName && use == ExpressUse::Type && !isMisspeltOf())
+            vTypeNameAdd(type.names, use);
+        else if (isName && use != ExpressUse::Type)
             type.names.push_back({use, {token_.text, token_.position}});
         if (!list.empty())
             use = list == "SELECT" ? ExpressUse::SelectMember : ExpressUse::EnumerationItem;
@@ -660,8 +686,7 @@ void PositionReader::vEntityHeaderRead(ExpressDeclaration& entity) {
         } else if (token_.isSymbol('(')) {
             vListRead(use, entity);
         } else {
-            const bool isOther = token_.isSymbol('[') || token_.isSymbol('{');
-            if ((isWord() || isOther) && isSameExpressWord(previous_.text, "OF")) {
+            if ((isWord() || isOtherBracket()) && isSameExpressWord(previous_.text, "OF")) {
                 vGapNote(entity, "\"(\"");
                 isBare = true;
             }
@@ -680,6 +705,14 @@ bool PositionReader::isOfMissing(std::string_view keyword) const {
     return token_.isSymbol('(') || (keyword == "SUBTYPE" && token_.isSymbol(';'));
 }
 
+/// "(SOLID; HOLLOW)": the ';' is in the place of a comma.
+bool PositionReader::isListGoingOn(ExpressUse use, const Brackets& brackets) const {
+    if (!token_.isSymbol(';') || use == ExpressUse::Type || brackets.isOutside())
+        return false;
+    return ahead_.isSymbol(',') ||
+           (ahead_.kind == ExpressTokenKind::Word && !isBoundary(ahead_.text) && !isClause(ahead_.text));
+}
+
 /// What is missing in a list of names before the current token; empty for nothing.
 std::string_view PositionReader::missingInList() const {
     if (isListName(previous_) && isListName(token_))
@@ -688,13 +721,21 @@ std::string_view PositionReader::missingInList() const {
     return needsName && (token_.isSymbol(',') || token_.isSymbol(')')) ? "a name" : std::string_view();
 }
 
+/// "SET [1:?] OFF Name"
+bool PositionReader::isMisspeltOf() const {
+    return previous_.isSymbol(']') && ahead_.kind == ExpressTokenKind::Word &&
+           isOneOf(token_.text, {"OFF", "FO", "0F"});
+}
+
 /// The same between the words of a type.
 std::string_view PositionReader::missingInType() const {
     const bool isOf = isWord("OF");
-    if (previous_.isSymbol(']') && !isOf)
-        return "\"OF\"";
+    if (previous_.isSymbol(']') && !isOf && !isWord("FIXED") && !token_.isSymbol('['))
+        return isMisspeltOf() ? std::string_view() : "\"OF\"";
     if (previous_.kind != ExpressTokenKind::Word)
         return {};
+    if (isOneOf(previous_.text, {"STRING", "BINARY", "REAL"}) && token_.isSymbol('['))
+        return "\"(\"";
     if (isAggregateWord(previous_.text) && !isOf && !token_.isSymbol('['))
         return token_.isSymbol('(') || isNumber() ? "\"[\"" : "\"OF\"";
     return isSameExpressWord(previous_.text, "ENUMERATION") && token_.isSymbol('(') ? "\"OF\""
@@ -723,14 +764,31 @@ void PositionReader::vTypeGapNote(ExpressDeclaration& declaration, std::string_v
         vGapNote(declaration, missing);
 }
 
-/// Whether the first name of a list is here without a bracket before it.
+/// "Ifc Label" is one name with a blank in it.
+void PositionReader::vTypeNameAdd(std::vector<ExpressName>& names, ExpressUse use) const {
+    const bool goesOn = use == ExpressUse::Type && !isLineStart() && !names.empty() &&
+                        names.back().word.text.data() == previous_.text.data() &&
+                        misspeltKeyword(previous_.text, TypeWords).empty();
+    if (!goesOn) {
+        names.push_back({use, {token_.text, token_.position}});
+        return;
+    }
+    auto& word = names.back().word;
+    const auto begin = static_cast<std::size_t>(word.text.data() - text_.data());
+    word.text = text_.substr(begin, offset() + token_.text.size() - begin);
+    word.position.length = token_.position.column + token_.position.length - word.position.column;
+}
+
+/// Whether the first name of a list is here without a round bracket before it.
 bool PositionReader::isBareName() const {
-    return isListName(token_) && isOneOf(previous_.text, {"ENUMERATION", "SELECT", "OF"}) &&
-           !isTypeKeyword(token_.text);
+    return (isListName(token_) || isOtherBracket()) &&
+           isOneOf(previous_.text, {"ENUMERATION", "SELECT", "OF"}) && !isTypeKeyword(token_.text);
 }
 
 /// A keyword of a type is found in capitals only.
 void PositionReader::vTypeWordNote(std::vector<ExpressMisspelt>& misspelt) const {
+    if (isMisspeltOf())
+        misspelt.push_back({{token_.text, token_.position}, "OF"});
     if (!isWord() || !isTypeKeyword(token_.text))
         return;
     const auto keyword = keywordIn(token_.text, TypeWords);
@@ -745,14 +803,28 @@ void PositionReader::vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bo
         bounds = {{token_.text, token_.position}, true, false};
     } else if (bounds.isOpen && token_.isSymbol(':') && brackets.getDepth() == 1) {
         bounds.hasColon = true;
-    } else if (bounds.isOpen && token_.isSymbol(']') && brackets.isOutside()) {
+    } else if (bounds.isOpen && brackets.isOutside()) {
         bounds.isOpen = false;
+        if (!token_.isSymbol(']'))
+            return vGapNote(declaration, "\"]\"");
         const auto whole = boundsFrom(bounds.open);
         if (!bounds.hasColon)
             declaration.gaps.push_back({whole, "\":\"", true, false, false});
+        else if (hasWrongBound(whole.text))
+            declaration.wrongBounds.push_back(whole);
         else if (isSwapped(whole.text))
             declaration.swappedBounds.push_back(whole);
     }
+}
+
+/// "SET [1:? OF Name": what comes after the bounds is outside of them.
+void PositionReader::vBoundsClose(ExpressDeclaration& declaration, OpenBounds& bounds,
+                                  Brackets& brackets) const {
+    if (!bounds.isOpen || !isWord("OF"))
+        return;
+    vGapNote(declaration, "\"]\"");
+    bounds.isOpen = false;
+    brackets = {};
 }
 
 /// From the bracket up to the current token.
@@ -779,7 +851,8 @@ void PositionReader::vListRead(ExpressUse use, ExpressDeclaration& declaration) 
             declaration.misspelt.push_back({words, OneOf});
             continue;
         }
-        if (isWord(OneOf) && token_.text != OneOf)
+        if ((isWord(OneOf) && token_.text != OneOf) ||
+            (ahead_.isSymbol('(') && !misspeltKeyword(token_.text, std::span(&OneOf, 1)).empty()))
             declaration.misspelt.push_back({{token_.text, token_.position}, OneOf});
         else if (isWord() && !isListOperator(token_))
             declaration.names.push_back({use, {token_.text, token_.position}});
@@ -918,6 +991,7 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
             vGapNote(declaration, missingInType());
             vTypeWordNote(member.misspelt);
         }
+        vBoundsClose(declaration, bounds, brackets);
         brackets.vPass(token_);
         vBoundsPass(declaration, bounds, brackets);
         if (isForHere(member, use)) {
@@ -931,14 +1005,14 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
             isColonPassed = true;
             vNext();
             break;
-        } else if (isWord() && brackets.isOutside() && !isTypeKeyword(token_.text)) {
+        } else if (isWord() && brackets.isOutside() && !isTypeKeyword(token_.text) && !isMisspeltOf()) {
             if (member.kind == ExpressMemberKind::Inverse && use == ExpressUse::Type &&
                 !member.names.empty()) {
                 vGapNote(declaration, "\"FOR\"");
                 use = ExpressUse::InverseFor;
                 member.type = textFrom(begin);
             }
-            member.names.push_back({use, {token_.text, token_.position}});
+            vTypeNameAdd(member.names, use);
         }
         vNext();
     }

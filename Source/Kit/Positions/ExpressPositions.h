@@ -130,6 +130,8 @@ struct ExpressDeclaration {
     std::vector<ExpressMember> members;
     /// Of its clauses and its header, in the order of the text.
     std::vector<ExpressMisspelt> misspelt;
+    /// Of a type: what it is made of, without the '=' and the ';'.
+    std::string_view typeText;
     /// Of a type: keywords in what it is made of that are not in capitals.
     std::vector<ExpressMisspelt> typeMisspelt;
     /// Its own name and those of attributes and items, in the order of the text.
@@ -138,6 +140,8 @@ struct ExpressDeclaration {
     std::vector<ExpressGap> gaps;
     /// "[5:1]": bounds that are numbers, of which the first is the greater.
     std::vector<ExpressWord> swappedBounds;
+    /// "[1:*]": bounds of which one is left out, or is no integer.
+    std::vector<ExpressWord> wrongBounds;
     /// "END_ENTITY" as written, also when it is misspelt, or is the two words "END ENTITY"; empty, at the
     /// place of the word that comes instead, when it is missing.
     ExpressWord end;

@@ -60,6 +60,47 @@ bool isElementLost(const ifc::def::schema::ObjectBase* type) {
     return false;
 }
 
+/// A type as the library has it.
+struct DataTypeAtPlace {
+    const ifc::def::schema::ObjectBase* type = nullptr;
+    /// Those in its text.
+    std::span<const ExpressName> names;
+    bool isInverse = false;
+    /// What a TYPE is made of, and not the type of an attribute.
+    bool isUnderlying = false;
+};
+
+/// Why a type is not read although its words are those of EXPRESS; empty when it is none of these.
+std::string_view unreadTypeReason(std::string_view text) {
+    ExpressScanner scanner(text);
+    ExpressToken previous;
+    for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next()) {
+        if (token.text == "BAG")
+            return "BAG is not read: of lists only LIST, SET and ARRAY are";
+        if (token.text == "GENERIC" || token.text == "AGGREGATE" || token.text == "GENERIC_ENTITY")
+            return "only parameters and variables of functions can have such a type";
+        if (token.text == "OPTIONAL" && previous.text == "OF")
+            return "OPTIONAL elements of an ARRAY are not read";
+        if (token.isSymbol('(') && previous.text == "REAL")
+            return "the precision of REAL is not read: leave it out";
+        previous = token;
+    }
+    return {};
+}
+
+/// Whether the text gives a length that is not read: "STRING (255)".
+bool isLengthLost(std::string_view text, const ifc::def::schema::ObjectBase* type) {
+    const auto* const string = dynamic_cast<const DataTypeString*>(type);
+    if (!string || string->getWidth() != 0)
+        return false;
+    ExpressScanner scanner(text);
+    scanner.next();
+    scanner.next();
+    const auto length = scanner.next();
+    return length.kind == ExpressTokenKind::Number &&
+           length.text.find_first_not_of('0') != std::string_view::npos;
+}
+
 /// One declaration as the text has it, beside what the library has of it.
 class PartsCheck {
 public:
@@ -83,6 +124,7 @@ private:
     void vTypeTextsCheck(const Entity& entity);
     Finding& wordsAdd(const std::vector<ExpressMisspelt>& words, const std::string& owner,
                       const TypeLoss& loss);
+    void vUnreadTypeCheck(const ExpressWord& word, std::string_view text, const DataTypeAtPlace& read);
     void vAttributeWordsCheck(const ExpressMember& member, const AttributeBase& attribute);
     void vInverseWordsCheck(const Entity& entity);
     void vTypeWordsCheck(const Type& type);
@@ -261,6 +303,8 @@ void PartsCheck::vTypeTextsCheck(const Entity& entity) {
         if (isSame)
             vAttributeWordsCheck(member, *read);
         if (isSame)
+            vUnreadTypeCheck(member.name, member.type, {read->pFirstType(), member.names, false, false});
+        if (isSame)
             ++read;
     }
 }
@@ -272,7 +316,7 @@ Finding& PartsCheck::wordsAdd(const std::vector<ExpressMisspelt>& words, const s
     auto& finding = run_.add("E006", first.position,
                              sNamed(first.text) + " in " + sNamed(owner) + " is not read as a keyword");
     finding.subject = declaration_.name.text;
-    finding.notes.push_back({std::string(CapitalsOnly), {}});
+    finding.notes.push_back({sKeywordHint(first.text, words.front().keyword), {}});
     for (const auto& [word, keyword] : std::span(words).subspan(1))
         run_.vNoteAt(finding, word.position, sNamed(word.text) + " is not read as one either");
     if (loss.isType)
@@ -286,6 +330,36 @@ Finding& PartsCheck::wordsAdd(const std::vector<ExpressMisspelt>& words, const s
     if (loss.isElement)
         run_.boTake(finding, SchemaReport::Element);
     return finding;
+}
+
+void PartsCheck::vUnreadTypeCheck(const ExpressWord& word, std::string_view text,
+                                  const DataTypeAtPlace& read) {
+    // A name that is not declared is why then.
+    const auto isMissing = [this](const ExpressName& name) {
+        return name.use == ExpressUse::Type && !run_.isKnown(name.word.text);
+    };
+    if (std::ranges::any_of(read.names, isMissing))
+        return;
+    const auto reason = unreadTypeReason(text);
+    if (!reason.empty() && (!read.type || isElementLost(read.type))) {
+        auto& finding = run_.add("E006", word.position,
+                                 (read.type ? "the type of the elements of " : "the type of ") +
+                                     sNamed(word.text) + " is not found");
+        finding.subject = declaration_.name.text;
+        finding.notes.push_back({std::string(reason), {}});
+        if (read.type)
+            run_.boTake(finding, SchemaReport::Element);
+        else if (read.isUnderlying)
+            run_.boTake(finding, SchemaReport::Underlying);
+        if (read.isInverse)
+            run_.boTake(finding, SchemaReport::Inverse);
+    }
+    if (isLengthLost(text, read.type)) {
+        auto& finding =
+            run_.add("E006", word.position, "the length of " + sNamed(word.text) + " is not read");
+        finding.subject = declaration_.name.text;
+        finding.notes.push_back({"it is read from round brackets right after STRING, without a blank", {}});
+    }
 }
 
 void PartsCheck::vAttributeWordsCheck(const ExpressMember& member, const AttributeBase& attribute) {
@@ -311,8 +385,11 @@ void PartsCheck::vInverseWordsCheck(const Entity& entity) {
             continue;
         if (read == entity.getAttributesInverse().end())
             return;
-        if (read->getName() == member.name.text)
-            vAttributeWordsCheck(member, *read++);
+        if (read->getName() != member.name.text)
+            continue;
+        vAttributeWordsCheck(member, *read);
+        vUnreadTypeCheck(member.name, member.type, {read->pFirstType(), member.names, true, false});
+        ++read;
     }
 }
 
@@ -384,6 +461,8 @@ void PartsCheck::vTypeCheck(const Type& type) {
         vListCheck(ExpressUse::SelectMember, members->getMemberNames(), "the member", Hint);
     }
     vTypeWordsCheck(type);
+    vUnreadTypeCheck(declaration_.name, declaration_.typeText,
+                     {type.pUnderlying(), declaration_.names, false, true});
     vUniqueCheck(declaration_.name, type.getUnderlyingText());
     vWhereCheck(type.pWhere());
 }
@@ -531,10 +610,11 @@ void vMissingTypeTake(SchemaRun& run, const Declared& declared, const ExpressGap
         run.boTake(finding, SchemaReport::Inverse);
 }
 
-/// Without "=" the type is made of nothing, and its bounds are none without ":".
+/// Without "=" the type is made of nothing, nor with "[" in the place of "(", and its bounds are none without
+/// ":".
 void vGapLossAdd(SchemaRun& run, const Declared& declared, const ExpressGap& gap, Finding& finding) {
     const auto* const type = Type::pFrom(declared.object);
-    if (gap.missing == "\"=\"" && type && !type->pUnderlying()) {
+    if ((gap.missing == "\"=\"" || gap.missing == "\"(\"") && type && !type->pUnderlying()) {
         finding.severity = Severity::Error;
         if (!finding.origin)
             run.boTake(finding, SchemaReport::Underlying);
@@ -559,7 +639,12 @@ void vLostEndTake(SchemaRun& run, Declared& declared, Finding& finding) {
     declared.finding = &finding;
 }
 
-void vSwappedBoundsAdd(SchemaRun& run, const ExpressDeclaration& declaration) {
+void vBoundsAdd(SchemaRun& run, const ExpressDeclaration& declaration) {
+    for (const auto& bounds : declaration.wrongBounds)
+        run.add("E022", bounds.position,
+                "the bounds " + sNamed(bounds.text) +
+                    " are not two integers, or one and \"?\" for no upper bound")
+            .subject = declaration.name.text;
     for (const auto& bounds : declaration.swappedBounds)
         run.add("E022", bounds.position,
                 "the bounds " + sNamed(bounds.text) + " are swapped: the first is greater than the second")
@@ -573,7 +658,7 @@ void vGapsCheck(SchemaRun& run) {
     for (auto& declared : run.declared) {
         if (declared.isLost())
             continue;
-        vSwappedBoundsAdd(run, *declared.declaration);
+        vBoundsAdd(run, *declared.declaration);
         for (const auto& gap : declared.declaration->gaps) {
             auto& finding = run.add("E022", gap.last.position, sGap(gap));
             finding.subject = declared.declaration->name.text;

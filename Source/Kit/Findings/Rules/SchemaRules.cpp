@@ -120,7 +120,10 @@ constexpr Rule SchemaRules[] = {
      "Attributes, inverse and derived attributes and UNIQUE rules are each read from a line of their own "
      "with \" : \" in it, blanks included; SUBTYPE OF and SUPERTYPE OF (ONEOF from lines below that of the "
      "keyword; items and members without comments between them. What is written in another way is missing "
-     "from the schema, although EXPRESS allows it. A misspelt keyword, or one in lower case, is one "
+     "from the schema, although EXPRESS allows it; so are the types that BAG, OPTIONAL elements of an ARRAY "
+     "and "
+     "the precision of REAL are in, and the length in \"STRING (255)\". A misspelt keyword, or one in lower "
+     "case, is one "
      "finding, also in a type, as OPTIONAL and SET are; the notes say what is lost because of it.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
@@ -445,9 +448,10 @@ constexpr Rule SchemaRules[] = {
     {"E022",
      "list-broken",
      Severity::Warning,
-     "A sign, a name, a type or a keyword is missing in a declaration, or bounds are swapped.",
+     "A sign, a name, a type or a keyword is missing in a declaration, or bounds are wrong.",
      "Names in a list are in brackets and separated by commas; bounds are in square brackets with \":\" "
-     "between them, the smaller one first, and OF comes before what a list is of. \"=\" comes after the "
+     "between them, integers of which the smaller is the first, and OF comes before what a list is of. \"=\" "
+     "comes after the "
      "name of a type, \":\" between that of an attribute and its type, FOR after the entity of an inverse "
      "one, and \":=\" before a value. Other programs refuse the schema. Bounds without \":\" are "
      "not read, and what comes next may be misread, which makes the finding an error, and is listed in the "

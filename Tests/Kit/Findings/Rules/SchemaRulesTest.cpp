@@ -315,6 +315,84 @@ INSTANTIATE_TEST_SUITE_P(
                "  did you mean \"WHERE\"?\n"}));
 
 INSTANTIATE_TEST_SUITE_P(
+    UnreadTypes, SchemaFindingsOf,
+    testing::Values(
+        Sample{"TYPE B = BAG [1:?] OF REAL;\nEND_TYPE;\nENTITY C;\n\tD : BAG [1:?] OF REAL;\n"
+               "\tE : LIST [1:?] OF BAG [1:?] OF REAL;\n\tF : ARRAY [1:2] OF OPTIONAL REAL;\n\tG : GENERIC;\n"
+               "\tH : REAL(8);\nEND_ENTITY;\n",
+               "2:6+1 E006 error: the type of \"B\" is not found\n"
+               "  BAG is not read: of lists only LIST, SET and ARRAY are\n"
+               "  reported while reading: Not type found\n"
+               "5:2+1 E006 error: the type of \"D\" is not found\n"
+               "  BAG is not read: of lists only LIST, SET and ARRAY are\n"
+               "6:2+1 E006 error: the type of the elements of \"E\" is not found\n"
+               "  BAG is not read: of lists only LIST, SET and ARRAY are\n"
+               "  reported while reading: Type not found\n"
+               "7:2+1 E006 error: the type of \"F\" of \"C\" is read as \"REAL\"\n"
+               "  the type is read from the word after \"OPTIONAL\" on\n"
+               "8:2+1 E006 error: the type of \"G\" is not found\n"
+               "  only parameters and variables of functions can have such a type\n"
+               "9:2+1 E006 error: the type of \"H\" is not found\n"
+               "  the precision of REAL is not read: leave it out\n"},
+        Sample{"ENTITY B;\n\tC : D;\nEND_ENTITY;\nENTITY D;\n INVERSE\n\tE : BAG [1:?] OF B FOR "
+               "C;\nEND_ENTITY;\n",
+               "7:2+1 E006 error: the type of \"E\" is not found\n"
+               "  BAG is not read: of lists only LIST, SET and ARRAY are\n"
+               "  reported while reading: Entity not found\n"},
+        // Derived attributes are kept as text.
+        Sample{"ENTITY B;\n DERIVE\n\tC : BAG OF REAL := [];\nEND_ENTITY;\n", ""},
+        Sample{"TYPE B = STRING[255];\nEND_TYPE;\nTYPE C = REAL[8];\nEND_TYPE;\nTYPE D = STRING(255) "
+               "FIXED;\nEND_TYPE;\n",
+               "2:10+6 E022 warning: \"(\" is missing after \"STRING\"\n"
+               "4:10+4 E022 error: \"(\" is missing after \"REAL\"\n"
+               "  reported while reading: Not type found\n"},
+        Sample{"ENTITY B;\n\tC : STRING (255);\n\tD : STRING(255);\n\tE : STRING;\n\tF : STRING "
+               "[9];\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the length of \"C\" is not read\n"
+               "  it is read from round brackets right after STRING, without a blank\n"
+               "6:6+6 E022 error: \"(\" is missing after \"STRING\"\n"
+               "  6:2+1 the length of \"F\" is not read\n"},
+        // Names with a blank are one name, and a misspelt OF is no name.
+        Sample{"TYPE IfcLabel = STRING;\nEND_TYPE;\nENTITY C;\n\tD : Ifc Label;\n\tE : SET [1:?] OFF "
+               "REAL;\nEND_ENTITY;\n",
+               "5:6+9 E013 error: the type \"Ifc Label\" of \"C.D\" is not declared\n"
+               "  did you mean \"IfcLabel\"?\n"
+               "6:16+3 E006 error: \"OFF\" in \"C.E\" is not read as a keyword\n"
+               "  did you mean \"OF\"?\n"
+               "  the type of its elements is not found\n"
+               "  reported while reading: Type not found\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    WrongBrackets, SchemaFindingsOf,
+    testing::Values(
+        Sample{"ENTITY B;\n\tC : SET [1:? OF REAL;\n\tD : SET [1:?) OF REAL;\n\tE : SET [1:*] OF REAL;\n"
+               "\tF : SET [:?] OF REAL;\n\tG : SET [?:1] OF REAL;\n\tH : SET [1.5:2] OF REAL;\n"
+               "\tI : LIST [1::2] OF REAL;\n\tJ : ARRAY [-1:N + 1] OF REAL;\nEND_ENTITY;\n",
+               "3:13+1 E022 warning: \"]\" is missing after \"?\"\n"
+               "4:13+1 E022 warning: \"]\" is missing after \"?\"\n"
+               "5:10+5 E022 warning: the bounds \"[1:*]\" are not two integers, or one and \"?\" for no "
+               "upper bound\n"
+               "6:10+4 E022 warning: the bounds \"[:?]\" are not two integers, or one and \"?\" for no upper "
+               "bound\n"
+               "7:10+5 E022 warning: the bounds \"[?:1]\" are not two integers, or one and \"?\" for no "
+               "upper bound\n"
+               "8:10+7 E022 warning: the bounds \"[1.5:2]\" are not two integers, or one and \"?\" for no "
+               "upper bound\n"
+               "9:11+6 E022 warning: the bounds \"[1::2]\" are not two integers, or one and \"?\" for no "
+               "upper bound\n"},
+        Sample{"TYPE B = ENUMERATION OF\n\t[C\n\t,D];\nEND_TYPE;\nTYPE E = SELECT\n\t(B);\nEND_TYPE;\n",
+               "2:22+2 E022 error: \"(\" is missing after \"OF\"\n"
+               "  5:1+8 the end of the declaration is not seen because of that\n"
+               "  6:6+1 TYPE \"E\" is taken for a part of it and is lost\n"},
+        Sample{"TYPE B = ENUMERATION OF\n\t(C;\n\tD);\nEND_TYPE;\n",
+               "3:3+1 E022 error: \",\" is missing after \"C\"\n"
+               "  3:3+1 the item \"C\" of \"B\" is not read\n"},
+        Sample{"ENTITY B\n SUPERTYPE OF (ONEOFF\n\t(C));\nEND_ENTITY;\nENTITY C\n SUBTYPE OF "
+               "(B);\nEND_ENTITY;\n",
+               "3:16+6 E006 error: \"ONEOFF\" in \"B\" is not read as a keyword\n"
+               "  did you mean \"ONEOF\"?\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
     LostParts, SchemaFindingsOf,
     testing::Values(
         Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE  OF (B);\nEND_ENTITY;\n",
