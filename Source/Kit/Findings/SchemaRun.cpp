@@ -114,7 +114,7 @@ std::string_view keywordOf(ExpressDeclarationKind kind) {
 }
 
 bool isNameLetter(char letter) {
-    return isLetter(letter) || isDigit(letter) || letter == '_' || static_cast<unsigned char>(letter) >= 0x80;
+    return isLetter(letter) || isDigit(letter) || letter == '_';
 }
 
 std::string sMeant(std::string_view name) {

@@ -45,7 +45,7 @@ std::string sNamed(std::string_view name);
 /// "ENTITY".
 std::string_view keywordOf(ExpressDeclarationKind kind);
 
-/// Whether names may have it; bytes of 128 and more count as letters.
+/// Whether names may have it.
 bool isNameLetter(char letter);
 
 /// "did you mean \"Wall\"?"

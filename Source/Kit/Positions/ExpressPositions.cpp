@@ -313,10 +313,25 @@ void PositionReader::vNameExtend(ExpressWord& name) const {
         name.position.length = previous_.position.column + previous_.position.length - name.position.column;
 }
 
+/// Where a word has what names do not have: another letter than those of ASCII, or "_" at its beginning. npos
+/// when it has neither.
+std::size_t strangerIn(std::string_view word) {
+    if (word.starts_with('_'))
+        return 0;
+    const auto* const stranger =
+        std::ranges::find_if(word, [](char letter) { return static_cast<unsigned char>(letter) >= 0x80; });
+    return stranger == word.end() ? std::string_view::npos
+                                  : static_cast<std::size_t>(stranger - word.begin());
+}
+
 /// A name, and what is in it although names do not have it.
 ExpressWord PositionReader::takeName(ExpressDeclaration& declaration) {
     auto place = token_.position;
-    bool isLegal = isWord();
+    const auto stranger = strangerIn(token_.text);
+    bool isLegal = isWord() && stranger == std::string_view::npos;
+    // What is before it is of one byte each.
+    if (isWord() && !isLegal)
+        place.column += stranger;
     place.length = 1;
     auto name = takeWord();
     while (isAdjacent() && (isNameSymbol(token_) || (isNameSymbol(previous_) && (isWord() || isNumber())))) {

@@ -1,6 +1,7 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Positions/ExpressScanner.h"
 #include "Kit/Text/AsciiText.h"
+#include "Kit/Text/Utf8.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaAggregate.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEnumeration.h"
@@ -681,8 +682,11 @@ namespace {
 std::string sIllegalName(std::string_view name) {
     if (isDigit(name.front()))
         return "the name " + sNamed(name) + " begins with a digit";
+    if (name.front() == '_')
+        return "the name " + sNamed(name) + " begins with \"_\"";
     const auto* const stranger = std::ranges::find_if_not(name, isNameLetter);
-    return "the name " + sNamed(name) + " has " + sNamed({stranger, 1}) + " in it";
+    const auto* const end = std::find_if_not(stranger + 1, name.end(), isContinuation);
+    return "the name " + sNamed(name) + " has " + sNamed({stranger, end}) + " in it";
 }
 
 } // namespace
@@ -697,6 +701,10 @@ void vIllegalNamesCheck(SchemaRun& run) {
             finding.subject = name.text;
             finding.notes.push_back({"names are letters, digits and \"_\", and begin with a letter", {}});
             run.vMeantKeep(declared, name.text, finding);
+            // A blank that does not break lines is a part of the name, and keeps it from being found.
+            auto after = name.position;
+            ++after.column;
+            run.vConsequencesTake(finding, name.position, after);
         }
     }
 }

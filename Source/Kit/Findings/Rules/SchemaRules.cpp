@@ -415,7 +415,8 @@ constexpr Rule SchemaRules[] = {
      "illegal-name",
      Severity::Warning,
      "A name has a character in it that names do not have.",
-     "Names are made of letters, digits and \"_\", and begin with a letter. The declaration is read under "
+     "Names are made of the letters of ASCII, digits and \"_\", and begin with a letter. The declaration is "
+     "read under "
      "the name that is written, but other programs refuse the schema, and nothing can refer to it.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"

@@ -393,6 +393,20 @@ INSTANTIATE_TEST_SUITE_P(
                "  did you mean \"ONEOF\"?\n"}));
 
 INSTANTIATE_TEST_SUITE_P(
+    LettersOfNames, SchemaFindingsOf,
+    testing::Values(Sample{"ENTITY B;\n\tH\xC3\xB6he : REAL;\n\t_C : REAL;\nEND_ENTITY;\n",
+                           "3:3+1 E020 warning: the name \"H\xC3\xB6he\" has \"\xC3\xB6\" in it\n"
+                           "  names are letters, digits and \"_\", and begin with a letter\n"
+                           "4:2+1 E020 warning: the name \"_C\" begins with \"_\"\n"
+                           "  names are letters, digits and \"_\", and begin with a letter\n"},
+                    // A blank that does not break lines: the colon is not found, and the name is another.
+                    Sample{"ENTITY B;\n\tC\xC2\xA0: REAL;\n WHERE\n\tW : C > 0;\nEND_ENTITY;\n",
+                           "3:3+1 E020 error: the name \"C\xC2\xA0\" has \"\xC2\xA0\" in it\n"
+                           "  names are letters, digits and \"_\", and begin with a letter\n"
+                           "  3:2+2 the attribute \"C\xC2\xA0\" of \"B\" is not read\n"
+                           "  5:6+1 it is also used in the rule \"W\" of \"B\"\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
     LostParts, SchemaFindingsOf,
     testing::Values(
         Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE  OF (B);\nEND_ENTITY;\n",
