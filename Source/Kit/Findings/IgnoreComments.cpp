@@ -1,5 +1,6 @@
 #include "kiv/Kit/Findings/IgnoreComments.h"
 
+#include "Kit/Findings/RuleRun.h"
 #include "Kit/Text/AsciiText.h"
 #include "kiv/Kit/Findings/Rule.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
@@ -14,6 +15,8 @@ namespace kiv::kit {
 
 namespace {
 
+constexpr std::string_view Separators = ", \t\r\n";
+
 bool isEarlier(const TextPosition& left, const TextPosition& right) {
     return std::tie(left.line, left.column) < std::tie(right.line, right.column);
 }
@@ -21,6 +24,47 @@ bool isEarlier(const TextPosition& left, const TextPosition& right) {
 bool isCodeOfRules(std::string_view beginning) {
     return std::ranges::any_of(getRules(),
                                [&](const Rule& rule) { return rule.code.starts_with(beginning); });
+}
+
+/// Digits for the letters that look like them.
+char digitFor(char letter) {
+    const char upper = getUpper(letter);
+    if (upper == 'O')
+        return '0';
+    return upper == 'I' || upper == 'L' ? '1' : letter;
+}
+
+/// The code that was probably meant by a word that is none: "T001" by "TOO1", "T1", "T-001" and
+/// "unknown-data-type". Empty when it can be none.
+std::string_view meantCode(std::string_view word) {
+    constexpr std::size_t codeSize = 4;
+    for (const auto& rule : getRules()) {
+        if (isEqualIgnoringCase(rule.name, word))
+            return rule.code;
+    }
+    std::string code(word);
+    std::erase(code, '-');
+    if (code.size() < 2 || code.size() > codeSize)
+        return {};
+    std::transform(code.begin() + 1, code.end(), code.begin() + 1, digitFor);
+    code.insert(1, codeSize - code.size(), '0');
+    const auto* rule = pRuleFind(code);
+    return rule ? rule->code : std::string_view();
+}
+
+/// The words of a comment, with codes in the place of those that are meant to be one.
+std::string sMeantCodes(std::string_view codes) {
+    std::string meant;
+    for (auto rest = codes; !rest.empty();) {
+        const auto word = rest.substr(0, rest.find_first_of(Separators));
+        const auto code = isCodeOfRules(sUpperCase(word)) ? std::string_view() : meantCode(word);
+        meant.append(code.empty() ? word : code);
+        rest.remove_prefix(word.size());
+        const auto next = std::min(rest.find_first_not_of(Separators), rest.size());
+        meant.append(rest.substr(0, next));
+        rest.remove_prefix(next);
+    }
+    return meant;
 }
 
 /// "T001, T002 or G": a comment may name very many.
@@ -44,7 +88,12 @@ IgnoreComments::IgnoreComments(std::string path, const XmlPositions& positions) 
 }
 
 void IgnoreComments::vCommentAdd(const XmlIgnore& comment, const XmlPositions& positions) {
-    constexpr std::string_view Separators = ", \t\r\n";
+    if (!comment.misspelt.empty()) {
+        constexpr std::size_t maxShown = 60;
+        misspelt_.push_back({std::string(cut(comment.misspelt, maxShown)),
+                             sMeantCodes(cut(comment.codes, maxShown)), comment.position});
+        return;
+    }
     if (comment.codes.find_first_not_of(Separators) == std::string_view::npos)
         emptyComments_.push_back(comment.position);
     for (auto rest = comment.codes; !rest.empty();) {
@@ -141,6 +190,12 @@ Finding IgnoreComments::unusedFinding(std::span<const Code* const> unused) const
         finding.notes.push_back({"no rule has this code", {}});
     else if (!unknown.empty())
         finding.notes.push_back({"no rule has the code " + sJoined(unknown), {}});
+    constexpr std::size_t maxMeant = 3;
+    for (const auto word : std::span(unknown).first(std::min(unknown.size(), maxMeant))) {
+        if (const auto meant = meantCode(word); !meant.empty())
+            finding.notes.push_back(
+                {"did you mean " + std::string(meant) + " by " + std::string(word) + "?", {}});
+    }
     if (unknown.size() != codes.size() && unused.front()->end.line == 0)
         finding.notes.push_back({"no element follows the comment", {}});
     return finding;
@@ -157,11 +212,28 @@ Finding IgnoreComments::emptyFinding(const TextPosition& position) const {
     return finding;
 }
 
+Finding IgnoreComments::misspeltFinding(const Misspelt& comment) const {
+    const bool isNamed = comment.meant.find_first_not_of(Separators) != std::string::npos;
+    Finding finding;
+    finding.code = misspeltCode;
+    finding.severity = Severity::Note;
+    finding.message = "the comment hides nothing: \"" + comment.text + "\" is not \"kivifc: ignore\"";
+    finding.place = {path_, comment.position};
+    finding.subject = comment.text + " " + comment.meant;
+    finding.notes.push_back(
+        {"did you mean \"kivifc: ignore " + (isNamed ? comment.meant : "T001") + "\"?", {}});
+    if (!isNamed)
+        finding.notes.push_back({"a comment names the codes that it ignores, such as T001", {}});
+    return finding;
+}
+
 std::vector<Finding>
 IgnoreComments::unusedFindings(const std::function<bool(std::string_view)>& isLookedFor) const {
     std::vector<Finding> findings;
     for (const auto& position : emptyComments_)
         findings.push_back(emptyFinding(position));
+    for (const auto& comment : misspelt_)
+        findings.push_back(misspeltFinding(comment));
     const auto isUnused = [&](const Code& code) {
         return !code.isUsed && (!code.isKnown || !isLookedFor || isLookedFor(code.code));
     };

@@ -38,6 +38,8 @@ public:
     static constexpr std::string_view unusedCode = "K001";
     /// The code of the finding about a comment that names no code.
     static constexpr std::string_view emptyCode = "K002";
+    /// The code of the finding about a comment that was probably meant to be one of these.
+    static constexpr std::string_view misspeltCode = "K003";
 
     IgnoreComments(std::string path, const XmlPositions& positions);
 
@@ -46,10 +48,10 @@ public:
 
     /// A note for each comment with codes that hid nothing. A rule that is not looked for finds nothing to
     /// hide, so its codes count only if `isLookedFor` says so of them; without that function all do. A
-    /// comment without any code has one too.
+    /// comment without any code has one too, and so has a misspelt one.
     std::vector<Finding> unusedFindings(const std::function<bool(std::string_view)>& isLookedFor = {}) const;
 
-    bool isEmpty() const { return codes_.empty() && emptyComments_.empty(); }
+    bool isEmpty() const { return codes_.empty() && emptyComments_.empty() && misspelt_.empty(); }
 
 private:
     static constexpr std::size_t NoCode = static_cast<std::size_t>(-1);
@@ -72,6 +74,13 @@ private:
         bool isAround(const TextPosition& position) const;
     };
 
+    /// A comment that was probably meant to be one of these, and as which.
+    struct Misspelt {
+        std::string text;
+        std::string meant;
+        TextPosition position;
+    };
+
     void vCommentAdd(const XmlIgnore& comment, const XmlPositions& positions);
     void vCodesNest();
     /// The code, or the first of those around it, that is about the position; `NoCode` for none.
@@ -80,6 +89,7 @@ private:
     std::size_t innermost(const std::vector<std::size_t>& codes, const TextPosition& position) const;
     Finding unusedFinding(std::span<const Code* const> unused) const;
     Finding emptyFinding(const TextPosition& position) const;
+    Finding misspeltFinding(const Misspelt& comment) const;
 
     std::string path_;
     std::vector<Code> codes_;
@@ -88,6 +98,7 @@ private:
     std::unordered_map<std::string, std::vector<std::size_t>> byCode_;
     /// Those that name no code.
     std::vector<TextPosition> emptyComments_;
+    std::vector<Misspelt> misspelt_;
 };
 
 } // namespace kiv::kit

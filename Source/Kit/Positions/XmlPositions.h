@@ -112,10 +112,13 @@ struct XmlElement {
     bool isPrefixed() const { return name.find(':') != std::string_view::npos; }
 };
 
-/// A comment `<!-- kivifc: ignore CODE, CODE -->`.
+/// A comment `<!-- kivifc: ignore CODE, CODE -->`, or one that was probably meant to be one.
 struct XmlIgnore {
     /// What follows "ignore", without the white space around it.
     std::string_view codes;
+    /// What stands in the place of "kivifc: ignore" and is taken for it: such a comment hides nothing. Empty
+    /// where it is right.
+    std::string_view misspelt;
     TextPosition position;
     /// The element that follows in the same parent; `NoXmlElement` when there is none.
     XmlIndex element = NoXmlElement;

@@ -1,34 +1,15 @@
 #include "Kit/Positions/XmlPositionsReader.h"
 
+#include "Kit/Positions/IgnoreText.h"
 #include "Kit/Text/MeteredRoom.h"
 #include "kiv/Host/Xml/KivXml.h"
 
 #include <algorithm>
 #include <limits>
 #include <new>
-#include <optional>
 #include <utility>
 
 namespace kiv::kit {
-
-namespace {
-
-constexpr std::string_view IgnoreWords[] = {"kivifc:", "ignore"};
-
-/// The codes of a comment "kivifc: ignore CODE"; absent for other comments.
-std::optional<std::string_view> ignoredCodes(std::string_view comment) {
-    for (const auto word : IgnoreWords) {
-        comment = trimmed(comment);
-        if (!comment.starts_with(word))
-            return std::nullopt;
-        comment.remove_prefix(word.size());
-    }
-    if (!comment.empty() && WhiteSpace.find(comment.front()) == std::string_view::npos)
-        return std::nullopt;
-    return trimmed(comment);
-}
-
-} // namespace
 
 template <auto member, typename... Arguments>
 void XMLCALL XmlPositionsReader::vCall(void* reader, Arguments... arguments) noexcept {
@@ -261,12 +242,13 @@ void XmlPositionsReader::vComment(const XML_Char* comment) {
 
 void XmlPositionsReader::vCommentTake(std::string_view comment) {
     vTextHide(comment);
-    const auto codes = ignoredCodes(comment);
-    if (!codes)
+    const auto ignored = ignoreTextOf(comment);
+    if (!ignored)
         return;
     vRoomForOne(data_.ignores, meter_);
     auto& ignore = data_.ignores.emplace_back();
-    ignore.codes = kept(*codes, {});
+    ignore.codes = kept(ignored->codes, {});
+    ignore.misspelt = kept(ignored->misspelt, {});
     ignore.position = cursor_.at(getOffset(), getSize());
     ++pendingIgnores_;
 }

@@ -120,6 +120,55 @@ TEST(IgnoreComments, OneFindingHasAllCodesOfAComment) {
     EXPECT_THAT(unused[1].notes, IsEmpty());
 }
 
+TEST(IgnoreComments, MisspeltOnesAreNotes) {
+    struct Row {
+        std::string comment;
+        std::string text;
+        std::string meant;
+    };
+    const Row rows[] = {
+        {"kivifc: ignor T001", "kivifc: ignor", "T001"},
+        {"kivific: ignore S001, T002", "kivific: ignore", "S001, T002"},
+        {"kivifc ignore TOO1", "kivifc ignore", "T001"},
+        {"kivifc:ignore-next unknown-class", "", ""},
+        {"Kivifc: ignore t1", "Kivifc: ignore", "T001"},
+        {"kivifc:ignore-next", "kivifc:ignore-next", "T001"},
+    };
+    for (const auto& row : rows) {
+        auto comments = ignores("<A>\n <!-- " + row.comment + " -->\n <B/></A>");
+        EXPECT_EQ(comments.isEmpty(), row.text.empty()) << row.comment;
+        EXPECT_FALSE(comments.boHide(at("T001", 3, 2))) << row.comment;
+        const auto found = comments.unusedFindings();
+        ASSERT_EQ(found.size(), row.text.empty() ? 0 : 1) << row.comment;
+        if (row.text.empty())
+            continue;
+        EXPECT_EQ(found[0].code, "K003") << row.comment;
+        EXPECT_EQ(found[0].severity, Severity::Note) << row.comment;
+        EXPECT_EQ(found[0].message,
+                  "the comment hides nothing: \"" + row.text + "\" is not \"kivifc: ignore\"");
+        EXPECT_EQ(found[0].place.position.line, 2) << row.comment;
+        EXPECT_EQ(found[0].place.position.column, 2) << row.comment;
+        ASSERT_THAT(found[0].notes, testing::Not(IsEmpty())) << row.comment;
+        EXPECT_EQ(found[0].notes[0].message, "did you mean \"kivifc: ignore " + row.meant + "\"?");
+    }
+}
+
+TEST(IgnoreComments, TheCodeThatIsMeantIsNamed) {
+    struct Row {
+        std::string word;
+        std::string meant;
+    };
+    const Row rows[] = {{"TOO1", "T001"}, {"T1", "T001"}, {"T-001", "T001"}, {"unknown-data-type", "T001"}};
+    for (const auto& row : rows) {
+        const auto found = ignores("<!-- kivifc: ignore " + row.word + " --><A/>").unusedFindings();
+        ASSERT_THAT(found, SizeIs(1)) << row.word;
+        ASSERT_THAT(found[0].notes, SizeIs(2)) << row.word;
+        EXPECT_THAT(found[0].notes[1].message, testing::StartsWith("did you mean " + row.meant + " by "))
+            << row.word;
+    }
+    EXPECT_THAT(ignores("<!-- kivifc: ignore because T999 -->").unusedFindings()[0].notes, SizeIs(1));
+}
+
 } // namespace
 
 } // namespace kiv::kit::test

@@ -6,7 +6,7 @@
 namespace kiv::kit {
 
 std::span<const Rule> getCommentRules() {
-    // Both rules are right with it.
+    // All of these rules are right with it.
     static const RuleExample withoutComments = changed(
         WallSet, {{"<PropertySetDef>", R"(<PropertySetDef ifdguid="aa3b8880d21511e1800000215ad4efdf">)"}});
     static const Rule rules[] = {
@@ -28,6 +28,18 @@ std::span<const Rule> getCommentRules() {
          changed(withoutComments,
                  {{"<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>",
                    "<!-- kivifc: ignore -->\n"
+                   "  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>"}}),
+         withoutComments},
+        {IgnoreComments::misspeltCode, "misspelt-ignore", Severity::Note,
+         "A comment looks like one that ignores findings, and is none.",
+         "Comments that ignore findings begin with \"kivifc: ignore\", in lower case and with the colon, and "
+         "then name codes: <!-- kivifc: ignore T001 -->. One that is written in another way is a comment "
+         "like "
+         "any other and hides nothing. It is about the next element and what is inside it, so that there is "
+         "no other form for the next line.\n\nWrite it as above, or remove the comment.",
+         changed(withoutComments,
+                 {{"<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>",
+                   "<!-- kivifc: ignor T001 -->\n"
                    "  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>"}}),
          withoutComments},
     };
