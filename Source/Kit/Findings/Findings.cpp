@@ -5,6 +5,7 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/ClassRules.h"
 #include "Kit/Findings/Rules/DocumentationRules.h"
+#include "Kit/Findings/Rules/LookAlikeNotes.h"
 #include "Kit/Findings/Rules/ReleaseRules.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Findings/Rules/TypeRules.h"
@@ -27,8 +28,9 @@ namespace kiv::kit {
 
 namespace {
 
-constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck,   vGuidsCheck,   vLanguagesCheck,
-                                        vTypesCheck,     vClassesCheck, vReleaseCheck, vDocumentationCheck};
+constexpr void (*Checks[])(RuleRun&) = {vStructureCheck, vNamesCheck,         vGuidsCheck,
+                                        vLanguagesCheck, vTypesCheck,         vClassesCheck,
+                                        vReleaseCheck,   vDocumentationCheck, vLookAlikesExplain};
 
 std::string_view codeOf(FailureKind kind) {
     switch (kind) {

@@ -1,5 +1,6 @@
 #include "Kit/Findings/LegalNames.h"
 
+#include "Kit/Names/LookAlikes.h"
 #include "Kit/Text/AsciiText.h"
 #include "kiv/Kit/Names/NearestName.h"
 
@@ -96,10 +97,12 @@ std::string_view trimmedBlanks(std::string_view text) {
     return text;
 }
 
-LegalMatch legalMatch(std::string_view name, std::span<const std::string_view> legal) {
+LegalMatch legalMatch(std::string_view written, std::span<const std::string_view> legal) {
+    // A letter of another script is no other letter case.
+    const auto name = sAsciiOf(written);
     for (const auto candidate : legal) {
         if (isEqualIgnoringCase(name, candidate))
-            return {candidate, true, true};
+            return {candidate, name == written, true};
     }
     const auto spelling = corrected(name, legal);
     if (spelling.isSure)

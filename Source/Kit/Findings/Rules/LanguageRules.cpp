@@ -2,6 +2,7 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/ExampleDocuments.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Names/LookAlikes.h"
 #include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
@@ -111,13 +112,31 @@ bool isLanguageTag(std::string_view tag) {
 
 /// The tag that was probably meant; empty when it cannot be known.
 std::string sMended(std::string_view value) {
-    std::string tag(trimmedBlanks(value));
+    std::string tag(trimmedBlanks(sAsciiOf(trimmedBlanks(value))));
     std::ranges::replace(tag, '_', '-');
     return tag != value && isLanguageTag(tag) ? tag : std::string();
 }
 
+/// Codes of countries that are those of no language, and what is spoken there.
+constexpr std::pair<std::string_view, std::string_view> Countries[] = {
+    {"cn", "zh"}, {"cz", "cs"}, {"dk", "da"}, {"gr", "el"}, {"jp", "ja"}, {"ua", "uk"}};
+
+/// The language of a tag that begins with the code of a country; empty for others.
+std::string_view languageFor(std::string_view tag) {
+    const auto first = sLowerCase(tag.substr(0, tag.find('-')));
+    const auto* const found =
+        std::ranges::find(Countries, first, &std::pair<std::string_view, std::string_view>::first);
+    return found == std::end(Countries) ? std::string_view() : found->second;
+}
+
 void vTagCheck(RuleRun& run, const AliasOutline& alias) {
     const auto value = alias.language->value.value;
+    if (const auto language = languageFor(value); !language.empty() && isLanguageTag(value)) {
+        run.addAtValue("L001", alias.element, *alias.language,
+                       sQuoted(value) + " begins with the code of a country, and of no language")
+            .vNote("the language is " + sQuoted(language));
+        return;
+    }
     if (isLanguageTag(value))
         return;
     auto& draft =

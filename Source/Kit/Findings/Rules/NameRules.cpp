@@ -4,6 +4,7 @@
 #include "Kit/Findings/Rules/ExampleDocuments.h"
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
+#include "Kit/Names/LookAlikes.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
 #include "Kit/Text/Utf8.h"
@@ -51,14 +52,6 @@ Stray strayBlanksIn(std::string_view name) {
     return first;
 }
 
-std::string sCodeOf(char32_t character) {
-    constexpr std::string_view Digits = "0123456789ABCDEF";
-    std::string digits;
-    for (; character != 0 || digits.size() < 4; character >>= 4U)
-        digits.insert(digits.begin(), Digits[character & 0xFU]);
-    return "U+" + digits;
-}
-
 /// The first thing that does not belong inside the name; its offset is npos when all does.
 Stray strayIn(std::string_view name) {
     auto first = strayBlanksIn(name);
@@ -76,23 +69,62 @@ Stray strayIn(std::string_view name) {
     return first;
 }
 
-/// Moves a finding from the beginning of a text to a part of it, where that is on the same line.
+/// Moves a finding from the beginning of a text to a part of it, as far as that is on one line. Line ends
+/// before the text are no place that can be shown.
 void vPartPlace(FindingDraft& draft, const XmlText& text, std::string_view whole, std::string_view part) {
     const auto begin = whole.find(text.value);
     // With references in the text, its columns are not those of the value.
     if (!text.bytes.isKnown() || begin == std::string_view::npos)
         return;
     const auto offset = static_cast<std::size_t>(part.data() - whole.data());
-    const bool isBefore = offset < begin;
-    const auto between =
-        isBefore ? whole.substr(offset, begin - offset) : whole.substr(begin, offset - begin);
-    part = part.substr(0, part.find('\n', 1));
-    if (between.find('\n') != std::string_view::npos || part.starts_with('\n'))
-        return;
     auto& position = draft.finding.place.position;
-    position.column = isBefore ? text.position.column - codePointsIn(between)
-                               : text.position.column + codePointsIn(between);
-    position.length = codePointsIn(part);
+    const auto onLine = part.substr(0, part.find('\n'));
+    if (offset < begin) {
+        const auto between = whole.substr(offset, begin - offset);
+        if (between.find('\n') != std::string_view::npos)
+            return;
+        position.column = text.position.column - codePointsIn(between);
+    } else {
+        auto between = whole.substr(begin, offset - begin);
+        position = text.position;
+        if (const auto lineEnd = between.rfind('\n'); lineEnd != std::string_view::npos) {
+            position.line += static_cast<std::size_t>(std::ranges::count(between, '\n'));
+            position.column = 1;
+            between.remove_prefix(lineEnd + 1);
+        }
+        position.column += codePointsIn(between);
+    }
+    // The end of a line is no letter of it.
+    position.length = codePointsIn(onLine);
+}
+
+/// At the value of an attribute, or the text of an element where there is none.
+FindingDraft& addAtName(RuleRun& run, std::string_view code, XmlIndex element, const XmlAttribute* attribute,
+                        std::string message) {
+    return attribute ? run.addAtValue(code, element, *attribute, std::move(message))
+                     : run.addAtText(code, element, std::move(message));
+}
+
+/// What does not belong inside a name that has no white space around it; `what` says of what the name is.
+/// Items of enumerations may be texts with several blanks.
+void vCharactersCheck(RuleRun& run, XmlIndex element, const XmlAttribute* attribute, std::string_view name,
+                      std::string_view what, bool areBlanksFound = true) {
+    const auto& text = attribute ? attribute->value : run.xml.getElement(element).trimmedText;
+    const auto whole = attribute ? name : run.xml.getElement(element).text;
+    const auto named = "the " + std::string(what) + " " + sQuoted(name);
+    const auto stray = strayIn(name);
+    if (stray.offset != std::string_view::npos && (!stray.code.empty() || areBlanksFound)) {
+        auto& draft = addAtName(run, "N005", element, attribute, named + sContains(stray));
+        vPartPlace(draft, text, whole, name.substr(stray.offset, stray.size));
+        return;
+    }
+    const auto mixed = mixedLetterIn(name);
+    if (!mixed)
+        return;
+    auto& draft = addAtName(run, "N008", element, attribute,
+                            named + " contains " + sCodeOf(mixed->character) + ", " + sKindOf(*mixed))
+                      .vNote("did you mean " + sQuoted(sUnmixed(name)) + "?");
+    vPartPlace(draft, text, whole, name.substr(mixed->offset, mixed->size));
 }
 
 /// A name with white space around it.
@@ -118,12 +150,7 @@ void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
         return;
     if (trimmed.size() != element.text.size())
         return vBlanksAroundAdd(run, name, what);
-    const auto stray = strayIn(trimmed);
-    if (stray.offset == std::string_view::npos)
-        return;
-    auto& draft = run.addAtText(
-        "N005", name, "the name of the " + std::string(what) + " " + sQuoted(trimmed) + sContains(stray));
-    vPartPlace(draft, element.trimmedText, element.text, trimmed.substr(stray.offset, stray.size));
+    vCharactersCheck(run, name, nullptr, trimmed, "name of the " + std::string(what));
 }
 
 /// Whether the empty name is the same mistake as one of structure.
@@ -175,10 +202,8 @@ void vEnumerationNameCheck(RuleRun& run, XmlIndex enumeration) {
         run.addAtValue("N004", enumeration, *attribute,
                        "the name of the enumeration " + sQuoted(trimmed) + " has white space around it")
             .vEdit(attribute->value.bytes, trimmed);
-    else if (const auto stray = strayIn(name); stray.offset != std::string_view::npos)
-        vPartPlace(run.addAtValue("N005", enumeration, *attribute,
-                                  "the name of the enumeration " + sQuoted(name) + sContains(stray)),
-                   attribute->value, name, name.substr(stray.offset, stray.size));
+    else
+        vCharactersCheck(run, enumeration, attribute, name, "name of the enumeration");
 }
 
 /// Readers leave out the white space around an item, and keep that around the name of its constant.
@@ -189,6 +214,13 @@ void vConstantBlanksCheck(RuleRun& run, XmlIndex name) {
     const auto trimmed = trimmedBlanks(text);
     if (!trimmed.empty() && trimmed.size() != text.size())
         vBlanksAroundAdd(run, name, "constant");
+    else
+        vCharactersCheck(run, name, nullptr, trimmed, "name of the constant", false);
+}
+
+void vItemsCheck(RuleRun& run, XmlIndex list) {
+    for (const auto item : XmlChildren(run.xml, list))
+        vCharactersCheck(run, item, nullptr, trimmedBlanks(run.outline.textOf(item)), "item", false);
 }
 
 void vComplexNameCheck(RuleRun& run, const MemberOutline& member) {
@@ -207,6 +239,8 @@ void vComplexNameCheck(RuleRun& run, const MemberOutline& member) {
         run.addAtValue("N004", member.kindElement, *attribute,
                        "the name of the complex property " + sQuoted(trimmed) + " has white space around it")
             .vEdit(attribute->value.bytes, trimmed);
+    else
+        vCharactersCheck(run, member.kindElement, attribute, name, "name of the complex property");
 }
 
 /// An element of another name is read as a constant too, but that is the mistake then.
@@ -244,8 +278,8 @@ void vRepeatedCheck(RuleRun& run, const MemberOutline& member, MembersByName& kn
         return;
     const auto& place = run.xml.getElement(first->second->name).trimmedText.position;
     run.addAtText("N006", member.name,
-                  "the set has another " + std::string(memberWord(run.outline)) + " of the name " +
-                      sQuoted(name))
+                  std::string(member.owner < 0 ? "the set" : "the complex property") + " has another " +
+                      std::string(memberWord(run.outline)) + " of the name " + sQuoted(name))
         .vNoteAt("the first one is here", place);
 }
 
@@ -338,6 +372,13 @@ std::span<const Rule> getNameRules() {
             <ConstantDef><Name>NEW</Name><Definition>Not built yet.</Definition></ConstantDef>
           </ConstantList>
         </TypePropertyEnumeratedValue>)xml"}})},
+        {"N008", "mixed-letters-in-name", Severity::Warning,
+         "A name has a letter of another script that looks like a Latin one.",
+         "Some letters of Cyrillic and Greek look like those of Latin. Within a word they come from another "
+         "keyboard or from pasting, and make another name, which nobody finds who types it. Names of any "
+         "script "
+         "are right, and names that have a word of each.\n\nType the word again.",
+         changed(WallSet, {{"<Name>Pset_WallCommon</Name>", "<Name>Pset_W\u0430llCommon</Name>"}}), WallSet},
     };
     return rules;
 }
@@ -352,6 +393,10 @@ void vNamesCheck(RuleRun& run) {
         vRepeatedCheck(run, member, known[member.owner]);
         vEnumerationNameCheck(run, member.enumeration);
         vComplexNameCheck(run, member);
+        if (member.enumeration != NoXmlElement) {
+            for (const auto list : childrenOf(run.xml, member.kindElement, "EnumList"))
+                vItemsCheck(run, list);
+        }
         if (member.constants == NoXmlElement)
             continue;
         for (const auto list : childrenOf(run.xml, member.kindElement, "ConstantList"))

@@ -1,5 +1,7 @@
 #include "Kit/Findings/Rules/RuleNames.h"
 
+#include "Kit/Names/LookAlikes.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Kit/Names/NearestName.h"
 
 namespace kiv::kit {
@@ -32,7 +34,7 @@ std::string_view RuleNames::nearestOf(std::string_view name,
     if (searches_ == maxSearches)
         return {};
     ++searches_;
-    const auto match = nearestName(name, candidates);
+    const auto match = nearestName(trimmed(sAsciiOf(name)), candidates);
     return match ? match->name : std::string_view();
 }
 

@@ -105,6 +105,30 @@ TEST(LanguageRulesTest, TextsHaveLanguagesOfTheirOwn) {
         IsEmpty());
 }
 
+TEST(LanguageRulesTest, CodesOfCountriesAreNoLanguages) {
+    EXPECT_THAT(
+        findingLines(setWith(alias("jp"))),
+        ElementsAre("2:27+2 warning L001 \"jp\" begins with the code of a country, and of no language | the "
+                    "language is \"ja\""));
+    EXPECT_THAT(
+        findingLines(setWith(alias("CZ-CZ"))),
+        ElementsAre(
+            "2:27+5 warning L001 \"CZ-CZ\" begins with the code of a country, and of no language | the "
+            "language is \"cs\""));
+    for (const std::string_view tag : {"ja-JP", "se", "kr", "uk"})
+        EXPECT_THAT(findingLines(setWith(alias(tag))), IsEmpty()) << tag;
+}
+
+TEST(LanguageRulesTest, DashesAreMended) {
+    const auto text = setWith(alias("de\u2013AT"));
+    EXPECT_THAT(
+        findingLines(text),
+        ElementsAre(
+            "2:27+5 warning L001 \"de\u2013AT\" is no language tag | write it as \"de-AT\" | character "
+            "3 is U+2013, a character that looks like \"-\""));
+    EXPECT_THAT(findingLines(test::sMended(text)), IsEmpty());
+}
+
 } // namespace
 
 } // namespace kiv::kit

@@ -154,6 +154,48 @@ TEST(NameRulesTest, TwoMembersOfOneNameAreFound) {
             "@4:15"));
 }
 
+TEST(NameRulesTest, TheCharacterIsShownOnItsLine) {
+    EXPECT_THAT(findingLines(setWith("<Name>A\n B \n</Name>")),
+                ElementsAre("3:3+1 warning N004 the name of the set \"A\n B\" ends with white space"));
+    EXPECT_THAT(
+        findingLines(setWith("<Name>A\nB  C</Name>")),
+        ElementsAre("2:8+0 warning N005 the name of the set \"A\nB  C\" contains blanks that do not belong "
+                    "there"));
+    EXPECT_THAT(findingLines(setWith("<Name>A\n</Name>")),
+                ElementsAre("2:8+0 warning N004 the name of the set \"A\" ends with white space"));
+}
+
+TEST(NameRulesTest, LettersOfAnotherScriptAreFound) {
+    EXPECT_THAT(
+        findingLines(setWith("<Name>Pset_W\u0430ll</Name>")),
+        ElementsAre("2:13+1 warning N008 the name of the set \"Pset_W\u0430ll\" contains U+0430, a letter of "
+                    "Cyrillic that looks like \"a\" | did you mean \"Pset_Wall\"?"));
+    EXPECT_THAT(
+        findingLines(setWith("<Name>A</Name>", quantity("<Name>L\u03BFad</Name>"))),
+        ElementsAre("4:16+1 warning N008 the name of the quantity \"L\u03BFad\" contains U+03BF, a letter of "
+                    "Greek that looks like \"o\" | did you mean \"Load\"?"));
+    for (const std::string_view name : {"\u0421\u0442\u0435\u043D\u0430", "\u0394T", "W\u00E4nde"})
+        EXPECT_THAT(findingLines(setWith("<Name>" + std::string(name) + "</Name>")), IsEmpty()) << name;
+}
+
+TEST(NameRulesTest, LettersOfAnotherScriptInEnumerationsAreOneMistake) {
+    const auto enumeration = [](std::string_view name, std::string_view item, std::string_view constant) {
+        return test::sSetOf(
+            "<TypePropertyEnumeratedValue><EnumList name=\"" + std::string(name) + "\">\n<EnumItem>" +
+            std::string(item) + "</EnumItem></EnumList>\n<ConstantList><ConstantDef><Name>" +
+            std::string(constant) + "</Name></ConstantDef></ConstantList></TypePropertyEnumeratedValue>");
+    };
+    EXPECT_THAT(findingLines(enumeration("PEnum_A", "NEW", "NEW")), IsEmpty());
+    EXPECT_THAT(findingLines(enumeration("PEnum_St\u0430tus", "NEW", "NEW")),
+                ElementsAre(testing::StartsWith("5:54+1 warning N008 the name of the enumeration ")));
+    EXPECT_THAT(findingLines(enumeration("PEnum_A", "N\u0415W", "NEW")),
+                ElementsAre(testing::StartsWith("6:12+1 warning N008 the item ")));
+    EXPECT_THAT(findingLines(enumeration("PEnum_A", "NEW", "N\u0415W")),
+                ElementsAre(testing::StartsWith("7:35+1 warning N008 the name of the constant ")));
+    EXPECT_THAT(findingLines(enumeration("PEnum_A", "N\u200BEW", "NEW")),
+                ElementsAre(testing::StartsWith("6:12+1 warning N005 the item ")));
+}
+
 } // namespace
 
 } // namespace kiv::kit

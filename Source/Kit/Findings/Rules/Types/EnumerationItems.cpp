@@ -1,6 +1,7 @@
 #include "Kit/Findings/Rules/Types/EnumerationItems.h"
 
 #include "Kit/Findings/MissingChild.h"
+#include "Kit/Names/LookAlikes.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
 
@@ -35,6 +36,11 @@ bool boIsSeveral(std::string_view item) {
         item.remove_prefix(std::min(end + 1, item.size()));
     }
     return words > 1;
+}
+
+/// A letter of another script is the mistake of the one that has it.
+std::string sKey(std::string_view item) {
+    return sUpperCase(sAsciiOf(item));
 }
 
 } // namespace
@@ -79,7 +85,9 @@ void EnumerationItems::vItemCheck(XmlIndex child, std::unordered_map<std::string
 
 void EnumerationItems::vItemsCheck(const MemberOutline& member) {
     if (member.enumeration == NoXmlElement) {
+        // What is there in its place is found as such.
         if (!run_.boElsewhere(member.kindElement) &&
+            childOf(xml_, member.kindElement, "DataType") == NoXmlElement &&
             !boMissingExplained(run_, member.kindElement, "EnumList"))
             run_.add("T009", member.kindElement, "the enumeration has no items: there is no \"EnumList\"");
         return;
@@ -110,7 +118,7 @@ void EnumerationItems::vConstantsCheck(const MemberOutline& member) {
     for (const auto list : lists) {
         for (const auto child : XmlChildren(xml_, list)) {
             const auto item = trimmed(xml_.getElement(child).text);
-            const bool isGood = !item.empty() && items.try_emplace(sUpperCase(item), item).second;
+            const bool isGood = !item.empty() && items.try_emplace(sKey(item), item).second;
             broken += isGood ? 0 : 1;
         }
     }
@@ -153,15 +161,15 @@ bool EnumerationItems::boIsStrange(XmlIndex child, const ItemsByName& items, Nam
             .vNoteAt("the first one is here", xml_.getElement(first->second).trimmedText.position);
         return false;
     }
-    const auto found = items.find(sUpperCase(name));
-    return found == items.end() || found->second != name;
+    const auto found = items.find(sKey(name));
+    return found == items.end() || sAsciiOf(found->second) != sAsciiOf(name);
 }
 
 void EnumerationItems::vStrangerAdd(XmlIndex nameElement, const ItemsByName& items) {
     const auto name = trimmed(xml_.getElement(nameElement).text);
     auto& draft = run_.addAtText("T011", nameElement,
                                  "the constant " + sQuoted(name) + " is no item of the enumeration");
-    if (const auto found = items.find(sUpperCase(name)); found != items.end())
+    if (const auto found = items.find(sKey(name)); found != items.end())
         draft.vNote("the item is written " + sQuoted(found->second));
 }
 
