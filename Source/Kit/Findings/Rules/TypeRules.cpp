@@ -13,6 +13,7 @@
 #include <array>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace kiv::kit {
@@ -35,6 +36,20 @@ constexpr std::array<ValueAttribute, 5> ValueAttributes = {{
     {PropertyKind::ListValue, "IfcPropertyListValue", "ListValues"},
     {PropertyKind::ReferenceValue, "IfcPropertyReferenceValue", "PropertyReference"},
 }};
+
+/// The names that types have in XML Schema and in programs.
+constexpr std::pair<std::string_view, std::string_view> ForeignTypes[] = {
+    {"STRING", "IfcLabel"},    {"DOUBLE", "IfcReal"},     {"FLOAT", "IfcReal"},       {"DECIMAL", "IfcReal"},
+    {"NUMBER", "IfcReal"},     {"INT", "IfcInteger"},     {"LONG", "IfcInteger"},     {"BOOL", "IfcBoolean"},
+    {"BOOLEAN", "IfcBoolean"}, {"INTEGER", "IfcInteger"}, {"DATETIME", "IfcDateTime"}};
+
+/// The defined type for it; empty when it is none of them.
+std::string_view typeForForeign(std::string_view name) {
+    const auto upper = sUpperCase(name.substr(name.find(':') + 1));
+    const auto* const found =
+        std::ranges::find(ForeignTypes, upper, &std::pair<std::string_view, std::string_view>::first);
+    return found == std::end(ForeignTypes) ? std::string_view() : found->second;
+}
 
 /// Looks at one document for all rules of the family.
 class TypeCheck {
@@ -163,7 +178,11 @@ void TypeCheck::vUnknownAdd(const TypeOutline& type, std::string_view name) {
     auto& draft = run_.addAtValue("T001", type.element, *type.attribute,
                                   names_.sSchema() + " has no type " + sQuoted(name));
     const bool wantsEntity = type.use == TypeUse::Reference;
-    names_.vNearestNote(draft, name, wantsEntity ? SchemaNames::Entities : SchemaNames::Types);
+    if (const auto meant = wantsEntity ? std::string_view() : typeForForeign(name);
+        !meant.empty() && run_.schema.pObjectFromName(meant))
+        draft.vNote("did you mean " + sQuoted(meant) + "?");
+    else
+        names_.vNearestNote(draft, name, wantsEntity ? SchemaNames::Entities : SchemaNames::Types);
 }
 
 void TypeCheck::vSpellingCheck(const TypeOutline& type, const schema::ObjectBase& object) {

@@ -200,6 +200,26 @@ TEST(TypeRules, LeavesAMisspeltElementToTheRulesOfStructure) {
         EXPECT_EQ(finding.code.front(), 'S') << test::sFindingLine(finding);
 }
 
+TEST(TypeRules, NamesTheTypeForThatOfAnotherLanguage) {
+    for (const std::string_view name : {"String", "xs:string"}) {
+        const auto findings = test::exampleFindings(sSingle(name));
+        ASSERT_THAT(findings, testing::SizeIs(1)) << name;
+        EXPECT_EQ(findings[0].code, "T001");
+        ASSERT_FALSE(findings[0].notes.empty()) << name;
+        EXPECT_EQ(findings[0].notes[0].message, "did you mean \"IfcLabel\"?") << name;
+    }
+}
+
+TEST(TypeRules, NamesTheLetterOfAnotherScript) {
+    const auto findings = test::exampleFindings(sSingle("IfcL\u0430bel"));
+    ASSERT_THAT(findings, testing::SizeIs(1));
+    EXPECT_EQ(findings[0].place.position, (TextPosition{5, 42, 8}));
+    ASSERT_GE(findings[0].notes.size(), 2U);
+    EXPECT_EQ(findings[0].notes[0].message, "did you mean \"IfcLabel\"?");
+    EXPECT_EQ(findings[0].notes[1].message,
+              "character 5 is U+0430, a letter of Cyrillic that looks like \"a\"");
+}
+
 } // namespace
 
 } // namespace kiv::kit

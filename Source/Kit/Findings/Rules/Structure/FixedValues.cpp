@@ -1,6 +1,9 @@
 #include "Kit/Findings/Rules/Structure/FixedValues.h"
 
 #include "Kit/Findings/LegalNames.h"
+#include "Kit/Findings/Rules/Types/SchemaValues.h"
+#include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaEnumeration.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
@@ -31,6 +34,11 @@ constexpr std::string_view QuantityTemplateTypes[] = {"QTO_TYPEDRIVENONLY", "QTO
 constexpr std::pair<std::string_view, std::string_view> QuantityEntities[] = {
     {"IfcQuantityCount", "Q_COUNT"}, {"IfcQuantityWeight", "Q_WEIGHT"}, {"IfcQuantityLength", "Q_LENGTH"},
     {"IfcQuantityArea", "Q_AREA"},   {"IfcQuantityVolume", "Q_VOLUME"}, {"IfcQuantityTime", "Q_TIME"}};
+
+/// What has another name there, and may be like one that means something else.
+constexpr std::pair<std::string_view, std::string_view> QuantityWords[] = {
+    {"Q_HEIGHT", "Q_LENGTH"}, {"Q_WIDTH", "Q_LENGTH"},  {"Q_DEPTH", "Q_LENGTH"}, {"Q_MASS", "Q_WEIGHT"},
+    {"Q_NUMBER", "Q_COUNT"},  {"Q_DURATION", "Q_TIME"}, {"Q_SURFACE", "Q_AREA"}, {"Q_PERIMETER", "Q_LENGTH"}};
 
 } // namespace
 
@@ -83,6 +91,16 @@ void FixedValues::vUnitTypesFind() {
     }
 }
 
+/// The unit of the type that is beside it; empty where the schema cannot tell.
+std::string_view FixedValues::unitOfMeasure(XmlIndex element) const {
+    const auto dataType = childOf(xml_, xml_.getElement(element).parent, "DataType");
+    const auto* name =
+        dataType == NoXmlElement ? nullptr : xml_.pAttribute(xml_.getElement(dataType), "type");
+    const auto* measure =
+        name ? Type::pFrom(run_.schema.pObjectFromName(trimmedBlanks(name->value.value))) : nullptr;
+    return measure ? SchemaUnits(run_.schema).unitOf(*measure) : std::string_view();
+}
+
 void FixedValues::vUnitTypeCheck(XmlIndex element) {
     const auto* type = xml_.pAttribute(xml_.getElement(element), "type");
     if (type && trimmedBlanks(type->value.value).empty()) {
@@ -95,9 +113,17 @@ void FixedValues::vUnitTypeCheck(XmlIndex element) {
     // A schema without units has no list of them.
     if (!type || unitTypes_.empty() || std::ranges::find(unitTypes_, type->value.value) != unitTypes_.end())
         return;
-    auto* draft = pValueAdd("S008", element, type, type->value, "type of unit", unitTypes_);
+    const auto fitting = unitOfMeasure(element);
+    const std::span<const std::string_view> ofMeasure(&fitting, 1);
+    // What is not clearly misspelt is that of the measure rather than one that is a little like it.
+    const bool isMisspelt =
+        fitting.empty() || legalMatch(trimmedBlanks(type->value.value), unitTypes_).isSure;
+    auto* draft =
+        pValueAdd("S008", element, type, type->value, "type of unit", isMisspelt ? unitTypes_ : ofMeasure);
     if (!draft)
         return;
+    if (!isMisspelt)
+        draft->vNote("the unit of the measure is " + sQuoted(fitting));
     // Readers pass over what is inside of older simple properties.
     if (xml_.getElement(xml_.getElement(element).parent).name == "TypeSimpleProperty")
         draft->vSeverity(Severity::Warning);
@@ -125,9 +151,15 @@ void FixedValues::vQuantityTypeCheck(XmlIndex element) {
     XmlText text = parts.trimmedText;
     // The blanks around it are part of what is read.
     text.bytes = parts.textBytes;
-    auto* draft = pValueAdd("S009", element, nullptr, text, "type of quantity", QuantityTypes);
+    const auto* const word = std::ranges::find(QuantityWords, sUpperCase(text.value),
+                                               &std::pair<std::string_view, std::string_view>::first);
+    const bool isWord = word != std::end(QuantityWords);
+    auto* draft = pValueAdd("S009", element, nullptr, text, "type of quantity",
+                            isWord ? std::span<const std::string_view>() : QuantityTypes);
     if (!draft)
         return;
+    if (isWord)
+        draft->vNote("did you mean " + sQuoted(word->second) + "?");
     const auto* const entity = std::ranges::find(QuantityEntities, text.value,
                                                  &std::pair<std::string_view, std::string_view>::first);
     if (entity != std::end(QuantityEntities))

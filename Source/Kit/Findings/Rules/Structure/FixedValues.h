@@ -30,6 +30,7 @@ public:
 
 private:
     void vUnitTypesFind();
+    std::string_view unitOfMeasure(XmlIndex element) const;
     /// Adds what is wrong with a value that is not legal. Null when letter case or blanks are.
     FindingDraft* pValueAdd(std::string_view code, XmlIndex element, const XmlAttribute* attribute,
                             const XmlText& text, std::string_view what,

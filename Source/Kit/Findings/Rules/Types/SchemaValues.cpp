@@ -131,13 +131,20 @@ std::optional<double> numberIn(const schema::Expression& expression) {
     return sign->getOperator() == schema::UnaryOperator::Minus ? -*number : *number;
 }
 
-/// A bound may be where values may not.
-Truth comparison(double left, schema::BinaryOperator op, double right) {
+/// A number in the place of SELF. A bound may be where values may not.
+struct Self {
+    double number = 0;
+    bool isBound = true;
+};
+
+Truth comparison(double left, schema::BinaryOperator op, double right, bool isBound) {
     switch (op) {
     case schema::BinaryOperator::Less:
+        return truthIf(isBound ? left <= right : left < right);
     case schema::BinaryOperator::LessOrEqual:
         return truthIf(left <= right);
     case schema::BinaryOperator::Greater:
+        return truthIf(isBound ? left >= right : left > right);
     case schema::BinaryOperator::GreaterOrEqual:
         return truthIf(left >= right);
     default:
@@ -146,22 +153,22 @@ Truth comparison(double left, schema::BinaryOperator op, double right) {
 }
 
 /// SELF > 0, 0 < SELF
-Truth comparisonOf(double self, const schema::BinaryExpression& expression) {
-    const auto left = isSelf(expression.getLeft()) ? self : numberIn(expression.getLeft());
-    const auto right = isSelf(expression.getRight()) ? self : numberIn(expression.getRight());
-    return left && right ? comparison(*left, expression.getOperator(), *right) : Truth::Unknown;
+Truth comparisonOf(const Self& self, const schema::BinaryExpression& expression) {
+    const auto left = isSelf(expression.getLeft()) ? self.number : numberIn(expression.getLeft());
+    const auto right = isSelf(expression.getRight()) ? self.number : numberIn(expression.getRight());
+    return left && right ? comparison(*left, expression.getOperator(), *right, self.isBound) : Truth::Unknown;
 }
 
 /// {0 <= SELF <= 1}
-Truth intervalOf(double self, const schema::IntervalExpression& expression) {
+Truth intervalOf(const Self& self, const schema::IntervalExpression& expression) {
     const auto low = numberIn(expression.getLow());
     const auto high = numberIn(expression.getHigh());
     if (!low || !high || !isSelf(expression.getItem()))
         return Truth::Unknown;
-    return truthIf(*low <= self && self <= *high);
+    return truthIf(*low <= self.number && self.number <= *high);
 }
 
-Truth partOf(double self, const schema::Expression& expression) {
+Truth partOf(const Self& self, const schema::Expression& expression) {
     if (const auto* interval = dynamic_cast<const schema::IntervalExpression*>(&expression))
         return intervalOf(self, *interval);
     const auto* binary = dynamic_cast<const schema::BinaryExpression*>(&expression);
@@ -169,7 +176,7 @@ Truth partOf(double self, const schema::Expression& expression) {
 }
 
 /// A comparison, or several that are joined by AND, of which chains grow to the left.
-Truth truthOf(double self, const schema::Expression& expression) {
+Truth truthOf(const Self& self, const schema::Expression& expression) {
     auto truth = Truth::True;
     const auto vJoin = [&truth](Truth part) {
         const bool isUnknown = truth == Truth::Unknown || part == Truth::Unknown;
@@ -186,13 +193,6 @@ Truth truthOf(double self, const schema::Expression& expression) {
     return truth;
 }
 
-bool isOfNumbers(const schema::Type& type) {
-    const auto* dataType = type.pDataType();
-    const auto kind = dataType ? dataType->getDataTypeKind() : schema::DataTypeKind::String;
-    return kind == schema::DataTypeKind::Real || kind == schema::DataTypeKind::Number ||
-           kind == schema::DataTypeKind::Integer;
-}
-
 /// Absent for a number that is so near to zero that a double cannot say on which side of it.
 std::optional<double> comparableNumberOf(std::string_view text) {
     const auto number = numberOf(text);
@@ -201,24 +201,41 @@ std::optional<double> comparableNumberOf(std::string_view text) {
     return isLost ? std::nullopt : number;
 }
 
-} // namespace
-
-TypeRule brokenRuleOf(std::string_view bound, const schema::Type& type) {
-    const auto number = comparableNumberOf(trimmed(bound));
+BrokenRule brokenRuleOf(std::string_view text, const schema::Type& type, bool isBound) {
+    const auto number = comparableNumberOf(trimmed(text));
     // What is no value of the type at all is found as such.
-    if (!number || !isOfNumbers(type) || fitOf(bound, *type.pDataType()) == ValueFit::No)
+    if (!number || !isOfNumbers(type) || fitOf(text, *type.pDataType()) == ValueFit::No)
         return {};
+    const bool isInteger = type.pDataType()->getDataTypeKind() == schema::DataTypeKind::Integer;
+    const Self self{*number, isBound && !isInteger};
     const auto* owner = &type;
     for (int i = 0; owner && i != MaxTypeChain; ++i) {
         const auto* where = owner->pWhere();
         const auto rules = where ? where->getRules() : schema::ParsedRules();
         for (const auto& rule : rules) {
-            if (rule.expression && truthOf(*number, *rule.expression) == Truth::False)
+            if (rule.expression && truthOf(self, *rule.expression) == Truth::False)
                 return {owner, &rule};
         }
         owner = schema::Type::pFrom(owner->pUnderlying());
     }
     return {};
+}
+
+} // namespace
+
+BrokenRule brokenRuleOf(std::string_view bound, const schema::Type& type) {
+    return brokenRuleOf(bound, type, true);
+}
+
+BrokenRule brokenRuleOfValue(std::string_view value, const schema::Type& type) {
+    return brokenRuleOf(value, type, false);
+}
+
+bool isOfNumbers(const schema::Type& type) {
+    const auto* dataType = type.pDataType();
+    const auto kind = dataType ? dataType->getDataTypeKind() : schema::DataTypeKind::String;
+    return kind == schema::DataTypeKind::Real || kind == schema::DataTypeKind::Number ||
+           kind == schema::DataTypeKind::Integer;
 }
 
 std::optional<double> numberOf(std::string_view text) {
@@ -282,7 +299,7 @@ std::string sValuesOf(const schema::DataTypeBase& type) {
     }
 }
 
-SchemaUnits::SchemaUnits(const schema::Schema& schema) {
+SchemaUnits::SchemaUnits(const schema::Schema& schema) : schema_(schema) {
     for (const auto* object : schema.getObjects()) {
         const auto* type = schema::Type::pFrom(object);
         const auto* items = type ? dynamic_cast<const schema::DataTypeEnum*>(type->pUnderlying()) : nullptr;
@@ -303,6 +320,14 @@ std::string_view SchemaUnits::unitOf(const schema::Type& measure) const {
         type = schema::Type::pFrom(type->pUnderlying());
     }
     return {};
+}
+
+const schema::Type* SchemaUnits::pMeasureOf(std::string_view unit) const {
+    if (!unit.ends_with(UnitEnd))
+        return nullptr;
+    const auto quantity = unit.substr(0, unit.size() - UnitEnd.size());
+    return schema::Type::pFrom(
+        schema_.pObjectFromName(std::string("Ifc").append(quantity).append("Measure")));
 }
 
 const schema::Type* pSelectOf(const schema::Schema& schema, std::string_view entity,

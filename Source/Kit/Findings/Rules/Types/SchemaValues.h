@@ -41,16 +41,23 @@ std::string sValuesOf(const ifc::def::schema::DataTypeBase& type);
 /// The text as a number; absent when it is none. One that is too large for a double is infinite.
 std::optional<double> numberOf(std::string_view text);
 
+/// Whether the values of the type are numbers.
+bool isOfNumbers(const ifc::def::schema::Type& type);
+
 /// A WHERE rule, and the type whose clause it is in.
-struct TypeRule {
+struct BrokenRule {
     const ifc::def::schema::Type* type = nullptr;
     const ifc::def::schema::ParsedRule* rule = nullptr;
 };
 
 /// The first rule of a type of numbers, or of one that it is defined by, that values which begin or end with
 /// this one break; without a rule when there is none. Only rules that compare SELF with numbers, and do
-/// nothing else, are looked at. "SELF > 0" has nothing against the bound 0, beyond which values are.
-TypeRule brokenRuleOf(std::string_view bound, const ifc::def::schema::Type& type);
+/// nothing else, are looked at. "SELF > 0" has nothing against the bound 0, beyond which values are, but for
+/// integers, of which none is nearer.
+BrokenRule brokenRuleOf(std::string_view bound, const ifc::def::schema::Type& type);
+
+/// The same for a value itself.
+BrokenRule brokenRuleOfValue(std::string_view value, const ifc::def::schema::Type& type);
 
 /// The units that a schema names, and the measures that they belong to by their names: LENGTHUNIT is that of
 /// IfcLengthMeasure and of every type that is defined by it.
@@ -61,10 +68,14 @@ public:
     /// The unit of a measure; empty where the schema names none for it.
     std::string_view unitOf(const ifc::def::schema::Type& measure) const;
 
+    /// The measure that has the unit, by its name; null where the schema has none of that name.
+    const ifc::def::schema::Type* pMeasureOf(std::string_view unit) const;
+
     /// Whether the schema has such a unit; USERDEFINED is none.
     bool boContains(std::string_view unit) const { return units_.contains(unit); }
 
 private:
+    const ifc::def::schema::Schema& schema_;
     // The items of the enumerations that consist of units.
     std::unordered_set<std::string_view> units_;
 };

@@ -2,6 +2,7 @@
 
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Kit/Express/ExpressionText.h"
 
 #include <string>
@@ -12,6 +13,8 @@ namespace kiv::kit {
 namespace schema = ifc::def::schema;
 
 namespace {
+
+constexpr std::string_view MeasureEnd = "MEASURE";
 
 /// Whether the values of a type are no numbers: only numbers are converted from one unit to another.
 bool boHasNoNumber(const schema::Type& measure) {
@@ -68,6 +71,7 @@ void TypedValues::vCheck(const TypeOutline& type, const schema::Type& measure) {
     vUnitCheck(type, measure);
     vValuesCheck(type, measure);
     vBoundsCheck(type, measure);
+    vOlderValuesCheck(type, measure);
 }
 
 void TypedValues::vUnitCheck(const TypeOutline& type, const schema::Type& measure) {
@@ -88,11 +92,45 @@ void TypedValues::vUnitCheck(const TypeOutline& type, const schema::Type& measur
     }
     const auto fitting = units_->unitOf(measure);
     // A unit that the schema does not know is a mistake of another kind.
-    if (fitting.empty() || fitting == unit || !units_->boContains(unit))
+    if (fitting == unit || !units_->boContains(unit))
         return;
+    if (fitting.empty())
+        return vUnownedUnitCheck(type, measure, unit);
     run_.addAtValue("T016", type.unit, *attribute,
                     "the unit " + sQuoted(unit) + " does not fit " + std::string(measure.getName()))
         .vNote("the unit of " + std::string(measure.getName()) + " is " + sQuoted(fitting));
+}
+
+/// Whether the schema has a kind of unit for the measure that may be of any type, as IfcContextDependentUnit.
+bool TypedValues::boHasUnitOfAnyType(const schema::Type& measure) const {
+    auto name = std::string(measure.getNameUpper());
+    name.replace(name.size() - MeasureEnd.size(), MeasureEnd.size(), "UNIT");
+    const auto* unit = schema::Entity::pFrom(run_.schema.pObjectFromName(name));
+    return unit && unit->pAttributeFromName(schema::AttributeName("UnitType"), true);
+}
+
+/// For numbers of which the schema names no unit, where it says to which measure this one belongs. A number
+/// that is no measure may have a unit, which says little to those who read the type alone.
+void TypedValues::vUnownedUnitCheck(const TypeOutline& type, const schema::Type& measure,
+                                    std::string_view unit) {
+    const auto* owner = units_->pMeasureOf(unit);
+    // Readers do not look into older simple properties.
+    if (!owner || !isOfNumbers(measure) || memberOf(type).kind == PropertyKind::Simple)
+        return;
+    const std::string name(measure.getName());
+    const auto& attribute = *xml_.pAttribute(xml_.getElement(type.unit), "type");
+    const auto owning = sQuoted(unit) + " is the unit of " + std::string(owner->getName());
+    const bool isMeasure = measure.getNameUpper().ends_with(MeasureEnd);
+    if (isMeasure && measure.pDataType()->getDataTypeKind() == schema::DataTypeKind::Real) {
+        if (!boHasUnitOfAnyType(measure))
+            run_.addAtValue("T016", type.unit, attribute,
+                            "the unit " + sQuoted(unit) + " does not fit " + name)
+                .vNote(owning);
+        return;
+    }
+    run_.addAtValue("T028", type.unit, attribute,
+                    "the schema has no unit for " + name + ", and " + sQuoted(unit) + " is given")
+        .vNote(owning);
 }
 
 void TypedValues::vFitCheck(const schema::Type& measure, XmlIndex element, const XmlAttribute* attribute) {
@@ -108,16 +146,19 @@ void TypedValues::vFitCheck(const schema::Type& measure, XmlIndex element, const
                     sQuotedList({items->getItems().begin(), items->getItems().end()}));
 }
 
-/// Rules of the schema, as far as they compare values with numbers. Values in lists and tables are examples
-/// in many documents.
-void TypedValues::vBoundRulesCheck(const schema::Type& measure, XmlIndex element,
-                                   const XmlAttribute& attribute) {
-    const auto value = trimmed(attribute.value.value);
-    const auto [type, rule] = brokenRuleOf(value, measure);
-    if (rule)
+void TypedValues::vBrokenAdd(const BrokenRule& broken, XmlIndex element, const XmlAttribute& attribute) {
+    if (broken.rule)
         run_.addAtValue("T015", element, attribute,
-                        "the value " + sQuoted(value) + " breaks a rule of " + std::string(type->getName()))
-            .vNote("the rule is " + sExpression(*rule->expression));
+                        "the value " + sQuoted(trimmed(attribute.value.value)) + " breaks a rule of " +
+                            std::string(broken.type->getName()))
+            .vNote("the rule is " + sExpression(*broken.rule->expression));
+}
+
+/// Rules of the schema count as far as they compare values with numbers. Values in lists and tables are
+/// examples in many documents, and are not held against them.
+void TypedValues::vBoundCheck(const schema::Type& measure, XmlIndex element, const XmlAttribute& attribute) {
+    vFitCheck(measure, element, &attribute);
+    vBrokenAdd(brokenRuleOf(attribute.value.value, measure), element, attribute);
 }
 
 void TypedValues::vValuesCheck(const TypeOutline& type, const schema::Type& measure) {
@@ -136,8 +177,7 @@ void TypedValues::vRangeCheck(XmlIndex range, const schema::Type& measure, Bound
         if (!value || (!isLower && element.name != "UpperBoundValue") ||
             run_.schema.pObjectFromName(trimmed(value->value.value)))
             continue;
-        vFitCheck(measure, bound, value);
-        vBoundRulesCheck(measure, bound, *value);
+        vBoundCheck(measure, bound, *value);
         (isLower ? bounds.lower : bounds.upper) = bound;
     }
 }
@@ -151,6 +191,32 @@ void TypedValues::vBoundsCheck(const TypeOutline& type, const schema::Type& meas
         if (xml_.getElement(range).name == "ValueRangeDef")
             vRangeCheck(range, measure, bounds);
     }
+    vOrderCheck(bounds, measure);
+}
+
+/// What documents of older releases have beside the type; a text of "?" stands for nothing.
+void TypedValues::vOlderValuesCheck(const TypeOutline& type, const schema::Type& measure) {
+    const auto& member = memberOf(type);
+    if (member.kind != PropertyKind::SingleValue && member.kind != PropertyKind::BoundedValue)
+        return;
+    Bounds bounds;
+    for (const auto place : XmlChildren(xml_, childOf(xml_, member.element, "ValueDef"))) {
+        const auto& element = xml_.getElement(place);
+        const auto* value = xml_.pAttribute(element, "value");
+        if (!value)
+            continue;
+        if (element.name == "DefaultValue") {
+            vFitCheck(measure, place, value);
+            vBrokenAdd(brokenRuleOfValue(value->value.value, measure), place, *value);
+        } else if (element.name == "MinValue" || element.name == "MaxValue") {
+            vBoundCheck(measure, place, *value);
+            (element.name == "MinValue" ? bounds.lower : bounds.upper) = place;
+        }
+    }
+    vOrderCheck(bounds, measure);
+}
+
+void TypedValues::vOrderCheck(const Bounds& bounds, const schema::Type& measure) {
     if (bounds.lower == NoXmlElement || bounds.upper == NoXmlElement)
         return;
     const auto lower = bounds.lower;

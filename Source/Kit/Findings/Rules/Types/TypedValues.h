@@ -16,6 +16,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string_view>
 
 namespace kiv::kit {
 
@@ -31,6 +32,9 @@ private:
         return run_.outline.members[static_cast<std::size_t>(type.member)];
     }
     void vUnitCheck(const TypeOutline& type, const ifc::def::schema::Type& measure);
+    void vUnownedUnitCheck(const TypeOutline& type, const ifc::def::schema::Type& measure,
+                           std::string_view unit);
+    bool boHasUnitOfAnyType(const ifc::def::schema::Type& measure) const;
     void vValuesCheck(const TypeOutline& type, const ifc::def::schema::Type& measure);
     /// The ones that count.
     struct Bounds {
@@ -38,9 +42,11 @@ private:
         XmlIndex upper = NoXmlElement;
     };
     void vRangeCheck(XmlIndex range, const ifc::def::schema::Type& measure, Bounds& bounds);
+    void vOrderCheck(const Bounds& bounds, const ifc::def::schema::Type& measure);
+    void vOlderValuesCheck(const TypeOutline& type, const ifc::def::schema::Type& measure);
     void vBoundsCheck(const TypeOutline& type, const ifc::def::schema::Type& measure);
-    void vBoundRulesCheck(const ifc::def::schema::Type& measure, XmlIndex element,
-                          const XmlAttribute& attribute);
+    void vBoundCheck(const ifc::def::schema::Type& measure, XmlIndex element, const XmlAttribute& attribute);
+    void vBrokenAdd(const BrokenRule& broken, XmlIndex element, const XmlAttribute& attribute);
     void vFitCheck(const ifc::def::schema::Type& measure, XmlIndex element, const XmlAttribute* attribute);
 
     RuleRun& run_;

@@ -68,6 +68,39 @@ TEST(FixedValuesTest, AnEmptyQuantityTypeIsFound) {
     EXPECT_THAT(lines[0], testing::EndsWith("the library reports: Child not found"));
 }
 
+TEST(FixedValuesTest, TheUnitOfTheMeasureIsNamed) {
+    EXPECT_THAT(
+        findingLines(setWithSingle("<DataType type=\"IfcLengthMeasure\"/><UnitType type=\"METRE\"/>")),
+        ElementsAre(
+            "8:91+5 error S008 \"METRE\" is no type of unit | the unit of the measure is \"LENGTHUNIT\" | "
+            "legal values: the items of IfcUnitEnum and IfcDerivedUnitEnum, such as \"AREAUNIT\" and "
+            "\"USERDEFINED\""));
+    // What is clearly misspelt is that, whatever the measure is.
+    const auto lines =
+        findingLines(setWithSingle("<DataType type=\"IfcLengthMeasure\"/><UnitType type=\"AREAUNITS\"/>"));
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_THAT(lines[0], testing::HasSubstr(" | did you mean \"AREAUNIT\"? | "));
+}
+
+TEST(FixedValuesTest, AHeightIsALength) {
+    const auto text = quantitiesWithType("<QtoType>Q_HEIGHT</QtoType>");
+    const auto lines = findingLines(text);
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_THAT(lines[0], testing::HasSubstr(" error S009 \"Q_HEIGHT\" is no type of quantity | did you mean "
+                                             "\"Q_LENGTH\"? | "));
+    EXPECT_EQ(test::sMended(text), text);
+}
+
+TEST(FixedValuesTest, LettersOfAnotherScriptAreNamedAndMended) {
+    const auto text = quantitiesWithType("<QtoType>Q_AR\u0415A</QtoType>");
+    const auto lines = findingLines(text);
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_THAT(lines[0], testing::HasSubstr(" | did you mean \"Q_AREA\"? | "));
+    EXPECT_THAT(lines[0],
+                testing::HasSubstr(" | character 5 is U+0415, a letter of Cyrillic that looks like \"E\""));
+    EXPECT_THAT(findingLines(test::sMended(text)), IsEmpty());
+}
+
 } // namespace
 
 } // namespace kiv::kit

@@ -213,13 +213,26 @@ TEST(SelectedValues, AreFoundAtTheEndOfALongChain) {
 }
 
 /// The label of the first rule that the value breaks.
-std::string sBroken(std::string_view base, std::string_view rules, std::string_view value) {
+std::string sBroken(std::string_view base, std::string_view rules, std::string_view value,
+                    bool isBound = true) {
     const auto text = "SCHEMA A;\nTYPE B = " + std::string(base) + ";\n WHERE\n" + std::string(rules) +
                       "END_TYPE;\nTYPE C = B;\nEND_TYPE;\nEND_SCHEMA;\n";
     const auto schema = test::schemaFromWholeText(text);
     const auto* const type = ifc::def::schema::Type::pFrom(schema->pObjectFromName("C"));
-    const auto broken = brokenRuleOf(value, *type);
+    const auto broken = isBound ? brokenRuleOf(value, *type) : brokenRuleOfValue(value, *type);
     return broken.rule ? std::string(broken.rule->label.getView()) : std::string();
+}
+
+TEST(SchemaValues, OnlyABoundMayBeWhereValuesMayNot) {
+    constexpr std::string_view Positive = " W : SELF > 0;\n";
+    EXPECT_EQ(sBroken("REAL", Positive, "0"), "");
+    EXPECT_EQ(sBroken("REAL", Positive, "0", false), "W");
+    EXPECT_EQ(sBroken("REAL", Positive, "0.1", false), "");
+    // No integer is nearer.
+    EXPECT_EQ(sBroken("INTEGER", Positive, "0"), "W");
+    EXPECT_EQ(sBroken("INTEGER", Positive, "1"), "");
+    EXPECT_EQ(sBroken("INTEGER", " W : SELF >= 0;\n", "0"), "");
+    EXPECT_EQ(sBroken("INTEGER", " W : SELF < 5;\n", "5"), "W");
 }
 
 struct Row {

@@ -23,6 +23,13 @@ TEST_P(TypedValuesTest, FindsExactly) {
     EXPECT_EQ(test::findingLines(GetParam().document), GetParam().findings);
 }
 
+/// With these inside of "ValueDef", which begin in column 26 of line 6.
+std::string sOlder(std::string_view type, std::string_view values) {
+    auto text = sSingle(type);
+    constexpr std::string_view After = "\n</PropertyType>";
+    return text.insert(text.find(After) + After.size(), "<ValueDef>" + std::string(values) + "</ValueDef>");
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Rows, TypedValuesTest,
     testing::ValuesIn<std::vector<TypeCase>>({
@@ -32,7 +39,13 @@ INSTANTIATE_TEST_SUITE_P(
         {"an empty unit of a text is no unit",
          sSingle("IfcLabel", "<UnitType type=\"\"/>"),
          {"5:63+4 note S022 the type of the unit is empty | leave \"UnitType\" out where there is no unit"}},
-        {"a unit of a plain number", sSingle("IfcReal", "<UnitType type=\"LENGTHUNIT\"/>"), {}},
+        {"a unit of a plain number",
+         sSingle("IfcReal", "<UnitType type=\"LENGTHUNIT\"/>"),
+         {"5:68+10 note T028 the schema has no unit for IfcReal, and \"LENGTHUNIT\" is given"
+          " | \"LENGTHUNIT\" is the unit of IfcLengthMeasure"}},
+        {"a unit of one's own for a plain number",
+         sSingle("IfcReal", "<UnitType type=\"USERDEFINED\"/>"),
+         {}},
         {"a unit of another measure",
          sSingle("IfcThermalTransmittanceMeasure", "<UnitType type=\"AREAUNIT\"/>"),
          {"5:91+8 warning T016 the unit \"AREAUNIT\" does not fit IfcThermalTransmittanceMeasure"
@@ -42,8 +55,27 @@ INSTANTIATE_TEST_SUITE_P(
          {}},
         {"a measure without a unit of its own",
          sSingle("IfcCountMeasure", "<UnitType type=\"AREAUNIT\"/>"),
-         {}},
+         {"5:76+8 note T028 the schema has no unit for IfcCountMeasure, and \"AREAUNIT\" is given"
+          " | \"AREAUNIT\" is the unit of IfcAreaMeasure"}},
         {"a unit of one's own", sSingle("IfcLengthMeasure", "<UnitType type=\"USERDEFINED\"/>"), {}},
+        {"older values that are right",
+         sOlder("IfcReal", "<MinValue value=\"?\"/><MaxValue value=\"2\"/><DefaultValue value=\"\"/>"),
+         {}},
+        {"an older default of another type",
+         sOlder("IfcInteger", "<DefaultValue value=\"a\"/>"),
+         {"6:47+1 warning T015 the value \"a\" is not of the type IfcInteger, which needs an integer"}},
+        {"an older default that a rule forbids",
+         sOlder("IfcPositiveLengthMeasure", "<DefaultValue value=\"0\"/>"),
+         {"6:47+1 warning T015 the value \"0\" breaks a rule of IfcPositiveLengthMeasure | the rule is SELF "
+          "> 0.0"}},
+        {"an older least value at the bound",
+         sOlder("IfcPositiveLengthMeasure", "<MinValue value=\"0\"/>"),
+         {}},
+        {"older values in the wrong order",
+         sOlder("IfcReal", "<MinValue value=\"5\"/><MaxValue value=\"1\"/>"),
+         {"6:43+1 warning T014 the lower bound \"5\" is above the upper bound \"1\" | the upper bound is "
+          "here "
+          "@6:64"}},
         {"swapped bounds",
          sBounded("IfcReal", "2", "1.5"),
          {"5:66+1 warning T014 the lower bound \"2\" is above the upper bound \"1.5\""
@@ -112,6 +144,37 @@ INSTANTIATE_TEST_SUITE_P(
                 "</TypePropertyListValue>"),
          {"5:109+3 warning T015 the value \"yes\" is not of the type IfcBoolean, which needs true or false"}},
     }));
+
+/// In a schema with units of its own; what else is found there is left out.
+std::vector<std::string> unitLines(std::string_view type, std::string_view unit) {
+    std::string text =
+        "---- Own.exp\nSCHEMA Own;\nTYPE IfcLengthMeasure = REAL;\nEND_TYPE;\n"
+        "TYPE IfcRatioMeasure = REAL;\nEND_TYPE;\nTYPE IfcPositiveRatioMeasure = IfcRatioMeasure;\n"
+        "END_TYPE;\nTYPE IfcContextDependentMeasure = REAL;\nEND_TYPE;\n"
+        "TYPE IfcMonetaryMeasure = REAL;\nEND_TYPE;\n"
+        "TYPE IfcUnitEnum = ENUMERATION OF\n (LENGTHUNIT\n ,FORCEUNIT);\nEND_TYPE;\n"
+        "ENTITY IfcContextDependentUnit;\n UnitType : IfcUnitEnum;\nEND_ENTITY;\n"
+        "ENTITY IfcMonetaryUnit;\n Currency : IfcUnitEnum;\nEND_ENTITY;\nEND_SCHEMA;\n---- Set.xml\n";
+    text += sSingle(type, "<UnitType type=\"" + std::string(unit) + "\"/>");
+    std::vector<std::string> lines;
+    for (const auto& finding : test::findingsBetween(text)) {
+        if (finding.code.starts_with("T0"))
+            lines.push_back(test::sFindingLine(finding));
+    }
+    return lines;
+}
+
+TEST(TypedValuesUnits, AUnitOfAnotherMeasureFitsNoneThatHasNone) {
+    EXPECT_EQ(
+        unitLines("IfcRatioMeasure", "LENGTHUNIT"),
+        std::vector<std::string>{"5:76+10 warning T016 the unit \"LENGTHUNIT\" does not fit IfcRatioMeasure"
+                                 " | \"LENGTHUNIT\" is the unit of IfcLengthMeasure"});
+    EXPECT_EQ(unitLines("IfcPositiveRatioMeasure", "LENGTHUNIT").size(), 1);
+    EXPECT_EQ(unitLines("IfcMonetaryMeasure", "LENGTHUNIT").size(), 1);
+    // Nothing says of which measure the unit is; and one that depends on the context may be of any.
+    EXPECT_TRUE(unitLines("IfcRatioMeasure", "FORCEUNIT").empty());
+    EXPECT_TRUE(unitLines("IfcContextDependentMeasure", "LENGTHUNIT").empty());
+}
 
 } // namespace
 
