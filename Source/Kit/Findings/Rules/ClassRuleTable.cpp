@@ -99,11 +99,13 @@ std::span<const Rule> getClassRules() {
                  {{"<PropertyDefs>", "<ApplicableTypeValue>IfcWall/SOLIDWALL</ApplicableTypeValue>\n"
                                      "  <PropertyDefs>"}})},
         {"C014", "older-type-value", Severity::Note,
-         "The applicable type value is in the spelling of older documents.",
+         "The applicable type value is in another spelling than today's.",
          "Documents of IFC 2x3 wrote Class.PredefinedType=\"X\" for what is Class/X since. Readers that look "
          "at the type value may know one of them only. In documents that declare IFC 2x3 it is not "
-         "reported.\n"
-         "\nWrite Class/X.",
+         "reported. Other marks between a class and its predefined type, such as \"\\\" or \":\", and \";\" "
+         "between "
+         "classes are in no document of IFC.\n"
+         "\nWrite Class/X, and several of them with a comma between.",
          changed(WallClassSet,
                  {{"<PropertyDefs>",
                    R"xml(<ApplicableTypeValue>IfcWall.PredefinedType="SOLIDWALL"</ApplicableTypeValue>

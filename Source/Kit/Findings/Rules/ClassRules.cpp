@@ -5,6 +5,7 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Findings/Rules/ClassText.h"
 #include "Kit/Findings/Rules/RuleNames.h"
+#include "Kit/Names/LookAlikes.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
 #include "Kit/Text/Utf8.h"
@@ -25,6 +26,8 @@ namespace schema = ifc::def::schema;
 namespace {
 
 constexpr std::size_t maxSubjectSize = 120;
+/// What is written between a class and a predefined type in the place of "/".
+constexpr std::string_view ClassMarks = ".\\:";
 
 /// Whether it is a part of IFC as older documents name them: "IFCSHAREDBLDGELEMENTS", "IfcHvacDomain".
 bool isDomainName(std::string_view text) {
@@ -69,7 +72,7 @@ private:
     void vUnknownCheck(const ClassOutline& item);
     void vTodayNote(FindingDraft& draft, const ClassOutline& item, const ClassText& text,
                     const std::string& saying);
-    std::string sWithSlash(std::string_view name);
+    bool boOtherMarkNoted(FindingDraft& draft, std::string_view name);
     bool boIsBlank(const ClassOutline& item);
     bool boIsOlderSpelling(const ClassOutline& item);
     void vUnknownAdd(const ClassOutline& item);
@@ -78,6 +81,10 @@ private:
 
     FindingDraft& addAtTypeValue(std::string_view code, std::string_view part, std::string message);
     void vTypeValueCheck();
+    bool boIsAfterDomain(const ClassText& value) const;
+    void vTodayTypeValueAdd(std::string_view part, std::string_view today);
+    std::string sTodayOf(std::string_view part) const;
+    void vOtherTypeValueCheck(std::string_view text);
     bool boMatchesAClass(const ClassText& value) const;
     bool boHasLostClass() const;
     bool boNamesSeveral(std::string_view name) const;
@@ -323,7 +330,7 @@ void ClassCheck::vTodayNote(FindingDraft& draft, const ClassOutline& item, const
 
 bool ClassCheck::boIsOlderSpelling(const ClassOutline& item) {
     const auto clean = trimmed(item.text);
-    const auto mark = std::min(clean.find('/'), clean.size());
+    const auto mark = std::min(clean.find_first_of("/\\:"), clean.size());
     const auto domain = clean.substr(0, mark);
     const auto inDomain =
         isDomainName(domain) && mark != clean.size() ? classTextOf(clean.substr(mark + 1)) : std::nullopt;
@@ -341,16 +348,25 @@ bool ClassCheck::boIsOlderSpelling(const ClassOutline& item) {
     return true;
 }
 
-/// "IfcDoor/DOOR" for "IfcDoor.DOOR" and "IfcDoor.PredefinedType=DOOR"; empty for anything else.
-std::string ClassCheck::sWithSlash(std::string_view name) {
-    const auto point = name.find('.');
-    const auto* entity =
-        point == std::string_view::npos ? nullptr : pEntityOf(trimmed(name.substr(0, point)));
+/// Says how to write "IfcDoor.DOOR", "IfcDoor\\DOOR", "IfcDoor::DOOR" and "IfcDoor.PredefinedType=DOOR".
+/// Marks that are in names of other kinds too count before a predefined type alone.
+bool ClassCheck::boOtherMarkNoted(FindingDraft& draft, std::string_view name) {
+    constexpr std::string_view Marks = ".\\:|-= ";
+    const auto mark = name.find_first_of(Marks);
+    const auto* entity = mark == std::string_view::npos ? nullptr : pEntityOf(name.substr(0, mark));
     if (!entity)
-        return {};
-    const auto type = trimmed(name.substr(name.find_last_of(".=") + 1));
-    return boIsPredefinedType(*entity, type) ? std::string(entity->getName()).append("/").append(type)
-                                             : std::string();
+        return false;
+    const auto type = trimmed(name.substr(name.find_last_of(Marks) + 1));
+    if (boIsPredefinedType(*entity, type)) {
+        draft.vNote("write it as " + sQuoted(std::string(entity->getName()).append("/").append(type)));
+        return true;
+    }
+    const auto* legal = predefinedTypes_.pItems(*entity);
+    if (!legal || pEntityOf(type) || ClassMarks.find(name[mark]) == std::string_view::npos)
+        return false;
+    draft.vNote("\"/\" separates a class from its predefined type");
+    nearestTypeNoted(draft, type, *legal);
+    return true;
 }
 
 std::string sWithoutBlanks(std::string_view name) {
@@ -369,10 +385,10 @@ void ClassCheck::vUnknownAdd(const ClassOutline& item) {
     auto& draft = add("C001", item, names_.sSchema() + " has no entity " + sQuoted(name));
     if (const auto* other = names_.pOtherWith(name))
         draft.vNote(other->name + " has it");
+    else if (boOtherMarkNoted(draft, name))
+        return;
     else if (name.find_first_of(",;|") != std::string_view::npos || boNamesSeveral(name))
         draft.vNote("each \"ClassName\" names one class");
-    else if (const auto today = sWithSlash(name); !today.empty())
-        draft.vNote("write it as " + sQuoted(today));
     else
         names_.vNearestNote(draft, sWithoutBlanks(name), SchemaNames::Entities);
 }
@@ -455,11 +471,16 @@ void ClassCheck::vTypeValueCheck() {
         return;
     // Each value is compared with each class; more of both than real sets have are not.
     constexpr std::size_t maxComparisons = 10'000;
-    const auto values = typeValueOf(outline_.textOf(outline_.applicableTypeValue));
+    const auto text = run_.xml.getElement(outline_.applicableTypeValue).trimmedText.value;
+    const auto values = typeValueOf(text);
+    if (values.empty())
+        return vOtherTypeValueCheck(text);
     if (values.size() * outline_.classes.size() > maxComparisons)
         return;
     for (const auto& value : values) {
         const bool isClass = pEntityOf(value.name) || sUpperCase(value.name).starts_with("IFC");
+        if (boIsAfterDomain(value))
+            return vTodayTypeValueAdd(value.text, value.predefinedType);
         if (!isClass || boMatchesAClass(value))
             continue;
         std::string shown(value.name);
@@ -468,14 +489,67 @@ void ClassCheck::vTypeValueCheck() {
         std::vector<std::string_view> classes;
         for (const auto& item : outline_.classes)
             classes.push_back(trimmed(item.text));
-        addAtTypeValue("C013", value.text,
-                       "the applicable type value " + sQuoted(shown) + " contradicts the applicable classes")
-            .vNoteAt("the classes are " + sQuotedList(classes),
-                     run_.xml.getElement(outline_.applicableClasses).position)
-            .vSubject(outline_.setSubject().append(" ").append(cut(shown, maxSubjectSize)));
+        auto& draft = addAtTypeValue("C013", value.text,
+                                     "the applicable type value " + sQuoted(shown) +
+                                         " contradicts the applicable classes")
+                          .vNoteAt("the classes are " + sQuotedList(classes),
+                                   run_.xml.getElement(outline_.applicableClasses).position)
+                          .vSubject(outline_.setSubject().append(" ").append(cut(shown, maxSubjectSize)));
+        if (!pEntityOf(value.name))
+            names_.vNearestNote(draft, value.name, SchemaNames::Entities);
         return;
     }
     vOlderTypeValueCheck(values);
+}
+
+/// Whether a class of the set is written after its part of the schema.
+bool ClassCheck::boIsAfterDomain(const ClassText& value) const {
+    return isDomainName(value.name) && !pEntityOf(value.name) && pEntityOf(value.predefinedType) &&
+           boMatchesAClass({value.predefinedType, {}});
+}
+
+void ClassCheck::vTodayTypeValueAdd(std::string_view part, std::string_view today) {
+    addAtTypeValue("C014", part, "the applicable type value is not written as readers expect it")
+        .vNote("today it is written " + sQuoted(today));
+}
+
+/// One class of a type value, with any mark between it and its predefined type; empty when it is no class.
+std::string ClassCheck::sTodayOf(std::string_view part) const {
+    const auto mark = std::min(part.find_first_of(ClassMarks), part.size());
+    const auto text = classTextOf(part);
+    const auto* entity = pEntityOf(text ? text->name : trimmed(part.substr(0, mark)));
+    if (!entity)
+        return {};
+    std::string today(entity->getName());
+    const auto rest =
+        text ? text->predefinedType
+             : trimmed(part.substr(std::min(part.find_first_not_of(ClassMarks, mark), part.size())));
+    if (text && rest.empty())
+        return today;
+    today.append("/").append(rest);
+    const auto whole = classTextOf(today);
+    return whole && !whole->predefinedType.empty() ? today : std::string();
+}
+
+/// Other marks than those of today. Of anything else nothing is known: it may be a text in words.
+void ClassCheck::vOtherTypeValueCheck(std::string_view text) {
+    constexpr std::string_view Separators = "|,;";
+    if (lookAlikeIn(text) && !typeValueOf(sAsciiOf(text)).empty()) {
+        addAtTypeValue("C013", text, "the applicable type value " + sQuoted(text) + " names no class")
+            .vNote("did you mean " + sQuoted(sAsciiOf(text)) + "?");
+        return;
+    }
+    std::string today;
+    for (auto rest = text; !rest.empty();) {
+        const auto end = std::min(rest.find_first_of(Separators), rest.size());
+        const auto part = sTodayOf(trimmed(rest.substr(0, end)));
+        if (part.empty())
+            return;
+        today.append(today.empty() ? "" : ",").append(part);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    if (!today.empty())
+        vTodayTypeValueAdd(text, today);
 }
 
 /// Documents of IFC 2x3 have that spelling by right.

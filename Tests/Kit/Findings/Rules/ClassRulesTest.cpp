@@ -176,6 +176,32 @@ INSTANTIATE_TEST_SUITE_P(
          sClasses({"IfcWall.SOLIDWALL"}),
          {"3:31+17 error C001 IFC4 has no entity \"IfcWall.SOLIDWALL\" | write it as \"IfcWall/SOLIDWALL\"" +
           Unknown}},
+        {"a backslash in place of the slash",
+         sClasses({"IfcWall\\SOLIDWALL"}),
+         {"3:31+17 error C001 IFC4 has no entity \"IfcWall\\SOLIDWALL\" | write it as \"IfcWall/SOLIDWALL\"" +
+          Unknown}},
+        {"colons in place of the slash",
+         sClasses({"IfcWall::SOLIDWALL"}),
+         {"3:31+18 error C001 IFC4 has no entity \"IfcWall::SOLIDWALL\" | write it as \"IfcWall/SOLIDWALL\"" +
+          Unknown}},
+        {"a backslash, and a misspelt predefined type",
+         sClasses({"IfcWall\\SOLIDWAL"}),
+         {"3:31+16 error C001 IFC4 has no entity \"IfcWall\\SOLIDWAL\" | \"/\" separates a class from its "
+          "predefined "
+          "type | did you mean \"SOLIDWALL\"?" +
+          Unknown}},
+        {"a domain before a colon",
+         sClasses({"IfcSharedBldgElements:IfcWall"}),
+         {"3:31+29 error C011 \"IfcSharedBldgElements:IfcWall\" is the older spelling DOMAIN/Class | the "
+          "class is "
+          "written without its domain now: \"IfcWall\"" +
+          Unknown}},
+        {"a letter of another script",
+         sClasses({"IfcW\u0430ll"}),
+         {"3:31+7 error C001 IFC4 has no entity \"IfcW\u0430ll\" | did you mean \"IfcWall\"? | character 5 "
+          "is U+0430, "
+          "a letter of Cyrillic that looks like \"a\"" +
+          Unknown}},
         {"an older spelling without quotes",
          sClasses({"IfcWall.PredefinedType=SOLIDWALL"}),
          {"3:31+32 error C001 IFC4 has no entity \"IfcWall.PredefinedType=SOLIDWALL\" | write it as "
@@ -209,39 +235,59 @@ TEST(ClassRules, FindsWhiteSpaceThatBecomesAPartOfTheName) {
         << lines[0];
 }
 
-INSTANTIATE_TEST_SUITE_P(TypeValues, ClassRulesTest,
-                         testing::ValuesIn<std::vector<ClassCase>>({
-                             {"another class",
-                              sClasses({"IfcWall"}, "IfcSlab"),
-                              {"4:22+7 warning C013 the applicable type value \"IfcSlab\" contradicts the "
-                               "applicable classes | the classes "
-                               "are \"IfcWall\" @3:2"}},
-                             {"another predefined type",
-                              sClasses({"IfcWall/SOLIDWALL"}, "IfcWall/PARAPET"),
-                              {"4:22+15 warning C013 the applicable type value \"IfcWall/PARAPET\" "
-                               "contradicts the applicable classes | "
-                               "the classes are \"IfcWall/SOLIDWALL\" @3:2"}},
-                             {"one of several is another class",
-                              sClasses({"IfcWall"}, "IfcWall | IfcSlab"),
-                              {"4:32+7 warning C013 the applicable type value \"IfcSlab\" contradicts the "
-                               "applicable classes | the "
-                               "classes are \"IfcWall\" @3:2"}},
-                             {"an unknown class",
-                              sClasses({"IfcWall"}, "IfcWal"),
-                              {"4:22+6 warning C013 the applicable type value \"IfcWal\" contradicts the "
-                               "applicable classes | the classes "
-                               "are \"IfcWall\" @3:2"}},
-                             {"the same", sClasses({"IfcWall", "IfcSlab"}, "IfcWall,IfcSlab"), {}},
-                             {"a subtype", sClasses({"IfcElement"}, "IfcWall/SOLIDWALL"), {}},
-                             {"the type of the class", sClasses({"IfcWall"}, "IfcWallType"), {}},
-                             {"a text", sClasses({"IfcWall"}, "walls of all kinds"), {}},
-                             {"another attribute", sClasses({"IfcWall"}, "IfcSlab.ObjectType=\"X\""), {}},
-                             {"the older spelling",
-                              sClasses({"IfcWall"}, "IfcWall.PredefinedType=\"SOLIDWALL\""),
-                              {"4:22+34 note C014 the applicable type value is in the older spelling "
-                               "Class.PredefinedType=\"X\" | today it "
-                               "is written \"IfcWall/SOLIDWALL\""}},
-                         }));
+INSTANTIATE_TEST_SUITE_P(
+    TypeValues, ClassRulesTest,
+    testing::ValuesIn<std::vector<ClassCase>>({
+        {"another class",
+         sClasses({"IfcWall"}, "IfcSlab"),
+         {"4:22+7 warning C013 the applicable type value \"IfcSlab\" contradicts the "
+          "applicable classes | the classes "
+          "are \"IfcWall\" @3:2"}},
+        {"another predefined type",
+         sClasses({"IfcWall/SOLIDWALL"}, "IfcWall/PARAPET"),
+         {"4:22+15 warning C013 the applicable type value \"IfcWall/PARAPET\" "
+          "contradicts the applicable classes | "
+          "the classes are \"IfcWall/SOLIDWALL\" @3:2"}},
+        {"one of several is another class",
+         sClasses({"IfcWall"}, "IfcWall | IfcSlab"),
+         {"4:32+7 warning C013 the applicable type value \"IfcSlab\" contradicts the "
+          "applicable classes | the "
+          "classes are \"IfcWall\" @3:2"}},
+        {"an unknown class",
+         sClasses({"IfcWall"}, "IfcWal"),
+         {"4:22+6 warning C013 the applicable type value \"IfcWal\" contradicts the "
+          "applicable classes | the classes "
+          "are \"IfcWall\" @3:2 | did you mean \"IfcWall\"?"}},
+        {"another mark",
+         sClasses({"IfcWall"}, "IfcWall\\SOLIDWALL"),
+         {"4:22+17 note C014 the applicable type value is not written as readers expect it | "
+          "today it is written \"IfcWall/SOLIDWALL\""}},
+        {"a colon, and a semicolon between classes",
+         sClasses({"IfcWall"}, "IfcWall:SOLIDWALL; ifcslab"),
+         {"4:22+26 note C014 the applicable type value is not written as readers expect it | "
+          "today it is written \"IfcWall/SOLIDWALL,IfcSlab\""}},
+        {"a domain",
+         sClasses({"IfcWall"}, "IfcSharedBldgElements/IfcWall"),
+         {"4:22+29 note C014 the applicable type value is not written as readers expect it | "
+          "today it is written \"IfcWall\""}},
+        {"a letter of another script",
+         sClasses({"IfcWall"}, "IfcW\u0430ll"),
+         {"4:22+7 warning C013 the applicable type value \"IfcW\u0430ll\" names no class | did "
+          "you mean \"IfcWall\"? | character 5 is U+0430, a letter of Cyrillic that looks like "
+          "\"a\""}},
+        {"words after a colon", sClasses({"IfcWall"}, "IfcWall: of any kind"), {}},
+        {"another relation", sClasses({"IfcWall"}, "RelatedEntityIs:IfcSlab.PredefinedType=\"X\""), {}},
+        {"the same", sClasses({"IfcWall", "IfcSlab"}, "IfcWall,IfcSlab"), {}},
+        {"a subtype", sClasses({"IfcElement"}, "IfcWall/SOLIDWALL"), {}},
+        {"the type of the class", sClasses({"IfcWall"}, "IfcWallType"), {}},
+        {"a text", sClasses({"IfcWall"}, "walls of all kinds"), {}},
+        {"another attribute", sClasses({"IfcWall"}, "IfcSlab.ObjectType=\"X\""), {}},
+        {"the older spelling",
+         sClasses({"IfcWall"}, "IfcWall.PredefinedType=\"SOLIDWALL\""),
+         {"4:22+34 note C014 the applicable type value is in the older spelling "
+          "Class.PredefinedType=\"X\" | today it "
+          "is written \"IfcWall/SOLIDWALL\""}},
+    }));
 
 TEST(ClassRules, AcceptsTheOlderTypeValueInOlderDocuments) {
     for (const auto& finding :
