@@ -156,10 +156,11 @@ std::span<const Rule> getStructureRules() {
         {"S020",
          "empty-set",
          Severity::Warning,
-         "A set has no properties or quantities.",
-         "A set whose \"PropertyDefs\" or \"QtoDefs\" is empty says nothing about an element of a model. "
-         "Usually its members were lost, or are still to be written.\n\nAdd what the set is for, or leave "
-         "the document out.",
+         "A set has no properties or quantities, or a complex property no properties.",
+         "A set whose \"PropertyDefs\" or \"QtoDefs\" is empty says nothing about an element of a model, and "
+         "neither does a \"TypeComplexProperty\" without a \"PropertyDef\". "
+         "Usually the members were lost, or are still to be written.\n\nAdd what it is for, or leave "
+         "it out.",
          {R"xml(<PropertySetDef>
   <IfcVersion version="IFC4"/>
   <Name>Pset_WallCommon</Name>

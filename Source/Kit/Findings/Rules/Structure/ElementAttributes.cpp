@@ -85,6 +85,21 @@ std::string_view elementFor(const RuleRun& run, XmlIndex element, const ElementR
     return {};
 }
 
+/// What is not there and is needed. Nobody needs a GUID.
+void vMeantNote(const RuleRun& run, FindingDraft& draft, XmlIndex element, const ElementRule& rule) {
+    const auto& parts = run.xml.getElement(element);
+    if (rule.content == ContentKind::Text && !boHasText(parts) && parts.firstChild == NoXmlElement)
+        draft.vNote("the value of " + sQuoted(rule.name) + " is the text between its tags");
+    if (rule.attributes.empty() || rule.attributes.front() == "ifdguid")
+        return;
+    const auto needed = rule.attributes.front();
+    const auto isLike = [needed](const XmlAttribute& attribute) {
+        return !legalMatch(attribute.name, {&needed, 1}).name.empty();
+    };
+    if (std::ranges::none_of(run.xml.getAttributes(parts), isLike))
+        draft.vNote("there is no " + sQuoted(needed) + "; was it meant?");
+}
+
 void vAttributeAdd(RuleRun& run, XmlIndex element, const ElementRule& rule, const UnknownAttribute& unknown,
                    const AttributeClaims& claims) {
     const auto& [attribute, match] = unknown;
@@ -103,6 +118,8 @@ void vAttributeAdd(RuleRun& run, XmlIndex element, const ElementRule& rule, cons
         return;
     if (const auto owner = elementFor(run, element, rule, attribute->name); !owner.empty())
         draft.vNote("it belongs in an element " + sQuoted(owner));
+    if (match.name.empty())
+        vMeantNote(run, draft, element, rule);
     if (rule.attributes.empty())
         draft.vNote(sQuoted(rule.name) + " has no attributes");
     else
@@ -117,6 +134,16 @@ bool boIsAtParent(const RuleRun& run, XmlIndex parent, std::string_view attribut
            run.xml.pAttribute(run.xml.getElement(parent), attribute);
 }
 
+/// Whether the attribute is written as an element, which is found as such.
+bool boIsChild(const RuleRun& run, XmlIndex element, std::string_view attribute) {
+    for (const auto child : XmlChildren(run.xml, element)) {
+        const auto& parts = run.xml.getElement(child);
+        if (isEqualIgnoringCase(parts.name, attribute))
+            return true;
+    }
+    return false;
+}
+
 void vMissingAttributeCheck(RuleRun& run, XmlIndex element, std::string_view attribute, Severity severity,
                             std::string message) {
     const auto& parts = run.xml.getElement(element);
@@ -128,8 +155,15 @@ void vMissingAttributeCheck(RuleRun& run, XmlIndex element, std::string_view att
     auto* explanation = run.boMisplaced(element) ? run.pLastOf(element) : nullptr;
     if (explanation)
         explanation->subject.attribute = nullptr;
-    else
+    else if (!boIsChild(run, element, attribute))
         run.add("S005", element, std::move(message)).vSeverity(severity);
+}
+
+/// Adds an attribute to the finding about the first one, which is over the limits when it is not there.
+void vAnotherNote(RuleRun& run, std::size_t draft, const XmlAttribute& first, const XmlAttribute& other) {
+    auto& drafts = run.getDrafts();
+    if (draft < drafts.size() && drafts[draft].subject.attribute == &first)
+        drafts[draft].vNoteAt("nor is " + sQuoted(other.name), other.position);
 }
 
 } // namespace
@@ -152,8 +186,22 @@ void vAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
     const auto isMatched = [](const UnknownAttribute& item) { return !item.match.name.empty(); };
     if (isMeant || isEmpty || std::ranges::any_of(unknown, isMatched))
         run.vMisplacedNote(element);
-    for (const auto& item : unknown)
+    // Several that are like none of the legal ones are one mistake.
+    const UnknownAttribute* strange = nullptr;
+    std::size_t draft = 0;
+    for (const auto& item : unknown) {
+        const bool isStrange =
+            !isMatched(item) && elementFor(run, element, rule, item.attribute->name).empty();
+        if (isStrange && strange) {
+            vAnotherNote(run, draft, *strange->attribute, *item.attribute);
+            continue;
+        }
+        if (isStrange) {
+            strange = &item;
+            draft = run.getDrafts().size();
+        }
         vAttributeAdd(run, element, rule, item, claims);
+    }
 }
 
 void vMissingAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {

@@ -208,6 +208,12 @@ void vMemberListsCheck(RuleRun& run) {
         if (isEmpty && first != NoXmlElement)
             run.add("S020", first, sQuoted(name) + " is empty, so the set says nothing");
     }
+    for (const auto& member : run.outline.members) {
+        const auto element = member.kindElement;
+        if (member.kind == PropertyKind::Complex && run.xml.getElement(element).firstChild == NoXmlElement &&
+            !run.boMisplaced(element) && !run.boStrayText(element))
+            run.add("S020", element, "the complex property has no properties, so it says nothing");
+    }
 }
 
 void vRepeatedChildrenCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {

@@ -2,6 +2,7 @@
 
 #include "Kit/Findings/MissingChild.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
 #include <map>
@@ -228,16 +229,38 @@ void UnknownElements::vUnknownAdd(XmlIndex element) {
     vUnknownNoteAdd(draft, element, meaning);
 }
 
+/// Whether what is an attribute is written as an element, as in <EnumList><Name>PEnum_Status</Name>.
+bool UnknownElements::boIsAttributeOfParent(XmlIndex element) const {
+    const auto& parts = xml_.getElement(element);
+    const auto attribute = sLowerCase(parts.name);
+    const auto& legal = pRuleOf(parts.parent)->attributes;
+    return std::ranges::find(legal, attribute) != legal.end() &&
+           !xml_.pAttribute(xml_.getElement(parts.parent), attribute);
+}
+
+/// Where an element belongs that is known elsewhere.
+std::string UnknownElements::sPlaceOf(const Meaning& meaning, const ElementRule& parent) {
+    if (meaning.name == "PropertyDefs" && SetVocabulary::pChild(parent, "PropertyDef"))
+        return "each \"PropertyDef\" belongs directly inside " + sQuoted(parent.name);
+    if (meaning.name == "DataType" && SetVocabulary::pChild(parent, "EnumList"))
+        return "an enumeration has no type: its items belong inside \"EnumList\"";
+    return sQuoted(meaning.name) + " belongs inside " + sQuoted(meaning.owner);
+}
+
 void UnknownElements::vUnknownNoteAdd(FindingDraft& draft, XmlIndex element, const Meaning& meaning) {
     const auto& parts = xml_.getElement(element);
     const auto& parent = *pRuleOf(parts.parent);
+    if (boIsAttributeOfParent(element)) {
+        draft.vNote("it is an attribute of " + sQuoted(parent.name) + ": " + sLowerCase(parts.name) +
+                    "=\"...\"");
+        return;
+    }
     if (!meaning.owner.empty()) {
         const bool isLeftOut =
             straysOf(parts.parent).leftOut && straysOf(parts.parent).leftOut->name == meaning.owner;
         if (meaning.name != parts.name)
             draft.vNote("did you mean " + sQuoted(meaning.name) + "?");
-        draft.vNote(sQuoted(meaning.name) + " belongs inside " + sQuoted(meaning.owner) +
-                    (isLeftOut ? ", which is missing" : ""));
+        draft.vNote(sPlaceOf(meaning, parent) + (isLeftOut ? ", which is missing" : ""));
         if (boIsOfOtherKind(element))
             draft.vNote("the kind of the property would be " +
                         sQuoted(SetVocabulary::soleKindWith(parts.name)));

@@ -70,6 +70,8 @@ private:
     void vJoin(XmlIndex element, const std::string& why);
     bool boIsOfOtherKind(XmlIndex element) const;
     void vLaterKindAdd(XmlIndex element, XmlIndex first, const ElementRule& parent);
+    bool boIsAttributeOfParent(XmlIndex element) const;
+    static std::string sPlaceOf(const Meaning& meaning, const ElementRule& parent);
     void vUnknownNoteAdd(FindingDraft& draft, XmlIndex element, const Meaning& meaning);
     void vBecomeNote(FindingDraft& draft, XmlIndex element, const LegalMatch& match);
     void vPrefixedAdd(XmlIndex element, const ElementRule& parent);

@@ -28,6 +28,35 @@ TEST(ElementAttributesTest, AnUnknownAttributeIsExplained) {
     EXPECT_THAT(findingLines(setWith(property(""), " xsi:schemaLocation=\"x\" xmlns:xsi=\"y\"")), IsEmpty());
 }
 
+TEST(ElementAttributesTest, SeveralStrangeAttributesAreOneMistake) {
+    EXPECT_THAT(
+        findingLines(setWithSingle("<DataType type=\"IfcReal\" unit=\"m\" factor=\"2\"/>")),
+        ElementsAre(
+            "8:65+4 error S002 attribute \"unit\" of \"DataType\" is not known | legal here: \"type\" | nor "
+            "is \"factor\" @8:74"));
+}
+
+TEST(ElementAttributesTest, WhatIsNotThereMayHaveBeenMeant) {
+    const auto lines = findingLines(setWithSingle("<DataType value=\"IfcReal\"/>"));
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_THAT(lines[0], testing::StartsWith(
+                              "8:50+5 error S002 attribute \"value\" of \"DataType\" is not known | there "
+                              "is no \"type\"; was it meant? | legal here: \"type\""));
+    const auto text = findingLines(test::quantitiesWithType("<QtoType type=\"Q_AREA\"/>"));
+    ASSERT_EQ(text.size(), 1);
+    EXPECT_THAT(text[0], testing::HasSubstr(" | the value of \"QtoType\" is the text between its tags | "));
+}
+
+TEST(ElementAttributesTest, AnAttributeAsAnElementIsOneMistake) {
+    const auto lines = findingLines(setWithType("<PropertyType><TypePropertyEnumeratedValue><EnumList><Name>"
+                                                "PEnum_A</Name><EnumItem>X</EnumItem></EnumList>"
+                                                "</TypePropertyEnumeratedValue></PropertyType>"));
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_THAT(lines[0], testing::StartsWith(
+                              "8:55+4 warning S001 \"Name\" is not known inside \"EnumList\" | it is an "
+                              "attribute of \"EnumList\": name=\"...\""));
+}
+
 TEST(ElementAttributesTest, TheElementThatWasMeantIsNamed) {
     EXPECT_THAT(
         findingLines(setWith("<PropertyDef name=\"P\"><Definition>d</Definition>" +

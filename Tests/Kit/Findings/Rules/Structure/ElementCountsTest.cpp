@@ -138,6 +138,20 @@ TEST(ElementCountsTest, ListsThatAreEmptyOrRepeatedAreFound) {
                 ElementsAre("8:2+12 note S021 \"PropertyDefs\" is repeated | the first one is here @6:2"));
 }
 
+TEST(ElementCountsTest, AComplexPropertyHasProperties) {
+    for (const std::string_view content : {"", "\n"})
+        EXPECT_THAT(test::findingLines(test::setWithType("<PropertyType><TypeComplexProperty name=\"CP_A\">" +
+                                                         std::string(content) +
+                                                         "</TypeComplexProperty></PropertyType>")),
+                    testing::ElementsAre(
+                        "8:16+19 warning S020 the complex property has no properties, so it says nothing"))
+            << content;
+    EXPECT_THAT(
+        test::findingLines(test::setWithType("<PropertyType><TypeComplexProperty name=\"CP_A\">" +
+                                             test::property("") + "</TypeComplexProperty></PropertyType>")),
+        testing::IsEmpty());
+}
+
 } // namespace
 
 } // namespace kiv::kit

@@ -196,6 +196,26 @@ TEST(UnknownElementsTest, AnOwnerAroundTheElementComesFirst) {
                     "inside \"TypePropertySingleValue\""));
 }
 
+TEST(UnknownElementsTest, AnEnumerationHasNoType) {
+    EXPECT_THAT(
+        findingLines(setWithType("<PropertyType><TypePropertyEnumeratedValue><DataType type=\"IfcLabel\"/>"
+                                 "</TypePropertyEnumeratedValue></PropertyType>")),
+        ElementsAre(
+            testing::StartsWith("8:45+8 error S001 \"DataType\" is not known inside "
+                                "\"TypePropertyEnumeratedValue\" | an enumeration has no type: its items "
+                                "belong inside \"EnumList\"")));
+}
+
+TEST(UnknownElementsTest, AComplexPropertyHasItsPropertiesDirectlyInside) {
+    EXPECT_THAT(
+        findingLines(setWithType("<PropertyType><TypeComplexProperty name=\"CP_A\"><PropertyDefs>" +
+                                 property("") + "</PropertyDefs></TypeComplexProperty></PropertyType>")),
+        ElementsAre(
+            testing::StartsWith("8:49+12 error S001 \"PropertyDefs\" is not known inside "
+                                "\"TypeComplexProperty\" | each \"PropertyDef\" belongs directly inside "
+                                "\"TypeComplexProperty\"")));
+}
+
 } // namespace
 
 } // namespace kiv::kit
