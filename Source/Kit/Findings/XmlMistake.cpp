@@ -102,6 +102,15 @@ bool isTag(XmlPieceKind kind) {
     return kind == XmlPieceKind::StartTag || kind == XmlPieceKind::EmptyTag || kind == XmlPieceKind::EndTag;
 }
 
+/// The quotation mark of texts that it begins with, those of U+2018 to U+201F; empty for others.
+std::string_view typographicQuote(std::string_view text) {
+    constexpr std::string_view Beginning = "\xE2\x80";
+    constexpr std::string_view Ends = "\x98\x99\x9A\x9B\x9C\x9D\x9E\x9F";
+    const bool isQuote =
+        text.size() > 2 && text.starts_with(Beginning) && Ends.find(text[2]) != std::string_view::npos;
+    return isQuote ? text.substr(0, 3) : std::string_view();
+}
+
 /// One mistake, looked at from its place.
 class Mistake {
 public:
@@ -307,6 +316,8 @@ void Mistake::vEncodingUnknown() {
 
 void Mistake::vEncodingWrong() {
     vMessage("the document is not in the encoding that it declares");
+    vNote(
+        "declare the encoding that the file has, such as encoding=\"UTF-8\", or save it in the declared one");
 }
 
 bool Mistake::boEncoding() {
@@ -399,6 +410,8 @@ bool Mistake::boTagInside(std::string_view tag) {
     if (tag[last] == '=') {
         vMessage("the value of the attribute " + sQuoted(nameBefore(tag.substr(0, last))) +
                  " is not in quotes");
+        if (const auto mark = typographicQuote(after_); !mark.empty())
+            vNote("XML has the quotes \" and ', and not " + std::string(mark));
         return true;
     }
     if (tag.ends_with('"') || tag.ends_with('\'')) {

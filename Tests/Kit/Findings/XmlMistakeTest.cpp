@@ -63,6 +63,10 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"<A><Name<B/></A>", "1:9+0",
             "\">\" is missing: the tag of \"Name\" is not closed before this \"<\"" + Invalid},
         Row{"<A b=1/>", "1:6+0", "the value of the attribute \"b\" is not in quotes" + Invalid},
+        Row{"<A b=\u201Cc\u201D/>", "1:6+0",
+            "the value of the attribute \"b\" is not in quotes | XML has the quotes \" and ', and not "
+            "\u201C" +
+                Invalid},
         Row{"<A b='1'c='2'/>", "1:9+0", "a blank is missing before the attribute \"c\"" + Invalid},
         Row{"<A b/>", "1:5+0", "the attribute \"b\" has no value" + Invalid},
         Row{"<A b='1' b='2'/>", "1:10+1",

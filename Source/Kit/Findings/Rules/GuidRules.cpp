@@ -4,6 +4,7 @@
 #include "Kit/Findings/Rules/RuleNames.h"
 #include "Kit/Findings/Rules/Rules.h"
 #include "Kit/Positions/XmlChildren.h"
+#include "Kit/Text/AsciiText.h"
 #include "kiv/Host/Id/KivId.h"
 
 #include <map>
@@ -29,6 +30,10 @@ std::string sFormNote(std::string_view value) {
     const auto other = value.find_first_not_of("0123456789abcdefABCDEF-{}");
     if (other == std::string_view::npos && digits != 32 && !value.empty())
         return "it has " + std::to_string(digits) + " hexadecimal digits, a GUID has 32";
+    // What has about as many characters as a GUID has a wrong one.
+    if (other != std::string_view::npos && isAscii(value[other]) && (digits == 31 || digits == 30))
+        return "character " + std::to_string(other + 1) + ", " + sQuoted(value.substr(other, 1)) +
+               ", is no hexadecimal digit";
     return "a GUID has 32 hexadecimal digits, with or without hyphens, or the 22 characters of IFC";
 }
 

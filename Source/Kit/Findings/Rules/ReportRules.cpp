@@ -229,14 +229,14 @@ END_SCHEMA;
          {},
          {}},
         {"R044", "not-xml", Severity::Error, "The document is not well-formed XML.",
-         "Nothing can be read from a document that breaks the rules of XML: a tag that is not closed, a "
-         "\"&\" that is not written as \"&amp;\", bytes that are not of the encoding. The place is where the "
-         "parser gave up; the mistake is there or before it.",
-         changed(WallSet, {{"<Name>Pset_WallCommon</Name>", "<Name>Pset_WallCommon</Nam>"},
-                           {"<Definition>Properties of all walls.</Definition>",
-                            "<Definition>Properties of R&amp;D walls.</Definition>"}}),
-         changed(WallSet, {{"<Definition>Properties of all walls.</Definition>",
-                            "<Definition>Properties of R&amp;D walls.</Definition>"}})},
+         "Nothing can be read from a document that breaks the rules of XML. Usually a tag is not closed, "
+         "\"&\" is not "
+         "written as \"&amp;\", a value is not in quotes, or the bytes are of another encoding than the one "
+         "that the "
+         "document declares.\n\nMend what the message says. Where a tag is open, a note shows where it "
+         "begins: its end "
+         "tag is missing or misspelt between there and the place of the finding.",
+         changed(WallSet, {{"<Name>Pset_WallCommon</Name>", "<Name>Pset_WallCommon</Nam>"}}), WallSet},
     };
     return rules;
 }

@@ -75,6 +75,14 @@ TEST(GuidRulesTest, TheNullGuidMayBeRepeated) {
     EXPECT_THAT(findingLines(setWith(Null, quantity("B", Null))), IsEmpty());
 }
 
+TEST(GuidRulesTest, TheCharacterThatIsNoDigitIsNamed) {
+    EXPECT_THAT(
+        findingLines(setWith("aa3b8880d21511e1800000215ad4efdO", "")),
+        ElementsAre(
+            "1:21+32 error G001 \"aa3b8880d21511e1800000215ad4efdO\" is no GUID | character 32, \"O\", is "
+            "no hexadecimal digit | the library reports: Illegal ifdguid in xml file"));
+}
+
 } // namespace
 
 } // namespace kiv::kit
