@@ -43,9 +43,9 @@ std::unique_ptr<FindingWriter> pWriter(const CheckOptions& options, SourceLines&
     if (options.format == "json")
         return pJsonFindings(output);
     if (options.format == "sarif")
-        return pSarifFindings(output, sources);
+        return pSarifFindings(output, sources, RepositoryPaths::current());
     if (options.format == "github")
-        return pGithubFindings(output);
+        return pGithubFindings(output, RepositoryPaths::current());
     if (options.format == "junit")
         return pJunitFindings(output, options.failingSeverity());
     return pTextFindings(output, sources,

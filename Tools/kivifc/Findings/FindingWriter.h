@@ -14,6 +14,7 @@
 #pragma once
 
 #include "kiv/Kit/Findings/Finding.h"
+#include "kivifc/Documents/RepositoryPaths.h"
 #include "kivifc/Findings/FindingCounts.h"
 #include "kivifc/Findings/SourceLines.h"
 #include "kivifc/Program/Diagnostics.h"
@@ -80,10 +81,11 @@ std::unique_ptr<FindingWriter> pJsonFindings(Output& output);
 void vJsonFindingsExpect() noexcept;
 
 /// SARIF 2.1.0. The lines of the sources give the places of edits.
-std::unique_ptr<FindingWriter> pSarifFindings(Output& output, SourceLines& sources);
+std::unique_ptr<FindingWriter> pSarifFindings(Output& output, SourceLines& sources,
+                                              const RepositoryPaths& paths = {});
 
 /// Workflow commands, which GitHub shows beside the lines of a pull request.
-std::unique_ptr<FindingWriter> pGithubFindings(Output& output);
+std::unique_ptr<FindingWriter> pGithubFindings(Output& output, const RepositoryPaths& paths = {});
 
 /// A test suite with a test case for each file, which fails when the file has a finding of that severity or a
 /// higher one; of no severity when it is absent.

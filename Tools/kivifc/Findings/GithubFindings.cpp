@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 #include <iterator>
+#include <utility>
 
 // Findings as workflow commands.
 namespace kiv::kivifc {
@@ -50,9 +51,9 @@ std::string_view commandOf(kit::Severity severity) {
     return severity == kit::Severity::Note ? "notice" : severityText(severity);
 }
 
-std::string sProperties(const kit::Finding& finding) {
+std::string sProperties(const kit::Finding& finding, const RepositoryPaths& paths) {
     const auto& position = finding.place.position;
-    auto text = "file=" + sProperty(finding.place.path);
+    auto text = "file=" + sProperty(paths.sShared(finding.place.path));
     if (position.line != 0)
         text += fmt::format(",line={}", position.line);
     if (position.line != 0 && position.column != 0)
@@ -75,10 +76,10 @@ std::string sCommandMessage(const kit::Finding& finding) {
 
 class GithubFindings final : public FindingWriter {
 public:
-    explicit GithubFindings(Output& output) : output_(output) {}
+    GithubFindings(Output& output, RepositoryPaths paths) : output_(output), paths_(std::move(paths)) {}
 
     void vFindingWrite(const kit::Finding& finding) override {
-        output_.vWrite(fmt::format("::{} {}::{}\n", commandOf(finding.severity), sProperties(finding),
+        output_.vWrite(fmt::format("::{} {}::{}\n", commandOf(finding.severity), sProperties(finding, paths_),
                                    sCommandMessage(finding)));
     }
 
@@ -96,12 +97,13 @@ public:
 
 private:
     Output& output_;
+    RepositoryPaths paths_;
 };
 
 } // namespace
 
-std::unique_ptr<FindingWriter> pGithubFindings(Output& output) {
-    return std::make_unique<GithubFindings>(output);
+std::unique_ptr<FindingWriter> pGithubFindings(Output& output, const RepositoryPaths& paths) {
+    return std::make_unique<GithubFindings>(output, paths);
 }
 
 } // namespace kiv::kivifc

@@ -5,10 +5,8 @@
 #include "kivifc/Program/Version.h"
 
 #include <cstddef>
-#include <filesystem>
 #include <fmt/format.h>
 #include <map>
-#include <system_error>
 #include <tuple>
 #include <utility>
 
@@ -17,34 +15,8 @@ namespace kiv::kivifc {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// Relative to the folder one is in when the file is below it, so that a service finds it in its own copy.
-std::string sUri(const std::string& path) {
-    std::error_code error;
-    const auto folder = fs::current_path(error);
-    auto shown = fs::path(path).lexically_normal();
-    if (shown.is_absolute() && !error) {
-        const auto relative = shown.lexically_relative(folder);
-        if (!relative.empty() && *relative.begin() != "..")
-            shown = relative;
-    }
-    return (shown.is_absolute() ? "file://" : "") + sPercentEncoded(shown.generic_string());
-}
-
-Json locationJson(const kit::Place& place) {
-    Json physical{{"artifactLocation", {{"uri", sUri(place.path)}}}};
-    const auto& position = place.position;
-    if (position.line != 0) {
-        Json region{{"startLine", position.line}};
-        if (position.column != 0)
-            region["startColumn"] = position.column;
-        if (position.column != 0 && position.length != 0)
-            region["endColumn"] = position.column + position.length;
-        physical["region"] = std::move(region);
-    }
-    return {{"physicalLocation", std::move(physical)}};
-}
+/// What uris are relative to, when that is the root of a repository.
+constexpr std::string_view RepositoryRoot = "%SRCROOT%";
 
 Json textJson(std::string_view text) {
     return {{"text", text}};
@@ -56,18 +28,6 @@ std::string sMessageWithNotes(const kit::Finding& finding) {
     for (const auto& note : finding.notes)
         text += "\nnote: " + note.message;
     return text;
-}
-
-Json relatedJson(const kit::Finding& finding) {
-    Json list = Json::array();
-    for (const auto& note : finding.notes) {
-        if (!note.place)
-            continue;
-        auto location = locationJson(*note.place);
-        location["message"] = textJson(note.message);
-        list.push_back(std::move(location));
-    }
-    return list;
 }
 
 std::string sHelp(const kit::Rule& rule) {
@@ -96,8 +56,10 @@ std::string sSubject(const kit::Finding& finding) {
 
 class SarifFindings final : public FindingWriter {
 public:
-    SarifFindings(Output& output, SourceLines& sources) :
-        writer_([&output](std::string_view text) { output.vWrite(text); }), sources_(sources) {}
+    SarifFindings(Output& output, SourceLines& sources, RepositoryPaths paths) :
+        writer_([&output](std::string_view text) { output.vWrite(text); }),
+        sources_(sources),
+        paths_(std::move(paths)) {}
 
     void vBegin(const std::vector<kit::Finding>& findings, const CheckResult&) override {
         writer_.vObjectBegin();
@@ -107,6 +69,7 @@ public:
         writer_.vArrayBegin();
         writer_.vObjectBegin();
         vToolWrite(findings);
+        vBaseWrite();
         writer_.vMember("columnKind", "unicodeCodePoints");
         writer_.vKey("results");
         writer_.vArrayBegin();
@@ -125,6 +88,52 @@ public:
     }
 
 private:
+    /// Where the root is on this machine is nobody's business.
+    void vBaseWrite() {
+        if (!paths_.isInRepository())
+            return;
+        writer_.vKey("originalUriBaseIds");
+        vJsonWrite(Json{{RepositoryRoot, {{"description", textJson("The root of the repository.")}}}},
+                   writer_);
+    }
+
+    /// Relative, so that a service finds the file in its own copy.
+    Json fileJson(const std::string& path) const {
+        const auto shared = paths_.sShared(path);
+        if (shared.starts_with('/'))
+            return {{"uri", "file://" + sPercentEncoded(shared)}};
+        Json file{{"uri", sPercentEncoded(shared)}};
+        if (paths_.isInRepository())
+            file["uriBaseId"] = RepositoryRoot;
+        return file;
+    }
+
+    Json locationJson(const kit::Place& place) const {
+        Json physical{{"artifactLocation", fileJson(place.path)}};
+        const auto& position = place.position;
+        if (position.line != 0) {
+            Json region{{"startLine", position.line}};
+            if (position.column != 0)
+                region["startColumn"] = position.column;
+            if (position.column != 0 && position.length != 0)
+                region["endColumn"] = position.column + position.length;
+            physical["region"] = std::move(region);
+        }
+        return {{"physicalLocation", std::move(physical)}};
+    }
+
+    Json relatedJson(const kit::Finding& finding) const {
+        Json list = Json::array();
+        for (const auto& note : finding.notes) {
+            if (!note.place)
+                continue;
+            auto location = locationJson(*note.place);
+            location["message"] = textJson(note.message);
+            list.push_back(std::move(location));
+        }
+        return list;
+    }
+
     /// The rules of these findings, in the order of their codes.
     void vToolWrite(const std::vector<kit::Finding>& findings) {
         for (const auto& finding : findings)
@@ -173,7 +182,7 @@ private:
                                       {"endColumn", endColumn}}},
                                     {"insertedContent", textJson(edit.text)}});
         }
-        const Json change{{"artifactLocation", {{"uri", sUri(finding.place.path)}}},
+        const Json change{{"artifactLocation", fileJson(finding.place.path)},
                           {"replacements", std::move(replacements)}};
         return {{"description", textJson("What kivifc check --fix does")},
                 {"artifactChanges", Json::array({change})}};
@@ -196,14 +205,16 @@ private:
 
     JsonWriter writer_;
     SourceLines& sources_;
+    RepositoryPaths paths_;
     std::map<std::string_view, std::size_t> ruleIndexes_;
     std::map<Sameness, std::size_t> occurrences_;
 };
 
 } // namespace
 
-std::unique_ptr<FindingWriter> pSarifFindings(Output& output, SourceLines& sources) {
-    return std::make_unique<SarifFindings>(output, sources);
+std::unique_ptr<FindingWriter> pSarifFindings(Output& output, SourceLines& sources,
+                                              const RepositoryPaths& paths) {
+    return std::make_unique<SarifFindings>(output, sources, paths);
 }
 
 } // namespace kiv::kivifc

@@ -479,6 +479,22 @@ TEST_F(CheckFindings, FixShowsAndMendsWhatItUncovers) {
     EXPECT_EQ(again.out, fixed.out);
 }
 
+TEST_F(CheckSet, ServicesGetPathsFromTheRootOfTheRepository) {
+    fs::create_directory(folder_.sPath(".git"));
+    fs::create_directory(folder_.sPath("Tools"));
+    folder_.sWrite("Tools/kivifc.toml", "schema = \"../Building.exp\"\nsets = [\"../Set.xml\"]\n");
+    const RunOptions inTools{.folder = folder_.sPath("Tools")};
+    EXPECT_THAT(kivifcRun({"check", "--select", "C001", "--format", "github"}, inTools).out,
+                StartsWith("::error file=Set.xml,line=6,"));
+    const auto log =
+        json::parse(kivifcRun({"check", "--select", "C001", "--format", "sarif"}, inTools).out)["runs"][0];
+    EXPECT_EQ(log["results"][0]["locations"][0]["physicalLocation"]["artifactLocation"],
+              json::parse(R"({"uri": "Set.xml", "uriBaseId": "%SRCROOT%"})"));
+    EXPECT_TRUE(log["originalUriBaseIds"].contains("%SRCROOT%"));
+    // People see what they gave.
+    EXPECT_THAT(kivifcRun({"check", "--select", "C001"}, inTools).out, StartsWith("../Set.xml:6:14: "));
+}
+
 TEST_F(CheckFindings, DiffShowsWhatFixUncovers) {
     const auto path = folder_.sWrite("Set.xml", Covered);
     const auto diff = run({"Building.exp", "Set.xml", "--select", "S003,S011,C001", "--diff"});
