@@ -137,14 +137,15 @@ public:
         auto request = requestFor(contexts, others);
         vDocumentsCheck(request);
         vReportWrite();
-        vBaselineWrite();
+        vBaselineKeep();
         vBaselineHide();
         if (options_.isFix || options_.isDiff)
             vMend(request);
-        if (options_.isDiff)
-            return vDiffShow();
         if (options_.isFix)
             vMendedWrite(request);
+        vBaselineWrite();
+        if (options_.isDiff)
+            return vDiffShow();
         vCount();
         vWrite();
     }
@@ -185,7 +186,7 @@ private:
         vDocumentsCheck(request);
         // A patch changes no file, and what was found in them stays known.
         if (options_.isFix)
-            vBaselineWrite();
+            vBaselineKeep();
         vBaselineHide();
     }
 
@@ -220,12 +221,18 @@ private:
             console_.diagnostics.vFail(options_.reportPath, failure);
     }
 
+    /// What is hidden is known as well.
+    void vBaselineKeep() {
+        if (!options_.writtenBaselinePath.empty())
+            written_ = baselineOf(options_.writtenBaselinePath, checked_.findings);
+    }
+
+    /// Once, when nothing more is mended.
     void vBaselineWrite() {
-        if (options_.writtenBaselinePath.empty() || isBaselineUnwritable_)
+        if (options_.writtenBaselinePath.empty())
             return;
-        const auto failure = sBaselineWrite(options_.writtenBaselinePath, checked_.findings);
-        isBaselineUnwritable_ = !failure.empty();
-        if (isBaselineUnwritable_)
+        const auto failure = sBaselineWrite(options_.writtenBaselinePath, written_);
+        if (!failure.empty())
             console_.diagnostics.vFail(options_.writtenBaselinePath, failure);
     }
 
@@ -306,7 +313,7 @@ private:
     Console& console_;
     SourceLines sources_;
     std::optional<Baseline> baseline_;
-    bool isBaselineUnwritable_ = false;
+    Baseline written_;
     CheckedDocuments checked_;
     MendedTexts mended_;
     CheckResult result_;

@@ -77,15 +77,6 @@ Json entryJson(const BaselineKey& key, std::size_t count) {
     return json;
 }
 
-Baseline baselineOf(const std::string& path, const std::vector<kit::Finding>& findings) {
-    Baseline baseline{sFolderOf(path), {}};
-    for (const auto& finding : findings) {
-        if (!isUnreadable(finding))
-            ++baseline.findings[keyOf(finding, baseline.folder)];
-    }
-    return baseline;
-}
-
 Baseline baselineFrom(const std::string& path, const Json& json) {
     Baseline baseline{sFolderOf(path), {}};
     for (const auto& entry : json.at("findings")) {
@@ -117,14 +108,23 @@ std::optional<Baseline> baselineRead(const std::string& path, std::string& failu
     return std::nullopt;
 }
 
-std::string sBaselineWrite(const std::string& path, const std::vector<kit::Finding>& findings) {
+Baseline baselineOf(const std::string& path, const std::vector<kit::Finding>& findings) {
+    Baseline baseline{sFolderOf(path), {}};
+    for (const auto& finding : findings) {
+        if (!isUnreadable(finding))
+            ++baseline.findings[keyOf(finding, baseline.folder)];
+    }
+    return baseline;
+}
+
+std::string sBaselineWrite(const std::string& path, const Baseline& baseline) {
     std::string text;
     JsonWriter writer([&](std::string_view piece) { text += piece; });
     writer.vObjectBegin();
     writer.vMember("format", Format);
     writer.vKey("findings");
     writer.vArrayBegin();
-    for (const auto& [key, count] : baselineOf(path, findings).findings)
+    for (const auto& [key, count] : baseline.findings)
         vJsonWrite(entryJson(key, count), writer);
     writer.vArrayEnd();
     writer.vObjectEnd();

@@ -46,8 +46,11 @@ struct Baseline {
 /// Reads the file; absent when that cannot be done.
 std::optional<Baseline> baselineRead(const std::string& path, std::string& failure);
 
-/// Writes these findings in place of what the file held. An empty text, or why that could not be done.
-std::string sBaselineWrite(const std::string& path, const std::vector<kit::Finding>& findings);
+/// These findings, for a file of that path.
+Baseline baselineOf(const std::string& path, const std::vector<kit::Finding>& findings);
+
+/// Writes it in place of what the file held. An empty text, or why that could not be done.
+std::string sBaselineWrite(const std::string& path, const Baseline& baseline);
 
 /// What a check has looked at: only there is something fixed that it has not found again.
 struct BaselineScope {

@@ -4,11 +4,15 @@
 #include "Tools/kivifc/TemporaryFolder.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
+#include <sys/inotify.h>
+#include <unistd.h>
 
 namespace kiv::kivifc::test {
 
@@ -477,6 +481,22 @@ TEST_F(CheckFindings, FixShowsAndMendsWhatItUncovers) {
     const auto again = run(arguments);
     EXPECT_EQ(again.status, 1);
     EXPECT_EQ(again.out, fixed.out);
+}
+
+/// Each time a file is replaced, another one is moved in its place.
+TEST_F(CheckFindings, FixWritesTheBaselineOnce) {
+    folder_.sWrite("Set.xml", Covered);
+    const int watch = inotify_init1(IN_NONBLOCK);
+    ASSERT_NE(inotify_add_watch(watch, folder_.sPath("").c_str(), IN_MOVED_TO), -1);
+    run({"Building.exp", "Set.xml", "--select", "S003,S011,C001", "--fix", "--write-baseline", "known.json"});
+    std::array<char, 4096> buffer{};
+    const auto size = read(watch, buffer.data(), buffer.size());
+    close(watch);
+    ASSERT_GT(size, 0);
+    const std::string_view events(buffer.data(), static_cast<std::size_t>(size));
+    const auto first = events.find("known.json");
+    EXPECT_NE(first, std::string_view::npos);
+    EXPECT_EQ(events.find("known.json", first + 1), std::string_view::npos);
 }
 
 TEST_F(CheckSet, ServicesGetPathsFromTheRootOfTheRepository) {

@@ -34,9 +34,9 @@ protected:
 };
 
 TEST_F(BaselineFile, HidesEachFindingAsOftenAsItIsListedWhateverItsLine) {
-    ASSERT_EQ(
-        sBaselineWrite(path_, {finding(document_, 3), finding(document_, 4), finding(document_, 5, "n")}),
-        "");
+    ASSERT_EQ(sBaselineWrite(path_, baselineOf(path_, {finding(document_, 3), finding(document_, 4),
+                                                       finding(document_, 5, "n")})),
+              "");
     std::vector<kit::Finding> findings{finding(document_, 13), finding(document_, 14),
                                        finding(document_, 15)};
     auto baseline = read();
@@ -50,7 +50,8 @@ TEST_F(BaselineFile, HidesEachFindingAsOftenAsItIsListedWhateverItsLine) {
 TEST_F(BaselineFile, NothingIsFixedWhereNobodyLooked) {
     const auto other = folder_.sPath("Sets/b.xml");
     const auto across = sampleFinding("X001", Severity::Error, "x", {3, 1, 1}, document_);
-    ASSERT_EQ(sBaselineWrite(path_, {finding(document_, 3), across, finding(other, 3)}), "");
+    ASSERT_EQ(sBaselineWrite(path_, baselineOf(path_, {finding(document_, 3), across, finding(other, 3)})),
+              "");
     struct Row {
         BaselineScope scope;
         std::vector<std::string> fixed;
@@ -76,7 +77,7 @@ TEST_F(BaselineFile, NothingIsFixedWhereNobodyLooked) {
 }
 
 TEST_F(BaselineFile, HasPathsRelativeToItsFolder) {
-    ASSERT_EQ(sBaselineWrite(path_, {finding(document_, 3), finding(document_, 9)}), "");
+    ASSERT_EQ(sBaselineWrite(path_, baselineOf(path_, {finding(document_, 3), finding(document_, 9)})), "");
     EXPECT_EQ(nlohmann::json::parse(sFileText(path_)), nlohmann::json::parse(R"({
         "format": "kivifc-baseline/1",
         "findings": [{"path": "Sets/a.xml", "code": "C001", "subject": "Pset_Wall", "message": "m", "count": 2}]
@@ -90,7 +91,7 @@ TEST_F(BaselineFile, KnowsWhatIsNotUtf8Again) {
     // The same but for one byte that is not UTF-8.
     auto other = odd;
     other.subject = "\xFE%41";
-    ASSERT_EQ(sBaselineWrite(path_, {odd}), "");
+    ASSERT_EQ(sBaselineWrite(path_, baselineOf(path_, {odd})), "");
     std::vector<kit::Finding> findings{odd, other};
     auto baseline = read();
     std::vector<std::string> fixed;
@@ -102,7 +103,7 @@ TEST_F(BaselineFile, KnowsWhatIsNotUtf8Again) {
 
 TEST_F(BaselineFile, NeverHidesAFileThatCannotBeRead) {
     std::vector<kit::Finding> findings{sampleFinding("R044", Severity::Error, "m", {}, document_)};
-    ASSERT_EQ(sBaselineWrite(path_, findings), "");
+    ASSERT_EQ(sBaselineWrite(path_, baselineOf(path_, findings)), "");
     auto baseline = read();
     EXPECT_TRUE(baseline.findings.empty());
     std::vector<std::string> fixed;
