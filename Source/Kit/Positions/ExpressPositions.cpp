@@ -925,9 +925,14 @@ void PositionReader::vLabelRead(ExpressMember& member) {
 void PositionReader::vAttributesRead(ExpressDeclaration& declaration, ExpressMember member) {
     const auto gapCount = declaration.gaps.size();
     auto others = attributeNamesRead(declaration, member);
+    const auto colonGap = declaration.gaps.size();
     if (!others.empty())
         vColonTake(declaration, others.back());
     vTypePartRead(declaration, member);
+    // Words that lack the ';' as well are rather no attribute: that is said once.
+    if (colonGap < declaration.gaps.size() && declaration.gaps[colonGap].missing == "\":\"" &&
+        !token_.isSymbol(';'))
+        declaration.gaps.erase(declaration.gaps.begin() + static_cast<std::ptrdiff_t>(colonGap));
     for (auto index = gapCount; index < declaration.gaps.size(); ++index)
         declaration.gaps[index].isInMember = true;
     for (auto& other : others) {
@@ -1000,8 +1005,9 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
     Brackets brackets;
     OpenBounds bounds;
     auto use = ExpressUse::Type;
-    bool isColonPassed = false;
-    while (!isStatementEnd() && !isInitial(member, brackets) && !isNextMember(brackets)) {
+    // "OPTIONAL Name : REAL": the next attribute begins right after a word.
+    bool isColonPassed = !previous_.isSymbol(':') && isWord() && ahead_.isSymbol(':');
+    while (!isColonPassed && !isStatementEnd() && !isInitial(member, brackets) && !isNextMember(brackets)) {
         if (brackets.isOutside()) {
             vGapNote(declaration, missingInType());
             vTypeWordNote(member.misspelt);
@@ -1018,8 +1024,6 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
         } else if (isStrayColon(brackets) && offset() != begin) {
             vUnendedNote();
             isColonPassed = true;
-            vNext();
-            break;
         } else if (isWord() && brackets.isOutside() && !isTypeKeyword(token_.text) && !isMisspeltOf()) {
             if (member.kind == ExpressMemberKind::Inverse && use == ExpressUse::Type &&
                 !member.names.empty()) {

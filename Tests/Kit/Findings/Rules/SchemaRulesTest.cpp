@@ -409,6 +409,14 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     LostParts, SchemaFindingsOf,
     testing::Values(
+        // Another kind of text before an attribute is one mistake.
+        Sample{"ENTITY B;\n\t// the name\n\tC : REAL;\nEND_ENTITY;\n",
+               "3:9+4 E009 error: \";\" is missing after \"name\"\n"
+               "  3:5+3 the attribute \"the\" of \"B\" is not read\n"},
+        Sample{"ENTITY B;\n\tOPTIONAL C : REAL;\nEND_ENTITY;\n",
+               "3:2+8 E009 error: \";\" is missing after \"OPTIONAL\"\n"
+               "  3:2+8 the attribute \"OPTIONAL\" of \"B\" is not read\n"
+               "  3:11+1 the attribute \"C\" of \"B\" is not read\n"},
         Sample{"ENTITY B;\nEND_ENTITY;\nENTITY C\n SUBTYPE  OF (B);\nEND_ENTITY;\n",
                "5:15+1 E006 error: the supertype \"B\" of \"C\" is not read\n"
                "  it is read from one line \"SUBTYPE OF (Name)\" below that of the keyword, with one blank "
