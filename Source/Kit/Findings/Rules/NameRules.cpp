@@ -219,8 +219,11 @@ void vConstantBlanksCheck(RuleRun& run, XmlIndex name) {
 }
 
 void vItemsCheck(RuleRun& run, XmlIndex list) {
-    for (const auto item : XmlChildren(run.xml, list))
-        vCharactersCheck(run, item, nullptr, trimmedBlanks(run.outline.textOf(item)), "item", false);
+    for (const auto item : XmlChildren(run.xml, list)) {
+        const auto text = run.outline.textOf(item);
+        if (!std::ranges::all_of(text, isAscii))
+            vCharactersCheck(run, item, nullptr, trimmedBlanks(text), "item", false);
+    }
 }
 
 void vComplexNameCheck(RuleRun& run, const MemberOutline& member) {

@@ -166,6 +166,30 @@ void vAnotherNote(RuleRun& run, std::size_t draft, const XmlAttribute& first, co
         drafts[draft].vNoteAt("nor is " + sQuoted(other.name), other.position);
 }
 
+void vUnknownAdd(RuleRun& run, XmlIndex element, const ElementRule& rule,
+                 const std::vector<UnknownAttribute>& unknown, const AttributeClaims& claims) {
+    // Several that are like none of the legal ones are one mistake.
+    const UnknownAttribute* strange = nullptr;
+    std::size_t draft = 0;
+    // Hostile documents have thousands.
+    constexpr std::size_t maxShown = 10;
+    std::size_t others = 0;
+    for (const auto& item : unknown) {
+        const bool isStrange =
+            item.match.name.empty() && elementFor(run, element, rule, item.attribute->name).empty();
+        if (isStrange && strange) {
+            if (++others <= maxShown)
+                vAnotherNote(run, draft, *strange->attribute, *item.attribute);
+            continue;
+        }
+        if (isStrange) {
+            strange = &item;
+            draft = run.getDrafts().size();
+        }
+        vAttributeAdd(run, element, rule, item, claims);
+    }
+}
+
 } // namespace
 
 void vAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
@@ -186,22 +210,7 @@ void vAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
     const auto isMatched = [](const UnknownAttribute& item) { return !item.match.name.empty(); };
     if (isMeant || isEmpty || std::ranges::any_of(unknown, isMatched))
         run.vMisplacedNote(element);
-    // Several that are like none of the legal ones are one mistake.
-    const UnknownAttribute* strange = nullptr;
-    std::size_t draft = 0;
-    for (const auto& item : unknown) {
-        const bool isStrange =
-            !isMatched(item) && elementFor(run, element, rule, item.attribute->name).empty();
-        if (isStrange && strange) {
-            vAnotherNote(run, draft, *strange->attribute, *item.attribute);
-            continue;
-        }
-        if (isStrange) {
-            strange = &item;
-            draft = run.getDrafts().size();
-        }
-        vAttributeAdd(run, element, rule, item, claims);
-    }
+    vUnknownAdd(run, element, rule, unknown, claims);
 }
 
 void vMissingAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {

@@ -1,7 +1,6 @@
 #include "Kit/Findings/Rules/Structure/FixedValues.h"
 
 #include "Kit/Findings/LegalNames.h"
-#include "Kit/Findings/Rules/Types/SchemaValues.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
@@ -92,13 +91,17 @@ void FixedValues::vUnitTypesFind() {
 }
 
 /// The unit of the type that is beside it; empty where the schema cannot tell.
-std::string_view FixedValues::unitOfMeasure(XmlIndex element) const {
+std::string_view FixedValues::unitOfMeasure(XmlIndex element) {
     const auto dataType = childOf(xml_, xml_.getElement(element).parent, "DataType");
     const auto* name =
         dataType == NoXmlElement ? nullptr : xml_.pAttribute(xml_.getElement(dataType), "type");
     const auto* measure =
         name ? Type::pFrom(run_.schema.pObjectFromName(trimmedBlanks(name->value.value))) : nullptr;
-    return measure ? SchemaUnits(run_.schema).unitOf(*measure) : std::string_view();
+    if (!measure)
+        return {};
+    if (!units_)
+        units_.emplace(run_.schema);
+    return units_->unitOf(*measure);
 }
 
 void FixedValues::vUnitTypeCheck(XmlIndex element) {

@@ -12,7 +12,9 @@
 #pragma once
 
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Findings/Rules/Types/SchemaValues.h"
 
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -30,7 +32,7 @@ public:
 
 private:
     void vUnitTypesFind();
-    std::string_view unitOfMeasure(XmlIndex element) const;
+    std::string_view unitOfMeasure(XmlIndex element);
     /// Adds what is wrong with a value that is not legal. Null when letter case or blanks are.
     FindingDraft* pValueAdd(std::string_view code, XmlIndex element, const XmlAttribute* attribute,
                             const XmlText& text, std::string_view what,
@@ -39,6 +41,8 @@ private:
     RuleRun& run_;
     const XmlPositions& xml_;
     std::vector<std::string_view> unitTypes_;
+    // Made when it is first needed: few documents have an unknown unit.
+    std::optional<SchemaUnits> units_;
 };
 
 } // namespace kiv::kit

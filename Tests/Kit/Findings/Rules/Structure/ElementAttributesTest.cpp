@@ -36,6 +36,16 @@ TEST(ElementAttributesTest, SeveralStrangeAttributesAreOneMistake) {
             "is \"factor\" @8:74"));
 }
 
+TEST(ElementAttributesTest, OfThousandsOfStrangeAttributesAFewAreShown) {
+    std::string attributes;
+    for (int number = 0; number != 5'000; ++number)
+        attributes += " q" + std::to_string(number) + "=\"\"";
+    const auto findings =
+        test::exampleFindings(setWithSingle("<DataType type=\"IfcReal\"" + attributes + "/>"));
+    ASSERT_EQ(findings.size(), 1);
+    EXPECT_EQ(findings[0].notes.size(), 11U);
+}
+
 TEST(ElementAttributesTest, WhatIsNotThereMayHaveBeenMeant) {
     const auto lines = findingLines(setWithSingle("<DataType value=\"IfcReal\"/>"));
     ASSERT_EQ(lines.size(), 1);
