@@ -83,6 +83,10 @@ std::unique_ptr<FindingWriter> pText(Output& output, SourceLines& sources) {
     return kivifc::pTextFindings(output, sources, {});
 }
 
+std::unique_ptr<FindingWriter> pSarif(Output& output, SourceLines& sources) {
+    return kivifc::pSarifFindings(output, sources);
+}
+
 std::vector<GrowthRow> rows(std::string_view name) {
     return {{std::string(name), 20'000, [](std::size_t count) { return sTimes(Piece, count); }}};
 }
@@ -95,7 +99,7 @@ TEST(FindingWriterGrowthTest, TextOfFindingsOnOneLine) {
 
 TEST(FindingWriterGrowthTest, SarifOfFindingsOnOneLine) {
     vGrowthExpect(rows("on one line"), [](const std::string& line) {
-        vFindingsWrite(line, findingsOnOneLine(line.size() / Piece.size()), kivifc::pSarifFindings);
+        vFindingsWrite(line, findingsOnOneLine(line.size() / Piece.size()), pSarif);
     });
 }
 
