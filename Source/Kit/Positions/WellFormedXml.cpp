@@ -40,8 +40,8 @@ void vUtf8Append(std::string& text, std::uint32_t character) {
 /// Looked up, as most bytes of a document are asked for this.
 constexpr std::array<bool, 256> TextEnds = [] {
     std::array<bool, 256> ends{};
-    for (const unsigned char byte : {'<', '&', '\r', '\n'})
-        ends[byte] = true;
+    for (const char byte : {'<', '&', '\r', '\n'})
+        ends[static_cast<unsigned char>(byte)] = true;
     return ends;
 }();
 

@@ -286,9 +286,10 @@ void XmlPositionsReader::vPieceRead(XmlPieceKind kind, std::string_view piece) {
     case XmlPieceKind::EndTag:
         return vElementClose();
     case XmlPieceKind::Comment: {
-        constexpr std::size_t Begin = 4;
-        constexpr std::size_t Marks = 7;
-        return vCommentTake(sLineEndsNormalized(piece.substr(Begin, piece.size() - Marks)));
+        constexpr std::string_view Begin = "<!--";
+        constexpr std::string_view End = "-->";
+        return vCommentTake(
+            sLineEndsNormalized(piece.substr(Begin.size(), piece.size() - Begin.size() - End.size())));
     }
     case XmlPieceKind::Instruction:
         return vInstructionRead(piece);
