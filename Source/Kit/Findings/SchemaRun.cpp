@@ -425,6 +425,9 @@ std::vector<const Assertion*> SchemaRun::untaken() const {
 }
 
 void SchemaRun::vConsequencesTake(Finding& finding, const TextPosition& begin, const TextPosition& end) {
+    // With what is over the limit they would be gone.
+    if (!isKept(finding))
+        return;
     const auto placeOf = [](const TextPosition& position) {
         return std::pair(position.line, position.column);
     };

@@ -171,6 +171,13 @@ TEST(SchemaFindingsGrowthTest, WhatIsNotRead) {
           [](std::size_t count) {
               return sEntity("E;", " WHERE\n W : [" + sTimes("'Z.E', ", count) + "'Z.E'] = TYPEOF(SELF);");
           }},
+         {"names that are none among other findings", Many,
+          [](std::size_t count) {
+              return sJoined(count, [](std::size_t i) {
+                  return sEntity(sNumbered("_E", i) + ";",
+                                 "A:REAL;\n B : Missing;\n C : LIST [2:1] OF REAL;\n WHERE\n W : < ;");
+              });
+          }},
          {"rules that are refused", Many,
           [](std::size_t count) {
               return sJoined(count, [](std::size_t i) {

@@ -553,10 +553,6 @@ bool boHasOpenComment(const SchemaRun& run, const ExpressDeclaration& declaratio
     return line >= declaration.keyword.position.line && line <= declaration.end.position.line;
 }
 
-/// Of that many findings the consequences are looked for. Beyond them findings are only counted, and it would
-/// take too long.
-constexpr std::size_t ConsequencesMax = SchemaRun::maxFindingsPerCode;
-
 /// What the keyword would have begun is lost, and why is said here.
 void vMisspeltAdd(SchemaRun& run, const ExpressDeclaration& declaration, std::size_t index) {
     const auto& [word, keyword] = declaration.misspelt[index];
@@ -576,12 +572,11 @@ void vMisspeltAdd(SchemaRun& run, const ExpressDeclaration& declaration, std::si
 } // namespace
 
 void vMisspeltKeywordsCheck(SchemaRun& run) {
-    std::size_t left = ConsequencesMax;
     for (const auto& declared : run.declared) {
         const auto& misspelt = declared.declaration->misspelt;
         if (declared.isLost() || declared.finding)
             continue;
-        for (std::size_t index = 0; index < misspelt.size() && left > 0; ++index, --left)
+        for (std::size_t index = 0; index < misspelt.size(); ++index)
             vMisspeltAdd(run, *declared.declaration, index);
     }
 }
@@ -632,7 +627,7 @@ void vGapLossAdd(SchemaRun& run, const Declared& declared, const ExpressGap& gap
 
 /// A list that is not closed goes on to the next bracket, beyond the end of its declaration.
 void vLostEndTake(SchemaRun& run, Declared& declared, Finding& finding) {
-    if (!declared.finding || declared.finding->code != "E004")
+    if (!declared.finding || !run.isKept(*declared.finding) || declared.finding->code != "E004")
         return;
     declared.finding->message = "the end of the declaration is not seen because of that";
     run.vFindingTake(finding, *declared.finding);
@@ -655,7 +650,6 @@ void vBoundsAdd(SchemaRun& run, const ExpressDeclaration& declaration) {
 } // namespace
 
 void vGapsCheck(SchemaRun& run) {
-    std::size_t left = ConsequencesMax;
     for (auto& declared : run.declared) {
         if (declared.isLost())
             continue;
@@ -663,9 +657,9 @@ void vGapsCheck(SchemaRun& run) {
         for (const auto& gap : declared.declaration->gaps) {
             auto& finding = run.add("E022", gap.last.position, sGap(gap));
             finding.subject = declared.declaration->name.text;
-            if (left == 0)
+            // What came of it stays a finding of its own.
+            if (!run.isKept(finding))
                 continue;
-            --left;
             if (gap.missing == "\")\"" || gap.missing == "\"(\"" || isSameExpressWord(gap.last.text, "OF"))
                 vLostEndTake(run, declared, finding);
             const auto line = gap.last.position.line;

@@ -442,7 +442,6 @@ TextPosition endOfMisreading(const SchemaRun& run, const ExpressUnended& unended
 void vSemicolonsCheck(SchemaRun& run) {
     const auto& headers = run.positions.schemas;
     const auto begin = headers.empty() ? Beginning : headers.back().keyword.position;
-    std::size_t kept = 0;
     for (const auto& unended : run.positions.unended) {
         if (isBefore(unended.last.position, begin))
             continue;
@@ -452,9 +451,7 @@ void vSemicolonsCheck(SchemaRun& run) {
             continue;
         auto& finding =
             run.add("E009", unended.last.position, "\";\" is missing after " + sNamed(unended.last.text));
-        // Beyond them findings are only counted, and looking for what came of them would take too long.
-        if (++kept <= SchemaRun::maxFindingsPerCode)
-            run.vConsequencesTake(finding, {unended.last.position.line, 1, 0}, endOfMisreading(run, unended));
+        run.vConsequencesTake(finding, {unended.last.position.line, 1, 0}, endOfMisreading(run, unended));
     }
 }
 
@@ -526,6 +523,7 @@ void vOtherReportsAdd(SchemaRun& run) {
         // What is misread is looked up too.
         if (auto* const misreading = run.pMisreading()) {
             run.vReportNote(*misreading, *record);
+            misreading->severity = Severity::Error;
             continue;
         }
         auto& finding = run.add("R090", {}, std::string(record->message));

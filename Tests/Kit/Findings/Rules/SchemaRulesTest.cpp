@@ -1186,6 +1186,31 @@ TEST(SchemaFindings, AreLimitedPerCode) {
     EXPECT_EQ(findingsOfText(text).size(), SchemaRun::maxFindingsPerCode);
 }
 
+/// Warnings, as many as are kept of them and one more.
+std::string sTooManyWrongBounds() {
+    std::string text;
+    for (std::size_t index = 0; index <= SchemaRun::maxFindingsPerCode; ++index)
+        text += "ENTITY B" + std::to_string(index) + ";\n\tC : LIST [1:*] OF REAL;\nEND_ENTITY;\n";
+    return text;
+}
+
+std::size_t errorsIn(const std::string& statements) {
+    const auto findings = findingsOfText(sSchema(statements));
+    return static_cast<std::size_t>(std::ranges::count(findings, Severity::Error, &Finding::severity));
+}
+
+/// What is over the limit takes no other finding with it.
+TEST(SchemaFindings, ErrorsStayAfterTooManyWarnings) {
+    const auto warnings = sTooManyWrongBounds();
+    EXPECT_EQ(errorsIn(warnings), 0U);
+    EXPECT_EQ(errorsIn(warnings + "ENTITY W;\n\tA REAL;\nEND_ENTITY;\nENTITY X;\n\tA REAL;\nEND_ENTITY;\n"),
+              2U);
+}
+
+TEST(SchemaFindings, ReportsAreErrorsAfterTooManyWarnings) {
+    EXPECT_EQ(errorsIn(sTooManyWrongBounds() + "TYPE T = LIST [1:?] OF;\nEND_TYPE;\n"), 1U);
+}
+
 /// Has something of everything that is looked at.
 constexpr std::string_view Everything =
     "(* (* nested *) *)\nSCHEMA A;\n-- tail\nTYPE Kind = ENUMERATION OF\n\t(SOLID\n\t,HOLLOW);\nEND_TYPE;\n"
