@@ -35,6 +35,7 @@ std::vector<Finding> schemaFindingsOf(const ifc::def::schema::Schema* schema,
         vExpressionNamesCheck(run);
         run.vMissingCount();
         vLostNameTake(run);
+        vCutOffTake(run);
     }
     vOtherReportsAdd(run);
     return run.takeFindings();

@@ -113,6 +113,20 @@ std::string_view keywordOf(ExpressDeclarationKind kind) {
     return Keywords[static_cast<std::size_t>(kind)];
 }
 
+std::string sOwner(const ExpressDeclaration& declaration) {
+    return declaration.name.text.empty()
+               ? "the " + std::string(keywordOf(declaration.kind)) + " without a name"
+               : sNamed(declaration.name.text);
+}
+
+std::string sQualified(const ExpressDeclaration& declaration, std::string_view member) {
+    constexpr std::size_t MaxOwner = 60;
+    if (declaration.name.text.empty())
+        return sNamed(member) + " of " + sOwner(declaration);
+    return sNamed(std::string(declaration.name.text.substr(0, MaxOwner)) + '.' +
+                  std::string(member.substr(0, MaxOwner)));
+}
+
 bool isNameLetter(char letter) {
     return isLetter(letter) || isDigit(letter) || letter == '_';
 }
@@ -464,6 +478,17 @@ Finding* SchemaRun::pMisreading() {
     };
     const auto found = std::ranges::find_if(findings_, isMisreading);
     return found == findings_.end() ? pOpenComment : &*found;
+}
+
+std::vector<Finding*> SchemaRun::missingFindings() {
+    std::vector<Finding*> findings;
+    for (const auto& [key, missing] : missing_) {
+        // Names that are written wrongly where they are declared have other codes.
+        if (missing.finding->code >= "E011" && missing.finding->code <= "E018")
+            findings.push_back(missing.finding);
+    }
+    std::ranges::sort(findings, {}, [](const Finding* finding) { return finding->place.position; });
+    return findings;
 }
 
 std::vector<Finding> SchemaRun::takeFindings() {

@@ -45,6 +45,12 @@ std::string sNamed(std::string_view name);
 /// "ENTITY".
 std::string_view keywordOf(ExpressDeclarationKind kind);
 
+/// Whose something is: its name in quotes, or "the ENTITY without a name".
+std::string sOwner(const ExpressDeclaration& declaration);
+
+/// "\"Wall.Height\"", or "\"Height\" of the ENTITY without a name".
+std::string sQualified(const ExpressDeclaration& declaration, std::string_view member);
+
 /// Whether names may have it.
 bool isNameLetter(char letter);
 
@@ -119,6 +125,11 @@ public:
     /// Rules that cannot be read, with the findings that say so: what is unknown in them may be why.
     std::unordered_map<const ExpressMember*, Finding*> unreadRules;
     std::vector<Headless> headless;
+    /// The finding about a schema without END_SCHEMA, of which a cut-off file is the likely reason; null when
+    /// there is none.
+    Finding* pSchemaEndMissing = nullptr;
+    /// The last declaration lacks its end too.
+    bool isCutInside = false;
     /// The declarations of the last schema, in the order of the text.
     std::vector<Declared> declared;
 
@@ -197,6 +208,9 @@ public:
     /// The first finding about something that is read as something else; null when there is none.
     Finding* pMisreading();
     static void vReportNote(Finding& finding, const Assertion& record);
+
+    /// What says that a name is not declared, in the order of the text.
+    std::vector<Finding*> missingFindings();
 
     std::vector<Finding> takeFindings();
 

@@ -40,6 +40,10 @@ bool isGeneric(std::string_view word) {
     return isOneOf(word, {"GENERIC", "AGGREGATE", "GENERIC_ENTITY"});
 }
 
+const char* endOf(std::string_view word) {
+    return word.data() + word.size();
+}
+
 struct Statement {
     std::string_view keyword;
     std::string_view end;
@@ -242,6 +246,7 @@ private:
     void vTypeWordNote(std::vector<ExpressMisspelt>& misspelt) const;
     void vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bounds, const Brackets& brackets) const;
     void vBoundsClose(ExpressDeclaration& declaration, OpenBounds& bounds, Brackets& brackets) const;
+    void vBoundsEnd(ExpressDeclaration& declaration, const OpenBounds& bounds) const;
     ExpressWord boundsFrom(const ExpressWord& open) const;
     void vClausesRead(ExpressDeclaration& declaration, const Statement& statement, ExpressMemberKind kind);
     void vMemberRead(ExpressDeclaration& declaration, ExpressMemberKind kind);
@@ -253,6 +258,7 @@ private:
     void vTypePartRead(ExpressDeclaration& declaration, ExpressMember& member);
     bool isForHere(const ExpressMember& member, ExpressUse use) const;
     bool isStrayColon(const Brackets& brackets) const;
+    bool boStatementEndedBy(ExpressDeclaration& declaration);
     bool isInitial(const ExpressMember& member, const Brackets& brackets) const;
     void vRuleRead(ExpressMember& member);
     void vInitialRead(ExpressDeclaration& declaration, ExpressMember& member);
@@ -670,7 +676,8 @@ void PositionReader::vTypeTextRead(ExpressDeclaration& type) {
             use = list == "SELECT" ? ExpressUse::SelectMember : ExpressUse::EnumerationItem;
         vNext();
     }
-    if (token_.isSymbol(';') && !brackets.isOutside())
+    vBoundsEnd(type, bounds);
+    if (token_.isSymbol(';') && !bounds.isOpen && !brackets.isOutside())
         vGapNote(type, "\")\"");
     else if (use == ExpressUse::Type && token_.isSymbol(';'))
         vTypeGapNote(type, "a type");
@@ -779,10 +786,10 @@ void PositionReader::vTypeGapNote(ExpressDeclaration& declaration, std::string_v
         vGapNote(declaration, missing);
 }
 
-/// "Ifc Label" is one name with a blank in it.
+/// "Ifc Label" is one name with a blank in it, and there may be more.
 void PositionReader::vTypeNameAdd(std::vector<ExpressName>& names, ExpressUse use) const {
     const bool goesOn = use == ExpressUse::Type && !isLineStart() && !names.empty() &&
-                        names.back().word.text.data() == previous_.text.data() &&
+                        endOf(names.back().word.text) == endOf(previous_.text) &&
                         misspeltKeyword(previous_.text, TypeWords).empty();
     if (!goesOn) {
         names.push_back({use, {token_.text, token_.position}});
@@ -840,6 +847,12 @@ void PositionReader::vBoundsClose(ExpressDeclaration& declaration, OpenBounds& b
     vGapNote(declaration, "\"]\"");
     bounds.isOpen = false;
     brackets = {};
+}
+
+/// "LIST [1:2;": the statement ends before the bounds do.
+void PositionReader::vBoundsEnd(ExpressDeclaration& declaration, const OpenBounds& bounds) const {
+    if (bounds.isOpen && !isAtEnd())
+        vGapNote(declaration, "\"]\"");
 }
 
 /// From the bracket up to the current token.
@@ -931,7 +944,7 @@ void PositionReader::vAttributesRead(ExpressDeclaration& declaration, ExpressMem
     vTypePartRead(declaration, member);
     // Words that lack the ';' as well are rather no attribute: that is said once.
     if (colonGap < declaration.gaps.size() && declaration.gaps[colonGap].missing == "\":\"" &&
-        !token_.isSymbol(';'))
+        !declaration.gaps[colonGap].isSurplus && !token_.isSymbol(';'))
         declaration.gaps.erase(declaration.gaps.begin() + static_cast<std::ptrdiff_t>(colonGap));
     for (auto index = gapCount; index < declaration.gaps.size(); ++index)
         declaration.gaps[index].isInMember = true;
@@ -1005,10 +1018,12 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
     Brackets brackets;
     OpenBounds bounds;
     auto use = ExpressUse::Type;
+    // After a ':' too many nothing more is looked at.
+    bool isRest = false;
     // "OPTIONAL Name : REAL": the next attribute begins right after a word.
     bool isColonPassed = !previous_.isSymbol(':') && isWord() && ahead_.isSymbol(':');
     while (!isColonPassed && !isStatementEnd() && !isInitial(member, brackets) && !isNextMember(brackets)) {
-        if (brackets.isOutside()) {
+        if (brackets.isOutside() && !isRest) {
             vGapNote(declaration, missingInType());
             vTypeWordNote(member.misspelt);
         }
@@ -1021,10 +1036,11 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
             member.type = textFrom(begin);
             if (token_.text != "FOR")
                 member.misspelt.push_back({{token_.text, token_.position}, "FOR"});
-        } else if (isStrayColon(brackets) && offset() != begin) {
-            vUnendedNote();
-            isColonPassed = true;
-        } else if (isWord() && brackets.isOutside() && !isTypeKeyword(token_.text) && !isMisspeltOf()) {
+        } else if (!isRest && isStrayColon(brackets) && offset() != begin) {
+            isColonPassed = boStatementEndedBy(declaration);
+            isRest = !isColonPassed && member.kind != ExpressMemberKind::Inverse;
+        } else if (isWord() && !isRest && brackets.isOutside() && !isTypeKeyword(token_.text) &&
+                   !isMisspeltOf()) {
             if (member.kind == ExpressMemberKind::Inverse && use == ExpressUse::Type &&
                 !member.names.empty()) {
                 vGapNote(declaration, "\"FOR\"");
@@ -1035,8 +1051,9 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
         }
         vNext();
     }
+    vBoundsEnd(declaration, bounds);
     if (use == ExpressUse::Type) {
-        if (!isColonPassed)
+        if (!isColonPassed && !isRest)
             vTypeGapNote(declaration, missing);
         member.type = textFrom(begin);
         if (member.kind == ExpressMemberKind::Inverse && token_.isSymbol(';') && !member.names.empty())
@@ -1062,6 +1079,17 @@ bool PositionReader::isForHere(const ExpressMember& member, ExpressUse use) cons
 bool PositionReader::isStrayColon(const Brackets& brackets) const {
     return token_.isSymbol(':') && brackets.isOutside() && previous_.kind != ExpressTokenKind::Number &&
            !isGeneric(previous_.text);
+}
+
+/// A ':' after a type is in the place of the ';' where its line ends. Elsewhere, as in "Name : Label :
+/// REAL;", it is one too many.
+bool PositionReader::boStatementEndedBy(ExpressDeclaration& declaration) {
+    if (ahead_.position.line != token_.position.line) {
+        vUnendedNote();
+        return true;
+    }
+    declaration.gaps.push_back({{previous_.text, previous_.position}, "\":\"", false, false, false, true});
+    return false;
 }
 
 /// ":=", or "=" or ":" where that is meant.
@@ -1165,8 +1193,8 @@ bool isUtf16(std::string_view text) {
     return begin.size() > 1 && static_cast<std::size_t>(std::ranges::count(begin, '\0')) >= begin.size() / 2;
 }
 
-/// About how many declarations there are: so many lines begin with the end of one. Without room for them from
-/// the beginning, a list of declarations has twice the room that it needs.
+/// About how many declarations there are: as many as lines that begin with the end of one. Without room for
+/// them from the beginning, a list of declarations has twice the room that it needs.
 std::size_t likelyDeclarations(std::string_view text) {
     constexpr std::string_view LineWithEnd = "\nEND_";
     // "TYPE A=B;END_TYPE;", which nothing else is as short as.

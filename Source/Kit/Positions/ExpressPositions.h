@@ -104,6 +104,8 @@ struct ExpressGap {
     bool isInMember = false;
     /// `last` is the first symbol after it: the line begins with ": REAL;".
     bool isBefore = false;
+    /// `missing` is not missing: it is there once too often.
+    bool isSurplus = false;
 };
 
 enum class ExpressDeclarationKind : std::uint8_t {

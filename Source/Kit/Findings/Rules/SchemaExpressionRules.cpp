@@ -85,6 +85,7 @@ private:
     void vTokensRead(std::string_view expression, const TextPosition& begin);
     void vVariablesRead();
     void vLocalsRead();
+    std::size_t boundsAfter(std::size_t index, std::size_t before) const;
     void vLocalRead(std::size_t index);
     void vLocalAdd(std::size_t index);
     bool isLoopVariable(std::size_t index) const;
@@ -192,8 +193,11 @@ void ExpressionReader::vVariablesRead() {
 /// and ALIAS declare.
 void ExpressionReader::vLocalsRead() {
     std::size_t cases = 0;
+    std::size_t bounds = 0;
     for (std::size_t index = 0; index < tokens_.size(); ++index) {
-        if (!isWordAt(index))
+        bounds = boundsAfter(index, bounds);
+        // The ':' of "Name[First:Last]" declares nothing.
+        if (!isWordAt(index) || bounds > 0)
             continue;
         if (isSameExpressWord(tokens_[index].text, "CASE"))
             ++cases;
@@ -206,6 +210,15 @@ void ExpressionReader::vLocalsRead() {
         else if (isTypeAt(index) && isSymbolAt(index + 1, ':') && isWordAt(index + 2))
             vLocalAdd(index + 2);
     }
+}
+
+/// How deep in square brackets, once this token is passed. Those that are not closed end with the statement.
+std::size_t ExpressionReader::boundsAfter(std::size_t index, std::size_t before) const {
+    if (isSymbolAt(index, '['))
+        return before + 1;
+    if (isSymbolAt(index, ';'))
+        return 0;
+    return isSymbolAt(index, ']') && before > 0 ? before - 1 : before;
 }
 
 /// "REPEAT Index := 1 TO ..." or "ALIAS Name FOR ...". That such a keyword is misspelt is one mistake.
@@ -417,7 +430,8 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
 
 std::string sRuleSubject(const ExpressDeclaration& declaration, const ExpressMember& member) {
     const auto what = member.kind == ExpressMemberKind::Derived ? "the attribute " : "the rule ";
-    return what + sNamed(member.name.text) + " of " + sNamed(declaration.name.text);
+    return what + (member.name.text.empty() ? "without a name" : sNamed(member.name.text)) + " of " +
+           sOwner(declaration);
 }
 
 } // namespace
@@ -435,7 +449,7 @@ void vExpressionNamesCheck(SchemaRun& run) {
                              unread == run.unreadRules.end() ? nullptr : unread->second)
                 .vRead(member.expression, member.expressionBegin);
         }
-        ExpressionReader(run, declared, Scope::Body, sNamed(declaration.name.text))
+        ExpressionReader(run, declared, Scope::Body, sOwner(declaration))
             .vRead(declaration.body, declaration.bodyBegin);
     }
 }

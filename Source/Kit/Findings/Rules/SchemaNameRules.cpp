@@ -47,9 +47,9 @@ std::string_view kindText(Kind kind) {
     return Texts[static_cast<std::size_t>(kind)];
 }
 
-std::string sQualified(std::string_view owner, std::string_view name) {
-    constexpr std::size_t MaxOwner = 60;
-    return sNamed(std::string(owner.substr(0, MaxOwner)) + '.' + std::string(name.substr(0, MaxOwner)));
+/// "the entity" with its name.
+std::string sEntity(const ExpressDeclaration& entity) {
+    return (entity.name.text.empty() ? "" : "the entity ") + sOwner(entity);
 }
 
 /// Takes the report that a name is the reason of.
@@ -165,8 +165,7 @@ Finding& attributeFinding(SchemaRun& run, const AttributeUse& use, const Express
     if (auto* const before = isMissing ? run.pMissingBefore(key, word.position, note) : nullptr)
         return *before;
     const std::string what = use.code == UniqueCode ? " has no attribute " : " has no explicit attribute ";
-    auto& finding = run.add(use.code, word.position,
-                            "the entity " + sNamed(entity.declaration->name.text) + what + sNamed(word.text));
+    auto& finding = run.add(use.code, word.position, sEntity(*entity.declaration) + what + sNamed(word.text));
     finding.subject = use.owner;
     if (!isMissing) {
         finding.notes.push_back(
@@ -187,7 +186,7 @@ void vInverseForCheck(SchemaRun& run, const std::string& owner, const ExpressWor
 }
 
 void vInverseCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
-    const auto owner = sQualified(entity.declaration->name.text, member.name.text);
+    const auto owner = sQualified(*entity.declaration, member.name.text);
     Declared* referred = nullptr;
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::Type) {
@@ -209,9 +208,9 @@ Finding& noSupertypeFinding(SchemaRun& run, const Declared& entity, const std::s
     auto key = std::to_string(&entity - run.declared.data()) + '\\' + SchemaRun::sMissingKey(above.text);
     if (auto* const before = run.pMissingBefore(key, above.position, "the entity of " + owner))
         return *before;
-    auto& finding = run.add("E016", above.position,
-                            "the entity " + sNamed(above.text) + " is not a supertype of " +
-                                sNamed(entity.declaration->name.text));
+    auto& finding =
+        run.add("E016", above.position,
+                "the entity " + sNamed(above.text) + " is not a supertype of " + sOwner(*entity.declaration));
     finding.subject = owner;
     run.vMissingKeep(std::move(key), finding);
     return finding;
@@ -232,7 +231,7 @@ void vRedeclaredCheck(SchemaRun& run, const Declared& entity, const ExpressMembe
 }
 
 void vUniqueCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
-    const auto owner = sQualified(entity.declaration->name.text, member.name.text);
+    const auto owner = sQualified(*entity.declaration, member.name.text);
     for (const auto& name : member.names) {
         const auto* const other = run.pDeclared(name.word.text);
         // SELF\Entity.Attribute names an entity too.
@@ -245,7 +244,7 @@ void vUniqueCheck(SchemaRun& run, const Declared& entity, const ExpressMember& m
 void vMemberCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
     if (run.lostMembers.contains(&member))
         return;
-    const auto owner = sQualified(entity.declaration->name.text, member.name.text);
+    const auto owner = sQualified(*entity.declaration, member.name.text);
     if (member.kind == ExpressMemberKind::Unique)
         return vUniqueCheck(run, entity, member);
     if (member.kind == ExpressMemberKind::Inverse)
@@ -337,7 +336,7 @@ bool isRedeclared(const ExpressMember& member) {
 }
 
 void vTwiceInDeclaration(SchemaRun& run, const ExpressDeclaration& declaration) {
-    const auto owner = " of " + sNamed(declaration.name.text);
+    const auto owner = " of " + sOwner(declaration);
     Repetitions listed(run);
     Repetitions attributes(run);
     Repetitions labels(run);
@@ -369,7 +368,7 @@ void vNamesDeclaredTwiceCheck(SchemaRun& run) {
 void vUsedNamesCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {
         const auto& declaration = *declared.declaration;
-        const auto owner = sNamed(declaration.name.text);
+        const auto owner = sOwner(declaration);
         const auto& type = typeUseRule(declaration);
         for (const auto& name : declaration.names) {
             if (const auto* const use = pUseRule(name.use, type))

@@ -89,14 +89,25 @@ std::string_view unreadTypeReason(std::string_view text) {
     return {};
 }
 
+/// What a list is of, and a list in it; another type is what it is.
+const ifc::def::schema::ObjectBase* innermostOf(const ifc::def::schema::ObjectBase* type) {
+    while (const auto* const list = DataTypeListInterface::pFrom(type))
+        type = list->pElement();
+    return type;
+}
+
 /// Whether the text gives a length that is not read: "STRING (255)".
 bool isLengthLost(std::string_view text, const ifc::def::schema::ObjectBase* type) {
-    const auto* const string = dynamic_cast<const DataTypeString*>(type);
+    const auto* const string = dynamic_cast<const DataTypeString*>(innermostOf(type));
     if (!string || string->getWidth() != 0)
         return false;
     ExpressScanner scanner(text);
-    scanner.next();
-    scanner.next();
+    auto token = scanner.next();
+    while (token.kind != ExpressTokenKind::End && token.text != "STRING")
+        token = scanner.next();
+    const auto bracket = scanner.next();
+    if (!bracket.isSymbol('(') && !bracket.isSymbol('['))
+        return false;
     const auto length = scanner.next();
     return length.kind == ExpressTokenKind::Number &&
            length.text.find_first_not_of('0') != std::string_view::npos;
@@ -143,8 +154,7 @@ Finding& PartsCheck::lostAdd(const ExpressWord& word, const std::string& what, s
 
 Finding& PartsCheck::partLostAdd(const TextPosition& position, const std::string& part,
                                  std::string_view hint) {
-    auto& finding =
-        run_.add("E006", position, part + " of " + sNamed(declaration_.name.text) + " is not read");
+    auto& finding = run_.add("E006", position, part + " of " + sOwner(declaration_) + " is not read");
     finding.subject = declaration_.name.text;
     if (!hint.empty())
         finding.notes.push_back({std::string(hint), {}});
@@ -184,7 +194,7 @@ void PartsCheck::vListCheck(ExpressUse use, std::span<const std::string_view> re
         lostAdd(*word, what, hint);
     else if (name != read.end())
         run_.add("E006", declaration_.name.position,
-                 what + ' ' + sNamed(*name) + " of " + sNamed(declaration_.name.text) +
+                 what + ' ' + sNamed(*name) + " of " + sOwner(declaration_) +
                      " is read from a comment or another text")
             .subject = declaration_.name.text;
 }
@@ -278,8 +288,8 @@ bool isOptionalInside(std::string_view type) {
 
 void PartsCheck::vTypeTextAdd(const ExpressMember& attribute, std::string_view read) {
     auto& finding = run_.add("E006", attribute.name.position,
-                             "the type of " + sNamed(attribute.name.text) + " of " +
-                                 sNamed(declaration_.name.text) + " is read as " + sNamed(read));
+                             "the type of " + sNamed(attribute.name.text) + " of " + sOwner(declaration_) +
+                                 " is read as " + sNamed(read));
     finding.subject = declaration_.name.text;
     finding.notes.push_back({isOptionalInside(attribute.type)
                                  ? "the type is read from the word after \"OPTIONAL\" on"
@@ -314,8 +324,8 @@ void PartsCheck::vTypeTextsCheck(const Entity& entity) {
 Finding& PartsCheck::wordsAdd(const std::vector<ExpressMisspelt>& words, const std::string& owner,
                               const TypeLoss& loss) {
     const auto& first = words.front().word;
-    auto& finding = run_.add("E006", first.position,
-                             sNamed(first.text) + " in " + sNamed(owner) + " is not read as a keyword");
+    auto& finding =
+        run_.add("E006", first.position, sNamed(first.text) + " in " + owner + " is not read as a keyword");
     finding.subject = declaration_.name.text;
     finding.notes.push_back({sKeywordHint(first.text, words.front().keyword), {}});
     for (const auto& [word, keyword] : std::span(words).subspan(1))
@@ -373,7 +383,7 @@ void PartsCheck::vAttributeWordsCheck(const ExpressMember& member, const Attribu
     loss.isOptional = !attribute.isOptional() && std::ranges::any_of(member.misspelt, isOptional);
     if (!loss.isAny())
         return;
-    const auto owner = std::string(declaration_.name.text) + '.' + std::string(member.name.text);
+    const auto owner = sQualified(declaration_, member.name.text);
     auto& finding = wordsAdd(member.misspelt, owner, loss);
     if (member.kind == ExpressMemberKind::Inverse && (loss.isType || loss.isElement))
         run_.boTake(finding, SchemaReport::Inverse);
@@ -405,7 +415,7 @@ void PartsCheck::vTypeWordsCheck(const Type& type) {
     loss.isFixed = string && !string->isFixed() && words.back().keyword == "FIXED";
     if (!loss.isAny())
         return;
-    auto& finding = wordsAdd(words, std::string(declaration_.name.text), loss);
+    auto& finding = wordsAdd(words, sOwner(declaration_), loss);
     if (loss.isType)
         run_.boTake(finding, SchemaReport::Underlying);
 }
@@ -497,9 +507,9 @@ void PartsCheck::vRuleCheck(const ExpressMember& rule) {
                         rule.expression.find('\n', semicolon) != std::string_view::npos);
     if (!isCut)
         return;
-    auto& finding = run_.add("E007", rule.name.position,
-                             "the rule " + sNamed(rule.name.text) + " of " + sNamed(declaration_.name.text) +
-                                 " is cut short");
+    auto& finding =
+        run_.add("E007", rule.name.position,
+                 "the rule " + sNamed(rule.name.text) + " of " + sOwner(declaration_) + " is cut short");
     finding.subject = declaration_.name.text;
     finding.notes.push_back({std::string(cutReason(rule.expression)), {}});
 }
@@ -507,7 +517,7 @@ void PartsCheck::vRuleCheck(const ExpressMember& rule) {
 /// WHERE without a rule is reported as one that is not understood.
 void PartsCheck::vNoRulesCheck(const Where& where) {
     auto& finding = run_.add("E007", declaration_.name.position,
-                             "the WHERE clause of " + sNamed(declaration_.name.text) + " has no rule");
+                             "the WHERE clause of " + sOwner(declaration_) + " has no rule");
     finding.subject = declaration_.name.text;
     run_.boRuleTake(finding, where.getText());
 }
@@ -533,7 +543,7 @@ void PartsCheck::vWhereCheck(const Where* where) {
     const auto& lost = *rules[readCount];
     const auto after = rules.size() - readCount - 1;
     auto message = lost.name.text.empty() ? "a rule without label" : "the rule " + sNamed(lost.name.text);
-    message += " of " + sNamed(declaration_.name.text) + " cannot be read";
+    message += " of " + sOwner(declaration_) + " cannot be read";
     if (after > 0)
         message += ", and the " + (after > 1 ? std::to_string(after) + " rules" : std::string("rule")) +
                    " after it " + (after > 1 ? "are" : "is") + " lost";
@@ -556,9 +566,8 @@ bool boHasOpenComment(const SchemaRun& run, const ExpressDeclaration& declaratio
 /// What the keyword would have begun is lost, and why is said here.
 void vMisspeltAdd(SchemaRun& run, const ExpressDeclaration& declaration, std::size_t index) {
     const auto& [word, keyword] = declaration.misspelt[index];
-    auto& finding =
-        run.add("E006", word.position,
-                sNamed(word.text) + " in " + sNamed(declaration.name.text) + " is not read as a keyword");
+    auto& finding = run.add("E006", word.position,
+                            sNamed(word.text) + " in " + sOwner(declaration) + " is not read as a keyword");
     finding.subject = declaration.name.text;
     finding.notes.push_back({sKeywordHint(word.text, keyword), {}});
     // An entity that is not abstract is found at its name, and this finding is at the word itself.
@@ -584,6 +593,8 @@ void vMisspeltKeywordsCheck(SchemaRun& run) {
 namespace {
 
 std::string sGap(const ExpressGap& gap) {
+    if (gap.isSurplus)
+        return "there is a " + std::string(gap.missing) + " too many after " + sNamed(gap.last.text);
     const auto* const side = gap.isInside ? "in " : gap.isBefore ? "before " : "after ";
     return std::string(gap.missing) + " is missing " + side + sNamed(gap.last.text);
 }

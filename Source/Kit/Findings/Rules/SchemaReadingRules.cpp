@@ -2,10 +2,13 @@
 #include "Kit/Positions/ExpressScanner.h"
 #include "Kit/Text/AsciiText.h"
 #include "Kit/Text/FileKind.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaEntity.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
+#include "kiv/Format/Ifc/Def/Schema/IfcSchemaWhere.h"
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,6 +29,8 @@ std::size_t offsetIn(const SchemaRun& run, std::string_view part) {
 }
 
 std::string sDeclaration(const ExpressDeclaration& declaration) {
+    if (declaration.name.text.empty())
+        return sOwner(declaration);
     return std::string(keywordOf(declaration.kind)) + ' ' + sNamed(declaration.name.text);
 }
 
@@ -457,6 +462,21 @@ void vSemicolonsCheck(SchemaRun& run) {
 
 namespace {
 
+/// The rules in which a file was cut off are refused.
+void vCutRuleTake(SchemaRun& run, Finding& finding, const Declared& last) {
+    using ifc::def::schema::Entity;
+    using ifc::def::schema::Type;
+    const auto* const entity = Entity::pFrom(last.object);
+    const auto* const type = Type::pFrom(last.object);
+    const auto* const where = entity ? entity->pWhere() : type ? type->pWhere() : nullptr;
+    const auto& members = last.declaration->members;
+    if (!where || !run.boRuleTake(finding, where->getText()) || members.empty())
+        return;
+    const auto& rule = members.back();
+    run.vNoteAt(finding, rule.name.position,
+                "the rule " + sQualified(*last.declaration, rule.name.text) + " is cut off");
+}
+
 /// A file that was cut off lacks the end of its last declaration too.
 Finding& schemaEndMissingAdd(SchemaRun& run, const ExpressSchemaHeader& header) {
     auto& finding =
@@ -464,11 +484,15 @@ Finding& schemaEndMissingAdd(SchemaRun& run, const ExpressSchemaHeader& header) 
                 "the end of the schema " + sNamed(header.name.text) + " is missing: no line has END_SCHEMA");
     if (run.declared.empty())
         return finding;
+    run.pSchemaEndMissing = &finding;
     auto& last = run.declared.back();
-    if (last.finding && last.finding->code == "E004" && last.declaration->end.text.empty()) {
+    if (last.finding && run.isKept(*last.finding) && last.finding->code == "E004" &&
+        last.declaration->end.text.empty()) {
         run.vFindingTake(finding, *last.finding);
         finding.severity = Severity::Error;
         last.finding = &finding;
+        run.isCutInside = true;
+        vCutRuleTake(run, finding, last);
     }
     return finding;
 }
@@ -516,6 +540,35 @@ void vLostNameTake(SchemaRun& run) {
         return;
     missing->message += ": that may be what this would declare";
     run.vFindingTake(*run.headless.front().finding, *missing);
+}
+
+namespace {
+
+/// The finding is a note of the one about the cut.
+void vCutTake(Finding& cut, Finding& missing) {
+    cut.severity = std::max(cut.severity, missing.severity);
+    if (!cut.origin)
+        cut.origin = std::move(missing.origin);
+    // It stays where it is, and is not among the findings in the end.
+    missing.code = {};
+}
+
+} // namespace
+
+void vCutOffTake(SchemaRun& run) {
+    // Nobody misspells as many; of a file that ends between declarations nothing else shows that it was cut.
+    constexpr std::size_t MaxMisspelt = 10;
+    const auto missing = run.missingFindings();
+    if (!run.pSchemaEndMissing || missing.empty() || (!run.isCutInside && missing.size() <= MaxMisspelt))
+        return;
+    auto& cut = *run.pSchemaEndMissing;
+    const auto listed = std::min(missing.size(), SchemaRun::maxPlaces);
+    for (auto* const finding : std::span(missing).first(listed))
+        cut.notes.push_back({std::move(finding->message), finding->place});
+    for (auto* const finding : missing)
+        vCutTake(cut, *finding);
+    if (const auto more = missing.size() - listed; more > 0)
+        cut.notes.back().message += ", and " + std::to_string(more) + " more";
 }
 
 void vOtherReportsAdd(SchemaRun& run) {

@@ -402,7 +402,9 @@ constexpr Rule SchemaRules[] = {
      Severity::Warning,
      "The end of the schema is missing.",
      "END_SCHEMA, in capitals, ends a schema. Without it the rest of the file is read as a part of the "
-     "schema, and nothing shows whether the file is whole.",
+     "schema, and nothing shows whether the file is whole. Of a file that seems to be cut off, names that "
+     "are "
+     "not declared are notes of this finding: their declarations may be in the part that is lost.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "END_ENTITY;\n"},
@@ -456,7 +458,7 @@ constexpr Rule SchemaRules[] = {
      "name of a type, \":\" between that of an attribute and its type, FOR after the entity of an inverse "
      "one, and \":=\" before a value. Other programs refuse the schema. Bounds without \":\" are "
      "not read, and what comes next may be misread, which makes the finding an error, and is listed in the "
-     "notes.",
+     "notes. A second \":\" is found here too.",
      {"SCHEMA WALLS;\n"
       "TYPE Kind = ENUMERATION OF\n"
       "\t(SOLID\n"

@@ -54,6 +54,9 @@ void vExpressionNamesCheck(SchemaRun& run);
 /// name that is lost. The text that is left does not say which name that is: it is taken to be the one that
 /// is missing, where a single one is, and a single declaration lacks its name.
 void vLostNameTake(SchemaRun& run);
+/// E019 of a file that seems to be cut off takes the names that are not declared, as they may be in the part
+/// that is lost.
+void vCutOffTake(SchemaRun& run);
 /// R090: what the library reports and no rule explains.
 void vOtherReportsAdd(SchemaRun& run);
 

@@ -1199,6 +1199,89 @@ std::size_t errorsIn(const std::string& statements) {
     return static_cast<std::size_t>(std::ranges::count(findings, Severity::Error, &Finding::severity));
 }
 
+INSTANTIATE_TEST_SUITE_P(
+    ColonsTooMany, SchemaFindingsOf,
+    testing::Values(
+        Sample{"TYPE L = STRING;\nEND_TYPE;\nENTITY B;\n Name : L : REAL;\n Other : L : REAL;\nEND_ENTITY;\n",
+               "5:9+1 E022 warning: there is a \":\" too many after \"L\"\n"
+               "6:10+1 E022 warning: there is a \":\" too many after \"L\"\n"},
+        Sample{"ENTITY B;\n I : OPTIONAL J : REAL;\nEND_ENTITY;\n",
+               "3:15+1 E013 error: the type \"J\" of \"B.I\" is not declared\n"
+               "3:15+1 E022 warning: there is a \":\" too many after \"J\"\n"},
+        Sample{"ENTITY B;\n I : REAL:\n J : REAL;\nEND_ENTITY;\n",
+               "3:6+4 E009 warning: \";\" is missing after \"REAL\"\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    LengthsInTypes, SchemaFindingsOf,
+    testing::Values(
+        Sample{"ENTITY B;\n C : OPTIONAL STRING (255);\n D : LIST [1:?] OF STRING (255);\nEND_ENTITY;\n",
+               "3:2+1 E006 error: the length of \"C\" is not read\n"
+               "  it is read from round brackets right after STRING, without a blank\n"
+               "4:2+1 E006 error: the length of \"D\" is not read\n"
+               "  it is read from round brackets right after STRING, without a blank\n"},
+        Sample{"ENTITY B;\n C : OPTIONAL STRING(255);\n D : LIST [1:?] OF STRING;\nEND_ENTITY;\n", ""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    OpenBounds, SchemaFindingsOf,
+    testing::Values(
+        Sample{"ENTITY B;\n C : LIST [1:2;\nEND_ENTITY;\n",
+               "3:14+1 E022 error: \"]\" is missing after \"2\"\n  reported while reading: Type not found\n"},
+        Sample{
+            "TYPE B = LIST [1:2;\nEND_TYPE;\n",
+            "2:18+1 E022 error: \"]\" is missing after \"2\"\n  reported while reading: Type not found\n"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Nameless, SchemaFindingsOf,
+    testing::Values(Sample{"ENTITY B;\nEND_ENTITY;\nRULE FOR (B);\nWHERE\n W : Q > 0;\nEND_RULE;\n",
+                           "4:1+4 E002 error: a name is missing after \"RULE\"\n"
+                           "6:6+1 E018 warning: the name \"Q\" is not declared in the RULE without a name\n"},
+                    Sample{"TYPE = SELECT (X);\nEND_TYPE;\n",
+                           "2:1+4 E002 error: a name is missing after \"TYPE\"\n"
+                           "  2:16+1 the member \"X\" of the TYPE without a name is not declared: that may "
+                           "be what this would declare\n"
+                           "  reported while reading: Not type found\n"},
+                    Sample{"ENTITY B;\nEND_ENTITY;\nRULE FOR (B);\nWHERE\n W : 1 > 0;\n",
+                           "4:6+3 E004 error: END_RULE of the RULE without a name is missing\n"}));
+
+INSTANTIATE_TEST_SUITE_P(NamesInPieces, SchemaFindingsOf,
+                         testing::Values(Sample{
+                             "ENTITY B;\n C : Ifc Label Text;\nEND_ENTITY;\n",
+                             "3:6+14 E013 error: the type \"Ifc Label Text\" of \"B.C\" is not declared\n"}));
+
+INSTANTIATE_TEST_SUITE_P(Locals, SchemaFindingsOf,
+                         testing::Values(Sample{
+                             "FUNCTION F (A : STRING) : STRING;\n RETURN (A[n:m]);\nEND_FUNCTION;\n",
+                             "3:12+1 E018 warning: the name \"n\" is not declared in \"F\"\n3:14+1 E018 "
+                             "warning: the name \"m\" is not declared in \"F\"\n"}));
+
+/// Of a file that was cut off that is said once.
+TEST(SchemaFindings, OfACutOffFileNamesAreNoted) {
+    EXPECT_EQ(
+        sDump(findingsOfText("SCHEMA A;\nENTITY B\n SUBTYPE OF (C);\n D : E;\nEND_ENTITY;\nENTITY F;\n G "
+                             ": REAL;\n WHERE\n W : SELF.G >")),
+        "1:8+1 E019 error: the end of the schema \"A\" is missing: no line has END_SCHEMA\n"
+        "  6:8+1 END_ENTITY of ENTITY \"F\" is missing\n"
+        "  reported while reading: Got SyntaxError when parsing an express rule: Unexpected token at "
+        "2:1\n\nRule:  W : SELF.G >\n\n"
+        "  9:2+1 the rule \"F.W\" is cut off\n  3:14+1 the supertype \"C\" of \"B\" is not declared\n"
+        "  4:6+1 the type \"E\" of \"B.D\" is not declared\n");
+    std::string text = "SCHEMA A;\nENTITY B;\n";
+    for (std::size_t index = 0; index < 20; ++index)
+        text += "\tC" + std::to_string(index) + " : Nowhere" + std::to_string(index) + ";\n";
+    EXPECT_EQ(sDump(findingsOfText(text + "END_ENTITY;\n")),
+              "1:8+1 E019 error: the end of the schema \"A\" is missing: no line has END_SCHEMA\n"
+              "  3:7+8 the type \"Nowhere0\" of \"B.C0\" is not declared\n"
+              "  4:7+8 the type \"Nowhere1\" of \"B.C1\" is not declared\n"
+              "  5:7+8 the type \"Nowhere2\" of \"B.C2\" is not declared\n"
+              "  6:7+8 the type \"Nowhere3\" of \"B.C3\" is not declared\n"
+              "  7:7+8 the type \"Nowhere4\" of \"B.C4\" is not declared, and 15 more\n");
+}
+
+/// A single name is rather misspelt.
+TEST(SchemaFindings, WithoutTheEndOfTheSchemaANameIsAFinding) {
+    EXPECT_EQ(findingsOfText("SCHEMA A;\nENTITY B;\n C : D;\nEND_ENTITY;\n").size(), 2U);
+}
+
 /// What is over the limit takes no other finding with it.
 TEST(SchemaFindings, ErrorsStayAfterTooManyWarnings) {
     const auto warnings = sTooManyWrongBounds();
