@@ -186,8 +186,10 @@ void SchemaRun::vPartsJoin(const ExpressDeclaration& declaration, std::size_t in
         attributes_.insert({index, name.word.text});
     }
     for (const auto& member : declaration.members) {
-        if (member.kind <= ExpressMemberKind::Derived)
+        if (member.kind <= ExpressMemberKind::Derived) {
             attributes_.insert({index, member.name.text});
+            attributeNames_.insert(member.name.text);
+        }
         if (member.kind == ExpressMemberKind::Attribute)
             explicitAttributes_.insert({index, member.name.text});
     }
@@ -204,6 +206,7 @@ void SchemaRun::vSupertypesJoin() {
             else
                 entity.isLineKnown = false;
         }
+        areLinesKnown_ = areLinesKnown_ && entity.isLineKnown;
     }
 }
 
@@ -339,8 +342,12 @@ Finding* SchemaRun::pMissingBefore(const std::string& key, const TextPosition& p
 
 void SchemaRun::vMissingKeep(std::string key, Finding& finding) {
     // What is over the limit is forgotten: of its other uses each counts for itself.
-    if (isKept(finding))
-        missing_.try_emplace(std::move(key), Missing{&finding});
+    if (!isKept(finding))
+        return;
+    // Where the entity is not known, an attribute that one of them lacks is the same one.
+    if (const auto dot = key.rfind('.'); dot != std::string::npos)
+        missing_.try_emplace(key.substr(dot), Missing{&finding});
+    missing_.try_emplace(std::move(key), Missing{&finding});
 }
 
 void SchemaRun::vMeantKeep(const Declared& owner, std::string_view name, Finding& finding) {
@@ -488,6 +495,8 @@ std::vector<Finding*> SchemaRun::missingFindings() {
             findings.push_back(missing.finding);
     }
     std::ranges::sort(findings, {}, [](const Finding* finding) { return finding->place.position; });
+    const auto repeated = std::ranges::unique(findings);
+    findings.erase(repeated.begin(), repeated.end());
     return findings;
 }
 

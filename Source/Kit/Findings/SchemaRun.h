@@ -161,6 +161,10 @@ public:
     /// Whether an entity has an attribute of that name, from its supertypes too, or an enumeration has that
     /// item. Also true when that cannot be known.
     bool hasAttribute(const Declared& entity, std::string_view name) const;
+    /// Whether any entity has an attribute of that name. Also true when that cannot be known.
+    bool isAttribute(std::string_view name) const {
+        return !areLinesKnown_ || attributeNames_.contains(name);
+    }
     /// The same for explicit attributes of exactly that name, letter case included.
     bool hasExplicitAttribute(const Declared& entity, std::string_view name) const;
 
@@ -171,6 +175,8 @@ public:
     /// Keys compare names of the schema, and those that belong to an entity or a type: items, and attributes,
     /// which all entities share whose topmost supertype is the same, as one declaration can serve them all.
     static std::string sMissingKey(std::string_view name) { return sUpperWord(name); }
+    /// For an attribute of an entity that is not known.
+    static std::string sMissingAttributeKey(std::string_view name) { return '.' + sUpperWord(name); }
     std::string sMissingKey(const Declared& owner, std::string_view name) const;
     /// The finding about a missing name that was used before, of which this use becomes a note: "it is also "
     /// with what it is used for. Null at the first use.
@@ -261,6 +267,10 @@ private:
     // Takes what is over the limit.
     Finding surplus_;
     std::unordered_map<std::string_view, std::size_t, HashIgnoringCase, SameIgnoringCase> byName_;
+    // All supertypes are declared.
+    bool areLinesKnown_ = true;
+    // Of all entities.
+    std::unordered_set<std::string_view, HashIgnoringCase, SameIgnoringCase> attributeNames_;
     // Attributes of entities and items of enumerations.
     std::unordered_set<PartKey, PartKeyHash, SamePartKey> attributes_;
     std::unordered_set<PartKey, PartKeyHash, std::equal_to<>> explicitAttributes_;

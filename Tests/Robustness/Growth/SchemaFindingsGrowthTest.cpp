@@ -73,6 +73,14 @@ TEST(SchemaFindingsGrowthTest, UndefinedNames) {
                                        return sNumbered("Missing", i) + " + ";
                                    }) + "1 > 0;");
           }},
+         {"attributes after a dot", Many,
+          [](std::size_t count) {
+              return sJoined(count,
+                             [](std::size_t i) { return sEntity(sNumbered("E", i) + ";", "A : REAL;"); }) +
+                     sEntity("E;", " WHERE\n W : " + sJoined(count, [](std::size_t i) {
+                                       return "SELF.A." + sNumbered("Missing", i) + " + ";
+                                   }) + "1 > 0;");
+          }},
          {"names in one body", Many,
           [](std::size_t count) {
               return "FUNCTION F(A : REAL) : REAL;\n LOCAL\n" +

@@ -94,6 +94,8 @@ private:
     void vStringCheck(const ExpressToken& token);
     void vOtherSchemaCheck(const ExpressToken& token, std::string_view name);
     void vGroupCheck(std::size_t index);
+    bool isSelectedKnown(std::size_t index) const;
+    void vSelectedCheck(std::size_t index);
     void vGroupAttributeCheck(const Declared& entity, const ExpressToken& attribute);
     void vCallCheck(const ExpressToken& name);
     void vPlainCheck(std::size_t index);
@@ -261,7 +263,7 @@ void ExpressionReader::vTokenCheck(std::size_t index) {
     if (index > 0 && isSymbolAt(index - 1, '\\'))
         return vGroupCheck(index);
     if (index > 0 && isSymbolAt(index - 1, '.'))
-        return;
+        return vSelectedCheck(index);
     if (isSymbolAt(index + 1, '('))
         return vCallCheck(token);
     if (scope_ == Scope::Expression || !bodyWords().contains(token.text))
@@ -342,6 +344,40 @@ void ExpressionReader::vGroupAttributeCheck(const Declared& entity, const Expres
                                           " has no attribute " + sNamed(attribute.text));
     if (finding)
         run_.vNearestAttributeNote(*finding, attribute.text, entity);
+}
+
+/// Whether what is before the dot is looked at together with the name after it, or has a finding already.
+bool ExpressionReader::isSelectedKnown(std::size_t index) const {
+    if (index < 2)
+        return true;
+    const auto& before = tokens_[index - 2];
+    if (before.kind != ExpressTokenKind::Word)
+        return !before.isSymbol(')') && !before.isSymbol(']');
+    if (index > 2 && isSymbolAt(index - 3, '\\'))
+        return true;
+    if (isSameExpressWord(before.text, "SELF"))
+        return owner_.declaration->kind == Kind::Entity;
+    return !isVariable(before.text) && !run_.isAttribute(before.text);
+}
+
+/// An attribute of what is not known: of a variable, of another attribute, or of the result of a call.
+void ExpressionReader::vSelectedCheck(std::size_t index) {
+    const auto& name = tokens_[index];
+    if (isSelectedKnown(index) || run_.isAttribute(name.text) || run_.isItem(name.text) ||
+        run_.isCutOff(name.text))
+        return;
+    auto* const finding = pMissingAdd(SchemaRun::sMissingAttributeKey(name.text), name.position,
+                                      "the attribute " + sNamed(name.text) + " is not declared");
+    if (!finding || !run_.isNearestOffered())
+        return;
+    std::vector<std::string_view> names;
+    for (const auto& one : run_.declared) {
+        for (const auto& member : one.declaration->members) {
+            if (member.kind <= ExpressMemberKind::Derived)
+                names.push_back(member.name.text);
+        }
+    }
+    run_.vNearestNote(*finding, name.text, {}, std::move(names));
 }
 
 /// name ( ... )

@@ -379,7 +379,9 @@ constexpr Rule SchemaRules[] = {
      "An expression uses an attribute, an entity, a function, an item or a variable that is not declared.",
      "This looks at WHERE rules, derived attributes, functions and global rules, and in strings at names "
      "such as 'IFC4.IFCWALL', which TYPEOF and USEDIN give. A misspelt keyword in the body of a function is "
-     "such a name too, and the note has the one that is meant. A rule with a name that means nothing, or "
+     "such a name too, and the note has the one that is meant. After the dot of what is no name of the "
+     "schema "
+     "any attribute will do, as long as some entity has it. A rule with a name that means nothing, or "
      "with "
      "that of another schema, cannot be evaluated, or is never fulfilled. The schema is read all the same.",
      {"SCHEMA WALLS;\n"

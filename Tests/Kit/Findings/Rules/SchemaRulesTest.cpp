@@ -1254,6 +1254,29 @@ INSTANTIATE_TEST_SUITE_P(Locals, SchemaFindingsOf,
                              "3:12+1 E018 warning: the name \"n\" is not declared in \"F\"\n3:14+1 E018 "
                              "warning: the name \"m\" is not declared in \"F\"\n"}));
 
+/// Some entity has what comes after a dot, or nothing has.
+INSTANTIATE_TEST_SUITE_P(
+    AttributesOfAnything, SchemaFindingsOf,
+    testing::Values(
+        Sample{"TYPE K = ENUMERATION OF (X);\nEND_TYPE;\nENTITY B;\n Kind : K;\n Walls : SET [1:?] OF B;\n "
+               "WHERE\n"
+               " W : EXISTS(SELF.Kind.Foo);\n V : SIZEOF(QUERY(t <* Walls | t.Wals <> ?)) > 0;\nEND_ENTITY;\n"
+               "FUNCTION F (A : B) : K;\n RETURN (A.Foo);\nEND_FUNCTION;\n",
+               "8:23+3 E018 warning: the attribute \"Foo\" is not declared in the rule \"W\" of \"B\"\n"
+               "  12:12+3 it is also used in \"F\"\n"
+               "9:34+4 E018 warning: the attribute \"Wals\" is not declared in the rule \"V\" of \"B\"\n"
+               "  did you mean \"Walls\"?\n"},
+        // What an entity lacks is missing once.
+        Sample{"ENTITY B;\n WHERE\n W : SELF.Foo > 0;\nEND_ENTITY;\n"
+               "FUNCTION F (A : B) : REAL;\n RETURN (A.Foo);\nEND_FUNCTION;\n",
+               "4:11+3 E018 warning: the attribute \"Foo\" is not declared in the rule \"W\" of \"B\"\n"
+               "  7:12+3 it is also used in \"F\"\n"},
+        // The supertype that is not declared may have it.
+        Sample{"ENTITY B\n SUBTYPE OF (C);\nEND_ENTITY;\n"
+               "FUNCTION F (A : B) : REAL;\n RETURN (A.Foo);\nEND_FUNCTION;\n",
+               "3:14+1 E011 error: the supertype \"C\" of \"B\" is not declared\n"
+               "  reported while reading: Entity not found\n"}));
+
 /// Of a file that was cut off that is said once.
 TEST(SchemaFindings, OfACutOffFileNamesAreNoted) {
     EXPECT_EQ(
