@@ -16,6 +16,8 @@ if [ -n "$data" ]; then
     mount -o remount,bind,ro "$root/data"
     settings+=(KIV_TEST_DATA=/data)
 fi
+# In CI, warnings are errors there too.
+[ -z "${CI:-}" ] || settings+=("CI=$CI")
 for proxy in http_proxy https_proxy no_proxy; do
     [ -z "${!proxy:-}" ] || settings+=("$proxy=${!proxy}")
 done

@@ -5,7 +5,10 @@
 dev_test() {
     local preset=${1:-dev} log status=0
     log=build/$preset/test.log
-    [ "$preset" != clang ] || need clang
+    case $preset in
+    clang) need clang ;;
+    asan) need clang libclang-rt-14-dev ;;
+    esac
     # The first compares what kivifc writes for programs with schemas, the second calls the hook for commits.
     need python3-jsonschema git
     build "$preset"
