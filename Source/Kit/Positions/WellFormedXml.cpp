@@ -12,7 +12,11 @@ namespace kiv::kit {
 namespace {
 
 constexpr std::string_view CommentBegin = "<!--";
+constexpr std::string_view CommentEnd = "-->";
 constexpr std::string_view CdataBegin = "<![CDATA[";
+constexpr std::string_view CdataEnd = "]]>";
+constexpr std::string_view InstructionBegin = "<?";
+constexpr std::string_view InstructionEnd = "?>";
 
 constexpr std::pair<std::string_view, char> Entities[] = {
     {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
@@ -93,11 +97,11 @@ XmlPiece WellFormedXml::markup() {
     if (rest.starts_with("</"))
         return pieceUpTo(XmlPieceKind::EndTag, ">", 2);
     if (rest.starts_with(CommentBegin))
-        return pieceUpTo(XmlPieceKind::Comment, "-->", CommentBegin.size());
+        return pieceUpTo(XmlPieceKind::Comment, CommentEnd, CommentBegin.size());
     if (rest.starts_with(CdataBegin))
-        return pieceUpTo(XmlPieceKind::Cdata, "]]>", CdataBegin.size());
-    if (rest.starts_with("<?"))
-        return pieceUpTo(XmlPieceKind::Instruction, "?>", 2);
+        return pieceUpTo(XmlPieceKind::Cdata, CdataEnd, CdataBegin.size());
+    if (rest.starts_with(InstructionBegin))
+        return pieceUpTo(XmlPieceKind::Instruction, InstructionEnd, InstructionBegin.size());
     return tag();
 }
 
@@ -123,13 +127,21 @@ bool isWithoutDocumentType(std::string_view text) {
     return !text.substr(piece.offset).starts_with("<!DOCTYPE");
 }
 
-std::size_t mostStartTags(std::string_view text) {
-    // "<a/>", which nothing else is as short as.
-    constexpr std::size_t ShortestElement = 4;
-    const auto most = text.size() / ShortestElement;
+std::size_t startTags(std::string_view text) {
     std::size_t tags = 0;
-    for (auto at = text.find('<'); at != std::string_view::npos && tags != most; at = text.find('<', at + 1))
-        tags += at + 1 != text.size() && isNameBegin(text[at + 1]) ? 1U : 0U;
+    for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
+        const auto rest = text.substr(at);
+        if (rest.starts_with(CommentBegin))
+            at = text.find(CommentEnd, at + CommentBegin.size());
+        else if (rest.starts_with(CdataBegin))
+            at = text.find(CdataEnd, at + CdataBegin.size());
+        else if (rest.starts_with(InstructionBegin))
+            at = text.find(InstructionEnd, at + InstructionBegin.size());
+        else if (rest.size() > 1 && isNameBegin(rest[1]))
+            ++tags;
+        if (at == std::string_view::npos)
+            break;
+    }
     return tags;
 }
 

@@ -261,7 +261,7 @@ void XmlPositionsReader::vProcessingInstruction(const XML_Char* target, const XM
 }
 
 void XmlPositionsReader::vWellFormedRead() {
-    vRoomForAll(data_.elements, mostStartTags(data_.text), meter_);
+    vRoomForAll(data_.elements, startTags(data_.text), meter_);
     WellFormedXml xml(data_.text);
     for (auto piece = xml.next(); piece.kind != XmlPieceKind::End; piece = xml.next()) {
         offset_ = piece.offset;
