@@ -154,6 +154,17 @@ std::string sAsciiOf(std::string_view text) {
     return ascii;
 }
 
+std::string sWithoutUnseen(std::string_view text) {
+    if (isAsciiOnly(text))
+        return std::string(text);
+    std::string seen;
+    for (Points points(text); points.boNext();) {
+        if (!points.isUnseen())
+            seen += points.bytes();
+    }
+    return seen;
+}
+
 std::string sUnmixed(std::string_view text) {
     if (isAsciiOnly(text))
         return std::string(text);

@@ -45,6 +45,9 @@ std::string sAsciiOf(std::string_view text);
 /// The same for the words alone in which letters are mixed.
 std::string sUnmixed(std::string_view text);
 
+/// The text without what cannot be seen, and otherwise as it is.
+std::string sWithoutUnseen(std::string_view text);
+
 /// "U+0430"
 std::string sCodeOf(char32_t character);
 

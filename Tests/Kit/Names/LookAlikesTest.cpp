@@ -36,6 +36,13 @@ TEST(LookAlikesTest, AnyCharacterThatIsNotWhatItLooksLikeIsFound) {
     }
 }
 
+TEST(LookAlikesTest, OnlyWhatCannotBeSeenIsLeftOut) {
+    EXPECT_EQ(sWithoutUnseen("A\u200BB\u202E"), "AB");
+    for (const std::string text :
+         {"", "A  B", "A\u2013B", "A\u00A0B", "\u0422\u041E\u0420", "IfcW\u0430ll", "\uFF21"})
+        EXPECT_EQ(sWithoutUnseen(text), text);
+}
+
 TEST(LookAlikesTest, WordsOfTwoScriptsAreMixed) {
     struct Row {
         std::string_view text;

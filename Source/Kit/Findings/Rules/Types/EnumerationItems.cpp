@@ -38,9 +38,14 @@ bool boIsSeveral(std::string_view item) {
     return words > 1;
 }
 
-/// A letter of another script is the mistake of the one that has it.
+/// Without what is found in a name as such (N005, N008), so that one mistake has one finding. Dashes, blanks
+/// and words of another script are not: they tell two names apart.
+std::string sClean(std::string_view item) {
+    return sUnmixed(sWithoutUnseen(item));
+}
+
 std::string sKey(std::string_view item) {
-    return sUpperCase(sAsciiOf(item));
+    return sUpperCase(sClean(item));
 }
 
 } // namespace
@@ -162,7 +167,7 @@ bool EnumerationItems::boIsStrange(XmlIndex child, const ItemsByName& items, Nam
         return false;
     }
     const auto found = items.find(sKey(name));
-    return found == items.end() || sAsciiOf(found->second) != sAsciiOf(name);
+    return found == items.end() || sClean(found->second) != sClean(name);
 }
 
 void EnumerationItems::vStrangerAdd(XmlIndex nameElement, const ItemsByName& items) {

@@ -15,12 +15,19 @@ namespace {
 
 using test::sSetOf;
 using test::TypeCase;
+using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 /// The items of an enumeration, or what else is in its list; the first begins in column 55.
 std::string sItems(std::string_view items, std::string_view constants = {}) {
     return sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"PEnum_A\">" + std::string(items) +
                   "</EnumList>" + std::string(constants) + "</TypePropertyEnumeratedValue>");
+}
+
+/// A list of one constant.
+std::string sConstant(const std::string& name) {
+    return "<ConstantList><ConstantDef><Name>" + name + "</Name></ConstantDef></ConstantList>";
 }
 
 class EnumerationItemsTest : public testing::TestWithParam<TypeCase> {};
@@ -68,6 +75,38 @@ INSTANTIATE_TEST_SUITE_P(
          {"5:115+1 warning T011 the constant \"x\" is no item of the enumeration | the item is written "
           "\"X\""}},
     }));
+
+/// Nothing but the constant is wrong in these: no other rule finds what tells its name from that of the item.
+TEST(EnumerationItems, ConstantsThatLookLikeAnItemAreStillNone) {
+    struct {
+        std::string item;
+        std::string constant;
+    } const rows[] = {
+        {"A\u2013B", "A-B"},           // a dash
+        {"\u0422\u041E\u0420", "TOP"}, // a word of Cyrillic
+        {"A\u00A0B", "A B"},           // a blank that is no space
+        {"1\u20442", "1/2"},           // a slash
+        {"\uFF21\uFF22", "AB"},        // wide forms
+    };
+    for (const auto& row : rows)
+        EXPECT_THAT(
+            test::findingLines(sItems("<EnumItem>" + row.item + "</EnumItem>", sConstant(row.constant))),
+            ElementsAre(HasSubstr(" warning T011 the constant \"" + row.constant + "\"")));
+}
+
+TEST(EnumerationItems, ItemsThatLookAlikeAreTwo) {
+    // Were one of them repeated, the constant could be the one that was to be in its place.
+    EXPECT_THAT(
+        test::findingLines(sItems("<EnumItem>A\u2013B</EnumItem><EnumItem>A-B</EnumItem>", sConstant("C"))),
+        ElementsAre(HasSubstr(" warning T011 the constant \"C\"")));
+}
+
+TEST(EnumerationItems, AnItemThatIsFoundAsSuchIsThatOfItsConstant) {
+    EXPECT_THAT(test::findingLines(sItems("<EnumItem>A\u200BB</EnumItem>", sConstant("AB"))),
+                ElementsAre(HasSubstr(" warning N005 ")));
+    EXPECT_THAT(test::findingLines(sItems("<EnumItem>\u0410B</EnumItem>", sConstant("AB"))),
+                ElementsAre(HasSubstr(" warning N008 ")));
+}
 
 TEST(EnumerationItems, BlanksAroundAnItemAreMended) {
     const auto mended = test::sMended(sItems("<EnumItem>\n A </EnumItem>"));
