@@ -83,7 +83,7 @@ private:
     void vTypeValueCheck();
     bool boIsAfterDomain(const ClassText& value) const;
     void vTodayTypeValueAdd(std::string_view part, std::string_view today);
-    std::string sTodayOf(std::string_view part) const;
+    std::string sTodayOf(std::string_view part);
     void vOtherTypeValueCheck(std::string_view text);
     bool boMatchesAClass(const ClassText& value) const;
     bool boHasLostClass() const;
@@ -514,7 +514,7 @@ void ClassCheck::vTodayTypeValueAdd(std::string_view part, std::string_view toda
 }
 
 /// One class of a type value, with any mark between it and its predefined type; empty when it is no class.
-std::string ClassCheck::sTodayOf(std::string_view part) const {
+std::string ClassCheck::sTodayOf(std::string_view part) {
     const auto mark = std::min(part.find_first_of(ClassMarks), part.size());
     const auto text = classTextOf(part);
     const auto* entity = pEntityOf(text ? text->name : trimmed(part.substr(0, mark)));
@@ -526,6 +526,9 @@ std::string ClassCheck::sTodayOf(std::string_view part) const {
              : trimmed(part.substr(std::min(part.find_first_not_of(ClassMarks, mark), part.size())));
     if (text && rest.empty())
         return today;
+    // It may be another attribute of the class.
+    if (!boIsPredefinedType(*entity, rest))
+        return {};
     today.append("/").append(rest);
     const auto whole = classTextOf(today);
     return whole && !whole->predefinedType.empty() ? today : std::string();

@@ -282,6 +282,8 @@ INSTANTIATE_TEST_SUITE_P(
         {"the type of the class", sClasses({"IfcWall"}, "IfcWallType"), {}},
         {"a text", sClasses({"IfcWall"}, "walls of all kinds"), {}},
         {"another attribute", sClasses({"IfcWall"}, "IfcSlab.ObjectType=\"X\""), {}},
+        {"an attribute of the class", sClasses({"IfcWall"}, "IfcWall.Name"), {}},
+        {"another attribute of the class", sClasses({"IfcWall"}, "IfcWall.ObjectType"), {}},
         {"the older spelling",
          sClasses({"IfcWall"}, "IfcWall.PredefinedType=\"SOLIDWALL\""),
          {"4:22+34 note C014 the applicable type value is in the older spelling "
