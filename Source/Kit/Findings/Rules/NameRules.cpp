@@ -53,8 +53,8 @@ Stray strayBlanksIn(std::string_view name) {
 }
 
 /// The first thing that does not belong inside the name; its offset is npos when all does.
-Stray strayIn(std::string_view name) {
-    auto first = strayBlanksIn(name);
+Stray strayIn(std::string_view name, bool areBlanksFound) {
+    auto first = areBlanksFound ? strayBlanksIn(name) : Stray();
     // In ASCII, which most names are, there is no invisible character.
     if (std::ranges::all_of(name, isAscii))
         return first;
@@ -112,8 +112,8 @@ void vCharactersCheck(RuleRun& run, XmlIndex element, const XmlAttribute* attrib
     const auto& text = attribute ? attribute->value : run.xml.getElement(element).trimmedText;
     const auto whole = attribute ? name : run.xml.getElement(element).text;
     const auto named = "the " + std::string(what) + " " + sQuoted(name);
-    const auto stray = strayIn(name);
-    if (stray.offset != std::string_view::npos && (!stray.code.empty() || areBlanksFound)) {
+    const auto stray = strayIn(name, areBlanksFound);
+    if (stray.offset != std::string_view::npos) {
         auto& draft = addAtName(run, "N005", element, attribute, named + sContains(stray));
         vPartPlace(draft, text, whole, name.substr(stray.offset, stray.size));
         return;

@@ -194,6 +194,9 @@ TEST(NameRulesTest, LettersOfAnotherScriptInEnumerationsAreOneMistake) {
                 ElementsAre(testing::StartsWith("7:35+1 warning N008 the name of the constant ")));
     EXPECT_THAT(findingLines(enumeration("PEnum_A", "N\u200BEW", "NEW")),
                 ElementsAre(testing::StartsWith("6:12+1 warning N005 the item ")));
+    // Items may be texts with several blanks, after which there is something all the same.
+    EXPECT_THAT(findingLines(enumeration("PEnum_A", "A  B\u200Bx", "A  Bx")),
+                ElementsAre(testing::StartsWith("6:15+1 warning N005 the item ")));
 }
 
 } // namespace
