@@ -8,8 +8,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <span>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace kiv::kit {
 
@@ -65,6 +67,12 @@ std::string sMeantCodes(std::string_view codes) {
         rest.remove_prefix(next);
     }
     return meant;
+}
+
+/// Those that become findings of one code.
+template <class Item>
+std::span<const Item> mostOf(const std::vector<Item>& items) {
+    return std::span(items).first(std::min(items.size(), RuleRun::maxFindingsPerCode));
 }
 
 /// "T001, T002 or G": a comment may name very many.
@@ -230,13 +238,14 @@ Finding IgnoreComments::misspeltFinding(const Misspelt& comment) const {
 std::vector<Finding>
 IgnoreComments::unusedFindings(const std::function<bool(std::string_view)>& isLookedFor) const {
     std::vector<Finding> findings;
-    for (const auto& position : emptyComments_)
+    for (const auto& position : mostOf(emptyComments_))
         findings.push_back(emptyFinding(position));
-    for (const auto& comment : misspelt_)
+    for (const auto& comment : mostOf(misspelt_))
         findings.push_back(misspeltFinding(comment));
     const auto isUnused = [&](const Code& code) {
         return !code.isUsed && (!code.isKnown || !isLookedFor || isLookedFor(code.code));
     };
+    const auto last = findings.size() + RuleRun::maxFindingsPerCode;
     // The codes of one comment are side by side.
     std::vector<const Code*> unused;
     for (const auto& code : codes_) {
@@ -244,6 +253,8 @@ IgnoreComments::unusedFindings(const std::function<bool(std::string_view)>& isLo
             findings.push_back(unusedFinding(unused));
             unused.clear();
         }
+        if (findings.size() == last)
+            return findings;
         if (isUnused(code))
             unused.push_back(&code);
     }

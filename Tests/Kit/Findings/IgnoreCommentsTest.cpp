@@ -107,6 +107,16 @@ TEST(IgnoreComments, UnknownCodeAndMissingElementAreSaid) {
     EXPECT_EQ(last[0].notes[0].message, "no element follows the comment");
 }
 
+TEST(IgnoreComments, FindingsOfOneCodeAreLimited) {
+    constexpr std::size_t Most = 10'000;
+    for (const std::string comment : {"kivifc: ignore T001", "kivifc: ignore", "kivifc: ignor T001"}) {
+        std::string text = "<A>";
+        for (std::size_t count = 0; count != Most + 2; ++count)
+            text += "<!-- " + comment + " --><B/>";
+        EXPECT_THAT(ignores(text + "</A>").unusedFindings(), SizeIs(Most)) << comment;
+    }
+}
+
 TEST(IgnoreComments, OneFindingHasAllCodesOfAComment) {
     auto comments = ignores("<A><!-- kivifc: ignore T006 because of S001 --><B/>\n"
                             "<!-- kivifc: ignore T007, G --><C/></A>");
