@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -159,11 +160,20 @@ void vMissingAttributeCheck(RuleRun& run, XmlIndex element, std::string_view att
         run.add("S005", element, std::move(message)).vSeverity(severity);
 }
 
-/// Adds an attribute to the finding about the first one, which is over the limits when it is not there.
-void vAnotherNote(RuleRun& run, std::size_t draft, const XmlAttribute& first, const XmlAttribute& other) {
+/// Adds attributes to the finding about the first one, which is over the limits when it is not there.
+void vOthersNote(RuleRun& run, std::size_t place, const XmlAttribute& first,
+                 const std::vector<const XmlAttribute*>& others) {
     auto& drafts = run.getDrafts();
-    if (draft < drafts.size() && drafts[draft].subject.attribute == &first)
-        drafts[draft].vNoteAt("nor is " + sQuoted(other.name), other.position);
+    if (place >= drafts.size() || drafts[place].subject.attribute != &first)
+        return;
+    auto& draft = drafts[place];
+    // Hostile documents have thousands.
+    constexpr std::size_t maxShown = 10;
+    const auto shown = std::min(others.size(), maxShown);
+    for (const auto* other : std::span(others).first(shown))
+        draft.vNoteAt("nor is " + sQuoted(other->name), other->position);
+    if (shown != others.size())
+        draft.vNote("and " + std::to_string(others.size() - shown) + " more");
 }
 
 void vUnknownAdd(RuleRun& run, XmlIndex element, const ElementRule& rule,
@@ -171,15 +181,12 @@ void vUnknownAdd(RuleRun& run, XmlIndex element, const ElementRule& rule,
     // Several that are like none of the legal ones are one mistake.
     const UnknownAttribute* strange = nullptr;
     std::size_t draft = 0;
-    // Hostile documents have thousands.
-    constexpr std::size_t maxShown = 10;
-    std::size_t others = 0;
+    std::vector<const XmlAttribute*> others;
     for (const auto& item : unknown) {
         const bool isStrange =
             item.match.name.empty() && elementFor(run, element, rule, item.attribute->name).empty();
         if (isStrange && strange) {
-            if (++others <= maxShown)
-                vAnotherNote(run, draft, *strange->attribute, *item.attribute);
+            others.push_back(item.attribute);
             continue;
         }
         if (isStrange) {
@@ -188,6 +195,8 @@ void vUnknownAdd(RuleRun& run, XmlIndex element, const ElementRule& rule,
         }
         vAttributeAdd(run, element, rule, item, claims);
     }
+    if (strange)
+        vOthersNote(run, draft, *strange->attribute, others);
 }
 
 } // namespace
