@@ -75,9 +75,14 @@ void FixedValues::vTemplateTypeCheck() {
     const std::span<const std::string_view> legal =
         run_.outline.kind == SetKind::QuantitySet ? std::span<const std::string_view>(QuantityTemplateTypes)
                                                   : PropertyTemplateTypes;
-    if (!type || type->value.value.empty() || std::ranges::find(legal, type->value.value) != legal.end())
+    if (!type || std::ranges::find(legal, type->value.value) != legal.end())
         return;
-    if (auto* draft = pValueAdd("S007", 0, type, type->value, "template type", legal))
+    // Readers take an empty one for none.
+    auto* draft =
+        type->value.value.empty()
+            ? &run_.addAtValue("S007", 0, *type, "the template type is empty").vSeverity(Severity::Warning)
+            : pValueAdd("S007", 0, type, type->value, "template type", legal);
+    if (draft)
         draft->vNote("legal values: " + sQuotedList({legal.begin(), legal.end()}));
 }
 

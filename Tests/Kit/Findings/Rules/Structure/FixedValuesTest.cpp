@@ -29,8 +29,11 @@ TEST(FixedValuesTest, ATemplateTypeHasLegalValues) {
     EXPECT_THAT(lines[0], testing::EndsWith("| the library reports: Illegal templatetype used"));
 }
 
-TEST(FixedValuesTest, AnEmptyTemplateTypeIsLegal) {
-    EXPECT_THAT(findingLines(setWith(property(""), " templatetype=\"\"")), IsEmpty());
+TEST(FixedValuesTest, AnEmptyTemplateTypeIsNone) {
+    EXPECT_THAT(
+        findingLines(setWith(property(""), " templatetype=\"\"")),
+        ElementsAre(testing::StartsWith(
+            "1:17+12 warning S007 the template type is empty | legal values: \"PSET_TYPEDRIVENONLY\"")));
 }
 
 TEST(FixedValuesTest, UnitsAreThoseOfTheSchema) {
