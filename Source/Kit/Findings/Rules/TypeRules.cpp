@@ -68,6 +68,7 @@ private:
     bool boCounts(const TypeOutline& type) const;
     bool boIsGiven(const TypeOutline& type) const;
     bool boHasReference(const TypeOutline& type) const;
+    bool boRefers(const TypeOutline& type) const;
     const schema::ObjectBase* pObjectOf(const TypeOutline& type);
     void vUnknownAdd(const TypeOutline& type, std::string_view name);
     void vSpellingCheck(const TypeOutline& type, const schema::ObjectBase& object);
@@ -134,6 +135,12 @@ bool TypeCheck::boHasReference(const TypeOutline& type) const {
     return hasReference_[static_cast<std::size_t>(type.member)];
 }
 
+/// Whether the name is that of what a reference leads to.
+bool TypeCheck::boRefers(const TypeOutline& type) const {
+    return type.use == TypeUse::Reference ||
+           (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
+}
+
 void TypeCheck::vTypeCheck(const TypeOutline& type) {
     const auto* object = pObjectOf(type);
     if (!object)
@@ -177,7 +184,7 @@ void TypeCheck::vUnknownAdd(const TypeOutline& type, std::string_view name) {
     }
     auto& draft = run_.addAtValue("T001", type.element, *type.attribute,
                                   names_.sSchema() + " has no type " + sQuoted(name));
-    const bool wantsEntity = type.use == TypeUse::Reference;
+    const bool wantsEntity = boRefers(type);
     if (const auto meant = wantsEntity ? std::string_view() : typeForForeign(name);
         !meant.empty() && run_.schema.pObjectFromName(meant))
         draft.vNote("did you mean " + sQuoted(meant) + "?");
@@ -202,11 +209,9 @@ void TypeCheck::vSpellingCheck(const TypeOutline& type, const schema::ObjectBase
 }
 
 void TypeCheck::vUseCheck(const TypeOutline& type, const schema::ObjectBase& object) {
-    const bool isReference =
-        type.use == TypeUse::Reference || (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
     if (type.use == TypeUse::Value)
         vValueTypeCheck(type, object);
-    else if (isReference)
+    else if (boRefers(type))
         vReferenceCheck(type, object);
     else if (type.use == TypeUse::ReferenceDataType && boCounts(type))
         vContradictionCheck(type, object);

@@ -44,6 +44,9 @@ INSTANTIATE_TEST_SUITE_P(
          sSetOf("<TypePropertySingleValue><!-- \xC3\xA4 --><DataType "
                 "type=\"\xC3\xA4\xC3\xA4\"/></TypePropertySingleValue>"),
          {"5:52+2 error T001 IFC4 has no type \"\xC3\xA4\xC3\xA4\"" + Asserted}},
+        {"unknown where only an entity can be meant",
+         sSetOf("<TypePropertyReferenceValue><DataType type=\"IfcPersn\"/></TypePropertyReferenceValue>"),
+         {"5:45+8 error T001 IFC4 has no type \"IfcPersn\" | did you mean \"IfcPerson\"?" + Asserted}},
         {"in another release",
          sSingle("IfcHourInDay"),
          {"5:42+12 error T002 the type \"IfcHourInDay\" is not in IFC4 but in IFC2X3" + Asserted}},
