@@ -232,6 +232,9 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     items.erase(std::unique(items.begin(), items.end()), items.end());
     const Spot spot{documents_.size() - 1, attribute->value.position};
     vSpellingAdd('E', name, spot.position);
+    // That there are none is found in the document itself.
+    if (items.empty())
+        return;
     // What hosts add may hide what is standard, enumerations included.
     std::string key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));
     enumerationNames_.try_emplace(key, name);

@@ -46,8 +46,7 @@ std::span<const Rule> getClassRules() {
          WallClassSet},
         {"C007", "no-classes", Severity::Note, "A set names no class that it applies to.",
          "A set without classes is one without restriction: it is listed only where such sets are asked "
-         "for.\n"
-         "\nName the classes in \"ApplicableClasses\", unless the set is for everything.",
+         "for.\n\nName the classes in \"ApplicableClasses\", unless the set is for everything.",
          changed(WallSet,
                  {{"  <ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>\n", ""}}),
          WallClassSet},
@@ -100,12 +99,11 @@ std::span<const Rule> getClassRules() {
                                      "  <PropertyDefs>"}})},
         {"C014", "older-type-value", Severity::Note,
          "The applicable type value is in another spelling than today's.",
-         "Documents of IFC 2x3 wrote Class.PredefinedType=\"X\" for what is Class/X since. Readers that look "
-         "at the type value may know one of them only. In documents that declare IFC 2x3 it is not "
+         "Documents of IFC 2x3 wrote Class.PredefinedType=\"X\" for what is Class/X since. Readers that "
+         "look at the type value may know one of them only. In documents that declare IFC 2x3 it is not "
          "reported. Other marks between a class and its predefined type, such as \"\\\" or \":\", and \";\" "
-         "between "
-         "classes are in no document of IFC.\n"
-         "\nWrite Class/X, and several of them with a comma between.",
+         "between classes are in no document of IFC.\n\nWrite Class/X, and several of them with a comma "
+         "between.",
          changed(WallClassSet,
                  {{"<PropertyDefs>",
                    R"xml(<ApplicableTypeValue>IfcWall.PredefinedType="SOLIDWALL"</ApplicableTypeValue>

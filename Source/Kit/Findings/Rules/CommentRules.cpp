@@ -32,11 +32,10 @@ std::span<const Rule> getCommentRules() {
          withoutComments},
         {IgnoreComments::misspeltCode, "misspelt-ignore", Severity::Note,
          "A comment looks like one that ignores findings, and is none.",
-         "Comments that ignore findings begin with \"kivifc: ignore\", in lower case and with the colon, and "
-         "then name codes: <!-- kivifc: ignore T001 -->. One that is written in another way is a comment "
-         "like "
-         "any other and hides nothing. It is about the next element and what is inside it, so that there is "
-         "no other form for the next line.\n\nWrite it as above, or remove the comment.",
+         "Comments that ignore findings begin with \"kivifc: ignore\", in lower case and with the colon, "
+         "and then name codes: <!-- kivifc: ignore T001 -->. One that is written in another way is a "
+         "comment like any other and hides nothing. It is about the next element and what is inside it, so "
+         "that there is no other form for the next line.\n\nWrite it as above, or remove the comment.",
          changed(withoutComments,
                  {{"<ApplicableClasses><ClassName>IfcWall</ClassName></ApplicableClasses>",
                    "<!-- kivifc: ignor T001 -->\n"

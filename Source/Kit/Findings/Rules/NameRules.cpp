@@ -307,9 +307,8 @@ std::span<const Rule> getNameRules() {
          Severity::Warning,
          "An enumeration has an empty name.",
          "Models refer to an enumeration by its name, which documents write with \"PEnum_\" before it. An "
-         "\"EnumList\" whose name is empty, or \"PEnum_\" alone, makes an enumeration that nothing can refer "
-         "to.\n\n"
-         "Name it after what its items say, for example \"PEnum_Status\".",
+         "\"EnumList\" whose name is empty, or \"PEnum_\" alone, makes an enumeration that nothing can "
+         "refer to.\n\nName it after what its items say, for example \"PEnum_Status\".",
          {R"xml(<PropertySetDef>
   <IfcVersion version="IFC4"/>
   <Name>Pset_WallCommon</Name>
@@ -379,8 +378,7 @@ std::span<const Rule> getNameRules() {
          "A name has a letter of another script that looks like a Latin one.",
          "Some letters of Cyrillic and Greek look like those of Latin. Within a word they come from another "
          "keyboard or from pasting, and make another name, which nobody finds who types it. Names of any "
-         "script "
-         "are right, and names that have a word of each.\n\nType the word again.",
+         "script are right, and names that have a word of each.\n\nType the word again.",
          changed(WallSet, {{"<Name>Pset_WallCommon</Name>", "<Name>Pset_W\u0430llCommon</Name>"}}), WallSet},
     };
     return rules;

@@ -230,12 +230,10 @@ END_SCHEMA;
          {}},
         {"R044", "not-xml", Severity::Error, "The document is not well-formed XML.",
          "Nothing can be read from a document that breaks the rules of XML. Usually a tag is not closed, "
-         "\"&\" is not "
-         "written as \"&amp;\", a value is not in quotes, or the bytes are of another encoding than the one "
-         "that the "
-         "document declares.\n\nMend what the message says. Where a tag is open, a note shows where it "
-         "begins: its end "
-         "tag is missing or misspelt between there and the place of the finding.",
+         "\"&\" is not written as \"&amp;\", a value is not in quotes, or the bytes are of another encoding "
+         "than the one that the document declares.\n\nMend what the message says. Where a tag is open, a "
+         "note shows where it begins: its end tag is missing or misspelt between there and the place of the "
+         "finding.",
          changed(WallSet, {{"<Name>Pset_WallCommon</Name>", "<Name>Pset_WallCommon</Nam>"}}), WallSet},
     };
     return rules;

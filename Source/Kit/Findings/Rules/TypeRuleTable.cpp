@@ -166,11 +166,9 @@ std::span<const Rule> getTypeRules() {
                                 {"</TypePropertySingleValue>", "</TypePropertyBoundedValue>"}})},
         {"T016", "unit-misfit", Severity::Warning, "A unit is not that of the measure.",
          "The schema has a unit for most measures, and its name says which: LENGTHUNIT is that of "
-         "IfcLengthMeasure and of every type that is defined by it. With the unit of another measure, values "
-         "are converted wrongly. So they are where the schema has no unit for the measure, and the unit is "
-         "that of "
-         "another.\n\n"
-         "Write the unit of the measure, or leave \"UnitType\" out.",
+         "IfcLengthMeasure and of every type that is defined by it. With the unit of another measure, "
+         "values are converted wrongly. So they are where the schema has no unit for the measure, and the "
+         "unit is that of another.\n\nWrite the unit of the measure, or leave \"UnitType\" out.",
          changed(ThicknessSet, {{"</TypePropertySingleValue>", R"xml(  <UnitType type="AREAUNIT"/>
         </TypePropertySingleValue>)xml"}}),
          changed(ThicknessSet, {{"</TypePropertySingleValue>", R"xml(  <UnitType type="LENGTHUNIT"/>
@@ -284,11 +282,9 @@ std::span<const Rule> getTypeRules() {
                               "<EnumItem>NEW,EXISTING</EnumItem>"}}),
          StatusSet},
         {"T028", "unit-without-measure", Severity::Note, "A unit is given for numbers that are no measure.",
-         "IfcReal and IfcInteger are numbers of any kind, and the schema has no unit for them. The unit says "
-         "what "
-         "the number is, but only to those who look at it: programs take the type.\n\nName the measure as "
-         "the type, "
-         "or leave \"UnitType\" out.",
+         "IfcReal and IfcInteger are numbers of any kind, and the schema has no unit for them. The unit "
+         "says what the number is, but only to those who look at it: programs take the type.\n\nName the "
+         "measure as the type, or leave \"UnitType\" out.",
          changed(ThicknessSet,
                  {{R"(<DataType type="IfcPositiveLengthMeasure"/>)", R"xml(<DataType type="IfcInteger"/>
           <UnitType type="LENGTHUNIT"/>)xml"}}),
