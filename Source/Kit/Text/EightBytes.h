@@ -42,15 +42,4 @@ constexpr std::size_t continuationsIn(std::uint64_t bytes) {
     return static_cast<std::size_t>((marks * every) >> 56U);
 }
 
-/// Each of a to z made A to Z.
-constexpr std::uint64_t upperOf(std::uint64_t bytes) {
-    constexpr std::uint64_t every = 0x0101010101010101U;
-    // In each of these, the highest bit of a byte says: at or after 'a'; after 'z'.
-    const auto low = bytes & (0x7F * every);
-    const auto fromA = low + (0x80 - 'a') * every;
-    const auto behindZ = low + (0x7F - 'z') * every;
-    const auto lower = ~bytes & (fromA ^ behindZ) & (0x80 * every);
-    return bytes - (lower >> 2U);
-}
-
 } // namespace kiv::kit

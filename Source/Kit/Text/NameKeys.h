@@ -20,18 +20,22 @@
 
 namespace kiv::kit {
 
+/// The bit that the two cases of a letter differ by does not count. Other characters may be equal without it
+/// too: `SameIgnoringCase` tells them apart.
 struct HashIgnoringCase {
     std::size_t operator()(std::string_view name) const noexcept {
         auto hash = mixed(name.size());
         for (; name.size() > EightBytes; name.remove_prefix(EightBytes))
-            hash = mixed(hash ^ upperOf(eightBytesAt(name.data())));
+            hash = mixed(hash ^ (eightBytesAt(name.data()) & (0x0101010101010101U * NoCase)));
         std::uint64_t last = 0;
         for (const char letter : name)
-            last = (last << 8U) | static_cast<unsigned char>(getUpper(letter));
+            last = (last << 8U) | (static_cast<unsigned char>(letter) & NoCase);
         return static_cast<std::size_t>(mixed(hash ^ last));
     }
 
 private:
+    static constexpr std::uint64_t NoCase = 0xDF;
+
     /// Each bit of the number changes about half of the bits of the result.
     static constexpr std::uint64_t mixed(std::uint64_t number) {
         constexpr std::uint64_t factor = 0x9FB21C651E98DF25U;

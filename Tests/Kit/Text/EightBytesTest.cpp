@@ -38,22 +38,6 @@ TEST(EightBytes, ContinuationsAreTheBytesFrom80ToBf) {
     }
 }
 
-TEST(EightBytes, OnlyTheLettersFromAToZGetAnotherCase) {
-    for (unsigned byte = 0; byte != 0x100U; ++byte) {
-        const bool isLower = byte >= 'a' && byte <= 'z';
-        const std::string all(EightBytes, static_cast<char>(byte));
-        const std::string upper(EightBytes, static_cast<char>(isLower ? byte - 'a' + 'A' : byte));
-        EXPECT_EQ(upperOf(bytesOf(all)), bytesOf(upper)) << byte;
-        for (const char other : {'\x00', 'a', 'z', '\x7F', '\xFF'}) {
-            auto text = std::string(EightBytes, other);
-            auto expected = std::string(EightBytes, other == 'a' ? 'A' : other == 'z' ? 'Z' : other);
-            text[5] = all[5];
-            expected[5] = upper[5];
-            EXPECT_EQ(upperOf(bytesOf(text)), bytesOf(expected)) << byte;
-        }
-    }
-}
-
 } // namespace
 
 } // namespace kiv::kit

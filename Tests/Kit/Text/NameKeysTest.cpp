@@ -20,11 +20,9 @@ TEST(NameKeys, TheCaseOfLettersDoesNotCount) {
 }
 
 TEST(NameKeys, OnlyAsciiHasTwoCases) {
-    EXPECT_NE(HashIgnoringCase()("\xC3\xA4"), HashIgnoringCase()("\xC3\x84"));
     EXPECT_FALSE(SameIgnoringCase()("\xC3\xA4", "\xC3\x84"));
     // '@' and '`', '[' and '{' differ by the bit that letters of either case differ by.
     EXPECT_FALSE(SameIgnoringCase()("@[", "`{"));
-    EXPECT_NE(HashIgnoringCase()("@["), HashIgnoringCase()("`{"));
 }
 
 TEST(NameKeys, EveryByteCounts) {

@@ -23,6 +23,7 @@ constexpr std::array<bool, 256> Unescaped = [] {
     return plain;
 }();
 
+// As in the kit, whose way to look at eight bytes is private to it: programs see public headers only.
 constexpr std::size_t EightBytes = sizeof(std::uint64_t);
 
 /// Whether each of eight bytes is written as it is.
