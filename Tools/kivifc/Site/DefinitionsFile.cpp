@@ -39,7 +39,7 @@ private:
     std::vector<std::string> strings_;
 };
 
-class Filling {
+class DefinitionRows {
 public:
     std::string sText(const SiteModel& model) {
         std::vector<std::string> sets;
@@ -83,7 +83,7 @@ private:
 } // namespace
 
 void vDefinitionsWrite(const SiteModel& model, SiteFolder& folder) {
-    folder.vWrite(DefinitionsFile, Filling().sText(model));
+    folder.vWrite(DefinitionsFile, DefinitionRows().sText(model));
 }
 
 } // namespace kiv::kivifc::site
