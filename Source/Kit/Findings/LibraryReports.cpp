@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace kiv::kit {
@@ -71,8 +73,11 @@ struct AssertionKind {
     int line;
 };
 
+constexpr std::string_view PropertyEntityCode = "R011";
+
 constexpr AssertionKind AssertionKinds[] = {
-    {ReportKind::PropertyEntityNotFound, "R011", "kiv::ifc::def::pset::PropertyDef::checkForErrors", 83},
+    {ReportKind::PropertyEntityNotFound, PropertyEntityCode,
+     "kiv::ifc::def::pset::PropertyDef::checkForErrors", 83},
     {ReportKind::PropertyTypeUnknown, "R012", "kiv::ifc::def::pset::PropertyType::pCreate", 46},
     {ReportKind::DataTypeNotFound, "R013", "kiv::ifc::def::pset::TypePropertyReferenceValue::checkForErrors",
      68},
@@ -402,8 +407,13 @@ std::vector<LibraryReport> libraryReportsOf(const RuleRun& run) {
     std::vector<LibraryReport> reports;
     for (const auto& record : run.document.errors.getRecords())
         reports.push_back(reportOf(run, places, record));
-    for (const auto& assertion : run.document.assertions)
-        reports.push_back(reportOf(run, places, assertion.record));
+    std::set<std::string> lacking;
+    for (const auto& assertion : run.document.assertions) {
+        auto report = reportOf(run, places, assertion.record);
+        // What the schema lacks for one property it lacks for all of the kind.
+        if (report.code != PropertyEntityCode || lacking.insert(report.value).second)
+            reports.push_back(std::move(report));
+    }
     return reports;
 }
 

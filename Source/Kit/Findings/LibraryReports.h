@@ -41,7 +41,8 @@ struct LibraryReport {
 /// recorded something else, after which it need not have looked at all.
 bool boMayHaveUnknownType(const SetDocument& document);
 
-/// In the order in which they were made, records first.
+/// In the order in which they were made, records first. That the schema lacks the entity of a kind of
+/// property is there once, however many properties are of the kind.
 std::vector<LibraryReport> libraryReportsOf(const RuleRun& run);
 
 } // namespace kiv::kit

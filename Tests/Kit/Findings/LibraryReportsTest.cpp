@@ -126,6 +126,16 @@ TEST(LibraryReports, EachIsFoundInTheDocument) {
                      "R013 IfcLabl 6:17"}));
 }
 
+TEST(LibraryReports, WhatTheSchemaLacksIsThereOnceOfEachKind) {
+    const auto property = [](const std::string& kind) {
+        return "<PropertyDef><Name>P</Name><PropertyType><" + kind + "/></PropertyType></PropertyDef>\n";
+    };
+    EXPECT_EQ(linesOf("<PropertySetDef><PropertyDefs>\n" + property("TypePropertyBoundedValue") +
+                      property("TypePropertyListValue") + property("TypePropertyBoundedValue") +
+                      property("TypePropertyListValue") + "</PropertyDefs></PropertySetDef>"),
+              (Lines{"R011 TypePropertyBoundedValue 2:42", "R011 TypePropertyListValue 3:42"}));
+}
+
 TEST(LibraryReports, ATypeMayBeUnknownAfterAnyRecord) {
     const auto schema = test::schemaFromText(Schema);
     const auto typed = [&](const std::string& type, const std::string& more) {
