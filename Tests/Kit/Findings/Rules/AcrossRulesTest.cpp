@@ -103,6 +103,14 @@ TEST(AcrossRules, FindsEnumerationsWithOtherItems) {
             "here too @3:127 | only the one here has \"Z\" | only the other has \"X\" A.xml"));
 }
 
+TEST(AcrossRules, PassesOverEnumerationsWithoutItems) {
+    const auto one = sProperty("P", sEnumeration("PEnum_E", {"X", "Y"}));
+    const auto empty = sProperty("Q", sEnumeration("PEnum_E", {}));
+    // Nothing between them.
+    EXPECT_THAT(linesBetween(sFiles({sSetOf("A", one), sSetOf("B", empty)})),
+                ElementsAre(testing::HasSubstr(" warning T009 ")));
+}
+
 TEST(AcrossRules, TakesTheItemsThatMostHaveForTheRightOnes) {
     const auto one = sProperty("P", sEnumeration("PEnum_E", {"X"}));
     const auto other = sProperty("P", sEnumeration("E", {"X", "Y"}));
