@@ -133,7 +133,7 @@ TEST(LibraryReports, WhatTheSchemaLacksIsThereOnceOfEachKind) {
     EXPECT_EQ(linesOf("<PropertySetDef><PropertyDefs>\n" + property("TypePropertyBoundedValue") +
                       property("TypePropertyListValue") + property("TypePropertyBoundedValue") +
                       property("TypePropertyListValue") + "</PropertyDefs></PropertySetDef>"),
-              (Lines{"R011 TypePropertyBoundedValue 2:42", "R011 TypePropertyListValue 3:42"}));
+              (Lines{"R011 TypePropertyBoundedValue 2:43", "R011 TypePropertyListValue 3:43"}));
 }
 
 TEST(LibraryReports, ATypeMayBeUnknownAfterAnyRecord) {
