@@ -32,16 +32,15 @@ RepositoryPaths RepositoryPaths::current() {
 }
 
 std::string RepositoryPaths::sShared(const std::string& path) const {
-    if (path == StandardInputPath)
+    if (path == StandardInputName)
         return path;
     std::error_code error;
     const auto here = fs::current_path(error);
-    auto shown = fs::path(path).lexically_normal();
+    // ".." after a link is above the folder that the link leads to.
+    const auto absolute = error ? fs::path() : fs::weakly_canonical(here / path, error);
     if (error)
-        return shown.generic_string();
-    const auto absolute = (here / shown).lexically_normal();
-    if (shown.is_absolute())
-        shown = shown.lexically_relative(here);
+        return fs::path(path).lexically_normal().generic_string();
+    auto shown = absolute.lexically_relative(here);
     if (folder_)
         shown = (*folder_ / shown).lexically_normal();
     return (isAbove(shown) ? absolute : shown).generic_string();

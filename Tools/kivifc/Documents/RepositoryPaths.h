@@ -26,7 +26,7 @@ public:
 
     bool isInRepository() const { return folder_.has_value(); }
 
-    /// Without "." and ".."; standard input stays what it is.
+    /// Without ".", ".." and links; the name of standard input stays what it is.
     std::string sShared(const std::string& path) const;
 
 private:

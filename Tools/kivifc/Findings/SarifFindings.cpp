@@ -103,7 +103,7 @@ private:
         if (shared.starts_with('/'))
             return {{"uri", "file://" + sPercentEncoded(shared)}};
         Json file{{"uri", sPercentEncoded(shared)}};
-        if (paths_.isInRepository())
+        if (paths_.isInRepository() && path != StandardInputName)
             file["uriBaseId"] = RepositoryRoot;
         return file;
     }

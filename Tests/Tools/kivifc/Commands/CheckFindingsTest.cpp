@@ -515,6 +515,19 @@ TEST_F(CheckSet, ServicesGetPathsFromTheRootOfTheRepository) {
     EXPECT_THAT(kivifcRun({"check", "--select", "C001"}, inTools).out, StartsWith("../Set.xml:6:14: "));
 }
 
+TEST_F(CheckSet, ServicesGetNoPathOfStandardInput) {
+    fs::create_directory(folder_.sPath(".git"));
+    fs::create_directory(folder_.sPath("Tools"));
+    const RunOptions inTools{.input = "<PropertySetDef/>", .folder = folder_.sPath("Tools")};
+    const auto log = json::parse(
+        kivifcRun({"check", "../Building.exp", "-", "--select", "N001", "--format", "sarif"}, inTools).out);
+    EXPECT_EQ(log["runs"][0]["results"][0]["locations"][0]["physicalLocation"]["artifactLocation"],
+              json::parse(R"({"uri": "%3Cstdin%3E"})"));
+    EXPECT_THAT(
+        kivifcRun({"check", "../Building.exp", "-", "--select", "N001", "--format", "github"}, inTools).out,
+        StartsWith("::error file=<stdin>,line=1,"));
+}
+
 TEST_F(CheckFindings, DiffShowsWhatFixUncovers) {
     const auto path = folder_.sWrite("Set.xml", Covered);
     const auto diff = run({"Building.exp", "Set.xml", "--select", "S003,S011,C001", "--diff"});

@@ -41,7 +41,17 @@ TEST_F(RepositoryPathsTest, AreFromTheRootOfTheRepository) {
     EXPECT_EQ(paths.sShared(sAbsolute("Repository/Sets/a.xml")), "Sets/a.xml");
     EXPECT_EQ(paths.sShared("../../a.xml"), sAbsolute("a.xml"));
     EXPECT_EQ(paths.sShared("/else/a.xml"), "/else/a.xml");
-    EXPECT_EQ(paths.sShared("-"), "-");
+    EXPECT_EQ(paths.sShared("<stdin>"), "<stdin>");
+}
+
+TEST_F(RepositoryPathsTest, FollowLinks) {
+    fs::create_directory(folder_.sPath("Repository/.git"));
+    fs::create_directories(folder_.sPath("Repository/Data/Sets"));
+    fs::create_directory_symlink("../Data/Sets", folder_.sPath("Repository/Tools/Link"));
+    const auto paths = RepositoryPaths::current();
+    EXPECT_EQ(paths.sShared("Link/a.xml"), "Data/Sets/a.xml");
+    // Above where the link leads.
+    EXPECT_EQ(paths.sShared("Link/../b.xml"), "Data/b.xml");
 }
 
 TEST_F(RepositoryPathsTest, OfAWorkingTreeHaveAFileInThePlaceOfTheFolder) {
