@@ -15,6 +15,8 @@
 #include <filesystem>
 #include <future>
 #include <iterator>
+#include <set>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <tuple>
@@ -69,6 +71,29 @@ bool isBefore(const Finding& left, const Finding& right) {
            std::tie(right.place.path, right.place.position.line, right.place.position.column, right.code);
 }
 
+/// What the schema lacks for a kind of property is said once, at the first document that has one.
+void vLacksJoin(std::vector<Finding>& findings) {
+    constexpr std::string_view Lack = "R011";
+    std::set<std::string> said;
+    std::erase_if(findings, [&said](const Finding& finding) {
+        return finding.code == Lack && !said.insert(finding.message).second;
+    });
+}
+
+/// Of a schema that cannot be read no name is known: that is one mistake, and those in documents are none.
+void vUnknownNamesLeaveOut(std::vector<Finding>& findings) {
+    constexpr std::string_view NothingRead = "E001";
+    static constexpr std::string_view UnknownNames[] = {"C001", "R011", "R013", "T001"};
+    const auto isNothingRead = [](const Finding& finding) {
+        return finding.code == NothingRead && finding.severity == kit::Severity::Error;
+    };
+    if (std::ranges::none_of(findings, isNothingRead))
+        return;
+    std::erase_if(findings, [](const Finding& finding) {
+        return std::ranges::find(UnknownNames, finding.code) != std::end(UnknownNames);
+    });
+}
+
 /// Takes the documents in their order.
 class Taker {
 public:
@@ -99,6 +124,8 @@ public:
             std::ranges::move(ignores.unusedFindings(isLookedFor), std::back_inserter(all_.findings));
         vFindingsSelect(all_.findings, request_.selection);
         std::ranges::stable_sort(all_.findings, isBefore);
+        vUnknownNamesLeaveOut(all_.findings);
+        vLacksJoin(all_.findings);
         return std::move(all_);
     }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -526,6 +527,44 @@ TEST_F(CheckSet, ServicesGetNoPathOfStandardInput) {
     EXPECT_THAT(
         kivifcRun({"check", "../Building.exp", "-", "--select", "N001", "--format", "github"}, inTools).out,
         StartsWith("::error file=<stdin>,line=1,"));
+}
+
+/// A set with two properties of one kind, of a type and for a class that the schemas below do not have.
+std::string sUnknownNames(const std::string& name) {
+    const std::string property =
+        "<PropertyDef><Name>P</Name><PropertyType><TypePropertySingleValue><DataType "
+        "type=\"Length\"/></TypePropertySingleValue></PropertyType></PropertyDef>";
+    return "<PropertySetDef><Name>" + name +
+           "</Name><ApplicableClasses><ClassName>Roof</ClassName></ApplicableClasses><PropertyDefs>" +
+           property + property + "</PropertyDefs></PropertySetDef>";
+}
+
+std::ptrdiff_t countOf(const std::string& text, const std::string& part) {
+    std::ptrdiff_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+TEST_F(CheckFindings, WhatTheSchemaLacksIsSaidOnceOfEachKindOfProperty) {
+    folder_.sWrite("Walls.exp", "SCHEMA WALLS;\nENTITY Wall;\nEND_ENTITY;\nEND_SCHEMA;\n");
+    folder_.sWrite("A.xml", sUnknownNames("Pset_A"));
+    folder_.sWrite("B.xml", sUnknownNames("Pset_B"));
+    const auto found = run({"Walls.exp", "A.xml", "B.xml", "--select", "R011,T001,C001"}).out;
+    EXPECT_EQ(countOf(found, "[R011]"), 1) << found;
+    EXPECT_EQ(countOf(found, "[T001]"), 4) << found;
+    EXPECT_EQ(countOf(found, "[C001]"), 2) << found;
+}
+
+TEST_F(CheckFindings, OfASchemaThatCannotBeReadNoNameIsUnknown) {
+    folder_.sWrite("Walls.exp", "SCHEMA WALLS;\rENTITY Wall;\rEND_ENTITY;\rEND_SCHEMA;\r");
+    folder_.sWrite("A.xml", sUnknownNames("Pset_A"));
+    const auto found = run({"Walls.exp", "A.xml", "--select", "E001,R,T,C"});
+    EXPECT_EQ(found.status, 1);
+    EXPECT_EQ(countOf(found.out, "[E001]"), 1) << found.out;
+    EXPECT_EQ(countOf(found.out, "error: "), 1) << found.out;
+    // Where the one mistake is not looked for, the others are not hidden for it.
+    EXPECT_EQ(countOf(run({"Walls.exp", "A.xml", "--select", "C001"}).out, "[C001]"), 1);
 }
 
 TEST_F(CheckFindings, DiffShowsWhatFixUncovers) {
