@@ -343,6 +343,28 @@ class SearchTest(SiteTest):
         self.assertEqual(self.found("xqzvkjw"), [])
         self.assertEqual(self.browser.one("#results").text, "No name is like that.")
 
+    def test_swapped_letters_of_short_names_are_near(self):
+        for text, name in (("wlal", "BldWall"), ("dooor", "BldDoor"), ("doro", "BldDoor"), ("romo", "ROOM")):
+            with self.subTest(text):
+                self.assertEqual([result[0] for result in self.found(text)][:1], [name])
+        self.assertEqual(self.found("lwla"), [])  # Two mistakes in four letters are no likeness.
+
+    def test_near_names_are_in_the_order_of_kinds(self):
+        # The item is there first, and as near as the entity without its prefix.
+        with self.site_with(['[2,"BldFrames",0,0,[[11,"COLUMN","BEAM"]]]', '[0,"BldColumn"]', '[0,"BldBeam"]']) as site:
+            self.browser.open(site, "index.html")
+            for text, names in (("colunm", ["BldColumn", "COLUMN"]), ("beem", ["BldBeam", "BEAM"]), ("baem", ["BldBeam", "BEAM"])):
+                with self.subTest(text):
+                    self.assertEqual([result[0] for result in self.found(text)][:2], names)
+
+    def test_names_that_have_all_words_come_first(self):
+        # WALL is one of the words itself, and the other is in the name of its set only.
+        with self.site_with(['[4,"Pset_BoxTypeCommon",0,0,[[11,"WALL"]]]', '[4,"Pset_BrickWallCommon"]']) as site:
+            self.browser.open(site, "index.html")
+            for text in ("wall common", "pset wall common", "common.wall"):
+                with self.subTest(text):
+                    self.assertEqual([result[0] for result in self.found(text)][:2], ["Pset_BrickWallCommon", "WALL"])
+
     def test_rows_are_found_by_the_name_of_their_page(self):
         rows = [("BldWall.GlobalId", "BldRoot.html#GlobalId"),  # Inherited.
                 ("bldstandardwall.predefinedtype", "BldWall.html#PredefinedType"),

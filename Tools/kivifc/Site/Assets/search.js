@@ -271,22 +271,32 @@ document.addEventListener("DOMContentLoaded", () => {
         return short ? Math.min(distance(key, query), distance(short, query)) : distance(key, query);
     }
 
-    // Where nothing else is found, two letters that have changed places are near too.
+    // How many mistakes a word may have, more where nothing else is found. Swapped letters are one, which MiniSearch counts as two.
+    function mistakesMax(term, isAlone) {
+        return term.length > 3 ? Math.min(4, Math.round(term.length * (isAlone ? 0.34 : 0.2))) : 0;
+    }
+
+    // Whether each word of the query is near a word that MiniSearch found in the name, or begins it.
+    function isNear({ terms: found }, asked, isAlone) {
+        return asked.every((word) =>
+            found.some((term) => term.startsWith(word) || distance(term, word) <= mistakesMax(word, isAlone)));
+    }
+
     function nearest(text, query, isAlone) {
         if (!near || query.length < 2)
             return [];
-        const isIdeographic = query.search(Ideographs) >= 0;
-        const options = isIdeographic ? { combineWith: "OR" } : {
-            combineWith: "AND", prefix: true, fuzzy: (term) => (term.length > 3 ? (isAlone ? 0.34 : 0.2) : false), maxFuzzy: 4,
-            // Of a query that is one word, the whole; of several words, each.
-            tokenize: (words) => folded(words).split(/[\s.]+/).filter((word) => word),
-        };
-        const names = near.search(text, options).slice(0, 5 * Most).map((result) => result.id);
-        if (isAlone && !isIdeographic) {
-            const distances = new Map(names.map((name) => [name, nameDistance(name, query)]));
-            names.sort((one, other) => distances.get(one) - distances.get(other));
-        }
-        return names.slice(0, Most).flatMap((name) => byName.get(name));
+        if (query.search(Ideographs) >= 0)
+            return near.search(text, { combineWith: "OR" }).slice(0, Most).flatMap((result) => byName.get(result.id));
+        // Of a query that is one word, the whole; of several words, each.
+        const split = (words) => folded(words).split(/[\s.]+/).filter((word) => word);
+        const fuzzy = (term) => (term.length > 3 ? Math.min(4, mistakesMax(term, isAlone) + 1) : false);
+        const asked = split(text);
+        const hits = near.search(text, { combineWith: "AND", prefix: true, fuzzy, tokenize: split })
+            .filter((result) => isNear(result, asked, isAlone));
+        const found = hits.slice(0, 5 * Most)
+            .map(({ id }) => ({ away: nameDistance(id, query), same: [...byName.get(id)].sort(compared) }));
+        found.sort((one, other) => one.away - other.away || compared(one.same[0], other.same[0]));
+        return found.slice(0, Most).flatMap(({ same }) => same);
     }
 
     // The page and those of its supertypes, the nearest first.
@@ -319,7 +329,8 @@ document.addEventListener("DOMContentLoaded", () => {
         return key.includes(word) ? 2 : -1;
     }
 
-    // Of several words, each is in the name or in that of its page, and one or more in the name itself.
+    // Of several words, each is in the name or in that of its page, and one or more in the name itself: names that have them all
+    // come first.
     function rankedByWords(query) {
         const asked = query.split(/[.\s]+/).filter((word) => word);
         const ranks = [];
@@ -327,15 +338,17 @@ document.addEventListener("DOMContentLoaded", () => {
             return ranks;
         for (const entry of entries) {
             let sum = 0;
-            let isNamed = false;
+            let named = 0;
             for (const word of asked) {
                 const own = wordRank(entry, word);
                 const value = own >= 0 ? own : wordRank(entry.page, word);
-                isNamed ||= own >= 0;
+                named += own >= 0;
                 sum = value < 0 ? Infinity : sum + value;
             }
-            if (isNamed && sum < Infinity)
-                bestAdd(ranks[sum] ||= [], entry);
+            if (named === 0 || sum === Infinity)
+                continue;
+            const isWhole = named === asked.length;
+            bestAdd(ranks[isWhole ? sum : 2 * MostWords + 1 + sum] ||= [], entry);
         }
         return ranks.flat();
     }
