@@ -52,6 +52,9 @@ class LinksTest(unittest.TestCase):
                 ('<p id="a"></p><p id="a"></p>', "the id a is there 2 times"),
                 ('<table><tr><th scope="row">A</th></tr></table>', "a row has no address"),
                 ('<table><tr id="A"><th scope="row">A</th></tr></table>', "no link to copy leads to the row A"),
+                ('<table><tr id="A"><td>A</td></tr></table>', "no link to copy leads to the row A"),
+                ('<ul class="tree"><li id="A">A</li></ul>', "no link to copy leads to the row A"),
+                ('<ul class="findings"><li>A</li></ul>', "a row has no address"),
                 ('<details class="set" id="set-A"><a href="#A">A</a></details><p id="A"></p>', "a set has no link to itself"),
                 ('<p>', "</main> ends <p>")]
         for body, problem in rows:
@@ -111,9 +114,9 @@ class ValuesTest(unittest.TestCase):
             '<section id="facts"><dl class="facts"><div><dt>IFC version</dt><dd><bdi>4</bdi></dd></div></dl></section>'
             '<section id="classes"><table><tbody><tr><th><code>Wall</code></th><td>all, also named: <code>SOLID</code></td></tr></tbody></table>'
             '</section><section id="members"><table><tbody><tr id="Kind"><th><a class="anchor" href="#Kind">#</a><code>Kind</code> '
-            '<span class="note"><span class="t" data-l=""></span><span class="t" data-l="de">Art</span></span></th><td>Enumeration</td>'
+            '<span class="note"><span class="t" data-l=""></span><span class="t" lang="de">Art</span></span></th><td>Enumeration</td>'
             '<td><code>Kinds</code>: <ul><li><code>A</code> <span class="note">First.</span></li><li><code>B</code></li></ul></td>'
-            '<td class="definition"><span class="t" data-l="">What.</span><span class="t" data-l="de">Was.</span><details><summary>GUID</summary>'
+            '<td class="definition"><span class="t" data-l="">What.</span><span class="t" lang="de">Was.</span><details><summary>GUID</summary>'
             '<p><code>0000000000000000000Aa_</code> <code>0000000000000000000000000000a93e</code> '
             '<code>00000000-0000-0000-0000-00000000a93e</code></p></details></td></tr></tbody></table></section>')
     read = {"name": "Set", "definition": "About.", "definitionAliases": [], "ifdGuid": None, "ifcVersion": "4", "templateType": "",
@@ -138,7 +141,7 @@ class ValuesTest(unittest.TestCase):
         rows = [("About.", "About it.", "definition"), ("<bdi>4</bdi>", "<bdi>5</bdi>", "IFC version"), ("all, also", "also", "class"),
                 ("SOLID", "HOLLOW", "class"), ("Art", "Sorte", "name"), ("<td>Enumeration", "<td>List", "kind"), (">Kinds<", ">Sorts<", "values"),
                 (">B<", ">C<", "values"), ("First.", "Second.", "item"), ("What.", "Which.", "definition"), ("Was.", "Welche.", "definition"),
-                ("0Aa_", "0Aa$", "guid"), ('data-l="de">Was', 'data-l="fr">Was', "definition")]
+                ("0Aa_", "0Aa$", "guid"), ('lang="de">Was', 'lang="fr">Was', "definition")]
         for text, other, what in rows:
             with self.subTest(text):
                 self.assertIn(text, self.page)

@@ -118,16 +118,18 @@ class Reader(html.parser.HTMLParser):
             self.taking = len(self.open)
 
     def address_check(self, tag, values, classes):
-        """Every row with a name has an address, but for those of a set in place, whose names lead to the page of the set."""
+        """Every row with a name and every finding has an address, and what has one a link to copy, but for those of a set in place, whose names lead to the page of the set."""
         if tag == "details" and "set" in classes:
             self.set_links = []
-        if tag != "th" or values.get("scope") != "row" or self.set_links is not None:
+        if self.set_links is not None:
             return
-        row = self.open[-2][1] if len(self.open) > 1 else None
-        if row:
-            self.addressed.append(row)
-        else:
+        if tag in ("tr", "li") and values.get("id"):
+            self.addressed.append(values["id"])
+        if tag == "th" and values.get("scope") == "row" and not self.open[-2][1] or self.is_finding(tag):
             self.problem("a row has no address")
+
+    def is_finding(self, tag):
+        return tag == "li" and not self.open[-1][1] and len(self.open) > 1 and "findings" in self.open[-2][2]
 
     def element_check(self, tag, attributes, values):
         if tag not in ALLOWED:

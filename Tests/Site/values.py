@@ -70,7 +70,8 @@ class SetPage(html.parser.HTMLParser):
                    for tag, values in self.open)
 
     def language(self):
-        return next((values["data-l"] for tag, values in self.open if tag == "span" and "data-l" in values), "")
+        return next((values.get("data-l", values.get("lang", "")) for tag, values in self.open
+                     if tag == "span" and values.get("class") == "t"), "")
 
     def handle_data(self, data):
         if not data.strip() or self.has("span", "badge") or self.has("a", "anchor"):

@@ -109,8 +109,7 @@ private:
 
     void vEntityWrite(const Entity& entity) {
         written_.insert(&entity);
-        html_ << "<li" << attribute("id", ids_.take(entity.getName()).getText()) << ">";
-        vObjectLinkWrite(model_, entity, html_);
+        vRowBegin(entity);
         vAbstractWrite(entity, html_);
         const auto& children = model_.getTree().getChildren(entity);
         if (children.empty() || lists_ == ListsMax) {
@@ -129,6 +128,13 @@ private:
         ++lists_;
     }
 
+    void vRowBegin(const Entity& entity) {
+        const auto id = ids_.take(entity.getName());
+        html_ << "<li" << attribute("id", id.getText()) << ">";
+        vObjectLinkWrite(model_, entity, html_);
+        vRowLinkWrite(html_, id, entity.getName());
+    }
+
     /// The way to the entity is beside what opens the list, not in it.
     void vBranchBegin(const Entity& entity) {
         html_ << " <span class=\"count\">" << model_.countBelow(entity) << "</span>\n"
@@ -142,8 +148,7 @@ private:
         for (const auto* entity : model_.getEntities()) {
             if (written_.contains(entity))
                 continue;
-            html_ << "<li" << attribute("id", ids_.take(entity->getName()).getText()) << ">";
-            vObjectLinkWrite(model_, *entity, html_);
+            vRowBegin(*entity);
             html_ << " <span class=\"note\">its supertypes form a cycle</span></li>\n";
         }
     }

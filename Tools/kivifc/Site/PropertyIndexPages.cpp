@@ -4,6 +4,7 @@
 #include "kivifc/Site/IndexElements.h"
 #include "kivifc/Site/MemberTable.h"
 #include "kivifc/Site/Page.h"
+#include "kivifc/Site/RowIds.h"
 
 #include <cstddef>
 #include <span>
@@ -54,7 +55,6 @@ void vTypeCellBegin(bool isDifferent, Html& html) {
 }
 
 void vTypeWrite(const TypedMembers& typed, bool isDifferent, Html& html) {
-    vTypeCellBegin(isDifferent, html);
     html << typed.kind << "</td>";
     vTypeCellBegin(isDifferent, html);
     html << typed.type << "</td><td>";
@@ -62,12 +62,21 @@ void vTypeWrite(const TypedMembers& typed, bool isDifferent, Html& html) {
     html << "</td></tr>\n";
 }
 
+/// Its row has no cell of the name, which is beside all types.
+void vFurtherTypeBegin(const RowId& id, std::string_view name, Html& html) {
+    html << "<tr" << attribute("id", id.getText()) << ">";
+    vTypeCellBegin(true, html);
+    vRowLinkWrite(html, id, name);
+}
+
 void vNameWrite(const NamedMembers& named, Html& html) {
-    html << "<tr" << attribute("id", sAnchor(named.name)) << ">";
+    RowIds ids;
+    html << "<tr" << attribute("id", ids.take(named.name).getText()) << ">";
     vNameCellWrite(named, html);
+    vTypeCellBegin(named.hasDifferences(), html);
     vTypeWrite(named.types.front(), named.hasDifferences(), html);
     for (const auto& typed : std::span(named.types).subspan(1)) {
-        html << "<tr>";
+        vFurtherTypeBegin(ids.take(named.name), named.name, html);
         vTypeWrite(typed, true, html);
     }
 }

@@ -6,6 +6,7 @@
 #include "kivifc/Site/GuidNotations.h"
 #include "kivifc/Site/MemberList.h"
 #include "kivifc/Site/Page.h"
+#include "kivifc/Site/RowIds.h"
 #include "kivifc/Site/SetClasses.h"
 #include "kivifc/Site/SetFindings.h"
 #include "kivifc/Site/SetMembers.h"
@@ -43,6 +44,11 @@ WrittenGuids writtenGuids(const SiteSet& set, const std::vector<const kit::Findi
     const bool isAny =
         std::ranges::any_of(findings, [](const auto* finding) { return finding->code == "G001"; });
     return isAny ? WrittenGuids(set.path) : WrittenGuids();
+}
+
+/// The first of a code, the second and so on: lines are others as soon as the document is written again.
+std::string sFindingAnchor(const RowId& code) {
+    return "finding-" + code.getText();
 }
 
 Markup severityWord(kit::Severity severity) {
@@ -203,16 +209,18 @@ private:
             html_ << "<p>None: <code>kivifc check</code> finds nothing in the document.</p>\n";
         else
             html_ << "<ul class=\"findings\">\n";
+        RowIds ids;
         for (const auto* finding : findings_)
-            vFindingWrite(*finding);
+            vFindingWrite(*finding, sFindingAnchor(ids.take(finding->code)));
         if (!findings_.empty())
             html_ << "</ul>\n<p><code>kivifc explain CODE</code> says what a rule finds, and why.</p>\n";
         vSectionEnd(html_);
     }
 
-    void vFindingWrite(const kit::Finding& finding) {
+    void vFindingWrite(const kit::Finding& finding, const std::string& id) {
         const auto severity = severityWord(finding.severity);
-        html_ << "<li" << attribute("class", "found-" + std::string(severity.getView())) << "><span"
+        html_ << "<li" << attribute("id", id)
+              << attribute("class", "found-" + std::string(severity.getView())) << "><span"
               << attribute("class", "badge " + std::string(severity.getView())) << ">" << severity
               << "</span> ";
         if (finding.place.position.line != 0)
@@ -221,7 +229,9 @@ private:
               << escaped(finding.code) << "</code>";
         if (const auto* rule = kit::pRuleFind(finding.code))
             html_ << " " << escaped(rule->name);
-        html_ << "</span></li>\n";
+        html_ << "</span>";
+        vIdLinkWrite(html_, id, finding.code);
+        html_ << "</li>\n";
     }
 
     const SetPages& pages_;

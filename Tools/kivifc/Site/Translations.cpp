@@ -37,16 +37,18 @@ std::string_view partTake(std::string_view& text) {
     return part;
 }
 
-void vLanguageAttributesWrite(const std::string& language, Html& html) {
+/// What is no tag is nothing that browsers understand, but a language to choose all the same.
+void vLanguageAttributeWrite(const std::string& language, Html& html) {
     if (const auto tag = sLanguageTag(language); !tag.empty())
         html << attribute("lang", tag);
-    html << attribute("data-l", sShort(language));
+    else
+        html << attribute("data-l", sShort(language));
 }
 
 void vVariantsWrite(const Aliases& aliases, Html& html) {
     for (const auto& entry : aliases.getEntries()) {
         html << "<span class=\"t\"";
-        vLanguageAttributesWrite(entry.locale.getCombined(), html);
+        vLanguageAttributeWrite(entry.locale.getCombined(), html);
         html << ">" << escaped(entry.text) << "</span>";
     }
 }

@@ -13,6 +13,11 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
+std::string sRow(const std::string& name) {
+    return "<li id=\"" + name + "\"><a href=\"" + name + ".html\"><code>" + name +
+           "</code></a><a class=\"anchor\" href=\"#" + name + "\" aria-label=\"Link to " + name + "\">#</a>";
+}
+
 std::string sEntity(const std::string& name, const std::string& supertype) {
     return "ENTITY " + name + (supertype.empty() ? "" : "\n SUBTYPE OF (" + supertype + ")") +
            ";\nEND_ENTITY;\n";
@@ -22,13 +27,9 @@ TEST(ObjectIndexPages, TreeHasEachEntityBelowItsSupertype) {
     const SiteSample sample(sEntity("Root", "") + sEntity("Wall", "Root") + sEntity("Door", "Root") +
                             sEntity("Thick", "Wall") + sEntity("Alone", ""));
     EXPECT_THAT(sample.sPage("entities.html"),
-                HasSubstr("<ul class=\"tree\">\n"
-                          "<li id=\"Alone\"><a href=\"Alone.html\"><code>Alone</code></a></li>\n"
-                          "<li id=\"Root\"><a href=\"Root.html\"><code>Root</code></a>\n<ul>\n"
-                          "<li id=\"Door\"><a href=\"Door.html\"><code>Door</code></a></li>\n"
-                          "<li id=\"Wall\"><a href=\"Wall.html\"><code>Wall</code></a>\n<ul>\n"
-                          "<li id=\"Thick\"><a href=\"Thick.html\"><code>Thick</code></a></li>\n"
-                          "</ul></li>\n</ul></li>\n</ul>\n"));
+                HasSubstr("<ul class=\"tree\">\n" + sRow("Alone") + "</li>\n" + sRow("Root") + "\n<ul>\n" +
+                          sRow("Door") + "</li>\n" + sRow("Wall") + "\n<ul>\n" + sRow("Thick") +
+                          "</li>\n</ul></li>\n</ul></li>\n</ul>\n"));
 }
 
 std::size_t countOf(const std::string& text, const std::string& part) {
@@ -50,14 +51,13 @@ TEST(ObjectIndexPages, LargeBranchesCanBeClosed) {
     const SiteSample sample(declarations);
     const auto page = sample.sPage("entities.html");
     const auto sBranch = [](const std::string& name, const std::string& below, const std::string& open) {
-        return "<li id=\"" + name + "\"><a href=\"" + name + ".html\"><code>" + name +
-               "</code></a> <span class=\"count\">" + below + "</span>\n<details" + open +
+        return sRow(name) + " <span class=\"count\">" + below + "</span>\n<details" + open +
                "><summary><span class=\"hidden\">Below " + name + "</span></summary>\n<ul>\n";
     };
     EXPECT_THAT(page, HasSubstr(sBranch("Root", "27", " open")));
     EXPECT_THAT(page, HasSubstr(sBranch("Top", "14", " open")));
     EXPECT_THAT(page, HasSubstr(sBranch("Middle", "12", "")));
-    EXPECT_THAT(page, HasSubstr("<code>Few</code></a>\n<ul>\n"));
+    EXPECT_THAT(page, HasSubstr(sRow("Few") + "\n<ul>\n"));
     EXPECT_EQ(countOf(page, "<details"), 3U);
     EXPECT_EQ(countOf(page, "</ul></details></li>"), 3U);
 }

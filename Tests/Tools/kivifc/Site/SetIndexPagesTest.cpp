@@ -84,8 +84,11 @@ TEST(PropertyIndexPages, DifferingTypesStandOut) {
     EXPECT_THAT(page,
                 HasSubstr("<td class=\"differs\"><a href=\"Text.html\"><code>Text</code></a></td><td><ul "
                           "class=\"links\">\n<li><a href=\"sets/S2.html#Mark\">"));
-    EXPECT_THAT(page, HasSubstr("<tr><td class=\"differs\">Single value</td><td class=\"differs\"><a "
-                                "href=\"Label.html\">"));
+    // The second type has an address of its own.
+    EXPECT_THAT(page,
+                HasSubstr("<tr id=\"Mark~~2\"><td class=\"differs\"><a class=\"anchor\" href=\"#Mark~~2\" "
+                          "aria-label=\"Link to Mark\">#</a>Single value</td><td class=\"differs\"><a "
+                          "href=\"Label.html\">"));
 }
 
 /// An enumeration with other items is another type.

@@ -54,7 +54,7 @@ TEST(SetMembers, FullRowsHaveIdKindTranslationsAndGuid) {
                                 MembersDetail::Full);
     EXPECT_THAT(html, HasSubstr("<tr id=\"Mark\"><th scope=\"row\"><a class=\"anchor\" href=\"#Mark\" "
                                 "aria-label=\"Link to Mark\">#</a><code>Mark</code>"));
-    EXPECT_THAT(html, HasSubstr("<span class=\"t\" lang=\"de-CH\" data-l=\"de-CH\">Zeichen</span>"));
+    EXPECT_THAT(html, HasSubstr("<span class=\"t\" lang=\"de-CH\">Zeichen</span>"));
     EXPECT_THAT(html, HasSubstr("<td>Single value</td>"));
     EXPECT_THAT(html,
                 HasSubstr("<code>000000000000000000000$</code> <code>0000000000000000000000000000003f</code> "

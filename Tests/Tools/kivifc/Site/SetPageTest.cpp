@@ -75,8 +75,8 @@ TEST(SetPage, TranslationsAreBesideTheDefinition) {
                                       "<PsetDefinitionAliases><PsetDefinitionAlias lang=\"de\">W\xC3\xA4nde."
                                       "</PsetDefinitionAlias></PsetDefinitionAliases></PropertySetDef>"}});
     EXPECT_THAT(sample.sPage("sets/S.html"),
-                HasSubstr("<span class=\"t\" data-l=\"\">Walls.</span><span class=\"t\" lang=\"de\" "
-                          "data-l=\"de\">W\xC3\xA4nde.</span>"));
+                HasSubstr("<span class=\"t\" data-l=\"\">Walls.</span><span class=\"t\" lang=\"de\">"
+                          "W\xC3\xA4nde.</span>"));
 }
 
 /// The document names a class that the schema does not have, and no GUID.
@@ -92,9 +92,29 @@ TEST(SetPage, FindingsAreThoseOfACheck) {
     const auto check = kivifcRun({"check", schema, document, "--format", "github"}).out;
     EXPECT_THAT(check, HasSubstr("C001"));
     EXPECT_THAT(
-        page, HasSubstr("<li class=\"found-error\"><span class=\"badge error\">error</span> line 1: <bdi>"));
+        page,
+        HasSubstr("<li id=\"finding-C001\" class=\"found-error\"><span class=\"badge error\">error</span> "
+                  "line 1: <bdi>"));
     EXPECT_THAT(page, HasSubstr("</bdi> <span class=\"note\"><code>C001</code> " +
-                                std::string(kit::pRuleFind("C001")->name) + "</span></li>"));
+                                std::string(kit::pRuleFind("C001")->name) +
+                                "</span><a class=\"anchor\" href=\"#finding-C001\" "
+                                "aria-label=\"Link to C001\">#</a></li>"));
+}
+
+/// By its code, so that a line more in the document does not change it.
+TEST(SetPage, EachFindingHasAnAddress) {
+    const TemporaryFolder folder;
+    const auto schema =
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+    const auto document =
+        folder.sWrite("S.xml", sSet("Pset_S", {"Wal", "Dor"}, sProperty("Mark", sSingle("Label"))));
+    const auto out = folder.sPath("site");
+    EXPECT_EQ(kivifcRun({"site", schema, document, "--out", out}).status, 0);
+    const auto page = sFileText(out + "/sets/Pset_S.html");
+    for (const std::string id : {"finding-C001", "finding-C001~~2"}) {
+        EXPECT_THAT(page, HasSubstr("<li id=\"" + id + "\""));
+        EXPECT_THAT(page, HasSubstr(" href=\"#" + id + "\""));
+    }
 }
 
 /// Of a text that is no GUID nothing is left when a document was read.

@@ -83,11 +83,16 @@
         return tag.toLowerCase().split(/[-_]/)[0];
     }
 
+    // Of a variant; none of what the document says first.
+    function languageOf(variant) {
+        return variant.dataset.l ?? variant.lang;
+    }
+
     // What is to be read where there is a choice: this very language, another form of it, or what the document says first.
     function best(variants, tag) {
         const wanted = tag.toLowerCase();
-        return variants.find((variant) => variant.dataset.l.toLowerCase() === wanted) ||
-            variants.find((variant) => variant.dataset.l && primary(variant.dataset.l) === primary(wanted));
+        return variants.find((variant) => languageOf(variant).toLowerCase() === wanted) ||
+            variants.find((variant) => languageOf(variant) && primary(languageOf(variant)) === primary(wanted));
     }
 
     function languageName(tag) {
@@ -101,7 +106,7 @@
 
     function groupsFind() {
         const groups = new Map();
-        for (const variant of document.querySelectorAll(".t[data-l]")) {
+        for (const variant of document.querySelectorAll(".t")) {
             const group = groups.get(variant.parentNode);
             if (group)
                 group.push(variant);
@@ -137,7 +142,7 @@
         const select = document.getElementById("language");
         const groups = groupsFind();
         const section = document.querySelector("#sets[data-languages]");
-        const tags = new Set(groups.flat().map((variant) => variant.dataset.l).filter((tag) => tag));
+        const tags = new Set(groups.flat().map(languageOf).filter((tag) => tag));
         section?.dataset.languages.split(" ").forEach((tag) => tags.add(tag));
         if (!select || tags.size === 0)
             return;
