@@ -5,11 +5,13 @@ KIV_SITE_LARGE one of a real schema (not always there), KIV_SITE_AXE the script 
 KIV_SITE_SCREENSHOTS the folder for pictures.
 """
 
+import base64
 import contextlib
 import functools
 import http.server
 import json
 import os
+import re
 import shutil
 import tempfile
 import threading
@@ -149,6 +151,17 @@ class PagesTest(SiteTest):
                     if definition is not None:
                         self.assertGreaterEqual(definition, 14)
 
+    def test_the_title_is_whole_on_a_narrow_screen(self):
+        for width in (320, 360, 390):
+            self.browser.width_set(width)
+            with self.subTest(width):
+                self.browser.open(SITE, "sets/Pset_BldWall.html")
+                self.assertTrue(self.browser.one("#language").is_displayed())
+                self.assertTrue(self.browser.run("const home = document.querySelector('.home'); return home.scrollWidth <= home.clientWidth"))
+                # On one line with the switches.
+                self.assertLess(self.browser.run("""return Math.abs(document.getElementById("mode").getBoundingClientRect().top -
+                    document.getElementById("language").getBoundingClientRect().top)"""), 10)
+
     def test_what_is_printed_is_the_page_alone(self):
         self.browser.open(SITE, "BldWall.html")
         self.browser.command("Emulation.setEmulatedMedia", media="print")
@@ -158,6 +171,23 @@ class PagesTest(SiteTest):
             self.assertTrue(self.browser.one("h1").is_displayed())
         finally:
             self.browser.command("Emulation.setEmulatedMedia", media="")
+
+    def test_paper_has_room_for_definitions(self):
+        self.browser.width_set(720)  # About what is left of a sheet between its margins.
+        self.browser.open(SITE, "sets/Pset_BldWall.html")
+        self.browser.command("Emulation.setEmulatedMedia", media="print")
+        try:
+            self.assertGreaterEqual(self.browser.run("""const cell = document.querySelector("#members td.definition");
+                return cell.getBoundingClientRect().width / cell.closest("table").getBoundingClientRect().width"""), 0.4)
+        finally:
+            self.browser.command("Emulation.setEmulatedMedia", media="")
+
+    @unittest.skipUnless(LARGE, "the sets of the sample are small")
+    def test_a_set_of_usual_size_needs_few_sheets(self):
+        self.browser.open(LARGE, "sets/Pset_WallCommon.html")
+        # In the format of the sheet, each page says so once.
+        paper = base64.b64decode(self.browser.command("Page.printToPDF", paperWidth=8.27, paperHeight=11.69)["data"])
+        self.assertIn(len(re.findall(rb"/Type\s*/Page\b", paper)), range(1, 6))
 
     def test_the_first_tab_skips_to_the_content(self):
         self.browser.open(SITE, "BldWall.html")
