@@ -31,7 +31,9 @@ SCREENSHOTS = os.environ.get("KIV_SITE_SCREENSHOTS")
 
 # Of the sample's Pset_BldWall.Mark.
 MARK_GUID = "02bf42a5a9509184065e4ea845fc4da1"
-# Other programs of a busy machine decide about milliseconds: CI fails only where it is far more.
+# What people are to wait at most. CI runs builds and other tests beside the browser, which then waits for its turn: a failure at 200 ms
+# would say who had the processor, not what the search does, and nobody would heed it. Five times as much is a failure there too; the
+# 200 ms are enforced wherever CI is not set, as in `./dev site`, and each run prints what it measured.
 FIRST_RESULT_MILLISECONDS = 1000 if os.environ.get("CI") else 200
 
 
@@ -100,7 +102,25 @@ class PagesTest(SiteTest):
                ('a[href^="BldWall.html"]', "BldWall.html"),
                ('a[href^="sets/Pset_BldWall.html"]', "sets/Pset_BldWall.html"),
                ('main a[href^="../BldWall.html"]', "BldWall.html"), ("a.home", "index.html"),
-               ('a[href="properties.html"]', "properties.html")]
+               ('a[href="properties.html"]', "properties.html"),
+               ('main a[href="sets/Pset_BldWall.html#Mark"]', "sets/Pset_BldWall.html"), ("a.home", "index.html"),
+               ('a[href="types.html"]', "types.html"), ('a[href="BldPlaceable.html"]', "BldPlaceable.html"),
+               ('main a[href="BldSpace.html"]', "BldSpace.html"), ("a.home", "index.html"),
+               ('a[href="types.html"]', "types.html"), ('a[href="BldLabel.html"]', "BldLabel.html"),
+               ('a[href="types.html"]', "types.html"), ('a[href="BldGrid.html"]', "BldGrid.html"), ("a.home", "index.html"),
+               ('a[href="entities-by-letter.html"]', "entities-by-letter.html"), ("a.home", "index.html"),
+               ('a[href="functions.html"]', "functions.html"), ('a[href="BldCountDoors.html"]', "BldCountDoors.html"),
+               ('main a[href="BldDoor.html"]', "BldDoor.html"), ("a.home", "index.html"),
+               ('a[href="rules.html"]', "rules.html"), ('a[href="BldOneProject.html"]', "BldOneProject.html"),
+               ('main a[href="BldProject.html"]', "BldProject.html"), ("a.home", "index.html"),
+               ('a[href="sets.html"]', "sets.html"), ('main a[href="sets/Qto_BldWall.html"]', "sets/Qto_BldWall.html"),
+               ("a.home", "index.html"), ('a[href="languages.html"]', "languages.html"),
+               ('main a[href="sets/Pset_BldDoor.html#LeafMaterial"]', "sets/Pset_BldDoor.html"), ("a.home", "index.html"),
+               ('a[href="guids.html"]', "guids.html"),
+               ('main a[href="sets/Pset_BldWall.html#guid-Mark"]', "sets/Pset_BldWall.html")]
+        # No kind of page is left out, not even one that is new.
+        kinds = {path: page.kind or path for path, page in pages.site_read(SITE).items()}
+        self.assertEqual(set(kinds.values()) - {kinds[path] for _, path in way}, set())
         for selector, path in way:
             self.browser.run("document.querySelectorAll('details').forEach((each) => { each.open = true; })")
             link = self.browser.one(selector)
