@@ -71,6 +71,10 @@ std::string FileNames::sTake(std::string_view name, std::string_view distinction
     const auto folded = ascii::sLowerCase(name.substr(0, NameSizeMax + 1));
     if (isPlain(name) && !isOurs(folded) && !isDevice(folded) && taken_.insert(folded).second)
         return std::string(name) + ".html";
+    return sTakeMarked(name, distinction);
+}
+
+std::string FileNames::sTakeMarked(std::string_view name, std::string_view distinction) {
     auto marked = sMarked(name, distinction);
     if (taken_.insert(ascii::sLowerCase(marked)).second)
         return marked + ".html";
@@ -86,8 +90,10 @@ void Addresses::vAdd(const ifc::def::schema::ObjectBase& object) {
         objects_.emplace(&object, topNames_.sTake(object.getName(), ""));
 }
 
-void Addresses::vAdd(const ifc::def::xml::SetDef& set, std::string_view context) {
-    sets_.emplace(&set, "sets/" + setNames_.sTake(set.getName(), context));
+void Addresses::vAdd(const ifc::def::xml::SetDef& set, bool isStandard, std::string_view distinction) {
+    const auto file = isStandard ? setNames_.sTake(set.getName(), distinction)
+                                 : setNames_.sTakeMarked(set.getName(), distinction);
+    sets_.emplace(&set, "sets/" + file);
 }
 
 void Addresses::vAdd(PageName prefix, std::string_view part) {

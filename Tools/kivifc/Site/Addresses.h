@@ -7,7 +7,8 @@
 ///
 /// An object or set has the file of its name when that is safe in every file system: letters, digits and
 /// underscores, not too long, unlike the names of our own pages and, but for the case of letters, unlike
-/// those that were added before. Any other one has what is safe of its name, "~" and a checksum.
+/// those that were added before. Any other one has what is safe of its name, "~" and a checksum, and so has
+/// each set of a context of one's own: a standard set of that name may be added to the site some day.
 ///
 /// Ownership: refers to nothing; addresses refer to it.
 /// Threads:   one thread while it is filled, then any number.
@@ -42,6 +43,8 @@ class FileNames {
 public:
     /// The name with the ending ".html". `distinction` makes the checksums of equal names differ.
     std::string sTake(std::string_view name, std::string_view distinction);
+    /// The same, with a checksum even when the name could be the file's.
+    std::string sTakeMarked(std::string_view name, std::string_view distinction);
 
 private:
     // In lower case.
@@ -54,8 +57,8 @@ class Addresses {
 public:
     /// Of objects of one name, the first has the plain one.
     void vAdd(const ifc::def::schema::ObjectBase& object);
-    /// `context` is what distinguishes it from sets of the same name.
-    void vAdd(const ifc::def::xml::SetDef& set, std::string_view context);
+    /// `distinction` from sets of the same name: its context, and of a set that is not used its document.
+    void vAdd(const ifc::def::xml::SetDef& set, bool isStandard, std::string_view distinction);
     /// A page of ours whose name depends on what is on it, such as the properties that begin with a letter:
     /// "properties-A.html". The key is prefix and part together.
     void vAdd(PageName prefix, std::string_view part);

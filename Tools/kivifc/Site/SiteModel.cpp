@@ -137,16 +137,13 @@ void SiteModel::vSetsCollect() {
         if (const auto* hiding = pSet(set.hiddenBy))
             set.hidingContext = hiding->context.name;
     }
-    // Standard sets have the plain addresses.
-    for (const bool isStandard : {true, false}) {
-        for (const auto& set : sets_) {
-            if (set.isUsed() && set.context.isStandard == isStandard)
-                addresses_.vAdd(*set.set, set.context.name);
-        }
+    for (const auto& set : sets_) {
+        if (set.isUsed())
+            addresses_.vAdd(*set.set, set.context.isStandard, set.context.name);
     }
     for (const auto& set : sets_) {
         if (!set.isUsed())
-            addresses_.vAdd(*set.set, set.context.name + '\n' + set.documentName);
+            addresses_.vAdd(*set.set, set.context.isStandard, set.context.name + '\n' + set.documentName);
     }
 }
 

@@ -9,11 +9,13 @@
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace kiv::kivifc::site::test {
 
 namespace {
 
+using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::StartsWith;
 
@@ -73,6 +75,25 @@ TEST(FileNames, ManyEqualNamesHaveAFileEach) {
     for (int number = 0; number < Count; ++number)
         files.insert(names.sTake("Pset_Wall", "office"));
     EXPECT_EQ(files.size(), static_cast<std::size_t>(Count));
+}
+
+/// A standard set that is added later changes no address of one's own, and none leads to another set then.
+TEST(Addresses, SetOfYourOwnStaysWhereItIs) {
+    const auto set = [](const std::string& definition) {
+        return "<PropertySetDef><Name>Pset_Wall</Name><Definition>" + definition +
+               "</Definition></PropertySetDef>";
+    };
+    const std::pair<std::string, std::string> standard("TEST", set("Standard."));
+    const std::pair<std::string, std::string> office("office", set("Ours."));
+    const auto ours = "sets/" + FileNames().sTakeMarked("Pset_Wall", "office");
+    EXPECT_THAT(ours, MatchesRegex("sets/Pset_Wall~[0-9a-f]+\\.html"));
+    EXPECT_THAT(SiteSample("", {office}).sPage(ours), HasSubstr("Ours."));
+    for (const bool isStandardFirst : {true, false}) {
+        const SiteSample sample("",
+                                {isStandardFirst ? standard : office, isStandardFirst ? office : standard});
+        EXPECT_THAT(sample.sPage(ours), HasSubstr("Ours."));
+        EXPECT_THAT(sample.sPage("sets/Pset_Wall.html"), HasSubstr("Standard."));
+    }
 }
 
 TEST(Anchor, IsTheNameUnlessOursCouldBeTheSame) {

@@ -27,6 +27,11 @@ std::string sProperties(int count) {
     return members;
 }
 
+/// Of a set of one's own.
+std::string sOwnFile(const std::string& name, const std::string& context) {
+    return "sets/" + FileNames().sTakeMarked(name, context);
+}
+
 TEST(SetIndexPage, SetsAreByClassAndByPrefix) {
     const SiteSample sample(Declarations, {{"TEST", sSet("Pset_B", {"Wall", "Door/X", "Roof"}, "")},
                                            {"office", sSet("Off_A", {"WALL"}, "")},
@@ -35,14 +40,17 @@ TEST(SetIndexPage, SetsAreByClassAndByPrefix) {
     EXPECT_THAT(page,
                 HasSubstr("<tr id=\"Wall\"><th scope=\"row\"><a class=\"anchor\" href=\"#Wall\" "
                           "aria-label=\"Link to Wall\">#</a><a href=\"Wall.html\"><code>Wall</code></a></th>"
-                          "<td><ul class=\"links\">\n<li><a href=\"sets/Off_A.html\"><code>Off_A</code></a> "
+                          "<td><ul class=\"links\">\n<li><a href=\"" +
+                          sOwnFile("Off_A", "office") +
+                          "\"><code>Off_A</code></a> "
                           "<span class=\"badge\">office</span></li>\n<li><a href=\"sets/Pset_B.html\">"));
     EXPECT_THAT(page,
                 HasSubstr("<code>Roof</code> <span class=\"badge warning\">not in the schema</span></th>"));
     EXPECT_THAT(page,
                 HasSubstr("<tr id=\"every-class\"><th scope=\"row\"><a class=\"anchor\" "
                           "href=\"#every-class\" aria-label=\"Link to every class\">#</a>Every class</th>"
-                          "<td><ul class=\"links\">\n<li><a href=\"sets/Every.html\">"));
+                          "<td><ul class=\"links\">\n<li><a href=\"" +
+                          sOwnFile("Every", "other") + "\">"));
     EXPECT_THAT(page, HasSubstr("\">Without a prefix <span class=\"count\">1</span><a class=\"anchor\""));
     EXPECT_THAT(
         page,
@@ -69,7 +77,9 @@ TEST(PropertyIndexPages, OneNameInManySetsIsSideBySide) {
     EXPECT_THAT(
         sample.sPage("properties.html"),
         HasSubstr("<code>Mark</code></th><td>Single value</td><td><a href=\"Label.html\"><code>Label</code>"
-                  "</a></td><td><ul class=\"links\">\n<li><a href=\"sets/S2.html#Mark\">S2</a> "
+                  "</a></td><td><ul class=\"links\">\n<li><a href=\"" +
+                  sOwnFile("S2", "TEST2") +
+                  "#Mark\">S2</a> "
                   "<span class=\"badge\">TEST2</span></li>\n<li><a "
                   "href=\"sets/S1.html#Mark\">S1</a></li>\n</ul></td></tr>"));
     EXPECT_THAT(sample.sPage("properties.html"), Not(HasSubstr("differs")));
@@ -83,7 +93,8 @@ TEST(PropertyIndexPages, DifferingTypesStandOut) {
     EXPECT_THAT(page, HasSubstr("<span class=\"badge differs\">types differ</span>"));
     EXPECT_THAT(page,
                 HasSubstr("<td class=\"differs\"><a href=\"Text.html\"><code>Text</code></a></td><td><ul "
-                          "class=\"links\">\n<li><a href=\"sets/S2.html#Mark\">"));
+                          "class=\"links\">\n<li><a href=\"" +
+                          sOwnFile("S2", "TEST2") + "#Mark\">"));
     // The second type has an address of its own.
     EXPECT_THAT(page,
                 HasSubstr("<tr id=\"Mark~~2\"><td class=\"differs\"><a class=\"anchor\" href=\"#Mark~~2\" "

@@ -1,6 +1,7 @@
 #include "kivifc/Site/SetPage.h"
 
 #include "kiv/Kit/Findings/Rule.h"
+#include "kivifc/Site/Addresses.h"
 
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/Site/SetTexts.h"
@@ -176,7 +177,8 @@ TEST(SetPage, DocumentsOfTwoArgumentsDifferByTheirFolders) {
                           : given == folder.sPath("firm/deep") ? std::string("deep/1.xml")
                                                                : std::string("firm/deep/1.xml");
         EXPECT_THAT(sFileText(out + "/sets/Pset_A.html"), HasSubstr("<dd><bdi>Sets/1.xml</bdi></dd>"));
-        EXPECT_THAT(sFileText(out + "/sets/Pset_B.html"), HasSubstr("<dd><bdi>" + name + "</bdi></dd>"));
+        EXPECT_THAT(sFileText(out + "/sets/" + FileNames().sTakeMarked("Pset_B", "office")),
+                    HasSubstr("<dd><bdi>" + name + "</bdi></dd>"));
     }
 }
 
