@@ -2,6 +2,7 @@
 
 #include "Tools/kivifc/Site/SetTexts.h"
 #include "Tools/kivifc/Site/SiteSample.h"
+#include "kivifc/Site/Addresses.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,7 +30,8 @@ TEST(MemberTable, HasEachNameOnceWithTheTypesOfIt) {
     EXPECT_THAT(names[0]->types[0].type.getText(), testing::HasSubstr("Label.html"));
     EXPECT_EQ(names[0]->types[0].places.size(), 2U);
     EXPECT_EQ(names[0]->types[1].places.size(), 1U);
-    EXPECT_EQ(names[0]->types[1].places[0].second.getPath(), "sets/Pset_B.html");
+    EXPECT_EQ(names[0]->types[1].places[0].second.getPath(),
+              "sets/" + FileNames().sTakeMarked("Pset_B", "b"));
     EXPECT_EQ(names[1]->name, "Width");
     EXPECT_FALSE(names[1]->hasDifferences());
 }
