@@ -494,9 +494,12 @@ std::vector<Finding*> SchemaRun::missingFindings() {
         if (missing.finding->code >= "E011" && missing.finding->code <= "E018")
             findings.push_back(missing.finding);
     }
-    std::ranges::sort(findings, {}, [](const Finding* finding) { return finding->place.position; });
-    const auto repeated = std::ranges::unique(findings);
-    findings.erase(repeated.begin(), repeated.end());
+    // By the code too, so that those that are repeated lie beside each other.
+    std::ranges::sort(findings, {}, [](const Finding* finding) {
+        return std::pair(finding->place.position, finding->code);
+    });
+    // Clang 14 cannot read what std::ranges::unique gives.
+    findings.erase(std::unique(findings.begin(), findings.end()), findings.end());
     return findings;
 }
 

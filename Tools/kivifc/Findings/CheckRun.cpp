@@ -73,7 +73,7 @@ bool isBefore(const Finding& left, const Finding& right) {
 
 /// What the schema lacks for a kind of property is said once, at the first document that has one.
 void vLacksJoin(std::vector<Finding>& findings) {
-    constexpr std::string_view Lack = "R011";
+    static constexpr std::string_view Lack = "R011";
     std::set<std::string> said;
     std::erase_if(findings, [&said](const Finding& finding) {
         return finding.code == Lack && !said.insert(finding.message).second;
@@ -82,7 +82,7 @@ void vLacksJoin(std::vector<Finding>& findings) {
 
 /// Of a schema that cannot be read no name is known: that is one mistake, and those in documents are none.
 void vUnknownNamesLeaveOut(std::vector<Finding>& findings) {
-    constexpr std::string_view NothingRead = "E001";
+    static constexpr std::string_view NothingRead = "E001";
     static constexpr std::string_view UnknownNames[] = {"C001", "R011", "R013", "T001"};
     const auto isNothingRead = [](const Finding& finding) {
         return finding.code == NothingRead && finding.severity == kit::Severity::Error;
