@@ -1,5 +1,6 @@
 #include "kiv/Kit/Findings/Rule.h"
 #include "kivifc/Documents/Checksum.h"
+#include "kivifc/Documents/SetDocument.h"
 #include "kivifc/Findings/FindingWriter.h"
 #include "kivifc/Json/BytesJson.h"
 #include "kivifc/Program/Version.h"
