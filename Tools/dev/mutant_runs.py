@@ -122,6 +122,7 @@ class Tree:
             if not copy.is_file() or copy.read_bytes() != content:
                 copy.parent.mkdir(parents=True, exist_ok=True)
                 copy.write_bytes(content)
+            shutil.copymode(self.project / path, copy)  # a script that a test runs is executable
         for folder in ("Source", "Tests", "Tools"):
             for path in (self.root / folder).rglob("*"):
                 if path.is_file() and str(path.relative_to(self.root)) not in known:
