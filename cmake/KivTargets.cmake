@@ -30,10 +30,12 @@ function(kiv_library_settings target)
     endif()
 endfunction()
 
-# kiv_large_units(TARGET): with KIV_LARGE_UNITS, several of its sources are compiled as one. Most of the time that a source
-# takes goes into headers that its neighbours include too.
+# kiv_large_units(TARGET [SOURCES]): with KIV_LARGE_UNITS, 16 of its sources, or as many as given, are compiled as one. Most
+# of the time that a source takes goes into headers that its neighbours include too.
 function(kiv_large_units target)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ${KIV_LARGE_UNITS} UNITY_BUILD_BATCH_SIZE 16)
+    set(sources 16 ${ARGN})
+    list(GET sources -1 sources)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${KIV_LARGE_UNITS} UNITY_BUILD_BATCH_SIZE ${sources})
 endfunction()
 
 # Only names of namespace kiv leave a shared library: GCC and Clang mark more as visible, the parts of the standard library

@@ -37,7 +37,7 @@ std::string sGoldenText(const Run& run) {
     return text;
 }
 
-std::string sTestName(const testing::TestParamInfo<Golden>& row) {
+std::string sGoldenName(const testing::TestParamInfo<Golden>& row) {
     std::string name = row.param.file;
     std::ranges::replace(name, '.', '_');
     return name;
@@ -179,7 +179,7 @@ INSTANTIATE_TEST_SUITE_P(
         Golden{"BrokenConfig.json", {"config", "Building.exp", BrokenConfig, "--json"}, 1},
         Golden{"Export.txt", exportArguments(), 0}, Golden{"Export.json", withJson(exportArguments()), 0},
         Golden{"BrokenExport.txt", {"export", "Building.exp", "BrokenSets", "--out", Out}, 2}),
-    sTestName);
+    sGoldenName);
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "Tools/kivifc/TemporaryFolder.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -41,6 +42,14 @@ std::string sFileText(const std::string& path) {
     std::ostringstream text;
     text << file.rdbuf();
     return text.str();
+}
+
+std::vector<std::string> namesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().filename().native());
+    std::ranges::sort(names);
+    return names;
 }
 
 } // namespace kiv::kivifc::test

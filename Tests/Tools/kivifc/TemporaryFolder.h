@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kiv::kivifc::test {
 
@@ -32,5 +33,8 @@ private:
 
 /// What a file holds, byte by byte.
 std::string sFileText(const std::string& path);
+
+/// What a folder holds, sorted by the bytes of the names.
+std::vector<std::string> namesIn(const std::string& folder);
 
 } // namespace kiv::kivifc::test

@@ -1,4 +1,5 @@
 // What `kivifc check` finds, as it is chosen and shown; what it finds is the business of the kit's tests.
+#include "Support/CountOf.h"
 #include "Tools/kivifc/Findings/Validation.h"
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/TemporaryFolder.h"
@@ -21,6 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using kiv::test::countOf;
 using nlohmann::json;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -539,21 +541,14 @@ std::string sUnknownNames(const std::string& name) {
            property + property + "</PropertyDefs></PropertySetDef>";
 }
 
-std::ptrdiff_t countOf(const std::string& text, const std::string& part) {
-    std::ptrdiff_t count = 0;
-    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
-        ++count;
-    return count;
-}
-
 TEST_F(CheckFindings, WhatTheSchemaLacksIsSaidOnceOfEachKindOfProperty) {
     folder_.sWrite("Walls.exp", "SCHEMA WALLS;\nENTITY Wall;\nEND_ENTITY;\nEND_SCHEMA;\n");
     folder_.sWrite("A.xml", sUnknownNames("Pset_A"));
     folder_.sWrite("B.xml", sUnknownNames("Pset_B"));
     const auto found = run({"Walls.exp", "A.xml", "B.xml", "--select", "R011,T001,C001"}).out;
-    EXPECT_EQ(countOf(found, "[R011]"), 1) << found;
-    EXPECT_EQ(countOf(found, "[T001]"), 4) << found;
-    EXPECT_EQ(countOf(found, "[C001]"), 2) << found;
+    EXPECT_EQ(countOf(found, "[R011]"), 1U) << found;
+    EXPECT_EQ(countOf(found, "[T001]"), 4U) << found;
+    EXPECT_EQ(countOf(found, "[C001]"), 2U) << found;
 }
 
 TEST_F(CheckFindings, OfASchemaThatCannotBeReadNoNameIsUnknown) {
@@ -561,10 +556,10 @@ TEST_F(CheckFindings, OfASchemaThatCannotBeReadNoNameIsUnknown) {
     folder_.sWrite("A.xml", sUnknownNames("Pset_A"));
     const auto found = run({"Walls.exp", "A.xml", "--select", "E001,R,T,C"});
     EXPECT_EQ(found.status, 1);
-    EXPECT_EQ(countOf(found.out, "[E001]"), 1) << found.out;
-    EXPECT_EQ(countOf(found.out, "error: "), 1) << found.out;
+    EXPECT_EQ(countOf(found.out, "[E001]"), 1U) << found.out;
+    EXPECT_EQ(countOf(found.out, "error: "), 1U) << found.out;
     // Where the one mistake is not looked for, the others are not hidden for it.
-    EXPECT_EQ(countOf(run({"Walls.exp", "A.xml", "--select", "C001"}).out, "[C001]"), 1);
+    EXPECT_EQ(countOf(run({"Walls.exp", "A.xml", "--select", "C001"}).out, "[C001]"), 1U);
 }
 
 TEST_F(CheckFindings, DiffShowsWhatFixUncovers) {

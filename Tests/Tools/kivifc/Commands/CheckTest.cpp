@@ -23,7 +23,7 @@ Run checkRun(std::vector<std::string> arguments, const RunOptions& options = {})
 }
 
 /// A property set of this name that applies to this class.
-std::string sSet(const std::string& name, const std::string& className) {
+std::string sSetOfClass(const std::string& name, const std::string& className) {
     return "<PropertySetDef>\n<Name>" + name + "</Name>\n<ApplicableClasses>\n<ClassName>" + className +
            "</ClassName>\n</ApplicableClasses>\n</PropertySetDef>\n";
 }
@@ -105,7 +105,7 @@ TEST(CheckCommand, RootWithAPrefixIsRefusedByName) {
 }
 
 TEST(CheckCommand, StandardInputIsReadForADash) {
-    const auto run = checkRun({"-", "--warnings"}, {.input = sSet("Pset_In", "BldWal")});
+    const auto run = checkRun({"-", "--warnings"}, {.input = sSetOfClass("Pset_In", "BldWal")});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(
         linesOf(run.out).front(),
@@ -121,10 +121,10 @@ TEST(CheckCommand, StandardInputThatIsNoXmlIsNamed) {
 
 TEST(CheckCommand, DocumentsComeInTheOrderOfTheirPaths) {
     const TemporaryFolder folder;
-    folder.sWrite("b/2.xml", sSet("P4", "X"));
-    folder.sWrite("b/1.XML", sSet("P3", "X"));
-    folder.sWrite("B.xml", sSet("P1", "X"));
-    folder.sWrite("a/z.xml", sSet("P2", "X"));
+    folder.sWrite("b/2.xml", sSetOfClass("P4", "X"));
+    folder.sWrite("b/1.XML", sSetOfClass("P3", "X"));
+    folder.sWrite("B.xml", sSetOfClass("P1", "X"));
+    folder.sWrite("a/z.xml", sSetOfClass("P2", "X"));
     const auto run = checkRun({folder.sPath("b"), folder.sPath("B.xml"), folder.sPath("a"), "--warnings"});
     const auto lines = linesOf(run.out);
     ASSERT_GE(lines.size(), 4U);
@@ -134,7 +134,7 @@ TEST(CheckCommand, DocumentsComeInTheOrderOfTheirPaths) {
 
 TEST(CheckCommand, ItemWithLineBreaksStaysOnOneLine) {
     const TemporaryFolder folder;
-    const auto path = folder.sWrite("a.xml", sSet("Pset\x7F", "&#10;\tBldWall&#13;"));
+    const auto path = folder.sWrite("a.xml", sSetOfClass("Pset\x7F", "&#10;\tBldWall&#13;"));
     const auto run = checkRun({path, "--warnings"});
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(linesOf(run.out).front(),

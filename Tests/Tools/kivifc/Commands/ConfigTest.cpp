@@ -65,10 +65,10 @@ TEST(ConfigCommand, ReportsAreStatusOne) {
     const auto run = kivifcRun({"config", "Building.exp", path});
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.out, HasSubstr("reports          1\n  Illegal ifc version ("));
-    const auto json = nlohmann::json::parse(kivifcRun({"config", "Building.exp", path, "--json"}).out);
-    EXPECT_EQ(json["prefix"], "b");
-    EXPECT_EQ(json["attributes"].size(), 2U);
-    EXPECT_EQ(json["reports"][0]["message"], "Illegal ifc version");
+    const auto document = nlohmann::json::parse(kivifcRun({"config", "Building.exp", path, "--json"}).out);
+    EXPECT_EQ(document["prefix"], "b");
+    EXPECT_EQ(document["attributes"].size(), 2U);
+    EXPECT_EQ(document["reports"][0]["message"], "Illegal ifc version");
 }
 
 TEST(ConfigCommand, WhatIsNotWellFormedIsAFailureWithItsPlace) {

@@ -87,13 +87,13 @@ TEST(EntityCommand, DerivedAttributesAreShownOnOneLineEach) {
         const auto path = folder.sWrite("s.exp", sDerivingSchema(row.lines));
         EXPECT_THAT(kivifcRun({"entity", path, "Deriving"}).out,
                     HasSubstr(std::string("derived\n  Deriving\n    ") + row.shown + "\n"));
-        const auto json =
+        const auto document =
             nlohmann::json::parse(kivifcRun({"entity", path, "Deriving", "--json"}).out)["derived"];
-        ASSERT_EQ(json.size(), 1U) << row.lines;
-        EXPECT_EQ(json[0]["entity"], "Deriving");
-        EXPECT_EQ(json[0]["type"], row.type) << row.lines;
-        EXPECT_EQ(json[0]["expression"], row.expression) << row.lines;
-        EXPECT_EQ(json[0]["redeclares"],
+        ASSERT_EQ(document.size(), 1U) << row.lines;
+        EXPECT_EQ(document[0]["entity"], "Deriving");
+        EXPECT_EQ(document[0]["type"], row.type) << row.lines;
+        EXPECT_EQ(document[0]["expression"], row.expression) << row.lines;
+        EXPECT_EQ(document[0]["redeclares"],
                   row.redeclares ? nlohmann::json(row.redeclares) : nlohmann::json(nullptr))
             << row.lines;
     }
@@ -101,8 +101,9 @@ TEST(EntityCommand, DerivedAttributesAreShownOnOneLineEach) {
 
 TEST(EntityCommand, EntityThatDerivesNothingHasNoSuchSection) {
     EXPECT_EQ(kivifcRun({"entity", "Building.exp", "BldUnit"}).out.find("derived"), std::string::npos);
-    const auto json = nlohmann::json::parse(kivifcRun({"entity", "Building.exp", "BldUnit", "--json"}).out);
-    EXPECT_EQ(json["derived"], nlohmann::json::array());
+    const auto document =
+        nlohmann::json::parse(kivifcRun({"entity", "Building.exp", "BldUnit", "--json"}).out);
+    EXPECT_EQ(document["derived"], nlohmann::json::array());
 }
 
 TEST(EntityCommand, ConfigurationAddsRepresentations) {
@@ -135,12 +136,12 @@ TEST(EntityCommand, UnknownEntityIsStatusOneWithTheNameThatWasMeant) {
 }
 
 TEST(EntityCommand, JsonHasTheSameFacts) {
-    const auto json =
+    const auto document =
         nlohmann::json::parse(kivifcRun({"entity", "Building.exp", "Sets", "BldWall", "--json"}).out);
-    EXPECT_EQ(json["line"], nlohmann::json({"BldRoot", "BldObject", "BldElement", "BldWall"}));
-    EXPECT_EQ(json["attributes"].size(), 11U);
-    EXPECT_EQ(json["where"].back()["expression"], "'BUILDING1.BLDWALL' IN TYPEOF(SELF)");
-    EXPECT_EQ(json["sets"].size(), 2U);
+    EXPECT_EQ(document["line"], nlohmann::json({"BldRoot", "BldObject", "BldElement", "BldWall"}));
+    EXPECT_EQ(document["attributes"].size(), 11U);
+    EXPECT_EQ(document["where"].back()["expression"], "'BUILDING1.BLDWALL' IN TYPEOF(SELF)");
+    EXPECT_EQ(document["sets"].size(), 2U);
 }
 
 /// The schema writes ||, which makes one instance of two.

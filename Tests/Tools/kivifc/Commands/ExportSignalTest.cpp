@@ -1,4 +1,5 @@
 // What a signal leaves behind that ends an export, whenever it comes.
+#include "Tools/kivifc/Commands/LongSets.h"
 #include "Tools/kivifc/KivifcInterrupt.h"
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/TemporaryFolder.h"
@@ -19,18 +20,6 @@ namespace fs = std::filesystem;
 
 using testing::HasSubstr;
 
-constexpr int Sets = 300;
-
-/// Sets that take long enough to be written.
-void vSetsWrite(const TemporaryFolder& folder) {
-    for (int number = 0; number < Sets; ++number) {
-        const auto name = "Pset_" + std::to_string(number);
-        folder.sWrite("sets/" + name + ".xml", "<PropertySetDef><Name>" + name + "</Name><Definition>" +
-                                                   std::string(20000, 'x') +
-                                                   "</Definition></PropertySetDef>");
-    }
-}
-
 /// Files of the export are whole, and there is nothing else but `leftovers` at most.
 void vExpectWhole(const std::string& out, int leftovers) {
     for (const auto& entry : fs::directory_iterator(out)) {
@@ -46,7 +35,7 @@ class ExportSignal : public testing::TestWithParam<int> {};
 
 TEST_P(ExportSignal, LeavesWholeFilesAndEndsTheProgramItself) {
     const TemporaryFolder folder;
-    vSetsWrite(folder);
+    vLongSetsWrite(folder);
     const auto out = folder.sPath("out");
     const std::vector<std::string> words{"export", "Building.exp", folder.sPath("sets"), "--out", out};
     for (int files = 1; files < 30; files += 7) {
@@ -64,7 +53,7 @@ TEST_P(ExportSignal, LeavesWholeFilesAndEndsTheProgramItself) {
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
     vExpectWhole(out, 0);
-    EXPECT_EQ(linesOf(run.out).size(), static_cast<std::size_t>(Sets));
+    EXPECT_EQ(linesOf(run.out).size(), static_cast<std::size_t>(LongSets));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ExportSignal, testing::Values(SIGINT, SIGTERM, SIGHUP, SIGKILL));

@@ -98,17 +98,17 @@ TEST(ExportCommand, GuidsAndBaseTypesAreWrittenWhenAskedFor) {
 }
 
 /// A property set of this name that applies to every class.
-std::string sSet(const std::string& name) {
+std::string sMarkedSet(const std::string& name) {
     return "<PropertySetDef><Name>" + name + "</Name></PropertySetDef>";
 }
 
 TEST(ExportCommand, NameOfASetCannotLeaveTheFolder) {
     const TemporaryFolder folder;
-    folder.sWrite("sets/1.xml", sSet("../../x"));
-    folder.sWrite("sets/2.xml", sSet(".."));
-    folder.sWrite("sets/3.xml", sSet("/etc/x"));
-    folder.sWrite("sets/4.xml", sSet(""));
-    folder.sWrite("sets/5.xml", sSet(std::string(5000, 'x')));
+    folder.sWrite("sets/1.xml", sMarkedSet("../../x"));
+    folder.sWrite("sets/2.xml", sMarkedSet(".."));
+    folder.sWrite("sets/3.xml", sMarkedSet("/etc/x"));
+    folder.sWrite("sets/4.xml", sMarkedSet(""));
+    folder.sWrite("sets/5.xml", sMarkedSet(std::string(5000, 'x')));
     const auto out = folder.sPath("out");
     const auto run = exportRun(folder.sPath("sets"), out);
     EXPECT_EQ(run.status, 0);
@@ -234,7 +234,7 @@ TEST(ExportCommand, SetThatIsNotWrittenIsAFinding) {
     EXPECT_EQ(linesOf(refused.out).size(), 10U);
     EXPECT_THAT(refused.err, HasSubstr("the set \"Pset_BrokenRefused\" is refused: "));
     const auto repeated = kivifcRun(
-        {"export", "Building.exp", "Sets", folder.sWrite("z.xml", sSet("PSET_BLDWALL")), "--out", out});
+        {"export", "Building.exp", "Sets", folder.sWrite("z.xml", sMarkedSet("PSET_BLDWALL")), "--out", out});
     EXPECT_EQ(repeated.status, 1);
     EXPECT_EQ(linesOf(repeated.out).size(), 10U);
     EXPECT_THAT(repeated.err, HasSubstr(" is left out: "));

@@ -1,4 +1,5 @@
 // What a signal leaves that ends `kivifc site`, whenever it comes.
+#include "Tools/kivifc/Commands/LongSets.h"
 #include "Tools/kivifc/KivifcInterrupt.h"
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/TemporaryFolder.h"
@@ -19,16 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using testing::ElementsAre;
-
-/// Sets that take long enough to be written.
-void vSetsWrite(const TemporaryFolder& folder) {
-    for (int number = 0; number < 300; ++number) {
-        const auto name = "Pset_" + std::to_string(number);
-        folder.sWrite("sets/" + name + ".xml", "<PropertySetDef><Name>" + name + "</Name><Definition>" +
-                                                   std::string(20000, 'x') +
-                                                   "</Definition></PropertySetDef>");
-    }
-}
 
 std::set<std::string> namesIn(const std::string& path) {
     std::set<std::string> names;
@@ -51,7 +42,7 @@ class SiteSignal : public testing::TestWithParam<int> {};
 
 TEST_P(SiteSignal, LeavesTheFormerSiteAndNoHalfOfAnother) {
     const TemporaryFolder folder;
-    vSetsWrite(folder);
+    vLongSetsWrite(folder);
     const auto site = folder.sPath("out/site");
     const auto unfinished = folder.sPath("out/.site.kivifc-site");
     ASSERT_EQ(kivifcRun({"site", "Building.exp", "--out", site}).status, 0);

@@ -24,14 +24,6 @@ using testing::StartsWith;
 
 constexpr const char* Foreign = "is there already and no unchanged export; --force replaces it";
 
-std::vector<std::string> namesIn(const std::string& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder))
-        names.push_back(entry.path().filename().native());
-    std::ranges::sort(names);
-    return names;
-}
-
 /// What an export of its own says to this file.
 std::string sWritten(const std::string& path, const std::string& text, bool isForced = false) {
     return ExportFiles(isForced).sWrite(path, text);

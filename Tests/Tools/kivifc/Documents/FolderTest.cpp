@@ -31,14 +31,6 @@ using testing::SizeIs;
 constexpr uid_t SomeUser = 12345;
 constexpr gid_t SomeGroup = 23456;
 
-std::vector<std::string> namesIn(const std::string& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder))
-        names.push_back(entry.path().filename().native());
-    std::ranges::sort(names);
-    return names;
-}
-
 struct stat statusOf(const std::string& path) {
     struct stat status {};
     EXPECT_EQ(lstat(path.c_str(), &status), 0) << path;

@@ -7,7 +7,7 @@ namespace kiv::kivifc::test {
 
 namespace {
 
-struct Row {
+struct ExcerptRow {
     std::string_view line;
     std::size_t column;
     std::size_t length;
@@ -16,7 +16,7 @@ struct Row {
 };
 
 TEST(Excerpt, CaretIsBelowItsLetter) {
-    const Row rows[] = {
+    const ExcerptRow rows[] = {
         {"<Name>A</Name>", 7, 1, "<Name>A</Name>", "      ^"},
         {"<Name>Wall</Name>", 7, 4, "<Name>Wall</Name>", "      ^~~~"},
         // The length is unknown.
@@ -44,7 +44,7 @@ TEST(Excerpt, CaretIsBelowItsLetter) {
 }
 
 TEST(Excerpt, WhatTerminalsObeyIsEscapedAndTheCaretFollows) {
-    const Row rows[] = {
+    const ExcerptRow rows[] = {
         {"a\x1B[31mb", 7, 1, "a\\x1B[31mb", "         ^"},
         // What cannot be seen has a place that can.
         {"a\xE2\x80\x8B"

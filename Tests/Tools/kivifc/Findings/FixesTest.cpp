@@ -16,14 +16,14 @@ kit::Finding edited(std::vector<kit::FindingEdit> edits) {
     return finding;
 }
 
-struct Row {
+struct EditsRow {
     std::vector<kit::Finding> findings;
     std::string_view text;
     std::ptrdiff_t mended;
 };
 
 TEST(Fixes, EditsOfOneFindingAreAppliedTogetherOrNotAtAll) {
-    const Row rows[] = {
+    const EditsRow rows[] = {
         {{}, "0123456789", 0},
         {{edited({{2, 2, "ab"}})}, "01ab456789", 1},
         {{edited({{0, 1, ""}, {9, 1, "x\n"}})}, "12345678x\n", 1},

@@ -14,11 +14,11 @@ namespace {
 using kit::Severity;
 using nlohmann::json;
 
-constexpr const char* Document = "<A>\n  <N\xC3\xA4me/>\n</A>\n";
+constexpr const char* WideDocument = "<A>\n  <N\xC3\xA4me/>\n</A>\n";
 
 std::string sLog(const std::vector<kit::Finding>& findings, const CheckResult& result = {}) {
     SourceLines sources;
-    sources.vKeep("walls.xml", Document);
+    sources.vKeep("walls.xml", WideDocument);
     return sWrittenBy([&](Output& output) { return pSarifFindings(output, sources); }, findings, result);
 }
 
@@ -26,7 +26,7 @@ json run(const std::vector<kit::Finding>& findings, const CheckResult& result = 
     return json::parse(sLog(findings, result))["runs"][0];
 }
 
-kit::Finding wholeFinding() {
+kit::Finding findingWithFix() {
     auto finding = sampleFinding("S001", Severity::Error, "no such element", {2, 4, 4});
     finding.notes.push_back({"did you mean \"Name\"?", {}});
     finding.notes.push_back({"the other one", kit::Place{"b c.xml", {7, 2, 0}}});
@@ -36,7 +36,7 @@ kit::Finding wholeFinding() {
 }
 
 TEST(SarifFindings, ResultHasItsRuleMessagePlaceAndFix) {
-    const auto result = run({wholeFinding()})["results"][0];
+    const auto result = run({findingWithFix()})["results"][0];
     EXPECT_EQ(result["ruleId"], "S001");
     EXPECT_EQ(result["level"], "error");
     EXPECT_EQ(result["message"]["text"],
@@ -117,7 +117,7 @@ TEST(SarifFindings, LogsAreWhatTheOfficialSchemaDescribes) {
     CheckResult failed;
     failed.failures = {{"Sets", "Permission denied"}};
     for (const auto& log :
-         {sLog({wholeFinding(), sampleFinding("Z999", Severity::Note, "m", {})}), sLog({}, failed)}) {
+         {sLog({findingWithFix(), sampleFinding("Z999", Severity::Note, "m", {})}), sLog({}, failed)}) {
         const auto validation = validated(path, log);
         if (validation.isLeftOut)
             GTEST_SKIP() << "left out: " << validation.text;

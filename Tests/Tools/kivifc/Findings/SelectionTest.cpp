@@ -10,7 +10,7 @@ namespace {
 
 using kit::Severity;
 
-struct Row {
+struct SelectionRow {
     std::vector<std::string> selected;
     std::vector<std::string> ignored;
     std::string_view code;
@@ -18,7 +18,7 @@ struct Row {
 };
 
 TEST(Selection, LongerBeginningWins) {
-    const Row rows[] = {
+    const SelectionRow rows[] = {
         {{}, {}, "T001", true},
         {{"T"}, {}, "T001", true},
         {{"T"}, {}, "S001", false},

@@ -8,12 +8,12 @@ namespace {
 
 using kit::Severity;
 
-constexpr const char* Document = "<PropertySetDef>\n\t<Name>Pset_Wal</Name>\n</PropertySetDef>\n";
+constexpr const char* MisspeltDocument = "<PropertySetDef>\n\t<Name>Pset_Wal</Name>\n</PropertySetDef>\n";
 
 std::string sText(const std::vector<kit::Finding>& findings, const TextFindingOptions& options,
                   const CheckResult& result = {}) {
     SourceLines sources;
-    sources.vKeep("walls.xml", Document);
+    sources.vKeep("walls.xml", MisspeltDocument);
     return sWrittenBy([&](Output& output) { return pTextFindings(output, sources, options); }, findings,
                       result);
 }

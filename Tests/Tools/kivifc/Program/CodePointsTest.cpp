@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-struct Row {
+struct CodePointsRow {
     std::string_view text;
     char32_t value;
     std::size_t bytes;
@@ -24,7 +24,7 @@ TEST(CodePoints, ACharacterIsCutBeforeItsFirstByte) {
 }
 
 TEST(CodePoints, AreTakenOneByOne) {
-    const Row rows[] = {
+    const CodePointsRow rows[] = {
         {"ab", 'a', 1, true},
         {"\0"sv, 0, 1, true},
         {"\xC3\xA4z", 0xE4, 2, true},

@@ -9,13 +9,13 @@ namespace {
 
 using namespace std::string_view_literals;
 
-struct Row {
+struct OneLineRow {
     std::string_view text;
     std::string_view line;
 };
 
 TEST(OneLine, SpellsOutControlCharactersOnly) {
-    const Row rows[] = {
+    const OneLineRow rows[] = {
         {"", ""},
         {"BldWall", "BldWall"},
         {"a\nb", "a\\nb"},
@@ -37,7 +37,7 @@ TEST(OneLine, SpellsOutControlCharactersOnly) {
 }
 
 TEST(OneLine, SpellsOutWhatCannotBeSeen) {
-    const Row rows[] = {
+    const OneLineRow rows[] = {
         {"Wall\u200BCommon", "Wall\\u{200B}Common"},
         {"\uFEFFWall", "\\u{FEFF}Wall"},
         {"Wa\u00ADll", "Wa\\u{00AD}ll"},

@@ -1,5 +1,6 @@
 #include "kivifc/Site/EntityPage.h"
 
+#include "Tools/kivifc/Site/SetTexts.h"
 #include "Tools/kivifc/Site/SiteSample.h"
 
 #include <gmock/gmock.h>
@@ -13,35 +14,36 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr const char* Declarations = "TYPE Label = STRING(80);\n"
-                                     "END_TYPE;\n"
-                                     "TYPE Labels = LIST [1:?] OF Label;\n"
-                                     "END_TYPE;\n"
-                                     "TYPE Kind = ENUMERATION OF (A1, A2, A3, A4, A5, A6, A7, A8, A9, A10);\n"
-                                     "END_TYPE;\n"
-                                     "ENTITY Root\n"
-                                     " ABSTRACT SUPERTYPE OF (ONEOF (Wall));\n"
-                                     "    Name : OPTIONAL Label;\n"
-                                     "    Length : REAL;\n"
-                                     " UNIQUE\n"
-                                     "    UR1 : Name, Length;\n"
-                                     " WHERE\n"
-                                     "    Long : (Length > 1.0) AND (Length < 9.0);\n"
-                                     "END_ENTITY;\n"
-                                     "ENTITY Wall\n"
-                                     " SUBTYPE OF (Root);\n"
-                                     "    PredefinedType : Kind;\n"
-                                     "    Names : Labels;\n"
-                                     " DERIVE\n"
-                                     "    SELF\\Root.Length : REAL := 2.0;\n"
-                                     " INVERSE\n"
-                                     "    Rooms : SET [0:?] OF Room FOR Bounds;\n"
-                                     " WHERE\n"
-                                     "    Kinds : PredefinedType <> Kind.A2;\n"
-                                     "END_ENTITY;\n"
-                                     "ENTITY Room;\n"
-                                     "    Bounds : Wall;\n"
-                                     "END_ENTITY;\n";
+constexpr const char* EntityPageDeclarations =
+    "TYPE Label = STRING(80);\n"
+    "END_TYPE;\n"
+    "TYPE Labels = LIST [1:?] OF Label;\n"
+    "END_TYPE;\n"
+    "TYPE Kind = ENUMERATION OF (A1, A2, A3, A4, A5, A6, A7, A8, A9, A10);\n"
+    "END_TYPE;\n"
+    "ENTITY Root\n"
+    " ABSTRACT SUPERTYPE OF (ONEOF (Wall));\n"
+    "    Name : OPTIONAL Label;\n"
+    "    Length : REAL;\n"
+    " UNIQUE\n"
+    "    UR1 : Name, Length;\n"
+    " WHERE\n"
+    "    Long : (Length > 1.0) AND (Length < 9.0);\n"
+    "END_ENTITY;\n"
+    "ENTITY Wall\n"
+    " SUBTYPE OF (Root);\n"
+    "    PredefinedType : Kind;\n"
+    "    Names : Labels;\n"
+    " DERIVE\n"
+    "    SELF\\Root.Length : REAL := 2.0;\n"
+    " INVERSE\n"
+    "    Rooms : SET [0:?] OF Room FOR Bounds;\n"
+    " WHERE\n"
+    "    Kinds : PredefinedType <> Kind.A2;\n"
+    "END_ENTITY;\n"
+    "ENTITY Room;\n"
+    "    Bounds : Wall;\n"
+    "END_ENTITY;\n";
 
 constexpr const char* Set = "<PropertySetDef><Name>Pset_Wall</Name>"
                             "<ApplicableClasses><ClassName>Root</ClassName></ApplicableClasses>"
@@ -57,7 +59,7 @@ protected:
         return begin == std::string::npos ? "" : text.substr(begin, text.find("</section>", begin) - begin);
     }
 
-    SiteSample sample_{Declarations, {{"TEST", Set}}};
+    SiteSample sample_{EntityPageDeclarations, {{"TEST", Set}}};
 };
 
 TEST_F(EntityPageTest, OwnAttributeHasARowWithItsAddress) {
@@ -312,10 +314,6 @@ TEST(EntityPage, AbstractIsSaidAfterTheNameOfTheEntity) {
         sample.sPage("Sub.html"),
         HasSubstr("<p class=\"lead\"><a href=\"Root.html\"><code>Root</code></a> &gt; <code>Sub</code> "
                   "<span class=\"badge abstract\">abstract</span></p>"));
-}
-
-std::string sEntity(const std::string& name, const std::string& supertype) {
-    return "ENTITY " + name + "\n SUBTYPE OF (" + supertype + ");\nEND_ENTITY;\n";
 }
 
 TEST(EntityPageTree, OfManySubtypesSomeAreShownAndTheOthersCounted) {

@@ -1,5 +1,6 @@
 #include "kivifc/Site/EntitySets.h"
 
+#include "Support/CountOf.h"
 #include "Tools/kivifc/Site/SetTexts.h"
 #include "Tools/kivifc/Site/SiteSample.h"
 #include "kivifc/Site/Addresses.h"
@@ -15,6 +16,7 @@ namespace kiv::kivifc::site::test {
 
 namespace {
 
+using kiv::test::countOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -71,13 +73,6 @@ TEST(EntitySets, SeveralPredefinedTypesAreSeveral) {
                             "    PredefinedType : Kind;\nEND_ENTITY;\n",
                             {{"TEST", sSet("S", {"Wall/SOLID", "Wall/HOLLOW"}, "")}});
     EXPECT_THAT(sample.sPage("Wall.html"), HasSubstr("<h4>Predefined types <a href=\"Kind.html#SOLID\">"));
-}
-
-std::size_t countOf(const std::string& text, const std::string& part) {
-    std::size_t count = 0;
-    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
-        ++count;
-    return count;
 }
 
 /// A set that names the entity and its supertype is there twice, and an address is there once.

@@ -13,14 +13,14 @@ GuidNotations notationsOf(const std::string& digits) {
     return GuidNotations(guid);
 }
 
-struct Row {
+struct NotationsRow {
     std::string digits;
     std::string hyphenated;
     std::string globalId;
 };
 
 TEST(GuidNotations, AreTheThreeThatAreInUse) {
-    const Row rows[] = {
+    const NotationsRow rows[] = {
         {"00000000000000000000000000000001", "00000000-0000-0000-0000-000000000001",
          "0000000000000000000001"},
         // 63 is the last digit to the base of 64; one more carries.

@@ -12,11 +12,12 @@ namespace kiv::kivifc::site::test {
 
 namespace {
 
-constexpr const char* Declarations = "TYPE Label = STRING;\nEND_TYPE;\nTYPE Ratio = REAL;\nEND_TYPE;\n";
+constexpr const char* MemberTableDeclarations =
+    "TYPE Label = STRING;\nEND_TYPE;\nTYPE Ratio = REAL;\nEND_TYPE;\n";
 
 TEST(MemberTable, HasEachNameOnceWithTheTypesOfIt) {
     const SiteSample sample(
-        Declarations,
+        MemberTableDeclarations,
         {{"a", sSet("Pset_A", {}, sProperty("Mark", sSingle("Label")))},
          {"b",
           sSet("Pset_B", {}, sProperty("Mark", sSingle("Ratio")) + sProperty("Width", sSingle("Ratio")))},

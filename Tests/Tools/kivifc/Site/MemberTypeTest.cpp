@@ -12,7 +12,7 @@ namespace kiv::kivifc::site::test {
 
 namespace {
 
-constexpr const char* Declarations = "TYPE Label = STRING;\nEND_TYPE;\nENTITY Wall;\nEND_ENTITY;\n";
+constexpr const char* MemberTypeDeclarations = "TYPE Label = STRING;\nEND_TYPE;\nENTITY Wall;\nEND_ENTITY;\n";
 
 struct Shown {
     std::string kind;
@@ -21,7 +21,7 @@ struct Shown {
 
 /// How the only member of a set is shown.
 Shown shown(const std::string& set, const MemberTypeDetail& detail = {}) {
-    const SiteSample sample(Declarations, {{"TEST", set}});
+    const SiteSample sample(MemberTypeDeclarations, {{"TEST", set}});
     const auto members = kit::setMembers(*sample.getModel().getSets().front().set);
     Html html("");
     vMemberTypeWrite(sample.getModel(), *members.at(0), detail, html);

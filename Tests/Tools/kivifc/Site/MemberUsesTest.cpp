@@ -15,10 +15,10 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-constexpr const char* Declarations = "TYPE Label = STRING;\nEND_TYPE;\n"
-                                     "TYPE Ratio = REAL;\nEND_TYPE;\n"
-                                     "TYPE Unused = REAL;\nEND_TYPE;\n"
-                                     "ENTITY Wall;\nEND_ENTITY;\n";
+constexpr const char* MemberUsesDeclarations = "TYPE Label = STRING;\nEND_TYPE;\n"
+                                               "TYPE Ratio = REAL;\nEND_TYPE;\n"
+                                               "TYPE Unused = REAL;\nEND_TYPE;\n"
+                                               "ENTITY Wall;\nEND_ENTITY;\n";
 
 std::vector<std::string> rowsOf(const SiteSample& sample, const std::string& name) {
     std::vector<std::string> rows;
@@ -33,7 +33,7 @@ TEST(MemberUses, AreMembersOfTheTypeOrOfReferencesToIt) {
         "<TypePropertyTableValue><DefiningValue><DataType type=\"Ratio\"/></DefiningValue>"
         "<DefinedValue><DataType type=\"Ratio\"/></DefinedValue></TypePropertyTableValue>";
     const SiteSample sample(
-        Declarations,
+        MemberUsesDeclarations,
         {{"TEST", sSet("Pset_A", {"Wall"},
                        sProperty("Mark", sSingle("Label")) + sProperty("Curve", table) +
                            sProperty("Owner", "<TypePropertyReferenceValue reftype=\"Wall\"/>"))},
@@ -53,7 +53,7 @@ TEST(MemberUses, ManyAreAllThereAndMostOfThemClosed) {
     std::string members;
     for (int number = 0; number < 130; ++number)
         members += sProperty("P" + std::to_string(number), sSingle("Label"));
-    const SiteSample sample(Declarations, {{"TEST", sSet("Pset_A", {"Wall"}, members)}});
+    const SiteSample sample(MemberUsesDeclarations, {{"TEST", sSet("Pset_A", {"Wall"}, members)}});
     const auto page = sample.sPage("Label.html");
     const auto rest = page.find("<details class=\"rest\"><summary>and 30 more</summary>\n");
     ASSERT_NE(rest, std::string::npos);

@@ -1,5 +1,7 @@
 #include "kivifc/Site/ObjectIndexPages.h"
 
+#include "Support/CountOf.h"
+#include "Tools/kivifc/Site/SetTexts.h"
 #include "Tools/kivifc/Site/SiteSample.h"
 
 #include <gmock/gmock.h>
@@ -10,17 +12,13 @@ namespace kiv::kivifc::site::test {
 
 namespace {
 
+using kiv::test::countOf;
 using testing::HasSubstr;
 using testing::Not;
 
 std::string sRow(const std::string& name) {
     return "<li id=\"" + name + "\"><a href=\"" + name + ".html\"><code>" + name +
            "</code></a><a class=\"anchor\" href=\"#" + name + "\" aria-label=\"Link to " + name + "\">#</a>";
-}
-
-std::string sEntity(const std::string& name, const std::string& supertype) {
-    return "ENTITY " + name + (supertype.empty() ? "" : "\n SUBTYPE OF (" + supertype + ")") +
-           ";\nEND_ENTITY;\n";
 }
 
 TEST(ObjectIndexPages, TreeHasEachEntityBelowItsSupertype) {
@@ -30,13 +28,6 @@ TEST(ObjectIndexPages, TreeHasEachEntityBelowItsSupertype) {
                 HasSubstr("<ul class=\"tree\">\n" + sRow("Alone") + "</li>\n" + sRow("Root") + "\n<ul>\n" +
                           sRow("Door") + "</li>\n" + sRow("Wall") + "\n<ul>\n" + sRow("Thick") +
                           "</li>\n</ul></li>\n</ul></li>\n</ul>\n"));
-}
-
-std::size_t countOf(const std::string& text, const std::string& part) {
-    std::size_t count = 0;
-    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
-        ++count;
-    return count;
 }
 
 /// Those of the first two levels are open.

@@ -15,14 +15,14 @@ namespace {
 using testing::HasSubstr;
 
 /// The items are those of Kind; Renamed is made of it.
-constexpr const char* Declarations = "TYPE Kind = ENUMERATION OF\n (SOLID,\n HOLLOW);\nEND_TYPE;\n"
-                                     "TYPE Renamed = Kind;\nEND_TYPE;\n"
-                                     "ENTITY Wall;\n    PredefinedType : Kind;\nEND_ENTITY;\n"
-                                     "ENTITY Thick\n SUBTYPE OF (Wall);\nEND_ENTITY;\n"
-                                     "ENTITY Door;\n    PredefinedType : Renamed;\nEND_ENTITY;\n";
+constexpr const char* SetClassesDeclarations = "TYPE Kind = ENUMERATION OF\n (SOLID,\n HOLLOW);\nEND_TYPE;\n"
+                                               "TYPE Renamed = Kind;\nEND_TYPE;\n"
+                                               "ENTITY Wall;\n    PredefinedType : Kind;\nEND_ENTITY;\n"
+                                               "ENTITY Thick\n SUBTYPE OF (Wall);\nEND_ENTITY;\n"
+                                               "ENTITY Door;\n    PredefinedType : Renamed;\nEND_ENTITY;\n";
 
 std::string classesOf(const std::vector<std::string>& classes) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("S", classes, "")}});
+    const SiteSample sample(SetClassesDeclarations, {{"TEST", sSet("S", classes, "")}});
     Html html("");
     vSetClassesWrite(sample.getModel(), *sample.getModel().getSets().front().set, html);
     return html.takeText();
@@ -58,7 +58,7 @@ TEST(SetClasses, AClassAloneIsAllOfIt) {
 }
 
 TEST(SetClasses, EachIsThereOnceInTheOrderOfTheDocument) {
-    const SiteSample sample(Declarations,
+    const SiteSample sample(SetClassesDeclarations,
                             {{"TEST", sSet("S", {"Roof", "Wall/SOLID", "Roof/A", "Wall/SOLID"}, "")}});
     const auto classes =
         namedClasses(sample.getModel().getSchema(), *sample.getModel().getSets().front().set);

@@ -15,11 +15,12 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr const char* Declarations = "TYPE Label = STRING;\nEND_TYPE;\nTYPE Text = STRING;\nEND_TYPE;\n"
-                                     "ENTITY Wall;\nEND_ENTITY;\nENTITY Door;\nEND_ENTITY;\n";
+constexpr const char* SetIndexDeclarations =
+    "TYPE Label = STRING;\nEND_TYPE;\nTYPE Text = STRING;\nEND_TYPE;\n"
+    "ENTITY Wall;\nEND_ENTITY;\nENTITY Door;\nEND_ENTITY;\n";
 
 /// That many properties with GUIDs 1, 2, ...
-std::string sProperties(int count) {
+std::string sPropertiesWithGuids(int count) {
     std::string members;
     for (int number = 1; number <= count; ++number)
         members += sProperty(fmt::format("{}{}", number % 2 == 0 ? 'A' : 'B', number), sSingle("Label"), {},
@@ -33,9 +34,9 @@ std::string sOwnFile(const std::string& name, const std::string& context) {
 }
 
 TEST(SetIndexPage, SetsAreByClassAndByPrefix) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("Pset_B", {"Wall", "Door/X", "Roof"}, "")},
-                                           {"office", sSet("Off_A", {"WALL"}, "")},
-                                           {"other", sSet("Every", {}, "")}});
+    const SiteSample sample(SetIndexDeclarations, {{"TEST", sSet("Pset_B", {"Wall", "Door/X", "Roof"}, "")},
+                                                   {"office", sSet("Off_A", {"WALL"}, "")},
+                                                   {"other", sSet("Every", {}, "")}});
     const auto page = sample.sPage("sets.html");
     EXPECT_THAT(page,
                 HasSubstr("<tr id=\"Wall\"><th scope=\"row\"><a class=\"anchor\" href=\"#Wall\" "
@@ -65,15 +66,16 @@ TEST(SetIndexPage, SetsAreByClassAndByPrefix) {
 }
 
 TEST(SetIndexPage, LinkToASetWithoutANameCanBeSeen) {
-    const SiteSample sample(Declarations,
+    const SiteSample sample(SetIndexDeclarations,
                             {{"TEST", sSet("  ", {"Wall"}, sProperty("Mark", sSingle("Label")))}});
     EXPECT_THAT(sample.sPage("sets.html"), HasSubstr("<code>(no name)</code></a>"));
     EXPECT_THAT(sample.sPage("properties.html"), HasSubstr("#Mark\">(no name)</a>"));
 }
 
 TEST(PropertyIndexPages, OneNameInManySetsIsSideBySide) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("S1", {}, sProperty("Mark", sSingle("Label")))},
-                                           {"TEST2", sSet("S2", {}, sProperty("Mark", sSingle("LABEL")))}});
+    const SiteSample sample(SetIndexDeclarations,
+                            {{"TEST", sSet("S1", {}, sProperty("Mark", sSingle("Label")))},
+                             {"TEST2", sSet("S2", {}, sProperty("Mark", sSingle("LABEL")))}});
     EXPECT_THAT(
         sample.sPage("properties.html"),
         HasSubstr("<code>Mark</code></th><td>Single value</td><td><a href=\"Label.html\"><code>Label</code>"
@@ -86,8 +88,9 @@ TEST(PropertyIndexPages, OneNameInManySetsIsSideBySide) {
 }
 
 TEST(PropertyIndexPages, DifferingTypesStandOut) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("S1", {}, sProperty("Mark", sSingle("Label")))},
-                                           {"TEST2", sSet("S2", {}, sProperty("Mark", sSingle("Text")))}});
+    const SiteSample sample(SetIndexDeclarations,
+                            {{"TEST", sSet("S1", {}, sProperty("Mark", sSingle("Label")))},
+                             {"TEST2", sSet("S2", {}, sProperty("Mark", sSingle("Text")))}});
     const auto page = sample.sPage("properties.html");
     EXPECT_THAT(page, HasSubstr("<tr id=\"Mark\"><th scope=\"row\" rowspan=\"2\">"));
     EXPECT_THAT(page, HasSubstr("<span class=\"badge differs\">types differ</span>"));
@@ -104,19 +107,19 @@ TEST(PropertyIndexPages, DifferingTypesStandOut) {
 
 /// An enumeration with other items is another type.
 TEST(PropertyIndexPages, ItemsArePartOfTheType) {
-    const SiteSample sample(Declarations,
+    const SiteSample sample(SetIndexDeclarations,
                             {{"TEST", sSet("S1", {}, sProperty("Mark", sEnumeration("K", {"A", "B"})))},
                              {"TEST2", sSet("S2", {}, sProperty("Mark", sEnumeration("K", {"A"})))}});
     EXPECT_THAT(sample.sPage("properties.html"), HasSubstr("types differ"));
 }
 
 TEST(PropertyIndexPages, ManyNamesAreOnPagesByLetter) {
-    const SiteSample few(Declarations, {{"TEST", sSet("S", {}, sProperties(500))}});
+    const SiteSample few(SetIndexDeclarations, {{"TEST", sSet("S", {}, sPropertiesWithGuids(500))}});
     EXPECT_THAT(few.sPage("properties.html"), HasSubstr("<tr id=\"A500\">"));
 }
 
 TEST(PropertyIndexPages, MoreNamesAreOnPagesByLetter) {
-    const SiteSample many(Declarations, {{"TEST", sSet("S", {}, sProperties(501))}});
+    const SiteSample many(SetIndexDeclarations, {{"TEST", sSet("S", {}, sPropertiesWithGuids(501))}});
     const auto page = many.sPage("properties.html");
     EXPECT_THAT(page, Not(HasSubstr("<tr id=\"A500\">")));
     EXPECT_THAT(page, HasSubstr("<a href=\"properties-A.html\">A</a>\n<a href=\"properties-B.html\">B</a>"));
@@ -129,8 +132,9 @@ TEST(PropertyIndexPages, MoreNamesAreOnPagesByLetter) {
 }
 
 TEST(PropertyIndexPages, SetsOfOneNameSayTheirContext) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, sProperty("Mark", sSingle("Label")))},
-                                           {"office", sSet("S", {}, sProperty("Mark", sSingle("Label")))}});
+    const SiteSample sample(SetIndexDeclarations,
+                            {{"TEST", sSet("S", {}, sProperty("Mark", sSingle("Label")))},
+                             {"office", sSet("S", {}, sProperty("Mark", sSingle("Label")))}});
     const auto page = sample.sPage("properties.html");
     EXPECT_THAT(page, HasSubstr("#Mark\">S</a> <span class=\"badge\">office</span></li>"));
     EXPECT_THAT(page, HasSubstr("<li><a href=\"sets/S.html#Mark\">S</a> <span class=\"badge\">hidden by "
@@ -143,7 +147,7 @@ TEST(PropertyIndexPages, SetsOfOneNameSayTheirContext) {
 /// Else a reader sees one name twice, and does not know which is which.
 TEST(LanguageIndexPages, SetsOfOneNameSayTheirContext) {
     const auto set = sSet("S", {}, sProperty("Mark", sSingle("Label"), sNameAlias("de", "Zeichen")));
-    const SiteSample sample(Declarations, {{"TEST", set}, {"office", set}});
+    const SiteSample sample(SetIndexDeclarations, {{"TEST", set}, {"office", set}});
     const auto page = sample.sPage("languages.html");
     EXPECT_THAT(page, HasSubstr("#Mark\">S</a> <span class=\"badge\">office</span></li>"));
     EXPECT_THAT(page, HasSubstr("<li><a href=\"sets/S.html#Mark\">S</a> <span class=\"badge\">hidden by "
@@ -152,7 +156,7 @@ TEST(LanguageIndexPages, SetsOfOneNameSayTheirContext) {
 
 TEST(GuidIndexPages, SetsOfOneNameSayTheirContext) {
     const auto set = sSet("S", {}, "", "ifdguid=\"00000000000000000000000000000040\"");
-    const SiteSample sample(Declarations, {{"TEST", set}, {"office", set}});
+    const SiteSample sample(SetIndexDeclarations, {{"TEST", set}, {"office", set}});
     const auto page = sample.sPage("guids.html");
     EXPECT_THAT(page, HasSubstr("<bdi>S</bdi></a> <span class=\"badge\">office</span>"));
     EXPECT_THAT(page,
@@ -162,7 +166,7 @@ TEST(GuidIndexPages, SetsOfOneNameSayTheirContext) {
 /// The page of a type lists the members that have it.
 TEST(Uses, MembersOfSetsOfOneNameSayTheirContext) {
     const auto set = sSet("S", {}, sProperty("Mark", sSingle("Label")));
-    const SiteSample sample(Declarations, {{"TEST", set}, {"office", set}});
+    const SiteSample sample(SetIndexDeclarations, {{"TEST", set}, {"office", set}});
     const auto page = sample.sPage("Label.html");
     EXPECT_THAT(page, HasSubstr("<code>S.Mark</code></a> <span class=\"badge\">office</span></li>"));
     EXPECT_THAT(page, HasSubstr("<a href=\"sets/S.html#Mark\"><code>S.Mark</code></a> <span class=\"badge\">"
@@ -173,7 +177,7 @@ TEST(Uses, MembersOfSetsOfOneNameSayTheirContext) {
 TEST(SetIndexPages, SetsThatAreNotUsedSaySoEverywhere) {
     const kiv::kivifc::test::TemporaryFolder folder;
     const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetIndexDeclarations + "END_SCHEMA;\n");
     const auto set = sSet("Pset_A", {"Wall"},
                           sProperty("Mark", sSingle("Label"), sNameAlias("de", "Zeichen"),
                                     "ifdguid=\"00000000000000000000000000000041\""));
@@ -189,11 +193,12 @@ TEST(SetIndexPages, SetsThatAreNotUsedSaySoEverywhere) {
 
 TEST(LanguageIndexPages, CountNamesAndDefinitions) {
     const SiteSample sample(
-        Declarations, {{"TEST", sSet("S", {},
-                                     sProperty("Mark", sSingle("Label"),
-                                               sNameAlias("de", "Zeichen") +
-                                                   "<DefinitionAliases><DefinitionAlias lang=\"DE\">"
-                                                   "Ein Zeichen.</DefinitionAlias></DefinitionAliases>"))}});
+        SetIndexDeclarations,
+        {{"TEST", sSet("S", {},
+                       sProperty("Mark", sSingle("Label"),
+                                 sNameAlias("de", "Zeichen") +
+                                     "<DefinitionAliases><DefinitionAlias lang=\"DE\">"
+                                     "Ein Zeichen.</DefinitionAlias></DefinitionAliases>"))}});
     const auto page = sample.sPage("languages.html");
     EXPECT_THAT(page, HasSubstr("1 language besides that of the documents"));
     EXPECT_THAT(page, HasSubstr("<code>de</code></a></th><td>1</td><td>1</td></tr>"));
@@ -210,7 +215,7 @@ TEST(LanguageIndexPages, CountNamesAndDefinitions) {
 TEST(LanguageIndexPages, RowIsFoundByNameAndMeaning) {
     const auto idsOf = [](const std::string& first) {
         const SiteSample sample(
-            Declarations,
+            SetIndexDeclarations,
             {{"TEST", sSet("S", {},
                            sProperty(first, sSingle("Label"), sNameAlias("de", "Zeichen")) +
                                sProperty("Mark", sSingle("Label"), sNameAlias("de", "Zeichen")))}});
@@ -229,7 +234,7 @@ TEST(LanguageIndexPages, LanguageWithManyNamesHasAPage) {
         members += sProperty(fmt::format("P{}", number), sSingle("Label"),
                              sNameAlias("pt-BR", fmt::format("Nome{}", number)));
     members += sProperty("Q", sSingle("Label"), sNameAlias("fr", "Nom"));
-    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, members)}});
+    const SiteSample sample(SetIndexDeclarations, {{"TEST", sSet("S", {}, members)}});
     const auto page = sample.sPage("languages.html");
     EXPECT_THAT(page, HasSubstr("<a href=\"languages-pt_BR.html\"><code>pt-BR</code></a></th><td>50</td>"));
     EXPECT_THAT(page, HasSubstr("</a>Nom</th>"));
@@ -240,7 +245,7 @@ TEST(LanguageIndexPages, LanguageWithManyNamesHasAPage) {
 
 TEST(GuidIndexPages, RepeatedOnesStandOut) {
     const std::string guid = "ifdguid=\"00000000000000000000000000000040\"";
-    const SiteSample sample(Declarations,
+    const SiteSample sample(SetIndexDeclarations,
                             {{"TEST", sSet("S", {}, sProperty("Mark", sSingle("Label"), {}, guid), guid)}});
     EXPECT_THAT(
         sample.sPage("guids.html"),
@@ -255,14 +260,15 @@ TEST(GuidIndexPages, RepeatedOnesStandOut) {
 /// Letters alone could be the name of an element of ours.
 TEST(GuidIndexPages, RowsWithoutAnyDigitHaveAnAddressToo) {
     const std::string letters(32, 'f');
-    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, "", "ifdguid=\"" + letters + "\"")}});
+    const SiteSample sample(SetIndexDeclarations,
+                            {{"TEST", sSet("S", {}, "", "ifdguid=\"" + letters + "\"")}});
     EXPECT_THAT(sample.sPage("guids.html"),
                 HasSubstr("<tr id=\"" + letters + "~\"><th scope=\"row\"><a class=\"anchor\" href=\"#" +
                           letters + "~\""));
 }
 
 TEST(SetIndexPages, WhatSetsDoNotHaveIsSaid) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, "")}});
+    const SiteSample sample(SetIndexDeclarations, {{"TEST", sSet("S", {}, "")}});
     EXPECT_THAT(sample.sPage("properties.html"), HasSubstr("No set has any."));
     EXPECT_THAT(sample.sPage("languages.html"), HasSubstr("No set is translated."));
     EXPECT_THAT(sample.sPage("guids.html"), HasSubstr("No set has any."));
@@ -270,8 +276,9 @@ TEST(SetIndexPages, WhatSetsDoNotHaveIsSaid) {
 }
 
 TEST(GuidIndexPages, ManyAreByTheirFirstDigit) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, sProperties(1000),
-                                                         "ifdguid=\"f0000000000000000000000000000000\"")}});
+    const SiteSample sample(SetIndexDeclarations,
+                            {{"TEST", sSet("S", {}, sPropertiesWithGuids(1000),
+                                           "ifdguid=\"f0000000000000000000000000000000\"")}});
     const auto page = sample.sPage("guids.html");
     EXPECT_THAT(page, HasSubstr("1001 sets, properties and quantities"));
     EXPECT_THAT(page, HasSubstr("<a href=\"guids-0.html\">0</a>\n<a href=\"guids-f.html\">f</a>\n</nav>"));

@@ -1,5 +1,6 @@
 #include "kivifc/Site/SetMembers.h"
 
+#include "Support/CountOf.h"
 #include "Tools/kivifc/Site/SetTexts.h"
 #include "Tools/kivifc/Site/SiteSample.h"
 
@@ -11,23 +12,17 @@ namespace kiv::kivifc::site::test {
 
 namespace {
 
+using kiv::test::countOf;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr const char* Declarations = "TYPE Label = STRING;\nEND_TYPE;\n";
+constexpr const char* SetMembersDeclarations = "TYPE Label = STRING;\nEND_TYPE;\n";
 
 std::string membersOf(const std::string& members, MembersDetail detail) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, members)}});
+    const SiteSample sample(SetMembersDeclarations, {{"TEST", sSet("S", {}, members)}});
     Html html("");
     vSetMembersWrite(sample.getModel(), sample.getModel().getSets().front(), detail, html);
     return html.takeText();
-}
-
-std::size_t countOf(const std::string& text, const std::string& part) {
-    std::size_t count = 0;
-    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
-        ++count;
-    return count;
 }
 
 TEST(SetMembers, ShortRowsLeadToThoseOfTheSet) {

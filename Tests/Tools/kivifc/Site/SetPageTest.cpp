@@ -23,10 +23,10 @@ using kiv::kivifc::test::TemporaryFolder;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr const char* Declarations = "TYPE Label = STRING;\nEND_TYPE;\nENTITY Wall;\nEND_ENTITY;\n";
+constexpr const char* SetPageDeclarations = "TYPE Label = STRING;\nEND_TYPE;\nENTITY Wall;\nEND_ENTITY;\n";
 
 TEST(SetPage, HasWhatTheDocumentSays) {
-    const SiteSample sample(Declarations,
+    const SiteSample sample(SetPageDeclarations,
                             {{"TEST", sSet("Pset_Wall", {"Wall"}, sProperty("Mark", sSingle("Label")),
                                            "templatetype=\"PSET_TYPEDRIVENONLY\" "
                                            "ifdguid=\"00000000000000000000000000000040\"")}});
@@ -47,7 +47,7 @@ TEST(SetPage, HasWhatTheDocumentSays) {
 }
 
 TEST(SetPage, QuantitySetIsCalledThat) {
-    const SiteSample sample(Declarations,
+    const SiteSample sample(SetPageDeclarations,
                             {{"TEST", "<QtoSetDef><Name>Qto_Wall</Name><QtoDefs><QtoDef><Name>Length</Name>"
                                       "<QtoType>Q_LENGTH</QtoType></QtoDef></QtoDefs></QtoSetDef>"}});
     const auto page = sample.sPage("sets/Qto_Wall.html");
@@ -58,7 +58,8 @@ TEST(SetPage, QuantitySetIsCalledThat) {
 
 /// Sets of hosts are searched before the standard ones.
 TEST(SetPage, SetsOfOneNameSayWhichIsFound) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, "")}, {"office", sSet("S", {}, "")}});
+    const SiteSample sample(SetPageDeclarations,
+                            {{"TEST", sSet("S", {}, "")}, {"office", sSet("S", {}, "")}});
     const auto standard = sample.sPage("sets/S.html");
     EXPECT_THAT(standard, HasSubstr("TEST (standard)"));
     EXPECT_THAT(standard, HasSubstr("<dt>Hidden by</dt><dd><a href=\"../sets/S~"));
@@ -71,7 +72,7 @@ TEST(SetPage, SetsOfOneNameSayWhichIsFound) {
 }
 
 TEST(SetPage, TranslationsAreBesideTheDefinition) {
-    const SiteSample sample(Declarations,
+    const SiteSample sample(SetPageDeclarations,
                             {{"TEST", "<PropertySetDef><Name>S</Name><Definition>Walls.</Definition>"
                                       "<PsetDefinitionAliases><PsetDefinitionAlias lang=\"de\">W\xC3\xA4nde."
                                       "</PsetDefinitionAlias></PsetDefinitionAliases></PropertySetDef>"}});
@@ -84,7 +85,7 @@ TEST(SetPage, TranslationsAreBesideTheDefinition) {
 TEST(SetPage, FindingsAreThoseOfACheck) {
     const TemporaryFolder folder;
     const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
     const auto document =
         folder.sWrite("S.xml", sSet("Pset_S", {"Wal"}, sProperty("Mark", sSingle("Label"))));
     const auto out = folder.sPath("site");
@@ -106,7 +107,7 @@ TEST(SetPage, FindingsAreThoseOfACheck) {
 TEST(SetPage, EachFindingHasAnAddress) {
     const TemporaryFolder folder;
     const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
     const auto document =
         folder.sWrite("S.xml", sSet("Pset_S", {"Wal", "Dor"}, sProperty("Mark", sSingle("Label"))));
     const auto out = folder.sPath("site");
@@ -122,7 +123,7 @@ TEST(SetPage, EachFindingHasAnAddress) {
 TEST(SetPage, WhatIsNoGuidIsShownAsItIsWritten) {
     const TemporaryFolder folder;
     const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
     const auto document =
         folder.sWrite("S.xml", sSet("Pset_S", {"Wall"},
                                     sProperty("Mark", sSingle("Label"), {}, "ifdguid=\"a &lt;b&gt; c\"") +
@@ -147,7 +148,7 @@ TEST(SetPage, WhatIsNoGuidIsShownAsItIsWritten) {
 TEST(SetPage, DocumentsOfOneNameDiffer) {
     const TemporaryFolder folder;
     const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
     folder.sWrite("sets/a/deep/1.xml", sSet("Pset_A", {"Wall"}, ""));
     folder.sWrite("sets/b/1.xml", sSet("Pset_B", {"Wall"}, ""));
     folder.sWrite("sets/b/2.xml", sSet("Pset_C", {"Wall"}, ""));
@@ -165,7 +166,7 @@ TEST(SetPage, DocumentsOfOneNameDiffer) {
 TEST(SetPage, DocumentsOfTwoArgumentsDifferByTheirFolders) {
     const TemporaryFolder folder;
     const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
     folder.sWrite("Sets/1.xml", sSet("Pset_A", {"Wall"}, ""));
     const auto other = folder.sWrite("firm/deep/1.xml", sSet("Pset_B", {"Wall"}, ""));
     const auto out = folder.sPath("site");
@@ -186,7 +187,7 @@ TEST(SetPage, DocumentsOfTwoArgumentsDifferByTheirFolders) {
 TEST(SetPage, SetThatIsLeftOutLeadsToTheOneThatIsUsed) {
     const TemporaryFolder folder;
     const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + Declarations + "END_SCHEMA;\n");
+        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
     const auto first = folder.sPath("sets/1.xml");
     folder.sWrite("sets/1.xml", sSet("pset " + first, {}, ""));
     folder.sWrite("sets/2.xml", sSet("Pset " + first, {}, ""));

@@ -46,6 +46,12 @@ inline std::string sEnumeration(const std::string& name, const std::vector<std::
            (constants.empty() ? "" : sTagged("ConstantList", constants)) + "</TypePropertyEnumeratedValue>";
 }
 
+/// The declaration of an entity, of a root where no supertype is given.
+inline std::string sEntity(const std::string& name, const std::string& supertype) {
+    return "ENTITY " + name + (supertype.empty() ? "" : "\n SUBTYPE OF (" + supertype + ")") +
+           ";\nEND_ENTITY;\n";
+}
+
 inline std::string sNameAlias(const std::string& language, const std::string& text) {
     return "<NameAliases><NameAlias lang=\"" + language + "\">" + text + "</NameAlias></NameAliases>";
 }

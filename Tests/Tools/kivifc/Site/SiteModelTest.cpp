@@ -14,24 +14,24 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* Declarations = "TYPE Kind = ENUMERATION OF (SOLID, HOLLOW);\n"
-                                     "END_TYPE;\n"
-                                     "ENTITY Root\n"
-                                     " ABSTRACT SUPERTYPE;\n"
-                                     "    Name : STRING;\n"
-                                     "    Length : REAL;\n"
-                                     "END_ENTITY;\n"
-                                     "ENTITY Wall\n"
-                                     " SUBTYPE OF (Root);\n"
-                                     "    PredefinedType : Kind;\n"
-                                     " DERIVE\n"
-                                     "    SELF\\Root.Length : REAL := 1.0;\n"
-                                     "END_ENTITY;\n"
-                                     "ENTITY Thin\n"
-                                     " SUBTYPE OF (Wall);\n"
-                                     "END_ENTITY;\n";
+constexpr const char* SiteModelDeclarations = "TYPE Kind = ENUMERATION OF (SOLID, HOLLOW);\n"
+                                              "END_TYPE;\n"
+                                              "ENTITY Root\n"
+                                              " ABSTRACT SUPERTYPE;\n"
+                                              "    Name : STRING;\n"
+                                              "    Length : REAL;\n"
+                                              "END_ENTITY;\n"
+                                              "ENTITY Wall\n"
+                                              " SUBTYPE OF (Root);\n"
+                                              "    PredefinedType : Kind;\n"
+                                              " DERIVE\n"
+                                              "    SELF\\Root.Length : REAL := 1.0;\n"
+                                              "END_ENTITY;\n"
+                                              "ENTITY Thin\n"
+                                              " SUBTYPE OF (Wall);\n"
+                                              "END_ENTITY;\n";
 
-std::string sSet(const std::string& name, const std::vector<std::string>& classes) {
+std::string sSetOfWalls(const std::string& name, const std::vector<std::string>& classes) {
     std::string text = "<PropertySetDef><Name>" + name + "</Name><ApplicableClasses>";
     for (const auto& each : classes)
         text += "<ClassName>" + each + "</ClassName>";
@@ -46,7 +46,7 @@ std::vector<std::string> namesOf(const std::vector<const SiteSet*>& sets) {
 }
 
 TEST(SiteModel, ObjectsAreSortedByKindAndName) {
-    const SiteSample sample(Declarations);
+    const SiteSample sample(SiteModelDeclarations);
     std::vector<std::string> names;
     for (const auto* entity : sample.getModel().getEntities())
         names.emplace_back(entity->getName());
@@ -55,7 +55,7 @@ TEST(SiteModel, ObjectsAreSortedByKindAndName) {
 }
 
 TEST(SiteModel, PlacesInTheTreeAreCounted) {
-    const SiteSample sample(Declarations);
+    const SiteSample sample(SiteModelDeclarations);
     EXPECT_EQ(sample.getModel().depthOf(sample.entity("Root")), 0U);
     EXPECT_EQ(sample.getModel().depthOf(sample.entity("Thin")), 2U);
     EXPECT_EQ(sample.getModel().countBelow(sample.entity("Root")), 2U);
@@ -63,7 +63,7 @@ TEST(SiteModel, PlacesInTheTreeAreCounted) {
 }
 
 TEST(SiteModel, RedeclarationsAreFoundFromWhatTheyRedeclare) {
-    const SiteSample sample(Declarations);
+    const SiteSample sample(SiteModelDeclarations);
     const auto attributes = sample.entity("Root").getAttributes();
     EXPECT_THAT(sample.getModel().redeclarationsOf(attributes[0]), IsEmpty());
     const auto& found = sample.getModel().redeclarationsOf(attributes[1]);
@@ -73,8 +73,9 @@ TEST(SiteModel, RedeclarationsAreFoundFromWhatTheyRedeclare) {
 }
 
 TEST(SiteModel, SetsOfAnEntityAreThoseThatNameItByPredefinedType) {
-    const SiteSample sample(Declarations, {{"office", sSet("Pset_Solid", {"Wall/SOLID", "Wall/HOLLOW"})},
-                                           {"TEST", sSet("Pset_Both", {"Wall/SOLID", "Wall"})}});
+    const SiteSample sample(SiteModelDeclarations,
+                            {{"office", sSetOfWalls("Pset_Solid", {"Wall/SOLID", "Wall/HOLLOW"})},
+                             {"TEST", sSetOfWalls("Pset_Both", {"Wall/SOLID", "Wall"})}});
     const auto& groups = sample.getModel().setsOf(sample.entity("Wall"));
     ASSERT_EQ(groups.size(), 2U);
     EXPECT_THAT(groups[0].predefinedTypes, IsEmpty());
@@ -85,13 +86,13 @@ TEST(SiteModel, SetsOfAnEntityAreThoseThatNameItByPredefinedType) {
 }
 
 TEST(SiteModel, SetsWithoutClassesApplyToAll) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("Pset_Any", {})}});
+    const SiteSample sample(SiteModelDeclarations, {{"TEST", sSetOfWalls("Pset_Any", {})}});
     EXPECT_THAT(namesOf(sample.getModel().getUnrestrictedSets()), ElementsAre("Pset_Any"));
 }
 
 TEST(SiteModel, SetOfAHostHidesTheStandardOneOfItsName) {
-    const SiteSample sample(Declarations,
-                            {{"TEST", sSet("Pset_Wall", {"Wall"})}, {"office", sSet("Pset_Wall", {"Wall"})}});
+    const SiteSample sample(SiteModelDeclarations, {{"TEST", sSetOfWalls("Pset_Wall", {"Wall"})},
+                                                    {"office", sSetOfWalls("Pset_Wall", {"Wall"})}});
     const auto& sets = sample.getModel().getSets();
     ASSERT_EQ(sets.size(), 2U);
     EXPECT_EQ(sets[0].context.name, "office");

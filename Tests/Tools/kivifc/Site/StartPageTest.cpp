@@ -15,14 +15,14 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr const char* Declarations =
+constexpr const char* StartPageDeclarations =
     "TYPE Label = STRING;\nEND_TYPE;\n"
     "ENTITY Wall;\n    Name : OPTIONAL Label;\n    Size : REAL;\nEND_ENTITY;\n"
     "ENTITY Thick\n SUBTYPE OF (Wall);\nEND_ENTITY;\n";
 
 TEST(StartPage, HasFiguresAndEntryPoints) {
     const SiteSample sample(
-        Declarations,
+        StartPageDeclarations,
         {{"TEST", sSet("S", {}, sProperty("A", sSingle("Label")) + sProperty("B", sSingle("Label")))}});
     const auto page = sample.sPage("index.html");
     EXPECT_THAT(page, HasSubstr("<li><a href=\"entities.html\"><strong>2</strong> entities</a></li>"));
@@ -39,7 +39,7 @@ TEST(StartPage, HasFiguresAndEntryPoints) {
 
 /// Beside the other cards a short title is enough; the search shows it among names of all kinds.
 TEST(StartPage, HasTheIndexPagesOfTheSearch) {
-    const SiteSample sample(Declarations, {{"TEST", sSet("S", {}, "")}});
+    const SiteSample sample(StartPageDeclarations, {{"TEST", sSet("S", {}, "")}});
     EXPECT_THAT(sample.sPage("index.html"),
                 HasSubstr("<strong>Sets</strong><span>Property and quantity sets by class and by prefix<"));
     const auto search = sample.sPage("assets/search-index.js");
@@ -50,7 +50,7 @@ TEST(StartPage, HasTheIndexPagesOfTheSearch) {
 
 /// An index of what is not there would be a page that says nothing.
 TEST(StartPage, WithoutSetsHasNeitherFiguresNorIndexesOfThem) {
-    const SiteSample sample(Declarations);
+    const SiteSample sample(StartPageDeclarations);
     EXPECT_THAT(sample.sPage("index.html"), Not(HasSubstr("<strong>0</strong> sets")));
     EXPECT_THAT(sample.sPage("index.html"), HasSubstr("<a href=\"functions.html\"><strong>Functions"));
     for (const std::string name : {"sets", "properties", "languages", "guids"}) {

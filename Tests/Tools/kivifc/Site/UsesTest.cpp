@@ -16,35 +16,35 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-constexpr const char* Declarations = "TYPE Label = STRING;\n"
-                                     "END_TYPE;\n"
-                                     "TYPE Name = Label;\n"
-                                     "END_TYPE;\n"
-                                     "TYPE Labels = LIST [1:?] OF Label;\n"
-                                     "END_TYPE;\n"
-                                     "TYPE Any = SELECT (Label, Wall);\n"
-                                     "END_TYPE;\n"
-                                     "ENTITY Wall;\n"
-                                     "    Title : Label;\n"
-                                     "    Titles : OPTIONAL SET [0:?] OF Label;\n"
-                                     " DERIVE\n"
-                                     "    Twice : REAL := Doubled(1.0) + Doubled(2.0);\n"
-                                     " INVERSE\n"
-                                     "    Rooms : SET OF Room FOR Bounds;\n"
-                                     " WHERE\n"
-                                     "    Kind : 'TEST.WALL' IN TYPEOF(SELF);\n"
-                                     "    Big : Doubled(Doubled(1.0)) > 1.0;\n"
-                                     "END_ENTITY;\n"
-                                     "ENTITY Room;\n"
-                                     "    Bounds : Wall;\n"
-                                     " WHERE\n"
-                                     "    IsWall : 'TEST.WALL' IN TYPEOF(Bounds);\n"
-                                     "END_ENTITY;\n"
-                                     "FUNCTION Doubled\n"
-                                     "    (x : REAL) : REAL;\n"
-                                     "    (* Room *)\n"
-                                     "    RETURN(x + SIZEOF(USEDIN(x, 'TEST.ROOM')));\n"
-                                     "END_FUNCTION;\n";
+constexpr const char* UsesDeclarations = "TYPE Label = STRING;\n"
+                                         "END_TYPE;\n"
+                                         "TYPE Name = Label;\n"
+                                         "END_TYPE;\n"
+                                         "TYPE Labels = LIST [1:?] OF Label;\n"
+                                         "END_TYPE;\n"
+                                         "TYPE Any = SELECT (Label, Wall);\n"
+                                         "END_TYPE;\n"
+                                         "ENTITY Wall;\n"
+                                         "    Title : Label;\n"
+                                         "    Titles : OPTIONAL SET [0:?] OF Label;\n"
+                                         " DERIVE\n"
+                                         "    Twice : REAL := Doubled(1.0) + Doubled(2.0);\n"
+                                         " INVERSE\n"
+                                         "    Rooms : SET OF Room FOR Bounds;\n"
+                                         " WHERE\n"
+                                         "    Kind : 'TEST.WALL' IN TYPEOF(SELF);\n"
+                                         "    Big : Doubled(Doubled(1.0)) > 1.0;\n"
+                                         "END_ENTITY;\n"
+                                         "ENTITY Room;\n"
+                                         "    Bounds : Wall;\n"
+                                         " WHERE\n"
+                                         "    IsWall : 'TEST.WALL' IN TYPEOF(Bounds);\n"
+                                         "END_ENTITY;\n"
+                                         "FUNCTION Doubled\n"
+                                         "    (x : REAL) : REAL;\n"
+                                         "    (* Room *)\n"
+                                         "    RETURN(x + SIZEOF(USEDIN(x, 'TEST.ROOM')));\n"
+                                         "END_FUNCTION;\n";
 
 class UsesTest : public testing::Test {
 protected:
@@ -67,7 +67,7 @@ protected:
         return rules;
     }
 
-    SiteSample sample_{Declarations};
+    SiteSample sample_{UsesDeclarations};
 };
 
 TEST_F(UsesTest, AttributesAreThoseOfTheTypeAndOfAggregatesOfIt) {
