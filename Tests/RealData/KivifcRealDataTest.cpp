@@ -3,9 +3,9 @@
 #include "Support/ErrorRecords.h"
 #include "Support/SetFromText.h"
 #include "Support/SetText.h"
+#include "Support/TemporaryFolder.h"
 #include "Support/XmlFromText.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 #include "kiv/Format/Ifc/Def/PropertyNameSearcher.h"
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
@@ -30,8 +30,6 @@ namespace xmlschema = ifc::def::xmlschema;
 using ifc::def::SchemaPset;
 using kivifc::test::kivifcRun;
 using kivifc::test::linesOf;
-using kivifc::test::sFileText;
-using kivifc::test::TemporaryFolder;
 using nlohmann::json;
 using Names = std::vector<std::string>;
 

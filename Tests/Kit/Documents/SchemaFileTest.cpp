@@ -1,6 +1,6 @@
 #include "kiv/Kit/Documents/SchemaFile.h"
 
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ namespace kiv::kit {
 
 namespace {
 
-using kivifc::test::TemporaryFolder;
+using kiv::test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsNull;

@@ -1,7 +1,7 @@
 #include "kiv/Kit/Documents/SetCollection.h"
 
 #include "Support/SchemaFromText.h"
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ namespace kiv::kit {
 
 namespace {
 
-using kivifc::test::TemporaryFolder;
+using kiv::test::TemporaryFolder;
 using testing::IsEmpty;
 using testing::NotNull;
 using testing::SizeIs;

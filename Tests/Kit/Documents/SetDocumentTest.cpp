@@ -1,7 +1,7 @@
 #include "kiv/Kit/Documents/SetDocument.h"
 
 #include "Support/SchemaFromText.h"
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
 
 #include <cstdio>
@@ -17,7 +17,7 @@ namespace kiv::kit {
 
 namespace {
 
-using kivifc::test::TemporaryFolder;
+using kiv::test::TemporaryFolder;
 using testing::IsEmpty;
 using testing::IsNull;
 using testing::NotNull;

@@ -1,6 +1,6 @@
 #include "kiv/Kit/Documents/SetPaths.h"
 
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -12,7 +12,7 @@ namespace kiv::kit {
 
 namespace {
 
-using kivifc::test::TemporaryFolder;
+using kiv::test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;

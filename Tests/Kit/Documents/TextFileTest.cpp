@@ -1,6 +1,6 @@
 #include "kiv/Kit/Documents/TextFile.h"
 
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 #include "kiv/Format/Ifc/Def/IfcBudget.h"
 
 #include <cstdint>
@@ -17,7 +17,7 @@ namespace kiv::kit {
 namespace {
 
 using ifc::def::BudgetExceeded;
-using kivifc::test::TemporaryFolder;
+using kiv::test::TemporaryFolder;
 
 constexpr auto NoLimit = std::numeric_limits<std::uint64_t>::max();
 

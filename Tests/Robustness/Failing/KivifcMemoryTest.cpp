@@ -1,6 +1,6 @@
 #include "Support/Sanitized.h"
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,6 +20,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using Arguments = std::vector<std::string>;
 using kiv::test::isSanitized;
 using testing::Each;

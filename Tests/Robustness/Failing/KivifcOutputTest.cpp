@@ -1,6 +1,6 @@
 #include "Support/FileSizeLimit.h"
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,6 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using kiv::test::namesIn;
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using Arguments = std::vector<std::string>;
 using kiv::test::FileSizeLimit;
 using testing::ElementsAre;

@@ -3,7 +3,7 @@
 #include "Robustness/Growth/CountedFile.h"
 #include "Robustness/Growth/GrowthRow.h"
 #include "Support/Growth.h"
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 #include "kiv/Kit/Documents/SchemaFile.h"
 #include "kivifc/Commands/CommandTable.h"
 #include "kivifc/Program/Diagnostics.h"
@@ -22,8 +22,6 @@
 namespace kiv::test {
 
 namespace {
-
-using kivifc::test::TemporaryFolder;
 
 /// Runs a command; what it writes is counted.
 void vCommandRun(const std::unique_ptr<kivifc::Command>& command, std::vector<std::string> arguments) {

@@ -5,7 +5,7 @@
 #include "Support/AssertCollector.h"
 #include "Support/Growth.h"
 #include "Support/SchemaFromText.h"
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 #include "kivifc/Documents/ExportFile.h"
 #include "kivifc/Json/Json.h"
 #include "kivifc/Pictures/EntityPicture.h"
@@ -28,7 +28,7 @@ using namespace ifc::def::schema;
 
 /// Exports a set for each line of the text, its name, and then exports them all again.
 void vNamesExport(const std::string& names) {
-    const kivifc::test::TemporaryFolder folder;
+    const TemporaryFolder folder;
     for (int time = 0; time != 2; ++time) {
         kivifc::ExportFiles files(false);
         std::istringstream lines(names);

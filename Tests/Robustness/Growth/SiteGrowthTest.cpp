@@ -3,8 +3,8 @@
 
 #include "Support/AssertCollector.h"
 #include "Support/Growth.h"
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/Site/SetTexts.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 #include "kiv/Format/Ifc/Def/SchemaContextAndPropertySetDefinitions.h"
 #include "kiv/Kit/Documents/SetCollection.h"
 #include "kivifc/Documents/SetDocument.h"
@@ -64,7 +64,7 @@ public:
     ~LoadedInput() { registry().clear(); }
 
     void vSiteWrite() const {
-        const kivifc::test::TemporaryFolder folder;
+        const TemporaryFolder folder;
         kivifc::site::SiteFolder site(folder.sPath("site"), false);
         kivifc::site::vSitePagesWrite(kivifc::site::SiteModel(loaded_, "Growth"), site);
         EXPECT_EQ(site.sFinish(), "");

@@ -2,8 +2,8 @@
 //
 // When the output changes on purpose, `KIV_ACCEPT_GOLDEN=1 ./dev test dev -R KivifcGolden` writes the files
 // anew (and passes); the difference is then to be reviewed line by line against the sample and its README.
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -16,6 +16,9 @@
 namespace kiv::kivifc::test {
 
 namespace {
+
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 
 struct Golden {
     const char* file;

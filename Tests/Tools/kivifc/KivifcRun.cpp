@@ -1,8 +1,8 @@
 #include "Tools/kivifc/KivifcRun.h"
 
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/ChildProcess.h"
 #include "Tools/kivifc/KivifcInterrupt.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <array>
 #include <csignal>
@@ -19,6 +19,9 @@ extern char** environ;
 namespace kiv::kivifc::test {
 
 namespace {
+
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 
 void vCheck(bool holds, const char* what) {
     if (!holds)

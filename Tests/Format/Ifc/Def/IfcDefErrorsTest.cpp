@@ -1,15 +1,13 @@
 #include "kiv/Format/Ifc/Def/IfcDefErrors.h"
 
 #include "Support/ErrorRecords.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -34,30 +32,6 @@ std::string sReportOf(XmlSetErrors errors) {
     XmlSetsErrors all;
     all.sets.insert(std::move(errors));
     return all.getFormattedErrors();
-}
-
-/// A folder of this test alone, removed with all that is in it at the end.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        auto pattern = testing::TempDir() + "kiv-errors-XXXXXX";
-        if (!mkdtemp(pattern.data()))
-            throw std::runtime_error("no temporary folder could be made");
-        path_ = pattern;
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-    std::string sFile(const std::string& name) const { return (path_ / name).string(); }
-
-private:
-    std::filesystem::path path_;
-};
-
-std::string sFileContent(const std::string& path) {
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 TEST(XmlSetErrors, IsEmptyAtFirst) {
@@ -177,7 +151,7 @@ TEST(XmlSetsErrors, StreamGetsTheReportAfterWhatItHolds) {
 
 TEST(XmlSetsErrors, DumpOfAReportThatIsLongerThanItsBufferIsWhole) {
     const TemporaryFolder folder;
-    const auto path = folder.sFile("report.txt");
+    const auto path = folder.sPath("report.txt");
     XmlSetErrors errors;
     const std::string name(50'000, 'n');
     errors.vSetNameSet(name);
@@ -189,34 +163,34 @@ TEST(XmlSetsErrors, DumpOfAReportThatIsLongerThanItsBufferIsWhole) {
     XmlSetsErrors all;
     all.sets.insert(std::move(errors));
     all.vDump(path.c_str());
-    EXPECT_EQ(sFileContent(path), expected);
+    EXPECT_EQ(sFileText(path), expected);
 }
 
 TEST(XmlSetsErrors, DumpReplacesTheFileByTheReport) {
     const TemporaryFolder folder;
-    const auto path = folder.sFile("report.txt");
+    const auto path = folder.sPath("report.txt");
     std::ofstream(path) << "something much longer than what is to be written";
     XmlSetsErrors all;
     all.sets.insert(collectorOf("Set", "item"));
     all.vDump(path.c_str());
-    EXPECT_EQ(sFileContent(path), "Set;Error;item;message\n");
+    EXPECT_EQ(sFileText(path), "Set;Error;item;message\n");
 }
 
 TEST(XmlSetsErrors, DumpOfNothingMakesAnEmptyFile) {
     const TemporaryFolder folder;
-    const auto path = folder.sFile("report.txt");
+    const auto path = folder.sPath("report.txt");
     XmlSetsErrors().vDump(path.c_str());
     EXPECT_TRUE(std::filesystem::exists(path));
-    EXPECT_EQ(sFileContent(path), "");
+    EXPECT_EQ(sFileText(path), "");
 }
 
 TEST(XmlSetsErrors, DumpIntoAFolderThatDoesNotExistDoesNothing) {
     const TemporaryFolder folder;
-    const auto path = folder.sFile("missing/report.txt");
+    const auto path = folder.sPath("missing/report.txt");
     XmlSetsErrors all;
     all.sets.insert(collectorOf("Set", "item"));
     EXPECT_NO_THROW(all.vDump(path.c_str()));
-    EXPECT_FALSE(std::filesystem::exists(folder.sFile("missing")));
+    EXPECT_FALSE(std::filesystem::exists(folder.sPath("missing")));
 }
 
 } // namespace

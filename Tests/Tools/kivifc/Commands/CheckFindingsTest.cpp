@@ -1,8 +1,8 @@
 // What `kivifc check` finds, as it is chosen and shown; what it finds is the business of the kit's tests.
 #include "Support/CountOf.h"
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/Findings/Validation.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <algorithm>
 #include <array>
@@ -23,6 +23,8 @@ namespace {
 namespace fs = std::filesystem;
 
 using kiv::test::countOf;
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using nlohmann::json;
 using testing::EndsWith;
 using testing::HasSubstr;

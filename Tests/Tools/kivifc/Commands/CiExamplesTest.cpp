@@ -1,7 +1,7 @@
 // The examples for pipelines, run as far as that is possible without the services they are for.
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/Findings/Validation.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -16,6 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using nlohmann::json;
 using testing::HasSubstr;
 

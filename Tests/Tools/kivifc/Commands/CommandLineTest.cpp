@@ -1,5 +1,5 @@
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -14,6 +14,7 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::TemporaryFolder;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::SizeIs;

@@ -1,5 +1,5 @@
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::TemporaryFolder;
 using testing::HasSubstr;
 
 TEST(EntityCommand, ShowsTheWholePicture) {

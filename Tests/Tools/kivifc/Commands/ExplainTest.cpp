@@ -1,5 +1,5 @@
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 #include "kivifc/Pictures/RuleText.h"
 
 #include <gmock/gmock.h>
@@ -9,6 +9,7 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::sFileText;
 using testing::HasSubstr;
 using testing::StartsWith;
 

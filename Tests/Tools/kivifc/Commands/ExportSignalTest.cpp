@@ -1,8 +1,8 @@
 // What a signal leaves behind that ends an export, whenever it comes.
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/Commands/LongSets.h"
 #include "Tools/kivifc/KivifcInterrupt.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <csignal>
 #include <filesystem>
@@ -18,6 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using testing::HasSubstr;
 
 /// Files of the export are whole, and there is nothing else but `leftovers` at most.

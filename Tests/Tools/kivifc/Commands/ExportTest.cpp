@@ -1,5 +1,5 @@
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -9,6 +9,8 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using testing::HasSubstr;
 using testing::Not;
 

@@ -4,7 +4,7 @@
 /// Threads: one thread at a time for each folder.
 #pragma once
 
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <string>
 
@@ -13,7 +13,7 @@ namespace kiv::kivifc::test {
 constexpr int LongSets = 300;
 
 /// Writes them into the folder "sets": Pset_0, Pset_1, ...
-inline void vLongSetsWrite(const TemporaryFolder& folder) {
+inline void vLongSetsWrite(const kiv::test::TemporaryFolder& folder) {
     for (int number = 0; number < LongSets; ++number) {
         const auto name = "Pset_" + std::to_string(number);
         folder.sWrite("sets/" + name + ".xml", "<PropertySetDef><Name>" + name + "</Name><Definition>" +

@@ -1,5 +1,5 @@
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -12,6 +12,8 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using nlohmann::json;
 using testing::ElementsAre;
 using testing::HasSubstr;

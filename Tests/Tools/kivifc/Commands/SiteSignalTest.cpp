@@ -1,14 +1,13 @@
 // What a signal leaves that ends `kivifc site`, whenever it comes.
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/Commands/LongSets.h"
 #include "Tools/kivifc/KivifcInterrupt.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <csignal>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <set>
 #include <string>
 #include <sys/wait.h>
 #include <vector>
@@ -19,14 +18,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using kiv::test::namesIn;
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using testing::ElementsAre;
-
-std::set<std::string> namesIn(const std::string& path) {
-    std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator(path))
-        names.insert(entry.path().filename());
-    return names;
-}
 
 /// How many files there are in a folder that another program may remove meanwhile.
 int countIn(const std::string& path) {

@@ -1,5 +1,5 @@
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -11,6 +11,9 @@
 namespace kiv::kivifc::test {
 
 namespace {
+
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;

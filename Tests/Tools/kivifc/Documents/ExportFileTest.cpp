@@ -1,7 +1,7 @@
 #include "kivifc/Documents/ExportFile.h"
 
 #include "Support/FileSizeLimit.h"
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -19,6 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using kiv::test::namesIn;
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using testing::SizeIs;
 using testing::StartsWith;
 

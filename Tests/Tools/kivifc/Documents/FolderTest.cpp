@@ -1,7 +1,7 @@
 #include "kivifc/Documents/Folder.h"
 
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/ChildProcess.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 #include "kivifc/Program/UnfinishedFile.h"
 
 #include <algorithm>
@@ -24,6 +24,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using kiv::test::namesIn;
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;

@@ -1,5 +1,5 @@
 #include "kivifc/Documents/ProjectFile.h"
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,6 +8,7 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
 

@@ -1,6 +1,6 @@
 #include "kivifc/Documents/RepositoryPaths.h"
 
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -11,6 +11,8 @@ namespace kiv::kivifc::test {
 namespace {
 
 namespace fs = std::filesystem;
+
+using kiv::test::TemporaryFolder;
 
 /// The current folder is "Repository/Tools".
 class RepositoryPathsTest : public testing::Test {

@@ -1,7 +1,7 @@
 #include "kivifc/Documents/SchemaWithSets.h"
 
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/Program/OutputText.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -11,7 +11,7 @@ namespace kiv::kivifc {
 
 namespace {
 
-using test::TemporaryFolder;
+using kiv::test::TemporaryFolder;
 using Texts = std::vector<std::string>;
 
 class SchemaWithSetsTest : public testing::Test {

@@ -1,6 +1,6 @@
 #include "kivifc/Documents/TextFile.h"
 
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 #include "kivifc/Documents/ReadingLimits.h"
 
 #include <cerrno>
@@ -12,7 +12,7 @@ namespace kiv::kivifc {
 
 namespace {
 
-using test::TemporaryFolder;
+using kiv::test::TemporaryFolder;
 
 /// Sets the limit of bytes while it lives.
 class InputLimit {

@@ -1,6 +1,6 @@
 #include "kivifc/Findings/Baseline.h"
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/Findings/SampleFindings.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 #include "kivifc/Findings/Selection.h"
 
 #include <gmock/gmock.h>
@@ -12,6 +12,8 @@ namespace kiv::kivifc::test {
 namespace {
 
 using kit::Severity;
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
 

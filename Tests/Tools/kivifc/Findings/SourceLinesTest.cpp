@@ -1,5 +1,5 @@
 #include "kivifc/Findings/SourceLines.h"
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,6 +9,7 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::TemporaryFolder;
 using namespace std::string_literals;
 
 TEST(SourceLines, LinesEndWithFeedReturnOrBoth) {

@@ -9,8 +9,8 @@
 /// Threads: any number of threads.
 #pragma once
 
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <string>
 #include <string_view>
@@ -26,7 +26,7 @@ struct Validation {
 };
 
 inline Validation validated(const std::string& schemaPath, std::string_view document) {
-    const TemporaryFolder folder;
+    const kiv::test::TemporaryFolder folder;
     const auto path = folder.sWrite("document.json", document);
     const auto run =
         kivifcRun({KIVIFC_TESTS "/validate.py", schemaPath, path}, {.program = "/usr/bin/python3"});

@@ -1,6 +1,6 @@
 #include "kivifc/Json/Json.h"
 
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -11,13 +11,13 @@ namespace kiv::kivifc {
 namespace {
 
 std::string sWritten(const Json& json) {
-    const test::TemporaryFolder folder;
+    const kiv::test::TemporaryFolder folder;
     const auto path = folder.sPath("json");
     std::FILE* file = std::fopen(path.c_str(), "w");
     Output output(file);
     vJsonWrite(json, output);
     std::fclose(file);
-    return test::sFileText(path);
+    return kiv::test::sFileText(path);
 }
 
 TEST(Json, WhatFitsOnALineIsOnOne) {

@@ -1,8 +1,8 @@
 #include "kivifc/Manual/Completions.h"
 
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/Manual/ShellRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +11,7 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

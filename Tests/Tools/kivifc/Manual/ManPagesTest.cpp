@@ -1,8 +1,8 @@
 #include "kivifc/Manual/ManPages.h"
 
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/Manual/ShellRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -13,6 +13,7 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::TemporaryFolder;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;

@@ -1,7 +1,7 @@
 #include "kivifc/Program/UnfinishedFile.h"
 
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/ChildProcess.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -16,6 +16,8 @@ namespace kiv::kivifc::test {
 namespace {
 
 namespace fs = std::filesystem;
+
+using kiv::test::TemporaryFolder;
 
 /// A folder with a file that a child process is writing.
 class UnfinishedFile : public testing::Test {

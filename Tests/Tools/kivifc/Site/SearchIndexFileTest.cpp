@@ -1,6 +1,6 @@
 // What the search of the sample's site finds.
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +11,8 @@ namespace kiv::kivifc::test {
 
 namespace {
 
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using testing::Contains;
 using testing::ContainsRegex;
 using testing::HasSubstr;

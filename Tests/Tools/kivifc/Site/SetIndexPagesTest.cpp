@@ -175,7 +175,7 @@ TEST(Uses, MembersOfSetsOfOneNameSayTheirContext) {
 
 /// Two documents have one name, so that the set of the second is left out.
 TEST(SetIndexPages, SetsThatAreNotUsedSaySoEverywhere) {
-    const kiv::kivifc::test::TemporaryFolder folder;
+    const kiv::test::TemporaryFolder folder;
     const auto schema =
         folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetIndexDeclarations + "END_SCHEMA;\n");
     const auto set = sSet("Pset_A", {"Wall"},
@@ -186,7 +186,7 @@ TEST(SetIndexPages, SetsThatAreNotUsedSaySoEverywhere) {
     const auto out = folder.sPath("site");
     EXPECT_EQ(kiv::kivifc::test::kivifcRun({"site", schema, folder.sPath("sets"), "--out", out}).status, 1);
     for (const std::string page : {"sets.html", "properties.html", "languages.html", "guids.html"}) {
-        const auto text = kiv::kivifc::test::sFileText(out + "/" + page);
+        const auto text = kiv::test::sFileText(out + "/" + page);
         EXPECT_THAT(text, HasSubstr("</a> <span class=\"badge error\">not used</span>")) << page;
     }
 }

@@ -3,10 +3,10 @@
 #include "kiv/Kit/Findings/Rule.h"
 #include "kivifc/Site/Addresses.h"
 
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/KivifcRun.h"
 #include "Tools/kivifc/Site/SetTexts.h"
 #include "Tools/kivifc/Site/SiteSample.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -18,8 +18,8 @@ namespace kiv::kivifc::site::test {
 namespace {
 
 using kiv::kivifc::test::kivifcRun;
-using kiv::kivifc::test::sFileText;
-using kiv::kivifc::test::TemporaryFolder;
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using testing::HasSubstr;
 using testing::Not;
 

@@ -1,7 +1,7 @@
 #include "kivifc/Site/SiteFolder.h"
 
+#include "Support/TemporaryFolder.h"
 #include "Tools/kivifc/ChildProcess.h"
-#include "Tools/kivifc/TemporaryFolder.h"
 #include "kivifc/Program/UnfinishedFile.h"
 
 #include <cerrno>
@@ -16,6 +16,8 @@
 #include <unistd.h>
 
 namespace {
+
+using kiv::test::namesIn;
 
 /// As of a disk that turns out to be full when a file is closed: close takes place and fails.
 bool isCloseFailing = false;
@@ -36,8 +38,8 @@ namespace kiv::kivifc::site::test {
 namespace {
 
 namespace fs = std::filesystem;
-using kiv::kivifc::test::sFileText;
-using kiv::kivifc::test::TemporaryFolder;
+using kiv::test::sFileText;
+using kiv::test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::UnorderedElementsAre;

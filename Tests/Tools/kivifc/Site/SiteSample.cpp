@@ -45,7 +45,7 @@ std::string SiteSample::sPage(const std::string& name) const {
         EXPECT_EQ(folder.sFinish(), "");
         isWritten_ = true;
     }
-    return kiv::kivifc::test::sFileText(folder_.sPath("site/" + name));
+    return kiv::test::sFileText(folder_.sPath("site/" + name));
 }
 
 void SiteSample::vSetAdd(const std::string& context, const std::string& text) {

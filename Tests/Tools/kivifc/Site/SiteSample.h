@@ -9,7 +9,7 @@
 
 #include "kivifc/Site/SiteModel.h"
 
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <memory>
 #include <string>
@@ -43,7 +43,7 @@ private:
 
     SchemaWithSets loaded_;
     std::unique_ptr<SiteModel> model_;
-    kiv::kivifc::test::TemporaryFolder folder_;
+    kiv::test::TemporaryFolder folder_;
     mutable bool isWritten_ = false;
 };
 

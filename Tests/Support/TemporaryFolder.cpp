@@ -1,4 +1,4 @@
-#include "Tools/kivifc/TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -7,10 +7,10 @@
 #include <stdexcept>
 #include <system_error>
 
-namespace kiv::kivifc::test {
+namespace kiv::test {
 
 TemporaryFolder::TemporaryFolder() {
-    auto pattern = (std::filesystem::temp_directory_path() / "kivifc-test-XXXXXX").native();
+    auto pattern = (std::filesystem::temp_directory_path() / "kiv-test-XXXXXX").native();
     if (!mkdtemp(pattern.data()))
         throw std::runtime_error("no temporary folder could be made");
     path_ = pattern;
@@ -52,4 +52,4 @@ std::vector<std::string> namesIn(const std::string& folder) {
     return names;
 }
 
-} // namespace kiv::kivifc::test
+} // namespace kiv::test

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace kiv::kivifc::test {
+namespace kiv::test {
 
 class TemporaryFolder {
 public:
@@ -37,4 +37,4 @@ std::string sFileText(const std::string& path);
 /// What a folder holds, sorted by the bytes of the names.
 std::vector<std::string> namesIn(const std::string& folder);
 
-} // namespace kiv::kivifc::test
+} // namespace kiv::test
