@@ -197,6 +197,16 @@ TEST(SetDocument, FailedReadingLeavesNothingOfTheSet) {
     EXPECT_THAT(document.assertions, IsEmpty());
 }
 
+/// The record, one assertion, and one too many.
+TEST(SetDocument, FailedReadingLeavesNoAssertions) {
+    ReadOptions options;
+    options.budget.maxReports = 2;
+    const auto document = setTextRead(sAssertingSet(2), "a.xml", options);
+    ASSERT_TRUE(document.failure);
+    EXPECT_EQ(document.failure->limit, ifc::def::BudgetLimit::Reports);
+    EXPECT_THAT(document.assertions, IsEmpty());
+}
+
 TEST(SetDocument, AssertionsAreKeptWithTheirPlaceAmongTheRecords) {
     const auto document = setTextRead(sAssertingSet(2), "a.xml");
     ASSERT_THAT(document.errors.getRecords(), SizeIs(1));

@@ -69,6 +69,7 @@ TEST(ExpressionText, AndWithinOrIsInParenthesesWhenAskedFor) {
         return sRule(expression, [](const auto& rule) { return sExpressionAs(rule, {.groupsAnd = true}); });
     };
     EXPECT_EQ(sGrouped("a AND b OR c AND d OR e"), "(a AND b) OR (c AND d) OR e");
+    EXPECT_EQ(sRule("a AND b OR c AND d OR e", sExpression), "a AND b OR c AND d OR e");
     EXPECT_EQ(sGrouped("a XOR b AND c AND d"), "a XOR (b AND c AND d)");
     EXPECT_EQ(sGrouped("(a OR b) AND c"), "(a OR b) AND c");
     EXPECT_EQ(sGrouped("a * b + c"), "a * b + c");

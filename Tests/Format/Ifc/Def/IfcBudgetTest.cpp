@@ -205,6 +205,21 @@ TEST(BudgetOfSets, StopOfQuantitySets) {
     vExpectStop(vQuantitySetRead);
 }
 
+/// A record that is one too many is that, however long it is.
+TEST(BudgetOfSets, RecordsAreCountedBeforeTheirMemory) {
+    Budget budget;
+    budget.maxReports = 1;
+    budget.maxMemory = 10'000;
+    const auto exceeded = exceededBy(budget, [](BudgetMeter& meter) {
+        XmlSetErrors errors;
+        const XmlSetErrors::Reading reading(errors, meter);
+        errors.vErrorAdd(ErrorKind::Error, "item", "short", 0);
+        errors.vErrorAdd(ErrorKind::Error, "item", std::string(20'000, 'x'), 0);
+    });
+    ASSERT_TRUE(exceeded);
+    EXPECT_EQ(exceeded->getLimit(), BudgetLimit::Reports);
+}
+
 TEST(BudgetOfSets, ReportsCountOnlyWhileSomebodyListens) {
     constexpr const char* text =
         "<QtoSetDef><Odd/><QtoDefs><QtoDef><QtoType>Q_NONE</QtoType></QtoDef></QtoDefs></QtoSetDef>";

@@ -123,9 +123,7 @@ bool ReadLineHelper::boLineOfStream(std::istream& stream) {
 
 /// Reads a line that begins with what is left of one block and ends in another.
 bool ReadLineHelper::boLineAcrossBlocks(std::istream& stream) {
-    text_.clear();
-    vRoomForText(text_, ahead_.size(), meter_);
-    text_ = ahead_;
+    vTextSet(text_, ahead_, meter_);
     if (meter_)
         vBytesTake(ahead_.size());
     ahead_ = {};

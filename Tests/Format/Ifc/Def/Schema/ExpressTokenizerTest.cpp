@@ -673,6 +673,15 @@ TEST(ExpressTokenizerTest, CommentOrLiteralThatIsNotClosedEndsTheInputWhereItBeg
     });
 }
 
+TEST(ExpressTokenizerTest, AfterWhatIsNotClosedComesTheEndAgainAndAgain) {
+    for (const std::string_view text : {"a 'b c", "a (* b c", "a -- b c"}) {
+        ExpressTokenizer tokenizer(text);
+        EXPECT_EQ(tokenizer.getToken().kind, ExpressTokenKind::IDENTIFIER) << text;
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(tokenizer.getToken().kind, ExpressTokenKind::END_OF_FILE) << text;
+    }
+}
+
 // ---- Characters that begin no token
 
 constexpr std::string_view Beginners = "\t\n\r ()*+,-./:;<=>?[\\]{|}'";

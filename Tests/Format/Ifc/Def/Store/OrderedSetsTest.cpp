@@ -1,6 +1,7 @@
 #include "Format/Ifc/Def/Store/OrderedSets.h"
 
 #include "Format/Ifc/Def/DefDoubles.h"
+#include "Support/Allocations.h"
 
 #include <gtest/gtest.h>
 
@@ -81,6 +82,21 @@ TEST(OrderedSetsTest, ManySetsAreInOrderHoweverTheyAreAdded) {
         for (std::size_t index = 0; index < ManySets::Count; ++index)
             vAdd(sets, many.names[index * step % ManySets::Count], index * step % ManySets::Count);
         EXPECT_EQ(setsOf(sets), many.sets) << step;
+    }
+}
+
+/// Whoever has made place for a set can rely on that it fits.
+TEST(OrderedSetsTest, AddingAllocatesNothing) {
+    const ManySets many;
+    for (const std::size_t step : {1U, 999U, 387U}) {
+        OrderedSets sets;
+        for (std::size_t index = 0; index < ManySets::Count; ++index) {
+            const auto number = index * step % ManySets::Count;
+            sets.vReserve(many.names[number]);
+            const auto before = kiv::test::allocationCount();
+            sets.vAdd(many.names[number], *many.sets[number]);
+            EXPECT_EQ(kiv::test::allocationCount(), before) << step << ' ' << index;
+        }
     }
 }
 
