@@ -383,6 +383,8 @@ bool PositionReader::isNamelessHere(const Statement& statement) const {
 }
 
 bool PositionReader::isSchemaHere(const ExpressPositions& positions) const {
+    if (isWord(SchemaKeyword) && ahead_.isSymbol(';'))
+        return positions.schemas.empty();
     if (!isWord() || ahead_.kind != ExpressTokenKind::Word)
         return false;
     return isWord(SchemaKeyword) || (positions.schemas.empty() && isLineStart() &&
@@ -520,11 +522,12 @@ void PositionReader::vSchemaEndRead(ExpressSchemaHeader& header) {
         vUnendedNote();
 }
 
-// schema_header = 'SCHEMA' name ... ';'
+// schema_header = 'SCHEMA' [ name ] ... ';'
 void PositionReader::vSchemaRead(ExpressPositions& positions) {
     ExpressSchemaHeader header;
     header.keyword = takeWord();
-    header.name = takeWord();
+    if (isWord())
+        header.name = takeWord();
     header.firstDeclaration = positions.declarations.size();
     while (!isStatementEnd())
         vNext();

@@ -51,7 +51,9 @@ public:
         if (!isComplete)
             return vFailureShow(console);
         std::vector<kit::Finding> reasons;
-        const auto schema = schemaFileRead(options_.schemaPath, console.diagnostics, reasons);
+        const auto schema = options_.isListing()
+                                ? schemaFileRead(options_.schemaPath, console.diagnostics)
+                                : schemaFileRead(options_.schemaPath, console.diagnostics, reasons);
         if (!schema)
             return vFailureShow(console, reasons);
         const auto contexts =

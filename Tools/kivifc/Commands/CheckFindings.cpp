@@ -328,7 +328,7 @@ void vCheckFindings(const SchemaFile& schema, const std::vector<ContextPaths>& c
 
 void vFindingsFailureShow(const CheckOptions& options, Console& console,
                           const std::vector<kit::Finding>& reasons) {
-    if (options.format == "text" || options.isListing())
+    if (options.isListing() || (options.format == "text" && reasons.empty()))
         return;
     SourceLines sources;
     CheckResult result;

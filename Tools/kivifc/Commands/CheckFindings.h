@@ -21,7 +21,7 @@ namespace kiv::kivifc {
 void vCheckFindings(const SchemaFile& schema, const std::vector<ContextPaths>& contexts,
                     const CheckOptions& options, Console& console);
 
-/// A document of what failed, for forms that are one, with the reasons why a text has no schema.
+/// The reasons why a text has no schema, and what failed, for forms that are a document.
 void vFindingsFailureShow(const CheckOptions& options, Console& console,
                           const std::vector<kit::Finding>& reasons = {});
 

@@ -64,10 +64,9 @@ public:
 private:
     void vErrorsNote(const SchemaFile& file, Diagnostics& diagnostics) const;
     void vTreeShow(const SchemaFile& file, Console& console) const;
-    void vSummaryShow(const SchemaFile& file, Console& console) const;
-    void vFindingsShow(const SchemaFile& file, Console& console) const;
+    void vFindingsShow(SourceLines& sources, Console& console) const;
 
-    // What is wrong with the schema.
+    // What is wrong with the schema, or why the text has none.
     std::vector<kit::Finding> findings_;
     std::string path_;
     bool assertionsAsked_ = false;
@@ -101,10 +100,13 @@ void SchemaCommand::vOptionsAdd(CLI::App& app) {
 }
 
 void SchemaCommand::vRun(Console& console) {
-    std::vector<kit::Finding> reasons;
-    const auto file = schemaFileRead(path_, console.diagnostics, reasons);
+    const bool areFindingsAsked = !treeAsked_ && !jsonAsked_ && !assertionsAsked_;
+    const auto file = areFindingsAsked ? schemaFileRead(path_, console.diagnostics, findings_)
+                                       : schemaFileRead(path_, console.diagnostics);
+    SourceLines sources;
     if (!file)
-        return;
+        return vFindingsShow(sources, console);
+    sources.vKeep(file->path, file->text);
     if (treeAsked_ || jsonAsked_) {
         vErrorsNote(*file, console.diagnostics);
         return treeAsked_ ? vTreeShow(*file, console) : vSchemaJsonWrite(*file, console.output);
@@ -112,7 +114,11 @@ void SchemaCommand::vRun(Console& console) {
     findings_ = kit::schemaFindingsOf(file->schema.get(), file->assertions, file->text, file->path);
     if (std::ranges::find(findings_, kit::Severity::Error, &kit::Finding::severity) != findings_.end())
         console.diagnostics.vFinding();
-    vSummaryShow(*file, console);
+    console.output.vWrite(sSchemaSummary(*file, InheritanceTree(*file->schema), assertionsAsked_));
+    if (!assertionsAsked_)
+        return vFindingsShow(sources, console);
+    for (const auto& record : file->assertions)
+        console.output.vWrite(sWarning(file->path, record));
 }
 
 /// The tree and the JSON do not show why the exit status is not 0. What is wrong is not needed for that, only
@@ -142,17 +148,7 @@ void SchemaCommand::vTreeShow(const SchemaFile& file, Console& console) const {
                                               file.assertions.size()));
 }
 
-void SchemaCommand::vSummaryShow(const SchemaFile& file, Console& console) const {
-    console.output.vWrite(sSchemaSummary(file, InheritanceTree(*file.schema), assertionsAsked_));
-    if (!assertionsAsked_)
-        return vFindingsShow(file, console);
-    for (const auto& record : file.assertions)
-        console.output.vWrite(sWarning(file.path, record));
-}
-
-void SchemaCommand::vFindingsShow(const SchemaFile& file, Console& console) const {
-    SourceLines sources;
-    sources.vKeep(file.path, file.text);
+void SchemaCommand::vFindingsShow(SourceLines& sources, Console& console) const {
     const auto writer = pTextFindings(console.output, sources, {false, true, false});
     for (const auto& finding : findings_)
         writer->vFindingWrite(finding);

@@ -25,61 +25,51 @@ std::vector<kit::Finding> reasonsOf(const kit::SchemaFile& file) {
                                  std::string_view(file.text).substr(0, Looked), file.path);
 }
 
-void vReasonNote(const kit::Finding& finding, std::string_view remedy, Diagnostics& diagnostics) {
-    const auto& [path, position] = finding.place;
-    diagnostics.vNote(fmt::format("{}:{}:{}", path, position.line, position.column),
-                      fmt::format("[{}] {}{}", finding.code, finding.message, remedy));
-}
-
 /// In a line of text a reason is worth reading that says what to do.
 void vRemediesNote(const std::vector<kit::Finding>& reasons, Diagnostics& diagnostics) {
     for (const auto& finding : reasons) {
+        const auto& [path, position] = finding.place;
         for (const auto& note : finding.notes)
-            vReasonNote(finding, "; " + note.message, diagnostics);
+            diagnostics.vNote(fmt::format("{}:{}:{}", path, position.line, position.column),
+                              fmt::format("[{}] {}; {}", finding.code, finding.message, note.message));
     }
 }
 
-/// Whether why the file was not read says as much already.
-bool isSaid(const kit::Finding& finding) {
-    return finding.message.find("SCHEMA") != std::string::npos || finding.message.ends_with("is empty");
-}
-
-/// Those that say what the file is instead.
-void vOtherReasonsNote(const std::vector<kit::Finding>& reasons, Diagnostics& diagnostics) {
-    for (const auto& finding : reasons) {
-        if (finding.notes.empty() && !isSaid(finding))
-            vReasonNote(finding, {}, diagnostics);
-    }
-}
-
-std::optional<SchemaFile> fileRead(const std::string& path, Diagnostics& diagnostics,
-                                   std::vector<kit::Finding>& reasons) {
+SchemaFile fileRead(const std::string& path) {
     const auto begin = std::chrono::steady_clock::now();
     auto file = kit::schemaFileRead(path, readingOptions());
-    if (file.failure) {
-        diagnostics.vFail(shownFailure(path, *file.failure));
-        reasons = reasonsOf(file);
-        vRemediesNote(reasons, diagnostics);
-        return std::nullopt;
-    }
+    return {std::move(file), std::chrono::steady_clock::now() - begin};
+}
+
+std::optional<SchemaFile> lastSchemaOf(SchemaFile&& file, Diagnostics& diagnostics) {
     if (file.names.size() > 1)
-        diagnostics.vNote(path, fmt::format("holds {} schemas ({}); the last one is used", file.names.size(),
-                                            fmt::join(file.names, ", ")));
-    return SchemaFile{std::move(file), std::chrono::steady_clock::now() - begin};
+        diagnostics.vNote(file.path, fmt::format("holds {} schemas ({}); the last one is used",
+                                                 file.names.size(), fmt::join(file.names, ", ")));
+    return std::move(file);
 }
 
 } // namespace
 
 std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics) {
-    std::vector<kit::Finding> reasons;
-    return fileRead(path, diagnostics, reasons);
+    auto file = fileRead(path);
+    if (!file.failure)
+        return lastSchemaOf(std::move(file), diagnostics);
+    diagnostics.vFail(shownFailure(path, *file.failure));
+    vRemediesNote(reasonsOf(file), diagnostics);
+    return std::nullopt;
 }
 
 std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics,
                                          std::vector<kit::Finding>& reasons) {
-    auto file = fileRead(path, diagnostics, reasons);
-    vOtherReasonsNote(reasons, diagnostics);
-    return file;
+    auto file = fileRead(path);
+    if (!file.failure)
+        return lastSchemaOf(std::move(file), diagnostics);
+    reasons = reasonsOf(file);
+    if (reasons.empty())
+        diagnostics.vFail(shownFailure(path, *file.failure));
+    else
+        diagnostics.vFailureShown(shownFailure(path, *file.failure));
+    return std::nullopt;
 }
 
 } // namespace kiv::kivifc

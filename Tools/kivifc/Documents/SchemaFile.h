@@ -30,8 +30,7 @@ struct SchemaFile : kit::SchemaFile {
 /// file has none; the reason goes to `diagnostics`.
 std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics);
 
-/// The same; `reasons` gets what is wrong with a text that has no schema, and `diagnostics` too what the text
-/// seems to be instead.
+/// The same, but `reasons` gets what is wrong with a text that has no schema, for the caller to show.
 std::optional<SchemaFile> schemaFileRead(const std::string& path, Diagnostics& diagnostics,
                                          std::vector<kit::Finding>& reasons);
 

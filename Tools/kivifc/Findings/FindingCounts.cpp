@@ -41,6 +41,8 @@ std::string sSummary(const FindingCounts& counts) {
     std::string text;
     if (findings.empty())
         text = fmt::format("no findings in {}", all);
+    else if (counts.documentsChecked == 0)
+        text = fmt::format("{} in the schema; no document was checked", findings);
     else if (counts.getDocuments() == 0)
         text = fmt::format("{} in the schema, none in {}", findings, all);
     else

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <utility>
 
 namespace kiv::kivifc {
 
@@ -17,13 +18,17 @@ void Diagnostics::vNote(std::string_view subject, std::string_view reason) {
 }
 
 void Diagnostics::vFail(std::string_view subject, std::string_view reason) {
-    status_ = ExitStatus::Failed;
-    failures_.push_back({std::string(subject), std::string(reason)});
+    vFailureShown({std::string(subject), std::string(reason)});
     vNote(subject, reason);
 }
 
 void Diagnostics::vFailureShown() {
     status_ = ExitStatus::Failed;
+}
+
+void Diagnostics::vFailureShown(Failure failure) {
+    vFailureShown();
+    failures_.push_back(std::move(failure));
 }
 
 void Diagnostics::vFail(const Failure& failure) {

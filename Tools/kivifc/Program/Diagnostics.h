@@ -45,6 +45,8 @@ public:
 
     /// A part of the job that could not be done; the output says which and why.
     void vFailureShown();
+    /// The same, where forms for programs list it as well.
+    void vFailureShown(Failure failure);
 
     ExitStatus getStatus() const { return status_; }
 

@@ -1110,6 +1110,8 @@ TEST(SchemaFindings, SayWhyNothingWasFound) {
         {"", "1:1+0 E001 error: no schema was found: the file is empty\n"},
         {"walls", "1:1+0 E001 error: no schema was found: no line has the keyword SCHEMA\n"},
         {" \n\t\n", "1:1+0 E001 error: no schema was found: there is nothing but white space in the file\n"},
+        {"\nSCHEMA ;\nEND_SCHEMA;\n", "2:1+6 E001 error: no schema was found: the last line that mentions "
+                                      "SCHEMA counts, and gives no name\n"},
         {"SCEMA A;\nTYPE B = REAL;\nEND_TYPE;\nEND_SCHEMA;\n",
          "1:1+5 E001 error: no schema was found: the keyword is written \"SCEMA\"\n"
          "  did you mean \"SCHEMA\"?\n"},

@@ -41,9 +41,9 @@ std::string sSummaryLine(const Run& run, const std::string& label) {
 struct Unreadable {
     const char* name;
     std::string path;
+    /// Why the file is not read; empty for what is a finding.
     std::string reason;
-    /// Of a second line; empty for none.
-    std::string likelyReason = {};
+    std::string finding = {};
 };
 
 TEST(SchemaCommand, WhatIsNoSchemaFileIsNamedWithTheReason) {
@@ -52,22 +52,28 @@ TEST(SchemaCommand, WhatIsNoSchemaFileIsNamedWithTheReason) {
         {"missing", folder.sPath("none.exp"), "No such file or directory"},
         {"a folder", folder.sPath(""), "Is a directory"},
         {"a reading error", "/proc/self/mem", "Input/output error"},
-        {"empty", folder.sWrite("empty.exp", ""), "not a schema: the file is empty"},
-        {"no header", folder.sWrite("text.exp", "ENTITY A;\nEND_ENTITY;\n"),
-         "not a schema: no line with SCHEMA"},
-        {"header in a comment", folder.sWrite("comment.exp", "(*\nSCHEMA A;\n*)\n"),
-         "not a schema: no line with SCHEMA"},
-        {"exchange file", folder.sWrite("walls.ifc", "ISO-10303-21;\nFILE_SCHEMA(('IFC4'));\n"),
-         "not a schema: the line with SCHEMA gives no name", "no schema was found: the file is an IFC model"},
-        {"a set document", folder.sWrite("set.xml", "<?xml version=\"1.0\"?>\n<PropertySetDef/>\n"),
-         "not a schema: no line with SCHEMA", "no schema was found: the file is an XML document"},
-        {"blank", folder.sWrite("blank.exp", " \n\t\n"), "not a schema: no line with SCHEMA",
-         "no schema was found: there is nothing but white space in the file"},
-        {"an archive", folder.sWrite("zip.exp", std::string("PK\x03\x04\x14\0\0\0\x08\0", 10)),
-         "not a schema: no line with SCHEMA",
-         "no schema was found: the file is a ZIP archive; a schema is a text file in EXPRESS"},
-        {"header without a name", folder.sWrite("nameless.exp", "SCHEMA ;\nEND_SCHEMA;\n"),
-         "not a schema: the line with SCHEMA gives no name"},
+        {"empty", folder.sWrite("empty.exp", ""), "", "the file is empty [E001]\n"},
+        {"no header", folder.sWrite("text.exp", "ENTITY A;\nEND_ENTITY;\n"), "",
+         "no line has the keyword SCHEMA [E001]\nENTITY A;\n^\n"},
+        {"header in a comment", folder.sWrite("comment.exp", "(*\nSCHEMA A;\n*)\n"), "",
+         "no line has the keyword SCHEMA [E001]\n(*\n^\n"},
+        {"lower case", folder.sWrite("lower.exp", "schema A;\nend_schema;\n"), "",
+         "the keyword is written \"schema\" [E001]\nschema A;\n^~~~~~\n" + folder.sPath("lower.exp") +
+             ":1:1: note: keywords are found in capitals only\n"},
+        {"UTF-16", folder.sWrite("utf16.exp", std::string("\xFF\xFES\0C\0H\0\n\0", 10)), "",
+         "the text is UTF-16 [E001]\nSCH\n^\n" + folder.sPath("utf16.exp") +
+             ":1:1: note: save it as UTF-8\n"},
+        {"exchange file", folder.sWrite("walls.ifc", "ISO-10303-21;\nFILE_SCHEMA(('IFC4'));\n"), "",
+         "the file is an IFC model [E001]\nISO-10303-21;\n^\n"},
+        {"a set document", folder.sWrite("set.xml", "<?xml version=\"1.0\"?>\n<PropertySetDef/>\n"), "",
+         "the file is an XML document [E001]\n<?xml version=\"1.0\"?>\n^\n"},
+        {"blank", folder.sWrite("blank.exp", " \n\t\n"), "",
+         "there is nothing but white space in the file [E001]\n \n^\n"},
+        {"an archive", folder.sWrite("zip.exp", std::string("PK\x03\x04\x14\0\0\0\x08\0", 10)), "",
+         "the file is a ZIP archive [E001]\nPK\\x03\\x04\\x14\\x00\\x00\\x00\\x08\\x00\n^\n" +
+             folder.sPath("zip.exp") + ":1:1: note: a schema is a text file in EXPRESS\n"},
+        {"header without a name", folder.sWrite("nameless.exp", "SCHEMA ;\nEND_SCHEMA;\n"), "",
+         "the last line that mentions SCHEMA counts, and gives no name [E001]\nSCHEMA ;\n^~~~~~\n"},
         {"open list", folder.sWrite("open.exp", "SCHEMA A;\nTYPE B = SELECT\n (C,\n"),
          "the schema ends in the middle of a list of names"},
         {"integer out of range",
@@ -78,15 +84,16 @@ TEST(SchemaCommand, WhatIsNoSchemaFileIsNamedWithTheReason) {
          folder.sWrite("real.exp", "SCHEMA A;\nTYPE B = REAL;\n WHERE\n  W : SELF < 1.0E999;\nEND_TYPE;\n"),
          "a literal of a WHERE rule is out of range: stod argument out of range"},
     };
+    const std::string Summary = "1 error in the schema; no document was checked\n";
     for (const auto& row : rows) {
         for (const auto& command :
              std::vector<std::vector<std::string>>{{"schema", row.path}, {"check", row.path, "Sets"}}) {
             const auto run = kivifcRun(command);
             EXPECT_EQ(run.status, 2) << row.name;
-            EXPECT_EQ(run.out, "") << row.name;
-            const auto likely = "kivifc: " + row.path + ":1:1: [E001] " + row.likelyReason + "\n";
-            EXPECT_EQ(run.err, "kivifc: " + row.path + ": " + row.reason + "\n" +
-                                   (row.likelyReason.empty() ? "" : likely))
+            const auto finding = row.path + ":1:1: error: no schema was found: " + row.finding;
+            const auto summary = command.front() == "check" ? Summary : "";
+            EXPECT_EQ(run.out, row.finding.empty() ? "" : finding + summary) << row.name;
+            EXPECT_EQ(run.err, row.reason.empty() ? "" : "kivifc: " + row.path + ": " + row.reason + "\n")
                 << row.name;
         }
     }
@@ -151,7 +158,7 @@ TEST(SchemaCommand, ErrorsWithoutReportsAreMentionedBesideTheTree) {
 
 TEST(SchemaCommand, AFileWithoutASchemaHasALikelyReason) {
     const TemporaryFolder folder;
-    const auto run = kivifcRun({"schema", folder.sWrite("lower.exp", "schema a;\nend_schema;\n")});
+    const auto run = kivifcRun({"schema", folder.sWrite("lower.exp", "schema a;\nend_schema;\n"), "--json"});
     EXPECT_EQ(run.status, 2);
     EXPECT_THAT(run.err,
                 HasSubstr("no schema was found: the keyword is written \"schema\"; keywords are found in "

@@ -39,6 +39,12 @@ TEST(FindingCounts, EachSeverityIsCountedAndEachDocumentOnce) {
     EXPECT_EQ(counts.getDocuments(), 2U);
 }
 
+TEST(FindingCounts, SchemaThatCannotBeReadIsNoReasonToCountDocuments) {
+    FindingCounts counts;
+    counts.vAdd(findingOf(Severity::Error, "T.exp"), true);
+    EXPECT_EQ(sSummary(counts), "1 error in the schema; no document was checked");
+}
+
 TEST(FindingCounts, TheSchemaIsNoDocument) {
     FindingCounts counts;
     counts.documentsChecked = 2;
