@@ -148,18 +148,23 @@ void vTagCheck(RuleRun& run, const AliasOutline& alias) {
 }
 
 /// The translations of one text, by language in lower case and with "-" for "_", as readers compare them.
-using KnownLanguages = std::unordered_map<std::string, TextPosition>;
+using KnownLanguages = std::unordered_map<std::string, const AliasOutline*>;
 
 void vRepeatedCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& known) {
     const auto value = alias.language->value.value;
     auto language = sLowerCase(value);
     std::ranges::replace(language, '_', '-');
-    const auto [first, isNew] = known.emplace(std::move(language), alias.language->value.position);
+    const auto [place, isNew] = known.emplace(std::move(language), &alias);
     if (isNew)
         return;
-    run.addAtValue("L003", alias.element, *alias.language,
-                   "there is another translation into " + sQuoted(value) + ", which hides this one")
-        .vNoteAt("the first one is here", first->second);
+    const auto& first = *place->second;
+    auto& draft =
+        run.addAtValue("L003", alias.element, *alias.language,
+                       "there is another translation into " + sQuoted(value) + ", which hides this one")
+            .vNoteAt("the first one is here", first.language->value.position);
+    // Then nothing is lost.
+    if (run.outline.textOf(first.element) == run.outline.textOf(alias.element))
+        draft.vSeverity(Severity::Warning);
 }
 
 void vNoLanguageAdd(RuleRun& run, const AliasOutline& alias) {
@@ -218,10 +223,11 @@ std::span<const Rule> getLanguageRules() {
                             "  </PsetDefinitionAliases>\n"
                             "</PropertySetDef>"}}),
          right},
-        {"L003", "repeated-language", Severity::Warning, "A text has two translations into one language.",
+        {"L003", "repeated-language", Severity::Error, "A text has two translations into one language.",
          "Those who ask for the language get the first translation; the others are never seen. Languages "
-         "are compared without regard to letter case, and \"_\" is as \"-\".\n\nRemove one of the "
-         "translations, or correct its language.",
+         "are compared without regard to letter case, and \"_\" is as \"-\". Where both are the same text, "
+         "nothing is lost, and the finding is a warning.\n\nRemove one of the translations, or correct its "
+         "language.",
          changed(WallSet, {{"</PropertySetDef>", R"xml(  <PsetDefinitionAliases>
     <PsetDefinitionAlias lang="de-DE">Eigenschaften aller Waende.</PsetDefinitionAlias>
     <PsetDefinitionAlias lang="de-DE">Proprietes de tous les murs.</PsetDefinitionAlias>

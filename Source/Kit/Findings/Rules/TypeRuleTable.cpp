@@ -266,7 +266,7 @@ std::span<const Rule> getTypeRules() {
          changed(TableSet,
                  {{R"(<DataType type="IfcLengthMeasure"/>)", R"xml(<DataType type="IfcLengthMeasure"/>
             <UnitType type="LENGTHUNIT"/>)xml"}})},
-        {"T026", "simple-property", Severity::Warning, "A property is of a kind that is not read.",
+        {"T026", "simple-property", Severity::Error, "A property is of a kind that is not read.",
          "Older documents have \"TypeSimpleProperty\" for properties of performance histories. Readers of "
          "this library accept it and pass over what is inside, so that the property has no type and no "
          "unit.\n\nMake it a \"TypePropertySingleValue\", or, for what changes with time, a "

@@ -88,6 +88,15 @@ TEST(LanguageRulesTest, ARepeatedLanguageNamesTheFirst) {
             "first one is here @2:27"));
 }
 
+TEST(LanguageRulesTest, TextThatIsHiddenIsAnError) {
+    EXPECT_THAT(
+        findingLines(setWith(alias("de", "Wand") + alias("de", "Mauer") + alias("de", "Wand"))),
+        ElementsAre("3:27+2 error L003 there is another translation into \"de\", which hides this one | the "
+                    "first one is here @2:27",
+                    "4:27+2 warning L003 there is another translation into \"de\", which hides this one | "
+                    "the first one is here @2:27"));
+}
+
 TEST(LanguageRulesTest, AnEmptyAliasIsANoteAndHidesNothing) {
     EXPECT_THAT(findingLines(setWith(alias("de", "") + alias("de"))),
                 ElementsAre("2:2+18 note L004 the translation into \"de\" has no text"));

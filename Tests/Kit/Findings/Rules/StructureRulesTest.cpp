@@ -83,7 +83,7 @@ std::string setWithSimple(std::string_view content) {
 
 TEST(StructureRulesTest, OlderSimplePropertiesAreLookedAt) {
     // Of each of them, that it is not read.
-    const auto isUnread = testing::StartsWith("8:16+18 warning T026 ");
+    const auto isUnread = testing::StartsWith("8:16+18 error T026 ");
     EXPECT_THAT(findingLines(setWithSimple("<DataType type=\"IfcTimeSeries\"/>")), ElementsAre(isUnread));
     EXPECT_THAT(findingLines(setWithSimple("<DataType type=\"IfcReal\"/><UnitType type=\"LENGTHUNIT\"/>")),
                 ElementsAre(isUnread));

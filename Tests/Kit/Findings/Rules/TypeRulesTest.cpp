@@ -131,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(
           "\"TypePropertyReferenceValue\""}},
         {"what nobody reads",
          sSetOf("<TypeSimpleProperty><DataType type=\"IfcReal\"/></TypeSimpleProperty>"),
-         {"5:2+18 warning T026 what is inside \"TypeSimpleProperty\" is not read: the property has no type"
+         {"5:2+18 error T026 what is inside \"TypeSimpleProperty\" is not read: the property has no type"
           " | a property with one value is a \"TypePropertySingleValue\""}},
         {"any value",
          sSingle("IfcDerivedMeasureValue"),
