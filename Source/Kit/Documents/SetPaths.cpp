@@ -95,7 +95,7 @@ private:
             vEntriesCollect(folder, waiting, documents);
         }
         if (documents.empty() && found_.problems.size() == problemsBefore)
-            found_.problems.push_back({top, "no document (*.xml) in this folder"});
+            found_.problems.push_back({top, "no document (*.xml) in this folder", PathProblemKind::Folder});
         std::ranges::sort(documents, {}, &FoundDocument::path);
         for (auto& document : documents)
             vTake(std::move(document));
@@ -112,7 +112,7 @@ private:
                 vDocumentTake(*entry, folder, documents);
         }
         if (error)
-            found_.problems.push_back({folder.path, error.message()});
+            found_.problems.push_back({folder.path, error.message(), PathProblemKind::Folder});
     }
 
     void vDocumentTake(const fs::directory_entry& entry, const WaitingFolder& folder,
@@ -121,7 +121,8 @@ private:
         const auto& path = entry.path();
         if (const auto* const special = pSpecialFile(entry))
             found_.problems.push_back(
-                {path.native(), std::string(special) + " in a folder is not read unless its path is given"});
+                {path.native(), std::string(special) + " in a folder is not read unless its path is given",
+                 PathProblemKind::SpecialFile});
         // A link that leads nowhere counts too: reading it reports what is wrong.
         else if (entry.is_symlink(error))
             vLinkTake(entry, documents);

@@ -13,16 +13,26 @@
 #include "kiv/Base/Export.h"
 
 #include <compare>
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace kiv::kit {
+
+/// What leads to no document.
+enum class PathProblemKind : std::uint8_t {
+    /// A folder that cannot be searched, or in which nothing is found.
+    Folder,
+    /// A pipe, a socket or a device in a folder, named like a document.
+    SpecialFile,
+};
 
 /// A path that leads to no document.
 struct PathProblem {
     std::string path;
     /// Without a full stop; in the system's words where the system refuses something.
     std::string reason;
+    PathProblemKind kind = PathProblemKind::Folder;
 
     auto operator<=>(const PathProblem&) const = default;
 };

@@ -97,8 +97,8 @@ TEST(SetPaths, FolderWithoutDocumentsIsAProblem) {
     folder.sWrite("notes.txt", "");
     const auto sets = setPathsCollect({folder.sPath("")});
     EXPECT_THAT(sets.documents, IsEmpty());
-    EXPECT_THAT(sets.problems,
-                ElementsAre(PathProblem{folder.sPath(""), "no document (*.xml) in this folder"}));
+    EXPECT_THAT(sets.problems, ElementsAre(PathProblem{folder.sPath(""), "no document (*.xml) in this folder",
+                                                       PathProblemKind::Folder}));
 }
 
 TEST(SetPaths, PipesAndSocketsInFoldersAreProblems) {
@@ -112,9 +112,11 @@ TEST(SetPaths, PipesAndSocketsInFoldersAreProblems) {
     const auto sets = setPathsCollect({folder.sPath("sets")});
     EXPECT_THAT(sets.documents, ElementsAre(document));
     const std::string ending = " in a folder is not read unless its path is given";
-    EXPECT_THAT(sets.problems, ElementsAre(PathProblem{pipe, "a pipe" + ending},
-                                           PathProblem{folder.sPath("sets/device.XML"), "a device" + ending},
-                                           PathProblem{folder.sPath("sets/link.xml"), "a pipe" + ending}));
+    const auto special = PathProblemKind::SpecialFile;
+    EXPECT_THAT(sets.problems,
+                ElementsAre(PathProblem{pipe, "a pipe" + ending, special},
+                            PathProblem{folder.sPath("sets/device.XML"), "a device" + ending, special},
+                            PathProblem{folder.sPath("sets/link.xml"), "a pipe" + ending, special}));
 }
 
 TEST(SetPaths, PipeIsTakenWhenItsPathIsGiven) {

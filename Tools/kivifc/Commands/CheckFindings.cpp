@@ -67,22 +67,43 @@ std::string sDocumentKey(const std::string& path, const CheckOptions& options) {
 }
 
 /// Each document once, by the first path that leads to it, with its contexts.
+class DocumentList {
+public:
+    explicit DocumentList(const CheckOptions& options) : options_(options) {}
+
+    void vAdd(const std::string& path, const std::string& context, const std::string& refusal = {}) {
+        const auto [place, isNew] = known_.emplace(sDocumentKey(path, options_), list_.size());
+        if (isNew)
+            list_.push_back({path, {}, refusal});
+        auto& document = list_[place->second];
+        // A pipe in a folder is read when another path leads to it.
+        if (path == StandardInputPath || (refusal.empty() && !document.refusal.empty()))
+            document = {path, std::move(document.contexts)};
+        document.contexts.push_back(context);
+    }
+
+    std::vector<CheckedPath> takeSorted() {
+        std::ranges::sort(list_, {}, &CheckedPath::path);
+        return std::move(list_);
+    }
+
+private:
+    const CheckOptions& options_;
+    std::vector<CheckedPath> list_;
+    std::unordered_map<std::string, std::size_t> known_;
+};
+
 std::vector<CheckedPath> documentsOf(const std::vector<ContextPaths>& contexts, const CheckOptions& options,
                                      Diagnostics& diagnostics) {
-    std::vector<CheckedPath> list;
-    std::unordered_map<std::string, std::size_t> known;
+    DocumentList list(options);
     for (const auto& context : contexts) {
-        for (const auto& path : setPathsCollect(context.paths, diagnostics)) {
-            const auto [place, isNew] = known.emplace(sDocumentKey(path, options), list.size());
-            if (isNew)
-                list.push_back({path, {}});
-            else if (path == StandardInputPath)
-                list[place->second].path = path;
-            list[place->second].contexts.push_back(context.context.name);
-        }
+        std::vector<kit::PathProblem> specialFiles;
+        for (const auto& path : setPathsCollect(context.paths, diagnostics, specialFiles))
+            list.vAdd(path, context.context.name);
+        for (const auto& file : specialFiles)
+            list.vAdd(file.path, context.context.name, file.reason);
     }
-    std::ranges::sort(list, {}, &CheckedPath::path);
-    return list;
+    return list.takeSorted();
 }
 
 /// Schemas that are read besides the one that is checked against.

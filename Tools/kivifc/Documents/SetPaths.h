@@ -9,6 +9,7 @@
 ///            collected.
 #pragma once
 
+#include "kiv/Kit/Documents/SetPaths.h"
 #include "kivifc/Program/Diagnostics.h"
 
 #include <string>
@@ -18,5 +19,9 @@ namespace kiv::kivifc {
 
 /// As the kit collects them, with "-" for standard input; problems are failures.
 std::vector<std::string> setPathsCollect(const std::vector<std::string>& paths, Diagnostics& diagnostics);
+
+/// The same, but `specialFiles` gets the pipes, sockets and devices in folders, for the caller to show.
+std::vector<std::string> setPathsCollect(const std::vector<std::string>& paths, Diagnostics& diagnostics,
+                                         std::vector<kit::PathProblem>& specialFiles);
 
 } // namespace kiv::kivifc

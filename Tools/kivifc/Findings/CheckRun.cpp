@@ -42,7 +42,16 @@ void vFailureExplain(std::vector<Finding>& findings, const kit::SetDocument& doc
     }
 }
 
+kit::SetDocument refusedDocument(const CheckedPath& path) {
+    kit::SetDocument document;
+    document.path = path.path;
+    document.failure = {kit::FailureKind::Unreadable, path.refusal, {}, {}};
+    return document;
+}
+
 kit::SetDocument documentOf(const CheckRequest& request, const CheckedPath& path) {
+    if (!path.refusal.empty())
+        return refusedDocument(path);
     const auto options = readingOptions(true);
     const auto& schema = *request.schema.schema;
     const bool isStandardInput = path.path == StandardInputPath;

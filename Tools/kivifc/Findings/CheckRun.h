@@ -31,6 +31,8 @@ namespace kiv::kivifc {
 struct CheckedPath {
     std::string path;
     std::vector<std::string> contexts;
+    /// Why it is not even opened; empty for what is read.
+    std::string refusal = {};
 };
 
 struct CheckRequest {

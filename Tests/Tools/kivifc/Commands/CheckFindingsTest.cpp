@@ -7,13 +7,17 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <sys/inotify.h>
+#include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace kiv::kivifc::test {
@@ -46,6 +50,13 @@ std::string sSet(const std::string& name, const std::string& before = "") {
            "\t</ApplicableClasses>\n"
            "\t<PropertyDefs/>\n"
            "</PropertySetDef>\n";
+}
+
+std::ptrdiff_t countOf(const std::string& text, const std::string& part) {
+    std::ptrdiff_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
 }
 
 /// A folder with a schema; the classes are what is looked at.
@@ -340,6 +351,43 @@ TEST_F(CheckSet, FileOfTwoPathsIsReadOnce) {
     // Its set belongs to both contexts, and does not hide itself.
     const auto contexts = run({"Building.exp", "Set.xml", "office=Sets", "--select", "X,G"});
     EXPECT_EQ(contexts.out, "no findings in 1 document\n");
+}
+
+/// To open one may wait for ever, so that it is not even tried, in whatever form that is said.
+TEST_F(CheckSet, PipeInAFolderIsAFindingInAllFormats) {
+    fs::create_directory(folder_.sPath("Sets"));
+    fs::create_symlink("../Set.xml", folder_.sPath("Sets/Link.xml"));
+    ASSERT_EQ(mkfifo(folder_.sPath("Sets/A.xml").c_str(), 0600), 0);
+    const std::string reason = "a pipe in a folder is not read unless its path is given";
+    const auto text = run({"Building.exp", "Sets", "--select", "C001", "--no-context"});
+    EXPECT_THAT(text.out,
+                StartsWith("Sets/A.xml: error: " + reason + " [R040]\nSets/Link.xml:6:14: error: "));
+    EXPECT_THAT(text.out, EndsWith("2 errors in 2 of 2 documents\n"));
+    for (const std::string format : {"text", "json", "sarif", "github", "junit"}) {
+        const auto ended = run({"Building.exp", "Sets", "--format", format});
+        EXPECT_EQ(ended.status, 2) << format;
+        EXPECT_EQ(ended.err, "") << format;
+        EXPECT_EQ(countOf(ended.out, reason), 1) << format << ended.out;
+        EXPECT_THAT(ended.out, HasSubstr("R040")) << format;
+    }
+    // A patch has no place for it.
+    EXPECT_THAT(run({"Building.exp", "Sets", "--diff"}).err,
+                StartsWith("kivifc: Sets/A.xml: " + reason + "\n"));
+}
+
+TEST_F(CheckSet, PipeThatIsAlsoGivenIsRead) {
+    fs::create_directory(folder_.sPath("Sets"));
+    const auto pipe = folder_.sPath("Sets/A.xml");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::thread writer([&] { std::ofstream(pipe) << sSet("Pset_Test"); });
+    const auto ended = run({"Building.exp", "office=Sets", "Sets/A.xml", "--select", "C001"});
+    // Where it is not read, nothing would end the waiting.
+    const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+    writer.join();
+    close(reader);
+    EXPECT_EQ(ended.status, 1) << ended.err;
+    EXPECT_THAT(ended.out, StartsWith("Sets/A.xml:6:14: error: "));
+    EXPECT_THAT(ended.out, EndsWith("1 error in 1 of 1 document\n"));
 }
 
 TEST_F(CheckSet, SchemaAndSetsMayBeInTheProjectFile) {
