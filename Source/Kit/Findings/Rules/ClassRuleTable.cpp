@@ -21,7 +21,9 @@ std::span<const Rule> getClassRules() {
         {"C003", "class-letter-case", Severity::Error,
          "A class is written in another letter case than in the schema.",
          "The check finds the entity, but look-ups by class compare letter case: the set is not listed for "
-         "the entity.\n\nWrite the name as the schema has it.",
+         "the entity. In the applicable type value, by which nothing is looked up here, it is a "
+         "warning.\n\nWrite "
+         "the name as the schema has it.",
          changed(WallClassSet, {{"<ClassName>IfcWall</ClassName>", "<ClassName>IFCWALL</ClassName>"}}),
          WallClassSet},
         {"C004", "repeated-class", Severity::Warning, "A class is listed twice.",
@@ -52,14 +54,16 @@ std::span<const Rule> getClassRules() {
          WallClassSet},
         {"C008", "wrong-predefined-type", Severity::Error, "A class has no predefined type of that name.",
          "After \"/\" comes one of the items that the schema has for the attribute PredefinedType of the "
-         "entity, in upper case.\n\nWrite one of the items, or the class alone.",
+         "entity, in upper case. In the applicable type value, by which nothing is looked up here, another "
+         "one is a warning.\n\nWrite one of the items, or the class alone.",
          changed(WallClassSet,
                  {{"<ClassName>IfcWall</ClassName>", "<ClassName>IfcWall/SOLIDWAL</ClassName>"}}),
          changed(WallClassSet,
                  {{"<ClassName>IfcWall</ClassName>", "<ClassName>IfcWall/SOLIDWALL</ClassName>"}})},
         {"C009", "no-predefined-types", Severity::Error, "A class that has no predefined types is given one.",
          "Only an entity with an attribute PredefinedType, of its own or of a supertype, has predefined "
-         "types.\n\nWrite the class alone, or the class that has the predefined type.",
+         "types. In the applicable type value one that is given all the same is a warning.\n\nWrite the "
+         "class alone, or the class that has the predefined type.",
          changed(WallClassSet,
                  {{"<ClassName>IfcWall</ClassName>", "<ClassName>IfcElement/SOLIDWALL</ClassName>"}}),
          changed(WallClassSet,

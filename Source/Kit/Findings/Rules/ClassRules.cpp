@@ -69,6 +69,8 @@ private:
     bool boIsPredefinedType(const schema::Entity& entity, std::string_view type);
     std::string_view nearestTypeNoted(FindingDraft& draft, std::string_view type,
                                       const schema::DataTypeEnum& legal);
+    std::string_view legalTypesNoted(FindingDraft& draft, std::string_view type, const schema::Entity& entity,
+                                     const schema::DataTypeEnum& legal);
     void vUnknownCheck(const ClassOutline& item);
     void vTodayNote(FindingDraft& draft, const ClassOutline& item, const ClassText& text,
                     const std::string& saying);
@@ -81,6 +83,13 @@ private:
 
     FindingDraft& addAtTypeValue(std::string_view code, std::string_view part, std::string message);
     void vTypeValueCheck();
+    void vContradictionAdd(const ClassText& value);
+    bool boIsMistyped(const ClassText& value);
+    bool boIsAmongClasses(std::string_view name) const;
+    bool boIsMistypedClass(const ClassText& value, const schema::Entity& entity);
+    void vIllegalTypeValueAdd(std::string_view type, const schema::Entity& entity);
+    void vTypeValueMend(FindingDraft& draft, std::string_view part, std::string_view mended);
+    std::string sOtherCase(std::string_view name, const schema::Entity& entity) const;
     bool boIsAfterDomain(const ClassText& value) const;
     void vTodayTypeValueAdd(std::string_view part, std::string_view today);
     std::string sTodayOf(std::string_view part);
@@ -177,9 +186,7 @@ void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& en
     if (!boRepeats(item, entity) && !boIsRight(item)) {
         std::string mended(entity.getName());
         mended.append(item.text.substr(item.name.size()));
-        add("C003", item,
-            "the class " + sQuoted(item.name) + " is written " + sQuoted(entity.getName()) + " in " +
-                names_.sSchema())
+        add("C003", item, sOtherCase(item.name, entity))
             .vNote("look-ups by class compare letter case, so the set is not found for " +
                    std::string(entity.getName()))
             .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, trimmed(mended));
@@ -192,6 +199,11 @@ void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& en
                 ", where a predefined type belongs")
             .vSeverity(Severity::Warning);
     checked_.emplace_back(&entity, &item);
+}
+
+std::string ClassCheck::sOtherCase(std::string_view name, const schema::Entity& entity) const {
+    return "the class " + sQuoted(name) + " is written " + sQuoted(entity.getName()) + " in " +
+           names_.sSchema();
 }
 
 /// Whether the class is listed already, which is said.
@@ -242,12 +254,15 @@ std::string_view ClassCheck::nearestTypeNoted(FindingDraft& draft, std::string_v
     return nearest;
 }
 
+std::string sNoTypes(std::string_view type, const schema::Entity& entity) {
+    return std::string(entity.getName()) + " has no predefined types, so " + sQuoted(type) +
+           " is none of them";
+}
+
 void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::Entity& entity) {
     if (!predefinedTypes_.pAttribute(entity)) {
         mistyped_.insert(&item);
-        auto& draft = add("C009", item,
-                          std::string(entity.getName()) + " has no predefined types, so " +
-                              sQuoted(item.predefinedType) + " is none of them");
+        auto& draft = add("C009", item, sNoTypes(item.predefinedType, entity));
         if (const auto* other = pEntityOf(item.predefinedType))
             draft.vNote(std::string(other->getName()) + " is an entity of its own");
         return;
@@ -264,17 +279,27 @@ void ClassCheck::vPredefinedTypeCheck(const ClassOutline& item, const schema::En
         vIllegalAdd(item, entity, *legal);
 }
 
+/// The same, and those that are legal.
+std::string_view ClassCheck::legalTypesNoted(FindingDraft& draft, std::string_view type,
+                                             const schema::Entity& entity,
+                                             const schema::DataTypeEnum& legal) {
+    constexpr std::size_t maxShown = 40;
+    const auto items = legal.getItems();
+    const auto nearest = nearestTypeNoted(draft, type, legal);
+    draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
+                sQuotedFirst(items.first(std::min(items.size(), maxShown)), items.size()));
+    return nearest;
+}
+
+std::string sIllegal(std::string_view type, const schema::Entity& entity) {
+    return sQuoted(type) + " is no predefined type of " + std::string(entity.getName());
+}
+
 void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& entity,
                              const schema::DataTypeEnum& legal) {
     mistyped_.insert(&item);
-    const auto items = legal.getItems();
-    auto& draft =
-        add("C008", item,
-            sQuoted(item.predefinedType) + " is no predefined type of " + std::string(entity.getName()));
-    const auto nearest = nearestTypeNoted(draft, item.predefinedType, legal);
-    constexpr std::size_t maxShown = 40;
-    draft.vNote("the predefined types of " + std::string(entity.getName()) + " are " +
-                sQuotedFirst(items.first(std::min(items.size(), maxShown)), items.size()));
+    auto& draft = add("C008", item, sIllegal(item.predefinedType, entity));
+    const auto nearest = legalTypesNoted(draft, item.predefinedType, entity, legal);
     if (!nearest.empty() && isEqualIgnoringCase(nearest, item.predefinedType))
         draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
                     std::string(entity.getName()).append("/").append(nearest));
@@ -316,10 +341,9 @@ void ClassCheck::vTodayNote(FindingDraft& draft, const ClassOutline& item, const
         return;
     }
     if (!text.predefinedType.empty() && !boIsPredefinedType(*entity, text.predefinedType)) {
-        draft.vNote(sQuoted(text.predefinedType) + " is no predefined type of " +
-                    std::string(entity->getName()));
+        draft.vNote(sIllegal(text.predefinedType, *entity));
         if (const auto* legal = predefinedTypes_.pItems(*entity))
-            nearestTypeNoted(draft, text.predefinedType, *legal);
+            legalTypesNoted(draft, text.predefinedType, *entity, *legal);
         return;
     }
     std::string mended(entity->getName());
@@ -477,29 +501,95 @@ void ClassCheck::vTypeValueCheck() {
         return vOtherTypeValueCheck(text);
     if (values.size() * outline_.classes.size() > maxComparisons)
         return;
+    bool isRight = true;
     for (const auto& value : values) {
         const bool isClass = pEntityOf(value.name) || sUpperCase(value.name).starts_with("IFC");
         if (boIsAfterDomain(value))
             return vTodayTypeValueAdd(value.text, value.predefinedType);
-        if (!isClass || boMatchesAClass(value))
+        if (!isClass)
             continue;
-        std::string shown(value.name);
-        if (!value.predefinedType.empty())
-            shown.append("/").append(value.predefinedType);
-        std::vector<std::string_view> classes;
-        for (const auto& item : outline_.classes)
-            classes.push_back(trimmed(item.text));
-        auto& draft = addAtTypeValue("C013", value.text,
-                                     "the applicable type value " + sQuoted(shown) +
-                                         " contradicts the applicable classes")
-                          .vNoteAt("the classes are " + sQuotedList(classes),
-                                   run_.xml.getElement(outline_.applicableClasses).position)
-                          .vSubject(outline_.setSubject().append(" ").append(cut(shown, maxSubjectSize)));
-        if (!pEntityOf(value.name))
-            names_.vNearestNote(draft, value.name, SchemaNames::Entities);
+        if (!boMatchesAClass({value.name, {}}))
+            return vContradictionAdd(value);
+        if (boIsMistyped(value))
+            isRight = false;
+        else if (!boMatchesAClass(value))
+            return vContradictionAdd(value);
+    }
+    // What is wrong is not to be written in another spelling.
+    if (isRight)
+        vOlderTypeValueCheck(values);
+}
+
+void ClassCheck::vContradictionAdd(const ClassText& value) {
+    std::string shown(value.name);
+    if (!value.predefinedType.empty())
+        shown.append("/").append(value.predefinedType);
+    std::vector<std::string_view> classes;
+    for (const auto& item : outline_.classes)
+        classes.push_back(trimmed(item.text));
+    auto& draft =
+        addAtTypeValue("C013", value.text,
+                       "the applicable type value " + sQuoted(shown) + " contradicts the applicable classes")
+            .vNoteAt("the classes are " + sQuotedList(classes),
+                     run_.xml.getElement(outline_.applicableClasses).position)
+            .vSubject(outline_.setSubject().append(" ").append(cut(shown, maxSubjectSize)));
+    if (!pEntityOf(value.name))
+        names_.vNearestNote(draft, value.name, SchemaNames::Entities);
+}
+
+/// Whether the schema has the class or the predefined type of an applicable type value not as it is written,
+/// which is said unless it is a mistake of the applicable classes already.
+bool ClassCheck::boIsMistyped(const ClassText& value) {
+    const auto* entity = pEntityOf(value.name);
+    if (!entity)
+        return false;
+    const bool isOtherCase = entity->getName() != value.name;
+    if (isOtherCase && !boIsAmongClasses(value.name))
+        vTypeValueMend(addAtTypeValue("C003", value.name, sOtherCase(value.name, *entity)), value.name,
+                       entity->getName());
+    if (value.predefinedType.empty() || boIsPredefinedType(*entity, value.predefinedType))
+        return isOtherCase;
+    if (!boIsMistypedClass(value, *entity))
+        vIllegalTypeValueAdd(value.predefinedType, *entity);
+    return true;
+}
+
+/// Whether a class is written in just this way.
+bool ClassCheck::boIsAmongClasses(std::string_view name) const {
+    return std::ranges::any_of(outline_.classes,
+                               [&](const auto& item) { return trimmed(item.name) == name; });
+}
+
+/// Whether a class has the same predefined type by the same mistake, or is given one as well where there are
+/// none.
+bool ClassCheck::boIsMistypedClass(const ClassText& value, const schema::Entity& entity) {
+    const bool hasTypes = predefinedTypes_.pItems(entity) != nullptr;
+    return std::ranges::any_of(mistyped_, [&](const ClassOutline* item) {
+        return isEqualIgnoringCase(trimmed(item->predefinedType), value.predefinedType) ||
+               (!hasTypes && isEqualIgnoringCase(trimmed(item->name), value.name));
+    });
+}
+
+/// Nothing is looked up by the type value, so that less is lost than by a class.
+void ClassCheck::vIllegalTypeValueAdd(std::string_view type, const schema::Entity& entity) {
+    const auto* legal = predefinedTypes_.pItems(entity);
+    if (!legal) {
+        addAtTypeValue("C009", type, sNoTypes(type, entity)).vSeverity(Severity::Warning);
         return;
     }
-    vOlderTypeValueCheck(values);
+    auto& draft = addAtTypeValue("C008", type, sIllegal(type, entity)).vSeverity(Severity::Warning);
+    const auto nearest = legalTypesNoted(draft, type, entity, *legal);
+    if (!nearest.empty() && isEqualIgnoringCase(nearest, type))
+        vTypeValueMend(draft, type, nearest);
+}
+
+/// Offers to write a part of the applicable type value in another letter case.
+void ClassCheck::vTypeValueMend(FindingDraft& draft, std::string_view part, std::string_view mended) {
+    const auto& text = run_.xml.getElement(outline_.applicableTypeValue).trimmedText;
+    ByteRange bytes;
+    if (text.bytes.isKnown() && text.bytes.length == text.value.size())
+        bytes = {text.bytes.offset + static_cast<std::size_t>(part.data() - text.value.data()), part.size()};
+    draft.vSeverity(Severity::Warning).vEdit(bytes, mended);
 }
 
 /// Whether a class of the set is written after its part of the schema.

@@ -65,6 +65,11 @@ const std::string Illegal =
 const std::string OnlyUnrestricted =
     "without classes the set is listed only where sets without restriction are asked for";
 
+/// In the order of the schema.
+const std::string TypesOfWall = "the predefined types of IfcWall are \"MOVABLE\", \"PARAPET\", "
+                                "\"PARTITIONING\", \"SOLIDWALL\", \"STANDARD\", \"USERDEFINED\" and "
+                                "\"NOTDEFINED\"";
+
 INSTANTIATE_TEST_SUITE_P(
     Names, ClassRulesTest,
     testing::ValuesIn<std::vector<ClassCase>>({
@@ -170,8 +175,8 @@ INSTANTIATE_TEST_SUITE_P(
          sClasses({"IfcWall.PredefinedType=\"SOLIDWAL\""}),
          {"3:31+33 error C012 \"IfcWall.PredefinedType=\"SOLIDWAL\"\" is the older spelling "
           "Class.PredefinedType=\"X\" | \"SOLIDWAL\" is no predefined type of IfcWall | did you mean "
-          "\"SOLIDWALL\"?" +
-          Unknown}},
+          "\"SOLIDWALL\"? | " +
+          TypesOfWall + Unknown}},
         {"a point in place of the slash",
          sClasses({"IfcWall.SOLIDWALL"}),
          {"3:31+17 error C001 IFC4 has no entity \"IfcWall.SOLIDWALL\" | write it as \"IfcWall/SOLIDWALL\"" +
@@ -275,6 +280,38 @@ INSTANTIATE_TEST_SUITE_P(
          {"4:22+7 warning C013 the applicable type value \"IfcW\u0430ll\" names no class | did "
           "you mean \"IfcWall\"? | character 5 is U+0430, a letter of Cyrillic that looks like "
           "\"a\""}},
+        {"a predefined type that the class does not have",
+         sClasses({"IfcWall"}, "IfcWall/SHEER"),
+         {"4:30+5 warning C008 \"SHEER\" is no predefined type of IfcWall | " + TypesOfWall}},
+        {"the same in the older spelling",
+         sClasses({"IfcWall"}, "IfcWall.PredefinedType=\"SHEER\""),
+         {"4:46+5 warning C008 \"SHEER\" is no predefined type of IfcWall | " + TypesOfWall}},
+        {"the same with a class that has another one",
+         sClasses({"IfcWall/SOLIDWALL"}, "IfcWall/SHEER"),
+         {"4:30+5 warning C008 \"SHEER\" is no predefined type of IfcWall | " + TypesOfWall}},
+        {"each of several",
+         sClasses({"IfcWall"}, "IfcWall/SHEER,IfcWall/SOLIDWALL,IfcWall/PARAPETT"),
+         {"4:30+5 warning C008 \"SHEER\" is no predefined type of IfcWall | " + TypesOfWall,
+          "4:62+8 warning C008 \"PARAPETT\" is no predefined type of IfcWall | did you mean \"PARAPET\"? | " +
+              TypesOfWall}},
+        {"a predefined type in another letter case",
+         sClasses({"IfcWall"}, "IfcWall/solidWall"),
+         {"4:30+9 warning C008 \"solidWall\" is no predefined type of IfcWall | did you mean \"SOLIDWALL\"? "
+          "| " +
+          TypesOfWall}},
+        {"a class in another letter case",
+         sClasses({"IfcWall"}, "IFCWALL/SOLIDWALL"),
+         {"4:22+7 warning C003 the class \"IFCWALL\" is written \"IfcWall\" in IFC4"}},
+        {"a predefined type of a class that has none",
+         sClasses({"IfcDoor"}, "IfcDoor/GATE"),
+         {"4:30+4 warning C009 IfcDoor has no predefined types, so \"GATE\" is none of them"}},
+        {"what is a mistake of the class already",
+         sClasses({"IfcWall/SHEER"}, "IfcWall/SHEER"),
+         {"3:31+13 error C008 \"SHEER\" is no predefined type of IfcWall | " + TypesOfWall + Illegal}},
+        {"the letter case of the class",
+         sClasses({"ifcwall"}, "ifcwall"),
+         {"3:31+7 error C003 the class \"ifcwall\" is written \"IfcWall\" in IFC4 | look-ups by class "
+          "compare letter case, so the set is not found for IfcWall"}},
         {"words after a colon", sClasses({"IfcWall"}, "IfcWall: of any kind"), {}},
         {"another relation", sClasses({"IfcWall"}, "RelatedEntityIs:IfcSlab.PredefinedType=\"X\""), {}},
         {"the same", sClasses({"IfcWall", "IfcSlab"}, "IfcWall,IfcSlab"), {}},
@@ -300,6 +337,8 @@ TEST(ClassRules, AcceptsTheOlderTypeValueInOlderDocuments) {
 TEST(ClassRules, Mends) {
     EXPECT_EQ(test::sMended(sClasses({"ifcwall/SOLIDWALL"})), sClasses({"IfcWall/SOLIDWALL"}));
     EXPECT_EQ(test::sMended(sClasses({"IfcWall/solidwall"})), sClasses({"IfcWall/SOLIDWALL"}));
+    EXPECT_EQ(test::sMended(sClasses({"IfcWall"}, "IFCWALL|ifcwall.PredefinedType='solidwall'", "2x3")),
+              sClasses({"IfcWall"}, "IfcWall|IfcWall.PredefinedType='SOLIDWALL'", "2x3"));
     EXPECT_EQ(test::sMended(sClasses({"IFCHVACDOMAIN/IfcWall"})), sClasses({"IfcWall"}));
     EXPECT_EQ(test::sMended(sClasses({"IFCHVACDOMAIN/IfcWall/SOLIDWALL"})), sClasses({"IfcWall/SOLIDWALL"}));
     EXPECT_EQ(test::sMended(sClasses({"IfcWall.PredefinedType='SOLIDWALL'"})),
