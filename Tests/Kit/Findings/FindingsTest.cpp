@@ -108,6 +108,20 @@ TEST(FindingsTest, MissingFileIsOne) {
     EXPECT_EQ(findings[0].place.path, "/nonexistent/x.xml");
 }
 
+TEST(FindingsTest, LimitsAndLackOfMemoryAreFindingsOfTheWholeDocument) {
+    const auto lineOf = [](const SetDocument& document) {
+        const auto findings = findingsOf(document, {test::exampleSchema(), {}, {}, false});
+        return findings.size() == 1 ? test::sFindingLine(findings[0]) : std::string();
+    };
+    ReadOptions options;
+    options.budget.maxInput = 8;
+    EXPECT_EQ(lineOf(setTextCheck("<PropertySetDef/>", "a.xml", test::exampleSchema(), options)),
+              "0:0+0 error R042 more than 8 bytes of input are needed");
+    SetDocument document;
+    document.failure = ReadFailure{FailureKind::OutOfMemory, "not enough memory", {}, {}};
+    EXPECT_EQ(lineOf(document), "0:0+0 error R043 not enough memory");
+}
+
 TEST(FindingsTest, FindingsOfOneCodeAreLimited) {
     std::string aliases;
     for (int i = 0; i != 10'001; ++i)

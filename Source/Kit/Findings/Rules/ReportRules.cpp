@@ -204,7 +204,10 @@ END_SCHEMA;
          Severity::Error,
          "The file cannot be read.",
          "The system refuses it: there is no such file, it is a folder, or it may not be read. The message "
-         "is the system's.",
+         "is the system's. It comes of \"kivifc check IFC4.exp Walls.xml\" where there is no Walls.xml, for "
+         "example.\n\nA pipe, a socket or a device in a folder is not opened, even if it is named "
+         "like a "
+         "document: that may wait for ever or have effects. Give its own path to have it read.",
          {},
          {}},
         {"R041", "empty-file", Severity::Error, "The file has no bytes.",
@@ -217,7 +220,8 @@ END_SCHEMA;
          "The document takes more than it may.",
          "What one file may take is limited: its bytes, the memory for it and the number of its parts, so "
          "that no document can keep a program busy or use up its memory. The message says which limit it is; "
-         "kivifc --limits lists them with the options that change them.",
+         "kivifc --limits lists them with the options that change them. It comes of \"kivifc check IFC4.exp "
+         "Walls.xml --max-input 1K\" where Walls.xml has more than 1024 bytes, for example.",
          {},
          {}},
         {"R043",

@@ -49,6 +49,23 @@ TEST(NameRulesTest, AMemberNeedsAName) {
                             "5:10+4 error N002 the name of the quantity is empty"));
 }
 
+TEST(NameRulesTest, AnEnumerationNeedsAName) {
+    struct Row {
+        std::string_view name;
+        std::string_view place;
+    };
+    // At the value, or at the name of the attribute where there is no value to show.
+    for (const auto& [name, place] :
+         {Row{"PEnum_", "5:46+6"}, Row{" PEnum_ ", "5:46+8"}, Row{" ", "5:46+1"}, Row{"", "5:40+4"}}) {
+        const auto text =
+            test::sSetOf("<TypePropertyEnumeratedValue><EnumList name=\"" + std::string(name) +
+                         "\"><EnumItem>NEW</EnumItem></EnumList></TypePropertyEnumeratedValue>");
+        EXPECT_THAT(findingLines(text),
+                    ElementsAre(std::string(place) + " warning N003 the name of the enumeration is empty"))
+            << name;
+    }
+}
+
 TEST(NameRulesTest, BlanksAroundNamesAreMended) {
     const auto text = setWith("<Name>\n  A\n</Name>", quantity("<Name>B </Name>") + quantity("<Name>\xC2\xA0"
                                                                                              "C</Name>"));

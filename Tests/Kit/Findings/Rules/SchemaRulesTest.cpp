@@ -80,6 +80,24 @@ INSTANTIATE_TEST_SUITE_P(
         // What is inside of functions is not looked at.
         Sample{"FUNCTION F : REAL;\n RETURN (1)\nEND_FUNCTION;\n", ""}));
 
+INSTANTIATE_TEST_SUITE_P(
+    MembersAndUniqueRules, SchemaFindingsOf,
+    testing::Values(
+        Sample{"TYPE Barrier = SELECT\n\t(Wall\n\t,Fence);\nEND_TYPE;\nENTITY Wall;\nEND_ENTITY;\n",
+               "4:3+5 E014 error: the member \"Fence\" of \"Barrier\" is not declared\n"
+               "  reported while reading: Object not found\n"},
+        Sample{"TYPE Barrier = SELECT\n\t(Wall, Height);\nEND_TYPE;\nENTITY Wall;\nEND_ENTITY;\n"
+               "FUNCTION Height (Of : Wall) : REAL;\n RETURN (1.);\nEND_FUNCTION;\n",
+               "3:9+6 E014 error: the member \"Height\" of \"Barrier\" is a function, not a type\n"
+               "  7:10+6 it is declared here\n"},
+        Sample{"ENTITY Wall;\n\tMark : STRING;\n UNIQUE\n\tUR1 : Marks;\nEND_ENTITY;\n",
+               "5:8+5 E017 warning: the entity \"Wall\" has no attribute \"Marks\"\n"
+               "  did you mean \"Mark\"?\n"},
+        Sample{
+            "ENTITY Wall;\n\tMark : STRING;\n UNIQUE\n\tUR1 : Mark, Storey;\n\tUR2 : Storey;\nEND_ENTITY;\n",
+            "5:14+6 E017 warning: the entity \"Wall\" has no attribute \"Storey\"\n"
+            "  6:8+6 it is also used in the rule \"Wall.UR2\"\n"}));
+
 TEST(SchemaFindings, EndOfASchemaIsMissed) {
     const std::string schema = "SCHEMA A;\nTYPE B = REAL;\nEND_TYPE;\n";
     EXPECT_EQ(sDump(findingsOfText(schema)),
