@@ -43,7 +43,6 @@ public:
     }
 
     void vRun(Console& console) override {
-        console.output.vClosedPipeAllow();
         const bool isComplete = options_.boComplete(console.diagnostics);
         // Only now, as kivifc.toml may ask for it.
         if (options_.format == "json" && !options_.isListing())

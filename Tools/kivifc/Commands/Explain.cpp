@@ -25,7 +25,6 @@ public:
     }
 
     void vRun(Console& console) override {
-        console.output.vClosedPipeAllow();
         if (code_.empty())
             return console.output.vWrite(sRuleList(kit::getRules()));
         std::string failure;

@@ -23,9 +23,6 @@ public:
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
-    /// From now on a pipe whose reader has gone is no failure worth a line: `head` had what it wanted.
-    void vClosedPipeAllow() { isClosedPipeAllowed_ = true; }
-
     void vWrite(std::string_view text);
 
     /// Hands on what is buffered, so that lines on other streams come after it.
@@ -38,16 +35,15 @@ public:
     /// Whether something could not be written, so that nothing is any more.
     bool isFailed() const { return !failure_.empty(); }
 
-    /// Whether the reader of the pipe has gone, where that is allowed; what was written is not whole then,
-    /// and nothing needs to be said.
-    bool isPipeClosed() const { return isPipeClosed_ && isClosedPipeAllowed_; }
+    /// Whether the reader of the pipe has gone. What was written is not whole then, and nothing needs to be
+    /// said: `head` had what it wanted.
+    bool isPipeClosed() const { return isPipeClosed_; }
 
 private:
     void vCheck(bool written);
 
     std::FILE* stream_;
     std::string failure_;
-    bool isClosedPipeAllowed_ = false;
     bool isPipeClosed_ = false;
 };
 

@@ -73,7 +73,8 @@ void vLastWordsSet(std::string_view text) noexcept {
 }
 
 ExitStatus programRun(const std::function<void(Console&)>& job) {
-    // When the reader of a pipe ends, the next write fails and is reported; the signal would end us silently.
+    // When the reader of a pipe ends, the next write fails and the job ends as it should: files that were
+    // begun are removed. The signal would end us on the spot.
     std::signal(SIGPIPE, SIG_IGN);
     vEndSignalsCatch();
     try {

@@ -9,7 +9,8 @@
 ///     }
 ///
 /// Threads: one program a process, as it takes over signals, the lack of memory and std::terminate.
-/// Errors:  reported on standard error, one line each, and by the status; nothing is thrown.
+/// Errors:  reported on standard error, one line each, and by the status, a closed pipe by the status alone;
+///          nothing is thrown.
 #pragma once
 
 #include "kivifc/Program/Diagnostics.h"
