@@ -80,6 +80,14 @@ public:
 
     std::string takeText() { return std::move(text_); }
 
+    std::vector<ExpressionJoin> takeJoins() {
+        // An operand is written before what joins it to others.
+        std::ranges::stable_sort(joins_, [](const ExpressionJoin& left, const ExpressionJoin& right) {
+            return left.begin < right.begin || (left.begin == right.begin && left.end > right.end);
+        });
+        return std::move(joins_);
+    }
+
     // Chains grow to the left as long as the text likes, so they are not recursed on.
     void visit(const GetExpression& node) override {
         std::vector<const GetExpression*> chain{&node};
@@ -105,10 +113,16 @@ public:
             asked = bindingOf(link->getOperator()).left;
             first = &link->getLeft();
         }
+        const auto begin = text_.size();
         vOperandWrite(*chain.back(), *first, asked);
+        auto join = NoJoin;
         for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
-            vWordsWrite(" ", sOperator(**link), " ");
+            vWordsWrite(" ");
+            join = joinGoOn(join, **link, begin);
+            vWordsWrite(sOperator(**link), " ");
             vOperandWrite(**link, (*link)->getRight(), bindingOf((*link)->getOperator()).right);
+            if (join != NoJoin)
+                joins_[join].end = text_.size();
         }
     }
 
@@ -162,6 +176,22 @@ public:
     void visit(const StringValueExpression& node) override { vWordsWrite("'", node.getValue(), "'"); }
 
 private:
+    static constexpr auto NoJoin = static_cast<std::size_t>(-1);
+
+    /// The join whose next word is written here: `join` when it has the same operator, else a new one, or
+    /// none.
+    std::size_t joinGoOn(std::size_t join, const BinaryExpression& node, std::size_t begin) {
+        const auto op = node.getOperator();
+        if ((op != BinaryOperator::And && op != BinaryOperator::Or) || isInstanceJoinHere(node))
+            return NoJoin;
+        if (join == NoJoin || joins_[join].op != op) {
+            join = joins_.size();
+            joins_.push_back({op, begin, begin, {}});
+        }
+        joins_[join].words.push_back(text_.size());
+        return join;
+    }
+
     template <class... Words>
     void vWordsWrite(const Words&... words) {
         (text_.append(words), ...);
@@ -190,8 +220,11 @@ private:
     }
 
     std::string_view sOperator(const BinaryExpression& node) const {
-        const bool isJoin = style_.pSchema && isInstanceJoin(node, *style_.pSchema);
-        return isJoin ? std::string_view("||") : sOf(BinaryOperators, node.getOperator());
+        return isInstanceJoinHere(node) ? std::string_view("||") : sOf(BinaryOperators, node.getOperator());
+    }
+
+    bool isInstanceJoinHere(const BinaryExpression& node) const {
+        return style_.pSchema && isInstanceJoin(node, *style_.pSchema);
     }
 
     void vListWrite(std::string_view open, const ExpressionList& expressions, std::string_view close) {
@@ -230,6 +263,7 @@ private:
 
     ExpressionStyle style_;
     std::string text_;
+    std::vector<ExpressionJoin> joins_;
 };
 
 bool isEntityCall(const Expression& expression, const Schema& schema) {
@@ -247,6 +281,12 @@ std::string sExpressionAs(const Expression& expression, const ExpressionStyle& s
     Writer writer(style);
     writer.vWrite(expression);
     return writer.takeText();
+}
+
+JoinedExpression joinedExpressionAs(const Expression& expression, const ExpressionStyle& style) {
+    Writer writer(style);
+    writer.vWrite(expression);
+    return {writer.takeText(), writer.takeJoins()};
 }
 
 bool isInstanceJoin(const BinaryExpression& expression, const Schema& schema) {

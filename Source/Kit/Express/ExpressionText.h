@@ -19,7 +19,9 @@
 #include "kiv/Base/Export.h"
 #include "kiv/Format/Ifc/Def/Schema/ExpressExpression.h"
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 namespace kiv::ifc::def::schema {
 class Schema;
@@ -38,6 +40,27 @@ struct ExpressionStyle {
 
 KIV_EXPORT std::string sExpressionAs(const ifc::def::schema::Expression& expression,
                                      const ExpressionStyle& style);
+
+/// What AND or OR joins, as places in the text of an expression. Chains are one join; || is none.
+struct ExpressionJoin {
+    ifc::def::schema::BinaryOperator op;
+    /// Of the first operand.
+    std::size_t begin;
+    /// After the last one.
+    std::size_t end;
+    /// Where the word AND or OR is: once for each operand but the first.
+    std::vector<std::size_t> words;
+};
+
+struct JoinedExpression {
+    std::string text;
+    /// In the order in which they begin; one around another comes before it.
+    std::vector<ExpressionJoin> joins;
+};
+
+/// The same text, for those who show it on several lines.
+KIV_EXPORT JoinedExpression joinedExpressionAs(const ifc::def::schema::Expression& expression,
+                                               const ExpressionStyle& style);
 
 /// Whether it is ||, which makes one instance of several: an operand is a call that makes an instance of an
 /// entity, and no instance is an operand of OR.

@@ -3,8 +3,11 @@
 #include "Support/ExpressionText.h"
 #include "Support/SchemaFromText.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 namespace kiv::kit {
 
@@ -73,6 +76,62 @@ TEST(ExpressionText, AndWithinOrIsInParenthesesWhenAskedFor) {
     EXPECT_EQ(sGrouped("a XOR b AND c AND d"), "a XOR (b AND c AND d)");
     EXPECT_EQ(sGrouped("(a OR b) AND c"), "(a OR b) AND c");
     EXPECT_EQ(sGrouped("a * b + c"), "a * b + c");
+}
+
+/// The text with "<" before a join, "|" before its words and ">" after it.
+std::string sJoined(const std::string& expression) {
+    return sRule(expression, [](const auto& rule) {
+        const auto [text, joins] = joinedExpressionAs(rule, {.groupsAnd = true});
+        EXPECT_EQ(text, sExpressionAs(rule, {.groupsAnd = true}));
+        std::string marked;
+        for (std::size_t at = 0; at <= text.size(); ++at) {
+            for (const auto& join : joins) {
+                marked += join.end == at ? ">" : "";
+                marked += join.begin == at ? "<" : "";
+                marked += std::ranges::count(join.words, at) == 1 ? "|" : "";
+            }
+            marked += text.substr(at, 1);
+        }
+        return marked;
+    });
+}
+
+TEST(ExpressionText, JoinsAreWhatAndAndOrAreBetween) {
+    EXPECT_EQ(sJoined("a = b"), "a = b");
+    EXPECT_EQ(sJoined("a AND b AND c"), "<a |AND b |AND c>");
+    EXPECT_EQ(sJoined("NOT (a AND b)"), "NOT (<a |AND b>)");
+    EXPECT_EQ(sJoined("a OR b AND c"), "<a |OR (<b |AND c>)>");
+    EXPECT_EQ(sJoined("a AND (b AND c)"), "<a |AND (<b |AND c>)>");
+    EXPECT_EQ(sJoined("QUERY(x <* y | a AND b) + (c OR d)"), "QUERY(x <* y | <a |AND b>) + (<c |OR d>)");
+    EXPECT_EQ(sJoined("(a AND b) XOR c"), "(<a |AND b>) XOR c");
+    // The result of one operator is the first operand of the next.
+    EXPECT_EQ(sJoined("a AND b AND c * d AND e"), "<<a |AND b |AND c> * d |AND e>");
+    EXPECT_EQ(sJoined("a + b OR c"), "<a + b |OR c>");
+}
+
+TEST(ExpressionText, JoinsAreInTheOrderInWhichTheyBegin) {
+    const auto begins = [](const std::string& expression) {
+        std::vector<std::size_t> found;
+        sRule(expression, [&](const auto& rule) {
+            for (const auto& join : joinedExpressionAs(rule, {}).joins)
+                found.push_back(join.begin);
+            return std::string();
+        });
+        return found;
+    };
+    EXPECT_EQ(begins("f(a AND b) AND (c OR d)"), (std::vector<std::size_t>{0, 2, 16}));
+    EXPECT_EQ(begins("(a AND b) OR (c AND d)"), (std::vector<std::size_t>{0, 0, 11}));
+}
+
+TEST(ExpressionText, WhatMakesAnInstanceIsNoJoin) {
+    const auto schema = kiv::test::schemaFromText("ENTITY A;\nEND_ENTITY;\nENTITY B;\n WHERE\n"
+                                                  "  R : f(A() || B() OR c);\nEND_ENTITY;");
+    const auto& rules = kiv::test::entityOf(*schema, "B").pWhere()->getRules();
+    const auto [text, joins] = joinedExpressionAs(*rules[0].expression, {.pSchema = schema.get()});
+    EXPECT_EQ(text, "f(A() || B() OR c)");
+    ASSERT_EQ(joins.size(), 1U);
+    EXPECT_EQ(text.substr(joins[0].begin, joins[0].end - joins[0].begin), "A() || B() OR c");
+    EXPECT_EQ(joins[0].words, (std::vector<std::size_t>{13}));
 }
 
 } // namespace
