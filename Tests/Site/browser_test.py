@@ -671,6 +671,12 @@ class AccessTest(SiteTest):
             self.assertEqual(len(self.browser.all("#results button")), 1)
             self.assertEqual(self.browser.axe(source, ".bar"), [])
 
+    def test_rows_of_members_in_place_have_headings_without_scope(self):
+        self.browser.open(SITE, "BldWall.html")
+        self.browser.run("for (const each of document.querySelectorAll('details')) each.open = true;")
+        for place, role in (("details.set tbody th", "rowheader"), ("details.set thead th", "columnheader")):
+            self.assertEqual(self.browser.one(place).aria_role, role, place)
+
     def test_axe_would_find_something(self):
         if not AXE:
             self.skipTest("axe-core is not there")

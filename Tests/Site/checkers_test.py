@@ -49,6 +49,8 @@ class LinksTest(unittest.TestCase):
                 ('<script>x</script>', "<script> asks for None"),
                 ('<script src="http://example.org/site.js"></script>', "<script> asks for"),
                 ('<iframe></iframe>', "<iframe>"),
+                ('<b class="x">SET</b>', "<b>"),
+                ('<b>two words</b>', "<b> is not around a keyword"),
                 ('<p id="a"></p><p id="a"></p>', "the id a is there 2 times"),
                 ('<table><tr><th scope="row">A</th></tr></table>', "a row has no address"),
                 ('<table><tr id="A"><th scope="row">A</th></tr></table>', "no link to copy leads to the row A"),

@@ -3,6 +3,7 @@
 import html.parser
 import multiprocessing
 import os
+import re
 import urllib.parse
 from dataclasses import dataclass, field
 
@@ -13,7 +14,8 @@ ASSETS = {"site.css", "site.js", "search.js"}
 VOID = {"area", "base", "br", "col", "embed", "hr", "img", "input", "link", "meta", "source", "track", "wbr"}
 ALLOWED = set("""html head meta title link script body a header div label input ul li ol select option button nav main h1 h2 h3 h4
     p span section table caption thead tbody tr th td code pre bdi dl dt dd details summary figure figcaption svg g path rect text
-    line polyline circle tspan article footer strong em small abbr kbd br wbr hr aside""".split())
+    line polyline circle tspan article footer strong em small abbr kbd br wbr hr aside b""".split())
+KEYWORD = re.compile("[A-Za-z_]+")
 
 
 @dataclass
@@ -95,6 +97,8 @@ class Reader(html.parser.HTMLParser):
         self.open.pop()
 
     def handle_data(self, data):
+        if self.open and self.open[-1][0] == "b" and not KEYWORD.fullmatch(data):
+            self.problem("<b> is not around a keyword")
         if self.taking:
             self.row.name += data
         if self.heading is not None:
@@ -132,7 +136,7 @@ class Reader(html.parser.HTMLParser):
         return tag == "li" and not self.open[-1][1] and len(self.open) > 1 and "findings" in self.open[-2][2]
 
     def element_check(self, tag, attributes, values):
-        if tag not in ALLOWED:
+        if tag not in ALLOWED or tag == "b" and attributes:
             self.problem(f"<{tag}>")
         if len(values) != len(attributes):
             self.problem(f"an attribute of <{tag}> is there twice")

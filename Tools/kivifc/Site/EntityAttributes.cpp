@@ -197,7 +197,7 @@ void EntityAttributes::vInverseWrite() {
     vKindWrite({"inverse", "Inverse attributes", "Type and the attribute that it mirrors"}, inversesOf,
                nameOf<AttributeInverse>, [&](const Entity&, const AttributeInverse& inverse) {
                    vTypeTextWrite(model_, inverse, FewNames, html_);
-                   html_ << " <code class=\"kw\">FOR</code> ";
+                   html_ << " <b>FOR</b> ";
                    const auto name = inverse.getForAttributeName();
                    const auto* mirrored = inverse.pReferredAttribute();
                    if (!mirrored) {

@@ -167,7 +167,7 @@ private:
         }
         if (upper == "SELF")
             pBefore_ = scope_.pSelf;
-        html_ << "<span class=\"kw\">" << escaped(word) << "</span>";
+        html_ << "<b>" << escaped(word) << "</b>";
     }
 
     bool boNameWrite(std::string_view word, const std::string& upper) {

@@ -1,5 +1,6 @@
 /// @file
-/// EXPRESS text as HTML: keywords marked, names as links to what they name.
+/// EXPRESS text as HTML: keywords as `b`, which is short, as they are there by the ten thousand; names as
+/// links to what they name.
 ///
 ///     vExpressWrite(model, {.pSelf = &wall}, "EXISTS(SELF\\IfcObject.ObjectType)", html);
 ///

@@ -61,7 +61,7 @@ private:
         for (std::size_t index = 0; index < operands.size(); ++index) {
             html_ << "<li>";
             if (index > 0)
-                html_ << "<span class=\"kw\">" << word << "</span> ";
+                html_ << "<b>" << word << "</b> ";
             const bool isLoose = operands.size() > 1 && isLooserThanJoin(*operands[index]);
             const bool isLast = index + 1 == operands.size();
             vOperandWrite(*operands[index], isLoose, {place.depth, isLast ? place.closing : 0});

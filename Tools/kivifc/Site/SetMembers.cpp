@@ -37,7 +37,8 @@ public:
 
     void vWrite(const ListedMember& member) {
         const auto& def = *member.def;
-        html_ << "<tr><th scope=\"row\">";
+        // Beside cells and below headings alone, it is the heading of its row without saying so.
+        html_ << "<tr><th>";
         vBareLinkWrite(html_, address_.row(member.row), def.getName());
         if (member.whole)
             html_ << " <span class=\"note\">part of " << isolated(sShort(member.whole->getName()))

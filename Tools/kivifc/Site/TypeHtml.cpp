@@ -37,13 +37,13 @@ const Type* pNamedType(const ObjectBase* object) {
 
 void vUnderlyingWrite(const SiteModel& model, const Type& type, std::size_t namesMax, Html& html) {
     if (const auto* items = dynamic_cast<const DataTypeEnum*>(type.pUnderlying())) {
-        html << "<span class=\"kw\">ENUMERATION</span> ";
+        html << "<b>ENUMERATION</b> ";
         return vNamesWrite(items->getItems(), namesMax, html, [&](std::string_view item) {
             vBareLinkWrite(html, model.getAddresses().of(type).row(item), item);
         });
     }
     if (const auto* select = dynamic_cast<const DataTypeSelect*>(type.pUnderlying())) {
-        html << "<span class=\"kw\">SELECT</span> ";
+        html << "<b>SELECT</b> ";
         return vNamesWrite(select->getMemberNames(), namesMax, html,
                            [&](std::string_view name) { vExpressWrite(model, {}, sShort(name), html); });
     }

@@ -133,8 +133,7 @@ private:
     /// As the schema has it, and what that leads to.
     void vDefinitionWrite() {
         vSectionBegin(html_, "definition", "Definition");
-        html_ << "<pre class=\"express\"><code><span class=\"kw\">TYPE</span> "
-              << escaped(sShort(type_.getName())) << " = ";
+        html_ << "<pre class=\"express\"><code><b>TYPE</b> " << escaped(sShort(type_.getName())) << " = ";
         vExpressWrite(model_, {}, type_.getUnderlyingText(), html_);
         html_ << ";</code></pre>\n";
         const auto* next = Type::pFrom(type_.pUnderlying());

@@ -98,7 +98,7 @@ TEST(Site, LineEndsOfTwoBytesAreLineEnds) {
                                   "  RETURN(x);\r\nEND_FUNCTION;\r\nEND_SCHEMA;\r\n");
     ASSERT_EQ(kivifcRun({"site", schema, "--out", folder.sPath("site")}).status, 0);
     EXPECT_THAT(sFileText(folder.sPath("site/F.html")),
-                HasSubstr("<span class=\"com\">-- same</span>\n  <span class=\"kw\">RETURN</span>"));
+                HasSubstr("<span class=\"com\">-- same</span>\n  <b>RETURN</b>"));
     for (const auto& [name, text] : filesOf(folder.sPath("site"))) {
         if (name.ends_with(".html")) {
             EXPECT_EQ(text.find("\\r"), std::string::npos) << name;

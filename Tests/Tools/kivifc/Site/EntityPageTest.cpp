@@ -71,11 +71,11 @@ TEST_F(EntityPageTest, OwnAttributeHasARowWithItsAddress) {
 
 TEST_F(EntityPageTest, TypesAreUnfoldedOneStep) {
     EXPECT_THAT(sSection("Root.html", "attributes"),
-                HasSubstr("<a href=\"Label.html\">Label</a> <span class=\"unfolded\">= <span class=\"kw\">"
-                          "STRING</span>(80)</span>"));
+                HasSubstr("<a href=\"Label.html\">Label</a> <span class=\"unfolded\">= <b>"
+                          "STRING</b>(80)</span>"));
     // Items lead to their rows.
     const auto items = sSection("Wall.html", "attributes");
-    EXPECT_THAT(items, HasSubstr("<span class=\"kw\">ENUMERATION</span> (<a href=\"Kind.html#A1\">A1</a>, "
+    EXPECT_THAT(items, HasSubstr("<b>ENUMERATION</b> (<a href=\"Kind.html#A1\">A1</a>, "
                                  "<a href=\"Kind.html#A2\">A2</a>, "));
     EXPECT_THAT(items, HasSubstr(", <a href=\"Kind.html#A10\">A10</a>)</span>"));
 }
@@ -122,11 +122,10 @@ TEST_F(EntityPageTest, UniqueRuleLinksItsAttributes) {
 }
 
 TEST_F(EntityPageTest, EachOperandOfAndIsAnItem) {
-    EXPECT_THAT(
-        sSection("Root.html", "where"),
-        HasSubstr("<li><code>(<a href=\"Root.html#Length\">Length</a> &gt; 1.0)</code></li>\n"
-                  "<li><span class=\"kw\">AND</span> <code>(<a href=\"Root.html#Length\">Length</a> &lt; "
-                  "9.0)</code></li>"));
+    EXPECT_THAT(sSection("Root.html", "where"),
+                HasSubstr("<li><code>(<a href=\"Root.html#Length\">Length</a> &gt; 1.0)</code></li>\n"
+                          "<li><b>AND</b> <code>(<a href=\"Root.html#Length\">Length</a> &lt; "
+                          "9.0)</code></li>"));
 }
 
 /// The rules of a schema that has what they name, as their section has them.
@@ -144,19 +143,18 @@ std::string sRules(const std::string& rules) {
 
 /// Without them a reader has to know that AND comes first.
 TEST(EntityPage, AndWithinOrIsALineInParentheses) {
-    EXPECT_THAT(sRules("    W : F(1) OR F(2) AND F(3);\n"),
-                HasSubstr("<li><code>F(1)</code></li>\n<li><span class=\"kw\">OR</span> <code>(F(2) <span "
-                          "class=\"kw\">AND</span> F(3))</code></li>"));
     EXPECT_THAT(
-        sRules("    W : F(1) AND F(2) XOR F(3);\n"),
-        HasSubstr("<code>(F(1) <span class=\"kw\">AND</span> F(2)) <span class=\"kw\">XOR</span> F(3)"));
+        sRules("    W : F(1) OR F(2) AND F(3);\n"),
+        HasSubstr("<li><code>F(1)</code></li>\n<li><b>OR</b> <code>(F(2) <b>AND</b> F(3))</code></li>"));
+    EXPECT_THAT(sRules("    W : F(1) AND F(2) XOR F(3);\n"),
+                HasSubstr("<code>(F(1) <b>AND</b> F(2)) <b>XOR</b> F(3)"));
 }
 
 TEST(EntityPage, LastOperandHasTheClosingParenthesis) {
     EXPECT_THAT(sRules("    W : F(1) AND (F(2) OR F(3) AND F(4));\n"),
-                HasSubstr("<li><code>F(1)</code></li>\n<li><span class=\"kw\">AND</span> <code>(</code><ul "
-                          "class=\"operands\">\n<li><code>F(2)</code></li>\n<li><span class=\"kw\">OR</span> "
-                          "<code>(F(3) <span class=\"kw\">AND</span> F(4)))</code></li>\n</ul>\n</li>"));
+                HasSubstr("<li><code>F(1)</code></li>\n<li><b>AND</b> <code>(</code><ul "
+                          "class=\"operands\">\n<li><code>F(2)</code></li>\n<li><b>OR</b> "
+                          "<code>(F(3) <b>AND</b> F(4)))</code></li>\n</ul>\n</li>"));
 }
 
 /// What comes after a point belongs to the type of what is before it, be that an element of a list.

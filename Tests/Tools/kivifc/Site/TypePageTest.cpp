@@ -72,8 +72,7 @@ TEST(TypePage, TypeOfTypesIsFollowedToItsEnd) {
         "END_TYPE;\n");
     const auto page = sample.sPage("Positive.html");
     EXPECT_THAT(page, HasSubstr("Positive = <a href=\"Length.html\">Length</a>;"));
-    EXPECT_THAT(page,
-                HasSubstr("<a href=\"Length.html\"><code>Length</code></a> = <code><span class=\"kw\">REAL"));
+    EXPECT_THAT(page, HasSubstr("<a href=\"Length.html\"><code>Length</code></a> = <code><b>REAL"));
     EXPECT_THAT(page, HasSubstr("<div class=\"rule\" id=\"WR1\">"));
     EXPECT_THAT(sample.sPage("Length.html"), HasSubstr("<a href=\"Positive.html\">"));
 }
@@ -94,11 +93,9 @@ TEST(TextPage, FunctionHasItsTextAndItsCallers) {
         "FUNCTION Twice\n    (x : REAL) : REAL;\n  -- of 'TEST.WALL' and <b>\n\n"
         "  RETURN(x * 2);\nEND_FUNCTION;\n");
     const auto page = sample.sPage("Twice.html");
-    EXPECT_THAT(
-        page,
-        HasSubstr("<span class=\"kw\">FUNCTION</span> Twice\n    (x : <span class=\"kw\">REAL</span>) : "));
+    EXPECT_THAT(page, HasSubstr("<b>FUNCTION</b> Twice\n    (x : <b>REAL</b>) : "));
     EXPECT_THAT(page, HasSubstr("<span class=\"com\">-- of &#39;TEST.WALL&#39; and &lt;b&gt;</span>\n\n"));
-    EXPECT_THAT(page, HasSubstr("<span class=\"kw\">END_FUNCTION</span>"));
+    EXPECT_THAT(page, HasSubstr("<b>END_FUNCTION</b>"));
     EXPECT_THAT(page, HasSubstr("<a href=\"Wall.html#WR1\"><code>Wall.WR1</code></a>"));
 }
 
@@ -116,7 +113,7 @@ TEST(TextPage, RuleHasItsText) {
     const SiteSample sample(
         "ENTITY Wall;\nEND_ENTITY;\nRULE One FOR (Wall);\n WHERE\n    WR1 : SIZEOF(Wall) <= 1;\n"
         "END_RULE;\n");
-    EXPECT_THAT(sample.sPage("One.html"), HasSubstr("SIZEOF</span>(<a href=\"Wall.html\">Wall</a>)"));
+    EXPECT_THAT(sample.sPage("One.html"), HasSubstr("SIZEOF</b>(<a href=\"Wall.html\">Wall</a>)"));
     EXPECT_THAT(sample.sPage("One.html"), Not(HasSubstr("id=\"uses\"")));
     EXPECT_THAT(sample.sPage("Wall.html"), HasSubstr("<a href=\"One.html\"><code>One</code></a>"));
 }
