@@ -277,6 +277,7 @@ SITE_SURROUNDINGS = {
     "ExpressHtml.h": SITE_OF_WALL,
     "ExpressKeywords.h": site_row(""),
     "ExpressWords.h": site_row("std::string_view text"),
+    "ExpressionLayout.h": site_row("const ifc::def::schema::Expression& expression"),
     "GuidIndexPages.h": SITE_PAGES,
     "GuidNotations.h": site_row("const Guid& guid"),
     "Html.h": site_row("const std::string& name"),

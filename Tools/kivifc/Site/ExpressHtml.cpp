@@ -247,6 +247,16 @@ void vExpressWrite(const SiteModel& model, const ExpressScope& scope, std::strin
     Writer(model, scope, html).vWrite(text);
 }
 
+void vExpressPiecesWrite(const SiteModel& model, const ExpressScope& scope,
+                         const std::vector<std::string_view>& pieces,
+                         const std::function<void(std::size_t)>& vBetween, Html& html) {
+    Writer writer(model, scope, html);
+    for (std::size_t index = 0; index < pieces.size(); ++index) {
+        vBetween(index);
+        writer.vWrite(pieces[index]);
+    }
+}
+
 void vObjectLinkWrite(const SiteModel& model, const ObjectBase& object, Html& html) {
     vNameLinkWrite(html, model.getAddresses().of(object), object.getName());
 }

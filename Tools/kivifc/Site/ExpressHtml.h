@@ -12,7 +12,10 @@
 #include "kivifc/Site/Html.h"
 #include "kivifc/Site/SiteModel.h"
 
+#include <cstddef>
+#include <functional>
 #include <string_view>
+#include <vector>
 
 namespace kiv::kivifc::site {
 
@@ -24,6 +27,12 @@ struct ExpressScope {
 };
 
 void vExpressWrite(const SiteModel& model, const ExpressScope& scope, std::string_view text, Html& html);
+
+/// The same for a text in pieces, which end where words do: what the names of a piece mean may have been said
+/// in those before it. `vBetween(index)` is called before each piece, and may write what it likes.
+void vExpressPiecesWrite(const SiteModel& model, const ExpressScope& scope,
+                         const std::vector<std::string_view>& pieces,
+                         const std::function<void(std::size_t)>& vBetween, Html& html);
 
 /// An object of the schema by its name, as a link in the type of code.
 void vObjectLinkWrite(const SiteModel& model, const ifc::def::schema::ObjectBase& object, Html& html);

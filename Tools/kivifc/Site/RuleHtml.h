@@ -1,5 +1,5 @@
 /// @file
-/// WHERE rules, laid out for reading: what is joined by AND is a line each, names are links.
+/// WHERE rules, laid out for reading: what is joined by AND is a line each, wherever it is, names are links.
 ///
 ///     const auto ruleIds = ruleIdsTake(wall.pWhere(), ids);
 ///     vWhereWrite(model, {.pSelf = &wall}, wall.pWhere(), ruleIds, html);

@@ -124,7 +124,7 @@ TEST_F(EntityPageTest, UniqueRuleLinksItsAttributes) {
 TEST_F(EntityPageTest, EachOperandOfAndIsAnItem) {
     EXPECT_THAT(sSection("Root.html", "where"),
                 HasSubstr("<li><code>(<a href=\"Root.html#Length\">Length</a> &gt; 1.0)</code></li>\n"
-                          "<li><b>AND</b> <code>(<a href=\"Root.html#Length\">Length</a> &lt; "
+                          "<li><code><b>AND</b> (<a href=\"Root.html#Length\">Length</a> &lt; "
                           "9.0)</code></li>"));
 }
 
@@ -142,19 +142,37 @@ std::string sRules(const std::string& rules) {
 }
 
 /// Without them a reader has to know that AND comes first.
-TEST(EntityPage, AndWithinOrIsALineInParentheses) {
+TEST(EntityPage, AndWithinOrIsInParentheses) {
     EXPECT_THAT(
         sRules("    W : F(1) OR F(2) AND F(3);\n"),
-        HasSubstr("<li><code>F(1)</code></li>\n<li><b>OR</b> <code>(F(2) <b>AND</b> F(3))</code></li>"));
-    EXPECT_THAT(sRules("    W : F(1) AND F(2) XOR F(3);\n"),
-                HasSubstr("<code>(F(1) <b>AND</b> F(2)) <b>XOR</b> F(3)"));
+        HasSubstr("<li><code>F(1)</code></li>\n<li><code><b>OR</b> (</code><ul>\n<li><code>F(2)</code>"
+                  "</li>\n<li><code><b>AND</b> F(3))</code></li>\n</ul>\n</li>\n</ul>\n"));
+    EXPECT_THAT(
+        sRules("    W : F(1) AND F(2) XOR F(3);\n"),
+        HasSubstr("<ul class=\"operands\">\n<li><code>(</code><ul>\n<li><code>F(1)</code></li>\n<li><code>"
+                  "<b>AND</b> F(2)</code></li>\n</ul>\n<code>) <b>XOR</b> F(3)</code></li>\n</ul>\n"));
 }
 
 TEST(EntityPage, LastOperandHasTheClosingParenthesis) {
-    EXPECT_THAT(sRules("    W : F(1) AND (F(2) OR F(3) AND F(4));\n"),
-                HasSubstr("<li><code>F(1)</code></li>\n<li><b>AND</b> <code>(</code><ul "
-                          "class=\"operands\">\n<li><code>F(2)</code></li>\n<li><b>OR</b> "
-                          "<code>(F(3) <b>AND</b> F(4)))</code></li>\n</ul>\n</li>"));
+    EXPECT_THAT(
+        sRules("    W : F(1) AND (F(2) OR F(3) AND F(4));\n"),
+        HasSubstr("<li><code>F(1)</code></li>\n<li><code><b>AND</b> (</code><ul>\n"
+                  "<li><code>F(2)</code></li>\n<li><code><b>OR</b> (</code><ul>\n<li><code>F(3)</code>"
+                  "</li>\n<li><code><b>AND</b> F(4)))</code></li>\n</ul>\n</li>\n</ul>\n</li>"));
+}
+
+/// The variable and its type, which were said on the line before.
+TEST(EntityPage, NamesOfAQueryAreKnownOnAllItsLines) {
+    const SiteSample sample("ENTITY Door;\n    Leaf : REAL;\n    Side : Wall;\nEND_ENTITY;\n"
+                            "ENTITY Wall;\n    Doors : SET OF Door;\n WHERE\n"
+                            "    A : SIZEOF(QUERY(d <* Doors | (d.Leaf > 1) AND EXISTS(d.Side))) = 0;\n"
+                            "END_ENTITY;\n");
+    EXPECT_THAT(
+        sample.sPage("Wall.html"),
+        HasSubstr("<a href=\"Wall.html#Doors\">Doors</a> |</code><ul>\n"
+                  "<li><code>(d.<a href=\"Door.html#Leaf\">Leaf</a> &gt; 1)</code></li>\n"
+                  "<li><code><b>AND</b> <b>EXISTS</b>(d.<a href=\"Door.html#Side\">Side</a>)</code></li>\n"
+                  "</ul>\n<code>)) = 0</code></li>\n</ul>\n"));
 }
 
 /// What comes after a point belongs to the type of what is before it, be that an element of a list.
