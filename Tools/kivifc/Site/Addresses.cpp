@@ -46,6 +46,11 @@ bool isPlain(std::string_view name) {
            std::ranges::all_of(name, isSafe);
 }
 
+/// File systems that do not know letters by their case take names that are folded alike for one.
+std::string sFolded(std::string_view name) {
+    return ascii::sLowerCase(name.substr(0, NameSizeMax + 1));
+}
+
 /// What is safe of a name, and a checksum of all of it.
 std::string sMarked(std::string_view name, std::string_view distinction) {
     std::string marked;
@@ -67,11 +72,25 @@ std::string sAnchor(std::string_view name) {
     return isLower ? std::string(name) + '~' : std::string(name);
 }
 
+void FileNames::vExpect(std::string_view name) {
+    // Any other one has a checksum anyway.
+    if (!isPlain(name))
+        return;
+    auto& expected = expected_.try_emplace(sFolded(name), Expected{std::string(name)}).first->second;
+    expected.hasOthers = expected.hasOthers || expected.first != name;
+}
+
+bool FileNames::isOneOfSeveral(const std::string& folded) const {
+    const auto found = expected_.find(folded);
+    return found != expected_.end() && found->second.hasOthers;
+}
+
 std::string FileNames::sTake(std::string_view name, std::string_view distinction) {
-    const auto folded = ascii::sLowerCase(name.substr(0, NameSizeMax + 1));
-    if (isPlain(name) && !isOurs(folded) && !isDevice(folded) && taken_.insert(folded).second)
-        return std::string(name) + ".html";
-    return sTakeMarked(name, distinction);
+    const auto folded = sFolded(name);
+    if (!isPlain(name) || isOurs(folded) || isDevice(folded))
+        return sTakeMarked(name, distinction);
+    auto file = isOneOfSeveral(folded) ? sMarked(name, "") : std::string(name);
+    return taken_.insert(ascii::sLowerCase(file)).second ? file + ".html" : sTakeMarked(name, distinction);
 }
 
 std::string FileNames::sTakeMarked(std::string_view name, std::string_view distinction) {
@@ -83,6 +102,15 @@ std::string FileNames::sTakeMarked(std::string_view name, std::string_view disti
         marked = sMarked(name, fmt::format("{}\n{}", distinction, ++count));
     while (!taken_.insert(ascii::sLowerCase(marked)).second);
     return marked + ".html";
+}
+
+void Addresses::vExpect(const ifc::def::schema::ObjectBase& object) {
+    topNames_.vExpect(object.getName());
+}
+
+void Addresses::vExpect(const ifc::def::xml::SetDef& set, bool isStandard) {
+    if (isStandard)
+        setNames_.vExpect(set.getName());
 }
 
 void Addresses::vAdd(const ifc::def::schema::ObjectBase& object) {

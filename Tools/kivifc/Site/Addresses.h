@@ -2,13 +2,16 @@
 /// Where each object of a schema and each set is in a site: names that stay the same from run to run.
 ///
 ///     Addresses addresses;
+///     addresses.vExpect(*wall);
 ///     addresses.vAdd(*wall);
 ///     addresses.of(*wall).getPath(); // "IfcWall.html"
 ///
 /// An object or set has the file of its name when that is safe in every file system: letters, digits and
-/// underscores, not too long, unlike the names of our own pages and, but for the case of letters, unlike
-/// those that were added before. Any other one has what is safe of its name, "~" and a checksum, and so has
-/// each set of a context of one's own: a standard set of that name may be added to the site some day.
+/// underscores, not too long, unlike the names of our own pages and unlike all others there, whatever the
+/// case of their letters. Any other one has what is safe of its name, "~" and a checksum, and so has each set
+/// of a context of one's own: a standard set of that name may be added to the site some day. Names that
+/// differ in the case of letters alone all have a checksum, of the name alone, so that neither their order
+/// nor another one changes an address: that is why all names have to be known before the first is given out.
 ///
 /// Ownership: refers to nothing; addresses refer to it.
 /// Threads:   one thread while it is filled, then any number.
@@ -41,12 +44,23 @@ inline constexpr PageName GuidsPage("guids.html");
 /// The file names of one folder, each given out once.
 class FileNames {
 public:
+    /// A name that will be asked for.
+    void vExpect(std::string_view name);
     /// The name with the ending ".html". `distinction` makes the checksums of equal names differ.
     std::string sTake(std::string_view name, std::string_view distinction);
     /// The same, with a checksum even when the name could be the file's.
     std::string sTakeMarked(std::string_view name, std::string_view distinction);
 
 private:
+    // Of each name in lower case the first that is expected, and whether others are that differ from it.
+    struct Expected {
+        std::string first;
+        bool hasOthers = false;
+    };
+
+    bool isOneOfSeveral(const std::string& folded) const;
+
+    std::unordered_map<std::string, Expected> expected_;
     // In lower case.
     std::unordered_set<std::string> taken_;
     // How many names with this checksum there were, so that many equal ones do not each try all numbers.
@@ -55,6 +69,9 @@ private:
 
 class Addresses {
 public:
+    /// What will be added.
+    void vExpect(const ifc::def::schema::ObjectBase& object);
+    void vExpect(const ifc::def::xml::SetDef& set, bool isStandard);
     /// Of objects of one name, the first has the plain one.
     void vAdd(const ifc::def::schema::ObjectBase& object);
     /// `distinction` from sets of the same name: its context, and of a set that is not used its document.

@@ -93,7 +93,9 @@ SiteModel::SiteModel(const SchemaWithSets& loaded, std::string title) :
 }
 
 void SiteModel::vObjectsSort() {
-    // The one that look-ups find has the plain address.
+    for (const auto* object : getSchema().getObjects())
+        addresses_.vExpect(*object);
+    // Of objects of one name, the one that look-ups find is first.
     for (const auto* object : getSchema().getObjectsByName())
         addresses_.vAdd(*object);
     for (const auto* object : getSchema().getObjects()) {
@@ -137,6 +139,8 @@ void SiteModel::vSetsCollect() {
         if (const auto* hiding = pSet(set.hiddenBy))
             set.hidingContext = hiding->context.name;
     }
+    for (const auto& set : sets_)
+        addresses_.vExpect(*set.set, set.context.isStandard);
     for (const auto& set : sets_) {
         if (set.isUsed())
             addresses_.vAdd(*set.set, set.context.isStandard, set.context.name);

@@ -7,17 +7,21 @@
 #include <cstddef>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace kiv::kivifc::site::test {
 
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::StartsWith;
+using testing::UnorderedElementsAre;
 
 TEST(FileNames, SafeNameIsItsOwnFile) {
     FileNames names;
@@ -52,10 +56,47 @@ INSTANTIATE_TEST_SUITE_P(Names, FileNamesUnsafe,
                                          UnsafeName{"\xE5\xA2\x99", ""},
                                          UnsafeName{std::string(300, 'x'), std::string(100, 'x')}));
 
-TEST(FileNames, NameThatDiffersInLetterCaseAloneHasASuffix) {
+/// The files of names, which are all expected, by name.
+std::map<std::string, std::string> filesOf(const std::vector<std::string>& names) {
+    FileNames files;
+    for (const auto& name : names)
+        files.vExpect(name);
+    std::map<std::string, std::string> found;
+    for (const auto& name : names)
+        found.emplace(name, files.sTake(name, ""));
+    return found;
+}
+
+TEST(FileNames, NamesThatDifferInLetterCaseAloneEachHaveASuffix) {
+    const auto files = filesOf({"Pset_Wall", "PSET_WALL", "Pset_Door"});
+    EXPECT_THAT(files.at("Pset_Wall"), MatchesRegex("Pset_Wall~[0-9a-f]+\\.html"));
+    EXPECT_THAT(files.at("PSET_WALL"), MatchesRegex("PSET_WALL~[0-9a-f]+\\.html"));
+    EXPECT_NE(files.at("Pset_Wall").substr(9), files.at("PSET_WALL").substr(9));
+    EXPECT_EQ(files.at("Pset_Door"), "Pset_Door.html");
+}
+
+TEST(FileNames, NeitherOrderNorAThirdNameChangesASuffix) {
+    const auto files = filesOf({"Pset_Wall", "PSET_WALL"});
+    EXPECT_EQ(filesOf({"PSET_WALL", "Pset_Wall"}), files);
+    const auto three = filesOf({"pset_wall", "Pset_Wall", "PSET_WALL"});
+    for (const auto& [name, file] : files)
+        EXPECT_EQ(three.at(name), file);
+}
+
+/// A name that nobody said would come takes no other one's file.
+TEST(FileNames, UnexpectedNameThatDiffersInLetterCaseAloneHasASuffix) {
     FileNames names;
     EXPECT_EQ(names.sTake("Pset_Wall", ""), "Pset_Wall.html");
     EXPECT_THAT(names.sTake("PSET_WALL", ""), StartsWith("PSET_WALL~"));
+}
+
+/// The same name again is no other one.
+TEST(FileNames, FirstOfEqualNamesIsItsOwnFile) {
+    FileNames names;
+    names.vExpect("Pset_Wall");
+    names.vExpect("Pset_Wall");
+    EXPECT_EQ(names.sTake("Pset_Wall", "IFC4"), "Pset_Wall.html");
+    EXPECT_THAT(names.sTake("Pset_Wall", "IFC4\nOther.xml"), StartsWith("Pset_Wall~"));
 }
 
 TEST(FileNames, NameOfTwoContextsHasAFileForEach) {
@@ -94,6 +135,34 @@ TEST(Addresses, SetOfYourOwnStaysWhereItIs) {
         EXPECT_THAT(sample.sPage(ours), HasSubstr("Ours."));
         EXPECT_THAT(sample.sPage("sets/Pset_Wall.html"), HasSubstr("Standard."));
     }
+}
+
+/// EXPRESS takes them for one name, of which look-ups find one; both have pages.
+TEST(Addresses, ObjectsWhoseNamesDifferInLetterCaseAloneEachHaveASuffix) {
+    const auto pathsOf = [](const std::string& declarations) {
+        const SiteSample sample(declarations);
+        std::set<std::string> paths;
+        for (const auto* object : sample.getModel().getSchema().getObjects())
+            paths.emplace(sample.getModel().getAddresses().of(*object).getPath());
+        return paths;
+    };
+    const std::string entity = "ENTITY Wall;\nEND_ENTITY;\n";
+    const std::string type = "TYPE WALL = REAL;\nEND_TYPE;\n";
+    const auto paths = pathsOf(entity + type);
+    EXPECT_THAT(paths, ElementsAre(StartsWith("WALL~"), StartsWith("Wall~")));
+    EXPECT_EQ(pathsOf(type + entity), paths);
+}
+
+/// One's own have suffixes of their own, and leave the standard set where it is.
+TEST(Addresses, StandardSetStaysWhenASetOfYourOwnDiffersInLetterCase) {
+    const auto set = [](const std::string& name) {
+        return "<PropertySetDef><Name>" + name + "</Name></PropertySetDef>";
+    };
+    const SiteSample sample("", {{"TEST", set("Pset_Wall")}, {"office", set("PSET_WALL")}});
+    std::vector<std::string> paths;
+    for (const auto& each : sample.getModel().getSets())
+        paths.emplace_back(sample.getModel().getAddresses().of(*each.set).getPath());
+    EXPECT_THAT(paths, UnorderedElementsAre("sets/Pset_Wall.html", StartsWith("sets/PSET_WALL~")));
 }
 
 TEST(Anchor, IsTheNameUnlessOursCouldBeTheSame) {
