@@ -155,8 +155,8 @@ void EntityAttributes::vRowBegin(const Entity& declaring, const void* item, std:
 
 void EntityAttributes::vExplicitWrite() {
     vKindWrite({"attributes", "Attributes", "Type", &DeclaredAgain::explicitly}, explicitOf,
-               nameOf<Attribute>, [&](const Entity& entity, const Attribute& attribute) {
-                   vTypeTextWrite(model_, attribute, &entity == &entity_ ? MostNames : FewNames, html_);
+               nameOf<Attribute>, [&](const Entity&, const Attribute& attribute) {
+                   vTypeTextWrite(model_, attribute, html_);
                    vStateWrite(attribute);
                });
 }
@@ -196,7 +196,7 @@ void EntityAttributes::vRedeclarationsBelowWrite(const Attribute& attribute) {
 void EntityAttributes::vInverseWrite() {
     vKindWrite({"inverse", "Inverse attributes", "Type and the attribute that it mirrors"}, inversesOf,
                nameOf<AttributeInverse>, [&](const Entity&, const AttributeInverse& inverse) {
-                   vTypeTextWrite(model_, inverse, FewNames, html_);
+                   vTypeTextWrite(model_, inverse, html_);
                    html_ << " <b>FOR</b> ";
                    const auto name = inverse.getForAttributeName();
                    const auto* mirrored = inverse.pReferredAttribute();

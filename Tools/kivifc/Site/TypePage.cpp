@@ -144,7 +144,7 @@ private:
             html_ << "<p>";
             vObjectLinkWrite(model_, *next, html_);
             html_ << " = <code>";
-            vUnderlyingWrite(model_, *next, FewNames, html_);
+            vUnderlyingWrite(model_, *next, html_);
             html_ << "</code></p>\n";
         }
         if (next && !known.contains(next))
