@@ -80,10 +80,6 @@ private:
     std::size_t number_ = 0;
 };
 
-bool isAsciiOnly(std::string_view text) {
-    return std::ranges::all_of(text, isAscii);
-}
-
 /// Of one word, which begins the text.
 struct Word {
     std::size_t size = 0;

@@ -41,16 +41,25 @@ void vUtf8Append(std::string& text, std::uint32_t character) {
     vAdd(0x80U | (character & 0x3FU));
 }
 
-/// Looked up, as most bytes of a document are asked for this.
-constexpr std::array<bool, 256> TextEnds = [] {
-    std::array<bool, 256> ends{};
-    for (const char byte : {'<', '&', '\r', '\n'})
-        ends[static_cast<unsigned char>(byte)] = true;
-    return ends;
-}();
+using ByteSet = std::array<bool, 256>;
 
-bool isTextEnd(char byte) {
-    return TextEnds[static_cast<unsigned char>(byte)];
+constexpr ByteSet byteSetOf(std::string_view bytes) {
+    ByteSet these{};
+    for (const char byte : bytes)
+        these[static_cast<unsigned char>(byte)] = true;
+    return these;
+}
+
+/// Looked up, as most bytes of a document are asked for one of these.
+constexpr ByteSet NameEnds = byteSetOf(" \t\r\n/>");
+constexpr ByteSet TagMarks = byteSetOf("\"'>");
+constexpr ByteSet ValueChanges = byteSetOf("&\t\n\r");
+
+/// From `at` on, the place of the first of these bytes, or the end of the text.
+std::size_t firstOf(const ByteSet& bytes, std::string_view text, std::size_t at) {
+    while (at < text.size() && !bytes[static_cast<unsigned char>(text[at])])
+        ++at;
+    return at;
 }
 
 /// Whether a name can begin with the byte, as it does after the "<" of a start tag.
@@ -71,50 +80,52 @@ XmlPiece WellFormedXml::pieceUpTo(XmlPieceKind kind, std::string_view end, std::
     return take(kind, found == std::string_view::npos ? text_.size() : found + end.size());
 }
 
+XmlPiece WellFormedXml::pieceUpTo(XmlPieceKind kind, char end) {
+    const auto found = text_.find(end, offset_);
+    return take(kind, found == std::string_view::npos ? text_.size() : found + 1);
+}
+
 XmlPiece WellFormedXml::next() {
     if (offset_ == text_.size())
         return {XmlPieceKind::End, offset_, 0};
-    switch (text_[offset_]) {
-    case '<':
+    if (text_[offset_] == '<')
         return markup();
-    case '&':
-        return pieceUpTo(XmlPieceKind::Reference, ";", 1);
-    case '\n':
-        return take(XmlPieceKind::LineEnd, offset_ + 1);
-    case '\r':
-        return take(XmlPieceKind::LineEnd, offset_ + (text_.substr(offset_ + 1, 1) == "\n" ? 2 : 1));
-    default:
-        break;
-    }
-    auto end = offset_;
-    while (end != text_.size() && !isTextEnd(text_[end]))
-        ++end;
-    return take(XmlPieceKind::Text, end);
+    if (text_[offset_] == '&')
+        return pieceUpTo(XmlPieceKind::Reference, ';');
+    // Hardly any text has references, so they are not looked for each time.
+    if (nextReference_ <= offset_)
+        nextReference_ = std::min(text_.find('&', offset_), text_.size());
+    return take(XmlPieceKind::Text, std::min(text_.find('<', offset_), nextReference_));
 }
 
 XmlPiece WellFormedXml::markup() {
     const auto rest = text_.substr(offset_);
-    if (rest.starts_with("</"))
-        return pieceUpTo(XmlPieceKind::EndTag, ">", 2);
-    if (rest.starts_with(CommentBegin))
+    const char mark = rest.size() > 1 ? rest[1] : '\0';
+    if (mark == '/')
+        return pieceUpTo(XmlPieceKind::EndTag, '>');
+    if (mark == '!' && rest.starts_with(CommentBegin))
         return pieceUpTo(XmlPieceKind::Comment, CommentEnd, CommentBegin.size());
-    if (rest.starts_with(CdataBegin))
+    if (mark == '!' && rest.starts_with(CdataBegin))
         return pieceUpTo(XmlPieceKind::Cdata, CdataEnd, CdataBegin.size());
-    if (rest.starts_with(InstructionBegin))
+    if (mark == '?')
         return pieceUpTo(XmlPieceKind::Instruction, InstructionEnd, InstructionBegin.size());
     return tag();
 }
 
 /// A ">" may be in the value of an attribute.
 XmlPiece WellFormedXml::tag() {
-    auto end = offset_;
-    while (end != text_.size() && text_[end] != '>') {
-        if (text_[end] == '"' || text_[end] == '\'')
-            end = std::min(text_.find(text_[end], end + 1), text_.size() - 1);
-        ++end;
+    const auto nameBegin = offset_ + 1;
+    const auto nameEnd = firstOf(NameEnds, text_, nameBegin);
+    auto end = nameEnd;
+    while (end < text_.size() && text_[end] != '>') {
+        end = firstOf(TagMarks, text_, end);
+        if (end < text_.size() && text_[end] != '>')
+            end = std::min(text_.find(text_[end], end + 1), text_.size() - 1) + 1;
     }
-    const bool isEmpty = end != text_.size() && text_[end - 1] == '/';
-    return take(isEmpty ? XmlPieceKind::EmptyTag : XmlPieceKind::StartTag, end + 1);
+    const bool isEmpty = end < text_.size() && text_[end - 1] == '/';
+    auto piece = take(isEmpty ? XmlPieceKind::EmptyTag : XmlPieceKind::StartTag, end + 1);
+    piece.nameSize = nameEnd - nameBegin;
+    return piece;
 }
 
 /// Only comments, instructions and white space may come before a document type, and it before the root.
@@ -131,6 +142,9 @@ std::size_t startTags(std::string_view text) {
     std::size_t tags = 0;
     for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
         const auto rest = text.substr(at);
+        // Half of all are end tags.
+        if (rest.size() > 1 && rest[1] == '/')
+            continue;
         if (rest.starts_with(CommentBegin))
             at = text.find(CommentEnd, at + CommentBegin.size());
         else if (rest.starts_with(CdataBegin))
@@ -162,9 +176,7 @@ std::string sReferred(std::string_view reference) {
 }
 
 bool isValueAsWritten(std::string_view written) {
-    // Not by a search for any of them: that asks a function about each byte.
-    return std::ranges::none_of(
-        written, [](char byte) { return byte == '&' || byte == '\t' || byte == '\n' || byte == '\r'; });
+    return firstOf(ValueChanges, written, 0) == written.size();
 }
 
 std::string sAttributeValue(std::string_view written) {

@@ -24,9 +24,8 @@ enum class XmlPieceKind : std::uint8_t {
     /// `<Name/>`
     EmptyTag,
     EndTag,
-    /// Without line ends.
+    /// Line ends included.
     Text,
-    LineEnd,
     /// `&amp;`
     Reference,
     /// With its marks.
@@ -41,6 +40,8 @@ struct XmlPiece {
     /// In bytes.
     std::size_t offset = 0;
     std::size_t size = 0;
+    /// Of the name in a start or empty tag, with its prefix.
+    std::size_t nameSize = 0;
 };
 
 class WellFormedXml {
@@ -53,10 +54,13 @@ private:
     XmlPiece markup();
     XmlPiece tag();
     XmlPiece pieceUpTo(XmlPieceKind kind, std::string_view end, std::size_t from);
+    XmlPiece pieceUpTo(XmlPieceKind kind, char end);
     XmlPiece take(XmlPieceKind kind, std::size_t end);
 
     std::string_view text_;
     std::size_t offset_ = 0;
+    /// Where the next "&" is, be it in markup; the text is searched again after it.
+    std::size_t nextReference_ = 0;
 };
 
 /// Whether a document that a parser has accepted can be read so.

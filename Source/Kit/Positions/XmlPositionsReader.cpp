@@ -98,7 +98,8 @@ void XmlPositionsReader::vElementStart(const XML_Char* name, const XML_Char** at
         return;
     }
     const bool isWritten = boTagWritten(name);
-    XmlElement& element = elementAdd(name);
+    XmlElement& element =
+        elementAdd(kept(name, data_.text.substr(getOffset()).substr(1, std::string_view(name).size())));
     if (isWritten)
         vElementPlace(element);
     else
@@ -117,11 +118,12 @@ void XmlPositionsReader::vElementPlace(XmlElement& element) {
     element.bytes = data_.range(offset, getSize());
 }
 
+/// The name lives as long as the text.
 XmlElement& XmlPositionsReader::elementAdd(std::string_view name) {
     const auto index = static_cast<XmlIndex>(data_.elements.size());
     vRoomForOne(data_.elements, meter_);
     auto& element = data_.elements.emplace_back();
-    element.name = kept(name, data_.text.substr(getOffset()).substr(1, name.size()));
+    element.name = name;
     element.descendantsEnd = index + 1;
     if (!open_.empty()) {
         auto& parent = open_.back();
@@ -267,17 +269,18 @@ void XmlPositionsReader::vWellFormedRead() {
         offset_ = piece.offset;
         size_ = piece.size;
         vLook();
-        vPieceRead(piece.kind, data_.text.substr(piece.offset, piece.size));
+        vPieceRead(piece);
     }
     vEnd();
 }
 
-void XmlPositionsReader::vPieceRead(XmlPieceKind kind, std::string_view piece) {
-    switch (kind) {
+void XmlPositionsReader::vPieceRead(const XmlPiece& found) {
+    const auto piece = data_.text.substr(found.offset, found.size);
+    switch (found.kind) {
     case XmlPieceKind::StartTag:
     case XmlPieceKind::EmptyTag:
-        vTagRead(piece);
-        if (kind == XmlPieceKind::StartTag)
+        vTagRead(found.nameSize);
+        if (found.kind == XmlPieceKind::StartTag)
             return;
         // The end that an empty tag is too comes after it.
         offset_ += size_;
@@ -299,25 +302,29 @@ void XmlPositionsReader::vPieceRead(XmlPieceKind kind, std::string_view piece) {
     // Between elements outside of the root there are blanks only.
     if (open_.empty())
         return;
-    if (kind == XmlPieceKind::Text || piece == "\n")
-        return vWrittenTake(piece);
+    if (found.kind == XmlPieceKind::Text)
+        return vTextRead(piece);
     vWrittenEnd();
-    if (kind == XmlPieceKind::Cdata)
+    if (found.kind == XmlPieceKind::Cdata)
         return vCdataRead(piece);
-    const auto text = kind == XmlPieceKind::Reference ? sReferred(piece) : std::string("\n");
-    vCharactersTake(text);
+    vCharactersTake(sReferred(piece));
 }
 
-void XmlPositionsReader::vTagRead(std::string_view tag) {
+void XmlPositionsReader::vTextRead(std::string_view text) {
+    if (!isTextOpen_ || text.find('\r') == std::string_view::npos)
+        return vWrittenTake(text);
+    vWrittenEnd();
+    vCharactersTake(sLineEndsNormalized(text));
+}
+
+void XmlPositionsReader::vTagRead(std::size_t nameSize) {
     vTextEnd();
-    auto nameEnd = std::size_t{1};
-    while (!isWhiteSpace(tag[nameEnd]) && tag[nameEnd] != '/' && tag[nameEnd] != '>')
-        ++nameEnd;
-    XmlElement& element = elementAdd(tag.substr(1, nameEnd - 1));
+    const auto nameBegin = offset_ + 1;
+    const auto tagEnd = offset_ + size_;
+    XmlElement& element = elementAdd(data_.text.substr(nameBegin, nameSize));
     vElementPlace(element);
     element.firstAttribute = static_cast<std::uint32_t>(data_.attributes.size());
-    const auto tagEnd = offset_ + size_;
-    XmlTagScanner scanner(data_.text, offset_ + nameEnd);
+    XmlTagScanner scanner(data_.text, nameBegin + nameSize);
     while (scanner.hasNext(tagEnd)) {
         vLook();
         const auto written = scanner.next();
@@ -398,24 +405,27 @@ void XmlPositionsReader::vTextEnd() {
     const auto written = data_.text.substr(textOffset_, getOffset() - textOffset_);
     const auto writtenTrimmed = trimmed(written);
     element.text = kept(text, written);
-    element.trimmedText.value = trimmed(element.text);
+    element.trimmedText.value = isTextAsWritten_ ? writtenTrimmed : trimmed(element.text);
     const auto offset = static_cast<std::size_t>(writtenTrimmed.data() - data_.text.data());
     element.trimmedText.position = cursor_.at(offset, writtenTrimmed.size());
-    if (element.trimmedText.value != writtenTrimmed)
+    if (!isTextAsWritten_ && element.trimmedText.value != writtenTrimmed)
         return;
     element.trimmedText.bytes = data_.range(offset, writtenTrimmed.size());
     if (!writtenTrimmed.empty())
         element.textBytes = data_.range(textOffset_, written.size());
 }
 
+/// Of a piece with several lines the first one counts that is not blank, as parsers give each line alone.
 void XmlPositionsReader::vLaterTextNote(std::string_view piece) {
     const auto text = trimmed(piece);
+    if (text.empty())
+        return;
     auto& element = data_.elements[open_.back().element];
-    if (text.empty() || element.laterText.line != 0)
+    if (element.laterText.line != 0)
         return;
     const auto before = static_cast<std::size_t>(text.data() - piece.data());
     element.laterText = cursor_.at(getOffset() + std::min(before, getSize()));
-    element.laterText.length = TextCursor::codePoints(text);
+    element.laterText.length = TextCursor::codePoints(trimmed(text.substr(0, text.find_first_of("\r\n"))));
 }
 
 } // namespace kiv::kit

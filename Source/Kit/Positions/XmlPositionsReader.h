@@ -46,8 +46,10 @@ private:
     void vComment(const XML_Char* comment);
     void vProcessingInstruction(const XML_Char* target, const XML_Char* instruction);
 
-    void vPieceRead(XmlPieceKind kind, std::string_view piece);
-    void vTagRead(std::string_view tag);
+    void vPieceRead(const XmlPiece& found);
+    void vTagRead(std::size_t nameSize);
+    /// Text without references.
+    void vTextRead(std::string_view text);
     void vCdataRead(std::string_view text);
     void vInstructionRead(std::string_view instruction);
     void vElementPlace(XmlElement& element);

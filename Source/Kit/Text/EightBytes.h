@@ -1,9 +1,7 @@
 /// @file
 /// Texts looked at eight bytes at a time, where one at a time would take most of the time that places take.
 ///
-///     const auto bytes = eightBytesAt(text.data());
-///     if (!hasByte(bytes, '\n'))
-///         codePoints += EightBytes - continuationsIn(bytes);
+///     codePoints += EightBytes - continuationsIn(eightBytesAt(text.data()));
 ///
 /// Private to the kit.
 ///
@@ -27,11 +25,9 @@ inline std::uint64_t eightBytesAt(const char* text) {
     return bytes;
 }
 
-/// Whether one of the eight is this byte.
-constexpr bool hasByte(std::uint64_t bytes, char byte) {
-    constexpr std::uint64_t every = 0x0101010101010101U;
-    const auto others = bytes ^ (every * static_cast<unsigned char>(byte));
-    return ((others - every) & ~others & (0x80 * every)) != 0;
+/// Whether none of the eight has its highest bit set.
+constexpr bool isAsciiBytes(std::uint64_t bytes) {
+    return (bytes & 0x8080808080808080U) == 0;
 }
 
 /// How many of the eight go on with a code point of UTF-8: their highest bit is set, and the next one is not.

@@ -41,6 +41,16 @@ constexpr CodePointBytes codePointAt(std::string_view text, std::size_t offset) 
     return {value, size};
 }
 
+/// Whether each byte is a character of ASCII.
+inline bool isAsciiOnly(std::string_view text) {
+    while (text.size() >= EightBytes) {
+        if (!isAsciiBytes(eightBytesAt(text.data())))
+            return false;
+        text.remove_prefix(EightBytes);
+    }
+    return std::ranges::none_of(text, [](char byte) { return static_cast<unsigned char>(byte) >= 0x80U; });
+}
+
 inline std::size_t codePointsIn(std::string_view text) {
     auto codePoints = text.size();
     for (; text.size() >= EightBytes; text.remove_prefix(EightBytes))

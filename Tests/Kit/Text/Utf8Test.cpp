@@ -32,6 +32,19 @@ TEST(Utf8, LongTextsAreCountedAsTheirPieces) {
     }
 }
 
+TEST(Utf8, ATextIsOfAsciiWhenEachByteIs) {
+    EXPECT_TRUE(isAsciiOnly({}));
+    for (std::size_t size = 1; size != 20; ++size) {
+        std::string text(size, '\x7F');
+        EXPECT_TRUE(isAsciiOnly(text)) << size;
+        for (std::size_t place = 0; place != size; ++place) {
+            text[place] = '\x80';
+            EXPECT_FALSE(isAsciiOnly(text)) << size << ' ' << place;
+            text[place] = '\0';
+        }
+    }
+}
+
 TEST(Utf8, AnyBytesAreCounted) {
     EXPECT_EQ(codePointsIn("\x80\xBF"), 0U); // parts of nothing
     EXPECT_EQ(codePointsIn("\xC3\xC3"), 2U); // begun and not ended
