@@ -403,6 +403,9 @@ bool boMayHaveUnknownType(const SetDocument& document) {
 }
 
 std::vector<LibraryReport> libraryReportsOf(const RuleRun& run) {
+    // For most documents, whose places then need not be found.
+    if (run.document.errors.getRecords().empty() && run.document.assertions.empty())
+        return {};
     ReportPlaces places(run);
     std::vector<LibraryReport> reports;
     for (const auto& record : run.document.errors.getRecords())

@@ -48,9 +48,11 @@ std::span<const Rule> getRules() {
 
 const Rule* pRuleFind(std::string_view code) {
     const auto rules = getRules();
-    const auto isAsked = [code](const Rule& rule) { return isEqualIgnoringCase(rule.code, code); };
-    const auto found = std::ranges::find_if(rules, isAsked);
-    return found == rules.end() ? nullptr : &*found;
+    const auto isBefore = [](std::string_view left, std::string_view right) {
+        return std::ranges::lexicographical_compare(left, right, {}, getUpper, getUpper);
+    };
+    const auto found = std::ranges::lower_bound(rules, code, isBefore, &Rule::code);
+    return found == rules.end() || !isEqualIgnoringCase(found->code, code) ? nullptr : &*found;
 }
 
 } // namespace kiv::kit

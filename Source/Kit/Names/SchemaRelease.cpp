@@ -106,6 +106,25 @@ std::string sKey(std::string_view declared) {
     return key;
 }
 
+/// A release with its names as they are compared.
+struct ComparedRelease {
+    const SchemaRelease* release = nullptr;
+    std::string key;
+    /// Of `schemaName`.
+    std::string schemaWords;
+};
+
+/// Each document is compared with all of them.
+const std::vector<ComparedRelease>& getComparedReleases() {
+    static const auto compared = [] {
+        std::vector<ComparedRelease> all;
+        for (const auto& release : Releases)
+            all.push_back({&release, sKey(release.name), sUpperWords(release.schemaName)});
+        return all;
+    }();
+    return compared;
+}
+
 /// The part of a key that names the family: digits, and an X with digits after it.
 std::string_view familyOfKey(std::string_view key) {
     std::size_t end = 0;
@@ -160,9 +179,9 @@ std::span<const SchemaRelease> getSchemaReleases() {
 
 const SchemaRelease* pSchemaReleaseFind(std::string_view declared) {
     const auto key = sKey(declared);
-    const auto found = std::ranges::find_if(
-        Releases, [&](const SchemaRelease& release) { return sKey(release.name) == key; });
-    return found == std::end(Releases) ? nullptr : found;
+    const auto& releases = getComparedReleases();
+    const auto found = std::ranges::find(releases, key, &ComparedRelease::key);
+    return found == releases.end() ? nullptr : found->release;
 }
 
 ReleaseMatch compareReleases(std::string_view left, std::string_view right) {
@@ -173,9 +192,9 @@ std::vector<const SchemaRelease*> getReleasesOf(const Schema& schema) {
     // The name may end with blanks, and with a carriage return where the line has no ';'.
     const auto name = sUpperWords(schema.getName());
     std::vector<const SchemaRelease*> releases;
-    for (const auto& release : Releases) {
-        if (sUpperWords(release.schemaName) == name)
-            releases.push_back(&release);
+    for (const auto& release : getComparedReleases()) {
+        if (release.schemaWords == name)
+            releases.push_back(release.release);
     }
     for (const auto& mark : Marks)
         vMarkApply(schema, mark, releases);
@@ -199,9 +218,10 @@ ReleaseMatch compareWithSchema(std::string_view declared, const Schema& schema) 
     const auto match = compareReleases(declared, schema.getName());
     if (match != ReleaseMatch::OtherEdition)
         return match;
-    const auto key = sKey(declared);
-    const auto isDeclared = [&](const SchemaRelease* release) { return sKey(release->name) == key; };
-    return std::ranges::any_of(getReleasesOf(schema), isDeclared) ? ReleaseMatch::Same : match;
+    const auto* const release = pSchemaReleaseFind(declared);
+    const auto releases = getReleasesOf(schema);
+    const bool isOfSchema = release && std::ranges::find(releases, release) != releases.end();
+    return isOfSchema ? ReleaseMatch::Same : match;
 }
 
 } // namespace kiv::kit

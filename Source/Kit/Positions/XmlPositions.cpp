@@ -15,22 +15,16 @@ XmlPositions::XmlPositions(std::string bytes, WellFormed wellFormed, WorkMeter* 
         reader.vWellFormedRead();
     else
         reader.vRead();
+    elements_ = data_->elements;
+    attributes_ = data_->attributes;
 }
 
 XmlPositions::~XmlPositions() = default;
 XmlPositions::XmlPositions(XmlPositions&&) noexcept = default;
 XmlPositions& XmlPositions::operator=(XmlPositions&&) noexcept = default;
 
-std::span<const XmlElement> XmlPositions::getElements() const {
-    return data_->elements;
-}
-
 const XmlElement* XmlPositions::pRoot() const {
     return data_->elements.empty() ? nullptr : data_->elements.data();
-}
-
-std::span<const XmlAttribute> XmlPositions::getAttributes(const XmlElement& element) const {
-    return std::span(data_->attributes).subspan(element.firstAttribute, element.attributeCount);
 }
 
 const XmlAttribute* XmlPositions::pAttribute(const XmlElement& element, std::string_view name) const {

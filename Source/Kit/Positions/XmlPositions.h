@@ -149,11 +149,13 @@ public:
     XmlPositions& operator=(XmlPositions&&) noexcept;
 
     /// In the order of their start tags, the root element first; empty for a text without one.
-    std::span<const XmlElement> getElements() const;
+    std::span<const XmlElement> getElements() const { return elements_; }
     /// Null when the text has no element.
     const XmlElement* pRoot() const;
-    const XmlElement& getElement(XmlIndex index) const { return getElements()[index]; }
-    std::span<const XmlAttribute> getAttributes(const XmlElement& element) const;
+    const XmlElement& getElement(XmlIndex index) const { return elements_[index]; }
+    std::span<const XmlAttribute> getAttributes(const XmlElement& element) const {
+        return attributes_.subspan(element.firstAttribute, element.attributeCount);
+    }
     /// Null when the element has none of that name.
     const XmlAttribute* pAttribute(const XmlElement& element, std::string_view name) const;
     /// In the order of the document.
@@ -172,6 +174,9 @@ private:
 
     struct Data;
     std::unique_ptr<Data> data_;
+    // What is in the data: rules ask for it more often than for anything else.
+    std::span<const XmlElement> elements_;
+    std::span<const XmlAttribute> attributes_;
 };
 
 } // namespace kiv::kit

@@ -152,6 +152,8 @@ void vGuidsCheck(RuleRun& run) {
     // Members that are overridden by a later type of their owner are read too.
     const auto count = static_cast<XmlIndex>(run.xml.getElements().size());
     for (XmlIndex element = 1; element != count; ++element) {
+        if (run.xml.getElement(element).attributeCount == 0)
+            continue;
         const auto* rule = run.vocabulary.pRuleOf(element);
         if (rule && (rule->name == "PropertyDef" || rule->name == "QtoDef"))
             vGuidCheck(run, element, known);

@@ -129,69 +129,128 @@ std::string_view languageFor(std::string_view tag) {
     return found == std::end(Countries) ? std::string_view() : found->second;
 }
 
-void vTagCheck(RuleRun& run, const AliasOutline& alias) {
+/// Looks at the translations of one document. It names few languages and each of them many times, so that
+/// what is known of a tag as it is written is kept.
+class LanguageCheck {
+public:
+    explicit LanguageCheck(RuleRun& run) : run_(run) {}
+
+    void vRun();
+
+private:
+    /// A language, however its tags are written.
+    struct Language {
+        /// The last text that has a translation into it.
+        std::size_t text = 0;
+        /// The first one of that text.
+        const AliasOutline* first = nullptr;
+    };
+    /// A tag as it is written.
+    struct Tag {
+        Language* language = nullptr;
+        bool isRight = false;
+    };
+
+    Tag& tagOf(std::string_view value);
+    void vAliasCheck(const AliasOutline& alias);
+    void vTagCheck(const AliasOutline& alias, const Tag& tag);
+    void vRepeatedCheck(const AliasOutline& alias, const Tag& tag);
+    void vNoLanguageAdd(const AliasOutline& alias);
+
+    RuleRun& run_;
+    std::unordered_map<std::string_view, Tag> tags_;
+    // In lower case and with "-" for "_", as readers compare them.
+    std::unordered_map<std::string, Language> languages_;
+    /// The number of the text whose translations are looked at.
+    std::size_t text_ = 0;
+};
+
+void LanguageCheck::vRun() {
+    XmlIndex owner = NoXmlElement;
+    std::string_view listName;
+    for (const auto& alias : run_.outline.aliases) {
+        // Several lists of one name are joined.
+        const auto& list = run_.xml.getElement(alias.list);
+        if (list.parent != owner || list.name != listName)
+            ++text_;
+        owner = list.parent;
+        listName = list.name;
+        vAliasCheck(alias);
+    }
+}
+
+LanguageCheck::Tag& LanguageCheck::tagOf(std::string_view value) {
+    const auto [place, isNew] = tags_.try_emplace(value);
+    auto& tag = place->second;
+    if (!isNew)
+        return tag;
+    auto language = sLowerCase(value);
+    std::ranges::replace(language, '_', '-');
+    tag.language = &languages_[std::move(language)];
+    tag.isRight = isLanguageTag(value) && languageFor(value).empty();
+    return tag;
+}
+
+void LanguageCheck::vTagCheck(const AliasOutline& alias, const Tag& tag) {
+    if (tag.isRight)
+        return;
     const auto value = alias.language->value.value;
     if (const auto language = languageFor(value); !language.empty() && isLanguageTag(value)) {
-        run.addAtValue("L001", alias.element, *alias.language,
-                       sQuoted(value) + " begins with the code of a country, and of no language")
+        run_.addAtValue("L001", alias.element, *alias.language,
+                        sQuoted(value) + " begins with the code of a country, and of no language")
             .vNote("the language is " + sQuoted(language));
         return;
     }
-    if (isLanguageTag(value))
-        return;
     auto& draft =
-        run.addAtValue("L001", alias.element, *alias.language, sQuoted(value) + " is no language tag");
+        run_.addAtValue("L001", alias.element, *alias.language, sQuoted(value) + " is no language tag");
     if (const auto mended = sMended(value); !mended.empty())
         draft.vNote("write it as " + sQuoted(mended)).vEdit(alias.language->value.bytes, mended);
     else
         draft.vNote("language tags are written as in \"de\", \"de-AT\" or \"zh-Hans-CN\" (BCP 47)");
 }
 
-/// The translations of one text, by language in lower case and with "-" for "_", as readers compare them.
-using KnownLanguages = std::unordered_map<std::string, const AliasOutline*>;
-
-void vRepeatedCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& known) {
-    const auto value = alias.language->value.value;
-    auto language = sLowerCase(value);
-    std::ranges::replace(language, '_', '-');
-    const auto [place, isNew] = known.emplace(std::move(language), &alias);
-    if (isNew)
+void LanguageCheck::vRepeatedCheck(const AliasOutline& alias, const Tag& tag) {
+    auto& language = *tag.language;
+    if (language.text != text_) {
+        language = {text_, &alias};
         return;
-    const auto& first = *place->second;
-    auto& draft =
-        run.addAtValue("L003", alias.element, *alias.language,
-                       "there is another translation into " + sQuoted(value) + ", which hides this one")
-            .vNoteAt("the first one is here", first.language->value.position);
+    }
+    const auto& first = *language.first;
+    auto& draft = run_.addAtValue("L003", alias.element, *alias.language,
+                                  "there is another translation into " +
+                                      sQuoted(alias.language->value.value) + ", which hides this one")
+                      .vNoteAt("the first one is here", first.language->value.position);
     // Then nothing is lost.
-    if (run.outline.textOf(first.element) == run.outline.textOf(alias.element))
+    if (run_.outline.textOf(first.element) == run_.outline.textOf(alias.element))
         draft.vSeverity(Severity::Warning);
 }
 
-void vNoLanguageAdd(RuleRun& run, const AliasOutline& alias) {
+void LanguageCheck::vNoLanguageAdd(const AliasOutline& alias) {
     // An attribute of another name is the mistake then.
-    if (!alias.language && run.boMisplaced(alias.element))
+    if (!alias.language && run_.boMisplaced(alias.element))
         return;
-    auto& draft = run.add("L002", alias.element, "the translation says no language");
-    const auto* ofXml = run.xml.pAttribute(run.xml.getElement(alias.element), "xml:lang");
+    auto& draft = run_.add("L002", alias.element, "the translation says no language");
+    const auto* ofXml = run_.xml.pAttribute(run_.xml.getElement(alias.element), "xml:lang");
     if (ofXml && !alias.language)
         draft.vNote("\"xml:lang\" is not read; write it as \"lang\"").vEdit(ofXml->nameBytes, "lang");
 }
 
-void vAliasCheck(RuleRun& run, const AliasOutline& alias, KnownLanguages& known) {
-    const auto& element = run.xml.getElement(alias.element);
+void LanguageCheck::vAliasCheck(const AliasOutline& alias) {
+    const auto& element = run_.xml.getElement(alias.element);
     if (!alias.language || trimmedBlanks(alias.language->value.value).empty()) {
-        vNoLanguageAdd(run, alias);
+        vNoLanguageAdd(alias);
         return;
     }
     const bool isEmpty = trimmedBlanks(element.text).empty() && element.firstChild == NoXmlElement &&
                          element.laterText.line == 0;
     if (isEmpty)
-        run.add("L004", alias.element,
-                "the translation into " + sQuoted(alias.language->value.value) + " has no text");
-    vTagCheck(run, alias);
+        run_.add("L004", alias.element,
+                 "the translation into " + sQuoted(alias.language->value.value) + " has no text");
+    const auto& tag = tagOf(alias.language->value.value);
+    vTagCheck(alias, tag);
     // What is left out when the document is read hides nothing.
     if (!isEmpty)
-        vRepeatedCheck(run, alias, known);
+        vRepeatedCheck(alias, tag);
 }
 
 } // namespace
@@ -247,18 +306,7 @@ std::span<const Rule> getLanguageRules() {
 }
 
 void vLanguagesCheck(RuleRun& run) {
-    KnownLanguages known;
-    XmlIndex owner = NoXmlElement;
-    std::string_view listName;
-    for (const auto& alias : run.outline.aliases) {
-        // Several lists of one name are joined.
-        const auto& list = run.xml.getElement(alias.list);
-        if (list.parent != owner || list.name != listName)
-            known.clear();
-        owner = list.parent;
-        listName = list.name;
-        vAliasCheck(run, alias, known);
-    }
+    LanguageCheck(run).vRun();
 }
 
 } // namespace kiv::kit

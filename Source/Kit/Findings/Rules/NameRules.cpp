@@ -27,6 +27,11 @@ std::string_view memberWord(const SetOutline& outline) {
     return outline.kind == SetKind::QuantitySet ? "quantity" : "property";
 }
 
+/// What its name is, for messages.
+std::string_view memberNameWords(const SetOutline& outline) {
+    return outline.kind == SetKind::QuantitySet ? "name of the quantity" : "name of the property";
+}
+
 /// What does not belong inside a name.
 struct Stray {
     std::size_t offset = std::string_view::npos;
@@ -45,6 +50,10 @@ Stray strayBlanksIn(std::string_view name) {
     constexpr std::string_view Blanks[] = {"\t",       "\r",           "\n",          "  ",
                                            "\xC2\xA0", "\xE2\x80\xAF", "\xE3\x80\x80"};
     Stray first;
+    // Most names have words with one space between them, or one word.
+    const auto isPlain = [](char byte) { return isLetter(byte) || isDigit(byte) || byte == '_'; };
+    if (std::ranges::all_of(name, isPlain))
+        return first;
     for (const auto blank : Blanks) {
         if (const auto offset = name.find(blank); offset < first.offset)
             first = {offset, blank.size(), {}};
@@ -56,7 +65,7 @@ Stray strayBlanksIn(std::string_view name) {
 Stray strayIn(std::string_view name, bool areBlanksFound) {
     auto first = areBlanksFound ? strayBlanksIn(name) : Stray();
     // In ASCII, which most names are, there is no invisible character.
-    if (std::ranges::all_of(name, isAscii))
+    if (isAsciiOnly(name))
         return first;
     char32_t before = 0;
     for (std::size_t offset = 0; offset < std::min(first.offset, name.size());) {
@@ -109,25 +118,25 @@ FindingDraft& addAtName(RuleRun& run, std::string_view code, XmlIndex element, c
 /// Items of enumerations may be texts with several blanks.
 void vCharactersCheck(RuleRun& run, XmlIndex element, const XmlAttribute* attribute, std::string_view name,
                       std::string_view what, bool areBlanksFound = true) {
+    const auto stray = strayIn(name, areBlanksFound);
+    const auto mixed = mixedLetterIn(name);
+    if (stray.offset == std::string_view::npos && !mixed)
+        return;
     const auto& text = attribute ? attribute->value : run.xml.getElement(element).trimmedText;
     const auto whole = attribute ? name : run.xml.getElement(element).text;
     const auto named = "the " + std::string(what) + " " + sQuoted(name);
-    const auto stray = strayIn(name, areBlanksFound);
     if (stray.offset != std::string_view::npos) {
         auto& draft = addAtName(run, "N005", element, attribute, named + sContains(stray));
         vPartPlace(draft, text, whole, name.substr(stray.offset, stray.size));
         return;
     }
-    const auto mixed = mixedLetterIn(name);
-    if (!mixed)
-        return;
     auto& draft = addAtName(run, "N008", element, attribute,
                             named + " contains " + sCodeOf(mixed->character) + ", " + sKindOf(*mixed))
                       .vNote("did you mean " + sQuoted(sUnmixed(name)) + "?");
     vPartPlace(draft, text, whole, name.substr(mixed->offset, mixed->size));
 }
 
-/// A name with white space around it.
+/// A name with white space around it; `what` says of what it is.
 void vBlanksAroundAdd(RuleRun& run, XmlIndex name, std::string_view what) {
     const auto& element = run.xml.getElement(name);
     const auto whole = element.text;
@@ -135,7 +144,7 @@ void vBlanksAroundAdd(RuleRun& run, XmlIndex name, std::string_view what) {
     const auto begin = static_cast<std::size_t>(trimmed.data() - whole.data());
     const bool isAtEnd = begin == 0;
     auto& draft = run.addAtText("N004", name,
-                                "the name of the " + std::string(what) + " " + sQuoted(trimmed) + " " +
+                                "the " + std::string(what) + " " + sQuoted(trimmed) + " " +
                                     (isAtEnd ? "ends" : "begins") + " with white space")
                       .vEdit(element.textBytes, trimmed);
     vPartPlace(draft, element.trimmedText, whole,
@@ -150,7 +159,7 @@ void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {
         return;
     if (trimmed.size() != element.text.size())
         return vBlanksAroundAdd(run, name, what);
-    vCharactersCheck(run, name, nullptr, trimmed, "name of the " + std::string(what));
+    vCharactersCheck(run, name, nullptr, trimmed, what);
 }
 
 /// Whether the empty name is the same mistake as one of structure.
@@ -161,7 +170,7 @@ bool boIsOtherwiseFound(const RuleRun& run, XmlIndex name) {
 void vSetNameCheck(RuleRun& run) {
     const auto name = run.outline.name;
     if (name != NoXmlElement && !trimmedBlanks(run.outline.textOf(name)).empty()) {
-        vBlanksCheck(run, name, "set");
+        vBlanksCheck(run, name, "name of the set");
         return;
     }
     if (name == NoXmlElement ? boMissingExplained(run, 0, "Name") : boIsOtherwiseFound(run, name))
@@ -174,14 +183,14 @@ void vSetNameCheck(RuleRun& run) {
 
 void vMemberNameCheck(RuleRun& run, const MemberOutline& member) {
     const auto name = member.name;
-    const std::string word(memberWord(run.outline));
     if (name != NoXmlElement && !trimmedBlanks(run.outline.textOf(name)).empty()) {
-        vBlanksCheck(run, name, word);
+        vBlanksCheck(run, name, memberNameWords(run.outline));
         return;
     }
     if (name == NoXmlElement ? boMissingExplained(run, member.element, "Name")
                              : boIsOtherwiseFound(run, name))
         return;
+    const std::string word(memberWord(run.outline));
     if (name == NoXmlElement)
         run.add("N002", member.element, "the " + word + " has no name: there is no \"Name\"");
     else
@@ -213,7 +222,7 @@ void vConstantBlanksCheck(RuleRun& run, XmlIndex name) {
     const auto text = run.outline.textOf(name);
     const auto trimmed = trimmedBlanks(text);
     if (!trimmed.empty() && trimmed.size() != text.size())
-        vBlanksAroundAdd(run, name, "constant");
+        vBlanksAroundAdd(run, name, "name of the constant");
     else
         vCharactersCheck(run, name, nullptr, trimmed, "name of the constant", false);
 }

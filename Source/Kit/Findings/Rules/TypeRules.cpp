@@ -79,6 +79,7 @@ private:
     void vSelectAdd(const TypeOutline& type, const schema::ObjectBase& object,
                     const schema::DataTypeSelect& select);
     const schema::Type* pSelect(PropertyKind kind);
+    bool boIsLegal(const schema::Type* select, const schema::ObjectBase& object);
 
     void vMemberCheck(const MemberOutline& member);
     void vTableCheck(const MemberOutline& member);
@@ -98,6 +99,8 @@ private:
     EnumerationItems items_;
     SelectedValues selected_;
     std::unordered_map<int, const schema::Type*> selects_;
+    // What the selects were found to select: a document names few types, and most of them several times.
+    std::vector<std::pair<const schema::Type*, const schema::ObjectBase*>> legal_;
     // The members whose "reftype" says what they refer to.
     std::vector<bool> hasReference_;
 };
@@ -263,7 +266,7 @@ void TypeCheck::vValueTypeCheck(const TypeOutline& type, const schema::ObjectBas
         return;
     }
     const auto* select = pSelect(memberOf(type).kind);
-    if (!select || boIsSelected(select, object))
+    if (!select || boIsLegal(select, object))
         return;
     run_.addAtValue("T005", type.element, *type.attribute,
                     "values of " + sQuoted(object.getName()) + " cannot be in a property: " +
@@ -313,6 +316,17 @@ const schema::Type* TypeCheck::pSelect(PropertyKind kind) {
     if (isNew && entry != ValueAttributes.end())
         place->second = pSelectOf(run_.schema, entry->entity, entry->attribute);
     return place->second;
+}
+
+bool TypeCheck::boIsLegal(const schema::Type* select, const schema::ObjectBase& object) {
+    constexpr std::size_t maxKept = 16;
+    const std::pair asked(select, &object);
+    if (std::ranges::find(legal_, asked) != legal_.end())
+        return true;
+    const bool isLegal = boIsSelected(select, object);
+    if (isLegal && legal_.size() != maxKept)
+        legal_.push_back(asked);
+    return isLegal;
 }
 
 void TypeCheck::vMemberCheck(const MemberOutline& member) {

@@ -223,6 +223,8 @@ void vAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
 }
 
 void vMissingAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
+    if (rule.attributes.empty())
+        return;
     if (rule.name == "UnitType")
         vMissingAttributeCheck(run, element, "type", Severity::Error, "the unit has no \"type\"");
     else if (rule.name == "IfcVersion")

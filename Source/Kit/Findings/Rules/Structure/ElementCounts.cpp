@@ -4,6 +4,8 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Positions/XmlChildren.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,9 +14,9 @@ namespace kiv::kit {
 
 namespace {
 
-void vMissingAdd(RuleRun& run, XmlIndex element, std::string_view child, const std::string& why) {
+void vMissingAdd(RuleRun& run, XmlIndex element, std::string_view child, std::string_view why) {
     if (childOf(run.xml, element, child) == NoXmlElement && !boMissingExplained(run, element, child))
-        run.add("S004", element, why + ": there is no " + sQuoted(child));
+        run.add("S004", element, std::string(why) + ": there is no " + sQuoted(child));
 }
 
 bool boIsEmpty(const XmlElement& element) {
@@ -172,9 +174,26 @@ void vJoinedCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
     }
 }
 
+/// Whether two children have one rule, where readers do not take all of them. Hardly any element has such.
+bool hasRepeatedChild(const RuleRun& run, XmlIndex element, const ElementRule& rule) {
+    std::uint32_t seen = 0;
+    for (const auto child : XmlChildren(run.xml, element)) {
+        const auto found = std::ranges::find(rule.children, run.vocabulary.pRuleOf(child), &ChildRule::rule);
+        if (found == rule.children.end() || found->count == ChildCount::All)
+            continue;
+        const auto place = std::uint32_t{1} << static_cast<unsigned>(found - rule.children.begin());
+        if ((seen & place) != 0)
+            return true;
+        seen |= place;
+    }
+    return false;
+}
+
 } // namespace
 
 void vMissingChildrenCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
+    if (rule.content != ContentKind::Elements)
+        return;
     if (rule.name == "PropertyDef")
         vMissingAdd(run, element, "PropertyType", "the property has no type");
     else if (rule.name == "QtoDef")
@@ -217,6 +236,8 @@ void vMemberListsCheck(RuleRun& run) {
 }
 
 void vRepeatedChildrenCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
+    if (!hasRepeatedChild(run, element, rule))
+        return;
     for (const auto& child : rule.children) {
         if (child.count == ChildCount::LastOnly)
             vLastOnlyCheck(run, element, *child.rule);

@@ -86,13 +86,17 @@ void FixedValues::vTemplateTypeCheck() {
         draft->vNote("legal values: " + sQuotedList({legal.begin(), legal.end()}));
 }
 
-void FixedValues::vUnitTypesFind() {
+const std::vector<std::string_view>& FixedValues::getUnitTypes() {
+    if (unitTypes_)
+        return *unitTypes_;
+    auto& types = unitTypes_.emplace();
     for (const auto name : {"IfcUnitEnum", "IfcDerivedUnitEnum"}) {
         const auto* type = Type::pFrom(run_.schema.pObjectFromName(name));
         const auto* items = type ? dynamic_cast<const DataTypeEnum*>(type->pDataType()) : nullptr;
         if (items)
-            unitTypes_.insert(unitTypes_.end(), items->getItems().begin(), items->getItems().end());
+            types.insert(types.end(), items->getItems().begin(), items->getItems().end());
     }
+    return types;
 }
 
 /// The unit of the type that is beside it; empty where the schema cannot tell.
@@ -118,16 +122,18 @@ void FixedValues::vUnitTypeCheck(XmlIndex element) {
             .vNote("leave \"UnitType\" out where there is no unit");
         return;
     }
+    if (!type)
+        return;
+    const auto& legal = getUnitTypes();
     // A schema without units has no list of them.
-    if (!type || unitTypes_.empty() || std::ranges::find(unitTypes_, type->value.value) != unitTypes_.end())
+    if (legal.empty() || std::ranges::find(legal, type->value.value) != legal.end())
         return;
     const auto fitting = unitOfMeasure(element);
     const std::span<const std::string_view> ofMeasure(&fitting, 1);
     // What is not clearly misspelt is that of the measure rather than one that is a little like it.
-    const bool isMisspelt =
-        fitting.empty() || legalMatch(trimmedBlanks(type->value.value), unitTypes_).isSure;
+    const bool isMisspelt = fitting.empty() || legalMatch(trimmedBlanks(type->value.value), legal).isSure;
     auto* draft =
-        pValueAdd("S008", element, type, type->value, "type of unit", isMisspelt ? unitTypes_ : ofMeasure);
+        pValueAdd("S008", element, type, type->value, "type of unit", isMisspelt ? legal : ofMeasure);
     if (!draft)
         return;
     if (!isMisspelt)
@@ -138,7 +144,7 @@ void FixedValues::vUnitTypeCheck(XmlIndex element) {
     if (run_.schema.pObjectFromName(trimmedBlanks(type->value.value)))
         draft->vNote("it is a name of the schema, but not an item of IfcUnitEnum or IfcDerivedUnitEnum");
     draft->vNote("legal values: the items of IfcUnitEnum and IfcDerivedUnitEnum, such as " +
-                 sQuotedList({unitTypes_.front(), unitTypes_.back()}));
+                 sQuotedList({legal.front(), legal.back()}));
 }
 
 void FixedValues::vQuantityTypeCheck(XmlIndex element) {

@@ -23,7 +23,7 @@ namespace kiv::kit {
 
 class FixedValues {
 public:
-    explicit FixedValues(RuleRun& run) : run_(run), xml_(run.xml) { vUnitTypesFind(); }
+    explicit FixedValues(RuleRun& run) : run_(run), xml_(run.xml) {}
 
     /// Of the set.
     void vTemplateTypeCheck();
@@ -31,7 +31,7 @@ public:
     void vQuantityTypeCheck(XmlIndex element);
 
 private:
-    void vUnitTypesFind();
+    const std::vector<std::string_view>& getUnitTypes();
     std::string_view unitOfMeasure(XmlIndex element);
     /// Adds what is wrong with a value that is not legal. Null when letter case or blanks are.
     FindingDraft* pValueAdd(std::string_view code, XmlIndex element, const XmlAttribute* attribute,
@@ -40,7 +40,8 @@ private:
 
     RuleRun& run_;
     const XmlPositions& xml_;
-    std::vector<std::string_view> unitTypes_;
+    // Those of the schema; found when a document has a unit.
+    std::optional<std::vector<std::string_view>> unitTypes_;
     // Made when it is first needed: few documents have an unknown unit.
     std::optional<SchemaUnits> units_;
 };

@@ -4,6 +4,7 @@
 #include "Kit/Names/LookAlikes.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
+#include "Kit/Text/Utf8.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -41,11 +42,11 @@ bool boIsSeveral(std::string_view item) {
 /// Without what is found in a name as such (N005, N008), so that one mistake has one finding. Dashes, blanks
 /// and words of another script are not: they tell two names apart.
 std::string sClean(std::string_view item) {
-    return sUnmixed(sWithoutUnseen(item));
+    return isAsciiOnly(item) ? std::string(item) : sUnmixed(sWithoutUnseen(item));
 }
 
 std::string sKey(std::string_view item) {
-    return sUpperCase(sClean(item));
+    return sUpperCase(isAsciiOnly(item) ? item : std::string_view(sClean(item)));
 }
 
 } // namespace
@@ -64,8 +65,8 @@ bool EnumerationItems::boHasLostItem(const std::vector<XmlIndex>& lists) const {
     return false;
 }
 
-/// `known` are those before it, upper-cased.
-void EnumerationItems::vItemCheck(XmlIndex child, std::unordered_map<std::string, XmlIndex>& known) {
+/// `known` are those before it.
+void EnumerationItems::vItemCheck(XmlIndex child, KnownItems& known) {
     const auto& element = xml_.getElement(child);
     const auto item = trimmed(element.text);
     if (item.empty())
@@ -73,7 +74,7 @@ void EnumerationItems::vItemCheck(XmlIndex child, std::unordered_map<std::string
     if (boIsSeveral(item))
         run_.addAtText("T027", child, "the item " + sQuoted(item) + " looks like several items")
             .vNote("each \"EnumItem\" is one item");
-    const auto [first, isNew] = known.try_emplace(sUpperCase(item), child);
+    const auto [first, isNew] = known.try_emplace(item, child);
     const auto& before = xml_.getElement(first->second).trimmedText;
     if (!isNew && before.value == item)
         run_.addAtText("T010", child, "the enumeration has the item " + sQuoted(item) + " twice")
@@ -98,7 +99,7 @@ void EnumerationItems::vItemsCheck(const MemberOutline& member) {
         return;
     }
     const auto lists = childrenOf(xml_, member.kindElement, "EnumList"); // joined
-    std::unordered_map<std::string, XmlIndex> items;
+    KnownItems items;
     for (const auto list : lists) {
         for (const auto child : XmlChildren(xml_, list))
             vItemCheck(child, items);
@@ -167,7 +168,7 @@ bool EnumerationItems::boIsStrange(XmlIndex child, const ItemsByName& items, Nam
         return false;
     }
     const auto found = items.find(sKey(name));
-    return found == items.end() || sClean(found->second) != sClean(name);
+    return found == items.end() || (found->second != name && sClean(found->second) != sClean(name));
 }
 
 void EnumerationItems::vStrangerAdd(XmlIndex nameElement, const ItemsByName& items) {

@@ -13,6 +13,7 @@
 #pragma once
 
 #include "Kit/Findings/RuleRun.h"
+#include "Kit/Text/NameKeys.h"
 
 #include <string>
 #include <string_view>
@@ -29,12 +30,14 @@ public:
     void vConstantsCheck(const MemberOutline& member);
 
 private:
-    /// The items of an enumeration by their names in upper case.
+    /// The items of an enumeration by their names, whatever their letter case is.
+    using KnownItems = std::unordered_map<std::string_view, XmlIndex, HashIgnoringCase, SameIgnoringCase>;
+    /// The same without characters that are found in names as such, in upper case.
     using ItemsByName = std::unordered_map<std::string, std::string_view>;
     /// The first "Name" of each constant, by its text.
     using NamesOfConstants = std::unordered_map<std::string_view, XmlIndex>;
 
-    void vItemCheck(XmlIndex child, std::unordered_map<std::string, XmlIndex>& known);
+    void vItemCheck(XmlIndex child, KnownItems& known);
     bool boHasLostItem(const std::vector<XmlIndex>& lists) const;
     std::vector<XmlIndex> strangeConstants(const std::vector<XmlIndex>& lists, const ItemsByName& items);
     bool boIsStrange(XmlIndex child, const ItemsByName& items, NamesOfConstants& known);
