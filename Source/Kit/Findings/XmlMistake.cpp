@@ -28,10 +28,7 @@ std::string_view nameAt(std::string_view text) {
 
 /// The name that a text ends with.
 std::string_view nameBefore(std::string_view text) {
-    const auto end = text.find_last_not_of(WhiteSpace);
-    if (end == std::string_view::npos)
-        return {};
-    text = text.substr(0, end + 1);
+    text = text.substr(0, text.find_last_not_of(WhiteSpace) + 1);
     const auto before = text.find_last_of(NameEnds);
     return before == std::string_view::npos ? text : text.substr(before + 1);
 }

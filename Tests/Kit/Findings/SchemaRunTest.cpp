@@ -144,6 +144,7 @@ TEST(SchemaRun, NamesAreKnownInAnyLetterCase) {
     EXPECT_TRUE(checked.run.isItem("solid"));
     EXPECT_TRUE(checked.run.isItem("HOLLOW"));
     EXPECT_FALSE(checked.run.isItem("Kind"));
+    EXPECT_FALSE(checked.run.isItem("Root"));
     EXPECT_TRUE(checked.run.hasAttribute(checked.declared("Kind"), "hollow"));
 }
 
@@ -153,6 +154,7 @@ TEST(SchemaRun, AttributesAreThoseOfTheSupertypesToo) {
     for (const auto* name : {"NAME", "width", "Height", "Area"})
         EXPECT_TRUE(checked.run.hasAttribute(wall, name)) << name;
     EXPECT_FALSE(checked.run.hasAttribute(wall, "Depth"));
+    EXPECT_FALSE(checked.run.hasAttribute(wall, "Root"));
     EXPECT_FALSE(checked.run.hasAttribute(checked.declared("Root"), "Width"));
     // What an unknown supertype has is not known.
     EXPECT_TRUE(checked.run.hasAttribute(checked.declared("Odd"), "Depth"));
