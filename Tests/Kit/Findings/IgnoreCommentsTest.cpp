@@ -72,6 +72,7 @@ TEST(IgnoreComments, CodeThatHidesNothingIsANote) {
     EXPECT_EQ(unused[0].code, "K001");
     EXPECT_EQ(unused[0].severity, Severity::Note);
     EXPECT_EQ(unused[0].message, "the comment that ignores G hides nothing");
+    EXPECT_EQ(unused[0].subject, "ignore G");
     EXPECT_EQ(unused[0].place.position.line, 2U);
 }
 

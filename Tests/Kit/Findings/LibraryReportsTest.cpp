@@ -131,9 +131,11 @@ TEST(LibraryReports, WhatTheSchemaLacksIsThereOnceOfEachKind) {
         return "<PropertyDef><Name>P</Name><PropertyType><" + kind + "/></PropertyType></PropertyDef>\n";
     };
     EXPECT_EQ(linesOf("<PropertySetDef><PropertyDefs>\n" + property("TypePropertyBoundedValue") +
-                      property("TypePropertyListValue") + property("TypePropertyBoundedValue") +
-                      property("TypePropertyListValue") + "</PropertyDefs></PropertySetDef>"),
-              (Lines{"R011 TypePropertyBoundedValue 2:43", "R011 TypePropertyListValue 3:43"}));
+                      property("TypePropertyListValue") + property("TypeComplexProperty") +
+                      property("TypePropertyBoundedValue") + property("TypePropertyListValue") +
+                      "</PropertyDefs></PropertySetDef>"),
+              (Lines{"R011 TypePropertyBoundedValue 2:43", "R011 TypePropertyListValue 3:43",
+                     "R011 TypeComplexProperty 4:43"}));
 }
 
 TEST(LibraryReports, ATypeMayBeUnknownAfterAnyRecord) {

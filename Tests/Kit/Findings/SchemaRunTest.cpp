@@ -237,6 +237,16 @@ TEST(SchemaRun, OfOneCodeALimitIsKept) {
     EXPECT_EQ(checked.run.takeFindings().size(), SchemaRun::maxFindingsPerCode + 1);
 }
 
+/// A note of a finding that nobody sees would hide a use of the name.
+TEST(SchemaRun, UsesOfANameBeyondTheLimitAreNoNotes) {
+    Checked checked("");
+    auto& run = checked.run;
+    for (std::size_t count = 0; count < SchemaRun::maxFindingsPerCode; ++count)
+        run.add("E010", {1, 1, 1}, "x");
+    run.vMissingKeep("X", run.add("E010", {2, 1, 1}, "missing"));
+    EXPECT_EQ(run.pMissingBefore("X", {3, 1, 1}, "a supertype"), nullptr);
+}
+
 TEST(SchemaRun, TheNearestNameIsOffered) {
     Checked checked(Family);
     Finding finding;
