@@ -105,6 +105,7 @@ TEST(NearestName, BeginningsWordsAndAbbreviationsAreNear) {
     EXPECT_EQ(sNearest("IfcThermalTransmittance", names), "IfcThermalTransmittanceMeasure");
     EXPECT_EQ(sNearest("Transmittance", names), "IfcThermalTransmittanceMeasure");
     EXPECT_EQ(sNearest("IfcWallStd", names), "IfcWallStandardCase");
+    EXPECT_EQ(sNearest("IfcThermalTrMeas", names), "IfcThermalTransmittanceMeasure");
     EXPECT_EQ(sNearest("IfcWallStandard", names), "IfcWallStandardCase");
     EXPECT_EQ(sNearest("ElementProxy", names), "IfcBuildingElementProxyTypeEnum");
     EXPECT_EQ(sNearest("thickness", names), "wall_thickness");

@@ -216,6 +216,20 @@ TEST(NameRulesTest, LettersOfAnotherScriptInEnumerationsAreOneMistake) {
                 ElementsAre(testing::StartsWith("6:15+1 warning N005 the item ")));
 }
 
+TEST(NameRulesTest, TheNameOfAComplexPropertyHasLettersOfOneScript) {
+    const std::string inner =
+        "<PropertyDef><Name>Q</Name><Definition>d</Definition><PropertyType><TypePropertySingleValue>"
+        "<DataType type=\"IfcLabel\"/></TypePropertySingleValue></PropertyType></PropertyDef>";
+    const auto lines = findingLines(
+        "<PropertySetDef><IfcVersion "
+        "version=\"IFC4\"/><Name>A</Name><Definition>d</Definition><ApplicableClasses>"
+        "<ClassName>IfcWall</ClassName></ApplicableClasses><PropertyDefs><PropertyDef><Name>P</Name>"
+        "<Definition>d</Definition><PropertyType>\n<TypeComplexProperty name=\"St\u0430tus\">" +
+        inner + "</TypeComplexProperty></PropertyType></PropertyDef></PropertyDefs></PropertySetDef>");
+    EXPECT_THAT(lines,
+                ElementsAre(testing::StartsWith("2:30+1 warning N008 the name of the complex property ")));
+}
+
 } // namespace
 
 } // namespace kiv::kit

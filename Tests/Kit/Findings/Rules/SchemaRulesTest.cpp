@@ -515,6 +515,12 @@ INSTANTIATE_TEST_SUITE_P(
                "  reported while reading: Got SyntaxError when parsing an express rule: Expected at least "
                "one rule "
                "in where clause at 1:2\n\nRule: \n"},
+        Sample{
+            "ENTITY B;\n\tC : REAL;\n WHERE\n\tW : (SELF).C > 0;\nEND_ENTITY;\n",
+            "5:2+1 E007 warning: the rule \"W\" of \"B\" cannot be read\n"
+            "  nothing can be selected from the result of a call or of brackets: \").\" is not understood\n"
+            "  reported while reading: Got SyntaxError when parsing an express rule: Expected token "
+            "SEMICOLON but got DOT at 1:14\n\nRule: \tW : (SELF).C > 0;\n\n"},
         // What is in a rule without label is not looked at: the colon may be missing.
         Sample{"ENTITY B;\n\tC : REAL;\n WHERE\n\tW C > 0;\nEND_ENTITY;\n",
                "5:2+1 E007 warning: a rule without label of \"B\" cannot be read\n"
@@ -1320,9 +1326,25 @@ TEST(SchemaFindings, OfACutOffFileNamesAreNoted) {
               "  7:7+8 the type \"Nowhere4\" of \"B.C4\" is not declared, and 15 more\n");
 }
 
+/// Names of the schema that a text has are not known then.
+TEST(SchemaFindings, WithoutASchemaStringsAreNotLookedAt) {
+    const std::string_view text =
+        "SCHEMA A;\nENTITY B;\n WHERE\n W : 'A.X' IN TYPEOF(SELF);\nEND_ENTITY;\nEND_SCHEMA;\n";
+    EXPECT_EQ(sDump(schemaFindingsOf(nullptr, std::vector<Assertion>(), text, "a.exp")),
+              "1:1+6 E001 error: no schema was found: the last line that mentions SCHEMA counts, and gives "
+              "no name\n");
+}
+
 /// A single name is rather misspelt.
 TEST(SchemaFindings, WithoutTheEndOfTheSchemaANameIsAFinding) {
     EXPECT_EQ(findingsOfText("SCHEMA A;\nENTITY B;\n C : D;\nEND_ENTITY;\n").size(), 2U);
+}
+
+TEST(SchemaFindings, AnEntityThatIsNotDeclaredIsOneFindingHoweverOftenItIsUsed) {
+    EXPECT_EQ(sDump(findingsOfText(sSchema("ENTITY B;\n\tC : REAL;\n WHERE\n\tV : SELF\\X.C > 0;\n"
+                                           "\tW : SELF\\X.C < 9;\nEND_ENTITY;\n"))),
+              "5:11+1 E018 warning: \"X\" is not declared in the rule \"V\" of \"B\"\n"
+              "  6:11+1 it is also used in the rule \"W\" of \"B\"\n");
 }
 
 /// What is over the limit takes no other finding with it.

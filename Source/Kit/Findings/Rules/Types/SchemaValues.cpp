@@ -96,8 +96,6 @@ bool isVeryLarge(std::string_view digits) {
     const auto mantissa = digits.substr(0, mark);
     const auto point = std::min(mantissa.find('.'), mantissa.size());
     const auto first = mantissa.find_first_not_of("0.");
-    if (first == std::string_view::npos)
-        return false;
     const auto exponent = mark == digits.size() ? 0 : exponentOf(digits.substr(mark + 1));
     return static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first) + exponent > 0;
 }
