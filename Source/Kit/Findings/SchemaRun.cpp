@@ -104,7 +104,10 @@ std::string sUpperWord(std::string_view word) {
 }
 
 std::string sNamed(std::string_view name) {
-    return '"' + std::string(name.substr(0, MaxNamed)) + (name.size() > MaxNamed ? "...\"" : "\"");
+    std::string named;
+    named.reserve(std::min(name.size(), MaxNamed) + std::string_view("\"...\"").size());
+    named.append(1, '"').append(name.substr(0, MaxNamed));
+    return named.append(name.size() > MaxNamed ? "...\"" : "\"");
 }
 
 std::string_view keywordOf(ExpressDeclarationKind kind) {

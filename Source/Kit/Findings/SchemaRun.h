@@ -229,7 +229,7 @@ private:
         friend bool operator==(const PartKey&, const PartKey&) = default;
     };
     struct PartKeyHash {
-        std::size_t operator()(const PartKey& key) const noexcept {
+        std::size_t operator()(const PartKey& key) const {
             // Neighbours far apart, as many declarations have parts of one name.
             constexpr std::size_t Spread = 0x9E3779B97F4A7C15U;
             return HashIgnoringCase()(key.name) ^ (key.declaration * Spread);

@@ -23,18 +23,31 @@ namespace kiv::kit {
 /// The bit that the two cases of a letter differ by does not count. Other characters may be equal without it
 /// too: `SameIgnoringCase` tells them apart.
 struct HashIgnoringCase {
-    std::size_t operator()(std::string_view name) const noexcept {
+    /// Views find texts.
+    using is_transparent = void;
+
+    // Not noexcept on purpose: libstdc++ then keeps the hashes in its tables, in place of computing those of
+    // all that it passes on the way to what it looks for.
+    std::size_t operator()(std::string_view name) const {
         auto hash = mixed(name.size());
-        for (; name.size() > EightBytes; name.remove_prefix(EightBytes))
-            hash = mixed(hash ^ (eightBytesAt(name.data()) & (0x0101010101010101U * NoCase)));
-        std::uint64_t last = 0;
-        for (const char letter : name)
-            last = (last << 8U) | (static_cast<unsigned char>(letter) & NoCase);
-        return static_cast<std::size_t>(mixed(hash ^ last));
+        if (name.size() < EightBytes) {
+            std::uint64_t all = 0;
+            for (const char letter : name)
+                all = (all << 8U) | (static_cast<unsigned char>(letter) & NoCase);
+            return static_cast<std::size_t>(mixed(hash ^ all));
+        }
+        const auto* const last = name.data() + (name.size() - EightBytes);
+        for (const auto* at = name.data(); at < last; at += EightBytes)
+            hash = mixed(hash ^ wordAt(at));
+        return static_cast<std::size_t>(mixed(hash ^ wordAt(last)));
     }
 
 private:
     static constexpr std::uint64_t NoCase = 0xDF;
+
+    static std::uint64_t wordAt(const char* text) {
+        return eightBytesAt(text) & (0x0101010101010101U * NoCase);
+    }
 
     /// Each bit of the number changes about half of the bits of the result.
     static constexpr std::uint64_t mixed(std::uint64_t number) {
@@ -45,6 +58,8 @@ private:
 };
 
 struct SameIgnoringCase {
+    using is_transparent = void;
+
     bool operator()(std::string_view left, std::string_view right) const noexcept {
         // Most are written in one way.
         return left == right || isEqualIgnoringCase(left, right);

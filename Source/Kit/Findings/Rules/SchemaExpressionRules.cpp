@@ -75,8 +75,9 @@ enum class Scope { Expression, Body };
 
 class ExpressionReader {
 public:
-    /// `unread` is the finding that says that the rule cannot be read; null for none.
-    ExpressionReader(SchemaRun& run, const Declared& owner, Scope scope, std::string subject,
+    /// Reads the expression of the member, or the body where that is null. `unread` is the finding that says
+    /// that the rule cannot be read; null for none.
+    ExpressionReader(SchemaRun& run, const Declared& owner, const ExpressMember* member,
                      Finding* unread = nullptr);
 
     void vRead(std::string_view expression, const TextPosition& begin);
@@ -110,13 +111,14 @@ private:
     bool isWordAt(std::size_t index) const {
         return index < tokens_.size() && tokens_[index].kind == ExpressTokenKind::Word;
     }
+    std::string sSubject() const;
     Finding& add(const TextPosition& position, const std::string& message);
     Finding* pMissingAdd(std::string key, const TextPosition& position, const std::string& message);
 
     SchemaRun& run_;
     const Declared& owner_;
+    const ExpressMember* member_;
     Scope scope_;
-    std::string subject_;
     Finding* unread_;
     std::vector<ExpressToken> tokens_;
     WordsInAnyCase variables_;
@@ -126,24 +128,38 @@ private:
     bool asksForTypes_ = false;
 };
 
-ExpressionReader::ExpressionReader(SchemaRun& run, const Declared& owner, Scope scope, std::string subject,
+ExpressionReader::ExpressionReader(SchemaRun& run, const Declared& owner, const ExpressMember* member,
                                    Finding* unread) :
-    run_(run), owner_(owner), scope_(scope), subject_(std::move(subject)), unread_(unread) {}
+    run_(run),
+    owner_(owner),
+    member_(member),
+    scope_(member ? Scope::Expression : Scope::Body),
+    unread_(unread) {}
+
+/// What the expression is of; made for findings alone.
+std::string ExpressionReader::sSubject() const {
+    const auto& declaration = *owner_.declaration;
+    if (!member_)
+        return sOwner(declaration);
+    const auto* const what = member_->kind == ExpressMemberKind::Derived ? "the attribute " : "the rule ";
+    return what + (member_->name.text.empty() ? "without a name" : sNamed(member_->name.text)) + " of " +
+           sOwner(declaration);
+}
 
 Finding& ExpressionReader::add(const TextPosition& position, const std::string& message) {
     if (unread_) {
         run_.vNoteAt(*unread_, position, message);
         return *unread_;
     }
-    auto& finding = run_.add("E018", position, message + " in " + subject_);
-    finding.subject = subject_;
+    auto& finding = run_.add("E018", position, message + " in " + sSubject());
+    finding.subject = sSubject();
     return finding;
 }
 
 /// Null when the name has a finding already, of which this use becomes a note.
 Finding* ExpressionReader::pMissingAdd(std::string key, const TextPosition& position,
                                        const std::string& message) {
-    if (run_.pMissingBefore(key, position, "used in " + subject_))
+    if (run_.pMissingBefore(key, position, "used in " + sSubject()))
         return nullptr;
     auto& finding = add(position, message);
     // Elsewhere the name is another mistake than the rule that cannot be read.
@@ -165,6 +181,8 @@ void ExpressionReader::vRead(std::string_view expression, const TextPosition& be
 
 void ExpressionReader::vTokensRead(std::string_view expression, const TextPosition& begin) {
     const auto offset = static_cast<std::size_t>(expression.data() - run_.text.data());
+    constexpr std::size_t Usual = 32;
+    tokens_.reserve(Usual);
     ExpressScanner scanner(run_.text, {offset, begin.line, begin.column}, offset + expression.size());
     for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next())
         tokens_.push_back(token);
@@ -448,7 +466,7 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
     if (run_.isCutOff(name.text) || run_.isKnown(name.text) || run_.isItem(name.text))
         return;
     // It is a name of the schema when it was missed as one before, and else may be an attribute.
-    if (run_.pMissingBefore(SchemaRun::sMissingKey(name.text), name.position, "used in " + subject_))
+    if (run_.pMissingBefore(SchemaRun::sMissingKey(name.text), name.position, "used in " + sSubject()))
         return;
     auto* const finding = pMissingAdd(run_.sMissingKey(owner_, name.text), name.position,
                                       "the name " + sNamed(name.text) + " is not declared");
@@ -464,12 +482,6 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
         run_.vNearestAttributeNote(*finding, name.text, owner_);
 }
 
-std::string sRuleSubject(const ExpressDeclaration& declaration, const ExpressMember& member) {
-    const auto what = member.kind == ExpressMemberKind::Derived ? "the attribute " : "the rule ";
-    return what + (member.name.text.empty() ? "without a name" : sNamed(member.name.text)) + " of " +
-           sOwner(declaration);
-}
-
 } // namespace
 
 void vExpressionNamesCheck(SchemaRun& run) {
@@ -481,12 +493,11 @@ void vExpressionNamesCheck(SchemaRun& run) {
             if (!isRead || member.expression.empty())
                 continue;
             const auto unread = run.unreadRules.find(&member);
-            ExpressionReader(run, declared, Scope::Expression, sRuleSubject(declaration, member),
+            ExpressionReader(run, declared, &member,
                              unread == run.unreadRules.end() ? nullptr : unread->second)
                 .vRead(member.expression, member.expressionBegin);
         }
-        ExpressionReader(run, declared, Scope::Body, sOwner(declaration))
-            .vRead(declaration.body, declaration.bodyBegin);
+        ExpressionReader(run, declared, nullptr).vRead(declaration.body, declaration.bodyBegin);
     }
 }
 

@@ -61,6 +61,16 @@ void vReportTake(SchemaRun& run, Finding& finding, const UseRule& use) {
         run.boTake(finding, SchemaReport::Underlying);
 }
 
+/// What uses a name: a declaration, or a member of it. Its text is made for findings alone.
+struct User {
+    const ExpressDeclaration& declaration;
+    const ExpressMember* member = nullptr;
+
+    std::string sShown() const {
+        return member ? sQualified(declaration, member->name.text) : sOwner(declaration);
+    }
+};
+
 /// What came of looking up a name.
 struct UseResult {
     bool isFound = true;
@@ -68,8 +78,8 @@ struct UseResult {
     Finding* finding = nullptr;
 };
 
-std::string sUse(const UseRule& use, const ExpressWord& word, const std::string& owner) {
-    return std::string(use.role) + ' ' + sNamed(word.text) + " of " + owner;
+std::string sUse(const UseRule& use, const ExpressWord& word, const User& user) {
+    return std::string(use.role) + ' ' + sNamed(word.text) + " of " + user.sShown();
 }
 
 /// What a word in capitals may be meant for where a type is expected.
@@ -82,13 +92,13 @@ std::vector<std::string_view> typeKeywordsLike(std::string_view word) {
 }
 
 /// The finding about a name that is not declared, which is a new one at its first use.
-Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const std::string& owner,
-                           const UseRule& use) {
+Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const User& user, const UseRule& use) {
     auto key = SchemaRun::sMissingKey(word.text);
-    if (auto* const before = run.pMissingBefore(key, word.position, std::string(use.role) + " of " + owner))
+    if (auto* const before =
+            run.pMissingBefore(key, word.position, std::string(use.role) + " of " + user.sShown()))
         return *before;
-    auto& finding = run.add(use.code, word.position, sUse(use, word, owner) + " is not declared");
-    finding.subject = owner;
+    auto& finding = run.add(use.code, word.position, sUse(use, word, user) + " is not declared");
+    finding.subject = user.sShown();
     run.vMissingKeep(std::move(key), finding);
     auto keywords = use.code == TypeRule.code ? typeKeywordsLike(word.text) : std::vector<std::string_view>();
     if (use.takesEntities && use.takesTypes)
@@ -100,30 +110,30 @@ Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const std::s
 }
 
 /// The finding about a name that is declared as something else.
-Finding& otherKindAdd(SchemaRun& run, const ExpressWord& word, const std::string& owner, const UseRule& use,
+Finding& otherKindAdd(SchemaRun& run, const ExpressWord& word, const User& user, const UseRule& use,
                       const ExpressDeclaration& declaration) {
     auto& finding = run.add(use.code, word.position,
-                            sUse(use, word, owner) + " is " + std::string(kindText(declaration.kind)) +
+                            sUse(use, word, user) + " is " + std::string(kindText(declaration.kind)) +
                                 (use.takesTypes ? ", not a type" : ", not an entity"));
-    finding.subject = owner;
+    finding.subject = user.sShown();
     run.vNoteAt(finding, declaration.name.position, "it is declared here");
     return finding;
 }
 
-/// Looks up one name; `owner` is what uses it.
-UseResult useCheck(SchemaRun& run, const ExpressWord& word, const std::string& owner, const UseRule& use) {
+/// Looks up one name.
+UseResult useCheck(SchemaRun& run, const ExpressWord& word, const User& user, const UseRule& use) {
     auto* const found = run.pDeclared(word.text);
     if (!found && (run.isCutOff(word.text) || run.isKnown(word.text)))
         return {};
     const auto kind = found ? found->declaration->kind : Kind::Type;
     UseResult result{false, nullptr};
     if (!found) {
-        result.finding = &undeclaredFinding(run, word, owner, use);
+        result.finding = &undeclaredFinding(run, word, user, use);
     } else if ((use.takesEntities && kind == Kind::Entity) || (use.takesTypes && kind == Kind::Type)) {
         // Whoever names what was lost says nothing new.
         result = {!found->isLost(), found->isLost() ? found->finding : nullptr};
     } else {
-        result.finding = &otherKindAdd(run, word, owner, use, *found->declaration);
+        result.finding = &otherKindAdd(run, word, user, use, *found->declaration);
     }
     if (result.finding)
         vReportTake(run, *result.finding, use);
@@ -138,13 +148,13 @@ bool isAggregate(std::string_view type) {
            upper.find("OF") != std::string::npos;
 }
 
-void vAttributeCheck(SchemaRun& run, const ExpressMember& member, const std::string& owner) {
+void vAttributeCheck(SchemaRun& run, const ExpressMember& member, const User& user) {
     if (member.names.empty())
         return;
     const auto& use = isAggregate(member.type) ? ElementTypeRule : TypeRule;
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::Type)
-            useCheck(run, name.word, owner, use);
+            useCheck(run, name.word, user, use);
     }
 }
 
@@ -152,7 +162,7 @@ void vAttributeCheck(SchemaRun& run, const ExpressMember& member, const std::str
 struct AttributeUse {
     std::string_view code;
     std::string_view role;
-    const std::string& owner;
+    const User& user;
 };
 
 /// The finding about an attribute that an entity lacks, or lacks as an explicit one. All uses of one that is
@@ -161,12 +171,12 @@ Finding& attributeFinding(SchemaRun& run, const AttributeUse& use, const Express
                           const Declared& entity) {
     const bool isMissing = !run.hasAttribute(entity, word.text);
     auto key = run.sMissingKey(entity, word.text);
-    const auto note = std::string(use.role) + ' ' + use.owner;
+    const auto note = std::string(use.role) + ' ' + use.user.sShown();
     if (auto* const before = isMissing ? run.pMissingBefore(key, word.position, note) : nullptr)
         return *before;
     const std::string what = use.code == UniqueCode ? " has no attribute " : " has no explicit attribute ";
     auto& finding = run.add(use.code, word.position, sEntity(*entity.declaration) + what + sNamed(word.text));
-    finding.subject = use.owner;
+    finding.subject = use.user.sShown();
     if (!isMissing) {
         finding.notes.push_back(
             {"only explicit attributes are found, in the letter case of their declaration", {}});
@@ -177,74 +187,74 @@ Finding& attributeFinding(SchemaRun& run, const AttributeUse& use, const Express
     return finding;
 }
 
-void vInverseForCheck(SchemaRun& run, const std::string& owner, const ExpressWord& forWord,
+void vInverseForCheck(SchemaRun& run, const User& user, const ExpressWord& forWord,
                       const Declared& referred) {
     if (run.hasExplicitAttribute(referred, forWord.text))
         return;
-    auto& finding = attributeFinding(run, {"E015", "inverted by", owner}, forWord, referred);
+    auto& finding = attributeFinding(run, {"E015", "inverted by", user}, forWord, referred);
     run.boTake(finding, SchemaReport::Inverse);
 }
 
 void vInverseCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
-    const auto owner = sQualified(*entity.declaration, member.name.text);
+    const User user{*entity.declaration, &member};
     Declared* referred = nullptr;
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::Type) {
-            const auto result = useCheck(run, name.word, owner, InverseRule);
+            const auto result = useCheck(run, name.word, user, InverseRule);
             // Of a list its element is reported too.
             if (result.finding && isAggregate(member.type))
                 run.boTake(*result.finding, SchemaReport::Element);
             referred = result.isFound ? run.pDeclared(name.word.text) : nullptr;
         } else if (name.use == ExpressUse::InverseFor && referred &&
                    referred->declaration->kind == Kind::Entity) {
-            vInverseForCheck(run, owner, name.word, *referred);
+            vInverseForCheck(run, user, name.word, *referred);
         }
     }
 }
 
 /// The finding about attributes that an entity redeclares although it does not inherit them.
-Finding& noSupertypeFinding(SchemaRun& run, const Declared& entity, const std::string& owner,
+Finding& noSupertypeFinding(SchemaRun& run, const Declared& entity, const User& user,
                             const ExpressWord& above) {
     auto key = std::to_string(&entity - run.declared.data()) + '\\' + SchemaRun::sMissingKey(above.text);
-    if (auto* const before = run.pMissingBefore(key, above.position, "the entity of " + owner))
+    if (auto* const before = run.pMissingBefore(key, above.position, "the entity of " + user.sShown()))
         return *before;
     auto& finding =
         run.add("E016", above.position,
                 "the entity " + sNamed(above.text) + " is not a supertype of " + sOwner(*entity.declaration));
-    finding.subject = owner;
+    finding.subject = user.sShown();
     run.vMissingKeep(std::move(key), finding);
     return finding;
 }
 
-void vRedeclaredCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member,
-                      const std::string& owner, const ExpressWord& above) {
-    const bool isFound = useCheck(run, above, owner, RedeclaredRule).isFound;
+void vRedeclaredCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member, const User& user,
+                      const ExpressWord& above) {
+    const bool isFound = useCheck(run, above, user, RedeclaredRule).isFound;
     const auto* const from = isFound ? run.pDeclared(above.text) : nullptr;
     if (!from || member.name.text.empty())
         return;
     const bool isAbove = run.isSupertype(*from, entity);
     if (isAbove && run.hasExplicitAttribute(*from, member.name.text))
         return;
-    auto& finding = isAbove ? attributeFinding(run, {"E016", "declared again as", owner}, member.name, *from)
-                            : noSupertypeFinding(run, entity, owner, above);
+    auto& finding = isAbove ? attributeFinding(run, {"E016", "declared again as", user}, member.name, *from)
+                            : noSupertypeFinding(run, entity, user, above);
     run.boTake(finding, SchemaReport::Redeclared);
 }
 
 void vUniqueCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
-    const auto owner = sQualified(*entity.declaration, member.name.text);
+    const User user{*entity.declaration, &member};
     for (const auto& name : member.names) {
         const auto* const other = run.pDeclared(name.word.text);
         // SELF\Entity.Attribute names an entity too.
         if (run.hasAttribute(entity, name.word.text) || (other && other->declaration->kind == Kind::Entity))
             continue;
-        attributeFinding(run, {UniqueCode, "used in the rule", owner}, name.word, entity);
+        attributeFinding(run, {UniqueCode, "used in the rule", user}, name.word, entity);
     }
 }
 
 void vMemberCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
     if (run.lostMembers.contains(&member))
         return;
-    const auto owner = sQualified(*entity.declaration, member.name.text);
+    const User user{*entity.declaration, &member};
     if (member.kind == ExpressMemberKind::Unique)
         return vUniqueCheck(run, entity, member);
     if (member.kind == ExpressMemberKind::Inverse)
@@ -252,12 +262,12 @@ void vMemberCheck(SchemaRun& run, const Declared& entity, const ExpressMember& m
     // The library keeps derived attributes as text: what they are made of is never looked up.
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::RedeclaredEntity && member.kind == ExpressMemberKind::Derived)
-            vRedeclaredCheck(run, entity, member, owner, name.word);
+            vRedeclaredCheck(run, entity, member, user, name.word);
         else if (name.use == ExpressUse::Type && member.kind == ExpressMemberKind::Derived)
-            useCheck(run, name.word, owner, TypeRule);
+            useCheck(run, name.word, user, TypeRule);
     }
     if (member.kind == ExpressMemberKind::Attribute)
-        vAttributeCheck(run, member, owner);
+        vAttributeCheck(run, member, user);
 }
 
 const UseRule* pUseRule(ExpressUse use, const UseRule& type) {
@@ -289,10 +299,11 @@ class Repetitions {
 public:
     explicit Repetitions(SchemaRun& run) : run_(run) {}
 
-    /// `what` begins the message: "the attribute". `member` is the one of that name, null for other names:
-    /// when a statement of several is there twice, all of them are one finding.
-    void vAdd(const ExpressWord& word, std::string_view what, const std::string& owner, Severity severity,
-              const ExpressMember* member = nullptr) {
+    /// `what` begins the message: "the attribute". `owner` has it, null for names of the schema. `member` is
+    /// the one of that name, null for other names: when a statement of several is there twice, all of them
+    /// are one finding.
+    void vAdd(const ExpressWord& word, std::string_view what, const ExpressDeclaration* owner,
+              Severity severity, const ExpressMember* member = nullptr) {
         const auto [place, isNew] = seen_.try_emplace(word.text, First{word.position, member});
         if (isNew || word.text.empty())
             return;
@@ -302,8 +313,10 @@ public:
                          sNamed(word.text) + " of the same statement is declared twice too");
             return;
         }
-        auto& finding = run_.add("E010", word.position,
-                                 std::string(what) + ' ' + sNamed(word.text) + owner + " is declared twice");
+        auto& finding =
+            run_.add("E010", word.position,
+                     std::string(what) + ' ' + sNamed(word.text) +
+                         (owner ? " of " + sOwner(*owner) : std::string()) + " is declared twice");
         finding.severity = severity;
         finding.subject = std::string(word.text);
         run_.vNoteAt(finding, first.position, "first declared here");
@@ -336,7 +349,7 @@ bool isRedeclared(const ExpressMember& member) {
 }
 
 void vTwiceInDeclaration(SchemaRun& run, const ExpressDeclaration& declaration) {
-    const auto owner = " of " + sOwner(declaration);
+    const auto* const owner = &declaration;
     Repetitions listed(run);
     Repetitions attributes(run);
     Repetitions labels(run);
@@ -360,7 +373,7 @@ void vNamesDeclaredTwiceCheck(SchemaRun& run) {
     Repetitions declarations(run);
     for (const auto& declared : run.declared) {
         const auto& declaration = *declared.declaration;
-        declarations.vAdd(declaration.name, "the name", "", Severity::Error);
+        declarations.vAdd(declaration.name, "the name", nullptr, Severity::Error);
         vTwiceInDeclaration(run, declaration);
     }
 }
@@ -368,11 +381,11 @@ void vNamesDeclaredTwiceCheck(SchemaRun& run) {
 void vUsedNamesCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {
         const auto& declaration = *declared.declaration;
-        const auto owner = sOwner(declaration);
+        const User user{declaration};
         const auto& type = typeUseRule(declaration);
         for (const auto& name : declaration.names) {
             if (const auto* const use = pUseRule(name.use, type))
-                useCheck(run, name.word, owner, *use);
+                useCheck(run, name.word, user, *use);
         }
         if (declaration.kind != Kind::Entity)
             continue;

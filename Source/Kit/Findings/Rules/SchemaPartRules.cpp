@@ -249,6 +249,11 @@ std::vector<std::string_view> typeWords(std::string_view type) {
     return words;
 }
 
+/// Most are the same text, but for blanks around it.
+bool isSameType(std::string_view left, std::string_view right) {
+    return trimmed(left) == trimmed(right) || typeWords(left) == typeWords(right);
+}
+
 /// The word UNIQUE is understood after LIST [...] OF alone. After what is no keyword of a list something else
 /// is wrong.
 bool isUniqueMisread(const std::vector<std::string_view>& words) {
@@ -265,7 +270,7 @@ bool isUniqueMisread(const std::vector<std::string_view>& words) {
 }
 
 void PartsCheck::vUniqueCheck(const ExpressWord& word, std::string_view type) {
-    if (!isUniqueMisread(typeWords(type)))
+    if (type.find("UNIQUE") == std::string_view::npos || !isUniqueMisread(typeWords(type)))
         return;
     auto& finding =
         run_.add("E006", word.position, "the type of the elements of " + sNamed(word.text) + " is not found");
@@ -307,7 +312,7 @@ void PartsCheck::vTypeTextsCheck(const Entity& entity) {
         if (read == entity.getAttributes().end())
             return;
         const bool isSame = read->getName() == member.name.text;
-        if (isSame && typeWords(read->getTypeText()) != typeWords(member.type))
+        if (isSame && !isSameType(read->getTypeText(), member.type))
             vTypeTextAdd(member, read->getTypeText());
         if (isSame)
             vUniqueCheck(member.name, member.type);
