@@ -21,13 +21,14 @@ void AcrossDocuments::vAdd(const SetDocument& document, std::string_view context
     // A document without a set has nothing that could be in the way of another.
     if (document.failure)
         return;
-    const bool mayHaveUnknownType = boMayHaveUnknownType(document);
-    if (document.positions) {
-        data_->run.vAdd(document.path, SetOutline(*document.positions), context, mayHaveUnknownType);
-        return;
-    }
-    const XmlPositions positions(document.text);
-    data_->run.vAdd(document.path, SetOutline(positions), context, mayHaveUnknownType);
+    const auto vPositionsAdd = [&](const XmlPositions& positions) {
+        data_->run.vAdd(document.path, SetOutline(positions, OutlineParts::WithoutAliases), context,
+                        boMayHaveUnknownType(document));
+    };
+    if (document.positions)
+        vPositionsAdd(*document.positions);
+    else
+        vPositionsAdd(XmlPositions(document.text));
 }
 
 std::vector<Finding> AcrossDocuments::getFindings() const {

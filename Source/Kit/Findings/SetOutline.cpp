@@ -46,7 +46,8 @@ PropertyKind propertyKindOf(std::string_view tag) {
 /// Fills an outline by walking the document as the readers of sets do.
 class OutlineReader {
 public:
-    OutlineReader(SetOutline& outline, const XmlPositions& xml) : outline_(outline), xml_(xml) {}
+    OutlineReader(SetOutline& outline, const XmlPositions& xml, OutlineParts parts) :
+        outline_(outline), xml_(xml), hasAliases_(parts == OutlineParts::All) {}
 
     void vSetRead(XmlIndex root);
 
@@ -84,6 +85,7 @@ private:
 
     SetOutline& outline_;
     const XmlPositions& xml_;
+    bool hasAliases_;
 };
 
 void OutlineReader::vSetRead(XmlIndex root) {
@@ -267,6 +269,8 @@ void OutlineReader::vTypesRead(XmlIndex parent, std::size_t member, TypeUse use)
 }
 
 void OutlineReader::vAliasesRead(XmlIndex list, std::string_view itemTag) {
+    if (!hasAliases_)
+        return;
     for (const auto child : XmlChildren(xml_, list)) {
         if (tagOf(child) == itemTag)
             outline_.aliases.push_back({child, list, xml_.pAttribute(xml_.getElement(child), "lang")});
@@ -275,7 +279,7 @@ void OutlineReader::vAliasesRead(XmlIndex list, std::string_view itemTag) {
 
 } // namespace
 
-SetOutline::SetOutline(const XmlPositions& positions) : xml(&positions) {
+SetOutline::SetOutline(const XmlPositions& positions, OutlineParts parts) : xml(&positions) {
     const auto* root = positions.pRoot();
     if (!root)
         return;
@@ -285,7 +289,7 @@ SetOutline::SetOutline(const XmlPositions& positions) : xml(&positions) {
     else if (root->localName() == "QtoSetDef")
         kind = SetKind::QuantitySet;
     if (kind != SetKind::None && !isPrefixed)
-        OutlineReader(*this, positions).vSetRead(0);
+        OutlineReader(*this, positions, parts).vSetRead(0);
 }
 
 std::string_view SetOutline::textOf(XmlIndex index) const {

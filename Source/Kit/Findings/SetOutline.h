@@ -111,8 +111,11 @@ inline bool boHasText(const XmlElement& element) {
     return !element.text.empty() || element.firstChild != NoXmlElement || element.isTextHidden;
 }
 
+/// What is looked for.
+enum class OutlineParts : std::uint8_t { All, WithoutAliases };
+
 struct SetOutline {
-    explicit SetOutline(const XmlPositions& positions);
+    explicit SetOutline(const XmlPositions& positions, OutlineParts parts = OutlineParts::All);
 
     SetKind kind = SetKind::None;
     /// Whether the root element has a prefix, which is not supported.
@@ -126,6 +129,7 @@ struct SetOutline {
     std::vector<MemberOutline> members;
     std::vector<ClassOutline> classes;
     std::vector<TypeOutline> types;
+    /// Empty when they were not looked for.
     std::vector<AliasOutline> aliases;
 
     const XmlElement& elementOf(XmlIndex index) const { return xml->getElement(index); }

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <set>
 #include <tuple>
 #include <utility>
 
@@ -79,17 +78,6 @@ std::string sContext(std::string_view name) {
     return name.empty() ? "another context" : "the context " + sQuoted(name);
 }
 
-/// Whether a member has the name of one before it in its list, which is a mistake of its own.
-class RepeatedMembers {
-public:
-    bool boTake(const MemberOutline& member, std::string_view name) {
-        return !names_.emplace(member.owner, name).second;
-    }
-
-private:
-    std::set<std::pair<std::int32_t, std::string_view>> names_;
-};
-
 } // namespace
 
 /// Makes findings, up to the limit of each code.
@@ -139,29 +127,63 @@ private:
     Finding surplus_;
 };
 
-/// The types of all members as texts that can be compared and shown: "a single value of IfcLabel". Empty
-/// where a type is missing or unknown.
-std::vector<AcrossRun::MemberType> AcrossRun::memberTypesOf(const SetOutline& outline) {
-    std::vector<MemberType> types(outline.members.size());
-    for (std::size_t i = 0; i != types.size(); ++i) {
+/// The types of all members as texts that can be compared and shown: "a single value of IfcLabel".
+AcrossRun::MemberTypes AcrossRun::memberTypesOf(const SetOutline& outline) {
+    constexpr std::size_t UsualText = 64;
+    MemberTypes all;
+    all.types.resize(outline.members.size());
+    all.names.reserve(outline.types.size());
+    for (std::size_t i = 0; i != all.types.size(); ++i) {
         const auto& member = outline.members[i];
         const auto quantity = trimmed(outline.textOf(member.type));
         if (outline.kind == SetKind::PropertySet)
-            types[i].text = shownKindOf(member.kind);
+            all.types[i].text = shownKindOf(member.kind);
         else if (std::ranges::find(QuantityTypes, quantity) != std::end(QuantityTypes))
-            types[i].text = quantity;
+            all.types[i].text = quantity;
     }
+    // The types of one member come one after the other.
     for (const auto& type : outline.types) {
-        auto& member = types[static_cast<std::size_t>(type.member)];
+        auto& member = all.types[static_cast<std::size_t>(type.member)];
         // What a time series is made of is not the type of the property.
-        const bool isCounted = type.use != TypeUse::ReferenceDataType || member.names.empty();
+        const bool isCounted = type.use != TypeUse::ReferenceDataType || member.nameCount == 0;
         if (!type.attribute || !isCounted || member.text.empty())
             continue;
         const auto name = cut(trimmed(type.attribute->value.value), maxTypeSize);
-        member.text.append(member.names.empty() ? " of " : ", ").append(name);
-        member.names.push_back(sUpperCase(name));
+        if (member.nameCount == 0) {
+            member.firstName = all.names.size();
+            member.text.reserve(UsualText);
+        }
+        member.text.append(member.nameCount == 0 ? " of " : ", ").append(name);
+        all.names.push_back(name);
+        ++member.nameCount;
     }
-    return types;
+    return all;
+}
+
+/// The members with a name and a type that have the name of one before them in their list, which is a mistake
+/// of its own.
+std::vector<bool> AcrossRun::repeatedMembers(const SetOutline& outline, const MemberTypes& types) {
+    struct Member {
+        std::int32_t owner;
+        std::string_view name;
+        std::size_t index;
+
+        auto operator<=>(const Member&) const = default;
+    };
+    std::vector<Member> members;
+    members.reserve(outline.members.size());
+    for (std::size_t i = 0; i != outline.members.size(); ++i) {
+        const auto name = outline.memberName(outline.members[i]);
+        if (!name.empty() && !types.types[i].text.empty())
+            members.push_back({outline.members[i].owner, name, i});
+    }
+    std::ranges::sort(members);
+    std::vector<bool> isRepeated(outline.members.size(), false);
+    for (std::size_t i = 1; i < members.size(); ++i) {
+        if (members[i].owner == members[i - 1].owner && members[i].name == members[i - 1].name)
+            isRepeated[members[i].index] = true;
+    }
+    return isRepeated;
 }
 
 void AcrossRun::vAdd(std::string_view path, const SetOutline& outline, std::string_view context,
@@ -184,9 +206,11 @@ void AcrossRun::vSetAdd(const SetOutline& outline) {
 }
 
 void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) {
-    auto types = memberTypesOf(outline);
-    RepeatedMembers repeated;
-    for (std::size_t i = 0; i != types.size(); ++i) {
+    auto all = memberTypesOf(outline);
+    const auto isRepeated = repeatedMembers(outline, all);
+    const bool isQuantity = outline.kind == SetKind::QuantitySet;
+    auto& types = isQuantity ? quantityTypes_ : propertyTypes_;
+    for (std::size_t i = 0; i != all.types.size(); ++i) {
         const auto& member = outline.members[i];
         const auto name = outline.memberName(member);
         vEnumerationAdd(outline, member);
@@ -194,23 +218,26 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) 
             continue;
         const auto position = outline.elementOf(member.name).trimmedText.position;
         vGuidAdd(outline, &member);
-        vSpellingAdd('M', name, position);
-        if (types[i].text.empty() || repeated.boTake(member, name))
+        vSpellingAdd(memberNames_, name, position);
+        auto& type = all.types[i];
+        if (type.text.empty() || isRepeated[i])
             continue;
-        // A property is no quantity, whatever both are called.
-        const char kind = outline.kind == SetKind::QuantitySet ? 'Q' : 'P';
-        vTypeAdd(std::string(1, kind).append(name), std::move(types[i]), {documents_.size() - 1, position},
-                 mayHaveUnknownType);
+        const Spot spot{documents_.size() - 1, position};
+        const auto names = all.namesOf(type);
+        if (mayHaveUnknownType) {
+            doubtful_.push_back({isQuantity, std::string(name), std::move(type.text),
+                                 std::vector<std::string>(names.begin(), names.end()), spot});
+            continue;
+        }
+        for (const auto known : names) {
+            if (!knownTypes_.contains(known))
+                knownTypes_.emplace(known);
+        }
+        auto place = types.find(name);
+        if (place == types.end())
+            place = types.emplace(name, Variants()).first;
+        place->second[std::move(type.text)].push_back(spot);
     }
-}
-
-void AcrossRun::vTypeAdd(std::string key, MemberType type, const Spot& spot, bool mayHaveUnknownType) {
-    if (mayHaveUnknownType) {
-        doubtful_.push_back({std::move(key), std::move(type), spot});
-        return;
-    }
-    knownTypes_.insert(type.names.begin(), type.names.end());
-    types_[std::move(key)][std::move(type.text)].push_back(spot);
 }
 
 void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& member) {
@@ -220,25 +247,27 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     const auto name = attribute ? trimmed(attribute->value.value) : std::string_view();
     if (name.empty())
         return;
-    std::vector<std::string> items;
+    std::vector<std::string_view> items;
     for (const auto list : childrenOf(*outline.xml, member.kindElement, "EnumList")) {
         for (const auto child : XmlChildren(*outline.xml, list)) {
             if (const auto item = trimmed(outline.textOf(child)); !item.empty())
-                items.emplace_back(item);
+                items.push_back(item);
         }
     }
     // The order says nothing.
     std::ranges::sort(items);
     items.erase(std::unique(items.begin(), items.end()), items.end());
     const Spot spot{documents_.size() - 1, attribute->value.position};
-    vSpellingAdd('E', name, spot.position);
+    vSpellingAdd(enumerationNames_, name, spot.position);
     // That there are none is found in the document itself.
     if (items.empty())
         return;
     // What hosts add may hide what is standard, enumerations included.
     std::string key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));
-    enumerationNames_.try_emplace(key, name);
-    enumerations_[std::move(key)][std::move(items)].push_back(spot);
+    auto& enumeration = enumerations_[std::move(key)];
+    if (enumeration.name.empty())
+        enumeration.name = name;
+    enumeration.variants[std::vector<std::string>(items.begin(), items.end())].push_back(spot);
 }
 
 void AcrossRun::vGuidAdd(const SetOutline& outline, const MemberOutline* member) {
@@ -258,10 +287,13 @@ void AcrossRun::vGuidAdd(const SetOutline& outline, const MemberOutline* member)
     guidRepeats_.push_back({{spot, std::move(name), !member}, first});
 }
 
-void AcrossRun::vSpellingAdd(char kind, std::string_view name, TextPosition position) {
-    auto& spellings = spellings_[std::string(1, kind).append(sUpperCase(name))];
-    if (!spellings.contains(name))
-        spellings.emplace(name, Spot{documents_.size() - 1, position});
+void AcrossRun::vSpellingAdd(Names& names, std::string_view name, TextPosition position) {
+    const Spot spot{documents_.size() - 1, position};
+    const auto place = names.find(name);
+    if (place == names.end())
+        names.emplace(name, Spellings{spot, {}});
+    else if (auto& others = place->second.others; place->first != name && !others.contains(name))
+        others.emplace(name, spot);
 }
 
 void AcrossRun::vSetsFind(Collector& findings) const {
@@ -291,9 +323,9 @@ void AcrossRun::vSetsFind(Collector& findings) const {
 }
 
 void AcrossRun::vEnumerationsFind(Collector& findings) const {
-    for (const auto& [key, variants] : enumerations_) {
+    for (const auto& [key, enumeration] : enumerations_) {
+        const auto& [name, variants] = enumeration;
         const auto usual = usualOf(variants);
-        const auto& name = enumerationNames_.at(key);
         for (auto other = variants.begin(); other != variants.end(); ++other) {
             if (other == usual)
                 continue;
@@ -312,24 +344,25 @@ void AcrossRun::vEnumerationsFind(Collector& findings) const {
     }
 }
 
-void AcrossRun::vSpellingsFind(Collector& findings) const {
-    const auto isBefore = [](const auto& left, const auto& right) {
-        return std::tie(left.second.document, left.second.position) <
-               std::tie(right.second.document, right.second.position);
+void AcrossRun::vSpellingsFind(Collector& findings, const Names& names, std::string_view what) {
+    const auto isBefore = [](const Named& left, const Named& right) {
+        return std::tie(left.spot.document, left.spot.position) <
+               std::tie(right.spot.document, right.spot.position);
     };
-    for (const auto& [key, spellings] : spellings_) {
-        if (spellings.size() == 1)
+    for (const auto& [name, spellings] : names) {
+        if (spellings.others.empty())
             continue;
-        const auto first = std::ranges::min_element(spellings, isBefore);
-        for (auto other = spellings.begin(); other != spellings.end(); ++other) {
-            if (other == first)
-                continue;
-            auto& finding = findings.add("X004", other->second,
-                                         std::string(key.front() == 'E' ? "the enumeration " : "the name ") +
-                                             sQuoted(other->first) + " differs from " +
-                                             sQuoted(first->first) + " in letter case only",
-                                         other->first);
-            finding.notes.push_back({sQuoted(first->first) + " is here", findings.placeOf(first->second)});
+        std::vector<Named> all{{spellings.first, name}};
+        for (const auto& [other, spot] : spellings.others)
+            all.push_back({spot, other});
+        std::ranges::sort(all, isBefore);
+        const auto& first = all.front();
+        for (const auto& other : std::span(all).subspan(1)) {
+            auto& finding = findings.add("X004", other.spot,
+                                         std::string(what) + sQuoted(other.name) + " differs from " +
+                                             sQuoted(first.name) + " in letter case only",
+                                         other.name);
+            finding.notes.push_back({sQuoted(first.name) + " is here", findings.placeOf(first.spot)});
         }
     }
 }
@@ -364,33 +397,44 @@ void AcrossRun::vGuidsOfOneFind(Collector& findings, std::span<const GuidRepeat*
 }
 
 /// Whether documents without a mistake in their types have all of these.
-bool AcrossRun::boIsKnown(const MemberType& type) const {
-    return std::ranges::all_of(type.names,
+bool AcrossRun::boIsKnown(const Doubtful& member) const {
+    return std::ranges::all_of(member.names,
                                [this](const std::string& name) { return knownTypes_.contains(name); });
 }
 
-void AcrossRun::vTypesFind(Collector& findings) const {
-    auto allTypes = types_;
-    for (const auto& [key, type, spot] : doubtful_) {
-        if (boIsKnown(type))
-            allTypes[key][type.text].push_back(spot);
-    }
-    for (const auto& [key, types] : allTypes) {
-        if (types.size() == 1)
+void AcrossRun::vTypesFind(Collector& findings, bool isQuantity) const {
+    const auto& types = isQuantity ? quantityTypes_ : propertyTypes_;
+    // Those that members whose type may be unknown have too.
+    Types joined;
+    for (const auto& member : doubtful_) {
+        if (member.isQuantity != isQuantity || !boIsKnown(member))
             continue;
-        const auto name = std::string_view(key).substr(1);
-        const auto usual = usualOf(types);
-        for (auto other = types.begin(); other != types.end(); ++other) {
-            if (other == usual)
-                continue;
-            for (const auto& spot : other->second) {
-                auto& finding = findings.add("D003", spot,
-                                             sQuoted(name) + " is " + other->first + " here and " +
-                                                 usual->first + " in other sets",
-                                             name);
-                finding.notes.push_back(
-                    {"here it is " + usual->first, findings.placeOf(usual->second.front())});
-            }
+        const auto [place, isNew] = joined.try_emplace(member.name);
+        const auto known = types.find(member.name);
+        if (isNew && known != types.end())
+            place->second = known->second;
+        place->second[member.text].push_back(member.spot);
+    }
+    for (const auto& [name, variants] : types) {
+        if (variants.size() != 1 && !joined.contains(name))
+            vVariantsFind(findings, name, variants);
+    }
+    for (const auto& [name, variants] : joined) {
+        if (variants.size() != 1)
+            vVariantsFind(findings, name, variants);
+    }
+}
+
+void AcrossRun::vVariantsFind(Collector& findings, std::string_view name, const Variants& variants) {
+    const auto usual = usualOf(variants);
+    for (auto other = variants.begin(); other != variants.end(); ++other) {
+        if (other == usual)
+            continue;
+        for (const auto& spot : other->second) {
+            auto& finding = findings.add(
+                "D003", spot,
+                sQuoted(name) + " is " + other->first + " here and " + usual->first + " in other sets", name);
+            finding.notes.push_back({"here it is " + usual->first, findings.placeOf(usual->second.front())});
         }
     }
 }
@@ -399,9 +443,11 @@ std::vector<Finding> AcrossRun::getFindings() const {
     Collector findings(*this);
     vSetsFind(findings);
     vEnumerationsFind(findings);
-    vSpellingsFind(findings);
+    vSpellingsFind(findings, memberNames_, "the name ");
+    vSpellingsFind(findings, enumerationNames_, "the enumeration ");
     vGuidsFind(findings);
-    vTypesFind(findings);
+    vTypesFind(findings, false);
+    vTypesFind(findings, true);
     return findings.take();
 }
 

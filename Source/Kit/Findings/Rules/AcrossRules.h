@@ -16,13 +16,14 @@
 
 #include "Kit/Findings/SetOutline.h"
 #include "Kit/Text/AsciiText.h"
+#include "Kit/Text/NameKeys.h"
 #include "kiv/Host/Id/KivId.h"
 #include "kiv/Kit/Findings/Finding.h"
 #include "kiv/Kit/Findings/Rule.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
+#include <functional>
 #include <map>
 #include <span>
 #include <string>
@@ -41,6 +42,13 @@ struct LessIgnoringCase {
     bool operator()(std::string_view left, std::string_view right) const {
         return std::ranges::lexicographical_compare(left, right, {}, getLower, getLower);
     }
+};
+
+/// With which views find texts.
+struct TextHash {
+    using is_transparent = void;
+
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
 };
 
 class AcrossRun {
@@ -74,7 +82,11 @@ private:
         std::string name;
     };
     /// The places of an enumeration by its items, in alphabetical order.
-    using Enumeration = std::map<std::vector<std::string>, std::vector<Spot>>;
+    struct Enumeration {
+        /// As it was written first.
+        std::string name;
+        std::map<std::vector<std::string>, std::vector<Spot>> variants;
+    };
     struct GuidUse {
         Spot spot;
         std::string name;
@@ -84,54 +96,74 @@ private:
         GuidUse use;
         Spot first;
     };
-    /// The type of a member as a text, and the names of the schema in it.
+    /// The type of a member as a text, and where the names of the schema in it are among those of its
+    /// document. Empty where a type is missing or unknown.
     struct MemberType {
         std::string text;
-        std::vector<std::string> names;
+        std::size_t firstName = 0;
+        std::size_t nameCount = 0;
     };
+    struct MemberTypes {
+        std::vector<MemberType> types;
+        std::vector<std::string_view> names;
+
+        std::span<const std::string_view> namesOf(const MemberType& type) const {
+            return std::span(names).subspan(type.firstName, type.nameCount);
+        }
+    };
+    /// The places of each type that members of one name have; letter case is a mistake of another kind.
+    using Variants = std::map<std::string, std::vector<Spot>, LessIgnoringCase>;
+    /// By name.
+    using Types = std::unordered_map<std::string, Variants, TextHash, std::equal_to<>>;
     /// A member whose type may be unknown.
     struct Doubtful {
-        std::string key;
-        MemberType type;
+        bool isQuantity = false;
+        std::string name;
+        std::string text;
+        std::vector<std::string> names;
         Spot spot;
     };
-    /// The places of each type; letter case is a mistake of another kind.
-    using Types = std::map<std::string, std::vector<Spot>, LessIgnoringCase>;
+    /// The place of the spelling that was met first, and the other spellings.
+    struct Spellings {
+        Spot first;
+        std::map<std::string, Spot, std::less<>> others;
+    };
+    using Names = std::unordered_map<std::string, Spellings, HashIgnoringCase, SameIgnoringCase>;
     class Collector;
 
-    static std::vector<MemberType> memberTypesOf(const SetOutline& outline);
+    static MemberTypes memberTypesOf(const SetOutline& outline);
+    static std::vector<bool> repeatedMembers(const SetOutline& outline, const MemberTypes& types);
     void vSetAdd(const SetOutline& outline);
     void vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType);
-    void vTypeAdd(std::string key, MemberType type, const Spot& spot, bool mayHaveUnknownType);
     void vEnumerationAdd(const SetOutline& outline, const MemberOutline& member);
     /// Of the set when `member` is null.
     void vGuidAdd(const SetOutline& outline, const MemberOutline* member);
-    void vSpellingAdd(char kind, std::string_view name, TextPosition position);
+    void vSpellingAdd(Names& names, std::string_view name, TextPosition position);
 
     void vSetsFind(Collector& findings) const;
     void vEnumerationsFind(Collector& findings) const;
-    void vSpellingsFind(Collector& findings) const;
+    static void vSpellingsFind(Collector& findings, const Names& names, std::string_view what);
     void vGuidsFind(Collector& findings) const;
     void vGuidsOfOneFind(Collector& findings, std::span<const GuidRepeat* const> repeats) const;
-    void vTypesFind(Collector& findings) const;
-    bool boIsKnown(const MemberType& type) const;
+    void vTypesFind(Collector& findings, bool isQuantity) const;
+    static void vVariantsFind(Collector& findings, std::string_view name, const Variants& variants);
+    bool boIsKnown(const Doubtful& member) const;
 
     std::vector<Document> documents_;
     std::unordered_map<std::string, std::vector<Named>> sets_;
     // By context and name.
     std::unordered_map<std::string, Enumeration> enumerations_;
-    // By the same keys, as they were written first.
-    std::unordered_map<std::string, std::string> enumerationNames_;
-    // By the upper-cased name, after a letter for its kind.
-    std::unordered_map<std::string, std::map<std::string, Spot, std::less<>>> spellings_;
+    Names memberNames_;
+    Names enumerationNames_;
     // The first use of each.
     std::map<Guid, Spot> guids_;
     std::vector<GuidRepeat> guidRepeats_;
-    // By name, after a letter for its kind.
-    std::unordered_map<std::string, Types> types_;
+    // A property is no quantity, whatever both are called.
+    Types propertyTypes_;
+    Types quantityTypes_;
     std::vector<Doubtful> doubtful_;
-    // The types, upper-cased, of documents in which all are known.
-    std::unordered_set<std::string> knownTypes_;
+    // The types of documents in which all are known.
+    std::unordered_set<std::string, HashIgnoringCase, SameIgnoringCase> knownTypes_;
 };
 
 } // namespace kiv::kit
