@@ -77,6 +77,10 @@ bool isDeclarationEnd(std::string_view word) {
 
 /// Words that no statement before its ';' contains: where one is met, the ';' is missing.
 bool isBoundary(std::string_view word) {
+    // As most names do not begin: those of IFC have an "I".
+    constexpr std::string_view Beginnings = "CEFPRSTcefprst";
+    if (word.empty() || Beginnings.find(word.front()) == std::string_view::npos)
+        return false;
     return isSchemaWord(word) || pStatement(word) || isDeclarationEnd(word);
 }
 
@@ -286,7 +290,8 @@ void PositionReader::vNext() {
     if (!token_.text.empty())
         previousEnd_ = offset() + token_.text.size();
     previous_ = token_;
-    token_ = std::exchange(ahead_, scanner_.next());
+    token_ = ahead_;
+    ahead_ = scanner_.next();
 }
 
 std::size_t PositionReader::offset() const {

@@ -195,13 +195,20 @@ ExpressToken ExpressScanner::next() {
         return token;
     token.kind = kindOf(charAt(0));
     token.text = text_.substr(mark_.offset, tokenSize(token.kind));
-    // No token has a line end in it. What follows it is looked at, as it may go on with a byte of its last
-    // code point; the end of the text does not.
-    const auto following = text_.substr(mark_.offset + 1, token.text.size());
-    token.position.length = codePointsIn(following) + (following.size() < token.text.size() ? 1U : 0U);
+    token.position.length = lengthOf(token.text);
     mark_.column += token.position.length;
     mark_.offset += token.text.size();
     return token;
+}
+
+/// In code points, of the token that is here. No token has a line end in it.
+std::size_t ExpressScanner::lengthOf(std::string_view token) const {
+    // What follows is looked at, as it may go on with a byte of the last code point; the end of the text does
+    // not.
+    if (isAsciiOnly(token) && !isContinuation(charAt(token.size())))
+        return token.size();
+    const auto following = text_.substr(mark_.offset + 1, token.size());
+    return codePointsIn(following) + (following.size() < token.size() ? 1U : 0U);
 }
 
 } // namespace kiv::kit

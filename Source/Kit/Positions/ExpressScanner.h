@@ -79,6 +79,7 @@ private:
     void vCommentSkip();
     std::size_t commentEnd();
     std::size_t tokenSize(ExpressTokenKind kind) const;
+    std::size_t lengthOf(std::string_view token) const;
 
     std::string_view text_;
     ExpressMark mark_;

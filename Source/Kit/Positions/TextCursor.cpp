@@ -48,12 +48,14 @@ void TextCursor::vLineLook() {
     // The CR before an LF belongs to the end.
     const bool isReturn = lineEnd_ != lineBegin_ && text_[lineEnd_ - 1] == '\r';
     contentEnd_ = isReturn ? lineEnd_ - 1 : lineEnd_;
-    isAscii_ = isAsciiOnly(text_.substr(lineBegin_, contentEnd_ - lineBegin_));
-    countedTo_ = lineBegin_;
-    column_ = 1;
+    asciiEnd_ = lineBegin_ + asciiAtFront(text_.substr(lineBegin_, lineEnd_ - lineBegin_));
+    countedTo_ = asciiEnd_;
+    column_ = asciiEnd_ - lineBegin_ + 1;
 }
 
 TextPosition TextCursor::countedAt(std::size_t offset, std::size_t length) {
+    if (offset < asciiEnd_)
+        return {line_, offset - lineBegin_ + 1, codePointsIn(text_.substr(offset, length))};
     column_ += codePointsIn(text_.substr(countedTo_, offset - countedTo_));
     countedTo_ = offset;
     return {line_, column_, codePointsIn(text_.substr(offset, length))};

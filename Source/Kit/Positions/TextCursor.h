@@ -30,7 +30,7 @@ public:
             vLineOf(offset);
         const auto length = offset < contentEnd_ ? std::min(size, contentEnd_ - offset) : 0;
         const auto column = offset - lineBegin_ + 1;
-        return isAscii_ ? TextPosition{line_, column, length} : countedAt(offset, length);
+        return offset + length <= asciiEnd_ ? TextPosition{line_, column, length} : countedAt(offset, length);
     }
 
     /// Code points up to the first line end.
@@ -41,7 +41,7 @@ private:
     void vLineOf(std::size_t offset);
     std::size_t lineEndFrom(std::size_t begin) const;
     void vLineLook();
-    /// In a line that has other letters too.
+    /// Where other letters come before the end of it on the line.
     TextPosition countedAt(std::size_t offset, std::size_t length);
 
     std::string_view text_;
@@ -53,8 +53,9 @@ private:
     std::size_t lineEnd_ = 0;
     /// Before a CR that belongs to the end.
     std::size_t contentEnd_ = 0;
-    bool isAscii_ = true;
-    // In a line with other letters, the last place that was asked for.
+    /// Up to here all of the line is of ASCII.
+    std::size_t asciiEnd_ = 0;
+    // After that, the last place that was asked for.
     std::size_t countedTo_ = 0;
     std::size_t column_ = 1;
 };

@@ -41,14 +41,19 @@ constexpr CodePointBytes codePointAt(std::string_view text, std::size_t offset) 
     return {value, size};
 }
 
+/// How many bytes before the first that is no character of ASCII.
+inline std::size_t asciiAtFront(std::string_view text) {
+    std::size_t size = 0;
+    while (size + EightBytes <= text.size() && isAsciiBytes(eightBytesAt(text.data() + size)))
+        size += EightBytes;
+    while (size != text.size() && static_cast<unsigned char>(text[size]) < 0x80U)
+        ++size;
+    return size;
+}
+
 /// Whether each byte is a character of ASCII.
 inline bool isAsciiOnly(std::string_view text) {
-    while (text.size() >= EightBytes) {
-        if (!isAsciiBytes(eightBytesAt(text.data())))
-            return false;
-        text.remove_prefix(EightBytes);
-    }
-    return std::ranges::none_of(text, [](char byte) { return static_cast<unsigned char>(byte) >= 0x80U; });
+    return asciiAtFront(text) == text.size();
 }
 
 inline std::size_t codePointsIn(std::string_view text) {

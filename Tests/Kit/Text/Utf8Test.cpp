@@ -40,6 +40,7 @@ TEST(Utf8, ATextIsOfAsciiWhenEachByteIs) {
         for (std::size_t place = 0; place != size; ++place) {
             text[place] = '\x80';
             EXPECT_FALSE(isAsciiOnly(text)) << size << ' ' << place;
+            EXPECT_EQ(asciiAtFront(text), place) << size;
             text[place] = '\0';
         }
     }
