@@ -18,10 +18,21 @@ constexpr std::string_view WideBlanks[] = {"\xC2\xA0",     "\xE2\x80\x80", "\xE2
                                            "\xE2\x80\x87", "\xE2\x80\x88", "\xE2\x80\x89", "\xE2\x80\x8A",
                                            "\xE2\x80\x8B", "\xE2\x80\xAF", "\xE3\x80\x80", "\xEF\xBB\xBF"};
 
+/// The byte after the first of a wide blank, and the one before its last: letters of most scripts have others
+/// there.
+constexpr std::string_view SecondBytes = "\xA0\x80\xBB";
+constexpr std::string_view LastBytesButOne = "\xC2\x80\xBB";
+
+bool isAmong(char byte, std::string_view bytes) {
+    return std::ranges::any_of(bytes, [byte](char one) { return one == byte; });
+}
+
 /// How many bytes of a blank the text begins with; 0 when it begins with none.
 std::size_t blankAtFront(std::string_view text) {
     if (text.empty() || isAscii(text.front()))
         return !text.empty() && isWhiteSpace(text.front()) ? 1 : 0;
+    if (text.size() < 2 || !isAmong(text[1], SecondBytes))
+        return 0;
     const auto isThere = [text](std::string_view blank) { return text.starts_with(blank); };
     const auto* const found = std::ranges::find_if(WideBlanks, isThere);
     return found == std::end(WideBlanks) ? 0 : found->size();
@@ -30,6 +41,8 @@ std::size_t blankAtFront(std::string_view text) {
 std::size_t blankAtBack(std::string_view text) {
     if (text.empty() || isAscii(text.back()))
         return !text.empty() && isWhiteSpace(text.back()) ? 1 : 0;
+    if (text.size() < 2 || !isAmong(text[text.size() - 2], LastBytesButOne))
+        return 0;
     const auto isThere = [text](std::string_view blank) { return text.ends_with(blank); };
     const auto* const found = std::ranges::find_if(WideBlanks, isThere);
     return found == std::end(WideBlanks) ? 0 : found->size();

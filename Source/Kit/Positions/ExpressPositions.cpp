@@ -77,10 +77,19 @@ bool isDeclarationEnd(std::string_view word) {
 
 /// Words that no statement before its ';' contains: where one is met, the ';' is missing.
 bool isBoundary(std::string_view word) {
-    // As most names do not begin: those of IFC have an "I".
-    constexpr std::string_view Beginnings = "CEFPRSTcefprst";
-    if (word.empty() || Beginnings.find(word.front()) == std::string_view::npos)
+    // Most names begin with another letter: those of IFC with "I".
+    switch (word.empty() ? '\0' : getUpper(word.front())) {
+    case 'C':
+    case 'E':
+    case 'F':
+    case 'P':
+    case 'R':
+    case 'S':
+    case 'T':
+        break;
+    default:
         return false;
+    }
     return isSchemaWord(word) || pStatement(word) || isDeclarationEnd(word);
 }
 

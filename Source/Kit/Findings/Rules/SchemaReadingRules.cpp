@@ -326,21 +326,22 @@ void LostDeclarations::vEndCheck(std::size_t index) {
     const auto& statement = run_.lines.statements[index];
     const std::string end = "END_" + std::string(keywordOf(declaration.kind));
     const auto endOffset = offsetIn(run_, declaration.text) + declaration.text.size();
-    const auto what = sDeclaration(declaration);
-    const bool isOneLine = declaration.text.find_first_of("\r\n") == std::string_view::npos;
+    const auto sWhat = [&declaration] { return sDeclaration(declaration); };
+    const bool isOneLine = declaration.text.find('\n') == std::string_view::npos &&
+                           declaration.text.find('\r') == std::string_view::npos;
     Finding* finding = nullptr;
     if (declaration.end.text.empty())
-        finding = &run_.add("E004", declaration.name.position, end + " of " + what + " is missing");
+        finding = &run_.add("E004", declaration.name.position, end + " of " + sWhat() + " is missing");
     else if (isOneLine)
-        finding = &run_.add("E003", declaration.name.position, what + " is on one line and is not read");
+        finding = &run_.add("E003", declaration.name.position, sWhat() + " is on one line and is not read");
     else if (declaration.end.text != end)
         finding = &wrongEndAdd(declaration, end);
     else if (!reading.taken.empty())
         finding = &run_.add("E004", declaration.end.position,
-                            "the end of " + what + " is not seen: it must be on a line of its own");
+                            "the end of " + sWhat() + " is not seen: it must be on a line of its own");
     else if (statement.end + declaration.end.text.size() < endOffset)
         finding = &run_.add("E005", declaration.name.position,
-                            what + " is read up to a line that only mentions its end");
+                            sWhat() + " is read up to a line that only mentions its end");
     if (!finding)
         return;
     finding->subject = declaration.name.text;

@@ -113,7 +113,8 @@ void StructureCheck::vNamespaceCheck() {
 void StructureCheck::vElementCheck(XmlIndex element, const ElementRule& rule) {
     const auto& parts = xml_.getElement(element);
     // Readers take an item of an enumeration, and a constant, whatever its name is.
-    if (parts.parent != NoXmlElement && parts.name != rule.name)
+    const auto* const parent = parts.parent == NoXmlElement ? nullptr : run_.vocabulary.pRuleOf(parts.parent);
+    if (parent && parent->unknown == UnknownChild::ReadAnyway && parts.name != rule.name)
         unknown_.vUnknownAdd(element);
     if (rule.content == ContentKind::Ignored)
         return;
