@@ -288,6 +288,27 @@ TEST(ExpressPositions, BoundsAreSeenWithoutColonAndSwapped) {
     EXPECT_TRUE(entity.gaps[0].isInMember);
 }
 
+TEST(ExpressPositions, ItemsWithoutBracketsAreItems) {
+    const auto positions = expressPositions("TYPE A = SELECT B, C;\nEND_TYPE;\n");
+    ASSERT_EQ(positions.declarations.size(), 1U);
+    const auto& type = positions.declarations[0];
+    ASSERT_EQ(type.names.size(), 2U);
+    EXPECT_EQ(sWord(type.names[0].word), "B@1:17+1");
+    EXPECT_EQ(sWord(type.names[1].word), "C@1:20+1");
+    ASSERT_EQ(type.gaps.size(), 1U);
+    EXPECT_EQ(type.gaps[0].missing, "\"(\"");
+}
+
+/// The words of the second attribute lack the semicolon too, so that they are rather none.
+TEST(ExpressPositions, AColonThatIsMissingBeforeIsKept) {
+    const auto positions = expressPositions("ENTITY A;\n B REAL;\n C REAL\nEND_ENTITY;\n");
+    ASSERT_EQ(positions.declarations.size(), 1U);
+    const auto& gaps = positions.declarations[0].gaps;
+    ASSERT_EQ(gaps.size(), 1U);
+    EXPECT_EQ(gaps[0].missing, "\":\"");
+    EXPECT_EQ(sWord(gaps[0].last), "B@2:2+1");
+}
+
 TEST(ExpressPositions, AMisspeltSchemaIsOneUnlessThereIsAnother) {
     const auto misspelt = expressPositions("SCEMA A;\nEND_SCEMA;\n");
     ASSERT_EQ(misspelt.schemas.size(), 1U);

@@ -245,6 +245,16 @@ TEST(XmlPositionsTest, RefusesElementsThatAreNestedTooDeep) {
     EXPECT_EQ(xml.getElements().size(), 256);
 }
 
+TEST(XmlPositionsTest, ADefaultAttributeIsWhereItsElementIs) {
+    const XmlPositions xml("<!DOCTYPE a [<!ATTLIST b c CDATA \"d\">]>\n<a><b/></a>");
+    ASSERT_EQ(xml.pError(), nullptr);
+    const auto* const attribute = xml.pAttribute(xml.getElements()[1], "c");
+    ASSERT_NE(attribute, nullptr);
+    EXPECT_EQ(attribute->value.value, "d");
+    EXPECT_EQ(attribute->position, (TextPosition{2, 5, 1}));
+    EXPECT_EQ(attribute->value.position, (TextPosition{2, 5, 1}));
+}
+
 TEST(XmlPositionsTest, RefusesDefaultAttributesThatAddUp) {
     std::string text = "<!DOCTYPE a [<!ATTLIST b c CDATA \"" + std::string(100'000, 'x') + "\">]><a>";
     for (int i = 0; i != 200; ++i)
