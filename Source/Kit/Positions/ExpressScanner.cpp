@@ -34,6 +34,11 @@ bool isBlank(char letter) {
     return static_cast<unsigned char>(letter) <= ' ';
 }
 
+/// What blanks and comments begin with.
+bool isGapBegin(char letter) {
+    return isBlank(letter) || letter == '(' || letter == '-';
+}
+
 ExpressTokenKind kindOf(char letter) {
     if (isWordStart(letter))
         return ExpressTokenKind::Word;
@@ -44,7 +49,7 @@ ExpressTokenKind kindOf(char letter) {
 
 std::size_t wordSize(std::string_view text) {
     std::size_t size = 0;
-    while (size < text.size() && WordParts[static_cast<unsigned char>(text[size])])
+    while (size < text.size() && isWordPart(text[size]))
         ++size;
     return size;
 }
@@ -69,6 +74,8 @@ std::size_t stringSize(std::string_view text) {
 }
 
 std::size_t symbolSize(std::string_view text) {
+    if (text.front() != ':')
+        return 1;
     for (const std::string_view symbol : {":<>:", ":=:", ":="}) {
         if (text.starts_with(symbol))
             return symbol.size();
@@ -188,7 +195,8 @@ std::size_t ExpressScanner::tokenSize(ExpressTokenKind kind) const {
 }
 
 ExpressToken ExpressScanner::next() {
-    vGapSkip();
+    if (isGapBegin(charAt(0)))
+        vGapSkip();
     ExpressToken token;
     token.position = {mark_.line, mark_.column, 0};
     if (isAtEnd())
