@@ -19,11 +19,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using Arguments = std::vector<std::string>;
+using kiv::test::FileSizeLimit;
 using kiv::test::namesIn;
 using kiv::test::sFileText;
 using kiv::test::TemporaryFolder;
-using Arguments = std::vector<std::string>;
-using kiv::test::FileSizeLimit;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::IsEmpty;
@@ -100,13 +100,6 @@ std::string sJobName(const testing::TestParamInfo<Arguments>& row) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, KivifcOutput, testing::ValuesIn(Jobs), sJobName);
-
-std::vector<std::string> namesIn(const std::string& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder))
-        names.push_back(entry.path().filename().native());
-    return names;
-}
 
 /// What the program writes to standard error is a file too; so it has room for the lines, but not for what is
 /// exported.

@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <set>
 #include <string>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -38,6 +37,7 @@ namespace kiv::kivifc::site::test {
 namespace {
 
 namespace fs = std::filesystem;
+using kiv::test::namesIn;
 using kiv::test::sFileText;
 using kiv::test::TemporaryFolder;
 using testing::ElementsAre;
@@ -48,14 +48,6 @@ std::string sWritten(const std::string& path, std::string_view text, bool isForc
     SiteFolder folder(path, isForced);
     folder.vWrite(Address(PageName("index.html")), text);
     return folder.sFinish();
-}
-
-/// All that is in a folder, with the names of hidden files too.
-std::set<std::string> namesIn(const std::string& path) {
-    std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator(path))
-        names.insert(entry.path().filename());
-    return names;
 }
 
 TEST(SiteFolder, HasItsFilesAndAListOfThem) {
