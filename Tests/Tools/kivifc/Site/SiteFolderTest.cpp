@@ -16,8 +16,6 @@
 
 namespace {
 
-using kiv::test::namesIn;
-
 /// As of a disk that turns out to be full when a file is closed: close takes place and fails.
 bool isCloseFailing = false;
 
@@ -37,6 +35,7 @@ namespace kiv::kivifc::site::test {
 namespace {
 
 namespace fs = std::filesystem;
+
 using kiv::test::namesIn;
 using kiv::test::sFileText;
 using kiv::test::TemporaryFolder;
