@@ -70,6 +70,9 @@ struct Finding {
     std::vector<FindingEdit> edits;
     /// What it is about, whatever line it is on: "Pset_WallCommon.IsExternal". For comparing two runs.
     std::string subject;
+    /// Names that the schema lacks, as they are written: of a finding in a schema those of declarations that
+    /// are lost because of it, of one in a document the name that it uses.
+    std::vector<std::string> missingNames;
     /// Of a record or an assertion of the library; absent for the kit's own.
     std::optional<FindingOrigin> origin;
 };

@@ -475,6 +475,8 @@ void SchemaRun::vFindingTake(Finding& finding, Finding& other) {
     other.notes.insert(other.notes.begin(), {std::move(other.message), other.place});
     finding.notes.insert(finding.notes.begin(), std::make_move_iterator(other.notes.begin()),
                          std::make_move_iterator(other.notes.end()));
+    finding.missingNames.insert(finding.missingNames.end(), other.missingNames.begin(),
+                                other.missingNames.end());
     if (!finding.origin)
         finding.origin = std::move(other.origin);
     // It stays where it is, and is not among the findings in the end.

@@ -69,6 +69,20 @@ TEST(FindingsTest, SubjectsNameSetAndMember) {
     EXPECT_EQ(findings[1].subject, "Pset_A");
 }
 
+TEST(FindingsTest, SayWhichNamesTheSchemaLacks) {
+    const auto findings = exampleFindings(
+        "<PropertySetDef><IfcVersion "
+        "version=\"IFC4\"/><Name>A</Name><Definition>B</Definition><ApplicableClasses>"
+        "<ClassName>IfcWal/SOLIDWALL</ClassName></ApplicableClasses><PropertyDefs><PropertyDef><Name>P</Name>"
+        "<Definition>D</Definition><PropertyType><TypePropertySingleValue><DataType type=\"IfcReel\"/>"
+        "</TypePropertySingleValue></PropertyType></PropertyDef></PropertyDefs></PropertySetDef>");
+    ASSERT_EQ(findings.size(), 2);
+    EXPECT_EQ(findings[0].code, "C001");
+    EXPECT_EQ(findings[0].missingNames, std::vector<std::string>{"IfcWal"});
+    EXPECT_EQ(findings[1].code, "T001");
+    EXPECT_EQ(findings[1].missingNames, std::vector<std::string>{"IfcReel"});
+}
+
 TEST(FindingsTest, AreSortedByPlace) {
     const auto findings = exampleFindings(
         "<PropertySetDef templatetype=\"x\" ifdguid=\"x\"><Foo/><PropertyDefs/></PropertySetDef>");

@@ -60,6 +60,19 @@ TEST(SchemaFindings, AnAssertionThatNothingExplainsIsAFindingOfItsOwn) {
     EXPECT_EQ(findings[0].origin->line, 7);
 }
 
+TEST(SchemaFindings, LostDeclarationsAreNamed) {
+    const auto findings = findingsOf("TYPE A = Missing;\nEND_TYPE;\nENTITY B;\nENTITY C;\nEND_ENTITY;\n"
+                                     "entity Wall;\nEND_ENTITY;\n");
+    ASSERT_EQ(findings.size(), 3U);
+    // A type that is declared nowhere is not lost, and what takes another declaration is not either.
+    EXPECT_EQ(findings[0].code, "E013");
+    EXPECT_EQ(findings[0].missingNames, (std::vector<std::string>{}));
+    EXPECT_EQ(findings[1].code, "E004");
+    EXPECT_EQ(findings[1].missingNames, (std::vector<std::string>{"C"}));
+    EXPECT_EQ(findings[2].code, "E002");
+    EXPECT_EQ(findings[2].missingNames, (std::vector<std::string>{"Wall"}));
+}
+
 TEST(SchemaFindings, FindingsAreInTheOrderOfTheText) {
     const auto findings = findingsOf("ENTITY A\n SUBTYPE OF (X);\nEND_ENTITY;\n"
                                      "TYPE B = Y;\nEND_TYPE;\n"

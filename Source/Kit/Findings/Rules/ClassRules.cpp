@@ -407,6 +407,7 @@ void ClassCheck::vUnknownAdd(const ClassOutline& item) {
         return;
     }
     auto& draft = add("C001", item, names_.sSchema() + " has no entity " + sQuoted(name));
+    draft.finding.missingNames.emplace_back(name);
     if (const auto* other = names_.pOtherWith(name))
         draft.vNote(other->name + " has it");
     else if (boOtherMarkNoted(draft, name))

@@ -424,6 +424,12 @@ bool boSomethingFound(SchemaRun& run) {
 
 void vLostDeclarationsCheck(SchemaRun& run) {
     LostDeclarations(run).vCheck();
+    for (const auto& declared : run.declared) {
+        const auto name = declared.declaration->name.text;
+        if (declared.isLost() && declared.finding && run.isKept(*declared.finding) && !name.empty() &&
+            !run.schema->pObjectFromName(name))
+            declared.finding->missingNames.emplace_back(name);
+    }
 }
 
 void vOpenCommentCheck(SchemaRun& run) {

@@ -182,11 +182,13 @@ void TypeCheck::vUnknownAdd(const TypeOutline& type, std::string_view name) {
     if (const auto* other = names_.pOtherWith(name)) {
         run_.addAtValue("T002", type.element, *type.attribute,
                         "the type " + sQuoted(name) + " is not in " + names_.sSchema() + " but in " +
-                            other->name);
+                            other->name)
+            .finding.missingNames.emplace_back(name);
         return;
     }
     auto& draft = run_.addAtValue("T001", type.element, *type.attribute,
                                   names_.sSchema() + " has no type " + sQuoted(name));
+    draft.finding.missingNames.emplace_back(name);
     const bool wantsEntity = boRefers(type);
     if (const auto meant = wantsEntity ? std::string_view() : typeForForeign(name);
         !meant.empty() && run_.schema.pObjectFromName(meant))

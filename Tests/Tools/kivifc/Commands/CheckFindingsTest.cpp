@@ -612,6 +612,30 @@ TEST_F(CheckFindings, OfASchemaThatCannotBeReadNoNameIsUnknown) {
     EXPECT_EQ(countOf(run({"Walls.exp", "A.xml", "--select", "C001"}).out, "[C001]"), 1U);
 }
 
+TEST_F(CheckFindings, NamesThatTheSchemaLostAreFindingsOfTheSchemaAlone) {
+    folder_.sWrite("Walls.exp", "SCHEMA WALLS;\nENTITY Wall;\nEND_ENTITY;\ntype Length = REAL;\nEND_TYPE;\n"
+                                "ENTITY Roof;\nEND_ENTITY;\nEND_SCHEMA;\n");
+    folder_.sWrite("A.xml", sUnknownNames("Pset_A"));
+    folder_.sWrite("B.xml", sUnknownNames("Pset_B"));
+    const auto found = run({"Walls.exp", "A.xml", "B.xml", "--select", "E,T001,C001", "--no-context"});
+    EXPECT_EQ(found.status, 1);
+    EXPECT_EQ(found.out,
+              "Walls.exp:4:6: error: TYPE \"Length\" is not read: the keyword is written \"type\", "
+              "and is found in capitals only [E002]\n"
+              "Walls.exp:6:8: note: ENTITY \"Roof\" is taken for a part of it and is lost\n"
+              "Walls.exp:4:6: note: \"Length\" is used in 2 documents\n"
+              "Walls.exp:4:6: note: \"Roof\" is used in 2 documents\n"
+              "1 error in the schema, none in 2 documents\n");
+    // Where the mistake is not looked for, or no error, the documents have findings.
+    EXPECT_EQ(countOf(run({"Walls.exp", "A.xml", "--select", "C001"}).out, "[C001]"), 1);
+    EXPECT_EQ(countOf(run({"Walls.exp", "A.xml", "--severity", "E002=warning"}).out, "[C001]"), 1);
+    // What only looks like a lost name is not there.
+    auto other = sUnknownNames("Pset_C");
+    other.replace(other.find("Roof"), 4, "Roofs");
+    folder_.sWrite("C.xml", other);
+    EXPECT_EQ(countOf(run({"Walls.exp", "C.xml", "--select", "E,C001"}).out, "[C001]"), 1);
+}
+
 TEST_F(CheckFindings, DiffShowsWhatFixUncovers) {
     const auto path = folder_.sWrite("Set.xml", Covered);
     const auto diff = run({"Building.exp", "Set.xml", "--select", "S003,S011,C001", "--diff"});
