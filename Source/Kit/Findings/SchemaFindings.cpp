@@ -36,6 +36,8 @@ std::vector<Finding> schemaFindingsOf(const ifc::def::schema::Schema* schema,
         run.vMissingCount();
         vLostNameTake(run);
         vCutOffTake(run);
+        vStrayTextsCheck(run);
+        vBodiesCheck(run);
     }
     vOtherReportsAdd(run);
     return run.takeFindings();

@@ -492,6 +492,16 @@ Finding* SchemaRun::pMisreading() {
     return found == findings_.end() ? pOpenComment : &*found;
 }
 
+std::vector<TextPosition> SchemaRun::findingPlaces() const {
+    std::vector<TextPosition> places;
+    for (const auto& finding : findings_) {
+        if (!finding.code.empty())
+            places.push_back(finding.place.position);
+    }
+    std::ranges::sort(places);
+    return places;
+}
+
 std::vector<Finding*> SchemaRun::missingFindings() {
     std::vector<Finding*> findings;
     for (const auto& [key, missing] : missing_) {

@@ -122,6 +122,9 @@ public:
     Finding* pOpenComment = nullptr;
     /// Members that are not read: what they name is never looked up.
     std::unordered_set<const ExpressMember*> lostMembers;
+    /// Findings about a ":" too many, by the end of the name before it: that this is no type is the same
+    /// mistake.
+    std::unordered_map<const char*, Finding*> surplusColons;
     /// Rules that cannot be read, with the findings that say so: what is unknown in them may be why.
     std::unordered_map<const ExpressMember*, Finding*> unreadRules;
     std::vector<Headless> headless;
@@ -214,6 +217,9 @@ public:
     /// The first finding about something that is read as something else; null when there is none.
     Finding* pMisreading();
     static void vReportNote(Finding& finding, const Assertion& record);
+
+    /// Where something is found, in the order of the text.
+    std::vector<TextPosition> findingPlaces() const;
 
     /// What says that a name is not declared, in the order of the text.
     std::vector<Finding*> missingFindings();

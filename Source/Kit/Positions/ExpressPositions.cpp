@@ -236,6 +236,8 @@ private:
     void vSchemaRead(ExpressPositions& positions);
     void vSchemaEndRead(ExpressSchemaHeader& header);
     void vOtherPass(ExpressPositions& positions);
+    bool boInterfacePassed();
+    void vStrayTextNote(ExpressPositions& positions);
     ExpressDeclaration declarationRead(const Statement& statement);
     void vConstantsRead(ExpressPositions& positions);
     void vTypeRead(ExpressDeclaration& type, const Statement& statement);
@@ -262,6 +264,7 @@ private:
     void vBoundsEnd(ExpressDeclaration& declaration, const OpenBounds& bounds) const;
     ExpressWord boundsFrom(const ExpressWord& open) const;
     void vClausesRead(ExpressDeclaration& declaration, const Statement& statement, ExpressMemberKind kind);
+    void vSurplusColonTake(ExpressDeclaration& declaration);
     void vMemberRead(ExpressDeclaration& declaration, ExpressMemberKind kind);
     void vAttributesRead(ExpressDeclaration& declaration, ExpressMember member);
     std::vector<ExpressMember> attributeNamesRead(ExpressDeclaration& declaration,
@@ -293,6 +296,8 @@ private:
     // The end of the token before the current one.
     std::size_t previousEnd_ = 0;
     std::vector<ExpressUnended> unended_;
+    // The last token that belongs to no declaration.
+    const char* lastOther_ = nullptr;
 };
 
 void PositionReader::vNext() {
@@ -508,13 +513,39 @@ void PositionReader::vRead(ExpressPositions& positions) {
 
 /// What is between declarations. An end there may be a wrong one of the declaration before.
 void PositionReader::vOtherPass(ExpressPositions& positions) {
+    if (boInterfacePassed())
+        return;
     const auto& before = positions.declarations;
     const bool isOpen = !before.empty() && before.back().kind != ExpressDeclarationKind::Constant &&
                         before.back().end.text.empty();
     // That of constants is no part of them.
     if (isWord() && isDeclarationEnd(token_.text) && !isWord("END_CONSTANT") && !isOpen)
         positions.strayEnds.push_back({token_.text, token_.position});
+    vStrayTextNote(positions);
     vNext();
+}
+
+/// Statements that the library does not look for, and that may be between declarations.
+// interface = ( 'USE' | 'REFERENCE' ) 'FROM' ... ';'
+// constraint = 'SUBTYPE_CONSTRAINT' ... 'END_SUBTYPE_CONSTRAINT' ';'
+bool PositionReader::boInterfacePassed() {
+    constexpr std::string_view ConstraintEnd = "END_SUBTYPE_CONSTRAINT";
+    const bool isInterface =
+        isWord() && isOneOf(token_.text, {"USE", "REFERENCE"}) && isSameExpressWord(ahead_.text, "FROM");
+    if (!isInterface && !isWord("SUBTYPE_CONSTRAINT"))
+        return false;
+    while (!isInterface && !isAtEnd() && !isWord(ConstraintEnd) && !(isWord() && isBoundary(token_.text)))
+        vNext();
+    vStatementSkip();
+    return true;
+}
+
+void PositionReader::vStrayTextNote(ExpressPositions& positions) {
+    const bool goesOn = lastOther_ && previous_.text.data() == lastOther_;
+    const bool isInSchema = !positions.schemas.empty() && positions.schemas.back().end.text.empty();
+    lastOther_ = token_.isSymbol(';') && !goesOn ? nullptr : token_.text.data();
+    if (!goesOn && lastOther_ && isInSchema)
+        positions.strayTexts.push_back({token_.text, token_.position});
 }
 
 /// "END_SCHEMA", or misspelt.
@@ -916,6 +947,9 @@ void PositionReader::vClausesRead(ExpressDeclaration& declaration, const Stateme
             kind = clauseKind(clause);
             isInRules = kind == ExpressMemberKind::Where;
             vKeywordTake(declaration, clause);
+            // On the next line it is rather that of an attribute without a name.
+            if (token_.isSymbol(':') && !isLineStart())
+                vSurplusColonTake(declaration);
         } else if (isWord() || (isNumber() && ahead_.isSymbol(':')) || isSeparator() ||
                    (kind == ExpressMemberKind::Where && !token_.isSymbol(';'))) {
             // A rule may have no label, and a name may be missing.
@@ -924,6 +958,12 @@ void PositionReader::vClausesRead(ExpressDeclaration& declaration, const Stateme
             vNext();
         }
     }
+}
+
+/// "INVERSE:"
+void PositionReader::vSurplusColonTake(ExpressDeclaration& declaration) {
+    declaration.gaps.push_back({{previous_.text, previous_.position}, "\":\"", false, false, false, true});
+    vNext();
 }
 
 void PositionReader::vMemberRead(ExpressDeclaration& declaration, ExpressMemberKind kind) {

@@ -191,6 +191,9 @@ struct ExpressPositions {
     /// "END_ENTITY" as written, where no declaration is open: that of one whose beginning is missing. In the
     /// order of the text.
     std::vector<ExpressWord> strayEnds;
+    /// What is between the declarations of a schema and is no statement of EXPRESS: the first word or symbol
+    /// of each such text, in the order of the text. A ';' alone is none.
+    std::vector<ExpressWord> strayTexts;
     /// The first comment that nothing closes; line 0 for none.
     TextPosition openComment;
 };

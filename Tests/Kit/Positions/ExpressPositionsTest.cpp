@@ -154,6 +154,24 @@ std::string sStrayEnds(std::string_view text) {
     return dump;
 }
 
+std::string sStrayTexts(std::string_view text) {
+    std::string dump;
+    for (const auto& word : expressPositions(text).strayTexts)
+        dump += sWord(word) + ' ';
+    return dump;
+}
+
+TEST(ExpressPositions, TextsBetweenDeclarationsAreSeen) {
+    EXPECT_EQ(sStrayTexts("q;\nSCHEMA A;\nx;\nTYPE B = REAL;\nEND_TYPE;;\ny z;\n w\nEND_SCHEMA;\nv;"),
+              "x@3:1+1 y@6:1+1 ");
+    EXPECT_EQ(sStrayTexts("SCHEMA A;\nTYPE B = REAL;\nEND_TYPE;\n(5)"), "(@4:1+1 ");
+    // Statements of EXPRESS that declare nothing which is read.
+    EXPECT_EQ(sStrayTexts("SCHEMA A;\nUSE FROM B (C AS D);\nreference from E;\nSUBTYPE_CONSTRAINT F FOR G;\n"
+                          " ABSTRACT SUPERTYPE;\nEND_SUBTYPE_CONSTRAINT;\nx;\n"),
+              "x@7:1+1 ");
+    EXPECT_EQ(sStrayTexts("SCHEMA A;\nSUBTYPE_CONSTRAINT B FOR C;\nTYPE D = REAL;\nEND_TYPE;"), "");
+}
+
 TEST(ExpressPositions, EndsOfDeclarationsWithoutABeginningAreSeen) {
     EXPECT_EQ(sStrayEnds("END_TYPE;\nTYPE A = REAL;\nEND_TYPE;\n B : REAL;\nend_entity;"),
               "END_TYPE@1:1+8 end_entity@5:1+10 ");

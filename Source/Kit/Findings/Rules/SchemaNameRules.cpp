@@ -97,7 +97,15 @@ Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const User& 
     if (auto* const before =
             run.pMissingBefore(key, word.position, std::string(use.role) + " of " + user.sShown()))
         return *before;
-    auto& finding = run.add(use.code, word.position, sUse(use, word, user) + " is not declared");
+    const auto message = sUse(use, word, user) + " is not declared";
+    if (const auto colon = run.surplusColons.find(word.text.data() + word.text.size());
+        colon != run.surplusColons.end()) {
+        colon->second->severity = Severity::Error;
+        colon->second->notes.push_back({message, {}});
+        run.vMissingKeep(std::move(key), *colon->second);
+        return *colon->second;
+    }
+    auto& finding = run.add(use.code, word.position, message);
     finding.subject = user.sShown();
     run.vMissingKeep(std::move(key), finding);
     auto keywords = use.code == TypeRule.code ? typeKeywordsLike(word.text) : std::vector<std::string_view>();

@@ -676,6 +676,8 @@ void vGapsCheck(SchemaRun& run) {
             // What came of it stays a finding of its own.
             if (!run.isKept(finding))
                 continue;
+            if (gap.isSurplus)
+                run.surplusColons.emplace(gap.last.text.data() + gap.last.text.size(), &finding);
             if (gap.missing == "\")\"" || gap.missing == "\"(\"" || isSameExpressWord(gap.last.text, "OF"))
                 vLostEndTake(run, declared, finding);
             const auto line = gap.last.position.line;

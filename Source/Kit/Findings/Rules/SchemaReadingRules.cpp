@@ -14,8 +14,8 @@
 #include <utility>
 #include <vector>
 
-// E001 to E005, E008, E009, E019 and R090: texts in which nothing is found, and declarations that the library
-// does not read.
+// E001 to E005, E008, E009, E019, E023 and R090: texts in which nothing is found, and declarations that the
+// library does not read.
 namespace kiv::kit {
 
 namespace {
@@ -576,6 +576,49 @@ void vCutOffTake(SchemaRun& run) {
         vCutTake(cut, *finding);
     if (const auto more = missing.size() - listed; more > 0)
         cut.notes.back().message += ", and " + std::to_string(more) + " more";
+}
+
+namespace {
+
+/// Whether a text between two declarations, or after the last one, has a finding already.
+class ExplainedTexts {
+public:
+    explicit ExplainedTexts(const SchemaRun& run) : run_(run), places_(run.findingPlaces()) {}
+
+    bool isExplained(const ExpressWord& text) const {
+        const auto beginOf = [this](const Declared& one) { return offsetIn(run_, one.declaration->text); };
+        const auto next = std::ranges::upper_bound(run_.declared, offsetIn(run_, text.text), {}, beginOf);
+        const auto* const before = next == run_.declared.begin() ? nullptr : &*std::prev(next);
+        // What is misread may end elsewhere.
+        if (before && (before->isLost() || before->finding))
+            return true;
+        const auto from = before ? before->declaration->end.position : text.position;
+        const auto found = std::ranges::lower_bound(places_, from, isBefore);
+        return found != places_.end() &&
+               (next == run_.declared.end() || isBefore(*found, next->declaration->keyword.position));
+    }
+
+private:
+    const SchemaRun& run_;
+    const std::vector<TextPosition> places_;
+};
+
+} // namespace
+
+void vStrayTextsCheck(SchemaRun& run) {
+    const auto& headers = run.positions.schemas;
+    const ExplainedTexts explained(run);
+    for (const auto& text : run.positions.strayTexts) {
+        const bool isBeforeSchema =
+            headers.empty() || isBefore(text.position, headers.back().keyword.position);
+        const bool isInComment =
+            run.pOpenComment && isBefore(run.pOpenComment->place.position, text.position);
+        if (isBeforeSchema || isInComment || explained.isExplained(text))
+            continue;
+        run.add("E023", text.position,
+                "what begins with " + sNamed(text.text) + " is in no declaration, and is passed over")
+            .subject = text.text;
+    }
 }
 
 void vOtherReportsAdd(SchemaRun& run) {

@@ -474,6 +474,50 @@ constexpr Rule SchemaRules[] = {
       "END_TYPE;\n"
       "END_SCHEMA;\n"}},
 
+    {"E023",
+     "text-between-declarations",
+     Severity::Warning,
+     "A text is in no declaration.",
+     "Between declarations only comments and statements of EXPRESS belong. Anything else is passed over: "
+     "often it is "
+     "an attribute after END_ENTITY, or what is left of a declaration.\n\nMove it to where it belongs, or "
+     "write it as "
+     "a comment.",
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      "END_ENTITY;\n"
+      "\tMark : STRING;\n"
+      "END_SCHEMA;\n"},
+     {"SCHEMA WALLS;\n"
+      "ENTITY Wall;\n"
+      "\tMark : STRING;\n"
+      "END_ENTITY;\n"
+      "END_SCHEMA;\n"}},
+
+    {"E024",
+     "open-statement",
+     Severity::Warning,
+     "A statement in a function or rule lacks THEN or its end, or an end has no statement.",
+     "IF goes on with THEN and ends with END_IF, CASE with END_CASE, REPEAT with END_REPEAT, LOCAL with "
+     "END_LOCAL, "
+     "and BEGIN with END. Readers of this library keep bodies as text; programs that run them refuse the "
+     "schema.\n\nAdd what is missing, or remove the end that is too many.",
+     {"SCHEMA WALLS;\n"
+      "FUNCTION Rounded (Height : REAL) : REAL;\n"
+      "\tIF Height > 1.0 THEN\n"
+      "\t\tRETURN (1.0);\n"
+      "\tRETURN (Height);\n"
+      "END_FUNCTION;\n"
+      "END_SCHEMA;\n"},
+     {"SCHEMA WALLS;\n"
+      "FUNCTION Rounded (Height : REAL) : REAL;\n"
+      "\tIF Height > 1.0 THEN\n"
+      "\t\tRETURN (1.0);\n"
+      "\tEND_IF;\n"
+      "\tRETURN (Height);\n"
+      "END_FUNCTION;\n"
+      "END_SCHEMA;\n"}},
+
     {"R090",
      "schema-report",
      Severity::Error,

@@ -50,6 +50,11 @@ void vUsedNamesCheck(SchemaRun& run);
 /// E018: names that expressions use. Where a declaration uses the name too, that is the finding, even when
 /// the expression comes first: there data is lost.
 void vExpressionNamesCheck(SchemaRun& run);
+/// E023: texts between declarations. What explains them has to be found before.
+void vStrayTextsCheck(SchemaRun& run);
+/// E024: statements in bodies that lack THEN or their end. What is misspelt there, E018, has to be found
+/// before.
+void vBodiesCheck(SchemaRun& run);
 /// E005 of a declaration without its first line, and E002 of one without a name, take the finding about the
 /// name that is lost. The text that is left does not say which name that is: it is taken to be the one that
 /// is missing, where a single one is, and a single declaration lacks its name.

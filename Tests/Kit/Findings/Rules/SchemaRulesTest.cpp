@@ -98,6 +98,51 @@ INSTANTIATE_TEST_SUITE_P(
             "5:14+6 E017 warning: the entity \"Wall\" has no attribute \"Storey\"\n"
             "  6:8+6 it is also used in the rule \"Wall.UR2\"\n"}));
 
+INSTANTIATE_TEST_SUITE_P(
+    BetweenDeclarations, SchemaFindingsOf,
+    testing::Values(
+        Sample{"ENTITY B;\nEND_ENTITY;\n X : REAL;\n Y : REAL;\nTYPE C = REAL;\nEND_TYPE;\nhello there;\n",
+               "4:2+1 E023 warning: what begins with \"X\" is in no declaration, and is passed over\n"
+               "8:1+5 E023 warning: what begins with \"hello\" is in no declaration, and is passed over\n"},
+        Sample{"= 5;\nTYPE C = REAL;\nEND_TYPE;\n",
+               "2:1+1 E023 warning: what begins with \"=\" is in no declaration, and is passed over\n"},
+        Sample{"USE FROM B (C, D);\nREFERENCE FROM E;\nTYPE C = REAL;\nEND_TYPE;;\nCONSTANT\n G : REAL := "
+               "1.;\nEND_CONSTANT;\n(* text *)\n-- text\n",
+               ""},
+        // It is what is left of a declaration, which has a finding.
+        Sample{
+            "TYPE C = REAL;\nEND_TYPE;\nenity B;\n X : REAL;\nEND_ENTITY;\n",
+            "6:5+6 E005 error: the line that begins an ENTITY is missing, and this one is read as one\n"}));
+
+/// A function "F" with the parameter "X"; the statements begin in line 3.
+std::string sBody(std::string_view statements) {
+    return "FUNCTION F (X : REAL) : REAL;\n" + std::string(statements) + " RETURN (X);\nEND_FUNCTION;\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Bodies, SchemaFindingsOf,
+    testing::Values(
+        Sample{sBody(" IF X > 1. RETURN (1.);\n END_IF;\n"),
+               "3:2+2 E024 warning: THEN of this IF is missing in \"F\"\n"},
+        Sample{sBody(" IF X > 1.\n X := 1.;\n END_IF;\n"),
+               "3:2+2 E024 warning: THEN of this IF is missing in \"F\"\n"},
+        Sample{sBody(" IF X > 1. THEN\n RETURN (1.);\n"),
+               "3:2+2 E024 warning: END_IF of this IF is missing in \"F\"\n"},
+        Sample{sBody(" IF X > 1. THEN\n  REPEAT I := 1 TO 3;\n  SKIP;\n END_IF;\n"),
+               "4:3+6 E024 warning: END_REPEAT of this REPEAT is missing in \"F\"\n"},
+        Sample{sBody(" END_CASE;\n"), "3:2+8 E024 warning: this END_CASE ends nothing in \"F\"\n"},
+        Sample{sBody(" LOCAL\n  Y : REAL := X;\n X := Y;\n"),
+               "3:2+5 E024 warning: END_LOCAL of this LOCAL is missing in \"F\"\n"},
+        Sample{sBody(" LOCAL\n  Y : REAL := X;\n END_LOCAL;\n IF X > 1. THEN\n  BEGIN\n   X := Y;\n  END;\n "
+                     "ELSE IF X > 2. THEN\n  SKIP;\n END_IF;\n END_IF;\n CASE X OF\n  1. : RETURN (1.);\n  "
+                     "OTHERWISE : SKIP;\n END_CASE;\n REPEAT I := 1 TO 3 WHILE X > 1.;\n  ESCAPE;\n "
+                     "END_REPEAT;\n ALIAS Z FOR X;\n  Z := 1.;\n END_ALIAS;\n"),
+               ""},
+        // A misspelt keyword is one mistake.
+        Sample{sBody(" IF X > 1. THNE RETURN (1.);\n END_IF;\n"),
+               "3:12+4 E018 warning: the name \"THNE\" is not declared in \"F\"\n"
+               "  did you mean \"THEN\"?\n"}));
+
 TEST(SchemaFindings, EndOfASchemaIsMissed) {
     const std::string schema = "SCHEMA A;\nTYPE B = REAL;\nEND_TYPE;\n";
     EXPECT_EQ(sDump(findingsOfText(schema)),
@@ -1231,9 +1276,19 @@ INSTANTIATE_TEST_SUITE_P(
         Sample{"TYPE L = STRING;\nEND_TYPE;\nENTITY B;\n Name : L : REAL;\n Other : L : REAL;\nEND_ENTITY;\n",
                "5:9+1 E022 warning: there is a \":\" too many after \"L\"\n"
                "6:10+1 E022 warning: there is a \":\" too many after \"L\"\n"},
+        // That it is no type is the same mistake.
         Sample{"ENTITY B;\n I : OPTIONAL J : REAL;\nEND_ENTITY;\n",
-               "3:15+1 E013 error: the type \"J\" of \"B.I\" is not declared\n"
-               "3:15+1 E022 warning: there is a \":\" too many after \"J\"\n"},
+               "3:15+1 E022 error: there is a \":\" too many after \"J\"\n"
+               "  the type \"J\" of \"B.I\" is not declared\n"},
+        Sample{"ENTITY B;\n I : LIST [0:?] OF J : REAL;\nEND_ENTITY;\n",
+               "3:20+1 E022 error: there is a \":\" too many after \"J\"\n"
+               "  the type \"J\" of \"B.I\" is not declared\n"
+               "  reported while reading: Type not found\n"},
+        Sample{"TYPE J = REAL;\nEND_TYPE;\nENTITY B;\n I : J : REAL;\nEND_ENTITY;\n",
+               "5:6+1 E022 warning: there is a \":\" too many after \"J\"\n"},
+        Sample{"ENTITY B;\n Y : C;\nEND_ENTITY;\nENTITY C;\n D : REAL;\n INVERSE:\n E : SET OF B FOR "
+               "Y;\nEND_ENTITY;\n",
+               "7:2+7 E022 warning: there is a \":\" too many after \"INVERSE\"\n"},
         Sample{"ENTITY B;\n I : REAL:\n J : REAL;\nEND_ENTITY;\n",
                "3:6+4 E009 warning: \";\" is missing after \"REAL\"\n"}));
 
