@@ -290,7 +290,7 @@ void ExpressionReader::vTokenCheck(std::size_t index) {
 
 /// 'IFC4.IFCWALL': what TYPEOF and USEDIN give, the name of this schema and a name of it.
 void ExpressionReader::vStringCheck(const ExpressToken& token) {
-    if (!run_.schema || token.text.size() < 2 || token.text.back() != '\'')
+    if (token.text.size() < 2 || token.text.back() != '\'')
         return;
     const auto content = token.text.substr(1, token.text.size() - 2);
     const auto dot = content.find('.');

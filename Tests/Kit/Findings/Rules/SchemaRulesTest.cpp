@@ -1396,10 +1396,11 @@ TEST(SchemaFindings, WithoutTheEndOfTheSchemaANameIsAFinding) {
 }
 
 TEST(SchemaFindings, AnEntityThatIsNotDeclaredIsOneFindingHoweverOftenItIsUsed) {
-    EXPECT_EQ(sDump(findingsOfText(sSchema("ENTITY B;\n\tC : REAL;\n WHERE\n\tV : SELF\\X.C > 0;\n"
-                                           "\tW : SELF\\X.C < 9;\nEND_ENTITY;\n"))),
-              "5:11+1 E018 warning: \"X\" is not declared in the rule \"V\" of \"B\"\n"
-              "  6:11+1 it is also used in the rule \"W\" of \"B\"\n");
+    EXPECT_EQ(sDump(findingsOfText(sSchema("ENTITY Wall;\n\tC : REAL;\n WHERE\n\tV : SELF\\Wal.C > 0;\n"
+                                           "\tW : SELF\\Wal.C < 9;\nEND_ENTITY;\n"))),
+              "5:11+3 E018 warning: \"Wal\" is not declared in the rule \"V\" of \"Wall\"\n"
+              "  did you mean \"Wall\"?\n"
+              "  6:11+3 it is also used in the rule \"W\" of \"Wall\"\n");
 }
 
 /// What is over the limit takes no other finding with it.
