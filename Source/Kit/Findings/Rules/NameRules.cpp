@@ -50,7 +50,7 @@ Stray strayBlanksIn(std::string_view name) {
     constexpr std::string_view Blanks[] = {"\t",       "\r",           "\n",          "  ",
                                            "\xC2\xA0", "\xE2\x80\xAF", "\xE3\x80\x80"};
     Stray first;
-    // Most names have words with one space between them, or one word.
+    // One word, as most names are, has none.
     const auto isPlain = [](char byte) { return isLetter(byte) || isDigit(byte) || byte == '_'; };
     if (std::ranges::all_of(name, isPlain))
         return first;
