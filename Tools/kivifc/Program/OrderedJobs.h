@@ -51,12 +51,13 @@ public:
             return make_(taken_++);
         std::unique_lock lock(mutex_);
         auto& slot = slots_[taken_ % slots_.size()];
-        changed_.wait(lock, [&slot] { return slot.has_value(); });
+        made_.wait(lock, [&slot] { return slot.has_value(); });
         auto done = std::move(*slot);
         slot.reset();
         ++taken_;
-        changed_.notify_all();
         lock.unlock();
+        // There is room for one piece more.
+        taking_.notify_one();
         if (done.exception)
             std::rethrow_exception(done.exception);
         return std::move(*done.result);
@@ -71,8 +72,8 @@ private:
     /// The number of the next piece to make; absent when there is no more.
     std::optional<std::size_t> nextNumber() {
         std::unique_lock lock(mutex_);
-        changed_.wait(lock,
-                      [this] { return isStopped_ || begun_ == count_ || begun_ < taken_ + slots_.size(); });
+        taking_.wait(lock,
+                     [this] { return isStopped_ || begun_ == count_ || begun_ < taken_ + slots_.size(); });
         if (isStopped_ || begun_ == count_)
             return std::nullopt;
         return begun_++;
@@ -86,9 +87,13 @@ private:
             } catch (...) {
                 done.exception = std::current_exception();
             }
-            const std::lock_guard lock(mutex_);
+            std::unique_lock lock(mutex_);
             slots_[*number % slots_.size()] = std::move(done);
-            changed_.notify_all();
+            // Nobody waits for a later piece: who takes them is not woken for nothing.
+            const bool isNext = *number == taken_;
+            lock.unlock();
+            if (isNext)
+                made_.notify_one();
         }
     }
 
@@ -96,7 +101,7 @@ private:
         {
             const std::lock_guard lock(mutex_);
             isStopped_ = true;
-            changed_.notify_all();
+            taking_.notify_all();
         }
         for (auto& thread : threads_)
             thread.join();
@@ -107,7 +112,10 @@ private:
     // Pieces are made no further ahead than there are slots, so each has one of its own.
     std::vector<std::optional<Done>> slots_;
     std::mutex mutex_;
-    std::condition_variable changed_;
+    /// The piece whose turn it is was made.
+    std::condition_variable made_;
+    /// A piece was taken, or all is to end.
+    std::condition_variable taking_;
     std::size_t begun_ = 0;
     std::size_t taken_ = 0;
     bool isStopped_ = false;
