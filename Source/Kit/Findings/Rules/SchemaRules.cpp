@@ -38,7 +38,8 @@ constexpr Rule SchemaRules[] = {
      "or RULE in capitals, followed by a blank, the name, and a blank or \";\". Everything written in "
      "another way is missing from the schema, although EXPRESS allows it. Put the keyword and the name at "
      "the beginning of a line. Where the name is missing, the notes have that of the schema which then is "
-     "not declared, if it is a single one.",
+     "not declared, if it is a single one. Documents that use a lost name have no finding for that: a note "
+     "says in how many it is used.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "END_ENTITY;\n"
