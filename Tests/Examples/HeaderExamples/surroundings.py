@@ -132,6 +132,7 @@ SURROUNDINGS = {
                            ["kivifc/Program/Program.h"]),
     "Fixes.h": row(TOOL, "const std::string& text, const std::vector<kit::Finding>& findings, Output& output",
                    ["kivifc/Findings/UnifiedDiff.h", "kivifc/Program/Output.h"]),
+    "JoinedFindings.h": row(TOOL, "std::vector<kit::Finding>& findings"),
     "Options.h": row(TOOL, "CLI::App& app, std::string& schemaPath_, bool& isJson_"),
     "OrderedJobs.h": row(TOOL, "const std::vector<std::string>& paths", ["string"],
                          before="struct Document {}; Document documentRead(const std::string&);"),
