@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 namespace kiv::kivifc::site::test {
 
@@ -24,6 +25,32 @@ using testing::HasSubstr;
 using testing::Not;
 
 constexpr const char* SetPageDeclarations = "TYPE Label = STRING;\nEND_TYPE;\nENTITY Wall;\nEND_ENTITY;\n";
+
+/// A site that the program makes, of that schema and of what a test writes.
+class MadeSite {
+public:
+    MadeSite() :
+        schema_(sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n")) {}
+
+    std::string sPath(const std::string& name) const { return folder_.sPath(name); }
+    std::string sWrite(const std::string& name, const std::string& text) const {
+        return folder_.sWrite(name, text);
+    }
+    const std::string& getSchema() const { return schema_; }
+
+    /// Of these paths to sets; the status of the program.
+    int make(std::vector<std::string> words) const {
+        words.insert(words.begin(), {"site", schema_});
+        words.insert(words.end(), {"--out", sPath("site")});
+        return kivifcRun(words).status;
+    }
+    /// Of a set.
+    std::string sPage(const std::string& file) const { return sFileText(sPath("site/sets/" + file)); }
+
+private:
+    TemporaryFolder folder_;
+    std::string schema_;
+};
 
 TEST(SetPage, HasWhatTheDocumentSays) {
     const SiteSample sample(SetPageDeclarations,
@@ -83,15 +110,11 @@ TEST(SetPage, TranslationsAreBesideTheDefinition) {
 
 /// The document names a class that the schema does not have, and no GUID.
 TEST(SetPage, FindingsAreThoseOfACheck) {
-    const TemporaryFolder folder;
-    const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
-    const auto document =
-        folder.sWrite("S.xml", sSet("Pset_S", {"Wal"}, sProperty("Mark", sSingle("Label"))));
-    const auto out = folder.sPath("site");
-    EXPECT_EQ(kivifcRun({"site", schema, document, "--out", out}).status, 0);
-    const auto page = sFileText(out + "/sets/Pset_S.html");
-    const auto check = kivifcRun({"check", schema, document, "--format", "github"}).out;
+    const MadeSite site;
+    const auto document = site.sWrite("S.xml", sSet("Pset_S", {"Wal"}, sProperty("Mark", sSingle("Label"))));
+    EXPECT_EQ(site.make({document}), 0);
+    const auto page = site.sPage("Pset_S.html");
+    const auto check = kivifcRun({"check", site.getSchema(), document, "--format", "github"}).out;
     EXPECT_THAT(check, HasSubstr("C001"));
     EXPECT_THAT(
         page,
@@ -105,14 +128,11 @@ TEST(SetPage, FindingsAreThoseOfACheck) {
 
 /// By its code, so that a line more in the document does not change it.
 TEST(SetPage, EachFindingHasAnAddress) {
-    const TemporaryFolder folder;
-    const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
+    const MadeSite site;
     const auto document =
-        folder.sWrite("S.xml", sSet("Pset_S", {"Wal", "Dor"}, sProperty("Mark", sSingle("Label"))));
-    const auto out = folder.sPath("site");
-    EXPECT_EQ(kivifcRun({"site", schema, document, "--out", out}).status, 0);
-    const auto page = sFileText(out + "/sets/Pset_S.html");
+        site.sWrite("S.xml", sSet("Pset_S", {"Wal", "Dor"}, sProperty("Mark", sSingle("Label"))));
+    EXPECT_EQ(site.make({document}), 0);
+    const auto page = site.sPage("Pset_S.html");
     for (const std::string id : {"finding-C001", "finding-C001~~2"}) {
         EXPECT_THAT(page, HasSubstr("<li id=\"" + id + "\""));
         EXPECT_THAT(page, HasSubstr(" href=\"#" + id + "\""));
@@ -121,18 +141,15 @@ TEST(SetPage, EachFindingHasAnAddress) {
 
 /// Of a text that is no GUID nothing is left when a document was read.
 TEST(SetPage, WhatIsNoGuidIsShownAsItIsWritten) {
-    const TemporaryFolder folder;
-    const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
+    const MadeSite site;
     const auto document =
-        folder.sWrite("S.xml", sSet("Pset_S", {"Wall"},
-                                    sProperty("Mark", sSingle("Label"), {}, "ifdguid=\"a &lt;b&gt; c\"") +
-                                        sProperty("Other", sSingle("Label"), {}, "ifdguid=\"one\"") +
-                                        sProperty("None", sSingle("Label")),
-                                    "ifdguid=\"nonsense\""));
-    const auto out = folder.sPath("site");
-    kivifcRun({"site", schema, document, "--out", out});
-    const auto page = sFileText(out + "/sets/Pset_S.html");
+        site.sWrite("S.xml", sSet("Pset_S", {"Wall"},
+                                  sProperty("Mark", sSingle("Label"), {}, "ifdguid=\"a &lt;b&gt; c\"") +
+                                      sProperty("Other", sSingle("Label"), {}, "ifdguid=\"one\"") +
+                                      sProperty("None", sSingle("Label")),
+                                  "ifdguid=\"nonsense\""));
+    site.make({document});
+    const auto page = site.sPage("Pset_S.html");
     const std::string badge = "</code> <span class=\"badge error\">not a GUID</span>";
     EXPECT_THAT(page, HasSubstr("<dt>GUID</dt><dd><code>nonsense" + badge + "</dd>"));
     const auto sRow = [&](const std::string& id) {
@@ -146,56 +163,45 @@ TEST(SetPage, WhatIsNoGuidIsShownAsItIsWritten) {
 
 /// Those of one name say where they differ, and no more of where they lie.
 TEST(SetPage, DocumentsOfOneNameDiffer) {
-    const TemporaryFolder folder;
-    const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
-    folder.sWrite("sets/a/deep/1.xml", sSet("Pset_A", {"Wall"}, ""));
-    folder.sWrite("sets/b/1.xml", sSet("Pset_B", {"Wall"}, ""));
-    folder.sWrite("sets/b/2.xml", sSet("Pset_C", {"Wall"}, ""));
-    const auto out = folder.sPath("site");
-    EXPECT_EQ(kivifcRun({"site", schema, folder.sPath("sets"), "--out", out}).status, 0);
+    const MadeSite site;
+    site.sWrite("sets/a/deep/1.xml", sSet("Pset_A", {"Wall"}, ""));
+    site.sWrite("sets/b/1.xml", sSet("Pset_B", {"Wall"}, ""));
+    site.sWrite("sets/b/2.xml", sSet("Pset_C", {"Wall"}, ""));
+    EXPECT_EQ(site.make({site.sPath("sets")}), 0);
     const auto sDocument = [](const std::string& name) {
         return "<dt>Document</dt><dd><bdi>" + name + "</bdi></dd>";
     };
-    EXPECT_THAT(sFileText(out + "/sets/Pset_A.html"), HasSubstr(sDocument("a/deep/1.xml")));
-    EXPECT_THAT(sFileText(out + "/sets/Pset_B.html"), HasSubstr(sDocument("b/1.xml")));
-    EXPECT_THAT(sFileText(out + "/sets/Pset_C.html"), HasSubstr(sDocument("2.xml")));
+    EXPECT_THAT(site.sPage("Pset_A.html"), HasSubstr(sDocument("a/deep/1.xml")));
+    EXPECT_THAT(site.sPage("Pset_B.html"), HasSubstr(sDocument("b/1.xml")));
+    EXPECT_THAT(site.sPage("Pset_C.html"), HasSubstr(sDocument("2.xml")));
 }
 
 /// Of one name in two folders that were given: the folder that was given is what differs.
 TEST(SetPage, DocumentsOfTwoArgumentsDifferByTheirFolders) {
-    const TemporaryFolder folder;
-    const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
-    folder.sWrite("Sets/1.xml", sSet("Pset_A", {"Wall"}, ""));
-    const auto other = folder.sWrite("firm/deep/1.xml", sSet("Pset_B", {"Wall"}, ""));
-    const auto out = folder.sPath("site");
-    for (const auto& given :
-         {folder.sPath("firm"), folder.sPath("firm/"), folder.sPath("firm/deep"), other}) {
-        EXPECT_EQ(kivifcRun({"site", schema, folder.sPath("Sets"), "office=" + given, "--out", out}).status,
-                  0);
-        const auto name = given == other                       ? std::string("1.xml")
-                          : given == folder.sPath("firm/deep") ? std::string("deep/1.xml")
-                                                               : std::string("firm/deep/1.xml");
-        EXPECT_THAT(sFileText(out + "/sets/Pset_A.html"), HasSubstr("<dd><bdi>Sets/1.xml</bdi></dd>"));
-        EXPECT_THAT(sFileText(out + "/sets/" + FileNames().sTakeMarked("Pset_B", "office")),
+    const MadeSite site;
+    site.sWrite("Sets/1.xml", sSet("Pset_A", {"Wall"}, ""));
+    const auto other = site.sWrite("firm/deep/1.xml", sSet("Pset_B", {"Wall"}, ""));
+    for (const auto& given : {site.sPath("firm"), site.sPath("firm/"), site.sPath("firm/deep"), other}) {
+        EXPECT_EQ(site.make({site.sPath("Sets"), "office=" + given}), 0);
+        const auto name = given == other                     ? std::string("1.xml")
+                          : given == site.sPath("firm/deep") ? std::string("deep/1.xml")
+                                                             : std::string("firm/deep/1.xml");
+        EXPECT_THAT(site.sPage("Pset_A.html"), HasSubstr("<dd><bdi>Sets/1.xml</bdi></dd>"));
+        EXPECT_THAT(site.sPage(FileNames().sTakeMarked("Pset_B", "office")),
                     HasSubstr("<dd><bdi>" + name + "</bdi></dd>"));
     }
 }
 
 /// By a name that differs in letter case, and has the path of the other document in it.
 TEST(SetPage, SetThatIsLeftOutLeadsToTheOneThatIsUsed) {
-    const TemporaryFolder folder;
-    const auto schema =
-        folder.sWrite("Test.exp", std::string("SCHEMA TEST;\n") + SetPageDeclarations + "END_SCHEMA;\n");
-    const auto first = folder.sPath("sets/1.xml");
-    folder.sWrite("sets/1.xml", sSet("pset " + first, {}, ""));
-    folder.sWrite("sets/2.xml", sSet("Pset " + first, {}, ""));
-    const auto out = folder.sPath("site");
-    kivifcRun({"site", schema, folder.sPath("sets"), "--out", out});
+    const MadeSite site;
+    const auto first = site.sPath("sets/1.xml");
+    site.sWrite("sets/1.xml", sSet("pset " + first, {}, ""));
+    site.sWrite("sets/2.xml", sSet("Pset " + first, {}, ""));
+    site.make({site.sPath("sets")});
     std::string used;
     std::string unused;
-    for (const auto& file : std::filesystem::directory_iterator(out + "/sets")) {
+    for (const auto& file : std::filesystem::directory_iterator(site.sPath("site/sets"))) {
         const auto page = sFileText(file.path());
         if (page.find(">not used<") == std::string::npos)
             used = file.path().filename();
