@@ -30,12 +30,14 @@ function(kiv_library_settings target)
     endif()
 endfunction()
 
-# kiv_large_units(TARGET [SOURCES]): with KIV_LARGE_UNITS, 16 of its sources, or as many as given, are compiled as one. Most
-# of the time that a source takes goes into headers that its neighbours include too.
+# kiv_large_units(TARGET [COUNT]): with KIV_LARGE_UNITS, COUNT of its sources, or 16, are compiled as one. Most of the time
+# that a source takes goes into headers that its neighbours include too.
 function(kiv_large_units target)
-    set(sources 16 ${ARGN})
-    list(GET sources -1 sources)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ${KIV_LARGE_UNITS} UNITY_BUILD_BATCH_SIZE ${sources})
+    set(count 16)
+    if(ARGC GREATER 1)
+        set(count ${ARGV1})
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${KIV_LARGE_UNITS} UNITY_BUILD_BATCH_SIZE ${count})
 endfunction()
 
 # Only names of namespace kiv leave a shared library: GCC and Clang mark more as visible, the parts of the standard library

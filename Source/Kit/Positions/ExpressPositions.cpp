@@ -66,8 +66,11 @@ const Statement* pStatement(std::string_view word) {
     return found == Statements.end() ? nullptr : &*found;
 }
 
+constexpr std::array<std::string_view, 2> SchemaWords = {"SCHEMA", "END_SCHEMA"};
+
 bool isSchemaWord(std::string_view word) {
-    return isOneOf(word, {"SCHEMA", "END_SCHEMA"});
+    return std::ranges::any_of(SchemaWords,
+                               [word](std::string_view each) { return isSameExpressWord(word, each); });
 }
 
 bool isDeclarationEnd(std::string_view word) {
@@ -75,21 +78,25 @@ bool isDeclarationEnd(std::string_view word) {
         Statements, [word](const Statement& statement) { return isSameExpressWord(word, statement.end); });
 }
 
+/// The letters that boundaries begin with. Most names have another one: those of IFC "I".
+constexpr auto BoundaryLetters = [] {
+    std::array<bool, 256> letters{};
+    const auto vMark = [&letters](std::string_view word) {
+        letters[static_cast<unsigned char>(word.front())] = true;
+    };
+    for (const auto word : SchemaWords)
+        vMark(word);
+    for (const auto& statement : Statements) {
+        vMark(statement.keyword);
+        vMark(statement.end);
+    }
+    return letters;
+}();
+
 /// Words that no statement before its ';' contains: where one is met, the ';' is missing.
 bool isBoundary(std::string_view word) {
-    // Most names begin with another letter: those of IFC with "I".
-    switch (word.empty() ? '\0' : getUpper(word.front())) {
-    case 'C':
-    case 'E':
-    case 'F':
-    case 'P':
-    case 'R':
-    case 'S':
-    case 'T':
-        break;
-    default:
+    if (word.empty() || !BoundaryLetters[static_cast<unsigned char>(getUpper(word.front()))])
         return false;
-    }
     return isSchemaWord(word) || pStatement(word) || isDeclarationEnd(word);
 }
 

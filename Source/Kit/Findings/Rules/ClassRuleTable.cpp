@@ -22,8 +22,7 @@ std::span<const Rule> getClassRules() {
          "A class is written in another letter case than in the schema.",
          "The check finds the entity, but look-ups by class compare letter case: the set is not listed for "
          "the entity. In the applicable type value, by which nothing is looked up here, it is a "
-         "warning.\n\nWrite "
-         "the name as the schema has it.",
+         "warning.\n\nWrite the name as the schema has it.",
          changed(WallClassSet, {{"<ClassName>IfcWall</ClassName>", "<ClassName>IFCWALL</ClassName>"}}),
          WallClassSet},
         {"C004", "repeated-class", Severity::Warning, "A class is listed twice.",

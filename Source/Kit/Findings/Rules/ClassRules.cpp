@@ -546,8 +546,9 @@ bool ClassCheck::boIsMistyped(const ClassText& value) {
         return false;
     const bool isOtherCase = entity->getName() != value.name;
     if (isOtherCase && !boIsAmongClasses(value.name))
-        vTypeValueMend(addAtTypeValue("C003", value.name, sOtherCase(value.name, *entity)), value.name,
-                       entity->getName());
+        vTypeValueMend(
+            addAtTypeValue("C003", value.name, sOtherCase(value.name, *entity)).vSeverity(Severity::Warning),
+            value.name, entity->getName());
     if (value.predefinedType.empty() || boIsPredefinedType(*entity, value.predefinedType))
         return isOtherCase;
     if (!boIsMistypedClass(value, *entity))
@@ -590,7 +591,7 @@ void ClassCheck::vTypeValueMend(FindingDraft& draft, std::string_view part, std:
     ByteRange bytes;
     if (text.bytes.isKnown() && text.bytes.length == text.value.size())
         bytes = {text.bytes.offset + static_cast<std::size_t>(part.data() - text.value.data()), part.size()};
-    draft.vSeverity(Severity::Warning).vEdit(bytes, mended);
+    draft.vEdit(bytes, mended);
 }
 
 /// Whether a class of the set is written after its part of the schema.

@@ -205,8 +205,7 @@ END_SCHEMA;
          "The file cannot be read.",
          "The system refuses it: there is no such file, it is a folder, or it may not be read. The message "
          "is the system's. It comes of \"kivifc check IFC4.exp Walls.xml\" where there is no Walls.xml, for "
-         "example.\n\nA pipe, a socket or a device in a folder is not opened, even if it is named "
-         "like a "
+         "example.\n\nA pipe, a socket or a device in a folder is not opened, even if it is named like a "
          "document: that may wait for ever or have effects. Give its own path to have it read.",
          {},
          {}},

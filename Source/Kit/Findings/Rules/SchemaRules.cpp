@@ -381,10 +381,9 @@ constexpr Rule SchemaRules[] = {
      "This looks at WHERE rules, derived attributes, functions and global rules, and in strings at names "
      "such as 'IFC4.IFCWALL', which TYPEOF and USEDIN give. A misspelt keyword in the body of a function is "
      "such a name too, and the note has the one that is meant. After the dot of what is no name of the "
-     "schema "
-     "any attribute will do, as long as some entity has it. A rule with a name that means nothing, or "
-     "with "
-     "that of another schema, cannot be evaluated, or is never fulfilled. The schema is read all the same.",
+     "schema any attribute will do, as long as some entity has it. A rule with a name that means nothing, "
+     "or with that of another schema, cannot be evaluated, or is never fulfilled. The schema is read all "
+     "the same.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "\tHeight : REAL;\n"
@@ -480,10 +479,8 @@ constexpr Rule SchemaRules[] = {
      Severity::Warning,
      "A text is in no declaration.",
      "Between declarations only comments and statements of EXPRESS belong. Anything else is passed over: "
-     "often it is "
-     "an attribute after END_ENTITY, or what is left of a declaration.\n\nMove it to where it belongs, or "
-     "write it as "
-     "a comment.",
+     "often it is an attribute after END_ENTITY, or what is left of a declaration.\n\nMove it to where it "
+     "belongs, or write it as a comment.",
      {"SCHEMA WALLS;\n"
       "ENTITY Wall;\n"
       "END_ENTITY;\n"
@@ -500,9 +497,8 @@ constexpr Rule SchemaRules[] = {
      Severity::Warning,
      "A statement in a function or rule lacks THEN or its end, or an end has no statement.",
      "IF goes on with THEN and ends with END_IF, CASE with END_CASE, REPEAT with END_REPEAT, LOCAL with "
-     "END_LOCAL, "
-     "and BEGIN with END. Readers of this library keep bodies as text; programs that run them refuse the "
-     "schema.\n\nAdd what is missing, or remove the end that is too many.",
+     "END_LOCAL, and BEGIN with END. Readers of this library keep bodies as text; programs that run them "
+     "refuse the schema.\n\nAdd what is missing, or remove the end that is too many.",
      {"SCHEMA WALLS;\n"
       "FUNCTION Rounded (Height : REAL) : REAL;\n"
       "\tIF Height > 1.0 THEN\n"

@@ -5,7 +5,8 @@
 #include "Kit/Positions/XmlChildren.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <bitset>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -176,15 +177,16 @@ void vJoinedCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
 
 /// Whether two children have one rule, where readers do not take all of them. Hardly any element has such.
 bool hasRepeatedChild(const RuleRun& run, XmlIndex element, const ElementRule& rule) {
-    std::uint32_t seen = 0;
+    // More than any rule has; a larger number would throw.
+    std::bitset<32> seen;
     for (const auto child : XmlChildren(run.xml, element)) {
         const auto found = std::ranges::find(rule.children, run.vocabulary.pRuleOf(child), &ChildRule::rule);
         if (found == rule.children.end() || found->count == ChildCount::All)
             continue;
-        const auto place = std::uint32_t{1} << static_cast<unsigned>(found - rule.children.begin());
-        if ((seen & place) != 0)
+        const auto place = static_cast<std::size_t>(found - rule.children.begin());
+        if (seen.test(place))
             return true;
-        seen |= place;
+        seen.set(place);
     }
     return false;
 }
