@@ -36,5 +36,6 @@
 #include "kiv/Kit/Positions/XmlPositions.h"
 #include "kiv/Kit/Text/ByteOrderMark.h"
 #include "kiv/Kit/Text/InvisibleCharacters.h"
+#include "kiv/Kit/Text/TextLines.h"
 #include "kiv/Kit/Text/TextPosition.h"
 #include "kiv/KivIfcSchemaPset.h"

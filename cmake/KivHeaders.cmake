@@ -85,6 +85,7 @@ set(kivPublicHeaders
     Kit/Positions/XmlPositions.h
     Kit/Text/ByteOrderMark.h
     Kit/Text/InvisibleCharacters.h
+    Kit/Text/TextLines.h
     Kit/Text/TextPosition.h)
 
 # Hosts write the same includes whether they build us or find us installed: <build>/include/kiv holds a link to each header.

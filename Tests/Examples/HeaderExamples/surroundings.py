@@ -401,6 +401,7 @@ KIT_SURROUNDINGS = {
     "SetPaths.h": row(KIT, includes=[KIT_DOCUMENT]),
     "SetVocabulary.h": row(KIT, "const XmlPositions& xml, const SetOutline& outline, XmlIndex element"),
     "TextFile.h": row(KIT, "const kiv::ifc::def::Budget& budget", [IN + "IfcBudget.h"]),
+    "TextLines.h": row(KIT, "const std::string& text", ["iostream", "string"]),
     "TextPosition.h": row(KIT),
     "ThreadSink.h": row(KIT, before="template <class... T> void vKeep(T&&...) {}\ninline void vRead() {}"),
     "TypeRules.h": KIT_RUN,
