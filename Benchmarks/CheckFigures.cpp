@@ -7,12 +7,11 @@
 #include "kiv/Kit/Findings/AcrossDocuments.h"
 #include "kiv/Kit/Findings/Findings.h"
 #include "kiv/Kit/Findings/SchemaFindings.h"
+#include "kivifc/Program/OrderedJobs.h"
 
-#include <atomic>
 #include <cstddef>
-#include <functional>
+#include <future>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace kiv::bench {
@@ -61,31 +60,20 @@ private:
             .size();
     }
 
-    /// Each thread takes what is next: the schema, which takes longest, and then the documents.
+    /// As `kivifc check` does it: each document is compared with those before it and given back, and where
+    /// there are threads the schema is checked beside the documents.
     std::size_t findingsOnThreads(std::size_t threads) const {
-        std::vector<Checked> checked(texts_.size());
-        std::atomic<std::size_t> next = 0;
-        std::atomic<std::size_t> found = 0;
-        const auto vWork = [&] {
-            for (auto number = next++; number <= texts_.size(); number = next++) {
-                if (number == 0)
-                    found += schemaFindings();
-                else
-                    checked[number - 1] = documentCheck(texts_[number - 1]);
-            }
-        };
-        {
-            std::vector<std::jthread> others;
-            for (std::size_t number = 1; number < threads; ++number)
-                others.emplace_back(vWork);
-            vWork();
-        }
+        auto found = std::async(threads > 1 ? std::launch::async : std::launch::deferred,
+                                [this] { return schemaFindings(); });
         kit::AcrossDocuments across;
-        for (const auto& each : checked) {
-            across.vAdd(each.document);
-            found += each.findings;
-        }
-        return found + across.getFindings().size();
+        std::size_t foundInDocuments = 0;
+        kivifc::vInOrder(
+            texts_.size(), threads, [this](std::size_t number) { return documentCheck(texts_[number]); },
+            [&](Checked&& checked) {
+                across.vAdd(checked.document);
+                foundInDocuments += checked.findings;
+            });
+        return found.get() + foundInDocuments + across.getFindings().size();
     }
 
     kit::SchemaFile schema_;

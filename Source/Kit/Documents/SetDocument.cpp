@@ -31,7 +31,7 @@ std::string_view localName(std::string_view tag) {
 
 ReadFailure rootFailure(std::string_view tag, const XmlPositions* positions) {
     const auto* root = positions ? positions->pRoot() : nullptr;
-    const auto position = root ? root->position : TextPosition{};
+    const auto position = root ? positions->positionOf(*root) : TextPosition{};
     const auto local = localName(tag);
     const auto text = "root element is \"" + std::string(tag) + "\", ";
     if (local == PropertySetTag || local == QuantitySetTag)

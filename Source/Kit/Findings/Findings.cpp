@@ -74,7 +74,7 @@ void vRootExplain(Finding& finding, const SetDocument& document) {
     const auto* root = xml.pRoot();
     if (!root)
         return;
-    finding.place.position = root->position;
+    finding.place.position = xml.positionOf(*root);
     const auto match = legalMatch(root->name, Roots);
     if (document.failure->kind != FailureKind::NotASet || match.name.empty())
         return;

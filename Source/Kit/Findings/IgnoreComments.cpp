@@ -96,14 +96,15 @@ IgnoreComments::IgnoreComments(std::string path, const XmlPositions& positions) 
 }
 
 void IgnoreComments::vCommentAdd(const XmlIgnore& comment, const XmlPositions& positions) {
+    const auto position = positions.positionOf(comment);
     if (!comment.misspelt.empty()) {
         constexpr std::size_t maxShown = 60;
         misspelt_.push_back({std::string(cut(comment.misspelt, maxShown)),
-                             sMeantCodes(cut(comment.codes, maxShown)), comment.position});
+                             sMeantCodes(cut(comment.codes, maxShown)), position});
         return;
     }
     if (comment.codes.find_first_not_of(Separators) == std::string_view::npos)
-        emptyComments_.push_back(comment.position);
+        emptyComments_.push_back(position);
     for (auto rest = comment.codes; !rest.empty();) {
         const auto word = rest.substr(0, rest.find_first_of(Separators));
         rest.remove_prefix(std::min(word.size() + 1, rest.size()));
@@ -112,11 +113,11 @@ void IgnoreComments::vCommentAdd(const XmlIgnore& comment, const XmlPositions& p
         Code code;
         code.code = sUpperCase(word);
         code.isKnown = isCodeOfRules(code.code);
-        code.comment = comment.position;
+        code.comment = position;
         if (comment.element != NoXmlElement) {
             const auto& element = positions.getElement(comment.element);
-            code.begin = element.tagPosition;
-            code.end = element.end;
+            code.begin = positions.tagPositionOf(element);
+            code.end = positions.endOf(element);
             code.isRoot = comment.element == 0;
         }
         codes_.push_back(std::move(code));

@@ -224,12 +224,12 @@ void ReportPlaces::vAttributesFind(XmlIndex element, const ElementRule& rule) {
     const auto* guid = rule.attributes.empty() || rule.attributes.front() != "ifdguid"
                            ? nullptr
                            : xml_.pAttribute(parts, "ifdguid");
-    if (guid && !kiv::Guid().boSet(guid->value.value))
+    if (guid && !kiv::Guid().boSet(guid->value))
         vAdd(ReportKind::IllegalGuid, element, guid);
     if (element == 0) {
         const auto* type = xml_.pAttribute(parts, "templatetype");
-        if (type && !type->value.value.empty() &&
-            std::ranges::find(TemplateTypes, type->value.value) == TemplateTypes.end())
+        if (type && !type->value.empty() &&
+            std::ranges::find(TemplateTypes, type->value) == TemplateTypes.end())
             vAdd(ReportKind::IllegalTemplateType, element, type);
     } else if (rule.name == "IfcVersion" && !xml_.pAttribute(parts, "version")) {
         vAdd(ReportKind::UnknownNode, element);
@@ -247,7 +247,7 @@ void ReportPlaces::vUnitFind(XmlIndex element) {
     if (!type) {
         vAdd(ReportKind::UnknownNode, element);
         vAdd(ReportKind::UnitTypeNotGiven, element);
-    } else if (type->value.value.ends_with(' ')) {
+    } else if (type->value.ends_with(' ')) {
         vAdd(ReportKind::UnitTypeEndsWithBlank, element, type);
     }
 }
@@ -299,7 +299,7 @@ void ReportPlaces::vTypeFind(XmlIndex parent, const XmlAttribute* before) {
     }
     if (!subject.attribute)
         return;
-    const auto name = subject.attribute->value.value;
+    const auto name = subject.attribute->value;
     if (!name.empty() && !run_.schema.pObjectFromName(name))
         vAdd(ReportKind::DataTypeNotFound, subject.element, subject.attribute);
 }
@@ -326,7 +326,7 @@ void ReportPlaces::vBoundFind(ReportKind kind, const MemberOutline& member, std:
     }
     if (!subject.attribute)
         return;
-    const auto bound = subject.attribute->value.value;
+    const auto bound = subject.attribute->value;
     if (!bound.empty() && !run_.schema.pObjectFromName(bound))
         vAdd(kind, subject.element, subject.attribute);
 }
@@ -336,14 +336,15 @@ bool isAboutClass(ReportKind kind) {
 }
 
 TextPosition positionOf(const RuleRun& run, const FindingSubject& subject, std::size_t line) {
-    if (subject.attribute)
-        return subject.attribute->value.position.length == 0 ? subject.attribute->position
-                                                             : subject.attribute->value.position;
+    if (subject.attribute) {
+        const auto position = run.xml.valuePositionOf(*subject.attribute);
+        return position.length == 0 ? run.xml.positionOf(*subject.attribute) : position;
+    }
     if (subject.element == NoXmlElement)
         return {line, 0, 0};
     const auto& element = run.xml.getElement(subject.element);
-    const bool isText = element.firstChild == NoXmlElement && !element.trimmedText.value.empty();
-    return isText ? element.trimmedText.position : element.position;
+    const bool isText = element.firstChild == NoXmlElement && !element.trimmedText.empty();
+    return isText ? run.xml.textPositionOf(element) : run.xml.positionOf(element);
 }
 
 LibraryReport reportOf(const RuleRun& run, ReportPlaces& places, const ifc::def::xml::ErrorRecord& record) {
@@ -362,12 +363,12 @@ LibraryReport reportOf(const RuleRun& run, ReportPlaces& places, const ifc::def:
 
 std::string valueOf(const RuleRun& run, const FindingSubject& subject) {
     if (subject.attribute)
-        return std::string(subject.attribute->value.value);
+        return std::string(subject.attribute->value);
     if (subject.element == NoXmlElement)
         return {};
     const auto& element = run.xml.getElement(subject.element);
-    const bool isText = element.firstChild == NoXmlElement && !element.trimmedText.value.empty();
-    return std::string(isText ? element.trimmedText.value : element.name);
+    const bool isText = element.firstChild == NoXmlElement && !element.trimmedText.empty();
+    return std::string(isText ? element.trimmedText : element.name);
 }
 
 LibraryReport reportOf(const RuleRun& run, ReportPlaces& places, const Assertion& record) {

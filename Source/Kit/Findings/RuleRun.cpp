@@ -50,26 +50,27 @@ RuleRun::RuleRun(const SetDocument& checked, const SetOutline& parts, const SetC
     vocabulary(*parts.xml, parts.kind) {}
 
 FindingDraft& RuleRun::add(std::string_view code, XmlIndex element, std::string message) {
-    return draftAdd(code, {element, nullptr}, xml.getElement(element).position, std::move(message));
+    return draftAdd(code, {element, nullptr}, xml.positionOf(xml.getElement(element)), std::move(message));
 }
 
 FindingDraft& RuleRun::addAtText(std::string_view code, XmlIndex element, std::string message) {
-    const auto& text = xml.getElement(element).trimmedText;
-    if (text.value.empty())
+    const auto& parts = xml.getElement(element);
+    if (parts.trimmedText.empty())
         return add(code, element, std::move(message));
-    return draftAdd(code, {element, nullptr}, text.position, std::move(message));
+    return draftAdd(code, {element, nullptr}, xml.textPositionOf(parts), std::move(message));
 }
 
 FindingDraft& RuleRun::addAtValue(std::string_view code, XmlIndex element, const XmlAttribute& attribute,
                                   std::string message) {
-    if (attribute.value.position.length == 0)
+    const auto position = xml.valuePositionOf(attribute);
+    if (position.length == 0)
         return addAtAttribute(code, element, attribute, std::move(message));
-    return draftAdd(code, {element, &attribute}, attribute.value.position, std::move(message));
+    return draftAdd(code, {element, &attribute}, position, std::move(message));
 }
 
 FindingDraft& RuleRun::addAtAttribute(std::string_view code, XmlIndex element, const XmlAttribute& attribute,
                                       std::string message) {
-    return draftAdd(code, {element, &attribute}, attribute.position, std::move(message));
+    return draftAdd(code, {element, &attribute}, xml.positionOf(attribute), std::move(message));
 }
 
 FindingDraft& RuleRun::draftAdd(std::string_view code, FindingSubject subject, TextPosition position,

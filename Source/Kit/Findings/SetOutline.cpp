@@ -23,7 +23,7 @@ std::string_view withoutBlanks(std::string_view text) {
 }
 
 std::string_view trimmedTextOf(const XmlPositions& xml, XmlIndex element) {
-    return element == NoXmlElement ? std::string_view() : xml.getElement(element).trimmedText.value;
+    return element == NoXmlElement ? std::string_view() : xml.getElement(element).trimmedText;
 }
 
 constexpr std::array<std::pair<std::string_view, PropertyKind>, 8> PropertyKinds = {{

@@ -1,13 +1,13 @@
 #include "Kit/Findings/XmlMistake.h"
 
 #include "Kit/Findings/RuleRun.h"
-#include "Kit/Positions/TextCursor.h"
 #include "Kit/Positions/WellFormedXml.h"
 #include "Kit/Text/AsciiText.h"
 #include "Kit/Text/FileKind.h"
 #include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Names/NearestName.h"
 #include "kiv/Kit/Positions/XmlDecoding.h"
+#include "kiv/Kit/Text/TextLines.h"
 
 #include <algorithm>
 #include <array>
@@ -164,7 +164,7 @@ private:
 const XmlElement* Mistake::pOpen() const {
     const auto elements = xml_.getElements();
     for (auto index = elements.size(); index-- > 0;) {
-        if (elements[index].end.line == 0)
+        if (elements[index].end == XmlElement::NoPlace)
             return &elements[index];
     }
     return nullptr;
@@ -172,12 +172,12 @@ const XmlElement* Mistake::pOpen() const {
 
 void Mistake::vOpenNote(const XmlElement& open) {
     finding_.notes.push_back(
-        {sQuoted(open.name) + " begins here", Place{finding_.place.path, open.position}});
+        {sQuoted(open.name) + " begins here", Place{finding_.place.path, xml_.positionOf(open)}});
 }
 
 void Mistake::vBack(std::size_t bytes, std::size_t length) {
     auto& position = finding_.place.position;
-    position.column -= TextCursor::codePoints(before_.substr(before_.size() - bytes));
+    position.column -= codePointsOfLine(before_.substr(before_.size() - bytes));
     position.length = length;
 }
 
@@ -232,7 +232,7 @@ void Mistake::vMismatchedTag() {
     const auto name = nameAt(after_);
     if (!open || name.empty())
         return vMessage("an end tag does not fit the element that is open");
-    finding_.place.position.length = TextCursor::codePoints(name);
+    finding_.place.position.length = codePointsOfLine(name);
     vMessage("the end tag is that of " + sQuoted(name) + ", where " + sQuoted(open->name) + " is open");
     vOpenNote(*open);
 }
@@ -253,7 +253,7 @@ void Mistake::vUnclosedToken() {
         return vMessage("nothing closes this comment");
     if (after_.starts_with(Instruction)) {
         const auto name = nameAt(after_.substr(Instruction.size()));
-        finding_.place.position.length = Instruction.size() + TextCursor::codePoints(name);
+        finding_.place.position.length = Instruction.size() + codePointsOfLine(name);
         return vMessage("\"?>\" is missing: nothing closes " +
                         sQuoted(after_.substr(0, Instruction.size() + name.size())));
     }
@@ -270,14 +270,14 @@ void Mistake::vUndefinedEntity() {
     if (!after_.starts_with('&'))
         return vMessage("an entity is used that is not declared");
     const auto name = nameAt(after_.substr(1));
-    finding_.place.position.length = TextCursor::codePoints(name) + 2;
+    finding_.place.position.length = codePointsOfLine(name) + 2;
     vMessage("the entity " + sQuoted(name) + " is not declared");
     vNote("XML has amp, lt, gt, quot and apos; write any other character itself");
 }
 
 void Mistake::vDuplicateAttribute() {
     const auto name = nameAt(after_);
-    finding_.place.position.length = TextCursor::codePoints(name);
+    finding_.place.position.length = codePointsOfLine(name);
     vMessage("the attribute " + sQuoted(name) + " is there twice");
 }
 
@@ -286,7 +286,8 @@ void Mistake::vJunk() {
     if (!root)
         return vMessage("something comes after the root element");
     vMessage("something comes after the root element " + sQuoted(root->name));
-    finding_.notes.push_back({sQuoted(root->name) + " ends here", Place{finding_.place.path, root->end}});
+    finding_.notes.push_back(
+        {sQuoted(root->name) + " ends here", Place{finding_.place.path, xml_.endOf(*root)}});
 }
 
 void Mistake::vDeclaration() {
@@ -304,7 +305,7 @@ void Mistake::vEncodingUnknown() {
     const auto written = declaredEncoding(xml_.getText());
     if (!written.empty()) {
         before_ = xml_.getText();
-        vPlace(static_cast<std::size_t>(written.data() - before_.data()), TextCursor::codePoints(written));
+        vPlace(static_cast<std::size_t>(written.data() - before_.data()), codePointsOfLine(written));
         if (const auto nearest = nearestName(written, Known))
             vNote("did you mean " + sQuoted(nearest->name) + "?");
     }

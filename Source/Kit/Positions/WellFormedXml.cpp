@@ -1,7 +1,5 @@
 #include "Kit/Positions/WellFormedXml.h"
 
-#include "Kit/Text/AsciiText.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -60,11 +58,6 @@ std::size_t firstOf(const ByteSet& bytes, std::string_view text, std::size_t at)
     while (at < text.size() && !bytes[static_cast<unsigned char>(text[at])])
         ++at;
     return at;
-}
-
-/// Whether a name can begin with the byte, as it does after the "<" of a start tag.
-bool isNameBegin(char byte) {
-    return byte != '/' && byte != '!' && byte != '?' && !isWhiteSpace(byte);
 }
 
 } // namespace
@@ -136,27 +129,6 @@ bool isWithoutDocumentType(std::string_view text) {
            piece.kind != XmlPieceKind::End)
         piece = xml.next();
     return !text.substr(piece.offset).starts_with("<!DOCTYPE");
-}
-
-std::size_t startTags(std::string_view text) {
-    std::size_t tags = 0;
-    for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
-        const auto rest = text.substr(at);
-        // Half of all are end tags.
-        if (rest.size() > 1 && rest[1] == '/')
-            continue;
-        if (rest.starts_with(CommentBegin))
-            at = text.find(CommentEnd, at + CommentBegin.size());
-        else if (rest.starts_with(CdataBegin))
-            at = text.find(CdataEnd, at + CdataBegin.size());
-        else if (rest.starts_with(InstructionBegin))
-            at = text.find(InstructionEnd, at + InstructionBegin.size());
-        else if (rest.size() > 1 && isNameBegin(rest[1]))
-            ++tags;
-        if (at == std::string_view::npos)
-            break;
-    }
-    return tags;
 }
 
 std::string sReferred(std::string_view reference) {

@@ -66,9 +66,6 @@ private:
 /// Whether a document that a parser has accepted can be read so.
 bool isWithoutDocumentType(std::string_view text);
 
-/// How many elements the text has: what looks like a tag in a comment, a section or an instruction is none.
-std::size_t startTags(std::string_view text);
-
 /// What a reference, with its "&" and ";", means: one of the five entities of XML, or a number.
 std::string sReferred(std::string_view reference);
 

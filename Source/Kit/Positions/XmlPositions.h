@@ -4,7 +4,7 @@
 ///
 ///     const XmlPositions xml(std::move(bytes));
 ///     for (const auto& element : xml.getElements())
-///         std::cout << element.name << " on line " << element.position.line << '\n';
+///         std::cout << element.name << " on line " << xml.positionOf(element).line << '\n';
 ///
 /// Positions count code points of the text, whatever the encoding of the file; a byte range is known only
 /// where the file is UTF-8 and the text is written as it reads, so that an edit can replace just these bytes.
@@ -54,22 +54,30 @@ struct XmlText {
     ByteRange bytes;
 };
 
+/// Places are offsets in `XmlPositions::getText`; `XmlPositions` makes lines, columns and bytes of the file
+/// of them.
 struct XmlAttribute {
     /// As written, with its prefix.
     std::string_view name;
-    XmlText value;
-    TextPosition position;
-    ByteRange nameBytes;
-    /// From the end of what precedes the attribute to its closing quote, for removing it.
-    ByteRange bytes;
+    /// With references replaced and line ends as XML has them.
+    std::string_view value;
+    /// Of the end of what precedes the attribute.
+    std::size_t begin = 0;
+    /// Of the value as it is written, without its quotes. Where the attribute is not written, and has a
+    /// default value: of the name of its element.
+    std::size_t valueBegin = 0;
+    std::size_t valueEnd = 0;
+    bool isWritten = false;
 };
 
 /// Elements refer to each other by their index in `XmlPositions::getElements`.
 using XmlIndex = std::uint32_t;
 inline constexpr XmlIndex NoXmlElement = static_cast<XmlIndex>(-1);
 
+/// Places are offsets in `XmlPositions::getText`; `XmlPositions` makes lines, columns and bytes of the file
+/// of them.
 struct XmlElement {
-    // What every look at a document asks for comes first, so that it lies together in memory.
+    static constexpr std::size_t NoPlace = static_cast<std::size_t>(-1);
 
     /// As written, with its prefix.
     std::string_view name;
@@ -85,31 +93,32 @@ struct XmlElement {
     /// the readers of set documents see; as it is, with the blanks around it. When a comment or processing
     /// instruction comes first, they read that in place of the text, and so it is here.
     std::string_view text;
-    /// The same without the white space around it; where a text of blanks only, or none, would be when empty.
-    XmlText trimmedText;
-    /// Text other than white space that comes later; its position has no line when there is none.
-    TextPosition laterText;
+    /// The same without the white space around it.
+    std::string_view trimmedText;
+
+    /// Of "<" of the start tag, or of the reference to an entity that has the element.
+    std::size_t begin = 0;
+    /// Just after the start tag or the reference.
+    std::size_t tagEnd = 0;
+    /// Of `text` as it is written.
+    std::size_t textBegin = 0;
+    std::size_t textEnd = 0;
+    /// Just after the element; `NoPlace` when it is not closed.
+    std::size_t end = NoPlace;
+    /// Of text other than white space that comes after `text`, and how many code points of it are on one
+    /// line.
+    std::size_t laterText = NoPlace;
+    std::uint32_t laterTextLength = 0;
+
+    /// Whether its tags are in the text, and not in an entity.
+    bool isWritten = false;
     /// Whether a comment or processing instruction comes before any text, and is read in its place.
     bool isTextHidden = false;
-
-    /// Of the name in the start tag.
-    TextPosition position;
-    /// The first line of the start tag, "<" included.
-    TextPosition tagPosition;
-    ByteRange nameBytes;
-    /// The name in the end tag; unknown for an empty tag.
-    ByteRange endNameBytes;
-    /// From "<" of the start tag to ">" of the end tag.
-    ByteRange bytes;
-    /// Just after the element.
-    TextPosition end;
-    /// Of `text` with the blanks around it as they are written, in which a line end may take two bytes;
-    /// unknown like `trimmedText.bytes`, and for a text of blanks only.
-    ByteRange textBytes;
 
     /// The part of the name after the prefix.
     std::string_view localName() const { return name.substr(name.find(':') + 1); }
     bool isPrefixed() const { return name.find(':') != std::string_view::npos; }
+    bool hasLaterText() const { return laterText != NoPlace; }
 };
 
 /// A comment `<!-- kivifc: ignore CODE, CODE -->`, or one that was probably meant to be one.
@@ -119,7 +128,9 @@ struct XmlIgnore {
     /// What stands in the place of "kivifc: ignore" and is taken for it: such a comment hides nothing. Empty
     /// where it is right.
     std::string_view misspelt;
-    TextPosition position;
+    /// Offsets in `XmlPositions::getText`, of the whole comment.
+    std::size_t begin = 0;
+    std::size_t end = 0;
     /// The element that follows in the same parent; `NoXmlElement` when there is none.
     XmlIndex element = NoXmlElement;
 };
@@ -161,6 +172,42 @@ public:
     /// In the order of the document.
     std::span<const XmlIgnore> getIgnores() const;
 
+    // Where something is. The first question about a line takes a look at the whole text.
+
+    /// Of the name in the start tag.
+    TextPosition positionOf(const XmlElement& element) const;
+    /// The first line of the start tag, "<" included.
+    TextPosition tagPositionOf(const XmlElement& element) const;
+    /// Just after the element; without a line when it is not closed.
+    TextPosition endOf(const XmlElement& element) const;
+    /// Of `trimmedText`; where a text of blanks only, or none, would be when it is empty.
+    TextPosition textPositionOf(const XmlElement& element) const;
+    /// `trimmedText`.
+    XmlText textOf(const XmlElement& element) const;
+    /// Of text other than white space that comes later; without a line when there is none.
+    TextPosition laterTextPositionOf(const XmlElement& element) const;
+    /// Of the name in the start tag.
+    ByteRange nameBytesOf(const XmlElement& element) const;
+    /// The name in the end tag; unknown for an empty tag.
+    ByteRange endNameBytesOf(const XmlElement& element) const;
+    /// From "<" of the start tag to ">" of the end tag.
+    ByteRange bytesOf(const XmlElement& element) const;
+    /// Of `text` with the blanks around it as they are written, in which a line end may take two bytes;
+    /// unknown like the bytes of `textOf`, and for a text of blanks only.
+    ByteRange textBytesOf(const XmlElement& element) const;
+
+    /// Of the first line of the comment.
+    TextPosition positionOf(const XmlIgnore& ignore) const;
+
+    /// Of the name.
+    TextPosition positionOf(const XmlAttribute& attribute) const;
+    /// Of the value, without its quotes.
+    TextPosition valuePositionOf(const XmlAttribute& attribute) const;
+    XmlText valueOf(const XmlAttribute& attribute) const;
+    ByteRange nameBytesOf(const XmlAttribute& attribute) const;
+    /// From the end of what precedes the attribute to its closing quote, for removing it.
+    ByteRange bytesOf(const XmlAttribute& attribute) const;
+
     /// The text of the file in UTF-8, without its byte order mark.
     std::string_view getText() const;
     XmlEncoding getEncoding() const;
@@ -173,6 +220,11 @@ private:
     friend class XmlPositionsReader;
 
     struct Data;
+
+    KIV_NO_EXPORT std::string_view writtenTextOf(const XmlElement& element) const;
+    KIV_NO_EXPORT bool isTextAsWritten(const XmlElement& element) const;
+    KIV_NO_EXPORT bool isEmptyTag(const XmlElement& element) const;
+
     std::unique_ptr<Data> data_;
     // What is in the data: rules ask for it more often than for anything else.
     std::span<const XmlElement> elements_;

@@ -17,6 +17,8 @@ XmlPositions::Data::Data(std::string&& file, WorkMeter* meter) :
         text.remove_prefix(ByteOrderMark.size());
         offset = ByteOrderMark.size();
     }
+    // They are made later, when nobody can be asked.
+    vMemoryTake(meter, TextLines::memoryFor(text.size()));
 }
 
 void XmlPositions::Data::vDecode(WorkMeter* meter) {

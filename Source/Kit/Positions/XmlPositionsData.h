@@ -11,9 +11,11 @@
 #include "Kit/Text/MeteredRoom.h"
 #include "kiv/Kit/Positions/XmlDecoding.h"
 #include "kiv/Kit/Positions/XmlPositions.h"
+#include "kiv/Kit/Text/TextLines.h"
 
 #include <cstddef>
 #include <deque>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,6 +30,16 @@ struct XmlPositions::Data {
     /// A range of the text as one of the file.
     ByteRange range(std::size_t from, std::size_t size) const {
         return encoding == XmlEncoding::Utf8 ? ByteRange{from + offset, size} : ByteRange{};
+    }
+
+    /// Of a view of the text.
+    std::size_t offsetOf(std::string_view part) const {
+        return static_cast<std::size_t>(part.data() - text.data());
+    }
+
+    TextPosition at(std::size_t from, std::size_t size = 0) const {
+        std::call_once(linesOnce, [this] { lines = TextLines(text); });
+        return lines.at(from, size);
     }
 
     /// A view of the value that lives as long as the text: of the text itself where that is written as it
@@ -55,6 +67,10 @@ struct XmlPositions::Data {
     std::optional<XmlPositionError> error;
 
 private:
+    // Made for the first question about a line, by whichever thread asks it.
+    mutable std::once_flag linesOnce;
+    mutable TextLines lines;
+
     KIV_NO_EXPORT void vDecode(WorkMeter* meter);
 };
 

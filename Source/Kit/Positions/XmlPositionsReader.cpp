@@ -11,6 +11,17 @@
 
 namespace kiv::kit {
 
+namespace {
+
+/// Room for as many elements as a text of that size usually has. A text may be anything, so it is little.
+std::size_t usualElements(std::size_t size) {
+    constexpr std::size_t UsualBytes = 64;
+    constexpr std::size_t maxElements = 256;
+    return std::min(size / UsualBytes + 1, maxElements);
+}
+
+} // namespace
+
 template <auto member, typename... Arguments>
 void XMLCALL XmlPositionsReader::vCall(void* reader, Arguments... arguments) noexcept {
     auto& self = *static_cast<XmlPositionsReader*>(reader);
@@ -27,7 +38,7 @@ void XMLCALL XmlPositionsReader::vCall(void* reader, Arguments... arguments) noe
 }
 
 XmlPositionsReader::XmlPositionsReader(XmlPositions::Data& data, WorkMeter* meter) :
-    data_(data), meter_(meter), cursor_(data.text) {}
+    data_(data), meter_(meter) {}
 
 void XmlPositionsReader::vParserMake() {
     parser_.reset(XML_ParserCreate("UTF-8"));
@@ -81,7 +92,7 @@ bool XmlPositionsReader::boTagWritten(std::string_view name) const {
 }
 
 void XmlPositionsReader::vFail(std::string message) {
-    data_.error = XmlPositionError{std::move(message), TextCursor(data_.text).at(getOffset())};
+    data_.error = XmlPositionError{std::move(message), data_.at(getOffset())};
 }
 
 void XmlPositionsReader::vStop() {
@@ -100,22 +111,10 @@ void XmlPositionsReader::vElementStart(const XML_Char* name, const XML_Char** at
     const bool isWritten = boTagWritten(name);
     XmlElement& element =
         elementAdd(kept(name, data_.text.substr(getOffset()).substr(1, std::string_view(name).size())));
-    if (isWritten)
-        vElementPlace(element);
-    else
-        element.tagPosition = element.position = cursor_.at(getOffset(), getSize());
+    element.isWritten = isWritten;
     vAttributesAdd(element, attributes, isWritten);
     if (!isStopped_)
         vTextBegin(getOffset() + getSize());
-}
-
-void XmlPositionsReader::vElementPlace(XmlElement& element) {
-    const auto offset = getOffset();
-    const auto size = element.name.size();
-    element.tagPosition = cursor_.at(offset, getSize());
-    element.position = cursor_.at(offset + 1, size);
-    element.nameBytes = data_.range(offset + 1, size);
-    element.bytes = data_.range(offset, getSize());
 }
 
 /// The name lives as long as the text.
@@ -125,6 +124,8 @@ XmlElement& XmlPositionsReader::elementAdd(std::string_view name) {
     auto& element = data_.elements.emplace_back();
     element.name = name;
     element.descendantsEnd = index + 1;
+    element.begin = offset_;
+    element.tagEnd = offset_ + size_;
     if (!open_.empty()) {
         auto& parent = open_.back();
         element.parent = parent.element;
@@ -160,14 +161,11 @@ void XmlPositionsReader::vWrittenAttributeAdd(const WrittenAttribute& written, s
     vRoomForOne(data_.attributes, meter_);
     auto& attribute = data_.attributes.emplace_back();
     attribute.name = kept(name, data_.text.substr(written.name, written.nameSize));
-    attribute.position = cursor_.at(written.name, written.nameSize);
-    attribute.nameBytes = data_.range(written.name, written.nameSize);
-    const auto text = data_.text.substr(written.value, written.valueSize);
-    attribute.value.value = kept(value, text);
-    attribute.value.position = cursor_.at(written.value, written.valueSize);
-    if (value == text)
-        attribute.value.bytes = data_.range(written.value, written.valueSize);
-    attribute.bytes = data_.range(written.before, written.value + written.valueSize + 1 - written.before);
+    attribute.value = kept(value, data_.text.substr(written.value, written.valueSize));
+    attribute.begin = written.before;
+    attribute.valueBegin = written.value;
+    attribute.valueEnd = written.value + written.valueSize;
+    attribute.isWritten = true;
 }
 
 void XmlPositionsReader::vDefaultAttributeAdd(const XmlElement& element, std::string_view name,
@@ -182,9 +180,9 @@ void XmlPositionsReader::vDefaultAttributeAdd(const XmlElement& element, std::st
     vRoomForOne(data_.attributes, meter_);
     auto& attribute = data_.attributes.emplace_back();
     attribute.name = kept(name, {});
-    attribute.position = element.position;
-    attribute.value.value = kept(value, {});
-    attribute.value.position = element.position;
+    attribute.value = kept(value, {});
+    attribute.valueBegin = element.isWritten ? element.begin + 1 : element.begin;
+    attribute.valueEnd = element.isWritten ? attribute.valueBegin + element.name.size() : element.tagEnd;
 }
 
 void XmlPositionsReader::vElementEnd(const XML_Char*) {
@@ -195,13 +193,7 @@ void XmlPositionsReader::vElementClose() {
     vTextEnd();
     const auto index = open_.back().element;
     auto& element = data_.elements[index];
-    const auto offset = getOffset();
-    const auto size = getSize();
-    if (data_.text.substr(offset, size).starts_with("</") && element.bytes.isKnown())
-        element.endNameBytes = data_.range(offset + 2, element.name.size());
-    if (element.bytes.isKnown())
-        element.bytes.length = offset + size + data_.offset - element.bytes.offset;
-    element.end = cursor_.at(offset + size);
+    element.end = getOffset() + getSize();
     element.descendantsEnd = static_cast<XmlIndex>(data_.elements.size());
     pendingIgnores_ = 0;
     open_.pop_back();
@@ -251,7 +243,8 @@ void XmlPositionsReader::vCommentTake(std::string_view comment) {
     auto& ignore = data_.ignores.emplace_back();
     ignore.codes = kept(ignored->codes, {});
     ignore.misspelt = kept(ignored->misspelt, {});
-    ignore.position = cursor_.at(getOffset(), getSize());
+    ignore.begin = getOffset();
+    ignore.end = getOffset() + getSize();
     ++pendingIgnores_;
 }
 
@@ -263,7 +256,7 @@ void XmlPositionsReader::vProcessingInstruction(const XML_Char* target, const XM
 }
 
 void XmlPositionsReader::vWellFormedRead() {
-    vRoomForAll(data_.elements, startTags(data_.text), meter_);
+    vRoomForAll(data_.elements, usualElements(data_.text.size()), meter_);
     WellFormedXml xml(data_.text);
     for (auto piece = xml.next(); piece.kind != XmlPieceKind::End; piece = xml.next()) {
         offset_ = piece.offset;
@@ -322,7 +315,7 @@ void XmlPositionsReader::vTagRead(std::size_t nameSize) {
     const auto nameBegin = offset_ + 1;
     const auto tagEnd = offset_ + size_;
     XmlElement& element = elementAdd(data_.text.substr(nameBegin, nameSize));
-    vElementPlace(element);
+    element.isWritten = true;
     element.firstAttribute = static_cast<std::uint32_t>(data_.attributes.size());
     XmlTagScanner scanner(data_.text, nameBegin + nameSize);
     while (scanner.hasNext(tagEnd)) {
@@ -387,7 +380,9 @@ void XmlPositionsReader::vTextHide(std::string_view by) {
     auto& element = data_.elements[open_.back().element];
     element.isTextHidden = true;
     element.text = kept(by, {});
-    element.trimmedText = {trimmed(element.text), cursor_.at(getOffset(), getSize()), {}};
+    element.trimmedText = trimmed(element.text);
+    element.textBegin = getOffset();
+    element.textEnd = getOffset() + getSize();
 }
 
 void XmlPositionsReader::vTextEnd() {
@@ -395,24 +390,12 @@ void XmlPositionsReader::vTextEnd() {
         return;
     isTextOpen_ = false;
     auto& element = data_.elements[open_.back().element];
-    const auto text = openText();
-    const bool isEmptyTag = text.empty() && data_.text.substr(0, textOffset_).ends_with("/>");
-    if (isEmptyTag || !element.bytes.isKnown()) {
-        element.text = kept(text, {});
-        element.trimmedText = {trimmed(element.text), element.position, {}};
-        return;
-    }
-    const auto written = data_.text.substr(textOffset_, getOffset() - textOffset_);
-    const auto writtenTrimmed = trimmed(written);
-    element.text = kept(text, written);
-    element.trimmedText.value = isTextAsWritten_ ? writtenTrimmed : trimmed(element.text);
-    const auto offset = static_cast<std::size_t>(writtenTrimmed.data() - data_.text.data());
-    element.trimmedText.position = cursor_.at(offset, writtenTrimmed.size());
-    if (!isTextAsWritten_ && element.trimmedText.value != writtenTrimmed)
-        return;
-    element.trimmedText.bytes = data_.range(offset, writtenTrimmed.size());
-    if (!writtenTrimmed.empty())
-        element.textBytes = data_.range(textOffset_, written.size());
+    element.textBegin = textOffset_;
+    // What an entity contains is where the entity is used.
+    element.textEnd = std::max(getOffset(), textOffset_);
+    const auto written = data_.text.substr(textOffset_, element.textEnd - textOffset_);
+    element.text = isTextAsWritten_ ? written : kept(text_, written);
+    element.trimmedText = trimmed(element.text);
 }
 
 /// Of a piece with several lines the first one counts that is not blank, as parsers give each line alone.
@@ -421,11 +404,13 @@ void XmlPositionsReader::vLaterTextNote(std::string_view piece) {
     if (text.empty())
         return;
     auto& element = data_.elements[open_.back().element];
-    if (element.laterText.line != 0)
+    if (element.hasLaterText())
         return;
     const auto before = static_cast<std::size_t>(text.data() - piece.data());
-    element.laterText = cursor_.at(getOffset() + std::min(before, getSize()));
-    element.laterText.length = TextCursor::codePoints(trimmed(text.substr(0, text.find_first_of("\r\n"))));
+    element.laterText = getOffset() + std::min(before, getSize());
+    const auto length = codePointsOfLine(trimmed(text.substr(0, text.find_first_of("\r\n"))));
+    element.laterTextLength =
+        static_cast<std::uint32_t>(std::min<std::size_t>(length, std::numeric_limits<std::uint32_t>::max()));
 }
 
 } // namespace kiv::kit

@@ -9,7 +9,6 @@
 ///            std::bad_alloc.
 #pragma once
 
-#include "Kit/Positions/TextCursor.h"
 #include "Kit/Positions/WellFormedXml.h"
 #include "Kit/Positions/XmlPositionsData.h"
 #include "Kit/Positions/XmlTagScanner.h"
@@ -52,7 +51,6 @@ private:
     void vTextRead(std::string_view text);
     void vCdataRead(std::string_view text);
     void vInstructionRead(std::string_view instruction);
-    void vElementPlace(XmlElement& element);
     void vElementClose();
     void vCharactersTake(std::string_view piece);
     void vWrittenTake(std::string_view piece);
@@ -101,7 +99,6 @@ private:
 
     XmlPositions::Data& data_;
     WorkMeter* meter_;
-    TextCursor cursor_;
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_{nullptr, &XML_ParserFree};
     /// The piece that is looked at.
     std::size_t offset_ = 0;

@@ -28,7 +28,7 @@ namespace kiv::kit {
 /// those whose length is asked for.
 class KIV_EXPORT TextLines {
 public:
-    static constexpr std::size_t BlockSize = 1024;
+    static constexpr std::size_t BlockSize = 512;
 
     /// Of an empty text.
     TextLines() = default;

@@ -93,7 +93,8 @@ TEST(SetDocument, PositionsAreThoseOfTheText) {
     ASSERT_THAT(document.positions, NotNull());
     // PropertySetDef, Name, ApplicableClasses, ClassName.
     ASSERT_THAT(document.positions->getElements(), SizeIs(4));
-    EXPECT_EQ(document.positions->getElements()[3].position, (TextPosition{3, 22, 9}));
+    const auto& className = document.positions->getElements()[3];
+    EXPECT_EQ(document.positions->positionOf(className), (TextPosition{3, 22, 9}));
     EXPECT_THAT(setTextRead(sSet("BldWall"), "a.xml", {{}, false}).positions, IsNull());
 }
 

@@ -130,7 +130,7 @@ TEST(SetOutline, TypesAreFoundWhereTheReadersLook) {
     std::string all;
     for (const auto& type : set.outline.types) {
         all += std::to_string(type.member) + std::to_string(static_cast<int>(type.use));
-        all += type.attribute ? std::string(type.attribute->value.value) : "-";
+        all += type.attribute ? std::string(type.attribute->value) : "-";
         all.append(type.unit == NoXmlElement ? "" : "u").append(type.values == NoXmlElement ? "" : "v");
         all += ' ';
     }
@@ -176,7 +176,7 @@ TEST(SetOutline, AliasesAreFoundInSetsMembersAndConstants) {
              "</PropertyDef></PropertyDefs>"));
     std::string all;
     for (const auto& alias : set.outline.aliases) {
-        all += alias.language ? std::string(alias.language->value.value) : "-";
+        all += alias.language ? std::string(alias.language->value) : "-";
         all.append(" in ").append(set.tagOf(alias.list)).append("; ");
     }
     EXPECT_EQ(all,

@@ -1,9 +1,12 @@
 #include "kiv/Kit/Positions/XmlPositions.h"
 
+#include <atomic>
+#include <cstddef>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -28,10 +31,11 @@ const XmlElement& elementOf(const XmlPositions& xml, std::string_view name) {
 
 std::vector<std::string> elementLines(const XmlPositions& xml) {
     std::vector<std::string> lines;
-    for (const auto& element : xml.getElements())
-        lines.push_back(std::to_string(element.position.line) + ":" +
-                        std::to_string(element.position.column) + "+" +
-                        std::to_string(element.position.length) + " " + std::string(element.name));
+    for (const auto& element : xml.getElements()) {
+        const auto position = xml.positionOf(element);
+        lines.push_back(std::to_string(position.line) + ":" + std::to_string(position.column) + "+" +
+                        std::to_string(position.length) + " " + std::string(element.name));
+    }
     return lines;
 }
 
@@ -56,7 +60,7 @@ TEST(XmlPositionsTest, FindsTheNamesOfElements) {
 TEST(XmlPositionsTest, CountsCodePointsAndNoBytes) {
     const XmlPositions xml("<a><!-- \xC3\xA4\xE6\xA2\x81\xF0\x9F\x98\x80\t--><b/></a>");
     // "<a>" is 3, "<!-- " 5, four code points, "-->" 3, "<" 1.
-    EXPECT_EQ(elementOf(xml, "b").position, (TextPosition{1, 17, 1}));
+    EXPECT_EQ(xml.positionOf(elementOf(xml, "b")), (TextPosition{1, 17, 1}));
 }
 
 TEST(XmlPositionsTest, GivesTheTreeOfElements) {
@@ -80,23 +84,23 @@ TEST(XmlPositionsTest, FindsAttributesAndTheirBytes) {
     const auto attributes = xml.getAttributes(*xml.pRoot());
     ASSERT_EQ(attributes.size(), 3);
     EXPECT_EQ(attributes[0].name, "one");
-    EXPECT_EQ(attributes[0].position, (TextPosition{1, 4, 3}));
-    EXPECT_EQ(attributes[0].value.value, "1");
-    EXPECT_EQ(attributes[0].value.position, (TextPosition{1, 9, 1}));
-    EXPECT_EQ(attributes[1].position, (TextPosition{2, 3, 3}));
-    EXPECT_EQ(attributes[1].value.position, (TextPosition{2, 10, 3}));
-    EXPECT_EQ(bytesOf(file, attributes[1].value.bytes), "x y");
-    EXPECT_EQ(bytesOf(file, attributes[1].nameBytes), "two");
-    EXPECT_EQ(bytesOf(file, attributes[1].bytes), "\n  two = \"x y\"");
-    EXPECT_EQ(attributes[2].value.value, "<");
-    EXPECT_EQ(attributes[2].value.position, (TextPosition{2, 22, 4}));
-    EXPECT_FALSE(attributes[2].value.bytes.isKnown());
+    EXPECT_EQ(xml.positionOf(attributes[0]), (TextPosition{1, 4, 3}));
+    EXPECT_EQ(attributes[0].value, "1");
+    EXPECT_EQ(xml.valuePositionOf(attributes[0]), (TextPosition{1, 9, 1}));
+    EXPECT_EQ(xml.positionOf(attributes[1]), (TextPosition{2, 3, 3}));
+    EXPECT_EQ(xml.valuePositionOf(attributes[1]), (TextPosition{2, 10, 3}));
+    EXPECT_EQ(bytesOf(file, xml.valueOf(attributes[1]).bytes), "x y");
+    EXPECT_EQ(bytesOf(file, xml.nameBytesOf(attributes[1])), "two");
+    EXPECT_EQ(bytesOf(file, xml.bytesOf(attributes[1])), "\n  two = \"x y\"");
+    EXPECT_EQ(attributes[2].value, "<");
+    EXPECT_EQ(xml.valuePositionOf(attributes[2]), (TextPosition{2, 22, 4}));
+    EXPECT_FALSE(xml.valueOf(attributes[2]).bytes.isKnown());
 }
 
 TEST(XmlPositionsTest, FindsAnAttributeByName) {
     const XmlPositions xml("<a one='1' xml:two='2'/>");
     ASSERT_NE(xml.pAttribute(*xml.pRoot(), "xml:two"), nullptr);
-    EXPECT_EQ(xml.pAttribute(*xml.pRoot(), "xml:two")->value.value, "2");
+    EXPECT_EQ(xml.pAttribute(*xml.pRoot(), "xml:two")->value, "2");
     EXPECT_EQ(xml.pAttribute(*xml.pRoot(), "two"), nullptr);
 }
 
@@ -105,15 +109,15 @@ TEST(XmlPositionsTest, GivesTextsWithAndWithoutBlanks) {
     const XmlPositions xml(file);
     const auto& b = elementOf(xml, "b");
     EXPECT_EQ(b.text, "\n  Wall Common\t");
-    EXPECT_EQ(b.trimmedText.value, "Wall Common");
-    EXPECT_EQ(b.trimmedText.position, (TextPosition{2, 3, 11}));
-    EXPECT_EQ(bytesOf(file, b.trimmedText.bytes), "Wall Common");
-    EXPECT_EQ(bytesOf(file, b.textBytes), "\n  Wall Common\t");
+    EXPECT_EQ(b.trimmedText, "Wall Common");
+    EXPECT_EQ(xml.textPositionOf(b), (TextPosition{2, 3, 11}));
+    EXPECT_EQ(bytesOf(file, xml.textOf(b).bytes), "Wall Common");
+    EXPECT_EQ(bytesOf(file, xml.textBytesOf(b)), "\n  Wall Common\t");
     EXPECT_EQ(elementOf(xml, "c").text, "");
-    EXPECT_FALSE(elementOf(xml, "c").trimmedText.bytes.isKnown());
-    EXPECT_EQ(elementOf(xml, "d").trimmedText.position, (TextPosition{2, 26, 0}));
+    EXPECT_FALSE(xml.textOf(elementOf(xml, "c")).bytes.isKnown());
+    EXPECT_EQ(xml.textPositionOf(elementOf(xml, "d")), (TextPosition{2, 26, 0}));
     EXPECT_EQ(elementOf(xml, "e").text, " ");
-    EXPECT_EQ(elementOf(xml, "e").trimmedText.value, "");
+    EXPECT_EQ(elementOf(xml, "e").trimmedText, "");
 }
 
 TEST(XmlPositionsTest, GivesTheBytesOfATextWithLineEndsOfTwo) {
@@ -121,7 +125,7 @@ TEST(XmlPositionsTest, GivesTheBytesOfATextWithLineEndsOfTwo) {
     for (const auto wellFormed : {XmlPositions::WellFormed::Unknown, XmlPositions::WellFormed::Yes}) {
         const XmlPositions xml(file, wellFormed);
         EXPECT_EQ(xml.pRoot()->text, "\n Wall \n");
-        EXPECT_EQ(bytesOf(file, xml.pRoot()->textBytes), "\r\n Wall \r\n");
+        EXPECT_EQ(bytesOf(file, xml.textBytesOf(*xml.pRoot())), "\r\n Wall \r\n");
     }
 }
 
@@ -129,41 +133,41 @@ TEST(XmlPositionsTest, GivesNoBytesOfATextThatIsWrittenInAnotherWay) {
     for (const std::string text : {"R&amp;D", "<![CDATA[R&D]]>", "R&#38;D"}) {
         const XmlPositions xml("<a>" + text + "</a>");
         EXPECT_EQ(xml.pRoot()->text, "R&D") << text;
-        EXPECT_EQ(xml.pRoot()->trimmedText.position.line, 1) << text;
-        EXPECT_FALSE(xml.pRoot()->trimmedText.bytes.isKnown()) << text;
-        EXPECT_FALSE(xml.pRoot()->textBytes.isKnown()) << text;
+        EXPECT_EQ(xml.textPositionOf(*xml.pRoot()).line, 1) << text;
+        EXPECT_FALSE(xml.textOf(*xml.pRoot()).bytes.isKnown()) << text;
+        EXPECT_FALSE(xml.textBytesOf(*xml.pRoot()).isKnown()) << text;
     }
 }
 
 TEST(XmlPositionsTest, NotesTextThatReadersDoNotSee) {
     const XmlPositions xml("<a><b>x<!-- -->y</b><c><!-- -->z</c><d>x<e/> \n w</d><f>x<!-- --> </f></a>");
     EXPECT_EQ(elementOf(xml, "b").text, "x");
-    EXPECT_EQ(elementOf(xml, "b").laterText, (TextPosition{1, 16, 1}));
+    EXPECT_EQ(xml.laterTextPositionOf(elementOf(xml, "b")), (TextPosition{1, 16, 1}));
     EXPECT_FALSE(elementOf(xml, "b").isTextHidden);
     EXPECT_EQ(elementOf(xml, "c").text, " ");
     EXPECT_TRUE(elementOf(xml, "c").isTextHidden);
-    EXPECT_EQ(elementOf(xml, "c").laterText, (TextPosition{1, 32, 1}));
-    EXPECT_EQ(elementOf(xml, "d").laterText, (TextPosition{2, 2, 1}));
-    EXPECT_EQ(elementOf(xml, "f").laterText.line, 0);
+    EXPECT_EQ(xml.laterTextPositionOf(elementOf(xml, "c")), (TextPosition{1, 32, 1}));
+    EXPECT_EQ(xml.laterTextPositionOf(elementOf(xml, "d")), (TextPosition{2, 2, 1}));
+    EXPECT_EQ(xml.laterTextPositionOf(elementOf(xml, "f")).line, 0);
 }
 
 TEST(XmlPositionsTest, GivesTheBytesOfTagsAndElements) {
     const std::string file = "<a><bb x='1'>t</bb ><c/></a>";
     const XmlPositions xml(file);
     const auto& b = elementOf(xml, "bb");
-    EXPECT_EQ(bytesOf(file, b.nameBytes), "bb");
-    EXPECT_EQ(b.endNameBytes.offset, file.find("bb >"));
-    EXPECT_EQ(bytesOf(file, b.bytes), "<bb x='1'>t</bb >");
-    EXPECT_EQ(b.end, (TextPosition{1, 21, 0}));
-    EXPECT_EQ(bytesOf(file, elementOf(xml, "c").bytes), "<c/>");
-    EXPECT_FALSE(elementOf(xml, "c").endNameBytes.isKnown());
+    EXPECT_EQ(bytesOf(file, xml.nameBytesOf(b)), "bb");
+    EXPECT_EQ(xml.endNameBytesOf(b).offset, file.find("bb >"));
+    EXPECT_EQ(bytesOf(file, xml.bytesOf(b)), "<bb x='1'>t</bb >");
+    EXPECT_EQ(xml.endOf(b), (TextPosition{1, 21, 0}));
+    EXPECT_EQ(bytesOf(file, xml.bytesOf(elementOf(xml, "c"))), "<c/>");
+    EXPECT_FALSE(xml.endNameBytesOf(elementOf(xml, "c")).isKnown());
 }
 
 TEST(XmlPositionsTest, CountsTheByteOrderMarkInBytesOnly) {
     const std::string file = "\xEF\xBB\xBF<a><b/></a>";
     const XmlPositions xml(file);
-    EXPECT_EQ(elementOf(xml, "b").position, (TextPosition{1, 5, 1}));
-    EXPECT_EQ(bytesOf(file, elementOf(xml, "b").bytes), "<b/>");
+    EXPECT_EQ(xml.positionOf(elementOf(xml, "b")), (TextPosition{1, 5, 1}));
+    EXPECT_EQ(bytesOf(file, xml.bytesOf(elementOf(xml, "b"))), "<b/>");
     EXPECT_EQ(xml.getLine(1), "<a><b/></a>");
 }
 
@@ -175,8 +179,9 @@ TEST(XmlPositionsTest, ReadsUtf16WithoutOfferingBytes) {
         EXPECT_EQ(xml.getEncoding(), XmlEncoding::Utf16);
         EXPECT_THAT(elementLines(xml), ElementsAre("2:2+1 \xC3\xA4", "2:6+1 b"));
         EXPECT_EQ(xml.pRoot()->text, "\xE6\xA2\x81");
-        EXPECT_FALSE(xml.pRoot()->nameBytes.isKnown());
-        EXPECT_FALSE(xml.pRoot()->trimmedText.bytes.isKnown());
+        EXPECT_EQ(xml.textPositionOf(*xml.pRoot()), (TextPosition{2, 4, 1}));
+        EXPECT_FALSE(xml.nameBytesOf(*xml.pRoot()).isKnown());
+        EXPECT_FALSE(xml.textOf(*xml.pRoot()).bytes.isKnown());
     }
 }
 
@@ -185,8 +190,8 @@ TEST(XmlPositionsTest, ReadsLatin1WithoutOfferingBytes) {
     EXPECT_EQ(xml.pError(), nullptr);
     EXPECT_EQ(xml.getEncoding(), XmlEncoding::Latin1);
     EXPECT_EQ(xml.pRoot()->text, "\xC3\xA4");
-    EXPECT_EQ(elementOf(xml, "b").position, (TextPosition{1, 49, 1}));
-    EXPECT_FALSE(elementOf(xml, "b").bytes.isKnown());
+    EXPECT_EQ(xml.positionOf(elementOf(xml, "b")), (TextPosition{1, 49, 1}));
+    EXPECT_FALSE(xml.bytesOf(elementOf(xml, "b")).isKnown());
 }
 
 TEST(XmlPositionsTest, PutsWhatEntitiesMakeAtTheirReference) {
@@ -195,14 +200,60 @@ TEST(XmlPositionsTest, PutsWhatEntitiesMakeAtTheirReference) {
     EXPECT_EQ(xml.pError(), nullptr);
     ASSERT_EQ(xml.getElements().size(), 2);
     const auto& b = elementOf(xml, "b");
-    EXPECT_EQ(b.position, (TextPosition{2, 4, 3}));
-    EXPECT_FALSE(b.nameBytes.isKnown());
+    EXPECT_EQ(xml.positionOf(b), (TextPosition{2, 4, 3}));
+    EXPECT_FALSE(xml.nameBytesOf(b).isKnown());
     EXPECT_EQ(b.text, "t");
     ASSERT_NE(xml.pAttribute(b, "x"), nullptr);
-    EXPECT_EQ(xml.pAttribute(b, "x")->value.value, "1");
-    EXPECT_FALSE(xml.pAttribute(b, "x")->value.bytes.isKnown());
+    EXPECT_EQ(xml.pAttribute(b, "x")->value, "1");
+    EXPECT_FALSE(xml.valueOf(*xml.pAttribute(b, "x")).bytes.isKnown());
     ASSERT_NE(xml.pAttribute(*xml.pRoot(), "y"), nullptr);
-    EXPECT_EQ(xml.pAttribute(*xml.pRoot(), "y")->value.value, "2");
+    EXPECT_EQ(xml.pAttribute(*xml.pRoot(), "y")->value, "2");
+}
+
+TEST(XmlPositionsTest, WhatAnEntityHasIsWhereItIsUsed) {
+    const XmlPositions xml("<!DOCTYPE a [<!ENTITY e \"<b><c>t</c></b> more\">]>\n<a> x &e;</a>");
+    EXPECT_EQ(xml.pError(), nullptr);
+    const auto& c = elementOf(xml, "c");
+    EXPECT_EQ(xml.tagPositionOf(c), (TextPosition{2, 7, 3}));
+    EXPECT_EQ(xml.textPositionOf(c), (TextPosition{2, 7, 3}));
+    EXPECT_EQ(xml.endOf(c), (TextPosition{2, 10, 0}));
+    EXPECT_EQ(c.trimmedText, "t");
+    for (const auto& bytes : {xml.bytesOf(c), xml.endNameBytesOf(c), xml.textBytesOf(c), xml.textOf(c).bytes})
+        EXPECT_FALSE(bytes.isKnown());
+}
+
+TEST(XmlPositionsTest, PlacesStayWhereTheyAreWhenItIsMoved) {
+    XmlPositions first("<a>\n <b c='d'/></a>");
+    const auto position = first.positionOf(elementOf(first, "b"));
+    const XmlPositions second(std::move(first));
+    EXPECT_EQ(second.positionOf(elementOf(second, "b")), position);
+    EXPECT_EQ(position, (TextPosition{2, 3, 1}));
+}
+
+/// Lines are looked for when the first place is asked for, which may be on several threads at once.
+TEST(XmlPositionsTest, PlacesAreAskedForByManyThreads) {
+    constexpr std::size_t Elements = 200;
+    std::string text = "<a>\n";
+    for (std::size_t number = 0; number != Elements; ++number)
+        text += "\t<b/>\n";
+    text += "</a>";
+    for (int round = 0; round != 20; ++round) {
+        const XmlPositions xml(text);
+        ASSERT_EQ(xml.getElements().size(), Elements + 1);
+        std::atomic<int> wrong = 0;
+        const auto vAsk = [&] {
+            for (std::size_t number = 1; number <= Elements; ++number) {
+                const auto position = xml.positionOf(xml.getElement(static_cast<XmlIndex>(number)));
+                wrong += position == TextPosition{number + 1, 3, 1} ? 0 : 1;
+            }
+        };
+        {
+            std::vector<std::jthread> threads;
+            for (int thread = 0; thread != 4; ++thread)
+                threads.emplace_back(vAsk);
+        }
+        EXPECT_EQ(wrong, 0);
+    }
 }
 
 TEST(XmlPositionsTest, KeepsIgnoreCommentsWithTheElementThatFollows) {
@@ -211,7 +262,7 @@ TEST(XmlPositionsTest, KeepsIgnoreCommentsWithTheElementThatFollows) {
     const auto ignores = xml.getIgnores();
     ASSERT_EQ(ignores.size(), 3);
     EXPECT_EQ(ignores[0].codes, "A001");
-    EXPECT_EQ(ignores[0].position, (TextPosition{1, 1, 28}));
+    EXPECT_EQ(xml.positionOf(ignores[0]), (TextPosition{1, 1, 28}));
     EXPECT_EQ(ignores[0].element, 0);
     EXPECT_EQ(ignores[1].codes, "B001, B002");
     EXPECT_EQ(ignores[1].element, 1);
@@ -222,6 +273,10 @@ TEST(XmlPositionsTest, KeepsIgnoreCommentsWithTheElementThatFollows) {
 TEST(XmlPositionsTest, KeepsWhatWasReadOfATextThatIsNoXml) {
     const XmlPositions xml("<a>\n<b/>\n  <c></d></a>");
     ASSERT_NE(xml.pError(), nullptr);
+    // Nothing closes them.
+    EXPECT_EQ(xml.endOf(*xml.pRoot()), TextPosition());
+    EXPECT_EQ(xml.bytesOf(*xml.pRoot()).length, 3);
+    EXPECT_FALSE(xml.endNameBytesOf(*xml.pRoot()).isKnown());
     EXPECT_EQ(xml.pError()->position.line, 3);
     EXPECT_EQ(xml.pError()->message, "mismatched tag");
     EXPECT_EQ(xml.getElements().size(), 3);
@@ -250,9 +305,9 @@ TEST(XmlPositionsTest, ADefaultAttributeIsWhereItsElementIs) {
     ASSERT_EQ(xml.pError(), nullptr);
     const auto* const attribute = xml.pAttribute(xml.getElements()[1], "c");
     ASSERT_NE(attribute, nullptr);
-    EXPECT_EQ(attribute->value.value, "d");
-    EXPECT_EQ(attribute->position, (TextPosition{2, 5, 1}));
-    EXPECT_EQ(attribute->value.position, (TextPosition{2, 5, 1}));
+    EXPECT_EQ(attribute->value, "d");
+    EXPECT_EQ(xml.positionOf(*attribute), (TextPosition{2, 5, 1}));
+    EXPECT_EQ(xml.valuePositionOf(*attribute), (TextPosition{2, 5, 1}));
 }
 
 TEST(XmlPositionsTest, RefusesDefaultAttributesThatAddUp) {

@@ -13,7 +13,7 @@ std::string_view nameOf(const kit::XmlPositions& xml, const kit::XmlElement& ele
     for (auto child = element.firstChild; child != kit::NoXmlElement;
          child = xml.getElement(child).nextSibling) {
         if (xml.getElement(child).localName() == "Name")
-            return xml.getElement(child).trimmedText.value;
+            return xml.getElement(child).trimmedText;
     }
     return {};
 }
@@ -24,9 +24,9 @@ WrittenGuids::WrittenGuids(const std::string& path) {
     const kit::XmlPositions xml(sReadAgain(path));
     for (const auto& element : xml.getElements()) {
         const auto* guid = xml.pAttribute(element, "ifdguid");
-        if (!guid || kiv::Guid().boSet(guid->value.value))
+        if (!guid || kiv::Guid().boSet(guid->value))
             continue;
-        texts_.try_emplace({element.tagPosition.line, std::string(nameOf(xml, element))}, guid->value.value);
+        texts_.try_emplace({xml.tagPositionOf(element).line, std::string(nameOf(xml, element))}, guid->value);
     }
 }
 

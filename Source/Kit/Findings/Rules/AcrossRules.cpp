@@ -148,7 +148,7 @@ AcrossRun::MemberTypes AcrossRun::memberTypesOf(const SetOutline& outline) {
         const bool isCounted = type.use != TypeUse::ReferenceDataType || member.nameCount == 0;
         if (!type.attribute || !isCounted || member.text.empty())
             continue;
-        const auto name = cut(trimmed(type.attribute->value.value), maxTypeSize);
+        const auto name = cut(trimmed(type.attribute->value), maxTypeSize);
         if (member.nameCount == 0) {
             member.firstName = all.names.size();
             member.text.reserve(UsualText);
@@ -200,7 +200,7 @@ void AcrossRun::vSetAdd(const SetOutline& outline) {
     const auto name = outline.setName();
     if (name.empty())
         return;
-    const Spot spot{documents_.size() - 1, outline.elementOf(outline.name).trimmedText.position};
+    const Spot spot{documents_.size() - 1, outline.xml->textPositionOf(outline.elementOf(outline.name))};
     sets_[documents_.back().setName].push_back({spot, std::string(name)});
     vGuidAdd(outline, nullptr);
 }
@@ -216,7 +216,7 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) 
         vEnumerationAdd(outline, member);
         if (name.empty())
             continue;
-        const auto position = outline.elementOf(member.name).trimmedText.position;
+        const auto position = outline.xml->textPositionOf(outline.elementOf(member.name));
         vGuidAdd(outline, &member);
         vSpellingAdd(memberNames_, name, position);
         auto& type = all.types[i];
@@ -244,7 +244,7 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     if (member.enumeration == NoXmlElement)
         return;
     const auto* attribute = outline.xml->pAttribute(outline.elementOf(member.enumeration), "name");
-    const auto name = attribute ? trimmed(attribute->value.value) : std::string_view();
+    const auto name = attribute ? trimmed(attribute->value) : std::string_view();
     if (name.empty())
         return;
     std::vector<std::string_view> items;
@@ -257,7 +257,7 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     // The order says nothing.
     std::ranges::sort(items);
     items.erase(std::unique(items.begin(), items.end()), items.end());
-    const Spot spot{documents_.size() - 1, attribute->value.position};
+    const Spot spot{documents_.size() - 1, outline.xml->valuePositionOf(*attribute)};
     vSpellingAdd(enumerationNames_, name, spot.position);
     // That there are none is found in the document itself.
     if (items.empty())
@@ -274,9 +274,9 @@ void AcrossRun::vGuidAdd(const SetOutline& outline, const MemberOutline* member)
     const auto& element = outline.elementOf(member ? member->element : 0);
     const auto* attribute = outline.xml->pAttribute(element, "ifdguid");
     Guid guid;
-    if (!attribute || !guid.boSet(attribute->value.value) || guid.isNull())
+    if (!attribute || !guid.boSet(attribute->value) || guid.isNull())
         return;
-    const Spot spot{documents_.size() - 1, attribute->value.position};
+    const Spot spot{documents_.size() - 1, outline.xml->valuePositionOf(*attribute)};
     const auto [place, isNew] = guids_.try_emplace(guid, spot);
     const auto& first = place->second;
     // Twice in one document is another mistake, and of copies of one set the set is the mistake.

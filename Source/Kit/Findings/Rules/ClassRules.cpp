@@ -136,7 +136,7 @@ bool ClassCheck::boIsEmpty(XmlIndex element) const {
     const auto& item = run_.xml.getElement(element);
     // A text after a comment, or inside another element, is not seen: another mistake.
     return item.name == "ClassName" && trimmed(item.text).empty() && item.firstChild == NoXmlElement &&
-           item.laterText.line == 0 && !item.isTextHidden;
+           !item.hasLaterText() && !item.isTextHidden;
 }
 
 void ClassCheck::vEmptyCheck() {
@@ -189,7 +189,7 @@ void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& en
         add("C003", item, sOtherCase(item.name, entity))
             .vNote("look-ups by class compare letter case, so the set is not found for " +
                    std::string(entity.getName()))
-            .vEdit(run_.xml.getElement(item.element).trimmedText.bytes, trimmed(mended));
+            .vEdit(run_.xml.textOf(run_.xml.getElement(item.element)).bytes, trimmed(mended));
     }
     if (!item.predefinedType.empty())
         vPredefinedTypeCheck(item, entity);
@@ -212,7 +212,7 @@ bool ClassCheck::boRepeats(const ClassOutline& item, const schema::Entity& entit
     const auto [first, isNew] = listed_.try_emplace(key, item.element);
     if (!isNew)
         add("C004", item, "the class " + sQuoted(trimmed(item.text)) + " is listed twice")
-            .vNoteAt("it is here already", run_.xml.getElement(first->second).trimmedText.position);
+            .vNoteAt("it is here already", run_.xml.textPositionOf(run_.xml.getElement(first->second)));
     if (item.predefinedType.empty())
         entities_.try_emplace(&entity, item.element);
     return !isNew;
@@ -231,7 +231,7 @@ void ClassCheck::vSupertypesCheck() {
                 sQuoted(trimmed(item->text)) + " is listed with its supertype " +
                     sQuoted(supertype->getName()))
                 .vNoteAt("the supertype is here; it includes every " + std::string(entity->getName()),
-                         run_.xml.getElement(found->second).trimmedText.position);
+                         run_.xml.textPositionOf(run_.xml.getElement(found->second)));
             break;
         }
     }
@@ -301,14 +301,14 @@ void ClassCheck::vIllegalAdd(const ClassOutline& item, const schema::Entity& ent
     auto& draft = add("C008", item, sIllegal(item.predefinedType, entity));
     const auto nearest = legalTypesNoted(draft, item.predefinedType, entity, legal);
     if (!nearest.empty() && isEqualIgnoringCase(nearest, item.predefinedType))
-        draft.vEdit(run_.xml.getElement(item.element).trimmedText.bytes,
+        draft.vEdit(run_.xml.textOf(run_.xml.getElement(item.element)).bytes,
                     std::string(entity.getName()).append("/").append(nearest));
 }
 
 void ClassCheck::vUnknownCheck(const ClassOutline& item) {
     const auto& element = run_.xml.getElement(item.element);
     // A name with a comment inside is read in part, which is found as such.
-    const bool isCut = element.laterText.line != 0 && element.firstChild == NoXmlElement;
+    const bool isCut = element.hasLaterText() && element.firstChild == NoXmlElement;
     if (!isCut && !boIsOlderSpelling(item))
         vUnknownAdd(item);
 }
@@ -327,7 +327,7 @@ bool ClassCheck::boIsBlank(const ClassOutline& item) {
     add("C010", item,
         "there is white space in the class name " + sQuoted(clean) +
             " or around it, and becomes a part of the name")
-        .vEdit(run_.xml.getElement(item.element).textBytes, mended);
+        .vEdit(run_.xml.textBytesOf(run_.xml.getElement(item.element)), mended);
     return true;
 }
 
@@ -349,7 +349,8 @@ void ClassCheck::vTodayNote(FindingDraft& draft, const ClassOutline& item, const
     std::string mended(entity->getName());
     if (!text.predefinedType.empty())
         mended.append("/").append(text.predefinedType);
-    draft.vNote(saying + sQuoted(mended)).vEdit(run_.xml.getElement(item.element).trimmedText.bytes, mended);
+    draft.vNote(saying + sQuoted(mended))
+        .vEdit(run_.xml.textOf(run_.xml.getElement(item.element)).bytes, mended);
 }
 
 bool ClassCheck::boIsOlderSpelling(const ClassOutline& item) {
@@ -475,7 +476,7 @@ bool ClassCheck::boHasLostClass() const {
 /// At a part of the applicable type value.
 FindingDraft& ClassCheck::addAtTypeValue(std::string_view code, std::string_view part, std::string message) {
     auto& draft = run_.addAtText(code, outline_.applicableTypeValue, std::move(message));
-    const auto& text = run_.xml.getElement(outline_.applicableTypeValue).trimmedText;
+    const auto text = run_.xml.textOf(run_.xml.getElement(outline_.applicableTypeValue));
     // With references in the text, its columns are not those of the value.
     if (!text.bytes.isKnown())
         return draft;
@@ -496,7 +497,7 @@ void ClassCheck::vTypeValueCheck() {
         return;
     // Each value is compared with each class; more of both than real sets have are not.
     constexpr std::size_t maxComparisons = 10'000;
-    const auto text = run_.xml.getElement(outline_.applicableTypeValue).trimmedText.value;
+    const auto text = run_.xml.getElement(outline_.applicableTypeValue).trimmedText;
     const auto values = typeValueOf(text);
     if (values.empty())
         return vOtherTypeValueCheck(text);
@@ -532,7 +533,7 @@ void ClassCheck::vContradictionAdd(const ClassText& value) {
         addAtTypeValue("C013", value.text,
                        "the applicable type value " + sQuoted(shown) + " contradicts the applicable classes")
             .vNoteAt("the classes are " + sQuotedList(classes),
-                     run_.xml.getElement(outline_.applicableClasses).position)
+                     run_.xml.positionOf(run_.xml.getElement(outline_.applicableClasses)))
             .vSubject(outline_.setSubject().append(" ").append(cut(shown, maxSubjectSize)));
     if (!pEntityOf(value.name))
         names_.vNearestNote(draft, value.name, SchemaNames::Entities);
@@ -587,7 +588,7 @@ void ClassCheck::vIllegalTypeValueAdd(std::string_view type, const schema::Entit
 
 /// Offers to write a part of the applicable type value in another letter case.
 void ClassCheck::vTypeValueMend(FindingDraft& draft, std::string_view part, std::string_view mended) {
-    const auto& text = run_.xml.getElement(outline_.applicableTypeValue).trimmedText;
+    const auto text = run_.xml.textOf(run_.xml.getElement(outline_.applicableTypeValue));
     ByteRange bytes;
     if (text.bytes.isKnown() && text.bytes.length == text.value.size())
         bytes = {text.bytes.offset + static_cast<std::size_t>(part.data() - text.value.data()), part.size()};
@@ -652,7 +653,7 @@ void ClassCheck::vOlderTypeValueCheck(const std::vector<ClassText>& values) {
     const auto* version = outline_.ifcVersion == NoXmlElement
                               ? nullptr
                               : run_.xml.pAttribute(run_.xml.getElement(outline_.ifcVersion), "version");
-    const auto* release = version ? pSchemaReleaseFind(trimmed(version->value.value)) : nullptr;
+    const auto* release = version ? pSchemaReleaseFind(trimmed(version->value)) : nullptr;
     if (release && release->family == "IFC2X3")
         return;
     for (const auto& value : values) {

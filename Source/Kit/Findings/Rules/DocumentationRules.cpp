@@ -15,8 +15,8 @@ bool boIsWritten(const RuleRun& run, XmlIndex definition) {
     if (definition == NoXmlElement)
         return false;
     const auto& element = run.xml.getElement(definition);
-    return !trimmed(element.text).empty() || element.laterText.line != 0 ||
-           element.firstChild != NoXmlElement || run.boMisplaced(definition) || run.boRepeated(definition);
+    return !trimmed(element.text).empty() || element.hasLaterText() || element.firstChild != NoXmlElement ||
+           run.boMisplaced(definition) || run.boRepeated(definition);
 }
 
 /// Where the definition would be looked for: at the empty one, else at the name.

@@ -39,7 +39,7 @@ std::string sFormNote(std::string_view value) {
 
 /// A definition with a GUID.
 struct GuidOwner {
-    TextPosition guid;
+    const XmlAttribute* guid = nullptr;
     XmlIndex parent = NoXmlElement;
     /// Empty when it has none.
     std::string_view name;
@@ -50,8 +50,8 @@ using KnownGuids = std::map<kiv::Guid, GuidOwner>;
 
 GuidOwner ownerOf(const RuleRun& run, XmlIndex element, const XmlAttribute& guid) {
     const auto name = childOf(run.xml, element, "Name");
-    return {guid.value.position, run.xml.getElement(element).parent,
-            name == NoXmlElement ? std::string_view() : run.xml.getElement(name).trimmedText.value};
+    return {&guid, run.xml.getElement(element).parent,
+            name == NoXmlElement ? std::string_view() : run.xml.getElement(name).trimmedText};
 }
 
 /// Whether both are members of one name in one list: the copy is the mistake then, not its GUID.
@@ -60,13 +60,13 @@ bool boIsCopy(const GuidOwner& member, const GuidOwner& other) {
 }
 
 void vMalformedAdd(RuleRun& run, XmlIndex element, const XmlAttribute& attribute) {
-    const auto value = attribute.value.value;
+    const auto value = attribute.value;
     const auto trimmed = trimmedBlanks(value);
     auto& draft = run.addAtValue("G001", element, attribute, sMalformed(value));
     if (trimmed.empty())
-        draft.vNote("leave \"ifdguid\" out when there is no GUID").vEdit(attribute.bytes, "");
+        draft.vNote("leave \"ifdguid\" out when there is no GUID").vEdit(run.xml.bytesOf(attribute), "");
     else if (trimmed != value && kiv::Guid().boSet(trimmed))
-        draft.vNote("white space is no part of a GUID").vEdit(attribute.value.bytes, trimmed);
+        draft.vNote("white space is no part of a GUID").vEdit(run.xml.valueOf(attribute).bytes, trimmed);
     else
         draft.vNote(sFormNote(value));
 }
@@ -76,7 +76,7 @@ void vGuidCheck(RuleRun& run, XmlIndex element, KnownGuids& known) {
     if (!attribute)
         return;
     kiv::Guid guid;
-    if (!guid.boSet(attribute->value.value)) {
+    if (!guid.boSet(attribute->value)) {
         vMalformedAdd(run, element, *attribute);
         return;
     }
@@ -86,8 +86,8 @@ void vGuidCheck(RuleRun& run, XmlIndex element, KnownGuids& known) {
     const auto [first, isNew] = known.emplace(guid, owner);
     if (!isNew && !boIsCopy(owner, first->second))
         run.addAtValue("G002", element, *attribute,
-                       "the GUID " + sQuoted(attribute->value.value) + " is used twice in this document")
-            .vNoteAt("the first use is here", first->second.guid);
+                       "the GUID " + sQuoted(attribute->value) + " is used twice in this document")
+            .vNoteAt("the first use is here", run.xml.valuePositionOf(*first->second.guid));
 }
 
 } // namespace

@@ -194,7 +194,7 @@ LanguageCheck::Tag& LanguageCheck::tagOf(std::string_view value) {
 void LanguageCheck::vTagCheck(const AliasOutline& alias, const Tag& tag) {
     if (tag.isRight)
         return;
-    const auto value = alias.language->value.value;
+    const auto value = alias.language->value;
     if (const auto language = languageFor(value); !language.empty() && isLanguageTag(value)) {
         run_.addAtValue("L001", alias.element, *alias.language,
                         sQuoted(value) + " begins with the code of a country, and of no language")
@@ -204,7 +204,7 @@ void LanguageCheck::vTagCheck(const AliasOutline& alias, const Tag& tag) {
     auto& draft =
         run_.addAtValue("L001", alias.element, *alias.language, sQuoted(value) + " is no language tag");
     if (const auto mended = sMended(value); !mended.empty())
-        draft.vNote("write it as " + sQuoted(mended)).vEdit(alias.language->value.bytes, mended);
+        draft.vNote("write it as " + sQuoted(mended)).vEdit(run_.xml.valueOf(*alias.language).bytes, mended);
     else
         draft.vNote("language tags are written as in \"de\", \"de-AT\" or \"zh-Hans-CN\" (BCP 47)");
 }
@@ -217,9 +217,9 @@ void LanguageCheck::vRepeatedCheck(const AliasOutline& alias, const Tag& tag) {
     }
     const auto& first = *language.first;
     auto& draft = run_.addAtValue("L003", alias.element, *alias.language,
-                                  "there is another translation into " +
-                                      sQuoted(alias.language->value.value) + ", which hides this one")
-                      .vNoteAt("the first one is here", first.language->value.position);
+                                  "there is another translation into " + sQuoted(alias.language->value) +
+                                      ", which hides this one")
+                      .vNoteAt("the first one is here", run_.xml.valuePositionOf(*first.language));
     // Then nothing is lost.
     if (run_.outline.textOf(first.element) == run_.outline.textOf(alias.element))
         draft.vSeverity(Severity::Warning);
@@ -232,21 +232,22 @@ void LanguageCheck::vNoLanguageAdd(const AliasOutline& alias) {
     auto& draft = run_.add("L002", alias.element, "the translation says no language");
     const auto* ofXml = run_.xml.pAttribute(run_.xml.getElement(alias.element), "xml:lang");
     if (ofXml && !alias.language)
-        draft.vNote("\"xml:lang\" is not read; write it as \"lang\"").vEdit(ofXml->nameBytes, "lang");
+        draft.vNote("\"xml:lang\" is not read; write it as \"lang\"")
+            .vEdit(run_.xml.nameBytesOf(*ofXml), "lang");
 }
 
 void LanguageCheck::vAliasCheck(const AliasOutline& alias) {
     const auto& element = run_.xml.getElement(alias.element);
-    if (!alias.language || trimmedBlanks(alias.language->value.value).empty()) {
+    if (!alias.language || trimmedBlanks(alias.language->value).empty()) {
         vNoLanguageAdd(alias);
         return;
     }
-    const bool isEmpty = trimmedBlanks(element.text).empty() && element.firstChild == NoXmlElement &&
-                         element.laterText.line == 0;
+    const bool isEmpty =
+        trimmedBlanks(element.text).empty() && element.firstChild == NoXmlElement && !element.hasLaterText();
     if (isEmpty)
         run_.add("L004", alias.element,
-                 "the translation into " + sQuoted(alias.language->value.value) + " has no text");
-    const auto& tag = tagOf(alias.language->value.value);
+                 "the translation into " + sQuoted(alias.language->value) + " has no text");
+    const auto& tag = tagOf(alias.language->value);
     vTagCheck(alias, tag);
     // What is left out when the document is read hides nothing.
     if (!isEmpty)

@@ -29,7 +29,7 @@ std::string_view unknownPartOf(const FindingDraft& draft, const RuleRun& run) {
     if (isOneOf(draft.finding.code, UnknownNames))
         return attribute ? attribute->name : run.xml.getElement(element).name;
     if (isOneOf(draft.finding.code, UnknownValues))
-        return attribute ? attribute->value.value : run.xml.getElement(element).trimmedText.value;
+        return attribute ? attribute->value : run.xml.getElement(element).trimmedText;
     return {};
 }
 

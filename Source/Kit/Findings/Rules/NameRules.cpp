@@ -122,7 +122,7 @@ void vCharactersCheck(RuleRun& run, XmlIndex element, const XmlAttribute* attrib
     const auto mixed = mixedLetterIn(name);
     if (stray.offset == std::string_view::npos && !mixed)
         return;
-    const auto& text = attribute ? attribute->value : run.xml.getElement(element).trimmedText;
+    const auto text = attribute ? run.xml.valueOf(*attribute) : run.xml.textOf(run.xml.getElement(element));
     const auto whole = attribute ? name : run.xml.getElement(element).text;
     const auto named = "the " + std::string(what) + " " + sQuoted(name);
     if (stray.offset != std::string_view::npos) {
@@ -146,8 +146,8 @@ void vBlanksAroundAdd(RuleRun& run, XmlIndex name, std::string_view what) {
     auto& draft = run.addAtText("N004", name,
                                 "the " + std::string(what) + " " + sQuoted(trimmed) + " " +
                                     (isAtEnd ? "ends" : "begins") + " with white space")
-                      .vEdit(element.textBytes, trimmed);
-    vPartPlace(draft, element.trimmedText, whole,
+                      .vEdit(run.xml.textBytesOf(element), trimmed);
+    vPartPlace(draft, run.xml.textOf(element), whole,
                isAtEnd ? whole.substr(trimmed.size()) : whole.substr(0, begin));
 }
 
@@ -203,14 +203,14 @@ void vEnumerationNameCheck(RuleRun& run, XmlIndex enumeration) {
     const auto* attribute = run.xml.pAttribute(run.xml.getElement(enumeration), "name");
     if (!attribute)
         return;
-    const auto name = attribute->value.value;
+    const auto name = attribute->value;
     const auto trimmed = trimmedBlanks(name);
     if (trimmed.empty() || trimmed == EnumerationPrefix)
         run.addAtValue("N003", enumeration, *attribute, "the name of the enumeration is empty");
     else if (trimmed.size() != name.size())
         run.addAtValue("N004", enumeration, *attribute,
                        "the name of the enumeration " + sQuoted(trimmed) + " has white space around it")
-            .vEdit(attribute->value.bytes, trimmed);
+            .vEdit(run.xml.valueOf(*attribute).bytes, trimmed);
     else
         vCharactersCheck(run, enumeration, attribute, name, "name of the enumeration");
 }
@@ -241,7 +241,7 @@ void vComplexNameCheck(RuleRun& run, const MemberOutline& member) {
     const auto* attribute = run.xml.pAttribute(run.xml.getElement(member.kindElement), "name");
     if (!attribute)
         return;
-    const auto name = attribute->value.value;
+    const auto name = attribute->value;
     const auto trimmed = trimmedBlanks(name);
     if (trimmed.empty())
         run.addAtValue("S005", member.kindElement, *attribute,
@@ -250,7 +250,7 @@ void vComplexNameCheck(RuleRun& run, const MemberOutline& member) {
     else if (trimmed.size() != name.size())
         run.addAtValue("N004", member.kindElement, *attribute,
                        "the name of the complex property " + sQuoted(trimmed) + " has white space around it")
-            .vEdit(attribute->value.bytes, trimmed);
+            .vEdit(run.xml.valueOf(*attribute).bytes, trimmed);
     else
         vCharactersCheck(run, member.kindElement, attribute, name, "name of the complex property");
 }
@@ -288,7 +288,7 @@ void vRepeatedCheck(RuleRun& run, const MemberOutline& member, MembersByName& kn
     const auto [first, isNew] = known.emplace(name, &member);
     if (isNew)
         return;
-    const auto& place = run.xml.getElement(first->second->name).trimmedText.position;
+    const auto place = run.xml.textPositionOf(run.xml.getElement(first->second->name));
     run.addAtText("N006", member.name,
                   std::string(member.owner < 0 ? "the set" : "the complex property") + " has another " +
                       std::string(memberWord(run.outline)) + " of the name " + sQuoted(name))

@@ -42,7 +42,7 @@ void vReleaseCheck(RuleRun& run) {
     // That it has no attribute is a mistake of structure.
     if (!version)
         return;
-    const auto declared = trimmed(version->value.value);
+    const auto declared = trimmed(version->value);
     if (declared.empty())
         return vNoneAdd(run, run.addAtValue("V002", element, *version, "the document declares no release"));
     const auto match = matchOf(declared, run);

@@ -80,8 +80,8 @@ bool StructureCheck::boWrongRoot() {
     const auto& root = xml_.getElement(0);
     const auto* space = xml_.pAttribute(root, "xmlns");
     const auto* type = xml_.pAttribute(root, "templatetype");
-    const bool isOther = space ? isSetNamespace(space->value.value, otherKind)
-                               : type && type->value.value.starts_with(isPropertySet ? "QTO_" : "PSET_");
+    const bool isOther = space ? isSetNamespace(space->value, otherKind)
+                               : type && type->value.starts_with(isPropertySet ? "QTO_" : "PSET_");
     const std::string_view own = isPropertySet ? "PropertyDefs" : "QtoDefs";
     const auto other = SetVocabulary::counterpart(own);
     if (!isOther || childOf(xml_, 0, own) != NoXmlElement || childOf(xml_, 0, other) == NoXmlElement)
@@ -97,12 +97,11 @@ bool StructureCheck::boWrongRoot() {
 
 void StructureCheck::vNamespaceCheck() {
     const auto* declared = xml_.pAttribute(xml_.getElement(0), "xmlns");
-    if (!declared || declared->value.value.empty() ||
-        isSetNamespace(declared->value.value, run_.outline.kind))
+    if (!declared || declared->value.empty() || isSetNamespace(declared->value, run_.outline.kind))
         return;
     const bool isPropertySet = run_.outline.kind == SetKind::PropertySet;
     run_.addAtValue("S012", 0, *declared,
-                    sQuoted(declared->value.value) + " is no namespace of " +
+                    sQuoted(declared->value) + " is no namespace of " +
                         (isPropertySet ? "property sets" : "quantity sets"))
         .vNote(isPropertySet
                    ? "property sets of IFC 4 have \"http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd\""

@@ -131,7 +131,7 @@ bool TypeCheck::boCounts(const TypeOutline& type) const {
 }
 
 bool TypeCheck::boIsGiven(const TypeOutline& type) const {
-    return type.attribute && !trimmed(type.attribute->value.value).empty();
+    return type.attribute && !trimmed(type.attribute->value).empty();
 }
 
 bool TypeCheck::boHasReference(const TypeOutline& type) const {
@@ -171,7 +171,7 @@ const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
             run_.add("T008", type.element, "\"DataType\" has no attribute \"type\"");
         return nullptr;
     }
-    const auto name = trimmed(type.attribute->value.value);
+    const auto name = trimmed(type.attribute->value);
     const auto* object = run_.schema.pObjectFromName(name);
     if (!object)
         vUnknownAdd(type, name);
@@ -198,19 +198,19 @@ void TypeCheck::vUnknownAdd(const TypeOutline& type, std::string_view name) {
 }
 
 void TypeCheck::vSpellingCheck(const TypeOutline& type, const schema::ObjectBase& object) {
-    const auto& value = type.attribute->value;
-    const auto name = trimmed(value.value);
-    if (name.size() != value.value.size()) {
+    const auto value = type.attribute->value;
+    const auto name = trimmed(value);
+    if (name.size() != value.size()) {
         run_.addAtValue("T007", type.element, *type.attribute,
-                        "there are blanks around the name of the type " + sQuoted(value.value))
-            .vEdit(value.bytes, object.getName());
+                        "there are blanks around the name of the type " + sQuoted(value))
+            .vEdit(run_.xml.valueOf(*type.attribute).bytes, object.getName());
         return;
     }
     if (name != object.getName())
         run_.addAtValue("T006", type.element, *type.attribute,
                         "the type " + sQuoted(name) + " is written " + sQuoted(object.getName()) + " in " +
                             names_.sSchema())
-            .vEdit(value.bytes, object.getName());
+            .vEdit(run_.xml.valueOf(*type.attribute).bytes, object.getName());
 }
 
 void TypeCheck::vUseCheck(const TypeOutline& type, const schema::ObjectBase& object) {
@@ -236,7 +236,7 @@ bool isA(const schema::Entity& entity, const schema::Entity& supertype) {
 /// What "DataType" names beside "reftype": the type of the values that the entity holds, or the same again.
 void TypeCheck::vContradictionCheck(const TypeOutline& type, const schema::ObjectBase& object) {
     const auto* reference = xml_.pAttribute(xml_.getElement(memberOf(type).kindElement), "reftype");
-    const auto* entity = schema::Entity::pFrom(run_.schema.pObjectFromName(trimmed(reference->value.value)));
+    const auto* entity = schema::Entity::pFrom(run_.schema.pObjectFromName(trimmed(reference->value)));
     if (!entity)
         return;
     for (const auto name : ValueHolders) {
@@ -250,7 +250,7 @@ void TypeCheck::vContradictionCheck(const TypeOutline& type, const schema::Objec
     run_.addAtValue("T024", type.element, *type.attribute,
                     sQuoted(object.getName()) + " contradicts \"reftype\", which names " +
                         sQuoted(entity->getName()))
-        .vNoteAt("\"reftype\" is here; readers take \"DataType\"", reference->value.position);
+        .vNoteAt("\"reftype\" is here; readers take \"DataType\"", run_.xml.valuePositionOf(*reference));
 }
 
 void TypeCheck::vValueTypeCheck(const TypeOutline& type, const schema::ObjectBase& object) {
@@ -382,7 +382,7 @@ void TypeCheck::vFirstTypeCheck(XmlIndex column) {
     const auto* read = xml_.pAttribute(xml_.getElement(first), "type");
     run_.add("T025", dataType,
              "\"DataType\" is not the first element of " + sQuoted(parts.name) +
-                 (read ? ", so " + sQuoted(read->value.value) + " is read as the type of " + owner
+                 (read ? ", so " + sQuoted(read->value) + " is read as the type of " + owner
                        : ", so the type of " + owner + " is not read"))
         .vNote("move \"DataType\" before " + sQuoted(xml_.getElement(first).name));
 }

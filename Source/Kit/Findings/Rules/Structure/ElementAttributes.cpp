@@ -58,15 +58,15 @@ std::vector<UnknownAttribute> unknownAttributes(const RuleRun& run, XmlIndex ele
 
 /// Says which name is right, and writes it where that needs no judgement. No element has two attributes of
 /// one name.
-void vAttributeMend(FindingDraft& draft, const XmlAttribute& attribute, const LegalMatch& match,
-                    const XmlAttribute* present, bool isAlone) {
+void vAttributeMend(const RuleRun& run, FindingDraft& draft, const XmlAttribute& attribute,
+                    const LegalMatch& match, const XmlAttribute* present, bool isAlone) {
     if (present) {
-        draft.vNoteAt(sQuoted(match.name) + " is there already", present->position);
+        draft.vNoteAt(sQuoted(match.name) + " is there already", run.xml.positionOf(*present));
         return;
     }
     draft.vNote(sMeant(match));
     if (match.isSure && isAlone)
-        draft.vEdit(attribute.nameBytes, match.name);
+        draft.vEdit(run.xml.nameBytesOf(attribute), match.name);
 }
 
 /// The child that is not there and was probably written as the attribute; empty when there is none.
@@ -114,7 +114,7 @@ void vAttributeAdd(RuleRun& run, XmlIndex element, const ElementRule& rule, cons
                                      "attribute " + sQuoted(attribute->name) + " of " +
                                          sNameQuoted(run.xml.getElement(element)) + what);
     if (!match.name.empty())
-        vAttributeMend(draft, *attribute, match, claim.present, claim.meant == 1);
+        vAttributeMend(run, draft, *attribute, match, claim.present, claim.meant == 1);
     if (match.isLetterCase)
         return;
     if (const auto owner = elementFor(run, element, rule, attribute->name); !owner.empty())
@@ -171,7 +171,7 @@ void vOthersNote(RuleRun& run, std::size_t place, const XmlAttribute& first,
     constexpr std::size_t maxShown = 10;
     const auto shown = std::min(others.size(), maxShown);
     for (const auto* other : std::span(others).first(shown))
-        draft.vNoteAt("nor is " + sQuoted(other->name), other->position);
+        draft.vNoteAt("nor is " + sQuoted(other->name), run.xml.positionOf(*other));
     if (shown != others.size())
         draft.vNote("and " + std::to_string(others.size() - shown) + " more");
 }
@@ -214,8 +214,8 @@ void vAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
         return;
     // Without the attribute that matters most, that one was meant; without content, that was.
     const bool isMeant = !rule.attributes.empty() && !run.xml.pAttribute(parts, rule.attributes.front());
-    const bool isEmpty = rule.content != ContentKind::Nothing && parts.firstChild == NoXmlElement &&
-                         parts.trimmedText.value.empty();
+    const bool isEmpty =
+        rule.content != ContentKind::Nothing && parts.firstChild == NoXmlElement && parts.trimmedText.empty();
     const auto isMatched = [](const UnknownAttribute& item) { return !item.match.name.empty(); };
     if (isMeant || isEmpty || std::ranges::any_of(unknown, isMatched))
         run.vMisplacedNote(element);

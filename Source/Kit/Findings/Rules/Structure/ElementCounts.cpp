@@ -21,7 +21,7 @@ void vMissingAdd(RuleRun& run, XmlIndex element, std::string_view child, std::st
 }
 
 bool boIsEmpty(const XmlElement& element) {
-    return !boHasText(element) && element.attributeCount == 0 && element.laterText.line == 0;
+    return !boHasText(element) && element.attributeCount == 0 && !element.hasLaterText();
 }
 
 /// Of the type the last one counts in any case; of others, one without content leaves what was before.
@@ -61,7 +61,7 @@ void vIneffectiveAdd(RuleRun& run, XmlIndex place, XmlIndex counting) {
     auto& draft = run.add("S006", place,
                           sNameQuoted(parts) + " is repeated, and this one " +
                               (isEmpty ? "is empty" : "does not count"))
-                      .vNoteAt("this one counts", run.xml.getElement(counting).position);
+                      .vNoteAt("this one counts", run.xml.positionOf(run.xml.getElement(counting)));
     // Nothing is lost.
     if (isEmpty)
         draft.vSeverity(Severity::Warning);
@@ -72,9 +72,9 @@ void vRepeatedAdd(RuleRun& run, XmlIndex place, XmlIndex before, bool isEmpty) {
     run.add("S006", place,
             sNameQuoted(run.xml.getElement(place)) + " is repeated; only the last one counts" +
                 (isEmpty ? ", and it is empty" : ""))
-        .vNoteAt("this one does not count", first.position);
+        .vNoteAt("this one does not count", run.xml.positionOf(first));
     // That the first one is empty is no finding of its own, and the library reports it.
-    if (first.name == "QtoType" && first.trimmedText.value.empty())
+    if (first.name == "QtoType" && first.trimmedText.empty())
         run.vJoin(before, place);
 }
 
@@ -108,7 +108,7 @@ void vLastOnlyCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
 std::string_view attributeOf(const RuleRun& run, XmlIndex element, std::string_view name) {
     const auto* attribute =
         element == NoXmlElement ? nullptr : run.xml.pAttribute(run.xml.getElement(element), name);
-    return attribute ? attribute->value.value : std::string_view();
+    return attribute ? attribute->value : std::string_view();
 }
 
 /// The bound that two ranges give; empty when there is none.
@@ -142,7 +142,7 @@ std::string sReplaced(const RuleRun& run, XmlIndex before, XmlIndex place) {
 
 void vJoinedAdd(RuleRun& run, XmlIndex place, XmlIndex first) {
     const auto name = sNameQuoted(run.xml.getElement(place));
-    const auto position = run.xml.getElement(first).position;
+    const auto position = run.xml.positionOf(run.xml.getElement(first));
     const bool isOfList = run.xml.getElement(place).name == "ListValue";
     const auto replaced = sReplaced(run, first, place);
     if (replaced.empty()) {
@@ -224,7 +224,7 @@ void vMemberListsCheck(RuleRun& run) {
                 first = list;
             else
                 run.add("S021", list, sQuoted(name) + " is repeated")
-                    .vNoteAt("the first one is here", run.xml.getElement(first).position);
+                    .vNoteAt("the first one is here", run.xml.positionOf(run.xml.getElement(first)));
         }
         if (isEmpty && first != NoXmlElement)
             run.add("S020", first, sQuoted(name) + " is empty, so the set says nothing");

@@ -29,13 +29,14 @@ void vUnreadTextCheck(RuleRun& run, XmlIndex element) {
     const auto& parts = run.xml.getElement(element);
     const bool isHidden = parts.isTextHidden;
     // An element inside the text is the mistake then.
-    if ((parts.laterText.line == 0 && !isHidden) || parts.firstChild != NoXmlElement)
+    if ((!parts.hasLaterText() && !isHidden) || parts.firstChild != NoXmlElement)
         return;
     auto& draft = run.add("S017", element,
                           "the text of " + sNameQuoted(parts) +
                               (isHidden ? " begins with a comment, which is read in its place"
                                         : " is read up to the comment only; this part is lost"));
-    draft.finding.place.position = isHidden ? parts.trimmedText.position : parts.laterText;
+    draft.finding.place.position =
+        isHidden ? run.xml.textPositionOf(parts) : run.xml.laterTextPositionOf(parts);
 }
 
 } // namespace
@@ -48,14 +49,15 @@ void vTextCheck(RuleRun& run, XmlIndex element, const ElementRule& rule) {
     }
     if (rule.isTextLegal)
         return;
-    const bool hasText = !parts.isTextHidden && !parts.trimmedText.value.empty();
-    if (!hasText && parts.laterText.line == 0)
+    const bool hasText = !parts.isTextHidden && !parts.trimmedText.empty();
+    if (!hasText && !parts.hasLaterText())
         return;
     auto& draft = run.add("S016", element,
                           "there is text inside " + sNameQuoted(parts) + ", where " +
                               (rule.content == ContentKind::Nothing ? "none" : "elements") +
                               (rule.content == ContentKind::Nothing ? " belongs" : " belong"));
-    draft.finding.place.position = hasText ? parts.trimmedText.position : parts.laterText;
+    draft.finding.place.position =
+        hasText ? run.xml.textPositionOf(parts) : run.xml.laterTextPositionOf(parts);
     run.vMisplacedNote(element);
     run.vStrayTextNote(element);
     if (auto place = sPlaceOf(rule); !place.empty())

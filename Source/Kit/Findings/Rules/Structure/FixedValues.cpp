@@ -75,13 +75,13 @@ void FixedValues::vTemplateTypeCheck() {
     const std::span<const std::string_view> legal =
         run_.outline.kind == SetKind::QuantitySet ? std::span<const std::string_view>(QuantityTemplateTypes)
                                                   : PropertyTemplateTypes;
-    if (!type || std::ranges::find(legal, type->value.value) != legal.end())
+    if (!type || std::ranges::find(legal, type->value) != legal.end())
         return;
     // Readers take an empty one for none.
     auto* draft =
-        type->value.value.empty()
+        type->value.empty()
             ? &run_.addAtValue("S007", 0, *type, "the template type is empty").vSeverity(Severity::Warning)
-            : pValueAdd("S007", 0, type, type->value, "template type", legal);
+            : pValueAdd("S007", 0, type, xml_.valueOf(*type), "template type", legal);
     if (draft)
         draft->vNote("legal values: " + sQuotedList({legal.begin(), legal.end()}));
 }
@@ -105,7 +105,7 @@ std::string_view FixedValues::unitOfMeasure(XmlIndex element) {
     const auto* name =
         dataType == NoXmlElement ? nullptr : xml_.pAttribute(xml_.getElement(dataType), "type");
     const auto* measure =
-        name ? Type::pFrom(run_.schema.pObjectFromName(trimmedBlanks(name->value.value))) : nullptr;
+        name ? Type::pFrom(run_.schema.pObjectFromName(trimmedBlanks(name->value))) : nullptr;
     if (!measure)
         return {};
     if (!units_)
@@ -115,7 +115,7 @@ std::string_view FixedValues::unitOfMeasure(XmlIndex element) {
 
 void FixedValues::vUnitTypeCheck(XmlIndex element) {
     const auto* type = xml_.pAttribute(xml_.getElement(element), "type");
-    if (type && trimmedBlanks(type->value.value).empty()) {
+    if (type && trimmedBlanks(type->value).empty()) {
         if (run_.boRepeated(element))
             return;
         run_.addAtValue("S022", element, *type, "the type of the unit is empty")
@@ -126,14 +126,14 @@ void FixedValues::vUnitTypeCheck(XmlIndex element) {
         return;
     const auto& legal = getUnitTypes();
     // A schema without units has no list of them.
-    if (legal.empty() || std::ranges::find(legal, type->value.value) != legal.end())
+    if (legal.empty() || std::ranges::find(legal, type->value) != legal.end())
         return;
     const auto fitting = unitOfMeasure(element);
     const std::span<const std::string_view> ofMeasure(&fitting, 1);
     // What is not clearly misspelt is that of the measure rather than one that is a little like it.
-    const bool isMisspelt = fitting.empty() || legalMatch(trimmedBlanks(type->value.value), legal).isSure;
+    const bool isMisspelt = fitting.empty() || legalMatch(trimmedBlanks(type->value), legal).isSure;
     auto* draft =
-        pValueAdd("S008", element, type, type->value, "type of unit", isMisspelt ? legal : ofMeasure);
+        pValueAdd("S008", element, type, xml_.valueOf(*type), "type of unit", isMisspelt ? legal : ofMeasure);
     if (!draft)
         return;
     if (!isMisspelt)
@@ -141,7 +141,7 @@ void FixedValues::vUnitTypeCheck(XmlIndex element) {
     // Readers pass over what is inside of older simple properties.
     if (xml_.getElement(xml_.getElement(element).parent).name == "TypeSimpleProperty")
         draft->vSeverity(Severity::Warning);
-    if (run_.schema.pObjectFromName(trimmedBlanks(type->value.value)))
+    if (run_.schema.pObjectFromName(trimmedBlanks(type->value)))
         draft->vNote("it is a name of the schema, but not an item of IfcUnitEnum or IfcDerivedUnitEnum");
     draft->vNote("legal values: the items of IfcUnitEnum and IfcDerivedUnitEnum, such as " +
                  sQuotedList({legal.front(), legal.back()}));
@@ -153,7 +153,7 @@ void FixedValues::vQuantityTypeCheck(XmlIndex element) {
         parts.firstChild != NoXmlElement || parts.isTextHidden)
         return;
     const auto legal = "legal values: " + sQuotedList({std::begin(QuantityTypes), std::end(QuantityTypes)});
-    if (parts.trimmedText.value.empty()) {
+    if (parts.trimmedText.empty()) {
         // As an attribute it is found already, and what the library reports is about the element.
         auto* explanation = run_.boMisplaced(element) ? run_.pLastOf(element) : nullptr;
         if (explanation)
@@ -162,9 +162,9 @@ void FixedValues::vQuantityTypeCheck(XmlIndex element) {
             run_.add("S009", element, "the type of the quantity is empty").vNote(legal);
         return;
     }
-    XmlText text = parts.trimmedText;
+    auto text = xml_.textOf(parts);
     // The blanks around it are part of what is read.
-    text.bytes = parts.textBytes;
+    text.bytes = xml_.textBytesOf(parts);
     const auto* const word = std::ranges::find(QuantityWords, sUpperCase(text.value),
                                                &std::pair<std::string_view, std::string_view>::first);
     const bool isWord = word != std::end(QuantityWords);

@@ -72,7 +72,7 @@ void UnknownElements::vLeftOutFind(XmlIndex parent, Strays& strays) const {
 /// Whether what is inside an element may be inside one with that rule.
 bool UnknownElements::boContentFits(XmlIndex element, const ElementRule& rule) const {
     const auto& parts = xml_.getElement(element);
-    if (rule.content != ContentKind::Text && !parts.isTextHidden && !parts.trimmedText.value.empty())
+    if (rule.content != ContentKind::Text && !parts.isTextHidden && !parts.trimmedText.empty())
         return false;
     const auto first = parts.firstChild;
     return first == NoXmlElement || SetVocabulary::pChild(rule, xml_.getElement(first).name);
@@ -123,7 +123,7 @@ void UnknownElements::vJoin(XmlIndex element, const std::string& why) {
     if (strays.draft >= drafts.size() || drafts[strays.draft].subject.element != strays.first)
         return;
     if (strays.joined <= maxShown)
-        drafts[strays.draft].vNoteAt(sNameQuoted(parts) + why, parts.position);
+        drafts[strays.draft].vNoteAt(sNameQuoted(parts) + why, xml_.positionOf(parts));
     else if (strays.joined == maxShown + 1 && strays.leftOutCount > maxShown + 1)
         drafts[strays.draft].vNote("and " + std::to_string(strays.leftOutCount - maxShown - 1) + " more");
 }
@@ -155,7 +155,7 @@ void UnknownElements::vLaterKindAdd(XmlIndex element, XmlIndex first, const Elem
     if (SetVocabulary::pChild(parent, parts.name)) {
         run_.add("S006", element,
                  sNameQuoted(parts) + " is a second kind of the property; only the first one counts")
-            .vNoteAt("this one counts", counting.position);
+            .vNoteAt("this one counts", xml_.positionOf(counting));
         return;
     }
     const bool isInside = SetVocabulary::pChild(*kind->rule, parts.name) != nullptr;
@@ -166,9 +166,10 @@ void UnknownElements::vLaterKindAdd(XmlIndex element, XmlIndex first, const Elem
     auto& draft =
         run_.add("S001", element, sNameQuoted(parts) + " is not known inside " + sQuoted(parent.name));
     if (isInside)
-        draft.vNoteAt(sNameQuoted(parts) + " belongs inside " + sQuoted(counting.name), counting.position);
+        draft.vNoteAt(sNameQuoted(parts) + " belongs inside " + sQuoted(counting.name),
+                      xml_.positionOf(counting));
     else
-        draft.vNoteAt("only the first element inside counts", counting.position);
+        draft.vNoteAt("only the first element inside counts", xml_.positionOf(counting));
     // What is missing there is this.
     if (isInside)
         run_.vMisplacedNote(first);
@@ -289,16 +290,16 @@ void UnknownElements::vBecomeNote(FindingDraft& draft, XmlIndex element, const L
     const bool isList = parent.children.size() == 1 && parent.children.front().count != ChildCount::LastOnly;
     if (!isList && strays.present[index] != NoXmlElement) {
         draft.vNoteAt(sQuoted(match.name) + " is there already",
-                      xml_.getElement(strays.present[index]).position);
+                      xml_.positionOf(xml_.getElement(strays.present[index])));
         return;
     }
     draft.vNote(sMeant(match));
     // Of several that would have one name only one would count.
     if (!match.isSure || (!isList && strays.meant[index] != 1))
         return;
-    draft.vEdit(parts.nameBytes, match.name);
-    if (parts.endNameBytes.isKnown())
-        draft.vEdit(parts.endNameBytes, match.name);
+    draft.vEdit(xml_.nameBytesOf(parts), match.name);
+    if (xml_.endNameBytesOf(parts).isKnown())
+        draft.vEdit(xml_.endNameBytesOf(parts), match.name);
 }
 
 void UnknownElements::vKindAdd(XmlIndex element) {

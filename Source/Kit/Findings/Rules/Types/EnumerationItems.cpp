@@ -15,7 +15,7 @@ namespace {
 
 bool boIsLost(const XmlElement& item) {
     const bool isElsewhere = item.attributeCount != 0 || item.firstChild != NoXmlElement ||
-                             item.laterText.line != 0 || item.isTextHidden;
+                             item.hasLaterText() || item.isTextHidden;
     return isElsewhere && trimmed(item.text).empty();
 }
 
@@ -75,18 +75,18 @@ void EnumerationItems::vItemCheck(XmlIndex child, KnownItems& known) {
         run_.addAtText("T027", child, "the item " + sQuoted(item) + " looks like several items")
             .vNote("each \"EnumItem\" is one item");
     const auto [first, isNew] = known.try_emplace(item, child);
-    const auto& before = xml_.getElement(first->second).trimmedText;
-    if (!isNew && before.value == item)
+    const auto& before = xml_.getElement(first->second);
+    if (!isNew && before.trimmedText == item)
         run_.addAtText("T010", child, "the enumeration has the item " + sQuoted(item) + " twice")
-            .vNoteAt("it is here already", before.position);
+            .vNoteAt("it is here already", xml_.textPositionOf(before));
     else if (!isNew)
         run_.addAtText("T021", child,
-                       "the items " + sQuoted(before.value) + " and " + sQuoted(item) +
+                       "the items " + sQuoted(before.trimmedText) + " and " + sQuoted(item) +
                            " differ in letter case only")
-            .vNoteAt("the first one is here", before.position);
+            .vNoteAt("the first one is here", xml_.textPositionOf(before));
     else if (item.size() != element.text.size() && !element.isTextHidden)
         run_.addAtText("T023", child, "there is white space around the item " + sQuoted(item))
-            .vEdit(element.textBytes, item);
+            .vEdit(xml_.textBytesOf(element), item);
 }
 
 void EnumerationItems::vItemsCheck(const MemberOutline& member) {
@@ -164,7 +164,7 @@ bool EnumerationItems::boIsStrange(XmlIndex child, const ItemsByName& items, Nam
     const auto [first, isNew] = known.try_emplace(name, child);
     if (!isNew) {
         run_.addAtText("T022", child, "the constant " + sQuoted(name) + " is described twice")
-            .vNoteAt("the first one is here", xml_.getElement(first->second).trimmedText.position);
+            .vNoteAt("the first one is here", xml_.textPositionOf(xml_.getElement(first->second)));
         return false;
     }
     const auto found = items.find(sKey(name));

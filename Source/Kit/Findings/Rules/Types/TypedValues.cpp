@@ -83,7 +83,7 @@ void TypedValues::vUnitCheck(const TypeOutline& type, const schema::Type& measur
         return;
     if (!units_)
         units_.emplace(run_.schema);
-    const auto unit = sUpperCase(trimmed(attribute->value.value));
+    const auto unit = sUpperCase(trimmed(attribute->value));
     if (!unit.empty() && boHasNoNumber(measure)) {
         run_.addAtValue("T017", type.unit, *attribute,
                         "values of " + std::string(measure.getName()) + " have no unit, and " +
@@ -134,7 +134,7 @@ void TypedValues::vUnownedUnitCheck(const TypeOutline& type, const schema::Type&
 }
 
 void TypedValues::vFitCheck(const schema::Type& measure, XmlIndex element, const XmlAttribute* attribute) {
-    const auto value = trimmed(attribute ? attribute->value.value : xml_.getElement(element).text);
+    const auto value = trimmed(attribute ? attribute->value : xml_.getElement(element).text);
     if (!measure.pDataType() || fitOf(value, *measure.pDataType()) != ValueFit::No)
         return;
     auto message = "the value " + sQuoted(value) + " is not of the type " + std::string(measure.getName()) +
@@ -149,7 +149,7 @@ void TypedValues::vFitCheck(const schema::Type& measure, XmlIndex element, const
 void TypedValues::vBrokenAdd(const BrokenRule& broken, XmlIndex element, const XmlAttribute& attribute) {
     if (broken.rule)
         run_.addAtValue("T015", element, attribute,
-                        "the value " + sQuoted(trimmed(attribute.value.value)) + " breaks a rule of " +
+                        "the value " + sQuoted(trimmed(attribute.value)) + " breaks a rule of " +
                             std::string(broken.type->getName()))
             .vNote("the rule is " + sExpression(*broken.rule->expression));
 }
@@ -158,7 +158,7 @@ void TypedValues::vBrokenAdd(const BrokenRule& broken, XmlIndex element, const X
 /// examples in many documents, and are not held against them.
 void TypedValues::vBoundCheck(const schema::Type& measure, XmlIndex element, const XmlAttribute& attribute) {
     vFitCheck(measure, element, &attribute);
-    vBrokenAdd(brokenRuleOf(attribute.value.value, measure), element, attribute);
+    vBrokenAdd(brokenRuleOf(attribute.value, measure), element, attribute);
 }
 
 void TypedValues::vValuesCheck(const TypeOutline& type, const schema::Type& measure) {
@@ -175,7 +175,7 @@ void TypedValues::vRangeCheck(XmlIndex range, const schema::Type& measure, Bound
         const bool isLower = element.name == "LowerBoundValue";
         // Documents that the library writes have the name of the type where no bound is known.
         if (!value || (!isLower && element.name != "UpperBoundValue") ||
-            run_.schema.pObjectFromName(trimmed(value->value.value)))
+            run_.schema.pObjectFromName(trimmed(value->value)))
             continue;
         vBoundCheck(measure, bound, *value);
         (isLower ? bounds.lower : bounds.upper) = bound;
@@ -207,7 +207,7 @@ void TypedValues::vOlderValuesCheck(const TypeOutline& type, const schema::Type&
             continue;
         if (element.name == "DefaultValue") {
             vFitCheck(measure, place, value);
-            vBrokenAdd(brokenRuleOfValue(value->value.value, measure), place, *value);
+            vBrokenAdd(brokenRuleOfValue(value->value, measure), place, *value);
         } else if (element.name == "MinValue" || element.name == "MaxValue") {
             vBoundCheck(measure, place, *value);
             (element.name == "MinValue" ? bounds.lower : bounds.upper) = place;
@@ -222,13 +222,13 @@ void TypedValues::vOrderCheck(const Bounds& bounds, const schema::Type& measure)
     const auto lower = bounds.lower;
     const auto* lowerValue = xml_.pAttribute(xml_.getElement(lower), "value");
     const auto* upperValue = xml_.pAttribute(xml_.getElement(bounds.upper), "value");
-    const auto lowest = trimmed(lowerValue->value.value);
-    const auto highest = trimmed(upperValue->value.value);
+    const auto lowest = trimmed(lowerValue->value);
+    const auto highest = trimmed(upperValue->value);
     if (!isAbove(lowest, highest, measure))
         return;
     run_.addAtValue("T014", lower, *lowerValue,
                     "the lower bound " + sQuoted(lowest) + " is above the upper bound " + sQuoted(highest))
-        .vNoteAt("the upper bound is here", upperValue->value.position);
+        .vNoteAt("the upper bound is here", run_.xml.valuePositionOf(*upperValue));
 }
 
 } // namespace kiv::kit
