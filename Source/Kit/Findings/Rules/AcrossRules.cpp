@@ -6,8 +6,13 @@
 #include "Kit/Text/AsciiText.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <functional>
 #include <iterator>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 
 namespace kiv::kit {
@@ -58,17 +63,17 @@ auto usualOf(const Variants& variants) {
 
 /// The items that only the one list has, as a text; empty when there are none. Both lists are in order. Takes
 /// time in proportion to the shorter list, as one that is long may be compared with many others.
-std::string sOnly(const std::vector<std::string>& in, const std::vector<std::string>& notIn) {
+std::string sOnly(std::span<const std::string_view> in, std::span<const std::string_view> notIn) {
     constexpr std::size_t maxShown = 12;
     const auto& shorter = in.size() < notIn.size() ? in : notIn;
     const auto& longer = in.size() < notIn.size() ? notIn : in;
     const auto common = std::ranges::count_if(
-        shorter, [&](const std::string& item) { return std::ranges::binary_search(longer, item); });
+        shorter, [&](std::string_view item) { return std::ranges::binary_search(longer, item); });
     const auto count = in.size() - static_cast<std::size_t>(common);
     std::vector<std::string_view> shown;
     for (auto item = in.begin(); item != in.end() && shown.size() != std::min(count, maxShown); ++item) {
         if (!std::ranges::binary_search(notIn, *item))
-            shown.emplace_back(*item);
+            shown.push_back(*item);
     }
     return sQuotedFirst(shown, count);
 }
@@ -85,7 +90,9 @@ class AcrossRun::Collector {
 public:
     explicit Collector(const AcrossRun& run) : run_(run) {}
 
-    Place placeOf(const Spot& spot) const { return {run_.documents_[spot.document].path, spot.position}; }
+    Place placeOf(const Spot& spot) const {
+        return {std::string(run_.documents_[spot.document].path), spot.position};
+    }
 
     Finding& add(std::string_view code, const Spot& spot, std::string message, std::string_view subject) {
         const auto* rule = pRuleFind(code);
@@ -127,11 +134,27 @@ private:
     Finding surplus_;
 };
 
+std::size_t AcrossRun::GuidHash::operator()(const Guid& guid) const {
+    static_assert(std::has_unique_object_representations_v<Guid>);
+    std::array<char, sizeof(Guid)> bytes{};
+    std::memcpy(bytes.data(), &guid, bytes.size());
+    return std::hash<std::string_view>()({bytes.data(), bytes.size()});
+}
+
+std::string_view AcrossRun::kept(std::string_view text) {
+    auto* const copy = static_cast<char*>(memory_.allocate(text.size(), 1));
+    std::ranges::copy(text, copy);
+    return {copy, text.size()};
+}
+
 /// The types of all members as texts that can be compared and shown: "a single value of IfcLabel".
-AcrossRun::MemberTypes AcrossRun::memberTypesOf(const SetOutline& outline) {
+AcrossRun::MemberTypes AcrossRun::memberTypesOf(const SetOutline& outline,
+                                                std::pmr::memory_resource* memory) {
     constexpr std::size_t UsualText = 64;
-    MemberTypes all;
-    all.types.resize(outline.members.size());
+    MemberTypes all{std::pmr::vector<MemberType>(memory), std::pmr::vector<std::string_view>(memory)};
+    all.types.reserve(outline.members.size());
+    for (std::size_t i = 0; i != outline.members.size(); ++i)
+        all.types.push_back({std::pmr::string(memory), 0, 0});
     all.names.reserve(outline.types.size());
     for (std::size_t i = 0; i != all.types.size(); ++i) {
         const auto& member = outline.members[i];
@@ -191,7 +214,7 @@ void AcrossRun::vAdd(std::string_view path, const SetOutline& outline, std::stri
     if (outline.kind == SetKind::None || outline.isPrefixed)
         return;
     const auto name = outline.setName();
-    documents_.push_back({std::string(path), std::string(context), std::string(name), sUpperCase(name)});
+    documents_.push_back({kept(path), kept(context), kept(name), kept(sUpperCase(name))});
     vSetAdd(outline);
     vMembersAdd(outline, mayHaveUnknownType);
 }
@@ -201,12 +224,15 @@ void AcrossRun::vSetAdd(const SetOutline& outline) {
     if (name.empty())
         return;
     const Spot spot{documents_.size() - 1, outline.xml->textPositionOf(outline.elementOf(outline.name))};
-    sets_[documents_.back().setName].push_back({spot, std::string(name)});
+    sets_[documents_.back().setName].push_back({spot, documents_.back().shownName});
     vGuidAdd(outline, nullptr);
 }
 
 void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) {
-    auto all = memberTypesOf(outline);
+    // The texts of usual documents need no other memory.
+    std::array<std::byte, 8192> bytes;
+    std::pmr::monotonic_buffer_resource memory(bytes.data(), bytes.size());
+    const auto all = memberTypesOf(outline, &memory);
     const auto isRepeated = repeatedMembers(outline, all);
     const bool isQuantity = outline.kind == SetKind::QuantitySet;
     auto& types = isQuantity ? quantityTypes_ : propertyTypes_;
@@ -218,25 +244,28 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) 
             continue;
         const auto position = outline.xml->textPositionOf(outline.elementOf(member.name));
         vGuidAdd(outline, &member);
-        vSpellingAdd(memberNames_, name, position);
-        auto& type = all.types[i];
+        const auto keptName = spellingAdd(memberNames_, name, position);
+        const auto& type = all.types[i];
         if (type.text.empty() || isRepeated[i])
             continue;
         const Spot spot{documents_.size() - 1, position};
         const auto names = all.namesOf(type);
         if (mayHaveUnknownType) {
-            doubtful_.push_back({isQuantity, std::string(name), std::move(type.text),
-                                 std::vector<std::string>(names.begin(), names.end()), spot});
+            auto& doubtful = doubtful_.emplace_back(
+                Doubtful{isQuantity, keptName, kept(type.text), Items(&memory_), spot});
+            for (const auto typeName : names)
+                doubtful.typeNames.push_back(kept(typeName));
             continue;
         }
         for (const auto known : names) {
             if (!knownTypes_.contains(known))
-                knownTypes_.emplace(known);
+                knownTypes_.insert(kept(known));
         }
-        auto place = types.find(name);
-        if (place == types.end())
-            place = types.emplace(name, Variants()).first;
-        place->second[std::move(type.text)].push_back(spot);
+        auto& variants = types[keptName];
+        auto variant = variants.find(type.text);
+        if (variant == variants.end())
+            variant = variants.emplace(kept(type.text), Spots(&memory_)).first;
+        variant->second.push_back(spot);
     }
 }
 
@@ -247,7 +276,7 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     const auto name = attribute ? trimmed(attribute->value) : std::string_view();
     if (name.empty())
         return;
-    std::vector<std::string_view> items;
+    Items items;
     for (const auto list : childrenOf(*outline.xml, member.kindElement, "EnumList")) {
         for (const auto child : XmlChildren(*outline.xml, list)) {
             if (const auto item = trimmed(outline.textOf(child)); !item.empty())
@@ -258,16 +287,23 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     std::ranges::sort(items);
     items.erase(std::unique(items.begin(), items.end()), items.end());
     const Spot spot{documents_.size() - 1, outline.xml->valuePositionOf(*attribute)};
-    vSpellingAdd(enumerationNames_, name, spot.position);
+    const auto keptName = spellingAdd(enumerationNames_, name, spot.position);
     // That there are none is found in the document itself.
     if (items.empty())
         return;
     // What hosts add may hide what is standard, enumerations included.
-    std::string key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));
-    auto& enumeration = enumerations_[std::move(key)];
-    if (enumeration.name.empty())
-        enumeration.name = name;
-    enumeration.variants[std::vector<std::string>(items.begin(), items.end())].push_back(spot);
+    const auto key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));
+    auto place = enumerations_.find(key);
+    if (place == enumerations_.end())
+        place = enumerations_.emplace(kept(key), Enumeration{keptName, std::pmr::map<Items, Spots>(&memory_)})
+                    .first;
+    auto& variants = place->second.variants;
+    auto variant = variants.find(items);
+    if (variant == variants.end()) {
+        std::ranges::transform(items, items.begin(), [this](std::string_view item) { return kept(item); });
+        variant = variants.emplace(Items(items, &memory_), Spots(&memory_)).first;
+    }
+    variant->second.push_back(spot);
 }
 
 void AcrossRun::vGuidAdd(const SetOutline& outline, const MemberOutline* member) {
@@ -283,17 +319,20 @@ void AcrossRun::vGuidAdd(const SetOutline& outline, const MemberOutline* member)
     if (isNew || first.document == spot.document ||
         documents_[first.document].setName == documents_.back().setName)
         return;
-    auto name = member ? outline.subjectOf(*member) : std::string(outline.setName());
-    guidRepeats_.push_back({{spot, std::move(name), !member}, first});
+    const auto name = member ? kept(outline.subjectOf(*member)) : documents_.back().shownName;
+    guidRepeats_.push_back({{spot, name, !member}, first});
 }
 
-void AcrossRun::vSpellingAdd(Names& names, std::string_view name, TextPosition position) {
+std::string_view AcrossRun::spellingAdd(Names& names, std::string_view name, TextPosition position) {
     const Spot spot{documents_.size() - 1, position};
     const auto place = names.find(name);
     if (place == names.end())
-        names.emplace(name, Spellings{spot, {}});
-    else if (auto& others = place->second.others; place->first != name && !others.contains(name))
-        others.emplace(name, spot);
+        return names.emplace(kept(name), Spellings{spot, {}}).first->first;
+    if (place->first == name)
+        return place->first;
+    auto& others = place->second.others;
+    const auto other = others.find(name);
+    return other == others.end() ? others.emplace(kept(name), spot).first->first : other->first;
 }
 
 void AcrossRun::vSetsFind(Collector& findings) const {
@@ -398,8 +437,8 @@ void AcrossRun::vGuidsOfOneFind(Collector& findings, std::span<const GuidRepeat*
 
 /// Whether documents without a mistake in their types have all of these.
 bool AcrossRun::boIsKnown(const Doubtful& member) const {
-    return std::ranges::all_of(member.names,
-                               [this](const std::string& name) { return knownTypes_.contains(name); });
+    return std::ranges::all_of(member.typeNames,
+                               [this](std::string_view name) { return knownTypes_.contains(name); });
 }
 
 void AcrossRun::vTypesFind(Collector& findings, bool isQuantity) const {
@@ -431,10 +470,16 @@ void AcrossRun::vVariantsFind(Collector& findings, std::string_view name, const 
         if (other == usual)
             continue;
         for (const auto& spot : other->second) {
-            auto& finding = findings.add(
-                "D003", spot,
-                sQuoted(name) + " is " + other->first + " here and " + usual->first + " in other sets", name);
-            finding.notes.push_back({"here it is " + usual->first, findings.placeOf(usual->second.front())});
+            auto& finding = findings.add("D003", spot,
+                                         sQuoted(name)
+                                             .append(" is ")
+                                             .append(other->first)
+                                             .append(" here and ")
+                                             .append(usual->first)
+                                             .append(" in other sets"),
+                                         name);
+            finding.notes.push_back(
+                {std::string("here it is ").append(usual->first), findings.placeOf(usual->second.front())});
         }
     }
 }

@@ -9,7 +9,9 @@
 ///
 /// Cost: that of looking at each name once, and of sorting what was found.
 ///
-/// Ownership: keeps copies of names, GUIDs, paths and places.
+/// Ownership: keeps copies of names, GUIDs, paths and places. They come from memory of its own, which is
+/// given
+///            back at once.
 /// Threads:   one thread at a time.
 /// Errors:    std::bad_alloc.
 #pragma once
@@ -23,8 +25,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <functional>
 #include <map>
+#include <memory_resource>
 #include <span>
 #include <string>
 #include <string_view>
@@ -44,17 +46,14 @@ struct LessIgnoringCase {
     }
 };
 
-/// With which views find texts.
-struct TextHash {
-    using is_transparent = void;
-
-    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
-};
-
 class AcrossRun {
 public:
     /// Findings of one code.
     static constexpr std::size_t maxFindingsPerCode = 10'000;
+
+    AcrossRun() = default;
+    AcrossRun(const AcrossRun&) = delete;
+    AcrossRun& operator=(const AcrossRun&) = delete;
 
     /// `path` is what the document is called in findings. Types of a document that may name an
     /// unknown one are compared only when other documents have them too.
@@ -71,25 +70,27 @@ private:
         TextPosition position;
     };
     struct Document {
-        std::string path;
-        std::string context;
-        std::string shownName;
+        std::string_view path;
+        std::string_view context;
+        std::string_view shownName;
         /// Upper-cased.
-        std::string setName;
+        std::string_view setName;
     };
     struct Named {
         Spot spot;
-        std::string name;
+        std::string_view name;
     };
+    using Spots = std::pmr::vector<Spot>;
+    using Items = std::pmr::vector<std::string_view>;
     /// The places of an enumeration by its items, in alphabetical order.
     struct Enumeration {
         /// As it was written first.
-        std::string name;
-        std::map<std::vector<std::string>, std::vector<Spot>> variants;
+        std::string_view name;
+        std::pmr::map<Items, Spots> variants;
     };
     struct GuidUse {
         Spot spot;
-        std::string name;
+        std::string_view name;
         bool isSet = false;
     };
     struct GuidRepeat {
@@ -99,46 +100,53 @@ private:
     /// The type of a member as a text, and where the names of the schema in it are among those of its
     /// document. Empty where a type is missing or unknown.
     struct MemberType {
-        std::string text;
+        std::pmr::string text;
         std::size_t firstName = 0;
         std::size_t nameCount = 0;
     };
     struct MemberTypes {
-        std::vector<MemberType> types;
-        std::vector<std::string_view> names;
+        std::pmr::vector<MemberType> types;
+        std::pmr::vector<std::string_view> names;
 
         std::span<const std::string_view> namesOf(const MemberType& type) const {
             return std::span(names).subspan(type.firstName, type.nameCount);
         }
     };
     /// The places of each type that members of one name have; letter case is a mistake of another kind.
-    using Variants = std::map<std::string, std::vector<Spot>, LessIgnoringCase>;
+    using Variants = std::pmr::map<std::string_view, Spots, LessIgnoringCase>;
     /// By name.
-    using Types = std::unordered_map<std::string, Variants, TextHash, std::equal_to<>>;
+    using Types = std::pmr::unordered_map<std::string_view, Variants>;
     /// A member whose type may be unknown.
     struct Doubtful {
         bool isQuantity = false;
-        std::string name;
-        std::string text;
-        std::vector<std::string> names;
+        std::string_view name;
+        std::string_view text;
+        Items typeNames;
         Spot spot;
     };
     /// The place of the spelling that was met first, and the other spellings.
     struct Spellings {
         Spot first;
-        std::map<std::string, Spot, std::less<>> others;
+        std::map<std::string_view, Spot> others;
     };
-    using Names = std::unordered_map<std::string, Spellings, HashIgnoringCase, SameIgnoringCase>;
+    using Names = std::pmr::unordered_map<std::string_view, Spellings, HashIgnoringCase, SameIgnoringCase>;
+    struct GuidHash {
+        std::size_t operator()(const Guid& guid) const;
+    };
     class Collector;
 
-    static MemberTypes memberTypesOf(const SetOutline& outline);
+    /// A copy that lives as long as this.
+    std::string_view kept(std::string_view text);
+
+    static MemberTypes memberTypesOf(const SetOutline& outline, std::pmr::memory_resource* memory);
     static std::vector<bool> repeatedMembers(const SetOutline& outline, const MemberTypes& types);
     void vSetAdd(const SetOutline& outline);
     void vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType);
     void vEnumerationAdd(const SetOutline& outline, const MemberOutline& member);
     /// Of the set when `member` is null.
     void vGuidAdd(const SetOutline& outline, const MemberOutline* member);
-    void vSpellingAdd(Names& names, std::string_view name, TextPosition position);
+    /// The name as it is kept.
+    std::string_view spellingAdd(Names& names, std::string_view name, TextPosition position);
 
     void vSetsFind(Collector& findings) const;
     void vEnumerationsFind(Collector& findings) const;
@@ -149,21 +157,23 @@ private:
     static void vVariantsFind(Collector& findings, std::string_view name, const Variants& variants);
     bool boIsKnown(const Doubtful& member) const;
 
+    // First, so that it is given back last.
+    std::pmr::monotonic_buffer_resource memory_;
     std::vector<Document> documents_;
-    std::unordered_map<std::string, std::vector<Named>> sets_;
+    std::pmr::unordered_map<std::string_view, std::pmr::vector<Named>> sets_{&memory_};
     // By context and name.
-    std::unordered_map<std::string, Enumeration> enumerations_;
-    Names memberNames_;
-    Names enumerationNames_;
+    std::pmr::unordered_map<std::string_view, Enumeration> enumerations_{&memory_};
+    Names memberNames_{&memory_};
+    Names enumerationNames_{&memory_};
     // The first use of each.
-    std::map<Guid, Spot> guids_;
+    std::pmr::unordered_map<Guid, Spot, GuidHash> guids_{&memory_};
     std::vector<GuidRepeat> guidRepeats_;
     // A property is no quantity, whatever both are called.
-    Types propertyTypes_;
-    Types quantityTypes_;
+    Types propertyTypes_{&memory_};
+    Types quantityTypes_{&memory_};
     std::vector<Doubtful> doubtful_;
     // The types of documents in which all are known.
-    std::unordered_set<std::string, HashIgnoringCase, SameIgnoringCase> knownTypes_;
+    std::pmr::unordered_set<std::string_view, HashIgnoringCase, SameIgnoringCase> knownTypes_{&memory_};
 };
 
 } // namespace kiv::kit
