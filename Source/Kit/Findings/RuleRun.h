@@ -20,9 +20,11 @@
 #include "kiv/Kit/Findings/Finding.h"
 #include "kiv/Kit/Findings/SetCheckContext.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <memory_resource>
 #include <span>
 #include <string>
 #include <string_view>
@@ -74,6 +76,8 @@ public:
     static constexpr std::size_t maxQuotedSize = 120;
 
     RuleRun(const SetDocument& checked, const SetOutline& parts, const SetCheckContext& against);
+    RuleRun(const RuleRun&) = delete;
+    RuleRun& operator=(const RuleRun&) = delete;
 
     const SetDocument& document;
     const SetOutline& outline;
@@ -126,10 +130,16 @@ public:
 
     std::vector<FindingDraft>& getDrafts() { return drafts_; }
 
+    /// For tables that live no longer than the run, which gives all of it back at once.
+    std::pmr::memory_resource* pMemory() { return &memory_; }
+
 private:
     FindingDraft& draftAdd(std::string_view code, FindingSubject subject, TextPosition position,
                            std::string message);
 
+    // Enough for the tables of usual documents. First, so that it is given back last.
+    std::array<std::byte, 16384> bytes_;
+    std::pmr::monotonic_buffer_resource memory_{bytes_.data(), bytes_.size()};
     std::vector<FindingDraft> drafts_;
     std::unordered_map<std::string_view, std::size_t> counts_;
     std::unordered_set<XmlIndex> misplaced_;

@@ -288,8 +288,12 @@ SetOutline::SetOutline(const XmlPositions& positions, OutlineParts parts) : xml(
         kind = SetKind::PropertySet;
     else if (root->localName() == "QtoSetDef")
         kind = SetKind::QuantitySet;
-    if (kind != SetKind::None && !isPrefixed)
-        OutlineReader(*this, positions, parts).vSetRead(0);
+    if (kind == SetKind::None || isPrefixed)
+        return;
+    constexpr std::size_t UsualMembers = 8;
+    members.reserve(UsualMembers);
+    types.reserve(UsualMembers);
+    OutlineReader(*this, positions, parts).vSetRead(0);
 }
 
 std::string_view SetOutline::textOf(XmlIndex index) const {

@@ -256,7 +256,12 @@ void XmlPositionsReader::vProcessingInstruction(const XML_Char* target, const XM
 }
 
 void XmlPositionsReader::vWellFormedRead() {
-    vRoomForAll(data_.elements, usualElements(data_.text.size()), meter_);
+    const auto elements = usualElements(data_.text.size());
+    vRoomForAll(data_.elements, elements, meter_);
+    // In usual documents every second element has an attribute, and few lie deeper.
+    constexpr std::size_t UsualDepth = 16;
+    vRoomForAll(data_.attributes, elements / 2 + 1, meter_);
+    vRoomForAll(open_, UsualDepth, meter_);
     WellFormedXml xml(data_.text);
     for (auto piece = xml.next(); piece.kind != XmlPieceKind::End; piece = xml.next()) {
         offset_ = piece.offset;

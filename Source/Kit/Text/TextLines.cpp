@@ -3,27 +3,8 @@
 #include "Kit/Text/Utf8.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <limits>
 
 namespace kiv::kit {
-
-namespace {
-
-/// How many line feeds. Compilers look at sixteen bytes at a time where the sum takes one byte.
-std::size_t feedsIn(std::string_view text) {
-    constexpr std::size_t Part = std::numeric_limits<std::uint8_t>::max() / 16 * 16;
-    std::size_t feeds = 0;
-    for (; !text.empty(); text.remove_prefix(std::min(Part, text.size()))) {
-        std::uint8_t feedsOfPart = 0;
-        for (const char byte : text.substr(0, Part))
-            feedsOfPart = static_cast<std::uint8_t>(feedsOfPart + (byte == '\n' ? 1 : 0));
-        feeds += feedsOfPart;
-    }
-    return feeds;
-}
-
-} // namespace
 
 TextLines::TextLines(std::string_view text) : text_(text) {
     for (auto at = text.find('\r'); at != std::string_view::npos && !hasLoneReturns_;
@@ -43,8 +24,11 @@ bool TextLines::isLoneReturn(std::size_t offset) const {
 /// The point at `to`, from that of a byte before it.
 TextLines::Point TextLines::after(Point point, std::size_t from, std::size_t to) const {
     const auto part = text_.substr(from, to - from);
-    point.line += feedsIn(part);
-    auto lineBegin = part.rfind('\n') + 1;
+    std::size_t lineBegin = 0;
+    for (auto at = part.find('\n'); at != std::string_view::npos; at = part.find('\n', lineBegin)) {
+        ++point.line;
+        lineBegin = at + 1;
+    }
     if (hasLoneReturns_) {
         for (auto at = part.find('\r'); at != std::string_view::npos; at = part.find('\r', at + 1)) {
             if (isLoneReturn(from + at)) {

@@ -12,6 +12,8 @@
 #include "kiv/Kit/Names/SchemaRelease.h"
 
 #include <algorithm>
+#include <map>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -40,7 +42,8 @@ bool isDomainName(std::string_view text) {
 /// Looks at one document for all rules of the family.
 class ClassCheck {
 public:
-    explicit ClassCheck(RuleRun& run) : run_(run), outline_(run.outline), names_(run) {}
+    explicit ClassCheck(RuleRun& run) :
+        run_(run), outline_(run.outline), names_(run), listed_(run.pMemory()), entities_(run.pMemory()) {}
 
     void vRun();
 
@@ -104,9 +107,9 @@ private:
     const SetOutline& outline_;
     RuleNames names_;
     PredefinedTypes predefinedTypes_;
-    // "IFCWALL/SOLIDWALL", and the entities of the classes that are listed without a predefined type.
-    std::unordered_map<std::string, XmlIndex> listed_;
-    std::unordered_map<const schema::Entity*, XmlIndex> entities_;
+    // By entity and predefined type, and the entities of the classes that are listed without one.
+    std::pmr::map<std::pair<const schema::Entity*, std::string_view>, XmlIndex> listed_;
+    std::pmr::unordered_map<const schema::Entity*, XmlIndex> entities_;
     std::vector<std::pair<const schema::Entity*, const ClassOutline*>> checked_;
     // The classes whose predefined type is a mistake.
     std::unordered_set<const ClassOutline*> mistyped_;
@@ -208,8 +211,7 @@ std::string ClassCheck::sOtherCase(std::string_view name, const schema::Entity& 
 
 /// Whether the class is listed already, which is said.
 bool ClassCheck::boRepeats(const ClassOutline& item, const schema::Entity& entity) {
-    const auto key = std::string(entity.getNameUpper()).append("/").append(item.predefinedType);
-    const auto [first, isNew] = listed_.try_emplace(key, item.element);
+    const auto [first, isNew] = listed_.try_emplace(std::pair(&entity, item.predefinedType), item.element);
     if (!isNew)
         add("C004", item, "the class " + sQuoted(trimmed(item.text)) + " is listed twice")
             .vNoteAt("it is here already", run_.xml.textPositionOf(run_.xml.getElement(first->second)));

@@ -8,6 +8,7 @@
 #include "kiv/Host/Id/KivId.h"
 
 #include <map>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 
@@ -46,7 +47,7 @@ struct GuidOwner {
 };
 
 /// By the GUID, the first that has it.
-using KnownGuids = std::map<kiv::Guid, GuidOwner>;
+using KnownGuids = std::pmr::map<kiv::Guid, GuidOwner>;
 
 GuidOwner ownerOf(const RuleRun& run, XmlIndex element, const XmlAttribute& guid) {
     const auto name = childOf(run.xml, element, "Name");
@@ -147,7 +148,7 @@ std::span<const Rule> getGuidRules() {
 void vGuidsCheck(RuleRun& run) {
     if (run.outline.kind == SetKind::None)
         return;
-    KnownGuids known;
+    KnownGuids known(run.pMemory());
     vGuidCheck(run, 0, known);
     // Members that are overridden by a later type of their owner are read too.
     const auto count = static_cast<XmlIndex>(run.xml.getElements().size());

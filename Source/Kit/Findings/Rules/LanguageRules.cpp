@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -133,7 +134,7 @@ std::string_view languageFor(std::string_view tag) {
 /// what is known of a tag as it is written is kept.
 class LanguageCheck {
 public:
-    explicit LanguageCheck(RuleRun& run) : run_(run) {}
+    explicit LanguageCheck(RuleRun& run) : run_(run), tags_(run.pMemory()), languages_(run.pMemory()) {}
 
     void vRun();
 
@@ -158,9 +159,9 @@ private:
     void vNoLanguageAdd(const AliasOutline& alias);
 
     RuleRun& run_;
-    std::unordered_map<std::string_view, Tag> tags_;
+    std::pmr::unordered_map<std::string_view, Tag> tags_;
     // In lower case and with "-" for "_", as readers compare them.
-    std::unordered_map<std::string, Language> languages_;
+    std::pmr::unordered_map<std::string, Language> languages_;
     /// The number of the text whose translations are looked at.
     std::size_t text_ = 0;
 };

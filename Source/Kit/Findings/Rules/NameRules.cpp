@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -279,7 +280,7 @@ void vConstantNamesCheck(RuleRun& run, XmlIndex constants) {
 }
 
 /// The members of one owner, by name.
-using MembersByName = std::unordered_map<std::string_view, const MemberOutline*>;
+using MembersByName = std::pmr::unordered_map<std::string_view, const MemberOutline*>;
 
 void vRepeatedCheck(RuleRun& run, const MemberOutline& member, MembersByName& known) {
     const auto name = trimmedBlanks(run.outline.memberName(member));
@@ -397,7 +398,7 @@ void vNamesCheck(RuleRun& run) {
     if (run.outline.kind == SetKind::None)
         return;
     vSetNameCheck(run);
-    std::unordered_map<std::int32_t, MembersByName> known;
+    std::pmr::unordered_map<std::int32_t, MembersByName> known(run.pMemory());
     for (const auto& member : run.outline.members) {
         vMemberNameCheck(run, member);
         vRepeatedCheck(run, member, known[member.owner]);

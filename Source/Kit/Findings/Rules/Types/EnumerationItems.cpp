@@ -99,7 +99,7 @@ void EnumerationItems::vItemsCheck(const MemberOutline& member) {
         return;
     }
     const auto lists = childrenOf(xml_, member.kindElement, "EnumList"); // joined
-    KnownItems items;
+    KnownItems items(run_.pMemory());
     for (const auto list : lists) {
         for (const auto child : XmlChildren(xml_, list))
             vItemCheck(child, items);
@@ -119,7 +119,7 @@ void EnumerationItems::vConstantsCheck(const MemberOutline& member) {
     if (member.constants == NoXmlElement || member.enumeration == NoXmlElement)
         return;
     const auto lists = childrenOf(xml_, member.kindElement, "EnumList"); // joined
-    ItemsByName items;
+    ItemsByName items(run_.pMemory());
     std::size_t broken = 0;
     for (const auto list : lists) {
         for (const auto child : XmlChildren(xml_, list)) {
@@ -143,7 +143,7 @@ void EnumerationItems::vConstantsCheck(const MemberOutline& member) {
 std::vector<XmlIndex> EnumerationItems::strangeConstants(const std::vector<XmlIndex>& lists,
                                                          const ItemsByName& items) {
     std::vector<XmlIndex> strangers;
-    NamesOfConstants known;
+    NamesOfConstants known(run_.pMemory());
     for (const auto list : lists) {
         for (const auto constant : XmlChildren(xml_, list)) {
             for (const auto child : XmlChildren(xml_, constant)) {

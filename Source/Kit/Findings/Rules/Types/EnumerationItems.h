@@ -15,6 +15,7 @@
 #include "Kit/Findings/RuleRun.h"
 #include "Kit/Text/NameKeys.h"
 
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -31,11 +32,12 @@ public:
 
 private:
     /// The items of an enumeration by their names, whatever their letter case is.
-    using KnownItems = std::unordered_map<std::string_view, XmlIndex, HashIgnoringCase, SameIgnoringCase>;
+    using KnownItems =
+        std::pmr::unordered_map<std::string_view, XmlIndex, HashIgnoringCase, SameIgnoringCase>;
     /// The same without characters that are found in names as such, in upper case.
-    using ItemsByName = std::unordered_map<std::string, std::string_view>;
+    using ItemsByName = std::pmr::unordered_map<std::string, std::string_view>;
     /// The first "Name" of each constant, by its text.
-    using NamesOfConstants = std::unordered_map<std::string_view, XmlIndex>;
+    using NamesOfConstants = std::pmr::unordered_map<std::string_view, XmlIndex>;
 
     void vItemCheck(XmlIndex child, KnownItems& known);
     bool boHasLostItem(const std::vector<XmlIndex>& lists) const;
