@@ -5,7 +5,8 @@
 ///              [&](Document&& document) { vShow(document); });
 ///
 /// Ownership: results that wait for their turn belong to it.
-/// Threads:   `make` is called on any of the threads, `take` on the calling one alone.
+/// Threads:   `make` is called on any of the threads, of which the calling one is one, `take` on the calling
+///            one alone.
 /// Errors:    what `make` throws is thrown on the calling thread when the turn of that piece has come; what
 ///            `take` throws ends the work. A thread that cannot be had is done without.
 #pragma once
@@ -29,13 +30,14 @@ class OrderedJobs {
 public:
     using Result = decltype(std::declval<Make&>()(std::size_t{}));
 
+    /// With that many threads, the calling one included.
     OrderedJobs(std::size_t count, std::size_t threads, Make& make) :
-        count_(count), make_(make), slots_(std::max<std::size_t>(4 * threads, 1)) {
+        count_(count), make_(make), slots_(threads > 1 ? 4 * threads : 1) {
         try {
-            for (std::size_t number = 0; number < threads; ++number)
+            for (std::size_t number = 1; number < threads; ++number)
                 threads_.emplace_back([this] { vWork(); });
         } catch (const std::system_error&) {
-            // Those that there are do the work; without any, the caller does.
+            // Those that there are do the work.
         } catch (...) {
             vStop();
             throw;
@@ -47,11 +49,15 @@ public:
 
     /// The result of the piece whose turn it is.
     Result next() {
-        if (threads_.empty())
-            return make_(taken_++);
         std::unique_lock lock(mutex_);
         auto& slot = slots_[taken_ % slots_.size()];
-        made_.wait(lock, [&slot] { return slot.has_value(); });
+        // To make another piece meanwhile takes less time than to be woken for each.
+        while (!slot.has_value()) {
+            if (boMayBegin())
+                vMake(begun_++, lock);
+            else
+                made_.wait(lock);
+        }
         auto done = std::move(*slot);
         slot.reset();
         ++taken_;
@@ -69,30 +75,32 @@ private:
         std::exception_ptr exception;
     };
 
-    /// The number of the next piece to make; absent when there is no more.
-    std::optional<std::size_t> nextNumber() {
-        std::unique_lock lock(mutex_);
-        taking_.wait(lock,
-                     [this] { return isStopped_ || begun_ == count_ || begun_ < taken_ + slots_.size(); });
-        if (isStopped_ || begun_ == count_)
-            return std::nullopt;
-        return begun_++;
+    /// Whether there is a piece to make, and room for its result.
+    bool boMayBegin() const { return begun_ != count_ && begun_ < taken_ + slots_.size(); }
+
+    /// Makes a piece without the lock, and keeps its result with it.
+    void vMake(std::size_t number, std::unique_lock<std::mutex>& lock) {
+        lock.unlock();
+        Done done;
+        try {
+            done.result.emplace(make_(number));
+        } catch (...) {
+            done.exception = std::current_exception();
+        }
+        lock.lock();
+        slots_[number % slots_.size()] = std::move(done);
     }
 
     void vWork() {
-        while (const auto number = nextNumber()) {
-            Done done;
-            try {
-                done.result.emplace(make_(*number));
-            } catch (...) {
-                done.exception = std::current_exception();
-            }
-            std::unique_lock lock(mutex_);
-            slots_[*number % slots_.size()] = std::move(done);
+        std::unique_lock lock(mutex_);
+        for (;;) {
+            taking_.wait(lock, [this] { return isStopped_ || begun_ == count_ || boMayBegin(); });
+            if (isStopped_ || begun_ == count_)
+                return;
+            const auto number = begun_++;
+            vMake(number, lock);
             // Nobody waits for a later piece: who takes them is not woken for nothing.
-            const bool isNext = *number == taken_;
-            lock.unlock();
-            if (isNext)
+            if (number == taken_)
                 made_.notify_one();
         }
     }
@@ -123,11 +131,10 @@ private:
     std::vector<std::thread> threads_;
 };
 
-/// With one thread everything is done on the calling one.
+/// With one thread everything is done on the calling one, which is one of them in any case.
 template <typename Make, typename Take>
 void vInOrder(std::size_t count, std::size_t threads, Make make, Take take) {
-    threads = std::min(threads, count);
-    OrderedJobs<Make> jobs(count, threads > 1 ? threads : 0, make);
+    OrderedJobs<Make> jobs(count, std::min(threads, count), make);
     for (std::size_t number = 0; number < count; ++number)
         take(jobs.next());
 }

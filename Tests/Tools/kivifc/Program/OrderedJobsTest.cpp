@@ -1,6 +1,7 @@
 #include "kivifc/Program/OrderedJobs.h"
 
 #include <atomic>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <thread>
@@ -77,6 +78,20 @@ TEST(OrderedJobs, OneThreadIsTheCallingOne) {
     vInOrder(
         3, 1, [&](std::size_t) { return std::this_thread::get_id(); },
         [&](std::thread::id maker) { EXPECT_EQ(maker, caller); });
+}
+
+/// It would have nothing to do but to wait.
+TEST(OrderedJobs, TheCallingThreadMakesPiecesToo) {
+    const auto caller = std::this_thread::get_id();
+    bool isCallerMaker = false;
+    vInOrder(
+        50, 2,
+        [](std::size_t) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            return std::this_thread::get_id();
+        },
+        [&](std::thread::id maker) { isCallerMaker = isCallerMaker || maker == caller; });
+    EXPECT_TRUE(isCallerMaker);
 }
 
 TEST(OrderedJobs, NoWorkIsDoneAtOnce) {
