@@ -330,15 +330,14 @@ std::string SchemaRun::sMissingKey(const Declared& owner, std::string_view name)
     return std::to_string(top - declared.data()) + '.' + sUpperWord(name);
 }
 
-Finding* SchemaRun::pMissingBefore(const std::string& key, const TextPosition& position,
-                                   const std::string& use) {
+Finding* SchemaRun::pMissingBefore(const std::string& key, const ExpressWord& word, const std::string& use) {
     const auto found = missing_.find(key);
     if (found == missing_.end())
         return nullptr;
     auto& missing = found->second;
     if (++missing.useCount <= maxPlaces) {
         missing.lastNote = missing.finding->notes.size();
-        missing.finding->notes.push_back({"it is also " + use, Place{path_, position}});
+        missing.finding->notes.push_back({"it is also " + use, Place{path_, positionOf(word)}});
     }
     return missing.finding;
 }

@@ -4,7 +4,7 @@
 ///     void vTypesCheck(SchemaRun& run) {
 ///         for (const auto& declared : run.declared)
 ///             if (declared.isLost())
-///                 run.add("E002", declared.declaration->name.position, "...");
+///                 run.add("E002", declared.declaration->name, "...");
 ///     }
 ///
 /// Private to the kit.
@@ -32,6 +32,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace kiv::kit {
@@ -138,9 +139,16 @@ public:
 
     /// A finding of the rule with that code. It stays where it is until the run ends.
     Finding& add(std::string_view code, const TextPosition& position, std::string message);
+    Finding& add(std::string_view code, const ExpressWord& word, std::string message) {
+        return add(code, positionOf(word), std::move(message));
+    }
+    TextPosition positionOf(const ExpressWord& word) const { return positions.positionOf(word); }
     /// False for what is over the limit.
     bool isKept(const Finding& finding) const { return &finding != &surplus_; }
     void vNoteAt(Finding& finding, const TextPosition& position, std::string message) const;
+    void vNoteAt(Finding& finding, const ExpressWord& word, std::string message) const {
+        vNoteAt(finding, positionOf(word), std::move(message));
+    }
     /// Whether names are still offered: each costs a look at all of them, so that only the first findings
     /// have some.
     bool isNearestOffered() const { return nearestLeft_ != 0; }
@@ -183,7 +191,7 @@ public:
     std::string sMissingKey(const Declared& owner, std::string_view name) const;
     /// The finding about a missing name that was used before, of which this use becomes a note: "it is also "
     /// with what it is used for. Null at the first use.
-    Finding* pMissingBefore(const std::string& key, const TextPosition& position, const std::string& use);
+    Finding* pMissingBefore(const std::string& key, const ExpressWord& word, const std::string& use);
     /// The finding is about the first use.
     void vMissingKeep(std::string key, Finding& finding);
     /// The finding is about a name of that declaration, or one in it, with something that names do not have.

@@ -3,6 +3,8 @@
 #include "Kit/Names/MisspeltKeyword.h"
 #include "Kit/Positions/ExpressScanner.h"
 #include "Kit/Text/AsciiText.h"
+#include "Kit/Text/Utf8.h"
+#include "kiv/Kit/Text/ByteOrderMark.h"
 
 #include <algorithm>
 #include <array>
@@ -220,7 +222,11 @@ private:
     }
     bool isStatementEnd() const;
     bool isUniqueClause() const;
-    bool isLineStart() const { return token_.position.line != previous_.position.line; }
+    /// Whether another line ends before the current token.
+    bool isLineStart() const { return token_.startsLine; }
+    bool isFirstOnLine() const;
+    /// What is missing, in the place of which the current token comes.
+    ExpressWord placeHere() const { return {token_.text.substr(0, 0)}; }
     /// Whether nothing is between the current token and the one before.
     bool isAdjacent() const { return offset() == previousEnd_; }
     const Statement* pStatementHere(const ExpressPositions& positions) const;
@@ -315,8 +321,14 @@ void PositionReader::vNext() {
     ahead_ = scanner_.next();
 }
 
+/// Whether nothing is before the current token on its line.
+bool PositionReader::isFirstOnLine() const {
+    const auto before = text_.substr(0, offset());
+    return before.empty() || before == ByteOrderMark || before.ends_with('\n') || before.ends_with('\r');
+}
+
 std::size_t PositionReader::offset() const {
-    return isAtEnd() ? text_.size() : static_cast<std::size_t>(token_.text.data() - text_.data());
+    return static_cast<std::size_t>(token_.text.data() - text_.data());
 }
 
 /// What is between a place and the current token, without the blanks and comments at its end.
@@ -325,7 +337,7 @@ std::string_view PositionReader::textFrom(std::size_t begin) const {
 }
 
 ExpressWord PositionReader::takeWord() {
-    const ExpressWord word{token_.text, token_.position};
+    const ExpressWord word{token_.text};
     vNext();
     return word;
 }
@@ -341,8 +353,6 @@ bool isNameSymbol(const ExpressToken& token) {
 void PositionReader::vNameExtend(ExpressWord& name) const {
     const auto begin = static_cast<std::size_t>(name.text.data() - text_.data());
     name.text = textFrom(begin);
-    if (previous_.position.line == name.position.line)
-        name.position.length = previous_.position.column + previous_.position.length - name.position.column;
 }
 
 /// Where a word has what names do not have: another letter than those of ASCII, or "_" at its beginning. npos
@@ -358,24 +368,22 @@ std::size_t strangerIn(std::string_view word) {
 
 /// A name, and what is in it although names do not have it.
 ExpressWord PositionReader::takeName(ExpressDeclaration& declaration) {
-    auto place = token_.position;
+    auto place = token_.text;
     const auto stranger = strangerIn(token_.text);
     bool isLegal = isWord() && stranger == std::string_view::npos;
-    // What is before it is of one byte each.
     if (isWord() && !isLegal)
-        place.column += stranger;
-    place.length = 1;
+        place.remove_prefix(stranger);
     auto name = takeWord();
     while (isAdjacent() && (isNameSymbol(token_) || (isNameSymbol(previous_) && (isWord() || isNumber())))) {
         if (isLegal)
-            place = token_.position;
+            place = token_.text;
         isLegal = false;
         vNext();
     }
     if (isLegal)
         return name;
     vNameExtend(name);
-    declaration.illegalNames.push_back({name, place});
+    declaration.illegalNames.push_back({name, {place.substr(0, codePointAt(place, 0).size)}});
     return name;
 }
 
@@ -395,7 +403,7 @@ const Statement* PositionReader::pStatementHere(const ExpressPositions& position
         return statement && !positions.schemas.empty() && isNamelessHere(*statement) ? statement : nullptr;
     if (statement)
         return statement;
-    if (positions.schemas.empty() || !isLineStart() || scanner_.getOpenComment().line > 0)
+    if (positions.schemas.empty() || !isLineStart() || !scanner_.getOpenComment().empty())
         return nullptr;
     constexpr std::array<std::string_view, 4> Keywords = {"TYPE", "ENTITY", "FUNCTION", "RULE"};
     return pStatement(misspeltKeyword(token_.text, Keywords));
@@ -404,7 +412,7 @@ const Statement* PositionReader::pStatementHere(const ExpressPositions& position
 /// "TYPE = REAL;" or "ENTITY;": a keyword as it is found, whose name is missing.
 bool PositionReader::isNamelessHere(const Statement& statement) const {
     return statement.kind <= ExpressDeclarationKind::Rule && token_.text == statement.keyword &&
-           isLineStart() && scanner_.getOpenComment().line == 0 &&
+           isLineStart() && scanner_.getOpenComment().empty() &&
            (ahead_.isSymbol('=') || ahead_.isSymbol(';') || ahead_.isSymbol('('));
 }
 
@@ -456,7 +464,7 @@ bool PositionReader::isEndMisspelt(const Statement& statement) const {
         return false;
     if (token_.text == "END")
         return ahead_.text == statement.keyword;
-    const bool isAlone = ahead_.isSymbol(';') || ahead_.position.line != token_.position.line;
+    const bool isAlone = ahead_.isSymbol(';') || ahead_.startsLine;
     const bool isEnd = token_.text.starts_with("END") || token_.text.find('_') != std::string_view::npos;
     return isAlone && isEnd && !isInnerEnd(token_.text) &&
            !misspeltKeyword(token_.text, std::span(&statement.end, 1)).empty();
@@ -496,7 +504,7 @@ void PositionReader::vSemicolonTake() {
 }
 
 void PositionReader::vUnendedNote() {
-    unended_.push_back({{previous_.text, previous_.position}, token_.position});
+    unended_.push_back({{previous_.text}, {token_.text}});
 }
 
 // schemas = { anything | schema_header | declaration }
@@ -514,7 +522,7 @@ void PositionReader::vRead(ExpressPositions& positions) {
         else
             vOtherPass(positions);
     }
-    positions.openComment = scanner_.getOpenComment();
+    positions.openComment = {scanner_.getOpenComment()};
     positions.unended = std::move(unended_);
 }
 
@@ -527,7 +535,7 @@ void PositionReader::vOtherPass(ExpressPositions& positions) {
                         before.back().end.text.empty();
     // That of constants is no part of them.
     if (isWord() && isDeclarationEnd(token_.text) && !isWord("END_CONSTANT") && !isOpen)
-        positions.strayEnds.push_back({token_.text, token_.position});
+        positions.strayEnds.push_back({token_.text});
     vStrayTextNote(positions);
     vNext();
 }
@@ -552,7 +560,7 @@ void PositionReader::vStrayTextNote(ExpressPositions& positions) {
     const bool isInSchema = !positions.schemas.empty() && positions.schemas.back().end.text.empty();
     lastOther_ = token_.isSymbol(';') && !goesOn ? nullptr : token_.text.data();
     if (!goesOn && lastOther_ && isInSchema)
-        positions.strayTexts.push_back({token_.text, token_.position});
+        positions.strayTexts.push_back({token_.text});
 }
 
 /// "END_SCHEMA", or misspelt.
@@ -609,7 +617,7 @@ ExpressDeclaration PositionReader::declarationRead(const Statement& statement) {
 
 void PositionReader::vDeclaredNameRead(ExpressDeclaration& declaration) {
     if (isNameMissing(declaration)) {
-        declaration.name.position = token_.position;
+        declaration.name = placeHere();
         return;
     }
     declaration.name = takeName(declaration);
@@ -638,7 +646,7 @@ bool PositionReader::isNameGoingOn(const ExpressDeclaration& declaration) const 
     case ExpressDeclarationKind::Entity:
         return headerWordHere().empty() && !ahead_.isSymbol(':') && !ahead_.isSymbol('(');
     case ExpressDeclarationKind::Function:
-        return ahead_.isSymbol('(') || ahead_.position.line != token_.position.line;
+        return ahead_.isSymbol('(') || ahead_.startsLine;
     case ExpressDeclarationKind::Rule:
         return !isWord("FOR") && isSameExpressWord(ahead_.text, "FOR");
     default:
@@ -647,7 +655,7 @@ bool PositionReader::isNameGoingOn(const ExpressDeclaration& declaration) const 
 }
 
 void PositionReader::vEndRead(ExpressDeclaration& declaration, const Statement& statement) {
-    declaration.end.position = token_.position;
+    declaration.end = placeHere();
     if (!isWord(statement.end) && !isEndMisspelt(statement))
         return;
     const bool isTwoWords = isWord("END");
@@ -726,7 +734,7 @@ void PositionReader::vTypeTextRead(ExpressDeclaration& type) {
         if (isName && use == ExpressUse::Type && !isMisspeltOf())
             vTypeNameAdd(type.names, use);
         else if (isName && use != ExpressUse::Type)
-            type.names.push_back({use, {token_.text, token_.position}});
+            type.names.push_back({use, {token_.text}});
         if (!list.empty())
             use = list == "SELECT" ? ExpressUse::SelectMember : ExpressUse::EnumerationItem;
         vNext();
@@ -768,7 +776,7 @@ void PositionReader::vEntityHeaderRead(ExpressDeclaration& entity) {
                 isBare = true;
             }
             if (isBare && isWord() && !isListOperator(token_))
-                entity.names.push_back({use, {token_.text, token_.position}});
+                entity.names.push_back({use, {token_.text}});
             vNext();
         }
     }
@@ -821,11 +829,11 @@ std::string_view PositionReader::missingInType() const {
 
 void PositionReader::vGapNote(ExpressDeclaration& declaration, std::string_view missing) const {
     if (!missing.empty())
-        declaration.gaps.push_back({{previous_.text, previous_.position}, missing, false, false, false});
+        declaration.gaps.push_back({{previous_.text}, missing, false, false, false});
 }
 
 void PositionReader::vGapBeforeNote(ExpressDeclaration& declaration, std::string_view missing) const {
-    declaration.gaps.push_back({{token_.text, token_.position}, missing, false, false, true});
+    declaration.gaps.push_back({{token_.text}, missing, false, false, true});
 }
 
 /// Whether nothing but a type can come after the word or symbol before the current one.
@@ -847,13 +855,12 @@ void PositionReader::vTypeNameAdd(std::vector<ExpressName>& names, ExpressUse us
                         endOf(names.back().word.text) == endOf(previous_.text) &&
                         misspeltKeyword(previous_.text, TypeWords).empty();
     if (!goesOn) {
-        names.push_back({use, {token_.text, token_.position}});
+        names.push_back({use, {token_.text}});
         return;
     }
     auto& word = names.back().word;
     const auto begin = static_cast<std::size_t>(word.text.data() - text_.data());
     word.text = text_.substr(begin, offset() + token_.text.size() - begin);
-    word.position.length = token_.position.column + token_.position.length - word.position.column;
 }
 
 /// Whether the first name of a list is here without a round bracket before it.
@@ -865,19 +872,19 @@ bool PositionReader::isBareName() const {
 /// A keyword of a type is found in capitals only.
 void PositionReader::vTypeWordNote(std::vector<ExpressMisspelt>& misspelt) const {
     if (isMisspeltOf())
-        misspelt.push_back({{token_.text, token_.position}, "OF"});
+        misspelt.push_back({{token_.text}, "OF"});
     if (!isWord() || !isTypeKeyword(token_.text))
         return;
     const auto keyword = keywordIn(token_.text, TypeWords);
     if (!keyword.empty() && token_.text != keyword)
-        misspelt.push_back({{token_.text, token_.position}, keyword});
+        misspelt.push_back({{token_.text}, keyword});
 }
 
 /// Looks at the current token, which `brackets` has passed.
 void PositionReader::vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bounds,
                                  const Brackets& brackets) const {
     if (token_.isSymbol('[') && brackets.getDepth() == 1 && isAggregateWord(previous_.text)) {
-        bounds = {{token_.text, token_.position}, true, false};
+        bounds = {{token_.text}, true, false};
     } else if (bounds.isOpen && token_.isSymbol(':') && brackets.getDepth() == 1) {
         bounds.hasColon = true;
     } else if (bounds.isOpen && brackets.isOutside()) {
@@ -915,8 +922,6 @@ ExpressWord PositionReader::boundsFrom(const ExpressWord& open) const {
     ExpressWord whole = open;
     const auto begin = static_cast<std::size_t>(open.text.data() - text_.data());
     whole.text = text_.substr(begin, offset() + token_.text.size() - begin);
-    if (token_.position.line == open.position.line)
-        whole.position.length = token_.position.column + token_.position.length - open.position.column;
     return whole;
 }
 
@@ -936,9 +941,9 @@ void PositionReader::vListRead(ExpressUse use, ExpressDeclaration& declaration) 
         }
         if ((isWord(OneOf) && token_.text != OneOf) ||
             (ahead_.isSymbol('(') && !misspeltKeyword(token_.text, std::span(&OneOf, 1)).empty()))
-            declaration.misspelt.push_back({{token_.text, token_.position}, OneOf});
+            declaration.misspelt.push_back({{token_.text}, OneOf});
         else if (isWord() && !isListOperator(token_))
-            declaration.names.push_back({use, {token_.text, token_.position}});
+            declaration.names.push_back({use, {token_.text}});
         vNext();
     } while (!isStatementEnd() && !brackets.isOutside() && keywordIn(token_.text, HeaderWords).empty());
     if (!isAtEnd() && !brackets.isOutside())
@@ -969,14 +974,14 @@ void PositionReader::vClausesRead(ExpressDeclaration& declaration, const Stateme
 
 /// "INVERSE:"
 void PositionReader::vSurplusColonTake(ExpressDeclaration& declaration) {
-    declaration.gaps.push_back({{previous_.text, previous_.position}, "\":\"", false, false, false, true});
+    declaration.gaps.push_back({{previous_.text}, "\":\"", false, false, false, true});
     vNext();
 }
 
 void PositionReader::vMemberRead(ExpressDeclaration& declaration, ExpressMemberKind kind) {
     ExpressMember member;
     member.kind = kind;
-    member.name.position = token_.position;
+    member.name = placeHere();
     if (kind == ExpressMemberKind::Unique || kind == ExpressMemberKind::Where) {
         vLabelRead(member);
         if (kind == ExpressMemberKind::Unique)
@@ -1016,7 +1021,6 @@ void PositionReader::vAttributesRead(ExpressDeclaration& declaration, ExpressMem
         other.names.insert(other.names.end(), member.names.begin(), member.names.end());
         other.type = member.type;
         other.expression = member.expression;
-        other.expressionBegin = member.expressionBegin;
         other.misspelt = std::exchange(member.misspelt, {});
         declaration.members.push_back(std::move(other));
         // However many attributes share them, the names in the type and the expression are there once.
@@ -1099,7 +1103,7 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
             vTypeGapNote(declaration, missing);
             member.type = textFrom(begin);
             if (token_.text != "FOR")
-                member.misspelt.push_back({{token_.text, token_.position}, "FOR"});
+                member.misspelt.push_back({{token_.text}, "FOR"});
         } else if (!isRest && isStrayColon(brackets) && offset() != begin) {
             isColonPassed = boStatementEndedBy(declaration);
             isRest = !isColonPassed && member.kind != ExpressMemberKind::Inverse;
@@ -1148,11 +1152,11 @@ bool PositionReader::isStrayColon(const Brackets& brackets) const {
 /// A ':' after a type is in the place of the ';' where its line ends. Elsewhere, as in "Name : Label :
 /// REAL;", it is one too many.
 bool PositionReader::boStatementEndedBy(ExpressDeclaration& declaration) {
-    if (ahead_.position.line != token_.position.line) {
+    if (ahead_.startsLine) {
         vUnendedNote();
         return true;
     }
-    declaration.gaps.push_back({{previous_.text, previous_.position}, "\":\"", false, false, false, true});
+    declaration.gaps.push_back({{previous_.text}, "\":\"", false, false, false, true});
     return false;
 }
 
@@ -1183,7 +1187,6 @@ void PositionReader::vRuleRead(ExpressMember& member) {
 
 void PositionReader::vExpressionRead(ExpressMember& member, Brackets& brackets) {
     const auto begin = offset();
-    member.expressionBegin = token_.position;
     do {
         if (isStatementEnd())
             break;
@@ -1195,8 +1198,7 @@ void PositionReader::vExpressionRead(ExpressMember& member, Brackets& brackets) 
 
 /// "UR1 Name;"
 bool PositionReader::isLabelWithoutColon() const {
-    return isWord() && !isStatementEnd() && ahead_.kind == ExpressTokenKind::Word &&
-           ahead_.position.line == token_.position.line;
+    return isWord() && !isStatementEnd() && ahead_.kind == ExpressTokenKind::Word && !ahead_.startsLine;
 }
 
 // unique_rule = [ label ] attribute { ',' attribute } ';'
@@ -1214,7 +1216,7 @@ void PositionReader::vUniqueRead(ExpressDeclaration& declaration, ExpressMember&
         vGapNote(declaration, "a name");
     while (!isStatementEnd() && !isNextMember(outside)) {
         if (isWord() && !(isSameExpressWord(token_.text, "SELF") && ahead_.isSymbol('\\')))
-            member.names.push_back({ExpressUse::UniqueAttribute, {token_.text, token_.position}});
+            member.names.push_back({ExpressUse::UniqueAttribute, {token_.text}});
         vNext();
     }
     for (auto index = gapCount; index < declaration.gaps.size(); ++index)
@@ -1229,13 +1231,12 @@ void PositionReader::vBodyRead(ExpressDeclaration& declaration, const Statement&
             vListRead(ExpressUse::RuleEntity, declaration);
     }
     const auto begin = offset();
-    declaration.bodyBegin = token_.position;
     std::size_t locals = 0;
     while (!isAtEnd()) {
         const auto* const inner = isWord() ? pStatement(token_.text) : nullptr;
         // Local ones are indented: what begins a line is the next declaration, and an end is missing.
         if (inner && inner->kind != ExpressDeclarationKind::Constant &&
-            (token_.position.column == 1 || inner->kind <= ExpressDeclarationKind::Entity ||
+            (isFirstOnLine() || inner->kind <= ExpressDeclarationKind::Entity ||
              inner->kind == ExpressDeclarationKind::Rule))
             break;
         if (inner && inner->kind == statement.kind)
@@ -1277,14 +1278,26 @@ bool isSameExpressWord(std::string_view left, std::string_view right) {
     return isEqualIgnoringCase(left, right);
 }
 
+TextPosition ExpressPositions::positionOf(const ExpressWord& word) const {
+    const auto part = word.text;
+    if (!part.data())
+        return {};
+    const bool isOnOneLine = !part.empty() && part.find_first_of("\r\n") == std::string_view::npos;
+    if (isOnOneLine)
+        return lines.of(part);
+    return lines.of(ExpressScanner(text, static_cast<std::size_t>(part.data() - text.data())).next().text);
+}
+
 ExpressPositions expressPositions(std::string_view text) {
     ExpressPositions positions;
+    positions.text = text;
     if (isUtf16(text)) {
         positions.encoding = ExpressEncoding::Utf16;
         return positions;
     }
     positions.hasReturnsOnly =
         text.find('\r') != std::string_view::npos && text.find('\n') == std::string_view::npos;
+    positions.lines = TextLines(withoutByteOrderMark(text));
     positions.declarations.reserve(likelyDeclarations(text));
     PositionReader(text).vRead(positions);
     return positions;

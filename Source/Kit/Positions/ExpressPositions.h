@@ -3,7 +3,9 @@
 ///
 ///     const auto positions = expressPositions(text);
 ///     for (const auto& declaration : positions.declarations)
-///         std::cout << declaration.name.position.line << ": " << declaration.name.text << '\n';
+///         std::cout << positions.positionOf(declaration.name).line << ": " << declaration.name.text << '\n';
+///
+/// Lines and columns are found when they are asked for: a word is a view of the text, which says where it is.
 ///
 /// The text is read as ISO 10303-11 has it: keywords in any letter case, wherever on a line. What the library
 /// reads of the same text is less; comparing both shows what was passed over.
@@ -17,6 +19,7 @@
 #pragma once
 
 #include "kiv/Base/Export.h"
+#include "kiv/Kit/Text/TextLines.h"
 #include "kiv/Kit/Text/TextPosition.h"
 
 #include <cstddef>
@@ -27,10 +30,11 @@
 
 namespace kiv::kit {
 
-/// A word of the text.
+/// A word of the text, or more of it.
 struct ExpressWord {
+    /// A view of the text that was read, also when it is empty: it is at the place of what comes instead.
+    /// Without data when it has no place.
     std::string_view text;
-    TextPosition position;
 };
 
 /// What a name is used for.
@@ -77,8 +81,6 @@ struct ExpressMember {
     /// Of an attribute: its type. Of a WHERE rule and after ":=": the expression. Without the ';'.
     std::string_view type;
     std::string_view expression;
-    /// Of the first byte of `expression`.
-    TextPosition expressionBegin;
     /// Keywords in its type, and FOR, that are not in capitals, in the order of the text.
     std::vector<ExpressMisspelt> misspelt;
 };
@@ -87,8 +89,8 @@ struct ExpressMember {
 struct ExpressIllegalName {
     /// The whole of it.
     ExpressWord name;
-    /// Of the first character that does not belong there.
-    TextPosition place;
+    /// The first character that does not belong there.
+    ExpressWord place;
 };
 
 /// Where something is missing in a type or a list of names.
@@ -151,7 +153,6 @@ struct ExpressDeclaration {
     std::string_view text;
     /// Of functions and rules: what is between the header and the end.
     std::string_view body;
-    TextPosition bodyBegin;
 };
 
 /// A SCHEMA statement; of the first the keyword may be misspelt.
@@ -168,8 +169,8 @@ struct ExpressSchemaHeader {
 struct ExpressUnended {
     /// The last word or symbol of the statement.
     ExpressWord last;
-    /// Of what comes instead.
-    TextPosition next;
+    /// What comes instead.
+    ExpressWord next;
 };
 
 enum class ExpressEncoding : std::uint8_t {
@@ -179,7 +180,13 @@ enum class ExpressEncoding : std::uint8_t {
     Utf16,
 };
 
-struct ExpressPositions {
+struct KIV_EXPORT ExpressPositions {
+    /// Of the first line of a word; of an empty one, that of the token that is there.
+    TextPosition positionOf(const ExpressWord& word) const;
+
+    /// The text that was read, and its lines.
+    std::string_view text;
+    TextLines lines;
     ExpressEncoding encoding = ExpressEncoding::Bytes;
     /// Lines end with carriage returns alone: no line feed in the text.
     bool hasReturnsOnly = false;
@@ -194,8 +201,8 @@ struct ExpressPositions {
     /// What is between the declarations of a schema and is no statement of EXPRESS: the first word or symbol
     /// of each such text, in the order of the text. A ';' alone is none.
     std::vector<ExpressWord> strayTexts;
-    /// The first comment that nothing closes; line 0 for none.
-    TextPosition openComment;
+    /// "(*" of the first comment that nothing closes; without a place when there is none.
+    ExpressWord openComment;
 };
 
 KIV_EXPORT ExpressPositions expressPositions(std::string_view text);

@@ -1,9 +1,9 @@
 /// @file
-/// EXPRESS text (ISO 10303-11) in tokens, each with its line and column.
+/// EXPRESS text (ISO 10303-11) in tokens.
 ///
 ///     ExpressScanner scanner(text);
 ///     for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next())
-///         vUse(token.text, token.position);
+///         vUse(token.text);
 ///
 /// Private to the kit. Unlike the library's tokenizer, which reads rules alone, it reads whole schemas as the
 /// standard defines them: comments nest, a tail comment ends nothing, two quotes in a string are one.
@@ -12,8 +12,6 @@
 /// Threads:   each scanner is used by one thread.
 /// Errors:    none: whatever the bytes are, each call goes on and the end is reached.
 #pragma once
-
-#include "kiv/Kit/Text/TextPosition.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -33,57 +31,43 @@ enum class ExpressTokenKind : std::uint8_t {
 };
 
 struct ExpressToken {
-    ExpressTokenKind kind = ExpressTokenKind::End;
+    /// A view of the text that is scanned. At the end an empty one.
     std::string_view text;
-    TextPosition position;
+    ExpressTokenKind kind = ExpressTokenKind::End;
+    /// A line ends between the token before and this one. True of the first one.
+    bool startsLine = false;
 
     bool isSymbol(char symbol) const {
         return kind == ExpressTokenKind::Symbol && text.size() == 1 && text.front() == symbol;
     }
 };
 
-/// A place from which scanning can begin.
-struct ExpressMark {
-    /// In bytes.
-    std::size_t offset = 0;
-    std::size_t line = 1;
-    std::size_t column = 1;
-};
-
 class ExpressScanner {
 public:
     /// Begins after a byte order mark, if there is one.
     explicit ExpressScanner(std::string_view text);
-    /// Scans what is before `end` from a place that another scanner of this text has passed.
-    ExpressScanner(std::string_view text, const ExpressMark& begin, std::size_t end);
+    /// Begins at that byte, whatever is before it.
+    ExpressScanner(std::string_view text, std::size_t begin) : text_(text), offset_(begin) {}
 
     ExpressToken next();
 
-    /// Goes on at that byte, which has not been passed, whatever is before it.
-    void vSkipTo(std::size_t offset) { vAdvanceTo(offset); }
-
-    /// Where the next token is looked for.
-    const ExpressMark& getMark() const { return mark_; }
-
-    /// The first comment that nothing closes, which then ends with its line; line 0 for none.
-    const TextPosition& getOpenComment() const { return openComment_; }
+    /// "(*" of the first comment that nothing closes, which then ends with its line; empty for none.
+    std::string_view getOpenComment() const { return openComment_; }
 
 private:
-    bool isAtEnd() const { return mark_.offset >= text_.size(); }
-    char charAt(std::size_t distance) const;
-    void vAdvance();
-    void vAdvanceTo(std::size_t offset);
-    void vLineSkip();
-    void vBlanksSkip();
+    bool isAtEnd() const { return offset_ == text_.size(); }
+    /// Zero after the end.
+    char charAt(std::size_t distance) const {
+        return text_.size() - offset_ > distance ? text_[offset_ + distance] : '\0';
+    }
     void vGapSkip();
     void vCommentSkip();
     std::size_t commentEnd();
-    std::size_t tokenSize(ExpressTokenKind kind) const;
-    std::size_t lengthOf(std::string_view token) const;
 
     std::string_view text_;
-    ExpressMark mark_;
-    TextPosition openComment_;
+    std::size_t offset_ = 0;
+    bool startsLine_ = true;
+    std::string_view openComment_;
     // From the first comment that nothing closes on, comments no longer nest.
     bool nests_ = true;
     // No comment that begins from here on is closed.

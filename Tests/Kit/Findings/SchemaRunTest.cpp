@@ -198,28 +198,31 @@ TEST(SchemaRun, AttributesOfOneTopmostSupertypeShareAKey) {
 }
 
 TEST(SchemaRun, TheUsesOfAMissingNameAreNotesOfTheFirst) {
-    Checked checked("");
+    Checked checked("x\nx\nx\nx\nx\nx\nx\nx\n");
     auto& run = checked.run;
-    EXPECT_EQ(run.pMissingBefore("X", {1, 1, 1}, "a supertype"), nullptr);
-    auto& finding = run.add("E010", {2, 1, 1}, "missing");
+    const auto wordOn = [&](std::size_t line) {
+        return ExpressWord{run.text.substr(std::string_view("SCHEMA T;\n").size() + 2 * (line - 2), 1)};
+    };
+    EXPECT_EQ(run.pMissingBefore("X", wordOn(2), "a supertype"), nullptr);
+    auto& finding = run.add("E010", TextPosition{2, 1, 1}, "missing");
     run.vMissingKeep("X", finding);
     for (std::size_t line = 3; line < 3 + SchemaRun::maxPlaces + 2; ++line)
-        EXPECT_EQ(run.pMissingBefore("X", {line, 1, 1}, "a supertype"), &finding);
+        EXPECT_EQ(run.pMissingBefore("X", wordOn(line), "a supertype"), &finding);
     run.vMissingCount();
     ASSERT_EQ(finding.notes.size(), SchemaRun::maxPlaces);
     EXPECT_EQ(finding.notes.front().message, "it is also a supertype");
     EXPECT_EQ(finding.notes.front().place->position, (TextPosition{3, 1, 1}));
     EXPECT_EQ(finding.notes.back().message, "it is also a supertype, and is used in 2 more places");
     EXPECT_EQ(run.pOnlyMissing(), &finding);
-    run.vMissingKeep("Y", run.add("E010", {9, 1, 1}, "missing too"));
+    run.vMissingKeep("Y", run.add("E010", TextPosition{9, 1, 1}, "missing too"));
     EXPECT_EQ(run.pOnlyMissing(), nullptr);
 }
 
 TEST(SchemaRun, FindingsAreSortedByPlaceAndThenByCode) {
     Checked checked("");
-    checked.run.add("E011", {2, 1, 1}, "c");
-    checked.run.add("E010", {2, 1, 1}, "b");
-    checked.run.add("E012", {1, 9, 1}, "a");
+    checked.run.add("E011", TextPosition{2, 1, 1}, "c");
+    checked.run.add("E010", TextPosition{2, 1, 1}, "b");
+    checked.run.add("E012", TextPosition{1, 9, 1}, "a");
     std::string messages;
     for (const auto& finding : checked.run.takeFindings()) {
         messages += finding.message;
@@ -231,9 +234,9 @@ TEST(SchemaRun, FindingsAreSortedByPlaceAndThenByCode) {
 TEST(SchemaRun, OfOneCodeALimitIsKept) {
     Checked checked("");
     for (std::size_t count = 0; count < SchemaRun::maxFindingsPerCode; ++count)
-        EXPECT_TRUE(checked.run.isKept(checked.run.add("E010", {1, 1, 1}, "x")));
-    EXPECT_FALSE(checked.run.isKept(checked.run.add("E010", {1, 1, 1}, "x")));
-    EXPECT_TRUE(checked.run.isKept(checked.run.add("E011", {1, 1, 1}, "x")));
+        EXPECT_TRUE(checked.run.isKept(checked.run.add("E010", TextPosition{1, 1, 1}, "x")));
+    EXPECT_FALSE(checked.run.isKept(checked.run.add("E010", TextPosition{1, 1, 1}, "x")));
+    EXPECT_TRUE(checked.run.isKept(checked.run.add("E011", TextPosition{1, 1, 1}, "x")));
     EXPECT_EQ(checked.run.takeFindings().size(), SchemaRun::maxFindingsPerCode + 1);
 }
 
@@ -242,9 +245,9 @@ TEST(SchemaRun, UsesOfANameBeyondTheLimitAreNoNotes) {
     Checked checked("");
     auto& run = checked.run;
     for (std::size_t count = 0; count < SchemaRun::maxFindingsPerCode; ++count)
-        run.add("E010", {1, 1, 1}, "x");
-    run.vMissingKeep("X", run.add("E010", {2, 1, 1}, "missing"));
-    EXPECT_EQ(run.pMissingBefore("X", {3, 1, 1}, "a supertype"), nullptr);
+        run.add("E010", TextPosition{1, 1, 1}, "x");
+    run.vMissingKeep("X", run.add("E010", TextPosition{2, 1, 1}, "missing"));
+    EXPECT_EQ(run.pMissingBefore("X", ExpressWord{run.text.substr(0, 1)}, "a supertype"), nullptr);
 }
 
 TEST(SchemaRun, TheNearestNameIsOffered) {

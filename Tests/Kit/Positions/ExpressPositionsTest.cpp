@@ -14,36 +14,38 @@ std::string sPlace(const TextPosition& position) {
            std::to_string(position.length);
 }
 
-std::string sWord(const ExpressWord& word) {
-    return std::string(word.text) + '@' + sPlace(word.position);
+std::string sWord(const ExpressPositions& positions, const ExpressWord& word) {
+    return std::string(word.text) + '@' + sPlace(positions.positionOf(word));
 }
 
 /// Everything that was found, a line for each declaration and member.
 std::string sDump(const ExpressPositions& positions) {
     static constexpr std::string_view Uses[] = {"<", ">", ":", "#", "|", "for ", "self ", "u ", "r "};
     static constexpr std::string_view Members[] = {"attribute", "inverse", "derived", "unique", "where"};
-    const auto namesText = [](const std::vector<ExpressName>& names) {
+    const auto namesText = [&](const std::vector<ExpressName>& names) {
         std::string text;
         for (const auto& name : names)
-            text.append(" ").append(Uses[static_cast<std::size_t>(name.use)]).append(sWord(name.word));
+            text.append(" ")
+                .append(Uses[static_cast<std::size_t>(name.use)])
+                .append(sWord(positions, name.word));
         return text;
     };
     std::string dump;
     for (const auto& schema : positions.schemas)
-        dump += sWord(schema.keyword) + ' ' + sWord(schema.name) + '\n';
+        dump += sWord(positions, schema.keyword) + ' ' + sWord(positions, schema.name) + '\n';
     for (const auto& declaration : positions.declarations) {
-        dump += sWord(declaration.keyword) + ' ' + sWord(declaration.name);
+        dump += sWord(positions, declaration.keyword) + ' ' + sWord(positions, declaration.name);
         dump += (declaration.isAbstract ? " abstract" : "") + namesText(declaration.names) + '\n';
         for (const auto& member : declaration.members) {
             dump.append("  ").append(Members[static_cast<std::size_t>(member.kind)]);
-            dump += ' ' + sWord(member.name) + namesText(member.names);
+            dump += ' ' + sWord(positions, member.name) + namesText(member.names);
             if (!member.expression.empty())
                 dump += " = " + std::string(member.expression);
             dump += '\n';
         }
         if (!declaration.body.empty())
             dump.append("  body ").append(declaration.body).append("\n");
-        dump += sWord(declaration.end) + '\n';
+        dump += sWord(positions, declaration.end) + '\n';
     }
     return dump;
 }
@@ -139,25 +141,29 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(ExpressPositions, ACommentThatNothingClosesEndsWithItsLine) {
     const auto positions = expressPositions("TYPE A = REAL; (* open\nEND_TYPE;\n(* (* *)\nTYPE B = REAL;");
     EXPECT_EQ(positions.declarations.size(), 2U);
-    EXPECT_EQ(positions.openComment, (TextPosition{1, 16, 2}));
+    EXPECT_EQ(positions.positionOf(positions.openComment), (TextPosition{1, 16, 2}));
 }
 
 TEST(ExpressPositions, ClosedCommentsAreNotReported) {
-    EXPECT_EQ(expressPositions("(* (* ( * *) *) TYPE A = REAL;").openComment.line, 0U);
-    EXPECT_EQ(expressPositions("TYPE A = REAL;").openComment.line, 0U);
+    for (const auto* text : {"(* (* ( * *) *) TYPE A = REAL;", "TYPE A = REAL;"}) {
+        const auto positions = expressPositions(text);
+        EXPECT_EQ(positions.positionOf(positions.openComment).line, 0U);
+    }
 }
 
 std::string sStrayEnds(std::string_view text) {
     std::string dump;
-    for (const auto& end : expressPositions(text).strayEnds)
-        dump += sWord(end) + ' ';
+    const auto positions = expressPositions(text);
+    for (const auto& end : positions.strayEnds)
+        dump += sWord(positions, end) + ' ';
     return dump;
 }
 
 std::string sStrayTexts(std::string_view text) {
     std::string dump;
-    for (const auto& word : expressPositions(text).strayTexts)
-        dump += sWord(word) + ' ';
+    const auto positions = expressPositions(text);
+    for (const auto& word : positions.strayTexts)
+        dump += sWord(positions, word) + ' ';
     return dump;
 }
 
@@ -186,11 +192,12 @@ std::string sMistakes(std::string_view text) {
     std::string dump;
     const auto positions = expressPositions(text);
     for (const auto& declaration : positions.declarations) {
-        dump += sWord(declaration.keyword) + ' ' + sWord(declaration.name) + ' ' + sWord(declaration.end);
+        dump += sWord(positions, declaration.keyword) + ' ' + sWord(positions, declaration.name) + ' ' +
+                sWord(positions, declaration.end);
         for (const auto& [word, keyword] : declaration.misspelt)
-            dump += " | " + sWord(word) + ' ' + std::string(keyword);
+            dump += " | " + sWord(positions, word) + ' ' + std::string(keyword);
         for (const auto& [name, place] : declaration.illegalNames)
-            dump += " ! " + sWord(name) + ' ' + sPlace(place);
+            dump += " ! " + sWord(positions, name) + ' ' + sPlace(positions.positionOf(place));
         dump += '\n';
     }
     return dump;
@@ -277,14 +284,14 @@ TEST(ExpressPositions, KeywordsOfTypesAreSeenInOtherLetterCases) {
     ASSERT_EQ(positions.declarations.size(), 2U);
     const auto& type = positions.declarations[0].typeMisspelt;
     ASSERT_EQ(type.size(), 2U);
-    EXPECT_EQ(sWord(type[0].word), "list@1:10+4");
+    EXPECT_EQ(sWord(positions, type[0].word), "list@1:10+4");
     EXPECT_EQ(type[0].keyword, "LIST");
-    EXPECT_EQ(sWord(type[1].word), "Of@1:21+2");
+    EXPECT_EQ(sWord(positions, type[1].word), "Of@1:21+2");
     const auto& members = positions.declarations[1].members;
     ASSERT_EQ(members.size(), 3U);
     // What attributes share is there once.
     ASSERT_EQ(members[0].misspelt.size(), 1U);
-    EXPECT_EQ(sWord(members[0].misspelt[0].word), "Optional@4:9+8");
+    EXPECT_EQ(sWord(positions, members[0].misspelt[0].word), "Optional@4:9+8");
     EXPECT_TRUE(members[1].misspelt.empty());
     ASSERT_EQ(members[2].misspelt.size(), 1U);
     EXPECT_EQ(members[2].misspelt[0].keyword, "FOR");
@@ -298,9 +305,9 @@ TEST(ExpressPositions, BoundsAreSeenWithoutColonAndSwapped) {
     ASSERT_EQ(positions.declarations.size(), 2U);
     const auto& entity = positions.declarations[1];
     ASSERT_EQ(entity.swappedBounds.size(), 1U);
-    EXPECT_EQ(sWord(entity.swappedBounds[0]), "[ 3 : 2 ]@4:10+9");
+    EXPECT_EQ(sWord(positions, entity.swappedBounds[0]), "[ 3 : 2 ]@4:10+9");
     ASSERT_EQ(entity.gaps.size(), 1U);
-    EXPECT_EQ(sWord(entity.gaps[0].last), "[1..F[2:1]]@4:29+11");
+    EXPECT_EQ(sWord(positions, entity.gaps[0].last), "[1..F[2:1]]@4:29+11");
     EXPECT_EQ(entity.gaps[0].missing, "\":\"");
     EXPECT_TRUE(entity.gaps[0].isInside);
     EXPECT_TRUE(entity.gaps[0].isInMember);
@@ -311,8 +318,8 @@ TEST(ExpressPositions, ItemsWithoutBracketsAreItems) {
     ASSERT_EQ(positions.declarations.size(), 1U);
     const auto& type = positions.declarations[0];
     ASSERT_EQ(type.names.size(), 2U);
-    EXPECT_EQ(sWord(type.names[0].word), "B@1:17+1");
-    EXPECT_EQ(sWord(type.names[1].word), "C@1:20+1");
+    EXPECT_EQ(sWord(positions, type.names[0].word), "B@1:17+1");
+    EXPECT_EQ(sWord(positions, type.names[1].word), "C@1:20+1");
     ASSERT_EQ(type.gaps.size(), 1U);
     EXPECT_EQ(type.gaps[0].missing, "\"(\"");
 }
@@ -324,15 +331,33 @@ TEST(ExpressPositions, AColonThatIsMissingBeforeIsKept) {
     const auto& gaps = positions.declarations[0].gaps;
     ASSERT_EQ(gaps.size(), 1U);
     EXPECT_EQ(gaps[0].missing, "\":\"");
-    EXPECT_EQ(sWord(gaps[0].last), "B@2:2+1");
+    EXPECT_EQ(sWord(positions, gaps[0].last), "B@2:2+1");
 }
 
 TEST(ExpressPositions, AMisspeltSchemaIsOneUnlessThereIsAnother) {
     const auto misspelt = expressPositions("SCEMA A;\nEND_SCEMA;\n");
     ASSERT_EQ(misspelt.schemas.size(), 1U);
-    EXPECT_EQ(sWord(misspelt.schemas[0].keyword), "SCEMA@1:1+5");
-    EXPECT_EQ(sWord(misspelt.schemas[0].end), "END_SCEMA@2:1+9");
+    EXPECT_EQ(sWord(misspelt, misspelt.schemas[0].keyword), "SCEMA@1:1+5");
+    EXPECT_EQ(sWord(misspelt, misspelt.schemas[0].end), "END_SCEMA@2:1+9");
     EXPECT_EQ(expressPositions("SCHEMA A;\nSCEMA B;\n").schemas.size(), 1U);
+}
+
+TEST(ExpressPositions, OfWhatGoesOnOnAnotherLineTheFirstTokenIsMarked) {
+    const auto positions =
+        expressPositions("\xEF\xBB\xBFSCHEMA \xC3\x84;\nTYPE A = LIST [5 (* a\n *) :2] OF B;\n"
+                         "END (* b *)\n TYPE;\nTYPE C = LIST [5 : 2] OF D;\nEND (* c *) TYPE;\n");
+    ASSERT_EQ(positions.declarations.size(), 2U);
+    const auto placesOf = [&](const ExpressDeclaration& type) {
+        return sPlace(positions.positionOf(type.swappedBounds.at(0))) + ' ' +
+               sPlace(positions.positionOf(type.end));
+    };
+    EXPECT_EQ(placesOf(positions.declarations[0]), "2:15+1 4:1+3");
+    EXPECT_EQ(placesOf(positions.declarations[1]), "6:15+7 7:1+16");
+    EXPECT_EQ(positions.positionOf(positions.schemas.at(0).name), (TextPosition{1, 8, 1}));
+}
+
+TEST(ExpressPositions, WhatIsNotInTheTextHasNoPlace) {
+    EXPECT_EQ(expressPositions("TYPE A = REAL;").positionOf({}), TextPosition());
 }
 
 TEST(ExpressPositions, EncodingAndLineEndsAreSeen) {

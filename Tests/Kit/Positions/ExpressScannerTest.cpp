@@ -1,5 +1,8 @@
 #include "Kit/Positions/ExpressScanner.h"
 
+#include "kiv/Kit/Text/ByteOrderMark.h"
+#include "kiv/Kit/Text/TextLines.h"
+
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -25,14 +28,17 @@ std::string sTokens(std::string_view text) {
 /// Where each token is: "LINE:COLUMN+LENGTH".
 std::string sPlaces(std::string_view text) {
     ExpressScanner scanner(text);
+    const TextLines lines(withoutByteOrderMark(text));
     std::string all;
-    for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next())
+    for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next()) {
+        const auto position = lines.of(token.text);
         all.append(all.empty() ? "" : " ")
-            .append(std::to_string(token.position.line))
+            .append(std::to_string(position.line))
             .append(":")
-            .append(std::to_string(token.position.column))
+            .append(std::to_string(position.column))
             .append("+")
-            .append(std::to_string(token.position.length));
+            .append(std::to_string(position.length));
+    }
     return all;
 }
 
@@ -81,15 +87,38 @@ TEST(ExpressScanner, PlacesCountLinesOfAllKindsAndCodePoints) {
     EXPECT_EQ(sPlaces("'\xC3\xA9' b"), "1:1+3 1:5+1");
 }
 
+/// The tokens that begin lines, one blank between them.
+std::string sLineStarts(std::string_view text) {
+    ExpressScanner scanner(text);
+    std::string all;
+    for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next()) {
+        if (token.startsLine)
+            all.append(all.empty() ? "" : " ").append(token.text);
+    }
+    return all;
+}
+
+TEST(ExpressScanner, TokensKnowWhetherALineEndsBeforeThem) {
+    EXPECT_EQ(sLineStarts(" a b\n c d\r\n\r\ne f\rg\th"), "a c e g");
+    EXPECT_EQ(sLineStarts("a -- x\nb (* \n *) c (* *) d"), "a b c");
+    EXPECT_EQ(sLineStarts("a (* open\nb 'open\nc d"), "a b c");
+    EXPECT_TRUE(ExpressScanner("").next().startsLine);
+    ExpressScanner scanner("a\n");
+    scanner.next();
+    EXPECT_TRUE(scanner.next().startsLine);
+    EXPECT_FALSE(scanner.next().startsLine);
+}
+
 TEST(ExpressScanner, TheEndHasAPlaceAndStays) {
-    ExpressScanner scanner("a\n b ");
+    constexpr std::string_view Text = "a\n b ";
+    ExpressScanner scanner(Text);
     scanner.next();
     scanner.next();
     for (int time = 0; time < 2; ++time) {
         const auto end = scanner.next();
         EXPECT_EQ(end.kind, ExpressTokenKind::End);
         EXPECT_EQ(end.text, "");
-        EXPECT_EQ(end.position, (TextPosition{2, 4, 0}));
+        EXPECT_EQ(TextLines(Text).of(end.text), (TextPosition{2, 4, 0}));
     }
     EXPECT_FALSE(scanner.next().isSymbol('\0'));
 }
@@ -104,53 +133,53 @@ TEST(ExpressScanner, SymbolsAreOfOneCharacter) {
 }
 
 TEST(ExpressScanner, ACommentThatNothingClosesEndsWithItsLine) {
-    ExpressScanner scanner("a (* b\nc (* d\ne");
-    EXPECT_EQ(scanner.getOpenComment().line, 0U);
+    constexpr std::string_view Text = "a (* b\nc (* d\ne";
+    const TextLines lines(Text);
+    ExpressScanner scanner(Text);
+    EXPECT_EQ(scanner.getOpenComment(), "");
     EXPECT_EQ(scanner.next().text, "a");
     EXPECT_EQ(scanner.next().text, "c");
-    EXPECT_EQ(scanner.getOpenComment(), (TextPosition{1, 3, 2}));
+    EXPECT_EQ(lines.of(scanner.getOpenComment()), (TextPosition{1, 3, 2}));
     EXPECT_EQ(scanner.next().text, "e");
-    EXPECT_EQ(scanner.getOpenComment(), (TextPosition{1, 3, 2})); // the first one
+    EXPECT_EQ(lines.of(scanner.getOpenComment()), (TextPosition{1, 3, 2})); // the first one
 }
 
 // One "*)" for two "(*": the outer one is open, and from there on the first "*)" closes.
 TEST(ExpressScanner, CommentsNoLongerNestAfterAnOpenOne) {
-    ExpressScanner scanner("a\n(* (* b *) c (* (* d *) e");
+    constexpr std::string_view Text = "a\n(* (* b *) c (* (* d *) e";
+    ExpressScanner scanner(Text);
     EXPECT_EQ(sTokens(scanner), "W:a W:c W:e");
     scanner.next();
     scanner.next();
-    EXPECT_EQ(scanner.getOpenComment(), (TextPosition{2, 1, 2}));
+    EXPECT_EQ(TextLines(Text).of(scanner.getOpenComment()), (TextPosition{2, 1, 2}));
 }
 
 TEST(ExpressScanner, AClosedCommentIsNotOpen) {
     ExpressScanner scanner("(* (* *) *) a *)");
     EXPECT_EQ(scanner.next().text, "a");
-    EXPECT_EQ(scanner.getOpenComment().line, 0U);
+    EXPECT_EQ(scanner.getOpenComment(), "");
 }
 
-TEST(ExpressScanner, ScansOnFromAMarkUpToAnEnd) {
-    const std::string_view text = "a\nbc de f";
-    ExpressScanner first(text);
-    first.next();
-    first.next();
-    const auto mark = first.getMark();
-    EXPECT_EQ(mark.offset, 4U);
-    ExpressScanner part(text, mark, 6); // in the middle of "de"
+TEST(ExpressScanner, ScansOnFromAByte) {
+    constexpr std::string_view Text = "a\nbc de f";
+    ExpressScanner part(Text.substr(0, 6), 4); // in the middle of "de"
     const auto token = part.next();
     EXPECT_EQ(token.text, "d");
-    EXPECT_EQ(token.position, (TextPosition{2, 4, 1}));
+    EXPECT_EQ(TextLines(Text).of(token.text), (TextPosition{2, 4, 1}));
     EXPECT_EQ(part.next().kind, ExpressTokenKind::End);
-    EXPECT_EQ(sTokens(ExpressScanner(text, mark, 1000)), "W:de W:f");
-    EXPECT_EQ(sTokens(ExpressScanner(text, mark, 0)), "");
+    EXPECT_EQ(sTokens(ExpressScanner(Text, 4)), "W:de W:f");
+    EXPECT_EQ(sTokens(ExpressScanner(Text, Text.size())), "");
 }
 
-TEST(ExpressScanner, SkipsWhateverIsBefore) {
-    ExpressScanner scanner("'a\n(* b");
-    scanner.vSkipTo(6);
+TEST(ExpressScanner, WhateverIsBeforeThatByteIsNotLookedAt) {
+    constexpr std::string_view Text = "'a\n(* b";
+    ExpressScanner scanner(Text, 6);
     const auto token = scanner.next();
     EXPECT_EQ(token.text, "b");
-    EXPECT_EQ(token.position, (TextPosition{2, 4, 1}));
-    EXPECT_EQ(scanner.getOpenComment().line, 0U);
+    EXPECT_EQ(TextLines(Text).of(token.text), (TextPosition{2, 4, 1}));
+    EXPECT_EQ(scanner.getOpenComment(), "");
+    // A byte order mark is one at the beginning of a text alone.
+    EXPECT_EQ(sTokens(ExpressScanner("\xEF\xBB\xBFx", 0)), "W:\xEF\xBB\xBFx");
 }
 
 TEST(ExpressScanner, TheEndIsReachedWhateverTheBytesAre) {

@@ -160,7 +160,7 @@ std::string_view Declarations::textOf(const ObjectBase& object) const {
 
 std::size_t Declarations::lineOf(const ObjectBase& object) const {
     const auto* found = pFound(object);
-    return found ? found->keyword.position.line : 0;
+    return found ? positions_.positionOf(found->keyword).line : 0;
 }
 
 std::string_view Declarations::textOf(const ifc::def::schema::DeriveValue& value) const {

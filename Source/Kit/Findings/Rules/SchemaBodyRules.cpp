@@ -51,7 +51,7 @@ public:
 private:
     struct Open {
         const Block* block;
-        TextPosition position;
+        ExpressWord word;
         // Up to THEN.
         bool isInCondition;
         bool hasFinding = false;
@@ -61,8 +61,8 @@ private:
     void vConditionCheck(const ExpressToken& token);
     void vEndTake(const Block& block, const ExpressToken& token);
     void vUnendedAdd(const Open& open);
-    void vAdd(const TextPosition& position, const std::string& message) {
-        run_.add("E024", position, message + " in " + sOwner(declaration_)).subject = declaration_.name.text;
+    void vAdd(const ExpressWord& word, const std::string& message) {
+        run_.add("E024", word, message + " in " + sOwner(declaration_)).subject = declaration_.name.text;
     }
     std::size_t& countOf(const Block& block) {
         return counts_[static_cast<std::size_t>(&block - Blocks.data())];
@@ -76,10 +76,7 @@ private:
 };
 
 void BodyCheck::vCheck() {
-    const auto& body = declaration_.body;
-    const auto& begin = declaration_.bodyBegin;
-    const auto offset = static_cast<std::size_t>(body.data() - run_.text.data());
-    ExpressScanner scanner(run_.text, {offset, begin.line, begin.column}, offset + body.size());
+    ExpressScanner scanner(declaration_.body, 0);
     bool isPart = false;
     for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next()) {
         // What comes after a dot is the name of an attribute or an item.
@@ -99,7 +96,7 @@ void BodyCheck::vTokenTake(const ExpressToken& token) {
     if (const auto* const end = pBlock(token.text, &Block::end)) {
         vEndTake(*end, token);
     } else if (const auto* const block = pBlock(token.text, &Block::keyword)) {
-        open_.push_back({block, token.position, block->keyword == "IF"});
+        open_.push_back({block, {token.text}, block->keyword == "IF"});
         ++countOf(*block);
     }
 }
@@ -114,13 +111,13 @@ void BodyCheck::vConditionCheck(const ExpressToken& token) {
         return;
     open.isInCondition = false;
     open.hasFinding = true;
-    vAdd(open.position, "THEN of this IF is missing");
+    vAdd(open.word, "THEN of this IF is missing");
 }
 
 /// What is open inside of what ends here is not ended.
 void BodyCheck::vEndTake(const Block& block, const ExpressToken& token) {
     if (countOf(block) == 0)
-        return vAdd(token.position, "this " + std::string(block.end) + " ends nothing");
+        return vAdd({token.text}, "this " + std::string(block.end) + " ends nothing");
     while (open_.back().block != &block) {
         vUnendedAdd(open_.back());
         --countOf(*open_.back().block);
@@ -132,7 +129,7 @@ void BodyCheck::vEndTake(const Block& block, const ExpressToken& token) {
 
 void BodyCheck::vUnendedAdd(const Open& open) {
     if (!open.hasFinding)
-        vAdd(open.position,
+        vAdd(open.word,
              std::string(open.block->end) + " of this " + std::string(open.block->keyword) + " is missing");
 }
 
@@ -145,8 +142,8 @@ void vBodiesCheck(SchemaRun& run) {
         if (declared.isLost() || declared.finding || declaration.body.empty() || declaration.end.text.empty())
             continue;
         // A keyword in it may be misspelt, or a comment open: that is the mistake then.
-        const auto found = std::ranges::lower_bound(places, declaration.keyword.position);
-        if (found == places.end() || *found > declaration.end.position)
+        const auto found = std::ranges::lower_bound(places, run.positionOf(declaration.keyword));
+        if (found == places.end() || *found > run.positionOf(declaration.end))
             BodyCheck(run, declaration).vCheck();
     }
 }

@@ -123,19 +123,19 @@ void CircleSearch::vCircleAdd(std::size_t first) {
     const auto nameOf = [this](const Step& step) {
         return sNamed(run_.declared[step.index].declaration->name.text);
     };
-    const auto placeOf = [](const Step& step) { return step.links[step.next - 1].word->position; };
+    const auto wordOf = [](const Step& step) { return *step.links[step.next - 1].word; };
     const auto& top = stepAt(0);
     const bool isEntity = run_.declared[top.index].declaration->kind == Kind::Entity;
     std::vector<std::string> listed;
     for (std::size_t index = 1; index < std::min(circle.size(), SchemaRun::maxPlaces + 1); ++index)
         listed.push_back(nameOf(stepAt(index)));
-    auto& finding = run_.add("E021", placeOf(top),
+    auto& finding = run_.add("E021", wordOf(top),
                              (isEntity ? "the entity " : "the type ") + nameOf(top) +
                                  (isEntity ? " is its own supertype" : " is defined by itself") +
                                  sThrough(listed, circle.size() - 1));
     finding.subject = run_.declared[top.index].declaration->name.text;
     for (std::size_t index = 1; index <= listed.size(); ++index)
-        run_.vNoteAt(finding, placeOf(stepAt(index)),
+        run_.vNoteAt(finding, wordOf(stepAt(index)),
                      listed[index - 1] + (isEntity ? " is a subtype of " : " is defined by ") +
                          nameOf(stepAt(index + 1)) + " here");
     if (isEntity)

@@ -80,10 +80,10 @@ public:
     ExpressionReader(SchemaRun& run, const Declared& owner, const ExpressMember* member,
                      Finding* unread = nullptr);
 
-    void vRead(std::string_view expression, const TextPosition& begin);
+    void vRead(std::string_view expression);
 
 private:
-    void vTokensRead(std::string_view expression, const TextPosition& begin);
+    void vTokensRead(std::string_view expression);
     void vVariablesRead();
     void vLocalsRead();
     std::size_t boundsAfter(std::size_t index, std::size_t before) const;
@@ -93,7 +93,7 @@ private:
     bool isTypeAt(std::size_t index) const;
     void vTokenCheck(std::size_t index);
     void vStringCheck(const ExpressToken& token);
-    void vOtherSchemaCheck(const ExpressToken& token, std::string_view name);
+    void vOtherSchemaCheck(std::string_view name);
     void vGroupCheck(std::size_t index);
     bool isSelectedKnown(std::size_t index) const;
     void vSelectedCheck(std::size_t index);
@@ -112,8 +112,8 @@ private:
         return index < tokens_.size() && tokens_[index].kind == ExpressTokenKind::Word;
     }
     std::string sSubject() const;
-    Finding& add(const TextPosition& position, const std::string& message);
-    Finding* pMissingAdd(std::string key, const TextPosition& position, const std::string& message);
+    Finding& add(const ExpressWord& word, const std::string& message);
+    Finding* pMissingAdd(std::string key, const ExpressWord& word, const std::string& message);
 
     SchemaRun& run_;
     const Declared& owner_;
@@ -146,32 +146,31 @@ std::string ExpressionReader::sSubject() const {
            sOwner(declaration);
 }
 
-Finding& ExpressionReader::add(const TextPosition& position, const std::string& message) {
+Finding& ExpressionReader::add(const ExpressWord& word, const std::string& message) {
     if (unread_) {
-        run_.vNoteAt(*unread_, position, message);
+        run_.vNoteAt(*unread_, word, message);
         return *unread_;
     }
-    auto& finding = run_.add("E018", position, message + " in " + sSubject());
+    auto& finding = run_.add("E018", word, message + " in " + sSubject());
     finding.subject = sSubject();
     return finding;
 }
 
 /// Null when the name has a finding already, of which this use becomes a note.
-Finding* ExpressionReader::pMissingAdd(std::string key, const TextPosition& position,
-                                       const std::string& message) {
-    if (run_.pMissingBefore(key, position, "used in " + sSubject()))
+Finding* ExpressionReader::pMissingAdd(std::string key, const ExpressWord& word, const std::string& message) {
+    if (run_.pMissingBefore(key, word, "used in " + sSubject()))
         return nullptr;
-    auto& finding = add(position, message);
+    auto& finding = add(word, message);
     // Elsewhere the name is another mistake than the rule that cannot be read.
     if (!unread_)
         run_.vMissingKeep(std::move(key), finding);
     return &finding;
 }
 
-void ExpressionReader::vRead(std::string_view expression, const TextPosition& begin) {
+void ExpressionReader::vRead(std::string_view expression) {
     if (expression.empty())
         return;
-    vTokensRead(expression, begin);
+    vTokensRead(expression);
     vVariablesRead();
     if (scope_ == Scope::Body)
         vLocalsRead();
@@ -179,11 +178,10 @@ void ExpressionReader::vRead(std::string_view expression, const TextPosition& be
         vTokenCheck(index);
 }
 
-void ExpressionReader::vTokensRead(std::string_view expression, const TextPosition& begin) {
-    const auto offset = static_cast<std::size_t>(expression.data() - run_.text.data());
+void ExpressionReader::vTokensRead(std::string_view expression) {
     constexpr std::size_t Usual = 32;
     tokens_.reserve(Usual);
-    ExpressScanner scanner(run_.text, {offset, begin.line, begin.column}, offset + expression.size());
+    ExpressScanner scanner(expression, 0);
     for (auto token = scanner.next(); token.kind != ExpressTokenKind::End; token = scanner.next())
         tokens_.push_back(token);
 }
@@ -298,7 +296,7 @@ void ExpressionReader::vStringCheck(const ExpressToken& token) {
         return;
     auto name = content.substr(dot + 1);
     if (!isSameExpressWord(content.substr(0, dot), run_.schema->getName()))
-        return vOtherSchemaCheck(token, content);
+        return vOtherSchemaCheck(content);
     // A role of USEDIN goes on with an attribute.
     name = name.substr(0, name.find('.'));
     const auto isPart = [](char letter) {
@@ -307,17 +305,14 @@ void ExpressionReader::vStringCheck(const ExpressToken& token) {
     };
     if (name.empty() || !std::ranges::all_of(name, isPart) || run_.isKnown(name))
         return;
-    auto position = token.position;
-    position.column += dot + 2;
-    position.length = name.size();
     auto* const finding =
-        pMissingAdd(SchemaRun::sMissingKey(name), position, "the name " + sNamed(name) + " is not declared");
+        pMissingAdd(SchemaRun::sMissingKey(name), {name}, "the name " + sNamed(name) + " is not declared");
     if (finding)
         run_.vNearestNote(*finding, name, {Kind::Entity, Kind::Type});
 }
 
 /// 'IFC2X3.IFCWALL' in the schema IFC4, which nothing gives.
-void ExpressionReader::vOtherSchemaCheck(const ExpressToken& token, std::string_view name) {
+void ExpressionReader::vOtherSchemaCheck(std::string_view name) {
     const auto dot = name.find('.');
     const auto schema = name.substr(0, dot);
     auto member = name.substr(dot + 1);
@@ -326,11 +321,7 @@ void ExpressionReader::vOtherSchemaCheck(const ExpressToken& token, std::string_
     if (!asksForTypes_ || schema.empty() || !std::ranges::all_of(schema, isNameLetter) ||
         run_.isKnown(schema) || !run_.isKnown(member))
         return;
-    auto position = token.position;
-    position.column += 1;
-    position.length -= 2;
-    add(position,
-        "the name " + sNamed(name) + " is of another schema than " + sNamed(run_.schema->getName()));
+    add({name}, "the name " + sNamed(name) + " is of another schema than " + sNamed(run_.schema->getName()));
 }
 
 /// SELF\Entity.Attribute
@@ -343,13 +334,13 @@ void ExpressionReader::vGroupCheck(std::size_t index) {
         return;
     }
     if (entity) {
-        auto& finding = add(name.position, sNamed(name.text) + " is not an entity");
+        auto& finding = add({name.text}, sNamed(name.text) + " is not an entity");
         return run_.vNearestNote(finding, name.text, {Kind::Entity});
     }
     if (run_.isKnown(name.text))
         return;
     auto* const finding =
-        pMissingAdd(SchemaRun::sMissingKey(name.text), name.position, sNamed(name.text) + " is not declared");
+        pMissingAdd(SchemaRun::sMissingKey(name.text), {name.text}, sNamed(name.text) + " is not declared");
     if (finding)
         run_.vNearestNote(*finding, name.text, {Kind::Entity});
 }
@@ -357,7 +348,7 @@ void ExpressionReader::vGroupCheck(std::size_t index) {
 void ExpressionReader::vGroupAttributeCheck(const Declared& entity, const ExpressToken& attribute) {
     if (run_.hasAttribute(entity, attribute.text))
         return;
-    auto* const finding = pMissingAdd(run_.sMissingKey(entity, attribute.text), attribute.position,
+    auto* const finding = pMissingAdd(run_.sMissingKey(entity, attribute.text), {attribute.text},
                                       "the entity " + sNamed(entity.declaration->name.text) +
                                           " has no attribute " + sNamed(attribute.text));
     if (finding)
@@ -384,7 +375,7 @@ void ExpressionReader::vSelectedCheck(std::size_t index) {
     if (isSelectedKnown(index) || run_.isAttribute(name.text) || run_.isItem(name.text) ||
         run_.isCutOff(name.text))
         return;
-    auto* const finding = pMissingAdd(SchemaRun::sMissingAttributeKey(name.text), name.position,
+    auto* const finding = pMissingAdd(SchemaRun::sMissingAttributeKey(name.text), {name.text},
                                       "the attribute " + sNamed(name.text) + " is not declared");
     if (!finding || !run_.isNearestOffered())
         return;
@@ -403,7 +394,7 @@ void ExpressionReader::vCallCheck(const ExpressToken& name) {
     if (builtIns().contains(name.text) || isVariable(name.text) || run_.isKnown(name.text) ||
         (scope_ == Scope::Body && bodyWords().contains(name.text)))
         return;
-    auto* const finding = pMissingAdd(SchemaRun::sMissingKey(name.text), name.position,
+    auto* const finding = pMissingAdd(SchemaRun::sMissingKey(name.text), {name.text},
                                       "the function " + sNamed(name.text) + " is not declared");
     if (!finding)
         return;
@@ -424,7 +415,7 @@ void ExpressionReader::vItemCheck(const Declared& type, const ExpressToken& item
     if (run_.hasAttribute(type, item.text))
         return;
     auto* const finding =
-        pMissingAdd(run_.sMissingKey(type, item.text), item.position,
+        pMissingAdd(run_.sMissingKey(type, item.text), {item.text},
                     "the type " + sNamed(type.declaration->name.text) + " has no item " + sNamed(item.text));
     if (!finding)
         return;
@@ -436,7 +427,7 @@ void ExpressionReader::vItemCheck(const Declared& type, const ExpressToken& item
         }
         run_.vNearestNote(*finding, item.text, {}, std::move(items));
     }
-    run_.vNoteAt(*finding, type.declaration->name.position, "the type is declared here");
+    run_.vNoteAt(*finding, type.declaration->name, "the type is declared here");
 }
 
 /// An attribute, a variable, a constant, an item, or what a type or SELF is before a dot.
@@ -447,7 +438,7 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
         const auto& attribute = tokens_[index + 2];
         if (run_.hasAttribute(owner_, attribute.text))
             return;
-        auto* const finding = pMissingAdd(run_.sMissingKey(owner_, attribute.text), attribute.position,
+        auto* const finding = pMissingAdd(run_.sMissingKey(owner_, attribute.text), {attribute.text},
                                           "the attribute " + sNamed(attribute.text) + " is not declared");
         if (finding)
             run_.vNearestAttributeNote(*finding, attribute.text, owner_);
@@ -466,9 +457,9 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
     if (run_.isCutOff(name.text) || run_.isKnown(name.text) || run_.isItem(name.text))
         return;
     // It is a name of the schema when it was missed as one before, and else may be an attribute.
-    if (run_.pMissingBefore(SchemaRun::sMissingKey(name.text), name.position, "used in " + sSubject()))
+    if (run_.pMissingBefore(SchemaRun::sMissingKey(name.text), {name.text}, "used in " + sSubject()))
         return;
-    auto* const finding = pMissingAdd(run_.sMissingKey(owner_, name.text), name.position,
+    auto* const finding = pMissingAdd(run_.sMissingKey(owner_, name.text), {name.text},
                                       "the name " + sNamed(name.text) + " is not declared");
     if (!finding)
         return;
@@ -495,9 +486,9 @@ void vExpressionNamesCheck(SchemaRun& run) {
             const auto unread = run.unreadRules.find(&member);
             ExpressionReader(run, declared, &member,
                              unread == run.unreadRules.end() ? nullptr : unread->second)
-                .vRead(member.expression, member.expressionBegin);
+                .vRead(member.expression);
         }
-        ExpressionReader(run, declared, nullptr).vRead(declaration.body, declaration.bodyBegin);
+        ExpressionReader(run, declared, nullptr).vRead(declaration.body);
     }
 }
 

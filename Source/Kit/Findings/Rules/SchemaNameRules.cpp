@@ -94,8 +94,7 @@ std::vector<std::string_view> typeKeywordsLike(std::string_view word) {
 /// The finding about a name that is not declared, which is a new one at its first use.
 Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const User& user, const UseRule& use) {
     auto key = SchemaRun::sMissingKey(word.text);
-    if (auto* const before =
-            run.pMissingBefore(key, word.position, std::string(use.role) + " of " + user.sShown()))
+    if (auto* const before = run.pMissingBefore(key, word, std::string(use.role) + " of " + user.sShown()))
         return *before;
     const auto message = sUse(use, word, user) + " is not declared";
     if (const auto colon = run.surplusColons.find(word.text.data() + word.text.size());
@@ -105,7 +104,7 @@ Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const User& 
         run.vMissingKeep(std::move(key), *colon->second);
         return *colon->second;
     }
-    auto& finding = run.add(use.code, word.position, message);
+    auto& finding = run.add(use.code, word, message);
     finding.subject = user.sShown();
     run.vMissingKeep(std::move(key), finding);
     auto keywords = use.code == TypeRule.code ? typeKeywordsLike(word.text) : std::vector<std::string_view>();
@@ -120,11 +119,11 @@ Finding& undeclaredFinding(SchemaRun& run, const ExpressWord& word, const User& 
 /// The finding about a name that is declared as something else.
 Finding& otherKindAdd(SchemaRun& run, const ExpressWord& word, const User& user, const UseRule& use,
                       const ExpressDeclaration& declaration) {
-    auto& finding = run.add(use.code, word.position,
+    auto& finding = run.add(use.code, word,
                             sUse(use, word, user) + " is " + std::string(kindText(declaration.kind)) +
                                 (use.takesTypes ? ", not a type" : ", not an entity"));
     finding.subject = user.sShown();
-    run.vNoteAt(finding, declaration.name.position, "it is declared here");
+    run.vNoteAt(finding, declaration.name, "it is declared here");
     return finding;
 }
 
@@ -180,10 +179,10 @@ Finding& attributeFinding(SchemaRun& run, const AttributeUse& use, const Express
     const bool isMissing = !run.hasAttribute(entity, word.text);
     auto key = run.sMissingKey(entity, word.text);
     const auto note = std::string(use.role) + ' ' + use.user.sShown();
-    if (auto* const before = isMissing ? run.pMissingBefore(key, word.position, note) : nullptr)
+    if (auto* const before = isMissing ? run.pMissingBefore(key, word, note) : nullptr)
         return *before;
     const std::string what = use.code == UniqueCode ? " has no attribute " : " has no explicit attribute ";
-    auto& finding = run.add(use.code, word.position, sEntity(*entity.declaration) + what + sNamed(word.text));
+    auto& finding = run.add(use.code, word, sEntity(*entity.declaration) + what + sNamed(word.text));
     finding.subject = use.user.sShown();
     if (!isMissing) {
         finding.notes.push_back(
@@ -224,10 +223,10 @@ void vInverseCheck(SchemaRun& run, const Declared& entity, const ExpressMember& 
 Finding& noSupertypeFinding(SchemaRun& run, const Declared& entity, const User& user,
                             const ExpressWord& above) {
     auto key = std::to_string(&entity - run.declared.data()) + '\\' + SchemaRun::sMissingKey(above.text);
-    if (auto* const before = run.pMissingBefore(key, above.position, "the entity of " + user.sShown()))
+    if (auto* const before = run.pMissingBefore(key, above, "the entity of " + user.sShown()))
         return *before;
     auto& finding =
-        run.add("E016", above.position,
+        run.add("E016", above,
                 "the entity " + sNamed(above.text) + " is not a supertype of " + sOwner(*entity.declaration));
     finding.subject = user.sShown();
     run.vMissingKeep(std::move(key), finding);
@@ -312,28 +311,28 @@ public:
     /// are one finding.
     void vAdd(const ExpressWord& word, std::string_view what, const ExpressDeclaration* owner,
               Severity severity, const ExpressMember* member = nullptr) {
-        const auto [place, isNew] = seen_.try_emplace(word.text, First{word.position, member});
+        const auto [place, isNew] = seen_.try_emplace(word.text, First{word, member});
         if (isNew || word.text.empty())
             return;
         const auto& first = place->second;
         if (isRepeatedWith(member, first.member)) {
-            run_.vNoteAt(*last_.finding, word.position,
+            run_.vNoteAt(*last_.finding, word,
                          sNamed(word.text) + " of the same statement is declared twice too");
             return;
         }
         auto& finding =
-            run_.add("E010", word.position,
+            run_.add("E010", word,
                      std::string(what) + ' ' + sNamed(word.text) +
                          (owner ? " of " + sOwner(*owner) : std::string()) + " is declared twice");
         finding.severity = severity;
         finding.subject = std::string(word.text);
-        run_.vNoteAt(finding, first.position, "first declared here");
+        run_.vNoteAt(finding, first.word, "first declared here");
         last_ = {member, first.member, &finding};
     }
 
 private:
     struct First {
-        TextPosition position;
+        ExpressWord word;
         const ExpressMember* member;
     };
     struct Last {

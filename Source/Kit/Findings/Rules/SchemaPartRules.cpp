@@ -124,7 +124,7 @@ public:
 
 private:
     Finding& lostAdd(const ExpressWord& word, const std::string& what, std::string_view hint);
-    Finding& partLostAdd(const TextPosition& position, const std::string& part, std::string_view hint);
+    Finding& partLostAdd(const ExpressWord& word, const std::string& part, std::string_view hint);
     std::vector<ExpressWord> wordsOf(ExpressUse use) const;
     void vSupertypeCheck(const Entity& entity);
     void vListCheck(ExpressUse use, std::span<const std::string_view> read, const std::string& what,
@@ -148,13 +148,11 @@ private:
 };
 
 Finding& PartsCheck::lostAdd(const ExpressWord& word, const std::string& what, std::string_view hint) {
-    return partLostAdd(word.position,
-                       what + (word.text.empty() ? " without a name" : ' ' + sNamed(word.text)), hint);
+    return partLostAdd(word, what + (word.text.empty() ? " without a name" : ' ' + sNamed(word.text)), hint);
 }
 
-Finding& PartsCheck::partLostAdd(const TextPosition& position, const std::string& part,
-                                 std::string_view hint) {
-    auto& finding = run_.add("E006", position, part + " of " + sOwner(declaration_) + " is not read");
+Finding& PartsCheck::partLostAdd(const ExpressWord& word, const std::string& part, std::string_view hint) {
+    auto& finding = run_.add("E006", word, part + " of " + sOwner(declaration_) + " is not read");
     finding.subject = declaration_.name.text;
     if (!hint.empty())
         finding.notes.push_back({std::string(hint), {}});
@@ -193,7 +191,7 @@ void PartsCheck::vListCheck(ExpressUse use, std::span<const std::string_view> re
     if (word != words.end())
         lostAdd(*word, what, hint);
     else if (name != read.end())
-        run_.add("E006", declaration_.name.position,
+        run_.add("E006", declaration_.name,
                  what + ' ' + sNamed(*name) + " of " + sOwner(declaration_) +
                      " is read from a comment or another text")
             .subject = declaration_.name.text;
@@ -225,13 +223,13 @@ void PartsCheck::vLostStatementAdd(std::span<const ExpressMember* const> members
     auto& finding = lostAdd(members.front()->name, what, isForLost ? std::string_view() : OwnLine);
     if (isForLost) {
         const auto& [word, keyword] = members.front()->misspelt.back();
-        run_.vNoteAt(finding, word.position,
+        run_.vNoteAt(finding, word,
                      sNamed(word.text) + " is not read as a keyword: " + sKeywordHint(word.text, keyword));
     }
     const auto others = members.subspan(1);
     const auto listed = std::min(others.size(), SchemaRun::maxPlaces);
     for (const auto* other : others.first(listed))
-        run_.vNoteAt(finding, other->name.position,
+        run_.vNoteAt(finding, other->name,
                      sNamed(other->name.text) + " of the same statement is not read either");
     if (const auto more = others.size() - listed; more > 0)
         finding.notes.back().message +=
@@ -273,7 +271,7 @@ void PartsCheck::vUniqueCheck(const ExpressWord& word, std::string_view type) {
     if (type.find("UNIQUE") == std::string_view::npos || !isUniqueMisread(typeWords(type)))
         return;
     auto& finding =
-        run_.add("E006", word.position, "the type of the elements of " + sNamed(word.text) + " is not found");
+        run_.add("E006", word, "the type of the elements of " + sNamed(word.text) + " is not found");
     finding.subject = declaration_.name.text;
     finding.notes.push_back(
         {"only LIST can be of UNIQUE elements; elsewhere the word is read as a part of the name", {}});
@@ -292,7 +290,7 @@ bool isOptionalInside(std::string_view type) {
 }
 
 void PartsCheck::vTypeTextAdd(const ExpressMember& attribute, std::string_view read) {
-    auto& finding = run_.add("E006", attribute.name.position,
+    auto& finding = run_.add("E006", attribute.name,
                              "the type of " + sNamed(attribute.name.text) + " of " + sOwner(declaration_) +
                                  " is read as " + sNamed(read));
     finding.subject = declaration_.name.text;
@@ -330,11 +328,11 @@ Finding& PartsCheck::wordsAdd(const std::vector<ExpressMisspelt>& words, const s
                               const TypeLoss& loss) {
     const auto& first = words.front().word;
     auto& finding =
-        run_.add("E006", first.position, sNamed(first.text) + " in " + owner + " is not read as a keyword");
+        run_.add("E006", first, sNamed(first.text) + " in " + owner + " is not read as a keyword");
     finding.subject = declaration_.name.text;
     finding.notes.push_back({sKeywordHint(first.text, words.front().keyword), {}});
     for (const auto& [word, keyword] : std::span(words).subspan(1))
-        run_.vNoteAt(finding, word.position, sNamed(word.text) + " is not read as one either");
+        run_.vNoteAt(finding, word, sNamed(word.text) + " is not read as one either");
     if (loss.isType)
         finding.notes.push_back({"its type is not found", {}});
     if (loss.isElement)
@@ -358,7 +356,7 @@ void PartsCheck::vUnreadTypeCheck(const ExpressWord& word, std::string_view text
         return;
     const auto reason = unreadTypeReason(text);
     if (!reason.empty() && (!read.type || isElementLost(read.type))) {
-        auto& finding = run_.add("E006", word.position,
+        auto& finding = run_.add("E006", word,
                                  (read.type ? "the type of the elements of " : "the type of ") +
                                      sNamed(word.text) + " is not found");
         finding.subject = declaration_.name.text;
@@ -371,8 +369,7 @@ void PartsCheck::vUnreadTypeCheck(const ExpressWord& word, std::string_view text
             run_.boTake(finding, SchemaReport::Inverse);
     }
     if (isLengthLost(text, read.type)) {
-        auto& finding =
-            run_.add("E006", word.position, "the length of " + sNamed(word.text) + " is not read");
+        auto& finding = run_.add("E006", word, "the length of " + sNamed(word.text) + " is not read");
         finding.subject = declaration_.name.text;
         finding.notes.push_back({"it is read from round brackets right after STRING, without a blank", {}});
     }
@@ -437,7 +434,7 @@ void PartsCheck::vEntityCheck(const Entity& entity) {
         ExpressUse::Subtype, entity.getSupertypeOfNames(), "the subtype",
         "subtypes are read from \"SUPERTYPE OF (ONEOF\" on one line and the names in brackets after it");
     if (declaration_.isAbstract && !entity.isAbstract())
-        partLostAdd(declaration_.name.position, "ABSTRACT",
+        partLostAdd(declaration_.name, "ABSTRACT",
                     "it is read from the first line below that of the keyword");
     Words attributes;
     Words inverses;
@@ -513,7 +510,7 @@ void PartsCheck::vRuleCheck(const ExpressMember& rule) {
     if (!isCut)
         return;
     auto& finding =
-        run_.add("E007", rule.name.position,
+        run_.add("E007", rule.name,
                  "the rule " + sNamed(rule.name.text) + " of " + sOwner(declaration_) + " is cut short");
     finding.subject = declaration_.name.text;
     finding.notes.push_back({std::string(cutReason(rule.expression)), {}});
@@ -521,8 +518,8 @@ void PartsCheck::vRuleCheck(const ExpressMember& rule) {
 
 /// WHERE without a rule is reported as one that is not understood.
 void PartsCheck::vNoRulesCheck(const Where& where) {
-    auto& finding = run_.add("E007", declaration_.name.position,
-                             "the WHERE clause of " + sOwner(declaration_) + " has no rule");
+    auto& finding =
+        run_.add("E007", declaration_.name, "the WHERE clause of " + sOwner(declaration_) + " has no rule");
     finding.subject = declaration_.name.text;
     run_.boRuleTake(finding, where.getText());
 }
@@ -552,7 +549,7 @@ void PartsCheck::vWhereCheck(const Where* where) {
     if (after > 0)
         message += ", and the " + (after > 1 ? std::to_string(after) + " rules" : std::string("rule")) +
                    " after it " + (after > 1 ? "are" : "is") + " lost";
-    auto& finding = run_.add("E007", lost.name.position, message);
+    auto& finding = run_.add("E007", lost.name, message);
     finding.subject = declaration_.name.text;
     if (const auto reason = cutReason(lost.expression); !reason.empty())
         finding.notes.push_back({std::string(reason), {}});
@@ -564,23 +561,25 @@ void PartsCheck::vWhereCheck(const Where* where) {
 
 /// A comment in it that nothing closes is the mistake then.
 bool boHasOpenComment(const SchemaRun& run, const ExpressDeclaration& declaration) {
-    const auto line = run.positions.openComment.line;
-    return line >= declaration.keyword.position.line && line <= declaration.end.position.line;
+    if (run.positions.openComment.text.empty())
+        return false;
+    const auto line = run.positionOf(run.positions.openComment).line;
+    return line >= run.positionOf(declaration.keyword).line && line <= run.positionOf(declaration.end).line;
 }
 
 /// What the keyword would have begun is lost, and why is said here.
 void vMisspeltAdd(SchemaRun& run, const ExpressDeclaration& declaration, std::size_t index) {
     const auto& [word, keyword] = declaration.misspelt[index];
-    auto& finding = run.add("E006", word.position,
-                            sNamed(word.text) + " in " + sOwner(declaration) + " is not read as a keyword");
+    auto& finding =
+        run.add("E006", word, sNamed(word.text) + " in " + sOwner(declaration) + " is not read as a keyword");
     finding.subject = declaration.name.text;
     finding.notes.push_back({sKeywordHint(word.text, keyword), {}});
     // An entity that is not abstract is found at its name, and this finding is at the word itself.
-    auto begin = keyword == "ABSTRACT" ? declaration.keyword.position : word.position;
+    auto begin = run.positionOf(keyword == "ABSTRACT" ? declaration.keyword : word);
     begin.column += 1;
     const bool isLast = index + 1 == declaration.misspelt.size();
     run.vConsequencesTake(finding, begin,
-                          isLast ? declaration.end.position : declaration.misspelt[index + 1].word.position);
+                          run.positionOf(isLast ? declaration.end : declaration.misspelt[index + 1].word));
 }
 
 } // namespace
@@ -653,12 +652,12 @@ void vLostEndTake(SchemaRun& run, Declared& declared, Finding& finding) {
 
 void vBoundsAdd(SchemaRun& run, const ExpressDeclaration& declaration) {
     for (const auto& bounds : declaration.wrongBounds)
-        run.add("E022", bounds.position,
+        run.add("E022", bounds,
                 "the bounds " + sNamed(bounds.text) +
                     " are not two integers, or one and \"?\" for no upper bound")
             .subject = declaration.name.text;
     for (const auto& bounds : declaration.swappedBounds)
-        run.add("E022", bounds.position,
+        run.add("E022", bounds,
                 "the bounds " + sNamed(bounds.text) + " are swapped: the first is greater than the second")
             .subject = declaration.name.text;
 }
@@ -671,7 +670,7 @@ void vGapsCheck(SchemaRun& run) {
             continue;
         vBoundsAdd(run, *declared.declaration);
         for (const auto& gap : declared.declaration->gaps) {
-            auto& finding = run.add("E022", gap.last.position, sGap(gap));
+            auto& finding = run.add("E022", gap.last, sGap(gap));
             finding.subject = declared.declaration->name.text;
             // What came of it stays a finding of its own.
             if (!run.isKept(finding))
@@ -680,10 +679,10 @@ void vGapsCheck(SchemaRun& run) {
                 run.surplusColons.emplace(gap.last.text.data() + gap.last.text.size(), &finding);
             if (gap.missing == "\")\"" || gap.missing == "\"(\"" || isSameExpressWord(gap.last.text, "OF"))
                 vLostEndTake(run, declared, finding);
-            const auto line = gap.last.position.line;
+            const auto line = finding.place.position.line;
             run.vConsequencesTake(finding, {line, 1, 0},
                                   gap.isInMember ? TextPosition{line + 1, 1, 0}
-                                                 : declared.declaration->end.position);
+                                                 : run.positionOf(declared.declaration->end));
             vGapLossAdd(run, declared, gap, finding);
         }
     }
@@ -709,14 +708,18 @@ void vIllegalNamesCheck(SchemaRun& run) {
             // A name that is read as another has a finding.
             if (declared.finding && name.text.data() == declared.declaration->name.text.data())
                 continue;
-            auto& finding = run.add("E020", place, sIllegalName(name.text));
+            auto position = run.positionOf(place);
+            // Also when it is a byte that is no character of UTF-8.
+            position.length = 1;
+            auto& finding = run.add("E020", position, sIllegalName(name.text));
             finding.subject = name.text;
             finding.notes.push_back({"names are letters, digits and \"_\", and begin with a letter", {}});
             run.vMeantKeep(declared, name.text, finding);
             // A blank that does not break lines is a part of the name, and keeps it from being found.
-            auto after = name.position;
+            const auto begin = run.positionOf(name);
+            auto after = begin;
             ++after.column;
-            run.vConsequencesTake(finding, name.position, after);
+            run.vConsequencesTake(finding, begin, after);
         }
     }
 }

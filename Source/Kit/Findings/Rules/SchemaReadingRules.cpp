@@ -22,10 +22,12 @@ namespace {
 
 using Kind = ExpressDeclarationKind;
 
-constexpr TextPosition Beginning{1, 1, 0};
-
 std::size_t offsetIn(const SchemaRun& run, std::string_view part) {
     return static_cast<std::size_t>(part.data() - run.text.data());
+}
+
+bool isBefore(const ExpressWord& left, const ExpressWord& right) {
+    return left.text.data() < right.text.data();
 }
 
 std::string sDeclaration(const ExpressDeclaration& declaration) {
@@ -152,7 +154,7 @@ private:
 
     void vLostAdd(Declared& lost);
     std::string sLostReason(const Declared& lost, const SchemaStatement* around) const;
-    Finding& mentionAdd(const SchemaStatement& statement, const TextPosition& position);
+    Finding& mentionAdd(const SchemaStatement& statement, const ExpressWord& word);
     const ExpressWord* pStrayEnd(std::size_t offset) const;
     void vReportsTake(std::size_t index);
     void vReadingCheck(std::size_t index);
@@ -162,11 +164,9 @@ private:
     void vNameCheck(Declared& declared);
     void vNamelessAdd(Declared& declared);
     void vTakenNote(Finding& finding, const Reading& reading) const;
-    TextPosition positionOf(std::size_t offset);
 
     SchemaRun& run_;
     std::vector<Reading> readings_;
-    ExpressMark mark_;
 };
 
 LostDeclarations::LostDeclarations(SchemaRun& run) : run_(run), readings_(run.lines.statements.size()) {}
@@ -201,7 +201,7 @@ void LostDeclarations::vLostAdd(Declared& lost) {
         readings_[indexOf(run_, *around)].taken.push_back(&lost);
         return;
     }
-    auto& finding = run_.add("E002", lost.declaration->name.position,
+    auto& finding = run_.add("E002", lost.declaration->name,
                              sDeclaration(*lost.declaration) + " is not read: " + sLostReason(lost, around));
     finding.subject = lost.declaration->name.text;
     if (isMisspelt(*lost.declaration))
@@ -225,14 +225,6 @@ std::string LostDeclarations::sLostReason(const Declared& lost, const SchemaStat
     if (around && offset < around->firstLineEnd)
         return "its line is read as " + sStatement(*around);
     return "its line is the one on which " + (around ? sStatement(*around) : "another declaration") + " ends";
-}
-
-/// Offsets are asked for in their order.
-TextPosition LostDeclarations::positionOf(std::size_t offset) {
-    ExpressScanner scanner(run_.text, mark_, run_.text.size());
-    scanner.vSkipTo(offset);
-    mark_ = scanner.getMark();
-    return {mark_.line, mark_.column, 0};
 }
 
 void LostDeclarations::vReadingCheck(std::size_t index) {
@@ -269,37 +261,36 @@ void LostDeclarations::vTextCheck(std::size_t index) {
         reading.finding = around->finding;
     if (reading.finding)
         return vTakenNote(*reading.finding, reading);
-    auto position = positionOf(statement.keyword);
-    position.length = keywordOf(statement.kind).size();
-    if (run_.pOpenComment && run_.pOpenComment->place.position < position) {
+    const ExpressWord word{run_.text.substr(statement.keyword, keywordOf(statement.kind).size())};
+    if (run_.pOpenComment && isBefore(run_.positions.openComment, word)) {
         reading.finding = run_.pOpenComment;
         reading.finding->severity = Severity::Error;
-        run_.vNoteAt(*reading.finding, position,
+        run_.vNoteAt(*reading.finding, word,
                      sStatement(statement) + " is in the comment, and is read all the same");
         return vTakenNote(*reading.finding, reading);
     }
-    reading.finding = &mentionAdd(statement, position);
+    reading.finding = &mentionAdd(statement, word);
     vTakenNote(*reading.finding, reading);
 }
 
 /// The finding about a line that has a keyword and is no declaration.
-Finding& LostDeclarations::mentionAdd(const SchemaStatement& statement, const TextPosition& position) {
+Finding& LostDeclarations::mentionAdd(const SchemaStatement& statement, const ExpressWord& word) {
     const auto* const end = pStrayEnd(statement.keyword);
     if (!end) {
-        auto& finding = run_.add("E005", position,
+        auto& finding = run_.add("E005", word,
                                  "a line that only mentions " + std::string(keywordOf(statement.kind)) +
                                      " is read as the declaration of " + sNamed(statement.name));
         finding.subject = statement.name;
         return finding;
     }
     const auto keyword = sUpperWord(end->text.substr(end->text.find('_') + 1));
-    auto& finding = run_.add("E005", position,
+    auto& finding = run_.add("E005", word,
                              "the line that begins " + std::string(articleOf(keyword)) + keyword +
                                  " is missing, and this one is read as " +
                                  (statement.name.empty() ? "one" : sStatement(statement)));
     finding.subject = end->text;
     if (offsetIn(run_, end->text) > statement.keyword)
-        run_.vNoteAt(finding, end->position, "it ends here");
+        run_.vNoteAt(finding, *end, "it ends here");
     if (run_.isKept(finding))
         run_.headless.push_back({&finding, keyword == "ENTITY", true});
     return finding;
@@ -331,17 +322,17 @@ void LostDeclarations::vEndCheck(std::size_t index) {
                            declaration.text.find('\r') == std::string_view::npos;
     Finding* finding = nullptr;
     if (declaration.end.text.empty())
-        finding = &run_.add("E004", declaration.name.position, end + " of " + sWhat() + " is missing");
+        finding = &run_.add("E004", declaration.name, end + " of " + sWhat() + " is missing");
     else if (isOneLine)
-        finding = &run_.add("E003", declaration.name.position, sWhat() + " is on one line and is not read");
+        finding = &run_.add("E003", declaration.name, sWhat() + " is on one line and is not read");
     else if (declaration.end.text != end)
         finding = &wrongEndAdd(declaration, end);
     else if (!reading.taken.empty())
-        finding = &run_.add("E004", declaration.end.position,
+        finding = &run_.add("E004", declaration.end,
                             "the end of " + sWhat() + " is not seen: it must be on a line of its own");
     else if (statement.end + declaration.end.text.size() < endOffset)
-        finding = &run_.add("E005", declaration.name.position,
-                            sWhat() + " is read up to a line that only mentions its end");
+        finding =
+            &run_.add("E005", declaration.name, sWhat() + " is read up to a line that only mentions its end");
     if (!finding)
         return;
     finding->subject = declaration.name.text;
@@ -353,7 +344,7 @@ void LostDeclarations::vEndCheck(std::size_t index) {
 Finding& LostDeclarations::wrongEndAdd(const ExpressDeclaration& declaration, std::string_view end) {
     const bool isCase = isSameExpressWord(declaration.end.text, end);
     auto& finding =
-        run_.add("E004", declaration.end.position,
+        run_.add("E004", declaration.end,
                  "the end of " + sDeclaration(declaration) + " is written " + sNamed(declaration.end.text) +
                      (isCase ? ", and is found in capitals only" : ""));
     if (!isCase)
@@ -364,7 +355,7 @@ Finding& LostDeclarations::wrongEndAdd(const ExpressDeclaration& declaration, st
 void LostDeclarations::vTakenNote(Finding& finding, const Reading& reading) const {
     for (auto* const taken : reading.taken) {
         taken->finding = &finding;
-        run_.vNoteAt(finding, taken->declaration->name.position,
+        run_.vNoteAt(finding, taken->declaration->name,
                      sDeclaration(*taken->declaration) + " is taken for a part of it and is lost");
     }
     if (reading.taken.size() > SchemaRun::maxNotes)
@@ -385,7 +376,7 @@ void LostDeclarations::vNameCheck(Declared& declared) {
     const auto& name = declared.declaration->name;
     if (declared.statement->name == name.text)
         return;
-    auto& finding = run_.add("E002", name.position,
+    auto& finding = run_.add("E002", name,
                              sDeclaration(*declared.declaration) + " is read under the name " +
                                  sNamed(declared.statement->name));
     finding.subject = name.text;
@@ -397,8 +388,8 @@ void LostDeclarations::vNameCheck(Declared& declared) {
 /// What it declares cannot be used.
 void LostDeclarations::vNamelessAdd(Declared& declared) {
     const auto& declaration = *declared.declaration;
-    auto& finding = run_.add("E002", declaration.keyword.position,
-                             "a name is missing after " + sNamed(declaration.keyword.text));
+    auto& finding =
+        run_.add("E002", declaration.keyword, "a name is missing after " + sNamed(declaration.keyword.text));
     finding.subject = declaration.keyword.text;
     declared.finding = &finding;
     if (run_.isKept(finding))
@@ -408,13 +399,14 @@ void LostDeclarations::vNamelessAdd(Declared& declared) {
 } // namespace
 
 bool boSomethingFound(SchemaRun& run) {
+    constexpr TextPosition Beginning{1, 1, 0};
     if (run.schema && !run.schema->getObjects().empty())
         return true;
     const auto& headers = run.positions.schemas;
     const auto [reason, remedy] = run.schema ? noDeclarationsReason(run) : noSchemaReason(run);
     const std::string what = run.schema ? "the schema has no declarations: " : "no schema was found: ";
     auto& finding =
-        run.add("E001", headers.empty() ? Beginning : headers.back().keyword.position, what + reason);
+        run.add("E001", headers.empty() ? Beginning : run.positionOf(headers.back().keyword), what + reason);
     if (!remedy.empty())
         finding.notes.push_back({remedy, {}});
     else if (run.schema)
@@ -433,37 +425,31 @@ void vLostDeclarationsCheck(SchemaRun& run) {
 }
 
 void vOpenCommentCheck(SchemaRun& run) {
-    if (run.positions.openComment.line > 0)
+    if (!run.positions.openComment.text.empty())
         run.pOpenComment = &run.add("E008", run.positions.openComment, "nothing closes this comment");
 }
 
 namespace {
 
-bool isBefore(const TextPosition& left, const TextPosition& right) {
-    return std::pair(left.line, left.column) < std::pair(right.line, right.column);
-}
-
 /// Where the declaration ends that has the statement in it, for what is misread because of that.
 TextPosition endOfMisreading(const SchemaRun& run, const ExpressUnended& unended) {
     const auto* const declared = pDeclarationAround(run, offsetIn(run, unended.last.text));
-    return declared ? declared->declaration->end.position : unended.next;
+    return run.positionOf(declared ? declared->declaration->end : unended.next);
 }
 
 } // namespace
 
 void vSemicolonsCheck(SchemaRun& run) {
     const auto& headers = run.positions.schemas;
-    const auto begin = headers.empty() ? Beginning : headers.back().keyword.position;
     for (const auto& unended : run.positions.unended) {
-        if (isBefore(unended.last.position, begin))
+        if (!headers.empty() && isBefore(unended.last, headers.back().keyword))
             continue;
         const auto* const around = pDeclarationAround(run, offsetIn(run, unended.last.text));
         // What is not read at all is found as such.
         if (around && around->isLost())
             continue;
-        auto& finding =
-            run.add("E009", unended.last.position, "\";\" is missing after " + sNamed(unended.last.text));
-        run.vConsequencesTake(finding, {unended.last.position.line, 1, 0}, endOfMisreading(run, unended));
+        auto& finding = run.add("E009", unended.last, "\";\" is missing after " + sNamed(unended.last.text));
+        run.vConsequencesTake(finding, {finding.place.position.line, 1, 0}, endOfMisreading(run, unended));
     }
 }
 
@@ -480,14 +466,14 @@ void vCutRuleTake(SchemaRun& run, Finding& finding, const Declared& last) {
     if (!where || !run.boRuleTake(finding, where->getText()) || members.empty())
         return;
     const auto& rule = members.back();
-    run.vNoteAt(finding, rule.name.position,
+    run.vNoteAt(finding, rule.name,
                 "the rule " + sQualified(*last.declaration, rule.name.text) + " is cut off");
 }
 
 /// A file that was cut off lacks the end of its last declaration too.
 Finding& schemaEndMissingAdd(SchemaRun& run, const ExpressSchemaHeader& header) {
     auto& finding =
-        run.add("E019", header.name.position,
+        run.add("E019", header.name,
                 "the end of the schema " + sNamed(header.name.text) + " is missing: no line has END_SCHEMA");
     if (run.declared.empty())
         return finding;
@@ -506,7 +492,7 @@ Finding& schemaEndMissingAdd(SchemaRun& run, const ExpressSchemaHeader& header) 
 
 Finding& schemaEndWrongAdd(SchemaRun& run, const ExpressSchemaHeader& header) {
     const bool isCase = isSameExpressWord(header.end.text, "END_SCHEMA");
-    auto& finding = run.add("E019", header.end.position,
+    auto& finding = run.add("E019", header.end,
                             "the end of the schema " + sNamed(header.name.text) + " is written " +
                                 sNamed(header.end.text) + (isCase ? ", and is found in capitals only" : ""));
     if (!isCase)
@@ -592,13 +578,17 @@ public:
         // What is misread may end elsewhere.
         if (before && (before->isLost() || before->finding))
             return true;
-        const auto from = before ? before->declaration->end.position : text.position;
-        const auto found = std::ranges::lower_bound(places_, from, isBefore);
-        return found != places_.end() &&
-               (next == run_.declared.end() || isBefore(*found, next->declaration->keyword.position));
+        const auto from = run_.positionOf(before ? before->declaration->end : text);
+        const auto found = std::ranges::lower_bound(places_, from, isPlaceBefore);
+        return found != places_.end() && (next == run_.declared.end() ||
+                                          isPlaceBefore(*found, run_.positionOf(next->declaration->keyword)));
     }
 
 private:
+    static bool isPlaceBefore(const TextPosition& left, const TextPosition& right) {
+        return std::pair(left.line, left.column) < std::pair(right.line, right.column);
+    }
+
     const SchemaRun& run_;
     const std::vector<TextPosition> places_;
 };
@@ -609,13 +599,11 @@ void vStrayTextsCheck(SchemaRun& run) {
     const auto& headers = run.positions.schemas;
     const ExplainedTexts explained(run);
     for (const auto& text : run.positions.strayTexts) {
-        const bool isBeforeSchema =
-            headers.empty() || isBefore(text.position, headers.back().keyword.position);
-        const bool isInComment =
-            run.pOpenComment && isBefore(run.pOpenComment->place.position, text.position);
+        const bool isBeforeSchema = headers.empty() || isBefore(text, headers.back().keyword);
+        const bool isInComment = run.pOpenComment && isBefore(run.positions.openComment, text);
         if (isBeforeSchema || isInComment || explained.isExplained(text))
             continue;
-        run.add("E023", text.position,
+        run.add("E023", text,
                 "what begins with " + sNamed(text.text) + " is in no declaration, and is passed over")
             .subject = text.text;
     }
@@ -629,7 +617,7 @@ void vOtherReportsAdd(SchemaRun& run) {
             misreading->severity = Severity::Error;
             continue;
         }
-        auto& finding = run.add("R090", {}, std::string(record->message));
+        auto& finding = run.add("R090", TextPosition{}, std::string(record->message));
         finding.origin =
             FindingOrigin{std::string(record->function), std::string(record->file), record->line};
     }
