@@ -344,7 +344,7 @@ TEST(ExpressPositions, AMisspeltSchemaIsOneUnlessThereIsAnother) {
 
 TEST(ExpressPositions, OfWhatGoesOnOnAnotherLineTheFirstTokenIsMarked) {
     const auto positions =
-        expressPositions("\xEF\xBB\xBFSCHEMA \xC3\x84;\nTYPE A = LIST [5 (* a\n *) :2] OF B;\n"
+        expressPositions("\xEF\xBB\xBFSCHEMA \xC3\x84;\nTYPE A = LIST [5\n :2] OF B;\n"
                          "END (* b *)\n TYPE;\nTYPE C = LIST [5 : 2] OF D;\nEND (* c *) TYPE;\n");
     ASSERT_EQ(positions.declarations.size(), 2U);
     const auto placesOf = [&](const ExpressDeclaration& type) {
