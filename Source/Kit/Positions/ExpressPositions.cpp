@@ -2,6 +2,7 @@
 
 #include "Kit/Names/MisspeltKeyword.h"
 #include "Kit/Positions/ExpressScanner.h"
+#include "Kit/Positions/KeptLists.h"
 #include "Kit/Text/AsciiText.h"
 #include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Text/ByteOrderMark.h"
@@ -211,6 +212,26 @@ public:
     void vRead(ExpressPositions& positions);
 
 private:
+    /// What belongs to the declaration that is being read. The memory of these lists serves the next one too.
+    struct Lists {
+        std::vector<ExpressName> names;
+        std::vector<ExpressMember> members;
+        std::vector<ExpressMisspelt> misspelt;
+        std::vector<ExpressMisspelt> typeMisspelt;
+        std::vector<ExpressIllegalName> illegalNames;
+        std::vector<ExpressGap> gaps;
+        std::vector<ExpressWord> swappedBounds;
+        std::vector<ExpressWord> wrongBounds;
+        // Of the statement that is being read.
+        std::vector<ExpressMember> attributes;
+        std::vector<ExpressName> memberNames;
+        std::vector<ExpressMisspelt> memberMisspelt;
+    };
+
+    template <class Value>
+    std::span<const Value> kept(std::vector<Value>& list);
+    const ExpressMistakes* pMistakesKept();
+    void vListsKeep(ExpressDeclaration& declaration);
     void vNext();
     bool isOtherBracket() const { return token_.isSymbol('[') || token_.isSymbol('{'); }
     bool isSeparator() const { return token_.isSymbol(':') || token_.isSymbol(','); }
@@ -238,10 +259,10 @@ private:
     bool isNameGoingOn(const ExpressDeclaration& declaration) const;
     bool isNextMember(const Brackets& brackets) const;
     ExpressWord takeWord();
-    ExpressWord takeName(ExpressDeclaration& declaration);
+    ExpressWord takeName();
     void vNameExtend(ExpressWord& name) const;
     void vDeclaredNameRead(ExpressDeclaration& declaration);
-    void vKeywordTake(ExpressDeclaration& declaration, std::string_view keyword);
+    void vKeywordTake(std::string_view keyword);
     std::size_t offset() const;
     std::string_view textFrom(std::size_t begin) const;
 
@@ -254,46 +275,46 @@ private:
     ExpressDeclaration declarationRead(const Statement& statement);
     void vConstantsRead(ExpressPositions& positions);
     void vTypeRead(ExpressDeclaration& type, const Statement& statement);
-    void vTypeTextRead(ExpressDeclaration& type);
+    void vTypeTextRead();
     void vEntityRead(ExpressDeclaration& entity, const Statement& statement);
     void vEntityHeaderRead(ExpressDeclaration& entity);
     bool isOfMissing(std::string_view keyword) const;
-    void vListRead(ExpressUse use, ExpressDeclaration& declaration);
+    void vListRead(ExpressUse use);
     std::string_view missingInList() const;
     std::string_view missingInType() const;
     bool isMisspeltOf() const;
     bool isListGoingOn(ExpressUse use, const Brackets& brackets) const;
     void vTypeNameAdd(std::vector<ExpressName>& names, ExpressUse use) const;
     bool isBareName() const;
-    void vGapNote(ExpressDeclaration& declaration, std::string_view missing) const;
-    void vGapBeforeNote(ExpressDeclaration& declaration, std::string_view missing) const;
+    void vGapNote(std::string_view missing);
+    void vGapBeforeNote(std::string_view missing);
     bool isTypeExpected() const;
-    void vTypeGapNote(ExpressDeclaration& declaration, std::string_view missing) const;
+    void vTypeGapNote(std::string_view missing);
     bool isNamelessHere(const Statement& statement) const;
     bool isNameMissing(const ExpressDeclaration& declaration) const;
     void vTypeWordNote(std::vector<ExpressMisspelt>& misspelt) const;
-    void vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bounds, const Brackets& brackets) const;
-    void vBoundsClose(ExpressDeclaration& declaration, OpenBounds& bounds, Brackets& brackets) const;
-    void vBoundsEnd(ExpressDeclaration& declaration, const OpenBounds& bounds) const;
+    void vBoundsPass(OpenBounds& bounds, const Brackets& brackets);
+    void vBoundsClose(OpenBounds& bounds, Brackets& brackets);
+    void vBoundsEnd(const OpenBounds& bounds);
     ExpressWord boundsFrom(const ExpressWord& open) const;
     void vClausesRead(ExpressDeclaration& declaration, const Statement& statement, ExpressMemberKind kind);
-    void vSurplusColonTake(ExpressDeclaration& declaration);
-    void vMemberRead(ExpressDeclaration& declaration, ExpressMemberKind kind);
-    void vAttributesRead(ExpressDeclaration& declaration, ExpressMember member);
-    std::vector<ExpressMember> attributeNamesRead(ExpressDeclaration& declaration,
-                                                  const ExpressMember& member);
-    void vColonTake(ExpressDeclaration& declaration, const ExpressMember& member);
+    void vSurplusColonTake();
+    void vMemberRead(ExpressMemberKind kind);
+    void vAttributesRead(ExpressMember member);
+    void vAttributeNamesRead(const ExpressMember& member);
+    void vAttributesAdd(const ExpressMember& shared);
+    void vColonTake(const ExpressMember& member);
     void vRedeclarationRead(ExpressMember& member);
-    void vTypePartRead(ExpressDeclaration& declaration, ExpressMember& member);
+    void vTypePartRead(ExpressMember& member);
     bool isForHere(const ExpressMember& member, ExpressUse use) const;
     bool isStrayColon(const Brackets& brackets) const;
-    bool boStatementEndedBy(ExpressDeclaration& declaration);
+    bool boStatementEndedBy();
     bool isInitial(const ExpressMember& member, const Brackets& brackets) const;
     void vRuleRead(ExpressMember& member);
-    void vInitialRead(ExpressDeclaration& declaration, ExpressMember& member);
+    void vInitialRead(ExpressMember& member);
     void vExpressionRead(ExpressMember& member, Brackets& brackets);
     void vLabelRead(ExpressMember& member);
-    void vUniqueRead(ExpressDeclaration& declaration, ExpressMember& member);
+    void vUniqueRead(ExpressMember& member);
     bool isLabelWithoutColon() const;
     void vBodyRead(ExpressDeclaration& declaration, const Statement& statement);
     void vEndRead(ExpressDeclaration& declaration, const Statement& statement);
@@ -308,6 +329,8 @@ private:
     ExpressToken previous_;
     // The end of the token before the current one.
     std::size_t previousEnd_ = 0;
+    Lists lists_;
+    std::shared_ptr<KeptLists> kept_ = std::make_shared<KeptLists>();
     std::vector<ExpressUnended> unended_;
     // The last token that belongs to no declaration.
     const char* lastOther_ = nullptr;
@@ -367,7 +390,7 @@ std::size_t strangerIn(std::string_view word) {
 }
 
 /// A name, and what is in it although names do not have it.
-ExpressWord PositionReader::takeName(ExpressDeclaration& declaration) {
+ExpressWord PositionReader::takeName() {
     auto place = token_.text;
     const auto stranger = strangerIn(token_.text);
     bool isLegal = isWord() && stranger == std::string_view::npos;
@@ -383,14 +406,14 @@ ExpressWord PositionReader::takeName(ExpressDeclaration& declaration) {
     if (isLegal)
         return name;
     vNameExtend(name);
-    declaration.illegalNames.push_back({name, {place.substr(0, codePointAt(place, 0).size)}});
+    lists_.illegalNames.push_back({name, {place.substr(0, codePointAt(place, 0).size)}});
     return name;
 }
 
-void PositionReader::vKeywordTake(ExpressDeclaration& declaration, std::string_view keyword) {
+void PositionReader::vKeywordTake(std::string_view keyword) {
     const auto word = takeWord();
     if (word.text != keyword)
-        declaration.misspelt.push_back({word, keyword});
+        lists_.misspelt.push_back({word, keyword});
 }
 
 /// The statement that begins here, be its keyword misspelt. After a comment that nothing closes words are
@@ -524,6 +547,7 @@ void PositionReader::vRead(ExpressPositions& positions) {
     }
     positions.openComment = {scanner_.getOpenComment()};
     positions.unended = std::move(unended_);
+    positions.lists = std::move(kept_);
 }
 
 /// What is between declarations. An end there may be a wrong one of the declaration before.
@@ -598,6 +622,32 @@ void PositionReader::vSchemaRead(ExpressPositions& positions) {
     positions.schemas.push_back(header);
 }
 
+/// What was found is kept, and the list is empty again.
+template <class Value>
+std::span<const Value> PositionReader::kept(std::vector<Value>& list) {
+    const auto stays = kept_->list(std::span<const Value>(list));
+    list.clear();
+    return stays;
+}
+
+const ExpressMistakes* PositionReader::pMistakesKept() {
+    const bool isRight = lists_.misspelt.empty() && lists_.typeMisspelt.empty() &&
+                         lists_.illegalNames.empty() && lists_.gaps.empty() && lists_.swappedBounds.empty() &&
+                         lists_.wrongBounds.empty();
+    if (isRight)
+        return &NoExpressMistakes;
+    const ExpressMistakes mistakes{kept(lists_.misspelt),      kept(lists_.typeMisspelt),
+                                   kept(lists_.illegalNames),  kept(lists_.gaps),
+                                   kept(lists_.swappedBounds), kept(lists_.wrongBounds)};
+    return kept_->list(std::span(&mistakes, 1)).data();
+}
+
+void PositionReader::vListsKeep(ExpressDeclaration& declaration) {
+    declaration.names = kept(lists_.names);
+    declaration.members = kept(lists_.members);
+    declaration.mistakes = pMistakesKept();
+}
+
 ExpressDeclaration PositionReader::declarationRead(const Statement& statement) {
     ExpressDeclaration declaration;
     const auto begin = offset();
@@ -612,6 +662,7 @@ ExpressDeclaration PositionReader::declarationRead(const Statement& statement) {
         vBodyRead(declaration, statement);
     vEndRead(declaration, statement);
     declaration.text = textFrom(begin);
+    vListsKeep(declaration);
     return declaration;
 }
 
@@ -620,7 +671,7 @@ void PositionReader::vDeclaredNameRead(ExpressDeclaration& declaration) {
         declaration.name = placeHere();
         return;
     }
-    declaration.name = takeName(declaration);
+    declaration.name = takeName();
     while (isNameGoingOn(declaration)) {
         vNext();
         vNameExtend(declaration.name);
@@ -692,58 +743,58 @@ void PositionReader::vConstantsRead(ExpressPositions& positions) {
 // type = 'TYPE' name '=' type_text ';' [ 'WHERE' rules ] 'END_TYPE' ';'
 void PositionReader::vTypeRead(ExpressDeclaration& type, const Statement& statement) {
     if (!token_.isSymbol('=') && !isAtEnd() && !(isWord() && isBoundary(token_.text)))
-        vGapNote(type, "\"=\"");
+        vGapNote("\"=\"");
     const auto begin = token_.isSymbol('=') ? offset() + 1 : offset();
-    vTypeTextRead(type);
+    vTypeTextRead();
     type.typeText = textFrom(begin);
     vSemicolonTake();
     vClausesRead(type, statement, ExpressMemberKind::Where);
 }
 
-void PositionReader::vTypeTextRead(ExpressDeclaration& type) {
+void PositionReader::vTypeTextRead() {
     auto use = ExpressUse::Type;
     Brackets brackets;
     OpenBounds bounds;
     bool isBare = false;
     while (!isStatementEnd() || isListGoingOn(use, brackets)) {
         if (token_.isSymbol(';'))
-            vGapNote(type, "\",\"");
+            vGapNote("\",\"");
         if (brackets.isOutside())
-            vGapNote(type, missingInType());
+            vGapNote(missingInType());
         else if (use != ExpressUse::Type)
-            vGapNote(type, missingInList());
+            vGapNote(missingInList());
         if (brackets.isOutside() && use != ExpressUse::Type && !isBare && isBareName()) {
-            vGapNote(type, "\"(\"");
+            vGapNote("\"(\"");
             isBare = !isOtherBracket();
         }
         if (brackets.isOutside() && !isBare)
-            vTypeWordNote(type.typeMisspelt);
-        vBoundsClose(type, bounds, brackets);
+            vTypeWordNote(lists_.typeMisspelt);
+        vBoundsClose(bounds, brackets);
         brackets.vPass(token_);
-        vBoundsPass(type, bounds, brackets);
+        vBoundsPass(bounds, brackets);
         const auto list = use == ExpressUse::Type && brackets.isOutside() ? listWordHere() : "";
         const bool isItem = use == ExpressUse::EnumerationItem && isNumber();
         const bool isName = (isWord() || isItem) &&
                             (use == ExpressUse::Type ? brackets.isOutside() && !isTypeKeyword(token_.text)
                                                      : isBare || !brackets.isOutside());
         if (isName && use == ExpressUse::EnumerationItem) {
-            type.names.push_back({use, takeName(type)});
+            lists_.names.push_back({use, takeName()});
             continue;
         }
         // A misspelt keyword is read as the name of a type.
         if (isName && use == ExpressUse::Type && !isMisspeltOf())
-            vTypeNameAdd(type.names, use);
+            vTypeNameAdd(lists_.names, use);
         else if (isName && use != ExpressUse::Type)
-            type.names.push_back({use, {token_.text}});
+            lists_.names.push_back({use, {token_.text}});
         if (!list.empty())
             use = list == "SELECT" ? ExpressUse::SelectMember : ExpressUse::EnumerationItem;
         vNext();
     }
-    vBoundsEnd(type, bounds);
+    vBoundsEnd(bounds);
     if (token_.isSymbol(';') && !bounds.isOpen && !brackets.isOutside())
-        vGapNote(type, "\")\"");
+        vGapNote("\")\"");
     else if (use == ExpressUse::Type && token_.isSymbol(';'))
-        vTypeGapNote(type, "a type");
+        vTypeGapNote("a type");
 }
 
 // entity = 'ENTITY' name header ';' { attribute } { clause } 'END_ENTITY' ';'
@@ -764,24 +815,24 @@ void PositionReader::vEntityHeaderRead(ExpressDeclaration& entity) {
         if (const auto keyword = headerWordHere(); !keyword.empty()) {
             entity.isAbstract = entity.isAbstract || keyword == "ABSTRACT";
             use = keyword == "SUBTYPE" ? ExpressUse::Supertype : ExpressUse::Subtype;
-            vKeywordTake(entity, keyword);
+            vKeywordTake(keyword);
             if (keyword != "ABSTRACT" && isOfMissing(keyword))
-                vGapNote(entity, "\"OF\"");
+                vGapNote("\"OF\"");
             isBare = false;
         } else if (token_.isSymbol('(')) {
-            vListRead(use, entity);
+            vListRead(use);
         } else {
             if ((isWord() || isOtherBracket()) && isSameExpressWord(previous_.text, "OF")) {
-                vGapNote(entity, "\"(\"");
+                vGapNote("\"(\"");
                 isBare = true;
             }
             if (isBare && isWord() && !isListOperator(token_))
-                entity.names.push_back({use, {token_.text}});
+                lists_.names.push_back({use, {token_.text}});
             vNext();
         }
     }
     if (isSameExpressWord(previous_.text, "OF"))
-        vGapNote(entity, "a name");
+        vGapNote("a name");
     vSemicolonTake();
 }
 
@@ -827,13 +878,13 @@ std::string_view PositionReader::missingInType() const {
                                                                                     : std::string_view();
 }
 
-void PositionReader::vGapNote(ExpressDeclaration& declaration, std::string_view missing) const {
+void PositionReader::vGapNote(std::string_view missing) {
     if (!missing.empty())
-        declaration.gaps.push_back({{previous_.text}, missing, false, false, false});
+        lists_.gaps.push_back({{previous_.text}, missing, false, false, false});
 }
 
-void PositionReader::vGapBeforeNote(ExpressDeclaration& declaration, std::string_view missing) const {
-    declaration.gaps.push_back({{token_.text}, missing, false, false, true});
+void PositionReader::vGapBeforeNote(std::string_view missing) {
+    lists_.gaps.push_back({{token_.text}, missing, false, false, true});
 }
 
 /// Whether nothing but a type can come after the word or symbol before the current one.
@@ -844,9 +895,9 @@ bool PositionReader::isTypeExpected() const {
 }
 
 /// Where a statement ends, or goes on with something else.
-void PositionReader::vTypeGapNote(ExpressDeclaration& declaration, std::string_view missing) const {
+void PositionReader::vTypeGapNote(std::string_view missing) {
     if (isTypeExpected())
-        vGapNote(declaration, missing);
+        vGapNote(missing);
 }
 
 /// "Ifc Label" is one name with a blank in it, and there may be more.
@@ -881,8 +932,7 @@ void PositionReader::vTypeWordNote(std::vector<ExpressMisspelt>& misspelt) const
 }
 
 /// Looks at the current token, which `brackets` has passed.
-void PositionReader::vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bounds,
-                                 const Brackets& brackets) const {
+void PositionReader::vBoundsPass(OpenBounds& bounds, const Brackets& brackets) {
     if (token_.isSymbol('[') && brackets.getDepth() == 1 && isAggregateWord(previous_.text)) {
         bounds = {{token_.text}, true, false};
     } else if (bounds.isOpen && token_.isSymbol(':') && brackets.getDepth() == 1) {
@@ -890,31 +940,30 @@ void PositionReader::vBoundsPass(ExpressDeclaration& declaration, OpenBounds& bo
     } else if (bounds.isOpen && brackets.isOutside()) {
         bounds.isOpen = false;
         if (!token_.isSymbol(']'))
-            return vGapNote(declaration, "\"]\"");
+            return vGapNote("\"]\"");
         const auto whole = boundsFrom(bounds.open);
         if (!bounds.hasColon)
-            declaration.gaps.push_back({whole, "\":\"", true, false, false});
+            lists_.gaps.push_back({whole, "\":\"", true, false, false});
         else if (hasWrongBound(whole.text))
-            declaration.wrongBounds.push_back(whole);
+            lists_.wrongBounds.push_back(whole);
         else if (isSwapped(whole.text))
-            declaration.swappedBounds.push_back(whole);
+            lists_.swappedBounds.push_back(whole);
     }
 }
 
 /// "SET [1:? OF Name": what comes after the bounds is outside of them.
-void PositionReader::vBoundsClose(ExpressDeclaration& declaration, OpenBounds& bounds,
-                                  Brackets& brackets) const {
+void PositionReader::vBoundsClose(OpenBounds& bounds, Brackets& brackets) {
     if (!bounds.isOpen || !isWord("OF"))
         return;
-    vGapNote(declaration, "\"]\"");
+    vGapNote("\"]\"");
     bounds.isOpen = false;
     brackets = {};
 }
 
 /// "LIST [1:2;": the statement ends before the bounds do.
-void PositionReader::vBoundsEnd(ExpressDeclaration& declaration, const OpenBounds& bounds) const {
+void PositionReader::vBoundsEnd(const OpenBounds& bounds) {
     if (bounds.isOpen && !isAtEnd())
-        vGapNote(declaration, "\"]\"");
+        vGapNote("\"]\"");
 }
 
 /// From the bracket up to the current token.
@@ -926,28 +975,28 @@ ExpressWord PositionReader::boundsFrom(const ExpressWord& open) const {
 }
 
 /// The names in brackets, whatever is between them.
-void PositionReader::vListRead(ExpressUse use, ExpressDeclaration& declaration) {
+void PositionReader::vListRead(ExpressUse use) {
     Brackets brackets;
     do {
         if (!brackets.isOutside())
-            vGapNote(declaration, missingInList());
+            vGapNote(missingInList());
         brackets.vPass(token_);
         if (isWord("ONE") && isSameExpressWord(ahead_.text, "OF")) {
             auto words = takeWord();
             vNext();
             vNameExtend(words);
-            declaration.misspelt.push_back({words, OneOf});
+            lists_.misspelt.push_back({words, OneOf});
             continue;
         }
         if ((isWord(OneOf) && token_.text != OneOf) ||
             (ahead_.isSymbol('(') && !misspeltKeyword(token_.text, std::span(&OneOf, 1)).empty()))
-            declaration.misspelt.push_back({{token_.text}, OneOf});
+            lists_.misspelt.push_back({{token_.text}, OneOf});
         else if (isWord() && !isListOperator(token_))
-            declaration.names.push_back({use, {token_.text}});
+            lists_.names.push_back({use, {token_.text}});
         vNext();
     } while (!isStatementEnd() && !brackets.isOutside() && keywordIn(token_.text, HeaderWords).empty());
     if (!isAtEnd() && !brackets.isOutside())
-        vGapNote(declaration, "\")\"");
+        vGapNote("\")\"");
 }
 
 // clause = ( 'DERIVE' | 'INVERSE' | 'UNIQUE' | 'WHERE' ) { member }
@@ -958,14 +1007,14 @@ void PositionReader::vClausesRead(ExpressDeclaration& declaration, const Stateme
         if (const auto clause = clauseHere(declaration.kind, isInRules); !clause.empty()) {
             kind = clauseKind(clause);
             isInRules = kind == ExpressMemberKind::Where;
-            vKeywordTake(declaration, clause);
+            vKeywordTake(clause);
             // On the next line it is rather that of an attribute without a name.
             if (token_.isSymbol(':') && !isLineStart())
-                vSurplusColonTake(declaration);
+                vSurplusColonTake();
         } else if (isWord() || (isNumber() && ahead_.isSymbol(':')) || isSeparator() ||
                    (kind == ExpressMemberKind::Where && !token_.isSymbol(';'))) {
             // A rule may have no label, and a name may be missing.
-            vMemberRead(declaration, kind);
+            vMemberRead(kind);
         } else {
             vNext();
         }
@@ -973,24 +1022,24 @@ void PositionReader::vClausesRead(ExpressDeclaration& declaration, const Stateme
 }
 
 /// "INVERSE:"
-void PositionReader::vSurplusColonTake(ExpressDeclaration& declaration) {
-    declaration.gaps.push_back({{previous_.text}, "\":\"", false, false, false, true});
+void PositionReader::vSurplusColonTake() {
+    lists_.gaps.push_back({{previous_.text}, "\":\"", false, false, false, true});
     vNext();
 }
 
-void PositionReader::vMemberRead(ExpressDeclaration& declaration, ExpressMemberKind kind) {
+void PositionReader::vMemberRead(ExpressMemberKind kind) {
     ExpressMember member;
     member.kind = kind;
     member.name = placeHere();
     if (kind == ExpressMemberKind::Unique || kind == ExpressMemberKind::Where) {
         vLabelRead(member);
         if (kind == ExpressMemberKind::Unique)
-            vUniqueRead(declaration, member);
+            vUniqueRead(member);
         else
             vRuleRead(member);
-        declaration.members.push_back(std::move(member));
+        lists_.members.push_back(member);
     } else {
-        vAttributesRead(declaration, std::move(member));
+        vAttributesRead(member);
     }
     vSemicolonTake();
 }
@@ -1004,64 +1053,72 @@ void PositionReader::vLabelRead(ExpressMember& member) {
 }
 
 // attributes = attribute { ',' attribute } ':' type [ ':=' expression | 'FOR' name ]
-void PositionReader::vAttributesRead(ExpressDeclaration& declaration, ExpressMember member) {
-    const auto gapCount = declaration.gaps.size();
-    auto others = attributeNamesRead(declaration, member);
-    const auto colonGap = declaration.gaps.size();
-    if (!others.empty())
-        vColonTake(declaration, others.back());
-    vTypePartRead(declaration, member);
+void PositionReader::vAttributesRead(ExpressMember member) {
+    const auto gapCount = lists_.gaps.size();
+    vAttributeNamesRead(member);
+    const auto colonGap = lists_.gaps.size();
+    if (!lists_.attributes.empty())
+        vColonTake(lists_.attributes.back());
+    vTypePartRead(member);
     // Words that lack the ';' as well are rather no attribute: that is said once.
-    if (colonGap < declaration.gaps.size() && declaration.gaps[colonGap].missing == "\":\"" &&
-        !declaration.gaps[colonGap].isSurplus && !token_.isSymbol(';'))
-        declaration.gaps.erase(declaration.gaps.begin() + static_cast<std::ptrdiff_t>(colonGap));
-    for (auto index = gapCount; index < declaration.gaps.size(); ++index)
-        declaration.gaps[index].isInMember = true;
-    for (auto& other : others) {
-        other.names.insert(other.names.end(), member.names.begin(), member.names.end());
-        other.type = member.type;
-        other.expression = member.expression;
-        other.misspelt = std::exchange(member.misspelt, {});
-        declaration.members.push_back(std::move(other));
-        // However many attributes share them, the names in the type and the expression are there once.
-        member.names.clear();
-        member.expression = {};
+    if (colonGap < lists_.gaps.size() && lists_.gaps[colonGap].missing == "\":\"" &&
+        !lists_.gaps[colonGap].isSurplus && !token_.isSymbol(';'))
+        lists_.gaps.erase(lists_.gaps.begin() + static_cast<std::ptrdiff_t>(colonGap));
+    for (auto index = gapCount; index < lists_.gaps.size(); ++index)
+        lists_.gaps[index].isInMember = true;
+    vAttributesAdd(member);
+}
+
+/// Adds those of one statement. However many share them, the names in the type and the expression are there
+/// once, with the first.
+void PositionReader::vAttributesAdd(const ExpressMember& shared) {
+    if (!lists_.attributes.empty()) {
+        auto& first = lists_.attributes.front();
+        lists_.memberNames.insert(lists_.memberNames.begin(), first.names.begin(), first.names.end());
+        first.names = kept(lists_.memberNames);
+        first.expression = shared.expression;
+        first.misspelt = kept(lists_.memberMisspelt);
     }
+    for (auto& attribute : lists_.attributes) {
+        attribute.type = shared.type;
+        lists_.members.push_back(attribute);
+    }
+    lists_.attributes.clear();
+    lists_.memberNames.clear();
+    lists_.memberMisspelt.clear();
 }
 
 /// One without a name is there for its type, when it is the only one.
-std::vector<ExpressMember> PositionReader::attributeNamesRead(ExpressDeclaration& declaration,
-                                                              const ExpressMember& member) {
-    std::vector<ExpressMember> attributes;
+void PositionReader::vAttributeNamesRead(const ExpressMember& member) {
+    auto& attributes = lists_.attributes;
     while (!isStatementEnd() && (isWord() || isNumber() || isSeparator())) {
         const bool isMissing = isSeparator();
         if (isMissing)
-            vGapBeforeNote(declaration, "a name");
+            vGapBeforeNote("a name");
         if (!isMissing || (attributes.empty() && token_.isSymbol(':')))
             attributes.push_back(member);
         if (isWord("SELF") && ahead_.isSymbol('\\'))
             vRedeclarationRead(attributes.back());
         else if (!isMissing)
-            attributes.back().name = takeName(declaration);
+            attributes.back().name = takeName();
         if (!token_.isSymbol(','))
             break;
         vNext();
     }
-    return attributes;
 }
 
 /// The ':' between the names of attributes and their type, or what is in its place.
-void PositionReader::vColonTake(ExpressDeclaration& declaration, const ExpressMember& member) {
+void PositionReader::vColonTake(const ExpressMember& member) {
     if (token_.isSymbol(':'))
         return vNext();
     const bool isDerived = member.kind == ExpressMemberKind::Derived;
     if (token_.text == ":=" && isDerived)
-        return vGapNote(declaration, "a type");
+        return vGapNote("a type");
     const bool isWrong = !isDerived && (token_.text == ":=" || token_.isSymbol('='));
     // A word on the next line is rather another statement, as is one with a colon after it.
     const bool isLeftOut = isWord() && !isStatementEnd() && !isLineStart() && !ahead_.isSymbol(':');
     if (isWrong || isLeftOut || (token_.isSymbol(';') && !member.name.text.empty()))
-        vGapNote(declaration, "\":\"");
+        vGapNote("\":\"");
     if (isWrong)
         vNext();
 }
@@ -1072,7 +1129,8 @@ void PositionReader::vRedeclarationRead(ExpressMember& member) {
     vNext();
     if (!isWord() || isStatementEnd())
         return;
-    member.names.push_back({ExpressUse::RedeclaredEntity, takeWord()});
+    const ExpressName entity{ExpressUse::RedeclaredEntity, takeWord()};
+    member.names = kept_->list(std::span(&entity, 1));
     if (!token_.isSymbol('.'))
         return;
     vNext();
@@ -1080,7 +1138,7 @@ void PositionReader::vRedeclarationRead(ExpressMember& member) {
         member.name = takeWord();
 }
 
-void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMember& member) {
+void PositionReader::vTypePartRead(ExpressMember& member) {
     const auto begin = offset();
     const auto missing = member.kind == ExpressMemberKind::Inverse ? "an entity" : "a type";
     Brackets brackets;
@@ -1092,54 +1150,54 @@ void PositionReader::vTypePartRead(ExpressDeclaration& declaration, ExpressMembe
     bool isColonPassed = !previous_.isSymbol(':') && isWord() && ahead_.isSymbol(':');
     while (!isColonPassed && !isStatementEnd() && !isInitial(member, brackets) && !isNextMember(brackets)) {
         if (brackets.isOutside() && !isRest) {
-            vGapNote(declaration, missingInType());
-            vTypeWordNote(member.misspelt);
+            vGapNote(missingInType());
+            vTypeWordNote(lists_.memberMisspelt);
         }
-        vBoundsClose(declaration, bounds, brackets);
+        vBoundsClose(bounds, brackets);
         brackets.vPass(token_);
-        vBoundsPass(declaration, bounds, brackets);
+        vBoundsPass(bounds, brackets);
         if (isForHere(member, use)) {
             use = ExpressUse::InverseFor;
-            vTypeGapNote(declaration, missing);
+            vTypeGapNote(missing);
             member.type = textFrom(begin);
             if (token_.text != "FOR")
-                member.misspelt.push_back({{token_.text}, "FOR"});
+                lists_.memberMisspelt.push_back({{token_.text}, "FOR"});
         } else if (!isRest && isStrayColon(brackets) && offset() != begin) {
-            isColonPassed = boStatementEndedBy(declaration);
+            isColonPassed = boStatementEndedBy();
             isRest = !isColonPassed && member.kind != ExpressMemberKind::Inverse;
         } else if (isWord() && !isRest && brackets.isOutside() && !isTypeKeyword(token_.text) &&
                    !isMisspeltOf()) {
             if (member.kind == ExpressMemberKind::Inverse && use == ExpressUse::Type &&
-                !member.names.empty()) {
-                vGapNote(declaration, "\"FOR\"");
+                !lists_.memberNames.empty()) {
+                vGapNote("\"FOR\"");
                 use = ExpressUse::InverseFor;
                 member.type = textFrom(begin);
             }
-            vTypeNameAdd(member.names, use);
+            vTypeNameAdd(lists_.memberNames, use);
         }
         vNext();
     }
-    vBoundsEnd(declaration, bounds);
+    vBoundsEnd(bounds);
     if (use == ExpressUse::Type) {
         if (!isColonPassed && !isRest)
-            vTypeGapNote(declaration, missing);
+            vTypeGapNote(missing);
         member.type = textFrom(begin);
-        if (member.kind == ExpressMemberKind::Inverse && token_.isSymbol(';') && !member.names.empty())
-            vGapNote(declaration, "\"FOR\"");
+        if (member.kind == ExpressMemberKind::Inverse && token_.isSymbol(';') && !lists_.memberNames.empty())
+            vGapNote("\"FOR\"");
     } else if (isSameExpressWord(previous_.text, "FOR")) {
-        vGapNote(declaration, "a name");
+        vGapNote("a name");
     }
     if (isInitial(member, brackets))
-        vInitialRead(declaration, member);
+        vInitialRead(member);
     else if (member.kind == ExpressMemberKind::Derived && token_.isSymbol(';') && !member.type.empty())
-        vGapNote(declaration, "\":=\"");
+        vGapNote("\":=\"");
 }
 
 /// FOR, be it misspelt, after the entity of an inverse attribute.
 bool PositionReader::isForHere(const ExpressMember& member, ExpressUse use) const {
     if (member.kind != ExpressMemberKind::Inverse || use != ExpressUse::Type || !isWord())
         return false;
-    return isWord(ForKeyword) || (!member.names.empty() && ahead_.kind == ExpressTokenKind::Word &&
+    return isWord(ForKeyword) || (!lists_.memberNames.empty() && ahead_.kind == ExpressTokenKind::Word &&
                                   !misspeltKeyword(token_.text, std::span(&ForKeyword, 1)).empty());
 }
 
@@ -1151,12 +1209,12 @@ bool PositionReader::isStrayColon(const Brackets& brackets) const {
 
 /// A ':' after a type is in the place of the ';' where its line ends. Elsewhere, as in "Name : Label :
 /// REAL;", it is one too many.
-bool PositionReader::boStatementEndedBy(ExpressDeclaration& declaration) {
+bool PositionReader::boStatementEndedBy() {
     if (ahead_.startsLine) {
         vUnendedNote();
         return true;
     }
-    declaration.gaps.push_back({{previous_.text}, "\":\"", false, false, false, true});
+    lists_.gaps.push_back({{previous_.text}, "\":\"", false, false, false, true});
     return false;
 }
 
@@ -1168,16 +1226,16 @@ bool PositionReader::isInitial(const ExpressMember& member, const Brackets& brac
 }
 
 // initial = ':=' expression
-void PositionReader::vInitialRead(ExpressDeclaration& declaration, ExpressMember& member) {
+void PositionReader::vInitialRead(ExpressMember& member) {
     if (token_.text != ":=")
-        vGapNote(declaration, "\":=\"");
+        vGapNote("\":=\"");
     vNext();
     if (token_.isSymbol(';'))
-        vGapNote(declaration, "an expression");
+        vGapNote("an expression");
     Brackets brackets;
     vExpressionRead(member, brackets);
     if (token_.isSymbol(';') && !brackets.isOutsideRound())
-        vGapNote(declaration, "\")\"");
+        vGapNote("\")\"");
 }
 
 void PositionReader::vRuleRead(ExpressMember& member) {
@@ -1202,25 +1260,26 @@ bool PositionReader::isLabelWithoutColon() const {
 }
 
 // unique_rule = [ label ] attribute { ',' attribute } ';'
-void PositionReader::vUniqueRead(ExpressDeclaration& declaration, ExpressMember& member) {
+void PositionReader::vUniqueRead(ExpressMember& member) {
     const Brackets outside;
-    const auto gapCount = declaration.gaps.size();
+    const auto gapCount = lists_.gaps.size();
     if (token_.isSymbol(':')) {
-        vGapBeforeNote(declaration, "a name");
+        vGapBeforeNote("a name");
         vNext();
     } else if (isLabelWithoutColon()) {
         member.name = takeWord();
-        vGapNote(declaration, "\":\"");
+        vGapNote("\":\"");
     }
     if (token_.isSymbol(';'))
-        vGapNote(declaration, "a name");
+        vGapNote("a name");
     while (!isStatementEnd() && !isNextMember(outside)) {
         if (isWord() && !(isSameExpressWord(token_.text, "SELF") && ahead_.isSymbol('\\')))
-            member.names.push_back({ExpressUse::UniqueAttribute, {token_.text}});
+            lists_.memberNames.push_back({ExpressUse::UniqueAttribute, {token_.text}});
         vNext();
     }
-    for (auto index = gapCount; index < declaration.gaps.size(); ++index)
-        declaration.gaps[index].isInMember = true;
+    member.names = kept(lists_.memberNames);
+    for (auto index = gapCount; index < lists_.gaps.size(); ++index)
+        lists_.gaps[index].isInMember = true;
 }
 
 // Functions, procedures and rules: everything up to the end, local ones included.
@@ -1228,7 +1287,7 @@ void PositionReader::vBodyRead(ExpressDeclaration& declaration, const Statement&
     if (statement.kind == ExpressDeclarationKind::Rule && isWord("FOR")) {
         vNext();
         if (token_.isSymbol('('))
-            vListRead(ExpressUse::RuleEntity, declaration);
+            vListRead(ExpressUse::RuleEntity);
     }
     const auto begin = offset();
     std::size_t locals = 0;

@@ -11,8 +11,7 @@
 /// reads of the same text is less; comparing both shows what was passed over.
 ///
 /// Ownership: all names are views into the text, which must outlive them; keywords and what is missing live
-/// as
-///            long as the process.
+///            as long as the process, and lists as long as the positions or a copy of them.
 /// Threads:   any number of threads may read one.
 /// Errors:    none but std::bad_alloc: any bytes have positions, if only none at all. Time grows with the
 ///            text, and nothing recurses.
@@ -24,6 +23,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -77,12 +77,12 @@ struct ExpressMember {
     /// The name or the label. Empty for a rule without label, at the place of its first word.
     ExpressWord name;
     /// The names in its type; of a UNIQUE rule, the attributes.
-    std::vector<ExpressName> names;
+    std::span<const ExpressName> names;
     /// Of an attribute: its type. Of a WHERE rule and after ":=": the expression. Without the ';'.
     std::string_view type;
     std::string_view expression;
     /// Keywords in its type, and FOR, that are not in capitals, in the order of the text.
-    std::vector<ExpressMisspelt> misspelt;
+    std::span<const ExpressMisspelt> misspelt;
 };
 
 /// A name with something in it that names do not have: "Global-Id".
@@ -110,6 +110,24 @@ struct ExpressGap {
     bool isSurplus = false;
 };
 
+/// What is wrong in a declaration; most have nothing.
+struct ExpressMistakes {
+    /// Of its clauses and its header, in the order of the text.
+    std::span<const ExpressMisspelt> misspelt;
+    /// Of a type: keywords in what it is made of that are not in capitals.
+    std::span<const ExpressMisspelt> typeMisspelt;
+    /// Its own name and those of attributes and items, in the order of the text.
+    std::span<const ExpressIllegalName> illegalNames;
+    /// In the order of the text.
+    std::span<const ExpressGap> gaps;
+    /// "[5:1]": bounds that are numbers, of which the first is the greater.
+    std::span<const ExpressWord> swappedBounds;
+    /// "[1:*]": bounds of which one is left out, or is no integer.
+    std::span<const ExpressWord> wrongBounds;
+};
+
+inline constexpr ExpressMistakes NoExpressMistakes;
+
 enum class ExpressDeclarationKind : std::uint8_t {
     Type,
     Entity,
@@ -122,35 +140,25 @@ enum class ExpressDeclarationKind : std::uint8_t {
 
 struct ExpressDeclaration {
     ExpressDeclarationKind kind = ExpressDeclarationKind::Type;
+    bool isAbstract = false;
     /// "ENTITY" as written. A word in capitals that is like it is taken for it: "ENTITIY".
     ExpressWord keyword;
     /// Up to what cannot be the name any more: "Ifc Wall", "Ifc-Wall". Empty, at the place of what comes
     /// instead, when it is missing.
     ExpressWord name;
-    bool isAbstract = false;
     /// Of an entity: its supertypes and subtypes. Of a type: items, members, or the type that it is made of.
     /// Of a rule: the entities after FOR.
-    std::vector<ExpressName> names;
-    std::vector<ExpressMember> members;
-    /// Of its clauses and its header, in the order of the text.
-    std::vector<ExpressMisspelt> misspelt;
-    /// Of a type: what it is made of, without the '=' and the ';'.
-    std::string_view typeText;
-    /// Of a type: keywords in what it is made of that are not in capitals.
-    std::vector<ExpressMisspelt> typeMisspelt;
-    /// Its own name and those of attributes and items, in the order of the text.
-    std::vector<ExpressIllegalName> illegalNames;
-    /// In the order of the text.
-    std::vector<ExpressGap> gaps;
-    /// "[5:1]": bounds that are numbers, of which the first is the greater.
-    std::vector<ExpressWord> swappedBounds;
-    /// "[1:*]": bounds of which one is left out, or is no integer.
-    std::vector<ExpressWord> wrongBounds;
+    std::span<const ExpressName> names;
+    std::span<const ExpressMember> members;
+    /// Never null.
+    const ExpressMistakes* mistakes = &NoExpressMistakes;
     /// "END_ENTITY" as written, also when it is misspelt, or is the two words "END ENTITY"; empty, at the
     /// place of the word that comes instead, when it is missing.
     ExpressWord end;
     /// From the keyword to the end, both included.
     std::string_view text;
+    /// Of a type: what it is made of, without the '=' and the ';'.
+    std::string_view typeText;
     /// Of functions and rules: what is between the header and the end.
     std::string_view body;
 };
@@ -203,6 +211,8 @@ struct KIV_EXPORT ExpressPositions {
     std::vector<ExpressWord> strayTexts;
     /// "(*" of the first comment that nothing closes; without a place when there is none.
     ExpressWord openComment;
+    /// Owns the lists of the declarations, which copies share.
+    std::shared_ptr<const void> lists;
 };
 
 KIV_EXPORT ExpressPositions expressPositions(std::string_view text);

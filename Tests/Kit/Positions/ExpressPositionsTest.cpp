@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <gtest/gtest.h>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -22,7 +23,7 @@ std::string sWord(const ExpressPositions& positions, const ExpressWord& word) {
 std::string sDump(const ExpressPositions& positions) {
     static constexpr std::string_view Uses[] = {"<", ">", ":", "#", "|", "for ", "self ", "u ", "r "};
     static constexpr std::string_view Members[] = {"attribute", "inverse", "derived", "unique", "where"};
-    const auto namesText = [&](const std::vector<ExpressName>& names) {
+    const auto namesText = [&](std::span<const ExpressName> names) {
         std::string text;
         for (const auto& name : names)
             text.append(" ")
@@ -194,9 +195,9 @@ std::string sMistakes(std::string_view text) {
     for (const auto& declaration : positions.declarations) {
         dump += sWord(positions, declaration.keyword) + ' ' + sWord(positions, declaration.name) + ' ' +
                 sWord(positions, declaration.end);
-        for (const auto& [word, keyword] : declaration.misspelt)
+        for (const auto& [word, keyword] : declaration.mistakes->misspelt)
             dump += " | " + sWord(positions, word) + ' ' + std::string(keyword);
-        for (const auto& [name, place] : declaration.illegalNames)
+        for (const auto& [name, place] : declaration.mistakes->illegalNames)
             dump += " ! " + sWord(positions, name) + ' ' + sPlace(positions.positionOf(place));
         dump += '\n';
     }
@@ -225,7 +226,7 @@ TEST(ExpressPositions, MisspeltClausesBegin) {
               " | WERE@12:2+4 WHERE\n");
     std::string right = entity;
     const auto positions = expressPositions(entity);
-    for (const auto& [word, keyword] : positions.declarations.at(0).misspelt)
+    for (const auto& [word, keyword] : positions.declarations.at(0).mistakes->misspelt)
         right.replace(right.find(word.text), word.text.size(), keyword);
     const auto namesOf = [](std::string_view text) {
         std::string names;
@@ -282,7 +283,7 @@ TEST(ExpressPositions, KeywordsOfTypesAreSeenInOtherLetterCases) {
         "TYPE A = list [1:?] Of BAG;\nEND_TYPE;\nENTITY B;\n C, D : Optional REAL;\n INVERSE\n"
         " E : SET OF B for C;\nEND_ENTITY;\n");
     ASSERT_EQ(positions.declarations.size(), 2U);
-    const auto& type = positions.declarations[0].typeMisspelt;
+    const auto& type = positions.declarations[0].mistakes->typeMisspelt;
     ASSERT_EQ(type.size(), 2U);
     EXPECT_EQ(sWord(positions, type[0].word), "list@1:10+4");
     EXPECT_EQ(type[0].keyword, "LIST");
@@ -304,13 +305,13 @@ TEST(ExpressPositions, BoundsAreSeenWithoutColonAndSwapped) {
                          "END_ENTITY;\n");
     ASSERT_EQ(positions.declarations.size(), 2U);
     const auto& entity = positions.declarations[1];
-    ASSERT_EQ(entity.swappedBounds.size(), 1U);
-    EXPECT_EQ(sWord(positions, entity.swappedBounds[0]), "[ 3 : 2 ]@4:10+9");
-    ASSERT_EQ(entity.gaps.size(), 1U);
-    EXPECT_EQ(sWord(positions, entity.gaps[0].last), "[1..F[2:1]]@4:29+11");
-    EXPECT_EQ(entity.gaps[0].missing, "\":\"");
-    EXPECT_TRUE(entity.gaps[0].isInside);
-    EXPECT_TRUE(entity.gaps[0].isInMember);
+    ASSERT_EQ(entity.mistakes->swappedBounds.size(), 1U);
+    EXPECT_EQ(sWord(positions, entity.mistakes->swappedBounds[0]), "[ 3 : 2 ]@4:10+9");
+    ASSERT_EQ(entity.mistakes->gaps.size(), 1U);
+    EXPECT_EQ(sWord(positions, entity.mistakes->gaps[0].last), "[1..F[2:1]]@4:29+11");
+    EXPECT_EQ(entity.mistakes->gaps[0].missing, "\":\"");
+    EXPECT_TRUE(entity.mistakes->gaps[0].isInside);
+    EXPECT_TRUE(entity.mistakes->gaps[0].isInMember);
 }
 
 TEST(ExpressPositions, ItemsWithoutBracketsAreItems) {
@@ -320,15 +321,15 @@ TEST(ExpressPositions, ItemsWithoutBracketsAreItems) {
     ASSERT_EQ(type.names.size(), 2U);
     EXPECT_EQ(sWord(positions, type.names[0].word), "B@1:17+1");
     EXPECT_EQ(sWord(positions, type.names[1].word), "C@1:20+1");
-    ASSERT_EQ(type.gaps.size(), 1U);
-    EXPECT_EQ(type.gaps[0].missing, "\"(\"");
+    ASSERT_EQ(type.mistakes->gaps.size(), 1U);
+    EXPECT_EQ(type.mistakes->gaps[0].missing, "\"(\"");
 }
 
 /// The words of the second attribute lack the semicolon too, so that they are rather none.
 TEST(ExpressPositions, AColonThatIsMissingBeforeIsKept) {
     const auto positions = expressPositions("ENTITY A;\n B REAL;\n C REAL\nEND_ENTITY;\n");
     ASSERT_EQ(positions.declarations.size(), 1U);
-    const auto& gaps = positions.declarations[0].gaps;
+    const auto& gaps = positions.declarations[0].mistakes->gaps;
     ASSERT_EQ(gaps.size(), 1U);
     EXPECT_EQ(gaps[0].missing, "\":\"");
     EXPECT_EQ(sWord(positions, gaps[0].last), "B@2:2+1");
@@ -348,7 +349,7 @@ TEST(ExpressPositions, OfWhatGoesOnOnAnotherLineTheFirstTokenIsMarked) {
                          "END (* b *)\n TYPE;\nTYPE C = LIST [5 : 2] OF D;\nEND (* c *) TYPE;\n");
     ASSERT_EQ(positions.declarations.size(), 2U);
     const auto placesOf = [&](const ExpressDeclaration& type) {
-        return sPlace(positions.positionOf(type.swappedBounds.at(0))) + ' ' +
+        return sPlace(positions.positionOf(type.mistakes->swappedBounds.front())) + ' ' +
                sPlace(positions.positionOf(type.end));
     };
     EXPECT_EQ(placesOf(positions.declarations[0]), "2:15+1 4:1+3");

@@ -134,8 +134,7 @@ private:
     void vUniqueCheck(const ExpressWord& word, std::string_view type);
     void vTypeTextAdd(const ExpressMember& attribute, std::string_view read);
     void vTypeTextsCheck(const Entity& entity);
-    Finding& wordsAdd(const std::vector<ExpressMisspelt>& words, const std::string& owner,
-                      const TypeLoss& loss);
+    Finding& wordsAdd(std::span<const ExpressMisspelt> words, const std::string& owner, const TypeLoss& loss);
     void vUnreadTypeCheck(const ExpressWord& word, std::string_view text, const DataTypeAtPlace& read);
     void vAttributeWordsCheck(const ExpressMember& member, const AttributeBase& attribute);
     void vInverseWordsCheck(const Entity& entity);
@@ -324,14 +323,14 @@ void PartsCheck::vTypeTextsCheck(const Entity& entity) {
 }
 
 /// Keywords in a type that are not found, of which something came: they are one mistake.
-Finding& PartsCheck::wordsAdd(const std::vector<ExpressMisspelt>& words, const std::string& owner,
+Finding& PartsCheck::wordsAdd(std::span<const ExpressMisspelt> words, const std::string& owner,
                               const TypeLoss& loss) {
     const auto& first = words.front().word;
     auto& finding =
         run_.add("E006", first, sNamed(first.text) + " in " + owner + " is not read as a keyword");
     finding.subject = declaration_.name.text;
     finding.notes.push_back({sKeywordHint(first.text, words.front().keyword), {}});
-    for (const auto& [word, keyword] : std::span(words).subspan(1))
+    for (const auto& [word, keyword] : words.subspan(1))
         run_.vNoteAt(finding, word, sNamed(word.text) + " is not read as one either");
     if (loss.isType)
         finding.notes.push_back({"its type is not found", {}});
@@ -407,7 +406,7 @@ void PartsCheck::vInverseWordsCheck(const Entity& entity) {
 }
 
 void PartsCheck::vTypeWordsCheck(const Type& type) {
-    const auto& words = declaration_.typeMisspelt;
+    const auto& words = declaration_.mistakes->typeMisspelt;
     if (words.empty())
         return;
     const auto* const string = dynamic_cast<const DataTypeString*>(type.pUnderlying());
@@ -569,7 +568,7 @@ bool boHasOpenComment(const SchemaRun& run, const ExpressDeclaration& declaratio
 
 /// What the keyword would have begun is lost, and why is said here.
 void vMisspeltAdd(SchemaRun& run, const ExpressDeclaration& declaration, std::size_t index) {
-    const auto& [word, keyword] = declaration.misspelt[index];
+    const auto& [word, keyword] = declaration.mistakes->misspelt[index];
     auto& finding =
         run.add("E006", word, sNamed(word.text) + " in " + sOwner(declaration) + " is not read as a keyword");
     finding.subject = declaration.name.text;
@@ -577,16 +576,17 @@ void vMisspeltAdd(SchemaRun& run, const ExpressDeclaration& declaration, std::si
     // An entity that is not abstract is found at its name, and this finding is at the word itself.
     auto begin = run.positionOf(keyword == "ABSTRACT" ? declaration.keyword : word);
     begin.column += 1;
-    const bool isLast = index + 1 == declaration.misspelt.size();
-    run.vConsequencesTake(finding, begin,
-                          run.positionOf(isLast ? declaration.end : declaration.misspelt[index + 1].word));
+    const bool isLast = index + 1 == declaration.mistakes->misspelt.size();
+    run.vConsequencesTake(
+        finding, begin,
+        run.positionOf(isLast ? declaration.end : declaration.mistakes->misspelt[index + 1].word));
 }
 
 } // namespace
 
 void vMisspeltKeywordsCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {
-        const auto& misspelt = declared.declaration->misspelt;
+        const auto& misspelt = declared.declaration->mistakes->misspelt;
         if (declared.isLost() || declared.finding)
             continue;
         for (std::size_t index = 0; index < misspelt.size(); ++index)
@@ -651,12 +651,12 @@ void vLostEndTake(SchemaRun& run, Declared& declared, Finding& finding) {
 }
 
 void vBoundsAdd(SchemaRun& run, const ExpressDeclaration& declaration) {
-    for (const auto& bounds : declaration.wrongBounds)
+    for (const auto& bounds : declaration.mistakes->wrongBounds)
         run.add("E022", bounds,
                 "the bounds " + sNamed(bounds.text) +
                     " are not two integers, or one and \"?\" for no upper bound")
             .subject = declaration.name.text;
-    for (const auto& bounds : declaration.swappedBounds)
+    for (const auto& bounds : declaration.mistakes->swappedBounds)
         run.add("E022", bounds,
                 "the bounds " + sNamed(bounds.text) + " are swapped: the first is greater than the second")
             .subject = declaration.name.text;
@@ -669,7 +669,7 @@ void vGapsCheck(SchemaRun& run) {
         if (declared.isLost())
             continue;
         vBoundsAdd(run, *declared.declaration);
-        for (const auto& gap : declared.declaration->gaps) {
+        for (const auto& gap : declared.declaration->mistakes->gaps) {
             auto& finding = run.add("E022", gap.last, sGap(gap));
             finding.subject = declared.declaration->name.text;
             // What came of it stays a finding of its own.
@@ -704,7 +704,7 @@ std::string sIllegalName(std::string_view name) {
 
 void vIllegalNamesCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {
-        for (const auto& [name, place] : declared.declaration->illegalNames) {
+        for (const auto& [name, place] : declared.declaration->mistakes->illegalNames) {
             // A name that is read as another has a finding.
             if (declared.finding && name.text.data() == declared.declaration->name.text.data())
                 continue;
