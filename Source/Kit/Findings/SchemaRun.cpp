@@ -19,8 +19,6 @@ using ifc::def::schema::ObjectBase;
 constexpr std::size_t MaxNamed = 120;
 /// No schema has deeper trees; in one that has, nobody is asked for an attribute from further up.
 constexpr std::size_t MaxLine = 64;
-/// IFC has one; with more, nothing is known of what is inherited.
-constexpr std::size_t MaxSupertypes = 4;
 /// To compare a name with all others takes long where thousands are unknown.
 constexpr std::size_t MaxNearest = 100;
 
@@ -175,27 +173,71 @@ void SchemaRun::vDeclaredJoin(std::span<const ExpressDeclaration> declarations) 
         if (joined.statement && next < objects.size() && isKindOf(*objects[next], declaration.kind) &&
             objects[next]->getName() == declaration.name.text)
             joined.object = objects[next];
-        byName_.try_emplace(declaration.name.text, declared.size() - 1);
-        vPartsJoin(declaration, declared.size() - 1);
     }
+    byName_.vClear(declared.size());
+    for (std::size_t index = 0; index < declared.size(); ++index) {
+        const auto name = declared[index].declaration->name.text;
+        byName_.add(HashIgnoringCase()(name), index, isNamed(name));
+    }
+    vPartsJoin();
     vSupertypesJoin();
 }
 
-void SchemaRun::vPartsJoin(const ExpressDeclaration& declaration, std::size_t index) {
-    for (const auto& name : declaration.names) {
-        if (name.use != ExpressUse::EnumerationItem)
-            continue;
-        items_.insert(name.word.text);
-        attributes_.insert({index, name.word.text});
-    }
-    for (const auto& member : declaration.members) {
-        if (member.kind <= ExpressMemberKind::Derived) {
-            attributes_.insert({index, member.name.text});
-            attributeNames_.insert(member.name.text);
+/// Gives each attribute and each item to `take`.
+template <class Take>
+void SchemaRun::vPartsWalk(Take take) const {
+    for (const auto& one : declared) {
+        const auto index = static_cast<std::uint32_t>(&one - declared.data());
+        for (const auto& name : one.declaration->names) {
+            if (name.use == ExpressUse::EnumerationItem)
+                take(Part{&name.word, index, true, false});
         }
-        if (member.kind == ExpressMemberKind::Attribute)
-            explicitAttributes_.insert({index, member.name.text});
+        for (const auto& member : one.declaration->members) {
+            if (member.kind <= ExpressMemberKind::Derived)
+                take(Part{&member.name, index, false, member.kind == ExpressMemberKind::Attribute});
+        }
     }
+}
+
+/// Neighbours are far apart, as many declarations have parts of one name.
+std::size_t partHash(std::size_t declaration, std::size_t nameHash) {
+    constexpr std::size_t Spread = 0x9E3779B97F4A7C15U;
+    return nameHash ^ (declaration * Spread >> 20U);
+}
+
+std::size_t hashOfPart(std::uint32_t declaration, std::string_view name) {
+    return partHash(declaration, HashIgnoringCase()(name));
+}
+
+/// Of what letter case counts for.
+std::size_t hashOfExplicit(std::uint32_t declaration, std::string_view name) {
+    return partHash(declaration, std::hash<std::string_view>()(name));
+}
+
+void SchemaRun::vPartsJoin() {
+    std::size_t itemCount = 0;
+    std::size_t explicitCount = 0;
+    std::size_t count = 0;
+    vPartsWalk([&](const Part& part) {
+        ++count;
+        itemCount += part.isItem ? 1U : 0U;
+        explicitCount += part.isExplicit ? 1U : 0U;
+    });
+    parts_.reserve(count);
+    items_.vClear(itemCount);
+    attributeNames_.vClear(count - itemCount);
+    ownParts_.vClear(count);
+    ownExplicits_.vClear(explicitCount);
+    vPartsWalk([&](const Part& part) {
+        const auto number = parts_.size();
+        const auto name = part.name->text;
+        parts_.push_back(part);
+        (part.isItem ? items_ : attributeNames_).add(HashIgnoringCase()(name), number, isPartNamed(name));
+        ownParts_.add(hashOfPart(part.declaration, name), number, isOwnPart(part.declaration, name));
+        if (part.isExplicit)
+            ownExplicits_.add(hashOfExplicit(part.declaration, name), number,
+                              isOwnExplicit(part.declaration, name));
+    });
 }
 
 void SchemaRun::vSupertypesJoin() {
@@ -204,8 +246,9 @@ void SchemaRun::vSupertypesJoin() {
             if (name.use != ExpressUse::Supertype)
                 continue;
             const auto* const above = pDeclared(name.word.text);
-            if (above && entity.supertypes.size() < MaxSupertypes)
-                entity.supertypes.push_back(static_cast<std::size_t>(above - declared.data()));
+            if (above && entity.supertypeCount < Declared::MaxSupertypes)
+                entity.supertypeList[entity.supertypeCount++] =
+                    static_cast<std::uint32_t>(above - declared.data());
             else
                 entity.isLineKnown = false;
         }
@@ -274,8 +317,8 @@ void SchemaRun::vNearestOfNote(Finding& finding, std::string_view name,
 }
 
 Declared* SchemaRun::pDeclared(std::string_view name) {
-    const auto found = byName_.find(name);
-    return found == byName_.end() ? nullptr : &declared[found->second];
+    const auto number = byName_.find(HashIgnoringCase()(name), isNamed(name));
+    return number == NameIndex::None ? nullptr : &declared[number];
 }
 
 bool SchemaRun::isCutOff(std::string_view word) const {
@@ -290,7 +333,7 @@ std::vector<const Declared*> SchemaRun::lineOf(const Declared& entity, bool& isW
     std::vector<const Declared*> line{&entity};
     for (std::size_t index = 0; index < line.size(); ++index) {
         isWhole = isWhole && line[index]->isLineKnown;
-        for (const auto number : line[index]->supertypes) {
+        for (const auto number : line[index]->supertypes()) {
             if (std::ranges::find(line, &declared[number]) != line.end())
                 continue;
             isWhole = isWhole && line.size() < MaxLine;
@@ -301,32 +344,43 @@ std::vector<const Declared*> SchemaRun::lineOf(const Declared& entity, bool& isW
     return line;
 }
 
-template <class Parts>
-bool SchemaRun::hasPart(const Parts& parts, const Declared& entity, std::string_view name) const {
-    const auto hasOwn = [&](const Declared& one) {
-        return parts.contains(PartKey{static_cast<std::size_t>(&one - declared.data()), name});
-    };
+std::size_t SchemaRun::partNumber(const NameIndex& index, std::string_view name) const {
+    return index.find(HashIgnoringCase()(name), isPartNamed(name));
+}
+
+bool SchemaRun::hasOwnPart(const Declared& entity, std::string_view name) const {
+    const auto index = static_cast<std::uint32_t>(&entity - declared.data());
+    return ownParts_.find(hashOfPart(index, name), isOwnPart(index, name)) != NameIndex::None;
+}
+
+bool SchemaRun::hasOwnExplicit(const Declared& entity, std::string_view name) const {
+    const auto index = static_cast<std::uint32_t>(&entity - declared.data());
+    return ownExplicits_.find(hashOfExplicit(index, name), isOwnExplicit(index, name)) != NameIndex::None;
+}
+
+bool SchemaRun::hasPart(HasOwn hasOwn, const Declared& entity, std::string_view name) const {
     // Most are its own.
-    if (hasOwn(entity))
+    if ((this->*hasOwn)(entity, name))
         return true;
     bool isWhole = true;
     const auto line = lineOf(entity, isWhole);
-    return std::ranges::any_of(line, [&](const Declared* one) { return hasOwn(*one); }) || !isWhole;
+    return std::ranges::any_of(line, [&](const Declared* one) { return (this->*hasOwn)(*one, name); }) ||
+           !isWhole;
 }
 
 bool SchemaRun::hasAttribute(const Declared& entity, std::string_view name) const {
-    return hasPart(attributes_, entity, name);
+    return hasPart(&SchemaRun::hasOwnPart, entity, name);
 }
 
 bool SchemaRun::hasExplicitAttribute(const Declared& entity, std::string_view name) const {
-    return hasPart(explicitAttributes_, entity, name);
+    return hasPart(&SchemaRun::hasOwnExplicit, entity, name);
 }
 
 std::string SchemaRun::sMissingKey(const Declared& owner, std::string_view name) const {
     const auto* top = &owner;
     // A circle of supertypes has no top; then any of them will do.
-    for (std::size_t step = 0; step < MaxLine && !top->supertypes.empty(); ++step)
-        top = &declared[top->supertypes.front()];
+    for (std::size_t step = 0; step < MaxLine && top->supertypeCount != 0; ++step)
+        top = &declared[top->supertypeList.front()];
     return std::to_string(top - declared.data()) + '.' + sUpperWord(name);
 }
 

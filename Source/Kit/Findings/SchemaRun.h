@@ -15,6 +15,7 @@
 #pragma once
 
 #include "Kit/Positions/SchemaLines.h"
+#include "Kit/Text/NameIndex.h"
 #include "Kit/Text/NameKeys.h"
 #include "kiv/Format/Ifc/Def/Schema/IfcSchema.h"
 #include "kiv/Kit/Documents/Assertion.h"
@@ -70,12 +71,18 @@ struct Declared {
     const ifc::def::schema::ObjectBase* object = nullptr;
     /// The finding that says why it is lost or misread, which then also explains what follows from that.
     Finding* finding = nullptr;
+    /// IFC has one; with more, nothing is known of what is inherited.
+    static constexpr std::size_t MaxSupertypes = 4;
     /// Its supertypes, as indices of declarations.
-    std::vector<std::size_t> supertypes;
+    std::array<std::uint32_t, MaxSupertypes> supertypeList{};
+    std::uint8_t supertypeCount = 0;
     /// All supertypes are declared, and not too many.
     bool isLineKnown = true;
 
     bool isLost() const { return object == nullptr; }
+    std::span<const std::uint32_t> supertypes() const {
+        return std::span(supertypeList).first(supertypeCount);
+    }
 };
 
 /// A declaration without the line that begins it, or without the name in it.
@@ -168,13 +175,13 @@ public:
     /// Whether the text ends with that word of it, which may be a part of a longer one.
     bool isCutOff(std::string_view word) const;
     /// Whether any enumeration has that item.
-    bool isItem(std::string_view name) const { return items_.contains(name); }
+    bool isItem(std::string_view name) const { return partNumber(items_, name) != NameIndex::None; }
     /// Whether an entity has an attribute of that name, from its supertypes too, or an enumeration has that
     /// item. Also true when that cannot be known.
     bool hasAttribute(const Declared& entity, std::string_view name) const;
     /// Whether any entity has an attribute of that name. Also true when that cannot be known.
     bool isAttribute(std::string_view name) const {
-        return !areLinesKnown_ || attributeNames_.contains(name);
+        return !areLinesKnown_ || partNumber(attributeNames_, name) != NameIndex::None;
     }
     /// The same for explicit attributes of exactly that name, letter case included.
     bool hasExplicitAttribute(const Declared& entity, std::string_view name) const;
@@ -235,24 +242,13 @@ public:
     std::vector<Finding> takeFindings();
 
 private:
-    /// An attribute or an item, by the index of the declaration that has it.
-    struct PartKey {
-        std::size_t declaration = 0;
-        std::string_view name;
-
-        friend bool operator==(const PartKey&, const PartKey&) = default;
-    };
-    struct PartKeyHash {
-        std::size_t operator()(const PartKey& key) const {
-            // Neighbours far apart, as many declarations have parts of one name.
-            constexpr std::size_t Spread = 0x9E3779B97F4A7C15U;
-            return HashIgnoringCase()(key.name) ^ (key.declaration * Spread);
-        }
-    };
-    struct SamePartKey {
-        bool operator()(const PartKey& left, const PartKey& right) const noexcept {
-            return left.declaration == right.declaration && SameIgnoringCase()(left.name, right.name);
-        }
+    /// An attribute of an entity, or an item of an enumeration.
+    struct Part {
+        const ExpressWord* name = nullptr;
+        /// The index of the declaration that has it.
+        std::uint32_t declaration = 0;
+        bool isItem = false;
+        bool isExplicit = false;
     };
 
     struct Missing {
@@ -264,13 +260,39 @@ private:
     };
 
     void vDeclaredJoin(std::span<const ExpressDeclaration> declarations);
-    void vPartsJoin(const ExpressDeclaration& declaration, std::size_t index);
+    template <class Take>
+    void vPartsWalk(Take take) const;
+    void vPartsJoin();
+    /// Which numbers are those of the name: of a declaration, and of parts.
+    auto isNamed(std::string_view name) const {
+        return [this, name](std::size_t number) {
+            return SameIgnoringCase()(declared[number].declaration->name.text, name);
+        };
+    }
+    auto isPartNamed(std::string_view name) const {
+        return
+            [this, name](std::size_t number) { return SameIgnoringCase()(parts_[number].name->text, name); };
+    }
+    auto isOwnPart(std::uint32_t declaration, std::string_view name) const {
+        return [this, declaration, name](std::size_t number) {
+            return parts_[number].declaration == declaration &&
+                   SameIgnoringCase()(parts_[number].name->text, name);
+        };
+    }
+    auto isOwnExplicit(std::uint32_t declaration, std::string_view name) const {
+        return [this, declaration, name](std::size_t number) {
+            return parts_[number].declaration == declaration && parts_[number].name->text == name;
+        };
+    }
+    std::size_t partNumber(const NameIndex& index, std::string_view name) const;
+    bool hasOwnPart(const Declared& entity, std::string_view name) const;
+    bool hasOwnExplicit(const Declared& entity, std::string_view name) const;
     void vReportsSort();
     void vReportTake(Finding& finding, std::size_t index);
     void vSupertypesJoin();
+    using HasOwn = bool (SchemaRun::*)(const Declared&, std::string_view) const;
     /// Whether the entity or one above it has the part, or that cannot be known.
-    template <class Parts>
-    bool hasPart(const Parts& parts, const Declared& entity, std::string_view name) const;
+    bool hasPart(HasOwn hasOwn, const Declared& entity, std::string_view name) const;
     /// The entity and those above it, not more than a limit.
     std::vector<const Declared*> lineOf(const Declared& entity, bool& isWhole) const;
     void vNearestOfNote(Finding& finding, std::string_view name, std::span<const std::string_view> names);
@@ -280,15 +302,17 @@ private:
     std::unordered_map<std::string_view, std::size_t> counts_;
     // Takes what is over the limit.
     Finding surplus_;
-    std::unordered_map<std::string_view, std::size_t, HashIgnoringCase, SameIgnoringCase> byName_;
+    NameIndex byName_;
     // All supertypes are declared.
     bool areLinesKnown_ = true;
-    // Of all entities.
-    std::unordered_set<std::string_view, HashIgnoringCase, SameIgnoringCase> attributeNames_;
-    // Attributes of entities and items of enumerations.
-    std::unordered_set<PartKey, PartKeyHash, SamePartKey> attributes_;
-    std::unordered_set<PartKey, PartKeyHash, std::equal_to<>> explicitAttributes_;
-    std::unordered_set<std::string_view, HashIgnoringCase, SameIgnoringCase> items_;
+    // In the order of the declarations.
+    std::vector<Part> parts_;
+    // Numbers of parts: by their names, and by the declaration and the name; of explicit attributes the
+    // letter case counts.
+    NameIndex attributeNames_;
+    NameIndex items_;
+    NameIndex ownParts_;
+    NameIndex ownExplicits_;
     std::unordered_map<std::string, Missing> missing_;
     std::span<const Assertion> reports_;
     std::vector<bool> isTaken_;

@@ -184,7 +184,9 @@ void LineFollower::vEntityPass(SchemaStatement& statement) {
 } // namespace
 
 SchemaLines schemaLines(std::string_view text) {
-    return LineFollower(text).linesRead();
+    auto lines = LineFollower(text).linesRead();
+    lines.statements.shrink_to_fit();
+    return lines;
 }
 
 } // namespace kiv::kit

@@ -122,7 +122,8 @@ TEST(SchemaRun, DeclarationsAreJoinedWithWhatTheLibraryMadeOfThem) {
     EXPECT_EQ(wall.object, checked.schema->pObjectFromName("Wall"));
     EXPECT_NE(wall.statement, nullptr);
     EXPECT_FALSE(wall.isLost());
-    EXPECT_EQ(wall.supertypes, std::vector<std::size_t>{1});
+    ASSERT_EQ(wall.supertypes().size(), 1U);
+    EXPECT_EQ(wall.supertypes()[0], 1U);
     EXPECT_TRUE(wall.isLineKnown);
     EXPECT_FALSE(checked.declared("Odd").isLineKnown);
     EXPECT_EQ(checked.run.pDeclared("Missing"), nullptr);

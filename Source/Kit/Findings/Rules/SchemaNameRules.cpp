@@ -1,12 +1,12 @@
 #include "Kit/Findings/Rules/SchemaRules.h"
 #include "Kit/Names/MisspeltKeyword.h"
+#include "Kit/Text/NameIndex.h"
 #include "Kit/Text/NameKeys.h"
 
 #include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -155,13 +155,17 @@ bool isAggregate(std::string_view type) {
            upper.find("OF") != std::string::npos;
 }
 
+/// Whether nothing is to be said of a name that may be that of a type or an entity.
+bool isTypeOrEntity(SchemaRun& run, const ExpressWord& word) {
+    const auto* const found = run.pDeclared(word.text);
+    return found && !found->isLost() &&
+           (found->declaration->kind == Kind::Entity || found->declaration->kind == Kind::Type);
+}
+
 void vAttributeCheck(SchemaRun& run, const ExpressMember& member, const User& user) {
-    if (member.names.empty())
-        return;
-    const auto& use = isAggregate(member.type) ? ElementTypeRule : TypeRule;
     for (const auto& name : member.names) {
-        if (name.use == ExpressUse::Type)
-            useCheck(run, name.word, user, use);
+        if (name.use == ExpressUse::Type && !isTypeOrEntity(run, name.word))
+            useCheck(run, name.word, user, isAggregate(member.type) ? ElementTypeRule : TypeRule);
     }
 }
 
@@ -277,7 +281,14 @@ void vMemberCheck(SchemaRun& run, const Declared& entity, const ExpressMember& m
         vAttributeCheck(run, member, user);
 }
 
-const UseRule* pUseRule(ExpressUse use, const UseRule& type) {
+/// For the name that a TYPE is made of.
+const UseRule& typeUseRule(const ExpressDeclaration& declaration) {
+    const bool isList =
+        declaration.kind == Kind::Type && isAggregate(declaration.text.substr(0, declaration.text.find(';')));
+    return isList ? ElementTypeRule : UnderlyingRule;
+}
+
+const UseRule* pUseRule(ExpressUse use, const ExpressDeclaration& declaration) {
     switch (use) {
     case ExpressUse::Supertype:
         return &SupertypeRule;
@@ -288,17 +299,10 @@ const UseRule* pUseRule(ExpressUse use, const UseRule& type) {
     case ExpressUse::RuleEntity:
         return &RuleEntityRule;
     case ExpressUse::Type:
-        return &type;
+        return &typeUseRule(declaration);
     default:
         return nullptr;
     }
-}
-
-/// For the name that a TYPE is made of.
-const UseRule& typeUseRule(const ExpressDeclaration& declaration) {
-    const bool isList =
-        declaration.kind == Kind::Type && isAggregate(declaration.text.substr(0, declaration.text.find(';')));
-    return isList ? ElementTypeRule : UnderlyingRule;
 }
 
 /// Names in one list, each of which may be there once.
@@ -306,15 +310,27 @@ class Repetitions {
 public:
     explicit Repetitions(SchemaRun& run) : run_(run) {}
 
+    /// Begins with another list, of at most that many names.
+    void vBegin(std::size_t count) {
+        seen_.clear();
+        index_.vClear(count);
+        last_ = {};
+    }
+
     /// `what` begins the message: "the attribute". `owner` has it, null for names of the schema. `member` is
     /// the one of that name, null for other names: when a statement of several is there twice, all of them
     /// are one finding.
     void vAdd(const ExpressWord& word, std::string_view what, const ExpressDeclaration* owner,
               Severity severity, const ExpressMember* member = nullptr) {
-        const auto [place, isNew] = seen_.try_emplace(word.text, First{word, member});
-        if (isNew || word.text.empty())
+        const auto isSame = [&](std::size_t number) {
+            return SameIgnoringCase()(seen_[number].word.text, word.text);
+        };
+        const auto number = index_.add(HashIgnoringCase()(word.text), seen_.size(), isSame);
+        if (number == seen_.size())
+            return seen_.push_back({word, member});
+        if (word.text.empty())
             return;
-        const auto& first = place->second;
+        const auto first = seen_[number];
         if (isRepeatedWith(member, first.member)) {
             run_.vNoteAt(*last_.finding, word,
                          sNamed(word.text) + " of the same statement is declared twice too");
@@ -347,7 +363,8 @@ private:
     }
 
     SchemaRun& run_;
-    std::unordered_map<std::string_view, First, HashIgnoringCase, SameIgnoringCase> seen_;
+    std::vector<First> seen_;
+    NameIndex index_;
     Last last_;
 };
 
@@ -355,33 +372,46 @@ bool isRedeclared(const ExpressMember& member) {
     return !member.names.empty() && member.names.front().use == ExpressUse::RedeclaredEntity;
 }
 
-void vTwiceInDeclaration(SchemaRun& run, const ExpressDeclaration& declaration) {
-    const auto* const owner = &declaration;
-    Repetitions listed(run);
-    Repetitions attributes(run);
-    Repetitions labels(run);
-    for (const auto& name : declaration.names) {
-        if (name.use == ExpressUse::EnumerationItem)
-            listed.vAdd(name.word, "the item", owner, Severity::Error);
-        else if (name.use == ExpressUse::SelectMember)
-            listed.vAdd(name.word, "the member", owner, Severity::Warning);
+/// The memory of one declaration serves the next one too.
+class RepetitionsInDeclarations {
+public:
+    explicit RepetitionsInDeclarations(SchemaRun& run) : listed_(run), attributes_(run), labels_(run) {}
+
+    void vCheck(const ExpressDeclaration& declaration) {
+        listed_.vBegin(declaration.names.size());
+        attributes_.vBegin(declaration.members.size());
+        labels_.vBegin(declaration.members.size());
+        const auto* const owner = &declaration;
+        for (const auto& name : declaration.names) {
+            if (name.use == ExpressUse::EnumerationItem)
+                listed_.vAdd(name.word, "the item", owner, Severity::Error);
+            else if (name.use == ExpressUse::SelectMember)
+                listed_.vAdd(name.word, "the member", owner, Severity::Warning);
+        }
+        for (const auto& member : declaration.members) {
+            if (member.kind > ExpressMemberKind::Derived)
+                labels_.vAdd(member.name, "the rule", owner, Severity::Warning);
+            else if (!isRedeclared(member))
+                attributes_.vAdd(member.name, "the attribute", owner, Severity::Error, &member);
+        }
     }
-    for (const auto& member : declaration.members) {
-        if (member.kind > ExpressMemberKind::Derived)
-            labels.vAdd(member.name, "the rule", owner, Severity::Warning);
-        else if (!isRedeclared(member))
-            attributes.vAdd(member.name, "the attribute", owner, Severity::Error, &member);
-    }
-}
+
+private:
+    Repetitions listed_;
+    Repetitions attributes_;
+    Repetitions labels_;
+};
 
 } // namespace
 
 void vNamesDeclaredTwiceCheck(SchemaRun& run) {
     Repetitions declarations(run);
+    declarations.vBegin(run.declared.size());
+    RepetitionsInDeclarations inside(run);
     for (const auto& declared : run.declared) {
         const auto& declaration = *declared.declaration;
         declarations.vAdd(declaration.name, "the name", nullptr, Severity::Error);
-        vTwiceInDeclaration(run, declaration);
+        inside.vCheck(declaration);
     }
 }
 
@@ -389,9 +419,8 @@ void vUsedNamesCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {
         const auto& declaration = *declared.declaration;
         const User user{declaration};
-        const auto& type = typeUseRule(declaration);
         for (const auto& name : declaration.names) {
-            if (const auto* const use = pUseRule(name.use, type))
+            if (const auto* const use = pUseRule(name.use, declaration))
                 useCheck(run, name.word, user, *use);
         }
         if (declaration.kind != Kind::Entity)

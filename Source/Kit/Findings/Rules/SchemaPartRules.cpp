@@ -10,6 +10,8 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -26,10 +28,11 @@ using ifc::def::schema::DataTypeEnum;
 using ifc::def::schema::DataTypeListInterface;
 using ifc::def::schema::DataTypeSelect;
 using ifc::def::schema::DataTypeString;
+using ifc::def::schema::DeriveValue;
 using ifc::def::schema::Entity;
 using ifc::def::schema::Type;
+using ifc::def::schema::UniqueRule;
 using ifc::def::schema::Where;
-using Words = std::unordered_set<std::string_view>;
 
 constexpr std::string_view OwnLine =
     "each is read from a line of its own that has \" : \" in it, with the blanks";
@@ -125,12 +128,16 @@ public:
 private:
     Finding& lostAdd(const ExpressWord& word, const std::string& what, std::string_view hint);
     Finding& partLostAdd(const ExpressWord& word, const std::string& part, std::string_view hint);
-    std::vector<ExpressWord> wordsOf(ExpressUse use) const;
     void vSupertypeCheck(const Entity& entity);
     void vListCheck(ExpressUse use, std::span<const std::string_view> read, const std::string& what,
                     std::string_view hint);
-    void vMembersCheck(ExpressMemberKind kind, const Words& read, const std::string& what);
+    template <class Read, class NameOf>
+    bool isReadInOrder(ExpressMemberKind kind, const Read& read, NameOf nameOf) const;
+    template <class Read, class NameOf>
+    void vMembersCheck(ExpressMemberKind kind, const Read& read, NameOf nameOf, std::string_view what);
     void vLostStatementAdd(std::span<const ExpressMember* const> members, const std::string& what);
+    void vDerivedCheck(const Entity& entity);
+    void vUniqueRulesCheck(const Entity& entity);
     void vUniqueCheck(const ExpressWord& word, std::string_view type);
     void vTypeTextAdd(const ExpressMember& attribute, std::string_view read);
     void vTypeTextsCheck(const Entity& entity);
@@ -158,25 +165,19 @@ Finding& PartsCheck::partLostAdd(const ExpressWord& word, const std::string& par
     return finding;
 }
 
-std::vector<ExpressWord> PartsCheck::wordsOf(ExpressUse use) const {
-    std::vector<ExpressWord> words;
-    for (const auto& name : declaration_.names) {
-        if (name.use == use)
-            words.push_back(name.word);
-    }
-    return words;
-}
-
 void PartsCheck::vSupertypeCheck(const Entity& entity) {
-    const auto supertypes = wordsOf(ExpressUse::Supertype);
-    if (supertypes.empty() || trimmed(entity.getSupertypeName()) == supertypes.front().text)
+    std::array<const ExpressWord*, 2> first{};
+    std::size_t count = 0;
+    for (const auto& name : declaration_.names) {
+        if (name.use == ExpressUse::Supertype && count < first.size())
+            first[count++] = &name.word;
+    }
+    if (count == 0 || trimmed(entity.getSupertypeName()) == first.front()->text)
         return;
-    const auto hint = supertypes.size() > 1
-                          ? "an entity can have one supertype"
-                          : "it is read from one line \"SUBTYPE OF (Name)\" below that of the "
-                            "keyword, with one blank after OF";
-    auto& finding =
-        lostAdd(supertypes.size() > 1 ? supertypes[1] : supertypes.front(), "the supertype", hint);
+    const auto hint = count > 1 ? "an entity can have one supertype"
+                                : "it is read from one line \"SUBTYPE OF (Name)\" below that of the "
+                                  "keyword, with one blank after OF";
+    auto& finding = lostAdd(*first[count - 1], "the supertype", hint);
     if (!entity.getSupertypeName().empty())
         run_.boTake(finding, SchemaReport::Supertype);
 }
@@ -184,29 +185,55 @@ void PartsCheck::vSupertypeCheck(const Entity& entity) {
 /// Finds the first of the names that is not read as it is.
 void PartsCheck::vListCheck(ExpressUse use, std::span<const std::string_view> read, const std::string& what,
                             std::string_view hint) {
-    const auto words = wordsOf(use);
-    const auto isSame = [](const ExpressWord& word, std::string_view name) { return word.text == name; };
-    const auto [word, name] = std::ranges::mismatch(words, read, isSame);
-    if (word != words.end())
-        lostAdd(*word, what, hint);
-    else if (name != read.end())
+    auto next = read.begin();
+    for (const auto& name : declaration_.names) {
+        if (name.use != use)
+            continue;
+        if (next == read.end() || name.word.text != *next) {
+            lostAdd(name.word, what, hint);
+            return;
+        }
+        ++next;
+    }
+    if (next != read.end())
         run_.add("E006", declaration_.name,
-                 what + ' ' + sNamed(*name) + " of " + sOwner(declaration_) +
+                 what + ' ' + sNamed(*next) + " of " + sOwner(declaration_) +
                      " is read from a comment or another text")
             .subject = declaration_.name.text;
 }
 
-void PartsCheck::vMembersCheck(ExpressMemberKind kind, const Words& read, const std::string& what) {
+/// Whether all of a kind are read in the order of the text, as most are.
+template <class Read, class NameOf>
+bool PartsCheck::isReadInOrder(ExpressMemberKind kind, const Read& read, NameOf nameOf) const {
+    auto next = read.begin();
+    for (const auto& member : declaration_.members) {
+        if (member.kind != kind)
+            continue;
+        if (next == read.end() || nameOf(*next) != member.name.text)
+            return false;
+        ++next;
+    }
+    return true;
+}
+
+template <class Read, class NameOf>
+void PartsCheck::vMembersCheck(ExpressMemberKind kind, const Read& read, NameOf nameOf,
+                               std::string_view what) {
+    if (isReadInOrder(kind, read, nameOf))
+        return;
+    std::unordered_set<std::string_view> names;
+    for (const auto& one : read)
+        names.insert(nameOf(one));
     std::vector<const ExpressMember*> lost;
     for (const auto& member : declaration_.members) {
-        if (member.kind == kind && !read.contains(member.name.text))
+        if (member.kind == kind && !names.contains(member.name.text))
             lost.push_back(&member);
     }
     run_.lostMembers.insert(lost.begin(), lost.end());
     for (auto first = lost.begin(); first != lost.end();) {
         const auto isOther = [first](const auto* member) { return !isSameStatement(**first, *member); };
         const auto end = std::find_if(first + 1, lost.end(), isOther);
-        vLostStatementAdd({first, end}, what);
+        vLostStatementAdd({first, end}, std::string(what));
         first = end;
     }
 }
@@ -246,9 +273,16 @@ std::vector<std::string_view> typeWords(std::string_view type) {
     return words;
 }
 
+/// Without the keyword at its beginning, if that is in capitals.
+std::string_view withoutOptional(std::string_view type) {
+    constexpr std::string_view Optional = "OPTIONAL ";
+    return type.starts_with(Optional) ? type.substr(Optional.size()) : type;
+}
+
 /// Most are the same text, but for blanks around it.
 bool isSameType(std::string_view left, std::string_view right) {
-    return trimmed(left) == trimmed(right) || typeWords(left) == typeWords(right);
+    const auto isSame = [left](std::string_view type) { return trimmed(left) == trimmed(type); };
+    return isSame(right) || isSame(withoutOptional(right)) || typeWords(left) == typeWords(right);
 }
 
 /// The word UNIQUE is understood after LIST [...] OF alone. After what is no keyword of a list something else
@@ -347,14 +381,18 @@ Finding& PartsCheck::wordsAdd(std::span<const ExpressMisspelt> words, const std:
 
 void PartsCheck::vUnreadTypeCheck(const ExpressWord& word, std::string_view text,
                                   const DataTypeAtPlace& read) {
+    const bool isLost = !read.type || isElementLost(read.type);
+    const bool isShort = isLengthLost(text, read.type);
+    if (!isLost && !isShort)
+        return;
     // A name that is not declared is why then.
     const auto isMissing = [this](const ExpressName& name) {
         return name.use == ExpressUse::Type && !run_.isKnown(name.word.text);
     };
     if (std::ranges::any_of(read.names, isMissing))
         return;
-    const auto reason = unreadTypeReason(text);
-    if (!reason.empty() && (!read.type || isElementLost(read.type))) {
+    const auto reason = isLost ? unreadTypeReason(text) : std::string_view();
+    if (!reason.empty()) {
         auto& finding = run_.add("E006", word,
                                  (read.type ? "the type of the elements of " : "the type of ") +
                                      sNamed(word.text) + " is not found");
@@ -367,7 +405,7 @@ void PartsCheck::vUnreadTypeCheck(const ExpressWord& word, std::string_view text
         if (read.isInverse)
             run_.boTake(finding, SchemaReport::Inverse);
     }
-    if (isLengthLost(text, read.type)) {
+    if (isShort) {
         auto& finding = run_.add("E006", word, "the length of " + sNamed(word.text) + " is not read");
         finding.subject = declaration_.name.text;
         finding.notes.push_back({"it is read from round brackets right after STRING, without a blank", {}});
@@ -427,6 +465,24 @@ std::string_view derivedName(std::string_view name) {
     return trimmed(dot == std::string_view::npos ? name : name.substr(dot + 1));
 }
 
+void PartsCheck::vDerivedCheck(const Entity& entity) {
+    const auto nameOf = [](const DeriveValue& value) { return derivedName(value.getName()); };
+    const auto what = "the derived attribute";
+    if (const auto* const derive = entity.pDerive())
+        vMembersCheck(ExpressMemberKind::Derived, derive->getValues(), nameOf, what);
+    else
+        vMembersCheck(ExpressMemberKind::Derived, std::span<const DeriveValue>(), nameOf, what);
+}
+
+void PartsCheck::vUniqueRulesCheck(const Entity& entity) {
+    const auto nameOf = [](const UniqueRule& rule) { return trimmed(rule.label); };
+    const auto what = "the UNIQUE rule";
+    if (const auto* const unique = entity.pUnique())
+        vMembersCheck(ExpressMemberKind::Unique, unique->getRules(), nameOf, what);
+    else
+        vMembersCheck(ExpressMemberKind::Unique, std::span<const UniqueRule>(), nameOf, what);
+}
+
 void PartsCheck::vEntityCheck(const Entity& entity) {
     vSupertypeCheck(entity);
     vListCheck(
@@ -435,26 +491,14 @@ void PartsCheck::vEntityCheck(const Entity& entity) {
     if (declaration_.isAbstract && !entity.isAbstract())
         partLostAdd(declaration_.name, "ABSTRACT",
                     "it is read from the first line below that of the keyword");
-    Words attributes;
-    Words inverses;
-    Words derived;
-    Words unique;
-    for (const auto& attribute : entity.getAttributes())
-        attributes.insert(attribute.getName());
-    for (const auto& inverse : entity.getAttributesInverse())
-        inverses.insert(inverse.getName());
-    if (entity.pDerive()) {
-        for (const auto& value : entity.pDerive()->getValues())
-            derived.insert(derivedName(value.getName()));
-    }
-    if (entity.pUnique()) {
-        for (const auto& rule : entity.pUnique()->getRules())
-            unique.insert(trimmed(rule.label));
-    }
-    vMembersCheck(ExpressMemberKind::Attribute, attributes, "the attribute");
-    vMembersCheck(ExpressMemberKind::Inverse, inverses, "the inverse attribute");
-    vMembersCheck(ExpressMemberKind::Derived, derived, "the derived attribute");
-    vMembersCheck(ExpressMemberKind::Unique, unique, "the UNIQUE rule");
+    const auto attributeName = [](const AttributeBase& attribute) -> std::string_view {
+        return attribute.getName();
+    };
+    vMembersCheck(ExpressMemberKind::Attribute, entity.getAttributes(), attributeName, "the attribute");
+    vMembersCheck(ExpressMemberKind::Inverse, entity.getAttributesInverse(), attributeName,
+                  "the inverse attribute");
+    vDerivedCheck(entity);
+    vUniqueRulesCheck(entity);
     vTypeTextsCheck(entity);
     vInverseWordsCheck(entity);
     vWhereCheck(entity.pWhere());
