@@ -103,6 +103,9 @@ LegalMatch partMatch(std::string_view name, std::span<const std::string_view> le
 } // namespace
 
 std::string_view trimmedBlanks(std::string_view text) {
+    const auto isPlain = [](char byte) { return byte > ' ' && byte <= '~'; };
+    if (!text.empty() && isPlain(text.front()) && isPlain(text.back()))
+        return text;
     while (const auto size = blankAtFront(text))
         text.remove_prefix(size);
     while (const auto size = blankAtBack(text))

@@ -44,11 +44,13 @@ std::vector<UnknownAttribute> unknownAttributes(const RuleRun& run, XmlIndex ele
             claims[attribute.name].present = &attribute;
             continue;
         }
+        if (isOfXml(attribute.name))
+            continue;
         const auto local = attribute.name.substr(attribute.name.find(':') + 1);
         const auto match = legalMatch(local, rule.attributes);
         // One with a prefix may be of another vocabulary unless it has a name of ours.
         const bool isPrefixed = local.size() != attribute.name.size();
-        if (isOfXml(attribute.name) || (isPrefixed && !match.isLetterCase))
+        if (isPrefixed && !match.isLetterCase)
             continue;
         ++claims[match.name].meant;
         unknown.push_back({&attribute, match});
