@@ -6,14 +6,17 @@
 ///     for (const auto& element : xml.getElements())
 ///         std::cout << element.name << " on line " << xml.positionOf(element).line << '\n';
 ///
+/// Elements and attributes have offsets in the text. Lines and columns are found when they are asked for, as
+/// most never are.
+///
 /// Positions count code points of the text, whatever the encoding of the file; a byte range is known only
 /// where the file is UTF-8 and the text is written as it reads, so that an edit can replace just these bytes.
 ///
 /// Ownership: owns the text; the views and spans it hands out live as long as it does, also after it is
 ///            moved.
-/// Threads:   unchanged once made; any number of threads may read it.
+/// Threads:   any number of threads may read it.
 /// Errors:    a text that is no XML has what was read up to there, and `pError`. What the meter throws;
-///            std::bad_alloc.
+///            std::bad_alloc, from the first question about a line too.
 #pragma once
 
 #include "kiv/Base/Export.h"
@@ -182,7 +185,7 @@ public:
     TextPosition endOf(const XmlElement& element) const;
     /// Of `trimmedText`; where a text of blanks only, or none, would be when it is empty.
     TextPosition textPositionOf(const XmlElement& element) const;
-    /// `trimmedText`.
+    /// `trimmedText`, with its place.
     XmlText textOf(const XmlElement& element) const;
     /// Of text other than white space that comes later; without a line when there is none.
     TextPosition laterTextPositionOf(const XmlElement& element) const;
