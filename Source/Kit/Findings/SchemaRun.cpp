@@ -202,7 +202,7 @@ void SchemaRun::vPartsWalk(Take take) const {
 /// Neighbours are far apart, as many declarations have parts of one name.
 std::size_t partHash(std::size_t declaration, std::size_t nameHash) {
     constexpr std::size_t Spread = 0x9E3779B97F4A7C15U;
-    return nameHash ^ (declaration * Spread >> 20U);
+    return nameHash ^ (declaration * Spread);
 }
 
 std::size_t hashOfPart(std::uint32_t declaration, std::string_view name) {
@@ -215,29 +215,35 @@ std::size_t hashOfExplicit(std::uint32_t declaration, std::string_view name) {
 }
 
 void SchemaRun::vPartsJoin() {
-    std::size_t itemCount = 0;
     std::size_t explicitCount = 0;
     std::size_t count = 0;
     vPartsWalk([&](const Part& part) {
         ++count;
-        itemCount += part.isItem ? 1U : 0U;
         explicitCount += part.isExplicit ? 1U : 0U;
     });
     parts_.reserve(count);
-    items_.vClear(itemCount);
-    attributeNames_.vClear(count - itemCount);
     ownParts_.vClear(count);
     ownExplicits_.vClear(explicitCount);
     vPartsWalk([&](const Part& part) {
         const auto number = parts_.size();
         const auto name = part.name->text;
         parts_.push_back(part);
-        (part.isItem ? items_ : attributeNames_).add(HashIgnoringCase()(name), number, isPartNamed(name));
         ownParts_.add(hashOfPart(part.declaration, name), number, isOwnPart(part.declaration, name));
         if (part.isExplicit)
             ownExplicits_.add(hashOfExplicit(part.declaration, name), number,
                               isOwnExplicit(part.declaration, name));
     });
+}
+
+void SchemaRun::vPartNamesJoin() {
+    const auto itemCount = static_cast<std::size_t>(std::ranges::count(parts_, true, &Part::isItem));
+    items_.vClear(itemCount);
+    attributeNames_.vClear(parts_.size() - itemCount);
+    for (std::size_t number = 0; number < parts_.size(); ++number) {
+        const auto name = parts_[number].name->text;
+        auto& names = parts_[number].isItem ? items_ : attributeNames_;
+        names.add(HashIgnoringCase()(name), number, isPartNamed(name));
+    }
 }
 
 void SchemaRun::vSupertypesJoin() {

@@ -174,6 +174,8 @@ public:
     bool isKnown(std::string_view name);
     /// Whether the text ends with that word of it, which may be a part of a longer one.
     bool isCutOff(std::string_view word) const;
+    /// Before it is asked whether any declaration has an item or an attribute: not all runs do.
+    void vPartNamesJoin();
     /// Whether any enumeration has that item.
     bool isItem(std::string_view name) const { return partNumber(items_, name) != NameIndex::None; }
     /// Whether an entity has an attribute of that name, from its supertypes too, or an enumeration has that

@@ -218,6 +218,7 @@ private:
         std::vector<ExpressMember> members;
         std::vector<ExpressMisspelt> misspelt;
         std::vector<ExpressMisspelt> typeMisspelt;
+        std::vector<ExpressMemberMisspelt> memberMisspelt;
         std::vector<ExpressIllegalName> illegalNames;
         std::vector<ExpressGap> gaps;
         std::vector<ExpressWord> swappedBounds;
@@ -225,7 +226,7 @@ private:
         // Of the statement that is being read.
         std::vector<ExpressMember> attributes;
         std::vector<ExpressName> memberNames;
-        std::vector<ExpressMisspelt> memberMisspelt;
+        std::vector<ExpressMisspelt> attributeMisspelt;
     };
 
     template <class Value>
@@ -632,13 +633,14 @@ std::span<const Value> PositionReader::kept(std::vector<Value>& list) {
 
 const ExpressMistakes* PositionReader::pMistakesKept() {
     const bool isRight = lists_.misspelt.empty() && lists_.typeMisspelt.empty() &&
-                         lists_.illegalNames.empty() && lists_.gaps.empty() && lists_.swappedBounds.empty() &&
-                         lists_.wrongBounds.empty();
+                         lists_.memberMisspelt.empty() && lists_.illegalNames.empty() &&
+                         lists_.gaps.empty() && lists_.swappedBounds.empty() && lists_.wrongBounds.empty();
     if (isRight)
         return &NoExpressMistakes;
-    const ExpressMistakes mistakes{kept(lists_.misspelt),      kept(lists_.typeMisspelt),
-                                   kept(lists_.illegalNames),  kept(lists_.gaps),
-                                   kept(lists_.swappedBounds), kept(lists_.wrongBounds)};
+    const ExpressMistakes mistakes{kept(lists_.misspelt),       kept(lists_.typeMisspelt),
+                                   kept(lists_.memberMisspelt), kept(lists_.illegalNames),
+                                   kept(lists_.gaps),           kept(lists_.swappedBounds),
+                                   kept(lists_.wrongBounds)};
     return kept_->list(std::span(&mistakes, 1)).data();
 }
 
@@ -1077,7 +1079,8 @@ void PositionReader::vAttributesAdd(const ExpressMember& shared) {
         lists_.memberNames.insert(lists_.memberNames.begin(), first.names.begin(), first.names.end());
         first.names = kept(lists_.memberNames);
         first.expression = shared.expression;
-        first.misspelt = kept(lists_.memberMisspelt);
+        if (!lists_.attributeMisspelt.empty())
+            lists_.memberMisspelt.push_back({lists_.members.size(), kept(lists_.attributeMisspelt)});
     }
     for (auto& attribute : lists_.attributes) {
         attribute.type = shared.type;
@@ -1085,7 +1088,7 @@ void PositionReader::vAttributesAdd(const ExpressMember& shared) {
     }
     lists_.attributes.clear();
     lists_.memberNames.clear();
-    lists_.memberMisspelt.clear();
+    lists_.attributeMisspelt.clear();
 }
 
 /// One without a name is there for its type, when it is the only one.
@@ -1151,7 +1154,7 @@ void PositionReader::vTypePartRead(ExpressMember& member) {
     while (!isColonPassed && !isStatementEnd() && !isInitial(member, brackets) && !isNextMember(brackets)) {
         if (brackets.isOutside() && !isRest) {
             vGapNote(missingInType());
-            vTypeWordNote(lists_.memberMisspelt);
+            vTypeWordNote(lists_.attributeMisspelt);
         }
         vBoundsClose(bounds, brackets);
         brackets.vPass(token_);
@@ -1161,7 +1164,7 @@ void PositionReader::vTypePartRead(ExpressMember& member) {
             vTypeGapNote(missing);
             member.type = textFrom(begin);
             if (token_.text != "FOR")
-                lists_.memberMisspelt.push_back({{token_.text}, "FOR"});
+                lists_.attributeMisspelt.push_back({{token_.text}, "FOR"});
         } else if (!isRest && isStrayColon(brackets) && offset() != begin) {
             isColonPassed = boStatementEndedBy();
             isRest = !isColonPassed && member.kind != ExpressMemberKind::Inverse;
@@ -1345,6 +1348,14 @@ TextPosition ExpressPositions::positionOf(const ExpressWord& word) const {
     if (isOnOneLine)
         return lines.of(part);
     return lines.of(ExpressScanner(text, static_cast<std::size_t>(part.data() - text.data())).next().text);
+}
+
+std::span<const ExpressMisspelt> misspeltIn(const ExpressDeclaration& declaration,
+                                            const ExpressMember& member) {
+    const auto& all = declaration.mistakes->memberMisspelt;
+    const auto index = static_cast<std::size_t>(&member - declaration.members.data());
+    const auto found = std::ranges::lower_bound(all, index, {}, &ExpressMemberMisspelt::member);
+    return found == all.end() || found->member != index ? std::span<const ExpressMisspelt>() : found->words;
 }
 
 ExpressPositions expressPositions(std::string_view text) {

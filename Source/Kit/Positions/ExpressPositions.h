@@ -81,8 +81,14 @@ struct ExpressMember {
     /// Of an attribute: its type. Of a WHERE rule and after ":=": the expression. Without the ';'.
     std::string_view type;
     std::string_view expression;
-    /// Keywords in its type, and FOR, that are not in capitals, in the order of the text.
-    std::span<const ExpressMisspelt> misspelt;
+};
+
+/// Keywords in the type of an attribute, and FOR, that are not in capitals, in the order of the text. Those
+/// that several attributes share belong to the first of them.
+struct ExpressMemberMisspelt {
+    /// The index of the attribute in its declaration.
+    std::size_t member = 0;
+    std::span<const ExpressMisspelt> words;
 };
 
 /// A name with something in it that names do not have: "Global-Id".
@@ -116,6 +122,8 @@ struct ExpressMistakes {
     std::span<const ExpressMisspelt> misspelt;
     /// Of a type: keywords in what it is made of that are not in capitals.
     std::span<const ExpressMisspelt> typeMisspelt;
+    /// Of attributes, in the order of the text.
+    std::span<const ExpressMemberMisspelt> memberMisspelt;
     /// Its own name and those of attributes and items, in the order of the text.
     std::span<const ExpressIllegalName> illegalNames;
     /// In the order of the text.
@@ -214,6 +222,10 @@ struct KIV_EXPORT ExpressPositions {
     /// Owns the lists of the declarations, which copies share.
     std::shared_ptr<const void> lists;
 };
+
+/// The keywords in the type of an attribute of that declaration that are not in capitals.
+KIV_EXPORT std::span<const ExpressMisspelt> misspeltIn(const ExpressDeclaration& declaration,
+                                                       const ExpressMember& member);
 
 KIV_EXPORT ExpressPositions expressPositions(std::string_view text);
 

@@ -24,6 +24,8 @@ namespace kiv::kit {
 /// One declaration as the library reads it. Offsets are in bytes, from the beginning of the text.
 struct SchemaStatement {
     ExpressDeclarationKind kind = ExpressDeclarationKind::Type;
+    /// The last line has the keyword that ends it, and does not merely end the text.
+    bool isEnded = false;
     /// Of the keyword.
     std::size_t keyword = 0;
     std::string_view name;
@@ -33,8 +35,6 @@ struct SchemaStatement {
     /// After the line feed of the first line, and of the last line.
     std::size_t firstLineEnd = 0;
     std::size_t lastLine = 0;
-    /// The last line has the keyword that ends it, and does not merely end the text.
-    bool isEnded = false;
 };
 
 struct SchemaLines {

@@ -15,7 +15,6 @@
 /// Errors:    std::bad_alloc from `vClear` alone.
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -30,7 +29,7 @@ public:
     /// names. The memory is used again.
     void vClear(std::size_t count) {
         // About a third stays empty, so that each search ends soon.
-        slots_.assign(std::bit_ceil(count + count / 2 + 1), static_cast<std::uint32_t>(None));
+        slots_.assign(count + count / 2 + 1, static_cast<std::uint32_t>(None));
     }
 
     /// The number of that hash for which `isSame` is true; `None` when there is none.
@@ -51,10 +50,11 @@ public:
 private:
     template <class IsSame>
     std::size_t slotOf(std::size_t hash, IsSame isSame) const {
-        const auto last = slots_.size() - 1;
-        auto slot = hash & last;
+        // The upper half of the hash as a fraction of all such numbers is the place as a fraction of the
+        // table.
+        auto slot = (hash >> 32U) * slots_.size() >> 32U;
         while (slots_[slot] != None && !isSame(std::size_t{slots_[slot]}))
-            slot = (slot + 1) & last;
+            slot = slot + 1 == slots_.size() ? 0 : slot + 1;
         return slot;
     }
 

@@ -142,6 +142,7 @@ TEST(SchemaRun, NamesAreKnownInAnyLetterCase) {
     Checked checked(Family);
     EXPECT_TRUE(checked.run.isKnown("WALL"));
     EXPECT_FALSE(checked.run.isKnown("Missing"));
+    checked.run.vPartNamesJoin();
     EXPECT_TRUE(checked.run.isItem("solid"));
     EXPECT_TRUE(checked.run.isItem("HOLLOW"));
     EXPECT_FALSE(checked.run.isItem("Kind"));

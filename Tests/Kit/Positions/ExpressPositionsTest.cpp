@@ -291,11 +291,14 @@ TEST(ExpressPositions, KeywordsOfTypesAreSeenInOtherLetterCases) {
     const auto& members = positions.declarations[1].members;
     ASSERT_EQ(members.size(), 3U);
     // What attributes share is there once.
-    ASSERT_EQ(members[0].misspelt.size(), 1U);
-    EXPECT_EQ(sWord(positions, members[0].misspelt[0].word), "Optional@4:9+8");
-    EXPECT_TRUE(members[1].misspelt.empty());
-    ASSERT_EQ(members[2].misspelt.size(), 1U);
-    EXPECT_EQ(members[2].misspelt[0].keyword, "FOR");
+    const auto misspeltOf = [&](std::size_t member) {
+        return misspeltIn(positions.declarations[1], members[member]);
+    };
+    ASSERT_EQ(misspeltOf(0).size(), 1U);
+    EXPECT_EQ(sWord(positions, misspeltOf(0)[0].word), "Optional@4:9+8");
+    EXPECT_TRUE(misspeltOf(1).empty());
+    ASSERT_EQ(misspeltOf(2).size(), 1U);
+    EXPECT_EQ(misspeltOf(2)[0].keyword, "FOR");
 }
 
 TEST(ExpressPositions, BoundsAreSeenWithoutColonAndSwapped) {

@@ -106,7 +106,6 @@ void SchemaCommand::vRun(Console& console) {
     SourceLines sources;
     if (!file)
         return vFindingsShow(sources, console);
-    sources.vKeep(file->path, file->text);
     if (treeAsked_ || jsonAsked_) {
         vErrorsNote(*file, console.diagnostics);
         return treeAsked_ ? vTreeShow(*file, console) : vSchemaJsonWrite(*file, console.output);
@@ -115,8 +114,10 @@ void SchemaCommand::vRun(Console& console) {
     if (std::ranges::find(findings_, kit::Severity::Error, &kit::Finding::severity) != findings_.end())
         console.diagnostics.vFinding();
     console.output.vWrite(sSchemaSummary(*file, InheritanceTree(*file->schema), assertionsAsked_));
-    if (!assertionsAsked_)
+    if (!assertionsAsked_) {
+        sources.vKeep(file->path, file->text);
         return vFindingsShow(sources, console);
+    }
     for (const auto& record : file->assertions)
         console.output.vWrite(sWarning(file->path, record));
 }

@@ -476,6 +476,7 @@ void ExpressionReader::vPlainCheck(std::size_t index) {
 } // namespace
 
 void vExpressionNamesCheck(SchemaRun& run) {
+    run.vPartNamesJoin();
     for (const auto& declared : run.declared) {
         const auto& declaration = *declared.declaration;
         for (const auto& member : declaration.members) {

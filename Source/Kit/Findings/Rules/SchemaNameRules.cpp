@@ -313,6 +313,7 @@ public:
     /// Begins with another list, of at most that many names.
     void vBegin(std::size_t count) {
         seen_.clear();
+        seen_.reserve(count);
         index_.vClear(count);
         last_ = {};
     }

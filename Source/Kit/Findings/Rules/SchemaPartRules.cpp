@@ -239,16 +239,17 @@ void PartsCheck::vMembersCheck(ExpressMemberKind kind, const Read& read, NameOf 
 }
 
 /// FOR in other letters than capitals ends no type.
-bool hasLostFor(const ExpressMember& member) {
-    return !member.misspelt.empty() && member.misspelt.back().keyword == "FOR";
+bool hasLostFor(std::span<const ExpressMisspelt> misspelt) {
+    return !misspelt.empty() && misspelt.back().keyword == "FOR";
 }
 
 /// Attributes of one statement are lost for one reason.
 void PartsCheck::vLostStatementAdd(std::span<const ExpressMember* const> members, const std::string& what) {
-    const bool isForLost = hasLostFor(*members.front());
+    const auto misspelt = misspeltIn(declaration_, *members.front());
+    const bool isForLost = hasLostFor(misspelt);
     auto& finding = lostAdd(members.front()->name, what, isForLost ? std::string_view() : OwnLine);
     if (isForLost) {
-        const auto& [word, keyword] = members.front()->misspelt.back();
+        const auto& [word, keyword] = misspelt.back();
         run_.vNoteAt(finding, word,
                      sNamed(word.text) + " is not read as a keyword: " + sKeywordHint(word.text, keyword));
     }
@@ -413,17 +414,18 @@ void PartsCheck::vUnreadTypeCheck(const ExpressWord& word, std::string_view text
 }
 
 void PartsCheck::vAttributeWordsCheck(const ExpressMember& member, const AttributeBase& attribute) {
-    if (member.misspelt.empty())
+    const auto misspelt = misspeltIn(declaration_, member);
+    if (misspelt.empty())
         return;
     const auto isOptional = [](const ExpressMisspelt& word) { return word.keyword == "OPTIONAL"; };
     TypeLoss loss;
     loss.isType = !attribute.pFirstType();
     loss.isElement = isElementLost(attribute.pFirstType());
-    loss.isOptional = !attribute.isOptional() && std::ranges::any_of(member.misspelt, isOptional);
+    loss.isOptional = !attribute.isOptional() && std::ranges::any_of(misspelt, isOptional);
     if (!loss.isAny())
         return;
     const auto owner = sQualified(declaration_, member.name.text);
-    auto& finding = wordsAdd(member.misspelt, owner, loss);
+    auto& finding = wordsAdd(misspelt, owner, loss);
     if (member.kind == ExpressMemberKind::Inverse && (loss.isType || loss.isElement))
         run_.boTake(finding, SchemaReport::Inverse);
 }

@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -144,10 +145,9 @@ public:
     void vCheck();
 
 private:
-    /// A statement with the declaration that it is, and those that it takes.
+    /// A statement with the declaration that it is.
     struct Reading {
         Declared* declared = nullptr;
-        std::vector<Declared*> taken;
         // Says why it is no declaration of the text, or not as it should be.
         Finding* finding = nullptr;
     };
@@ -163,10 +163,16 @@ private:
     Finding& wrongEndAdd(const ExpressDeclaration& declaration, std::string_view end);
     void vNameCheck(Declared& declared);
     void vNamelessAdd(Declared& declared);
-    void vTakenNote(Finding& finding, const Reading& reading) const;
+    void vTakenNote(Finding& finding, std::size_t index) const;
+    /// The declarations that a statement takes; null for none, as of nearly all.
+    const std::vector<Declared*>* pTaken(std::size_t index) const {
+        const auto found = taken_.find(index);
+        return found == taken_.end() ? nullptr : &found->second;
+    }
 
     SchemaRun& run_;
     std::vector<Reading> readings_;
+    std::unordered_map<std::size_t, std::vector<Declared*>> taken_;
 };
 
 LostDeclarations::LostDeclarations(SchemaRun& run) : run_(run), readings_(run.lines.statements.size()) {}
@@ -198,7 +204,7 @@ void LostDeclarations::vLostAdd(Declared& lost) {
     const auto offset = offsetIn(run_, lost.declaration->keyword.text);
     const auto* const around = pStatementAround(run_, offset);
     if (around && offset >= around->firstLineEnd && offset < around->lastLine) {
-        readings_[indexOf(run_, *around)].taken.push_back(&lost);
+        taken_[indexOf(run_, *around)].push_back(&lost);
         return;
     }
     auto& finding = run_.add("E002", lost.declaration->name,
@@ -260,17 +266,17 @@ void LostDeclarations::vTextCheck(std::size_t index) {
     if (!reading.finding && around)
         reading.finding = around->finding;
     if (reading.finding)
-        return vTakenNote(*reading.finding, reading);
+        return vTakenNote(*reading.finding, index);
     const ExpressWord word{run_.text.substr(statement.keyword, keywordOf(statement.kind).size())};
     if (run_.pOpenComment && isBefore(run_.positions.openComment, word)) {
         reading.finding = run_.pOpenComment;
         reading.finding->severity = Severity::Error;
         run_.vNoteAt(*reading.finding, word,
                      sStatement(statement) + " is in the comment, and is read all the same");
-        return vTakenNote(*reading.finding, reading);
+        return vTakenNote(*reading.finding, index);
     }
     reading.finding = &mentionAdd(statement, word);
-    vTakenNote(*reading.finding, reading);
+    vTakenNote(*reading.finding, index);
 }
 
 /// The finding about a line that has a keyword and is no declaration.
@@ -327,7 +333,7 @@ void LostDeclarations::vEndCheck(std::size_t index) {
         finding = &run_.add("E003", declaration.name, sWhat() + " is on one line and is not read");
     else if (declaration.end.text != end)
         finding = &wrongEndAdd(declaration, end);
-    else if (!reading.taken.empty())
+    else if (pTaken(index))
         finding = &run_.add("E004", declaration.end,
                             "the end of " + sWhat() + " is not seen: it must be on a line of its own");
     else if (statement.end + declaration.end.text.size() < endOffset)
@@ -336,7 +342,7 @@ void LostDeclarations::vEndCheck(std::size_t index) {
     if (!finding)
         return;
     finding->subject = declaration.name.text;
-    vTakenNote(*finding, reading);
+    vTakenNote(*finding, index);
     reading.declared->finding = finding;
 }
 
@@ -352,15 +358,18 @@ Finding& LostDeclarations::wrongEndAdd(const ExpressDeclaration& declaration, st
     return finding;
 }
 
-void LostDeclarations::vTakenNote(Finding& finding, const Reading& reading) const {
-    for (auto* const taken : reading.taken) {
+void LostDeclarations::vTakenNote(Finding& finding, std::size_t index) const {
+    const auto* const all = pTaken(index);
+    if (!all)
+        return;
+    for (auto* const taken : *all) {
         taken->finding = &finding;
         run_.vNoteAt(finding, taken->declaration->name,
                      sDeclaration(*taken->declaration) + " is taken for a part of it and is lost");
     }
-    if (reading.taken.size() > SchemaRun::maxNotes)
+    if (all->size() > SchemaRun::maxNotes)
         finding.notes.back().message +=
-            ", as are " + std::to_string(reading.taken.size() - SchemaRun::maxNotes) + " more";
+            ", as are " + std::to_string(all->size() - SchemaRun::maxNotes) + " more";
 }
 
 std::string sNameRemedy(const ExpressDeclaration& declaration) {
