@@ -1,5 +1,6 @@
 #include "kiv/Kit/Positions/ExpressPositions.h"
 
+#include "Kit/Names/KeywordSet.h"
 #include "Kit/Names/MisspeltKeyword.h"
 #include "Kit/Positions/ExpressScanner.h"
 #include "Kit/Positions/KeptLists.h"
@@ -22,11 +23,13 @@ bool isOneOf(std::string_view word, std::initializer_list<std::string_view> keyw
 }
 
 /// Words in a type that are no names.
+constexpr KeywordSet TypeKeywords(std::array<std::string_view, 23>{
+    "OPTIONAL",  "ARRAY",          "LIST",   "SET",    "BAG",         "OF",       "UNIQUE",    "REAL",
+    "BOOLEAN",   "INTEGER",        "NUMBER", "STRING", "LOGICAL",     "BINARY",   "FIXED",     "GENERIC",
+    "AGGREGATE", "GENERIC_ENTITY", "SELECT", "WITH",   "ENUMERATION", "BASED_ON", "EXTENSIBLE"});
+
 bool isTypeKeyword(std::string_view word) {
-    return isOneOf(word, {"OPTIONAL", "ARRAY",  "LIST",        "SET",      "BAG",       "OF",
-                          "UNIQUE",   "REAL",   "BOOLEAN",     "INTEGER",  "NUMBER",    "STRING",
-                          "LOGICAL",  "BINARY", "FIXED",       "GENERIC",  "AGGREGATE", "GENERIC_ENTITY",
-                          "SELECT",   "WITH",   "ENUMERATION", "BASED_ON", "EXTENSIBLE"});
+    return TypeKeywords.contains(word);
 }
 
 /// Those of them that the library looks for.
@@ -35,7 +38,8 @@ constexpr std::array<std::string_view, 16> TypeWords = {
     "INTEGER",  "NUMBER", "STRING", "LOGICAL", "BINARY", "FIXED",  "ENUMERATION", "SELECT"};
 
 bool isAggregateWord(std::string_view word) {
-    return isOneOf(word, {"ARRAY", "BAG", "LIST", "SET"});
+    static constexpr KeywordSet Aggregates(std::array<std::string_view, 4>{"ARRAY", "BAG", "LIST", "SET"});
+    return Aggregates.contains(word);
 }
 
 /// Types after which a ':' has a label.
@@ -81,33 +85,30 @@ bool isDeclarationEnd(std::string_view word) {
         Statements, [word](const Statement& statement) { return isSameExpressWord(word, statement.end); });
 }
 
-/// The letters that boundaries begin with. Most names have another one: those of IFC "I".
-constexpr auto BoundaryLetters = [] {
-    std::array<bool, 256> letters{};
-    const auto vMark = [&letters](std::string_view word) {
-        letters[static_cast<unsigned char>(word.front())] = true;
-    };
-    for (const auto word : SchemaWords)
-        vMark(word);
-    for (const auto& statement : Statements) {
-        vMark(statement.keyword);
-        vMark(statement.end);
-    }
-    return letters;
-}();
+constexpr std::size_t BoundaryCount = SchemaWords.size() + 2 * Statements.size();
 
 /// Words that no statement before its ';' contains: where one is met, the ';' is missing.
+constexpr KeywordSet Boundaries([] {
+    std::array<std::string_view, BoundaryCount> words{};
+    auto* next = std::copy(SchemaWords.begin(), SchemaWords.end(), words.data());
+    for (const auto& statement : Statements) {
+        *next++ = statement.keyword;
+        *next++ = statement.end;
+    }
+    return words;
+}());
+
 bool isBoundary(std::string_view word) {
-    if (word.empty() || !BoundaryLetters[static_cast<unsigned char>(getUpper(word.front()))])
-        return false;
-    return isSchemaWord(word) || pStatement(word) || isDeclarationEnd(word);
+    return Boundaries.contains(word);
 }
 
 bool isClause(std::string_view word) {
-    return isOneOf(word, {"DERIVE", "INVERSE", "WHERE"});
+    static constexpr KeywordSet ClauseStarts(std::array<std::string_view, 3>{"DERIVE", "INVERSE", "WHERE"});
+    return ClauseStarts.contains(word);
 }
 
 constexpr std::array<std::string_view, 4> Clauses = {"DERIVE", "INVERSE", "UNIQUE", "WHERE"};
+constexpr KeywordSet ClauseSet(Clauses);
 constexpr std::array<std::string_view, 3> HeaderWords = {"ABSTRACT", "SUPERTYPE", "SUBTYPE"};
 constexpr std::array<std::string_view, 2> ListWords = {"ENUMERATION", "SELECT"};
 constexpr std::string_view SchemaKeyword = "SCHEMA";
@@ -147,6 +148,8 @@ bool isListName(const ExpressToken& token) {
 class Brackets {
 public:
     void vPass(const ExpressToken& token) {
+        if (token.kind != ExpressTokenKind::Symbol)
+            return;
         if (token.isSymbol('(') || token.isSymbol('[') || token.isSymbol('{'))
             ++depth_;
         else if (depth_ > 0 && (token.isSymbol(')') || token.isSymbol(']') || token.isSymbol('}')))
@@ -384,10 +387,8 @@ void PositionReader::vNameExtend(ExpressWord& name) const {
 std::size_t strangerIn(std::string_view word) {
     if (word.starts_with('_'))
         return 0;
-    const auto* const stranger =
-        std::ranges::find_if(word, [](char letter) { return static_cast<unsigned char>(letter) >= 0x80; });
-    return stranger == word.end() ? std::string_view::npos
-                                  : static_cast<std::size_t>(stranger - word.begin());
+    const auto stranger = asciiAtFront(word);
+    return stranger == word.size() ? std::string_view::npos : stranger;
 }
 
 /// A name, and what is in it although names do not have it.
@@ -454,7 +455,7 @@ bool PositionReader::isSchemaHere(const ExpressPositions& positions) const {
 std::string_view PositionReader::clauseHere(ExpressDeclarationKind kind, bool isInRules) const {
     if (!isWord())
         return {};
-    if (const auto keyword = keywordIn(token_.text, Clauses); !keyword.empty())
+    if (const auto keyword = ClauseSet.find(token_.text); !keyword.empty())
         return keyword;
     if (isInRules || !isLineStart() || ahead_.kind != ExpressTokenKind::Word)
         return {};
@@ -495,8 +496,9 @@ bool PositionReader::isEndMisspelt(const Statement& statement) const {
 }
 
 bool PositionReader::isStatementEnd() const {
-    return isAtEnd() || token_.isSymbol(';') || isUniqueClause() ||
-           (isWord() && (isBoundary(token_.text) || isClause(token_.text)));
+    if (isWord())
+        return isBoundary(token_.text) || isClause(token_.text) || isUniqueClause();
+    return isAtEnd() || token_.isSymbol(';');
 }
 
 /// Not the word in LIST OF UNIQUE.
@@ -870,7 +872,7 @@ std::string_view PositionReader::missingInType() const {
     const bool isOf = isWord("OF");
     if (previous_.isSymbol(']') && !isOf && !isWord("FIXED") && !token_.isSymbol('['))
         return isMisspeltOf() ? std::string_view() : "\"OF\"";
-    if (previous_.kind != ExpressTokenKind::Word)
+    if (previous_.kind != ExpressTokenKind::Word || !isTypeKeyword(previous_.text))
         return {};
     if (isOneOf(previous_.text, {"STRING", "BINARY", "REAL"}) && token_.isSymbol('['))
         return "\"(\"";

@@ -6,14 +6,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <tuple>
 #include <utility>
 
 namespace kiv::kit {
 
 namespace {
 
-enum class ByteKind : std::uint8_t { Letter, Digit, Quote, Blank, LineEnd, Comment, Other };
+enum class ByteKind : std::uint8_t { Letter, Digit, Quote, Other, Comment, Blank, LineEnd };
 
 constexpr ByteKind byteKindOf(char letter) {
     if (isLetter(letter) || letter == '_' || !isAscii(letter))
@@ -35,12 +34,12 @@ constexpr std::array<ByteKind, 256> ByteKinds = [] {
     return kinds;
 }();
 
-ByteKind kindAt(std::string_view text, std::size_t offset) {
-    return ByteKinds[static_cast<unsigned char>(text[offset])];
+ByteKind kindOf(char letter) {
+    return ByteKinds[static_cast<unsigned char>(letter)];
 }
 
 bool isWordPart(char letter) {
-    return ByteKinds[static_cast<unsigned char>(letter)] <= ByteKind::Digit;
+    return kindOf(letter) <= ByteKind::Digit;
 }
 
 bool isLineEnd(char letter) {
@@ -53,10 +52,11 @@ std::size_t lineSize(std::string_view text) {
 }
 
 std::size_t wordSize(std::string_view text) {
-    std::size_t size = 0;
-    while (size < text.size() && isWordPart(text[size]))
-        ++size;
-    return size;
+    const auto* const end = text.data() + text.size();
+    const auto* at = text.data();
+    while (at != end && isWordPart(*at))
+        ++at;
+    return static_cast<std::size_t>(at - text.data());
 }
 
 /// A number takes its dot, but no second one, and no exponent, which nobody looks at here.
@@ -90,19 +90,24 @@ std::size_t symbolSize(std::string_view text) {
     return 1;
 }
 
-/// What the text begins with.
-std::pair<ExpressTokenKind, std::string_view> tokenOf(std::string_view text) {
+struct TokenSize {
+    ExpressTokenKind kind;
+    std::size_t size;
+};
+
+/// Of what the text begins with.
+TokenSize tokenOf(std::string_view text) {
     if (text.empty())
-        return {ExpressTokenKind::End, text};
-    switch (kindAt(text, 0)) {
+        return {ExpressTokenKind::End, 0};
+    switch (kindOf(text.front())) {
     case ByteKind::Letter:
-        return {ExpressTokenKind::Word, text.substr(0, wordSize(text))};
+        return {ExpressTokenKind::Word, wordSize(text)};
     case ByteKind::Digit:
-        return {ExpressTokenKind::Number, text.substr(0, numberSize(text))};
+        return {ExpressTokenKind::Number, numberSize(text)};
     case ByteKind::Quote:
-        return {ExpressTokenKind::String, text.substr(0, stringSize(text))};
+        return {ExpressTokenKind::String, stringSize(text)};
     default:
-        return {ExpressTokenKind::Symbol, text.substr(0, symbolSize(text))};
+        return {ExpressTokenKind::Symbol, symbolSize(text)};
     }
 }
 
@@ -151,20 +156,23 @@ void ExpressScanner::vCommentSkip() {
 
 /// Blanks and comments.
 void ExpressScanner::vGapSkip() {
-    while (!isAtEnd()) {
-        const auto kind = kindAt(text_, offset_);
-        if (kind == ByteKind::Blank || kind == ByteKind::LineEnd) {
+    const auto* const end = text_.data() + text_.size();
+    for (;;) {
+        const auto* at = text_.data() + offset_;
+        auto kind = ByteKind::Other;
+        while (at != end && (kind = kindOf(*at)) >= ByteKind::Blank) {
             startsLine_ = startsLine_ || kind == ByteKind::LineEnd;
-            ++offset_;
-        } else if (kind != ByteKind::Comment) {
-            return;
-        } else if (charAt(0) == '(' && charAt(1) == '*') {
-            vCommentSkip();
-        } else if (charAt(0) == '-' && charAt(1) == '-') {
-            offset_ += lineSize(text_.substr(offset_));
-        } else {
-            return;
+            ++at;
         }
+        offset_ = static_cast<std::size_t>(at - text_.data());
+        if (at == end || kind != ByteKind::Comment)
+            return;
+        if (charAt(0) == '(' && charAt(1) == '*')
+            vCommentSkip();
+        else if (charAt(0) == '-' && charAt(1) == '-')
+            offset_ += lineSize(text_.substr(offset_));
+        else
+            return;
     }
 }
 
@@ -172,8 +180,11 @@ ExpressToken ExpressScanner::next() {
     vGapSkip();
     ExpressToken token;
     token.startsLine = std::exchange(startsLine_, false);
-    std::tie(token.kind, token.text) = tokenOf(text_.substr(offset_));
-    offset_ += token.text.size();
+    const std::string_view rest(text_.data() + offset_, text_.size() - offset_);
+    const auto [kind, size] = tokenOf(rest);
+    token.kind = kind;
+    token.text = {rest.data(), size};
+    offset_ += size;
     return token;
 }
 

@@ -361,6 +361,7 @@ KIT_SURROUNDINGS = {
     "InvisibleCharacters.h": row(KIT),
     "KnownNames.h": row(KIT, SCHEMA_PARAMETER),
     "IgnoreText.h": row(KIT),
+    "KeywordSet.h": row(KIT, includes=["array"]),
     "KeptLists.h": row(KIT, "const std::vector<double>& found", ["vector"]),
     "LookAlikeNotes.h": KIT_RUN,
     "LookAlikes.h": row(KIT),
