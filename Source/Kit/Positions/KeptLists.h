@@ -41,9 +41,9 @@ private:
     std::byte* pRoom(std::size_t size) {
         // A long list has a block of its own, so that little is left over at the end of others.
         if (size > BlockSize / 8)
-            return blocks_.emplace_back(new std::byte[size]).get();
+            return blocks_.emplace_back(std::make_unique_for_overwrite<std::byte[]>(size)).get();
         if (left_ < size) {
-            next_ = blocks_.emplace_back(new std::byte[BlockSize]).get();
+            next_ = blocks_.emplace_back(std::make_unique_for_overwrite<std::byte[]>(BlockSize)).get();
             left_ = BlockSize;
         }
         left_ -= size;
