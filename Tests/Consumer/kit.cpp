@@ -32,7 +32,8 @@ void vDocumentCheck(const kiv::ifc::def::SchemaPset& schema) {
     vExpect(!document.failure && document.pSet(), "the set is read");
     const auto& records = document.errors.getRecords();
     vExpect(records.size() == 1 && records[0].item == "HsWal", "an unknown class is a record");
-    vExpect(document.positions && document.positions->getElements().back().position.column == 22,
+    vExpect(document.positions &&
+                document.positions->positionOf(document.positions->getElements().back()).column == 22,
             "the place of an element");
     const auto meant = kiv::kit::nearestName("HsWal", kiv::kit::entityNames(schema));
     vExpect(meant && meant->name == "HsWall", "the name that was meant");
