@@ -735,7 +735,7 @@ void PositionReader::vConstantsRead(ExpressPositions& positions) {
             constant.keyword = keyword;
             constant.name = takeWord();
             constant.text = constant.name.text;
-            positions.declarations.push_back(std::move(constant));
+            positions.declarations.push_back(constant);
         }
         if (token_.isSymbol(';') || isStatementEnd())
             vNext();
