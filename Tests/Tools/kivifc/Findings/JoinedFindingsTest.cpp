@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kiv::kivifc::test {
@@ -15,7 +16,7 @@ using kit::Severity;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-kit::Finding findingIn(const std::string& path, const std::string& code, const std::string& message,
+kit::Finding findingIn(const std::string& path, std::string_view code, const std::string& message,
                        const std::vector<std::string>& missingNames = {}) {
     auto finding = sampleFinding(code, Severity::Error, message, {1, 1, 1}, path);
     finding.missingNames = missingNames;
