@@ -31,7 +31,7 @@ std::string sValue(double value, Unit unit) {
     case Unit::Bytes:
         return fmt::format("{:.0f} kB", value / 1000);
     case Unit::PerSecond:
-        return fmt::format("{:.2f} M/s", value / 1e6);
+        return value < 1e4 ? fmt::format("{:.1f} /s", value) : fmt::format("{:.2f} M/s", value / 1e6);
     case Unit::Count:
         break;
     }

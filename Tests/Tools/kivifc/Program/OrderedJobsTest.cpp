@@ -3,8 +3,10 @@
 #include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
+#include <memory>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace kiv::kivifc::test {
@@ -92,6 +94,48 @@ TEST(OrderedJobs, TheCallingThreadMakesPiecesToo) {
         },
         [&](std::thread::id maker) { isCallerMaker = isCallerMaker || maker == caller; });
     EXPECT_TRUE(isCallerMaker);
+}
+
+/// A piece that knows the thread that made it, and counts those of its kind that another one destroyed.
+class MadeHere {
+public:
+    explicit MadeHere(std::atomic<int>& strays) : strays_(&strays) {}
+    MadeHere(MadeHere&& other) noexcept :
+        strays_(std::exchange(other.strays_, nullptr)), maker_(other.maker_) {}
+    MadeHere& operator=(MadeHere&&) = delete;
+    ~MadeHere() {
+        if (strays_ != nullptr && std::this_thread::get_id() != maker_)
+            ++*strays_;
+    }
+
+private:
+    std::atomic<int>* strays_;
+    std::thread::id maker_ = std::this_thread::get_id();
+};
+
+/// A few are left for the calling thread at the end, when the others have no more to make: those that wait
+/// for their turn then, and those that came back to a thread since it began its last piece.
+TEST_P(OrderedJobsTest, WhatWasTakenIsDestroyedByItsMaker) {
+    constexpr int Pieces = 2000;
+    std::atomic<int> strays = 0;
+    vInOrder(
+        Pieces, GetParam(),
+        [&](std::size_t) {
+            // The calling thread makes no more than its share.
+            std::this_thread::sleep_for(std::chrono::microseconds(10));
+            return MadeHere(strays);
+        },
+        [](MadeHere&&) {});
+    EXPECT_LE(strays.load(), static_cast<int>(4 * GetParam() * GetParam()));
+}
+
+TEST_P(OrderedJobsTest, WhatIsTakenMayBeKept) {
+    std::vector<std::unique_ptr<std::size_t>> kept;
+    vInOrder(
+        100, GetParam(), [](std::size_t number) { return std::make_unique<std::size_t>(number); },
+        [&](std::unique_ptr<std::size_t>&& number) { kept.push_back(std::move(number)); });
+    ASSERT_EQ(kept.size(), 100U);
+    EXPECT_EQ(*kept.back(), 99U);
 }
 
 TEST(OrderedJobs, NoWorkIsDoneAtOnce) {
