@@ -305,7 +305,17 @@ const UseRule* pUseRule(ExpressUse use, const ExpressDeclaration& declaration) {
     }
 }
 
-/// Names in one list, each of which may be there once.
+/// `declared` says what it is: "the name \"Wall\"".
+Finding& repetitionAdd(SchemaRun& run, const ExpressWord& word, const ExpressWord& first,
+                       const std::string& declared, Severity severity) {
+    auto& finding = run.add("E010", word, declared + " is declared twice");
+    finding.severity = severity;
+    finding.subject = std::string(word.text);
+    run.vNoteAt(finding, first, "first declared here");
+    return finding;
+}
+
+/// Names in a list of one declaration, each of which may be there once.
 class Repetitions {
 public:
     explicit Repetitions(SchemaRun& run) : run_(run) {}
@@ -318,10 +328,9 @@ public:
         last_ = {};
     }
 
-    /// `what` begins the message: "the attribute". `owner` has it, null for names of the schema. `member` is
-    /// the one of that name, null for other names: when a statement of several is there twice, all of them
-    /// are one finding.
-    void vAdd(const ExpressWord& word, std::string_view what, const ExpressDeclaration* owner,
+    /// `what` begins the message: "the attribute". `owner` has it. `member` is the one of that name, null for
+    /// other names: when a statement of several is there twice, all of them are one finding.
+    void vAdd(const ExpressWord& word, std::string_view what, const ExpressDeclaration& owner,
               Severity severity, const ExpressMember* member = nullptr) {
         const auto isSame = [&](std::size_t number) {
             return SameIgnoringCase()(seen_[number].word.text, word.text);
@@ -338,12 +347,8 @@ public:
             return;
         }
         auto& finding =
-            run_.add("E010", word,
-                     std::string(what) + ' ' + sNamed(word.text) +
-                         (owner ? " of " + sOwner(*owner) : std::string()) + " is declared twice");
-        finding.severity = severity;
-        finding.subject = std::string(word.text);
-        run_.vNoteAt(finding, first.word, "first declared here");
+            repetitionAdd(run_, word, first.word,
+                          std::string(what) + ' ' + sNamed(word.text) + " of " + sOwner(owner), severity);
         last_ = {member, first.member, &finding};
     }
 
@@ -382,18 +387,17 @@ public:
         listed_.vBegin(declaration.names.size());
         attributes_.vBegin(declaration.members.size());
         labels_.vBegin(declaration.members.size());
-        const auto* const owner = &declaration;
         for (const auto& name : declaration.names) {
             if (name.use == ExpressUse::EnumerationItem)
-                listed_.vAdd(name.word, "the item", owner, Severity::Error);
+                listed_.vAdd(name.word, "the item", declaration, Severity::Error);
             else if (name.use == ExpressUse::SelectMember)
-                listed_.vAdd(name.word, "the member", owner, Severity::Warning);
+                listed_.vAdd(name.word, "the member", declaration, Severity::Warning);
         }
         for (const auto& member : declaration.members) {
             if (member.kind > ExpressMemberKind::Derived)
-                labels_.vAdd(member.name, "the rule", owner, Severity::Warning);
+                labels_.vAdd(member.name, "the rule", declaration, Severity::Warning);
             else if (!isRedeclared(member))
-                attributes_.vAdd(member.name, "the attribute", owner, Severity::Error, &member);
+                attributes_.vAdd(member.name, "the attribute", declaration, Severity::Error, &member);
         }
     }
 
@@ -406,12 +410,15 @@ private:
 } // namespace
 
 void vNamesDeclaredTwiceCheck(SchemaRun& run) {
-    Repetitions declarations(run);
-    declarations.vBegin(run.declared.size());
     RepetitionsInDeclarations inside(run);
     for (const auto& declared : run.declared) {
         const auto& declaration = *declared.declaration;
-        declarations.vAdd(declaration.name, "the name", nullptr, Severity::Error);
+        const auto& name = declaration.name;
+        // The run knows the first declaration of each name.
+        const auto* const first = name.text.empty() ? nullptr : run.pDeclared(name.text);
+        if (first && first != &declared)
+            repetitionAdd(run, name, first->declaration->name, "the name " + sNamed(name.text),
+                          Severity::Error);
         inside.vCheck(declaration);
     }
 }
