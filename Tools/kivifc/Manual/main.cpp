@@ -43,7 +43,9 @@ void vRulesWrite(const fs::path& path) {
 
 int main(int argc, char** argv) {
     const bool isRules = argc == 3 && std::string_view(argv[1]) == "--rules";
-    if (argc != 2 && !isRules) {
+    // An option without its value is no folder.
+    const bool isFolder = argc == 2 && !std::string_view(argv[1]).starts_with('-');
+    if (!isFolder && !isRules) {
         std::fputs("usage: kivifc_documents FOLDER\n       kivifc_documents --rules FILE\n", stderr);
         return 2;
     }
