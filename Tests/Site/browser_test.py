@@ -308,6 +308,21 @@ class SearchTest(SiteTest):
                 self.browser.wait("return document.querySelector('h1').textContent.includes('BldStandardWall')")
                 self.assertEqual(self.browser.path(), "BldStandardWall.html")
 
+    def test_what_is_read_later_does_not_open_a_closed_list(self):
+        self.browser.open(SITE, "sets/Pset_BldWall.html")
+        # What finds near names is read in parts, each of which waits for its turn.
+        self.browser.run("""window.parts = [];
+            window.setTimeout = (part, _, ...values) => window.parts.push(() => part(...values));""")
+        parts_run = "while (window.parts.length) window.parts.shift()()"
+        self.browser.keys("/", "BldDoor")
+        self.browser.wait("return document.querySelector('#results a') && window.parts.length")
+        self.browser.keys(Keys.ESCAPE)
+        self.browser.run(parts_run)
+        self.assertFalse(self.browser.one("#results").is_displayed())
+        # Who types once more asks for it.
+        self.browser.keys("s")
+        self.assertTrue(self.browser.one("#results").is_displayed())
+
     def test_enter_takes_the_first_result_and_escape_closes(self):
         self.browser.open(SITE, "sets/Pset_BldWall.html")
         self.browser.keys("/", "BldDoor")

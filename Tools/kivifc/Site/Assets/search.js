@@ -167,7 +167,7 @@ document.addEventListener("DOMContentLoaded", () => {
             near = index;
             // Who is among the results already keeps them.
             if (box.value && document.activeElement === box)
-                show();
+                shownUnlessClosed();
         };
         setTimeout(step, 0, 0);
     }
@@ -477,7 +477,11 @@ document.addEventListener("DOMContentLoaded", () => {
             [resultElement(entry, query), ...(rest.length > 0 ? [restElement(rest, query)] : [])]);
     }
 
+    // Until somebody types, or comes back to the box: what is read meanwhile does not open the list again.
+    let isClosed = false;
+
     function hide() {
+        isClosed = true;
         list.hidden = true;
     }
 
@@ -501,6 +505,11 @@ document.addEventListener("DOMContentLoaded", () => {
         list.hidden = false;
     }
 
+    function shownUnlessClosed() {
+        if (!isClosed)
+            show();
+    }
+
     function failureShow() {
         const text = "The index of the search cannot be read. The next key tries again.";
         list.replaceChildren(element("li", "none", text));
@@ -509,9 +518,10 @@ document.addEventListener("DOMContentLoaded", () => {
     }
 
     function typed() {
+        isClosed = false;
         if (entries)
             return show();
-        return load().then(show, failureShow);
+        return load().then(shownUnlessClosed, failureShow);
     }
 
     function focusMove(step) {
@@ -652,6 +662,7 @@ document.addEventListener("DOMContentLoaded", () => {
     box.addEventListener("focus", () => load().catch(failureShow));
     box.addEventListener("input", typed);
     box.addEventListener("focus", () => {
+        isClosed = false;
         if (box.value && entries && list.hidden)
             show();
     });
