@@ -48,6 +48,24 @@ TEST(SchemaFindingsGrowthTest, UndefinedNames) {
                                  return sNumbered("A", i) + " : " + sNumbered("Missing", i) + ";\n";
                              }));
           }},
+         {"types of one attribute", Many,
+          [](std::size_t count) {
+              return sEntity("E;", " X :\n" + sJoined(count, [](std::size_t i) {
+                                       return sNumbered("Missing", i) + '\n';
+                                   }) + ";");
+          }},
+         {"types of one type", Many,
+          [](std::size_t count) {
+              return "TYPE T =\n" +
+                     sJoined(count, [](std::size_t i) { return sNumbered("Missing", i) + '\n'; }) +
+                     ";\nEND_TYPE;\n";
+          }},
+         {"types of one inverse attribute", Many,
+          [](std::size_t count) {
+              return sEntity("E;", " INVERSE\n X :\n" + sJoined(count, [](std::size_t i) {
+                                       return sNumbered("Missing", i) + '\n';
+                                   }) + " FOR Y;");
+          }},
          {"attributes of one type", Many,
           [](std::size_t count) {
               return sEntity("E;", sJoined(count, [](std::size_t i) { return sNumbered(",A", i); }) +

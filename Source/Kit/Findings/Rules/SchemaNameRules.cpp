@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -155,6 +156,22 @@ bool isAggregate(std::string_view type) {
            upper.find("OF") != std::string::npos;
 }
 
+/// A type that is looked at when it is first asked for, and not again: it may be long, and name many.
+class TypeText {
+public:
+    explicit TypeText(std::string_view text) : text_(text) {}
+
+    bool isAggregate() {
+        if (!isAggregate_)
+            isAggregate_ = kit::isAggregate(text_);
+        return *isAggregate_;
+    }
+
+private:
+    std::string_view text_;
+    std::optional<bool> isAggregate_;
+};
+
 /// Whether nothing is to be said of a name that may be that of a type or an entity.
 bool isTypeOrEntity(SchemaRun& run, const ExpressWord& word) {
     const auto* const found = run.pDeclared(word.text);
@@ -163,9 +180,10 @@ bool isTypeOrEntity(SchemaRun& run, const ExpressWord& word) {
 }
 
 void vAttributeCheck(SchemaRun& run, const ExpressMember& member, const User& user) {
+    TypeText type(member.type);
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::Type && !isTypeOrEntity(run, name.word))
-            useCheck(run, name.word, user, isAggregate(member.type) ? ElementTypeRule : TypeRule);
+            useCheck(run, name.word, user, type.isAggregate() ? ElementTypeRule : TypeRule);
     }
 }
 
@@ -208,12 +226,13 @@ void vInverseForCheck(SchemaRun& run, const User& user, const ExpressWord& forWo
 
 void vInverseCheck(SchemaRun& run, const Declared& entity, const ExpressMember& member) {
     const User user{*entity.declaration, &member};
+    TypeText type(member.type);
     Declared* referred = nullptr;
     for (const auto& name : member.names) {
         if (name.use == ExpressUse::Type) {
             const auto result = useCheck(run, name.word, user, InverseRule);
             // Of a list its element is reported too.
-            if (result.finding && isAggregate(member.type))
+            if (result.finding && type.isAggregate())
                 run.boTake(*result.finding, SchemaReport::Element);
             referred = result.isFound ? run.pDeclared(name.word.text) : nullptr;
         } else if (name.use == ExpressUse::InverseFor && referred &&
@@ -281,29 +300,35 @@ void vMemberCheck(SchemaRun& run, const Declared& entity, const ExpressMember& m
         vAttributeCheck(run, member, user);
 }
 
-/// For the name that a TYPE is made of.
-const UseRule& typeUseRule(const ExpressDeclaration& declaration) {
-    const bool isList =
-        declaration.kind == Kind::Type && isAggregate(declaration.text.substr(0, declaration.text.find(';')));
-    return isList ? ElementTypeRule : UnderlyingRule;
-}
+/// How a declaration uses names.
+class UseRules {
+public:
+    explicit UseRules(const ExpressDeclaration& declaration) :
+        isType_(declaration.kind == Kind::Type),
+        statement_(declaration.text.substr(0, declaration.text.find(';'))) {}
 
-const UseRule* pUseRule(ExpressUse use, const ExpressDeclaration& declaration) {
-    switch (use) {
-    case ExpressUse::Supertype:
-        return &SupertypeRule;
-    case ExpressUse::Subtype:
-        return &SubtypeRule;
-    case ExpressUse::SelectMember:
-        return &MemberRule;
-    case ExpressUse::RuleEntity:
-        return &RuleEntityRule;
-    case ExpressUse::Type:
-        return &typeUseRule(declaration);
-    default:
-        return nullptr;
+    /// Null for names that are looked up elsewhere.
+    const UseRule* pOf(ExpressUse use) {
+        switch (use) {
+        case ExpressUse::Supertype:
+            return &SupertypeRule;
+        case ExpressUse::Subtype:
+            return &SubtypeRule;
+        case ExpressUse::SelectMember:
+            return &MemberRule;
+        case ExpressUse::RuleEntity:
+            return &RuleEntityRule;
+        case ExpressUse::Type:
+            return isType_ && statement_.isAggregate() ? &ElementTypeRule : &UnderlyingRule;
+        default:
+            return nullptr;
+        }
     }
-}
+
+private:
+    bool isType_;
+    TypeText statement_;
+};
 
 /// `declared` says what it is: "the name \"Wall\"".
 Finding& repetitionAdd(SchemaRun& run, const ExpressWord& word, const ExpressWord& first,
@@ -427,8 +452,9 @@ void vUsedNamesCheck(SchemaRun& run) {
     for (const auto& declared : run.declared) {
         const auto& declaration = *declared.declaration;
         const User user{declaration};
+        UseRules rules(declaration);
         for (const auto& name : declaration.names) {
-            if (const auto* const use = pUseRule(name.use, declaration))
+            if (const auto* const use = rules.pOf(name.use))
                 useCheck(run, name.word, user, *use);
         }
         if (declaration.kind != Kind::Entity)
