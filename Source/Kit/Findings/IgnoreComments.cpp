@@ -105,22 +105,22 @@ void IgnoreComments::vCommentAdd(const XmlIgnore& comment, const XmlPositions& p
     }
     if (comment.codes.find_first_not_of(Separators) == std::string_view::npos)
         emptyComments_.push_back(position);
+    Code code;
+    code.comment = position;
+    if (comment.element != NoXmlElement) {
+        const auto& element = positions.getElement(comment.element);
+        code.begin = positions.beginOf(element);
+        code.end = positions.endOf(element);
+        code.isRoot = comment.element == 0;
+    }
     for (auto rest = comment.codes; !rest.empty();) {
         const auto word = rest.substr(0, rest.find_first_of(Separators));
         rest.remove_prefix(std::min(word.size() + 1, rest.size()));
         if (word.empty())
             continue;
-        Code code;
         code.code = sUpperCase(word);
         code.isKnown = isCodeOfRules(code.code);
-        code.comment = position;
-        if (comment.element != NoXmlElement) {
-            const auto& element = positions.getElement(comment.element);
-            code.begin = positions.tagPositionOf(element);
-            code.end = positions.endOf(element);
-            code.isRoot = comment.element == 0;
-        }
-        codes_.push_back(std::move(code));
+        codes_.push_back(code);
     }
 }
 

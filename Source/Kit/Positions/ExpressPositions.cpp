@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <utility>
 
 namespace kiv::kit {
@@ -1336,6 +1337,12 @@ std::size_t likelyDeclarations(std::string_view text) {
     return count;
 }
 
+bool isPartOf(std::string_view text, std::string_view part) {
+    constexpr std::less_equal<> isUpTo;
+    return part.data() && isUpTo(text.data(), part.data()) &&
+           isUpTo(part.data() + part.size(), text.data() + text.size());
+}
+
 } // namespace
 
 bool isSameExpressWord(std::string_view left, std::string_view right) {
@@ -1344,7 +1351,7 @@ bool isSameExpressWord(std::string_view left, std::string_view right) {
 
 TextPosition ExpressPositions::positionOf(const ExpressWord& word) const {
     const auto part = word.text;
-    if (!part.data())
+    if (!isPartOf(text, part))
         return {};
     const bool isOnOneLine = !part.empty() && part.find_first_of("\r\n") == std::string_view::npos;
     if (isOnOneLine)
@@ -1352,12 +1359,10 @@ TextPosition ExpressPositions::positionOf(const ExpressWord& word) const {
     return lines.of(ExpressScanner(text, static_cast<std::size_t>(part.data() - text.data())).next().text);
 }
 
-std::span<const ExpressMisspelt> misspeltIn(const ExpressDeclaration& declaration,
-                                            const ExpressMember& member) {
+std::span<const ExpressMisspelt> misspeltIn(const ExpressDeclaration& declaration, std::size_t member) {
     const auto& all = declaration.mistakes->memberMisspelt;
-    const auto index = static_cast<std::size_t>(&member - declaration.members.data());
-    const auto found = std::ranges::lower_bound(all, index, {}, &ExpressMemberMisspelt::member);
-    return found == all.end() || found->member != index ? std::span<const ExpressMisspelt>() : found->words;
+    const auto found = std::ranges::lower_bound(all, member, {}, &ExpressMemberMisspelt::member);
+    return found == all.end() || found->member != member ? std::span<const ExpressMisspelt>() : found->words;
 }
 
 ExpressPositions expressPositions(std::string_view text) {

@@ -197,7 +197,8 @@ enum class ExpressEncoding : std::uint8_t {
 };
 
 struct KIV_EXPORT ExpressPositions {
-    /// Of the first line of a word; of an empty one, that of the token that is there.
+    /// Of a word on one line; otherwise of the first token that is there. Without a line for what is no part
+    /// of the text.
     TextPosition positionOf(const ExpressWord& word) const;
 
     /// The text that was read, and its lines.
@@ -223,9 +224,10 @@ struct KIV_EXPORT ExpressPositions {
     std::shared_ptr<const void> lists;
 };
 
-/// The keywords in the type of an attribute of that declaration that are not in capitals.
+/// The keywords in the type of an attribute that are not in capitals. `member` is the index of the attribute
+/// in its declaration.
 KIV_EXPORT std::span<const ExpressMisspelt> misspeltIn(const ExpressDeclaration& declaration,
-                                                       const ExpressMember& member);
+                                                       std::size_t member);
 
 KIV_EXPORT ExpressPositions expressPositions(std::string_view text);
 

@@ -61,6 +61,10 @@ TextPosition XmlPositions::tagPositionOf(const XmlElement& element) const {
     return data_->at(element.begin, element.tagEnd - element.begin);
 }
 
+TextPosition XmlPositions::beginOf(const XmlElement& element) const {
+    return data_->at(element.begin);
+}
+
 TextPosition XmlPositions::endOf(const XmlElement& element) const {
     return element.end == XmlElement::NoPlace ? TextPosition() : data_->at(element.end);
 }
@@ -75,8 +79,8 @@ TextPosition XmlPositions::textPositionOf(const XmlElement& element) const {
 }
 
 XmlText XmlPositions::textOf(const XmlElement& element) const {
-    XmlText text{element.trimmedText, textPositionOf(element), {}};
-    if (isTextAsWritten(element)) {
+    XmlText text{element.trimmedText, textPositionOf(element), isTextAsWritten(element), {}};
+    if (text.isAsWritten) {
         const auto written = writtenTextOf(element);
         text.bytes = data_->range(data_->offsetOf(written), written.size());
     }
@@ -132,7 +136,7 @@ XmlText XmlPositions::valueOf(const XmlAttribute& attribute) const {
     const auto size = attribute.valueEnd - attribute.valueBegin;
     const bool isAsWritten =
         attribute.isWritten && attribute.value == data_->text.substr(attribute.valueBegin, size);
-    return {attribute.value, valuePositionOf(attribute),
+    return {attribute.value, valuePositionOf(attribute), isAsWritten,
             isAsWritten ? data_->range(attribute.valueBegin, size) : ByteRange()};
 }
 

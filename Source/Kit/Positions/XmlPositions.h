@@ -53,12 +53,15 @@ struct XmlText {
     std::string_view value;
     /// Of the value without its quotes; of its first line when it has several.
     TextPosition position;
-    /// Unknown when the value is written in another way than it reads: with references, or in CDATA sections.
+    /// Whether it is written as it reads: without references, CDATA sections and line ends of two characters.
+    /// So many characters into the value are as many into its place.
+    bool isAsWritten = false;
+    /// Unknown when it is not written as it reads, and in a file that is not UTF-8.
     ByteRange bytes;
 };
 
-/// Places are offsets in `XmlPositions::getText`; `XmlPositions` makes lines, columns and bytes of the file
-/// of them.
+/// Places are offsets in `XmlPositions::getText`; `XmlPositions` turns them into lines, columns and byte
+/// ranges of the file.
 struct XmlAttribute {
     /// As written, with its prefix.
     std::string_view name;
@@ -77,8 +80,8 @@ struct XmlAttribute {
 using XmlIndex = std::uint32_t;
 inline constexpr XmlIndex NoXmlElement = static_cast<XmlIndex>(-1);
 
-/// Places are offsets in `XmlPositions::getText`; `XmlPositions` makes lines, columns and bytes of the file
-/// of them.
+/// Places are offsets in `XmlPositions::getText`; `XmlPositions` turns them into lines, columns and byte
+/// ranges of the file.
 struct XmlElement {
     static constexpr std::size_t NoPlace = static_cast<std::size_t>(-1);
 
@@ -181,9 +184,13 @@ public:
     TextPosition positionOf(const XmlElement& element) const;
     /// The first line of the start tag, "<" included.
     TextPosition tagPositionOf(const XmlElement& element) const;
+    /// Of "<" of the start tag, without a length: the rest of a line may be long.
+    TextPosition beginOf(const XmlElement& element) const;
     /// Just after the element; without a line when it is not closed.
     TextPosition endOf(const XmlElement& element) const;
-    /// Of `trimmedText`; where a text of blanks only, or none, would be when it is empty.
+    /// Of `trimmedText`; where a text of blanks only, or none, would be when it is empty. Where there is no
+    /// place between two tags, as in `<A/>` and in the text of an entity: that of the name. Of the whole
+    /// comment or processing instruction that is read in place of the text.
     TextPosition textPositionOf(const XmlElement& element) const;
     /// `trimmedText`, with its place.
     XmlText textOf(const XmlElement& element) const;
@@ -193,7 +200,7 @@ public:
     ByteRange nameBytesOf(const XmlElement& element) const;
     /// The name in the end tag; unknown for an empty tag.
     ByteRange endNameBytesOf(const XmlElement& element) const;
-    /// From "<" of the start tag to ">" of the end tag.
+    /// From "<" of the start tag to ">" of the end tag; the start tag alone of an element that is not closed.
     ByteRange bytesOf(const XmlElement& element) const;
     /// Of `text` with the blanks around it as they are written, in which a line end may take two bytes;
     /// unknown like the bytes of `textOf`, and for a text of blanks only.

@@ -278,6 +278,16 @@ TEST(ExpressPositions, NamesOfDeclarationsMayHaveABlankByMistake) {
         "ENTITY@5:1+6 D@5:8+1 END_ENTITY@7:1+10\n");
 }
 
+TEST(ExpressPositions, WhatIsNoPartOfTheTextHasNoPlace) {
+    const std::string text = "ENTITY A;\nEND_ENTITY;\n";
+    const auto positions = expressPositions(text);
+    const std::string other = "A\nB";
+    for (const auto& word :
+         {std::string_view(), std::string_view(other), std::string_view(other).substr(0, 0)})
+        EXPECT_EQ(positions.positionOf({word}), TextPosition());
+    EXPECT_EQ(positions.positionOf({std::string_view(text).substr(8)}), (TextPosition{1, 9, 1}));
+}
+
 TEST(ExpressPositions, KeywordsOfTypesAreSeenInOtherLetterCases) {
     const auto positions = expressPositions(
         "TYPE A = list [1:?] Of BAG;\nEND_TYPE;\nENTITY B;\n C, D : Optional REAL;\n INVERSE\n"
@@ -291,9 +301,7 @@ TEST(ExpressPositions, KeywordsOfTypesAreSeenInOtherLetterCases) {
     const auto& members = positions.declarations[1].members;
     ASSERT_EQ(members.size(), 3U);
     // What attributes share is there once.
-    const auto misspeltOf = [&](std::size_t member) {
-        return misspeltIn(positions.declarations[1], members[member]);
-    };
+    const auto misspeltOf = [&](std::size_t member) { return misspeltIn(positions.declarations[1], member); };
     ASSERT_EQ(misspeltOf(0).size(), 1U);
     EXPECT_EQ(sWord(positions, misspeltOf(0)[0].word), "Optional@4:9+8");
     EXPECT_TRUE(misspeltOf(1).empty());

@@ -180,6 +180,7 @@ TEST(XmlPositionsTest, ReadsUtf16WithoutOfferingBytes) {
         EXPECT_THAT(elementLines(xml), ElementsAre("2:2+1 \xC3\xA4", "2:6+1 b"));
         EXPECT_EQ(xml.pRoot()->text, "\xE6\xA2\x81");
         EXPECT_EQ(xml.textPositionOf(*xml.pRoot()), (TextPosition{2, 4, 1}));
+        EXPECT_TRUE(xml.textOf(*xml.pRoot()).isAsWritten);
         EXPECT_FALSE(xml.nameBytesOf(*xml.pRoot()).isKnown());
         EXPECT_FALSE(xml.textOf(*xml.pRoot()).bytes.isKnown());
     }
@@ -215,6 +216,8 @@ TEST(XmlPositionsTest, WhatAnEntityHasIsWhereItIsUsed) {
     EXPECT_EQ(xml.pError(), nullptr);
     const auto& c = elementOf(xml, "c");
     EXPECT_EQ(xml.tagPositionOf(c), (TextPosition{2, 7, 3}));
+    EXPECT_EQ(xml.beginOf(c), (TextPosition{2, 7, 0}));
+    EXPECT_FALSE(xml.textOf(c).isAsWritten);
     EXPECT_EQ(xml.textPositionOf(c), (TextPosition{2, 7, 3}));
     EXPECT_EQ(xml.endOf(c), (TextPosition{2, 10, 0}));
     EXPECT_EQ(c.trimmedText, "t");

@@ -233,6 +233,16 @@ TEST(FindingsGrowthTest, CommentsThatIgnoreFindings) {
           [=](std::size_t count) {
               return "<!-- kivifc: ignore " + sTimes("N,T001 ", count) + "-->" +
                      sProperties(sTimes(member, count));
+          }},
+         {"one with many codes before a long tag", Many,
+          [=](std::size_t count) {
+              return "<!-- kivifc: ignore " + sTimes("N,T001 ", count) + "--><PropertySetDef x='" +
+                     sTimes("y", 10 * count) + "'>" + member + "</PropertySetDef>";
+          }},
+         {"many before a long tag", Many,
+          [=](std::size_t count) {
+              return sTimes("<!-- kivifc: ignore N -->", count) + "<PropertySetDef x='" +
+                     sTimes("y", 30 * count) + "'>" + member + "</PropertySetDef>";
           }}},
         vIgnoredFind);
 }

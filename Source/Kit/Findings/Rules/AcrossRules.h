@@ -9,9 +9,8 @@
 ///
 /// Cost: that of looking at each name once, and of sorting what was found.
 ///
-/// Ownership: keeps copies of names, GUIDs, paths and places. They come from memory of its own, which is
-/// given
-///            back at once.
+/// Ownership: keeps copies of names, GUIDs, paths and places, most of them in memory of its own, all of which
+///            it returns at the end.
 /// Threads:   one thread at a time.
 /// Errors:    std::bad_alloc.
 #pragma once

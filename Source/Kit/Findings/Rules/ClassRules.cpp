@@ -8,6 +8,7 @@
 #include "Kit/Names/LookAlikes.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
+#include "Kit/Text/PositionAfter.h"
 #include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
 
@@ -38,6 +39,33 @@ bool isDomainName(std::string_view text) {
     return upper.starts_with("IFC") &&
            std::ranges::any_of(Ends, [&](std::string_view end) { return upper.ends_with(end); });
 }
+
+/// A text, and where the parts of it are. Each is looked for from the last one on, as there may be very many.
+class PlacedText {
+public:
+    explicit PlacedText(const XmlText& text) : text_(text), last_(text.position) {}
+
+    const XmlText& getText() const { return text_; }
+
+    /// Of a view of the value. That of the whole where the value is not written as it reads.
+    TextPosition positionOf(std::string_view part) {
+        if (!text_.isAsWritten)
+            return text_.position;
+        const auto offset = static_cast<std::size_t>(part.data() - text_.value.data());
+        if (offset < lastOffset_) {
+            lastOffset_ = 0;
+            last_ = text_.position;
+        }
+        last_ = positionAfter(last_, text_.value.substr(lastOffset_, offset - lastOffset_));
+        lastOffset_ = offset;
+        return {last_.line, last_.column, codePointsIn(part)};
+    }
+
+private:
+    XmlText text_;
+    TextPosition last_;
+    std::size_t lastOffset_ = 0;
+};
 
 /// Looks at one document for all rules of the family.
 class ClassCheck {
@@ -84,6 +112,7 @@ private:
     bool boRepeats(const ClassOutline& item, const schema::Entity& entity);
     void vSupertypesCheck();
 
+    PlacedText& typeValue();
     FindingDraft& addAtTypeValue(std::string_view code, std::string_view part, std::string message);
     void vTypeValueCheck();
     void vContradictionAdd(const ClassText& value);
@@ -113,6 +142,8 @@ private:
     std::vector<std::pair<const schema::Entity*, const ClassOutline*>> checked_;
     // The classes whose predefined type is a mistake.
     std::unordered_set<const ClassOutline*> mistyped_;
+    // The applicable type value, when something is to be said of it.
+    std::optional<PlacedText> typeValue_;
 };
 
 void ClassCheck::vRun() {
@@ -477,21 +508,15 @@ bool ClassCheck::boHasLostClass() const {
 
 /// At a part of the applicable type value.
 FindingDraft& ClassCheck::addAtTypeValue(std::string_view code, std::string_view part, std::string message) {
-    auto& draft = run_.addAtText(code, outline_.applicableTypeValue, std::move(message));
-    const auto text = run_.xml.textOf(run_.xml.getElement(outline_.applicableTypeValue));
-    // With references in the text, its columns are not those of the value.
-    if (!text.bytes.isKnown())
-        return draft;
-    auto& position = draft.finding.place.position;
-    auto before = text.value.substr(0, static_cast<std::size_t>(part.data() - text.value.data()));
-    if (const auto lineEnd = before.rfind('\n'); lineEnd != std::string_view::npos) {
-        position.line += static_cast<std::size_t>(std::ranges::count(before, '\n'));
-        position.column = 1;
-        before.remove_prefix(lineEnd + 1);
-    }
-    position.column += codePointsIn(before);
-    position.length = codePointsIn(part);
+    auto& draft = run_.add(code, outline_.applicableTypeValue, std::move(message));
+    draft.finding.place.position = typeValue().positionOf(part);
     return draft;
+}
+
+PlacedText& ClassCheck::typeValue() {
+    if (!typeValue_)
+        typeValue_.emplace(run_.xml.textOf(run_.xml.getElement(outline_.applicableTypeValue)));
+    return *typeValue_;
 }
 
 void ClassCheck::vTypeValueCheck() {
@@ -590,7 +615,7 @@ void ClassCheck::vIllegalTypeValueAdd(std::string_view type, const schema::Entit
 
 /// Offers to write a part of the applicable type value in another letter case.
 void ClassCheck::vTypeValueMend(FindingDraft& draft, std::string_view part, std::string_view mended) {
-    const auto text = run_.xml.textOf(run_.xml.getElement(outline_.applicableTypeValue));
+    const auto& text = typeValue().getText();
     ByteRange bytes;
     if (text.bytes.isKnown() && text.bytes.length == text.value.size())
         bytes = {text.bytes.offset + static_cast<std::size_t>(part.data() - text.value.data()), part.size()};

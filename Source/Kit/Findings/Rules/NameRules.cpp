@@ -7,6 +7,7 @@
 #include "Kit/Names/LookAlikes.h"
 #include "Kit/Positions/XmlChildren.h"
 #include "Kit/Text/AsciiText.h"
+#include "Kit/Text/PositionAfter.h"
 #include "Kit/Text/Utf8.h"
 #include "kiv/Kit/Text/InvisibleCharacters.h"
 
@@ -37,13 +38,15 @@ std::string_view memberNameWords(const SetOutline& outline) {
 struct Stray {
     std::size_t offset = std::string_view::npos;
     std::size_t size = 0;
-    /// "U+202E" for what cannot be seen; empty for blanks.
+    bool isBlank = false;
+    /// "U+202E" for what cannot be seen, and for blanks that look like spaces; empty for other blanks.
     std::string code;
 };
 
 std::string sContains(const Stray& stray) {
-    return stray.code.empty() ? " contains blanks that do not belong there"
-                              : " contains the invisible character " + stray.code;
+    if (stray.code.empty())
+        return " contains blanks that do not belong there";
+    return (stray.isBlank ? " contains the blank " : " contains the invisible character ") + stray.code;
 }
 
 /// Line ends and tabs, several blanks in a row, and blanks that are no space.
@@ -57,7 +60,8 @@ Stray strayBlanksIn(std::string_view name) {
         return first;
     for (const auto blank : Blanks) {
         if (const auto offset = name.find(blank); offset < first.offset)
-            first = {offset, blank.size(), {}};
+            first = {offset, blank.size(), true,
+                     isAsciiOnly(blank) ? std::string() : sCodeOf(codePointAt(blank, 0).value)};
     }
     return first;
 }
@@ -72,7 +76,7 @@ Stray strayIn(std::string_view name, bool areBlanksFound) {
     for (std::size_t offset = 0; offset < std::min(first.offset, name.size());) {
         const auto [character, size] = codePointAt(name, offset);
         if (isInvisible(character, before))
-            return {offset, size, sCodeOf(character)};
+            return {offset, size, false, sCodeOf(character)};
         before = isTag(character) ? before : character;
         offset += size;
     }
@@ -84,7 +88,7 @@ Stray strayIn(std::string_view name, bool areBlanksFound) {
 void vPartPlace(FindingDraft& draft, const XmlText& text, std::string_view whole, std::string_view part) {
     const auto begin = whole.find(text.value);
     // With references in the text, its columns are not those of the value.
-    if (!text.bytes.isKnown() || begin == std::string_view::npos)
+    if (!text.isAsWritten || begin == std::string_view::npos)
         return;
     const auto offset = static_cast<std::size_t>(part.data() - whole.data());
     auto& position = draft.finding.place.position;
@@ -95,14 +99,7 @@ void vPartPlace(FindingDraft& draft, const XmlText& text, std::string_view whole
             return;
         position.column = text.position.column - codePointsIn(between);
     } else {
-        auto between = whole.substr(begin, offset - begin);
-        position = text.position;
-        if (const auto lineEnd = between.rfind('\n'); lineEnd != std::string_view::npos) {
-            position.line += static_cast<std::size_t>(std::ranges::count(between, '\n'));
-            position.column = 1;
-            between.remove_prefix(lineEnd + 1);
-        }
-        position.column += codePointsIn(between);
+        position = positionAfter(text.position, whole.substr(begin, offset - begin));
     }
     // The end of a line is no letter of it.
     position.length = codePointsIn(onLine);

@@ -148,6 +148,9 @@ private:
     void vTypeWordsCheck(const Type& type);
     void vRuleCheck(const ExpressMember& rule);
     void vNoRulesCheck(const Where& where);
+    std::size_t indexOf(const ExpressMember& member) const {
+        return static_cast<std::size_t>(&member - declaration_.members.data());
+    }
 
     SchemaRun& run_;
     const ExpressDeclaration& declaration_;
@@ -245,7 +248,7 @@ bool hasLostFor(std::span<const ExpressMisspelt> misspelt) {
 
 /// Attributes of one statement are lost for one reason.
 void PartsCheck::vLostStatementAdd(std::span<const ExpressMember* const> members, const std::string& what) {
-    const auto misspelt = misspeltIn(declaration_, *members.front());
+    const auto misspelt = misspeltIn(declaration_, indexOf(*members.front()));
     const bool isForLost = hasLostFor(misspelt);
     auto& finding = lostAdd(members.front()->name, what, isForLost ? std::string_view() : OwnLine);
     if (isForLost) {
@@ -414,7 +417,7 @@ void PartsCheck::vUnreadTypeCheck(const ExpressWord& word, std::string_view text
 }
 
 void PartsCheck::vAttributeWordsCheck(const ExpressMember& member, const AttributeBase& attribute) {
-    const auto misspelt = misspeltIn(declaration_, member);
+    const auto misspelt = misspeltIn(declaration_, indexOf(member));
     if (misspelt.empty())
         return;
     const auto isOptional = [](const ExpressMisspelt& word) { return word.keyword == "OPTIONAL"; };

@@ -102,7 +102,7 @@ TEST(NameRulesTest, StrayCharactersAreNamedAndShown) {
     const std::string blanks = "blanks that do not belong there";
     const Row rows[] = {
         {"AB  C", "2:9+2", blanks},
-        {"\u00E4B\u00A0C", "2:9+1", blanks},
+        {"\u00E4B\u00A0C", "2:9+1", "the blank U+00A0"},
         {"AB\u200BC\u202E", "2:9+1", "the invisible character U+200B"},
         {"A\u2060B", "2:8+1", "the invisible character U+2060"},
         {"A\u00ADB", "2:8+1", "the invisible character U+00AD"},
@@ -118,6 +118,21 @@ TEST(NameRulesTest, StrayCharactersAreNamedAndShown) {
     }
     // Between letters that are joined, or kept from it, such a character is right.
     EXPECT_THAT(findingLines(setWith("<Name>\u0645\u06CC\u200C\u062E\u0648</Name>")), IsEmpty());
+}
+
+/// ASCII as UTF-16 with a byte order mark.
+std::string sUtf16(std::string_view text) {
+    std::string units("\xFE\xFF");
+    for (const char letter : text)
+        units.append(1, '\0').append(1, letter);
+    return units;
+}
+
+TEST(NameRulesTest, PlacesInsideNamesAreThoseOfCharacters) {
+    for (const auto& text : {setWith("<Name>AB  C</Name>"), sUtf16(setWith("<Name>AB  C</Name>"))})
+        EXPECT_THAT(findingLines(text), ElementsAre(testing::StartsWith("2:9+2 warning N005 ")));
+    for (const auto& text : {setWith("<Name>AB </Name>"), sUtf16(setWith("<Name>AB </Name>"))})
+        EXPECT_THAT(findingLines(text), ElementsAre(testing::StartsWith("2:9+1 warning N004 ")));
 }
 
 TEST(NameRulesTest, InvisibleCharactersAreRightWhereScriptsNeedThem) {
