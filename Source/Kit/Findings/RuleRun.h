@@ -130,7 +130,7 @@ public:
 
     std::vector<FindingDraft>& getDrafts() { return drafts_; }
 
-    /// For tables that live no longer than the run, which gives all of it back at once.
+    /// For tables that live no longer than the run, which returns all of the memory at the end.
     std::pmr::memory_resource* pMemory() { return &memory_; }
 
 private:

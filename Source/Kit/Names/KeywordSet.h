@@ -22,9 +22,11 @@
 
 namespace kiv::kit {
 
-/// Keywords have less than 32 letters, and there are less than 256.
+/// Keywords have fewer than 32 letters.
 template <std::size_t Count>
 class KeywordSet {
+    static_assert(Count < 256, "places of keywords are kept in one byte");
+
 public:
     explicit constexpr KeywordSet(const std::array<std::string_view, Count>& keywords) {
         std::size_t next = 0;

@@ -7,7 +7,7 @@
 /// Private to the kit. A list that is made in a vector, and is used again for the next one, costs no memory
 /// of its own.
 ///
-/// Ownership: owns the values; what `list` returns lives as long as it does, also after it is moved.
+/// Ownership: owns the values; what `list` returns lives as long as it does.
 /// Threads:   filled by one thread; any number of threads may read the lists.
 /// Errors:    std::bad_alloc.
 #pragma once
@@ -22,6 +22,10 @@ namespace kiv::kit {
 
 class KeptLists {
 public:
+    KeptLists() = default;
+    KeptLists(const KeptLists&) = delete;
+    KeptLists& operator=(const KeptLists&) = delete;
+
     /// Empty for no values.
     template <class Value>
     std::span<const Value> list(std::span<const Value> values) {

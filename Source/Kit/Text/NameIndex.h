@@ -38,7 +38,8 @@ public:
         return slots_.empty() ? None : slots_[slotOf(hash, isSame)];
     }
 
-    /// The same, once the number is added in the place of none.
+    /// The same, once the number is added in the place of none. No more names than `vClear` has been given
+    /// room for.
     template <class IsSame>
     std::size_t add(std::size_t hash, std::size_t number, IsSame isSame) noexcept {
         auto& slot = slots_[slotOf(hash, isSame)];

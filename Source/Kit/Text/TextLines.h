@@ -22,7 +22,8 @@
 
 namespace kiv::kit {
 
-/// UTF-8, with LF, CR LF or CR at the ends of lines.
+/// UTF-8, with LF, CR LF or CR at the ends of lines. A byte order mark is a character like others: whoever
+/// does not want to count it leaves it out of the text.
 ///
 /// Making it takes one look at the text. A question takes as long as to look at `BlockSize` bytes, and at
 /// those whose length is asked for.
@@ -37,7 +38,7 @@ public:
     /// The position of the byte at `offset`, at most that of the end. `size` bytes are meant, as far as they
     /// are on one line.
     TextPosition at(std::size_t offset, std::size_t size = 0) const;
-    /// Of a part of the text, which is a view of the same bytes.
+    /// Of a part of the text: a view of the same bytes. What is returned for other views has no meaning.
     TextPosition of(std::string_view part) const {
         return at(static_cast<std::size_t>(part.data() - text_.data()), part.size());
     }

@@ -5,7 +5,8 @@
 ///              [&](Document&& document) { vShow(document); });
 ///
 /// Ownership: results belong to it. `take` may move what it wants to keep out of its result; the rest is
-///            destroyed on the thread that made it, as memory that another thread gives back makes both wait.
+///            destroyed on the thread that made it, as memory that another thread gives back makes both wait;
+///            what is left when all are made, on the calling one.
 /// Threads:   `make` is called on any of the threads, of which the calling one is one, `take` on the calling
 ///            one alone.
 /// Errors:    what `make` throws is thrown on the calling thread when the turn of that piece has come; what
