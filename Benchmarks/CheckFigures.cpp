@@ -46,12 +46,12 @@ public:
 private:
     struct Checked {
         kit::SetDocument document;
-        std::size_t findings = 0;
+        std::vector<kit::Finding> findings;
     };
 
     Checked documentCheck(const std::string& text) const {
-        Checked checked{kit::setTextCheck(text, "set.xml", *schema_.schema), 0};
-        checked.findings = kit::findingsOf(checked.document, {*schema_.schema}).size();
+        Checked checked{kit::setTextCheck(text, "set.xml", *schema_.schema), {}};
+        checked.findings = kit::findingsOf(checked.document, {*schema_.schema});
         return checked;
     }
 
@@ -70,8 +70,8 @@ private:
         kivifc::vInOrder(
             texts_.size(), threads, [this](std::size_t number) { return documentCheck(texts_[number]); },
             [&](Checked&& checked) {
-                across.vAdd(checked.document);
-                foundInDocuments += checked.findings;
+                across.vAdd(checked.document, {}, checked.findings);
+                foundInDocuments += checked.findings.size();
             });
         return found.get() + foundInDocuments + across.getFindings().size();
     }

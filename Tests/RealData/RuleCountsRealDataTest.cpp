@@ -40,6 +40,7 @@ protected:
         for (const auto& file : setPaths(folder)) {
             const auto document = kit::setDocumentCheck(file.string(), *schema);
             auto findings = kit::findingsOf(document, {*schema, {}, {}, true});
+            across.vAdd(document, {}, findings);
             ASSERT_TRUE(document.positions) << file;
             const kit::IgnoreComments ignores(document.path, *document.positions);
             std::ranges::move(ignores.unusedFindings(), std::back_inserter(findings));
@@ -47,7 +48,6 @@ protected:
                 if (Families.find(finding.code[0]) != std::string_view::npos)
                     ++within[std::string(finding.code)];
             }
-            across.vAdd(document);
         }
         for (const auto& finding : across.getFindings())
             ++between[std::string(finding.code)];

@@ -3,7 +3,7 @@
 ///
 ///     AcrossDocuments across;
 ///     for (const auto& document : documents)
-///         across.vAdd(document);
+///         across.vAdd(document, "Standard", findingsOf(document, {*schema}));
 ///     const auto findings = across.getFindings();
 ///
 /// Ownership: keeps copies of the names and GUIDs it compares, and of their places; documents may go.
@@ -15,6 +15,7 @@
 #include "kiv/Kit/Findings/Finding.h"
 
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -29,8 +30,11 @@ public:
     AcrossDocuments(AcrossDocuments&&) noexcept;
     AcrossDocuments& operator=(AcrossDocuments&&) noexcept;
 
-    /// Sets of one name hide each other across contexts and are in each other's way within one.
-    void vAdd(const SetDocument& document, std::string_view context = {});
+    /// Sets of one name hide each other across contexts and are in each other's way within one. `findings`
+    /// are those in the document, as `findingsOf` gives them: of a member whose type is found to be wrong,
+    /// the type is not compared with others, as that would be the same mistake again.
+    void vAdd(const SetDocument& document, std::string_view context = {},
+              std::span<const Finding> findings = {});
 
     /// Sorted by path, line, column and code.
     std::vector<Finding> getFindings() const;

@@ -70,7 +70,7 @@ inline std::vector<Finding> findingsBetween(std::string_view text) {
         const auto own = findingsOf(document, {schema, {}, {}, false});
         findings.insert(findings.end(), own.begin(), own.end());
         const auto folderEnd = path.find('/');
-        across.vAdd(document, folderEnd == std::string::npos ? "" : path.substr(0, folderEnd));
+        across.vAdd(document, folderEnd == std::string::npos ? "" : path.substr(0, folderEnd), own);
     }
     const auto between = across.getFindings();
     findings.insert(findings.end(), between.begin(), between.end());

@@ -51,6 +51,12 @@ std::string sEnumeration(std::string_view content) {
     return "<TypePropertyEnumeratedValue>" + std::string(content) + "</TypePropertyEnumeratedValue>";
 }
 
+std::string sItems(std::string_view first, std::string_view second) {
+    std::string list("<EnumList name=\"PEnum_A\"><EnumItem>");
+    list.append(first).append("</EnumItem><EnumItem>").append(second).append("</EnumItem></EnumList>");
+    return sEnumeration(list);
+}
+
 std::string sClasses(std::string_view name, std::string_view value) {
     return "<ApplicableClasses><ClassName>" + std::string(name) +
            "</ClassName></ApplicableClasses><ApplicableTypeValue>" + std::string(value) +
@@ -363,6 +369,21 @@ INSTANTIATE_TEST_SUITE_P(
             "a type in another letter case",
             sFiles({sSet(sProperty(sOf("IfcLabel")), "Pset_A"), sSet(sProperty(sOf("IFCLABEL")), "Pset_B")}),
             "B.xml:6:56 T006"},
+        Mistake{
+            "an entity as a type",
+            sFiles({sSet(sProperty(sOf("IfcLabel")), "Pset_A"), sSet(sProperty(sOf("IfcWall")), "Pset_B")}),
+            "B.xml:6:56 T003"},
+        Mistake{"no type",
+                sFiles({sSet(sProperty(sOf("IfcLabel")), "Pset_A"), sSet(sProperty(sOf("")), "Pset_B")}),
+                "B.xml:6:50 T008"},
+        Mistake{"an item twice in place of another",
+                sFiles({sSet(sProperty(sItems("X", "Y")), "Pset_A"),
+                        sSet(sProperty(sItems("X", "X")), "Pset_B")}),
+                "B.xml:6:101 T010"},
+        Mistake{"another type in a set that hides one of its name",
+                "---- standard/A.xml\n" + sSet(sProperty(sOf("IfcLabel")), "Pset_A") + "---- office/A.xml\n" +
+                    sSet(sProperty(sOf("IfcText")), "Pset_A"),
+                "office/A.xml:2:7 X002"},
         Mistake{"an unknown type of one member does not hide another",
                 sFiles({sSet(sProperty(sOf("IfcLabel")) + sProperty(sOf("IfcText"), "X"), "Pset_A"),
                         sSet(sProperty(sOf("IfcText")) + sProperty(sOf("IfcTxt"), "Y"), "Pset_B")}),

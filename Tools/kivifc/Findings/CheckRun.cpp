@@ -89,7 +89,7 @@ public:
         all_.paths.push_back(document.path);
         all_.unreadable += document.failure ? 1U : 0U;
         for (const auto& context : path.contexts)
-            across_.vAdd(document, context);
+            across_.vAdd(document, context, checked.findings);
         // What its comments would have hidden is not known of a document that cannot be read.
         if (document.positions && !document.failure)
             vIgnoresTake(document);

@@ -45,6 +45,10 @@ std::string_view shownKindOf(PropertyKind kind) {
     return {};
 }
 
+bool isOfReference(TypeUse use) {
+    return use == TypeUse::Reference || use == TypeUse::ReferenceDataType;
+}
+
 /// The name of an enumeration as readers keep it.
 std::string_view enumerationName(std::string_view name) {
     constexpr std::string_view Prefix = "PEnum_";
@@ -172,11 +176,14 @@ AcrossRun::MemberTypes AcrossRun::memberTypesOf(const SetOutline& outline,
         if (!type.attribute || !isCounted || member.text.empty())
             continue;
         const auto name = cut(trimmed(type.attribute->value), maxTypeSize);
+        if (name.empty())
+            continue;
         if (member.nameCount == 0) {
             member.firstName = all.names.size();
             member.text.reserve(UsualText);
         }
-        member.text.append(member.nameCount == 0 ? " of " : ", ").append(name);
+        const auto* const before = isOfReference(type.use) ? " to " : " of ";
+        member.text.append(member.nameCount == 0 ? before : ", ").append(name);
         all.names.push_back(name);
         ++member.nameCount;
     }
@@ -210,13 +217,13 @@ std::vector<bool> AcrossRun::repeatedMembers(const SetOutline& outline, const Me
 }
 
 void AcrossRun::vAdd(std::string_view path, const SetOutline& outline, std::string_view context,
-                     bool mayHaveUnknownType) {
+                     const TypeFaults& faults) {
     if (outline.kind == SetKind::None || outline.isPrefixed)
         return;
     const auto name = outline.setName();
     documents_.push_back({kept(path), kept(context), kept(name), kept(sUpperCase(name))});
     vSetAdd(outline);
-    vMembersAdd(outline, mayHaveUnknownType);
+    vMembersAdd(outline, faults);
 }
 
 void AcrossRun::vSetAdd(const SetOutline& outline) {
@@ -228,29 +235,41 @@ void AcrossRun::vSetAdd(const SetOutline& outline) {
     vGuidAdd(outline, nullptr);
 }
 
-void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) {
+bool AcrossRun::isFaulty(const SetOutline& outline, const MemberOutline& member, const TypeFaults& faults) {
+    if (faults.places.empty())
+        return false;
+    const auto& element = outline.elementOf(member.element);
+    const auto first = std::ranges::lower_bound(faults.places, outline.xml->beginOf(element));
+    return first != faults.places.end() && *first < outline.xml->endOf(element);
+}
+
+void AcrossRun::vMembersAdd(const SetOutline& outline, const TypeFaults& faults) {
     // The texts of usual documents need no other memory.
     std::array<std::byte, 8192> bytes;
     std::pmr::monotonic_buffer_resource memory(bytes.data(), bytes.size());
     const auto all = memberTypesOf(outline, &memory);
     const auto isRepeated = repeatedMembers(outline, all);
     const bool isQuantity = outline.kind == SetKind::QuantitySet;
+    // Of two sets of one name, one hides the other or is in its way, which says that they differ.
+    const auto sets = sets_.find(documents_.back().setName);
+    const bool isCopy = sets != sets_.end() && sets->second.size() > 1;
     auto& types = isQuantity ? quantityTypes_ : propertyTypes_;
     for (std::size_t i = 0; i != all.types.size(); ++i) {
         const auto& member = outline.members[i];
         const auto name = outline.memberName(member);
-        vEnumerationAdd(outline, member);
+        const bool isRight = !isFaulty(outline, member, faults);
+        vEnumerationAdd(outline, member, isRight);
         if (name.empty())
             continue;
         const auto position = outline.xml->textPositionOf(outline.elementOf(member.name));
         vGuidAdd(outline, &member);
         const auto keptName = spellingAdd(memberNames_, name, position);
         const auto& type = all.types[i];
-        if (type.text.empty() || isRepeated[i])
+        if (type.text.empty() || isRepeated[i] || !isRight)
             continue;
         const Spot spot{documents_.size() - 1, position};
         const auto names = all.namesOf(type);
-        if (mayHaveUnknownType) {
+        if (faults.mayBeUnknown) {
             auto& doubtful = doubtful_.emplace_back(
                 Doubtful{isQuantity, keptName, kept(type.text), Items(&memory_), spot});
             for (const auto typeName : names)
@@ -261,6 +280,8 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) 
             if (!knownTypes_.contains(known))
                 knownTypes_.insert(kept(known));
         }
+        if (isCopy)
+            continue;
         auto& variants = types[keptName];
         auto variant = variants.find(type.text);
         if (variant == variants.end())
@@ -269,7 +290,7 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType) 
     }
 }
 
-void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& member) {
+void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& member, bool areItemsRight) {
     if (member.enumeration == NoXmlElement)
         return;
     const auto* attribute = outline.xml->pAttribute(outline.elementOf(member.enumeration), "name");
@@ -289,7 +310,7 @@ void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& 
     const Spot spot{documents_.size() - 1, outline.xml->valuePositionOf(*attribute)};
     const auto keptName = spellingAdd(enumerationNames_, name, spot.position);
     // That there are none is found in the document itself.
-    if (items.empty())
+    if (items.empty() || !areItemsRight)
         return;
     // What hosts add may hide what is standard, enumerations included.
     const auto key = std::string(documents_.back().context).append(1, '\n').append(enumerationName(name));

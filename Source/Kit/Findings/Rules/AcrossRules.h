@@ -54,10 +54,20 @@ public:
     AcrossRun(const AcrossRun&) = delete;
     AcrossRun& operator=(const AcrossRun&) = delete;
 
-    /// `path` is what the document is called in findings. Types of a document that may name an
-    /// unknown one are compared only when other documents have them too.
+    /// What is known to be wrong with the types of a document.
+    struct TypeFaults {
+        /// They may name one that is unknown: they are compared only when other documents have them too.
+        bool mayBeUnknown = false;
+        /// In the order of the text. The types of members that have one inside are not compared.
+        std::vector<TextPosition> places;
+    };
+
+    /// `path` is what the document is called in findings.
     void vAdd(std::string_view path, const SetOutline& outline, std::string_view context,
-              bool mayHaveUnknownType = false);
+              const TypeFaults& faults);
+    void vAdd(std::string_view path, const SetOutline& outline, std::string_view context) {
+        vAdd(path, outline, context, {});
+    }
 
     /// In the order of paths, lines, columns and codes.
     std::vector<Finding> getFindings() const;
@@ -140,8 +150,11 @@ private:
     static MemberTypes memberTypesOf(const SetOutline& outline, std::pmr::memory_resource* memory);
     static std::vector<bool> repeatedMembers(const SetOutline& outline, const MemberTypes& types);
     void vSetAdd(const SetOutline& outline);
-    void vMembersAdd(const SetOutline& outline, bool mayHaveUnknownType);
-    void vEnumerationAdd(const SetOutline& outline, const MemberOutline& member);
+    /// Whether there is one inside the member.
+    static bool isFaulty(const SetOutline& outline, const MemberOutline& member, const TypeFaults& faults);
+    void vMembersAdd(const SetOutline& outline, const TypeFaults& faults);
+    /// `areItemsRight` says whether they are to be compared.
+    void vEnumerationAdd(const SetOutline& outline, const MemberOutline& member, bool areItemsRight);
     /// Of the set when `member` is null.
     void vGuidAdd(const SetOutline& outline, const MemberOutline* member);
     /// The name as it is kept.

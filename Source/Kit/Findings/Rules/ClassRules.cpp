@@ -217,7 +217,8 @@ void ClassCheck::vClassCheck(const ClassOutline& item) {
 }
 
 void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& entity) {
-    if (!boRepeats(item, entity) && !boIsRight(item)) {
+    const bool isRepeated = boRepeats(item, entity);
+    if (!isRepeated && !boIsRight(item)) {
         std::string mended(entity.getName());
         mended.append(item.text.substr(item.name.size()));
         add("C003", item, sOtherCase(item.name, entity))
@@ -232,7 +233,9 @@ void ClassCheck::vEntityCheck(const ClassOutline& item, const schema::Entity& en
             "nothing comes after \"/\" in " + sQuoted(trimmed(item.text)) +
                 ", where a predefined type belongs")
             .vSeverity(Severity::Warning);
-    checked_.emplace_back(&entity, &item);
+    // What else is wrong with a class that is listed twice is said of the first.
+    if (!isRepeated)
+        checked_.emplace_back(&entity, &item);
 }
 
 std::string ClassCheck::sOtherCase(std::string_view name, const schema::Entity& entity) const {

@@ -111,6 +111,11 @@ INSTANTIATE_TEST_SUITE_P(
          {"3:31+7 note C005 \"IfcWall\" is listed with its supertype \"IfcElement\" | the supertype is here; "
           "it "
           "includes every IfcWall @3:61"}},
+        {"repeated beside its supertype",
+         sClasses({"IfcWall", "IfcElement", "IfcWall"}),
+         {"3:31+7 note C005 \"IfcWall\" is listed with its supertype \"IfcElement\" | the supertype is here; "
+          "it includes every IfcWall @3:61",
+          "3:94+7 warning C004 the class \"IfcWall\" is listed twice | it is here already @3:31"}},
         {"with a part of its supertype", sClasses({"IfcWallStandardCase", "IfcWall/SOLIDWALL"}), {}},
         {"one is empty",
          sClasses({"", "IfcWall"}),
