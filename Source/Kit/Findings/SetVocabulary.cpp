@@ -106,8 +106,16 @@ constexpr ChildRule ListChildren[] = {{&ListValue, Joined, Needed}};
 constexpr ElementRule ListKind = {"TypePropertyListValue", ContentKind::Elements, UnknownChild::Recorded,
                                   ListChildren};
 /// Of older documents. Readers do not look inside.
-constexpr ElementRule SimpleProperty = {"TypeSimpleProperty", ContentKind::Elements, UnknownChild::PassedOver,
-                                        SingleChildren};
+constexpr ElementRule SimpleProperty = {"TypeSimpleProperty",
+                                        ContentKind::Elements,
+                                        UnknownChild::PassedOver,
+                                        SingleChildren,
+                                        {},
+                                        false,
+                                        SetKind::None,
+                                        false,
+                                        false,
+                                        true};
 /// Complex properties contain properties, whose rule is that of the children of "PropertyDefs".
 extern const ElementRule ComplexProperty;
 
@@ -321,6 +329,15 @@ std::vector<std::string_view> SetVocabulary::childNames(const ElementRule& rule)
     std::vector<std::string_view> names;
     for (const auto& child : rule.children)
         names.push_back(child.rule->name);
+    return names;
+}
+
+std::vector<std::string_view> SetVocabulary::offeredNames(const ElementRule& rule) {
+    std::vector<std::string_view> names;
+    for (const auto& child : rule.children) {
+        if (!child.rule->isObsolete)
+            names.push_back(child.rule->name);
+    }
     return names;
 }
 

@@ -81,6 +81,8 @@ struct ElementRule {
     bool isUnread = false;
     /// There may be one text instead of the elements.
     bool isTextLegal = false;
+    /// It is known, and nobody is to write it: readers make nothing of it.
+    bool isObsolete = false;
 };
 
 class SetVocabulary {
@@ -106,6 +108,8 @@ public:
     static bool boContains(const ElementRule& rule, std::string_view name);
     /// The names that the children of an element may have.
     static std::vector<std::string_view> childNames(const ElementRule& rule);
+    /// Those of them that are offered to authors.
+    static std::vector<std::string_view> offeredNames(const ElementRule& rule);
     /// The names of all elements below the root of a set of that kind, without order.
     static std::span<const std::string_view> elementNames(SetKind kind);
 

@@ -55,6 +55,16 @@ TEST(SetVocabulary, OfATypeTheFirstElementAloneIsRead) {
 }
 
 // Its items are read whatever their tags are.
+TEST(SetVocabulary, AKindOfWhichReadersMakeNothingIsNotOffered) {
+    const XmlPositions xml("<PropertySetDef><PropertyDefs><PropertyDef><PropertyType/></PropertyDef></"
+                           "PropertyDefs></PropertySetDef>");
+    const SetVocabulary vocabulary(xml, SetKind::PropertySet);
+    const auto& rule = *vocabulary.pRuleOf(3);
+    EXPECT_THAT(SetVocabulary::childNames(rule), testing::Contains("TypeSimpleProperty"));
+    EXPECT_THAT(SetVocabulary::offeredNames(rule), testing::Not(testing::Contains("TypeSimpleProperty")));
+    EXPECT_EQ(SetVocabulary::offeredNames(rule).size(), 7U);
+}
+
 TEST(SetVocabulary, AnItemOfAListIsReadUnderAnyName) {
     EXPECT_EQ(sRules("<PropertySetDef><PropertyDefs><PropertyDef><PropertyType><TypePropertyEnumeratedValue>"
                      "<EnumList><Item/></EnumList></TypePropertyEnumeratedValue></PropertyType></PropertyDef>"

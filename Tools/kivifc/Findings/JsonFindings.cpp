@@ -62,9 +62,7 @@ Json findingJson(const kit::Finding& finding) {
     json["notes"] = notesJson(finding.notes);
     json["edits"] = editsJson(finding.edits);
     if (finding.origin)
-        json["origin"] = {{"function", finding.origin->function},
-                          {"file", finding.origin->file},
-                          {"line", finding.origin->line}};
+        json["origin"] = {{"function", finding.origin->function}, {"file", finding.origin->file}};
     return json;
 }
 

@@ -135,8 +135,8 @@ END_SCHEMA;
          Severity::Error,
          "The library finds the type of a unit ending with a blank.",
          "With the blank it is no unit of the schema. It comes of <UnitType type=\"LENGTHUNIT \"/>, for "
-         "example, which is a finding S019 with this as a note. It is a finding of its own only in a "
-         "document that has more findings of that code than are kept.",
+         "example, which is a finding S019 with this as a note. It is a finding of its own where the schema "
+         "has no units, and in a document that has more findings of that code than are kept.",
          {},
          {}},
         {"R015",

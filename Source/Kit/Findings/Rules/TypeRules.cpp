@@ -69,6 +69,8 @@ private:
     bool boIsGiven(const TypeOutline& type) const;
     bool boHasReference(const TypeOutline& type) const;
     bool boRefers(const TypeOutline& type) const;
+    std::string sKindFor(const TypeOutline& type) const;
+    std::string sThe(const TypeOutline& type, std::string_view name) const;
     const schema::ObjectBase* pObjectOf(const TypeOutline& type);
     void vUnknownAdd(const TypeOutline& type, std::string_view name);
     void vSpellingCheck(const TypeOutline& type, const schema::ObjectBase& object);
@@ -144,6 +146,16 @@ bool TypeCheck::boRefers(const TypeOutline& type) const {
            (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
 }
 
+/// What the name is expected to be.
+std::string TypeCheck::sKindFor(const TypeOutline& type) const {
+    return boRefers(type) ? "entity" : "type";
+}
+
+/// "the type \"IfcLabel\""
+std::string TypeCheck::sThe(const TypeOutline& type, std::string_view name) const {
+    return "the " + sKindFor(type) + " " + sQuoted(name);
+}
+
 void TypeCheck::vTypeCheck(const TypeOutline& type) {
     const auto* object = pObjectOf(type);
     if (!object)
@@ -161,11 +173,14 @@ const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
     if (!boIsGiven(type)) {
         // What a time series is made of need not be said, nor need "reftype" when "DataType" is there. Nobody
         // reads the type of an older simple property.
-        const bool isRequired =
-            type.use == TypeUse::Value || (type.use == TypeUse::ReferenceDataType && !boHasReference(type));
+        const bool isOfReference = type.use == TypeUse::ReferenceDataType;
+        const bool isRequired = type.use == TypeUse::Value || (isOfReference && !boHasReference(type));
         if (run_.boMisplaced(type.element) || run_.boRepeated(type.element))
             return nullptr;
-        if (isRequired && type.attribute)
+        if (isOfReference && boHasReference(type) && type.attribute)
+            run_.addAtValue("T008", type.element, *type.attribute,
+                            "the data type is empty, and readers take it in place of \"reftype\"");
+        else if (isRequired && type.attribute)
             run_.addAtValue("T008", type.element, *type.attribute, "the data type is empty");
         else if (isRequired)
             run_.add("T008", type.element, "\"DataType\" has no attribute \"type\"");
@@ -181,13 +196,12 @@ const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
 void TypeCheck::vUnknownAdd(const TypeOutline& type, std::string_view name) {
     if (const auto* other = names_.pOtherWith(name)) {
         run_.addAtValue("T002", type.element, *type.attribute,
-                        "the type " + sQuoted(name) + " is not in " + names_.sSchema() + " but in " +
-                            other->name)
+                        sThe(type, name) + " is not in " + names_.sSchema() + " but in " + other->name)
             .finding.missingNames.emplace_back(name);
         return;
     }
     auto& draft = run_.addAtValue("T001", type.element, *type.attribute,
-                                  names_.sSchema() + " has no type " + sQuoted(name));
+                                  names_.sSchema() + " has no " + sKindFor(type) + " " + sQuoted(name));
     draft.finding.missingNames.emplace_back(name);
     const bool wantsEntity = boRefers(type);
     if (const auto meant = wantsEntity ? std::string_view() : typeForForeign(name);
@@ -208,7 +222,7 @@ void TypeCheck::vSpellingCheck(const TypeOutline& type, const schema::ObjectBase
     }
     if (name != object.getName())
         run_.addAtValue("T006", type.element, *type.attribute,
-                        "the type " + sQuoted(name) + " is written " + sQuoted(object.getName()) + " in " +
+                        sThe(type, name) + " is written " + sQuoted(object.getName()) + " in " +
                             names_.sSchema())
             .vEdit(run_.xml.valueOf(*type.attribute).bytes, object.getName());
 }

@@ -207,7 +207,7 @@ void vMissingChildrenCheck(RuleRun& run, XmlIndex element, const ElementRule& ru
     else if (rule.isFirstChildOnly && run.xml.getElement(element).firstChild == NoXmlElement &&
              !run.boMisplaced(element) && !run.boRepeated(element))
         run.add("S004", element, "the property has no type: \"PropertyType\" is empty")
-            .vNote("legal here: " + sQuotedList(SetVocabulary::childNames(rule)));
+            .vNote("legal here: " + sQuotedList(SetVocabulary::offeredNames(rule)));
 }
 
 void vMemberListsCheck(RuleRun& run) {

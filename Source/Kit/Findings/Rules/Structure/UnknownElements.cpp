@@ -268,7 +268,7 @@ void UnknownElements::vUnknownNoteAdd(FindingDraft& draft, XmlIndex element, con
         run_.vMisplacedNote(parts.parent);
         return;
     }
-    const auto legal = SetVocabulary::childNames(parent);
+    const auto legal = SetVocabulary::offeredNames(parent);
     if (!meaning.match.name.empty())
         vBecomeNote(draft, element, meaning.match);
     else if (const auto missing = soleMissing(run_, parts.parent); !missing.empty())
