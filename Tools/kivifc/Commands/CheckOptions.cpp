@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fmt/format.h>
 #include <limits>
 #include <string_view>
@@ -257,6 +258,9 @@ bool CheckOptions::boInputCheck(Diagnostics& diagnostics) const {
     auto failure = sConflict();
     if (schemaPath.empty())
         failure = "FILE, the schema, is required; see kivifc check --help";
+    else if (paths.empty() && std::filesystem::path(schemaPath).extension() == ".xml")
+        failure =
+            fmt::format("FILE, the schema, is required before \"{}\"; see kivifc check --help", schemaPath);
     else if (paths.empty())
         failure = "PATH, a set document or folder, is required; see kivifc check --help";
     if (!failure.empty())

@@ -241,6 +241,9 @@ TEST_F(CheckSet, GithubSaysWhyTheJobFailed) {
     EXPECT_EQ(
         run({"Building.exp", "--format=github"}).out,
         "::error::command line: PATH, a set document or folder, is required; see kivifc check --help\n");
+    EXPECT_EQ(
+        run({"Set.xml", "--format=github"}).out,
+        "::error::command line: FILE, the schema, is required before \"Set.xml\"; see kivifc check --help\n");
     EXPECT_THAT(run({"Building.exp", "Set.xml", "--frob", "--format", "github"}).out,
                 StartsWith("::error::command line: "));
     fs::create_directory(folder_.sPath("Nothing"));
