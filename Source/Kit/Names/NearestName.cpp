@@ -24,6 +24,8 @@ constexpr std::size_t Unlike = std::numeric_limits<std::size_t>::max();
 constexpr std::size_t SpellingChangeCost = 4;
 constexpr std::size_t PartChangeCost = 8;
 constexpr std::size_t OtherPrefixCost = 2;
+/// Of whole words: who writes "IfcPipe" means "IfcPipeSegment" rather than "IfcPile".
+constexpr std::size_t FirstWordsCost = 2;
 constexpr std::size_t BeginningCost = 5;
 constexpr std::size_t WordCost = 7;
 constexpr std::size_t AbbreviationCost = 16;
@@ -222,8 +224,10 @@ private:
             return {};
         const auto surplus = candidate.size() - name.size();
         Judged best;
+        const bool isFirstWords =
+            changesOfBeginning == 0 && surplus != 0 && isWordBegin(candidate, name.size());
         if (changesOfBeginning <= allowed)
-            best = part(changesOfBeginning, BeginningCost, surplus);
+            best = part(changesOfBeginning, isFirstWords ? FirstWordsCost : BeginningCost, surplus);
         for (std::size_t place = 1;
              place + name.size() <= candidate.size() + allowed && place < candidate.size(); ++place) {
             if (isSame(candidate[place], name.front()) && isWordBegin(candidate, place))

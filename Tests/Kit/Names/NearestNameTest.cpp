@@ -126,12 +126,22 @@ TEST(NearestName, SpellingComesBeforeParts) {
     EXPECT_EQ(nearestName("IFCWALL", Names{"IfcWall"})->changes, 0U);
 }
 
+TEST(NearestName, FirstWordsOfANameAreNearerThanAnotherSpelling) {
+    const Names names{"IfcPile", "IfcPipeSegment", "IfcTable", "IfcCableCarrierFitting", "IfcCableSegment"};
+    EXPECT_EQ(sNearest("IfcPipe", names), "IfcPipeSegment");
+    EXPECT_EQ(sNearest("IfcCable", names), "IfcCableSegment");
+    // A part of a word is not.
+    EXPECT_EQ(sNearest("IfcPil", Names{"IfcPile", "IfcPilotLight"}), "IfcPile");
+    // Nor are words of which very much is left.
+    EXPECT_EQ(sNearest("IfcPipe", Names{"IfcPile", "IfcPipeSegmentOfAnother"}), "IfcPile");
+}
+
 TEST(NearestName, ShortListBeginsWithTheNearest) {
     const Names names{"IfcWallElementedCase", "IfcWallType", "IfcDoor", "IfcWall", "IfcWaal"};
     std::vector<std::string_view> found;
     for (const auto& match : nearestNames("IfcWall", names))
         found.push_back(match.name);
-    EXPECT_THAT(found, ElementsAre("IfcWall", "IfcWaal", "IfcWallType"));
+    EXPECT_THAT(found, ElementsAre("IfcWall", "IfcWallType", "IfcWaal"));
     EXPECT_THAT(nearestNames("IfcWall", names, 1), testing::SizeIs(1));
     EXPECT_THAT(nearestNames("IfcWall", names, 0), IsEmpty());
     EXPECT_THAT(nearestNames("Quantity", names), IsEmpty());
