@@ -8,7 +8,9 @@ std::span<const Rule> getStructureRules() {
         {"S001", "unknown-element", Severity::Error, "An element is not known in its place.",
          "What readers of set documents do not know they pass over, with everything inside it. Usually the "
          "name is misspelt, or the element is in the wrong place.\n\n"
-         "The note lists what may be there. Elements of your own have no place in a set document.",
+         "The note lists what may be there. Elements of your own have no place in a set document. Inside "
+         "\"EnumList\", where readers take every element for an item, and where they do not look, it is a "
+         "warning.",
          changed(WallSet, {{"<PropertyType>", "<PropertyTyp>"}, {"</PropertyType>", "</PropertyTyp>"}}),
          WallSet},
         {"S002", "unknown-attribute", Severity::Error, "An attribute is not known on its element.",
@@ -38,7 +40,8 @@ std::span<const Rule> getStructureRules() {
         {"S005", "missing-attribute", Severity::Error, "An attribute that is needed is missing.",
          "A \"UnitType\" without \"type\" names no unit, an \"IfcVersion\" without \"version\" no release: "
          "readers pass over them. A bound without \"value\" is no bound. An \"EnumList\" without \"name\" "
-         "gets the name of its property, which may be that of another enumeration.",
+         "gets the name of its property, which may be that of another enumeration. The last two are "
+         "warnings.",
          changed(WallSet,
                  {{R"(<DataType type="IfcBoolean"/>)", R"(<DataType type="IfcLengthMeasure"/><UnitType/>)"}}),
          changed(WallSet, {{R"(<DataType type="IfcBoolean"/>)",
@@ -58,14 +61,16 @@ std::span<const Rule> getStructureRules() {
         {"S007", "unknown-template-type", Severity::Error,
          "The value of \"templatetype\" is not one of the template types.",
          "A template type says whether a set belongs to types, to occurrences or to both. Another text is "
-         "not understood, and the set counts as one whose template type is not defined.",
+         "not understood, and the set counts as one whose template type is not defined. An empty one is a "
+         "warning: readers take it for none.",
          changed(WallSet, {{"<PropertySetDef>", R"(<PropertySetDef templatetype="PSET_TYPEDRIVEN">)"}}),
          changed(WallSet, {{"<PropertySetDef>", R"(<PropertySetDef templatetype="PSET_TYPEDRIVENONLY">)"}})},
         {"S008", "unknown-unit-type", Severity::Error,
          "The type of a unit is not one of the units of the schema.",
          "The types of units are the items of the enumerations IfcUnitEnum and IfcDerivedUnitEnum of the "
          "schema. A unit of another name cannot be made in a model. Names of measures, such as "
-         "IfcLengthMeasure, are no units.",
+         "IfcLengthMeasure, are no units. Inside \"TypeSimpleProperty\", where readers do not look, it is a "
+         "warning.",
          changed(WallSet, {{R"(<DataType type="IfcBoolean"/>)",
                             R"(<DataType type="IfcLengthMeasure"/><UnitType type="METREUNIT"/>)"}}),
          changed(WallSet, {{R"(<DataType type="IfcBoolean"/>)",
