@@ -162,6 +162,15 @@ void vMissingAttributeCheck(RuleRun& run, XmlIndex element, std::string_view att
         run.add("S005", element, std::move(message)).vSeverity(severity);
 }
 
+void vBoundCheck(RuleRun& run, XmlIndex element) {
+    const auto* value = run.xml.pAttribute(run.xml.getElement(element), "value");
+    if (!value)
+        vMissingAttributeCheck(run, element, "value", Severity::Warning, "the bound has no \"value\"");
+    else if (trimmed(value->value).empty() && !run.boRepeated(element))
+        run.addAtValue("S005", element, *value, "the \"value\" of the bound is empty")
+            .vSeverity(Severity::Warning);
+}
+
 /// Adds attributes to the finding about the first one, which is over the limits when it is not there.
 void vOthersNote(RuleRun& run, std::size_t place, const XmlAttribute& first,
                  const std::vector<const XmlAttribute*>& others) {
@@ -238,7 +247,7 @@ void vMissingAttributesCheck(RuleRun& run, XmlIndex element, const ElementRule& 
         vMissingAttributeCheck(run, element, "name", Severity::Warning,
                                "the complex property has no \"name\", so nothing says what it is used for");
     else if (rule.name == "LowerBoundValue" || rule.name == "UpperBoundValue")
-        vMissingAttributeCheck(run, element, "value", Severity::Warning, "the bound has no \"value\"");
+        vBoundCheck(run, element);
 }
 
 } // namespace kiv::kit

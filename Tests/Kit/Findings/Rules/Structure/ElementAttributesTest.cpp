@@ -105,6 +105,21 @@ TEST(ElementAttributesTest, AMisspeltAttributeIsTheOneMistake) {
             "node | the library reports: Could not find attribute"));
 }
 
+TEST(ElementAttributesTest, ABoundHasAValue) {
+    const auto bounded = [](std::string_view attributes) {
+        return setWithType("<PropertyType><TypePropertyBoundedValue><ValueRangeDef><LowerBoundValue" +
+                           std::string(attributes) +
+                           "/></ValueRangeDef><DataType type=\"IfcReal\"/></TypePropertyBoundedValue>"
+                           "</PropertyType>");
+    };
+    EXPECT_THAT(findingLines(bounded(" value=\"0\"")), IsEmpty());
+    EXPECT_THAT(findingLines(bounded("")), ElementsAre("8:57+15 warning S005 the bound has no \"value\""));
+    for (const auto* const value : {" value=\"\"", " value=\" \""})
+        EXPECT_THAT(findingLines(bounded(value)), testing::SizeIs(1));
+    EXPECT_THAT(findingLines(bounded(" value=\"\"")),
+                ElementsAre("8:73+5 warning S005 the \"value\" of the bound is empty"));
+}
+
 TEST(ElementAttributesTest, AComplexPropertySaysWhatItIsUsedFor) {
     const auto complex = [](std::string_view attributes) {
         return setWithType("<PropertyType><TypeComplexProperty" + std::string(attributes) + ">" +

@@ -120,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(
         {"an unknown bound", sBounded("IfcReal", "0", "?"), {}},
         {"the name of the type where no bound is known", sBounded("IfcReal", "IfcReal", "IfcReal"), {}},
         {"a comma",
-         sBounded("IfcReal", "1,5", ""),
+         sBounded("IfcReal", "1,5", "?"),
          {"5:66+3 warning T015 the value \"1,5\" is not of the type IfcReal, which needs a number"}},
         {"a value that a rule of its type forbids",
          sBounded("IfcPositiveLengthMeasure", "-0.5", "1"),
@@ -128,13 +128,13 @@ INSTANTIATE_TEST_SUITE_P(
           "SELF > "
           "0.0"}},
         {"an upper bound that a rule forbids",
-         sBounded("IfcPositiveLengthMeasure", "", "-1"),
-         {"5:93+2 warning T015 the value \"-1\" breaks a rule of IfcPositiveLengthMeasure | the rule is SELF "
+         sBounded("IfcPositiveLengthMeasure", "?", "-1"),
+         {"5:94+2 warning T015 the value \"-1\" breaks a rule of IfcPositiveLengthMeasure | the rule is SELF "
           "> "
           "0.0"}},
         {"the bound of a rule", sBounded("IfcPositiveLengthMeasure", "0", "1"), {}},
         {"values that a rule allows", sBounded("IfcPositiveLengthMeasure", "1e-400", "1e400"), {}},
-        {"a value that is no number", sBounded("IfcPositiveLengthMeasure", "?", ""), {}},
+        {"a value that is no number", sBounded("IfcPositiveLengthMeasure", "?", "?"), {}},
         {"a fraction where an integer belongs",
          sBounded("IfcInteger", "1", "2.5"),
          {"5:94+3 warning T015 the value \"2.5\" is not of the type IfcInteger, which needs an integer"}},
