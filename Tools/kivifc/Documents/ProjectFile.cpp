@@ -38,19 +38,43 @@ LineHead lineHead(std::string_view line) {
     return {{}, end == std::string_view::npos ? line : ascii::trimmed(line.substr(0, end), " \t\"'")};
 }
 
-/// A line without its comment, and without the blanks around it.
-std::string_view withoutComment(std::string_view line) {
+/// Where the comment of a line begins, or the line ends.
+struct LineEnd {
+    std::size_t place = 0;
+    /// A text begins and nothing closes it.
+    bool isInText = false;
+};
+
+LineEnd lineEnd(std::string_view line) {
     char quote = '\0';
-    for (std::size_t at = 0; at != line.size(); ++at) {
+    for (std::size_t at = 0; at < line.size(); ++at) {
         const char byte = line[at];
         if (quote == '\0' && byte == '#')
-            return ascii::trimmed(line.substr(0, at), Blanks);
+            return {at, false};
         if (quote == '\0' && (byte == '"' || byte == '\''))
             quote = byte;
         else if (byte == quote)
             quote = '\0';
+        else if (quote == '"' && byte == '\\')
+            ++at;
     }
-    return ascii::trimmed(line, Blanks);
+    return {line.size(), quote != '\0'};
+}
+
+/// A line without its comment, and without the blanks around it.
+std::string_view withoutComment(std::string_view line) {
+    return ascii::trimmed(line.substr(0, lineEnd(line).place), Blanks);
+}
+
+/// The first line with a text that nothing closes; 0 when there is none.
+std::size_t openTextLine(const std::string& text) {
+    std::istringstream stream(text);
+    std::string line;
+    for (std::size_t number = 1; std::getline(stream, line); ++number) {
+        if (lineEnd(line).isInText)
+            return number;
+    }
+    return 0;
 }
 
 /// Each list on the line on which it begins, with empty lines in place of its others: the reader of such
@@ -206,6 +230,10 @@ std::optional<ProjectFile> projectFileRead(const std::string& path, ProjectFailu
     failure = {file.failure, 0};
     if (!failure.reason.empty())
         return std::nullopt;
+    if (const auto line = openTextLine(file.text); line != 0) {
+        failure = {"nothing closes this text", line};
+        return std::nullopt;
+    }
     const JoinedLists joined(file.text);
     if (joined.getOpenLine() != 0) {
         failure = {"nothing closes this list", joined.getOpenLine()};
