@@ -24,6 +24,11 @@ std::string sEntity(const std::string& name, const std::string& body) {
     return "ENTITY " + name + "\n" + body + "\nEND_ENTITY;\n";
 }
 
+/// That many names that are not declared, each on a line of its own.
+std::string sMissingLines(std::size_t count) {
+    return sJoined(count, [](std::size_t i) { return sNumbered("Missing", i) + '\n'; });
+}
+
 /// With the reading of the text as a whole: the reports are a part of what is looked at.
 void vFindingsFind(const std::string& statements) {
     const AssertCollector reports;
@@ -49,22 +54,12 @@ TEST(SchemaFindingsGrowthTest, UndefinedNames) {
                              }));
           }},
          {"types of one attribute", Many,
-          [](std::size_t count) {
-              return sEntity("E;", " X :\n" + sJoined(count, [](std::size_t i) {
-                                       return sNumbered("Missing", i) + '\n';
-                                   }) + ";");
-          }},
+          [](std::size_t count) { return sEntity("E;", " X :\n" + sMissingLines(count) + ";"); }},
          {"types of one type", Many,
-          [](std::size_t count) {
-              return "TYPE T =\n" +
-                     sJoined(count, [](std::size_t i) { return sNumbered("Missing", i) + '\n'; }) +
-                     ";\nEND_TYPE;\n";
-          }},
+          [](std::size_t count) { return "TYPE T =\n" + sMissingLines(count) + ";\nEND_TYPE;\n"; }},
          {"types of one inverse attribute", Many,
           [](std::size_t count) {
-              return sEntity("E;", " INVERSE\n X :\n" + sJoined(count, [](std::size_t i) {
-                                       return sNumbered("Missing", i) + '\n';
-                                   }) + " FOR Y;");
+              return sEntity("E;", " INVERSE\n X :\n" + sMissingLines(count) + " FOR Y;");
           }},
          {"attributes of one type", Many,
           [](std::size_t count) {
