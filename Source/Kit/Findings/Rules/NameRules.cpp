@@ -134,6 +134,16 @@ void vCharactersCheck(RuleRun& run, XmlIndex element, const XmlAttribute* attrib
     vPartPlace(draft, text, whole, name.substr(mixed->offset, mixed->size));
 }
 
+/// What the white space around a name is; which character, where it does not look like what it is.
+std::string sWhiteSpace(std::string_view blanks) {
+    const auto isNotAscii = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
+    const auto odd = std::ranges::find_if(blanks, isNotAscii);
+    if (odd == blanks.end())
+        return "white space";
+    return "the character " +
+           sCodeOf(codePointAt(blanks, static_cast<std::size_t>(odd - blanks.begin())).value);
+}
+
 /// A name with white space around it; `what` says of what it is.
 void vBlanksAroundAdd(RuleRun& run, XmlIndex name, std::string_view what) {
     const auto& element = run.xml.getElement(name);
@@ -141,12 +151,12 @@ void vBlanksAroundAdd(RuleRun& run, XmlIndex name, std::string_view what) {
     const auto trimmed = trimmedBlanks(whole);
     const auto begin = static_cast<std::size_t>(trimmed.data() - whole.data());
     const bool isAtEnd = begin == 0;
+    const auto around = isAtEnd ? whole.substr(trimmed.size()) : whole.substr(0, begin);
     auto& draft = run.addAtText("N004", name,
                                 "the " + std::string(what) + " " + sQuoted(trimmed) + " " +
-                                    (isAtEnd ? "ends" : "begins") + " with white space")
+                                    (isAtEnd ? "ends" : "begins") + " with " + sWhiteSpace(around))
                       .vEdit(run.xml.textBytesOf(element), trimmed);
-    vPartPlace(draft, run.xml.textOf(element), whole,
-               isAtEnd ? whole.substr(trimmed.size()) : whole.substr(0, begin));
+    vPartPlace(draft, run.xml.textOf(element), whole, around);
 }
 
 void vBlanksCheck(RuleRun& run, XmlIndex name, std::string_view what) {

@@ -69,10 +69,11 @@ TEST(NameRulesTest, AnEnumerationNeedsAName) {
 TEST(NameRulesTest, BlanksAroundNamesAreMended) {
     const auto text = setWith("<Name>\n  A\n</Name>", quantity("<Name>B </Name>") + quantity("<Name>\xC2\xA0"
                                                                                              "C</Name>"));
-    EXPECT_THAT(findingLines(text),
-                ElementsAre("3:3+1 warning N004 the name of the set \"A\" begins with white space",
-                            "6:16+1 warning N004 the name of the quantity \"B\" ends with white space",
-                            "7:15+1 warning N004 the name of the quantity \"C\" begins with white space"));
+    EXPECT_THAT(
+        findingLines(text),
+        ElementsAre("3:3+1 warning N004 the name of the set \"A\" begins with white space",
+                    "6:16+1 warning N004 the name of the quantity \"B\" ends with white space",
+                    "7:15+1 warning N004 the name of the quantity \"C\" begins with the character U+00A0"));
     EXPECT_THAT(findingLines(test::sMended(text)), IsEmpty());
     EXPECT_THAT(test::sMended(text), testing::HasSubstr("<Name>A</Name>"));
 }
