@@ -24,7 +24,8 @@ namespace kiv::test {
 namespace {
 
 /// Runs a command; what it writes is counted.
-void vCommandRun(const std::unique_ptr<kivifc::Command>& command, std::vector<std::string> arguments) {
+void vCommandRun(const std::unique_ptr<kivifc::Command>& command, std::vector<std::string> arguments,
+                 kivifc::ExitStatus status = kivifc::ExitStatus::Fine) {
     CLI::App app;
     command->vOptionsAdd(app);
     std::ranges::reverse(arguments);
@@ -37,7 +38,7 @@ void vCommandRun(const std::unique_ptr<kivifc::Command>& command, std::vector<st
     kivifc::Console console{output, diagnostics};
     command->vRun(console);
     EXPECT_EQ(output.sFinish(), "");
-    EXPECT_EQ(diagnostics.getStatus(), kivifc::ExitStatus::Fine);
+    EXPECT_EQ(diagnostics.getStatus(), status);
 }
 
 /// An entity with a name that is as long as its attributes are together, and a configuration of them all.
@@ -85,6 +86,42 @@ TEST(KivifcCommandGrowthTest, ConfigurationsOfEntitiesWithLongNames) {
 TEST(KivifcCommandGrowthTest, ConfigurationsOfEntitiesWithLongNamesAsJson) {
     vGrowthForOutputExpect(ConfiguredEntities,
                            [](const std::string& files) { vConfigRun(files, {"--json"}); });
+}
+
+/// Each record on the nodes that nobody knows names the set, whose name is as long as all of them.
+const std::vector<GrowthRow> LongSets{{"records", 10'000, [](std::size_t count) {
+                                           return "<PropertySetDef><Name>" + std::string(4 * count, 'N') +
+                                                  "</Name>" + sTimes("<a/>", count) + "</PropertySetDef>";
+                                       }}};
+
+TEST(KivifcCommandGrowthTest, SetsWithLongNamesAndManyRecordsAsJson) {
+    vGrowthForOutputExpect(LongSets, [](const std::string& document) {
+        const TemporaryFolder folder;
+        vCommandRun(
+            kivifc::pCheckCommand(),
+            {"--json", folder.sWrite("S.exp", "SCHEMA S;\nEND_SCHEMA;\n"), folder.sWrite("s.xml", document)},
+            kivifc::ExitStatus::Findings);
+    });
+}
+
+/// The report on the last rule of a type, which is refused, is made for each type that is built on it.
+const std::vector<GrowthRow> RefusedRules{
+    {"types built on a type with many rules", 5'000, [](std::size_t count) {
+         return "SCHEMA S;\nTYPE T = REAL;\n WHERE\n" +
+                sJoined(count, [](std::size_t i) { return "W" + std::to_string(i) + " : SELF > 0;\n"; }) +
+                "W : SELF > ( ;\nEND_TYPE;\n" +
+                sJoined(count,
+                        [](std::size_t i) { return "TYPE U" + std::to_string(i) + " = T;\nEND_TYPE;\n"; }) +
+                "END_SCHEMA;\n";
+     }}};
+
+TEST(KivifcCommandGrowthTest, ReportsOnRulesOfManyTypesAsJson) {
+    vGrowthForOutputExpect(RefusedRules, [](const std::string& schema) {
+        const TemporaryFolder folder;
+        const auto document = folder.sWrite("s.xml", "<PropertySetDef><Name>P</Name></PropertySetDef>");
+        vCommandRun(kivifc::pCheckCommand(), {"--json", folder.sWrite("S.exp", schema), document},
+                    kivifc::ExitStatus::Fine);
+    });
 }
 
 /// Declarations like those of IFC: names of such lengths, some attributes and rules each, references.

@@ -18,20 +18,24 @@ namespace {
 /// Reads and checks the documents one after another; each is kept only until it is reported.
 class Checker {
 public:
-    Checker(const SchemaFile& schema, Console& console) :
-        schema_(schema), console_(console), context_{console, schema, summary_, errors_} {}
+    Checker(const SchemaFile& schema, const std::vector<std::string>& paths, Console& console) :
+        schema_(schema),
+        paths_(paths),
+        console_(console),
+        progress_(stderr, paths.size()),
+        context_{console, schema, summary_, errors_, progress_} {}
 
     const CheckContext& getContext() const { return context_; }
 
-    void vCheck(const std::vector<std::string>& paths, CheckReport& report) {
-        Progress progress(stderr, paths.size());
-        for (std::size_t done = 0; done < paths.size(); ++done) {
-            progress.vShow(done);
-            auto document = setDocumentCheck(paths[done], *schema_.schema);
+    void vCheck(CheckReport& report) {
+        for (std::size_t done = 0; done < paths_.size(); ++done) {
+            progress_.vShow(done);
+            auto document = setDocumentCheck(paths_[done], *schema_.schema);
             if (document.failure || !document.errors.getRecords().empty() || !document.assertions.empty())
-                progress.vHide();
+                progress_.vHide();
             vDocumentTake(std::move(document), report);
         }
+        progress_.vHide();
     }
 
 private:
@@ -47,7 +51,9 @@ private:
     }
 
     const SchemaFile& schema_;
+    const std::vector<std::string>& paths_;
     Console& console_;
+    Progress progress_;
     CheckSummary summary_;
     ifc::def::xml::XmlSetsErrors errors_;
     CheckContext context_;
@@ -64,9 +70,9 @@ std::unique_ptr<CheckReport> pReport(const CheckContext& context, const CheckOpt
 void vCheckListing(const SchemaFile& schema, const std::vector<std::string>& paths,
                    const CheckOptions& options, Console& console) {
     const auto begin = std::chrono::steady_clock::now();
-    Checker checker(schema, console);
+    Checker checker(schema, paths, console);
     const auto report = pReport(checker.getContext(), options);
-    checker.vCheck(paths, *report);
+    checker.vCheck(*report);
     report->vEnd(std::chrono::steady_clock::now() - begin);
     if (options.reportPath.empty())
         return;

@@ -111,8 +111,10 @@ void vConfigWrite(const SchemaPset& schema, const std::vector<assert::AssertReco
                    writer);
     });
     writer.vArrayEnd();
-    writer.vKey("reports");
-    vJsonWrite(assertionsJson(reports), writer);
+    writer.vObjects("reports", reports, [&](const auto& report) {
+        vAssertionMembersWrite({report.code, report.message, report.function, report.file, report.line},
+                               writer);
+    });
     writer.vObjectEnd();
 }
 

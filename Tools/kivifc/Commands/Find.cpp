@@ -98,13 +98,23 @@ std::string sFinding(const SchemaWithSets& loaded, const Finding& finding) {
     return text + (finding.def ? sDef(*finding.def) : sSet(*finding.set));
 }
 
-Json findingJson(const SchemaWithSets& loaded, const Finding& finding) {
-    Json json{{"set", finding.set->getName()},
-              {"context", contextJson(contextOf(*loaded.schema.schema, *finding.set))},
-              {"path", loaded.paths.at(finding.set)},
-              {"kind", finding.set->pXmlElementName()}};
-    json["definition"] = finding.def ? defJson(*finding.def) : setJson(*finding.set);
-    return withBytes(std::move(json), "path");
+void vFindingWrite(const SchemaWithSets& loaded, const Finding& finding, JsonWriter& writer) {
+    if (!finding.set)
+        return writer.vValue(nullptr);
+    const auto& path = loaded.paths.at(finding.set);
+    writer.vObjectBegin();
+    writer.vMember("set", finding.set->getName());
+    writer.vKey("context");
+    vJsonWrite(contextJson(contextOf(*loaded.schema.schema, *finding.set)), writer);
+    writer.vMember("path", path);
+    writer.vMember("kind", finding.set->pXmlElementName());
+    writer.vKey("definition");
+    if (finding.def)
+        vDefWrite(*finding.def, writer);
+    else
+        vSetWrite(*finding.set, writer);
+    vBytesWrite("path", path, writer);
+    writer.vObjectEnd();
 }
 
 class FindCommand final : public Command {
@@ -137,7 +147,7 @@ void FindCommand::vRun(Console& console) {
                                   sNoName("set or GUID", text, kit::setNames(*loaded->schema.schema)));
     }
     if (arguments_.isJsonAsked)
-        vJsonWrite(finding.set ? findingJson(*loaded, finding) : Json(nullptr), console.output);
+        vJsonWrite(console.output, [&](JsonWriter& writer) { vFindingWrite(*loaded, finding, writer); });
     else if (finding.set)
         console.output.vWrite(sFinding(*loaded, finding));
 }

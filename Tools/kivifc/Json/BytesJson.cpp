@@ -32,7 +32,7 @@ std::optional<char> byteAt(std::string_view text) {
     return static_cast<char>(byte);
 }
 
-std::string sBytesKey(const char* key) {
+std::string sBytesKey(std::string_view key) {
     return std::string(key) + "Bytes";
 }
 
@@ -78,6 +78,11 @@ Json withBytes(Json&& object, const char* key) {
         object[sBytesKey(key)] = std::move(bytes);
     }
     return std::move(object);
+}
+
+void vBytesWrite(std::string_view key, std::string_view text, JsonWriter& writer) {
+    if (!isUtf8(text))
+        writer.vMember(sBytesKey(key), sPercentEncoded(text));
 }
 
 } // namespace kiv::kivifc

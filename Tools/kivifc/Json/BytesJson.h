@@ -19,6 +19,9 @@ namespace kiv::kivifc {
 /// it is when the text is UTF-8.
 Json withBytes(Json&& object, const char* key);
 
+/// The same where an object is written: its second member for the text, when there is one.
+void vBytesWrite(std::string_view key, std::string_view text, JsonWriter& writer);
+
 /// The text of that member as it was, whether it was UTF-8 or not. Json::exception when it is not there, or
 /// is no text.
 std::string sWithBytes(const Json& object, const char* key);

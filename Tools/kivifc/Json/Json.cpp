@@ -5,23 +5,6 @@
 
 namespace kiv::kivifc {
 
-namespace {
-
-template <class Record>
-Json recordsJson(std::span<const Record> records) {
-    Json list = Json::array();
-    for (const auto& record : records) {
-        list.push_back({{"code", record.code},
-                        {"message", record.message},
-                        {"function", record.function},
-                        {"file", record.file},
-                        {"line", record.line}});
-    }
-    return list;
-}
-
-} // namespace
-
 void vJsonWrite(const Json& value, JsonWriter& writer) {
     switch (value.type()) {
     case Json::value_t::object:
@@ -61,12 +44,12 @@ void vJsonWrite(const Json& value, Output& output) {
     vJsonWrite(output, [&](JsonWriter& writer) { vJsonWrite(value, writer); });
 }
 
-Json assertionsJson(std::span<const kit::Assertion> records) {
-    return recordsJson(records);
-}
-
-Json assertionsJson(std::span<const assert::AssertRecord> records) {
-    return recordsJson(records);
+void vAssertionMembersWrite(const kit::Assertion& record, JsonWriter& writer) {
+    writer.vMember("code", record.code);
+    writer.vMember("message", record.message);
+    writer.vMember("function", record.function);
+    writer.vMember("file", record.file);
+    writer.vMember("line", record.line);
 }
 
 } // namespace kiv::kivifc

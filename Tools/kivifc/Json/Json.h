@@ -11,14 +11,12 @@
 /// Errors:    std::bad_alloc; what cannot be written is known to the output.
 #pragma once
 
-#include "kiv/Host/Assert/KivAssert.h"
 #include "kiv/Kit/Documents/Assertion.h"
 #include "kivifc/Json/JsonWriter.h"
 #include "kivifc/Program/Output.h"
 
 #include <functional>
 #include <nlohmann/json.hpp>
-#include <span>
 
 namespace kiv::kivifc {
 
@@ -34,8 +32,7 @@ void vJsonWrite(const Json& value, JsonWriter& writer);
 /// Writes what `write` writes, laid out in the same way, as it goes.
 void vJsonWrite(Output& output, const std::function<void(JsonWriter&)>& write);
 
-/// Assertion reports, in order.
-Json assertionsJson(std::span<const kit::Assertion> records);
-Json assertionsJson(std::span<const assert::AssertRecord> records);
+/// The members of an assertion report.
+void vAssertionMembersWrite(const kit::Assertion& record, JsonWriter& writer);
 
 } // namespace kiv::kivifc

@@ -77,6 +77,19 @@ public:
         vArrayEnd();
     }
 
+    /// An array of objects, one for each value, whose members `write` writes.
+    template <typename Values, typename Write>
+    void vObjects(std::string_view key, const Values& values, const Write& write) {
+        vKey(key);
+        vArrayBegin();
+        for (const auto& value : values) {
+            vObjectBegin();
+            write(value);
+            vObjectEnd();
+        }
+        vArrayEnd();
+    }
+
     /// The line end after the outermost value, and all that was kept back.
     void vEnd();
 

@@ -5,6 +5,7 @@
 #include "kiv/Format/Ifc/Def/Schema/IfcSchemaType.h"
 #include "kivifc/Json/DataTypeJson.h"
 #include "kivifc/Json/ExpressionJson.h"
+#include "kivifc/Json/Json.h"
 #include "kivifc/Json/JsonWriter.h"
 
 #include <string_view>
@@ -191,22 +192,6 @@ private:
     DataTypesJson dataTypes_;
 };
 
-/// Assertion reports, in order.
-void vAssertionsWrite(const std::vector<kit::Assertion>& records, JsonWriter& writer) {
-    writer.vKey("assertions");
-    writer.vArrayBegin();
-    for (const auto& record : records) {
-        writer.vObjectBegin();
-        writer.vMember("code", record.code);
-        writer.vMember("message", record.message);
-        writer.vMember("function", record.function);
-        writer.vMember("file", record.file);
-        writer.vMember("line", record.line);
-        writer.vObjectEnd();
-    }
-    writer.vArrayEnd();
-}
-
 } // namespace
 
 void vSchemaJsonWrite(const SchemaFile& file, Output& output) {
@@ -223,7 +208,8 @@ void vSchemaJsonWrite(const SchemaFile& file, Output& output) {
     writer.getDataTypes().vAllWrite();
     json.vKey("sharedDataTypes");
     writer.getDataTypes().vSharedWrite();
-    vAssertionsWrite(file.assertions, json);
+    json.vObjects("assertions", file.assertions,
+                  [&](const auto& record) { vAssertionMembersWrite(record, json); });
     json.vObjectEnd();
     json.vEnd();
 }

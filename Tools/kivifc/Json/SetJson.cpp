@@ -3,8 +3,7 @@
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyTypeDerived.h"
 #include "kivifc/Json/BytesJson.h"
 
-#include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 namespace kiv::kivifc {
@@ -15,200 +14,200 @@ namespace defs = ifc::def::xml;
 namespace pset = ifc::def::pset;
 namespace qto = ifc::def::qto;
 
-Json aliasesJson(const defs::Aliases& aliases) {
-    Json list = Json::array();
-    for (const auto& entry : aliases.getEntries())
-        list.push_back({{"lang", entry.locale.getCombined()}, {"text", entry.text}});
-    return list;
-}
+/// Writes definitions. They are nested as deep as a document may be, and no deeper.
+class DefinitionWriter {
+public:
+    explicit DefinitionWriter(JsonWriter& writer) : writer_(writer) {}
 
-/// Name, text, GUID and line of a set or a member.
-Json headJson(const defs::DefBase& def) {
-    const auto& guid = def.getIfdGuid();
-    return {{"name", def.getName()},
-            {"definition", def.getDefinition()},
-            {"ifdGuid", guid.isNull() ? Json(nullptr) : Json(guid.toString(false))},
-            {"line", def.getLine()},
-            {"definitionAliases", aliasesJson(def.getDefinitionAliases())}};
-}
-
-Json memberJson(const defs::Def& def) {
-    auto json = headJson(def);
-    json["nameAliases"] = aliasesJson(def.getNameAliases());
-    json["entityName"] = def.getEntityName();
-    return json;
-}
-
-Json propertiesJson(const std::vector<pset::PropertyDef>& properties);
-
-Json typeJson(const pset::TypePropertyReferenceValue& type) {
-    return {{"kind", pset::TypePropertyReferenceValue::ElementName},
-            {"dataTypeName", type.getDataTypeName()}};
-}
-
-Json typeJson(const pset::TypePropertySingleValue& type) {
-    return {{"kind", pset::TypePropertySingleValue::ElementName},
-            {"dataTypeName", type.getDataTypeName()},
-            {"unitType", type.getUnitType()}};
-}
-
-Json typeJson(const pset::TypePropertyBoundedValue& type) {
-    return {{"kind", pset::TypePropertyBoundedValue::ElementName},
-            {"dataTypeName", type.getDataTypeName()},
-            {"unitType", type.getUnitType()},
-            {"lowerBoundValue", type.getLowerBoundValue()},
-            {"upperBoundValue", type.getUpperBoundValue()}};
-}
-
-/// What the values of a table column or of a list are.
-Json valuesJson(const std::vector<pset::TypePropertyValue>& values) {
-    Json list = Json::array();
-    for (const auto& value : values) {
-        list.push_back({{"dataTypeName", value.getDataTypeName()},
-                        {"unitType", value.getUnitType()},
-                        {"values", value.getValues()}});
+    void vSetWrite(const defs::SetDef& set) {
+        writer_.vObjectBegin();
+        vHeadWrite(set);
+        writer_.vMember("ifcVersion", set.getIfcVersion());
+        writer_.vMember("templateType", defs::sTemplateTypeText(set.getTemplateType()));
+        vClassesWrite(set.getApplicableClasses());
+        writer_.vMember("applicableTypeValue", set.getApplicableTypeValue());
+        if (const auto* properties = dynamic_cast<const pset::PropertySetDef*>(&set))
+            vDefsWrite("properties", properties->getProperties());
+        if (const auto* quantities = dynamic_cast<const qto::QuantitySetDef*>(&set))
+            vDefsWrite("quantities", quantities->getQuantities());
+        writer_.vObjectEnd();
     }
-    return list;
-}
 
-Json constantsJson(const std::vector<pset::ConstantDef>& constants) {
-    Json list = Json::array();
-    for (const auto& constant : constants) {
-        list.push_back({{"name", constant.getName()},
-                        {"definition", constant.getDefinition()},
-                        {"nameAliases", aliasesJson(constant.getNameAliases())},
-                        {"definitionAliases", aliasesJson(constant.getDefinitionAliases())}});
+    void vDefWrite(const defs::Def& def) {
+        writer_.vObjectBegin();
+        vHeadWrite(def);
+        vAliasesWrite("nameAliases", def.getNameAliases());
+        writer_.vMember("entityName", def.getEntityName());
+        if (const auto* property = dynamic_cast<const pset::PropertyDef*>(&def))
+            vPropertyTypeWrite(property->pType());
+        if (const auto* quantity = dynamic_cast<const qto::QuantityDef*>(&def))
+            vQuantityTypeWrite(quantity->pType());
+        writer_.vObjectEnd();
     }
-    return list;
-}
 
-Json typeJson(const pset::TypePropertyEnumeratedValue& type) {
-    return {{"kind", pset::TypePropertyEnumeratedValue::ElementName},
-            {"enumerationName", type.getEnumerationName()},
-            {"items", type.getItems()},
-            {"constants", constantsJson(type.getConstants())}};
-}
-
-Json typeJson(const pset::TypePropertyTableValue& type) {
-    return {{"kind", pset::TypePropertyTableValue::ElementName},
-            {"expression", type.getExpression()},
-            {"definingTypeName", type.getDefiningTypeName()},
-            {"definedTypeName", type.getDefinedTypeName()},
-            {"definingValues", valuesJson(type.getDefiningValues())},
-            {"definedValues", valuesJson(type.getDefinedValues())}};
-}
-
-Json typeJson(const pset::TypePropertyListValue& type) {
-    return {{"kind", pset::TypePropertyListValue::ElementName},
-            {"listItemTypeName", type.getListItemTypeName()},
-            {"listValues", valuesJson(type.getListValues())}};
-}
-
-Json typeJson(const pset::TypeComplexProperty& type) {
-    return {{"kind", pset::TypeComplexProperty::ElementName},
-            {"name", type.getName()},
-            {"properties", propertiesJson(type.getProperties())}};
-}
-
-/// The type as the first of these classes that it is; derived classes come before their bases.
-template <typename Class, typename... Others>
-Json typeAsJson(const pset::PropertyType& type) {
-    if (const auto* derived = dynamic_cast<const Class*>(&type))
-        return typeJson(*derived);
-    if constexpr (sizeof...(Others) > 0)
-        return typeAsJson<Others...>(type);
-    return nullptr;
-}
-
-Json propertyTypeJson(const pset::PropertyType* type) {
-    if (!type)
-        return nullptr;
-    return typeAsJson<pset::TypePropertyBoundedValue, pset::TypePropertySingleValue,
-                      pset::TypePropertyReferenceValue, pset::TypePropertyEnumeratedValue,
-                      pset::TypePropertyTableValue, pset::TypePropertyListValue, pset::TypeComplexProperty>(
-        *type);
-}
-
-Json propertiesJson(const std::vector<pset::PropertyDef>& properties) {
-    Json list = Json::array();
-    for (const auto& property : properties)
-        list.push_back(defJson(property));
-    return list;
-}
-
-Json quantityTypeJson(const qto::QuantityType* type) {
-    if (!type)
-        return nullptr;
-    return {{"code", type->pTypeCode()},
-            {"valueAttributeName", type->sValueAttributeName()},
-            {"measureTypeName", type->sMeasureTypeName()}};
-}
-
-Json quantitiesJson(const std::vector<qto::QuantityDef>& quantities) {
-    Json list = Json::array();
-    for (const auto& quantity : quantities)
-        list.push_back(defJson(quantity));
-    return list;
-}
-
-Json classesJson(const std::vector<defs::ApplicableClasses>& classes) {
-    Json list = Json::array();
-    for (const auto& each : classes) {
-        list.push_back({{"className", each.getClassName()},
-                        {"classNameHash", each.getClassNameHash()},
-                        {"predefinedType", each.getPredefinedType()},
-                        {"line", each.getLine()}});
+private:
+    /// Name, text, GUID and line of a set or a member.
+    void vHeadWrite(const defs::DefBase& def) {
+        writer_.vMember("name", def.getName());
+        writer_.vMember("definition", def.getDefinition());
+        const auto& guid = def.getIfdGuid();
+        if (guid.isNull())
+            writer_.vMember("ifdGuid", nullptr);
+        else
+            writer_.vMember("ifdGuid", guid.toString(false));
+        writer_.vMember("line", def.getLine());
+        vAliasesWrite("definitionAliases", def.getDefinitionAliases());
     }
-    return list;
-}
 
-Json recordsJson(const defs::XmlSetErrors& errors) {
-    Json list = Json::array();
-    for (const auto& record : errors.getRecords()) {
-        list.push_back({{"kind", record.kind == defs::ErrorKind::FatalError ? "FatalError" : "Error"},
-                        {"set", errors.getSetName()},
-                        {"item", record.item},
-                        {"message", record.message},
-                        {"line", record.line}});
+    void vAliasesWrite(std::string_view key, const defs::Aliases& aliases) {
+        writer_.vObjects(key, aliases.getEntries(), [this](const auto& entry) {
+            writer_.vMember("lang", entry.locale.getCombined());
+            writer_.vMember("text", entry.text);
+        });
     }
-    return list;
+
+    void vClassesWrite(const std::vector<defs::ApplicableClasses>& classes) {
+        writer_.vObjects("applicableClasses", classes, [this](const auto& each) {
+            writer_.vMember("className", each.getClassName());
+            writer_.vMember("classNameHash", each.getClassNameHash());
+            writer_.vMember("predefinedType", each.getPredefinedType());
+            writer_.vMember("line", each.getLine());
+        });
+    }
+
+    template <typename Defs>
+    void vDefsWrite(std::string_view key, const Defs& defs) {
+        writer_.vKey(key);
+        writer_.vArrayBegin();
+        for (const auto& def : defs)
+            vDefWrite(def);
+        writer_.vArrayEnd();
+    }
+
+    void vPropertyTypeWrite(const pset::PropertyType* type) {
+        if (!type)
+            return writer_.vMember("type", nullptr);
+        writer_.vKey("type");
+        vTypeWriteAs<pset::TypePropertyBoundedValue, pset::TypePropertySingleValue,
+                     pset::TypePropertyReferenceValue, pset::TypePropertyEnumeratedValue,
+                     pset::TypePropertyTableValue, pset::TypePropertyListValue, pset::TypeComplexProperty>(
+            *type);
+    }
+
+    /// The type as the first of these classes that it is; derived classes come before their bases.
+    template <typename Class, typename... Others>
+    void vTypeWriteAs(const pset::PropertyType& type) {
+        if (const auto* derived = dynamic_cast<const Class*>(&type)) {
+            writer_.vObjectBegin();
+            writer_.vMember("kind", Class::ElementName);
+            vMembersWrite(*derived);
+            writer_.vObjectEnd();
+        } else if constexpr (sizeof...(Others) > 0) {
+            vTypeWriteAs<Others...>(type);
+        } else {
+            writer_.vValue(nullptr);
+        }
+    }
+
+    void vMembersWrite(const pset::TypePropertyReferenceValue& type) {
+        writer_.vMember("dataTypeName", type.getDataTypeName());
+    }
+
+    void vMembersWrite(const pset::TypePropertySingleValue& type) {
+        writer_.vMember("dataTypeName", type.getDataTypeName());
+        writer_.vMember("unitType", type.getUnitType());
+    }
+
+    void vMembersWrite(const pset::TypePropertyBoundedValue& type) {
+        vMembersWrite(static_cast<const pset::TypePropertySingleValue&>(type));
+        writer_.vMember("lowerBoundValue", type.getLowerBoundValue());
+        writer_.vMember("upperBoundValue", type.getUpperBoundValue());
+    }
+
+    void vMembersWrite(const pset::TypePropertyEnumeratedValue& type) {
+        writer_.vMember("enumerationName", type.getEnumerationName());
+        writer_.vMembers("items", type.getItems());
+        writer_.vObjects("constants", type.getConstants(), [this](const auto& constant) {
+            writer_.vMember("name", constant.getName());
+            writer_.vMember("definition", constant.getDefinition());
+            vAliasesWrite("nameAliases", constant.getNameAliases());
+            vAliasesWrite("definitionAliases", constant.getDefinitionAliases());
+        });
+    }
+
+    void vMembersWrite(const pset::TypePropertyTableValue& type) {
+        writer_.vMember("expression", type.getExpression());
+        writer_.vMember("definingTypeName", type.getDefiningTypeName());
+        writer_.vMember("definedTypeName", type.getDefinedTypeName());
+        vValuesWrite("definingValues", type.getDefiningValues());
+        vValuesWrite("definedValues", type.getDefinedValues());
+    }
+
+    void vMembersWrite(const pset::TypePropertyListValue& type) {
+        writer_.vMember("listItemTypeName", type.getListItemTypeName());
+        vValuesWrite("listValues", type.getListValues());
+    }
+
+    void vMembersWrite(const pset::TypeComplexProperty& type) {
+        writer_.vMember("name", type.getName());
+        vDefsWrite("properties", type.getProperties());
+    }
+
+    /// What the values of a table column or of a list are.
+    void vValuesWrite(std::string_view key, const std::vector<pset::TypePropertyValue>& values) {
+        writer_.vObjects(key, values, [this](const auto& value) {
+            writer_.vMember("dataTypeName", value.getDataTypeName());
+            writer_.vMember("unitType", value.getUnitType());
+            writer_.vMember("values", value.getValues());
+        });
+    }
+
+    void vQuantityTypeWrite(const qto::QuantityType* type) {
+        if (!type)
+            return writer_.vMember("type", nullptr);
+        writer_.vKey("type");
+        writer_.vObjectBegin();
+        writer_.vMember("code", type->pTypeCode());
+        writer_.vMember("valueAttributeName", type->sValueAttributeName());
+        writer_.vMember("measureTypeName", type->sMeasureTypeName());
+        writer_.vObjectEnd();
+    }
+
+    JsonWriter& writer_;
+};
+
+void vRecordsWrite(const defs::XmlSetErrors& errors, JsonWriter& writer) {
+    writer.vObjects("records", errors.getRecords(), [&](const auto& record) {
+        writer.vMember("kind", record.kind == defs::ErrorKind::FatalError ? "FatalError" : "Error");
+        writer.vMember("set", errors.getSetName());
+        writer.vMember("item", record.item);
+        writer.vMember("message", record.message);
+        writer.vMember("line", record.line);
+    });
 }
 
 } // namespace
 
-Json setJson(const defs::SetDef& set) {
-    auto json = headJson(set);
-    json["ifcVersion"] = set.getIfcVersion();
-    json["templateType"] = defs::sTemplateTypeText(set.getTemplateType());
-    json["applicableClasses"] = classesJson(set.getApplicableClasses());
-    json["applicableTypeValue"] = set.getApplicableTypeValue();
-    if (const auto* properties = dynamic_cast<const pset::PropertySetDef*>(&set))
-        json["properties"] = propertiesJson(properties->getProperties());
-    if (const auto* quantities = dynamic_cast<const qto::QuantitySetDef*>(&set))
-        json["quantities"] = quantitiesJson(quantities->getQuantities());
-    return json;
+void vSetWrite(const defs::SetDef& set, JsonWriter& writer) {
+    DefinitionWriter(writer).vSetWrite(set);
 }
 
-Json defJson(const defs::Def& def) {
-    auto json = memberJson(def);
-    if (const auto* property = dynamic_cast<const pset::PropertyDef*>(&def))
-        json["type"] = propertyTypeJson(property->pType());
-    if (const auto* quantity = dynamic_cast<const qto::QuantityDef*>(&def))
-        json["type"] = quantityTypeJson(quantity->pType());
-    return json;
+void vDefWrite(const defs::Def& def, JsonWriter& writer) {
+    DefinitionWriter(writer).vDefWrite(def);
 }
 
-Json setDocumentJson(const SetDocument& document) {
-    std::vector<kit::Assertion> assertions;
-    for (const auto& assertion : document.assertions)
-        assertions.push_back(assertion.record);
-    return withBytes({{"path", document.path},
-                      {"kind", document.pSet()->pXmlElementName()},
-                      {"refused", document.isRefused},
-                      {"set", setJson(*document.pSet())},
-                      {"records", recordsJson(document.errors)},
-                      {"assertions", assertionsJson(assertions)}},
-                     "path");
+void vSetDocumentWrite(const SetDocument& document, JsonWriter& writer) {
+    writer.vObjectBegin();
+    writer.vMember("path", document.path);
+    writer.vMember("kind", document.pSet()->pXmlElementName());
+    writer.vMember("refused", document.isRefused);
+    writer.vKey("set");
+    vSetWrite(*document.pSet(), writer);
+    vRecordsWrite(document.errors, writer);
+    writer.vObjects("assertions", document.assertions,
+                    [&](const auto& assertion) { vAssertionMembersWrite(assertion.record, writer); });
+    vBytesWrite("path", document.path, writer);
+    writer.vObjectEnd();
 }
 
 Json contextJson(const ifc::def::SchemaPset::Context& context) {

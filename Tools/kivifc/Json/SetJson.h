@@ -1,7 +1,9 @@
 /// @file
 /// Set documents as JSON: the set with all its fields, the records and the assertion reports.
 ///
-/// Ownership: values, which refer to nothing.
+/// Sets are written as it goes: what is written names the set beside each record, so that it may be much
+/// longer than the document.
+///
 /// Threads:   free functions without state.
 /// Errors:    std::bad_alloc.
 #pragma once
@@ -13,13 +15,13 @@
 namespace kiv::kivifc {
 
 /// A set with all its fields and members.
-Json setJson(const ifc::def::xml::SetDef& set);
+void vSetWrite(const ifc::def::xml::SetDef& set, JsonWriter& writer);
 
 /// A property or a quantity.
-Json defJson(const ifc::def::xml::Def& def);
+void vDefWrite(const ifc::def::xml::Def& def, JsonWriter& writer);
 
 /// The document must have a set.
-Json setDocumentJson(const SetDocument& document);
+void vSetDocumentWrite(const SetDocument& document, JsonWriter& writer);
 
 /// Name and whether it is standard.
 Json contextJson(const ifc::def::SchemaPset::Context& context);

@@ -10,7 +10,6 @@
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace kiv::kivifc {
 
@@ -88,35 +87,56 @@ private:
     CheckContext context_;
 };
 
+/// Writes as it goes: each record names its set, so that all of them may be much longer than the documents.
 class JsonReport final : public CheckReport {
 public:
-    explicit JsonReport(const CheckContext& context) : context_(context) {}
+    explicit JsonReport(const CheckContext& context) :
+        context_(context), writer_([this](std::string_view text) { vTextWrite(text); }) {
+        writer_.vObjectBegin();
+        vSchemaWrite();
+        writer_.vKey("documents");
+        writer_.vArrayBegin();
+    }
 
     void vDocumentAdd(const SetDocument& document) override {
         if (document.pSet())
-            documents_.push_back(setDocumentJson(document));
+            vSetDocumentWrite(document, writer_);
     }
 
     // The time is left out, so that equal inputs make equal texts.
     void vEnd(std::chrono::nanoseconds) override {
-        const auto& schema = context_.schema;
-        Json failures = Json::array();
-        for (const auto& failure : context_.console.diagnostics.getFailures())
-            failures.push_back(
-                withBytes({{"subject", failure.subject}, {"reason", failure.reason}}, "subject"));
-        const Json json{{"schema", withBytes({{"path", schema.path},
-                                              {"name", schema.schema->getName()},
-                                              {"assertions", assertionsJson(schema.assertions)}},
-                                             "path")},
-                        {"documents", std::move(documents_)},
-                        {"failures", std::move(failures)},
-                        {"summary", context_.summary.getJson()}};
-        vJsonWrite(json, context_.console.output);
+        writer_.vArrayEnd();
+        writer_.vObjects("failures", context_.console.diagnostics.getFailures(), [this](const auto& failure) {
+            writer_.vMember("subject", failure.subject);
+            writer_.vMember("reason", failure.reason);
+            vBytesWrite("subject", failure.subject, writer_);
+        });
+        writer_.vKey("summary");
+        vJsonWrite(context_.summary.getJson(), writer_);
+        writer_.vObjectEnd();
+        writer_.vEnd();
     }
 
 private:
+    void vTextWrite(std::string_view text) {
+        context_.progress.vHide();
+        context_.console.output.vWrite(text);
+    }
+
+    void vSchemaWrite() {
+        const auto& schema = context_.schema;
+        writer_.vKey("schema");
+        writer_.vObjectBegin();
+        writer_.vMember("path", schema.path);
+        writer_.vMember("name", schema.schema->getName());
+        writer_.vObjects("assertions", schema.assertions,
+                         [this](const auto& record) { vAssertionMembersWrite(record, writer_); });
+        vBytesWrite("path", schema.path, writer_);
+        writer_.vObjectEnd();
+    }
+
     CheckContext context_;
-    Json documents_ = Json::array();
+    JsonWriter writer_;
 };
 
 } // namespace

@@ -13,6 +13,7 @@
 #include "kivifc/Documents/SetDocument.h"
 #include "kivifc/Pictures/CheckSummary.h"
 #include "kivifc/Program/Program.h"
+#include "kivifc/Program/Progress.h"
 
 #include <chrono>
 #include <memory>
@@ -27,6 +28,8 @@ struct CheckContext {
     const CheckSummary& summary;
     /// The records of all documents up to now.
     const ifc::def::xml::XmlSetsErrors& errors;
+    /// Is hidden before anything is written between two documents.
+    Progress& progress;
 };
 
 class CheckReport {

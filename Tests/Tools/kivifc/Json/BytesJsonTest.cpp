@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 
 namespace kiv::kivifc {
 
@@ -25,6 +26,20 @@ TEST(BytesJson, TextThatIsNotUtf8HasItsBytesBesideIt) {
     for (const char* text : {"", "a b", "B\xC3\xBCro/%", "\xF0\x9F\x8F\xA0"}) {
         const auto json = withBytes({{"path", text}, {"line", 1}}, "path");
         EXPECT_EQ(json, (Json{{"path", text}, {"line", 1}}));
+    }
+}
+
+TEST(BytesJson, ObjectsThatAreWrittenHaveTheSameMember) {
+    for (const char* text : {"", "a b%41", "a\xFF/b c", "\xC3", "B\xC3\xBCro"}) {
+        std::string written;
+        JsonWriter writer([&](std::string_view block) { written += block; });
+        writer.vObjectBegin();
+        vBytesWrite("path", text, writer);
+        writer.vObjectEnd();
+        writer.vEnd();
+        auto json = withBytes({{"path", text}}, "path");
+        json.erase("path");
+        EXPECT_EQ(Json::parse(written), json) << text;
     }
 }
 

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace kiv::kivifc {
 
@@ -99,6 +100,18 @@ TEST(JsonWriter, WhatFitsOnALineIsOnOneAndWhatDoesNotIsOnSeveral) {
         spread += text.find('\n') + 1 < text.size() ? 1 : 0;
     }
     EXPECT_GT(spread, 100U) << "else the rounds show little";
+}
+
+TEST(JsonWriter, ObjectsAreWrittenOneForEachValue) {
+    const auto sNumbers = [](const std::vector<int>& numbers) {
+        return sWritten([&](JsonWriter& writer) {
+            writer.vObjectBegin();
+            writer.vObjects("all", numbers, [&](int number) { writer.vMember("n", number); });
+            writer.vObjectEnd();
+        });
+    };
+    EXPECT_EQ(sNumbers({}), "{\"all\": []}\n");
+    EXPECT_EQ(sNumbers({1, 2}), "{\"all\": [{\"n\": 1}, {\"n\": 2}]}\n");
 }
 
 TEST(JsonWriter, LineIsFullAt150BytesWithoutItsEnd) {
