@@ -2,6 +2,7 @@
 
 #include "kiv/Kit/Names/NearestName.h"
 #include "kiv/Kit/Names/SchemaRelease.h"
+#include "kivifc/Commands/NumberText.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -105,7 +106,7 @@ void CheckOptions::vInputAdd(CLI::App& app) {
                    "Read documents on this many threads; by default on all cores when they "
                    "are 200 or more")
         ->type_name("N")
-        ->check(CLI::Range(1, 1024).description(""));
+        ->transform(CLI::Validator(numberCheck({1, 1024}), "", "number"));
 }
 
 void CheckOptions::vOutputAdd(CLI::App& app) {
@@ -133,7 +134,7 @@ void CheckOptions::vOutputAdd(CLI::App& app) {
     app.add_option("--max-findings", findingsMax,
                    "Show up to N findings of each code; by default 50 in text and all elsewhere; 0 shows all")
         ->type_name("N")
-        ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""));
+        ->transform(CLI::Validator(numberCheck({0, std::numeric_limits<int>::max()}), "", "number"));
 }
 
 void CheckOptions::vChoiceAdd(CLI::App& app) {

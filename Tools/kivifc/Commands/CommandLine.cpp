@@ -3,6 +3,7 @@
 #include "kivifc/Commands/CheckFindings.h"
 #include "kivifc/Commands/CheckOptions.h"
 #include "kivifc/Commands/CommandTable.h"
+#include "kivifc/Commands/NumberText.h"
 #include "kivifc/Documents/ReadingLimits.h"
 #include "kivifc/Findings/FindingWriter.h"
 #include "kivifc/Program/Version.h"
@@ -36,8 +37,7 @@ void vLimitsAdd(CLI::App& app) {
     for (const auto& limit : getLimitOptions()) {
         auto* const option = app.add_option(limit.name, readingBudget().*limit.value, limit.description);
         option->group("Limits")->type_name(limit.isSize ? "SIZE" : "NUMBER");
-        if (limit.isSize)
-            option->transform(CLI::AsSizeValue(false).description(""));
+        option->transform(CLI::Validator(limit.isSize ? sizeCheck() : numberCheck({}), "", "number"));
     }
 }
 

@@ -56,6 +56,30 @@ TEST(Limits, SizesMayHaveUnits) {
     EXPECT_EQ(kivifcRun({"schema", "Building.exp", "--max-memory", "64M"}).status, 0);
 }
 
+/// Such numbers must not mean that there is no limit.
+TEST(Limits, NumbersThatAreNoneAreRefused) {
+    struct Row {
+        const char* argument;
+        const char* reported;
+    };
+    const Row rows[] = {
+        {"--max-memory=-1", "--max-memory: Value -1 is no number of bytes"},
+        {"--max-memory=-5k", "--max-memory: Value -5k is no number of bytes"},
+        {"--max-input=99999999999999999999", "--max-input: Value 99999999999999999999 is no number of bytes"},
+        {"--max-piece=16384P", "--max-piece: Value 16384P is no number of bytes"},
+        {"--max-objects=-1", "--max-objects: Value -1 not in range 0 to 18446744073709551615"},
+        {"--max-objects=18446744073709551616", "--max-objects: Value 18446744073709551616 not in range 0"},
+        {"--max-rule-nodes=64K", "--max-rule-nodes: Value 64K not in range 0"},
+        {"--max-reports=1.5", "--max-reports: Value 1.5 not in range 0"}};
+    for (const auto& row : rows) {
+        const auto run = kivifcRun({"schema", "Building.exp", row.argument});
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.out, "");
+        EXPECT_THAT(run.err, HasSubstr(row.reported));
+    }
+    EXPECT_EQ(kivifcRun({"schema", "Building.exp", "--max-objects=18446744073709551615"}).status, 0);
+}
+
 TEST(Limits, AreOptionsOfCommandsThatReadFiles) {
     EXPECT_THAT(kivifcRun({"find", "--help"}).out, HasSubstr("--max-input"));
     EXPECT_THAT(kivifcRun({"explain", "--help"}).out, Not(HasSubstr("--max-")));
