@@ -266,6 +266,48 @@ const Row Rows[] = {
                        3000) +
              "</ConstantList></TypePropertyEnumeratedValue></PropertyType></PropertyDef></PropertyDefs>");
      }},
+    {"types of one property",
+     [] {
+         return propertySetReader(
+             "<PropertyDefs><PropertyDef>" +
+             sRepeated(
+                 "<PropertyType><TypeComplexProperty name=\"c\">" +
+                     sRepeated("<PropertyDef><Name>A property with a long name</Name></PropertyDef>", 300) +
+                     "</TypeComplexProperty></PropertyType>",
+                 30) +
+             "</PropertyDef></PropertyDefs>");
+     }},
+    {"types of properties of a complex property",
+     [] {
+         return typeReader("<TypeComplexProperty><PropertyDef>" +
+                           sRepeated("<PropertyType><TypePropertySingleValue>"
+                                     "<DataType type=\"IfcThermodynamicTemperatureMeasure\"/>"
+                                     "</TypePropertySingleValue></PropertyType>",
+                                     20) +
+                           "</PropertyDef></TypeComplexProperty>");
+     }},
+    {"types that are none after one",
+     [] {
+         return propertySetReader(
+             "<PropertyDefs>" +
+             sRepeated("<PropertyDef><Name>A property with a long name #</Name>" +
+                           sRepeated("<PropertyType><TypePropertyListValue>" + sColumn("ListValue") +
+                                         "</TypePropertyListValue></PropertyType>"
+                                         "<PropertyType/>",
+                                     5) +
+                           "</PropertyDef>",
+                       1000) +
+             "</PropertyDefs>");
+     }},
+    {"types of quantities",
+     [] {
+         return setReader<ifc::def::qto::QuantitySetDef>(
+             "<QtoSetDef><QtoDefs>" +
+             sRepeated("<QtoDef><Name>A quantity with a long name #</Name>" +
+                           sRepeated("<QtoType>Q_LENGTH</QtoType>", 100) + "</QtoDef>",
+                       1000) +
+             "</QtoDefs></QtoSetDef>");
+     }},
     {"applicable classes",
      [] {
          return propertySetReader(

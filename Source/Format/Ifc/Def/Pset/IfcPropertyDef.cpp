@@ -1,6 +1,7 @@
 #include "kiv/Format/Ifc/Def/Pset/IfcPropertyDef.h"
 
 #include "Format/Ifc/Def/IfcDefXmlNodes.h"
+#include "Format/Ifc/Def/Pset/IfcPropertyTypeMemory.h"
 #include "Format/Ifc/Def/Reports/IfcReports.h"
 
 #include <algorithm>
@@ -39,7 +40,11 @@ bool PropertyDef::boChildRead(std::string_view tag, const kiv::xml::const_Elemen
     if (boCheck(tag, child, errors.pMeter()))
         return true;
     if (tag == TypeTag) {
-        type_ = PropertyType::pCreate(this, child, errors);
+        auto type = PropertyType::pCreate(this, child, errors);
+        // The last one counts.
+        if (errors.pMeter() && type_)
+            errors.pMeter()->vMemoryGiveBack(heldBy(*type_));
+        type_ = std::move(type);
         return true;
     }
     // Known, and nothing of it is kept: what values a property may have is in its type.

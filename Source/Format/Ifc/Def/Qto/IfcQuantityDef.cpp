@@ -40,7 +40,11 @@ bool QuantityDef::boChildRead(std::string_view tag, const kiv::xml::const_Elemen
     // "ValueDef", which is known in a property, is not known here.
     if (tag != TypeTag)
         return false;
-    type_ = QuantityType::pCreate(child, meter);
+    auto type = QuantityType::pCreate(child, meter);
+    // The last one counts; all kinds are without data.
+    if (meter && type_)
+        meter->vMemoryGiveBack(sizeof(QuantityTypeSimple));
+    type_ = std::move(type);
     return true;
 }
 
