@@ -45,32 +45,34 @@ void vTextGive(const Sets& sets, const Take& boTake) {
 } // namespace
 
 void XmlSetErrors::vErrorAdd(ErrorKind kind, std::string item, std::string message, std::size_t line) {
-    if (meter_) {
-        meter_->vTake(WorkMeter::Unit::Reports, 1);
-        vMemoryTake(meter_, memoryOf(item) + memoryOf(message));
-        vRoomForOne(records_, meter_);
+    if (auto* const meter = pMeter()) {
+        meter->vTake(WorkMeter::Unit::Reports, 1);
+        vMemoryTake(meter, memoryOf(item) + memoryOf(message));
+        vRoomForOne(records_, meter);
     }
     records_.push_back({kind, std::move(item), std::move(message), line});
 }
 
 XmlSetErrors::Reading::Reading(XmlSetErrors& errors, BudgetMeter& meter) :
     errors_(errors),
-    meterBefore_(std::exchange(errors.meter_, &meter)),
+    meterBefore_(std::exchange(errors.meter_.meter, &meter)),
     recordsBefore_(errors.records_.size()),
     roomBefore_(errors.records_.capacity()),
     exceptionsBefore_(std::uncaught_exceptions()),
     memory_(meter) {}
 
 XmlSetErrors::Reading::~Reading() {
-    errors_.meter_ = meterBefore_;
+    errors_.meter_.meter = meterBefore_;
     if (std::uncaught_exceptions() > exceptionsBefore_)
         errors_.vTakeBack(recordsBefore_, roomBefore_);
 }
 
-/// Keeps that many records, and room for that many. When there is no memory to move them, the room stays.
+/// Keeps up to that many records, and room for that many: there are fewer where they were moved to another
+/// collector. When there is no memory to move them, the room stays.
 void XmlSetErrors::vTakeBack(std::size_t count, std::size_t room) noexcept {
-    records_.resize(count);
-    if (records_.capacity() == room)
+    if (records_.size() > count)
+        records_.resize(count);
+    if (records_.capacity() <= room)
         return;
     try {
         std::vector<ErrorRecord> kept;

@@ -42,6 +42,9 @@ struct ErrorRecord {
 };
 
 /// The records of one set, in the order in which they were added. Nothing is merged or removed.
+///
+/// A value, during a `Reading` too: the reading stays with the collector that it was made for, and what is
+/// copied, moved or assigned are records and name alone.
 class KIV_EXPORT XmlSetErrors {
 public:
     /// Without a line the record has none.
@@ -74,14 +77,24 @@ public:
     };
 
     /// The meter of the reading within a budget that uses the collector; null for none.
-    WorkMeter* pMeter() const { return meter_; }
+    WorkMeter* pMeter() const { return meter_.meter; }
 
 private:
+    /// Stays where it is: the meter of a reading may end before a copy does.
+    struct MeterLink {
+        MeterLink() = default;
+        MeterLink(const MeterLink&) noexcept {}
+        MeterLink& operator=(const MeterLink&) noexcept { return *this; }
+        ~MeterLink() = default;
+
+        WorkMeter* meter = nullptr;
+    };
+
     void vTakeBack(std::size_t count, std::size_t room) noexcept;
 
     std::string setName_;
     std::vector<ErrorRecord> records_;
-    WorkMeter* meter_ = nullptr;
+    MeterLink meter_;
 };
 
 /// The collectors of many sets, and their report.

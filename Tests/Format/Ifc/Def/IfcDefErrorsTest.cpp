@@ -15,6 +15,8 @@ namespace kiv::test {
 
 namespace {
 
+using ifc::def::Budget;
+using ifc::def::BudgetMeter;
 using ifc::def::xml::ErrorKind;
 using ifc::def::xml::ErrorRecord;
 using ifc::def::xml::XmlSetErrors;
@@ -52,6 +54,56 @@ TEST(XmlSetErrors, ARecordNeedsNoLine) {
     XmlSetErrors errors;
     errors.vErrorAdd(ErrorKind::Error, "a", "message");
     EXPECT_EQ(errors.getRecords(), Records{error("a", "message", 0)});
+}
+
+/// The meter of a reading ends before what was made of the collector meanwhile.
+TEST(XmlSetErrors, ReadingStaysWithTheCollectorThatItWasMadeFor) {
+    XmlSetErrors errors = collectorOf("P", "a");
+    XmlSetErrors assigned;
+    XmlSetErrors moveAssigned;
+    {
+        BudgetMeter meter{Budget{}};
+        const XmlSetErrors::Reading reading(errors, meter);
+        const XmlSetErrors copy(errors);
+        EXPECT_EQ(copy.pMeter(), nullptr);
+        EXPECT_EQ(copy.getRecords(), errors.getRecords());
+        assigned = errors;
+        EXPECT_EQ(assigned.pMeter(), nullptr);
+        XmlSetErrors moved(std::move(errors));
+        EXPECT_EQ(moved.pMeter(), nullptr);
+        EXPECT_EQ(moved.getRecords(), copy.getRecords());
+        moveAssigned = std::move(moved);
+        EXPECT_EQ(moveAssigned.pMeter(), nullptr);
+        // NOLINTNEXTLINE(bugprone-use-after-move): that the reading goes on is what is tested
+        EXPECT_EQ(errors.pMeter(), &meter);
+        // A collector that is assigned to keeps the reading that it has.
+        errors = copy;
+        EXPECT_EQ(errors.pMeter(), &meter);
+        errors = collectorOf("Q", "b");
+        EXPECT_EQ(errors.pMeter(), &meter);
+        errors.vErrorAdd(ErrorKind::Error, "c", "message", 5);
+        EXPECT_EQ(meter.getUsed(WorkMeter::Unit::Reports), 1U);
+    }
+    EXPECT_EQ(errors.pMeter(), nullptr);
+    assigned.vErrorAdd(ErrorKind::Error, "b", "message", 5);
+    moveAssigned.vErrorAdd(ErrorKind::Error, "b", "message", 5);
+    EXPECT_EQ(assigned.getRecords(), moveAssigned.getRecords());
+    EXPECT_EQ(assigned.getRecords().size(), 2U);
+}
+
+TEST(XmlSetErrors, ReadingThatFailsMakesNoRecordsWhereTheyWereMovedAway) {
+    XmlSetErrors errors = collectorOf("P", "a");
+    XmlSetErrors moved;
+    BudgetMeter meter{Budget{}};
+    try {
+        const XmlSetErrors::Reading reading(errors, meter);
+        moved = std::move(errors);
+        throw kiv::exception("failed");
+    } catch (const kiv::exception&) {
+    }
+    // NOLINTNEXTLINE(bugprone-use-after-move): that nothing is made in its place is what is tested
+    EXPECT_EQ(errors.getRecords(), Records());
+    EXPECT_EQ(moved.getRecords(), collectorOf("P", "a").getRecords());
 }
 
 TEST(XmlSetErrors, KeepsARecordTwiceWhenItIsAddedTwice) {
