@@ -45,7 +45,8 @@ struct Budget {
     /// Bytes of memory that are held at the same time, accurate to a tenth.
     std::uint64_t maxMemory = limits::BudgetMemoryMax;
     /// Bytes of one piece: a statement of a schema text; a tag, comment or the like of a document. The work
-    /// between two looks at `stop` is in proportion to it.
+    /// between two looks at `stop` is in proportion to it, or to a text of a document, which is no piece and
+    /// has no limit but those of the input and of memory.
     std::uint64_t maxPiece = limits::BudgetPieceMax;
     /// Named objects, data types and attributes of a schema; nodes and attributes of a document; what
     /// definitions are made of; records of a configuration.

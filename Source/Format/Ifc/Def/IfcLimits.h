@@ -77,7 +77,8 @@ inline constexpr std::uint64_t BudgetInputMax = std::uint64_t{256} << 20;
 inline constexpr std::uint64_t BudgetMemoryMax = std::uint64_t{1} << 30;
 
 /// Bytes of one statement of a schema text, or of one tag, comment or the like of a document. The longest
-/// statement of IFC4 ADD2 has 6 kB. It also bounds the work between two looks at the stop token.
+/// statement of IFC4 ADD2 has 6 kB. It also bounds the work between two looks at the stop token, but for
+/// texts of documents, which `BudgetInputMax` and `BudgetMemoryMax` bound.
 inline constexpr std::uint64_t BudgetPieceMax = std::uint64_t{1} << 20;
 
 /// Objects, as `Budget` says. IFC4 ADD2 has 3,600.

@@ -6,10 +6,10 @@
 ///     visitor(context, definitions);
 ///
 /// Each thread knows its own visits alone, by a pointer that is null outside of visits: the one thing that
-/// the library keeps per thread, and no answer depends on it. Whoever removes a collection, or would refuse
-/// to, has to learn from somewhere that it is being visited. A reference count or a list in the registry
-/// could say so, but visits are look-ups, from any number of threads, and would then write to memory that all
-/// of these share.
+/// the library itself, beside its host services, keeps per thread, and no answer depends on it. Whoever
+/// removes a collection, or would refuse to, has to learn from somewhere that it is being visited. A
+/// reference count or a list in the registry could say so, but visits are look-ups, from any number of
+/// threads, and would then write to memory that all of these share.
 ///
 /// Ownership: takes over a collection that leaves the registry during the visit.
 /// Threads:   a visit belongs to its thread, on which the registry is changed, if at all.

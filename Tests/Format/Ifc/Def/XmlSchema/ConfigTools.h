@@ -51,7 +51,7 @@ public:
     explicit ReadConfig(std::string_view children, std::string_view rootAttributes = "id='TEST'") :
         ReadConfig(std::istringstream(sConfigText(children, rootAttributes))) {}
 
-    explicit ReadConfig(std::istringstream&& stream) : config(*schema, stream) {}
+    explicit ReadConfig(std::istream&& stream) : config(*schema, stream) {}
 
     /// The record that an attribute of the entity itself is linked to; null when it is linked to none.
     const ifc::def::xmlschema::Attribute* pRecord(std::string_view entity, std::string_view attribute) const {

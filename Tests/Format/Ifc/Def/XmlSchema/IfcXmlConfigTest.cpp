@@ -1,9 +1,11 @@
 #include "kiv/Format/Ifc/Def/XmlSchema/IfcXmlConfig.h"
 
 #include "Format/Ifc/Def/XmlSchema/ConfigTools.h"
+#include "Support/FailingStream.h"
 #include "Support/XmlFromText.h"
 
 #include <type_traits>
+#include <utility>
 
 namespace kiv::test {
 
@@ -116,6 +118,15 @@ TEST(ConfigTest, WithoutChildrenIsEmpty) {
     EXPECT_EQ(read.config.getAttributes().size(), 0U);
     EXPECT_EQ(read.config.getAttributesInverse().size(), 0U);
     EXPECT_EQ(read.reports.getRecords(), Reports());
+}
+
+TEST(ConfigTest, StreamThatPassesOnWhatItsBufferThrowsIsReportedAsWell) {
+    const auto text = sConfigText(AllElements);
+    FailingStream stream(text, text.size());
+    stream.exceptions(std::ios::badbit);
+    const ReadConfig read{std::move(stream)};
+    EXPECT_EQ(read.reports.getRecords(), Reports{report("Illegal xml document", "Config::Config", "Config")});
+    EXPECT_EQ(read.config.getAttributes().size(), 0U);
 }
 
 TEST(ConfigTest, WhatIsNotWellFormedIsReportedAndLeavesTheConfigurationEmptyAndTheSchemaAsItWas) {
