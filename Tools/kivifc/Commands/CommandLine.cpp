@@ -31,7 +31,7 @@ constexpr const char* StatusHelp =
     "2 the job could not be done, for one input at least.\n"
     "\n"
     "In JSON, a path that is not UTF-8 has a second member, pathBytes, in which each byte but letters,\n"
-    "digits and - . _ ~ / is %XX, its number in hexadecimal digits.";
+    "digits and - . _ ~ / is %XX, its number in hexadecimal digits. The name of a context has nameBytes.";
 
 void vLimitsAdd(CLI::App& app) {
     for (const auto& limit : getLimitOptions()) {

@@ -211,7 +211,7 @@ void vSetDocumentWrite(const SetDocument& document, JsonWriter& writer) {
 }
 
 Json contextJson(const ifc::def::SchemaPset::Context& context) {
-    return {{"name", context.name}, {"standard", context.isStandard}};
+    return withBytes({{"name", context.name}, {"standard", context.isStandard}}, "name");
 }
 
 } // namespace kiv::kivifc

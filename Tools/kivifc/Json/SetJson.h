@@ -23,7 +23,7 @@ void vDefWrite(const ifc::def::xml::Def& def, JsonWriter& writer);
 /// The document must have a set.
 void vSetDocumentWrite(const SetDocument& document, JsonWriter& writer);
 
-/// Name and whether it is standard.
+/// Name, and whether it is standard; the bytes of a name that is not UTF-8 beside it.
 Json contextJson(const ifc::def::SchemaPset::Context& context);
 
 } // namespace kiv::kivifc

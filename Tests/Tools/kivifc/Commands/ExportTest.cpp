@@ -204,6 +204,16 @@ TEST(ExportCommand, PathThatIsNotUtf8SurvivesInJson) {
     EXPECT_THAT(plain.out, Not(HasSubstr("pathBytes")));
 }
 
+TEST(ExportCommand, ContextThatIsNotUtf8SurvivesInJson) {
+    const TemporaryFolder folder;
+    const auto run = exportRun("b\xFCro x=Sets/Qto_BldWall.xml", folder.sPath("out"), {"--json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, HasSubstr("{\"name\": \"b\xEF\xBF\xBDro x\", \"standard\": false, "
+                                   "\"nameBytes\": \"b%FCro%20x\"}"));
+    const auto plain = exportRun("b\xC3\xBCro=Sets/Qto_BldWall.xml", folder.sPath("plain"), {"--json"});
+    EXPECT_THAT(plain.out, HasSubstr("{\"name\": \"b\xC3\xBCro\", \"standard\": false}"));
+}
+
 TEST(ExportCommand, OutThatIsAFileIsAFailureForEachSetAndStays) {
     const TemporaryFolder folder;
     const auto out = folder.sWrite("out", "mine");
