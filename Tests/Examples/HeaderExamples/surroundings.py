@@ -330,7 +330,8 @@ SITE_SURROUNDINGS = {
 }
 
 KIT_SURROUNDINGS = {
-    "AcrossDocuments.h": row(KIT, "const std::vector<SetDocument>& documents", [KIT_DOCUMENT]),
+    "AcrossDocuments.h": row(KIT, "const std::vector<SetDocument>& documents, const ifc::def::schema::Schema* schema",
+                             [KIT_DOCUMENT, "kiv/Kit/Findings/Findings.h"]),
     "AcrossRules.h": row(KIT, "const SetDocument& document, const SetOutline& outline, std::string_view context",
                          [KIT_DOCUMENT, "Kit/Findings/SetOutline.h"]),
     "AsciiText.h": row(KIT),
@@ -379,6 +380,7 @@ KIT_SURROUNDINGS = {
     "ReadOptions.h": row(KIT, includes=[KIT_DOCUMENT]),
     "Assertion.h": row(KIT, "const kiv::assert::AssertInfo& info, kiv::WorkMeter& meter"),
     "MeteredRoom.h": row(KIT, "std::vector<int>& elements, int element, kiv::WorkMeter* meter", ["vector"]),
+    "PositionAfter.h": row(KIT),
     "PredefinedTypes.h": row(KIT, "const kiv::ifc::def::schema::Entity& entity"),
     "Reading.h": row(KIT, "SetDocument& file, std::string& text, kiv::ifc::def::BudgetMeter& meter", [KIT_DOCUMENT, "new"],
                      before="inline void vRead(SetDocument&, TextFile) {}"),

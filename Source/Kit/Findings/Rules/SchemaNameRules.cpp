@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -162,14 +161,16 @@ public:
     explicit TypeText(std::string_view text) : text_(text) {}
 
     bool isAggregate() {
-        if (!isAggregate_)
+        if (!isKnown_)
             isAggregate_ = kit::isAggregate(text_);
-        return *isAggregate_;
+        isKnown_ = true;
+        return isAggregate_;
     }
 
 private:
     std::string_view text_;
-    std::optional<bool> isAggregate_;
+    bool isKnown_ = false;
+    bool isAggregate_ = false;
 };
 
 /// Whether nothing is to be said of a name that may be that of a type or an entity.

@@ -28,12 +28,12 @@ std::string sLayout(const std::string& expression) {
     return text;
 }
 
-struct Row {
+struct LayoutRow {
     std::string expression;
     std::string layout;
 };
 
-class ExpressionLayout : public testing::TestWithParam<Row> {};
+class ExpressionLayout : public testing::TestWithParam<LayoutRow> {};
 
 TEST_P(ExpressionLayout, HasALineForEachOperand) {
     EXPECT_EQ(sLayout(GetParam().expression), GetParam().layout);
@@ -43,22 +43,23 @@ const std::string LongName(60, 'n');
 
 INSTANTIATE_TEST_SUITE_P(
     All, ExpressionLayout,
-    testing::Values(Row{"a", "{a}"}, Row{"a AND b AND c", "{a /AND b /AND c}"},
+    testing::Values(LayoutRow{"a", "{a}"}, LayoutRow{"a AND b AND c", "{a /AND b /AND c}"},
                     // Wherever AND is.
-                    Row{"NOT (a AND b)", "{NOT ({a /AND b)}}"},
-                    Row{"(a AND b) XOR c", "{({a /AND b}) XOR c}"},
-                    Row{"SIZEOF(QUERY(x <* y | a AND b)) = 0", "{SIZEOF(QUERY(x <* y | {a /AND b})) = 0}"},
-                    Row{"f(a AND b, c)", "{f({a /AND b}, c)}"},
-                    Row{"a AND (b AND c) AND d", "{a /AND ({b /AND c)} /AND d}"},
-                    Row{"a AND NOT (b AND NOT (c AND d))", "{a /AND NOT ({b /AND NOT ({c /AND d))}}}"},
+                    LayoutRow{"NOT (a AND b)", "{NOT ({a /AND b)}}"},
+                    LayoutRow{"(a AND b) XOR c", "{({a /AND b}) XOR c}"},
+                    LayoutRow{"SIZEOF(QUERY(x <* y | a AND b)) = 0",
+                              "{SIZEOF(QUERY(x <* y | {a /AND b})) = 0}"},
+                    LayoutRow{"f(a AND b, c)", "{f({a /AND b}, c)}"},
+                    LayoutRow{"a AND (b AND c) AND d", "{a /AND ({b /AND c)} /AND d}"},
+                    LayoutRow{"a AND NOT (b AND NOT (c AND d))", "{a /AND NOT ({b /AND NOT ({c /AND d))}}}"},
                     // An operand that is the result of another operator.
-                    Row{"a AND b * c", "{{a /AND b} * c}"},
+                    LayoutRow{"a AND b * c", "{{a /AND b} * c}"},
                     // Of OR only where an operand takes several lines, or all of them more than one.
-                    Row{"a OR b", "{a OR b}"}, Row{"a OR b AND c", "{a /OR ({b /AND c)}}"},
-                    Row{"a OR f(b AND c)", "{a /OR f({b /AND c)}}"},
-                    Row{"(a OR b) AND c", "{(a OR b) /AND c}"},
-                    Row{"a OR " + LongName, "{a OR " + LongName + "}"},
-                    Row{"a OR b OR c OR " + LongName, "{a /OR b /OR c /OR " + LongName + "}"}));
+                    LayoutRow{"a OR b", "{a OR b}"}, LayoutRow{"a OR b AND c", "{a /OR ({b /AND c)}}"},
+                    LayoutRow{"a OR f(b AND c)", "{a /OR f({b /AND c)}}"},
+                    LayoutRow{"(a OR b) AND c", "{(a OR b) /AND c}"},
+                    LayoutRow{"a OR " + LongName, "{a OR " + LongName + "}"},
+                    LayoutRow{"a OR b OR c OR " + LongName, "{a /OR b /OR c /OR " + LongName + "}"}));
 
 /// The thirteenth is text.
 TEST(ExpressionLayout, ListsInListsHaveALimit) {
