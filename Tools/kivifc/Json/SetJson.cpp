@@ -69,7 +69,6 @@ private:
     void vClassesWrite(const std::vector<defs::ApplicableClasses>& classes) {
         writer_.vObjects("applicableClasses", classes, [this](const auto& each) {
             writer_.vMember("className", each.getClassName());
-            writer_.vMember("classNameHash", each.getClassNameHash());
             writer_.vMember("predefinedType", each.getPredefinedType());
             writer_.vMember("line", each.getLine());
         });
