@@ -298,6 +298,7 @@ std::vector<NameMatch> nearestNames(std::string_view name, std::span<const std::
         }
     }
     std::vector<NameMatch> matches;
+    matches.reserve(entries.size());
     for (const auto& entry : entries)
         matches.push_back(entry.match);
     return matches;

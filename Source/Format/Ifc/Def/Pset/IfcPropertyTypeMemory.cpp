@@ -57,8 +57,9 @@ std::size_t ownedBy(const TypePropertyEnumeratedValue& type) {
         return memoryOf(constant.getName()) + memoryOf(constant.getDefinition()) +
                heldByAliases(constant.getNameAliases()) + heldByAliases(constant.getDefinitionAliases());
     });
-    return memoryOf(type.getEnumerationName()) + heldByTexts(type.getItems()) + constants +
-           type.getConstantsByName().capacity() * sizeof(const ConstantDef*);
+    // The list is one of pointers. NOLINTNEXTLINE(bugprone-sizeof-expression)
+    const auto byName = type.getConstantsByName().capacity() * sizeof(const ConstantDef*);
+    return memoryOf(type.getEnumerationName()) + heldByTexts(type.getItems()) + constants + byName;
 }
 
 std::size_t ownedBy(const TypePropertyTableValue& type) {
