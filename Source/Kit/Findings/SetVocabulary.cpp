@@ -106,16 +106,10 @@ constexpr ChildRule ListChildren[] = {{&ListValue, Joined, Needed}};
 constexpr ElementRule ListKind = {"TypePropertyListValue", ContentKind::Elements, UnknownChild::Recorded,
                                   ListChildren};
 /// Of older documents. Readers do not look inside.
-constexpr ElementRule SimpleProperty = {"TypeSimpleProperty",
-                                        ContentKind::Elements,
-                                        UnknownChild::PassedOver,
-                                        SingleChildren,
-                                        {},
-                                        false,
-                                        SetKind::None,
-                                        false,
-                                        false,
-                                        true};
+constexpr ElementRule SimpleProperty = {.name = "TypeSimpleProperty",
+                                        .unknown = UnknownChild::PassedOver,
+                                        .children = SingleChildren,
+                                        .isObsolete = true};
 /// Complex properties contain properties, whose rule is that of the children of "PropertyDefs".
 extern const ElementRule ComplexProperty;
 

@@ -249,11 +249,6 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, const TypeFaults& faults)
     std::pmr::monotonic_buffer_resource memory(bytes.data(), bytes.size());
     const auto all = memberTypesOf(outline, &memory);
     const auto isRepeated = repeatedMembers(outline, all);
-    const bool isQuantity = outline.kind == SetKind::QuantitySet;
-    // Of two sets of one name, one hides the other or is in its way, which says that they differ.
-    const auto sets = sets_.find(documents_.back().setName);
-    const bool isCopy = sets != sets_.end() && sets->second.size() > 1;
-    auto& types = isQuantity ? quantityTypes_ : propertyTypes_;
     for (std::size_t i = 0; i != all.types.size(); ++i) {
         const auto& member = outline.members[i];
         const auto name = outline.memberName(member);
@@ -261,33 +256,42 @@ void AcrossRun::vMembersAdd(const SetOutline& outline, const TypeFaults& faults)
         vEnumerationAdd(outline, member, isRight);
         if (name.empty())
             continue;
-        const auto position = outline.xml->textPositionOf(outline.elementOf(member.name));
+        const Spot spot{documents_.size() - 1, outline.xml->textPositionOf(outline.elementOf(member.name))};
         vGuidAdd(outline, &member);
-        const auto keptName = spellingAdd(memberNames_, name, position);
+        const auto keptName = spellingAdd(memberNames_, name, spot.position);
         const auto& type = all.types[i];
         if (type.text.empty() || isRepeated[i] || !isRight)
             continue;
-        const Spot spot{documents_.size() - 1, position};
-        const auto names = all.namesOf(type);
-        if (faults.mayBeUnknown) {
-            auto& doubtful = doubtful_.emplace_back(
-                Doubtful{isQuantity, keptName, kept(type.text), Items(&memory_), spot});
-            for (const auto typeName : names)
-                doubtful.typeNames.push_back(kept(typeName));
-            continue;
-        }
-        for (const auto known : names) {
-            if (!knownTypes_.contains(known))
-                knownTypes_.insert(kept(known));
-        }
-        if (isCopy)
-            continue;
-        auto& variants = types[keptName];
-        auto variant = variants.find(type.text);
-        if (variant == variants.end())
-            variant = variants.emplace(kept(type.text), Spots(&memory_)).first;
-        variant->second.push_back(spot);
+        const TypedMember typed{outline.kind == SetKind::QuantitySet, keptName, type.text, all.namesOf(type),
+                                spot};
+        if (faults.mayBeUnknown)
+            vDoubtfulAdd(typed);
+        else
+            vTypeAdd(typed);
     }
+}
+
+void AcrossRun::vDoubtfulAdd(const TypedMember& member) {
+    auto& doubtful = doubtful_.emplace_back(
+        Doubtful{member.isQuantity, member.name, kept(member.text), Items(&memory_), member.spot});
+    for (const auto typeName : member.typeNames)
+        doubtful.typeNames.push_back(kept(typeName));
+}
+
+void AcrossRun::vTypeAdd(const TypedMember& member) {
+    for (const auto known : member.typeNames) {
+        if (!knownTypes_.contains(known))
+            knownTypes_.insert(kept(known));
+    }
+    // Of two sets of one name, one hides the other or is in its way, which says that they differ.
+    const auto sets = sets_.find(documents_.back().setName);
+    if (sets != sets_.end() && sets->second.size() > 1)
+        return;
+    auto& variants = (member.isQuantity ? quantityTypes_ : propertyTypes_)[member.name];
+    auto variant = variants.find(member.text);
+    if (variant == variants.end())
+        variant = variants.emplace(kept(member.text), Spots(&memory_)).first;
+    variant->second.push_back(member.spot);
 }
 
 void AcrossRun::vEnumerationAdd(const SetOutline& outline, const MemberOutline& member, bool areItemsRight) {

@@ -125,6 +125,15 @@ private:
     using Variants = std::pmr::map<std::string_view, Spots, LessIgnoringCase>;
     /// By name.
     using Types = std::pmr::unordered_map<std::string_view, Variants>;
+    /// A member with a name and a type, of the document that is being added.
+    struct TypedMember {
+        bool isQuantity = false;
+        /// As it is kept.
+        std::string_view name;
+        std::string_view text;
+        std::span<const std::string_view> typeNames;
+        Spot spot;
+    };
     /// A member whose type may be unknown.
     struct Doubtful {
         bool isQuantity = false;
@@ -153,6 +162,8 @@ private:
     /// Whether there is one inside the member.
     static bool isFaulty(const SetOutline& outline, const MemberOutline& member, const TypeFaults& faults);
     void vMembersAdd(const SetOutline& outline, const TypeFaults& faults);
+    void vDoubtfulAdd(const TypedMember& member);
+    void vTypeAdd(const TypedMember& member);
     /// `areItemsRight` says whether they are to be compared.
     void vEnumerationAdd(const SetOutline& outline, const MemberOutline& member, bool areItemsRight);
     /// Of the set when `member` is null.

@@ -151,9 +151,8 @@ std::span<const Rule> getTypeRules() {
          "A number is needed where the type is defined as REAL, true or false where it is BOOLEAN, and one "
          "of its items where it is an enumeration; bounds must fulfil the rules of the type, such as SELF > "
          "0. \"?\" is for a bound that is not known. The values of a table or a list are looked at where "
-         "each is "
-         "a \"ValueItem\"; how several in one text are separated is nowhere laid down.\n\nWrite a value of "
-         "the type, with a point and not a comma in numbers, or name the type that the value has.",
+         "each is a \"ValueItem\"; how several in one text are separated is nowhere laid down.\n\nWrite a "
+         "value of the type, with a point and not a comma in numbers, or name the type that the value has.",
          changed(ThicknessSet, {{"<TypePropertySingleValue>", R"xml(<TypePropertyBoundedValue>
           <ValueRangeDef>
             <LowerBoundValue value="0,1"/>
@@ -202,9 +201,8 @@ std::span<const Rule> getTypeRules() {
          "The columns of a table have different numbers of values.",
          "Each defining value has one defined value, the one in the same place of the other column. Where "
          "one of them is missing, those after it belong to the wrong ones. Columns that are one text, "
-         "without a "
-         "\"ValueItem\" for each value, are not counted.\n\nAdd the values that are missing, or remove those "
-         "that are too many.",
+         "without a \"ValueItem\" for each value, are not counted.\n\nAdd the values that are missing, or "
+         "remove those that are too many.",
          changed(TableSet, {{"              <ValueItem>7</ValueItem>\n", ""}}), TableSet},
         {"T020", "item-without-text", Severity::Warning, "An enumeration has an item without text.",
          "Such an item is left out when the document is read, as if it were not there. It may have been "

@@ -69,6 +69,7 @@ private:
     bool boIsGiven(const TypeOutline& type) const;
     bool boHasReference(const TypeOutline& type) const;
     bool boRefers(const TypeOutline& type) const;
+    void vNotGivenAdd(const TypeOutline& type);
     std::string sKindFor(const TypeOutline& type) const;
     std::string sThe(const TypeOutline& type, std::string_view name) const;
     const schema::ObjectBase* pObjectOf(const TypeOutline& type);
@@ -168,22 +169,27 @@ void TypeCheck::vTypeCheck(const TypeOutline& type) {
     values_.vCheck(type, *measure);
 }
 
+/// What a time series is made of need not be said, nor need "reftype" when "DataType" is there. Nobody reads
+/// the type of an older simple property.
+void TypeCheck::vNotGivenAdd(const TypeOutline& type) {
+    const bool isBesideReference = type.use == TypeUse::ReferenceDataType && boHasReference(type);
+    const bool isNeeded = type.use == TypeUse::Value || type.use == TypeUse::ReferenceDataType;
+    if (isBesideReference && type.attribute)
+        run_.addAtValue("T008", type.element, *type.attribute,
+                        "the data type is empty, and readers take it in place of \"reftype\"");
+    else if (isBesideReference || !isNeeded)
+        return;
+    else if (type.attribute)
+        run_.addAtValue("T008", type.element, *type.attribute, "the data type is empty");
+    else
+        run_.add("T008", type.element, "\"DataType\" has no attribute \"type\"");
+}
+
 /// Null when no type is named, or an unknown one; both are said then.
 const schema::ObjectBase* TypeCheck::pObjectOf(const TypeOutline& type) {
     if (!boIsGiven(type)) {
-        // What a time series is made of need not be said, nor need "reftype" when "DataType" is there. Nobody
-        // reads the type of an older simple property.
-        const bool isOfReference = type.use == TypeUse::ReferenceDataType;
-        const bool isRequired = type.use == TypeUse::Value || (isOfReference && !boHasReference(type));
-        if (run_.boMisplaced(type.element) || run_.boRepeated(type.element))
-            return nullptr;
-        if (isOfReference && boHasReference(type) && type.attribute)
-            run_.addAtValue("T008", type.element, *type.attribute,
-                            "the data type is empty, and readers take it in place of \"reftype\"");
-        else if (isRequired && type.attribute)
-            run_.addAtValue("T008", type.element, *type.attribute, "the data type is empty");
-        else if (isRequired)
-            run_.add("T008", type.element, "\"DataType\" has no attribute \"type\"");
+        if (!run_.boMisplaced(type.element) && !run_.boRepeated(type.element))
+            vNotGivenAdd(type);
         return nullptr;
     }
     const auto name = trimmed(type.attribute->value);
